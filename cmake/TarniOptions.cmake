@@ -1,0 +1,47 @@
+# Compiler settings of every target, and the functions with which layers are declared.
+
+option(TARNI_BUILD_TESTS "Build the tests" ON)
+option(TARNI_BUILD_BENCHMARKS "Build the benchmarks" ON)
+set(TARNI_SANITIZE "" CACHE STRING "Sanitizer of all targets: address, undefined, thread or empty")
+
+set(CMAKE_CXX_STANDARD 20)
+set(CMAKE_CXX_STANDARD_REQUIRED ON)
+set(CMAKE_CXX_EXTENSIONS OFF)
+set(CMAKE_CXX_VISIBILITY_PRESET hidden)
+set(CMAKE_VISIBILITY_INLINES_HIDDEN ON)
+set(CMAKE_POSITION_INDEPENDENT_CODE ON)
+set(CMAKE_EXPORT_COMPILE_COMMANDS ON)
+set(CMAKE_LIBRARY_OUTPUT_DIRECTORY "${CMAKE_BINARY_DIR}/lib")
+set(CMAKE_RUNTIME_OUTPUT_DIRECTORY "${CMAKE_BINARY_DIR}/bin")
+if(NOT CMAKE_BUILD_TYPE)
+  set(CMAKE_BUILD_TYPE Release)
+endif()
+
+find_program(TARNI_CCACHE ccache)
+if(TARNI_CCACHE)
+  set(CMAKE_CXX_COMPILER_LAUNCHER "${TARNI_CCACHE}")
+endif()
+
+find_package(Threads REQUIRED)
+find_package(PkgConfig REQUIRED)
+
+add_compile_options(-Wall -Wextra -Wpedantic -Wnon-virtual-dtor -Werror)
+if(TARNI_SANITIZE)
+  add_compile_options(-fsanitize=${TARNI_SANITIZE} -fno-omit-frame-pointer -g1)
+  add_link_options(-fsanitize=${TARNI_SANITIZE})
+  if(TARNI_SANITIZE STREQUAL "undefined")
+    add_compile_options(-fno-sanitize-recover=all -fno-sanitize=vptr)
+  endif()
+endif()
+
+# A layer: one static library of all sources below the current folder.
+#   tarni_layer(NAME target [LINK target…])
+function(tarni_layer)
+  cmake_parse_arguments(LAYER "" "NAME" "LINK" ${ARGN})
+  file(GLOB_RECURSE sources CONFIGURE_DEPENDS "*.cpp")
+  if(sources)
+    add_library(${LAYER_NAME} STATIC ${sources})
+    target_include_directories(${LAYER_NAME} PUBLIC "${CMAKE_SOURCE_DIR}")
+    target_link_libraries(${LAYER_NAME} PUBLIC ${LAYER_LINK})
+  endif()
+endfunction()

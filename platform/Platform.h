@@ -1,0 +1,39 @@
+// Platform: one pointer for each interface of the seam. A backend fills it in and the entry
+// installs it before the agent starts; from then on everybody reaches the platform through
+// `current()`.
+//
+// The interfaces belong to the backend and live as long as the process: threads of the agent still
+// run while it exits.
+#pragma once
+
+#include "platform/Dispatch/Dispatch.h"
+#include "platform/Foundation/Foundation.h"
+#include "platform/Foundation/NSLog.h"
+#include "platform/IOKit/IOHIDEvent.h"
+#include "platform/ObjectiveC/Runtime.h"
+#include "platform/QuartzCore/CALayer.h"
+#include "platform/UIKit/UIApplication.h"
+
+namespace tarni::platform {
+
+struct Platform {
+  SystemLog* log = nullptr;
+  NSProcessInfo* processInfo = nullptr;
+  NSEncoding* encoding = nullptr;
+  NSNotificationCenter* notificationCenter = nullptr;
+  Dispatch* dispatch = nullptr;
+  ObjectiveCRuntime* runtime = nullptr;
+  CATransaction* transaction = nullptr;
+  UIApplication* application = nullptr;
+  UIScreen* mainScreen = nullptr;
+  UIAlerts* alerts = nullptr;
+  IOHIDEventSystem* hidEvents = nullptr;
+};
+
+// Replaces the platform. Called before the agent starts; tests call it once a test.
+void install(const Platform& platform);
+
+// The installed platform. Any thread.
+const Platform& current();
+
+}  // namespace tarni::platform

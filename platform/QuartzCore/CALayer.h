@@ -1,0 +1,62 @@
+// Layers and animations: identity tags, the highlight border, speeds. Main thread.
+#pragma once
+
+#include <memory>
+#include <optional>
+#include <span>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace tarni::platform {
+
+// Components from 0 to 1.
+struct CGColor {
+  double red = 0, green = 0, blue = 0, alpha = 0;
+  bool operator==(const CGColor&) const = default;
+};
+
+// One animation of a layer, times in seconds. A repeat count may be infinite.
+struct CAAnimation {
+  double beginTime = 0;
+  double duration = 0;
+  float repeatCount = 0;
+  double repeatDuration = 0;
+};
+
+class CALayer {
+ public:
+  virtual ~CALayer() = default;
+
+  // Key-value coding with text values; they live and die with the layer. Null when the key was
+  // never set. The text is valid until the key is set again.
+  virtual const std::string* valueForKey(std::string_view key) const = 0;
+  virtual void setValueForKey(std::string value, std::string_view key) = 0;
+
+  // Points; drawn inside the layer's bounds, above its content.
+  virtual double borderWidth() const = 0;
+  virtual void setBorderWidth(double width) = 0;
+  // Null for the colour of a layer that never got one (opaque black).
+  virtual std::optional<CGColor> borderColor() const = 0;
+  virtual void setBorderColor(std::optional<CGColor> color) = 0;
+
+  virtual bool isHidden() const = 0;
+  virtual float speed() const = 0;
+  virtual void setSpeed(float speed) = 0;
+
+  virtual CALayer* superlayer() const = 0;
+  // Back to front.
+  virtual std::vector<CALayer*> sublayers() const = 0;
+  virtual std::vector<std::string> animationKeys() const = 0;
+  // Null for an unknown key.
+  virtual const CAAnimation* animationForKey(std::string_view key) const = 0;
+};
+
+class CATransaction {
+ public:
+  virtual ~CATransaction() = default;
+  // Draws what waits to be drawn, now.
+  virtual void flush() = 0;
+};
+
+}  // namespace tarni::platform

@@ -1,0 +1,77 @@
+// The application object, its screen and its alerts. Main thread only.
+#pragma once
+
+#include <any>
+#include <map>
+#include <memory>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "platform/Task.h"
+#include "platform/UIKit/UIEvent.h"
+#include "platform/UIKit/UIView.h"
+
+namespace tarni::platform {
+
+inline constexpr const char* kCFRunLoopDefaultMode = "kCFRunLoopDefaultMode";
+
+enum class CFRunLoopRunResult { Finished = 1, Stopped = 2, TimedOut = 3, HandledSource = 4 };
+
+class UIApplication {
+ public:
+  virtual ~UIApplication() = default;
+
+  // The window that the user faces; null when there is none.
+  virtual UIWindowRef keyWindow() const = 0;
+  // The key window and all others that are shown.
+  virtual std::vector<UIWindowRef> windowsWithKeyWindow() const = 0;
+
+  // A fresh touch with nothing set.
+  virtual UITouchRef makeTouch() = 0;
+  // The one touches event of the application, cleared and refilled for every send.
+  virtual UIEvent& _touchesEvent() = 0;
+  // Dispatches the event as a finger's would be, through the method "sendEvent:" of the class
+  // UIApplication, so that an exchanged implementation sees it. Ends once the application has been
+  // given the event, even while the application is still inside its handling (a modal dialog).
+  virtual Task<void> sendEvent(UIEvent& event) = 0;
+
+  // Lets the application run for `seconds` in the named mode. The main queue is not served
+  // meanwhile.
+  virtual Task<CFRunLoopRunResult> runLoopRunInMode(std::string mode, double seconds,
+                                                    bool returnAfterSourceHandled) = 0;
+
+  // objc_setAssociatedObject on the application object.
+  std::map<const void*, std::any>& associatedObjects() { return associatedObjects_; }
+
+ private:
+  std::map<const void*, std::any> associatedObjects_;
+};
+
+class UIScreen {
+ public:
+  virtual ~UIScreen() = default;
+  virtual CGRect bounds() const = 0;
+  // Pixels a point.
+  virtual double scale() const = 0;
+};
+
+// An alert that is on screen.
+class UIAlertView {
+ public:
+  virtual ~UIAlertView() = default;
+  virtual void dismissWithClickedButtonIndex(long index, bool animated) = 0;
+};
+
+class UIAlerts {
+ public:
+  virtual ~UIAlerts() = default;
+  // Shows an alert without title. Null buttons are left out. It must not take the focus away from
+  // the application, nor appear among its views.
+  virtual std::shared_ptr<UIAlertView> show(std::string message,
+                                            std::optional<std::string> cancelButtonTitle,
+                                            std::optional<std::string> otherButtonTitle) = 0;
+};
+
+}  // namespace tarni::platform

@@ -1,0 +1,28 @@
+// A picture, immutable once made. Any thread; encoding may run beside the main thread.
+#pragma once
+
+#include <cstddef>
+#include <memory>
+#include <vector>
+
+#include "platform/QuartzCore/CGGeometry.h"
+
+namespace tarni::platform {
+
+class UIImage;
+using UIImageRef = std::shared_ptr<const UIImage>;
+
+class UIImage {
+ public:
+  virtual ~UIImage() = default;
+  // Points; pixels are size times scale.
+  virtual CGSize size() const = 0;
+  virtual double scale() const = 0;
+  // A new image of the rectangle's size at this image's scale, with this image drawn at the
+  // rectangle's negated origin: what lies outside this image stays empty.
+  virtual UIImageRef crop(const CGRect& rect) const = 0;
+  // JPEG bytes, quality from 0 to 1; empty for an image without pixels.
+  virtual std::vector<std::byte> JPEGRepresentation(double quality) const = 0;
+};
+
+}  // namespace tarni::platform
