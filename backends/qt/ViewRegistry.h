@@ -1,0 +1,37 @@
+// ViewRegistry: the one place that turns objects of the toolkit into views and back. For one object
+// it always gives the same view as long as the object lives. GUI thread only.
+#pragma once
+
+#include <QtCore/QPoint>
+#include <QtCore/qglobal.h>
+
+#include "platform/UIKit/UIView.h"
+
+QT_BEGIN_NAMESPACE
+class QObject;
+class QWidget;
+class QWindow;
+QT_END_NAMESPACE
+
+namespace tarni::qt {
+
+// The view of a widget (a top-level widget gives a view of the kind UIWindow). Null for null and for
+// widgets of the agent itself (highlights, toasts).
+platform::UIViewRef viewOfWidget(QWidget* widget);
+
+// The widget that draws the view: the widget itself, or the item view of a row, the tab bar of a tab.
+// Null when it has gone, and for views of other backends.
+QWidget* widgetOfView(const platform::UIViewRef& view);
+
+// The window-kind view whose native window this is; null when it is none of the toolkit's widgets.
+platform::UIWindowRef viewOfWindow(QWindow* window);
+
+// Marks a widget as the agent's own: it has no view and is left out of every walk.
+void hideFromWalks(QWidget* widget);
+bool isHiddenFromWalks(const QWidget* widget);
+
+// Runs `action`, which may enter a nested event loop of the program (a modal dialog), from a posted
+// event, and ends once it has run or has entered such a loop.
+platform::Task<void> performInProgram(std::function<void()> action);
+
+}  // namespace tarni::qt
