@@ -1,0 +1,62 @@
+// MainQueue: the application's main queue on top of whatever event loop the backend has.
+//
+// A backend derives from it, says which thread is the main one and how to wake it, and calls
+// `drain` from its event loop after every wake. Nothing is ever run from inside the call that
+// appended it, nor from inside the resumption that ended the item before: the next item always
+// starts from a fresh call of `drain`.
+#pragma once
+
+#include <deque>
+#include <exception>
+#include <functional>
+#include <memory>
+#include <mutex>
+
+#include "platform/Dispatch/Dispatch.h"
+
+namespace tarni::posix {
+
+class MainQueue : public platform::MainQueue {
+ public:
+  MainQueue();
+  ~MainQueue() override;
+
+  // Any thread. After `close` the item is dropped.
+  void asyncTask(std::function<platform::Task<void>()> work) override;
+  // Any thread but the main one, where it logs and answers false without having run the item. An
+  // exception that leaves the item is logged; the answer is true all the same.
+  bool syncTask(std::function<platform::Task<void>()> work) override;
+
+  // Main thread. Starts the items that wait at the time of the call, one after the other, until
+  // one suspends; returns at once while an item is active (so also inside a nested event loop).
+  // Never throws.
+  void drain() noexcept;
+
+  // Main thread; the event loop ends. Items that have not started are dropped and whoever waits
+  // for one is answered false. An item that is suspended stays so, and keeps its waiter.
+  void close() noexcept;
+
+ protected:
+  // Any thread, called without a lock held: makes the main thread call `drain` soon. Must not call
+  // `drain` itself, must not wait, and must not throw.
+  virtual void wake() noexcept = 0;
+
+ private:
+  struct Waiter;
+  struct Item {
+    std::function<platform::Task<void>()> work;
+    std::shared_ptr<Waiter> waiter;  // null when nobody waits
+  };
+
+  bool append(Item item);
+  bool startNext();
+  void ended(const std::exception_ptr& failure) noexcept;
+
+  std::mutex mutex_;
+  std::deque<Item> items_;
+  Item active_;
+  bool isActive_ = false;
+  bool isClosed_ = false;
+};
+
+}  // namespace tarni::posix
