@@ -1,0 +1,41 @@
+#include "tests/support/Display.h"
+
+#include <filesystem>
+#include <stdexcept>
+
+namespace tarni::test {
+
+Display::Display(int width, int height) {
+  const std::string screen = std::to_string(width) + "x" + std::to_string(height) + "x24";
+  server_ = std::make_unique<Program>(std::vector<std::string>{
+      "Xvfb", "-displayfd", "1", "-screen", "0", screen, "-nolisten", "tcp", "-noreset"});
+  std::string number;
+  const bool ready = eventually([&] {
+    number = server_->output();
+    return number.find('\n') != std::string::npos || !server_->isRunning();
+  });
+  if (!ready || !server_->isRunning()) {
+    throw std::runtime_error("Xvfb did not start: " + server_->output());
+  }
+  const auto start = number.find_last_not_of("0123456789\n");
+  name_ = ":" + number.substr(start == std::string::npos ? 0 : start + 1);
+  name_.erase(name_.find('\n'));
+}
+
+Program::Environment Display::environment() const {
+  return {{"DISPLAY", name_}, {"QT_QPA_PLATFORM", "xcb"}, {"WAYLAND_DISPLAY", ""}};
+}
+
+void Display::click(int x, int y) const {
+  run({"xdotool", "mousemove", std::to_string(x), std::to_string(y), "click", "1"}, environment());
+}
+
+void Display::type(const std::string& text) const {
+  run({"xdotool", "type", "--delay", "5", "--", text}, environment());
+}
+
+void Display::key(const std::string& name) const {
+  run({"xdotool", "key", name}, environment());
+}
+
+}  // namespace tarni::test
