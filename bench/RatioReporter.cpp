@@ -15,6 +15,11 @@ std::vector<Limit>& limits() {
   return all;
 }
 
+std::vector<Difference>& differences() {
+  static std::vector<Difference> all;
+  return all;
+}
+
 // "gettext/real_time" and "gettext/iterations:5" are the benchmark "gettext".
 std::string plainName(std::string name) {
   for (const char* suffix :
@@ -72,6 +77,15 @@ void RatioReporter::Finalize() {
     std::printf("%-44s %11.1f us %11.1f us %9.2fx  %s %gx: %s\n", each.name.c_str(), *time / 1e3,
                 *baseline / 1e3, ratio, each.atLeast ? "at least" : "at most", each.aim,
                 verdict(kept));
+  }
+  for (const Difference& each : differences()) {
+    const auto time = nanoseconds(each.name);
+    const auto baseline = nanoseconds(each.baseline);
+    if (!time || !baseline) continue;
+    const double more = *time - *baseline;
+    std::printf("%-44s %11.1f us %11.1f us %+8.1f us  under %g us: %s\n", each.name.c_str(),
+                *time / 1e3, *baseline / 1e3, more / 1e3, each.aimNanoseconds / 1e3,
+                verdict(more < each.aimNanoseconds));
   }
   for (const Limit& each : limits()) {
     const auto time = nanoseconds(each.name);

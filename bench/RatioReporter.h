@@ -27,9 +27,17 @@ struct Limit {
   double itemsPerIteration = 1;
 };
 
+// An aim for what a benchmark costs beyond its baseline, in nanoseconds.
+struct Difference {
+  std::string name;
+  std::string baseline;
+  double aimNanoseconds = 0;
+};
+
 // Registered by the benchmark files at start-up.
 void compare(Comparison comparison);
 void limit(Limit limit);
+void difference(Difference difference);
 
 class RatioReporter : public benchmark::ConsoleReporter {
  public:
