@@ -9,6 +9,7 @@
 #include "platform/Dispatch/Dispatch.h"
 #include "platform/Foundation/Foundation.h"
 #include "platform/Foundation/NSLog.h"
+#include "platform/Foundation/NSURLLoader.h"
 #include "platform/IOKit/IOHIDEvent.h"
 #include "platform/ObjectiveC/Runtime.h"
 #include "platform/QuartzCore/CALayer.h"
@@ -28,6 +29,8 @@ struct Platform {
   UIScreen* mainScreen = nullptr;
   UIAlerts* alerts = nullptr;
   IOHIDEventSystem* hidEvents = nullptr;
+  // Null on a platform without a loader: every address then reads as empty.
+  NSURLLoader* urlLoader = nullptr;
 };
 
 // Replaces the platform. Called before the agent starts; tests call it once a test.

@@ -1,0 +1,41 @@
+// WebView: puts the page scripts into the web view on screen and talks to them. Stateless. Main
+// thread, unless said otherwise.
+#pragma once
+
+#include <string>
+
+#include "platform/Task.h"
+#include "platform/UIKit/UIView.h"
+
+namespace tarni {
+
+// The address of the folder that the page scripts are fetched from, without a slash at its end.
+// Written before the agent is loaded, or on the main thread.
+[[gnu::visibility("default")]] extern std::string REMOTE_CDN_URL;
+
+class WebView {
+ public:
+  // Queues one pass on the main queue: collects the steps of a page that has the scripts, gives
+  // them to one that has not. Any thread. Does nothing while the pass before it still waits.
+  void performRecorderAndPlaybackInjection();
+
+  // The first web view of the current window; null when there is none.
+  platform::UIViewRef getCurrentDisplayedWebView();
+  // True once the scripts are in the page.
+  platform::Task<bool> checkWebViewIsAlreadyHacked(platform::UIViewRef webView);
+  platform::Task<void> injectJSFile(platform::UIViewRef webView, std::string fileName);
+  // The text of a script file; empty when it cannot be read.
+  platform::Task<std::string> getRemoteFileContent(std::string fileName);
+
+  // Evaluates a call in the page and answers its result as text, empty when there is none.
+  // NSException when the page does not answer.
+  platform::Task<std::string> callJavaScriptFunction(platform::UIViewRef webView, std::string call);
+  platform::Task<void> callJavaScriptFunctionWithoutOutPut(platform::UIViewRef webView,
+                                                           std::string call);
+
+  // Tell the scripts of the web view on screen, if there is one.
+  platform::Task<void> switchToSpyMode();
+  platform::Task<void> switchToRecorderMode();
+};
+
+}  // namespace tarni

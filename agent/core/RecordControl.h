@@ -1,0 +1,18 @@
+// RecordControl: starts the agent and keeps the polling hook going.
+//
+// The hook runs every 0.2 s on the background queue, one tick at a time, and hops to the main
+// thread for the walk over the views. It ends only when the application's event loop is gone.
+#pragma once
+
+namespace tarni {
+
+class RecordControl {
+ public:
+  // The start-up sequence. Main thread, once.
+  static void load();
+
+  // Arms one tick of the polling hook, 0.2 s from now; each tick arms the next. Any thread.
+  static void dispatchHook();
+};
+
+}  // namespace tarni
