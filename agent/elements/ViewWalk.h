@@ -1,0 +1,87 @@
+// The one walk over a view tree that everything else is made of: pre-order, siblings back to front,
+// iterative, with a view's index among its siblings of the same class at hand. Main thread, and no
+// wait in between: the views' own lists of subviews are read in place.
+#pragma once
+
+#include <cstddef>
+#include <span>
+#include <unordered_map>
+#include <vector>
+
+#include "platform/UIKit/UIView.h"
+
+namespace tarni {
+
+// Counts siblings by class, only as far as asked and each one once.
+class SiblingCounter {
+ public:
+  void reset(std::span<const platform::UIViewRef> siblings) {
+    siblings_ = siblings;
+    if (counted_ > 0) counts_.clear();
+    counted_ = 0;
+  }
+  // The index of the sibling at `position` among those of its class. Positions ascend.
+  long indexOf(std::size_t position) {
+    for (; counted_ <= position; ++counted_) ++counts_[siblings_[counted_]->getClass()];
+    return counts_[siblings_[position]->getClass()] - 1;
+  }
+
+ private:
+  std::span<const platform::UIViewRef> siblings_;
+  std::size_t counted_ = 0;
+  std::unordered_map<platform::Class, long> counts_;
+};
+
+// The view that a walk has come to.
+struct WalkStep {
+  const platform::UIViewRef& parent;
+  const platform::UIViewRef& view;
+  std::size_t position;
+  SiblingCounter& siblings;
+
+  // Among all siblings of the view's class.
+  long index() const { return siblings.indexOf(position); }
+};
+
+// Memory that walks use again and again.
+struct WalkBuffers {
+  struct Level {
+    const platform::UIViewRef* parent = nullptr;
+    std::span<const platform::UIViewRef> siblings;
+    std::size_t next = 0;
+    SiblingCounter counter;
+  };
+  std::vector<Level> levels;
+  std::vector<platform::UIViewRef> views;
+};
+
+// Calls `visit(step)` for every view below `root`; false leaves out what is below the view.
+template <typename Visit>
+void walkSubviews(const platform::UIViewRef& root, std::vector<WalkBuffers::Level>& levels,
+                  Visit&& visit) {
+  if (!root) return;
+  std::size_t depth = 0;
+  const auto enter = [&](const platform::UIViewRef& parent) {
+    const std::span<const platform::UIViewRef> subviews = parent->subviews();
+    if (subviews.empty()) return;
+    if (depth == levels.size()) levels.emplace_back();
+    WalkBuffers::Level& level = levels[depth++];
+    level.parent = &parent;
+    level.siblings = subviews;
+    level.next = 0;
+    level.counter.reset(subviews);
+  };
+  enter(root);
+  while (depth > 0) {
+    WalkBuffers::Level& level = levels[depth - 1];
+    if (level.next == level.siblings.size()) {
+      --depth;
+      continue;
+    }
+    const std::size_t position = level.next++;
+    const platform::UIViewRef& view = level.siblings[position];
+    if (visit(WalkStep{*level.parent, view, position, level.counter})) enter(view);
+  }
+}
+
+}  // namespace tarni
