@@ -15,8 +15,7 @@ class EventRecord : public platform::UIEvent {
   const std::vector<platform::UITouchRef>& allTouches() const override { return touches_; }
   std::string description() const override;
 
-  // Forgets the touches and what was set beside them.
-  void _clearTouches() override;
+  void _clearTouches() override { touches_.clear(); }
   // A touch that is in the event already is not added again.
   void _addTouch(const platform::UITouchRef& touch, bool forDelayedDelivery) override;
   void _setHIDEvent(const platform::IOHIDEventRef& event) override { hidEvent_ = event; }

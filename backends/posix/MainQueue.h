@@ -9,6 +9,7 @@
 #include <deque>
 #include <exception>
 #include <functional>
+#include <future>
 #include <memory>
 #include <mutex>
 
@@ -18,9 +19,6 @@ namespace tarni::posix {
 
 class MainQueue : public platform::MainQueue {
  public:
-  MainQueue();
-  ~MainQueue() override;
-
   // Any thread. After `close` the item is dropped.
   void asyncTask(std::function<platform::Task<void>()> work) override;
   // Any thread but the main one, where it logs and answers false without having run the item. An
@@ -38,24 +36,27 @@ class MainQueue : public platform::MainQueue {
 
  protected:
   // Any thread, called without a lock held: makes the main thread call `drain` soon. Must not call
-  // `drain` itself, must not wait, and must not throw.
+  // `drain` itself, must not wait, and must not throw. It is not called again before `drain` is:
+  // a backend whose event loop starts later, or loses what was posted to it, calls `drain` then.
   virtual void wake() noexcept = 0;
 
  private:
-  struct Waiter;
   struct Item {
     std::function<platform::Task<void>()> work;
-    std::shared_ptr<Waiter> waiter;  // null when nobody waits
+    std::shared_ptr<std::promise<bool>> waiter;  // null when nobody waits
   };
 
   bool append(Item item);
-  bool startNext();
+  void start();
   void ended(const std::exception_ptr& failure) noexcept;
+  void wakeForNext();
 
   std::mutex mutex_;
   std::deque<Item> items_;
-  Item active_;
+  Item active_;  // kept for as long as its task runs, which may use what it captured
   bool isActive_ = false;
+  bool isDraining_ = false;
+  bool isWoken_ = false;
   bool isClosed_ = false;
 };
 

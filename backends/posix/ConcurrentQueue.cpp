@@ -1,0 +1,16 @@
+#include "backends/posix/ConcurrentQueue.h"
+
+#include "backends/posix/Guarded.h"
+
+namespace tarni::posix {
+
+void ConcurrentQueue::async(platform::Block block) {
+  pool_.post([this, block = std::move(block)] { sync(block); });
+}
+
+void ConcurrentQueue::sync(const platform::Block& block) {
+  const InsideQueue inside(*this);
+  runGuarded(label_.c_str(), block);
+}
+
+}  // namespace tarni::posix

@@ -1,0 +1,29 @@
+// ConcurrentQueue: blocks side by side on the threads of a pool.
+#pragma once
+
+#include <string>
+#include <utility>
+
+#include "backends/posix/InsideQueue.h"
+#include "backends/posix/WorkerPool.h"
+#include "platform/Dispatch/Dispatch.h"
+
+namespace tarni::posix {
+
+class ConcurrentQueue : public platform::DispatchQueue {
+ public:
+  ConcurrentQueue(std::string label, WorkerPool& pool) : label_(std::move(label)), pool_(pool) {}
+
+  const std::string& label() const override { return label_; }
+  bool isConcurrent() const override { return true; }
+  bool isCurrent() const override { return InsideQueue::isInside(*this); }
+  void async(platform::Block block) override;
+  // Runs the block on the calling thread.
+  void sync(const platform::Block& block) override;
+
+ private:
+  const std::string label_;
+  WorkerPool& pool_;
+};
+
+}  // namespace tarni::posix

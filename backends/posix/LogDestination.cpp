@@ -1,0 +1,101 @@
+#include "backends/posix/LogDestination.h"
+
+#include <fcntl.h>
+#include <poll.h>
+#include <syslog.h>
+#include <unistd.h>
+
+#include <array>
+#include <cerrno>
+#include <cmath>
+#include <cstdio>
+#include <ctime>
+#include <string>
+
+namespace tarni::posix {
+namespace {
+
+constexpr std::size_t flushedAt = 64 * 1024;
+
+// A line stays one line, whatever is in it.
+void appendPrintable(std::string& text, std::string_view line) {
+  for (const char letter : line) {
+    if (letter == '\n') {
+      text += "\\n";
+    } else if (letter == '\r') {
+      text += "\\r";
+    } else {
+      text += static_cast<unsigned char>(letter) < ' ' && letter != '\t' ? '?' : letter;
+    }
+  }
+}
+
+class DescriptorDestination : public LogDestination {
+ public:
+  explicit DescriptorDestination(int descriptor) : descriptor_(descriptor) {}
+
+  void write(double time, std::string_view line) override {
+    appendPrefix(time);
+    appendPrintable(text_, line);
+    text_ += '\n';
+    if (text_.size() >= flushedAt) flush();
+  }
+
+  void flush() override {
+    std::string_view rest = text_;
+    while (!rest.empty()) {
+      const ssize_t written = ::write(descriptor_, rest.data(), rest.size());
+      if (written > 0) {
+        rest.remove_prefix(static_cast<std::size_t>(written));
+      } else if (errno == EAGAIN) {
+        pollfd writable{descriptor_, POLLOUT, 0};
+        poll(&writable, 1, -1);
+      } else if (errno != EINTR) {
+        break;
+      }
+    }
+    text_.clear();
+  }
+
+ private:
+  void appendPrefix(double time) {
+    const auto seconds = static_cast<std::time_t>(std::floor(time));
+    const int milliseconds = static_cast<int>((time - std::floor(time)) * 1000);
+    tm local{};
+    localtime_r(&seconds, &local);
+    std::array<char, 64> prefix;
+    const std::size_t length = std::strftime(prefix.data(), prefix.size(), "%H:%M:%S", &local);
+    text_.append(prefix.data(), length);
+    std::snprintf(prefix.data(), prefix.size(), ".%03d tarni[%d]: ", milliseconds, getpid());
+    text_ += prefix.data();
+  }
+
+  int descriptor_;
+  std::string text_;
+};
+
+// The identity and the options of syslog are the application's, so the lines carry our name.
+class SyslogDestination : public LogDestination {
+ public:
+  void write(double /*time*/, std::string_view line) override {
+    std::string text;
+    appendPrintable(text, line);
+    syslog(LOG_USER | LOG_INFO, "tarni: %s", text.c_str());
+  }
+  void flush() override {}
+};
+
+}  // namespace
+
+std::unique_ptr<LogDestination> openLogDestination(std::string_view target) {
+  if (target == "stderr") return std::make_unique<DescriptorDestination>(STDERR_FILENO);
+  auto systemLog = std::make_unique<SyslogDestination>();
+  if (target.empty()) return systemLog;
+  const std::string path(target);
+  const int file = open(path.c_str(), O_WRONLY | O_CREAT | O_APPEND | O_CLOEXEC, 0644);
+  if (file >= 0) return std::make_unique<DescriptorDestination>(file);
+  systemLog->write(0, "Cannot open the log file " + path);
+  return systemLog;
+}
+
+}  // namespace tarni::posix

@@ -1,0 +1,48 @@
+#include "backends/posix/WorkerPool.h"
+
+#include <system_error>
+#include <utility>
+
+#include "backends/posix/Guarded.h"
+#include "backends/posix/Thread.h"
+#include "platform/Foundation/NSLog.h"
+
+namespace tarni::posix {
+
+WorkerPool::WorkerPool(const char* threadName, int niceness, std::size_t maximumThreads)
+    : threadName_(threadName), niceness_(niceness), maximumThreads_(maximumThreads) {}
+
+void WorkerPool::post(platform::Block block) {
+  const std::lock_guard lock(mutex_);
+  blocks_.push_back(std::move(block));
+  startThreadWhenNeeded();
+  posted_.notify_one();
+}
+
+void WorkerPool::startThreadWhenNeeded() {
+  // Every waiting block needs an idle thread of its own: a busy one may never come back.
+  if (blocks_.size() <= idleThreads_ || threads_ == maximumThreads_) return;
+  try {
+    startThread(threadName_, niceness_, [this] { work(); });
+    ++threads_;
+  } catch (const std::system_error& error) {
+    platform::NSLog("No thread for %s: %s", threadName_, error.what());
+  }
+}
+
+void WorkerPool::work() {
+  std::unique_lock lock(mutex_);
+  for (;;) {
+    ++idleThreads_;
+    posted_.wait(lock, [this] { return !blocks_.empty(); });
+    --idleThreads_;
+    platform::Block block = std::move(blocks_.front());
+    blocks_.pop_front();
+    lock.unlock();
+    runGuarded(threadName_, block);
+    block = nullptr;
+    lock.lock();
+  }
+}
+
+}  // namespace tarni::posix
