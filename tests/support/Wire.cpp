@@ -1,0 +1,135 @@
+#include "tests/support/Wire.h"
+
+#include <arpa/inet.h>
+#include <poll.h>
+#include <sys/socket.h>
+#include <unistd.h>
+
+#include <stdexcept>
+
+#include "tests/support/Program.h"
+
+namespace tarni::test {
+namespace {
+
+using std::chrono::milliseconds;
+using std::chrono::steady_clock;
+
+int connectNow(std::uint16_t port) {
+  const int descriptor = socket(AF_INET, SOCK_STREAM | SOCK_CLOEXEC, 0);
+  sockaddr_in address = {};
+  address.sin_family = AF_INET;
+  address.sin_port = htons(port);
+  address.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
+  if (connect(descriptor, reinterpret_cast<sockaddr*>(&address), sizeof address) == 0) {
+    return descriptor;
+  }
+  close(descriptor);
+  return -1;
+}
+
+bool waitReadable(int descriptor, milliseconds timeout) {
+  pollfd waiting{descriptor, POLLIN, 0};
+  return poll(&waiting, 1, static_cast<int>(timeout.count())) == 1;
+}
+
+}  // namespace
+
+Wire::Wire(std::uint16_t port, milliseconds timeout) {
+  if (!eventually([&] { return (descriptor_ = connectNow(port)) >= 0; }, timeout)) {
+    throw std::runtime_error("nothing listens on " + std::to_string(port));
+  }
+}
+
+Wire::~Wire() {
+  if (descriptor_ >= 0) close(descriptor_);
+}
+
+bool Wire::accepts(std::uint16_t port) {
+  const int descriptor = connectNow(port);
+  if (descriptor >= 0) close(descriptor);
+  return descriptor >= 0;
+}
+
+void Wire::send(const std::string& bytes) const {
+  for (std::size_t sent = 0; sent < bytes.size();) {
+    const ssize_t now = ::send(descriptor_, bytes.data() + sent, bytes.size() - sent, MSG_NOSIGNAL);
+    if (now < 0) throw std::runtime_error("the connection broke while sending");
+    sent += static_cast<std::size_t>(now);
+  }
+}
+
+std::string Wire::read(std::size_t count, milliseconds timeout) const {
+  const auto deadline = steady_clock::now() + timeout;
+  std::string bytes(count, '\0');
+  for (std::size_t done = 0; done < count;) {
+    const auto left = std::chrono::duration_cast<milliseconds>(deadline - steady_clock::now());
+    if (left.count() <= 0 || !waitReadable(descriptor_, left)) {
+      throw std::runtime_error("no answer in time; so far: " + bytes.substr(0, done));
+    }
+    const ssize_t now = recv(descriptor_, bytes.data() + done, count - done, 0);
+    if (now <= 0) throw std::runtime_error("closed by the peer; so far: " + bytes.substr(0, done));
+    done += static_cast<std::size_t>(now);
+  }
+  return bytes;
+}
+
+std::string Wire::readMessage(milliseconds timeout) const {
+  const std::string length = read(10, timeout);
+  if (length.find_first_not_of("0123456789") != std::string::npos) {
+    throw std::runtime_error("not a length: " + length);
+  }
+  return read(std::stoul(length), timeout);
+}
+
+bool Wire::isClosed(milliseconds timeout) const {
+  char byte = 0;
+  return waitReadable(descriptor_, timeout) && recv(descriptor_, &byte, 1, MSG_PEEK) <= 0;
+}
+
+Playback::Playback(bool greeted) : wire_(kPlaybackPort) {
+  if (greeted) wire_.readMessage();
+}
+
+nlohmann::json Playback::command(const nlohmann::json& keys) const {
+  wire_.sendLine(keys.dump());
+  return nlohmann::json::parse(wire_.readMessage());
+}
+
+nlohmann::json Playback::command(const std::string& name, const std::string& value,
+                                 const std::string& data) const {
+  return command({{"functionname", name}, {"accessorvalue", value}, {"datavalue", data}});
+}
+
+std::vector<std::string> Playback::find(const std::string& tag, const std::string& type,
+                                        const std::string& value) const {
+  std::vector<std::string> identifiers;
+  const nlohmann::json answer = command({{"functionname", "findelements"},
+                                         {"tagname", tag},
+                                         {"accessortype", type},
+                                         {"accessorvalue", value}});
+  for (const auto& entry : answer) {
+    if (!entry.contains("elementID")) throw std::runtime_error("not found but: " + answer.dump());
+    identifiers.push_back(entry["elementID"]);
+  }
+  return identifiers;
+}
+
+std::string Playback::one(const std::string& tag, const std::string& type,
+                          const std::string& value) const {
+  const std::vector<std::string> found = find(tag, type, value);
+  if (found.size() != 1) {
+    throw std::runtime_error(std::to_string(found.size()) + " elements are " + tag + " with " +
+                             type + " " + value);
+  }
+  return found.front();
+}
+
+std::optional<std::string> Playback::output(const std::string& name,
+                                            const std::string& value) const {
+  const nlohmann::json answer = command(name, value);
+  if (answer.empty() || !answer[0].contains("output")) return std::nullopt;
+  return answer[0]["output"].get<std::string>();
+}
+
+}  // namespace tarni::test

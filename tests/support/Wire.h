@@ -1,0 +1,63 @@
+// Wire: one raw TCP connection to the agent, as plain as a socket, so that tests see the bytes.
+#pragma once
+
+#include <chrono>
+#include <cstdint>
+#include <nlohmann/json.hpp>
+#include <optional>
+#include <string>
+
+namespace tarni::test {
+
+inline constexpr std::uint16_t kRecorderPort = 9892;
+inline constexpr std::uint16_t kPlaybackPort = 9898;
+
+class Wire {
+ public:
+  // Connects to 127.0.0.1, trying again until the time-out. Throws std::runtime_error.
+  explicit Wire(std::uint16_t port, std::chrono::milliseconds timeout = std::chrono::seconds(20));
+  Wire(Wire&& other) noexcept : descriptor_(std::exchange(other.descriptor_, -1)) {}
+  Wire(const Wire&) = delete;
+  ~Wire();
+
+  // True when somebody accepts a connection right now.
+  static bool accepts(std::uint16_t port);
+
+  void send(const std::string& bytes) const;
+  void sendLine(const std::string& text) const { send(text + "\r\n"); }
+  // Exactly `count` bytes. Throws when the peer closes or the time-out passes.
+  std::string read(std::size_t count,
+                   std::chrono::milliseconds timeout = std::chrono::seconds(20)) const;
+  // The payload of the next framed message.
+  std::string readMessage(std::chrono::milliseconds timeout = std::chrono::seconds(20)) const;
+  // True when the peer closed the connection within the time-out.
+  bool isClosed(std::chrono::milliseconds timeout) const;
+
+ private:
+  int descriptor_ = -1;
+};
+
+// A playback connection with its greeting read, and the commands that tests use most.
+class Playback {
+ public:
+  // With `greeted` false no greeting is expected: a later client of the same process gets none.
+  explicit Playback(bool greeted = true);
+
+  nlohmann::json command(const nlohmann::json& keys) const;
+  nlohmann::json command(const std::string& name, const std::string& value = "",
+                         const std::string& data = "") const;
+  // The identifiers of the elements found.
+  std::vector<std::string> find(const std::string& tag, const std::string& type = "",
+                                const std::string& value = "") const;
+  // The only element found; throws when there is none or more than one.
+  std::string one(const std::string& tag, const std::string& type = "",
+                  const std::string& value = "") const;
+  // The first "output" of the command's answer; null when there is none.
+  std::optional<std::string> output(const std::string& name, const std::string& value) const;
+  const Wire& wire() const { return wire_; }
+
+ private:
+  Wire wire_;
+};
+
+}  // namespace tarni::test
