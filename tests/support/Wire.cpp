@@ -91,23 +91,23 @@ Playback::Playback(bool greeted) : wire_(kPlaybackPort) {
   if (greeted) wire_.readMessage();
 }
 
-nlohmann::json Playback::command(const nlohmann::json& keys) const {
+nlohmann::json Playback::ask(const nlohmann::json& keys) const {
   wire_.sendLine(keys.dump());
   return nlohmann::json::parse(wire_.readMessage());
 }
 
 nlohmann::json Playback::command(const std::string& name, const std::string& value,
                                  const std::string& data) const {
-  return command({{"functionname", name}, {"accessorvalue", value}, {"datavalue", data}});
+  return ask({{"functionname", name}, {"accessorvalue", value}, {"datavalue", data}});
 }
 
 std::vector<std::string> Playback::find(const std::string& tag, const std::string& type,
                                         const std::string& value) const {
   std::vector<std::string> identifiers;
-  const nlohmann::json answer = command({{"functionname", "findelements"},
-                                         {"tagname", tag},
-                                         {"accessortype", type},
-                                         {"accessorvalue", value}});
+  const nlohmann::json answer = ask({{"functionname", "findelements"},
+                                     {"tagname", tag},
+                                     {"accessortype", type},
+                                     {"accessorvalue", value}});
   for (const auto& entry : answer) {
     if (!entry.contains("elementID")) throw std::runtime_error("not found but: " + answer.dump());
     identifiers.push_back(entry["elementID"]);

@@ -6,6 +6,8 @@
 #include <nlohmann/json.hpp>
 #include <optional>
 #include <string>
+#include <utility>
+#include <vector>
 
 namespace tarni::test {
 
@@ -43,7 +45,7 @@ class Playback {
   // With `greeted` false no greeting is expected: a later client of the same process gets none.
   explicit Playback(bool greeted = true);
 
-  nlohmann::json command(const nlohmann::json& keys) const;
+  nlohmann::json ask(const nlohmann::json& keys) const;
   nlohmann::json command(const std::string& name, const std::string& value = "",
                          const std::string& data = "") const;
   // The identifiers of the elements found.

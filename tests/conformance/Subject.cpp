@@ -1,0 +1,37 @@
+#include "tests/conformance/Subject.h"
+
+namespace tarni::test {
+namespace {
+
+Subject qt(const std::string& major) {
+  return {"Qt" + major,
+          {built("bin/qt-sample-" + major)},
+          {{"LD_PRELOAD", built("lib/libtarni.so")}, {"QT_QPA_PLATFORM", "offscreen"}}};
+}
+
+}  // namespace
+
+std::vector<Subject> subjects() {
+  return {{"Headless", {built("bin/tarni-headless")}, {}}, qt("5"), qt("6")};
+}
+
+std::string subjectName(const testing::TestParamInfo<Subject>& info) {
+  return info.param.name;
+}
+
+INSTANTIATE_TEST_SUITE_P(On, Conformance, testing::ValuesIn(subjects()), subjectName);
+
+void Conformance::SetUp() {
+  program_ = std::make_unique<Program>(GetParam().command, GetParam().environment);
+}
+
+Playback& Conformance::playback() {
+  if (!playback_) playback_ = std::make_unique<Playback>();
+  return *playback_;
+}
+
+bool Conformance::shows(const std::string& tag, const std::string& text) {
+  return !playback().find(tag, "text", text).empty();
+}
+
+}  // namespace tarni::test

@@ -1,0 +1,42 @@
+// Conformance: the fixture of the suite that every backend must pass. Each case starts the sample
+// screen anew on the backend that is its parameter.
+#pragma once
+
+#include <gtest/gtest.h>
+
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "tests/support/Program.h"
+#include "tests/support/Wire.h"
+
+namespace tarni::test {
+
+// One line a backend: its name and how its sample is started.
+struct Subject {
+  std::string name;
+  std::vector<std::string> command;
+  Program::Environment environment;
+};
+
+std::vector<Subject> subjects();
+
+class Conformance : public testing::TestWithParam<Subject> {
+ protected:
+  void SetUp() override;
+
+  Playback& playback();
+  // The text of the element with that accessibility identifier is not part of the wire: labels are
+  // found by what they show.
+  bool shows(const std::string& tag, const std::string& text);
+
+  std::unique_ptr<Program> program_;
+
+ private:
+  std::unique_ptr<Playback> playback_;
+};
+
+std::string subjectName(const testing::TestParamInfo<Subject>& info);
+
+}  // namespace tarni::test

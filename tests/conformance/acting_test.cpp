@@ -1,0 +1,86 @@
+#include "tests/conformance/Subject.h"
+
+namespace tarni::test {
+namespace {
+
+using std::chrono::milliseconds;
+
+TEST_P(Conformance, TypesAndClicks) {
+  const std::string field = playback().one("UITextField", "text", "User name");
+  EXPECT_EQ(playback().command("sendkeysonelement", field, "Someone else"),
+            nlohmann::json::array());
+  playback().command("sendkeysonelement", field, "Ada");
+  EXPECT_EQ(playback().command("clickelement", playback().one("UIButton", "text", "Log in")),
+            nlohmann::json::array());
+  EXPECT_TRUE(shows("UILabel", "Hello, Ada"));
+}
+
+TEST_P(Conformance, TextArrivesAsItWasSent) {
+  const std::string text = "a\"b\\c 'd' \xc3\xa9 \xf0\x9f\x90\xa6 <&>";
+  const std::string field = playback().one("UITextField", "text", "User name");
+  playback().command("sendkeysonelement", field, text);
+  EXPECT_EQ(playback().output("gettext", field), text);
+}
+
+TEST_P(Conformance, TypingIntoWhatIsNoFieldChangesNothing) {
+  const std::string label = playback().one("UILabel", "text", "Welcome");
+  EXPECT_EQ(playback().command("sendkeysonelement", label, "Ada"), nlohmann::json::array());
+  EXPECT_EQ(playback().output("gettext", label), "Welcome");
+}
+
+TEST_P(Conformance, AModalDialogIsOpenedAndClosedByTwoClicks) {
+  const std::string details = playback().one("UIButton", "partialtext", "Details");
+  playback().command("clickelement", details);
+  ASSERT_TRUE(shows("UILabel", "Really?"));
+  playback().command("clickelement", playback().one("UIButton", "text", "OK"));
+  EXPECT_TRUE(eventually([&] { return shows("UILabel", "Accepted"); }));
+  EXPECT_FALSE(shows("UILabel", "Really?"));
+}
+
+TEST_P(Conformance, AViewThatWentIsAnUnknownElement) {
+  playback().command("clickelement", playback().one("UIButton", "partialtext", "Details"));
+  const std::string cancel = playback().one("UIButton", "text", "Cancel");
+  playback().command("clickelement", cancel);
+  EXPECT_TRUE(eventually(
+      [&] { return playback().command("clickelement", cancel) == nlohmann::json::array(); }));
+  EXPECT_TRUE(eventually([&] { return shows("UILabel", "Rejected"); }));
+}
+
+TEST_P(Conformance, ASwipeScrollsTheList) {
+  ASSERT_TRUE(shows("UITableViewCell", "Row 1"));
+  const std::string list = playback().one("UITableView");
+  for (int i = 0; i < 4; ++i) playback().command("swipeon", list, "Up");
+  EXPECT_TRUE(eventually([&] { return !shows("UITableViewCell", "Row 1"); }));
+  const std::string again = playback().one("UITableView");
+  for (int i = 0; i < 6; ++i) playback().command("swipeon", again, "down");
+  EXPECT_TRUE(eventually([&] { return shows("UITableViewCell", "Row 1"); }));
+}
+
+TEST_P(Conformance, SwipeToAndSwipeResetMoveEverythingThatScrolls) {
+  ASSERT_TRUE(shows("UITableViewCell", "Row 1"));
+  EXPECT_EQ(playback().command("swipeto"), nlohmann::json::array());
+  EXPECT_TRUE(eventually([&] { return !shows("UITableViewCell", "Row 1"); }));
+  EXPECT_EQ(playback().command("swipereset"), nlohmann::json::array());
+  EXPECT_TRUE(eventually([&] { return shows("UITableViewCell", "Row 1"); }));
+}
+
+TEST_P(Conformance, SwipesOfNoDirectionAndOfTheWholeWindowAreAnswered) {
+  EXPECT_EQ(playback().command("swipeon", "", "left"), nlohmann::json::array());
+  EXPECT_EQ(playback().command("swipeon", "", "sideways"), nlohmann::json::array());
+  EXPECT_EQ(playback().command("swipeon", "nobody", "up"), nlohmann::json::array());
+}
+
+TEST_P(Conformance, ARowCanBeClicked) {
+  const std::string row = playback().one("UITableViewCell", "text", "Row 2");
+  EXPECT_EQ(playback().command("clickelement", row), nlohmann::json::array());
+  EXPECT_EQ(playback().output("gettext", row), "Row 2");
+}
+
+TEST_P(Conformance, AHighlightGoesBackByItself) {
+  const std::string button = playback().one("UIButton", "text", "Log in");
+  EXPECT_EQ(playback().command("highlight", button), nlohmann::json::array());
+  EXPECT_EQ(playback().find("UIButton", "text", "Log in").size(), 1U);
+}
+
+}  // namespace
+}  // namespace tarni::test
