@@ -1,0 +1,93 @@
+// Application: the UIApplication. Main thread.
+//
+// Tasks end without having been suspended: an event is dispatched on the caller's stack. The one
+// exception are touches on a control that opens a nested loop (Control::setOpensNestedLoop): they
+// are dispatched from the run loop, and the task ends when the application has handled them or runs
+// a loop inside.
+#pragma once
+
+#include <coroutine>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "backends/headless/RunLoop.h"
+#include "backends/headless/events/EventLog.h"
+#include "backends/headless/events/TouchDispatcher.h"
+#include "backends/headless/views/Window.h"
+#include "backends/posix/EventRecord.h"
+#include "platform/ObjectiveC/Runtime.h"
+#include "platform/UIKit/UIApplication.h"
+
+namespace tarni::headless {
+
+using WindowRef = std::shared_ptr<Window>;
+
+// One call of runLoopRunInMode.
+struct RunLoopRun {
+  std::string mode;
+  double seconds = 0;
+  bool returnAfterSourceHandled = false;
+};
+
+class Application : public platform::UIApplication {
+ public:
+  // Defines the methods of the class UIApplication in the runtime: "sendEvent:" and those of the
+  // run-loop mode stack.
+  Application(platform::ObjectiveCRuntime& runtime, RunLoop& runLoop);
+
+  // --- windows
+  platform::UIWindowRef keyWindow() const override { return keyWindow_; }
+  std::vector<platform::UIWindowRef> windowsWithKeyWindow() const override;
+  // Shows a window in front of the others.
+  void addWindow(const WindowRef& window);
+  void removeWindow(const WindowRef& window);
+  // Null leaves the application without one.
+  void setKeyWindow(const WindowRef& window);
+  // Back to front.
+  const std::vector<WindowRef>& windows() const { return windows_; }
+
+  // --- events
+  platform::UITouchRef makeTouch() override;
+  posix::EventRecord& _touchesEvent() override { return touchesEvent_; }
+  platform::Task<void> sendEvent(platform::UIEvent& event) override;
+  // Calls the method "sendEvent:" on the spot, as the platform does for a finger.
+  void performSendEvent(platform::UIEvent& event);
+  EventLog& eventLog() { return eventLog_; }
+  // Whether touches know setGestureView; true at first.
+  void setTouchesRespondToSetGestureView(bool respond) { touchesKnowGestureView_ = respond; }
+
+  // --- run loop
+  platform::Task<platform::CFRunLoopRunResult> runLoopRunInMode(
+      std::string mode, double seconds, bool returnAfterSourceHandled) override;
+  // The calls of the above, the latest last.
+  const std::vector<RunLoopRun>& runLoopRuns() const { return runLoopRuns_; }
+  void clearRunLoopRuns() { runLoopRuns_.clear(); }
+  // The application's own mode changes, through the methods "pushRunLoopMode:" and
+  // "popRunLoopMode:".
+  void pushRunLoopMode(const std::string& mode);
+  void popRunLoopMode(const std::string& mode);
+  const std::vector<std::string>& runLoopModes() const { return runLoopModes_; }
+
+ private:
+  struct Delivery;
+  struct DeliveryAwaiter;
+
+  void defineMethods();
+  void dispatch(platform::UIEvent& event);
+  void endDelivery();
+
+  platform::ObjectiveCRuntime& runtime_;
+  RunLoop& runLoop_;
+  WindowRef keyWindow_;
+  std::vector<WindowRef> windows_;
+  posix::EventRecord touchesEvent_;
+  TouchDispatcher dispatcher_;
+  EventLog eventLog_;
+  std::shared_ptr<Delivery> delivery_;  // the one that a sender waits for
+  std::vector<RunLoopRun> runLoopRuns_;
+  std::vector<std::string> runLoopModes_{platform::kCFRunLoopDefaultMode};
+  bool touchesKnowGestureView_ = true;
+};
+
+}  // namespace tarni::headless

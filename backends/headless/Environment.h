@@ -1,0 +1,79 @@
+// Environment: the whole in-memory platform. It builds all parts and installs them.
+//
+//   static auto& environment = *new Environment;   // lives as long as the process
+//   environment.install();
+//   auto window = std::make_shared<Window>(environment.screen().bounds());
+//   window->makeKeyAndVisible(environment.application());
+//   environment.runLoop().run();
+//
+// The thread that makes it is the main thread. Programs with an agent never destroy it; tests that
+// start no threads may have one each.
+#pragma once
+
+#include <memory>
+
+#include "backends/headless/Alerts.h"
+#include "backends/headless/Application.h"
+#include "backends/headless/Encoding.h"
+#include "backends/headless/LineLog.h"
+#include "backends/headless/NotificationCenter.h"
+#include "backends/headless/ProcessInfo.h"
+#include "backends/headless/RunLoop.h"
+#include "backends/headless/Screen.h"
+#include "backends/headless/Transaction.h"
+#include "backends/headless/events/Finger.h"
+#include "backends/posix/Dispatch.h"
+#include "backends/posix/HIDEventSystem.h"
+#include "backends/posix/ObjectiveCRuntime.h"
+#include "platform/Platform.h"
+
+namespace tarni::headless {
+
+class Environment {
+ public:
+  Environment() = default;
+  // Closes the main queue. What is logged afterwards still reaches the system log.
+  ~Environment();
+  Environment(const Environment&) = delete;
+  Environment& operator=(const Environment&) = delete;
+
+  // Makes this the platform of the process.
+  void install();
+
+  // A window of the screen's size, shown as the key window.
+  WindowRef makeWindow();
+  // "Now", for tests that want no waits: see ProcessInfo::setVirtual.
+  void useVirtualClock() { processInfo_.setVirtual(true); }
+
+  LineLog& log() { return log_; }
+  ProcessInfo& processInfo() { return processInfo_; }
+  Encoding& encoding() { return encoding_; }
+  NotificationCenter& notificationCenter() { return notificationCenter_; }
+  RunLoop& runLoop() { return runLoop_; }
+  posix::Dispatch& dispatch() { return dispatch_; }
+  posix::ObjectiveCRuntime& runtime() { return runtime_; }
+  Transaction& transaction() { return transaction_; }
+  Application& application() { return application_; }
+  Screen& screen() { return screen_; }
+  Alerts& alerts() { return alerts_; }
+  posix::HIDEventSystem& hidEvents() { return hidEvents_; }
+  // The user's first finger.
+  Finger& finger() { return finger_; }
+
+ private:
+  LineLog& log_ = *new LineLog;  // lines may be written until the process ends
+  ProcessInfo processInfo_;
+  Encoding encoding_;
+  NotificationCenter notificationCenter_;
+  RunLoop runLoop_{processInfo_};
+  posix::Dispatch dispatch_{runLoop_};
+  posix::ObjectiveCRuntime runtime_;
+  Transaction transaction_;
+  Application application_{runtime_, runLoop_};
+  Screen screen_;
+  Alerts alerts_;
+  posix::HIDEventSystem hidEvents_;
+  Finger finger_{application_};
+};
+
+}  // namespace tarni::headless

@@ -1,0 +1,82 @@
+// RunLoop: the main thread's event loop. It serves timers, posted blocks and the main queue.
+//
+// The thread that makes it is the main thread. It is the main loop of a program (`run`), and tests
+// drive it by hand (`runUntil`, `pump`). Exceptions that leave a block are logged and dropped.
+#pragma once
+
+#include <condition_variable>
+#include <deque>
+#include <functional>
+#include <limits>
+#include <map>
+#include <mutex>
+#include <thread>
+
+#include "backends/headless/ProcessInfo.h"
+#include "backends/posix/MainQueue.h"
+
+namespace tarni::headless {
+
+class RunLoop : public posix::MainQueue {
+ public:
+  using TimerId = unsigned long;
+
+  explicit RunLoop(ProcessInfo& clock) : clock_(clock) {}
+
+  bool isMainThread() const override { return std::this_thread::get_id() == mainThread_; }
+
+  // Any thread: runs `block` in the loop, also in a nested one.
+  void post(platform::Block block);
+  // Main thread: runs `block` once after `seconds`.
+  TimerId after(double seconds, platform::Block block);
+  void cancel(TimerId timer) { timers_.erase(timer); }
+
+  // Main thread: serves everything until `stop`.
+  void run();
+  // Any thread: ends the outermost `run` and all loops inside it.
+  void stop();
+  // Main thread: serves everything until `done` answers true (then true), or until `seconds` have
+  // passed or the loop was stopped (then false). Called from inside the loop it is a nested loop.
+  bool runUntil(const std::function<bool()>& done,
+                double seconds = std::numeric_limits<double>::infinity());
+  // Main thread: serves what is due now; false when there was nothing.
+  bool pump();
+  // Main thread: serves timers and posted blocks, not the main queue, for `seconds`. With a virtual
+  // clock it only skips them.
+  void wait(double seconds);
+
+  // Called at the start of every nested loop.
+  void onNestedLoop(std::function<void()> action) { nestedLoop_ = std::move(action); }
+
+ protected:
+  void wake() noexcept override;
+
+ private:
+  bool serveTimers();
+  bool servePosted();
+  bool serveMainQueue();
+  // Until something is to be served or the clock shows `deadline`.
+  void sleepUntil(double deadline);
+  double now() const { return clock_.systemUptime(); }
+  double nextTimer() const;
+
+  struct Timer {
+    double due;
+    platform::Block block;
+  };
+
+  ProcessInfo& clock_;
+  std::thread::id mainThread_ = std::this_thread::get_id();
+  std::map<TimerId, Timer> timers_;
+  TimerId lastTimer_ = 0;
+  int depth_ = 0;
+  std::function<void()> nestedLoop_;
+
+  std::mutex mutex_;  // guards what follows
+  std::condition_variable woken_;
+  std::deque<platform::Block> posted_;
+  bool mainQueueWaits_ = false;
+  bool stopped_ = false;
+};
+
+}  // namespace tarni::headless

@@ -1,0 +1,165 @@
+// Gesture recognizers: they follow the touches of their view and of all views below it, and call
+// the application's action. Once one recognizes its gesture, the touched view and the other
+// recognizers of the touch are cancelled. Main thread.
+//
+// Recognizers learn of time from the events alone: a long press is noticed with the next event
+// after its duration, at the latest with the one that ends it.
+#pragma once
+
+#include <functional>
+#include <memory>
+#include <span>
+#include <vector>
+
+#include "backends/headless/View.h"
+
+namespace tarni::headless {
+
+class GestureRecognizer {
+ public:
+  enum class State { Possible, Began, Changed, Ended, Cancelled, Failed };
+  using Action = std::function<void()>;
+  using Touches = std::vector<platform::UITouchRef>;
+
+  GestureRecognizer(platform::Class cls, Action action) : class_(cls), action_(std::move(action)) {}
+  virtual ~GestureRecognizer() = default;
+
+  platform::Class getClass() const { return class_; }
+  // Null while the recognizer belongs to no view.
+  View* view() const { return view_; }
+  State state() const { return state_; }
+  bool isRecognizing() const { return state_ == State::Began || state_ == State::Changed; }
+  bool hasRecognized() const { return isRecognizing() || state_ == State::Ended; }
+  std::size_t numberOfTouches() const { return touches_.size(); }
+  // The middle of the touches, in window coordinates.
+  platform::CGPoint locationInWindow() const;
+  // True: others may recognize their gesture beside this one.
+  bool isSimultaneous() const { return simultaneous_; }
+  void setSimultaneous(bool simultaneous) { simultaneous_ = simultaneous; }
+  // Whether tapped controls below the view keep their touches from this recognizer.
+  virtual bool yieldsToControls() const { return false; }
+
+  // --- called by the view and by the event dispatch
+  void setView(View* view) { view_ = view; }
+  // Touches of one event that have come to `phase`.
+  void handle(platform::UITouchPhase phase, const Touches& touches);
+  // Another recognizer won, or the touches are gone.
+  void cancel();
+  bool follows(const platform::UITouch& touch) const;
+
+ protected:
+  // `touches_` holds all touches that are down, in the order in which they came.
+  virtual void began() = 0;
+  virtual void moved() = 0;
+  // Called while `touches_` still holds the ones that end.
+  virtual void ended(const Touches& touches) = 0;
+  // Sets the state and runs the action.
+  void recognize(State state);
+  void fail() { state_ = State::Failed; }
+
+  static double distance(platform::CGPoint a, platform::CGPoint b);
+
+  Touches touches_;
+
+ private:
+  void forget(const Touches& touches);
+
+  platform::Class class_;
+  Action action_;
+  View* view_ = nullptr;
+  State state_ = State::Possible;
+  bool simultaneous_ = false;
+};
+
+class TapGestureRecognizer : public GestureRecognizer {
+ public:
+  explicit TapGestureRecognizer(Action action, std::size_t touchesRequired = 1,
+                                int tapsRequired = 1);
+  bool yieldsToControls() const override { return true; }
+
+ protected:
+  void began() override;
+  void moved() override;
+  void ended(const Touches& touches) override;
+
+ private:
+  std::size_t touchesRequired_;
+  int tapsRequired_;
+  int taps_ = 0;
+  double lastTap_ = 0;
+  double start_ = 0;
+  std::size_t most_ = 0;  // touches down at once
+  platform::CGPoint startLocation_;
+};
+
+class LongPressGestureRecognizer : public GestureRecognizer {
+ public:
+  explicit LongPressGestureRecognizer(Action action, double minimumSeconds = 0.5);
+
+ protected:
+  void began() override;
+  void moved() override;
+  void ended(const Touches& touches) override;
+
+ private:
+  void check();
+
+  double minimumSeconds_;
+  double start_ = 0;
+  platform::CGPoint startLocation_;
+};
+
+class PanGestureRecognizer : public GestureRecognizer {
+ public:
+  explicit PanGestureRecognizer(Action action, platform::Class cls = panClass());
+  static platform::Class panClass();
+  // How far the touches have come since they began, along the axes of `view`.
+  platform::CGPoint translationInView(const View& view) const;
+
+ protected:
+  void began() override;
+  void moved() override;
+  void ended(const Touches& touches) override;
+
+ private:
+  platform::CGPoint translation_;  // in window coordinates
+  platform::CGPoint last_;
+};
+
+class PinchGestureRecognizer : public GestureRecognizer {
+ public:
+  explicit PinchGestureRecognizer(Action action);
+  // The fingers' distance in relation to that at the start.
+  double scale() const { return scale_; }
+
+ protected:
+  void began() override;
+  void moved() override;
+  void ended(const Touches& touches) override;
+
+ private:
+  double fingerDistance() const;
+
+  double startDistance_ = 0;
+  double scale_ = 1;
+};
+
+class RotationGestureRecognizer : public GestureRecognizer {
+ public:
+  explicit RotationGestureRecognizer(Action action);
+  // Radians since the start, clockwise; turns add up.
+  double rotation() const { return rotation_; }
+
+ protected:
+  void began() override;
+  void moved() override;
+  void ended(const Touches& touches) override;
+
+ private:
+  double fingerAngle() const;
+
+  double last_ = 0;
+  double rotation_ = 0;
+};
+
+}  // namespace tarni::headless

@@ -1,0 +1,24 @@
+// Slider: a UISlider. A finger on it sets the value. Main thread.
+#pragma once
+
+#include "backends/headless/views/Control.h"
+
+namespace tarni::headless {
+
+class Slider : public Control {
+ public:
+  explicit Slider(double value = 0, platform::Class cls = platform::uikit::UISlider);
+
+  // From 0 to 1; values outside are limited.
+  double value() const { return value_; }
+  void setValue(double value);
+  void onChange(Action action) { addAction(ControlEvent::ValueChanged, std::move(action)); }
+
+  bool handleTouch(platform::UITouchPhase phase, platform::UITouch& touch) override;
+  void drawContent(Canvas& canvas) const override;
+
+ private:
+  double value_;
+};
+
+}  // namespace tarni::headless
