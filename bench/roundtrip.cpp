@@ -1,0 +1,74 @@
+// One command and its answer on a live Qt program, against a bare loopback echo of the same bytes.
+#include <arpa/inet.h>
+#include <benchmark/benchmark.h>
+#include <signal.h>
+#include <sys/prctl.h>
+#include <sys/socket.h>
+#include <unistd.h>
+
+#include <memory>
+
+#include "bench/RatioReporter.h"
+#include "tests/support/Program.h"
+#include "tests/support/Wire.h"
+
+namespace tarni::bench {
+namespace {
+
+constexpr std::uint16_t kEchoPort = 9999;
+
+// A process of its own, as the program under test is one.
+void serveEcho() {
+  const int listening = socket(AF_INET, SOCK_STREAM | SOCK_CLOEXEC, 0);
+  sockaddr_in address = {};
+  address.sin_family = AF_INET;
+  address.sin_port = htons(kEchoPort);
+  address.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
+  bind(listening, reinterpret_cast<sockaddr*>(&address), sizeof address);
+  listen(listening, 1);
+  const int connection = accept(listening, nullptr, nullptr);
+  char bytes[4096];
+  for (ssize_t count; (count = recv(connection, bytes, sizeof bytes, 0)) > 0;) {
+    if (send(connection, bytes, static_cast<std::size_t>(count), MSG_NOSIGNAL) < 0) break;
+  }
+  _exit(0);
+}
+
+void echo(benchmark::State& state) {
+  if (fork() == 0) {
+    prctl(PR_SET_PDEATHSIG, SIGKILL);
+    serveEcho();
+  }
+  const test::Wire wire(kEchoPort);
+  const std::string line = R"({"functionname":"gettext","accessorvalue":"12345678-1234"})";
+  for (auto _ : state) {
+    wire.sendLine(line);
+    wire.read(line.size() + 2);
+  }
+}
+BENCHMARK(echo)->UseRealTime()->MinTime(1)->Unit(benchmark::kMicrosecond);
+
+void gettext(benchmark::State& state, const std::string& major) {
+  const test::Program program(
+      {test::built("bin/qt-sample-" + major)},
+      {{"LD_PRELOAD", test::built("lib/libtarni.so")}, {"QT_QPA_PLATFORM", "offscreen"}});
+  const test::Playback playback;
+  const std::string button = playback.one("UIButton", "text", "Log in");
+  const std::string line =
+      nlohmann::json{{"functionname", "gettext"}, {"accessorvalue", button}}.dump();
+  for (auto _ : state) {
+    playback.wire().sendLine(line);
+    benchmark::DoNotOptimize(playback.wire().readMessage());
+  }
+}
+BENCHMARK_CAPTURE(gettext, qt5, "5")->UseRealTime()->MinTime(1)->Unit(benchmark::kMicrosecond);
+BENCHMARK_CAPTURE(gettext, qt6, "6")->UseRealTime()->MinTime(1)->Unit(benchmark::kMicrosecond);
+
+const bool registered = [] {
+  compare({"gettext/qt5", "echo", 3});
+  compare({"gettext/qt6", "echo", 3});
+  return true;
+}();
+
+}  // namespace
+}  // namespace tarni::bench
