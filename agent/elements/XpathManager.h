@@ -29,6 +29,9 @@ class XpathManager {
   std::optional<std::string> getPositionXpathOfUIView(const platform::UIViewRef& view) const;
   // The GUID filed last under the position; null when there is none.
   std::optional<std::string> getIdentificationGUIDFromXpath(std::string_view xpath) const;
+  // True when `guid` is the one filed last under the position. For a GUID that was filed once, as
+  // all tags are; quick where it is false.
+  bool isFiledUnder(std::string_view guid, std::string_view xpath) const;
   // From position to GUID.
   const XpathTrie& getXpathPosition_PlaybackDictionary() const { return positions_; }
 

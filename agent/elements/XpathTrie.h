@@ -32,6 +32,7 @@ class XpathTrie {
   // The position filed for the GUID, or null.
   std::optional<Node> nodeOfGuid(std::string_view guid) const;
   std::string text(Node node) const;
+  std::size_t textLength(Node node) const { return steps_[node].length; }
 
   // The GUID filed under the position, or null.
   std::optional<std::string> objectForKey(std::string_view xpath) const;
@@ -43,6 +44,7 @@ class XpathTrie {
     Node prefix = kRoot;
     platform::Class cls = nullptr;
     long index = 0;
+    std::size_t length = 0;             // of the text of the whole position
     const std::string* guid = nullptr;  // the key in guids_
   };
   struct Key {

@@ -1,0 +1,137 @@
+#include <nlohmann/json.hpp>
+
+#include "agent/elements/NativeCommands.h"
+#include "agent/elements/UIViewFinder.h"
+#include "agent/elements/UIView_Highlight.h"
+#include "agent/interaction/PlayBackInteractionMethods.h"
+#include "agent/interaction/UIView_KIFAdditions.h"
+#include "platform/Platform.h"
+
+namespace tarni::commands {
+
+using nlohmann::ordered_json;
+using platform::CGPoint;
+using platform::CGSize;
+using platform::Task;
+using platform::UIViewRef;
+using platform::UIViewWeakRef;
+
+namespace {
+
+constexpr double kAfterActionSeconds = 0.5;
+constexpr float kSwipeAmount = 200.0F;
+
+using Action = Task<bool> (*)(UIViewRef view, std::string data);
+
+Task<bool> click(UIViewRef view, std::string) {
+  PlayBackInteractionMethods interaction;
+  co_return co_await interaction.performClickOnUIView(view);
+}
+
+Task<bool> typeText(UIViewRef view, std::string text) {
+  PlayBackInteractionMethods interaction;
+  co_return co_await interaction.performTypeTextOnUIView(view, text);
+}
+
+// Shows the element while the action runs and for a moment after. The action may close the
+// element's window, so nothing here keeps the element over a wait.
+Task<void> actOnElement(PlaybackCommand command, Action action) {
+  const platform::Platform& platform = platform::current();
+  // 1. Keep the element's border and show the highlight.
+  UIViewRef element = elementOf(command);
+  if (!element) co_return;
+  const UIViewWeakRef weakElement = element;
+  const Highlight::Border kept = Highlight::ownBorder(element);
+  Highlight::highlightView(element);
+  platform.transaction->flush();
+  // 2. Act.
+  co_await action(std::move(element), command.dataValue);
+  // 3. Let the application run.
+  co_await platform.application->runLoopRunInMode(platform::kCFRunLoopDefaultMode,
+                                                  kAfterActionSeconds, false);
+  // 4. Bring the border back.
+  if (const UIViewRef still = weakElement.lock()) {
+    Highlight::deHighlightView(still, kept.width, kept.color);
+  }
+  platform.transaction->flush();
+}
+
+// Every view of the window, none of them kept.
+std::vector<UIViewWeakRef> allViews() {
+  const std::vector<UIViewRef> views = UIViewFinder().getAllUIViewsAccordingToViewType("");
+  return {views.begin(), views.end()};
+}
+
+struct Drag {
+  CGPoint from;
+  CGPoint to;
+};
+
+// Over the middle half of the size; nowhere for a direction that is none.
+Drag dragInDirection(const std::string& direction, CGSize size) {
+  const CGPoint left{size.width / 4, size.height / 2};
+  const CGPoint right{size.width - size.width / 4, size.height / 2};
+  const CGPoint top{size.width / 2, size.height / 4};
+  const CGPoint bottom{size.width / 2, size.height - size.height / 4};
+  if (direction == "left") return {right, left};
+  if (direction == "right") return {left, right};
+  if (direction == "up") return {bottom, top};
+  if (direction == "down") return {top, bottom};
+  return {};
+}
+
+UIViewRef firstSubviewOfWindow() {
+  const platform::UIWindowRef window = UIViewFinder().getCurrentWindow();
+  if (!window || window->subviews().empty()) return nullptr;
+  return window->subviews().front();
+}
+
+}  // namespace
+
+Entries clickelement(PlaybackCommand command) {
+  co_await actOnElement(std::move(command), click);
+  co_return ordered_json::array();
+}
+
+Entries sendkeysonelement(PlaybackCommand command) {
+  co_await actOnElement(std::move(command), typeText);
+  co_return ordered_json::array();
+}
+
+Entries swipeto(PlaybackCommand) {
+  const UIViewFinder finder;
+  const std::vector<UIViewWeakRef> views = allViews();
+  for (const UIViewWeakRef& view : views) {
+    UIViewRef alive = view.lock();
+    if (alive) co_await finder.swipeBy(kSwipeAmount, std::move(alive));
+  }
+  co_return ordered_json::array();
+}
+
+Entries swipereset(PlaybackCommand) {
+  const UIViewFinder finder;
+  const std::vector<UIViewWeakRef> views = allViews();
+  for (const UIViewWeakRef& view : views) {
+    UIViewRef alive = view.lock();
+    if (alive) co_await finder.swipeReset(-kSwipeAmount, std::move(alive));
+  }
+  co_return ordered_json::array();
+}
+
+Entries swipeon(PlaybackCommand command) {
+  // 1. The target is the element, or what fills the window when none is named.
+  UIViewRef target = command.accessorValue.empty() ? firstSubviewOfWindow() : elementOf(command);
+  if (!target) co_return ordered_json::array();
+  // 2. Drag in its own coordinates.
+  const std::string direction = platform::lowercase(command.dataValue);
+  const Drag drag = dragInDirection(direction, target->bounds().size);
+  co_await KIFAdditions::dragFromPoint(std::move(target), drag.from, drag.to);
+  co_return ordered_json::array();
+}
+
+Entries highlight(PlaybackCommand command) {
+  if (const UIViewRef element = elementOf(command)) Highlight::highlightView(element);
+  co_return ordered_json::array();
+}
+
+}  // namespace tarni::commands

@@ -1,0 +1,123 @@
+#include "agent/elements/ElementSpy.h"
+
+#include <nlohmann/json.hpp>
+#include <ranges>
+
+#include "agent/Queue/RecorderQueue.h"
+#include "agent/elements/UIViewStorage.h"
+#include "agent/elements/UIView_Highlight.h"
+#include "agent/elements/UIViewsManager.h"
+#include "agent/elements/Utilities.h"
+#include "agent/elements/XpathManager.h"
+#include "agent/recording/MainRecorderAction.h"
+#include "platform/UIKit/Classes.h"
+
+namespace tarni {
+
+namespace uikit = platform::uikit;
+using nlohmann::ordered_json;
+using platform::CGPoint;
+using platform::CGRect;
+using platform::UIViewRef;
+
+namespace {
+
+bool isTakenWhole(const UIViewRef& view) {
+  return view->isKindOfClass(uikit::UIButton) || view->isKindOfClass(uikit::UITextField) ||
+         view->isKindOfClass(uikit::UISwitch);
+}
+
+// Whether the point (coordinates of `selection`) lies strictly inside the candidate.
+bool isStrictlyInside(const UIViewRef& candidate, const UIViewRef& selection, CGPoint point) {
+  const CGPoint center =
+      platform::convertPoint(candidate->center(), candidate->superview(), selection);
+  const platform::CGSize size = candidate->bounds().size;
+  const CGRect area{{center.x - size.width / 2, center.y - size.height / 2}, size};
+  return area.minX() < point.x && point.x < area.maxX() && area.minY() < point.y &&
+         point.y < area.maxY();
+}
+
+// The view listed last, so the deepest and foremost, that holds the point; the touched view when
+// none does or when it is one that is never looked into.
+UIViewRef selectionAt(const UIViewRef& touchedView, CGPoint point) {
+  UIViewsManager manager;
+  const std::vector<UIViewRef>& views = manager.GetAllViews(touchedView, true);
+  if (isTakenWhole(touchedView)) return touchedView;
+  for (const UIViewRef& candidate : std::views::reverse(views)) {
+    if (isStrictlyInside(candidate, touchedView, point)) return candidate;
+  }
+  return touchedView;
+}
+
+std::string rounded(double value) {
+  return Utilities::decimalText(value, 0);
+}
+
+void addParentProperties(MainRecorderAction& spied, const UIViewRef& superview) {
+  if (!superview) return;
+  const CGRect bounds = superview->bounds();
+  const std::string className = Utilities::getUIViewClassName(superview);
+  spied.addParentProperty("title", className);
+  spied.addParentProperty("class", className);
+  spied.addParentProperty("id", Utilities::getUIViewAccesibilityId(superview));
+  spied.addParentProperty("label", Utilities::getUIViewAccesibilityLabel(superview));
+  spied.addParentProperty("X", rounded(bounds.origin.x));
+  spied.addParentProperty("Y", rounded(bounds.origin.y));
+  spied.addParentProperty("height", rounded(bounds.size.height));
+  spied.addParentProperty("width", rounded(bounds.size.width));
+}
+
+}  // namespace
+
+bool ElementSpy::createSpyHierarchy(const UIViewRef& touchedView, CGPoint touchPoint) {
+  if (!touchedView) return false;
+  // 1. Pick the element and show it.
+  const UIViewRef selection = selectionAt(touchedView, touchPoint);
+  Highlight::highlightView(selection);
+  // 2. Leave web content to the page scripts.
+  if (selection->getClass()->lowercaseName().find("uiweb") != std::string::npos) return false;
+  // 3. Describe and file it and its ancestors, without the topmost view.
+  UIViewStorage& storage = UIViewStorage::sharedObject();
+  storage.setCount(0);
+  ordered_json hierarchy = ordered_json::array();
+  UIViewRef superview;
+  for (UIViewRef view = selection; (superview = view->superview()); view = superview) {
+    storage.setCount(storage.count() + 1);
+    hierarchy.push_back(createSpyProperties(view));
+    storage.registerView(view);
+  }
+  // 4. Send the descriptions.
+  RecorderQueue::get().enqueue(std::move(hierarchy));
+  return true;
+}
+
+ordered_json ElementSpy::createSpyProperties(const UIViewRef& view) const {
+  const CGRect bounds = view->bounds();
+  const std::string className = Utilities::getUIViewClassName(view);
+  const std::string text = Utilities::getUIViewText(view);
+  MainRecorderAction spied;
+  spied.addObjectProperty("tagName", className);
+  spied.addObjectProperty("class", className);
+  spied.addObjectProperty("id", Utilities::getUIViewAccesibilityId(view));
+  spied.addObjectProperty("label", Utilities::getUIViewAccesibilityLabel(view));
+  spied.addObjectProperty("sahiText", text);
+  spied.addObjectProperty("name", text);
+  spied.addObjectProperty("mode", "native");
+  spied.addObjectProperty("logicalname", getLogicalNameOfElement(view));
+  spied.addObjectProperty("xpath:position",
+                          XpathManager::sharedInstance().getPositionXpathOfUIView(view));
+  spied.addObjectProperty("X", rounded(bounds.origin.x));
+  spied.addObjectProperty("Y", rounded(bounds.origin.y));
+  spied.addObjectProperty("height", rounded(bounds.size.height));
+  spied.addObjectProperty("width", rounded(bounds.size.width));
+  addParentProperties(spied, view->superview());
+  return spied.CreateSpyData();
+}
+
+std::string ElementSpy::getLogicalNameOfElement(const UIViewRef& view) const {
+  if (std::string text = Utilities::getUIViewText(view); !text.empty()) return text;
+  if (std::string id = Utilities::getUIViewAccesibilityId(view); !id.empty()) return id;
+  return Utilities::getUIViewClassName(view);
+}
+
+}  // namespace tarni

@@ -1,0 +1,117 @@
+#include <algorithm>
+#include <nlohmann/json.hpp>
+
+#include "agent/AI/AiAPI.h"
+#include "agent/elements/IdentityTag.h"
+#include "agent/elements/NativeCommands.h"
+#include "agent/elements/UIViewFinder.h"
+#include "agent/elements/UIViewMemoryCache.h"
+#include "agent/elements/UIViewsManager.h"
+#include "agent/elements/Utilities.h"
+#include "agent/elements/XpathManager.h"
+#include "platform/UIKit/Classes.h"
+
+namespace tarni::commands {
+
+using nlohmann::ordered_json;
+using platform::UIViewRef;
+
+namespace {
+
+// One "elementID" for each element in the cache.
+ordered_json collectIdentifiers() {
+  ordered_json entries = ordered_json::array();
+  for (const auto& cached : UIViewMemoryCache::sharedInstance().getUIViewsMemoryCache()) {
+    ordered_json entry;
+    entry["elementID"] = cached.identifier;
+    entries.push_back(std::move(entry));
+  }
+  return entries;
+}
+
+// Searches below `parent` (null: nowhere) and answers what was found.
+ordered_json findBelow(const UIViewRef& parent, const PlaybackCommand& command) {
+  UIViewMemoryCache::sharedInstance().clearMemoryCache();
+  UIViewsManager manager;
+  manager.findElements(parent, command.tagName, command.accessorType, command.accessorValue);
+  return collectIdentifiers();
+}
+
+bool matchesText(const UIViewRef& field, const PlaybackCommand& command) {
+  if (command.accessorType.empty()) return true;
+  const std::string text = Utilities::getUIViewText(field);
+  if (command.accessorType == "text") return text == command.accessorValue;
+  return command.accessorType == "partialtext" &&
+         Utilities::lowercaseString(text).find(Utilities::lowercaseString(command.accessorValue)) !=
+             std::string::npos;
+}
+
+void addFieldsByText(const std::vector<UIViewRef>& views, const PlaybackCommand& command) {
+  for (const UIViewRef& view : views) {
+    const bool isField = view->isKindOfClass(platform::uikit::UITextField);
+    if (isField && matchesText(view, command)) {
+      UIViewMemoryCache::sharedInstance().addViewInMemoryCache(view);
+    }
+  }
+}
+
+// Adds the first view of all, text field or not, that has the position; nothing on a screen without
+// a text field.
+void addViewByXpath(const std::vector<UIViewRef>& views, const std::string& xpath) {
+  const auto isField = [](const UIViewRef& view) {
+    return view->isKindOfClass(platform::uikit::UITextField);
+  };
+  const auto guid = XpathManager::sharedInstance().getIdentificationGUIDFromXpath(xpath);
+  if (!guid || std::ranges::none_of(views, isField)) return;
+  const auto found = std::ranges::find_if(views, [&guid](const UIViewRef& view) {
+    const std::string* const tag = view->layer().valueForKey(kPlaybackTag);
+    return tag && *tag == *guid;
+  });
+  if (found != views.end()) UIViewMemoryCache::sharedInstance().addViewInMemoryCache(*found);
+}
+
+}  // namespace
+
+Entries findelementsinsideelement(PlaybackCommand command) {
+  // 1. Wait for a view controller that is about to appear.
+  const UIViewFinder finder;
+  co_await finder.waitForViewControllerLoaded();
+  // 2. Take the parent before the search clears the cache that knows it.
+  const UIViewRef parent =
+      UIViewMemoryCache::sharedInstance().getUIVIewAccordingToElementId(command.dataValue);
+  // 3. Search below it.
+  co_return findBelow(parent, command);
+}
+
+Entries findeditablecomponents(PlaybackCommand command) {
+  // 1. Wait for a view controller that is about to appear.
+  const UIViewFinder finder;
+  co_await finder.waitForViewControllerLoaded();
+  // 2. Clear the cache and take every view.
+  UIViewMemoryCache::sharedInstance().clearMemoryCache();
+  const std::vector<UIViewRef> views = finder.getAllUIViewsAccordingToViewType("");
+  // 3. Add the text fields that match, or the one view at a position.
+  if (command.accessorType == "xpath") {
+    addViewByXpath(views, command.accessorValue);
+  } else {
+    addFieldsByText(views, command);
+  }
+  // 4. Answer what was added.
+  co_return collectIdentifiers();
+}
+
+Entries findelements(PlaybackCommand command) {
+  // 1. Wait for a view controller that is about to appear.
+  const UIViewFinder finder;
+  co_await finder.waitForViewControllerLoaded();
+  // 2. Search the whole window.
+  co_return findBelow(finder.getCurrentWindow(), command);
+}
+
+Entries ai_findelements(PlaybackCommand command) {
+  // The answer is the array of descriptions as it is.
+  const AiAPI api;
+  co_return co_await api.getAllViewsInformation(command.tagName);
+}
+
+}  // namespace tarni::commands

@@ -1,0 +1,80 @@
+#include <nlohmann/json.hpp>
+
+#include "agent/AI/AiAPI.h"
+#include "agent/elements/NativeCommands.h"
+#include "agent/elements/Utilities.h"
+#include "platform/Platform.h"
+#include "platform/UIKit/Classes.h"
+
+namespace tarni::commands {
+
+using nlohmann::ordered_json;
+using platform::UIViewRef;
+
+namespace {
+
+void append(ordered_json& entries, ordered_json more) {
+  for (ordered_json& entry : more) entries.push_back(std::move(entry));
+}
+
+}  // namespace
+
+// A UISwitch answers twice: as a switch, and as a view that is called one.
+Entries isselected(PlaybackCommand command) {
+  ordered_json entries = ordered_json::array();
+  const UIViewRef element = elementOf(command);
+  if (!element) co_return entries;
+  try {
+    // 1. A switch answers its state.
+    if (element->isKindOfClass(platform::uikit::UISwitch)) {
+      append(entries, output(Utilities::isOn(element)));
+    }
+    // 2. So does what is called a switch.
+    if (element->getClass()->lowercaseName().find("switch") != std::string::npos) {
+      append(entries, output(Utilities::isOn(element)));
+    }
+  } catch (const std::exception&) {
+    // 3. A view that has no such state is not selected.
+    append(entries, output(false));
+  }
+  co_return entries;
+}
+
+Entries isenabled(PlaybackCommand command) {
+  const UIViewRef element = elementOf(command);
+  if (!element) co_return ordered_json::array();
+  co_return output(element->isUserInteractionEnabled());
+}
+
+// The frame is compared as the element reports it, in its superview's coordinates.
+Entries isdisplayed(PlaybackCommand command) {
+  const UIViewRef element = elementOf(command);
+  if (!element) co_return ordered_json::array();
+  co_return output(platform::current().mainScreen->bounds().contains(element->frame()));
+}
+
+Entries gettext(PlaybackCommand command) {
+  const UIViewRef element = elementOf(command);
+  if (!element) co_return ordered_json::array();
+  co_return output(Utilities::getUIViewTextForPlayBack(element));
+}
+
+Entries getheight(PlaybackCommand command) {
+  const UIViewRef element = elementOf(command);
+  if (!element) co_return ordered_json::array();
+  co_return output(Utilities::decimalText(element->bounds().size.height, 0));
+}
+
+Entries getwidth(PlaybackCommand command) {
+  const UIViewRef element = elementOf(command);
+  if (!element) co_return ordered_json::array();
+  co_return output(Utilities::decimalText(element->bounds().size.width, 0));
+}
+
+Entries ai_getscreensnapshot(PlaybackCommand) {
+  const AiAPI api;
+  std::string image = co_await api.getBase64ImageOfCurrentWindow();
+  co_return output(std::move(image));
+}
+
+}  // namespace tarni::commands

@@ -1,0 +1,104 @@
+#include "agent/elements/Utilities.h"
+
+#include <array>
+#include <charconv>
+#include <nlohmann/json.hpp>
+
+#include "agent/core/GlobalVars.h"
+#include "platform/Foundation/NSException.h"
+#include "platform/Platform.h"
+
+namespace tarni {
+
+using nlohmann::ordered_json;
+
+namespace {
+
+std::optional<std::string> compactText(const ordered_json& value) {
+  if (!value.is_structured()) return std::nullopt;
+  return value.dump(-1, ' ', false, ordered_json::error_handler_t::replace);
+}
+
+std::optional<ordered_json> parse(std::string_view text) {
+  ordered_json value = ordered_json::parse(text, nullptr, false);
+  if (value.is_discarded()) return std::nullopt;
+  return value;
+}
+
+std::optional<std::string> textOfKey(const ordered_json& command, const char* key) {
+  const auto found = command.find(key);
+  if (found == command.end() || found->is_null()) return std::nullopt;
+  if (!found->is_string()) {
+    throw platform::NSException(platform::NSInvalidArgumentException,
+                                std::string(key) + " must be a string");
+  }
+  return found->get<std::string>();
+}
+
+constexpr double kToastSeconds = 5.0;
+
+}  // namespace
+
+std::optional<std::string> Utilities::convertNSArrayToString(const ordered_json& array) {
+  return compactText(array);
+}
+
+std::optional<std::string> Utilities::convertMutableDictionaryToString(
+    const ordered_json& dictionary) {
+  return compactText(dictionary);
+}
+
+std::optional<ordered_json> Utilities::convertStringToNSArray(std::string_view text) {
+  std::optional<ordered_json> value = parse(text);
+  return value && value->is_array() ? std::move(value) : std::nullopt;
+}
+
+std::optional<ordered_json> Utilities::convertStringToMutableDictionary(std::string_view text) {
+  std::optional<ordered_json> value = parse(text);
+  return value && value->is_object() ? std::move(value) : std::nullopt;
+}
+
+std::string Utilities::getGUIDString() {
+  return platform::current().encoding->UUIDString();
+}
+
+std::string Utilities::decimalText(double value, int decimals) {
+  std::array<char, 512> digits;  // the largest double has 309 digits before the point
+  const auto [end, error] = std::to_chars(digits.data(), digits.data() + digits.size(), value,
+                                          std::chars_format::fixed, decimals);
+  return error == std::errc() ? std::string(digits.data(), end) : std::string();
+}
+
+FunctionCallObject Utilities::createFunctionCallObject(const std::optional<ordered_json>& command) {
+  GlobalVars::sharedInstance().set_isPlaybackStarted("true");
+  FunctionCallObject call;
+  if (!command) return call;
+  call.setFunctionName(textOfKey(*command, "functionname"));
+  call.setTagName(textOfKey(*command, "tagname"));
+  call.setAccessorType(textOfKey(*command, "accessortype"));
+  call.setAccessorValue(textOfKey(*command, "accessorvalue"));
+  call.setDataValue(textOfKey(*command, "datavalue"));
+  call.setFunctionType(textOfKey(*command, "functiontype"));
+  call.setFunctionResultType(textOfKey(*command, "functionresulttype"));
+  return call;
+}
+
+void Utilities::ShowToastMessage(std::string text) {
+  platform::current().dispatch->mainQueue().async([text = std::move(text)] {
+    const platform::Platform& platform = platform::current();
+    const auto alert = platform.alerts->show(text, std::nullopt, std::nullopt);
+    platform.dispatch->afterOnMain(kToastSeconds, [alert] { dismissAlert(alert); });
+  });
+}
+
+void Utilities::ShowAlertMessage(std::string text) {
+  platform::current().dispatch->mainQueue().async([text = std::move(text)] {
+    dismissAlert(platform::current().alerts->show(text, "Cancel", "Ok"));
+  });
+}
+
+void Utilities::dismissAlert(const std::shared_ptr<platform::UIAlertView>& alert) {
+  if (alert) alert->dismissWithClickedButtonIndex(0, true);
+}
+
+}  // namespace tarni

@@ -1,0 +1,181 @@
+#include "agent/elements/Utilities.h"
+#include "platform/Foundation/NSException.h"
+#include "platform/Foundation/NSLog.h"
+#include "platform/UIKit/Classes.h"
+#include "platform/UIKit/UIControls.h"
+
+namespace tarni {
+
+namespace uikit = platform::uikit;
+using platform::UIViewRef;
+
+namespace {
+
+using Text = std::optional<std::string>;
+
+// The view as one of the kinds of UIControls.h without taking a share in it; null when it is none.
+template <typename Kind>
+const Kind* kindOf(const UIViewRef& view) {
+  return dynamic_cast<const Kind*>(view.get());
+}
+
+template <typename Kind>
+Text text(const UIViewRef& view, Text (Kind::*getter)() const) {
+  const Kind* const kind = kindOf<Kind>(view);
+  return kind ? (kind->*getter)() : std::nullopt;
+}
+
+bool classNameContains(const UIViewRef& view, std::string_view part) {
+  return view->getClass()->lowercaseName().find(part) != std::string::npos;
+}
+
+bool isInSegmentedControl(const UIViewRef& superview) {
+  if (!superview || !classNameContains(superview, "segmentedcontrol")) return false;
+  platform::NSLog("***FOUND UISEGMENTCONTROL");
+  return true;
+}
+
+std::string selectedTitle(const UIViewRef& segmentedControl) {
+  const auto* const control = kindOf<platform::UISegmentedControl>(segmentedControl);
+  if (!control) return {};
+  const long selected = control->selectedSegmentIndex();
+  if (selected < 0 || selected >= control->numberOfSegments()) return {};
+  return control->titleForSegmentAtIndex(selected).value_or("");
+}
+
+std::string allTitles(const UIViewRef& segmentedControl) {
+  const auto* const control = kindOf<platform::UISegmentedControl>(segmentedControl);
+  if (!control) return {};
+  std::string titles;
+  for (long index = 0; index < control->numberOfSegments(); ++index) {
+    const std::string title = control->titleForSegmentAtIndex(index).value_or("");
+    if (!title.empty()) titles += title + ";";
+  }
+  return titles;
+}
+
+std::string shownText(const platform::UITextField& field) {
+  std::string typed = field.text();
+  return typed.empty() ? field.placeholder().value_or("") : typed;
+}
+
+// The kinds whose text is the same for recording and for playback; null for all others.
+Text textOfPlainKind(const UIViewRef& view) {
+  const platform::Class cls = view->getClass();
+  const auto is = [cls](platform::Class kind) { return cls->isSubclassOf(kind); };
+  if (is(uikit::UINavigationItem) || is(uikit::UIBarButtonItem)) {
+    return text(view, &platform::UITitledItem::title).value_or("");
+  }
+  if (is(uikit::UITextView)) return text(view, &platform::UITextView::textViewText).value_or("");
+  if (is(uikit::UITableViewCell)) {
+    return text(view, &platform::UITableViewCell::cellText).value_or("");
+  }
+  if (is(uikit::UITabBarItem)) return text(view, &platform::UITitledItem::title).value_or("");
+  if (is(uikit::UISegmentedControl)) return view->accessibilityValue().value_or("");
+  return std::nullopt;
+}
+
+}  // namespace
+
+std::string Utilities::getUIViewClassName(const UIViewRef& view) {
+  return view->getClass()->name();
+}
+
+std::string Utilities::getUIViewAccesibilityId(const UIViewRef& view) {
+  return view->accessibilityIdentifier().value_or("");
+}
+
+std::string Utilities::getUIViewAccesibilityLanguage(const UIViewRef& view) {
+  return view->accessibilityLanguage().value_or("");
+}
+
+std::string Utilities::getUIViewAccesibilityLabel(const UIViewRef& view) {
+  if (Text value = view->accessibilityValue()) return *std::move(value);
+  if (Text label = view->accessibilityLabel()) return *std::move(label);
+  return view->accessibilityHint().value_or("");
+}
+
+long Utilities::getUIViewTag(const UIViewRef& view) {
+  return view->tag();
+}
+
+std::string Utilities::getUIViewText(const UIViewRef& view) {
+  if (view->isKindOfClass(uikit::UILabel)) {
+    return text(view, &platform::UILabel::labelText).value_or("");
+  }
+  if (view->isKindOfClass(uikit::UIButton)) {
+    return text(view, &platform::UIButton::currentTitle).value_or("");
+  }
+  if (view->isKindOfClass(uikit::UITextField)) {
+    return text(view, &platform::UITextField::placeholder).value_or("");
+  }
+  if (Text plain = textOfPlainKind(view)) return *std::move(plain);
+  const UIViewRef superview = view->superview();
+  if (isInSegmentedControl(superview)) return selectedTitle(superview);
+  return getUIViewAccesibilityLabel(view);
+}
+
+std::string Utilities::getUIViewTextForPlayBack(const UIViewRef& view) {
+  const UIViewRef superview = view->superview();
+  if (superview && superview->isKindOfClass(uikit::UITextView)) {
+    return text(superview, &platform::UITextView::textViewText).value_or("");
+  }
+  if (view->isKindOfClass(uikit::UILabel)) {
+    if (Text label = text(view, &platform::UILabel::labelText)) return *std::move(label);
+  }
+  if (view->isKindOfClass(uikit::UIButton)) {
+    if (Text title = text(view, &platform::UIButton::currentTitle)) return *std::move(title);
+  }
+  if (view->isKindOfClass(uikit::UITextField)) {
+    const auto* const field = kindOf<platform::UITextField>(view);
+    return field ? shownText(*field) : std::string();
+  }
+  if (Text plain = textOfPlainKind(view)) return *std::move(plain);
+  if (isInSegmentedControl(superview)) return allTitles(superview);
+  return getUIViewAccesibilityLabel(view);
+}
+
+std::string Utilities::getUIViewXpath(const UIViewRef&) {
+  return {};
+}
+
+ElementProperties Utilities::createElementProperties(const UIViewRef& view) {
+  ElementProperties properties;
+  properties.setClassName(getUIViewClassName(view));
+  properties.setInnertext(getUIViewText(view));
+  if (const std::string* const xpath = view->layer().valueForKey("tarni_xpath")) {
+    properties.setXpath(*xpath);
+  }
+  return properties;
+}
+
+bool Utilities::isOn(const UIViewRef& view) {
+  const auto* const control = kindOf<platform::UISwitch>(view);
+  if (!control) {
+    throw platform::NSException(
+        platform::NSInvalidArgumentException,
+        "-[" + getUIViewClassName(view) + " isOn]: unrecognized selector sent to instance");
+  }
+  return control->isOn();
+}
+
+MappedActionObject Utilities::getActionAndDataAccordingToComponent(const UIViewRef& view) {
+  const auto is = [&view](platform::Class kind) { return view->isKindOfClass(kind); };
+  MappedActionObject action;
+  action.setActionName("Click");
+  if (is(uikit::UISwitch)) platform::NSLog("********SWITCH FOUND");
+  if (is(uikit::UISwitch) || classNameContains(view, "switch")) {
+    try {
+      action.setActionName(isOn(view) ? "Mobile_SelectSwitch" : "Mobile_DeSelectSwitch");
+    } catch (const platform::NSException&) {
+      // A view that is a switch by its name only is clicked.
+    }
+  } else if (is(uikit::UIButton)) {
+    action.setActionName("ClickButton");
+  } else if (is(uikit::UIImage) || is(uikit::UIImageView)) {
+    action.setActionName("ClickImage");
+  }
+  return action;
+}
+
+}  // namespace tarni

@@ -1,0 +1,48 @@
+#include "agent/elements/Utilities.h"
+#include "platform/Platform.h"
+
+namespace tarni {
+
+using platform::CGPoint;
+using platform::CGRect;
+using platform::Task;
+using platform::UIImageRef;
+using platform::UIViewRef;
+
+namespace {
+
+constexpr double kJpegQuality = 0.6;
+
+// Reaches further to the right of the point than to its left, and as far down as up.
+CGRect touchedArea(CGPoint point) {
+  return {{point.x - 100, point.y - 100}, {300, 200}};
+}
+
+}  // namespace
+
+Task<UIImageRef> Utilities::getUIImageOfUIView(UIViewRef view) {
+  co_return co_await view->drawViewHierarchy();
+}
+
+Task<UIImageRef> Utilities::getUIImageOfUIViewTouchedArea(UIViewRef view, CGPoint point) {
+  const UIImageRef image = co_await getUIImageOfUIView(view);
+  co_return image ? image->crop(touchedArea(point)) : nullptr;
+}
+
+Task<std::string> Utilities::getBase64StringOfUIImageOfUIView(UIViewRef view) {
+  const UIImageRef image = co_await getUIImageOfUIView(view);
+  co_return getBase64StringOfUIImage(image);
+}
+
+Task<std::string> Utilities::getBase64StringOfUIImageOfUIViewTouchedArea(UIViewRef view,
+                                                                         CGPoint point) {
+  const UIImageRef image = co_await getUIImageOfUIViewTouchedArea(view, point);
+  co_return getBase64StringOfUIImage(image);
+}
+
+std::string Utilities::getBase64StringOfUIImage(const UIImageRef& image) {
+  if (!image) return {};
+  return platform::current().encoding->base64EncodedString(image->JPEGRepresentation(kJpegQuality));
+}
+
+}  // namespace tarni

@@ -1,0 +1,125 @@
+#include "agent/elements/WebViewCommands.h"
+
+#include <algorithm>
+#include <array>
+#include <cstdio>
+#include <initializer_list>
+
+#include "agent/WebView/WebView.h"
+#include "agent/elements/Utilities.h"
+#include "platform/Foundation/NSException.h"
+
+namespace tarni {
+
+using platform::Task;
+using platform::UIViewRef;
+
+namespace {
+
+std::string scriptCall(std::string_view function, std::initializer_list<std::string_view> values) {
+  std::string call(function);
+  char separator = '(';
+  for (const std::string_view value : values) {
+    call += separator;
+    call += '\'' + escapedForJavaScript(value) + '\'';
+    separator = ',';
+  }
+  return call + ')';
+}
+
+std::string findElements(const PlaybackCommand& command) {
+  return scriptCall("findElements", {command.tagName, command.accessorType, command.accessorValue});
+}
+
+std::string findElementsInsideElement(const PlaybackCommand& command) {
+  return scriptCall("findElementsInsideElement", {command.tagName, command.accessorType,
+                                                  command.accessorValue, command.dataValue});
+}
+
+std::string performClick(const PlaybackCommand& command) {
+  return scriptCall("performClick", {command.accessorValue});
+}
+
+std::string performTypeText(const PlaybackCommand& command) {
+  return scriptCall("performTypeText", {command.accessorValue, command.dataValue});
+}
+
+std::string tarni_getText(const PlaybackCommand& command) {
+  return scriptCall("tarni_getText", {command.accessorValue});
+}
+
+using Result = Task<std::optional<std::string>>;
+
+Result withOutput(UIViewRef webView, std::string script) {
+  WebView pages;
+  std::string result = co_await pages.callJavaScriptFunction(std::move(webView), std::move(script));
+  if (result.empty()) co_return std::nullopt;
+  co_return result;
+}
+
+Result withoutOutput(UIViewRef webView, std::string script) {
+  WebView pages;
+  co_await pages.callJavaScriptFunctionWithoutOutPut(std::move(webView), std::move(script));
+  co_return std::nullopt;
+}
+
+Result withoutOutputAlerting(UIViewRef webView, std::string script) {
+  try {
+    co_await withoutOutput(std::move(webView), std::move(script));
+  } catch (const platform::NSException& exception) {
+    Utilities::ShowAlertMessage(exception.reason());
+  }
+  co_return std::nullopt;
+}
+
+struct Row {
+  std::string_view name;
+  std::string (*script)(const PlaybackCommand&);
+  Result (*call)(UIViewRef webView, std::string script);
+};
+
+constexpr std::array rows{
+    Row{"findelements", findElements, withOutput},
+    Row{"findelementsinsideelement", findElementsInsideElement, withOutput},
+    Row{"clickelement", performClick, withoutOutputAlerting},
+    Row{"sendkeysonelement", performTypeText, withoutOutput},
+    Row{"gettext", tarni_getText, withOutput},
+};
+
+}  // namespace
+
+Task<std::optional<std::string>> runWebViewCommand(PlaybackCommand command) {
+  const auto row = std::ranges::find(rows, std::string_view(command.name), &Row::name);
+  if (row == rows.end()) co_return std::nullopt;
+  WebView pages;
+  UIViewRef webView = pages.getCurrentDisplayedWebView();
+  if (!webView) co_return std::nullopt;
+  std::string script = row->script(command);
+  co_return co_await row->call(std::move(webView), std::move(script));
+}
+
+std::string escapedForJavaScript(std::string_view text) {
+  constexpr std::string_view lineSeparator = "\u2028";
+  constexpr std::string_view paragraphSeparator = "\u2029";
+  std::string escaped;
+  escaped.reserve(text.size());
+  while (!text.empty()) {
+    std::size_t taken = 1;
+    const char letter = text.front();
+    if (text.starts_with(lineSeparator) || text.starts_with(paragraphSeparator)) {
+      escaped += text.starts_with(lineSeparator) ? "\\u2028" : "\\u2029";
+      taken = lineSeparator.size();
+    } else if (static_cast<unsigned char>(letter) < 0x20 || letter == 0x7F) {
+      std::array<char, 5> code;
+      std::snprintf(code.data(), code.size(), "\\x%02x", static_cast<unsigned>(letter));
+      escaped += code.data();
+    } else {
+      if (letter == '\'' || letter == '"' || letter == '\\') escaped += '\\';
+      escaped += letter;
+    }
+    text.remove_prefix(taken);
+  }
+  return escaped;
+}
+
+}  // namespace tarni

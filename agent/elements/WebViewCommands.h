@@ -1,0 +1,21 @@
+// The playback commands that work inside a web page: one table (WebViewCommands.cpp), one row a
+// command with the script call that carries it out. Main thread.
+#pragma once
+
+#include <optional>
+#include <string>
+#include <string_view>
+
+#include "agent/elements/PlaybackCommand.h"
+#include "platform/Task.h"
+
+namespace tarni {
+
+// The text that the script gave. Null without a displayed web view, for a name that is no such
+// command, for a command without result, and for a script that gave nothing.
+platform::Task<std::optional<std::string>> runWebViewCommand(PlaybackCommand command);
+
+// The text as it stands between the quotes of a JavaScript string.
+std::string escapedForJavaScript(std::string_view text);
+
+}  // namespace tarni

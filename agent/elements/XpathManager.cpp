@@ -1,0 +1,64 @@
+#include "agent/elements/XpathManager.h"
+
+#include <algorithm>
+
+#include "agent/elements/IdentityTag.h"
+
+namespace tarni {
+
+using platform::UIViewRef;
+
+namespace {
+
+std::optional<XpathTrie::Node> positionOf(const XpathTrie& positions, const UIViewRef& view) {
+  const std::string* const tag = identityTag(view);
+  return tag ? positions.nodeOfGuid(*tag) : std::nullopt;
+}
+
+// Of the view among its siblings of the same class.
+long indexOf(const UIViewRef& view) {
+  long index = 0;
+  const UIViewRef superview = view->superview();
+  if (!superview) return index;
+  for (const UIViewRef& sibling : superview->subviews()) {
+    if (sibling == view) break;
+    if (sibling->getClass() == view->getClass()) ++index;
+  }
+  return index;
+}
+
+}  // namespace
+
+XpathManager& XpathManager::sharedInstance() {
+  static auto* const shared = new XpathManager;
+  return *shared;
+}
+
+void XpathManager::createXpathPositionOfUIView(const UIViewRef& parent, const UIViewRef& view,
+                                               const std::string& guid) {
+  createXpathPositionOfUIView(parent, view, guid, indexOf(view));
+}
+
+void XpathManager::createXpathPositionOfUIView(const UIViewRef& parent, const UIViewRef& view,
+                                               const std::string& guid, long index) {
+  const XpathTrie::Node prefix = positionOf(positions_, parent).value_or(XpathTrie::kRoot);
+  positions_.file(prefix, view->getClass(), index, guid);
+}
+
+std::optional<std::string> XpathManager::getPositionXpathOfUIView(const UIViewRef& view) const {
+  const std::optional<XpathTrie::Node> position = positionOf(positions_, view);
+  return position ? std::optional(positions_.text(*position)) : std::nullopt;
+}
+
+std::optional<std::string> XpathManager::getIdentificationGUIDFromXpath(
+    std::string_view xpath) const {
+  return positions_.objectForKey(xpath);
+}
+
+bool XpathManager::isFiledUnder(std::string_view guid, std::string_view xpath) const {
+  const std::optional<XpathTrie::Node> position = positions_.nodeOfGuid(guid);
+  return position && positions_.textLength(*position) == xpath.size() &&
+         positions_.objectForKey(xpath) == guid;
+}
+
+}  // namespace tarni
