@@ -13,7 +13,7 @@
 namespace tarni {
 
 class ElementProperties;
-class StepDraft;
+struct StepDraft;
 
 class ElementInfo {
  public:

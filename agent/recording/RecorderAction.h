@@ -1,29 +1,21 @@
 // RecorderAction: makes one recorded step from a touched view and queues it for the host tool.
 //
-// A step is made in two parts: a draft, which reads and draws the view on the main thread, and its
-// end, which encodes the picture and may run beside it.
+// A step is made in three parts, so that only what needs the view holds up the application: it is
+// described and drawn on the main thread; its picture may be encoded beside it.
 #pragma once
 
 #include <memory>
 #include <string>
 
 #include "agent/recording/MainRecorderAction.h"
+#include "platform/QuartzCore/CGGeometry.h"
 #include "platform/Task.h"
+#include "platform/UIKit/UIImage.h"
 #include "platform/UIKit/UIView.h"
 
 namespace tarni {
 
 class ElementProperties;
-
-// Everything about a step that only the live view can tell.
-class StepDraft {
- public:
-  MainRecorderAction action;
-  // Drawn, not encoded; null when nothing could be drawn.
-  platform::UIImageRef image;
-  // Set for a tap inside a web view, which makes no step: its picture waits for the page's step.
-  bool isWebView = false;
-};
 
 // What a step is made of. The point is in the view's coordinates.
 struct StepRequest {
@@ -31,6 +23,19 @@ struct StepRequest {
   platform::UIViewRef view;
   std::string data;
   platform::CGPoint point;
+  // The application has not handled the touch yet: a switch is about to change.
+  bool isTouchPending = false;
+};
+
+// A step before its picture is encoded.
+struct StepDraft {
+  MainRecorderAction action;
+  platform::UIViewWeakRef recordedView;
+  // Drawn, not encoded; null until then, and when nothing can be drawn.
+  platform::UIImageRef picture;
+  // A tap inside a web view, in the coordinates of the recorded view: the page makes the step.
+  bool isInWebView = false;
+  platform::CGPoint pointInWebView;
 };
 
 class RecorderAction {
@@ -43,11 +48,19 @@ class RecorderAction {
                                             std::shared_ptr<ElementProperties> properties, double x,
                                             double y);
 
-  // The logical name: the view's text, or its class name when the text is empty. Main thread.
+  // The parts of it. The first two belong to the main thread, the last to any.
+  std::shared_ptr<StepDraft> describeStep(const StepRequest& request) const;
+  static platform::Task<void> drawStep(std::shared_ptr<StepDraft> draft);
+  static void enqueueStep(const StepDraft& draft);
+
+  // The text in a text field or text view; empty for any other view. Main thread.
+  static std::string typedText(const platform::UIViewRef& view);
+
+  // The view's text, or its class name when the text is empty. Main thread.
   std::string getLogicalNameOfElement(const platform::UIViewRef& view) const;
   // The place of the view among all views of its class, from 0. Main thread.
   long getClassNameIndexOfUIView(const platform::UIViewRef& view) const;
-  // The switch round the view, or null. Main thread.
+  // The switch that the view is or stands in, or null. Main thread.
   platform::UIViewRef getActualParentComponent(const platform::UIViewRef& view) const;
 };
 

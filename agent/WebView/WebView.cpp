@@ -1,0 +1,144 @@
+#include "agent/WebView/WebView.h"
+
+#include <atomic>
+#include <memory>
+
+#include "agent/core/GlobalVars.h"
+#include "agent/elements/UIViewFinder.h"
+#include "platform/Foundation/NSException.h"
+#include "platform/Platform.h"
+#include "platform/UIKit/UIControls.h"
+
+namespace tarni {
+
+std::string REMOTE_CDN_URL;
+
+namespace {
+
+using platform::Task;
+using platform::UIViewRef;
+
+constexpr const char* imagePlaceholder = "TARNI_OBJECT_IMAGE";
+constexpr const char* onePixelImage = "data:image/jpeg;base64,R0lGODlhAQABAAAAACwAAAAAAQABAAA=";
+
+std::shared_ptr<platform::UIWebView> asWebView(const UIViewRef& view) {
+  auto webView = platform::as<platform::UIWebView>(view);
+  if (!webView) {
+    throw platform::NSException(platform::NSInvalidArgumentException,
+                                "the view evaluates no scripts");
+  }
+  return webView;
+}
+
+void replaceAll(std::string& text, std::string_view part, std::string_view replacement) {
+  for (auto at = text.find(part); at != std::string::npos;
+       at = text.find(part, at + replacement.size())) {
+    text.replace(at, part.size(), replacement);
+  }
+}
+
+// The page's steps since the last pass. A pass in which nothing was recorded leaves the steps
+// alone that wait for the sender.
+Task<void> collectSteps(UIViewRef webView) {
+  GlobalVars& shared = GlobalVars::sharedInstance();
+  shared.set_currentWebView(webView);
+  std::string steps = co_await WebView().callJavaScriptFunction(webView, "startRecording()");
+  if (steps.empty()) co_return;
+  platform::NSLog("**HYBRID RECORDED STEPS %s", steps.c_str());
+  if (!shared._webViewBase64Image()) shared.set_webViewBase64Image(onePixelImage);
+  replaceAll(steps, imagePlaceholder, shared._webViewBase64Image().value_or(onePixelImage));
+  shared.set_hybridRecordedSteps(std::move(steps));
+}
+
+Task<void> injectScripts(UIViewRef webView) {
+  WebView bridge;
+  co_await bridge.injectJSFile(webView, "preCheck.js");
+  const std::string isLoaded = co_await bridge.callJavaScriptFunction(webView, "IsJqueryLoaded()");
+  if (isLoaded == "False") co_await bridge.injectJSFile(webView, "jquery.js");
+  for (const char* file : {"TARNI_bililiteRange.js", "TARNI_sendkeys.js", "xpathbuilder.js",
+                           "hybridrecorder.js", "hybridplayer.js"}) {
+    co_await bridge.injectJSFile(webView, file);
+  }
+}
+
+Task<void> recorderAndPlaybackInjection() {
+  WebView bridge;
+  const UIViewRef webView = bridge.getCurrentDisplayedWebView();
+  if (!webView) co_return;
+  if (asWebView(webView)->isLoading()) {
+    platform::NSLog("*****WEBVIEW IS LOADING");
+    co_return;
+  }
+  const bool isReady = co_await bridge.checkWebViewIsAlreadyHacked(webView);
+  if (isReady) {
+    co_await collectSteps(webView);
+  } else {
+    co_await injectScripts(webView);
+  }
+}
+
+std::atomic<bool> isPassWaiting = false;
+
+// The right to have a pass on the main queue; given back also when the queue drops the pass.
+struct Turn {
+  ~Turn() { isPassWaiting = false; }
+};
+
+Task<void> runPass(std::shared_ptr<Turn> /*held until the pass ends*/) {
+  try {
+    co_await recorderAndPlaybackInjection();
+  } catch (...) {
+    // The next pass tries again.
+  }
+}
+
+}  // namespace
+
+void WebView::performRecorderAndPlaybackInjection() {
+  if (isPassWaiting.exchange(true)) return;
+  const auto turn = std::make_shared<Turn>();
+  platform::current().dispatch->mainQueue().asyncTask([turn] { return runPass(turn); });
+}
+
+UIViewRef WebView::getCurrentDisplayedWebView() {
+  const auto webViews = UIViewFinder().getAllUIViewsAccordingToViewType("uiwebview");
+  return webViews.empty() ? nullptr : webViews.front();
+}
+
+Task<bool> WebView::checkWebViewIsAlreadyHacked(UIViewRef webView) {
+  const std::string answer = co_await callJavaScriptFunction(webView, "IsInjectionDone()");
+  co_return answer == "DONE";
+}
+
+Task<void> WebView::injectJSFile(UIViewRef webView, std::string fileName) {
+  const std::string script = co_await getRemoteFileContent(fileName);
+  co_await callJavaScriptFunctionWithoutOutPut(webView, script);
+}
+
+Task<std::string> WebView::getRemoteFileContent(std::string fileName) {
+  platform::NSURLLoader* const loader = platform::current().urlLoader;
+  if (!loader) co_return "";
+  const std::string address = REMOTE_CDN_URL + "/" + fileName;
+  std::optional<std::string> content = co_await loader->stringWithContentsOfURL(address);
+  co_return content.value_or("");
+}
+
+Task<std::string> WebView::callJavaScriptFunction(UIViewRef webView, std::string call) {
+  co_return co_await asWebView(webView)->stringByEvaluatingJavaScriptFromString(call);
+}
+
+Task<void> WebView::callJavaScriptFunctionWithoutOutPut(UIViewRef webView, std::string call) {
+  co_await asWebView(webView)->stringByEvaluatingJavaScriptFromString(call);
+}
+
+Task<void> WebView::switchToSpyMode() {
+  const UIViewRef webView = getCurrentDisplayedWebView();
+  if (webView) co_await callJavaScriptFunctionWithoutOutPut(webView, "switchtospymode()");
+}
+
+Task<void> WebView::switchToRecorderMode() {
+  const UIViewRef webView = getCurrentDisplayedWebView();
+  if (webView) co_await callJavaScriptFunctionWithoutOutPut(webView, "switchtorecordermode()");
+}
+
+}  // namespace tarni

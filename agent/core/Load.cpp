@@ -1,0 +1,23 @@
+#include "agent/core/Load.h"
+
+#include <cstdlib>
+
+#include "agent/core/RecordControl.h"
+#include "agent/core/UIApplication_KIFAdditions.h"
+#include "agent/core/UIViewController_UIViewController.h"
+#include "agent/core/UIWindow_UIWindow.h"
+#include "platform/UIKit/Classes.h"
+
+namespace tarni {
+
+void loadAgent() {
+  std::atexit(destroy_recorder);
+  KIFAdditions::loadUIApplication(platform::uikit::UIApplication);
+  UIViewController::load(platform::uikit::UIViewController);
+  UIWindow::load(platform::uikit::UIWindow);
+  RecordControl::load();
+}
+
+void destroy_recorder() {}
+
+}  // namespace tarni

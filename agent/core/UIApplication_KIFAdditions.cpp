@@ -1,0 +1,50 @@
+#include "agent/core/UIApplication_KIFAdditions.h"
+
+#include <exception>
+
+#include "agent/interaction/Swizzle.h"
+#include "agent/recording/RecorderEvent.h"
+#include "platform/Platform.h"
+#include "platform/UIKit/Classes.h"
+
+namespace tarni::KIFAdditions {
+namespace {
+
+constexpr const char* mtSendEventSelector = "mtSendEvent:";
+
+void showToRecorder(const std::vector<platform::Argument>& arguments) {
+  const auto* event =
+      arguments.empty() ? nullptr : std::get_if<platform::UIEvent*>(&arguments.front());
+  if (event && *event) RecorderEvent().handleEvent(**event);
+}
+
+}  // namespace
+
+void loadUIApplication(platform::Class receiver) {
+  if (receiver != platform::uikit::UIApplication) return;
+  platform::NSLog("Loading TARNI IOS INSTRUMENTOR...");
+  platform::current().runtime->class_addMethod(receiver, mtSendEventSelector, mtSendEvent, "v@:@");
+  Swizzle(receiver, "sendEvent:", mtSendEventSelector);
+}
+
+void mtSendEvent(const std::vector<platform::Argument>& arguments) noexcept {
+  platform::NSLog("Clicked");
+  try {
+    showToRecorder(arguments);
+  } catch (const std::exception& failure) {
+    platform::NSLog("Recording an event failed: %s", failure.what());
+  } catch (...) {
+    platform::NSLog("Recording an event failed");
+  }
+  try {
+    // After the exchange this is the application's own method.
+    platform::current().runtime->perform(platform::uikit::UIApplication, mtSendEventSelector,
+                                         arguments);
+  } catch (const std::exception& failure) {
+    platform::NSLog("Dispatching an event failed: %s", failure.what());
+  } catch (...) {
+    platform::NSLog("Dispatching an event failed");
+  }
+}
+
+}  // namespace tarni::KIFAdditions

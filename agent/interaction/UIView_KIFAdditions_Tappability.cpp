@@ -1,0 +1,181 @@
+#include "agent/interaction/UIView_KIFAdditions_Tappability.h"
+
+#include <algorithm>
+#include <array>
+#include <cmath>
+#include <limits>
+#include <ranges>
+#include <vector>
+
+#include "platform/Platform.h"
+#include "platform/UIKit/Classes.h"
+
+namespace tarni::KIFAdditions {
+namespace {
+
+using platform::CGPoint;
+using platform::CGRect;
+using platform::UIViewRef;
+namespace uikit = platform::uikit;
+
+bool isKindOfClassNamed(const UIViewRef& view, std::string_view name) {
+  return view->isKindOfClass(platform::NSClassFromString(name));
+}
+
+std::array<CGPoint, 5> samplePoints(const CGRect& rect) {
+  return {{{rect.midX(), rect.midY()},
+           {rect.minX() + 1, rect.minY() + 1},
+           {rect.maxX() - 1, rect.minY() + 1},
+           {rect.minX() + 1, rect.maxY() - 1},
+           {rect.maxX() - 1, rect.maxY() - 1}}};
+}
+
+template <typename Test>
+UIViewRef nearestAncestor(const UIViewRef& view, Test test) {
+  for (UIViewRef current = view->superview(); current; current = current->superview()) {
+    if (test(current)) return current;
+  }
+  return nullptr;
+}
+
+bool isEnabled(const UIViewRef& view) {
+  return view && view->isUserInteractionEnabled();
+}
+
+CGRect frameInWindow(const UIViewRef& view) {
+  return platform::convertRect(view->frame(), view->superview(), nullptr);
+}
+
+}  // namespace
+
+bool isTappableWithHitTestResultView(const UIViewRef& view, const UIViewRef& hitView) {
+  if (!hitView) return false;
+  if (hitView->isKindOfClass(uikit::UIControl) && platform::isDescendantOfView(view, hitView)) {
+    return true;
+  }
+  if (hitView->isKindOfClass(uikit::UINavigationBar) && isNavigationItemView(view) &&
+      platform::isDescendantOfView(view, hitView)) {
+    return true;
+  }
+  return platform::isDescendantOfView(hitView, view);
+}
+
+CGPoint tappablePointInRect(const UIViewRef& view, const CGRect& rect) {
+  constexpr double nan = std::numeric_limits<double>::quiet_NaN();
+  const platform::UIWindowRef window = view->window();
+  if (!window) return {nan, nan};
+  for (const CGPoint point : samplePoints(platform::convertRect(rect, view, window))) {
+    if (isTappableWithHitTestResultView(view, window->hitTest(point))) {
+      return platform::convertPoint(point, window, view);
+    }
+  }
+  return {nan, nan};
+}
+
+bool isTappableInRect(const UIViewRef& view, const CGRect& rect) {
+  return !std::isnan(tappablePointInRect(view, rect).x);
+}
+
+bool isTappable(const UIViewRef& view) {
+  return hasTapGestureRecognizer(view) || isTappableInRect(view, view->bounds());
+}
+
+bool isProbablyTappable(const UIViewRef& view) {
+  return view->getClass()->name() == "UIWebBrowserView" || isTappable(view);
+}
+
+bool isTappable_AI(const UIViewRef& view) {
+  return hasTapGestureRecognizer(view);
+}
+
+bool hasTapGestureRecognizer(const UIViewRef& view) {
+  return std::ranges::any_of(view->gestureRecognizers(), [](platform::Class recognizer) {
+    return recognizer->isSubclassOf(uikit::UITapGestureRecognizer);
+  });
+}
+
+bool isNavigationItemView(const UIViewRef& view) {
+  return isKindOfClassNamed(view, "UINavigationItemView") ||
+         isKindOfClassNamed(view, "_UINavigationBarBackIndicatorView");
+}
+
+bool isUserInteractionActuallyEnabled(const UIViewRef& view) {
+  // 1. The view's own setting.
+  if (view->isUserInteractionEnabled()) return true;
+  // 2. The bar round a navigation item.
+  if (isNavigationItemView(view) && isEnabled(nearestAncestor(view, [](const UIViewRef& ancestor) {
+        return ancestor->isKindOfClass(uikit::UINavigationBar);
+      }))) {
+    return true;
+  }
+  // 3. The navigation button round a button label.
+  if (isKindOfClassNamed(view, "UIButtonLabel") &&
+      isEnabled(nearestAncestor(view, [](const UIViewRef& ancestor) {
+        return isKindOfClassNamed(ancestor, "UINavigationButton");
+      }))) {
+    return true;
+  }
+  // 4. The unbroken chain of controls round the view.
+  for (UIViewRef control = view->superview(); control && control->isKindOfClass(uikit::UIControl);
+       control = control->superview()) {
+    if (control->isUserInteractionEnabled()) return true;
+  }
+  return false;
+}
+
+bool isVisibleInViewHierarchy(const UIViewRef& view) {
+  bool visible = true;
+  performBlockOnAscendentViews(view, [&](const UIViewRef& current, bool& stop) {
+    visible = !current->isHidden();
+    stop = !visible;
+  });
+  return visible;
+}
+
+bool isVisibleInWindowFrame(const UIViewRef& view) {
+  CGRect visible = frameInWindow(view);
+  const platform::UIWindowRef window = view->window();
+  performBlockOnAscendentViews(view, [&](const UIViewRef& current, bool& stop) {
+    if (current->clipsToBounds()) {
+      visible = platform::CGRectIntersection(visible, frameInWindow(current));
+    }
+    stop = visible.size == platform::CGSize{} || current->superview() == window;
+  });
+  return visible.size != platform::CGSize{};
+}
+
+platform::UIWindowRef windowOrIdentityWindow(const UIViewRef& view) {
+  platform::UIWindowRef own = view->window();
+  if (own && own->transform().isIdentity()) return own;
+  for (const platform::UIWindowRef& window :
+       platform::current().application->windowsWithKeyWindow()) {
+    if (window->transform().isIdentity()) return window;
+  }
+  return nullptr;
+}
+
+void performBlockOnDescendentViews(const UIViewRef& view, const ViewBlock& block) {
+  bool stop = false;
+  performBlockOnDescendentViews(view, block, stop);
+}
+
+void performBlockOnDescendentViews(const UIViewRef& view, const ViewBlock& block, bool& stop) {
+  std::vector<UIViewRef> waiting{view};
+  while (!waiting.empty() && !stop) {
+    const UIViewRef current = std::move(waiting.back());
+    waiting.pop_back();
+    block(current, stop);
+    for (const UIViewRef& below : current->subviews() | std::views::reverse) {
+      waiting.push_back(below);
+    }
+  }
+}
+
+void performBlockOnAscendentViews(const UIViewRef& view, const ViewBlock& block) {
+  bool stop = false;
+  for (UIViewRef current = view; current && !stop; current = current->superview()) {
+    block(current, stop);
+  }
+}
+
+}  // namespace tarni::KIFAdditions

@@ -1,0 +1,210 @@
+#include "agent/recording/RecorderEvent.h"
+
+#include <chrono>
+#include <cmath>
+#include <exception>
+#include <thread>
+
+#include "agent/Queue/ElementsQueue.h"
+#include "agent/core/GlobalVars.h"
+#include "agent/elements/ElementSpy.h"
+#include "agent/elements/Utilities.h"
+#include "agent/interaction/UIView_KIFAdditions.h"
+#include "agent/recording/RecorderAction.h"
+#include "platform/Platform.h"
+#include "platform/UIKit/Classes.h"
+
+namespace tarni {
+namespace {
+
+using platform::CGPoint;
+using platform::UITouchPhase;
+using platform::UITouchRef;
+using platform::UIViewRef;
+namespace uikit = platform::uikit;
+
+constexpr double tapThreshold = 10;  // points
+constexpr CGPoint outsideEveryScreen{-100.0, -200.0};
+constexpr auto pauseAfterTypedText = std::chrono::milliseconds(100);
+
+bool isInSpyMode() {
+  return GlobalVars::isTrue(GlobalVars::sharedInstance()._spyMode());
+}
+
+UIViewRef viewOf(const UITouchRef& touch) {
+  return touch ? touch->view() : nullptr;
+}
+
+CGPoint locationOf(const UITouchRef& touch) {
+  return touch ? touch->locationInView(touch->view()) : CGPoint{};
+}
+
+// A platform that cannot finish at once goes on by itself; what fails then has nobody to tell.
+void spawnLogged(platform::Task<void> work) {
+  platform::spawn(std::move(work), [](const std::exception_ptr& failure) {
+    try {
+      if (failure) std::rethrow_exception(failure);
+    } catch (const std::exception& reason) {
+      platform::NSLog("Recording failed: %s", reason.what());
+    } catch (...) {
+      platform::NSLog("Recording failed");
+    }
+  });
+}
+
+// The step as it would be made now, for the case that the view does not outlive the touch.
+std::shared_ptr<StepDraft> draftStep(StepRequest request) {
+  request.isTouchPending = true;
+  auto draft = RecorderAction().describeStep(request);
+  if (draft->isInWebView) return nullptr;
+  spawnLogged(RecorderAction::drawStep(draft));
+  return draft;
+}
+
+std::shared_ptr<StepDraft> draftTypedText() {
+  const UIViewRef field = GlobalVars::sharedInstance()._editAbleElement();
+  const std::string text = field ? RecorderAction::typedText(field) : std::string();
+  if (text.empty()) return nullptr;
+  return draftStep({"TypeTextOnEditBox", field, text, {0, 0}});
+}
+
+void queueClick(const UIViewRef& view, const platform::UIEvent& event, CGPoint point) {
+  const auto info = std::make_shared<ElementInfo>();
+  info->addAction("Click");
+  info->addEvent(&event);
+  info->addUIView(view);
+  info->addDataArgs("");
+  info->addTouchedPoint(point);
+  info->setElementProperties(nullptr);
+  if (!ElementsQueue::sharedInstance().addElementInfoInQueue(info)) return;
+  info->setDraft(draftStep({info->getAction(), view, info->getDatArgs(), point}));
+  // The text typed before a tap on another text field is recorded with that tap, at once.
+  if (!view->isKindOfClass(uikit::UITextField)) info->setTypedTextDraft(draftTypedText());
+}
+
+// The text of the field edited before, when the user turns to another one.
+void recordTypedText(const UIViewRef& tapped, CGPoint point) {
+  GlobalVars& shared = GlobalVars::sharedInstance();
+  const UIViewRef previous = shared._editAbleElement();
+  if (!previous) return;
+  platform::NSLog("FOUND EDITABLE COMPONENT");
+  const std::string text = RecorderAction::typedText(previous);
+  if (previous != tapped && !text.empty()) {
+    platform::NSLog("tYPE text Class Name %s", Utilities::getUIViewClassName(previous).c_str());
+    spawnLogged(RecorderAction().CreateRecorderAction("TypeTextOnEditBox", previous, text, nullptr,
+                                                      point.x, point.y));
+  }
+  shared.set_editAbleElement(nullptr);
+  std::this_thread::sleep_for(pauseAfterTypedText);
+}
+
+void selectForSpy(const UIViewRef& view, CGPoint point) {
+  if (!view || !ElementSpy().createSpyHierarchy(view, point)) return;
+  // The touch that selected the element must not act on the application.
+  spawnLogged(KIFAdditions::FaketapAtPoint(view, outsideEveryScreen));
+}
+
+}  // namespace
+
+void RecorderEvent::handleEvent(platform::UIEvent& event) {
+  if (GlobalVars::isTrue(GlobalVars::sharedInstance()._isPlaybackStarted())) return;
+  if (event.type() != platform::UIEventType::Touches) {
+    platform::NSLog("Event has invalid type. Keyboard input?");
+  } else {
+    const UITouchRef touch = event.allTouches().empty() ? nullptr : event.allTouches().front();
+    const UIViewRef view = viewOf(touch);
+    const std::string className = view ? Utilities::getUIViewClassName(view) : "(null)";
+    platform::NSLog("******CLICKED ON UIVIEW %s", className.c_str());
+    if (platform::lowercase(className).find("uikeyboard") != std::string::npos) return;
+    switch (touch ? touch->phase() : UITouchPhase::Began) {
+      case UITouchPhase::Began:
+        touchesBeganOnView(touch, event);
+        break;
+      case UITouchPhase::Moved:
+        touchesMovedOnView(touch, event);
+        break;
+      case UITouchPhase::Ended:
+        touchesEndedOnView(touch, event);
+        break;
+      case UITouchPhase::Stationary:
+      case UITouchPhase::Cancelled:
+        break;
+    }
+  }
+  // No view ever says that it handled the event, so this line follows every one of them.
+  platform::NSLog("No MTReady view to handle this event\n%s", event.description().c_str());
+}
+
+void RecorderEvent::touchesBeganOnView(const UITouchRef& touch, platform::UIEvent& event) {
+  platform::NSLog("touchesBeganOnView11111111111111");
+  const UIViewRef view = viewOf(touch);
+  initialTouchPoint_ = locationOf(touch);
+  isScrolling_ = false;
+  platform::NSLog("Intial Coordinate: x = %f, y = %f", initialTouchPoint_.x, initialTouchPoint_.y);
+  if (isInSpyMode()) {
+    selectForSpy(view, initialTouchPoint_);
+  } else if (!IsViewIsNotOfEventType(view)) {
+    submitViewForRecording(view, event, initialTouchPoint_.x, initialTouchPoint_.y);
+  }
+}
+
+void RecorderEvent::touchesMovedOnView(const UITouchRef& touch, platform::UIEvent& /*event*/) {
+  platform::NSLog("touchesMovedOnView1111111111111");
+  const CGPoint location = locationOf(touch);
+  platform::NSLog("Current Coordinate: x = %f, y = %f", location.x, location.y);
+  const double dx = location.x - initialTouchPoint_.x;
+  const double dy = location.y - initialTouchPoint_.y;
+  const double distance = distanceFromInitialTouchPoint(location);
+  if (distance <= tapThreshold) return;
+  isScrolling_ = true;
+  isVerticalScroll_ = std::abs(dy) > std::abs(dx);
+  platform::NSLog(isVerticalScroll_ ? "Scrolling vertically... distance: %f"
+                                    : "Scrolling horizontally... distance: %f",
+                  distance);
+}
+
+void RecorderEvent::touchesEndedOnView(const UITouchRef& touch, platform::UIEvent& event) {
+  platform::NSLog("touchesEndedOnView1111111111111");
+  const CGPoint location = locationOf(touch);
+  const UIViewRef view = viewOf(touch);
+  platform::NSLog("End Coordinate: x = %f, y = %f", location.x, location.y);
+  if (isInSpyMode()) return;
+  if (isScrolling_) {
+    platform::NSLog(isVerticalScroll_ ? "Vertical scroll ended. Distance: %f"
+                                      : "Horizontal scroll ended. Distance: %f",
+                    distanceFromInitialTouchPoint(location));
+  } else if (IsViewIsNotOfEventType(view)) {
+    submitViewForRecording(view, event, location.x, location.y);
+  }
+}
+
+bool RecorderEvent::IsViewIsNotOfEventType(const UIViewRef& view) const {
+  if (!view) return false;
+  if (view->isKindOfClass(uikit::UISwitch)) return true;
+  const std::string& className = view->getClass()->lowercaseName();
+  return className.find("switch") != std::string::npos ||
+         className.find("uisegment") != std::string::npos;
+}
+
+void RecorderEvent::submitViewForRecording(const UIViewRef& view, platform::UIEvent& event,
+                                           double x, double y) {
+  if (!view) return;
+  const CGPoint point{x, y};
+  if (!view->isKindOfClass(uikit::UITextField)) {
+    queueClick(view, event, point);
+    return;
+  }
+  try {
+    queueClick(view, event, point);
+    recordTypedText(view, point);
+  } catch (const std::exception& failure) {
+    platform::NSLog("Recording a text field failed: %s", failure.what());
+  }
+  GlobalVars::sharedInstance().set_editAbleElement(view);
+}
+
+double RecorderEvent::distanceFromInitialTouchPoint(CGPoint point) const {
+  return std::hypot(point.x - initialTouchPoint_.x, point.y - initialTouchPoint_.y);
+}
+
+}  // namespace tarni
