@@ -2,8 +2,8 @@
 // it always gives the same view as long as the object lives. GUI thread only.
 #pragma once
 
-#include <QtCore/QPoint>
 #include <QtCore/qglobal.h>
+#include <QtCore/QPoint>
 
 #include "platform/UIKit/UIView.h"
 
@@ -15,16 +15,20 @@ QT_END_NAMESPACE
 
 namespace tarni::qt {
 
-// The view of a widget (a top-level widget gives a view of the kind UIWindow). Null for null and for
-// widgets of the agent itself (highlights, toasts).
+// The view of a widget (a top-level widget gives a view of the kind UIWindow). Null for null and
+// for widgets of the agent itself (highlights, toasts).
 platform::UIViewRef viewOfWidget(QWidget* widget);
 
-// The widget that draws the view: the widget itself, or the item view of a row, the tab bar of a tab.
-// Null when it has gone, and for views of other backends.
+// The widget that draws the view: the widget itself, or the item view of a row, the tab bar of a
+// tab. Null when it has gone, and for views of other backends.
 QWidget* widgetOfView(const platform::UIViewRef& view);
 
 // The window-kind view whose native window this is; null when it is none of the toolkit's widgets.
 platform::UIWindowRef viewOfWindow(QWindow* window);
+
+// The scroll area whose viewport the widget is, or null. A viewport has no view of its own: its
+// view is the scroll area's.
+QWidget* scrollAreaOfViewport(const QWidget* widget);
 
 // Marks a widget as the agent's own: it has no view and is left out of every walk.
 void hideFromWalks(QWidget* widget);

@@ -1,0 +1,79 @@
+#include "backends/qt/BorderOverlay.h"
+
+#include <QtGui/QPainter>
+
+#include "backends/qt/QtViewBase.h"
+#include "backends/qt/ViewRegistry.h"
+
+namespace tarni::qt {
+namespace {
+
+constexpr int kFollowMilliseconds = 40;
+
+// The part of `rect` (in the widget's coordinates) that the widget and those above it do not clip.
+QRect visiblePart(const QWidget& widget, const QRect& rect) {
+  QRect visible = rect;
+  QPoint origin;
+  for (const QWidget* at = &widget; at; at = at->parentWidget()) {
+    visible &= at->rect().translated(-origin);
+    if (at->isWindow()) break;
+    origin += at->pos();
+  }
+  return visible;
+}
+
+}  // namespace
+
+BorderOverlay::BorderOverlay(QWidget& window, std::weak_ptr<const QtViewBase> view)
+    : view_(std::move(view)) {
+  hideFromWalks(this);
+  setAttribute(Qt::WA_TransparentForMouseEvents);
+  setAttribute(Qt::WA_NoSystemBackground);
+  setFocusPolicy(Qt::NoFocus);
+  d_ptr->sendChildEvents = false;
+  setParent(&window);
+  startTimer(kFollowMilliseconds);
+}
+
+void BorderOverlay::setBorder(double width, const platform::CGColor& color) {
+  width_ = width;
+  color_ = QColor::fromRgbF(static_cast<float>(color.red), static_cast<float>(color.green),
+                            static_cast<float>(color.blue), static_cast<float>(color.alpha));
+  follow();
+  update();
+}
+
+void BorderOverlay::paintEvent(QPaintEvent*) {
+  QPainter painter(this);
+  QPen pen(color_, width_);
+  pen.setJoinStyle(Qt::MiterJoin);
+  painter.setPen(pen);
+  const double inset = width_ / 2;
+  painter.drawRect(QRectF(border_).adjusted(inset, inset, -inset, -inset));
+}
+
+void BorderOverlay::timerEvent(QTimerEvent*) {
+  follow();
+}
+
+void BorderOverlay::follow() {
+  const std::shared_ptr<const QtViewBase> view = view_.lock();
+  QWidget* const widget = view ? view->widget() : nullptr;
+  if (!widget || !widget->isVisible()) {
+    hide();
+    return;
+  }
+  QWidget* const window = widget->window();
+  if (window != parentWidget()) setParent(window);
+  const QRect shape = view->shape();
+  const QRect visible = visiblePart(*widget, shape);
+  const QRect inWindow(widget->mapTo(window, visible.topLeft()), visible.size());
+  const QRect border = shape.translated(-visible.topLeft());
+  if (border != border_) update();
+  border_ = border;
+  setGeometry(inWindow);
+  if (window->children().last() != this) raise();
+  setVisible(!visible.isEmpty());
+}
+
+}  // namespace tarni::qt

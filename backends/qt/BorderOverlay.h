@@ -1,0 +1,38 @@
+// BorderOverlay: draws the border of one view's layer, above everything else in the view's window.
+//
+// It must not be felt: it takes no mouse and no focus, stands in no walk, and the window is not
+// told of it as a child, because some windows (a splitter) take every child that they are told of
+// into their layout. It follows its view by looking where it is a few times a second; it is up for
+// a second or so. GUI thread.
+#pragma once
+
+#include <QtWidgets/QWidget>
+#include <memory>
+
+#include "platform/QuartzCore/CALayer.h"
+
+namespace tarni::qt {
+
+class QtViewBase;
+
+class BorderOverlay final : public QWidget {
+ public:
+  BorderOverlay(QWidget& window, std::weak_ptr<const QtViewBase> view);
+
+  // Shows the border where its view is now.
+  void setBorder(double width, const platform::CGColor& color);
+
+ protected:
+  void paintEvent(QPaintEvent* event) override;
+  void timerEvent(QTimerEvent* event) override;
+
+ private:
+  void follow();
+
+  std::weak_ptr<const QtViewBase> view_;
+  QRect border_;  // the view's rectangle in this widget, which is as large as its visible part
+  double width_ = 0;
+  QColor color_;
+};
+
+}  // namespace tarni::qt

@@ -1,0 +1,254 @@
+#include "backends/qt/QtBars.h"
+
+#include <QtWidgets/QHeaderView>
+#include <QtWidgets/QMenu>
+#include <QtWidgets/QMenuBar>
+#include <QtWidgets/QTabBar>
+#include <QtWidgets/QWidgetAction>
+#include <algorithm>
+
+#include "backends/qt/QtText.h"
+#include "backends/qt/VisibleIndexes.h"
+#include "platform/UIKit/Classes.h"
+
+namespace tarni::qt {
+namespace {
+
+using platform::UIViewRef;
+
+QTabBar& tabs(const QtBar& bar) {
+  return static_cast<QTabBar&>(*bar.widget());
+}
+
+int indexOf(QtBar::Key key) {
+  return static_cast<int>(key);
+}
+
+std::optional<QtBar::Key> keyOf(int index) {
+  if (index < 0) return std::nullopt;
+  return static_cast<QtBar::Key>(index);
+}
+
+QAction* actionOf(QtBar::Key key) {
+  return reinterpret_cast<QAction*>(key);  // NOLINT(performance-no-int-to-ptr)
+}
+
+QtBar::Key keyOf(QAction* action) {
+  return reinterpret_cast<QtBar::Key>(action);
+}
+
+bool isButton(QAction& action) {
+  return action.isVisible() && !action.isSeparator() && !qobject_cast<QWidgetAction*>(&action);
+}
+
+}  // namespace
+
+// ------------------------------------------------------------------------------------------- QtBar
+
+void QtBar::appendParts(std::vector<UIViewRef>& views) const {
+  renew();
+  views.insert(views.end(), buttons_.begin(), buttons_.end());
+}
+
+UIViewRef QtBar::partAt(const QPoint& point) const {
+  const std::optional<Key> key = keyAt(point);
+  if (!key) return nullptr;
+  renew();
+  return buttonOf(*key);
+}
+
+void QtBar::renew() const {
+  keys_.clear();
+  collectKeys(keys_);
+  const auto fits = [](Key key, const auto& button) { return button->isFor(key); };
+  if (std::ranges::equal(keys_, buttons_, fits)) return;
+  const platform::Class kind = platform::defineClass(buttonClass(), platform::uikit::UIButton);
+  std::vector<std::shared_ptr<QtBarButton>> renewed;
+  renewed.reserve(keys_.size());
+  for (const Key key : keys_) {
+    std::shared_ptr<QtBarButton> button = buttonOf(key);
+    if (!button) {
+      button = std::make_shared<QtBarButton>(
+          std::static_pointer_cast<const QtView>(shared_from_this()), kind, key, objectOf(key));
+    }
+    renewed.push_back(std::move(button));
+  }
+  buttons_ = std::move(renewed);
+}
+
+std::shared_ptr<QtBarButton> QtBar::buttonOf(Key key) const {
+  const auto found =
+      std::ranges::find_if(buttons_, [&](const auto& button) { return button->isFor(key); });
+  return found == buttons_.end() ? nullptr : *found;
+}
+
+// ------------------------------------------------------------------------------------- QtBarButton
+
+QtBarButton::QtBarButton(std::weak_ptr<const QtView> bar, platform::Class buttonClass,
+                         QtBar::Key key, QObject* object)
+    : QtPart(std::move(bar), buttonClass),
+      key_(key),
+      hasObject_(object != nullptr),
+      object_(object) {}
+
+QRect QtBarButton::shape() const {
+  const auto view = bar();
+  return view ? view->rectOf(key_) & view->widget()->rect() : QRect();
+}
+
+bool QtBarButton::isUserInteractionEnabled() const {
+  const auto view = bar();
+  return view && view->isUserInteractionEnabled() && view->isEnabled(key_);
+}
+
+std::optional<std::string> QtBarButton::currentTitle() const {
+  const auto view = bar();
+  return view ? nonEmpty(view->titleOf(key_)) : std::nullopt;
+}
+
+std::optional<std::string> QtBarButton::accessibilityIdentifier() const {
+  const auto view = bar();
+  return view ? view->identifierOf(key_) : std::nullopt;
+}
+
+std::optional<std::string> QtBarButton::accessibilityValue() const {
+  const auto view = bar();
+  return view ? view->valueOf(key_) : std::nullopt;
+}
+
+platform::Task<void> QtBarButton::sendActionsForControlEvents(std::uint32_t) {
+  co_return;
+}
+
+bool QtBarButton::exists() const {
+  return bar() != nullptr;
+}
+
+std::shared_ptr<const QtBar> QtBarButton::bar() const {
+  auto view = std::static_pointer_cast<const QtBar>(owner());
+  const bool there = view && view->widget() && isFor(key_) && view->has(key_);
+  return there ? view : nullptr;
+}
+
+// ------------------------------------------------------------------------------------------ QtTabs
+
+bool QtTabs::has(Key key) const {
+  return indexOf(key) < tabs(*this).count();
+}
+
+QRect QtTabs::rectOf(Key key) const {
+  return tabs(*this).tabRect(indexOf(key));
+}
+
+QString QtTabs::titleOf(Key key) const {
+  return withoutMnemonic(tabs(*this).tabText(indexOf(key)));
+}
+
+bool QtTabs::isEnabled(Key key) const {
+  return tabs(*this).isTabEnabled(indexOf(key));
+}
+
+void QtTabs::collectKeys(std::vector<Key>& keys) const {
+  for (int index = 0; index < tabs(*this).count(); ++index) {
+    if (tabs(*this).isTabVisible(index)) keys.push_back(static_cast<Key>(index));
+  }
+}
+
+std::optional<QtBar::Key> QtTabs::keyAt(const QPoint& point) const {
+  return keyOf(tabs(*this).tabAt(point));
+}
+
+// --------------------------------------------------------------------------------------- QtActions
+
+bool QtActions::has(Key key) const {
+  return widget()->actions().contains(actionOf(key));
+}
+
+QRect QtActions::rectOf(Key key) const {
+  if (auto* const menu = qobject_cast<QMenu*>(widget())) return menu->actionGeometry(actionOf(key));
+  return static_cast<QMenuBar*>(widget())->actionGeometry(actionOf(key));
+}
+
+QString QtActions::titleOf(Key key) const {
+  // What follows a tab is a shortcut.
+  return withoutMnemonic(actionOf(key)->text().section(QLatin1Char('\t'), 0, 0));
+}
+
+bool QtActions::isEnabled(Key key) const {
+  return actionOf(key)->isEnabled();
+}
+
+std::optional<std::string> QtActions::identifierOf(Key key) const {
+  return nonEmpty(actionOf(key)->objectName());
+}
+
+std::optional<std::string> QtActions::valueOf(Key key) const {
+  const QAction& action = *actionOf(key);
+  if (!action.isCheckable()) return std::nullopt;
+  return checkText(action.isChecked());
+}
+
+void QtActions::collectKeys(std::vector<Key>& keys) const {
+  for (QAction* action : widget()->actions()) {
+    if (isButton(*action)) keys.push_back(keyOf(action));
+  }
+}
+
+std::optional<QtBar::Key> QtActions::keyAt(const QPoint& point) const {
+  auto* const menu = qobject_cast<QMenu*>(widget());
+  QAction* const action =
+      menu ? menu->actionAt(point) : static_cast<QMenuBar*>(widget())->actionAt(point);
+  if (!action || !isButton(*action)) return std::nullopt;
+  return keyOf(action);
+}
+
+QObject* QtActions::objectOf(Key key) const {
+  return actionOf(key);
+}
+
+// ---------------------------------------------------------------------------------------- QtHeader
+
+QHeaderView& QtHeader::header() const {
+  return static_cast<QHeaderView&>(*widget());
+}
+
+bool QtHeader::has(Key key) const {
+  return indexOf(key) < header().count() && !header().isSectionHidden(indexOf(key));
+}
+
+QRect QtHeader::rectOf(Key key) const {
+  const QWidget& viewport = *header().viewport();
+  const int position = header().sectionViewportPosition(indexOf(key));
+  const int size = header().sectionSize(indexOf(key));
+  const QRect section = header().orientation() == Qt::Horizontal
+                            ? QRect(position, 0, size, viewport.height())
+                            : QRect(0, position, viewport.width(), size);
+  return (section & viewport.rect()).translated(viewport.pos());
+}
+
+QString QtHeader::titleOf(Key key) const {
+  const QAbstractItemModel* const model = header().model();
+  if (!model) return {};
+  return model->headerData(indexOf(key), header().orientation(), Qt::DisplayRole).toString();
+}
+
+bool QtHeader::isEnabled(Key) const {
+  return header().isEnabled();
+}
+
+const QWidget* QtHeader::transparentChild() const {
+  return header().viewport();
+}
+
+void QtHeader::collectKeys(std::vector<Key>& keys) const {
+  if (!header().isVisible()) return;
+  eachVisibleSection(header(), [&](int section) { keys.push_back(static_cast<Key>(section)); });
+}
+
+std::optional<QtBar::Key> QtHeader::keyAt(const QPoint& point) const {
+  const QPoint inside = point - header().viewport()->pos();
+  if (!header().viewport()->rect().contains(inside)) return std::nullopt;
+  return keyOf(header().logicalIndexAt(inside));
+}
+
+}  // namespace tarni::qt

@@ -1,0 +1,73 @@
+#include "backends/qt/QtImage.h"
+
+#include <turbojpeg.h>
+
+#include <QtGui/QPainter>
+#include <QtWidgets/QWidget>
+#include <algorithm>
+#include <cmath>
+#include <memory>
+
+namespace tarni::qt {
+namespace {
+
+int pixels(double points, double scale) {
+  return static_cast<int>(std::ceil(points * scale));
+}
+
+struct EndCompressor {
+  void operator()(void* compressor) const { tjDestroy(compressor); }
+};
+
+struct FreeJPEG {
+  void operator()(unsigned char* bytes) const { tjFree(bytes); }
+};
+
+}  // namespace
+
+platform::CGSize QtImage::size() const {
+  return {image_.width() / scale(), image_.height() / scale()};
+}
+
+platform::UIImageRef QtImage::crop(const platform::CGRect& rect) const {
+  QImage cropped(pixels(rect.size.width, scale()), pixels(rect.size.height, scale()),
+                 QImage::Format_RGB32);
+  cropped.setDevicePixelRatio(scale());
+  if (!cropped.isNull()) {
+    cropped.fill(Qt::black);
+    QPainter painter(&cropped);
+    painter.drawImage(QPointF(-rect.origin.x, -rect.origin.y), image_);
+  }
+  return std::make_shared<QtImage>(cropped);
+}
+
+std::vector<std::byte> QtImage::JPEGRepresentation(double quality) const {
+  if (image_.isNull()) return {};
+  const std::unique_ptr<void, EndCompressor> compressor(tjInitCompress());
+  unsigned char* made = nullptr;
+  unsigned long length = 0;
+  const int percent = std::clamp(static_cast<int>(std::lround(quality * 100)), 1, 100);
+  // The 32-bit format is blue, green, red, unused in memory.
+  const int failed = tjCompress2(compressor.get(), image_.constBits(), image_.width(),
+                                 static_cast<int>(image_.bytesPerLine()), image_.height(),
+                                 TJPF_BGRX, &made, &length, TJSAMP_420, percent, 0);
+  const std::unique_ptr<unsigned char, FreeJPEG> bytes(made);
+  if (failed != 0) return {};
+  const auto* const first = reinterpret_cast<const std::byte*>(bytes.get());
+  return {first, first + length};
+}
+
+platform::UIImageRef draw(QWidget& widget, const QRect& part) {
+  if (!widget.isVisible() || part.isEmpty()) return nullptr;
+  const double scale = widget.devicePixelRatioF();
+  QImage image(pixels(part.width(), scale), pixels(part.height(), scale), QImage::Format_RGB32);
+  if (image.isNull()) return nullptr;
+  image.setDevicePixelRatio(scale);
+  // A translucent widget shows this where it draws nothing itself.
+  image.fill(widget.palette().color(QPalette::Window));
+  widget.render(&image, QPoint(), QRegion(part),
+                QWidget::DrawWindowBackground | QWidget::DrawChildren);
+  return std::make_shared<QtImage>(std::move(image));
+}
+
+}  // namespace tarni::qt

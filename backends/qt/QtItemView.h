@@ -1,0 +1,57 @@
+// The views of lists, trees and tables, and of their cells. Only the cells on screen are views, so
+// a model of a million rows costs what is seen of it. A cell stays the same view while its item
+// stays on screen, wherever it moves. GUI thread.
+#pragma once
+
+#include <QtCore/QPersistentModelIndex>
+#include <QtWidgets/QAbstractItemView>
+
+#include "backends/qt/QtPart.h"
+#include "backends/qt/QtScrollView.h"
+
+namespace tarni::qt {
+
+class QtCell final : public QtPart, public platform::UITableViewCell {
+ public:
+  QtCell(std::weak_ptr<const QtView> owner, platform::Class cellClass, const QModelIndex& index)
+      : QtPart(std::move(owner), cellClass), index_(index) {}
+
+  const QPersistentModelIndex& index() const { return index_; }
+
+  // The visible part, so that the middle of a cell at the edge can be clicked.
+  QRect shape() const override;
+  bool isUserInteractionEnabled() const override;
+  std::optional<std::string> cellText() const override;
+  // The check mark, when the cell has one.
+  std::optional<std::string> accessibilityValue() const override;
+  std::optional<std::string> accessibilityLabel() const override;
+  std::optional<std::string> accessibilityHint() const override;
+
+ protected:
+  bool exists() const override { return index_.isValid(); }
+
+ private:
+  // Null when the cell is no longer there.
+  QAbstractItemView* itemView() const { return static_cast<QAbstractItemView*>(widget()); }
+
+  const QPersistentModelIndex index_;
+};
+
+class QtItemView final : public QtScrollView {
+ public:
+  using QtScrollView::QtScrollView;
+
+ protected:
+  Kind kind() const override;
+  bool scrollsPerItem(Qt::Orientation orientation) const override;
+  void appendParts(std::vector<platform::UIViewRef>& views) const override;
+  platform::UIViewRef partAt(const QPoint& point) const override;
+
+ private:
+  QAbstractItemView& itemView() const;
+  void renewCells() const;
+
+  mutable std::vector<std::shared_ptr<QtCell>> cells_;
+};
+
+}  // namespace tarni::qt

@@ -1,0 +1,56 @@
+// Which UIKit class a widget appears as. GUI thread.
+#pragma once
+
+#include <QtCore/qglobal.h>
+
+#include <cstdint>
+
+#include "platform/ObjectiveC/Class.h"
+
+QT_BEGIN_NAMESPACE
+class QWidget;
+struct QMetaObject;
+QT_END_NAMESPACE
+
+namespace tarni::qt {
+
+enum class Kind : std::uint8_t {
+  View,
+  Window,
+  Control,
+  Label,
+  ImageView,
+  Button,
+  Switch,
+  TextField,
+  TextView,
+  ScrollView,
+  TableView,
+  CollectionView,
+  HeaderView,
+  Picker,
+  NavigationBar,
+  MenuBar,
+  Menu,
+  TabBar,
+  Slider,
+  ProgressView,
+};
+
+// The kind by the widget's class alone: no window and no contents are looked at.
+Kind kindOfWidget(const QWidget& widget);
+
+// The runtime class of objects with that meta object: the kind's UIKit class for the toolkit's own
+// classes; for a class that the application (or a library of its) defines, a class of its own name
+// below the kind's.
+platform::Class classFor(const QMetaObject* metaObject, Kind kind);
+
+// Classes that UIKit names, or keeps to itself, and that the agent does not test for.
+namespace names {
+inline const char* const actionButton = "UIActionButton";
+inline const char* const tabBarButton = "UITabBarButton";
+inline const char* const headerView = "UITableViewHeaderFooterView";
+inline const char* const headerButton = "UITableViewHeaderButton";
+}  // namespace names
+
+}  // namespace tarni::qt

@@ -1,0 +1,70 @@
+#include "backends/qt/QtLayer.h"
+
+#include "backends/qt/BorderOverlay.h"
+#include "backends/qt/QtViewBase.h"
+
+namespace tarni::qt {
+
+// Later, because a view goes while its window is deleting its children.
+QtLayer::~QtLayer() {
+  if (overlay_) overlay_->deleteLater();
+}
+
+const std::string* QtLayer::valueForKey(std::string_view key) const {
+  const auto found = std::ranges::find(values_, key, &std::pair<std::string, std::string>::first);
+  return found == values_.end() ? nullptr : &found->second;
+}
+
+void QtLayer::setValueForKey(std::string value, std::string_view key) {
+  const auto found = std::ranges::find(values_, key, &std::pair<std::string, std::string>::first);
+  if (found == values_.end()) {
+    values_.emplace_back(key, std::move(value));
+  } else {
+    found->second = std::move(value);
+  }
+}
+
+void QtLayer::setBorderWidth(double width) {
+  borderWidth_ = width;
+  showBorder();
+}
+
+void QtLayer::setBorderColor(std::optional<platform::CGColor> color) {
+  borderColor_ = color;
+  showBorder();
+}
+
+bool QtLayer::isHidden() const {
+  return view_.isHidden();
+}
+
+platform::CALayer* QtLayer::superlayer() const {
+  const platform::UIViewRef above = view_.superview();
+  return above ? &above->layer() : nullptr;
+}
+
+std::vector<platform::CALayer*> QtLayer::sublayers() const {
+  std::vector<platform::CALayer*> layers;
+  for (const platform::UIViewRef& view : view_.subviews()) layers.push_back(&view->layer());
+  return layers;
+}
+
+void QtLayer::showBorder() {
+  if (borderWidth_ <= 0) {
+    if (overlay_) {
+      overlay_->hide();
+      overlay_->deleteLater();
+      overlay_.clear();
+    }
+    return;
+  }
+  QWidget* const widget = view_.widget();
+  if (!widget) return;
+  if (!overlay_) {
+    overlay_ = new BorderOverlay(
+        *widget->window(), std::static_pointer_cast<const QtViewBase>(view_.shared_from_this()));
+  }
+  overlay_->setBorder(borderWidth_, borderColor_.value_or(platform::CGColor{0, 0, 0, 1}));
+}
+
+}  // namespace tarni::qt

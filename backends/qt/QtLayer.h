@@ -1,0 +1,51 @@
+// QtLayer: the layer of one view. It keeps the identity tags and the border, which the toolkit
+// knows nothing about; the border is drawn by a widget of the agent above the view. GUI thread.
+#pragma once
+
+#include <QtCore/QPointer>
+#include <utility>
+
+#include "platform/QuartzCore/CALayer.h"
+
+namespace tarni::qt {
+
+class BorderOverlay;
+class QtViewBase;
+
+class QtLayer final : public platform::CALayer {
+ public:
+  // The layer is a member of its view.
+  explicit QtLayer(const QtViewBase& view) : view_(view) {}
+  ~QtLayer() override;
+  QtLayer(const QtLayer&) = delete;
+  QtLayer& operator=(const QtLayer&) = delete;
+
+  const std::string* valueForKey(std::string_view key) const override;
+  void setValueForKey(std::string value, std::string_view key) override;
+
+  double borderWidth() const override { return borderWidth_; }
+  void setBorderWidth(double width) override;
+  std::optional<platform::CGColor> borderColor() const override { return borderColor_; }
+  void setBorderColor(std::optional<platform::CGColor> color) override;
+
+  bool isHidden() const override;
+  float speed() const override { return speed_; }
+  void setSpeed(float speed) override { speed_ = speed; }
+  platform::CALayer* superlayer() const override;
+  std::vector<platform::CALayer*> sublayers() const override;
+  // The toolkit's animations move the widgets themselves.
+  std::vector<std::string> animationKeys() const override { return {}; }
+  const platform::CAAnimation* animationForKey(std::string_view) const override { return nullptr; }
+
+ private:
+  void showBorder();
+
+  const QtViewBase& view_;
+  std::vector<std::pair<std::string, std::string>> values_;  // one or two: a search is a glance
+  double borderWidth_ = 0;
+  std::optional<platform::CGColor> borderColor_;
+  float speed_ = 1;
+  QPointer<BorderOverlay> overlay_;
+};
+
+}  // namespace tarni::qt

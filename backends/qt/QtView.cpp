@@ -1,0 +1,170 @@
+#include "backends/qt/QtView.h"
+
+#include <QtGui/QAccessible>
+#include <QtWidgets/QAbstractScrollArea>
+#include <utility>
+
+#include "backends/qt/QtProgram.h"
+#include "backends/qt/QtText.h"
+#include "backends/qt/ViewRegistry.h"
+
+namespace tarni::qt {
+namespace {
+
+using platform::CGPoint;
+using platform::UIViewRef;
+
+// What the toolkit tells screen readers, asked without switching its accessibility on.
+QAccessibleInterface* accessible(QWidget* widget) {
+  return widget ? QAccessible::queryAccessibleInterface(widget) : nullptr;
+}
+
+QString accessibleText(QWidget* widget, QAccessible::Text which) {
+  QAccessibleInterface* const interface = accessible(widget);
+  return interface ? interface->text(which) : QString();
+}
+
+void appendWidget(QObject* child, std::vector<UIViewRef>& views) {
+  if (!child->isWidgetType()) return;
+  auto* const widget = static_cast<QWidget*>(child);
+  if (widget->isWindow()) return;
+  if (UIViewRef view = viewOfWidget(widget)) views.push_back(std::move(view));
+}
+
+}  // namespace
+
+QtView::QtView(QWidget& widget, Kind kind)
+    : widget_(&widget),
+      kind_(kind),
+      classKind_(kind),
+      class_(classFor(widget.metaObject(), kind)) {}
+
+QRect QtView::shape() const {
+  return widget_ ? widget_->rect() : QRect();
+}
+
+platform::Class QtView::getClass() const {
+  if (!widget_) return class_;
+  const Kind now = widget_->isWindow() ? Kind::Window : kind();
+  if (now != classKind_) {
+    classKind_ = now;
+    class_ = classFor(widget_->metaObject(), now);
+  }
+  return class_;
+}
+
+UIViewRef QtView::superview() const {
+  return widget_ && !widget_->isWindow() ? viewOfWidget(widget_->parentWidget()) : nullptr;
+}
+
+std::span<const UIViewRef> QtView::subviews() const {
+  // Collected beside the present list, which stays where it is when nothing changed. The spare one
+  // is taken out meanwhile: collecting asks the program's models, which may ask back.
+  static auto* const spare = new std::vector<UIViewRef>;
+  std::vector<UIViewRef> views = std::move(*spare);
+  views.clear();
+  if (widget_) {
+    appendParts(views);
+    const QWidget* const transparent = transparentChild();
+    for (QObject* child : widget_->children()) {
+      if (child != transparent) {
+        appendWidget(child, views);
+        continue;
+      }
+      for (QObject* grandchild : child->children()) appendWidget(grandchild, views);
+    }
+  }
+  if (views != subviews_) subviews_.swap(views);
+  views.clear();
+  *spare = std::move(views);
+  return subviews_;
+}
+
+platform::CGRect QtView::frame() const {
+  if (!widget_) return {};
+  const QRect own = shape();
+  if (widget_->isWindow()) return toCGRect({widget_->mapToGlobal(own.topLeft()), own.size()});
+  QPoint origin = widget_->pos();
+  const QWidget* const parent = widget_->parentWidget();
+  if (scrollAreaOfViewport(parent)) origin += parent->pos();
+  return toCGRect(own.translated(origin));
+}
+
+UIViewRef QtView::hitTest(CGPoint point) const {
+  if (!widget_ || !widget_->isVisible() || !bounds().contains(point)) return nullptr;
+  const QPoint at = toQPoint(point) + shape().topLeft();
+  QWidget* hit = widget_->childAt(at);
+  UIViewRef view;
+  // Widgets of the agent have no view; what is under them counts.
+  while (hit && !(view = viewOfWidget(hit)) && hit != widget_) hit = hit->parentWidget();
+  if (!view) view = std::const_pointer_cast<UIView>(shared_from_this());
+  const auto& deepest = static_cast<const QtView&>(*view);
+  const UIViewRef part = deepest.partAt(deepest.widget()->mapFrom(widget_, at));
+  return part ? part : view;
+}
+
+bool QtView::isHidden() const {
+  if (!widget_) return true;
+  return widget_->isWindow() ? !widget_->isVisible() : widget_->isHidden();
+}
+
+bool QtView::isOpaque() const {
+  if (!widget_) return false;
+  if (widget_->isWindow()) return !widget_->testAttribute(Qt::WA_TranslucentBackground);
+  return widget_->testAttribute(Qt::WA_OpaquePaintEvent) || widget_->autoFillBackground();
+}
+
+bool QtView::isUserInteractionEnabled() const {
+  return widget_ && widget_->isEnabled();
+}
+
+bool QtView::isFirstResponder() const {
+  // Asked of the window, which remembers it while another one is active. The input inside a spin
+  // box or a combo box leaves the focus to its box.
+  const QWidget* holder = widget_;
+  while (holder && holder->focusProxy()) holder = holder->focusProxy();
+  return holder && holder->window()->focusWidget() == holder;
+}
+
+bool QtView::canBecomeFirstResponder() const {
+  return widget_ && widget_->isEnabled() && widget_->focusPolicy() != Qt::NoFocus &&
+         widget_->testAttribute(Qt::WA_InputMethodEnabled);
+}
+
+platform::Task<void> QtView::becomeFirstResponder() {
+  return performInProgram([target = widget_] {
+    if (target) target->setFocus(Qt::OtherFocusReason);
+  });
+}
+
+std::optional<std::string> QtView::accessibilityIdentifier() const {
+  if (!widget_) return std::nullopt;
+  const QString name = widget_->objectName();
+  // The toolkit names its own inner widgets so.
+  if (name.startsWith(QLatin1String("qt_"))) return std::nullopt;
+  return nonEmpty(name);
+}
+
+std::optional<std::string> QtView::accessibilityValue() const {
+  QAccessibleInterface* const interface = accessible(widget_);
+  if (!interface) return std::nullopt;
+  const QString value = interface->text(QAccessible::Value);
+  if (!value.isEmpty()) return utf8(value);
+  const QAccessible::State state = interface->state();
+  if (state.checkable) return checkText(state.checked);
+  return std::nullopt;
+}
+
+std::optional<std::string> QtView::accessibilityLabel() const {
+  if (!widget_) return std::nullopt;
+  if (!widget_->accessibleName().isEmpty()) return utf8(widget_->accessibleName());
+  return nonEmpty(withoutMnemonic(accessibleText(widget_, QAccessible::Name)));
+}
+
+std::optional<std::string> QtView::accessibilityHint() const {
+  if (!widget_) return std::nullopt;
+  if (!widget_->toolTip().isEmpty()) return utf8(withoutMarkup(widget_->toolTip()));
+  return nonEmpty(widget_->accessibleDescription());
+}
+
+}  // namespace tarni::qt

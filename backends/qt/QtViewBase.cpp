@@ -1,0 +1,68 @@
+#include "backends/qt/QtViewBase.h"
+
+#include <QtCore/QLocale>
+#include <QtWidgets/QWidget>
+#include <cmath>
+
+#include "backends/qt/QtImage.h"
+#include "backends/qt/QtText.h"
+#include "backends/qt/ViewRegistry.h"
+
+namespace tarni::qt {
+
+using platform::CGPoint;
+using platform::CGRect;
+
+platform::UIWindowRef QtViewBase::window() const {
+  QWidget* const drawing = widget();
+  return drawing ? viewOfWidget(drawing->window()) : nullptr;
+}
+
+CGRect QtViewBase::bounds() const {
+  const QSize size = shape().size();
+  return {{0, 0}, {static_cast<double>(size.width()), static_cast<double>(size.height())}};
+}
+
+CGPoint QtViewBase::center() const {
+  const CGRect outer = frame();
+  return {outer.midX(), outer.midY()};
+}
+
+CGPoint QtViewBase::convertPointToWindow(CGPoint point) const {
+  const QPoint origin = originInWindow();
+  return {point.x + origin.x(), point.y + origin.y()};
+}
+
+CGPoint QtViewBase::convertPointFromWindow(CGPoint point) const {
+  const QPoint origin = originInWindow();
+  return {point.x - origin.x(), point.y - origin.y()};
+}
+
+std::optional<std::string> QtViewBase::accessibilityLanguage() const {
+  const QWidget* const drawing = widget();
+  return drawing ? nonEmpty(drawing->locale().bcp47Name()) : std::nullopt;
+}
+
+platform::Task<platform::UIImageRef> QtViewBase::drawViewHierarchy() {
+  QWidget* const drawing = widget();
+  co_return drawing ? draw(*drawing, shape()) : nullptr;
+}
+
+QPoint QtViewBase::originInWindow() const {
+  QPoint origin = shape().topLeft();
+  for (const QWidget* at = widget(); at && !at->isWindow(); at = at->parentWidget()) {
+    origin += at->pos();
+  }
+  return origin;
+}
+
+CGRect toCGRect(const QRect& rect) {
+  return {{static_cast<double>(rect.x()), static_cast<double>(rect.y())},
+          {static_cast<double>(rect.width()), static_cast<double>(rect.height())}};
+}
+
+QPoint toQPoint(CGPoint point) {
+  return {static_cast<int>(std::floor(point.x)), static_cast<int>(std::floor(point.y))};
+}
+
+}  // namespace tarni::qt

@@ -1,0 +1,42 @@
+#include "backends/qt/ViewFactory.h"
+
+#include "backends/qt/QtBars.h"
+#include "backends/qt/QtControls.h"
+#include "backends/qt/QtItemView.h"
+#include "backends/qt/QtScrollView.h"
+
+namespace tarni::qt {
+
+std::shared_ptr<QtView> makeView(QWidget& widget) {
+  const Kind kind = kindOfWidget(widget);
+  switch (kind) {
+    case Kind::Control:
+    case Kind::Slider:
+      return std::make_shared<QtControl>(widget, kind);
+    case Kind::Label:
+      return std::make_shared<QtLabel>(widget, kind);
+    case Kind::Button:
+      return std::make_shared<QtButton>(widget, kind);
+    case Kind::Switch:
+      return std::make_shared<QtSwitch>(widget, kind);
+    case Kind::TextField:
+      return std::make_shared<QtTextField>(widget, kind);
+    case Kind::TextView:
+      return std::make_shared<QtTextView>(widget, kind);
+    case Kind::ScrollView:
+      return std::make_shared<QtScrollView>(widget, kind);
+    case Kind::TableView:
+      return std::make_shared<QtItemView>(widget, kind);
+    case Kind::HeaderView:
+      return std::make_shared<QtHeader>(widget, kind);
+    case Kind::TabBar:
+      return std::make_shared<QtTabs>(widget, kind);
+    case Kind::MenuBar:
+    case Kind::Menu:
+      return std::make_shared<QtActions>(widget, kind);
+    default:
+      return std::make_shared<QtView>(widget, kind);
+  }
+}
+
+}  // namespace tarni::qt

@@ -1,0 +1,74 @@
+#include "backends/qt/ViewRegistry.h"
+
+#include <QtGui/QWindow>
+#include <QtWidgets/QAbstractScrollArea>
+#include <QtWidgets/QWidget>
+#include <unordered_map>
+#include <unordered_set>
+
+#include "backends/qt/QtKind.h"
+#include "backends/qt/ViewFactory.h"
+
+namespace tarni::qt {
+namespace {
+
+struct Registry {
+  std::unordered_map<const QObject*, std::shared_ptr<QtView>> views;
+  std::unordered_set<const QObject*> own;  // widgets of the agent
+};
+
+// Never destroyed: views are asked for until the process has gone.
+Registry& registry() {
+  static auto* const shared = new Registry;
+  return *shared;
+}
+
+std::shared_ptr<QtView> makeKnown(QWidget& widget) {
+  std::shared_ptr<QtView> view = makeView(widget);
+  registry().views.insert_or_assign(&widget, view);
+  QObject::connect(&widget, &QObject::destroyed,
+                   [](QObject* gone) { registry().views.erase(gone); });
+  return view;
+}
+
+}  // namespace
+
+platform::UIViewRef viewOfWidget(QWidget* widget) {
+  if (!widget || isHiddenFromWalks(widget)) return nullptr;
+  if (QWidget* const area = scrollAreaOfViewport(widget)) widget = area;
+  const auto known = registry().views.find(widget);
+  // A program that disconnects everything from a widget also keeps its end from us; another widget
+  // may then stand at its address.
+  if (known != registry().views.end() && known->second->widget() == widget) return known->second;
+  return makeKnown(*widget);
+}
+
+QWidget* widgetOfView(const platform::UIViewRef& view) {
+  const auto ours = std::dynamic_pointer_cast<QtViewBase>(view);
+  return ours ? ours->widget() : nullptr;
+}
+
+platform::UIWindowRef viewOfWindow(QWindow* window) {
+  // Without a platform window there is nothing that anybody could see or touch.
+  if (!window || !window->handle()) return nullptr;
+  QWidget* const widget = QWidget::find(window->winId());
+  return widget ? viewOfWidget(widget->window()) : nullptr;
+}
+
+void hideFromWalks(QWidget* widget) {
+  if (!widget || !registry().own.insert(widget).second) return;
+  QObject::connect(widget, &QObject::destroyed, [](QObject* gone) { registry().own.erase(gone); });
+}
+
+bool isHiddenFromWalks(const QWidget* widget) {
+  const auto& own = registry().own;
+  if (own.empty()) return false;
+  return own.contains(widget) || own.contains(widget->window());
+}
+
+QWidget* scrollAreaOfViewport(const QWidget* widget) {
+  auto* const area = widget ? qobject_cast<QAbstractScrollArea*>(widget->parentWidget()) : nullptr;
+  return area && area->viewport() == widget ? area : nullptr;
+}
+
+}  // namespace tarni::qt
