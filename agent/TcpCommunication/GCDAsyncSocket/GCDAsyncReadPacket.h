@@ -1,0 +1,41 @@
+// GCDAsyncReadPacket: one request to read. Used on the socket queue.
+//
+// With a terminator it is complete once that has been read, which ends the data handed over; with a
+// fixed length, once it holds that many bytes; with neither, as soon as it holds a byte.
+#pragma once
+
+#include <cstddef>
+#include <string>
+
+#include "agent/TcpCommunication/GCDAsyncSocket/GCDAsyncSocketPreBuffer.h"
+
+namespace tarni {
+
+struct GCDAsyncReadPacket {
+  enum class Progress { Incomplete, Complete, MaxedOut };
+
+  // Takes what belongs to the request out of the pre-buffer, and nothing behind it.
+  Progress readFrom(GCDAsyncSocketPreBuffer& preBuffer);
+
+  std::string buffer;
+  // 0 for none.
+  std::size_t maxLength = 0;
+  // Seconds; negative for none. Grows by each extension.
+  double timeout = -1;
+  // 0 for none.
+  std::size_t readLength = 0;
+  // Empty for none.
+  std::string terminator;
+  long tag = 0;
+  // Whatever arrives is dropped, and nothing completes the request but the end of the stream.
+  bool discards = false;
+
+ private:
+  Progress readAvailable(GCDAsyncSocketPreBuffer& preBuffer, std::size_t limit);
+  Progress readToTerminator(GCDAsyncSocketPreBuffer& preBuffer);
+  // The number of bytes of `chunk` up to and including the terminator, which may have begun in the
+  // bytes read before; npos when it does not end in there.
+  std::size_t lengthToTerminator(std::string_view chunk) const;
+};
+
+}  // namespace tarni

@@ -1,0 +1,458 @@
+#include "agent/TcpCommunication/GCDAsyncSocket/GCDAsyncSocket.h"
+
+#include <netinet/in.h>
+#include <netinet/tcp.h>
+#include <sys/ioctl.h>
+#include <sys/socket.h>
+
+#include <algorithm>
+#include <cerrno>
+#include <system_error>
+#include <utility>
+
+#include "agent/TcpCommunication/GCDAsyncSocket/ListeningSocket.h"
+#include "platform/Foundation/NSException.h"
+#include "platform/Foundation/NSLog.h"
+#include "platform/Platform.h"
+
+namespace tarni {
+namespace {
+
+constexpr double acceptRetryDelay = 0.5;
+constexpr std::size_t smallestRead = 4096;
+// A peer that is only written to lets reads pile up; so many are kept.
+constexpr std::size_t maximumPendingReads = 16384;
+
+void setOption(const FileDescriptor& descriptor, int level, int option, int value) {
+  setsockopt(descriptor.get(), level, option, &value, sizeof value);
+}
+
+// Answers go out at once, and a peer that vanished without a word is found out within minutes.
+void prepareConnection(const FileDescriptor& client) {
+  setOption(client, IPPROTO_TCP, TCP_NODELAY, 1);
+  setOption(client, SOL_SOCKET, SO_KEEPALIVE, 1);
+  setOption(client, IPPROTO_TCP, TCP_KEEPIDLE, 60);
+  setOption(client, IPPROTO_TCP, TCP_KEEPINTVL, 10);
+  setOption(client, IPPROTO_TCP, TCP_KEEPCNT, 6);
+}
+
+std::size_t bytesToRead(const FileDescriptor& connection) {
+  int available = 0;
+  ioctl(connection.get(), FIONREAD, &available);
+  return std::max(smallestRead, static_cast<std::size_t>(std::max(available, 0)));
+}
+
+platform::Dispatch& dispatch() {
+  return *platform::current().dispatch;
+}
+
+}  // namespace
+
+GCDAsyncSocket::GCDAsyncSocket(std::weak_ptr<GCDAsyncSocketDelegate> delegate, Queue delegateQueue,
+                               Queue socketQueue)
+    : delegateQueue_(std::move(delegateQueue)),
+      socketQueue_(socketQueue ? std::move(socketQueue)
+                               : dispatch().makeSerialQueue("GCDAsyncSocket")),
+      delegate_(std::move(delegate)) {
+  if (socketQueue_->isConcurrent()) {
+    throw platform::NSException(platform::NSInvalidArgumentException,
+                                "The given socketQueue parameter must not be a concurrent queue.");
+  }
+}
+
+GCDAsyncSocket::~GCDAsyncSocket() {
+  socketQueue_->sync([this] { closeWithError(std::nullopt); });
+}
+
+void GCDAsyncSocket::setDelegate(std::weak_ptr<GCDAsyncSocketDelegate> delegate) {
+  const std::lock_guard lock(mutex_);
+  delegate_ = std::move(delegate);
+}
+
+std::weak_ptr<GCDAsyncSocketDelegate> GCDAsyncSocket::delegate() const {
+  const std::lock_guard lock(mutex_);
+  return delegate_;
+}
+
+const std::string& GCDAsyncSocket::CRLFData() {
+  static const auto* const data = new std::string("\r\n");
+  return *data;
+}
+
+SocketAddress GCDAsyncSocket::localAddress() const {
+  const std::lock_guard lock(mutex_);
+  return localAddress_;
+}
+
+SocketAddress GCDAsyncSocket::connectedAddress() const {
+  const std::lock_guard lock(mutex_);
+  return connectedAddress_;
+}
+
+template <typename Call>
+void GCDAsyncSocket::tellDelegate(Call call) {
+  auto self = weak_from_this().lock();
+  if (!self || !delegateQueue_) return;
+  delegateQueue_->async(
+      [self = std::move(self), weakDelegate = delegate(), call = std::move(call)]() mutable {
+        if (const auto delegate = weakDelegate.lock()) call(*delegate, self);
+      });
+}
+
+template <typename Handler>
+platform::Block GCDAsyncSocket::whileAlive(Handler handler) {
+  return [weak = weak_from_this(), handler = std::move(handler)] {
+    if (const auto self = weak.lock()) handler(*self);
+  };
+}
+
+// --- listening
+
+bool GCDAsyncSocket::acceptOnPortError(std::uint16_t port, NSError* error) {
+  std::optional<NSError> failure;
+  socketQueue_->sync([&] { failure = listen(port); });
+  if (failure && error) *error = *failure;
+  return !failure;
+}
+
+std::optional<NSError> GCDAsyncSocket::listen(std::uint16_t port) {
+  if (delegate().expired()) {
+    return socketError(GCDAsyncSocketErrorCode::BadConfig,
+                       "Attempting to accept without a delegate. Set a delegate first.");
+  }
+  if (!delegateQueue_) {
+    return socketError(
+        GCDAsyncSocketErrorCode::BadConfig,
+        "Attempting to accept without a delegate queue. Set a delegate queue first.");
+  }
+  if (isStarted_) {
+    return socketError(
+        GCDAsyncSocketErrorCode::BadConfig,
+        "Attempting to accept while connected or accepting connections. Disconnect first.");
+  }
+  auto opened = listenOnAllAddresses(port);
+  if (const auto* const error = std::get_if<NSError>(&opened)) return *error;
+  auto& sockets = std::get<ListeningSockets>(opened);
+  try {
+    watchForClients(listener4_, std::move(sockets.socket4));
+    watchForClients(listener6_, std::move(sockets.socket6));
+  } catch (const std::system_error& error) {
+    stopListening();
+    return errnoError(error.code().value(), "Error watching the socket");
+  }
+  isStarted_ = true;
+  const FileDescriptor& first =
+      listener4_.descriptor.isOpen() ? listener4_.descriptor : listener6_.descriptor;
+  const std::lock_guard lock(mutex_);
+  localAddress_ = SocketAddress::localOf(first.get());
+  connectedAddress_ = {};
+  return std::nullopt;
+}
+
+void GCDAsyncSocket::watchForClients(Listener& listener, FileDescriptor descriptor) {
+  if (!descriptor.isOpen()) return;
+  listener.descriptor = std::move(descriptor);
+  listener.source = dispatch().makeReadSource(
+      listener.descriptor.get(), socketQueue_,
+      whileAlive([&listener](GCDAsyncSocket& self) { self.acceptClients(listener); }));
+  listener.source->resume();
+}
+
+void GCDAsyncSocket::acceptClients(Listener& listener) {
+  for (;;) {
+    FileDescriptor client(
+        accept4(listener.descriptor.get(), nullptr, nullptr, SOCK_NONBLOCK | SOCK_CLOEXEC));
+    if (client.isOpen()) {
+      handOver(std::move(client));
+      continue;
+    }
+    switch (errno) {
+      case EAGAIN:
+        listener.source->resume();
+        return;
+      case EINTR:
+      case ECONNABORTED:
+        continue;
+      default:
+        retryAcceptingLater(listener, errno);
+        return;
+    }
+  }
+}
+
+// Without descriptors or memory the client stays pending and would wake us over and over.
+void GCDAsyncSocket::retryAcceptingLater(Listener& listener, int systemCode) {
+  platform::NSLog("Error in accept() function: %s",
+                  std::generic_category().message(systemCode).c_str());
+  listener.retry = dispatch().makeTimer(
+      acceptRetryDelay, socketQueue_,
+      whileAlive([&listener](GCDAsyncSocket& self) { self.acceptClients(listener); }));
+}
+
+void GCDAsyncSocket::handOver(FileDescriptor client) {
+  prepareConnection(client);
+  tellDelegate([client = std::make_shared<FileDescriptor>(std::move(client))](
+                   GCDAsyncSocketDelegate& delegate, const GCDAsyncSocketRef& sock) {
+    const std::string address = SocketAddress::peerOf(client->get()).host;
+    Queue queue = delegate.newSocketQueueForConnectionFromAddressOnSocket(address, sock);
+    const auto accepted = sock->makeAccepted(std::move(*client), std::move(queue));
+    delegate.socketDidAcceptNewSocket(sock, accepted);
+  });
+}
+
+GCDAsyncSocketRef GCDAsyncSocket::makeAccepted(FileDescriptor client, Queue socketQueue) {
+  auto accepted =
+      std::make_shared<GCDAsyncSocket>(delegate(), delegateQueue_, std::move(socketQueue));
+  accepted->localAddress_ = SocketAddress::localOf(client.get());
+  accepted->connectedAddress_ = SocketAddress::peerOf(client.get());
+  accepted->connection_ = std::move(client);
+  accepted->isStarted_ = true;
+  return accepted;
+}
+
+// --- reading
+
+void GCDAsyncSocket::readDataToDataWithTimeoutMaxLengthTag(std::string terminator, double timeout,
+                                                           std::size_t maxLength, long tag) {
+  GCDAsyncReadPacket packet;
+  packet.terminator = std::move(terminator);
+  packet.timeout = timeout;
+  packet.maxLength = maxLength;
+  packet.tag = tag;
+  enqueue(std::move(packet));
+}
+
+void GCDAsyncSocket::readDataWithTimeoutTag(double timeout, long tag) {
+  GCDAsyncReadPacket packet;
+  packet.timeout = timeout;
+  packet.tag = tag;
+  enqueue(std::move(packet));
+}
+
+void GCDAsyncSocket::discardUntilEndOfStream() {
+  GCDAsyncReadPacket packet;
+  packet.discards = true;
+  enqueue(std::move(packet));
+}
+
+// A listening socket is never connected, so what it is asked to read or write is dropped at once.
+void GCDAsyncSocket::enqueue(GCDAsyncReadPacket packet) {
+  socketQueue_->async([self = shared_from_this(), packet = std::move(packet)]() mutable {
+    if (!self->isConnected() || self->readQueue_.size() >= maximumPendingReads) return;
+    self->readQueue_.push_back(std::move(packet));
+    if (!self->currentRead_) self->serveReads();
+  });
+}
+
+void GCDAsyncSocket::serveReads() {
+  while (isConnected()) {
+    if (!currentRead_ && !beginRead()) return;
+    switch (currentRead_->readFrom(preBuffer_)) {
+      case GCDAsyncReadPacket::Progress::Complete:
+        completeRead();
+        break;
+      case GCDAsyncReadPacket::Progress::Incomplete:
+        if (!readMore()) return;
+        break;
+      case GCDAsyncReadPacket::Progress::MaxedOut:
+        closeWithError(socketError(GCDAsyncSocketErrorCode::ReadMaxedOut));
+        return;
+    }
+  }
+}
+
+bool GCDAsyncSocket::beginRead() {
+  if (readQueue_.empty()) return false;
+  currentRead_ = std::move(readQueue_.front());
+  readQueue_.pop_front();
+  ++currentReadNumber_;
+  if (currentRead_->timeout >= 0) armReadTimer(currentRead_->timeout);
+  return true;
+}
+
+bool GCDAsyncSocket::readMore() {
+  preBuffer_.ensureCapacityForWrite(bytesToRead(connection_));
+  const std::span<char> room = preBuffer_.writeBuffer();
+  const ssize_t length = recv(connection_.get(), room.data(), room.size(), 0);
+  if (length > 0) {
+    preBuffer_.didWrite(static_cast<std::size_t>(length));
+    return true;
+  }
+  if (length == 0) {
+    closeWithError(socketError(GCDAsyncSocketErrorCode::Closed));
+  } else if (errno == EAGAIN) {
+    awaitReadable();
+  } else if (errno == EINTR) {
+    return true;
+  } else {
+    closeWithError(errnoError(errno, "Error in read() function"));
+  }
+  return false;
+}
+
+void GCDAsyncSocket::completeRead() {
+  readTimer_.reset();
+  tellDelegate([data = std::move(currentRead_->buffer), tag = currentRead_->tag](
+                   GCDAsyncSocketDelegate& delegate, const GCDAsyncSocketRef& self) mutable {
+    delegate.socketDidReadDataWithTag(self, data, tag);
+  });
+  currentRead_.reset();
+}
+
+void GCDAsyncSocket::awaitReadable() {
+  if (isReadAwaited_) return;
+  try {
+    if (!readSource_) {
+      readSource_ = dispatch().makeReadSource(connection_.get(), socketQueue_,
+                                              whileAlive([](GCDAsyncSocket& self) {
+                                                self.isReadAwaited_ = false;
+                                                self.serveReads();
+                                              }));
+    }
+    readSource_->resume();
+    isReadAwaited_ = true;
+  } catch (const std::system_error& error) {
+    closeWithError(errnoError(error.code().value(), "Error watching the socket"));
+  }
+}
+
+void GCDAsyncSocket::armReadTimer(double seconds) {
+  readTimer_ = dispatch().makeTimer(
+      seconds, socketQueue_, whileAlive([](GCDAsyncSocket& self) { self.askForExtension(); }));
+}
+
+void GCDAsyncSocket::askForExtension() {
+  if (!currentRead_) return;
+  if (delegate().expired()) return extendRead(currentReadNumber_, 0);
+  tellDelegate([number = currentReadNumber_, tag = currentRead_->tag,
+                elapsed = currentRead_->timeout, bytesDone = currentRead_->buffer.size()](
+                   GCDAsyncSocketDelegate& delegate, const GCDAsyncSocketRef& self) {
+    const double extension =
+        delegate.socketShouldTimeoutReadWithTagElapsedBytesDone(self, tag, elapsed, bytesDone);
+    self->socketQueue_->async([self, number, extension] { self->extendRead(number, extension); });
+  });
+}
+
+void GCDAsyncSocket::extendRead(std::uint64_t number, double seconds) {
+  if (!currentRead_ || number != currentReadNumber_) return;
+  if (seconds > 0) {
+    currentRead_->timeout += seconds;
+    armReadTimer(seconds);
+  } else {
+    closeWithError(socketError(GCDAsyncSocketErrorCode::ReadTimeout));
+  }
+}
+
+// --- writing
+
+void GCDAsyncSocket::writeDataWithTimeoutTag(std::string data, double timeout, long tag) {
+  if (data.empty()) return;
+  auto packet =
+      std::make_shared<GCDAsyncWritePacket>(std::move(data), timeout, tag, pendingWrites_);
+  socketQueue_->async([self = shared_from_this(), packet = std::move(packet)] {
+    if (!self->isConnected()) return;
+    self->writeQueue_.push_back(packet);
+    if (!self->currentWrite_) self->serveWrites();
+  });
+}
+
+void GCDAsyncSocket::serveWrites() {
+  while (isConnected()) {
+    if (!currentWrite_ && !beginWrite()) return;
+    if (!writeMore()) return;
+    if (currentWrite_->bytesDone == currentWrite_->data.size()) completeWrite();
+  }
+}
+
+bool GCDAsyncSocket::beginWrite() {
+  if (writeQueue_.empty()) return false;
+  currentWrite_ = std::move(writeQueue_.front());
+  writeQueue_.pop_front();
+  if (currentWrite_->timeout >= 0) {
+    writeTimer_ = dispatch().makeTimer(
+        currentWrite_->timeout, socketQueue_, whileAlive([](GCDAsyncSocket& self) {
+          if (self.currentWrite_) {
+            self.closeWithError(socketError(GCDAsyncSocketErrorCode::WriteTimeout));
+          }
+        }));
+  }
+  return true;
+}
+
+bool GCDAsyncSocket::writeMore() {
+  const std::string_view rest =
+      std::string_view(currentWrite_->data).substr(currentWrite_->bytesDone);
+  const ssize_t length = send(connection_.get(), rest.data(), rest.size(), MSG_NOSIGNAL);
+  if (length >= 0) {
+    currentWrite_->bytesDone += static_cast<std::size_t>(length);
+    return true;
+  }
+  if (errno == EINTR) return true;
+  if (errno == EAGAIN) {
+    awaitWritable();
+  } else {
+    closeWithError(errnoError(errno, "Error in write() function"));
+  }
+  return false;
+}
+
+void GCDAsyncSocket::completeWrite() {
+  writeTimer_.reset();
+  tellDelegate(
+      [tag = currentWrite_->tag](GCDAsyncSocketDelegate& delegate, const GCDAsyncSocketRef& self) {
+        delegate.socketDidWriteDataWithTag(self, tag);
+      });
+  currentWrite_.reset();
+}
+
+void GCDAsyncSocket::awaitWritable() {
+  if (isWriteAwaited_) return;
+  try {
+    if (!writeSource_) {
+      writeSource_ = dispatch().makeWriteSource(connection_.get(), socketQueue_,
+                                                whileAlive([](GCDAsyncSocket& self) {
+                                                  self.isWriteAwaited_ = false;
+                                                  self.serveWrites();
+                                                }));
+    }
+    writeSource_->resume();
+    isWriteAwaited_ = true;
+  } catch (const std::system_error& error) {
+    closeWithError(errnoError(error.code().value(), "Error watching the socket"));
+  }
+}
+
+// --- closing
+
+void GCDAsyncSocket::disconnect() {
+  socketQueue_->sync([this] { closeWithError(std::nullopt); });
+}
+
+void GCDAsyncSocket::closeWithError(const std::optional<NSError>& error) {
+  readTimer_.reset();
+  writeTimer_.reset();
+  readSource_.reset();
+  writeSource_.reset();
+  isReadAwaited_ = isWriteAwaited_ = false;
+  stopListening();
+  connection_ = FileDescriptor();
+  readQueue_.clear();
+  writeQueue_.clear();
+  currentRead_.reset();
+  currentWrite_.reset();
+  preBuffer_.reset();
+  if (!std::exchange(isStarted_, false)) return;
+  tellDelegate([error](GCDAsyncSocketDelegate& delegate, const GCDAsyncSocketRef& self) {
+    delegate.socketDidDisconnectWithError(self, error);
+  });
+}
+
+void GCDAsyncSocket::stopListening() {
+  for (Listener* const listener : {&listener4_, &listener6_}) {
+    listener->retry.reset();
+    listener->source.reset();
+    listener->descriptor = FileDescriptor();
+  }
+}
+
+}  // namespace tarni
