@@ -58,15 +58,18 @@ std::vector<std::byte> QtImage::JPEGRepresentation(double quality) const {
 }
 
 platform::UIImageRef draw(QWidget& widget, const QRect& part) {
-  if (!widget.isVisible() || part.isEmpty()) return nullptr;
+  if (part.isEmpty()) return nullptr;
   const double scale = widget.devicePixelRatioF();
   QImage image(pixels(part.width(), scale), pixels(part.height(), scale), QImage::Format_RGB32);
   if (image.isNull()) return nullptr;
   image.setDevicePixelRatio(scale);
   // A translucent widget shows this where it draws nothing itself.
   image.fill(widget.palette().color(QPalette::Window));
-  widget.render(&image, QPoint(), QRegion(part),
-                QWidget::DrawWindowBackground | QWidget::DrawChildren);
+  // Drawing a hidden widget would lay it out before the program does.
+  if (widget.isVisible()) {
+    widget.render(&image, QPoint(), QRegion(part),
+                  QWidget::DrawWindowBackground | QWidget::DrawChildren);
+  }
   return std::make_shared<QtImage>(std::move(image));
 }
 

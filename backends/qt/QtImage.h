@@ -30,8 +30,7 @@ class QtImage final : public platform::UIImage {
 };
 
 // Draws `part` (in the widget's coordinates) of the widget and of all its children, at the scale of
-// its screen. Null for a widget that is not shown and for an empty part: drawing one would lay the
-// program's widgets out before the program does. GUI thread.
+// its screen. Null for an empty part; a widget that is not shown gives an empty sheet. GUI thread.
 platform::UIImageRef draw(QWidget& widget, const QRect& part);
 
 }  // namespace tarni::qt
