@@ -1,0 +1,93 @@
+// What the agent adds to each event that an application dispatches, and to a tap that is recorded.
+#include <benchmark/benchmark.h>
+
+#include "agent/Queue/ElementsQueue.h"
+#include "agent/core/UIApplication_KIFAdditions.h"
+#include "agent/elements/UIViewsManager.h"
+#include "agent/elements/Utilities.h"
+#include "agent/recording/RecorderAction.h"
+#include "bench/Complete.h"
+#include "bench/RatioReporter.h"
+#include "bench/Screens.h"
+#include "platform/UIKit/Classes.h"
+
+namespace tarni::bench {
+namespace {
+
+constexpr platform::CGPoint kLabel{30, 30};
+
+headless::WindowRef makeTaggedScreen(long count) {
+  const auto window = std::dynamic_pointer_cast<headless::Window>(makeScreen(count));
+  UIViewsManager manager;
+  manager.GetAllViews(window, true);
+  return window;
+}
+
+void moveFinger(benchmark::State& state) {
+  const headless::WindowRef window = makeTaggedScreen(100);
+  headless::Finger& finger = environment().finger();
+  finger.down(*window, kLabel);
+  double offset = 0;
+  for (auto _ : state) finger.moveTo({kLabel.x + (offset = 1 - offset), kLabel.y});
+  finger.up();
+}
+
+// Registered first, and so run before the agent's hook is installed.
+void event_bare(benchmark::State& state) {
+  moveFinger(state);
+}
+BENCHMARK(event_bare);
+
+void event_recorded(benchmark::State& state) {
+  static const bool hooked = [] {
+    KIFAdditions::loadUIApplication(platform::uikit::UIApplication);
+    return true;
+  }();
+  benchmark::DoNotOptimize(hooked);
+  moveFinger(state);
+}
+BENCHMARK(event_recorded);
+
+void tap_recorded(benchmark::State& state) {
+  const headless::WindowRef window = makeTaggedScreen(state.range(0));
+  headless::Finger& finger = environment().finger();
+  for (auto _ : state) {
+    finger.down(*window, kLabel);
+    finger.up();
+    ElementsQueue::sharedInstance().clearBucket();
+  }
+}
+BENCHMARK(tap_recorded)->Arg(1000)->Unit(benchmark::kMicrosecond);
+
+platform::UIViewRef recordedView(const headless::WindowRef& window) {
+  return window->hitTest(kLabel);
+}
+
+void step_snapshot_alone(benchmark::State& state) {
+  const platform::UIViewRef view = recordedView(makeTaggedScreen(state.range(0)));
+  for (auto _ : state) {
+    benchmark::DoNotOptimize(complete(Utilities::getBase64StringOfUIImageOfUIView(view)));
+  }
+}
+BENCHMARK(step_snapshot_alone)->Arg(1000)->Unit(benchmark::kMicrosecond);
+
+void step_built(benchmark::State& state) {
+  const platform::UIViewRef view = recordedView(makeTaggedScreen(state.range(0)));
+  for (auto _ : state) {
+    const StepRequest request{"Click", view, "", {5, 5}};
+    const auto draft = RecorderAction().describeStep(request);
+    platform::spawn(RecorderAction::drawStep(draft), {});
+    RecorderAction::enqueueStep(*draft);
+  }
+}
+BENCHMARK(step_built)->Arg(1000)->Unit(benchmark::kMicrosecond);
+
+const bool registered = [] {
+  difference({"event_recorded", "event_bare", 10e3});
+  limit({"tap_recorded/1000", 20e6, 1});
+  compare({"step_built/1000", "step_snapshot_alone/1000", 1.3});
+  return true;
+}();
+
+}  // namespace
+}  // namespace tarni::bench
