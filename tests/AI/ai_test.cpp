@@ -1,0 +1,126 @@
+// Descriptions for finding elements from a picture.
+#include "agent/AI/AiAPI.h"
+#include "backends/headless/views/Button.h"
+#include "backends/headless/views/ImageView.h"
+#include "backends/headless/views/Label.h"
+#include "backends/headless/views/ScrollView.h"
+#include "backends/headless/views/TableView.h"
+#include "backends/headless/views/TextField.h"
+#include "tests/elements/Screen.h"
+
+namespace tarni::test {
+namespace {
+
+using headless::Button;
+using headless::Label;
+using headless::ScrollView;
+using headless::TextField;
+using headless::View;
+using testing::ElementsAre;
+using testing::IsEmpty;
+
+class Ai : public Screen {
+ protected:
+  static Json describe(const platform::UIViewRef& view) {
+    return await(AiAPI().getViewProperty(view));
+  }
+  static Json findAll(const std::string& type) {
+    return command({{"functionname", "ai_findelements"}, {"tagname", type}});
+  }
+};
+
+TEST_F(Ai, DescriptionHasItsKeysInOrder) {
+  const auto label = add<Label>("Hello").frame({{20.5, 100}, {80, 30.125}}).get();
+  headless::build<View>().in(*label);
+  const Json description = describe(label);
+  std::vector<std::string> keys;
+  for (const auto& [key, value] : description.items()) keys.push_back(key);
+  EXPECT_THAT(keys, ElementsAre("elementID", "text", "elementType", "imageBase64", "childCount",
+                                "isProbablyTappable", "isVisibleInViewHierarchy",
+                                "isVisibleInWindowFrame", "isUserInteractionEnabled", "isHidden",
+                                "isEditable", "isScrollable", "isImageObject", "rectangle"));
+  EXPECT_EQ(description["text"], "Hello");
+  EXPECT_EQ(description["elementType"], "UILabel");
+  EXPECT_EQ(description["childCount"], "1");
+  EXPECT_TRUE(description["imageBase64"].get<std::string>().starts_with("/9j/"));
+  EXPECT_EQ(description["rectangle"].dump(),
+            R"({"width":"80.00","height":"30.12","x":"20.50","y":"100.00"})");
+  EXPECT_EQ(UIViewMemoryCache::sharedInstance().getUIVIewAccordingToElementId(
+                description["elementID"].get<std::string>()),
+            label);
+}
+
+TEST_F(Ai, FlagsTellStateAndKind) {
+  const Json field = describe(add<TextField>("a").className("MyField").get());
+  EXPECT_EQ(field["isEditable"], "true");
+  EXPECT_EQ(field["isHidden"], "false");
+  EXPECT_EQ(field["isProbablyTappable"], "true");
+  EXPECT_EQ(field["isUserInteractionEnabled"], "true");
+  const auto hiddenBox = add<View>().hidden().get();
+  const auto inside = headless::build<Button>("b").frame({{0, 0}, {10, 10}}).in(*hiddenBox);
+  inside->setUserInteractionEnabled(false);
+  const Json button = describe(inside);
+  EXPECT_EQ(button["isEditable"], "false");
+  EXPECT_EQ(button["isHidden"], "false");
+  EXPECT_EQ(button["isVisibleInViewHierarchy"], "false");
+  EXPECT_EQ(button["isVisibleInWindowFrame"], "true");
+  EXPECT_EQ(button["isProbablyTappable"], "false");
+  EXPECT_EQ(button["isUserInteractionEnabled"], "false");
+  EXPECT_EQ(describe(hiddenBox)["isHidden"], "true");
+  EXPECT_EQ(describe(add<headless::ImageView>().get())["isImageObject"], "true");
+  EXPECT_EQ(button["isImageObject"], "false");
+}
+
+TEST_F(Ai, ScrollableIsByKindOrByName) {
+  const AiAPI api;
+  EXPECT_TRUE(api.isViewScrollable(add<headless::TableView>().className("Rows").get()));
+  EXPECT_TRUE(api.isViewScrollable(add<View>(platform::uikit::UIPickerView).get()));
+  EXPECT_TRUE(api.isViewScrollable(add<View>().className("MyScrollViewport").get()));
+  EXPECT_TRUE(api.isViewScrollable(add<View>().className("FakeUICollectionViewThing").get()));
+  EXPECT_TRUE(api.isViewScrollable(add<View>().className("UIPickerColumnView").get()));
+  EXPECT_FALSE(api.isViewScrollable(add<View>().className("MyUIPickerColumnView").get()));
+  EXPECT_FALSE(api.isViewScrollable(add<Label>("a").get()));
+}
+
+TEST_F(Ai, RectangleIsInWindowCoordinatesAfterScrolling) {
+  const auto scroll = add<ScrollView>().frame({{10, 20}, {100, 100}}).get();
+  const auto label = headless::build<Label>("a").frame({{5, 300}, {50, 20}}).in(*scroll);
+  scroll->scrollTo({0, 250});
+  const Json rectangle = AiAPI().getRectObjectOfView(label);
+  EXPECT_EQ(rectangle["x"], "15.00");
+  EXPECT_EQ(rectangle["y"], "70.00");
+}
+
+TEST_F(Ai, FindelementsDescribesTheViewsOfTheTypeInTheirOrder) {
+  add<Label>("no");
+  std::vector<std::string> titles;
+  for (int number = 0; number < 40; ++number) {
+    titles.push_back(std::to_string(number));
+    add<Button>(titles.back()).frame({{0, 0}, {10.0 + number, 10}});
+  }
+  const Json descriptions = findAll("uiBUTTON");
+  ASSERT_EQ(descriptions.size(), 40U);
+  const auto views = viewsOf(descriptions);
+  for (std::size_t index = 0; index < descriptions.size(); ++index) {
+    EXPECT_EQ(descriptions[index]["text"], titles[index]);
+    EXPECT_EQ(descriptions[index]["imageBase64"], describe(views[index])["imageBase64"])
+        << "each has its own picture";
+  }
+}
+
+TEST_F(Ai, FindelementsForgetsTheIdentifiersOfBefore) {
+  add<Button>("a");
+  const Json first = findAll("UIButton");
+  const Json second = findAll("UIButton");
+  EXPECT_NE(first[0]["elementID"], second[0]["elementID"]);
+  EXPECT_THAT(viewsOf(first), ElementsAre(nullptr));
+  EXPECT_EQ(findAll("Nothing"), Json::array());
+  EXPECT_THAT(UIViewMemoryCache::sharedInstance().getAllUIViewsIdentifier(), IsEmpty());
+}
+
+TEST_F(Ai, AnEmptyViewHasAnEmptyPicture) {
+  EXPECT_EQ(describe(add<View>().frame({{0, 0}, {0, 0}}).get())["imageBase64"], "");
+}
+
+}  // namespace
+}  // namespace tarni::test

@@ -1,0 +1,113 @@
+// A screen of the in-memory UIKit for one test, without an agent running behind it: waits are
+// skipped, and nothing happens that the test does not do.
+#pragma once
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <nlohmann/json.hpp>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "agent/TcpCommunication/PlaybackExecutor.h"
+#include "agent/core/GlobalVars.h"
+#include "agent/elements/IdentityTag.h"
+#include "agent/elements/UIViewMemoryCache.h"
+#include "agent/elements/UIViewsManager.h"
+#include "agent/elements/XpathManager.h"
+#include "backends/headless/Build.h"
+#include "backends/headless/Environment.h"
+#include "platform/Task.h"
+
+namespace tarni::test {
+
+template <typename T>
+platform::Task<void> storeResult(platform::Task<T> task, std::optional<T>& result) {
+  result = co_await task;
+}
+
+// The result of a task that ends without the run loop.
+template <typename T>
+T await(platform::Task<T> task) {
+  std::optional<T> result;
+  std::exception_ptr failure;
+  platform::spawn(storeResult(std::move(task), result),
+                  [&failure](std::exception_ptr thrown) { failure = thrown; });
+  if (failure) std::rethrow_exception(failure);
+  return std::move(result).value();
+}
+
+inline void await(platform::Task<void> task) {
+  std::exception_ptr failure;
+  platform::spawn(std::move(task), [&failure](std::exception_ptr thrown) { failure = thrown; });
+  if (failure) std::rethrow_exception(failure);
+}
+
+class Screen : public testing::Test {
+ protected:
+  using Json = nlohmann::ordered_json;
+
+  Screen() {
+    environment.install();
+    environment.useVirtualClock();
+    window = environment.makeWindow();
+    UIViewMemoryCache::sharedInstance().clearMemoryCache();
+    GlobalVars::sharedInstance().set_viewControllerLoaded("LOADED");
+    GlobalVars::sharedInstance().set_editAbleElement(nullptr);
+  }
+
+  // A visible view in the window.
+  template <typename Kind, typename... Arguments>
+  headless::Building<Kind> add(Arguments&&... arguments) {
+    auto building = headless::build<Kind>(std::forward<Arguments>(arguments)...);
+    building.frame({{10, 10}, {100, 40}});
+    building.in(*window);
+    return building;
+  }
+
+  // Below `parent`, `depth` views, each in the one before; the deepest.
+  static headless::ViewRef nest(headless::View& parent, int depth) {
+    headless::View* above = &parent;
+    headless::ViewRef view;
+    for (int level = 0; level < depth; ++level) {
+      view = headless::build<headless::View>().frame({{0, 0}, {100, 100}}).in(*above);
+      above = view.get();
+    }
+    return view;
+  }
+
+  static std::string answer(const std::string& message) {
+    return await(PlaybackExecutor::execute(message)).value_or("(no answer)");
+  }
+  static Json command(const Json& fields) { return Json::parse(answer(fields.dump())); }
+  // The command on an element that was put into the cache for it.
+  static Json commandOn(const platform::UIViewRef& view, Json fields) {
+    UIViewMemoryCache::sharedInstance().addViewInMemoryCache(view, "the element");
+    fields["accessorvalue"] = "the element";
+    return command(fields);
+  }
+
+  // The views behind the identifiers of an answer.
+  static std::vector<platform::UIViewRef> viewsOf(const Json& entries) {
+    std::vector<platform::UIViewRef> views;
+    for (const Json& entry : entries) {
+      views.push_back(UIViewMemoryCache::sharedInstance().getUIVIewAccordingToElementId(
+          entry.at("elementID").get<std::string>()));
+    }
+    return views;
+  }
+
+  static std::optional<std::string> tagOf(const platform::UIViewRef& view, std::string_view key) {
+    const std::string* const tag = view->layer().valueForKey(key);
+    return tag ? std::optional(*tag) : std::nullopt;
+  }
+  static std::optional<std::string> xpathOf(const platform::UIViewRef& view) {
+    return XpathManager::sharedInstance().getPositionXpathOfUIView(view);
+  }
+
+  headless::Environment environment;
+  headless::WindowRef window;
+};
+
+}  // namespace tarni::test

@@ -1,0 +1,257 @@
+// The executor and the commands that act on elements and ask about them.
+#include "agent/elements/UIView_Highlight.h"
+#include "backends/headless/views/Button.h"
+#include "backends/headless/views/CollectionView.h"
+#include "backends/headless/views/Label.h"
+#include "backends/headless/views/ScrollView.h"
+#include "backends/headless/views/Switch.h"
+#include "backends/headless/views/TableView.h"
+#include "backends/headless/views/TextField.h"
+#include "tests/elements/Screen.h"
+
+namespace tarni::test {
+namespace {
+
+using headless::Button;
+using headless::Label;
+using headless::ScrollView;
+using headless::Switch;
+using headless::TextField;
+using headless::View;
+using platform::CGPoint;
+using platform::UIViewRef;
+
+class Command : public Screen {
+ protected:
+  static Json ask(const UIViewRef& view, const char* name) {
+    return commandOn(view, {{"functionname", name}});
+  }
+  static Json outputs(std::initializer_list<const char*> values) {
+    Json entries = Json::array();
+    for (const char* value : values) entries.push_back({{"output", value}});
+    return entries;
+  }
+  const Json none = Json::array();
+};
+
+TEST_F(Command, WithoutMeaningIsAnsweredWithNothing) {
+  for (const char* message :
+       {"", "hello\r\n", "[]\r\n", "{}\r\n", "{\"functionname\":\"\"}",
+        "{\"functionname\":\"fly\"}\r\n", "{\"functionname\":null}", "\xFF\xFE",
+        "{\"functionname\":\"fly\"}\r\n{\"functionname\":\"fly\"}\r\n", "Connect your client"}) {
+    EXPECT_EQ(answer(message), "[]") << message;
+  }
+}
+
+TEST_F(Command, GreetingIsNotAnswered) {
+  EXPECT_EQ(await(PlaybackExecutor::execute("Welcome PlayBackServer Started Successfully")),
+            std::nullopt);
+  EXPECT_EQ(answer("Welcome PlayBackServer Started Successfully\r\n"), "[]");
+  EXPECT_TRUE(environment.log().contains("Msg is Welcome PlayBackServer Started Successfully"));
+}
+
+TEST_F(Command, FieldThatIsNoTextIsAnExceptionThatNamesIt) {
+  EXPECT_EQ(answer(R"({"functionname":"gettext","datavalue":12})"),
+            R"([{"exceptionmsg":"datavalue must be a string"}])");
+  EXPECT_EQ(answer(R"({"functionname":{}})"),
+            R"([{"exceptionmsg":"functionname must be a string"}])");
+}
+
+TEST_F(Command, RaisingIsAnsweredWithTheReason) {
+  const auto impostor = add<View>().className("RaisingSwitch").get();
+  const Json entries = ask(impostor, "clickelement");
+  ASSERT_EQ(entries.size(), 1U);
+  EXPECT_THAT(entries[0].at("exceptionmsg").get<std::string>(),
+              testing::HasSubstr("unrecognized selector"));
+}
+
+TEST_F(Command, OnAnUnknownElementDoesNothing) {
+  add<Label>("a");
+  for (const char* name :
+       {"clickelement", "sendkeysonelement", "swipeon", "isselected", "isenabled", "isdisplayed",
+        "gettext", "getheight", "getwidth", "highlight"}) {
+    EXPECT_EQ(command({{"functionname", name}, {"accessorvalue", "unknown"}}), none) << name;
+  }
+  EXPECT_EQ(environment.application().eventLog().events().size(), 0U);
+}
+
+TEST_F(Command, NameIsReadInAnyCase) {
+  EXPECT_EQ(ask(add<Label>("Hello").get(), "GetText"), outputs({"Hello"}));
+}
+
+TEST_F(Command, ClickelementTapsAndGivesTheBorderBack) {
+  int taps = 0;
+  const auto button = add<Button>("Go").get();
+  button->onTap([&taps] { ++taps; });
+  Highlight::deHighlightView(button, 2.0, std::nullopt);
+  const int flushes = environment.transaction().flushes();
+  EXPECT_EQ(ask(button, "clickelement"), none);
+  EXPECT_EQ(taps, 1);
+  EXPECT_EQ(button->layer().borderWidth(), 2.0);
+  EXPECT_EQ(environment.transaction().flushes(), flushes + 2);
+  const auto& run = environment.application().runLoopRuns().back();
+  EXPECT_EQ(run.mode, platform::kCFRunLoopDefaultMode);
+  EXPECT_EQ(run.seconds, 0.5);
+  EXPECT_FALSE(run.returnAfterSourceHandled);
+}
+
+TEST_F(Command, ClickelementShowsTheHighlightDuringTheTap) {
+  const auto button = add<Button>("Go").get();
+  bool wasHighlighted = false;
+  button->onTap([&] { wasHighlighted = Highlight::isHighlighted(button); });
+  ask(button, "clickelement");
+  EXPECT_TRUE(wasHighlighted);
+}
+
+TEST_F(Command, ClickelementOnAHighlightedViewLeavesNoGreenBehind) {
+  const auto button = add<Button>("Go").get();
+  ask(button, "highlight");
+  EXPECT_TRUE(Highlight::isHighlighted(button));
+  ask(button, "clickelement");
+  EXPECT_FALSE(Highlight::isHighlighted(button));
+  environment.processInfo().skip(1.1);
+  while (environment.runLoop().pump()) {
+  }
+  EXPECT_FALSE(Highlight::isHighlighted(button));
+}
+
+TEST_F(Command, ClickelementMayCloseWhatItClicks) {
+  auto button = add<Button>("Close").get();
+  const std::weak_ptr<Button> weak = button;
+  button->onTap([weak] {
+    if (const auto self = weak.lock()) self->removeFromSuperview();
+  });
+  UIViewMemoryCache::sharedInstance().addViewInMemoryCache(button, "closing");
+  button.reset();
+  const Json click{{"functionname", "clickelement"}, {"accessorvalue", "closing"}};
+  EXPECT_EQ(command(click), none);
+  environment.application().eventLog().clear();
+  EXPECT_EQ(command(click), none);
+  EXPECT_EQ(environment.application().eventLog().events().size(), 0U);
+}
+
+TEST_F(Command, SendkeysonelementReplacesTheText) {
+  const auto field = add<TextField>("Name").get();
+  field->replaceText("old");
+  const std::string text = "it's \"new\" \\ 🦊\n";
+  EXPECT_EQ(commandOn(field, {{"functionname", "sendkeysonelement"}, {"datavalue", text}}), none);
+  EXPECT_EQ(field->text(), text);
+  EXPECT_FALSE(Highlight::isHighlighted(field));
+  EXPECT_EQ(commandOn(field, {{"functionname", "sendkeysonelement"}}), none);
+  EXPECT_EQ(field->text(), "");
+}
+
+TEST_F(Command, SwipetoScrollsOnceForEachTestThatAViewPasses) {
+  const auto scroll = add<ScrollView>().get();
+  const auto table = add<headless::TableView>().get();
+  const auto named = add<headless::TableView>().className("MyScrollViewTable").get();
+  const auto plain = add<View>().className("ScrollViewOfNoKind").get();
+  scroll->scrollTo({30, 50});
+  EXPECT_EQ(command({{"functionname", "swipeto"}}), none);
+  EXPECT_EQ(scroll->contentOffset(), (CGPoint{0, 250}));
+  EXPECT_TRUE(scroll->wasAnimated());
+  EXPECT_EQ(table->contentOffset(), (CGPoint{0, 200}));
+  EXPECT_EQ(named->contentOffset(), (CGPoint{0, 400}));
+
+  scroll->scrollTo({30, 50});
+  EXPECT_EQ(command({{"functionname", "swipereset"}}), none);
+  EXPECT_EQ(scroll->contentOffset(), (CGPoint{0, 0}));
+  EXPECT_EQ(named->contentOffset(), (CGPoint{0, 0}));
+  EXPECT_EQ(plain->bounds().origin, (CGPoint{0, 0}));
+}
+
+TEST_F(Command, SwipetoMayRemoveTheViewsThatWereToScroll) {
+  const auto first = add<ScrollView>().get();
+  std::weak_ptr<ScrollView> second;
+  second = add<ScrollView>().get();
+  first->onScroll([&second] {
+    if (const auto view = second.lock()) view->removeFromSuperview();
+  });
+  EXPECT_EQ(command({{"functionname", "swipeto"}}), none);
+  EXPECT_TRUE(second.expired());
+}
+
+TEST_F(Command, SwipeonDragsOverTheMiddleHalf) {
+  struct Case {
+    const char* direction;
+    CGPoint from, to;
+  };
+  const auto target = add<View>().frame({{100, 200}, {80, 40}}).get();
+  for (const Case& expected :
+       {Case{"Left", {160, 220}, {120, 220}}, Case{"right", {120, 220}, {160, 220}},
+        Case{"UP", {140, 230}, {140, 210}}, Case{"down", {140, 210}, {140, 230}},
+        Case{"sideways", {100, 200}, {100, 200}}}) {
+    environment.application().eventLog().clear();
+    EXPECT_EQ(commandOn(target, {{"functionname", "swipeon"}, {"datavalue", expected.direction}}),
+              none);
+    const auto& events = environment.application().eventLog().events();
+    ASSERT_FALSE(events.empty());
+    EXPECT_EQ(events.front().touches.at(0).locationInWindow, expected.from) << expected.direction;
+    EXPECT_EQ(events.back().touches.at(0).locationInWindow, expected.to) << expected.direction;
+  }
+}
+
+TEST_F(Command, SwipeonWithoutElementTakesTheFirstSubviewOfTheWindow) {
+  add<View>().frame({{0, 0}, {80, 40}});
+  add<View>().frame({{100, 200}, {80, 40}});
+  EXPECT_EQ(command({{"functionname", "swipeon"}, {"datavalue", "left"}}), none);
+  const auto& events = environment.application().eventLog().events();
+  ASSERT_FALSE(events.empty());
+  EXPECT_EQ(events.front().touches.at(0).locationInWindow, (CGPoint{60, 20}));
+
+  environment.application().eventLog().clear();
+  window->removeAllSubviews();
+  EXPECT_EQ(command({{"functionname", "swipeon"}, {"datavalue", "left"}}), none);
+  environment.application().setKeyWindow(nullptr);
+  EXPECT_EQ(command({{"functionname", "swipeon"}, {"datavalue", "left"}}), none);
+  EXPECT_TRUE(events.empty());
+}
+
+TEST_F(Command, IsselectedAnswersASwitchTwice) {
+  EXPECT_EQ(ask(add<Switch>(true).get(), "isselected"), outputs({"true", "true"}));
+  EXPECT_EQ(ask(add<Switch>(false).get(), "isselected"), outputs({"false", "false"}));
+  EXPECT_EQ(ask(add<Switch>(true).className("Toggle").get(), "isselected"), outputs({"true"}));
+  EXPECT_EQ(ask(add<View>().className("SwitchByName").get(), "isselected"), outputs({"false"}));
+  EXPECT_EQ(ask(add<View>().get(), "isselected"), none);
+}
+
+TEST_F(Command, IsenabledIsUserInteraction) {
+  const auto label = add<Label>("a").get();
+  label->setUserInteractionEnabled(false);
+  EXPECT_EQ(ask(label, "isenabled"), outputs({"false"}));
+  label->setUserInteractionEnabled(true);
+  EXPECT_EQ(ask(label, "isenabled"), outputs({"true"}));
+}
+
+TEST_F(Command, IsdisplayedComparesTheFrameInItsSuperviewWithTheScreen) {
+  EXPECT_EQ(ask(add<View>().frame({{0, 0}, {390, 844}}).get(), "isdisplayed"), outputs({"true"}));
+  EXPECT_EQ(ask(add<View>().frame({{1, 0}, {390, 844}}).get(), "isdisplayed"), outputs({"false"}));
+  const auto far = add<View>().frame({{5000, 5000}, {100, 100}}).get();
+  const auto child = headless::build<View>().frame({{0, 0}, {10, 10}}).in(*far);
+  EXPECT_EQ(ask(child, "isdisplayed"), outputs({"true"})) << "its own frame is compared";
+}
+
+TEST_F(Command, GettextGivesWhatIsShown) {
+  const auto field = add<TextField>("Name").get();
+  field->replaceText("Ada \"the\" \\ 🦊");
+  EXPECT_EQ(ask(field, "gettext"), outputs({"Ada \"the\" \\ 🦊"}));
+  EXPECT_EQ(ask(add<View>().get(), "gettext"), outputs({""}));
+  EXPECT_EQ(ask(add<Label>("broken \xFF").get(), "gettext"), outputs({"broken \uFFFD"}));
+}
+
+TEST_F(Command, SizesAreRounded) {
+  const auto view = add<View>().frame({{0, 0}, {100.4, 49.6}}).get();
+  EXPECT_EQ(ask(view, "getwidth"), outputs({"100"}));
+  EXPECT_EQ(ask(view, "getheight"), outputs({"50"}));
+}
+
+TEST_F(Command, AiGetscreensnapshotIsAPictureOfTheWindow) {
+  const Json entries = command({{"functionname", "ai_getscreensnapshot"}});
+  ASSERT_EQ(entries.size(), 1U);
+  EXPECT_TRUE(entries[0].at("output").get<std::string>().starts_with("/9j/"));
+  environment.application().setKeyWindow(nullptr);
+  EXPECT_EQ(command({{"functionname", "ai_getscreensnapshot"}}), outputs({""}));
+}
+
+}  // namespace
+}  // namespace tarni::test

@@ -1,0 +1,134 @@
+// The stores that name views: the element cache, the spy store, the highlight's memory of borders.
+#include "agent/elements/UIViewStorage.h"
+#include "agent/elements/UIView_Highlight.h"
+#include "backends/headless/views/Label.h"
+#include "tests/elements/Screen.h"
+
+namespace tarni::test {
+namespace {
+
+using headless::Label;
+using testing::ElementsAre;
+using testing::IsEmpty;
+
+class Stores : public Screen {
+ protected:
+  void passSeconds(double seconds) {
+    environment.processInfo().skip(seconds);
+    while (environment.runLoop().pump()) {
+    }
+  }
+  static Highlight::Border borderOf(const platform::UIViewRef& view) {
+    return {view->layer().borderWidth(), view->layer().borderColor()};
+  }
+
+  UIViewMemoryCache& cache = UIViewMemoryCache::sharedInstance();
+  const Highlight::Border green{4.0, platform::CGColor{0, 1, 0, 1}};
+  const Highlight::Border red{2.0, platform::CGColor{1, 0, 0, 1}};
+};
+
+TEST_F(Stores, CacheAnswersTheViewOfAnIdentifierUntilCleared) {
+  const auto label = add<Label>("one").get();
+  cache.addViewInMemoryCache(label, "id");
+  EXPECT_EQ(cache.getUIVIewAccordingToElementId("id"), label);
+  EXPECT_EQ(cache.getUIVIewAccordingToElementId("other"), nullptr);
+  cache.clearMemoryCache();
+  EXPECT_EQ(cache.getUIVIewAccordingToElementId("id"), nullptr);
+  EXPECT_THAT(cache.getAllUIViewsIdentifier(), IsEmpty());
+}
+
+TEST_F(Stores, CacheReplacesTheViewOfAnIdentifierAndKeepsTheOrder) {
+  const auto first = add<Label>("one").get();
+  const auto second = add<Label>("two").get();
+  cache.addViewInMemoryCache(first, "b");
+  cache.addViewInMemoryCache(first, "a");
+  cache.addViewInMemoryCache(second, "b");
+  EXPECT_EQ(cache.getUIVIewAccordingToElementId("b"), second);
+  EXPECT_THAT(cache.getAllUIViewsIdentifier(), ElementsAre("b", "a"));
+}
+
+TEST_F(Stores, CacheGivesEachViewAFreshIdentifier) {
+  const auto label = add<Label>("one").get();
+  cache.addViewInMemoryCache(label);
+  cache.addViewInMemoryCache(label);
+  const auto identifiers = cache.getAllUIViewsIdentifier();
+  ASSERT_EQ(identifiers.size(), 2U);
+  EXPECT_NE(identifiers[0], identifiers[1]);
+}
+
+TEST_F(Stores, AViewThatHasGoneAnswersLikeAnUnknownIdentifier) {
+  auto label = add<Label>("one").get();
+  cache.addViewInMemoryCache(label, "id");
+  label->removeFromSuperview();
+  label.reset();
+  EXPECT_EQ(cache.getUIVIewAccordingToElementId("id"), nullptr);
+}
+
+TEST_F(Stores, SpyStoreNumbersViewsFromZero) {
+  UIViewStorage storage;
+  EXPECT_EQ(storage._key(), "-1");
+  EXPECT_EQ(storage.commonString(), "This is string.");
+  const auto first = add<Label>("one").get();
+  auto second = add<Label>("two").get();
+  storage.registerView(first);
+  storage.registerView(second);
+  storage.registerView(first);
+  EXPECT_EQ(storage._key(), "2");
+  EXPECT_EQ(storage.viewAtIndex(0), first);
+  EXPECT_EQ(storage.viewAtIndex(1), second);
+  EXPECT_EQ(storage.viewAtIndex(3), nullptr);
+  EXPECT_EQ(storage.viewAtIndex(-1), nullptr);
+
+  second->removeFromSuperview();
+  second.reset();
+  EXPECT_EQ(storage.viewAtIndex(1), nullptr);
+  EXPECT_EQ(storage.viewAtIndex(2), first) << "indices keep their meaning";
+  EXPECT_EQ(storage._viewsStorageWithIdentifier().size(), 3U);
+}
+
+TEST_F(Stores, HighlightGivesTheBorderBackAfterASecond) {
+  const auto label = add<Label>("one").get();
+  Highlight::deHighlightView(label, red.width, red.color);
+  Highlight::highlightView(label);
+  EXPECT_EQ(borderOf(label), green);
+  passSeconds(0.9);
+  EXPECT_EQ(borderOf(label), green);
+  passSeconds(0.2);
+  EXPECT_EQ(borderOf(label), red);
+}
+
+TEST_F(Stores, AHighlightInsideAnotherLeavesNoGreenBehind) {
+  const auto label = add<Label>("one").get();
+  Highlight::deHighlightView(label, red.width, red.color);
+  Highlight::highlightView(label);
+  passSeconds(0.5);
+  EXPECT_EQ(Highlight::ownBorder(label), red);
+  Highlight::highlightView(label);
+  passSeconds(0.6);
+  EXPECT_EQ(borderOf(label), green) << "the second one lasts a second of its own";
+  passSeconds(0.5);
+  EXPECT_EQ(borderOf(label), red);
+}
+
+TEST_F(Stores, AHighlightTakenOffDoesNotTouchTheBorderLater) {
+  const auto label = add<Label>("one").get();
+  Highlight::highlightView(label);
+  Highlight::deHighlightView(label);
+  EXPECT_EQ(borderOf(label), Highlight::Border{});
+  Highlight::deHighlightView(label, red.width, red.color);
+  passSeconds(1.1);
+  EXPECT_EQ(borderOf(label), red);
+}
+
+TEST_F(Stores, AHighlightedViewMayGo) {
+  auto label = add<Label>("one").get();
+  Highlight::highlightView(label);
+  label->removeFromSuperview();
+  const std::weak_ptr<Label> gone = label;
+  label.reset();
+  EXPECT_TRUE(gone.expired());
+  passSeconds(1.1);
+}
+
+}  // namespace
+}  // namespace tarni::test

@@ -1,0 +1,149 @@
+// JSON, numbers, messages and pictures.
+#include "agent/elements/Utilities.h"
+
+#include <set>
+
+#include "backends/headless/views/Label.h"
+#include "platform/Foundation/NSException.h"
+#include "tests/elements/Screen.h"
+
+namespace tarni::test {
+namespace {
+
+using testing::HasSubstr;
+using testing::MatchesRegex;
+
+class UtilitiesTest : public Screen {};
+
+TEST_F(UtilitiesTest, JsonTextIsCompactAndKeepsTheOrderOfKeys) {
+  const Json array = Json::parse(R"([ {"z": "1", "a": "é/\n"} ])");
+  EXPECT_EQ(Utilities::convertNSArrayToString(array), R"([{"z":"1","a":"é/\n"}])");
+  EXPECT_EQ(Utilities::convertMutableDictionaryToString(array[0]), R"({"z":"1","a":"é/\n"})");
+  EXPECT_EQ(Utilities::convertNSArrayToString(nullptr), std::nullopt);
+  EXPECT_EQ(Utilities::convertNSArrayToString("text"), std::nullopt);
+}
+
+TEST_F(UtilitiesTest, JsonTextReplacesWhatIsNotUtf8) {
+  Json array = Json::array({"ab\xC3 \xFF!"});
+  EXPECT_EQ(Utilities::convertNSArrayToString(array), "[\"ab\uFFFD \uFFFD!\"]");
+}
+
+TEST_F(UtilitiesTest, ParsingGivesNothingForTheWrongKindOrNoJson) {
+  EXPECT_EQ(Utilities::convertStringToNSArray("[1,2]"), Json::parse("[1,2]"));
+  EXPECT_EQ(Utilities::convertStringToNSArray("{}"), std::nullopt);
+  EXPECT_EQ(Utilities::convertStringToMutableDictionary("{\"a\":{}}\r\n"),
+            Json::parse("{\"a\":{}}"));
+  for (const char* text : {"", "[]", "null", "3", "{\"a\"", "{} {}", "{\"a\":\"\xFF\"}"}) {
+    EXPECT_EQ(Utilities::convertStringToMutableDictionary(text), std::nullopt) << text;
+  }
+  const std::string deep(100000, '[');
+  EXPECT_EQ(Utilities::convertStringToNSArray(deep), std::nullopt);
+  EXPECT_TRUE(Utilities::convertStringToNSArray(deep + std::string(100000, ']')));
+}
+
+TEST_F(UtilitiesTest, GuidsAreFreshUpperCaseUuids) {
+  std::set<std::string> guids;
+  for (int made = 0; made < 1000; ++made) guids.insert(Utilities::getGUIDString());
+  EXPECT_EQ(guids.size(), 1000U);
+  EXPECT_THAT(*guids.begin(), MatchesRegex("[0-9A-F]{8}(-[0-9A-F]{4}){3}-[0-9A-F]{12}"));
+}
+
+TEST_F(UtilitiesTest, NumbersAreRoundedAndUseAPoint) {
+  EXPECT_EQ(Utilities::decimalText(100.4, 0), "100");
+  EXPECT_EQ(Utilities::decimalText(100.6, 0), "101");
+  EXPECT_EQ(Utilities::decimalText(-0.256, 2), "-0.26");
+  EXPECT_EQ(Utilities::decimalText(7, 2), "7.00");
+  EXPECT_EQ(Utilities::decimalText(1e300, 0).size(), 301U);
+}
+
+TEST_F(UtilitiesTest, LowerCaseKnowsMoreThanAscii) {
+  EXPECT_EQ(Utilities::lowercaseString("ÄPFEL und ЯБЛОКИ 🍎"), "äpfel und яблоки 🍎");
+  EXPECT_EQ(Utilities::lowercaseString("AB\xFF"), "ab\xFF");
+  EXPECT_EQ(Utilities::lowercaseString(""), "");
+}
+
+TEST_F(UtilitiesTest, ACommandHasTheFieldsOfItsJson) {
+  GlobalVars::sharedInstance().set_isPlaybackStarted(std::nullopt);
+  const FunctionCallObject call = Utilities::createFunctionCallObject(Json::parse(
+      R"({"functionname":"Find","tagname":"T","accessortype":"A","accessorvalue":"V",
+          "datavalue":"D","functiontype":"F","functionresulttype":"R","other":1})"));
+  EXPECT_EQ(call.getFunctionName(), "Find");
+  EXPECT_EQ(call.getTagName(), "T");
+  EXPECT_EQ(call.getAccessorType(), "A");
+  EXPECT_EQ(call.getAccessorValue(), "V");
+  EXPECT_EQ(call.getDataValue(), "D");
+  EXPECT_EQ(call.getFunctionType(), "F");
+  EXPECT_EQ(call.getFunctionResultType(), "R");
+  EXPECT_EQ(GlobalVars::sharedInstance()._isPlaybackStarted(), "true");
+}
+
+TEST_F(UtilitiesTest, ACommandWithoutJsonStartsPlaybackAllTheSame) {
+  GlobalVars::sharedInstance().set_isPlaybackStarted(std::nullopt);
+  EXPECT_EQ(Utilities::createFunctionCallObject(std::nullopt).getFunctionName(), std::nullopt);
+  EXPECT_EQ(GlobalVars::sharedInstance()._isPlaybackStarted(), "true");
+  const Json nulls = Json::parse(R"({"functionname":null})");
+  EXPECT_EQ(Utilities::createFunctionCallObject(nulls).getFunctionName(), std::nullopt);
+  EXPECT_THROW(Utilities::createFunctionCallObject(Json::parse(R"({"datavalue":[]})")),
+               platform::NSException);
+}
+
+TEST_F(UtilitiesTest, AToastGoesAfterFiveSeconds) {
+  const auto pump = [this] {
+    while (environment.runLoop().pump()) {
+    }
+  };
+  Utilities::ShowToastMessage("Switched");
+  EXPECT_TRUE(environment.alerts().shown().empty()) << "it waits for the main queue";
+  pump();
+  ASSERT_EQ(environment.alerts().shown().size(), 1U);
+  const auto& alert = *environment.alerts().shown().front();
+  EXPECT_EQ(alert.message, "Switched");
+  EXPECT_EQ(alert.cancelButtonTitle, std::nullopt);
+  EXPECT_EQ(alert.otherButtonTitle, std::nullopt);
+  environment.processInfo().skip(4.9);
+  pump();
+  EXPECT_TRUE(alert.isVisible());
+  environment.processInfo().skip(0.2);
+  pump();
+  EXPECT_EQ(alert.clicked, 0);
+}
+
+TEST_F(UtilitiesTest, AnAlertIsOnlyFlashed) {
+  Utilities::ShowAlertMessage("went wrong");
+  while (environment.runLoop().pump()) {
+  }
+  ASSERT_EQ(environment.alerts().shown().size(), 1U);
+  const auto& alert = *environment.alerts().shown().front();
+  EXPECT_EQ(alert.message, "went wrong");
+  EXPECT_EQ(alert.cancelButtonTitle, "Cancel");
+  EXPECT_EQ(alert.otherButtonTitle, "Ok");
+  EXPECT_EQ(alert.clicked, 0);
+}
+
+TEST_F(UtilitiesTest, PicturesAreJpegsOfTheViewAtTheScreensScale) {
+  const auto label = add<headless::Label>("Hello").get();
+  const auto image = await(Utilities::getUIImageOfUIView(label));
+  ASSERT_TRUE(image);
+  EXPECT_EQ(image->size(), (platform::CGSize{100, 40}));
+  const std::string text = await(Utilities::getBase64StringOfUIImageOfUIView(label));
+  EXPECT_TRUE(text.starts_with("/9j/")) << "the first bytes of a JPEG";
+  EXPECT_EQ(text.find('\n'), std::string::npos);
+}
+
+TEST_F(UtilitiesTest, TouchedAreaIsThreeHundredByTwoHundred) {
+  const auto label = add<headless::Label>("Hello").get();
+  const platform::CGPoint corner{0, 0};
+  const auto image = await(Utilities::getUIImageOfUIViewTouchedArea(label, corner));
+  ASSERT_TRUE(image);
+  EXPECT_EQ(image->size(), (platform::CGSize{300, 200}));
+  EXPECT_TRUE(await(Utilities::getBase64StringOfUIImageOfUIViewTouchedArea(label, corner))
+                  .starts_with("/9j/"));
+}
+
+TEST_F(UtilitiesTest, AnEmptyViewHasAnEmptyPicture) {
+  const auto label = add<headless::Label>("Hello").frame({{0, 0}, {0, 0}}).get();
+  EXPECT_EQ(await(Utilities::getBase64StringOfUIImageOfUIView(label)), "");
+}
+
+}  // namespace
+}  // namespace tarni::test

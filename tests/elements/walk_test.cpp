@@ -1,0 +1,142 @@
+// The two walks over the view tree.
+#include "agent/elements/UIViewFinder.h"
+#include "agent/elements/UIView_Highlight.h"
+#include "backends/headless/views/Button.h"
+#include "backends/headless/views/Label.h"
+#include "backends/headless/views/TextField.h"
+#include "tests/elements/Screen.h"
+
+namespace tarni::test {
+namespace {
+
+using headless::Button;
+using headless::Label;
+using headless::TextField;
+using headless::View;
+using headless::ViewRef;
+using testing::ElementsAre;
+using testing::IsEmpty;
+
+class Walk : public Screen {
+ protected:
+  UIViewsManager manager;
+};
+
+TEST_F(Walk, ListsParentsBeforeChildrenBackToFront) {
+  const auto back = add<View>().get();
+  const auto inBack = headless::build<Label>("a").in(*back);
+  const auto front = add<View>().get();
+  const auto inFront = headless::build<Label>("b").in(*front);
+  EXPECT_THAT(manager.GetAllViews(window, true), ElementsAre(back, inBack, front, inFront));
+  EXPECT_THAT(manager.GetAllViewsForPlayer(window, true),
+              ElementsAre(back, inBack, front, inFront));
+}
+
+TEST_F(Walk, BeginsANewListOnlyAtTheTopLevel) {
+  const auto box = add<View>().get();
+  const auto label = headless::build<Label>("a").in(*box);
+  manager.GetAllViews(box, true);
+  EXPECT_THAT(manager.GetAllViews(box, false), ElementsAre(label, label));
+  EXPECT_THAT(manager.GetAllViews(label, false), ElementsAre(label, label));
+  EXPECT_THAT(manager.GetAllViews(label, true), IsEmpty());
+  EXPECT_THAT(manager.GetAllViewsForPlayer(nullptr, true), IsEmpty());
+}
+
+TEST_F(Walk, OfRecordingLeavesOutWhatIsHidden) {
+  const auto hidden = add<View>().hidden().get();
+  const auto below = headless::build<Label>("a").in(*hidden);
+  EXPECT_THAT(manager.GetAllViews(window, true), IsEmpty());
+  EXPECT_EQ(tagOf(hidden, kRecordingTag), std::nullopt);
+  EXPECT_EQ(tagOf(below, kRecordingTag), std::nullopt);
+  EXPECT_THAT(manager.GetAllViewsForPlayer(window, true), ElementsAre(hidden, below));
+  EXPECT_NE(tagOf(below, kPlaybackTag), std::nullopt);
+}
+
+TEST_F(Walk, TagsEachViewOnce) {
+  const auto label = add<Label>("a").get();
+  manager.GetAllViews(window, true);
+  const auto tag = tagOf(label, kRecordingTag);
+  ASSERT_NE(tag, std::nullopt);
+  manager.GetAllViews(window, true);
+  manager.GetAllViewsForPlayer(window, true);
+  EXPECT_EQ(tagOf(label, kRecordingTag), tag);
+  EXPECT_EQ(tagOf(window, kRecordingTag), std::nullopt) << "the root is no part of the walk";
+}
+
+TEST_F(Walk, RemembersTheFieldThatIsEdited) {
+  add<TextField>("idle");
+  const auto field = add<TextField>("edited").get();
+  ASSERT_TRUE(field->focus());
+  manager.GetAllViewsForPlayer(window, true);
+  EXPECT_EQ(GlobalVars::sharedInstance()._editAbleElement(), nullptr);
+  manager.GetAllViews(window, true);
+  EXPECT_EQ(GlobalVars::sharedInstance()._editAbleElement(), field);
+}
+
+TEST_F(Walk, TakesOffLeftoverHighlightsAndNoOtherBorder) {
+  const platform::CGColor green{0, 1, 0, 1};
+  const platform::CGColor nearlyGreen{0, 1, 0, 0.5};
+  const auto leftover = add<Label>("a").get();
+  const auto thin = add<Label>("b").get();
+  const auto own = add<Label>("c").get();
+  for (int pass = 0; pass < 2; ++pass) {
+    Highlight::deHighlightView(leftover, 4.0, green);
+    Highlight::deHighlightView(thin, 3.9, green);
+    Highlight::deHighlightView(own, 4.0, nearlyGreen);
+    pass == 0 ? manager.GetAllViews(window, true) : manager.GetAllViewsForPlayer(window, true);
+    EXPECT_EQ(leftover->layer().borderWidth(), 0);
+    EXPECT_EQ(thin->layer().borderWidth(), 3.9);
+    EXPECT_EQ(own->layer().borderWidth(), 4.0);
+    EXPECT_EQ(own->layer().borderColor(), nearlyGreen);
+  }
+}
+
+TEST_F(Walk, ManagersDoNotDisturbEachOther) {
+  const auto label = add<Label>("a").get();
+  const auto& views = manager.GetAllViews(window, true);
+  {
+    UIViewsManager other;
+    EXPECT_THAT(other.GetAllViewsForPlayer(label, true), IsEmpty());
+  }
+  EXPECT_THAT(views, ElementsAre(label));
+}
+
+TEST_F(Walk, KeepsNoViewAlive) {
+  std::weak_ptr<Label> gone;
+  {
+    const auto label = add<Label>("a").get();
+    gone = label;
+    UIViewsManager own;
+    own.GetAllViews(window, true);
+    own.GetAllViewsForPlayer(window, true);
+  }
+  window->removeAllSubviews();
+  EXPECT_TRUE(gone.expired());
+}
+
+TEST_F(Walk, OfAWideScreenIsLinear) {
+  for (int count = 0; count < 100000; ++count) {
+    window->addSubview(std::make_shared<View>());
+  }
+  EXPECT_EQ(manager.GetAllViews(window, true).size(), 100000U);
+  EXPECT_EQ(xpathOf(manager.GetAllViews(window, true).back()), "\\UIView[99999]");
+}
+
+TEST_F(Walk, OnlyLabelsAreApplicableForInteractionEnabling) {
+  EXPECT_TRUE(manager.isApplicableforInteractionEnabling(add<Label>("a").className("My").get()));
+  EXPECT_FALSE(manager.isApplicableforInteractionEnabling(add<Button>("a").get()));
+}
+
+TEST_F(Walk, FinderGivesTheViewsOfATypeInAnyCase) {
+  const auto first = add<Button>().get();
+  const auto hidden = add<Button>().hidden().get();
+  add<Button>().className("MyButton");
+  const UIViewFinder finder;
+  EXPECT_THAT(finder.getAllUIViewsAccordingToViewType("uibutton"), ElementsAre(first, hidden));
+  EXPECT_EQ(finder.getAllUIViewsAccordingToViewType("").size(), 3U);
+  environment.application().setKeyWindow(nullptr);
+  EXPECT_THAT(finder.getAllUIViewsAccordingToViewType(""), IsEmpty());
+}
+
+}  // namespace
+}  // namespace tarni::test

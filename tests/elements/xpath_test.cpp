@@ -1,0 +1,142 @@
+// XPath positions: how they are formed, filed and looked up.
+#include <random>
+
+#include "backends/headless/views/Button.h"
+#include "backends/headless/views/Label.h"
+#include "tests/elements/Screen.h"
+
+namespace tarni::test {
+namespace {
+
+using headless::Button;
+using headless::Label;
+using headless::View;
+using headless::ViewRef;
+
+class Xpath : public Screen {
+ protected:
+  XpathManager& xpaths = XpathManager::sharedInstance();
+};
+
+TEST_F(Xpath, CountsSiblingsOfTheSameClass) {
+  const auto first = add<Button>().get();
+  const auto label = add<Label>("between").get();
+  const auto second = add<Button>().get();
+  UIViewsManager manager;
+  manager.GetAllViews(window, true);
+  EXPECT_EQ(xpathOf(first), "\\UIButton[0]");
+  EXPECT_EQ(xpathOf(label), "\\UILabel[0]");
+  EXPECT_EQ(xpathOf(second), "\\UIButton[1]");
+}
+
+TEST_F(Xpath, CountsHiddenSiblings) {
+  add<Label>("unseen").hidden();
+  const auto label = add<Label>("seen").get();
+  UIViewsManager manager;
+  manager.GetAllViews(window, true);
+  EXPECT_EQ(xpathOf(label), "\\UILabel[1]");
+}
+
+TEST_F(Xpath, JoinsTheStepsOfTheParents) {
+  const auto box = add<View>().className("Box").get();
+  const auto inner = headless::build<View>().in(*box);
+  const auto label = headless::build<Label>("deep").in(*inner);
+  UIViewsManager manager;
+  manager.GetAllViews(window, true);
+  EXPECT_EQ(xpathOf(label), "\\Box[0]\\UIView[0]\\UILabel[0]");
+}
+
+TEST_F(Xpath, IsLookedUpByItsExactTextOnly) {
+  const auto label = add<Label>("one").className("ExactLabel").get();
+  UIViewsManager manager;
+  manager.GetAllViewsForPlayer(window, true);
+  const auto guid = tagOf(label, kPlaybackTag);
+  EXPECT_EQ(xpaths.getIdentificationGUIDFromXpath("\\ExactLabel[0]"), guid);
+  for (const char* wrong :
+       {"", "\\", "ExactLabel[0]", "\\ExactLabel", "\\ExactLabel[", "\\ExactLabel[]",
+        "\\ExactLabel[00]", "\\ExactLabel[+0]", "\\ExactLabel[-0]", "\\ExactLabel[0] ",
+        "\\ExactLabel[0]\\", "\\exactlabel[0]", "\\ExactLabel[1]", "\\NoSuchClassAnywhere[0]",
+        "\\ExactLabel[99999999999999999999]", "\\\\ExactLabel[0]"}) {
+    EXPECT_EQ(xpaths.getIdentificationGUIDFromXpath(wrong), std::nullopt) << wrong;
+  }
+}
+
+TEST_F(Xpath, IsKeptWhenSiblingsComeAndGo) {
+  const auto first = add<Label>("one").className("KeptLabel").get();
+  const auto second = add<Label>("two").className("KeptLabel").get();
+  UIViewsManager manager;
+  manager.GetAllViewsForPlayer(window, true);
+  first->removeFromSuperview();
+  manager.GetAllViewsForPlayer(window, true);
+  EXPECT_EQ(xpathOf(second), "\\KeptLabel[1]");
+}
+
+TEST_F(Xpath, IsTakenOverByALaterViewWhileTheFirstKeepsItsOwn) {
+  const auto first = add<Label>("one").className("TakenLabel").get();
+  UIViewsManager manager;
+  manager.GetAllViewsForPlayer(window, true);
+  first->removeFromSuperview();
+  const auto second = add<Label>("two").className("TakenLabel").get();
+  manager.GetAllViewsForPlayer(window, true);
+  EXPECT_EQ(xpaths.getIdentificationGUIDFromXpath("\\TakenLabel[0]"), tagOf(second, kPlaybackTag));
+  EXPECT_EQ(xpathOf(first), "\\TakenLabel[0]");
+}
+
+TEST_F(Xpath, OfAViewIsThatOfItsRecordingTagFirst) {
+  const auto spacer = add<Label>("goes").className("BothLabel").get();
+  const auto label = add<Label>("stays").className("BothLabel").get();
+  UIViewsManager manager;
+  manager.GetAllViewsForPlayer(window, true);
+  EXPECT_EQ(xpathOf(label), "\\BothLabel[1]") << "the playback tag serves while it is the only one";
+  spacer->removeFromSuperview();
+  manager.GetAllViews(window, true);
+  EXPECT_EQ(xpathOf(label), "\\BothLabel[0]");
+  EXPECT_NE(tagOf(label, kRecordingTag), tagOf(label, kPlaybackTag));
+  EXPECT_EQ(xpathOf(window), std::nullopt);
+  EXPECT_EQ(xpathOf(nullptr), std::nullopt);
+}
+
+TEST_F(Xpath, StoreHoldsOneEntryAPosition) {
+  const XpathTrie& store = xpaths.getXpathPosition_PlaybackDictionary();
+  const std::size_t before = store.count();
+  const auto label = add<Label>("one").className("CountedLabel").get();
+  UIViewsManager manager;
+  manager.GetAllViews(window, true);
+  manager.GetAllViewsForPlayer(window, true);
+  EXPECT_EQ(store.count(), before + 1) << "both tags have the same position";
+  EXPECT_EQ(store.objectForKey("\\CountedLabel[0]"), tagOf(label, kPlaybackTag));
+}
+
+// The walks count as they go; the public form counts for itself. Both must say the same.
+TEST_F(Xpath, WalkAgreesWithCountingOneByOne) {
+  std::mt19937 random(7);
+  std::vector<ViewRef> views{window};
+  const std::vector<std::string> names{"WalkA", "WalkB", "WalkC"};
+  for (int made = 0; made < 500; ++made) {
+    auto view = headless::build<View>().className(names[random() % names.size()]);
+    if (random() % 8 == 0) view.hidden();
+    views.push_back(view.in(*views[random() % views.size()]));
+  }
+  UIViewsManager manager;
+  manager.GetAllViewsForPlayer(window, true);
+  for (std::size_t index = 1; index < views.size(); ++index) {
+    const auto walked = xpathOf(views[index]);
+    const std::string guid = *tagOf(views[index], kPlaybackTag);
+    xpaths.createXpathPositionOfUIView(views[index]->superview(), views[index], guid);
+    ASSERT_EQ(xpathOf(views[index]), walked);
+    ASSERT_EQ(xpaths.getIdentificationGUIDFromXpath(*walked), guid);
+  }
+}
+
+TEST_F(Xpath, OfTheDeepestOfTenThousandIsFoundAgain) {
+  const ViewRef deepest = nest(*window, 10000);
+  UIViewsManager manager;
+  EXPECT_EQ(manager.GetAllViews(window, true).size(), 10000U);
+  const auto xpath = xpathOf(deepest);
+  ASSERT_TRUE(xpath);
+  EXPECT_EQ(xpath->size(), 10000 * std::string("\\UIView[0]").size());
+  EXPECT_EQ(xpaths.getIdentificationGUIDFromXpath(*xpath), tagOf(deepest, kRecordingTag));
+}
+
+}  // namespace
+}  // namespace tarni::test
