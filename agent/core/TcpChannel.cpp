@@ -1,7 +1,6 @@
 #include "agent/core/TcpChannel.h"
 
 #include <chrono>
-#include <cstdint>
 #include <exception>
 #include <nlohmann/json.hpp>
 #include <thread>
@@ -15,13 +14,11 @@
 namespace tarni {
 namespace {
 
-constexpr std::uint16_t recorderPort = 9892;
-constexpr std::uint16_t playBackPort = 9898;
 constexpr auto idleTime = std::chrono::seconds(1);
 
 void send(const std::string& text) {
   ServerManager::serverManager().initialiseRecorderServerOnPortNumberWithRecorderRequest(
-      recorderPort, text);
+      ServerManager::recorderPort, text);
 }
 
 void senderLoop() {
@@ -41,7 +38,7 @@ void TcpChannel::start() {
   platform::current().dispatch->backgroundQueue().async(senderLoop);
   send("Welcome! RecorderServer StartedSuccessfully ");
   ServerManager::serverManager().initialisePlayBackServerOnPortNumberWithPlayBackResponse(
-      playBackPort, "Welcome PlayBackServer Started Successfully (v25-Mar-2019)");
+      ServerManager::playbackPort, "Welcome PlayBackServer Started Successfully (v25-Mar-2019)");
 }
 
 void TcpChannel::sendPendingSteps() {

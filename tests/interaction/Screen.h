@@ -1,0 +1,56 @@
+// A headless application with one window, for tests that touch its views. Waits take no time.
+#pragma once
+
+#include <gtest/gtest.h>
+
+#include <exception>
+#include <memory>
+
+#include "backends/headless/Build.h"
+#include "backends/headless/Environment.h"
+#include "platform/Task.h"
+
+namespace tarni::test {
+
+class Screen : public testing::Test {
+ protected:
+  Screen() {
+    environment.useVirtualClock();
+    environment.install();
+    window = environment.makeWindow();
+  }
+
+  // Runs work that headless completes at once. What leaves it is thrown again.
+  static void finish(platform::Task<void> work) {
+    bool hasEnded = false;
+    std::exception_ptr failure;
+    platform::spawn(std::move(work), [&](const std::exception_ptr& reason) {
+      hasEnded = true;
+      failure = reason;
+    });
+    ASSERT_TRUE(hasEnded);
+    if (failure) std::rethrow_exception(failure);
+  }
+
+  template <typename Value>
+  static Value result(platform::Task<Value> work) {
+    Value value{};
+    finish(store(std::move(work), &value));
+    return value;
+  }
+
+  headless::ViewRef plainView(const platform::CGRect& frame) {
+    return headless::build<headless::View>().frame(frame).in(*window);
+  }
+
+  headless::Environment environment;
+  std::shared_ptr<headless::Window> window;
+
+ private:
+  template <typename Value>
+  static platform::Task<void> store(platform::Task<Value> work, Value* value) {
+    *value = co_await work;
+  }
+};
+
+}  // namespace tarni::test

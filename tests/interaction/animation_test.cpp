@@ -1,0 +1,113 @@
+#include <cmath>
+#include <limits>
+
+#include "agent/interaction/CAAnimation_KIFAdditions.h"
+#include "agent/interaction/CALayer_KIFAdditions.h"
+#include "agent/interaction/UIApplication_KIFAdditions.h"
+#include "agent/interaction/UIScreen_KIFAdditions.h"
+#include "tests/interaction/Screen.h"
+
+namespace tarni {
+namespace {
+
+using headless::build;
+using headless::View;
+using platform::CAAnimation;
+
+constexpr double infinity = std::numeric_limits<double>::infinity();
+constexpr float forEver = std::numeric_limits<float>::infinity();
+
+TEST(CompletionTime, GoesByRepeatDurationThenRepeatCountThenDuration) {
+  using KIFAdditions::KIF_completionTime;
+  EXPECT_EQ(KIF_completionTime({10, 2, 0, 0}), 12);
+  EXPECT_EQ(KIF_completionTime({10, 2, 3, 0}), 16);
+  EXPECT_EQ(KIF_completionTime({10, 2, 3, 4}), 14);
+  EXPECT_EQ(KIF_completionTime({10, 2, forEver, 0}), infinity);
+  EXPECT_EQ(KIF_completionTime({10, 2, forEver, 4}), 14);
+}
+
+class Animations : public test::Screen {
+ protected:
+  double now() { return environment.processInfo().currentMediaTime(); }
+
+  headless::ViewRef outer = plainView({{0, 0}, {100, 100}});
+  headless::ViewRef inner = build<View>().in(*outer);
+};
+
+TEST_F(Animations, OneBelowCountsWhileItRuns) {
+  EXPECT_FALSE(KIFAdditions::hasAnimations(outer->layer()));
+  inner->layer().addAnimation({now() - 1, 2, 0, 0}, "position");
+  EXPECT_TRUE(KIFAdditions::hasAnimations(outer->layer()));
+  environment.processInfo().skip(1.5);
+  EXPECT_FALSE(KIFAdditions::hasAnimations(outer->layer()));
+}
+
+TEST_F(Animations, OneThatHasNotBegunOrNeverEndsDoesNotCount) {
+  inner->layer().addAnimation({now() + 100, 2, 0, 0}, "later");
+  inner->layer().addAnimation({now() - 1, 2, forEver, 0}, "forever");
+  EXPECT_FALSE(KIFAdditions::hasAnimations(outer->layer()));
+  inner->layer().addAnimation({now() - 1, 60, 0, 0}, "now");
+  EXPECT_TRUE(KIFAdditions::hasAnimations(outer->layer()));
+  inner->setHidden(true);
+  EXPECT_FALSE(KIFAdditions::hasAnimations(outer->layer()));
+}
+
+TEST_F(Animations, MotionEffectAloneDoesNotCount) {
+  inner->layer().addAnimation({now() - 1, 60, 0, 0}, "_UIParallaxMotionEffect");
+  EXPECT_FALSE(KIFAdditions::hasAnimations(outer->layer()));
+  inner->layer().addAnimation({now() + 100, 60, 0, 0}, "position");
+  EXPECT_TRUE(KIFAdditions::hasAnimations(outer->layer()));
+}
+
+TEST_F(Animations, TimeRunsAtTheLayersAbsoluteSpeed) {
+  outer->layer().setSpeed(2);
+  inner->layer().setSpeed(3);
+  EXPECT_EQ(KIFAdditions::KIF_absoluteSpeed(inner->layer()), 6.0F);
+  inner->layer().addAnimation({now() * 6 - 1, 60, 0, 0}, "position");
+  EXPECT_TRUE(KIFAdditions::hasAnimations(outer->layer()));
+  outer->layer().setSpeed(0);
+  EXPECT_FALSE(KIFAdditions::hasAnimations(outer->layer()));
+}
+
+TEST_F(Animations, LayersAreWalkedLikeTheirViews) {
+  const auto sibling = build<View>().in(*outer);
+  std::vector<platform::CALayer*> order;
+  KIFAdditions::performBlockOnDescendentLayers(
+      outer->layer(), [&](platform::CALayer& layer, bool&) { order.push_back(&layer); });
+  EXPECT_EQ(order,
+            (std::vector<platform::CALayer*>{&outer->layer(), &inner->layer(), &sibling->layer()}));
+  int visited = 0;
+  KIFAdditions::performBlockOnDescendentLayers(outer->layer(), [&](platform::CALayer&, bool& stop) {
+    ++visited;
+    stop = true;
+  });
+  EXPECT_EQ(visited, 1);
+}
+
+TEST_F(Animations, SpeedIsThatOfTheKeyWindow) {
+  EXPECT_EQ(KIFAdditions::animationSpeed(), 1.0F);
+  KIFAdditions::setAnimationSpeed(4);
+  EXPECT_EQ(window->layer().speed(), 4.0F);
+  environment.application().setKeyWindow(nullptr);
+  EXPECT_EQ(KIFAdditions::animationSpeed(), 1.0F);
+  KIFAdditions::setAnimationSpeed(9);
+  EXPECT_EQ(window->layer().speed(), 4.0F);
+}
+
+TEST_F(Animations, RelativeWaitIsShorterForAFasterApplication) {
+  KIFAdditions::setAnimationSpeed(4);
+  result(KIFAdditions::KIFRunLoopRunInModeRelativeToAnimationSpeed("some mode", 2, true));
+  ASSERT_EQ(environment.application().runLoopRuns().size(), 1U);
+  const headless::RunLoopRun& run = environment.application().runLoopRuns()[0];
+  EXPECT_EQ(run.mode, "some mode");
+  EXPECT_EQ(run.seconds, 0.5);
+  EXPECT_TRUE(run.returnAfterSourceHandled);
+}
+
+TEST_F(Animations, MajorSwipeIsHalfAScreen) {
+  environment.screen().setSize({414, 736});
+  EXPECT_EQ(KIFAdditions::majorSwipeDisplacement(environment.screen()), 207);
+}
+
+}  // namespace
+}  // namespace tarni

@@ -1,0 +1,255 @@
+#include <gmock/gmock.h>
+
+#include <cmath>
+#include <numbers>
+
+#include "agent/interaction/UIView_KIFAdditions.h"
+#include "backends/headless/views/Button.h"
+#include "backends/headless/views/TextField.h"
+#include "backends/headless/views/WebView.h"
+#include "tests/interaction/Screen.h"
+
+namespace tarni {
+namespace {
+
+using headless::build;
+using headless::LoggedEvent;
+using headless::LoggedTouch;
+using platform::CGPoint;
+using platform::UITouchPhase;
+
+void expectNear(CGPoint actual, CGPoint expected) {
+  EXPECT_NEAR(actual.x, expected.x, 1e-9);
+  EXPECT_NEAR(actual.y, expected.y, 1e-9);
+}
+
+class Gestures : public test::Screen {
+ protected:
+  const std::deque<LoggedEvent>& events() { return environment.application().eventLog().events(); }
+  std::string phases() { return environment.application().eventLog().phases(); }
+
+  // Where a finger was in each event of a gesture in which all fingers stay until the end.
+  std::vector<CGPoint> pathOfFinger(std::size_t finger, std::size_t steps) {
+    std::vector<CGPoint> path;
+    for (std::size_t step = 0; step < steps; ++step) {
+      path.push_back(events().at(step).touches.at(finger).locationInWindow);
+    }
+    return path;
+  }
+
+  // At (100, 200) in the window, so that both coordinate systems differ.
+  headless::ViewRef view = plainView({{100, 200}, {200, 100}});
+};
+
+TEST_F(Gestures, TapTouchesTheMiddleOfTheFrameOnceAndWaitsForNothing) {
+  finish(KIFAdditions::tap(view));
+  ASSERT_EQ(phases(), "Began Ended");
+  for (const LoggedEvent& event : events()) {
+    EXPECT_EQ(event.touches.at(0).locationInWindow, (CGPoint{200, 250}));
+    EXPECT_EQ(event.touches.at(0).view.lock(), view);
+  }
+  EXPECT_TRUE(environment.application().runLoopRuns().empty());
+}
+
+TEST_F(Gestures, TapGoesThroughTheViewsTransform) {
+  view->setTransform(platform::CGAffineTransform::rotation(std::numbers::pi / 2));
+  finish(KIFAdditions::tapAtPoint(view, {10, 0}));
+  // The centre of the view is at (200, 250); its own (10, 0) lies 90 left of and 50 above it.
+  expectNear(events().at(0).touches.at(0).locationInWindow, {250, 160});
+}
+
+TEST_F(Gestures, TapGivesTheFocusToAFieldThatItTouches) {
+  const auto field = build<headless::TextField>().frame({{10, 10}, {100, 30}}).in(*view);
+  const auto label = build<headless::View>().frame({{0, 0}, {50, 30}}).in(*field);
+  finish(KIFAdditions::tapAtPoint(field, {5, 5}));
+  EXPECT_TRUE(field->isFirstResponder());
+  EXPECT_EQ(events().at(0).touches.at(0).view.lock(), label);
+}
+
+TEST_F(Gestures, TapLeavesTheFocusWhenAnotherViewLiesOverTheField) {
+  const auto field = build<headless::View>().frame({{10, 10}, {100, 30}}).in(*view);
+  field->setCanBecomeFirstResponder(true);
+  build<headless::View>().frame({{0, 0}, {200, 100}}).in(*view);
+  finish(KIFAdditions::tap(field));
+  EXPECT_FALSE(field->isFirstResponder());
+}
+
+TEST_F(Gestures, TapSurvivesAButtonThatThrowsItselfAway) {
+  auto button = build<headless::Button>("Close").frame({{0, 0}, {100, 50}}).in(*view);
+  button->setCanBecomeFirstResponder(true);
+  button->onTap([&] {
+    view->removeFromSuperview();
+    view->removeAllSubviews();
+  });
+  finish(KIFAdditions::tap(button));
+  EXPECT_EQ(phases(), "Began Ended");
+  EXPECT_FALSE(button->isFirstResponder());
+}
+
+TEST_F(Gestures, ViewWithoutWindowIsTouchedNowhere) {
+  view->removeFromSuperview();
+  view->setCanBecomeFirstResponder(true);
+  finish(KIFAdditions::tap(view));
+  ASSERT_EQ(phases(), "Began Ended");
+  EXPECT_EQ(events().at(0).touches.at(0).view.lock(), nullptr);
+  EXPECT_FALSE(view->isFirstResponder());
+}
+
+TEST_F(Gestures, FakeTapDoesNotGiveTheFocus) {
+  view->setCanBecomeFirstResponder(true);
+  finish(KIFAdditions::FaketapAtPoint(view, {10, 10}));
+  EXPECT_EQ(phases(), "Began Ended");
+  EXPECT_FALSE(view->isFirstResponder());
+  finish(KIFAdditions::tapAtPoint(view, {10, 10}));
+  EXPECT_TRUE(view->isFirstResponder());
+}
+
+TEST_F(Gestures, WebViewsTakeTapsByThemselves) {
+  const auto web = build<headless::WebView>().frame({{0, 0}, {200, 100}}).in(*view);
+  finish(KIFAdditions::tapAtPoint(web, {30, 40}));
+  finish(KIFAdditions::tapAtPoint(web->browserView(), {1, 2}));
+  finish(KIFAdditions::tapWebViewAtPoint(web, {5, 6}));
+  EXPECT_THAT(web->browserView()->taps(),
+              testing::ElementsAre(CGPoint{30, 40}, CGPoint{1, 2}, CGPoint{5, 6}));
+  EXPECT_EQ(phases(), "");
+}
+
+TEST_F(Gestures, WebViewWithoutItsInnerViewIsTouchedLikeAnyOther) {
+  view->setClass(platform::uikit::UIWebView);
+  finish(KIFAdditions::tapWebViewAtPoint(view, {5, 6}));
+  EXPECT_EQ(phases(), "");
+  finish(KIFAdditions::tap(view));
+  EXPECT_EQ(phases(), "Began Ended");
+}
+
+TEST_F(Gestures, TwoFingerTapStandsFortyPointsRoundThePoint) {
+  finish(KIFAdditions::twoFingerTapAtPoint(view, {100, 50}));
+  ASSERT_EQ(phases(), "Began Began Ended Ended");
+  ASSERT_EQ(events().size(), 2U);
+  EXPECT_EQ(events()[0].touches[0].locationInWindow, (CGPoint{160, 210}));
+  EXPECT_EQ(events()[0].touches[1].locationInWindow, (CGPoint{240, 290}));
+}
+
+TEST_F(Gestures, LongPressRepeatsStationaryEveryHundredthOfASecond) {
+  view->setCanBecomeFirstResponder(true);
+  finish(KIFAdditions::longPressAtPoint(view, {10, 10}, 0.05));
+  EXPECT_EQ(phases(), "Began Stationary Stationary Stationary Stationary Ended");
+  const auto& runs = environment.application().runLoopRuns();
+  ASSERT_EQ(runs.size(), 5U);
+  for (const headless::RunLoopRun& run : runs) {
+    EXPECT_EQ(run.mode, "kCFRunLoopDefaultMode");
+    EXPECT_EQ(run.seconds, 0.01);
+  }
+  EXPECT_TRUE(view->isFirstResponder());
+}
+
+TEST_F(Gestures, ShortestLongPressHasNoStationaryEvent) {
+  finish(KIFAdditions::longPressAtPoint(view, {10, 10}, 0.01));
+  EXPECT_EQ(phases(), "Began Ended");
+  EXPECT_EQ(environment.application().runLoopRuns().size(), 1U);
+}
+
+TEST_F(Gestures, WaitsAreNotScaledByTheAnimationSpeed) {
+  window->layer().setSpeed(4);
+  finish(KIFAdditions::dragFromPoint(view, {0, 0}, {10, 10}));
+  EXPECT_EQ(environment.application().runLoopRuns().at(0).seconds, 0.01);
+}
+
+TEST_F(Gestures, PointsRunFromTheStartToTheEnd) {
+  EXPECT_EQ(KIFAdditions::pointsFromStartPoint({0, 10}, {8, -2}, 5),
+            (KIFAdditions::Path{{0, 10}, {2, 7}, {4, 4}, {6, 1}, {8, -2}}));
+  EXPECT_TRUE(KIFAdditions::pointsFromStartPoint({0, 0}, {8, 8}, 0).empty());
+  const KIFAdditions::Path single = KIFAdditions::pointsFromStartPoint({0, 0}, {8, 8}, 1);
+  ASSERT_EQ(single.size(), 1U);
+  EXPECT_TRUE(std::isnan(single[0].x));
+}
+
+TEST_F(Gestures, DragHasThreeStepsUnlessToldOtherwise) {
+  finish(KIFAdditions::dragFromPoint(view, {10, 20}, {50, 40}));
+  EXPECT_EQ(phases(), "Began Moved Moved Ended");
+  EXPECT_EQ(pathOfFinger(0, 4),
+            (std::vector<CGPoint>{{110, 220}, {130, 230}, {150, 240}, {150, 240}}));
+  EXPECT_EQ(environment.application().runLoopRuns().size(), 3U);
+}
+
+TEST_F(Gestures, DragGivesTheFocusOnlyToTheViewThatItHits) {
+  view->setCanBecomeFirstResponder(true);
+  build<headless::View>().frame({{0, 0}, {50, 50}}).in(*view);
+  finish(KIFAdditions::dragFromPoint(view, {10, 10}, {60, 60}));
+  EXPECT_FALSE(view->isFirstResponder());
+  finish(KIFAdditions::dragFromPoint(view, {60, 60}, {70, 70}));
+  EXPECT_TRUE(view->isFirstResponder());
+}
+
+TEST_F(Gestures, PathOfOnePointLeavesTheFingerDown) {
+  finish(KIFAdditions::dragAlongPathWithPoints(view, {{10, 10}}));
+  EXPECT_EQ(phases(), "Began");
+}
+
+TEST_F(Gestures, PathsThatDoNotMatchTouchNothing) {
+  using Paths = std::vector<KIFAdditions::Path>;
+  finish(KIFAdditions::dragPointsAlongPaths(view, Paths{}));
+  finish(KIFAdditions::dragPointsAlongPaths(view, Paths{{}}));
+  finish(KIFAdditions::dragPointsAlongPaths(view, Paths{{{1, 1}, {2, 2}}, {{3, 3}}}));
+  finish(KIFAdditions::dragFromPoint(view, {0, 0}, {10, 10}, 0));
+  EXPECT_EQ(phases(), "");
+}
+
+TEST_F(Gestures, FingersMoveTogetherAndLiftOneByOne) {
+  const std::vector<KIFAdditions::Path> paths{{{0, 0}, {10, 0}}, {{50, 50}, {50, 60}}};
+  finish(KIFAdditions::dragPointsAlongPaths(view, paths));
+  ASSERT_EQ(phases(), "Began Began Moved Moved Ended Ended");
+  ASSERT_EQ(events().size(), 4U);
+  EXPECT_EQ(events()[1].touches.size(), 2U);
+  ASSERT_EQ(events()[2].touches.size(), 1U);
+  EXPECT_EQ(events()[2].touches[0].locationInWindow, (CGPoint{110, 200}));
+  ASSERT_EQ(events()[3].touches.size(), 1U);
+  EXPECT_EQ(events()[3].touches[0].locationInWindow, (CGPoint{150, 260}));
+}
+
+TEST_F(Gestures, TwoFingerPanKeepsTheFingersApart) {
+  finish(KIFAdditions::twoFingerPanFromPoint(view, {50, 50}, {90, 50}, 2));
+  EXPECT_EQ(pathOfFinger(0, 2), (std::vector<CGPoint>{{110, 210}, {150, 210}}));
+  EXPECT_EQ(pathOfFinger(1, 2), (std::vector<CGPoint>{{190, 290}, {230, 290}}));
+}
+
+TEST_F(Gestures, PinchClosesAndZoomOpensTheFingers) {
+  finish(KIFAdditions::pinchAtPoint(view, {100, 50}, 30, 2));
+  EXPECT_EQ(pathOfFinger(0, 2), (std::vector<CGPoint>{{130, 250}, {160, 250}}));
+  EXPECT_EQ(pathOfFinger(1, 2), (std::vector<CGPoint>{{270, 250}, {240, 250}}));
+  environment.application().eventLog().clear();
+  finish(KIFAdditions::zoomAtPoint(view, {100, 50}, 30, 2));
+  EXPECT_EQ(pathOfFinger(0, 2), (std::vector<CGPoint>{{160, 250}, {130, 250}}));
+  EXPECT_EQ(pathOfFinger(1, 2), (std::vector<CGPoint>{{240, 250}, {270, 250}}));
+}
+
+TEST_F(Gestures, RotationJumpsToTheWholeAngleAtItsEnd) {
+  finish(KIFAdditions::twoFingerRotateAtPoint(view, {100, 50}, -90));
+  constexpr std::size_t steps = 45;
+  ASSERT_EQ(events().size(), steps + 2);
+  const auto at = [](double degrees, double side) {
+    const double radians = degrees * std::numbers::pi / 180;
+    return CGPoint{200 + side * 80 * std::cos(radians), 250 + side * 80 * std::sin(radians)};
+  };
+  expectNear(pathOfFinger(0, steps).front(), at(0, 1));
+  expectNear(pathOfFinger(0, steps)[43], at(-90.0 * 43 / 45, 1));
+  expectNear(pathOfFinger(0, steps)[44], at(-90, 1));
+  expectNear(pathOfFinger(1, steps)[43], at(-90.0 * 43 / 45, -1));
+}
+
+TEST_F(Gestures, SmallRotationHasTwoSteps) {
+  finish(KIFAdditions::twoFingerRotateAtPoint(view, {100, 50}, 3));
+  EXPECT_EQ(phases(), "Began Began Moved Moved Ended Ended");
+}
+
+TEST_F(Gestures, GestureRecognizersOfTheApplicationUnderstandThem) {
+  double scale = 0;
+  const auto pinch = std::make_shared<headless::PinchGestureRecognizer>([] {});
+  view->addGestureRecognizer(pinch);
+  finish(KIFAdditions::zoomAtPoint(view, {100, 50}, 40, 5));
+  scale = pinch->scale();
+  EXPECT_NEAR(scale, 2, 0.01);
+}
+
+}  // namespace
+}  // namespace tarni

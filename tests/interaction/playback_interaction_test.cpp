@@ -1,0 +1,103 @@
+#include "agent/interaction/PlayBackInteractionMethods.h"
+#include "backends/headless/views/Button.h"
+#include "backends/headless/views/Label.h"
+#include "backends/headless/views/Switch.h"
+#include "backends/headless/views/TextField.h"
+#include "backends/headless/views/TextView.h"
+#include "platform/Foundation/NSException.h"
+#include "tests/interaction/Screen.h"
+
+namespace tarni {
+namespace {
+
+using headless::build;
+
+class PlayBackInteraction : public test::Screen {
+ protected:
+  bool click(const headless::ViewRef& view) {
+    return result(PlayBackInteractionMethods().performClickOnUIView(view));
+  }
+  bool type(const headless::ViewRef& view, const std::string& text) {
+    return result(PlayBackInteractionMethods().performTypeTextOnUIView(view, text));
+  }
+  std::string phases() { return environment.application().eventLog().phases(); }
+};
+
+TEST_F(PlayBackInteraction, SwitchIsToggledWithoutTellingTheApplication) {
+  const auto control = build<headless::Switch>().frame({{0, 0}, {50, 30}}).in(*window);
+  int changes = 0;
+  control->onChange([&] { ++changes; });
+  EXPECT_TRUE(click(control));
+  EXPECT_TRUE(control->isOn());
+  EXPECT_TRUE(click(control));
+  EXPECT_FALSE(control->isOn());
+  EXPECT_EQ(changes, 0);
+  EXPECT_EQ(phases(), "");
+}
+
+TEST_F(PlayBackInteraction, LabelInsideASwitchTogglesTheSwitch) {
+  const auto control = build<headless::Switch>().frame({{0, 0}, {50, 30}}).in(*window);
+  const auto box = build<headless::View>().in(*control);
+  const auto label = build<headless::Label>("on").in(*box);
+  EXPECT_TRUE(click(label));
+  EXPECT_TRUE(control->isOn());
+  EXPECT_EQ(phases(), "");
+}
+
+TEST_F(PlayBackInteraction, TopmostViewIsNotLookedAtAsASwitch) {
+  const auto loose = build<headless::Switch>().frame({{0, 0}, {50, 30}}).get();
+  const auto label = build<headless::Label>("on").in(*loose);
+  EXPECT_TRUE(click(label));
+  EXPECT_FALSE(loose->isOn());
+  EXPECT_EQ(phases(), "Began Ended");
+}
+
+TEST_F(PlayBackInteraction, ViewThatIsOnlyCalledASwitchRaises) {
+  const auto light = build<headless::View>().className("LightSWITCHView").in(*window);
+  EXPECT_THROW(click(light), platform::NSException);
+}
+
+TEST_F(PlayBackInteraction, AnythingElseIsTapped) {
+  int taps = 0;
+  const auto button = build<headless::Button>("OK")
+                          .frame({{10, 10}, {100, 40}})
+                          .with(&headless::Button::onTap, [&] { ++taps; })
+                          .in(*window);
+  EXPECT_TRUE(click(button));
+  EXPECT_EQ(taps, 1);
+}
+
+TEST_F(PlayBackInteraction, TextIsReplacedWholeWithOneNotificationAndOneAction) {
+  const auto field = build<headless::TextField>("Name").frame({{0, 0}, {100, 30}}).in(*window);
+  field->replaceText("before");
+  std::string atAction;
+  int actions = 0;
+  field->addAction(headless::ControlEvent::EditingChanged, [&] {
+    ++actions;
+    atAction = field->text();
+    EXPECT_EQ(environment.notificationCenter().posted().size(), 1U);
+  });
+  EXPECT_TRUE(type(field, "after"));
+  EXPECT_EQ(atAction, "after");
+  EXPECT_EQ(actions, 1);
+  EXPECT_TRUE(field->isFirstResponder());
+  const headless::PostedNotification& posted = environment.notificationCenter().posted().at(0);
+  EXPECT_EQ(posted.name, "UITextFieldTextDidChangeNotification");
+  EXPECT_EQ(posted.object.lock(), field);
+}
+
+TEST_F(PlayBackInteraction, OnlyTextFieldsTakeText) {
+  const auto textView = build<headless::TextView>("old").in(*window);
+  EXPECT_FALSE(type(textView, "new"));
+  EXPECT_EQ(textView->textViewText(), "old");
+  EXPECT_FALSE(type(plainView({}), "new"));
+}
+
+TEST_F(PlayBackInteraction, FieldThatGoesAwayWhileItTakesTheTextIsNoTrouble) {
+  auto field = build<headless::TextField>().frame({{0, 0}, {100, 30}}).in(*window);
+  field->addAction(headless::ControlEvent::EditingDidBegin, [&] { field->removeFromSuperview(); });
+  EXPECT_TRUE(type(field, "text"));
+}
+
+}  // namespace
+}  // namespace tarni

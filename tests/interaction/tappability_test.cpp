@@ -1,0 +1,220 @@
+#include <cmath>
+#include <string>
+
+#include "agent/interaction/UIView_KIFAdditions.h"
+#include "backends/headless/events/GestureRecognizer.h"
+#include "backends/headless/views/Bars.h"
+#include "backends/headless/views/Button.h"
+#include "backends/headless/views/Label.h"
+#include "backends/headless/views/WebView.h"
+#include "tests/interaction/Screen.h"
+
+namespace tarni {
+namespace {
+
+using headless::build;
+using headless::View;
+using headless::ViewRef;
+using platform::CGPoint;
+using platform::CGRect;
+
+class Tappability : public test::Screen {
+ protected:
+  ViewRef cover(const CGRect& frame) { return plainView(frame); }
+  CGPoint tappablePoint(const ViewRef& view) {
+    return KIFAdditions::tappablePointInRect(view, view->bounds());
+  }
+
+  ViewRef view = plainView({{100, 200}, {100, 50}});
+};
+
+TEST_F(Tappability, FreeViewIsTappableInItsMiddle) {
+  EXPECT_EQ(tappablePoint(view), (CGPoint{50, 25}));
+  EXPECT_TRUE(KIFAdditions::isTappable(view));
+}
+
+TEST_F(Tappability, CoveredViewIsTappableAtTheFirstFreeCorner) {
+  cover({{100, 200}, {100, 48}});
+  EXPECT_EQ(tappablePoint(view), (CGPoint{1, 49}));
+  cover({{90, 240}, {20, 20}});
+  EXPECT_EQ(tappablePoint(view), (CGPoint{99, 49}));
+}
+
+TEST_F(Tappability, CornersAreTriedFromTopLeftToBottomRight) {
+  cover({{140, 215}, {20, 20}});
+  EXPECT_EQ(tappablePoint(view), (CGPoint{1, 1}));
+  cover({{95, 195}, {10, 10}});
+  EXPECT_EQ(tappablePoint(view), (CGPoint{99, 1}));
+}
+
+TEST_F(Tappability, WhollyCoveredViewIsNotTappable) {
+  cover({{100, 200}, {100, 50}});
+  EXPECT_TRUE(std::isnan(tappablePoint(view).x));
+  EXPECT_TRUE(std::isnan(tappablePoint(view).y));
+  EXPECT_FALSE(KIFAdditions::isTappable(view));
+  EXPECT_FALSE(KIFAdditions::isProbablyTappable(view));
+}
+
+TEST_F(Tappability, TinyViewIsProbedAtTheSamePoints) {
+  const auto tiny = plainView({{10, 10}, {1, 1}});
+  EXPECT_EQ(tappablePoint(tiny), (CGPoint{0.5, 0.5}));
+  cover({{10.4, 10.4}, {0.2, 0.2}});
+  // (1, 1) lies outside, as does (0, 1) and (1, 0); the last corner is the view's origin.
+  EXPECT_EQ(tappablePoint(tiny), (CGPoint{0, 0}));
+}
+
+TEST_F(Tappability, ViewWithoutWindowIsNotTappable) {
+  view->removeFromSuperview();
+  EXPECT_FALSE(KIFAdditions::isTappable(view));
+}
+
+TEST_F(Tappability, LabelInsideAButtonIsTappable) {
+  const auto button = build<headless::Button>("OK").frame({{0, 300}, {100, 40}}).in(*window);
+  ASSERT_TRUE(button->titleLabel());
+  EXPECT_TRUE(KIFAdditions::isTappable(button->titleLabel()));
+  EXPECT_TRUE(KIFAdditions::isTappable(button));
+}
+
+TEST_F(Tappability, LabelInsideAViewIsNot) {
+  const auto label = build<headless::Label>("text").frame({{0, 0}, {100, 50}}).in(*view);
+  EXPECT_FALSE(KIFAdditions::isTappable(label));
+}
+
+TEST_F(Tappability, TitleOfANavigationBarTakesTheBarsTouches) {
+  const auto bar = build<headless::NavigationBar>("Title").frame({{0, 0}, {390, 44}}).in(*window);
+  ASSERT_TRUE(KIFAdditions::isNavigationItemView(bar->itemView()));
+  EXPECT_TRUE(KIFAdditions::isTappableWithHitTestResultView(bar->itemView(), bar));
+  EXPECT_FALSE(KIFAdditions::isTappableWithHitTestResultView(view, bar));
+  EXPECT_FALSE(KIFAdditions::isTappableWithHitTestResultView(view, nullptr));
+}
+
+TEST_F(Tappability, TapRecognizerMakesAViewTappableWithoutAHitTest) {
+  cover({{0, 0}, {390, 844}});
+  EXPECT_FALSE(KIFAdditions::isTappable_AI(view));
+  view->addGestureRecognizer(std::make_shared<headless::PanGestureRecognizer>([] {}));
+  EXPECT_FALSE(KIFAdditions::hasTapGestureRecognizer(view));
+  view->addGestureRecognizer(std::make_shared<headless::TapGestureRecognizer>([] {}));
+  EXPECT_TRUE(KIFAdditions::isTappable(view));
+  EXPECT_TRUE(KIFAdditions::isTappable_AI(view));
+}
+
+TEST_F(Tappability, WebBrowserViewIsAlwaysProbablyTappable) {
+  const auto web = build<headless::WebView>().frame({{0, 0}, {100, 100}}).in(*window);
+  cover({{0, 0}, {390, 844}});
+  EXPECT_FALSE(KIFAdditions::isTappable(web->browserView()));
+  EXPECT_TRUE(KIFAdditions::isProbablyTappable(web->browserView()));
+}
+
+TEST_F(Tappability, InteractionIsAskedOfWhoAnswersForTheView) {
+  const auto bar = build<headless::NavigationBar>("Title").frame({{0, 0}, {390, 44}}).in(*window);
+  bar->itemView()->setUserInteractionEnabled(false);
+  EXPECT_TRUE(KIFAdditions::isUserInteractionActuallyEnabled(bar->itemView()));
+  bar->setUserInteractionEnabled(false);
+  EXPECT_FALSE(KIFAdditions::isUserInteractionActuallyEnabled(bar->itemView()));
+
+  const auto outer = build<headless::Control>().in(*window);
+  const auto inner = build<headless::Control>().in(*outer);
+  const auto label = build<headless::Label>("x").in(*inner);
+  label->setUserInteractionEnabled(false);
+  inner->setUserInteractionEnabled(false);
+  EXPECT_TRUE(KIFAdditions::isUserInteractionActuallyEnabled(label));
+  outer->setUserInteractionEnabled(false);
+  EXPECT_FALSE(KIFAdditions::isUserInteractionActuallyEnabled(label));
+}
+
+TEST_F(Tappability, ButtonLabelAsksItsNavigationButton) {
+  const auto button = build<View>().className("UINavigationButton").in(*window);
+  const auto between = build<View>().in(*button);
+  const auto label = build<headless::Label>("x").className("UIButtonLabel").in(*between);
+  label->setUserInteractionEnabled(false);
+  between->setUserInteractionEnabled(false);
+  EXPECT_TRUE(KIFAdditions::isUserInteractionActuallyEnabled(label));
+  button->setUserInteractionEnabled(false);
+  EXPECT_FALSE(KIFAdditions::isUserInteractionActuallyEnabled(label));
+}
+
+TEST_F(Tappability, HiddenAncestorsHideFromTheHierarchyButNotFromTheFrame) {
+  const auto child = build<View>().frame({{0, 0}, {10, 10}}).in(*view);
+  EXPECT_TRUE(KIFAdditions::isVisibleInViewHierarchy(child));
+  view->setHidden(true);
+  EXPECT_FALSE(KIFAdditions::isVisibleInViewHierarchy(child));
+  EXPECT_TRUE(KIFAdditions::isVisibleInWindowFrame(child));
+}
+
+TEST_F(Tappability, ClippingAncestorThatScrolledAViewAwayHidesItsFrame) {
+  const auto child = build<View>().frame({{0, 0}, {100, 20}}).in(*view);
+  view->setClipsToBounds(true);
+  EXPECT_TRUE(KIFAdditions::isVisibleInWindowFrame(child));
+  view->setBounds({{0, 30}, {100, 50}});
+  EXPECT_FALSE(KIFAdditions::isVisibleInWindowFrame(child));
+  view->setClipsToBounds(false);
+  EXPECT_TRUE(KIFAdditions::isVisibleInWindowFrame(child));
+}
+
+TEST_F(Tappability, RectangleWithoutWidthCountsAsVisible) {
+  EXPECT_TRUE(KIFAdditions::isVisibleInWindowFrame(plainView({{0, 0}, {0, 10}})));
+  EXPECT_FALSE(KIFAdditions::isVisibleInWindowFrame(plainView({{0, 0}, {0, 0}})));
+}
+
+TEST_F(Tappability, TransformedWindowGivesWayToOneThatIsNot) {
+  EXPECT_EQ(KIFAdditions::windowOrIdentityWindow(view), window);
+  window->setTransform(platform::CGAffineTransform::rotation(1));
+  EXPECT_EQ(KIFAdditions::windowOrIdentityWindow(view), nullptr);
+  const auto other = std::make_shared<headless::Window>(environment.screen().bounds());
+  environment.application().addWindow(other);
+  EXPECT_EQ(KIFAdditions::windowOrIdentityWindow(view), other);
+}
+
+class Walks : public test::Screen {
+ protected:
+  Walks() {
+    a = plainView({});
+    b = build<View>().in(*a);
+    c = build<View>().in(*b);
+    d = build<View>().in(*a);
+  }
+  std::string name(const platform::UIViewRef& view) const {
+    return view == a ? "a" : view == b ? "b" : view == c ? "c" : view == d ? "d" : "?";
+  }
+
+  ViewRef a, b, c, d;
+};
+
+TEST_F(Walks, DescendantsComeParentFirstUntilTheWalkIsStopped) {
+  std::string order;
+  KIFAdditions::performBlockOnDescendentViews(
+      a, [&](const platform::UIViewRef& view, bool&) { order += name(view); });
+  EXPECT_EQ(order, "abcd");
+  order.clear();
+  bool stop = false;
+  KIFAdditions::performBlockOnDescendentViews(
+      a,
+      [&](const platform::UIViewRef& view, bool& end) {
+        order += name(view);
+        end = view == c;
+      },
+      stop);
+  EXPECT_EQ(order, "abc");
+  EXPECT_TRUE(stop);
+}
+
+TEST_F(Walks, AncestorsComeOutwardsFromTheViewItself) {
+  std::string order;
+  KIFAdditions::performBlockOnAscendentViews(c, [&](const platform::UIViewRef& view, bool& stop) {
+    order += name(view);
+    stop = view == a;
+  });
+  EXPECT_EQ(order, "cba");
+}
+
+TEST_F(Walks, DeepTreesAreWalkedWithoutRecursion) {
+  ViewRef deepest = a;
+  for (int depth = 0; depth < 10000; ++depth) deepest = build<View>().in(*deepest);
+  std::size_t count = 0;
+  KIFAdditions::performBlockOnDescendentViews(a,
+                                              [&](const platform::UIViewRef&, bool&) { ++count; });
+  EXPECT_EQ(count, 10004U);
+}
+
+}  // namespace
+}  // namespace tarni
