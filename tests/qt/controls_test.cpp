@@ -1,0 +1,290 @@
+// Texts, and what the agent does to controls as the program hears of it.
+#include <QtCore/QStringListModel>
+#include <QtGui/QAccessible>
+#include <QtGui/QIntValidator>
+#include <QtTest/QSignalSpy>
+#include <QtWidgets/QCheckBox>
+#include <QtWidgets/QComboBox>
+#include <QtWidgets/QDialog>
+#include <QtWidgets/QGroupBox>
+#include <QtWidgets/QLabel>
+#include <QtWidgets/QLineEdit>
+#include <QtWidgets/QListView>
+#include <QtWidgets/QPlainTextEdit>
+#include <QtWidgets/QPushButton>
+#include <QtWidgets/QScrollArea>
+#include <QtWidgets/QScrollBar>
+#include <QtWidgets/QSlider>
+#include <QtWidgets/QSpinBox>
+#include <QtWidgets/QStatusBar>
+#include <QtWidgets/QTableView>
+#include <QtWidgets/QTextEdit>
+#include <QtWidgets/QVBoxLayout>
+
+#include "tests/qt/Support.h"
+
+namespace tarni::test {
+namespace {
+
+std::optional<std::string> labelText(QLabel& label) {
+  return as<platform::UILabel>(viewOf(label))->labelText();
+}
+
+TEST(Texts, OfLabelsAreWhatIsReadOnScreen) {
+  QWidget window;
+  QLineEdit field(&window);
+  QLabel label(&window);
+  EXPECT_EQ(labelText(label), std::nullopt);
+  label.setText("a & b");
+  EXPECT_EQ(labelText(label), "a & b");
+  label.setText("<b>bold</b> &amp; <i>italic</i>");
+  EXPECT_EQ(labelText(label), "bold & italic");
+  label.setTextFormat(Qt::PlainText);
+  EXPECT_EQ(labelText(label), "<b>bold</b> &amp; <i>italic</i>");
+  label.setTextFormat(Qt::MarkdownText);
+  label.setText("**strong**");
+  EXPECT_EQ(labelText(label), "strong");
+  label.setTextFormat(Qt::AutoText);
+  label.setText("&Name");
+  EXPECT_EQ(labelText(label), "&Name");
+  label.setBuddy(&field);
+  EXPECT_EQ(labelText(label), "Name") << "with a buddy the mark is a mnemonic";
+}
+
+TEST(Texts, OfButtonsComeWithoutMnemonic) {
+  QWidget window;
+  QPushButton button(&window);
+  const auto title = [&] { return as<platform::UIButton>(viewOf(button))->currentTitle(); };
+  EXPECT_EQ(title(), std::nullopt);
+  for (const auto& [text, shown] : std::initializer_list<std::pair<const char*, const char*>>{
+           {"&Log in", "Log in"}, {"R&&D", "R&D"}, {"Save &As…", "Save As…"}, {"End&", "End"}}) {
+    button.setText(QString::fromUtf8(text));
+    EXPECT_EQ(title(), shown);
+  }
+}
+
+TEST(Texts, OfInputs) {
+  QWidget window;
+  QLineEdit field(&window);
+  const auto input = as<platform::UITextField>(viewOf(field));
+  EXPECT_EQ(input->placeholder(), std::nullopt);
+  field.setPlaceholderText("Password");
+  field.setEchoMode(QLineEdit::Password);
+  field.setText("secret");
+  EXPECT_EQ(input->placeholder(), "Password");
+  EXPECT_EQ(input->text(), "secret");
+  QTextEdit rich(&window);
+  rich.setHtml("<p>one<p>two");
+  EXPECT_EQ(as<platform::UITextView>(viewOf(rich))->textViewText(), "one\ntwo");
+  QPlainTextEdit plain("x < y", &window);
+  EXPECT_EQ(as<platform::UITextView>(viewOf(plain))->textViewText(), "x < y");
+}
+
+TEST(Texts, OfAccessibilityComeFromTheProgramOrTheToolkit) {
+  QWidget window;
+  window.setWindowTitle("Title");
+  window.setLocale(QLocale("de_AT"));
+  QWidget widget(&window);
+  const UIViewRef view = viewOf(widget);
+  EXPECT_EQ(viewOf(window)->accessibilityLabel(), "Title");
+  EXPECT_EQ(view->accessibilityIdentifier(), std::nullopt);
+  EXPECT_EQ(view->accessibilityLabel(), std::nullopt);
+  EXPECT_EQ(view->accessibilityValue(), std::nullopt);
+  EXPECT_EQ(view->accessibilityHint(), std::nullopt);
+  EXPECT_EQ(view->accessibilityLanguage(), "de-AT");
+  widget.setObjectName("qt_internal");
+  EXPECT_EQ(view->accessibilityIdentifier(), std::nullopt);
+  widget.setObjectName("mine");
+  widget.setAccessibleName("Name");
+  widget.setAccessibleDescription("described");
+  EXPECT_EQ(view->accessibilityIdentifier(), "mine");
+  EXPECT_EQ(view->accessibilityLabel(), "Name");
+  EXPECT_EQ(view->accessibilityHint(), "described");
+  widget.setToolTip("<i>tip</i>");
+  EXPECT_EQ(view->accessibilityHint(), "tip");
+  QGroupBox group("&Options", &window);
+  EXPECT_EQ(viewOf(group)->accessibilityLabel(), "Options");
+  group.setCheckable(true);
+  EXPECT_EQ(viewOf(group)->accessibilityValue(), "checked");
+  QComboBox combo(&window);
+  combo.addItems({"first", "second"});
+  combo.setCurrentIndex(1);
+  EXPECT_EQ(viewOf(combo)->accessibilityValue(), "second");
+  QSlider slider(&window);
+  slider.setValue(42);
+  EXPECT_EQ(viewOf(slider)->accessibilityValue(), "42");
+  QStatusBar status(&window);
+  status.showMessage("Ready");
+  EXPECT_EQ(viewOf(status)->accessibilityLabel(), "Ready");
+  EXPECT_FALSE(QAccessible::isActive()) << "asking must not switch it on";
+}
+
+TEST(Typing, IsOneEditThatTheProgramHearsOfAndThatCanBeUndone) {
+  QWidget window;
+  QLineEdit field("old", &window);
+  show(window);
+  QSignalSpy edited(&field, &QLineEdit::textEdited);
+  QSignalSpy changed(&field, &QLineEdit::textChanged);
+  const auto input = as<platform::UITextField>(viewOf(field));
+  finish(input->setText("Größe 🐦"));
+  EXPECT_EQ(field.text().toStdString(), "Größe 🐦");
+  EXPECT_EQ(edited.count(), 1);
+  EXPECT_EQ(changed.count(), 1);
+  field.undo();
+  EXPECT_EQ(field.text().toStdString(), "old");
+  finish(input->setText(""));
+  EXPECT_EQ(field.text().toStdString(), "");
+}
+
+TEST(Typing, KeepsToWhatTheFieldTakes) {
+  QWidget window;
+  QLineEdit field("7", &window);
+  const auto input = as<platform::UITextField>(viewOf(field));
+  QIntValidator digits(0, 99, &field);
+  field.setValidator(&digits);
+  finish(input->setText("abc"));
+  EXPECT_EQ(field.text().toStdString(), "7");
+  field.setValidator(nullptr);
+  field.setMaxLength(3);
+  finish(input->setText("abcdef"));
+  EXPECT_EQ(field.text().toStdString(), "abc");
+  field.setReadOnly(true);
+  finish(input->setText("x"));
+  EXPECT_EQ(field.text().toStdString(), "abc");
+  field.setReadOnly(false);
+  field.setEnabled(false);
+  finish(input->setText("x"));
+  EXPECT_EQ(field.text().toStdString(), "abc");
+}
+
+TEST(Typing, ReachesTheInputInsideASpinBox) {
+  QWidget window;
+  QSpinBox box(&window);
+  show(window);
+  QSignalSpy changed(&box, QOverload<int>::of(&QSpinBox::valueChanged));
+  const UIViewRef input = subviewsOf(viewOf(box), "UITextField").front();
+  finish(as<platform::UITextField>(input)->setText("42"));
+  EXPECT_EQ(box.value(), 42);
+  EXPECT_EQ(changed.count(), 1);
+}
+
+TEST(Switch, IsSetAsByAClick) {
+  QWidget window;
+  QCheckBox box(&window);
+  QSignalSpy clicked(&box, &QCheckBox::clicked);
+  QSignalSpy toggled(&box, &QCheckBox::toggled);
+  const auto view = as<platform::UISwitch>(viewOf(box));
+  finish(view->setOn(true));
+  EXPECT_TRUE(view->isOn());
+  finish(view->setOn(true));
+  EXPECT_EQ(clicked.count(), 1);
+  EXPECT_EQ(toggled.count(), 1);
+  finish(view->setOn(false));
+  EXPECT_FALSE(box.isChecked());
+  box.setEnabled(false);
+  finish(view->setOn(true));
+  EXPECT_FALSE(box.isChecked());
+}
+
+TEST(Switch, WithAThirdStateGoesAsFarAsItMust) {
+  QWidget window;
+  QCheckBox box(&window);
+  box.setTristate();
+  box.setCheckState(Qt::PartiallyChecked);
+  const auto view = as<platform::UISwitch>(viewOf(box));
+  finish(view->setOn(false));
+  EXPECT_EQ(box.checkState(), Qt::Unchecked);
+}
+
+TEST(Switch, ThatOpensAModalDialogDoesNotKeepItsCaller) {
+  QWidget window;
+  QCheckBox box(&window);
+  show(window);
+  QDialog dialog(&window);
+  QObject::connect(&box, &QCheckBox::clicked, [&] { dialog.exec(); });
+  bool ended = false;
+  bool open = false;
+  platform::spawn(as<platform::UISwitch>(viewOf(box))->setOn(true), [&](std::exception_ptr) {
+    ended = true;
+    open = dialog.isVisible();
+    dialog.reject();
+  });
+  while (!ended) QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
+  EXPECT_TRUE(open);
+}
+
+TEST(Focus, OnlyTextInputsTakeItFromTheAgent) {
+  QWidget window;
+  QVBoxLayout layout(&window);
+  QLineEdit first;
+  QLineEdit second;
+  QPushButton button("b");
+  QLabel label("l");
+  QSpinBox box;
+  for (QWidget* widget : std::initializer_list<QWidget*>{&first, &second, &button, &label, &box}) {
+    layout.addWidget(widget);
+  }
+  show(window);
+  EXPECT_TRUE(viewOf(first)->canBecomeFirstResponder());
+  EXPECT_FALSE(viewOf(button)->canBecomeFirstResponder());
+  EXPECT_FALSE(viewOf(label)->canBecomeFirstResponder());
+  finish(viewOf(second)->becomeFirstResponder());
+  EXPECT_TRUE(viewOf(second)->isFirstResponder());
+  EXPECT_FALSE(viewOf(first)->isFirstResponder());
+  const UIViewRef inside = subviewsOf(viewOf(box), "UITextField").front();
+  finish(inside->becomeFirstResponder());
+  EXPECT_TRUE(inside->isFirstResponder());
+  EXPECT_FALSE(viewOf(second)->isFirstResponder());
+  second.setEnabled(false);
+  EXPECT_FALSE(viewOf(second)->canBecomeFirstResponder());
+}
+
+double scrolled(QAbstractScrollArea& area, double points) {
+  const auto view = as<platform::UIScrollView>(viewOf(area));
+  CGPoint offset = view->contentOffset();
+  offset.y += points;
+  finish(view->setContentOffset(offset, true));
+  QCoreApplication::processEvents();
+  return as<platform::UIScrollView>(viewOf(area))->contentOffset().y;
+}
+
+TEST(Scrolling, AScrollAreaGoesAsFarAsThereIsContent) {
+  QScrollArea area;
+  auto* const page = new QWidget;
+  page->resize(100, 1000);
+  area.setWidget(page);
+  area.resize(200, 200);
+  show(area);
+  EXPECT_EQ(scrolled(area, 200), 200);
+  EXPECT_EQ(page->y(), -200);
+  EXPECT_EQ(scrolled(area, 5000), area.verticalScrollBar()->maximum());
+  EXPECT_EQ(scrolled(area, -9999), 0);
+}
+
+TEST(Scrolling, RowsAndLinesScrollAboutAsManyPoints) {
+  QStringList rows;
+  for (int row = 0; row < 500; ++row) rows << QString("Row %1").arg(row);
+  QStringListModel model(rows);
+  QListView list;
+  QTableView table;
+  for (QAbstractItemView* view : std::initializer_list<QAbstractItemView*>{&list, &table}) {
+    view->setVerticalScrollMode(QAbstractItemView::ScrollPerItem);
+    view->setModel(&model);
+    view->resize(200, 400);
+    show(*view);
+    const QModelIndex row = model.index(50, 0);
+    const int before = view->visualRect(row).top();
+    scrolled(*view, 200);
+    EXPECT_NEAR(before - view->visualRect(row).top(), 200, 20) << view->metaObject()->className();
+    scrolled(*view, -9999);
+    EXPECT_EQ(view->verticalScrollBar()->value(), 0);
+  }
+  QPlainTextEdit text(rows.join('\n'));
+  text.resize(200, 400);
+  show(text);
+  scrolled(text, 200);
+  EXPECT_NEAR(text.verticalScrollBar()->value() * text.fontMetrics().lineSpacing(), 200, 20);
+}
+
+}  // namespace
+}  // namespace tarni::test

@@ -1,0 +1,227 @@
+// Layers, the border over a view, and pictures.
+#include <QtGui/QPainter>
+#include <QtWidgets/QListWidget>
+#include <QtWidgets/QPushButton>
+#include <QtWidgets/QScrollArea>
+#include <QtWidgets/QScrollBar>
+#include <QtWidgets/QSplitter>
+#include <thread>
+
+#include "backends/qt/QtImage.h"
+#include "tests/qt/Support.h"
+
+namespace tarni::test {
+namespace {
+
+const platform::CGColor kGreen{0, 1, 0, 1};
+
+class Painted : public QWidget {
+ public:
+  Painted(QWidget* parent, QColor color) : QWidget(parent), color_(color) {}
+
+ protected:
+  void paintEvent(QPaintEvent*) override { QPainter(this).fillRect(rect(), color_); }
+
+ private:
+  QColor color_;
+};
+
+QImage imageOf(const UIViewRef& view) {
+  const auto picture = std::dynamic_pointer_cast<const qt::QtImage>(pictureOf(view));
+  return picture ? picture->image() : QImage();
+}
+
+// What stands on screen, the agent's widgets included.
+QRgb onScreen(QWidget& window, QPoint point) {
+  QCoreApplication::processEvents();
+  return window.grab().toImage().pixel(point);
+}
+
+QWidget* overlayIn(const QWidget& window) {
+  for (QObject* child : window.children()) {
+    auto* const widget = qobject_cast<QWidget*>(child);
+    if (widget && qt::isHiddenFromWalks(widget) && widget->isVisible()) return widget;
+  }
+  return nullptr;
+}
+
+TEST(Layer, KeepsTagsByKey) {
+  QWidget window;
+  platform::CALayer& layer = viewOf(window)->layer();
+  EXPECT_EQ(layer.valueForKey("a"), nullptr);
+  layer.setValueForKey("1", "a");
+  layer.setValueForKey("2", "b");
+  layer.setValueForKey("3", "a");
+  EXPECT_EQ(*layer.valueForKey("a"), "3");
+  EXPECT_EQ(*layer.valueForKey("b"), "2");
+}
+
+TEST(Layer, StandsInTheTreeOfItsView) {
+  QWidget window;
+  QWidget child(&window);
+  platform::CALayer& layer = viewOf(child)->layer();
+  EXPECT_EQ(layer.superlayer(), &viewOf(window)->layer());
+  EXPECT_THAT(viewOf(window)->layer().sublayers(), testing::ElementsAre(&layer));
+  EXPECT_EQ(viewOf(window)->layer().superlayer(), nullptr);
+  EXPECT_EQ(layer.speed(), 1);
+  EXPECT_TRUE(layer.animationKeys().empty());
+}
+
+TEST(Border, IsDrawnOverTheViewAndIsNothingElse) {
+  QWidget window;
+  window.resize(200, 200);
+  Painted child(&window, Qt::red);
+  child.setGeometry(50, 60, 100, 80);
+  show(window);
+  const auto before = subviewsOf(viewOf(window));
+  platform::CALayer& layer = viewOf(child)->layer();
+  EXPECT_EQ(layer.borderWidth(), 0);
+  EXPECT_EQ(layer.borderColor(), std::nullopt);
+  layer.setBorderWidth(4);
+  layer.setBorderColor(kGreen);
+  EXPECT_EQ(layer.borderWidth(), 4);
+  EXPECT_EQ(layer.borderColor(), kGreen);
+  EXPECT_EQ(onScreen(window, {51, 61}), qRgb(0, 255, 0));
+  EXPECT_EQ(onScreen(window, {148, 138}), qRgb(0, 255, 0));
+  EXPECT_EQ(onScreen(window, {55, 65}), qRgb(255, 0, 0)) << "inside of it";
+  EXPECT_NE(onScreen(window, {49, 100}), qRgb(0, 255, 0)) << "outside of it";
+  EXPECT_EQ(subviewsOf(viewOf(window)), before);
+  EXPECT_EQ(viewOf(window)->hitTest({51, 61}), viewOf(child));
+  ASSERT_NE(overlayIn(window), nullptr);
+  EXPECT_EQ(overlayIn(window)->focusPolicy(), Qt::NoFocus);
+  layer.setBorderWidth(0);
+  EXPECT_EQ(overlayIn(window), nullptr);
+  EXPECT_EQ(onScreen(window, {51, 61}), qRgb(255, 0, 0));
+}
+
+TEST(Border, FollowsItsViewAndKeepsToItsVisiblePart) {
+  QScrollArea area;
+  auto* const page = new QWidget;
+  page->resize(300, 1000);
+  auto* const child = new Painted(page, Qt::red);
+  child->setGeometry(0, 150, 100, 100);
+  area.setWidget(page);
+  area.resize(200, 200);
+  show(area);
+  viewOf(*child)->layer().setBorderColor(kGreen);
+  viewOf(*child)->layer().setBorderWidth(4);
+  const QRect viewport = area.viewport()->geometry();
+  ASSERT_NE(overlayIn(area), nullptr);
+  EXPECT_EQ(overlayIn(area)->geometry(),
+            QRect(viewport.left(), viewport.top() + 150, 100, 100) & viewport);
+  area.verticalScrollBar()->setValue(120);
+  const auto follows = [&] {
+    return overlayIn(area)->geometry() == QRect(viewport.left(), viewport.top() + 30, 100, 100);
+  };
+  while (!follows()) QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
+  area.verticalScrollBar()->setValue(500);
+  while (overlayIn(area)) QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
+}
+
+TEST(Border, IsNoPaneOfASplitter) {
+  QSplitter splitter;
+  auto* const pane = new QWidget(&splitter);
+  splitter.resize(200, 100);
+  show(splitter);
+  viewOf(*pane)->layer().setBorderWidth(4);
+  QCoreApplication::processEvents();
+  EXPECT_EQ(splitter.count(), 1);
+  EXPECT_NE(overlayIn(splitter), nullptr);
+  viewOf(*pane)->layer().setBorderWidth(0);
+  QCoreApplication::processEvents();
+  EXPECT_EQ(splitter.count(), 1);
+}
+
+TEST(Border, GoesWithItsViewAndWithItsWindow) {
+  auto window = std::make_unique<QWidget>();
+  auto child = std::make_unique<QPushButton>("b", window.get());
+  auto other = new QPushButton("c", window.get());
+  show(*window);
+  viewOf(*child)->layer().setBorderWidth(4);
+  child.reset();
+  QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+  QCoreApplication::processEvents();
+  EXPECT_EQ(overlayIn(*window), nullptr);
+  viewOf(*other)->layer().setBorderWidth(4);
+  EXPECT_NE(overlayIn(*window), nullptr);
+  window.reset();
+  QCoreApplication::processEvents();
+}
+
+TEST(Picture, ShowsTheViewAndEverythingInIt) {
+  QWidget window;
+  window.resize(200, 150);
+  Painted outer(&window, Qt::blue);
+  outer.setGeometry(20, 30, 100, 80);
+  Painted inner(&outer, Qt::yellow);
+  inner.setGeometry(10, 10, 30, 20);
+  show(window);
+  const QImage picture = imageOf(viewOf(outer));
+  EXPECT_EQ(pictureOf(viewOf(outer))->size(), (platform::CGSize{100, 80}));
+  EXPECT_EQ(picture.pixel(5, 5), qRgb(0, 0, 255));
+  EXPECT_EQ(picture.pixel(15, 15), qRgb(255, 255, 0));
+  EXPECT_EQ(picture.pixel(99, 79), qRgb(0, 0, 255));
+  const QImage all = imageOf(viewOf(window));
+  EXPECT_EQ(all.size(), QSize(200, 150));
+  EXPECT_EQ(all.pixel(35, 45), qRgb(255, 255, 0));
+  EXPECT_EQ(all.pixel(1, 1), window.palette().color(QPalette::Window).rgb());
+}
+
+TEST(Picture, OfAHiddenOrEmptyView) {
+  QWidget window;
+  Painted child(&window, Qt::blue);
+  child.resize(10, 10);
+  EXPECT_EQ(pictureOf(viewOf(child))->size(), (platform::CGSize{10, 10}));
+  EXPECT_NE(imageOf(viewOf(child)).pixel(5, 5), qRgb(0, 0, 255)) << "nothing of it is shown";
+  show(window);
+  child.resize(0, 10);
+  EXPECT_EQ(pictureOf(viewOf(child)), nullptr);
+}
+
+TEST(Picture, OfACellIsItsPartOfTheList) {
+  QListWidget list;
+  list.addItems({"a", "b", "c"});
+  list.item(1)->setBackground(Qt::red);
+  list.resize(120, 200);
+  show(list);
+  const UIViewRef cell = subviewsOf(viewOf(list), "UITableViewCell")[1];
+  const QImage picture = imageOf(cell);
+  EXPECT_EQ(picture.width(), cell->bounds().size.width);
+  EXPECT_EQ(picture.height(), cell->bounds().size.height);
+  EXPECT_EQ(picture.pixel(picture.width() - 3, 1), qRgb(255, 0, 0));
+  EXPECT_EQ(picture.pixel(picture.width() - 3, picture.height() - 1), qRgb(255, 0, 0));
+}
+
+TEST(Picture, CropsAndLeavesWhatLiesOutsideEmpty) {
+  QImage source(40, 20, QImage::Format_RGB32);
+  source.fill(Qt::red);
+  source.setDevicePixelRatio(2);
+  const auto image = std::make_shared<qt::QtImage>(source);
+  EXPECT_EQ(image->size(), (platform::CGSize{20, 10}));
+  const auto cropped = image->crop({{-5, -5}, {10, 10}});
+  EXPECT_EQ(cropped->size(), (platform::CGSize{10, 10}));
+  EXPECT_EQ(cropped->scale(), 2);
+  const QImage& pixels = static_cast<const qt::QtImage&>(*cropped).image();
+  EXPECT_EQ(pixels.pixel(9, 9), qRgb(0, 0, 0));
+  EXPECT_EQ(pixels.pixel(10, 10), qRgb(255, 0, 0));
+  EXPECT_EQ(image->crop({{0, 0}, {0, 0}})->JPEGRepresentation(0.6).size(), 0U);
+}
+
+TEST(Picture, IsEncodedAsJPEGOnAnyThread) {
+  QImage source(64, 48, QImage::Format_RGB32);
+  source.fill(QColor(200, 100, 50));
+  const qt::QtImage image(source);
+  std::vector<std::byte> bytes;
+  std::thread([&] { bytes = image.JPEGRepresentation(0.6); }).join();
+  const QImage decoded = QImage::fromData(reinterpret_cast<const uchar*>(bytes.data()),
+                                          static_cast<int>(bytes.size()), "JPEG");
+  ASSERT_EQ(decoded.size(), source.size());
+  const QColor middle = decoded.pixelColor(32, 24);
+  EXPECT_NEAR(middle.red(), 200, 4);
+  EXPECT_NEAR(middle.green(), 100, 4);
+  EXPECT_NEAR(middle.blue(), 50, 4);
+  EXPECT_LT(image.JPEGRepresentation(0.1).size(), image.JPEGRepresentation(1).size());
+}
+
+}  // namespace
+}  // namespace tarni::test

@@ -1,0 +1,176 @@
+// Under which class, and as a kind of which, a widget appears.
+#include <QtCore/QStringListModel>
+#include <QtWidgets/QCheckBox>
+#include <QtWidgets/QComboBox>
+#include <QtWidgets/QLabel>
+#include <QtWidgets/QLineEdit>
+#include <QtWidgets/QListView>
+#include <QtWidgets/QMenuBar>
+#include <QtWidgets/QMessageBox>
+#include <QtWidgets/QPlainTextEdit>
+#include <QtWidgets/QProgressBar>
+#include <QtWidgets/QPushButton>
+#include <QtWidgets/QRadioButton>
+#include <QtWidgets/QScrollArea>
+#include <QtWidgets/QScrollBar>
+#include <QtWidgets/QSlider>
+#include <QtWidgets/QSpinBox>
+#include <QtWidgets/QTableView>
+#include <QtWidgets/QTextBrowser>
+#include <QtWidgets/QToolBar>
+#include <QtWidgets/QToolButton>
+#include <QtWidgets/QTreeView>
+
+#include "tests/qt/Support.h"
+
+namespace tarni::test {
+
+// Classes of an application under test.
+class KeyButton : public QPushButton {
+  Q_OBJECT
+ public:
+  using QPushButton::QPushButton;
+};
+class DigitButton : public KeyButton {
+  Q_OBJECT
+ public:
+  using KeyButton::KeyButton;
+};
+class UndeclaredButton : public QPushButton {
+ public:
+  using QPushButton::QPushButton;
+};
+class QuickPanel : public QWidget {
+  Q_OBJECT
+ public:
+  using QWidget::QWidget;
+};
+class NightSwitch : public QAbstractButton {
+  Q_OBJECT
+ public:
+  using QAbstractButton::QAbstractButton;
+  void paintEvent(QPaintEvent*) override {}
+};
+
+namespace {
+
+template <typename Widget>
+UIViewRef childOf(QWidget& window) {
+  return viewOf(*new Widget(&window));
+}
+
+TEST(Kinds, OwnClassesOfTheToolkitAppearUnderTheirUIKitName) {
+  QWidget window;
+  EXPECT_EQ(classOf(viewOf(window)), "UIWindow");
+  EXPECT_EQ(classOf(childOf<QWidget>(window)), "UIView");
+  EXPECT_EQ(classOf(childOf<QFrame>(window)), "UIView");
+  EXPECT_EQ(classOf(childOf<QLabel>(window)), "UILabel");
+  EXPECT_EQ(classOf(childOf<QPushButton>(window)), "UIButton");
+  EXPECT_EQ(classOf(childOf<QToolButton>(window)), "UIButton");
+  EXPECT_EQ(classOf(childOf<QRadioButton>(window)), "UIButton");
+  EXPECT_EQ(classOf(childOf<QCheckBox>(window)), "UISwitch");
+  EXPECT_EQ(classOf(childOf<QLineEdit>(window)), "UITextField");
+  EXPECT_EQ(classOf(childOf<QTextBrowser>(window)), "UITextView");
+  EXPECT_EQ(classOf(childOf<QPlainTextEdit>(window)), "UITextView");
+  EXPECT_EQ(classOf(childOf<QScrollArea>(window)), "UIScrollView");
+  EXPECT_EQ(classOf(childOf<QTableView>(window)), "UITableView");
+  EXPECT_EQ(classOf(childOf<QTreeView>(window)), "UITableView");
+  EXPECT_EQ(classOf(childOf<QListView>(window)), "UITableView");
+  EXPECT_EQ(classOf(childOf<QComboBox>(window)), "UIPickerView");
+  EXPECT_EQ(classOf(childOf<QToolBar>(window)), "UINavigationBar");
+  EXPECT_EQ(classOf(childOf<QMenuBar>(window)), "UINavigationBar");
+  EXPECT_EQ(classOf(childOf<QTabBar>(window)), "UITabBar");
+  EXPECT_EQ(classOf(childOf<QSlider>(window)), "UISlider");
+  EXPECT_EQ(classOf(childOf<QScrollBar>(window)), "UIControl");
+  EXPECT_EQ(classOf(childOf<QSpinBox>(window)), "UIControl");
+  EXPECT_EQ(classOf(childOf<QProgressBar>(window)), "UIProgressView");
+}
+
+TEST(Kinds, TheOperationsOfAKindComeWithItsClass) {
+  QWidget window;
+  EXPECT_TRUE(as<platform::UIScrollView>(childOf<QTextBrowser>(window)));
+  EXPECT_TRUE(as<platform::UIScrollView>(childOf<QTableView>(window)));
+  EXPECT_TRUE(as<platform::UIControl>(childOf<QLineEdit>(window)));
+  EXPECT_TRUE(as<platform::UIControl>(childOf<QSlider>(window)));
+  EXPECT_FALSE(as<platform::UISwitch>(childOf<QPushButton>(window)));
+  EXPECT_FALSE(as<platform::UIScrollView>(childOf<QSlider>(window)));
+}
+
+TEST(Kinds, ClassesOfTheApplicationKeepTheirName) {
+  QWidget window;
+  const UIViewRef digit = childOf<DigitButton>(window);
+  EXPECT_EQ(classOf(digit), "tarni::test::DigitButton");
+  EXPECT_EQ(digit->getClass()->superclass()->name(), "tarni::test::KeyButton");
+  EXPECT_TRUE(digit->isKindOfClass(uikit::UIButton));
+  EXPECT_TRUE(as<platform::UIButton>(digit));
+  EXPECT_EQ(childOf<KeyButton>(window)->getClass(), digit->getClass()->superclass());
+  EXPECT_EQ(classOf(childOf<UndeclaredButton>(window)), "UIButton");
+}
+
+TEST(Kinds, ANameInTheStyleOfTheToolkitDoesNotMakeAClassItsOwn) {
+  QWidget window;
+  EXPECT_EQ(classOf(childOf<QuickPanel>(window)), "tarni::test::QuickPanel");
+}
+
+TEST(Kinds, AButtonThatIsCalledASwitchIsOne) {
+  QWidget window;
+  auto* const button = new NightSwitch(&window);
+  button->setCheckable(true);
+  const auto night = as<platform::UISwitch>(viewOf(*button));
+  ASSERT_TRUE(night);
+  EXPECT_TRUE(viewOf(*button)->isKindOfClass(uikit::UISwitch));
+  finish(night->setOn(true));
+  EXPECT_TRUE(button->isChecked());
+}
+
+TEST(Kinds, TopLevelWidgetsAreWindowsWhateverTheyAre) {
+  QMessageBox question;
+  QPushButton alone;
+  EXPECT_EQ(classOf(viewOf(question)), "UIWindow");
+  EXPECT_EQ(classOf(viewOf(alone)), "UIWindow");
+  EXPECT_EQ(viewOf(alone)->window(), viewOf(alone));
+  EXPECT_EQ(viewOf(alone)->superview(), nullptr);
+}
+
+TEST(Kinds, AClassThatIsBothWindowAndViewIsOfTheKindThatItIsNow) {
+  QWidget window;
+  auto* const panel = new QuickPanel(&window);
+  QuickPanel alone;
+  EXPECT_TRUE(viewOf(alone)->isKindOfClass(uikit::UIWindow));
+  EXPECT_FALSE(viewOf(*panel)->isKindOfClass(uikit::UIWindow));
+  EXPECT_EQ(classOf(viewOf(alone)), classOf(viewOf(*panel)));
+  panel->setParent(nullptr);
+  EXPECT_TRUE(viewOf(*panel)->isKindOfClass(uikit::UIWindow));
+  EXPECT_EQ(viewOf(*panel)->getClass(), viewOf(alone)->getClass());
+  delete panel;
+}
+
+TEST(Kinds, ContentsDecideBetweenLabelAndImage) {
+  QWidget window;
+  auto* const label = new QLabel("text", &window);
+  EXPECT_EQ(classOf(viewOf(*label)), "UILabel");
+  QPixmap pixmap(4, 4);
+  label->setPixmap(pixmap);
+  EXPECT_EQ(classOf(viewOf(*label)), "UIImageView");
+  label->setText("text");
+  EXPECT_EQ(classOf(viewOf(*label)), "UILabel");
+}
+
+TEST(Kinds, IconsInAListMakeACollection) {
+  QWidget window;
+  QStringListModel model({"a", "b"});
+  auto* const list = new QListView(&window);
+  list->setModel(&model);
+  list->setViewMode(QListView::IconMode);
+  show(window);
+  EXPECT_EQ(classOf(viewOf(*list)), "UICollectionView");
+  EXPECT_EQ(subviewsOf(viewOf(*list), "UICollectionViewCell").size(), 2U);
+  list->setViewMode(QListView::ListMode);
+  EXPECT_EQ(classOf(viewOf(*list)), "UITableView");
+  EXPECT_EQ(subviewsOf(viewOf(*list), "UITableViewCell").size(), 2U);
+}
+
+}  // namespace
+}  // namespace tarni::test
+
+#include "kinds_test.moc"

@@ -1,0 +1,237 @@
+// The tree of views: identity, order, geometry, hit tests, and what is left of a view without
+// widget.
+#include <QtCore/QTimer>
+#include <QtGui/QMouseEvent>
+#include <QtGui/QWindow>
+#include <QtWidgets/QCheckBox>
+#include <QtWidgets/QDialog>
+#include <QtWidgets/QLabel>
+#include <QtWidgets/QPushButton>
+#include <QtWidgets/QRadioButton>
+#include <QtWidgets/QScrollArea>
+#include <QtWidgets/QScrollBar>
+#include <memory>
+
+#include "tests/qt/Support.h"
+
+namespace tarni::test {
+namespace {
+
+TEST(Identity, AWidgetAlwaysHasTheSameView) {
+  QWidget window;
+  QWidget child(&window);
+  const UIViewRef view = viewOf(child);
+  EXPECT_EQ(viewOf(child), view);
+  EXPECT_EQ(qt::widgetOfView(view), &child);
+  EXPECT_EQ(view->superview(), viewOf(window));
+  EXPECT_EQ(qt::viewOfWidget(nullptr), nullptr);
+  EXPECT_EQ(qt::widgetOfView(nullptr), nullptr);
+}
+
+TEST(Identity, TheRegistryLetsGoOfAViewWithItsWidget) {
+  QWidget window;
+  auto child = std::make_unique<QWidget>(&window);
+  const std::weak_ptr<platform::UIView> view = viewOf(*child);
+  EXPECT_FALSE(view.expired());
+  child.reset();
+  EXPECT_TRUE(view.expired());
+}
+
+TEST(Identity, AViewWhoseWidgetHasGoneIsEmptyHiddenAndNowhere) {
+  QWidget window;
+  auto button = std::make_unique<QPushButton>("Gone", &window);
+  const UIViewRef view = viewOf(*button);
+  view->layer().setValueForKey("guid", "tag");
+  show(window);
+  button.reset();
+  EXPECT_TRUE(view->isHidden());
+  EXPECT_EQ(view->superview(), nullptr);
+  EXPECT_EQ(view->window(), nullptr);
+  EXPECT_TRUE(view->subviews().empty());
+  EXPECT_EQ(view->frame(), CGRect{});
+  EXPECT_EQ(view->bounds(), CGRect{});
+  EXPECT_EQ(view->hitTest({0, 0}), nullptr);
+  EXPECT_FALSE(view->isUserInteractionEnabled());
+  EXPECT_FALSE(view->isFirstResponder());
+  EXPECT_FALSE(view->canBecomeFirstResponder());
+  EXPECT_EQ(view->accessibilityLabel(), std::nullopt);
+  EXPECT_EQ(view->accessibilityValue(), std::nullopt);
+  EXPECT_EQ(view->accessibilityHint(), std::nullopt);
+  EXPECT_EQ(view->accessibilityLanguage(), std::nullopt);
+  EXPECT_EQ(as<platform::UIButton>(view)->currentTitle(), std::nullopt);
+  EXPECT_EQ(classOf(view), "UIButton");
+  ASSERT_TRUE(view->layer().valueForKey("tag"));
+  EXPECT_EQ(*view->layer().valueForKey("tag"), "guid");
+  view->layer().setBorderWidth(4);
+  EXPECT_EQ(pictureOf(view), nullptr);
+  finish(view->becomeFirstResponder());
+}
+
+TEST(Identity, AProgramThatDisconnectsEverythingDoesNotLeaveAStaleView) {
+  QWidget window;
+  alignas(QWidget) std::byte room[sizeof(QWidget)];
+  auto* widget = new (room) QWidget(&window);
+  const UIViewRef first = viewOf(*widget);
+  widget->disconnect();
+  widget->~QWidget();
+  widget = new (room) QWidget(&window);
+  EXPECT_NE(viewOf(*widget), first);
+  EXPECT_EQ(viewOf(*widget)->superview(), viewOf(window));
+  widget->~QWidget();
+}
+
+TEST(Order, SubviewsAreTheChildWidgetsBackToFront) {
+  QWidget window;
+  QWidget back(&window);
+  QTimer noWidget(&window);
+  QDialog dialog(&window);
+  QWidget front(&window);
+  QWidget agents(&window);
+  qt::hideFromWalks(&agents);
+  EXPECT_EQ(subviewsOf(viewOf(window)), (std::vector{viewOf(back), viewOf(front)}));
+  EXPECT_EQ(qt::viewOfWidget(&agents), nullptr);
+  back.raise();
+  EXPECT_EQ(subviewsOf(viewOf(window)), (std::vector{viewOf(front), viewOf(back)}));
+}
+
+TEST(Order, UnchangedSubviewsStayWhereTheyAreInMemory) {
+  QWidget window;
+  QWidget one(&window);
+  QWidget two(&window);
+  const auto* const before = viewOf(window)->subviews().data();
+  EXPECT_EQ(viewOf(window)->subviews().data(), before);
+  auto three = std::make_unique<QWidget>(&window);
+  EXPECT_EQ(viewOf(window)->subviews().size(), 3U);
+  three.reset();
+  EXPECT_EQ(viewOf(window)->subviews().size(), 2U);
+}
+
+TEST(Geometry, FramesBoundsAndConversionsAgree) {
+  QWidget window;
+  window.setGeometry(30, 40, 300, 200);
+  QWidget outer(&window);
+  outer.setGeometry(10, 20, 200, 100);
+  QWidget inner(&outer);
+  inner.setGeometry(5, 6, 50, 40);
+  show(window);
+  const UIViewRef view = viewOf(inner);
+  EXPECT_EQ(view->bounds(), (CGRect{{0, 0}, {50, 40}}));
+  EXPECT_EQ(view->frame(), (CGRect{{5, 6}, {50, 40}}));
+  EXPECT_EQ(view->center(), (CGPoint{30, 26}));
+  EXPECT_EQ(view->convertPointToWindow({1.5, 2}), (CGPoint{16.5, 28}));
+  EXPECT_EQ(view->convertPointFromWindow({16.5, 28}), (CGPoint{1.5, 2}));
+  EXPECT_EQ(viewOf(window)->frame().size, viewOf(window)->bounds().size);
+  const QPoint corner = window.mapToGlobal(QPoint(0, 0));
+  EXPECT_EQ(viewOf(window)->frame().origin, (CGPoint{double(corner.x()), double(corner.y())}));
+}
+
+TEST(Geometry, WhatStandsInAScrollAreaIsItsSubview) {
+  QScrollArea area;
+  area.setFrameShape(QFrame::Box);
+  auto* const page = new QWidget;
+  page->resize(600, 2000);
+  QPushButton button("deep", page);
+  button.setGeometry(10, 900, 80, 30);
+  area.setWidget(page);
+  area.resize(200, 200);
+  show(area);
+  const UIViewRef scroll = viewOf(area);
+  EXPECT_EQ(viewOf(*page)->superview(), scroll);
+  EXPECT_EQ(subviewsOf(scroll).front(), viewOf(*page));
+  EXPECT_EQ(viewOf(*area.viewport()), scroll);
+  area.verticalScrollBar()->setValue(890);
+  const QPoint viewport = area.viewport()->pos();
+  EXPECT_EQ(viewOf(*page)->frame().origin, (CGPoint{double(viewport.x()), viewport.y() - 890.0}));
+  EXPECT_EQ(scroll->hitTest(middleInWindow(viewOf(button))), viewOf(button));
+  EXPECT_EQ(platform::convertPoint({0, 0}, viewOf(button), viewOf(*page)), (CGPoint{10, 900}));
+}
+
+TEST(HitTest, FindsTheDeepestShownWidget) {
+  QWidget window;
+  window.resize(300, 200);
+  QWidget outer(&window);
+  outer.setGeometry(10, 10, 200, 150);
+  QPushButton button("b", &outer);
+  button.setGeometry(20, 20, 100, 40);
+  QWidget glass(&window);
+  glass.setGeometry(window.rect());
+  glass.setAttribute(Qt::WA_TransparentForMouseEvents);
+  show(window);
+  const UIViewRef root = viewOf(window);
+  const CGPoint onButton = middleInWindow(viewOf(button));
+  EXPECT_EQ(root->hitTest(onButton), viewOf(button));
+  EXPECT_EQ(viewOf(outer)->hitTest({30, 30}), viewOf(button)) << "own coordinates";
+  EXPECT_EQ(root->hitTest({15, 15}), viewOf(outer));
+  EXPECT_EQ(root->hitTest({299.9, 199.9}), root);
+  EXPECT_EQ(root->hitTest({300, 10}), nullptr);
+  EXPECT_EQ(root->hitTest({-0.5, 10}), nullptr);
+  button.setEnabled(false);
+  EXPECT_EQ(root->hitTest(onButton), viewOf(button)) << "a disabled button still stands there";
+  EXPECT_FALSE(viewOf(button)->isUserInteractionEnabled());
+  button.hide();
+  EXPECT_EQ(root->hitTest(onButton), viewOf(outer));
+  EXPECT_EQ(viewOf(button)->hitTest({1, 1}), nullptr);
+}
+
+TEST(HitTest, SeesThroughWidgetsOfTheAgent) {
+  QWidget window;
+  window.resize(100, 100);
+  QPushButton button("b", &window);
+  button.setGeometry(window.rect());
+  QWidget agents(&window);
+  agents.setGeometry(window.rect());
+  qt::hideFromWalks(&agents);
+  show(window);
+  const UIViewRef hit = viewOf(window)->hitTest({50, 50});
+  EXPECT_NE(hit, nullptr);
+  EXPECT_NE(qt::widgetOfView(hit), &agents);
+}
+
+TEST(Geometry, AWideRadioOrCheckBoxIsAsWideAsWhatAClickWorksOn) {
+  QWidget window;
+  window.resize(500, 100);
+  QRadioButton radio("r", &window);
+  QCheckBox check("c", &window);
+  radio.setGeometry(0, 0, 500, 40);
+  check.setGeometry(0, 50, 500, 40);
+  show(window);
+  EXPECT_LT(viewOf(radio)->bounds().size.width, 200);
+  for (QAbstractButton* button : std::initializer_list<QAbstractButton*>{&radio, &check}) {
+    const CGPoint middle = middleInWindow(viewOf(*button));
+    EXPECT_EQ(viewOf(window)->hitTest(middle), viewOf(*button));
+    const QPointF inButton(button->mapFrom(&window, QPoint(int(middle.x), int(middle.y))));
+    const auto send = [&](QEvent::Type type, Qt::MouseButtons buttons) {
+      QMouseEvent event(type, inButton, button->mapToGlobal(inButton.toPoint()), Qt::LeftButton,
+                        buttons, Qt::NoModifier);
+      QCoreApplication::sendEvent(button, &event);
+    };
+    send(QEvent::MouseButtonPress, Qt::LeftButton);
+    send(QEvent::MouseButtonRelease, Qt::NoButton);
+    EXPECT_TRUE(button->isChecked()) << "clicked in the middle of the view";
+  }
+}
+
+TEST(State, HiddenIsWhatTheProgramHidItself) {
+  QWidget window;
+  QWidget page(&window);
+  QWidget child(&page);
+  EXPECT_TRUE(viewOf(window)->isHidden());
+  show(window);
+  EXPECT_FALSE(viewOf(window)->isHidden());
+  page.hide();
+  EXPECT_TRUE(viewOf(page)->isHidden());
+  EXPECT_FALSE(viewOf(child)->isHidden()) << "its parent is hidden, not itself";
+}
+
+TEST(State, TheViewOfANativeWindowIsItsTopLevelWidget) {
+  QWidget window;
+  EXPECT_EQ(qt::viewOfWindow(nullptr), nullptr);
+  show(window);
+  EXPECT_EQ(qt::viewOfWindow(window.windowHandle()), viewOf(window));
+  QWindow foreign;
+  foreign.create();
+  EXPECT_EQ(qt::viewOfWindow(&foreign), nullptr);
+}
+
+}  // namespace
+}  // namespace tarni::test
