@@ -1,0 +1,48 @@
+// LineLog: a log that keeps its lines. Any thread.
+#pragma once
+
+#include <algorithm>
+#include <chrono>
+#include <condition_variable>
+#include <mutex>
+#include <string>
+#include <vector>
+
+#include "platform/Foundation/NSLog.h"
+
+namespace tarni::test {
+
+class LineLog : public platform::SystemLog {
+ public:
+  void write(std::string_view line) noexcept override {
+    const std::lock_guard lock(mutex_);
+    lines_.emplace_back(line);
+    written_.notify_all();
+  }
+
+  std::vector<std::string> lines() const {
+    const std::lock_guard lock(mutex_);
+    return lines_;
+  }
+
+  long count(const std::string& line) const {
+    const std::lock_guard lock(mutex_);
+    return std::ranges::count(lines_, line);
+  }
+
+  // Waits for a line that holds `part`; false when none comes for a long time.
+  bool waitFor(const std::string& part) const {
+    std::unique_lock lock(mutex_);
+    return written_.wait_for(lock, std::chrono::seconds(20), [&] {
+      return std::ranges::any_of(
+          lines_, [&](const std::string& line) { return line.find(part) != std::string::npos; });
+    });
+  }
+
+ private:
+  mutable std::mutex mutex_;
+  mutable std::condition_variable written_;
+  std::vector<std::string> lines_;
+};
+
+}  // namespace tarni::test

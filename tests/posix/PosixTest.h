@@ -1,0 +1,28 @@
+// PosixTest: a platform of queues and a log, for tests of what runs on them.
+#pragma once
+
+#include <gtest/gtest.h>
+
+#include "backends/posix/Dispatch.h"
+#include "platform/Platform.h"
+#include "tests/posix/LineLog.h"
+#include "tests/posix/LoopMainQueue.h"
+
+namespace tarni::test {
+
+// What threads of a case that failed may still use is never destroyed.
+class PosixTest : public testing::Test {
+ protected:
+  PosixTest() {
+    platform::Platform platform;
+    platform.log = &log_;
+    platform.dispatch = &dispatch_;
+    platform::install(platform);
+  }
+
+  LineLog& log_ = *new LineLog;
+  LoopMainQueue& mainQueue_ = *new LoopMainQueue;
+  posix::Dispatch& dispatch_ = *new posix::Dispatch(mainQueue_);
+};
+
+}  // namespace tarni::test

@@ -1,0 +1,132 @@
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+#include <unistd.h>
+
+#include <cstdlib>
+#include <filesystem>
+#include <fstream>
+#include <latch>
+#include <mutex>
+#include <regex>
+#include <string>
+#include <vector>
+
+#include "backends/posix/SystemLog.h"
+
+namespace tarni::test {
+namespace {
+
+// What a destination was given, and a gate that holds it up.
+struct Journal {
+  std::mutex gate;
+  std::vector<std::string> lines;
+};
+
+class JournalDestination : public posix::LogDestination {
+ public:
+  explicit JournalDestination(Journal& journal) : journal_(journal) {}
+  void write(double time, std::string_view line) override {
+    const std::lock_guard lock(journal_.gate);
+    EXPECT_GT(time, 1.7e9);
+    journal_.lines.emplace_back(line);
+  }
+  void flush() override {}
+
+ private:
+  Journal& journal_;
+};
+
+class LogTest : public testing::Test {
+ protected:
+  ~LogTest() override { std::filesystem::remove(path_); }
+
+  std::vector<std::string> fileLines() const {
+    std::ifstream file(path_);
+    std::vector<std::string> lines;
+    for (std::string line; std::getline(file, line);) lines.push_back(line);
+    return lines;
+  }
+
+  Journal& journal_ = *new Journal;
+  posix::SystemLog& log_ = *new posix::SystemLog(std::make_unique<JournalDestination>(journal_));
+  const std::string path_ =
+      (std::filesystem::temp_directory_path() / ("tarni-log-" + std::to_string(getpid()))).string();
+};
+
+TEST_F(LogTest, LinesArriveWholeAndInOrder) {
+  std::vector<std::string> expected;
+  for (int i = 0; i < 1000; ++i) {
+    expected.push_back("line " + std::to_string(i));
+    log_.write(expected.back());
+  }
+  log_.write("");
+  expected.emplace_back("");
+  EXPECT_TRUE(log_.flush(20));
+  EXPECT_EQ(journal_.lines, expected);
+}
+
+TEST_F(LogTest, AStuckDestinationHoldsUpNobodyAndTheLossIsCounted) {
+  constexpr int lines = 4000;
+  const std::string line(1000, 'x');
+  {
+    const std::lock_guard stuck(journal_.gate);
+    log_.write("first");
+    for (int i = 0; i < lines; ++i) log_.write(line);
+    EXPECT_FALSE(log_.flush(0.01));
+  }
+  EXPECT_TRUE(log_.flush(20));
+  log_.write("last");
+  EXPECT_TRUE(log_.flush(20));
+  int dropped = 0;
+  int kept = 0;
+  for (const std::string& written : journal_.lines) {
+    if (written == line) ++kept;
+    if (written.ends_with(" log lines dropped")) dropped += std::stoi(written);
+  }
+  EXPECT_GT(dropped, 0);
+  EXPECT_EQ(kept + dropped, lines);
+  EXPECT_EQ(journal_.lines.back(), "last");
+}
+
+TEST_F(LogTest, AVeryLongLineIsCut) {
+  log_.write(std::string(500'000, 'y'));
+  EXPECT_TRUE(log_.flush(20));
+  ASSERT_EQ(journal_.lines.size(), 1U);
+  EXPECT_LT(journal_.lines[0].size(), 100'000U);
+  EXPECT_TRUE(journal_.lines[0].ends_with("... (500000 bytes)"));
+}
+
+TEST_F(LogTest, AFileGetsOneLineEachAppended) {
+  std::ofstream(path_) << "before\n";
+  const auto file = posix::openLogDestination(path_);
+  file->write(1'700'000'000.25, "two\r\nlines\x01");
+  file->flush();
+  const std::vector<std::string> lines = fileLines();
+  ASSERT_EQ(lines.size(), 2U);
+  EXPECT_EQ(lines[0], "before");
+  EXPECT_TRUE(std::regex_match(lines[1],
+                               std::regex(R"(\d\d:\d\d:\d\d\.250 tarni\[\d+\]: two\\r\\nlines\?)")))
+      << lines[1];
+}
+
+TEST_F(LogTest, AFileThatCannotBeOpenedIsNoReasonToFail) {
+  const auto destination = posix::openLogDestination("/nonexistent/folder/log");
+  ASSERT_NE(destination, nullptr);
+  destination->write(0, "goes to syslog");
+}
+
+TEST_F(LogTest, WhatWaitsAtExitIsStillWritten) {
+  const auto logAndExit = [this] {
+    setenv("TARNI_LOG", path_.c_str(), 1);
+    auto& log = *new posix::SystemLog;
+    for (int i = 0; i < 100; ++i) log.write("line " + std::to_string(i));
+    std::exit(0);
+  };
+  EXPECT_EXIT(logAndExit(), testing::ExitedWithCode(0), "");
+  const std::vector<std::string> lines = fileLines();
+  ASSERT_EQ(lines.size(), 100U);
+  EXPECT_THAT(lines.back(), testing::EndsWith("]: line 99"));
+}
+
+}  // namespace
+}  // namespace tarni::test

@@ -1,0 +1,139 @@
+#include <gtest/gtest.h>
+
+#include <stdexcept>
+#include <string>
+#include <vector>
+
+#include "backends/posix/EventRecord.h"
+#include "backends/posix/HIDEventRecord.h"
+#include "backends/posix/HIDEventSystem.h"
+#include "backends/posix/ObjectiveCRuntime.h"
+#include "backends/posix/ProcessInfo.h"
+#include "backends/posix/TouchRecord.h"
+#include "platform/Foundation/NSException.h"
+
+namespace tarni::test {
+namespace {
+
+class RuntimeTest : public testing::Test {
+ protected:
+  platform::Implementation says(const std::string& text) {
+    return [this, text](const std::vector<platform::Argument>&) { trace_ += text; };
+  }
+  std::string perform(platform::Class cls) {
+    trace_.clear();
+    runtime_.perform(cls, "act", {});
+    return trace_;
+  }
+
+  const platform::Class base_ = platform::defineClass("RuntimeTestBase", nullptr);
+  const platform::Class derived_ = platform::defineClass("RuntimeTestDerived", base_);
+  posix::ObjectiveCRuntime runtime_;
+  std::string trace_;
+};
+
+TEST_F(RuntimeTest, MethodsAreInheritedAndOverridden) {
+  EXPECT_TRUE(runtime_.class_addMethod(base_, "act", says("base"), "v@:"));
+  EXPECT_EQ(perform(derived_), "base");
+  EXPECT_EQ(runtime_.class_getInstanceMethod(derived_, "act"),
+            runtime_.class_getInstanceMethod(base_, "act"));
+  EXPECT_TRUE(runtime_.class_addMethod(derived_, "act", says("derived"), "v@:"));
+  EXPECT_EQ(perform(derived_), "derived");
+  EXPECT_EQ(perform(base_), "base");
+  EXPECT_FALSE(runtime_.class_addMethod(derived_, "act", says("again"), "v@:"));
+  EXPECT_EQ(perform(derived_), "derived");
+}
+
+TEST_F(RuntimeTest, ReplacingKeepsTheMethodThatWasHandedOut) {
+  runtime_.class_replaceMethod(base_, "act", says("old"), "v@:");
+  const platform::Method method = runtime_.class_getInstanceMethod(base_, "act");
+  runtime_.class_replaceMethod(base_, "act", says("new"), "v@:");
+  EXPECT_EQ(runtime_.class_getInstanceMethod(base_, "act"), method);
+  EXPECT_EQ(perform(base_), "new");
+  EXPECT_EQ(method->selector, "act");
+  EXPECT_EQ(method->types, "v@:");
+}
+
+TEST_F(RuntimeTest, AnExchangedMethodMayExchangeItselfWhileItRuns) {
+  runtime_.class_addMethod(base_, "other", says("other"), "v@:");
+  runtime_.class_addMethod(
+      base_, "act",
+      [this, owned = std::string("still there")](const std::vector<platform::Argument>&) {
+        runtime_.method_exchangeImplementations(runtime_.class_getInstanceMethod(base_, "act"),
+                                                runtime_.class_getInstanceMethod(base_, "other"));
+        runtime_.class_replaceMethod(base_, "other", says("gone"), "v@:");
+        trace_ += owned;
+      },
+      "v@:");
+  EXPECT_EQ(perform(base_), "still there");
+  EXPECT_EQ(perform(base_), "other");
+}
+
+TEST_F(RuntimeTest, AnUnknownSelectorRaises) {
+  EXPECT_EQ(runtime_.class_getInstanceMethod(derived_, "act"), nullptr);
+  try {
+    perform(derived_);
+    FAIL() << "nothing was raised";
+  } catch (const platform::NSException& exception) {
+    EXPECT_EQ(exception.name(), platform::NSInvalidArgumentException);
+    EXPECT_EQ(exception.reason(),
+              "-[RuntimeTestDerived act]: unrecognized selector sent to instance");
+  }
+}
+
+TEST(HIDEventSystemTest, ATreeOfRecordsKeepsWhatWasAsked) {
+  posix::HIDEventSystem system;
+  platform::DigitizerEventArguments hand;
+  hand.timeStamp = 17;
+  platform::DigitizerFingerArguments finger;
+  finger.x = 3;
+  const auto parent = system.createDigitizerEvent(hand);
+  const auto child = system.createDigitizerFingerEventWithQuality(finger);
+  system.setIntegerValue(parent, platform::kIOHIDEventFieldDigitizerIsDisplayIntegrated, 1);
+  system.appendEvent(parent, child);
+  system.appendEvent(parent, nullptr);
+
+  const auto record = posix::recordOf(parent);
+  ASSERT_NE(record, nullptr);
+  EXPECT_EQ(std::get<platform::DigitizerEventArguments>(record->arguments), hand);
+  EXPECT_EQ(record->integerValues.at(platform::kIOHIDEventFieldDigitizerIsDisplayIntegrated), 1);
+  ASSERT_EQ(record->children.size(), 1U);
+  EXPECT_EQ(std::get<platform::DigitizerFingerArguments>(record->children[0]->arguments), finger);
+}
+
+TEST(TouchRecordTest, ALocationKnowsTheOneBefore) {
+  posix::TouchRecord touch;
+  touch._setLocationInWindow({1, 2}, true);
+  EXPECT_EQ(touch.previousLocationInWindow(), (platform::CGPoint{1, 2}));
+  touch._setLocationInWindow({5, 6}, false);
+  EXPECT_EQ(touch.previousLocationInWindow(), (platform::CGPoint{1, 2}));
+  EXPECT_EQ(touch.locationInView(nullptr), (platform::CGPoint{5, 6}));
+}
+
+TEST(EventRecordTest, TouchesKeepTheirOrderAndComeOnce) {
+  posix::EventRecord event;
+  const auto first = std::make_shared<posix::TouchRecord>();
+  const auto second = std::make_shared<posix::TouchRecord>();
+  second->_setLocationInWindow({7, 8}, true);
+  second->setPhase(platform::UITouchPhase::Ended);
+  for (const auto& touch : {first, second, first}) event._addTouch(touch, false);
+  EXPECT_EQ(event.allTouches(), (std::vector<platform::UITouchRef>{first, second}));
+  EXPECT_NE(event.description().find("phase 3 at (7, 8)"), std::string::npos);
+  event._clearTouches();
+  EXPECT_TRUE(event.allTouches().empty());
+}
+
+TEST(ProcessInfoTest, TheSystemVersionIsComparedPartByPart) {
+  posix::ProcessInfo info;
+  EXPECT_TRUE(info.isOperatingSystemAtLeastVersion({12, 4, 0}));
+  EXPECT_TRUE(info.isOperatingSystemAtLeastVersion({11, 9, 9}));
+  EXPECT_FALSE(info.isOperatingSystemAtLeastVersion({12, 4, 1}));
+  info.setOperatingSystemVersion({8, 0, 0});
+  EXPECT_FALSE(info.isOperatingSystemAtLeastVersion({9, 0, 0}));
+  const double before = info.currentMediaTime();
+  EXPECT_LE(before, info.currentMediaTime());
+  EXPECT_LE(before, info.systemUptime()) << "the uptime also counts what was slept through";
+}
+
+}  // namespace
+}  // namespace tarni::test
