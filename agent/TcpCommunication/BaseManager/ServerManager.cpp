@@ -208,11 +208,7 @@ platform::Task<void> ServerManager::handlePlaybackCommandOnMain(GCDAsyncSocketRe
   write(isPlaybackGetResponse_, true);
   stopRecordingWhilePlayBack();
   const std::optional<std::string> answer = co_await answerTo(std::move(message));
-  if (answer) {
-    sock->writeDataWithTimeoutTag(framed(*answer), noTimeout, framedMessageTag);
-  } else {
-    sock->discardUntilEndOfStream();
-  }
+  if (answer) sock->writeDataWithTimeoutTag(framed(*answer), noTimeout, framedMessageTag);
 }
 
 void ServerManager::socketDidWriteDataWithTag(const GCDAsyncSocketRef& sock, long tag) {

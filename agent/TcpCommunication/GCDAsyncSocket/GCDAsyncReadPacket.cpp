@@ -5,10 +5,6 @@
 namespace tarni {
 
 GCDAsyncReadPacket::Progress GCDAsyncReadPacket::readFrom(GCDAsyncSocketPreBuffer& preBuffer) {
-  if (discards) {
-    preBuffer.reset();
-    return Progress::Incomplete;
-  }
   if (!terminator.empty()) return readToTerminator(preBuffer);
   if (readLength == 0) {
     readAvailable(preBuffer, maxLength == 0 ? std::string::npos : maxLength);

@@ -27,8 +27,6 @@ struct GCDAsyncReadPacket {
   // Empty for none.
   std::string terminator;
   long tag = 0;
-  // Whatever arrives is dropped, and nothing completes the request but the end of the stream.
-  bool discards = false;
 
  private:
   Progress readAvailable(GCDAsyncSocketPreBuffer& preBuffer, std::size_t limit);

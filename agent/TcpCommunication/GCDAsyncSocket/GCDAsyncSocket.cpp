@@ -229,12 +229,6 @@ void GCDAsyncSocket::readDataWithTimeoutTag(double timeout, long tag) {
   enqueue(std::move(packet));
 }
 
-void GCDAsyncSocket::discardUntilEndOfStream() {
-  GCDAsyncReadPacket packet;
-  packet.discards = true;
-  enqueue(std::move(packet));
-}
-
 // A listening socket is never connected, so what it is asked to read or write is dropped at once.
 void GCDAsyncSocket::enqueue(GCDAsyncReadPacket packet) {
   socketQueue_->async([self = shared_from_this(), packet = std::move(packet)]() mutable {

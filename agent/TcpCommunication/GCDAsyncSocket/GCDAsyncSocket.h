@@ -56,9 +56,6 @@ class GCDAsyncSocket : public std::enable_shared_from_this<GCDAsyncSocket> {
   }
   // Completes with whatever is available, at least one byte.
   void readDataWithTimeoutTag(double timeout, long tag);
-  // For a connection that is not read any more: drops what still arrives, so that the end of the
-  // stream is noticed.
-  void discardUntilEndOfStream();
   // Writes the whole data; empty data is ignored.
   void writeDataWithTimeoutTag(std::string data, double timeout, long tag);
 
