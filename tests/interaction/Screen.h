@@ -5,6 +5,7 @@
 
 #include <exception>
 #include <memory>
+#include <vector>
 
 #include "backends/headless/Build.h"
 #include "backends/headless/Environment.h"
@@ -43,10 +44,16 @@ class Screen : public testing::Test {
     return headless::build<headless::View>().frame(frame).in(*window);
   }
 
-  headless::Environment environment;
+  headless::Environment& environment = makeEnvironment();
   std::shared_ptr<headless::Window> window;
 
  private:
+  // Never destroyed: timers that the agent started may outlive the test.
+  static headless::Environment& makeEnvironment() {
+    static auto* const all = new std::vector<headless::Environment*>;
+    return *all->emplace_back(new headless::Environment);
+  }
+
   template <typename Value>
   static platform::Task<void> store(platform::Task<Value> work, Value* value) {
     *value = co_await work;

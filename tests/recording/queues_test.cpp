@@ -1,0 +1,187 @@
+#include <set>
+
+#include "agent/Queue/ElementProcessor.h"
+#include "backends/headless/views/Button.h"
+#include "backends/headless/views/Label.h"
+#include "backends/headless/views/TextField.h"
+#include "tests/recording/Recording.h"
+
+namespace tarni {
+namespace {
+
+using headless::build;
+using headless::Button;
+using nlohmann::ordered_json;
+
+TEST(RecorderQueueOrder, FirstInFirstOut) {
+  RecorderQueue queue;
+  EXPECT_FALSE(queue.dequeue());
+  queue.enqueue(ordered_json::array({1}));
+  queue.enqueue(ordered_json::array({2}));
+  EXPECT_EQ(queue.getLength(), 2U);
+  EXPECT_EQ(queue.innerItems().at(1).dump(), "[2]");
+  EXPECT_EQ(queue.dequeue()->dump(), "[1]");
+  queue.setInnerItems({ordered_json::array({3}), ordered_json::array({4})});
+  EXPECT_EQ(queue.dequeue()->dump(), "[3]");
+  queue.clearRecorderQueue();
+  EXPECT_EQ(queue.getLength(), 0U);
+}
+
+TEST(RecorderQueueOrder, NothingIsLostBetweenThreads) {
+  constexpr int perThread = 2000;
+  RecorderQueue queue;
+  std::vector<std::thread> writers;
+  for (int writer = 0; writer < 2; ++writer) {
+    writers.emplace_back([&queue, writer] {
+      for (int i = 0; i < perThread; ++i) queue.enqueue(writer * perThread + i);
+    });
+  }
+  std::set<int> seen;
+  std::vector<int> last{-1, perThread - 1};
+  while (seen.size() < 2 * perThread) {
+    const auto item = queue.dequeue();
+    if (!item) continue;
+    const int value = item->get<int>();
+    EXPECT_EQ(value, ++last[static_cast<std::size_t>(value / perThread)]);
+    seen.insert(value);
+  }
+  for (std::thread& writer : writers) writer.join();
+}
+
+class Bucket : public test::Recording {
+ protected:
+  std::shared_ptr<Button> button(const std::string& title, double y) {
+    return build<Button>(title).frame({{0, y}, {100, 40}}).in(*window);
+  }
+  std::size_t size() { return ElementsQueue::sharedInstance().getElementsBucketSize(); }
+};
+
+TEST_F(Bucket, SecondRecordOfAViewIsRefusedUntilTheBucketIsEmptied) {
+  const auto ok = button("OK", 0);
+  walk();
+  environment.finger().tap(*ok);
+  environment.finger().tap(*ok);
+  EXPECT_EQ(size(), 1U);
+  const std::string guid = *ElementsQueue::getTarniIdOfUIView(ok);
+  EXPECT_TRUE(wasLogged("UIVIEW TARNI IDENTIFIER " + guid));
+  EXPECT_TRUE(wasLogged("********** Adding New GUID " + guid));
+  EXPECT_TRUE(wasLogged("********** Already Added TARNI ID GUID " + guid));
+  ElementsQueue::sharedInstance().clearBucket();
+  environment.finger().tap(*ok);
+  EXPECT_EQ(size(), 1U);
+}
+
+TEST_F(Bucket, ViewWithoutIdentityIsDroppedSilently) {
+  const auto fresh = button("fresh", 0);
+  environment.log().clear();
+  environment.finger().tap(*fresh);
+  EXPECT_EQ(size(), 0U);
+  for (const std::string& line : environment.log().lines()) {
+    EXPECT_EQ(line.find("GUID"), std::string::npos) << line;
+  }
+}
+
+TEST_F(Bucket, LastOfTwoViewsMakesTheOnlyStep) {
+  const auto first = button("first", 0);
+  const auto second = button("second", 50);
+  walk();
+  environment.finger().tap(*first);
+  environment.finger().tap(*second);
+  runWorker();
+  const auto steps = takeSteps();
+  ASSERT_EQ(steps.size(), 1U);
+  EXPECT_EQ(objectOf(steps[0]).at("sahiText"), "second");
+  runWorker();
+  EXPECT_TRUE(takeSteps().empty());
+}
+
+TEST_F(Bucket, ProcessorTakesTheLastRecordOrNone) {
+  const auto first = std::make_shared<ElementInfo>();
+  const auto second = std::make_shared<ElementInfo>();
+  EXPECT_EQ(ElementProcessor().getExactElementInfo({first, second}), second);
+  EXPECT_EQ(ElementProcessor().getExactElementInfo({}), nullptr);
+}
+
+TEST_F(Bucket, EditAbleElementInfoIsKept) {
+  const auto info = std::make_shared<ElementInfo>();
+  ElementsQueue::sharedInstance().setEditAbleElementInfo(info);
+  EXPECT_EQ(ElementsQueue::sharedInstance().getEditAbleElementInfo(), info);
+}
+
+TEST_F(Bucket, WorkerEndsWhenTheEventLoopIsGone) {
+  const auto ok = button("OK", 0);
+  walk();
+  environment.finger().tap(*ok);
+  environment.runLoop().close();
+  bool goesOn = true;
+  std::thread([&] { goesOn = RecorderWorker(ElementsQueue::sharedInstance()).run(); }).join();
+  EXPECT_FALSE(goesOn);
+}
+
+class TypedText : public test::Recording {
+ protected:
+  std::shared_ptr<headless::TextField> field(const std::string& placeholder, double y) {
+    return build<headless::TextField>(placeholder).frame({{0, y}, {100, 30}}).in(*window);
+  }
+  std::shared_ptr<headless::TextField> a = field("A", 0);
+  std::shared_ptr<headless::TextField> b = field("B", 40);
+  std::shared_ptr<Button> done = build<Button>("Done").frame({{0, 80}, {100, 30}}).in(*window);
+};
+
+TEST_F(TypedText, NextTextFieldRecordsTheTextOfTheOneBefore) {
+  walk();
+  environment.finger().tap(*a);
+  runWorker();
+  EXPECT_EQ(actionOf(takeSteps().at(0)), "Click");
+  a->type("abc");
+  walk();
+  environment.finger().tap(*b);
+  const auto atOnce = takeSteps();
+  ASSERT_EQ(atOnce.size(), 1U);
+  EXPECT_EQ(actionOf(atOnce[0]), "TypeTextOnEditBox");
+  EXPECT_EQ(dataOf(atOnce[0]), "abc");
+  EXPECT_EQ(objectOf(atOnce[0]).at("sahiText"), "A");
+  EXPECT_EQ(GlobalVars::sharedInstance()._editAbleElement(), b);
+  runWorker();
+  const auto later = takeSteps();
+  ASSERT_EQ(later.size(), 1U);
+  EXPECT_EQ(actionOf(later[0]), "Click");
+  EXPECT_EQ(objectOf(later[0]).at("sahiText"), "B");
+}
+
+TEST_F(TypedText, SameFieldTwiceMakesNoTextStep) {
+  walk();
+  environment.finger().tap(*a);
+  a->type("abc");
+  environment.finger().tap(*a);
+  EXPECT_TRUE(takeSteps().empty());
+  EXPECT_TRUE(wasLogged("FOUND EDITABLE COMPONENT"));
+}
+
+TEST_F(TypedText, TapOnAnythingElseFlushesItBeforeItsOwnStep) {
+  a->focus();
+  a->type("abc");
+  walk();
+  environment.finger().tap(*done);
+  EXPECT_TRUE(takeSteps().empty());
+  runWorker();
+  const auto steps = takeSteps();
+  ASSERT_EQ(steps.size(), 2U);
+  EXPECT_EQ(actionOf(steps[0]), "TypeTextOnEditBox");
+  EXPECT_EQ(dataOf(steps[0]), "abc");
+  EXPECT_EQ(actionOf(steps[1]), "ClickButton");
+  EXPECT_TRUE(wasLogged("tYPE text Class Name UITextField"));
+  EXPECT_FALSE(GlobalVars::sharedInstance()._editAbleElement());
+}
+
+TEST_F(TypedText, EmptyBucketFlushesNothing) {
+  a->focus();
+  a->type("abc");
+  walk();
+  runWorker();
+  EXPECT_TRUE(takeSteps().empty());
+  EXPECT_EQ(GlobalVars::sharedInstance()._editAbleElement(), a);
+}
+
+}  // namespace
+}  // namespace tarni

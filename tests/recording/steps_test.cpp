@@ -1,0 +1,232 @@
+#include <memory>
+
+#include "agent/recording/MainRecorderAction.h"
+#include "agent/recording/RecorderAction.h"
+#include "backends/headless/views/Button.h"
+#include "backends/headless/views/ImageView.h"
+#include "backends/headless/views/Label.h"
+#include "backends/headless/views/SegmentedControl.h"
+#include "backends/headless/views/Switch.h"
+#include "backends/headless/views/TableView.h"
+#include "backends/headless/views/TextField.h"
+#include "backends/headless/views/WebView.h"
+#include "tests/recording/Recording.h"
+
+namespace tarni {
+namespace {
+
+using headless::build;
+using headless::Button;
+using headless::View;
+using nlohmann::ordered_json;
+
+class Steps : public test::Recording {};
+
+TEST_F(Steps, TapOnAButtonIsToldKeyByKey) {
+  const auto box =
+      build<View>().frame({{10, 20}, {300.4, 200}}).identifier("box").label("The box").in(*window);
+  build<Button>("Cancel").frame({{0, 0}, {50, 30}}).in(*box);
+  const auto button =
+      build<Button>("Log in").frame({{0, 100}, {120, 32}}).identifier("login").in(*box);
+
+  ordered_json step = stepOfTap(*button);
+  const std::string image = step["arguments"][0]["ObjectImage"];
+  EXPECT_EQ(image.substr(0, 4), "/9j/");
+  step["arguments"][0]["ObjectImage"] = "image";
+  EXPECT_EQ(step.dump(), ordered_json::parse(R"({
+    "action": "ClickButton", "popupName": "", "arguments": [
+      {"ObjectImage": "image", "className": "UIButton", "id": "login", "label": "",
+       "sahiText": "Log in", "name": "Log in", "mode": "native", "index": "1",
+       "logicalname": "Log in", "xpath:position": "\\UIView[0]\\UIButton[1]",
+       "X": "0", "Y": "0", "height": "32", "width": "120",
+       "parent": {"title": "UIView", "classname": "UIView", "id": "box", "label": "The box",
+                  "X": "0", "Y": "0", "width": "300", "height": "200"}},
+      {"type": "string", "data": ""}]})")
+                             .dump());
+}
+
+TEST_F(Steps, SizesAreThoseOfTheBounds) {
+  const auto box = build<View>().frame({{10, 20}, {100, 100}}).in(*window);
+  const auto button = build<Button>("x").frame({{5, 5}, {50, 20}}).in(*box);
+  box->setBounds({{7, -3}, {100, 100}});
+  const ordered_json parent = objectOf(stepOfTap(*button)).at("parent");
+  EXPECT_EQ(parent.at("X"), "7");
+  EXPECT_EQ(parent.at("Y"), "-3");
+}
+
+TEST_F(Steps, ViewWithoutTextHasNoLogicalName) {
+  const auto view = build<View>().frame({{0, 0}, {50, 50}}).in(*window);
+  const ordered_json object = objectOf(stepOfTap(*view));
+  EXPECT_FALSE(object.contains("logicalname"));
+  EXPECT_EQ(object.at("sahiText"), "");
+}
+
+TEST_F(Steps, WindowHasNoParentToTellAbout) {
+  window->layer().setValueForKey("WINDOW-TAG", "TarniUIVIewGuid");
+  const ordered_json step = stepOfTap(*window);
+  EXPECT_EQ(objectOf(step).at("className"), "UIWindow");
+  EXPECT_FALSE(objectOf(step).contains("xpath:position"));
+  EXPECT_FALSE(objectOf(step).at("parent").contains("title"));
+  EXPECT_EQ(objectOf(step).at("parent").at("width"), "0");
+}
+
+TEST_F(Steps, ViewListedLastUnderTheFingerIsRecorded) {
+  const auto cell = build<View>().frame({{0, 0}, {200, 40}}).in(*window);
+  build<headless::Label>("below").frame({{0, 0}, {100, 40}}).in(*cell);
+  build<headless::Label>("above").frame({{50, 0}, {100, 40}}).in(*cell);
+  walk();
+  const auto tapAt = [&](platform::CGPoint point) {
+    environment.finger().tap(*cell, point);
+    runWorker();
+    return objectOf(takeSteps().at(0)).at("sahiText").get<std::string>();
+  };
+  EXPECT_EQ(tapAt({75, 20}), "above");
+  EXPECT_EQ(tapAt({25, 20}), "below");
+  // On an edge is not inside.
+  EXPECT_EQ(tapAt({50, 20}), "below");
+  EXPECT_EQ(tapAt({180, 20}), "");
+}
+
+TEST_F(Steps, ButtonIsRecordedWholeWhateverStandsInIt) {
+  const auto button = build<Button>("OK").frame({{0, 0}, {100, 40}}).in(*window);
+  EXPECT_EQ(objectOf(stepOfTap(*button)).at("className"), "UIButton");
+}
+
+TEST_F(Steps, LabelWithNothingBelowItLooksOverTheWholeWindow) {
+  const auto leaf = build<View>().frame({{0, 0}, {100, 100}}).in(*window);
+  const auto over = build<headless::Label>("over").frame({{0, 0}, {60, 60}}).in(*window);
+  ASSERT_EQ(window->hitTest({50, 50}), leaf);
+  EXPECT_EQ(objectOf(stepOfTap(*leaf)).at("sahiText"), "over");
+}
+
+TEST_F(Steps, SelectedSegmentIsRecordedWithTheTextOfItsControl) {
+  const auto control =
+      build<headless::SegmentedControl>(std::vector<std::optional<std::string>>{"One", "Two"})
+          .frame({{0, 0}, {200, 40}})
+          .with(&View::setAccessibilityValue, "which number")
+          .in(*window);
+  walk();
+  environment.finger().tap(*control, {150, 20});
+  ASSERT_EQ(control->selectedSegmentIndex(), 1);
+  runWorker();
+  const ordered_json step = takeSteps().at(0);
+  EXPECT_EQ(objectOf(step).at("className"), "UISegment");
+  EXPECT_EQ(objectOf(step).at("index"), "1");
+  EXPECT_EQ(objectOf(step).at("sahiText"), "which number");
+  EXPECT_EQ(objectOf(step).at("name"), "which number");
+}
+
+TEST_F(Steps, SegmentedControlWithoutSelectionMakesNoStep) {
+  const auto control =
+      build<headless::SegmentedControl>(std::vector<std::optional<std::string>>{"One", "Two"})
+          .frame({{0, 0}, {200, 40}})
+          .in(*window);
+  walk();
+  environment.finger().tap(*control, {150, 20});
+  control->select(-1);
+  runWorker();
+  EXPECT_TRUE(takeSteps().empty());
+}
+
+TEST_F(Steps, SwitchIsRecordedWithTheStateThatTheTapProduced) {
+  const auto control = build<headless::Switch>(false).frame({{0, 0}, {50, 30}}).in(*window);
+  const ordered_json on = stepOfTap(*control);
+  EXPECT_EQ(actionOf(on), "Mobile_SelectSwitch");
+  EXPECT_EQ(dataOf(on), "");
+  EXPECT_EQ(actionOf(stepOfTap(*control)), "Mobile_DeSelectSwitch");
+}
+
+TEST_F(Steps, ImageIsClickedAsAnImage) {
+  const auto image = build<headless::ImageView>().frame({{0, 0}, {50, 50}}).in(*window);
+  image->setUserInteractionEnabled(true);
+  EXPECT_EQ(actionOf(stepOfTap(*image)), "ClickImage");
+}
+
+TEST_F(Steps, TapInsideAWebViewLeavesOnlyThePictureOfTheTouchedArea) {
+  const auto web = build<headless::WebView>().frame({{0, 0}, {300, 300}}).in(*window);
+  walk();
+  environment.finger().tap(*web, {50, 50});
+  runWorker();
+  EXPECT_TRUE(takeSteps().empty());
+  const auto image = GlobalVars::sharedInstance()._webViewBase64Image();
+  ASSERT_TRUE(image);
+  EXPECT_EQ(image->substr(0, 27), "data:image/jpeg;base64,/9j/");
+}
+
+TEST_F(Steps, ButtonThatClosesItsOwnDialogIsStillRecorded) {
+  auto dialog = build<View>().frame({{50, 100}, {200, 200}}).identifier("dialog").in(*window);
+  build<Button>("Help").frame({{0, 0}, {100, 40}}).in(*dialog);
+  auto button = build<Button>("Close").frame({{0, 50}, {100, 40}}).in(*dialog);
+  const std::weak_ptr<Button> watched = button;
+  button->onTap([&] {
+    dialog->removeFromSuperview();
+    dialog.reset();
+    button.reset();
+  });
+  walk();
+  environment.finger().tap(*button);
+  ASSERT_TRUE(watched.expired());
+  runWorker();
+  const auto steps = takeSteps();
+  ASSERT_EQ(steps.size(), 1U);
+  EXPECT_EQ(actionOf(steps[0]), "ClickButton");
+  const ordered_json object = objectOf(steps[0]);
+  EXPECT_EQ(object.at("sahiText"), "Close");
+  EXPECT_EQ(object.at("xpath:position"), "\\UIView[0]\\UIButton[1]");
+  EXPECT_EQ(object.at("index"), "1");
+  EXPECT_EQ(object.at("parent").at("id"), "dialog");
+  EXPECT_EQ(object.at("ObjectImage").get<std::string>().substr(0, 4), "/9j/");
+}
+
+TEST_F(Steps, SwitchThatGoesAwayIsRecordedWithTheStateThatItWentTo) {
+  auto control = build<headless::Switch>(false).frame({{0, 0}, {50, 30}}).in(*window);
+  control->onChange([&] { control->removeFromSuperview(); });
+  EXPECT_EQ(actionOf(stepOfTap(*control)), "Mobile_SelectSwitch");
+}
+
+TEST_F(Steps, TextTypedIntoAClosedDialogIsStillRecorded) {
+  auto dialog = build<View>().frame({{50, 100}, {200, 200}}).in(*window);
+  auto field = build<headless::TextField>("Name").frame({{0, 0}, {100, 30}}).in(*dialog);
+  auto button = build<Button>("OK").frame({{0, 50}, {100, 40}}).in(*dialog);
+  button->onTap([&] {
+    dialog->removeFromSuperview();
+    dialog.reset();
+    field.reset();
+    button.reset();
+  });
+  field->focus();
+  field->type("Ada");
+  walk();
+  environment.finger().tap(*button);
+  ASSERT_FALSE(GlobalVars::sharedInstance()._editAbleElement());
+  runWorker();
+  const auto steps = takeSteps();
+  ASSERT_EQ(steps.size(), 2U);
+  EXPECT_EQ(actionOf(steps[0]), "TypeTextOnEditBox");
+  EXPECT_EQ(dataOf(steps[0]), "Ada");
+  EXPECT_EQ(objectOf(steps[0]).at("sahiText"), "Name");
+  EXPECT_EQ(actionOf(steps[1]), "ClickButton");
+}
+
+TEST_F(Steps, SurroundingSwitchIsFoundByKindOrByName) {
+  const auto light = build<View>().className("LightSwitchView").in(*window);
+  const auto inner = build<View>().in(*build<View>().in(*light));
+  EXPECT_EQ(RecorderAction().getActualParentComponent(inner), light);
+  EXPECT_EQ(RecorderAction().getActualParentComponent(window), nullptr);
+}
+
+TEST_F(Steps, NilRemovesAKeyAndASecondValueReplacesItInPlace) {
+  MainRecorderAction action;
+  action.addObjectProperty("first", "1");
+  action.addObjectProperty("second", "2");
+  action.addObjectProperty("third", "3");
+  action.addObjectProperty("first", "one");
+  action.addObjectProperty("second", std::nullopt);
+  action.addParentProperty("title", "p");
+  EXPECT_EQ(action.CreateSpyData().dump(), R"({"first":"one","third":"3","parent":{"title":"p"}})");
+  EXPECT_EQ(action.CreateRecorderAction().dump(),
+            R"({"arguments":[{"first":"one","third":"3","parent":{"title":"p"}},{}]})");
+}
+
+}  // namespace
+}  // namespace tarni
