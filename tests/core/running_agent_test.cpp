@@ -1,0 +1,143 @@
+// The agent as it runs: its hooks, its threads and its servers. Each case is a process of its own,
+// since the agent never ends.
+#include <gtest/gtest.h>
+
+#include <future>
+#include <nlohmann/json.hpp>
+
+#include "agent/Queue/ElementsQueue.h"
+#include "agent/Queue/RecorderQueue.h"
+#include "agent/TcpCommunication/BaseManager/ServerManager.h"
+#include "agent/core/GlobalVars.h"
+#include "agent/core/Load.h"
+#include "agent/core/TcpChannel.h"
+#include "backends/headless/views/Button.h"
+#include "tests/interaction/Screen.h"
+#include "tests/support/Wire.h"
+
+namespace tarni {
+namespace {
+
+using nlohmann::ordered_json;
+
+constexpr double patience = 20;  // seconds
+
+class RunningAgent : public test::Screen {
+ protected:
+  RunningAgent() { environment.processInfo().setVirtual(false); }
+
+  void waitUntil(const std::function<bool()>& done) {
+    ASSERT_TRUE(environment.runLoop().runUntil(
+        [&] {
+          environment.runLoop().after(0.01, [] {});
+          return done();
+        },
+        patience));
+  }
+  // What a host tool does, while the application runs.
+  template <typename Work>
+  auto asHost(Work work) {
+    auto answer = std::async(std::launch::async, work);
+    waitUntil(
+        [&] { return answer.wait_for(std::chrono::seconds(0)) == std::future_status::ready; });
+    return answer.get();
+  }
+  bool isTagged(const headless::ViewRef& view) {
+    return ElementsQueue::getTarniIdOfUIView(view).has_value();
+  }
+};
+
+TEST_F(RunningAgent, TapTravelsFromTheFingerToTheHostTool) {
+  const auto button =
+      headless::build<headless::Button>("Log in").frame({{0, 0}, {100, 40}}).in(*window);
+  loadAgent();
+  EXPECT_EQ(GlobalVars::sharedInstance()._spyMode(), "false");
+  EXPECT_EQ(GlobalVars::sharedInstance()._viewControllerLoaded(), "LOADED");
+  const test::Wire host = asHost([] { return test::Wire(ServerManager::recorderPort); });
+  EXPECT_EQ(asHost([&] { return host.readMessage(); }),
+            "Welcome! RecorderServer StartedSuccessfully ");
+  waitUntil([&] { return isTagged(button); });
+  EXPECT_EQ(GlobalVars::sharedInstance()._uiWindow(), window);
+  environment.finger().tap(*button);
+  const auto message = ordered_json::parse(asHost([&] { return host.readMessage(); }));
+  ASSERT_EQ(message.size(), 1U);
+  EXPECT_EQ(message[0]["action"], "ClickButton");
+  EXPECT_EQ(message[0]["arguments"][0]["sahiText"], "Log in");
+}
+
+TEST_F(RunningAgent, HookWaitsForTheFirstWindow) {
+  environment.application().setKeyWindow(nullptr);
+  loadAgent();
+  waitUntil([&] { return environment.log().contains("WINDOW IS NULL"); });
+  const auto view = plainView({{0, 0}, {10, 10}});
+  environment.application().setKeyWindow(window);
+  waitUntil([&] { return isTagged(view); });
+}
+
+TEST_F(RunningAgent, HookWalksNoMoreOncePlaybackHasStarted) {
+  const auto first = plainView({{0, 0}, {10, 10}});
+  loadAgent();
+  waitUntil([&] { return isTagged(first); });
+  GlobalVars::sharedInstance().set_isPlaybackStarted("true");
+  const auto later = plainView({{0, 0}, {10, 10}});
+  // The injection that every tick queues shows the ticks: it gives views their playback tags.
+  const auto isSeen = [&](const headless::ViewRef& view) {
+    return view->layer().valueForKey("TarniUIVIewGuid_PlayBack") != nullptr;
+  };
+  waitUntil([&] { return isSeen(later); });
+  const auto last = plainView({{0, 0}, {10, 10}});
+  waitUntil([&] { return isSeen(last); });
+  EXPECT_FALSE(isTagged(last));
+}
+
+class Sender : public RunningAgent {
+ protected:
+  Sender() {
+    ServerManager::serverManager().initialiseRecorderServerOnPortNumberWithRecorderRequest(
+        ServerManager::recorderPort, "hello");
+    host.emplace(asHost([] { return test::Wire(ServerManager::recorderPort); }));
+    EXPECT_EQ(read(), "hello");
+  }
+  std::string read() {
+    return asHost([this] { return host->readMessage(); });
+  }
+  void send() {
+    asHost([] {
+      TcpChannel::sendPendingSteps();
+      return true;
+    });
+  }
+  static void queueItems(int first, int last) {
+    for (int item = first; item <= last; ++item) {
+      RecorderQueue::get().enqueue(ordered_json::array({std::to_string(item)}));
+    }
+  }
+
+  std::optional<test::Wire> host;
+};
+
+TEST_F(Sender, SendsWebStepsFirstAndThenEveryItem) {
+  queueItems(1, 3);
+  GlobalVars::sharedInstance().set_hybridRecordedSteps("steps of a page");
+  send();
+  EXPECT_EQ(read(), "steps of a page");
+  EXPECT_EQ(read(), R"(["1"])");
+  EXPECT_EQ(read(), R"(["2"])");
+  EXPECT_EQ(read(), R"(["3"])");
+  EXPECT_FALSE(GlobalVars::sharedInstance()._hybridRecordedSteps());
+}
+
+TEST_F(Sender, InSpyModeSendsTheFirstAndDropsTheOthers) {
+  GlobalVars::sharedInstance().set_spyMode("true");
+  queueItems(1, 5);
+  send();
+  EXPECT_EQ(RecorderQueue::get().getLength(), 0U);
+  GlobalVars::sharedInstance().set_spyMode("false");
+  queueItems(6, 6);
+  send();
+  EXPECT_EQ(read(), R"(["1"])");
+  EXPECT_EQ(read(), R"(["6"])");
+}
+
+}  // namespace
+}  // namespace tarni

@@ -1,0 +1,162 @@
+#include "agent/WebView/WebView.h"
+
+#include <gmock/gmock.h>
+
+#include "agent/core/GlobalVars.h"
+#include "backends/headless/views/WebView.h"
+#include "platform/Foundation/NSException.h"
+#include "platform/Foundation/NSURLLoader.h"
+#include "tests/interaction/Screen.h"
+
+namespace tarni {
+namespace {
+
+using testing::ElementsAre;
+using testing::IsEmpty;
+
+constexpr const char* onePixel = "data:image/jpeg;base64,R0lGODlhAQABAAAAACwAAAAAAQABAAA=";
+
+// A content server on which every file but one holds its own address.
+class FakeServer : public platform::NSURLLoader {
+ public:
+  platform::Task<std::optional<std::string>> stringWithContentsOfURL(std::string url) override {
+    if (url.find("xpathbuilder") != std::string::npos) co_return std::nullopt;
+    co_return "script of " + url;
+  }
+};
+
+class WebViews : public test::Screen {
+ protected:
+  WebViews() {
+    platform::Platform platform = platform::current();
+    platform.urlLoader = &server;
+    platform::install(platform);
+    REMOTE_CDN_URL = "http://scripts";
+    GlobalVars::sharedInstance().set_currentWebView(nullptr);
+    GlobalVars::sharedInstance().set_hybridRecordedSteps(std::nullopt);
+    GlobalVars::sharedInstance().set_webViewBase64Image(std::nullopt);
+  }
+
+  void pass() {
+    WebView().performRecorderAndPlaybackInjection();
+    while (environment.runLoop().pump()) {
+    }
+  }
+  std::shared_ptr<headless::WebView> page() {
+    return headless::build<headless::WebView>().frame({{0, 0}, {100, 100}}).in(*window);
+  }
+  static std::optional<std::string> pendingSteps() {
+    return GlobalVars::sharedInstance()._hybridRecordedSteps();
+  }
+
+  FakeServer server;
+};
+
+TEST_F(WebViews, ScreenWithoutOneIsLeftAlone) {
+  plainView({{0, 0}, {100, 100}});
+  environment.log().clear();
+  pass();
+  EXPECT_THAT(environment.log().lines(), IsEmpty());
+}
+
+TEST_F(WebViews, LoadingPageWaits) {
+  const auto web = page();
+  web->setLoading(true);
+  pass();
+  EXPECT_TRUE(environment.log().contains("*****WEBVIEW IS LOADING"));
+  EXPECT_THAT(web->evaluatedScripts(), IsEmpty());
+}
+
+TEST_F(WebViews, PageWithoutScriptsGetsAllOfThemInOrder) {
+  const auto web = page();
+  web->setAnswer("IsJqueryLoaded()", "False");
+  pass();
+  EXPECT_THAT(web->evaluatedScripts(),
+              ElementsAre("IsInjectionDone()", "script of http://scripts/preCheck.js",
+                          "IsJqueryLoaded()", "script of http://scripts/jquery.js",
+                          "script of http://scripts/TARNI_bililiteRange.js",
+                          "script of http://scripts/TARNI_sendkeys.js", "",
+                          "script of http://scripts/hybridrecorder.js",
+                          "script of http://scripts/hybridplayer.js"));
+}
+
+TEST_F(WebViews, PageWithJqueryKeepsItsOwn) {
+  const auto web = page();
+  web->setAnswer("IsJqueryLoaded()", "True");
+  pass();
+  EXPECT_EQ(web->evaluatedScripts().size(), 8U);
+  EXPECT_THAT(web->evaluatedScripts(),
+              testing::Not(testing::Contains("script of http://scripts/jquery.js")));
+}
+
+TEST_F(WebViews, PlatformWithoutALoaderInjectsNothingHarmful) {
+  platform::Platform platform = platform::current();
+  platform.urlLoader = nullptr;
+  platform::install(platform);
+  const auto web = page();
+  pass();
+  EXPECT_THAT(web->evaluatedScripts(),
+              ElementsAre("IsInjectionDone()", "", "IsJqueryLoaded()", "", "", "", "", ""));
+}
+
+TEST_F(WebViews, StepsOfAReadyPageCarryThePictureOfTheTouch) {
+  const auto web = page();
+  web->setAnswer("IsInjectionDone()", "DONE");
+  web->setAnswer("startRecording()", "[TARNI_OBJECT_IMAGE, TARNI_OBJECT_IMAGE]");
+  pass();
+  EXPECT_EQ(GlobalVars::sharedInstance()._currentWebView(), web);
+  EXPECT_TRUE(environment.log().contains(
+      "**HYBRID RECORDED STEPS [TARNI_OBJECT_IMAGE, TARNI_OBJECT_IMAGE]"));
+  EXPECT_EQ(pendingSteps(), std::string("[") + onePixel + ", " + onePixel + "]");
+  GlobalVars::sharedInstance().set_webViewBase64Image("touched");
+  pass();
+  EXPECT_EQ(pendingSteps(), "[touched, touched]");
+}
+
+TEST_F(WebViews, PassWithoutStepsLeavesThoseThatWait) {
+  const auto web = page();
+  web->setAnswer("IsInjectionDone()", "DONE");
+  GlobalVars::sharedInstance().set_hybridRecordedSteps("waiting");
+  pass();
+  EXPECT_EQ(pendingSteps(), "waiting");
+  web->setAnswer("startRecording()", "newer");
+  pass();
+  EXPECT_EQ(pendingSteps(), "newer");
+}
+
+TEST_F(WebViews, PageThatFailsIsTriedAgain) {
+  const auto web = page();
+  web->setEngine([](const std::string&) -> std::string {
+    throw platform::NSException("PageGone", "the page is gone");
+  });
+  pass();
+  pass();
+  EXPECT_THAT(web->evaluatedScripts(), ElementsAre("IsInjectionDone()", "IsInjectionDone()"));
+}
+
+TEST_F(WebViews, PassesDoNotPileUpWhileTheMainThreadIsBusy) {
+  const auto web = page();
+  for (int tick = 0; tick < 5; ++tick) WebView().performRecorderAndPlaybackInjection();
+  pass();
+  EXPECT_EQ(std::ranges::count(web->evaluatedScripts(), "IsInjectionDone()"), 1);
+}
+
+TEST_F(WebViews, ModesAreToldToThePageOnScreen) {
+  finish(WebView().switchToSpyMode());
+  const auto web = page();
+  const auto other = page();
+  finish(WebView().switchToSpyMode());
+  finish(WebView().switchToRecorderMode());
+  EXPECT_THAT(web->evaluatedScripts(), ElementsAre("switchtospymode()", "switchtorecordermode()"));
+  EXPECT_THAT(other->evaluatedScripts(), IsEmpty());
+}
+
+TEST_F(WebViews, ViewThatEvaluatesNothingRaises) {
+  const auto impostor = plainView({});
+  impostor->setClass(platform::uikit::UIWebView);
+  EXPECT_THROW(finish(WebView().switchToSpyMode()), platform::NSException);
+  pass();
+}
+
+}  // namespace
+}  // namespace tarni
