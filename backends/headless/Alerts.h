@@ -1,10 +1,12 @@
 // Alerts: remembers which alerts were shown. They appear in no window. Main thread.
 #pragma once
 
+#include <deque>
 #include <memory>
 #include <optional>
 #include <string>
-#include <vector>
+
+#include "backends/headless/History.h"
 
 #include "platform/UIKit/UIApplication.h"
 
@@ -33,16 +35,16 @@ class Alerts : public platform::UIAlerts {
   std::shared_ptr<platform::UIAlertView> show(
       std::string message, std::optional<std::string> cancelButtonTitle,
       std::optional<std::string> otherButtonTitle) override {
-    shown_.push_back(std::make_shared<Alert>(std::move(message), std::move(cancelButtonTitle),
-                                             std::move(otherButtonTitle)));
-    return shown_.back();
+    return remember(shown_,
+                    std::make_shared<Alert>(std::move(message), std::move(cancelButtonTitle),
+                                            std::move(otherButtonTitle)));
   }
 
-  // All that were ever shown, the latest last.
-  const std::vector<std::shared_ptr<Alert>>& shown() const { return shown_; }
+  // The latest last.
+  const std::deque<std::shared_ptr<Alert>>& shown() const { return shown_; }
 
  private:
-  std::vector<std::shared_ptr<Alert>> shown_;
+  std::deque<std::shared_ptr<Alert>> shown_;
 };
 
 }  // namespace tarni::headless

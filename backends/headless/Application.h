@@ -6,7 +6,7 @@
 // a loop inside.
 #pragma once
 
-#include <coroutine>
+#include <deque>
 #include <memory>
 #include <string>
 #include <vector>
@@ -61,7 +61,7 @@ class Application : public platform::UIApplication {
   platform::Task<platform::CFRunLoopRunResult> runLoopRunInMode(
       std::string mode, double seconds, bool returnAfterSourceHandled) override;
   // The calls of the above, the latest last.
-  const std::vector<RunLoopRun>& runLoopRuns() const { return runLoopRuns_; }
+  const std::deque<RunLoopRun>& runLoopRuns() const { return runLoopRuns_; }
   void clearRunLoopRuns() { runLoopRuns_.clear(); }
   // The application's own mode changes, through the methods "pushRunLoopMode:" and
   // "popRunLoopMode:".
@@ -85,7 +85,7 @@ class Application : public platform::UIApplication {
   TouchDispatcher dispatcher_;
   EventLog eventLog_;
   std::shared_ptr<Delivery> delivery_;  // the one that a sender waits for
-  std::vector<RunLoopRun> runLoopRuns_;
+  std::deque<RunLoopRun> runLoopRuns_;
   std::vector<std::string> runLoopModes_{platform::kCFRunLoopDefaultMode};
   bool touchesKnowGestureView_ = true;
 };

@@ -42,7 +42,7 @@ class Environment {
 
   // A window of the screen's size, shown as the key window.
   WindowRef makeWindow();
-  // "Now", for tests that want no waits: see ProcessInfo::setVirtual.
+  // For tests that do not want to wait: see ProcessInfo::setVirtual.
   void useVirtualClock() { processInfo_.setVirtual(true); }
 
   LineLog& log() { return log_; }

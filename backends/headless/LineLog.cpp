@@ -3,14 +3,15 @@
 #include <algorithm>
 #include <exception>
 
+#include "backends/headless/History.h"
+
 namespace tarni::headless {
 
 void LineLog::write(std::string_view line) noexcept {
   system_.write(line);
   try {
     const std::lock_guard lock(mutex_);
-    if (lines_.size() == capacity) lines_.pop_front();
-    lines_.emplace_back(line);
+    remember(lines_, std::string(line));
   } catch (const std::exception&) {
     // Out of memory: the system log has the line.
   }

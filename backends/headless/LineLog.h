@@ -1,7 +1,6 @@
 // LineLog: the system log, which also remembers its latest lines. Any thread.
 #pragma once
 
-#include <cstddef>
 #include <deque>
 #include <mutex>
 #include <string>
@@ -14,9 +13,6 @@ namespace tarni::headless {
 
 class LineLog : public platform::SystemLog {
  public:
-  // Beyond this the oldest line is forgotten.
-  static constexpr std::size_t capacity = 10000;
-
   void write(std::string_view line) noexcept override;
   std::vector<std::string> lines() const;
   bool contains(std::string_view line) const;

@@ -1,5 +1,7 @@
 #include "backends/headless/NotificationCenter.h"
 
+#include "backends/headless/History.h"
+
 namespace tarni::headless {
 
 void NotificationCenter::addObserver(std::string name, Observer observer) {
@@ -7,7 +9,7 @@ void NotificationCenter::addObserver(std::string name, Observer observer) {
 }
 
 void NotificationCenter::post(std::string_view name, const platform::UIViewRef& object) {
-  posted_.push_back({std::string(name), object});
+  remember(posted_, PostedNotification{std::string(name), object});
   const auto observers = observers_;  // an observer may add others
   for (const auto& [observed, observer] : observers) {
     if (observed == name) observer(object);

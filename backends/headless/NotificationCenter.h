@@ -1,6 +1,7 @@
 // NotificationCenter: the application's observers, and what was posted. Main thread.
 #pragma once
 
+#include <deque>
 #include <functional>
 #include <memory>
 #include <string>
@@ -26,11 +27,11 @@ class NotificationCenter : public platform::NSNotificationCenter {
   platform::Task<void> postNotificationName(std::string_view name,
                                             std::shared_ptr<platform::UIView> object) override;
   // The latest last.
-  const std::vector<PostedNotification>& posted() const { return posted_; }
+  const std::deque<PostedNotification>& posted() const { return posted_; }
 
  private:
   std::vector<std::pair<std::string, Observer>> observers_;
-  std::vector<PostedNotification> posted_;
+  std::deque<PostedNotification> posted_;
 };
 
 }  // namespace tarni::headless

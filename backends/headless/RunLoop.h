@@ -57,6 +57,7 @@ class RunLoop : public posix::MainQueue {
   bool serveMainQueue();
   // Until something is to be served or the clock shows `deadline`.
   void sleepUntil(double deadline);
+  bool isStopped();
   double now() const { return clock_.systemUptime(); }
   double nextTimer() const;
 

@@ -335,7 +335,7 @@ UIViewRef View::valueForKey(std::string_view key) const {
   if (!extras_) return nullptr;
   if (ViewRef view = find(extras_->keys, key)) return view;
   if (ViewRef view = find(extras_->instanceVariables, key)) return view;
-  return find(extras_->instanceVariables, "_" + std::string(key));
+  return find(extras_->instanceVariables, std::string("_").append(key));
 }
 
 UIViewRef View::instanceVariable(std::string_view name) const {

@@ -39,6 +39,8 @@ class Canvas {
   void restore();
   void transform(const platform::CGAffineTransform& transform);
   void clip(const platform::CGRect& rect, double cornerRadius);
+  // Whether any of the rectangle would be seen.
+  bool isVisible(const platform::CGRect& rect) const;
   // What is drawn until `endGroup` is shown with `alpha` as a whole.
   void beginGroup();
   void endGroup(double alpha);

@@ -1,8 +1,9 @@
-// Image: a picture in memory, a Cairo surface. Any thread.
+// Image: a picture in memory, on opaque pixels of a Cairo surface. Any thread.
 #pragma once
 
 #include <memory>
 
+#include "platform/QuartzCore/CALayer.h"
 #include "platform/UIKit/UIImage.h"
 
 typedef struct _cairo_surface cairo_surface_t;  // NOLINT(modernize-use-using): Cairo's own
@@ -11,16 +12,15 @@ namespace tarni::headless {
 
 class Image : public platform::UIImage {
  public:
-  // Takes over the reference to the surface, of pixels without or with alpha. Null is an image
-  // without pixels.
+  // Takes over the reference to a surface of makeSurface. Null is an image without pixels.
   Image(cairo_surface_t* surface, double scale);
   ~Image() override;
   Image(const Image&) = delete;
   Image& operator=(const Image&) = delete;
 
-  // A picture of one colour, `size` in points.
-  static std::shared_ptr<const Image> filled(platform::CGSize size, double scale, double red,
-                                             double green, double blue);
+  // One colour over white; `size` in points.
+  static std::shared_ptr<const Image> filled(platform::CGSize size, double scale,
+                                             const platform::CGColor& color);
 
   platform::CGSize size() const override;
   double scale() const override { return scale_; }
@@ -35,7 +35,8 @@ class Image : public platform::UIImage {
   double scale_;
 };
 
-// A surface of white pixels; null when it is empty or too large. The caller owns it.
+// A surface of white pixels; `size` in points, `scale` in pixels a point. Null when it is empty or
+// too large. The caller owns it.
 cairo_surface_t* makeSurface(platform::CGSize size, double scale);
 
 }  // namespace tarni::headless

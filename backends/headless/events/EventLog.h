@@ -1,8 +1,7 @@
-// EventLog: every event that was dispatched to the application, as it was at that moment. Main
-// thread.
+// EventLog: the latest events that were dispatched to the application, as they were at that
+// moment. Main thread.
 #pragma once
 
-#include <cstddef>
 #include <deque>
 #include <memory>
 #include <optional>
@@ -38,9 +37,6 @@ struct LoggedEvent {
 
 class EventLog {
  public:
-  // Beyond this the oldest event is forgotten.
-  static constexpr std::size_t capacity = 10000;
-
   void add(const platform::UIEvent& event);
   void clear() { events_.clear(); }
   const std::deque<LoggedEvent>& events() const { return events_; }

@@ -30,7 +30,7 @@ class GestureRecognizer {
   State state() const { return state_; }
   bool isRecognizing() const { return state_ == State::Began || state_ == State::Changed; }
   bool hasRecognized() const { return isRecognizing() || state_ == State::Ended; }
-  std::size_t numberOfTouches() const { return touches_.size(); }
+  std::size_t numberOfTouches() const { return touches().size(); }
   // The middle of the touches, in window coordinates.
   platform::CGPoint locationInWindow() const;
   // True: others may recognize their gesture beside this one.
@@ -45,25 +45,29 @@ class GestureRecognizer {
   void handle(platform::UITouchPhase phase, const Touches& touches);
   // Another recognizer won, or the touches are gone.
   void cancel();
-  bool follows(const platform::UITouch& touch) const;
 
  protected:
-  // `touches_` holds all touches that are down, in the order in which they came.
+  // All touches that are down, in the order in which they came.
+  Touches touches() const;
+  // Called before `began` when no touch was down.
+  virtual void reset() {}
   virtual void began() = 0;
   virtual void moved() = 0;
-  // Called while `touches_` still holds the ones that end.
-  virtual void ended(const Touches& touches) = 0;
+  // Called while `touches()` still holds the ones that end.
+  virtual void ended(const Touches& ending) = 0;
   // Sets the state and runs the action.
   void recognize(State state);
   void fail() { state_ = State::Failed; }
 
   static double distance(platform::CGPoint a, platform::CGPoint b);
-
-  Touches touches_;
+  // The middle of the touches that stay when some end.
+  platform::CGPoint middleWithout(const Touches& ending) const;
 
  private:
   void forget(const Touches& touches);
 
+  // Weak: a finger that goes away without having ended is no longer there.
+  std::vector<std::weak_ptr<platform::UITouch>> touches_;
   platform::Class class_;
   Action action_;
   View* view_ = nullptr;
@@ -78,9 +82,10 @@ class TapGestureRecognizer : public GestureRecognizer {
   bool yieldsToControls() const override { return true; }
 
  protected:
+  void reset() override { most_ = 0; }
   void began() override;
   void moved() override;
-  void ended(const Touches& touches) override;
+  void ended(const Touches& ending) override;
 
  private:
   std::size_t touchesRequired_;
@@ -99,7 +104,7 @@ class LongPressGestureRecognizer : public GestureRecognizer {
  protected:
   void began() override;
   void moved() override;
-  void ended(const Touches& touches) override;
+  void ended(const Touches& ending) override;
 
  private:
   void check();
@@ -117,9 +122,10 @@ class PanGestureRecognizer : public GestureRecognizer {
   platform::CGPoint translationInView(const View& view) const;
 
  protected:
+  void reset() override { translation_ = {}; }
   void began() override;
   void moved() override;
-  void ended(const Touches& touches) override;
+  void ended(const Touches& ending) override;
 
  private:
   platform::CGPoint translation_;  // in window coordinates
@@ -135,7 +141,7 @@ class PinchGestureRecognizer : public GestureRecognizer {
  protected:
   void began() override;
   void moved() override;
-  void ended(const Touches& touches) override;
+  void ended(const Touches& ending) override;
 
  private:
   double fingerDistance() const;
@@ -151,9 +157,10 @@ class RotationGestureRecognizer : public GestureRecognizer {
   double rotation() const { return rotation_; }
 
  protected:
+  void reset() override { rotation_ = 0; }
   void began() override;
   void moved() override;
-  void ended(const Touches& touches) override;
+  void ended(const Touches& ending) override;
 
  private:
   double fingerAngle() const;

@@ -61,7 +61,7 @@ class NavigationBar : public View {
 // A UIToolbar or UITabBar; its items stand side by side in equal widths.
 class ItemBar : public View {
  public:
-  explicit ItemBar(platform::Class cls = platform::uikit::UIToolbar) : View(cls) {}
+  explicit ItemBar(platform::Class cls = platform::uikit::UIToolbar);
 
   // The item is of the class that belongs to the bar.
   std::shared_ptr<BarItem> addItem(std::string title, Control::Action action);

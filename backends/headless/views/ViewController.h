@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "backends/headless/View.h"
+#include "platform/ObjectiveC/Runtime.h"
 
 namespace tarni::headless {
 
@@ -25,8 +26,8 @@ class ViewController : public std::enable_shared_from_this<ViewController> {
   void presentIn(Window& window, bool animated = false);
   void dismiss();
 
-  // Adds the methods to the class UIViewController of the installed platform.
-  static void defineMethods();
+  // Adds the methods to the class UIViewController.
+  static void defineMethods(platform::ObjectiveCRuntime& runtime);
 
  private:
   void perform(std::string_view selector, const std::function<void()>& action, bool animated);

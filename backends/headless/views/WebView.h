@@ -2,11 +2,11 @@
 // what was evaluated and where its page was tapped. Main thread.
 #pragma once
 
+#include <deque>
 #include <functional>
 #include <map>
 #include <memory>
 #include <string>
-#include <vector>
 
 #include "backends/headless/views/ScrollView.h"
 
@@ -19,13 +19,13 @@ class WebBrowserView : public View, public platform::UIWebBrowserView {
 
   platform::Task<void> tapInteractionWithLocation(platform::CGPoint point) override;
   // In the order in which they came, in own coordinates.
-  const std::vector<platform::CGPoint>& taps() const { return taps_; }
+  const std::deque<platform::CGPoint>& taps() const { return taps_; }
   void onTapInteraction(std::function<void(platform::CGPoint)> action) {
     tapped_ = std::move(action);
   }
 
  private:
-  std::vector<platform::CGPoint> taps_;
+  std::deque<platform::CGPoint> taps_;
   std::function<void(platform::CGPoint)> tapped_;
 };
 
@@ -45,7 +45,7 @@ class WebView : public View, public platform::UIWebView {
   void setAnswer(std::string script, std::string answer);
   // Answers all other scripts. Without one they answer nothing.
   void setEngine(Engine engine) { engine_ = std::move(engine); }
-  const std::vector<std::string>& evaluatedScripts() const { return evaluated_; }
+  const std::deque<std::string>& evaluatedScripts() const { return evaluated_; }
   void clearEvaluatedScripts() { evaluated_.clear(); }
   const std::shared_ptr<WebBrowserView>& browserView() const { return browserView_; }
 
@@ -56,7 +56,7 @@ class WebView : public View, public platform::UIWebView {
   bool loading_ = false;
   std::map<std::string, std::string> answers_;
   Engine engine_;
-  std::vector<std::string> evaluated_;
+  std::deque<std::string> evaluated_;
   std::shared_ptr<ScrollView> scrollView_;
   std::shared_ptr<WebBrowserView> browserView_;
 };

@@ -1,0 +1,167 @@
+#include "backends/headless/Application.h"
+
+#include <algorithm>
+#include <coroutine>
+#include <exception>
+
+#include "backends/headless/History.h"
+#include "backends/headless/views/Control.h"
+#include "backends/headless/views/ViewController.h"
+#include "backends/posix/TouchRecord.h"
+#include "platform/Foundation/NSLog.h"
+
+namespace tarni::headless {
+
+using platform::Argument;
+namespace uikit = platform::uikit;
+
+namespace {
+
+constexpr const char* sendEventSelector = "sendEvent:";
+
+bool hitsControlWithNestedLoop(const platform::UIEvent& event) {
+  for (const platform::UITouchRef& touch : event.allTouches()) {
+    const auto touched = std::dynamic_pointer_cast<View>(touch->view());
+    for (View* view = touched.get(); view; view = view->parent()) {
+      const auto* control = dynamic_cast<const Control*>(view);
+      if (control && control->opensNestedLoop()) return true;
+    }
+  }
+  return false;
+}
+
+}  // namespace
+
+// An event on its way to the application from the run loop.
+struct Application::Delivery {
+  std::coroutine_handle<> sender;  // empty once it goes on
+  std::exception_ptr failure;
+};
+
+struct Application::DeliveryAwaiter {
+  Application& application;
+  platform::UIEvent& event;
+  std::shared_ptr<Delivery> delivery = std::make_shared<Delivery>();
+
+  bool await_ready() const noexcept { return false; }
+  void await_suspend(std::coroutine_handle<> sender) {
+    delivery->sender = sender;
+    application.delivery_ = delivery;
+    application.runLoop_.post([&application = application, &event = event, delivery = delivery] {
+      try {
+        application.performSendEvent(event);
+      } catch (...) {
+        // Nobody is left to hear of it once the sender has gone on.
+        if (!delivery->sender) throw;
+        delivery->failure = std::current_exception();
+      }
+      if (delivery->sender) application.endDelivery();
+    });
+  }
+  void await_resume() const {
+    if (delivery->failure) std::rethrow_exception(delivery->failure);
+  }
+};
+
+Application::Application(platform::ObjectiveCRuntime& runtime, RunLoop& runLoop)
+    : runtime_(runtime), runLoop_(runLoop) {
+  defineMethods();
+  // The sender goes on from the nested loop, not from the call that starts it.
+  runLoop_.onNestedLoop([this] {
+    if (delivery_) runLoop_.post([this] { endDelivery(); });
+  });
+}
+
+void Application::defineMethods() {
+  runtime_.class_replaceMethod(
+      uikit::UIApplication, sendEventSelector,
+      [this](const std::vector<Argument>& arguments) {
+        dispatch(*std::get<platform::UIEvent*>(arguments.at(0)));
+      },
+      "v@:@");
+  const auto push = [this](const std::vector<Argument>& arguments) {
+    runLoopModes_.push_back(std::get<std::string>(arguments.at(0)));
+  };
+  const auto pop = [this](const std::vector<Argument>&) {
+    if (runLoopModes_.size() > 1) runLoopModes_.pop_back();
+  };
+  runtime_.class_replaceMethod(uikit::UIApplication, "pushRunLoopMode:", push, "v@:@");
+  runtime_.class_replaceMethod(uikit::UIApplication, "pushRunLoopMode:requester:", push, "v@:@@");
+  runtime_.class_replaceMethod(uikit::UIApplication, "popRunLoopMode:", pop, "v@:@");
+  runtime_.class_replaceMethod(uikit::UIApplication, "popRunLoopMode:requester:", pop, "v@:@@");
+  ViewController::defineMethods(runtime_);
+}
+
+// --- windows
+
+std::vector<platform::UIWindowRef> Application::windowsWithKeyWindow() const {
+  std::vector<platform::UIWindowRef> shown;
+  if (keyWindow_) shown.push_back(keyWindow_);
+  for (const WindowRef& window : windows_) {
+    if (window != keyWindow_ && !window->isHidden()) shown.push_back(window);
+  }
+  return shown;
+}
+
+void Application::addWindow(const WindowRef& window) {
+  std::erase(windows_, window);
+  windows_.push_back(window);
+}
+
+void Application::removeWindow(const WindowRef& window) {
+  std::erase(windows_, window);
+  if (keyWindow_ == window) keyWindow_ = windows_.empty() ? nullptr : windows_.back();
+}
+
+void Application::setKeyWindow(const WindowRef& window) {
+  if (window && std::ranges::find(windows_, window) == windows_.end()) addWindow(window);
+  keyWindow_ = window;
+}
+
+// --- events
+
+platform::UITouchRef Application::makeTouch() {
+  return std::make_shared<posix::TouchRecord>(touchesKnowGestureView_);
+}
+
+platform::Task<void> Application::sendEvent(platform::UIEvent& event) {
+  if (hitsControlWithNestedLoop(event)) {
+    DeliveryAwaiter delivery{*this, event};
+    co_await delivery;
+  } else {
+    performSendEvent(event);
+  }
+}
+
+void Application::performSendEvent(platform::UIEvent& event) {
+  runtime_.perform(uikit::UIApplication, sendEventSelector, {&event});
+}
+
+void Application::dispatch(platform::UIEvent& event) {
+  eventLog_.add(event);
+  dispatcher_.dispatch(event);
+}
+
+void Application::endDelivery() {
+  const std::shared_ptr<Delivery> delivery = std::exchange(delivery_, nullptr);
+  if (delivery && delivery->sender) std::exchange(delivery->sender, nullptr).resume();
+}
+
+// --- run loop
+
+platform::Task<platform::CFRunLoopRunResult> Application::runLoopRunInMode(
+    std::string mode, double seconds, bool returnAfterSourceHandled) {
+  remember(runLoopRuns_, RunLoopRun{std::move(mode), seconds, returnAfterSourceHandled});
+  runLoop_.wait(seconds);
+  co_return platform::CFRunLoopRunResult::TimedOut;
+}
+
+void Application::pushRunLoopMode(const std::string& mode) {
+  runtime_.perform(uikit::UIApplication, "pushRunLoopMode:", {mode});
+}
+
+void Application::popRunLoopMode(const std::string& mode) {
+  runtime_.perform(uikit::UIApplication, "popRunLoopMode:", {mode});
+}
+
+}  // namespace tarni::headless

@@ -1,0 +1,19 @@
+// remember(): keeps the latest of what was asked of the platform, so that a program that runs for
+// days does not fill its memory.
+#pragma once
+
+#include <cstddef>
+#include <deque>
+#include <utility>
+
+namespace tarni::headless {
+
+inline constexpr std::size_t historyCapacity = 10000;
+
+template <typename Entry>
+Entry& remember(std::deque<Entry>& history, Entry entry) {
+  if (history.size() == historyCapacity) history.pop_front();
+  return history.emplace_back(std::move(entry));
+}
+
+}  // namespace tarni::headless

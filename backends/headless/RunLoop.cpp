@@ -1,0 +1,160 @@
+#include "backends/headless/RunLoop.h"
+
+#include <algorithm>
+#include <chrono>
+#include <exception>
+
+#include "platform/Foundation/NSLog.h"
+
+namespace tarni::headless {
+namespace {
+
+// The boundary between the loop and whatever it runs.
+void call(const platform::Block& block) noexcept {
+  try {
+    block();
+  } catch (const std::exception& error) {
+    platform::NSLog("Exception in the run loop: %s", error.what());
+  } catch (...) {
+    platform::NSLog("Unknown exception in the run loop");
+  }
+}
+
+}  // namespace
+
+void RunLoop::post(platform::Block block) {
+  {
+    const std::lock_guard lock(mutex_);
+    posted_.push_back(std::move(block));
+  }
+  woken_.notify_one();
+}
+
+RunLoop::TimerId RunLoop::after(double seconds, platform::Block block) {
+  timers_.emplace(++lastTimer_, Timer{now() + seconds, std::move(block)});
+  return lastTimer_;
+}
+
+void RunLoop::run() {
+  runUntil([] { return false; });
+}
+
+void RunLoop::stop() {
+  {
+    const std::lock_guard lock(mutex_);
+    stopped_ = true;
+  }
+  woken_.notify_one();
+}
+
+bool RunLoop::runUntil(const std::function<bool()>& done, double seconds) {
+  const double deadline = now() + seconds;
+  if (depth_++ > 0 && nestedLoop_) nestedLoop_();
+  bool isDone = done();
+  while (!isDone && !isStopped() && now() < deadline) {
+    if (!pump()) sleepUntil(std::min(deadline, nextTimer()));
+    isDone = done();
+  }
+  const std::lock_guard lock(mutex_);
+  if (--depth_ == 0) stopped_ = false;
+  return isDone;
+}
+
+bool RunLoop::pump() {
+  const bool hadTimers = serveTimers();
+  const bool hadPosted = servePosted();
+  const bool hadItems = serveMainQueue();
+  return hadTimers || hadPosted || hadItems;
+}
+
+void RunLoop::wait(double seconds) {
+  const double deadline = now() + seconds;
+  do {
+    const double next = std::min(deadline, nextTimer());
+    if (clock_.isVirtual()) {
+      clock_.skip(std::max(0.0, next - now()));
+    } else {
+      sleepUntil(next);
+    }
+    serveTimers();
+    servePosted();
+  } while (now() < deadline);
+}
+
+void RunLoop::wake() noexcept {
+  {
+    const std::lock_guard lock(mutex_);
+    mainQueueWaits_ = true;
+  }
+  woken_.notify_one();
+}
+
+bool RunLoop::isStopped() {
+  const std::lock_guard lock(mutex_);
+  return stopped_;
+}
+
+// Those due at the time of the call, the earliest first.
+bool RunLoop::serveTimers() {
+  const double time = now();
+  bool served = false;
+  while (!timers_.empty()) {
+    const auto earliest =
+        std::ranges::min_element(timers_, {}, [](const auto& entry) { return entry.second.due; });
+    if (earliest->second.due > time) break;
+    const platform::Block block = std::move(earliest->second.block);
+    timers_.erase(earliest);
+    call(block);
+    served = true;
+  }
+  return served;
+}
+
+// Those posted up to the time of the call; what a nested loop has served meanwhile is not missed.
+bool RunLoop::servePosted() {
+  std::size_t left = 0;
+  {
+    const std::lock_guard lock(mutex_);
+    left = posted_.size();
+  }
+  const bool served = left > 0;
+  for (; left > 0; --left) {
+    platform::Block block;
+    {
+      const std::lock_guard lock(mutex_);
+      if (posted_.empty()) break;
+      block = std::move(posted_.front());
+      posted_.pop_front();
+    }
+    call(block);
+  }
+  return served;
+}
+
+bool RunLoop::serveMainQueue() {
+  {
+    const std::lock_guard lock(mutex_);
+    if (!std::exchange(mainQueueWaits_, false)) return false;
+  }
+  drain();
+  return true;
+}
+
+void RunLoop::sleepUntil(double deadline) {
+  std::unique_lock lock(mutex_);
+  const auto isDue = [this] { return !posted_.empty() || mainQueueWaits_ || stopped_; };
+  const double seconds = deadline - now();
+  if (seconds == std::numeric_limits<double>::infinity()) {
+    woken_.wait(lock, isDue);
+  } else {
+    woken_.wait_for(lock, std::chrono::duration<double>(seconds), isDue);
+  }
+}
+
+double RunLoop::nextTimer() const {
+  double next = std::numeric_limits<double>::infinity();
+  for (const auto& [id, timer] : timers_) next = std::min(next, timer.due);
+  return next;
+}
+
+}  // namespace tarni::headless

@@ -1,0 +1,265 @@
+#include "backends/headless/events/GestureRecognizer.h"
+
+#include <algorithm>
+#include <cmath>
+#include <numbers>
+
+namespace tarni::headless {
+
+using platform::CGPoint;
+using platform::UITouchPhase;
+using platform::uikit::UIGestureRecognizer;
+
+namespace {
+
+constexpr double allowedMovement = 10;       // points
+constexpr double longestTap = 1.5;           // seconds
+constexpr double longestPauseOfTaps = 0.35;  // seconds
+constexpr double smallestRotation = 0.1;     // radians
+
+platform::Class recognizerClass(std::string_view name) {
+  return platform::defineClass(name, UIGestureRecognizer);
+}
+
+}  // namespace
+
+// --- GestureRecognizer
+
+namespace {
+
+CGPoint middle(const GestureRecognizer::Touches& touches) {
+  CGPoint sum;
+  for (const platform::UITouchRef& touch : touches) {
+    const CGPoint point = touch->locationInView(nullptr);
+    sum.x += point.x;
+    sum.y += point.y;
+  }
+  const auto count = static_cast<double>(std::max<std::size_t>(touches.size(), 1));
+  return {sum.x / count, sum.y / count};
+}
+
+bool contains(const GestureRecognizer::Touches& touches, const platform::UITouchRef& touch) {
+  return std::ranges::find(touches, touch) != touches.end();
+}
+
+}  // namespace
+
+GestureRecognizer::Touches GestureRecognizer::touches() const {
+  Touches alive;
+  for (const auto& weak : touches_) {
+    if (platform::UITouchRef touch = weak.lock()) alive.push_back(std::move(touch));
+  }
+  return alive;
+}
+
+CGPoint GestureRecognizer::locationInWindow() const {
+  return middle(touches());
+}
+
+CGPoint GestureRecognizer::middleWithout(const Touches& ending) const {
+  Touches staying = touches();
+  std::erase_if(staying, [&](const auto& touch) { return contains(ending, touch); });
+  return middle(staying);
+}
+
+void GestureRecognizer::handle(UITouchPhase phase, const Touches& touches) {
+  std::erase_if(touches_, [](const auto& touch) { return touch.expired(); });
+  if (phase == UITouchPhase::Began) {
+    if (touches_.empty()) {
+      state_ = State::Possible;
+      reset();
+    }
+    touches_.insert(touches_.end(), touches.begin(), touches.end());
+  }
+  const bool isOver = state_ == State::Failed || state_ == State::Cancelled;
+  switch (phase) {
+    case UITouchPhase::Began:
+      if (!isOver) began();
+      break;
+    case UITouchPhase::Moved:
+    case UITouchPhase::Stationary:
+      if (!isOver) moved();
+      break;
+    case UITouchPhase::Ended:
+      if (!isOver) ended(touches);
+      forget(touches);
+      if (touches_.empty() && isRecognizing()) recognize(State::Ended);
+      break;
+    case UITouchPhase::Cancelled:
+      forget(touches);
+      cancel();
+      break;
+  }
+}
+
+void GestureRecognizer::cancel() {
+  if (isRecognizing()) {
+    recognize(State::Cancelled);
+  } else if (state_ == State::Possible) {
+    state_ = State::Failed;
+  }
+}
+
+void GestureRecognizer::recognize(State state) {
+  state_ = state;
+  const Action action = action_;  // it may take the recognizer away
+  if (action) action();
+}
+
+void GestureRecognizer::forget(const Touches& touches) {
+  std::erase_if(touches_, [&](const auto& own) { return contains(touches, own.lock()); });
+}
+
+double GestureRecognizer::distance(CGPoint a, CGPoint b) {
+  return std::hypot(a.x - b.x, a.y - b.y);
+}
+
+// --- tap
+
+TapGestureRecognizer::TapGestureRecognizer(Action action, std::size_t touchesRequired,
+                                           int tapsRequired)
+    : GestureRecognizer(platform::uikit::UITapGestureRecognizer, std::move(action)),
+      touchesRequired_(touchesRequired),
+      tapsRequired_(tapsRequired) {}
+
+void TapGestureRecognizer::began() {
+  const Touches down = touches();
+  if (most_ == 0) {
+    start_ = down.front()->timestamp();
+    if (start_ - lastTap_ > longestPauseOfTaps) taps_ = 0;
+  }
+  most_ = std::max(most_, down.size());
+  startLocation_ = middle(down);
+  if (most_ > touchesRequired_) fail();
+}
+
+void TapGestureRecognizer::moved() {
+  if (distance(locationInWindow(), startLocation_) > allowedMovement) fail();
+}
+
+void TapGestureRecognizer::ended(const Touches& ending) {
+  if (ending.size() < touches().size()) {
+    startLocation_ = middleWithout(ending);
+    return;
+  }
+  const double now = ending.front()->timestamp();
+  if (most_ != touchesRequired_ || now - start_ > longestTap) return fail();
+  lastTap_ = now;
+  if (++taps_ < tapsRequired_) return;
+  taps_ = 0;
+  recognize(State::Ended);
+}
+
+// --- long press
+
+LongPressGestureRecognizer::LongPressGestureRecognizer(Action action, double minimumSeconds)
+    : GestureRecognizer(recognizerClass("UILongPressGestureRecognizer"), std::move(action)),
+      minimumSeconds_(minimumSeconds) {}
+
+void LongPressGestureRecognizer::began() {
+  if (numberOfTouches() > 1) return fail();
+  start_ = touches().front()->timestamp();
+  startLocation_ = locationInWindow();
+}
+
+void LongPressGestureRecognizer::moved() {
+  if (isRecognizing()) return recognize(State::Changed);
+  if (distance(locationInWindow(), startLocation_) > allowedMovement) return fail();
+  check();
+}
+
+void LongPressGestureRecognizer::ended(const Touches&) {
+  if (!isRecognizing()) check();
+}
+
+void LongPressGestureRecognizer::check() {
+  if (touches().front()->timestamp() - start_ >= minimumSeconds_) recognize(State::Began);
+}
+
+// --- pan
+
+PanGestureRecognizer::PanGestureRecognizer(Action action, platform::Class cls)
+    : GestureRecognizer(cls, std::move(action)) {}
+
+platform::Class PanGestureRecognizer::panClass() {
+  return recognizerClass("UIPanGestureRecognizer");
+}
+
+CGPoint PanGestureRecognizer::translationInView(const View& view) const {
+  const CGPoint origin = view.convertPointFromWindow({});
+  const CGPoint moved = view.convertPointFromWindow(translation_);
+  return {moved.x - origin.x, moved.y - origin.y};
+}
+
+void PanGestureRecognizer::began() {
+  last_ = locationInWindow();
+}
+
+void PanGestureRecognizer::moved() {
+  const CGPoint location = locationInWindow();
+  translation_.x += location.x - last_.x;
+  translation_.y += location.y - last_.y;
+  last_ = location;
+  if (isRecognizing()) return recognize(State::Changed);
+  if (distance(translation_, {}) > allowedMovement) recognize(State::Began);
+}
+
+void PanGestureRecognizer::ended(const Touches& ending) {
+  last_ = middleWithout(ending);
+}
+
+// --- pinch
+
+PinchGestureRecognizer::PinchGestureRecognizer(Action action)
+    : GestureRecognizer(recognizerClass("UIPinchGestureRecognizer"), std::move(action)) {}
+
+double PinchGestureRecognizer::fingerDistance() const {
+  const Touches down = touches();
+  return distance(down[0]->locationInView(nullptr), down[1]->locationInView(nullptr));
+}
+
+void PinchGestureRecognizer::began() {
+  scale_ = 1;
+  if (numberOfTouches() == 2) startDistance_ = fingerDistance();
+  if (numberOfTouches() > 2) fail();
+}
+
+void PinchGestureRecognizer::moved() {
+  if (numberOfTouches() != 2 || startDistance_ == 0) return;
+  const double now = fingerDistance();
+  scale_ = now / startDistance_;
+  if (isRecognizing()) return recognize(State::Changed);
+  if (std::abs(now - startDistance_) > allowedMovement) recognize(State::Began);
+}
+
+void PinchGestureRecognizer::ended(const Touches&) {}
+
+// --- rotation
+
+RotationGestureRecognizer::RotationGestureRecognizer(Action action)
+    : GestureRecognizer(recognizerClass("UIRotationGestureRecognizer"), std::move(action)) {}
+
+double RotationGestureRecognizer::fingerAngle() const {
+  const Touches down = touches();
+  const CGPoint first = down[0]->locationInView(nullptr);
+  const CGPoint second = down[1]->locationInView(nullptr);
+  return std::atan2(second.y - first.y, second.x - first.x);
+}
+
+void RotationGestureRecognizer::began() {
+  if (numberOfTouches() == 2) last_ = fingerAngle();
+  if (numberOfTouches() > 2) fail();
+}
+
+void RotationGestureRecognizer::moved() {
+  if (numberOfTouches() != 2) return;
+  const double angle = fingerAngle();
+  rotation_ += std::remainder(angle - last_, 2 * std::numbers::pi);
+  last_ = angle;
+  if (isRecognizing()) return recognize(State::Changed);
+  if (std::abs(rotation_) > smallestRotation) recognize(State::Began);
+}
+
+void RotationGestureRecognizer::ended(const Touches&) {}
+
+}  // namespace tarni::headless

@@ -1,0 +1,69 @@
+#include "backends/headless/views/PickerView.h"
+
+#include <algorithm>
+#include <cmath>
+
+#include "backends/headless/drawing/Canvas.h"
+
+namespace tarni::headless {
+namespace {
+
+constexpr double rowHeight = 32;  // points
+
+platform::Class columnClass() {
+  return platform::defineClass("UIPickerColumnView", platform::uikit::UIView);
+}
+
+}  // namespace
+
+PickerColumnView::PickerColumnView(std::vector<std::string> rows)
+    : ScrollView(columnClass()), rows_(std::move(rows)) {}
+
+long PickerColumnView::selectedRow() const {
+  if (rows_.empty()) return -1;
+  const auto row = static_cast<long>(std::lround(contentOffset().y / rowHeight));
+  return std::clamp(row, 0L, static_cast<long>(rows_.size()) - 1);
+}
+
+void PickerColumnView::selectRow(long row) {
+  scrollTo({0, rowHeight * static_cast<double>(row)});
+}
+
+// Every row can come to the middle.
+void PickerColumnView::layoutSubviews() {
+  const double turns = rowHeight * (static_cast<double>(rows_.size()) - 1);
+  setContentSize({bounds().size.width, bounds().size.height + std::max(0.0, turns)});
+}
+
+void PickerColumnView::drawContent(Canvas& canvas) const {
+  const platform::CGRect own = bounds();
+  const double middle = own.size.height / 2 - rowHeight / 2;
+  const long selected = selectedRow();
+  for (std::size_t row = 0; row < rows_.size(); ++row) {
+    const bool isSelected = static_cast<long>(row) == selected;
+    canvas.text(
+        rows_[row],
+        {{own.minX(), middle + rowHeight * static_cast<double>(row)}, {own.size.width, rowHeight}},
+        {.size = 20,
+         .color = isSelected ? colors::black : colors::gray,
+         .alignment = TextAlignment::Center});
+  }
+}
+
+PickerView::PickerView(std::vector<std::vector<std::string>> components)
+    : View(platform::uikit::UIPickerView) {
+  for (auto& rows : components) {
+    columns_.push_back(std::make_shared<PickerColumnView>(std::move(rows)));
+    addSubview(columns_.back());
+  }
+}
+
+void PickerView::layoutSubviews() {
+  const platform::CGSize size = bounds().size;
+  const double width = size.width / static_cast<double>(std::max<std::size_t>(columns_.size(), 1));
+  for (std::size_t index = 0; index < columns_.size(); ++index) {
+    columns_[index]->setFrame({{width * static_cast<double>(index), 0}, {width, size.height}});
+  }
+}
+
+}  // namespace tarni::headless

@@ -1,0 +1,78 @@
+#include "backends/headless/views/SegmentedControl.h"
+
+#include "backends/headless/drawing/Canvas.h"
+#include "backends/headless/views/Label.h"
+#include "platform/Foundation/NSException.h"
+
+namespace tarni::headless {
+namespace {
+
+platform::Class segmentClass() {
+  return platform::defineClass("UISegment", platform::uikit::UIImageView);
+}
+
+platform::Class segmentLabelClass() {
+  return platform::defineClass("UISegmentLabel", platform::uikit::UILabel);
+}
+
+[[noreturn]] void throwOutOfRange(long index) {
+  throw platform::NSException(platform::NSRangeException,
+                              "segment " + std::to_string(index) + " does not exist");
+}
+
+}  // namespace
+
+SegmentedControl::SegmentedControl(std::vector<std::optional<std::string>> titles,
+                                   platform::Class cls)
+    : Control(cls), titles_(std::move(titles)) {
+  layer().setCornerRadius(8);
+  for (const auto& title : titles_) {
+    const auto segment = std::make_shared<View>(segmentClass());
+    segment->setUserInteractionEnabled(false);
+    const auto label = std::make_shared<Label>(title, segmentLabelClass());
+    label->setTextStyle({.size = 13, .alignment = TextAlignment::Center});
+    segment->addSubview(label);
+    addSubview(segment);
+  }
+}
+
+std::optional<std::string> SegmentedControl::titleForSegmentAtIndex(long index) const {
+  if (index < 0 || index >= numberOfSegments()) throwOutOfRange(index);
+  return titles_[static_cast<std::size_t>(index)];
+}
+
+void SegmentedControl::select(long index) {
+  if (index < -1 || index >= numberOfSegments()) throwOutOfRange(index);
+  selected_ = index;
+}
+
+void SegmentedControl::tapped(platform::CGPoint point) {
+  for (std::size_t index = 0; index < titles_.size(); ++index) {
+    if (!child(index).frame().contains(point) || selected_ == static_cast<long>(index)) continue;
+    selected_ = static_cast<long>(index);
+    sendActions(ControlEvent::ValueChanged);
+    return;
+  }
+}
+
+void SegmentedControl::layoutSubviews() {
+  const platform::CGSize size = bounds().size;
+  const double width = size.width / static_cast<double>(titles_.size());
+  for (std::size_t index = 0; index < titles_.size(); ++index) {
+    child(index).setFrame({{width * static_cast<double>(index), 0}, {width, size.height}});
+    child(index).child(0).setFrame({{0, 0}, {width, size.height}});
+  }
+}
+
+void SegmentedControl::drawContent(Canvas& canvas) const {
+  constexpr double inset = 2;
+  const double radius = layer().cornerRadius();
+  canvas.fill(bounds(), colors::lightGray, radius);
+  if (selected_ < 0) return;
+  const platform::CGRect chosen = child(static_cast<std::size_t>(selected_)).frame();
+  canvas.fill({{chosen.minX() + inset, chosen.minY() + inset},
+               {chosen.size.width - 2 * inset, chosen.size.height - 2 * inset}},
+              colors::white, radius - inset);
+}
+
+}  // namespace tarni::headless

@@ -1,0 +1,33 @@
+#include "backends/headless/views/Switch.h"
+
+#include <algorithm>
+
+#include "backends/headless/drawing/Canvas.h"
+
+namespace tarni::headless {
+
+Switch::Switch(bool on, platform::Class cls) : Control(cls), on_(on) {
+  setFrame({{0, 0}, {51, 31}});
+}
+
+platform::Task<void> Switch::setOn(bool on) {
+  on_ = on;
+  co_return;
+}
+
+void Switch::tapped(platform::CGPoint) {
+  on_ = !on_;
+  sendActions(ControlEvent::ValueChanged);
+}
+
+void Switch::drawContent(Canvas& canvas) const {
+  constexpr double inset = 2;
+  const platform::CGRect own = bounds();
+  const double height = own.size.height;
+  const double knob = std::max(0.0, height - 2 * inset);
+  const double left = on_ ? own.maxX() - inset - knob : own.minX() + inset;
+  canvas.fill(own, on_ ? colors::green : colors::lightGray, height / 2);
+  canvas.fill({{left, own.minY() + inset}, {knob, knob}}, colors::white, knob / 2);
+}
+
+}  // namespace tarni::headless

@@ -1,0 +1,71 @@
+#include "backends/headless/views/TableView.h"
+
+#include <cmath>
+
+#include "backends/headless/drawing/Canvas.h"
+
+namespace tarni::headless {
+namespace {
+
+platform::Class contentViewClass() {
+  return platform::defineClass("UITableViewCellContentView", platform::uikit::UIView);
+}
+
+platform::Class cellLabelClass() {
+  return platform::defineClass("UITableViewLabel", platform::uikit::UILabel);
+}
+
+constexpr double inset = 16;  // points
+
+}  // namespace
+
+TableViewCell::TableViewCell(std::optional<std::string> text, platform::Class cls)
+    : View(cls),
+      contentView_(std::make_shared<View>(contentViewClass())),
+      label_(std::make_shared<Label>(std::move(text), cellLabelClass())) {
+  setBackgroundColor(colors::white);
+  contentView_->addSubview(label_);
+  addSubview(contentView_);
+}
+
+void TableViewCell::layoutSubviews() {
+  const platform::CGSize size = bounds().size;
+  contentView_->setFrame({{0, 0}, size});
+  label_->setFrame({{inset, 0}, {size.width - 2 * inset, size.height}});
+}
+
+void TableViewCell::drawContent(Canvas& canvas) const {
+  const platform::CGRect own = bounds();
+  const double y = own.maxY() - 0.5;
+  canvas.line({own.minX() + inset, y}, {own.maxX(), y}, colors::lightGray, 0.5);
+}
+
+TableView::TableView(double rowHeight, platform::Class cls)
+    : ItemsView(cls), rowHeight_(rowHeight) {
+  setBackgroundColor(colors::white);
+}
+
+void TableView::setRows(std::vector<std::string> texts) {
+  const auto count = static_cast<long>(texts.size());
+  setItems(count, [texts = std::move(texts)](long item, const ViewRef& reusable) -> ViewRef {
+    auto cell = std::dynamic_pointer_cast<TableViewCell>(reusable);
+    if (!cell) cell = std::make_shared<TableViewCell>();
+    cell->setText(texts[static_cast<std::size_t>(item)]);
+    return cell;
+  });
+}
+
+platform::CGRect TableView::frameOfItem(long item) const {
+  return {{0, rowHeight_ * static_cast<double>(item)}, {bounds().size.width, rowHeight_}};
+}
+
+platform::CGSize TableView::sizeOfItems(long count) const {
+  return {bounds().size.width, rowHeight_ * static_cast<double>(count)};
+}
+
+std::pair<long, long> TableView::itemsInRect(const platform::CGRect& visible) const {
+  return {static_cast<long>(std::floor(visible.minY() / rowHeight_)),
+          static_cast<long>(std::ceil(visible.maxY() / rowHeight_))};
+}
+
+}  // namespace tarni::headless

@@ -1,0 +1,72 @@
+#include "backends/headless/views/TextField.h"
+
+#include <algorithm>
+
+#include "backends/headless/drawing/Canvas.h"
+
+namespace tarni::headless {
+namespace {
+
+constexpr double inset = 10;  // points
+
+bool isFirstByteOfCharacter(char byte) {
+  return (static_cast<unsigned char>(byte) & 0xC0U) != 0x80U;
+}
+
+std::string dots(std::string_view text) {
+  std::string hidden;
+  for (auto count = std::ranges::count_if(text, isFirstByteOfCharacter); count > 0; --count) {
+    hidden += "●";
+  }
+  return hidden;
+}
+
+}  // namespace
+
+TextField::TextField(std::optional<std::string> placeholder, platform::Class cls)
+    : Control(cls), placeholder_(std::move(placeholder)) {
+  setCanBecomeFirstResponder(true);
+  setBackgroundColor(colors::white);
+  layer().setCornerRadius(8);
+}
+
+platform::Task<void> TextField::setText(std::string text) {
+  text_ = std::move(text);
+  co_return;
+}
+
+bool TextField::type(std::string_view text) {
+  if (!isFirstResponder()) return false;
+  text_ += text;
+  sendActions(ControlEvent::EditingChanged);
+  return true;
+}
+
+void TextField::tapped(platform::CGPoint) {
+  focus();
+}
+
+void TextField::didBecomeFirstResponder() {
+  sendActions(ControlEvent::EditingDidBegin);
+}
+
+void TextField::didResignFirstResponder() {
+  sendActions(ControlEvent::EditingDidEnd);
+}
+
+void TextField::drawContent(Canvas& canvas) const {
+  const platform::CGRect own = bounds();
+  const platform::CGRect inner{{own.minX() + inset, own.minY()},
+                               {own.size.width - 2 * inset, own.size.height}};
+  TextStyle style;
+  if (!text_.empty()) {
+    canvas.text(secure_ ? dots(text_) : text_, inner, style);
+  } else if (placeholder_) {
+    style.color = colors::lightGray;
+    canvas.text(*placeholder_, inner, style);
+  }
+  const auto& line = isFirstResponder() ? colors::blue : colors::lightGray;
+  canvas.stroke(own, line, 1, layer().cornerRadius());
+}
+
+}  // namespace tarni::headless

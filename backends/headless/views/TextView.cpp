@@ -1,0 +1,30 @@
+#include "backends/headless/views/TextView.h"
+
+#include "backends/headless/drawing/Canvas.h"
+
+namespace tarni::headless {
+
+TextView::TextView(std::string text, platform::Class cls)
+    : ScrollView(cls), text_(std::move(text)) {
+  setCanBecomeFirstResponder(true);
+  setBackgroundColor(colors::white);
+}
+
+bool TextView::type(std::string_view text) {
+  if (!isFirstResponder()) return false;
+  text_ += text;
+  return true;
+}
+
+bool TextView::handleTouch(platform::UITouchPhase phase, platform::UITouch& touch) {
+  if (phase == platform::UITouchPhase::Ended && pointInside(touch.locationInView(ref()))) focus();
+  return true;
+}
+
+void TextView::drawContent(Canvas& canvas) const {
+  constexpr double inset = 8;
+  const platform::CGSize size = bounds().size;
+  canvas.paragraph(text_, {{inset, inset}, {size.width - 2 * inset, size.height - 2 * inset}}, {});
+}
+
+}  // namespace tarni::headless

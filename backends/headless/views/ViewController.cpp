@@ -1,0 +1,40 @@
+#include "backends/headless/views/ViewController.h"
+
+#include "backends/headless/views/Window.h"
+#include "platform/Platform.h"
+
+namespace tarni::headless {
+namespace {
+
+constexpr const char* viewWillAppear = "viewWillAppear:";
+constexpr const char* viewDidAppear = "viewDidAppear:";
+
+}  // namespace
+
+ViewController::ViewController(ViewRef view) : view_(std::move(view)) {}
+
+void ViewController::defineMethods(platform::ObjectiveCRuntime& runtime) {
+  const auto nothing = [](const std::vector<platform::Argument>&) {};
+  runtime.class_replaceMethod(platform::uikit::UIViewController, viewWillAppear, nothing, "v@:B");
+  runtime.class_replaceMethod(platform::uikit::UIViewController, viewDidAppear, nothing, "v@:B");
+}
+
+void ViewController::presentIn(Window& window, bool animated) {
+  const auto alive = shared_from_this();
+  view_->setFrame({{}, window.bounds().size});
+  perform(viewWillAppear, willAppear_, animated);
+  window.addSubview(view_);
+  perform(viewDidAppear, didAppear_, animated);
+}
+
+void ViewController::dismiss() {
+  view_->removeFromSuperview();
+}
+
+void ViewController::perform(std::string_view selector, const std::function<void()>& action,
+                             bool animated) {
+  platform::current().runtime->perform(platform::uikit::UIViewController, selector, {animated});
+  if (action) action();
+}
+
+}  // namespace tarni::headless
