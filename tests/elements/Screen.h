@@ -18,7 +18,9 @@
 #include "agent/elements/XpathManager.h"
 #include "backends/headless/Build.h"
 #include "backends/headless/Environment.h"
+#include "platform/Platform.h"
 #include "platform/Task.h"
+#include "tests/elements/ManualTime.h"
 
 namespace tarni::test {
 
@@ -51,6 +53,9 @@ class Screen : public testing::Test {
   Screen() {
     environment.install();
     environment.useVirtualClock();
+    platform::Platform parts = platform::current();
+    parts.dispatch = &time;
+    platform::install(parts);
     window = environment.makeWindow();
     UIViewMemoryCache::sharedInstance().clearMemoryCache();
     GlobalVars::sharedInstance().set_viewControllerLoaded("LOADED");
@@ -106,7 +111,14 @@ class Screen : public testing::Test {
     return XpathManager::sharedInstance().getPositionXpathOfUIView(view);
   }
 
+  // Runs what waits for the main queue.
+  void drainMainQueue() {
+    while (environment.runLoop().pump()) {
+    }
+  }
+
   headless::Environment environment;
+  ManualTime time{environment.dispatch()};
   headless::WindowRef window;
 };
 

@@ -109,9 +109,7 @@ TEST_F(Command, ClickelementOnAHighlightedViewLeavesNoGreenBehind) {
   EXPECT_TRUE(Highlight::isHighlighted(button));
   ask(button, "clickelement");
   EXPECT_FALSE(Highlight::isHighlighted(button));
-  environment.processInfo().skip(1.1);
-  while (environment.runLoop().pump()) {
-  }
+  time.pass(1.1);
   EXPECT_FALSE(Highlight::isHighlighted(button));
 }
 

@@ -67,6 +67,8 @@ TEST_F(Spy, DescribesTheSelectionAndItsAncestorsUpToTheWindow) {
   const auto inner = headless::build<View>().frame({{0, 0}, {100, 100}}).in(*box);
   const auto label = headless::build<Label>("Hello").frame({{10, 10}, {50, 20.6}}).in(*inner);
   label->setAccessibilityIdentifier("greeting");
+  UIViewsManager manager;
+  manager.GetAllViews(window, true);
   UIViewStorage& storage = UIViewStorage::sharedObject();
   const long lastIndex = std::stol(storage._key());
   const std::size_t stored = storage._viewsStorageWithIdentifier().size();

@@ -13,11 +13,6 @@ using testing::IsEmpty;
 
 class Stores : public Screen {
  protected:
-  void passSeconds(double seconds) {
-    environment.processInfo().skip(seconds);
-    while (environment.runLoop().pump()) {
-    }
-  }
   static Highlight::Border borderOf(const platform::UIViewRef& view) {
     return {view->layer().borderWidth(), view->layer().borderColor()};
   }
@@ -91,9 +86,9 @@ TEST_F(Stores, HighlightGivesTheBorderBackAfterASecond) {
   Highlight::deHighlightView(label, red.width, red.color);
   Highlight::highlightView(label);
   EXPECT_EQ(borderOf(label), green);
-  passSeconds(0.9);
+  time.pass(0.9);
   EXPECT_EQ(borderOf(label), green);
-  passSeconds(0.2);
+  time.pass(0.2);
   EXPECT_EQ(borderOf(label), red);
 }
 
@@ -101,12 +96,12 @@ TEST_F(Stores, AHighlightInsideAnotherLeavesNoGreenBehind) {
   const auto label = add<Label>("one").get();
   Highlight::deHighlightView(label, red.width, red.color);
   Highlight::highlightView(label);
-  passSeconds(0.5);
+  time.pass(0.5);
   EXPECT_EQ(Highlight::ownBorder(label), red);
   Highlight::highlightView(label);
-  passSeconds(0.6);
+  time.pass(0.6);
   EXPECT_EQ(borderOf(label), green) << "the second one lasts a second of its own";
-  passSeconds(0.5);
+  time.pass(0.5);
   EXPECT_EQ(borderOf(label), red);
 }
 
@@ -116,7 +111,7 @@ TEST_F(Stores, AHighlightTakenOffDoesNotTouchTheBorderLater) {
   Highlight::deHighlightView(label);
   EXPECT_EQ(borderOf(label), Highlight::Border{});
   Highlight::deHighlightView(label, red.width, red.color);
-  passSeconds(1.1);
+  time.pass(1.1);
   EXPECT_EQ(borderOf(label), red);
 }
 
@@ -127,7 +122,7 @@ TEST_F(Stores, AHighlightedViewMayGo) {
   const std::weak_ptr<Label> gone = label;
   label.reset();
   EXPECT_TRUE(gone.expired());
-  passSeconds(1.1);
+  time.pass(1.1);
 }
 
 }  // namespace

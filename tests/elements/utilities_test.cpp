@@ -88,30 +88,23 @@ TEST_F(UtilitiesTest, ACommandWithoutJsonStartsPlaybackAllTheSame) {
 }
 
 TEST_F(UtilitiesTest, AToastGoesAfterFiveSeconds) {
-  const auto pump = [this] {
-    while (environment.runLoop().pump()) {
-    }
-  };
   Utilities::ShowToastMessage("Switched");
   EXPECT_TRUE(environment.alerts().shown().empty()) << "it waits for the main queue";
-  pump();
+  drainMainQueue();
   ASSERT_EQ(environment.alerts().shown().size(), 1U);
   const auto& alert = *environment.alerts().shown().front();
   EXPECT_EQ(alert.message, "Switched");
   EXPECT_EQ(alert.cancelButtonTitle, std::nullopt);
   EXPECT_EQ(alert.otherButtonTitle, std::nullopt);
-  environment.processInfo().skip(4.9);
-  pump();
+  time.pass(4.9);
   EXPECT_TRUE(alert.isVisible());
-  environment.processInfo().skip(0.2);
-  pump();
+  time.pass(0.2);
   EXPECT_EQ(alert.clicked, 0);
 }
 
 TEST_F(UtilitiesTest, AnAlertIsOnlyFlashed) {
   Utilities::ShowAlertMessage("went wrong");
-  while (environment.runLoop().pump()) {
-  }
+  drainMainQueue();
   ASSERT_EQ(environment.alerts().shown().size(), 1U);
   const auto& alert = *environment.alerts().shown().front();
   EXPECT_EQ(alert.message, "went wrong");

@@ -88,8 +88,7 @@ TEST_F(WebCommand, ClickThatRaisesIsShownAndTheNativeClickGoesOn) {
     return {};
   });
   EXPECT_EQ(command({{"functionname", "clickelement"}, {"accessorvalue", "7"}}), Json::array());
-  while (environment.runLoop().pump()) {
-  }
+  drainMainQueue();
   ASSERT_EQ(environment.alerts().shown().size(), 1U);
   EXPECT_EQ(environment.alerts().shown()[0]->message, "no such element");
 }
