@@ -1,0 +1,41 @@
+// QtEventDispatch: the methods that can be hooked. Every event goes through "sendEvent:" of the
+// class UIApplication, whose own implementation lets the program have it; a window that appears
+// goes through "viewWillAppear:" and "viewDidAppear:" of the class UIViewController. GUI thread.
+#pragma once
+
+#include <functional>
+#include <vector>
+
+#include "platform/ObjectiveC/Runtime.h"
+
+namespace tarni::qt {
+
+class QtEventDispatch {
+ public:
+  // Defines the methods.
+  explicit QtEventDispatch(platform::ObjectiveCRuntime& runtime);
+
+  // Performs "sendEvent:"; its own implementation calls `deliver`. Whatever hooks it, `deliver` is
+  // called exactly once. May enter a nested loop of the program.
+  void sendEvent(platform::UIEvent& event, const std::function<void()>& deliver);
+  // The same for a window that appears: `appear` runs between the two methods.
+  void windowAppears(const std::function<void()>& appear);
+
+ private:
+  // An event that is on its way; the program's nested loops stack them up.
+  struct Delivery {
+    platform::UIEvent* event;
+    const std::function<void()>* deliver;
+    Delivery* outer;
+    bool isDelivered;
+  };
+
+  void sendEventImplementation(const std::vector<platform::Argument>& arguments);
+  void performGuarded(platform::Class cls, const char* selector, platform::Argument argument);
+  static void deliver(Delivery& delivery);
+
+  platform::ObjectiveCRuntime& runtime_;
+  Delivery* current_ = nullptr;
+};
+
+}  // namespace tarni::qt

@@ -1,0 +1,98 @@
+#include "backends/qt/QtPlatform.h"
+
+#include <QtGui/QGuiApplication>
+#include <QtGui/QScreen>
+#include <QtGui/QWindow>
+#include <QtWidgets/QWidget>
+
+#include "backends/posix/Dispatch.h"
+#include "backends/posix/HIDEventSystem.h"
+#include "backends/posix/ObjectiveCRuntime.h"
+#include "backends/posix/ProcessInfo.h"
+#include "backends/posix/SystemLog.h"
+#include "backends/qt/QtAlerts.h"
+#include "backends/qt/QtApplication.h"
+#include "backends/qt/QtEncoding.h"
+#include "backends/qt/QtEventHook.h"
+#include "backends/qt/QtMainQueue.h"
+#include "backends/qt/QtTransaction.h"
+#include "backends/qt/ViewRegistry.h"
+
+namespace tarni::qt {
+namespace {
+
+// The screen on which the key window is.
+class QtScreen : public platform::UIScreen {
+ public:
+  explicit QtScreen(const QtApplication& application) : application_(application) {}
+
+  platform::CGRect bounds() const override {
+    const QScreen* const screen = current();
+    if (!screen) return {};
+    const QSize size = screen->size();
+    return {{0, 0}, {double(size.width()), double(size.height())}};
+  }
+  double scale() const override {
+    const QScreen* const screen = current();
+    return screen ? screen->devicePixelRatio() : 1;
+  }
+
+ private:
+  const QScreen* current() const {
+    const QWidget* const window = widgetOfView(application_.keyWindow());
+    const QWindow* const native = window ? window->windowHandle() : nullptr;
+    return native ? native->screen() : QGuiApplication::primaryScreen();
+  }
+
+  const QtApplication& application_;
+};
+
+// Qt tells its observers by signals, which the controls themselves emit when they change.
+class QtNotificationCenter : public platform::NSNotificationCenter {
+ public:
+  platform::Task<void> postNotificationName(std::string_view,
+                                            std::shared_ptr<platform::UIView>) override {
+    co_return;
+  }
+};
+
+struct Parts {
+  posix::SystemLog log;
+  posix::ProcessInfo processInfo;
+  QtEncoding encoding;
+  QtNotificationCenter notificationCenter;
+  posix::Dispatch dispatch{QtMainQueue::shared()};
+  posix::ObjectiveCRuntime runtime;
+  QtEventDispatch events{runtime};
+  QtTransaction transaction;
+  QtApplication application{events};
+  QtScreen screen{application};
+  QtAlerts alerts;
+  posix::HIDEventSystem hidEvents;
+  QtEventHook hook{events, application._touchesEvent(), log};
+};
+
+platform::Platform platformOf(Parts& parts) {
+  platform::Platform made;
+  made.log = &parts.log;
+  made.processInfo = &parts.processInfo;
+  made.encoding = &parts.encoding;
+  made.notificationCenter = &parts.notificationCenter;
+  made.dispatch = &parts.dispatch;
+  made.runtime = &parts.runtime;
+  made.transaction = &parts.transaction;
+  made.application = &parts.application;
+  made.mainScreen = &parts.screen;
+  made.alerts = &parts.alerts;
+  made.hidEvents = &parts.hidEvents;
+  return made;
+}
+
+}  // namespace
+
+const platform::Platform& qtPlatform() {
+  static const auto* const made = new platform::Platform(platformOf(*new Parts));
+  return *made;
+}
+
+}  // namespace tarni::qt

@@ -1,0 +1,12 @@
+// QtPlatform: the platform that a Qt program is.
+#pragma once
+
+#include "platform/Platform.h"
+
+namespace tarni::qt {
+
+// Made once, on the GUI thread, while the program's application object exists; lives as long as the
+// process. From then on every event of the program passes through "sendEvent:".
+const platform::Platform& qtPlatform();
+
+}  // namespace tarni::qt

@@ -1,0 +1,122 @@
+#include "backends/qt/QtProgram.h"
+
+#include <QtCore/QCoreApplication>
+#include <QtCore/QEvent>
+#include <QtCore/QThread>
+#include <QtCore/QTimer>
+#include <cmath>
+#include <exception>
+#include <utility>
+
+#include "backends/qt/ViewRegistry.h"
+#include "platform/Foundation/NSLog.h"
+
+namespace tarni::qt {
+namespace {
+
+// Longer than a program is busy as a rule: only an event that never arrives takes that long.
+constexpr double kLostEventSeconds = 5;
+
+class WorkEvent : public QEvent {
+ public:
+  explicit WorkEvent(std::function<void()> work) : QEvent(kind()), work_(std::move(work)) {}
+
+  static QEvent::Type kind() {
+    static const auto registered = static_cast<QEvent::Type>(QEvent::registerEventType());
+    return registered;
+  }
+
+  // Nothing thrown reaches the program's event loop.
+  void run() const noexcept {
+    try {
+      work_();
+    } catch (const std::exception& failure) {
+      platform::NSLog("Exception in posted work: %s", failure.what());
+    } catch (...) {
+      platform::NSLog("Exception in posted work");
+    }
+  }
+
+ private:
+  std::function<void()> work_;
+};
+
+class Receiver : public QObject {
+ public:
+  bool event(QEvent* event) override {
+    if (event->type() != WorkEvent::kind()) return QObject::event(event);
+    static_cast<WorkEvent*>(event)->run();
+    return true;
+  }
+};
+
+// On the GUI thread, which need not be the process's first nor the one that asks first. Never
+// destroyed: threads of the agent still post while the process exits.
+QObject& receiver() {
+  static QObject* const shared = [] {
+    auto* const made = new Receiver;
+    if (QCoreApplication::instance()) made->moveToThread(QCoreApplication::instance()->thread());
+    return made;
+  }();
+  return *shared;
+}
+
+void performNow(const std::function<void()>& action, std::exception_ptr& failure) noexcept {
+  try {
+    action();
+  } catch (...) {
+    failure = std::current_exception();
+  }
+}
+
+}  // namespace
+
+bool isGuiThread() {
+  return receiver().thread() == QThread::currentThread();
+}
+
+void postToProgram(std::function<void()> work) {
+  QCoreApplication::postEvent(&receiver(), new WorkEvent(std::move(work)));
+}
+
+void Suspension::begin(std::coroutine_handle<> waiting, double atMostSeconds) {
+  waiting_ = waiting;
+  const auto milliseconds = static_cast<int>(std::ceil(std::max(atMostSeconds, 0.0) * 1000));
+  QTimer::singleShot(milliseconds, Qt::PreciseTimer, &receiver(),
+                     [self = shared_from_this()] { self->resumeNow(); });
+}
+
+void Suspension::resumeLater() {
+  if (std::exchange(queued_, true)) return;
+  postToProgram([self = shared_from_this()] { self->resumeNow(); });
+}
+
+void Suspension::resumeNow() {
+  if (const std::coroutine_handle<> waiting = std::exchange(waiting_, nullptr)) waiting.resume();
+}
+
+platform::Task<void> letProgramRun(double seconds) {
+  Pause pause{std::make_shared<Suspension>(), [] {}, seconds};
+  co_await pause;
+}
+
+platform::Task<void> performAsInput(std::function<void()> work) {
+  const auto suspension = std::make_shared<Suspension>();
+  const auto failure = std::make_shared<std::exception_ptr>();
+  Pause pause{suspension,
+              [suspension, failure, work = std::move(work)] {
+                postInput([suspension, failure, work] {
+                  suspension->resumeLater();
+                  performNow(work, *failure);
+                });
+              },
+              kLostEventSeconds};
+  co_await pause;
+  if (*failure) std::rethrow_exception(*failure);
+}
+
+platform::Task<void> performInProgram(std::function<void()> action) {
+  return performAsInput(std::move(action));
+}
+
+}  // namespace tarni::qt
