@@ -1,0 +1,12 @@
+// StartAgent: what every way of loading the agent ends in.
+#pragma once
+
+#include "platform/Platform.h"
+
+namespace tarni::entry {
+
+// Installs the platform and runs the agent's load hooks; the first call of the process only. Main
+// thread. Never throws: an agent that cannot start leaves a log line and an untouched program.
+void startAgent(const platform::Platform& platform) noexcept;
+
+}  // namespace tarni::entry

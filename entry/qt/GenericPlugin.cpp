@@ -1,0 +1,13 @@
+// The generic plug-in "tarni": Qt loads it by name, and with it the agent's library, which starts
+// the agent by itself.
+#include <QtGui/QGenericPlugin>
+
+class TarniPlugin : public QGenericPlugin {
+  Q_OBJECT
+  Q_PLUGIN_METADATA(IID QGenericPluginFactoryInterface_iid FILE "tarni.json")
+
+ public:
+  QObject* create(const QString&, const QString&) override { return new QObject(this); }
+};
+
+#include "GenericPlugin.moc"

@@ -1,0 +1,43 @@
+// Starts the agent in a Qt program: from the first event loop that runs once the application object
+// exists, at once when it exists already. A process without windows gets no agent.
+#include <QtCore/QCoreApplication>
+#include <QtGui/QGuiApplication>
+#include <exception>
+
+#include "backends/posix/SystemLog.h"
+#include "backends/qt/QtPlatform.h"
+#include "entry/StartAgent.h"
+
+namespace {
+
+void logLine(const char* line) noexcept {
+  try {
+    static auto* const log = new tarni::posix::SystemLog;
+    log->write(line);
+  } catch (...) {
+  }
+}
+
+void start() noexcept {
+  if (!qobject_cast<QGuiApplication*>(QCoreApplication::instance())) {
+    logLine("The program has no windows: the agent is not started");
+    return;
+  }
+  try {
+    tarni::entry::startAgent(tarni::qt::qtPlatform());
+  } catch (const std::exception& failure) {
+    logLine(failure.what());
+  } catch (...) {
+    logLine("The agent cannot start");
+  }
+}
+
+// The application object is still being made when Qt calls this: it is no QGuiApplication yet.
+void startLater() {
+  QMetaObject::invokeMethod(
+      QCoreApplication::instance(), [] { start(); }, Qt::QueuedConnection);
+}
+
+}  // namespace
+
+Q_COREAPP_STARTUP_FUNCTION(startLater)
