@@ -86,6 +86,27 @@ TEST_F(Gestures, TapSurvivesAButtonThatThrowsItselfAway) {
   EXPECT_FALSE(button->isFirstResponder());
 }
 
+TEST_F(Gestures, TapThatOpensADialogEndsWhileTheDialogIsOpen) {
+  bool isClosed = false;
+  bool isOpen = false;
+  const auto button = build<headless::Button>("Open").frame({{0, 0}, {100, 50}}).in(*view);
+  button->setOpensNestedLoop(true);
+  button->onTap([&] {
+    isOpen = true;
+    environment.runLoop().runUntil([&] { return isClosed; });
+    isOpen = false;
+  });
+  bool endedInside = false;
+  platform::spawn(KIFAdditions::tap(button), [&](const std::exception_ptr& failure) {
+    EXPECT_FALSE(failure);
+    endedInside = isOpen;
+    isClosed = true;
+  });
+  EXPECT_TRUE(environment.runLoop().runUntil([&] { return isClosed && !isOpen; }, 10));
+  EXPECT_TRUE(endedInside);
+  EXPECT_EQ(phases(), "Began Ended");
+}
+
 TEST_F(Gestures, ViewWithoutWindowIsTouchedNowhere) {
   view->removeFromSuperview();
   view->setCanBecomeFirstResponder(true);

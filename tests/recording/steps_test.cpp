@@ -1,4 +1,7 @@
+#include <coroutine>
 #include <memory>
+#include <utility>
+#include <vector>
 
 #include "agent/recording/MainRecorderAction.h"
 #include "agent/recording/RecorderAction.h"
@@ -206,6 +209,65 @@ TEST_F(Steps, TextTypedIntoAClosedDialogIsStillRecorded) {
   EXPECT_EQ(dataOf(steps[0]), "Ada");
   EXPECT_EQ(objectOf(steps[0]).at("sahiText"), "Name");
   EXPECT_EQ(actionOf(steps[1]), "ClickButton");
+}
+
+// A view whose picture comes only when the platform gets round to it.
+class SlowlyDrawnView : public View {
+ public:
+  platform::Task<platform::UIImageRef> drawViewHierarchy() override {
+    const Pause pause{waiting_};
+    co_await pause;
+    co_return co_await View::drawViewHierarchy();
+  }
+  void drawNow() {
+    for (const std::coroutine_handle<> drawing : std::exchange(*waiting_, {})) drawing.resume();
+  }
+  bool isWaited() const { return !waiting_->empty(); }
+
+ private:
+  using Waiting = std::shared_ptr<std::vector<std::coroutine_handle<>>>;
+  struct Pause {
+    Waiting waiting;
+    bool await_ready() const { return false; }
+    void await_suspend(std::coroutine_handle<> drawing) { waiting->push_back(drawing); }
+    void await_resume() const {}
+  };
+
+  Waiting waiting_ = std::make_shared<std::vector<std::coroutine_handle<>>>();
+};
+
+TEST_F(Steps, ViewThatGoesAwayWhileItIsDrawnIsStillRecorded) {
+  auto view = build<SlowlyDrawnView>().frame({{0, 0}, {50, 50}}).identifier("slow").in(*window);
+  walk();
+  environment.finger().tap(*view);
+  view->drawNow();
+  std::atomic<bool> hasEnded = false;
+  std::thread worker([&] {
+    RecorderWorker(ElementsQueue::sharedInstance()).run();
+    hasEnded = true;
+    environment.runLoop().post([] {});
+  });
+  EXPECT_TRUE(environment.runLoop().runUntil([&] { return view->isWaited(); }, 10));
+  view->removeFromSuperview();
+  view->drawNow();
+  EXPECT_TRUE(environment.runLoop().runUntil([&] { return hasEnded.load(); }, 10));
+  worker.join();
+  const auto steps = takeSteps();
+  ASSERT_EQ(steps.size(), 1U);
+  EXPECT_EQ(objectOf(steps[0]).at("id"), "slow");
+}
+
+TEST_F(Steps, DraftIsGoodBeforeItsPictureHasCome) {
+  auto view = build<SlowlyDrawnView>().frame({{0, 0}, {50, 50}}).identifier("slow").in(*window);
+  walk();
+  environment.finger().tap(*view);
+  view->removeFromSuperview();
+  runWorker();
+  const auto steps = takeSteps();
+  ASSERT_EQ(steps.size(), 1U);
+  EXPECT_EQ(objectOf(steps[0]).at("id"), "slow");
+  EXPECT_EQ(objectOf(steps[0]).at("ObjectImage"), "");
+  view->drawNow();
 }
 
 TEST_F(Steps, SurroundingSwitchIsFoundByKindOrByName) {
