@@ -4,8 +4,10 @@
 #include <algorithm>
 #include <chrono>
 #include <condition_variable>
+#include <future>
 #include <mutex>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "platform/Foundation/NSLog.h"
@@ -15,9 +17,20 @@ namespace tarni::test {
 class LineLog : public platform::SystemLog {
  public:
   void write(std::string_view line) noexcept override {
-    const std::lock_guard lock(mutex_);
+    std::unique_lock lock(mutex_);
     lines_.emplace_back(line);
     written_.notify_all();
+    if (heldPart_.empty() || line.find(heldPart_) == std::string_view::npos) return;
+    const std::shared_future<void> release = release_;
+    lock.unlock();
+    release.wait();
+  }
+
+  // Whoever writes a line that holds `part` waits for `release`.
+  void holdAt(std::string part, std::shared_future<void> release) {
+    const std::lock_guard lock(mutex_);
+    heldPart_ = std::move(part);
+    release_ = std::move(release);
   }
 
   std::vector<std::string> lines() const {
@@ -43,6 +56,8 @@ class LineLog : public platform::SystemLog {
   mutable std::mutex mutex_;
   mutable std::condition_variable written_;
   std::vector<std::string> lines_;
+  std::string heldPart_;
+  std::shared_future<void> release_;
 };
 
 }  // namespace tarni::test

@@ -137,12 +137,14 @@ void ServerManager::socketDidConnectToHostPort(const GCDAsyncSocketRef& sock,
                                                const std::string& /*host*/,
                                                std::uint16_t /*port*/) {
   platform::NSLog("DidConnect to host");
+  // Queued before the write, whose end queues a read as well: the first read of a connection takes
+  // whatever arrives.
+  sock->readDataWithTimeoutTag(noTimeout, readTag);
   if (sock == recorderServerSocket()) {
     writePendingRecorderData(sock);
   } else if (sock == playBackServerSocket()) {
     sock->writeDataWithTimeoutTag(read(jsonPlayBackServerData_), noTimeout, framedMessageTag);
   }
-  sock->readDataWithTimeoutTag(noTimeout, readTag);
 }
 
 void ServerManager::writePendingRecorderData(const GCDAsyncSocketRef& sock) {

@@ -49,7 +49,7 @@ class ServerManager : public GCDAsyncSocketDelegate,
   // Closes what the recorder server holds: its host tool's connection, or its port.
   void stopRecordingWhilePlayBack();
 
-  // Writes what is pending for the server of `sock` and queues a read.
+  // Queues a read and writes what is pending for the server of `sock`.
   void socketDidConnectToHostPort(const GCDAsyncSocketRef& sock, const std::string& host,
                                   std::uint16_t port);
   void socketDidAcceptNewSocket(const GCDAsyncSocketRef& sock,

@@ -1,0 +1,95 @@
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <string>
+
+#include "agent/TcpCommunication/GCDAsyncSocket/GCDAsyncReadPacket.h"
+
+namespace tarni::test {
+namespace {
+
+using Progress = GCDAsyncReadPacket::Progress;
+
+void put(GCDAsyncSocketPreBuffer& preBuffer, std::string_view bytes) {
+  preBuffer.ensureCapacityForWrite(bytes.size());
+  std::ranges::copy(bytes, preBuffer.writeBuffer().begin());
+  preBuffer.didWrite(bytes.size());
+}
+
+GCDAsyncReadPacket readTo(const std::string& terminator) {
+  GCDAsyncReadPacket packet;
+  packet.terminator = terminator;
+  return packet;
+}
+
+TEST(ReadPacketTest, ATerminatorIsFoundHoweverTheBytesArrive) {
+  const std::string message = "a\rb\n\r\r--END--\r-\n";
+  const std::string terminator = "\r--END--\r";
+  const std::string wanted = "a\rb\n\r\r--END--\r";
+  for (std::size_t step = 1; step <= message.size(); ++step) {
+    GCDAsyncSocketPreBuffer preBuffer;
+    GCDAsyncReadPacket packet = readTo(terminator);
+    std::size_t sent = 0;
+    Progress progress = Progress::Incomplete;
+    while (progress == Progress::Incomplete && sent < message.size()) {
+      put(preBuffer, std::string_view(message).substr(sent, step));
+      sent = std::min(sent + step, message.size());
+      progress = packet.readFrom(preBuffer);
+    }
+    EXPECT_EQ(progress, Progress::Complete) << step;
+    EXPECT_EQ(packet.buffer, wanted) << step;
+    EXPECT_EQ(preBuffer.readBuffer(), message.substr(wanted.size(), sent - wanted.size())) << step;
+  }
+}
+
+TEST(ReadPacketTest, EachRequestTakesItsOwnLine) {
+  GCDAsyncSocketPreBuffer preBuffer(4);
+  put(preBuffer, "one\r\n\r\nthree");
+  GCDAsyncReadPacket first = readTo("\r\n");
+  GCDAsyncReadPacket second = readTo("\r\n");
+  GCDAsyncReadPacket third = readTo("\r\n");
+  EXPECT_EQ(first.readFrom(preBuffer), Progress::Complete);
+  EXPECT_EQ(second.readFrom(preBuffer), Progress::Complete);
+  EXPECT_EQ(third.readFrom(preBuffer), Progress::Incomplete);
+  put(preBuffer, "\r\n");
+  EXPECT_EQ(third.readFrom(preBuffer), Progress::Complete);
+  EXPECT_EQ(first.buffer + "|" + second.buffer + "|" + third.buffer, "one\r\n|\r\n|three\r\n");
+}
+
+TEST(ReadPacketTest, WithoutTerminatorEverythingAvailableIsTaken) {
+  GCDAsyncSocketPreBuffer preBuffer;
+  GCDAsyncReadPacket packet;
+  EXPECT_EQ(packet.readFrom(preBuffer), Progress::Incomplete);
+  put(preBuffer, "a\r\nb");
+  EXPECT_EQ(packet.readFrom(preBuffer), Progress::Complete);
+  EXPECT_EQ(packet.buffer, "a\r\nb");
+  EXPECT_EQ(preBuffer.availableBytes(), 0U);
+}
+
+TEST(ReadPacketTest, AFixedLengthLeavesTheRest) {
+  GCDAsyncSocketPreBuffer preBuffer;
+  GCDAsyncReadPacket packet;
+  packet.readLength = 5;
+  put(preBuffer, "abc");
+  EXPECT_EQ(packet.readFrom(preBuffer), Progress::Incomplete);
+  put(preBuffer, "defg");
+  EXPECT_EQ(packet.readFrom(preBuffer), Progress::Complete);
+  EXPECT_EQ(packet.buffer, "abcde");
+  EXPECT_EQ(preBuffer.readBuffer(), "fg");
+}
+
+TEST(ReadPacketTest, AMaximumLengthHoldsForTheWholeLine) {
+  GCDAsyncSocketPreBuffer preBuffer;
+  GCDAsyncReadPacket fits = readTo("\r\n");
+  fits.maxLength = 5;
+  put(preBuffer, "abc\r\nabcd");
+  EXPECT_EQ(fits.readFrom(preBuffer), Progress::Complete);
+  GCDAsyncReadPacket tooLong = readTo("\r\n");
+  tooLong.maxLength = 5;
+  EXPECT_EQ(tooLong.readFrom(preBuffer), Progress::Incomplete);
+  put(preBuffer, "\r\n");
+  EXPECT_EQ(tooLong.readFrom(preBuffer), Progress::MaxedOut);
+}
+
+}  // namespace
+}  // namespace tarni::test

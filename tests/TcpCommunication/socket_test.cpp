@@ -1,0 +1,322 @@
+#include <fcntl.h>
+#include <gmock/gmock.h>
+#include <sys/resource.h>
+
+#include <chrono>
+#include <condition_variable>
+#include <memory>
+#include <mutex>
+#include <string>
+#include <vector>
+
+#include "agent/TcpCommunication/GCDAsyncSocket/GCDAsyncSocket.h"
+#include "platform/Foundation/NSException.h"
+#include "tests/TcpCommunication/LoopbackClient.h"
+#include "tests/posix/PosixTest.h"
+
+namespace tarni::test {
+namespace {
+
+using testing::ElementsAre;
+
+constexpr double noTimeout = -1;
+constexpr std::size_t moreThanASocketHolds = 24UL * 1024 * 1024;
+
+// A delegate that writes down what it is told.
+class Witness : public GCDAsyncSocketDelegate {
+ public:
+  explicit Witness(std::shared_ptr<platform::DispatchQueue> queue) : queue_(std::move(queue)) {}
+
+  void socketDidAcceptNewSocket(const GCDAsyncSocketRef& /*sock*/,
+                                const GCDAsyncSocketRef& newSocket) override {
+    const std::lock_guard lock(mutex_);
+    accepted_.push_back(newSocket);
+    note("accept");
+  }
+  void socketDidReadDataWithTag(const GCDAsyncSocketRef& /*sock*/, std::string& data,
+                                long tag) override {
+    const std::lock_guard lock(mutex_);
+    note("read " + std::to_string(tag) + " " + data);
+  }
+  void socketDidWriteDataWithTag(const GCDAsyncSocketRef& /*sock*/, long tag) override {
+    const std::lock_guard lock(mutex_);
+    note("write " + std::to_string(tag));
+  }
+  double socketShouldTimeoutReadWithTagElapsedBytesDone(const GCDAsyncSocketRef& /*sock*/, long tag,
+                                                        double elapsed,
+                                                        std::size_t bytesDone) override {
+    const std::lock_guard lock(mutex_);
+    note("timeout " + std::to_string(tag) + " " + std::to_string(bytesDone));
+    elapsed_.push_back(elapsed);
+    return elapsed_.size() == 1 ? 0.02 : 0;
+  }
+  void socketDidDisconnectWithError(const GCDAsyncSocketRef& /*sock*/,
+                                    const std::optional<NSError>& error) override {
+    const std::lock_guard lock(mutex_);
+    note("disconnect " + (error ? error->domain + " " + std::to_string(error->code) : "nil"));
+  }
+
+  bool waitForEvents(std::size_t count) {
+    std::unique_lock lock(mutex_);
+    return noted_.wait_for(lock, std::chrono::seconds(20), [&] { return events_.size() >= count; });
+  }
+  // What came until now, once there are so many.
+  std::vector<std::string> events(std::size_t count) {
+    waitForEvents(count);
+    const std::lock_guard lock(mutex_);
+    return events_;
+  }
+  GCDAsyncSocketRef accepted(std::size_t index = 0) {
+    waitForEvents(1);
+    const std::lock_guard lock(mutex_);
+    return index < accepted_.size() ? accepted_[index] : nullptr;
+  }
+  void releaseAccepted() {
+    const std::lock_guard lock(mutex_);
+    accepted_.clear();
+  }
+  std::vector<double> elapsed() {
+    const std::lock_guard lock(mutex_);
+    return elapsed_;
+  }
+
+ private:
+  void note(std::string event) {
+    EXPECT_TRUE(queue_->isCurrent());
+    events_.push_back(std::move(event));
+    noted_.notify_all();
+  }
+
+  const std::shared_ptr<platform::DispatchQueue> queue_;
+  std::mutex mutex_;
+  std::condition_variable noted_;
+  std::vector<std::string> events_;
+  std::vector<GCDAsyncSocketRef> accepted_;
+  std::vector<double> elapsed_;
+};
+
+class SocketTest : public PosixTest {
+ protected:
+  SocketTest() {
+    NSError error;
+    EXPECT_TRUE(listener_->acceptOnPortError(0, &error)) << error.description();
+    port_ = listener_->localPort();
+  }
+  ~SocketTest() override {
+    queue_->sync([] {});
+    witness_->releaseAccepted();
+  }
+
+  GCDAsyncSocketRef connection() { return witness_->accepted(); }
+  void settle() {
+    queue_->sync([] {});
+  }
+
+  const std::shared_ptr<platform::DispatchQueue> queue_ = dispatch_.makeSerialQueue("delegate");
+  const std::shared_ptr<Witness> witness_ = std::make_shared<Witness>(queue_);
+  GCDAsyncSocketRef listener_ = std::make_shared<GCDAsyncSocket>(witness_, queue_);
+  std::uint16_t port_ = 0;
+};
+
+class SocketFamilyTest : public SocketTest, public testing::WithParamInterface<int> {};
+
+TEST_P(SocketFamilyTest, BothFamiliesAreServed) {
+  const LoopbackClient client(port_, GetParam());
+  const GCDAsyncSocketRef sock = connection();
+  ASSERT_NE(sock, nullptr);
+  const std::string address = GetParam() == AF_INET ? "127.0.0.1" : "::1";
+  EXPECT_EQ(sock->localHost(), address);
+  EXPECT_EQ(sock->localPort(), port_);
+  EXPECT_EQ(sock->connectedHost(), address);
+  sock->writeDataWithTimeoutTag("hello", noTimeout, 5);
+  EXPECT_EQ(client.read(5), "hello");
+  EXPECT_THAT(witness_->events(2), ElementsAre("accept", "write 5"));
+}
+
+INSTANTIATE_TEST_SUITE_P(Families, SocketFamilyTest, testing::Values(AF_INET, AF_INET6),
+                         [](const auto& info) { return info.param == AF_INET ? "v4" : "v6"; });
+
+TEST_F(SocketTest, ListeningIsRefusedWithAReason) {
+  const auto refusal = [](const GCDAsyncSocketRef& sock) {
+    NSError error;
+    EXPECT_FALSE(sock->acceptOnPortError(0, &error));
+    EXPECT_EQ(error.domain, GCDAsyncSocketErrorDomain);
+    EXPECT_EQ(error.code, 1);
+    return error.localizedDescription;
+  };
+  EXPECT_EQ(refusal(listener_),
+            "Attempting to accept while connected or accepting connections. Disconnect first.");
+  EXPECT_EQ(refusal(std::make_shared<GCDAsyncSocket>(std::weak_ptr<Witness>(), queue_)),
+            "Attempting to accept without a delegate. Set a delegate first.");
+  EXPECT_EQ(refusal(std::make_shared<GCDAsyncSocket>(witness_, nullptr)),
+            "Attempting to accept without a delegate queue. Set a delegate queue first.");
+  EXPECT_TRUE(LoopbackClient::isListening(port_));
+}
+
+TEST_F(SocketTest, APortInUseIsASystemError) {
+  const auto second = std::make_shared<GCDAsyncSocket>(witness_, queue_);
+  NSError error;
+  EXPECT_FALSE(second->acceptOnPortError(port_, &error));
+  EXPECT_EQ(error.domain, NSPOSIXErrorDomain);
+  EXPECT_EQ(error.code, EADDRINUSE);
+  EXPECT_EQ(error.localizedFailureReason, "Error in bind() function");
+}
+
+TEST_F(SocketTest, AConcurrentSocketQueueIsRefused) {
+  const std::shared_ptr<platform::DispatchQueue> concurrent(&dispatch_.backgroundQueue(),
+                                                            [](auto*) {});
+  EXPECT_THROW(GCDAsyncSocket(witness_, queue_, concurrent), platform::NSException);
+}
+
+TEST_F(SocketTest, TwoLinesInOneSegmentServeTwoReads) {
+  const LoopbackClient client(port_);
+  connection()->readDataToDataWithTimeoutTag(GCDAsyncSocket::CRLFData(), noTimeout, 1);
+  connection()->readDataToDataWithTimeoutTag(GCDAsyncSocket::CRLFData(), noTimeout, 2);
+  client.send("one\r\ntwo\r\nrest");
+  EXPECT_THAT(witness_->events(3), ElementsAre("accept", "read 1 one\r\n", "read 2 two\r\n"));
+  connection()->readDataWithTimeoutTag(noTimeout, 3);
+  EXPECT_EQ(witness_->events(4).back(), "read 3 rest");
+}
+
+TEST_F(SocketTest, WhatCameBeforeTheEndIsHandedOverFirst) {
+  LoopbackClient client(port_);
+  client.send("last words\r\n");
+  client.leave();
+  connection()->readDataToDataWithTimeoutTag(GCDAsyncSocket::CRLFData(), noTimeout, 1);
+  connection()->readDataToDataWithTimeoutTag(GCDAsyncSocket::CRLFData(), noTimeout, 2);
+  EXPECT_THAT(witness_->events(3), ElementsAre("accept", "read 1 last words\r\n",
+                                               "disconnect GCDAsyncSocketErrorDomain 7"));
+  EXPECT_EQ(connection()->localPort(), port_) << "a closed connection still says whose it was";
+}
+
+TEST_F(SocketTest, AnEmptyWriteTellsNobody) {
+  const LoopbackClient client(port_);
+  connection()->writeDataWithTimeoutTag("", noTimeout, 1);
+  connection()->writeDataWithTimeoutTag("x", noTimeout, 2);
+  EXPECT_EQ(client.read(1), "x");
+  EXPECT_THAT(witness_->events(2), ElementsAre("accept", "write 2"));
+}
+
+TEST_F(SocketTest, WritesLargerThanTheSocketHoldsArriveWholeAndInOrder) {
+  const LoopbackClient client(port_);
+  const std::string large(moreThanASocketHolds, 'x');
+  connection()->writeDataWithTimeoutTag(large, noTimeout, 1);
+  connection()->writeDataWithTimeoutTag("tail", noTimeout, 2);
+  EXPECT_EQ(connection()->pendingWrites().messages, 2U);
+  EXPECT_TRUE(client.read(large.size()) == large);
+  EXPECT_EQ(client.read(4), "tail");
+  EXPECT_THAT(witness_->events(3), ElementsAre("accept", "write 1", "write 2"));
+}
+
+TEST_F(SocketTest, AResetPeerIsAnErrorAndNoSignal) {
+  LoopbackClient client(port_);
+  const std::string large(moreThanASocketHolds, 'x');
+  connection()->writeDataWithTimeoutTag(large, noTimeout, 1);
+  connection()->writeDataWithTimeoutTag(large, noTimeout, 2);
+  client.read(1);
+  client.reset();
+  const std::vector<std::string> events = witness_->events(2);
+  ASSERT_EQ(events.size(), 2U);
+  EXPECT_TRUE(events[1].starts_with("disconnect NSPOSIXErrorDomain ")) << events[1];
+  connection()->writeDataWithTimeoutTag("into the void", noTimeout, 3);
+  connection()->disconnect();
+  settle();
+  EXPECT_EQ(witness_->events(2).size(), 2U);
+  EXPECT_EQ(connection()->pendingWrites().messages, 0U);
+  EXPECT_EQ(connection()->pendingWrites().bytes, 0U);
+}
+
+TEST_F(SocketTest, DisconnectingDropsWhatIsPending) {
+  const LoopbackClient client(port_);
+  const GCDAsyncSocketRef sock = connection();
+  sock->readDataToDataWithTimeoutTag(GCDAsyncSocket::CRLFData(), noTimeout, 1);
+  sock->writeDataWithTimeoutTag(std::string(moreThanASocketHolds, 'x'), noTimeout, 2);
+  sock->disconnect();
+  EXPECT_TRUE(client.seesClose());
+  sock->readDataWithTimeoutTag(noTimeout, 3);
+  sock->disconnect();
+  EXPECT_THAT(witness_->events(2), ElementsAre("accept", "disconnect nil"));
+}
+
+TEST_F(SocketTest, ReleasingTheListenerStopsItListening) {
+  { const LoopbackClient client(port_); }
+  EXPECT_TRUE(witness_->waitForEvents(1));
+  settle();
+  listener_.reset();
+  EXPECT_FALSE(LoopbackClient::isListening(port_));
+  EXPECT_THAT(witness_->events(1), ElementsAre("accept")) << "a released socket says nothing";
+}
+
+TEST_F(SocketTest, AClosedSocketMayListenAgain) {
+  const LoopbackClient first(port_);
+  const GCDAsyncSocketRef sock = connection();
+  listener_->disconnect();
+  EXPECT_FALSE(LoopbackClient::isListening(port_));
+  sock->disconnect();
+  ASSERT_TRUE(sock->acceptOnPortError(port_, nullptr));
+  const LoopbackClient second(port_);
+  EXPECT_THAT(witness_->events(4),
+              ElementsAre("accept", "disconnect nil", "disconnect nil", "accept"));
+  sock->disconnect();
+}
+
+TEST_F(SocketTest, AListenerServesNoReadsAndWrites) {
+  listener_->writeDataWithTimeoutTag("never", noTimeout, 1);
+  listener_->readDataWithTimeoutTag(noTimeout, 2);
+  listener_->disconnect();
+  settle();
+  EXPECT_THAT(witness_->events(1), ElementsAre("disconnect nil"));
+}
+
+TEST_F(SocketTest, AReadMayBeExtendedBeforeItTimesOut) {
+  const LoopbackClient client(port_);
+  client.send("abc");
+  connection()->readDataToDataWithTimeoutTag(GCDAsyncSocket::CRLFData(), 0.03, 4);
+  EXPECT_EQ(witness_->events(4).back(), "disconnect GCDAsyncSocketErrorDomain 4");
+  const std::vector<double> elapsed = witness_->elapsed();
+  ASSERT_EQ(elapsed.size(), 2U);
+  EXPECT_DOUBLE_EQ(elapsed[0], 0.03);
+  EXPECT_DOUBLE_EQ(elapsed[1], 0.05);
+  EXPECT_TRUE(client.seesClose());
+}
+
+TEST_F(SocketTest, AWriteTimesOut) {
+  const LoopbackClient client(port_);
+  connection()->writeDataWithTimeoutTag(std::string(moreThanASocketHolds, 'x'), 0.03, 1);
+  EXPECT_THAT(witness_->events(2), ElementsAre("accept", "disconnect GCDAsyncSocketErrorDomain 5"));
+}
+
+TEST_F(SocketTest, ALineLongerThanAllowedCloses) {
+  const LoopbackClient client(port_);
+  connection()->readDataToDataWithTimeoutMaxLengthTag(GCDAsyncSocket::CRLFData(), noTimeout, 8, 1);
+  client.send("123456789");
+  EXPECT_THAT(witness_->events(2), ElementsAre("accept", "disconnect GCDAsyncSocketErrorDomain 6"));
+}
+
+TEST_F(SocketTest, AClearedDelegateHearsNothingMore) {
+  const LoopbackClient client(port_);
+  const GCDAsyncSocketRef sock = connection();
+  sock->setDelegate({});
+  sock->disconnect();
+  settle();
+  EXPECT_THAT(witness_->events(1), ElementsAre("accept"));
+}
+
+// The client waits until there is room for it, and the log says why, without a line a round.
+TEST_F(SocketTest, WithoutDescriptorsAClientWaitsQuietly) {
+  const LoopbackClient client;
+  rlimit before{};
+  getrlimit(RLIMIT_NOFILE, &before);
+  const int next = fcntl(0, F_DUPFD_CLOEXEC, 0);
+  close(next);
+  const rlimit full{static_cast<rlim_t>(next), before.rlim_max};
+  ASSERT_EQ(setrlimit(RLIMIT_NOFILE, &full), 0);
+  EXPECT_TRUE(client.connect(port_));
+  EXPECT_TRUE(log_.waitFor("Error in accept() function: Too many open files"));
+  setrlimit(RLIMIT_NOFILE, &before);
+  EXPECT_THAT(witness_->events(1), ElementsAre("accept"));
+  EXPECT_LE(log_.count("Error in accept() function: Too many open files"), 2);
+}
+
+}  // namespace
+}  // namespace tarni::test
