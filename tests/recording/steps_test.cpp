@@ -229,7 +229,7 @@ class SlowlyDrawnView : public View {
   struct Pause {
     Waiting waiting;
     bool await_ready() const { return false; }
-    void await_suspend(std::coroutine_handle<> drawing) { waiting->push_back(drawing); }
+    void await_suspend(std::coroutine_handle<> drawing) const { waiting->push_back(drawing); }
     void await_resume() const {}
   };
 
