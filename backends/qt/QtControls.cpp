@@ -1,6 +1,5 @@
 #include "backends/qt/QtControls.h"
 
-#include <QtGui/QPicture>
 #include <QtWidgets/QCheckBox>
 #include <QtWidgets/QLabel>
 #include <QtWidgets/QLineEdit>
@@ -14,12 +13,16 @@
 namespace tarni::qt {
 namespace {
 
-// The number of states of a check box with a third one.
-constexpr int kCheckStates = 3;
+// A check box with a third state may need a second click to get from there to where it shall be.
+// More would be felt: a button that only looks like a switch does something at each.
+int clicksToSet(const QAbstractButton& button) {
+  const auto* const box = qobject_cast<const QCheckBox*>(&button);
+  return box && box->isTristate() ? 2 : 1;
+}
 
+// A label has either a text or a picture.
 bool hasPicture(const QLabel& label) {
-  return !label.pixmap(Qt::ReturnByValue).isNull() || label.movie() ||
-         !label.picture(Qt::ReturnByValue).isNull();
+  return label.text().isEmpty() && (label.movie() || !label.pixmap(Qt::ReturnByValue).isNull());
 }
 
 // The part of a check or radio button that a click works on.
@@ -72,8 +75,8 @@ bool QtSwitch::isOn() const {
 
 platform::Task<void> QtSwitch::setOn(bool on) {
   return performInProgram([button = QPointer(static_cast<QAbstractButton*>(widget())), on] {
-    for (int clicks = 0; clicks < kCheckStates && button && button->isChecked() != on; ++clicks) {
-      button->click();
+    for (int clicks = button ? clicksToSet(*button) : 0; clicks > 0; --clicks) {
+      if (button && button->isChecked() != on) button->click();
     }
   });
 }

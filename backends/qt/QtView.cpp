@@ -24,11 +24,19 @@ QString accessibleText(QWidget* widget, QAccessible::Text which) {
   return interface ? interface->text(which) : QString();
 }
 
-void appendWidget(QObject* child, std::vector<UIViewRef>& views) {
+// Appends the view of a child. It mostly stands where it stood `before`, which is quicker to see
+// than to look up among all views of the program.
+void appendWidget(QObject* child, std::span<const UIViewRef> before,
+                  std::vector<UIViewRef>& views) {
   if (!child->isWidgetType()) return;
   auto* const widget = static_cast<QWidget*>(child);
   if (widget->isWindow()) return;
-  if (UIViewRef view = viewOfWidget(widget)) views.push_back(std::move(view));
+  const UIViewRef* const same = views.size() < before.size() ? &before[views.size()] : nullptr;
+  if (same && static_cast<const QtViewBase&>(**same).widget() == widget) {
+    views.push_back(*same);
+  } else if (UIViewRef view = viewOfWidget(widget)) {
+    views.push_back(std::move(view));
+  }
 }
 
 }  // namespace
@@ -68,10 +76,10 @@ std::span<const UIViewRef> QtView::subviews() const {
     const QWidget* const transparent = transparentChild();
     for (QObject* child : widget_->children()) {
       if (child != transparent) {
-        appendWidget(child, views);
+        appendWidget(child, subviews_, views);
         continue;
       }
-      for (QObject* grandchild : child->children()) appendWidget(grandchild, views);
+      for (QObject* grandchild : child->children()) appendWidget(grandchild, subviews_, views);
     }
   }
   if (views != subviews_) subviews_.swap(views);

@@ -62,8 +62,7 @@ void hideFromWalks(QWidget* widget) {
 
 bool isHiddenFromWalks(const QWidget* widget) {
   const auto& own = registry().own;
-  if (own.empty()) return false;
-  return own.contains(widget) || own.contains(widget->window());
+  return !own.empty() && own.contains(widget);
 }
 
 QWidget* scrollAreaOfViewport(const QWidget* widget) {

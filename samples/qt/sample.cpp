@@ -31,7 +31,7 @@ class SampleWindow : public QMainWindow {
     addMenus();
     addToolBar("Tools")->addAction("Refresh", this, [this] { status_->setText("Refreshed"); });
     setCentralWidget(makePage());
-    resize(420, 480);
+    resize(420, 440);
   }
 
  private:

@@ -3,6 +3,7 @@
 #include <QtGui/QAccessible>
 #include <QtGui/QIntValidator>
 #include <QtTest/QSignalSpy>
+#include <QtWidgets/QButtonGroup>
 #include <QtWidgets/QCheckBox>
 #include <QtWidgets/QComboBox>
 #include <QtWidgets/QDialog>
@@ -194,6 +195,20 @@ TEST(Switch, WithAThirdStateGoesAsFarAsItMust) {
   const auto view = as<platform::UISwitch>(viewOf(box));
   finish(view->setOn(false));
   EXPECT_EQ(box.checkState(), Qt::Unchecked);
+}
+
+TEST(Switch, ThatCannotBeSetIsClickedOnce) {
+  QWidget window;
+  QButtonGroup group;
+  QCheckBox one(&window);
+  QCheckBox other(&window);
+  group.addButton(&one);
+  group.addButton(&other);
+  one.setChecked(true);
+  QSignalSpy clicked(&one, &QCheckBox::clicked);
+  finish(as<platform::UISwitch>(viewOf(one))->setOn(false));
+  EXPECT_TRUE(one.isChecked()) << "one of the group always is";
+  EXPECT_EQ(clicked.count(), 1);
 }
 
 TEST(Switch, ThatOpensAModalDialogDoesNotKeepItsCaller) {
