@@ -1,0 +1,113 @@
+#include "host/cli/CommandLine.h"
+
+#include <CLI/CLI.hpp>
+#include <iostream>
+
+#include "host/cli/Session.h"
+#include "host/cli/Subcommands.h"
+#include "host/cli/Terminal.h"
+#include "host/wire/WireError.h"
+
+namespace tarni::host {
+
+namespace {
+
+constexpr auto kAbout =
+    "Records, plays back and inspects programs that have the Tarni agent loaded.\n"
+    "A program is started with `tarni run -- PROGRAM`; the other commands then talk to it.";
+
+constexpr auto kFooter = R"(
+Exit codes: 0 done; 1 not found, or the answer is false; 2 the command line does not fit;
+3 no connection, or no answer in time; 4 the agent answered an exception; 5 anything else.
+`tarni run` ends with the program's own code.
+
+An element is named by the identifier that `find` printed, which holds until the next find, or by
+what it looks like (--text, --partial, --xpath, --tag). A position in the tree is written
+'\UIView[0]\UIButton[1]' or /UIView[0]/UIButton[1].
+
+Each command is a connection of its own, and the program takes the next one only a second after the
+last has gone: `tarni do` carries out many commands in one connection, without that second.)";
+
+void declareGlobalOptions(CLI::App& app, GlobalOptions& options) {
+  app.add_option("--in", options.in, "the program that was started with `run --isolated=NAME`")
+      ->type_name("NAME");
+  app.add_option("--port", options.port, "another port than 9898 (record, spy: than 9892)")
+      ->type_name("N");
+  app.add_option("--host-timeout", options.answerSeconds,
+                 "how long to wait for an answer (default 30)")
+      ->type_name("SECONDS")
+      ->check(CLI::NonNegativeNumber);
+  app.add_option("--connect-timeout", options.connectSeconds,
+                 "how long to try to connect (default 3)")
+      ->type_name("SECONDS")
+      ->check(CLI::NonNegativeNumber);
+  app.add_flag("--json", options.json, "print what the agent answered, for programs");
+}
+
+void declareSubcommands(CLI::App& app, Session& session, bool inScript) {
+  for (const auto& subcommand : subcommands()) {
+    if (inScript && !subcommand.inScript) continue;
+    auto* const parser = app.add_subcommand(subcommand.name, subcommand.summary);
+    parser->fallthrough();
+    subcommand.declare(*parser, session);
+  }
+  app.require_subcommand(1);
+}
+
+ExitCode complain(const std::exception& error, ExitCode code) {
+  std::cout.flush();
+  std::cerr << Terminal::error("tarni: ") << error.what() << '\n';
+  return code;
+}
+
+// Parses by `parse` and so carries out the subcommand; turns what goes wrong into an exit code.
+template <typename Parse>
+ExitCode carryOut(CLI::App& app, Session& session, const Parse& parse) {
+  session.result = ExitCode::ok;
+  try {
+    parse();
+    std::cout.flush();
+    return session.result;
+  } catch (const CLI::ParseError& error) {
+    return app.exit(error) == 0 ? ExitCode::ok : ExitCode::usage;
+  } catch (const NotFound& error) {
+    return complain(error, ExitCode::no);
+  } catch (const std::invalid_argument& error) {
+    return complain(error, ExitCode::usage);
+  } catch (const WireError& error) {
+    session.disconnect();
+    return complain(error, ExitCode::wire);
+  } catch (const AgentException& error) {
+    std::cout.flush();
+    std::cerr << Terminal::error("tarni: ") << "the agent reports: " << error.what() << '\n';
+    return ExitCode::exception;
+  } catch (const std::exception& error) {
+    return complain(error, ExitCode::failure);
+  }
+}
+
+}  // namespace
+
+int runTool(int argc, char** argv) {
+  Session session;
+  CLI::App app(kAbout, "tarni");
+  app.footer(kFooter);
+  app.set_version_flag("--version", "tarni " TARNI_VERSION);
+  declareGlobalOptions(app, session.options);
+  declareSubcommands(app, session, false);
+  const auto code = carryOut(app, session, [&] { app.parse(argc, argv); });
+  return code == ExitCode::ok && session.programExitCode ? *session.programExitCode
+                                                         : static_cast<int>(code);
+}
+
+ExitCode runLine(const std::string& line, Session& session) {
+  CLI::App app("", "");
+  const bool json = session.options.json;
+  app.add_flag("--json", session.options.json);
+  declareSubcommands(app, session, true);
+  const auto code = carryOut(app, session, [&] { app.parse(line); });
+  session.options.json = json;
+  return code;
+}
+
+}  // namespace tarni::host

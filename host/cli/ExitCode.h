@@ -1,0 +1,23 @@
+// ExitCode: what `tarni` ends with, so that scripts can branch; and the failures behind the codes.
+#pragma once
+
+#include <stdexcept>
+
+namespace tarni::host {
+
+enum class ExitCode {
+  ok = 0,
+  no = 1,         // not found, or the answer is "false"
+  usage = 2,      // the command line does not fit
+  wire = 3,       // no connection, or it ended, or no answer in time
+  exception = 4,  // the agent answered an exception
+  failure = 5,    // anything else: a file that cannot be written, …
+};
+
+// Nothing fits what was asked for; ends with ExitCode::no.
+class NotFound : public std::runtime_error {
+ public:
+  using std::runtime_error::runtime_error;
+};
+
+}  // namespace tarni::host

@@ -1,0 +1,15 @@
+#include "host/cli/Files.h"
+
+#include <fstream>
+#include <stdexcept>
+
+namespace tarni::host {
+
+void writeFile(const std::filesystem::path& path, const std::string& bytes) {
+  std::ofstream file(path, std::ios::binary);
+  file << bytes;
+  file.close();
+  if (!file) throw std::runtime_error("cannot write " + path.string());
+}
+
+}  // namespace tarni::host

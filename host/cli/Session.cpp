@@ -1,0 +1,43 @@
+#include "host/cli/Session.h"
+
+#include "host/cli/Terminal.h"
+#include "host/launch/NetworkNamespace.h"
+#include "host/launch/ProgramRegistry.h"
+
+namespace tarni::host {
+
+milliseconds fromSeconds(double seconds) {
+  return std::chrono::round<milliseconds>(std::chrono::duration<double>(seconds));
+}
+
+PlaybackClient& Session::playback() {
+  if (!playback_) {
+    enterNetwork();
+    playback_ = std::make_unique<PlaybackClient>(
+        fromSeconds(options.connectSeconds), fromSeconds(options.answerSeconds), playbackPort());
+    playback_->wire().onProgress(Terminal::showProgress);
+  }
+  return *playback_;
+}
+
+RecorderClient Session::recorder() {
+  enterNetwork();
+  return RecorderClient(fromSeconds(options.connectSeconds),
+                        options.port != 0 ? options.port : kRecorderPort);
+}
+
+void Session::enterNetwork() {
+  if (options.in.empty() || entered_) return;
+  const ProgramRegistry registry;
+  const auto program = registry.find(options.in);
+  if (!program) {
+    std::string known;
+    for (const auto& other : registry.all()) known += (known.empty() ? "" : ", ") + other.name;
+    throw NotFound("no isolated program named \"" + options.in + "\" is running (" +
+                   (known.empty() ? "none is" : "running: " + known) + ")");
+  }
+  joinNetworkOf(program->pid);
+  entered_ = true;
+}
+
+}  // namespace tarni::host

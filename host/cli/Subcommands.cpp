@@ -1,0 +1,44 @@
+#include "host/cli/Subcommands.h"
+
+namespace tarni::host {
+
+namespace {
+
+constexpr bool kNotInScript = false;
+
+constexpr Subcommand kSubcommands[] = {
+    {"run", "Start a program with the agent loaded", declareRun, kNotInScript},
+    {"list", "List the isolated programs that run", declareList, kNotInScript},
+    {"wait", "Wait until the agent answers, or until an element is there or gone", declareWait},
+    {"record", "Print what a person does with the program, step by step", declareRecord,
+     kNotInScript},
+    {"spy", "Print the element that a person points at, and how to find it", declareSpy,
+     kNotInScript},
+    {"find", "Find elements; prints one identifier a line", declareFind},
+    {"editable", "Find text fields; prints one identifier a line", declareEditable},
+    {"tree", "Print the view tree", declareTree},
+    {"describe", "Print what the agent knows about the elements on screen", declareDescribe},
+    {"snapshot", "Take a picture of the window", declareSnapshot},
+    {"click", "Tap an element", declareClick},
+    {"type", "Type text into an element", declareType},
+    {"swipe", "Swipe on an element, or on the window's first view", declareSwipe},
+    {"swipeto", "Scroll every scrolling view by 200 points", declareSwipeTo},
+    {"swipereset", "Scroll every scrolling view back by 200 points", declareSwipeReset},
+    {"text", "Print an element's text", declareText},
+    {"enabled", "Tell whether an element takes touches", declareEnabled},
+    {"displayed", "Tell whether an element is on the screen", declareDisplayed},
+    {"selected", "Tell whether a switch is on", declareSelected},
+    {"width", "Print an element's width", declareWidth},
+    {"height", "Print an element's height", declareHeight},
+    {"highlight", "Mark an element on screen for a second", declareHighlight},
+    {"send", "Send a playback command as JSON and print the answer", declareSend},
+    {"do", "Carry out commands, one a line, in one connection", declareDo, kNotInScript},
+};
+
+}  // namespace
+
+std::span<const Subcommand> subcommands() {
+  return kSubcommands;
+}
+
+}  // namespace tarni::host

@@ -1,0 +1,116 @@
+#include <CLI/CLI.hpp>
+#include <algorithm>
+#include <cmath>
+#include <cstdlib>
+#include <filesystem>
+#include <iostream>
+#include <memory>
+#include <nlohmann/json.hpp>
+
+#include "host/cli/Base64.h"
+#include "host/cli/Files.h"
+#include "host/cli/Listening.h"
+#include "host/cli/Session.h"
+#include "host/cli/Subcommands.h"
+#include "host/cli/Terminal.h"
+
+namespace tarni::host {
+
+using nlohmann::ordered_json;
+
+namespace {
+
+constexpr std::size_t kTextColumns = 40;
+
+struct DescribeOptions {
+  std::string tag;
+  std::string folder;
+};
+
+// The state in words; what is usual is not said.
+std::string stateOf(const ordered_json& element) {
+  struct Word {
+    const char* key;
+    const char* value;
+    const char* word;
+  };
+  constexpr Word kWords[] = {
+      {"isProbablyTappable", "true", "tappable"},
+      {"isEditable", "true", "editable"},
+      {"isScrollable", "true", "scrolls"},
+      {"isImageObject", "true", "image"},
+      {"isUserInteractionEnabled", "false", "disabled"},
+      {"isHidden", "true", "hidden"},
+      {"isVisibleInViewHierarchy", "false", "invisible"},
+      {"isVisibleInWindowFrame", "false", "outside"},
+  };
+  std::string words;
+  for (const auto& [key, value, word] : kWords) {
+    if (textAt(element, key) == value) words += (words.empty() ? "" : ",") + std::string(word);
+  }
+  return words;
+}
+
+Terminal::Row rowOf(const ordered_json& element) {
+  const auto rectangle = element.value("rectangle", ordered_json::object());
+  const auto number = [&rectangle](const char* key) {
+    return std::to_string(std::lround(std::strtod(textAt(rectangle, key).c_str(), nullptr)));
+  };
+  return {textAt(element, "elementID"),
+          textAt(element, "elementType"),
+          number("x") + "," + number("y"),
+          number("width") + "x" + number("height"),
+          textAt(element, "childCount"),
+          stateOf(element),
+          Terminal::clipped(Terminal::quoted(textAt(element, "text")), kTextColumns)};
+}
+
+std::string fileName(std::size_t number, std::size_t count, const ordered_json& element) {
+  auto digits = std::to_string(number);
+  digits.insert(0, std::to_string(count).size() - digits.size(), '0');
+  auto type = textAt(element, "elementType");
+  std::replace_if(
+      type.begin(), type.end(), [](unsigned char c) { return std::isalnum(c) == 0; }, '_');
+  return digits + "-" + type + ".jpg";
+}
+
+void writePictures(const ordered_json& elements, const std::filesystem::path& folder) {
+  std::filesystem::create_directories(folder);
+  std::size_t written = 0;
+  for (std::size_t i = 0; i < elements.size(); ++i) {
+    const auto picture = decodeBase64(textAt(elements[i], "imageBase64"));
+    if (picture.empty()) continue;
+    writeFile(folder / fileName(i + 1, elements.size(), elements[i]), picture);
+    ++written;
+  }
+  std::cerr << "tarni: " << written << " pictures in " << folder.string()
+            << ", numbered as the elements\n";
+}
+
+void describe(Session& session, const DescribeOptions& options) {
+  const auto answer = session.call({"ai_findelements", options.tag == "*" ? "" : options.tag});
+  const auto elements = answer.entries();
+  if (session.options.json) {
+    std::cout << answer.text() << '\n';
+  } else if (!elements.empty()) {
+    std::vector<Terminal::Row> rows{{"ID", "CLASS", "AT", "SIZE", "CHILDREN", "STATE", "TEXT"}};
+    for (const auto& element : elements) rows.push_back(rowOf(element));
+    Terminal::printTable(rows);
+  }
+  if (!options.folder.empty()) writePictures(elements, options.folder);
+  if (elements.empty()) {
+    throw NotFound("no " + (options.tag.empty() ? "element" : options.tag) + " is there");
+  }
+}
+
+}  // namespace
+
+void declareDescribe(CLI::App& parser, Session& session) {
+  const auto options = std::make_shared<DescribeOptions>();
+  parser.add_option("TAG", options->tag, "only this class, as UIButton")->option_text(" ");
+  parser.add_option("--images", options->folder, "write a picture of each into this folder")
+      ->type_name("FOLDER");
+  parser.callback([options, &session] { describe(session, *options); });
+}
+
+}  // namespace tarni::host

@@ -1,0 +1,40 @@
+#include <CLI/CLI.hpp>
+#include <iostream>
+#include <memory>
+
+#include "host/cli/Session.h"
+#include "host/cli/Subcommands.h"
+
+namespace tarni::host {
+
+void declareEditable(CLI::App& parser, Session& session) {
+  const auto command = std::make_shared<PlaybackCommand>();
+  command->functionName = "findeditablecomponents";
+  const auto accessor = [&parser, &command](const char* option, const char* type,
+                                            const char* meaning) {
+    return parser.add_option_function<std::string>(
+        option,
+        [command, type](const std::string& value) {
+          command->accessorType = type;
+          command->accessorValue = value;
+        },
+        meaning);
+  };
+  auto* const text = accessor("--text", "text", "its placeholder is exactly this");
+  auto* const partial = accessor("--partial", "partialtext", "its placeholder contains this");
+  auto* const xpath = accessor("--xpath", "xpath", "its position in the view tree");
+  text->excludes(partial)->excludes(xpath);
+  partial->excludes(xpath);
+  parser.callback([command, &session] {
+    const auto answer = session.call(*command);
+    const auto ids = answer.elementIds();
+    if (session.options.json) {
+      std::cout << answer.text() << '\n';
+    } else {
+      for (const auto& id : ids) std::cout << id << '\n';
+    }
+    if (ids.empty()) throw NotFound("no such text field is on screen");
+  });
+}
+
+}  // namespace tarni::host

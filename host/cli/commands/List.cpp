@@ -1,0 +1,29 @@
+#include <CLI/CLI.hpp>
+#include <iostream>
+#include <nlohmann/json.hpp>
+
+#include "host/cli/Session.h"
+#include "host/cli/Subcommands.h"
+#include "host/cli/Terminal.h"
+#include "host/launch/ProgramRegistry.h"
+
+namespace tarni::host {
+
+void declareList(CLI::App& parser, Session& session) {
+  parser.callback([&session] {
+    auto json = nlohmann::ordered_json::array();
+    std::vector<Terminal::Row> rows{{"NAME", "PROCESS", "COMMAND"}};
+    for (const auto& program : ProgramRegistry().all()) {
+      json.push_back({{"name", program.name}, {"pid", program.pid}, {"command", program.command}});
+      rows.push_back({program.name, std::to_string(program.pid), program.command});
+    }
+    if (session.options.json) {
+      std::cout << json.dump() << '\n';
+    } else if (rows.size() > 1) {
+      Terminal::printTable(rows);
+    }
+    if (json.empty()) throw NotFound("no isolated program is running");
+  });
+}
+
+}  // namespace tarni::host

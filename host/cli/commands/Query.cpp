@@ -1,0 +1,58 @@
+#include <CLI/CLI.hpp>
+#include <iostream>
+#include <memory>
+
+#include "host/cli/Locator.h"
+#include "host/cli/Session.h"
+#include "host/cli/Subcommands.h"
+
+namespace tarni::host {
+
+namespace {
+
+void ask(Session& session, const Target& target, const char* function) {
+  const auto id = target.resolve(session);
+  const auto answer = session.call({function, "", "", id});
+  const auto output = answer.output();
+  if (session.options.json) {
+    std::cout << answer.text() << '\n';
+  } else if (output) {
+    std::cout << *output << '\n';
+  }
+  if (!output) {
+    throw NotFound(std::string(function) == "isselected" ? "the element is no switch"
+                                                         : "the element has no answer to this");
+  }
+  if (*output == "false" && std::string_view(function).starts_with("is")) {
+    session.result = ExitCode::no;
+  }
+}
+
+void declareQuery(CLI::App& parser, Session& session, const char* function) {
+  const auto target = std::make_shared<Target>();
+  target->declare(parser);
+  parser.callback([target, &session, function] { ask(session, *target, function); });
+}
+
+}  // namespace
+
+void declareDisplayed(CLI::App& parser, Session& session) {
+  declareQuery(parser, session, "isdisplayed");
+}
+void declareEnabled(CLI::App& parser, Session& session) {
+  declareQuery(parser, session, "isenabled");
+}
+void declareHeight(CLI::App& parser, Session& session) {
+  declareQuery(parser, session, "getheight");
+}
+void declareSelected(CLI::App& parser, Session& session) {
+  declareQuery(parser, session, "isselected");
+}
+void declareText(CLI::App& parser, Session& session) {
+  declareQuery(parser, session, "gettext");
+}
+void declareWidth(CLI::App& parser, Session& session) {
+  declareQuery(parser, session, "getwidth");
+}
+
+}  // namespace tarni::host

@@ -1,0 +1,181 @@
+#include <CLI/CLI.hpp>
+#include <cstdlib>
+#include <filesystem>
+#include <iomanip>
+#include <iostream>
+#include <memory>
+#include <optional>
+#include <string_view>
+
+#include "host/cli/Session.h"
+#include "host/cli/Subcommands.h"
+#include "host/launch/ProgramLauncher.h"
+#include "host/launch/ProgramRegistry.h"
+#include "host/launch/VirtualDisplay.h"
+#include "host/wire/Ports.h"
+
+namespace tarni::host {
+
+namespace {
+
+constexpr milliseconds kReadyTimeout{10'000};
+constexpr auto kDisplaySize = "1280x800";
+
+struct RunOptions {
+  std::vector<std::string> command;
+  std::string name;
+  std::string displaySize = kDisplaySize;
+  bool isolated = false;
+  bool ownDisplay = false;
+};
+
+std::string joined(const std::vector<std::string>& words) {
+  std::string text;
+  for (const auto& word : words) text += (text.empty() ? "" : " ") + word;
+  return text;
+}
+
+void refuseTakenPorts() {
+  for (const auto port : {kRecorderPort, kPlaybackPort}) {
+    if (const auto use = portUse(port); use == PortUse::listening || use == PortUse::held) {
+      throw std::runtime_error("port " + std::to_string(port) +
+                               " is taken, likely by another program with the agent: end that one "
+                               "or use --isolated");
+    }
+  }
+}
+
+// What a program in a network of its own no longer reaches, said before it is missed.
+void warnOfUnreachable(bool ownDisplay) {
+  const auto variable = [](const char* name) {
+    const char* value = std::getenv(name);
+    return std::string_view(value != nullptr ? value : "");
+  };
+  if (variable("DBUS_SESSION_BUS_ADDRESS").find("abstract=") != std::string_view::npos) {
+    std::cerr << "tarni: note: the D-Bus session bus is an abstract socket, which --isolated cuts "
+                 "off\n";
+  }
+  const auto display = variable("DISPLAY");
+  if (!ownDisplay && !display.empty() && display.front() != ':' && !display.starts_with("unix:")) {
+    std::cerr << "tarni: note: the display " << display
+              << " is reached over the network, which --isolated cuts off\n";
+  }
+}
+
+// Watches for the agent's ports and says once how it went.
+class Readiness {
+ public:
+  // True when there is nothing left to watch for.
+  bool check(pid_t pid) const {
+    const auto network = std::to_string(pid);
+    const auto waited = std::chrono::duration<double>(Clock::now() - start_);
+    if (isServed(kPlaybackPort, network) && isServed(kRecorderPort, network)) {
+      std::cerr << "tarni: ready: ports " << kRecorderPort << " and " << kPlaybackPort << ", "
+                << std::fixed << std::setprecision(1) << waited.count() << " s\n";
+      return true;
+    }
+    if (waited < kReadyTimeout) return false;
+    std::cerr << "tarni: the agent's ports are not open after " << kReadyTimeout.count() / 1000
+              << " s: was it loaded, and does the program run its event loop?\n";
+    return true;
+  }
+
+ private:
+  static bool isServed(std::uint16_t port, const std::string& network) {
+    const auto use = portUse(port, network);
+    return use == PortUse::listening || use == PortUse::held;
+  }
+
+  Clock::time_point start_ = Clock::now();
+};
+
+// The program's entry among the isolated ones, for as long as this lives.
+class Registration {
+ public:
+  explicit Registration(const RunOptions& options) : command_(joined(options.command)) {
+    if (options.name.empty()) {
+      const auto program = std::filesystem::path(options.command.front()).filename().string();
+      name_ = registry_.freeName(program);
+    } else {
+      registry_.checkName(options.name);
+      name_ = options.name;
+    }
+  }
+  Registration(const Registration&) = delete;
+  Registration& operator=(const Registration&) = delete;
+  ~Registration() {
+    if (isAdded_) registry_.remove(name_);
+  }
+
+  void add(pid_t pid) {
+    registry_.add({name_, pid, command_});
+    isAdded_ = true;
+    std::cerr << "tarni: isolated as \"" << name_ << "\": reach it with tarni --in " << name_
+              << " …\n";
+  }
+
+ private:
+  ProgramRegistry registry_;
+  std::string command_;
+  std::string name_;
+  bool isAdded_ = false;
+};
+
+void run(Session& session, const RunOptions& options) {
+  Launch launch{options.command};
+  addAgent(launch.environment, agentLibrary());
+  std::optional<Registration> registration;
+  if (options.isolated) {
+    registration.emplace(options);
+    warnOfUnreachable(options.ownDisplay);
+    launch.isolated = true;
+    launch.onStarted = [&registration](pid_t pid) { registration->add(pid); };
+  } else {
+    refuseTakenPorts();
+  }
+  std::optional<VirtualDisplay> display;
+  if (options.ownDisplay) {
+    display.emplace(options.displaySize.empty() ? kDisplaySize : options.displaySize);
+    launch.environment["DISPLAY"] = display->name();
+    std::cerr << "tarni: display " << display->name() << '\n';
+  }
+  const Readiness readiness;
+  launch.onTick = [&readiness](pid_t pid) { return readiness.check(pid); };
+  session.programExitCode = runToTheEnd(launch);
+}
+
+}  // namespace
+
+void declareRun(CLI::App& parser, Session& session) {
+  const auto options = std::make_shared<RunOptions>();
+  auto* const isolated =
+      parser
+          .add_option(
+              "--isolated", options->name,
+              "in a network of its own, known to --in by this name (default: the program's)")
+          ->type_name("[=NAME]")
+          ->expected(0, 1);
+  auto* const display =
+      parser
+          .add_option("--display", options->displaySize,
+                      "on a virtual X display of its own (Xvfb), ended with the program")
+          ->type_name("[=WIDTHxHEIGHT]")
+          ->expected(0, 1);
+  parser.add_option("PROGRAM", options->command, "the program and its arguments, behind --")
+      ->option_text("ARG ...")
+      ->required();
+  parser.footer(
+      "Signals go on to the program, and its exit code is this command's. With --isolated, "
+      "nothing\n"
+      "outside reaches the program's ports but `tarni --in NAME …`, and it reaches no network: an "
+      "X\n"
+      "display on this machine works (through its file in /tmp/.X11-unix), abstract sockets, as\n"
+      "some D-Bus session buses are, do not.");
+  parser.callback([=, &session] {
+    options->isolated = isolated->count() > 0;
+    options->ownDisplay = display->count() > 0;
+    run(session, *options);
+  });
+}
+
+}  // namespace tarni::host

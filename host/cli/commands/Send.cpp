@@ -1,0 +1,45 @@
+#include <CLI/CLI.hpp>
+#include <iostream>
+#include <iterator>
+#include <memory>
+#include <nlohmann/json.hpp>
+
+#include "host/cli/Session.h"
+#include "host/cli/Subcommands.h"
+
+namespace tarni::host {
+
+namespace {
+
+// JSON over several lines becomes one line; anything else goes as it stands, so that the agent's
+// answers to what is no command can be seen.
+std::string asLine(const std::string& text) {
+  const auto parsed = nlohmann::ordered_json::parse(text, nullptr, false);
+  if (!parsed.is_discarded() && text.find('\n') != std::string::npos) return parsed.dump();
+  auto end = text.size();
+  while (end > 0 && (text[end - 1] == '\n' || text[end - 1] == '\r')) --end;
+  const auto line = text.substr(0, end);
+  if (line.find("\r\n") != std::string::npos) {
+    throw std::invalid_argument("a command is one line");
+  }
+  return line;
+}
+
+void send(Session& session, const std::string& json) {
+  const auto text = json != "-" ? json : std::string(std::istreambuf_iterator<char>(std::cin), {});
+  const auto answer = session.playback().exchange(asLine(text));
+  std::cout << answer << '\n';
+  const Answer failsOnException(answer);
+}
+
+}  // namespace
+
+void declareSend(CLI::App& parser, Session& session) {
+  const auto json = std::make_shared<std::string>();
+  parser.add_option("JSON", *json, "the command; \"-\" reads it from standard input")
+      ->required()
+      ->option_text(" ");
+  parser.callback([json, &session] { send(session, *json); });
+}
+
+}  // namespace tarni::host

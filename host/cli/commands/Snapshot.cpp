@@ -1,0 +1,35 @@
+#include <CLI/CLI.hpp>
+#include <iostream>
+#include <memory>
+
+#include "host/cli/Base64.h"
+#include "host/cli/Files.h"
+#include "host/cli/Session.h"
+#include "host/cli/Subcommands.h"
+
+namespace tarni::host {
+
+namespace {
+
+void snapshot(Session& session, const std::string& file) {
+  const auto answer = session.call({"ai_getscreensnapshot"});
+  const auto picture = decodeBase64(answer.output().value_or(""));
+  if (picture.empty()) throw NotFound("the program has no window to take a picture of");
+  if (file == "-") {
+    std::cout.write(picture.data(), static_cast<std::streamsize>(picture.size()));
+  } else {
+    writeFile(file, picture);
+  }
+}
+
+}  // namespace
+
+void declareSnapshot(CLI::App& parser, Session& session) {
+  const auto file = std::make_shared<std::string>();
+  parser.add_option("-o,--output", *file, "the JPEG file; \"-\" for standard output")
+      ->type_name("FILE.jpg")
+      ->required();
+  parser.callback([file, &session] { snapshot(session, *file); });
+}
+
+}  // namespace tarni::host

@@ -1,0 +1,37 @@
+// ProgramLauncher: starts a program with the agent in it, passes signals on to it and waits for its
+// end. Used by `tarni run`, on the main thread of a process without other threads.
+#pragma once
+
+#include <sys/types.h>
+
+#include <filesystem>
+#include <functional>
+#include <map>
+#include <string>
+#include <vector>
+
+namespace tarni::host {
+
+struct Launch {
+  std::vector<std::string> command;
+  std::map<std::string, std::string> environment = {};  // added to the caller's
+  bool isolated = false;                                // in a network of its own
+  // Called once, when the program is there but has not begun.
+  std::function<void(pid_t)> onStarted = {};
+  // Called every few milliseconds until it returns true: it is done then.
+  std::function<bool(pid_t)> onTick = {};
+};
+
+// The library that carries the agent: $TARNI_LIBRARY, or libtarni.so beside this tool (in ../lib or
+// ../lib/tarni). Throws std::runtime_error that names the places looked at.
+std::filesystem::path agentLibrary();
+
+// `environment` with the library put in front of LD_PRELOAD.
+void addAgent(std::map<std::string, std::string>& environment,
+              const std::filesystem::path& library);
+
+// Runs the program to its end; its exit code, or 128 + N when signal N ended it, as a shell says
+// it. Throws std::runtime_error when it cannot be started.
+int runToTheEnd(const Launch& launch);
+
+}  // namespace tarni::host

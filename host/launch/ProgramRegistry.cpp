@@ -1,0 +1,142 @@
+#include "host/launch/ProgramRegistry.h"
+
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <cctype>
+#include <cstdlib>
+#include <fstream>
+#include <iterator>
+#include <nlohmann/json.hpp>
+#include <sstream>
+#include <stdexcept>
+
+namespace tarni::host {
+
+namespace fs = std::filesystem;
+
+namespace {
+
+constexpr auto kSuffix = ".json";
+
+fs::path folderOfThisUser() {
+  const char* runtime = std::getenv("XDG_RUNTIME_DIR");
+  if (runtime != nullptr && *runtime == '/' && access(runtime, W_OK) == 0) {
+    return fs::path(runtime) / "tarni";
+  }
+  return "/tmp/tarni-" + std::to_string(geteuid());
+}
+
+// Field 22 of the kernel's line; with the identifier it names a process for good. Empty when there
+// is no such process. The program's name, the second field, may hold blanks and brackets.
+std::string startTime(pid_t pid) {
+  std::ifstream file("/proc/" + std::to_string(pid) + "/stat");
+  std::string line;
+  std::getline(file, line);
+  const auto end = line.rfind(')');
+  if (end == std::string::npos) return "";
+  std::istringstream fields(line.substr(end + 1));
+  std::vector<std::string> values{std::istream_iterator<std::string>(fields), {}};
+  constexpr std::size_t kStartTime = 22 - 3;
+  const bool isAlive = values.size() > kStartTime && values.front() != "Z";
+  return isAlive ? values[kStartTime] : "";
+}
+
+bool fitsAFile(char c) {
+  return std::isalnum(static_cast<unsigned char>(c)) != 0 || c == '-' || c == '_' || c == '.';
+}
+
+bool fitsAFile(const std::string& name) {
+  return !name.empty() && name.front() != '.' &&
+         std::all_of(name.begin(), name.end(), [](char c) { return fitsAFile(c); });
+}
+
+}  // namespace
+
+ProgramRegistry::ProgramRegistry() : ProgramRegistry(folderOfThisUser()) {}
+
+ProgramRegistry::ProgramRegistry(fs::path folder) : folder_(std::move(folder)) {
+  mkdir(folder_.c_str(), S_IRWXU);
+  struct stat info {};
+  const bool isFolder = lstat(folder_.c_str(), &info) == 0 && S_ISDIR(info.st_mode);
+  if (!isFolder || info.st_uid != geteuid() || (info.st_mode & (S_IWGRP | S_IWOTH)) != 0) {
+    throw std::runtime_error("the folder " + folder_.string() +
+                             " cannot be made or belongs to somebody else");
+  }
+}
+
+void ProgramRegistry::checkName(const std::string& name) const {
+  if (!fitsAFile(name)) {
+    throw std::invalid_argument("the name \"" + name +
+                                "\" does not do: letters, digits, '-', '_' and '.' only");
+  }
+  if (const auto other = find(name)) {
+    throw std::runtime_error("process " + std::to_string(other->pid) + " already runs as \"" +
+                             name + "\"");
+  }
+}
+
+std::string ProgramRegistry::freeName(const std::string& wish) const {
+  std::string base = wish;
+  std::replace_if(
+      base.begin(), base.end(), [](char c) { return !fitsAFile(c); }, '_');
+  if (!fitsAFile(base)) base = "program";
+  if (!fitsAFile(base)) base = "program" + base;
+  std::string name = base;
+  for (int number = 2; find(name); ++number) {
+    name = base;
+    name.append("-").append(std::to_string(number));
+  }
+  return name;
+}
+
+void ProgramRegistry::add(const RegisteredProgram& program) const {
+  const auto target = fileOf(program.name);
+  auto part = target;
+  part += "." + std::to_string(getpid());
+  const nlohmann::ordered_json entry = {
+      {"pid", program.pid}, {"startTime", startTime(program.pid)}, {"command", program.command}};
+  std::ofstream file(part);
+  file << entry.dump(-1, ' ', false, nlohmann::json::error_handler_t::replace) << '\n';
+  file.close();
+  if (!file) throw std::runtime_error("cannot write " + part.string());
+  fs::rename(part, target);
+}
+
+void ProgramRegistry::remove(const std::string& name) const {
+  std::error_code ignored;
+  fs::remove(fileOf(name), ignored);
+}
+
+std::optional<RegisteredProgram> ProgramRegistry::find(const std::string& name) const {
+  if (!fitsAFile(name)) return std::nullopt;
+  std::ifstream file(fileOf(name));
+  if (!file) return std::nullopt;
+  const auto entry = nlohmann::json::parse(file, nullptr, false);
+  if (!entry.is_object()) return std::nullopt;
+  const RegisteredProgram program{name, entry.value("pid", -1), entry.value("command", "")};
+  const auto started = startTime(program.pid);
+  if (started.empty() || started != entry.value("startTime", "")) {
+    remove(name);
+    return std::nullopt;
+  }
+  return program;
+}
+
+std::vector<RegisteredProgram> ProgramRegistry::all() const {
+  std::vector<RegisteredProgram> programs;
+  for (const auto& file : fs::directory_iterator(folder_)) {
+    if (file.path().extension() != kSuffix) continue;
+    if (auto program = find(file.path().stem())) programs.push_back(*std::move(program));
+  }
+  std::sort(programs.begin(), programs.end(),
+            [](const auto& a, const auto& b) { return a.name < b.name; });
+  return programs;
+}
+
+fs::path ProgramRegistry::fileOf(const std::string& name) const {
+  return folder_ / (name + kSuffix);
+}
+
+}  // namespace tarni::host

@@ -1,0 +1,45 @@
+// ProgramRegistry: the isolated programs of this user, by name, so that other commands find their
+// networks. One small JSON file a program in $XDG_RUNTIME_DIR/tarni or /tmp/tarni-UID; what ended
+// without cleaning up is recognised by its start time and forgotten.
+#pragma once
+
+#include <sys/types.h>
+
+#include <filesystem>
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace tarni::host {
+
+struct RegisteredProgram {
+  std::string name;
+  pid_t pid = -1;
+  std::string command;
+};
+
+class ProgramRegistry {
+ public:
+  // Makes the folder when it is not there. Throws std::runtime_error when it is not this user's.
+  ProgramRegistry();
+  explicit ProgramRegistry(std::filesystem::path folder);
+
+  // Throws std::invalid_argument when the name does not fit a file's, std::runtime_error when a
+  // running program has it.
+  void checkName(const std::string& name) const;
+  // `wish` or, when a running program has it, the first free one of "wish-2", "wish-3", …
+  std::string freeName(const std::string& wish) const;
+
+  void add(const RegisteredProgram& program) const;
+  void remove(const std::string& name) const;
+  // Null when no running program has the name.
+  std::optional<RegisteredProgram> find(const std::string& name) const;
+  std::vector<RegisteredProgram> all() const;
+
+ private:
+  std::filesystem::path fileOf(const std::string& name) const;
+
+  std::filesystem::path folder_;
+};
+
+}  // namespace tarni::host

@@ -1,0 +1,72 @@
+#include "host/launch/VirtualDisplay.h"
+
+#include <fcntl.h>
+#include <poll.h>
+#include <sys/prctl.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <array>
+#include <csignal>
+#include <stdexcept>
+
+namespace tarni::host {
+
+namespace {
+
+constexpr int kStartTimeoutMilliseconds = 10'000;
+
+[[noreturn]] void becomeXvfb(int report, const std::string& size) {
+  prctl(PR_SET_PDEATHSIG, SIGTERM);
+  setpgid(0, 0);  // so that Ctrl-C ends the program first, and its display after it
+  const int silence = open("/dev/null", O_RDWR | O_CLOEXEC);
+  for (const int standard : {STDIN_FILENO, STDOUT_FILENO, STDERR_FILENO}) dup2(silence, standard);
+  fcntl(report, F_SETFD, 0);
+  const auto number = std::to_string(report);
+  const auto screen = size + "x24";
+  execlp("Xvfb", "Xvfb", "-displayfd", number.c_str(), "-screen", "0", screen.c_str(), "-nolisten",
+         "tcp", static_cast<char*>(nullptr));
+  _exit(127);
+}
+
+// What Xvfb reports once it is ready: the display's number and a line break. Empty when it ended.
+std::string readNumber(int report) {
+  std::string text;
+  pollfd entry{report, POLLIN, 0};
+  while (text.empty() || text.back() != '\n') {
+    if (poll(&entry, 1, kStartTimeoutMilliseconds) <= 0) return "";
+    std::array<char, 16> bytes{};
+    const auto count = read(report, bytes.data(), bytes.size());
+    if (count <= 0) return "";
+    text.append(bytes.data(), static_cast<std::size_t>(count));
+  }
+  text.pop_back();
+  return text;
+}
+
+}  // namespace
+
+VirtualDisplay::VirtualDisplay(const std::string& size) {
+  std::array<int, 2> ends{};
+  if (pipe2(ends.data(), O_CLOEXEC) != 0) throw std::runtime_error("cannot make a pipe for Xvfb");
+  pid_ = fork();
+  if (pid_ == 0) becomeXvfb(ends[1], size);
+  close(ends[1]);
+  const auto number = pid_ > 0 ? readNumber(ends[0]) : "";
+  close(ends[0]);
+  if (number.empty()) {
+    if (pid_ > 0) {
+      kill(pid_, SIGKILL);
+      waitpid(pid_, nullptr, 0);
+    }
+    throw std::runtime_error("Xvfb does not start: is the package xvfb installed?");
+  }
+  name_ = ":" + number;
+}
+
+VirtualDisplay::~VirtualDisplay() {
+  kill(pid_, SIGTERM);
+  waitpid(pid_, nullptr, 0);
+}
+
+}  // namespace tarni::host

@@ -1,0 +1,25 @@
+// Ports: the agent's two ports, and what the kernel says about a port without touching it.
+//
+// Looking instead of connecting matters: a port takes one client, the recorder's ever only one, and
+// a playback connection that comes and goes ends recording.
+#pragma once
+
+#include <cstdint>
+#include <string>
+
+namespace tarni::host {
+
+inline constexpr std::uint16_t kRecorderPort = 9892;
+inline constexpr std::uint16_t kPlaybackPort = 9898;
+
+enum class PortUse {
+  free,
+  listening,
+  held,     // no longer listening: a client is connected
+  unknown,  // the kernel does not tell
+};
+
+// `networkOf` is the process whose network is meant, "self" or a decimal process identifier.
+PortUse portUse(std::uint16_t port, const std::string& networkOf = "self");
+
+}  // namespace tarni::host

@@ -1,0 +1,41 @@
+// Socket: one TCP connection to this machine whose every operation ends by a deadline.
+// Any thread, one at a time. All failures are WireErrors.
+#pragma once
+
+#include <chrono>
+#include <cstdint>
+#include <span>
+#include <string>
+#include <string_view>
+
+namespace tarni::host {
+
+using Clock = std::chrono::steady_clock;
+using Deadline = Clock::time_point;
+
+class Socket {
+ public:
+  // Tries 127.0.0.1 and ::1 in turn until one accepts or the deadline passes.
+  static Socket connectToThisMachine(std::uint16_t port, Deadline deadline);
+
+  Socket(Socket&& other) noexcept;
+  Socket& operator=(Socket&& other) noexcept;
+  ~Socket();
+
+  void write(std::string_view bytes, Deadline deadline);
+
+  enum class Ready { data, woken, timedOut };
+  // Waits until bytes or the end of the stream can be read, or one of the descriptors `wakeOn` has
+  // something to read.
+  Ready waitForData(Deadline deadline, std::span<const int> wakeOn = {});
+
+  // What has arrived; empty at the end of the stream.
+  std::string read();
+
+ private:
+  explicit Socket(int descriptor) : descriptor_(descriptor) {}
+
+  int descriptor_ = -1;
+};
+
+}  // namespace tarni::host

@@ -1,0 +1,312 @@
+// The command `tarni` as a person or a script meets it, against an agent that plays by a script.
+#include <gmock/gmock.h>
+
+#include <cstdlib>
+#include <filesystem>
+#include <fstream>
+#include <mutex>
+#include <nlohmann/json.hpp>
+
+#include "host/wire/Ports.h"
+#include "tests/host/ScriptedAgent.h"
+#include "tests/support/Program.h"
+
+namespace tarni::test {
+namespace {
+
+using namespace std::chrono_literals;
+using host::kPlaybackPort;
+using host::kRecorderPort;
+using nlohmann::json;
+using testing::HasSubstr;
+using testing::Not;
+using Peer = ScriptedAgent::Peer;
+
+struct Result {
+  int code;
+  std::string output;
+};
+
+Result tarni(std::vector<std::string> arguments, const Program::Environment& environment = {}) {
+  arguments.insert(arguments.begin(), built("bin/tarni"));
+  Program program(arguments, environment);
+  const int code = program.wait(20s);
+  return {code, program.output()};
+}
+
+std::string output(const std::string& text) {
+  return json{{{"output", text}}}.dump();
+}
+
+// A screen with two buttons, "OK" and "Cancel", and a switch that is off.
+std::string screen(const std::string& line) {
+  const auto command = json::parse(line, nullptr, false);
+  if (!command.is_object()) return "[]";
+  const auto at = [&command](const char* key) { return command.value(key, ""); };
+  const auto name = at("functionname");
+  const auto value = at("accessorvalue");
+  if (name == "findelements" && at("accessortype").empty() && at("tagname") == "UIButton") {
+    return R"([{"elementID":"ID-OK"},{"elementID":"ID-CANCEL"}])";
+  }
+  if (name == "findelements" && value == "OK") return R"([{"elementID":"ID-OK"}])";
+  if (name == "findelements" && value == "\\UIView[0]\\UISwitch[0]") {
+    return R"([{"elementID":"ID-SWITCH"}])";
+  }
+  if (name == "gettext" && value == "ID-OK") return output("OK");
+  if (name == "gettext" && value == "ID-SWITCH") return output("");
+  if (name == "isselected" && value == "ID-SWITCH")
+    return R"([{"output":"false"},{"output":"false"}])";
+  if (name == "isenabled" && value == "ID-OK") return output("true");
+  if (name == "getwidth") return R"([{"exceptionmsg":"no width"}])";
+  return "[]";
+}
+
+class CommandLine : public testing::Test {
+ protected:
+  // What the client sent, the greeting of the first connection included in the play.
+  void serve(int connections = 1) {
+    agent_ = std::make_unique<ScriptedAgent>(
+        kPlaybackPort,
+        [this](Peer& peer) {
+          peer.sendFramed("Welcome PlayBackServer Started Successfully (v25-Mar-2019)");
+          answering([this](const std::string& line) {
+            const std::lock_guard lock(mutex_);
+            lines_.push_back(line);
+            return screen(line);
+          })(peer);
+        },
+        connections);
+  }
+  std::string lastLine() {
+    const std::lock_guard lock(mutex_);
+    return lines_.empty() ? "" : lines_.back();
+  }
+
+  std::mutex mutex_;
+  std::vector<std::string> lines_;
+  std::unique_ptr<ScriptedAgent> agent_;
+};
+
+TEST_F(CommandLine, EndsWithACodeForEveryOutcome) {
+  struct Case {
+    std::vector<std::string> arguments;
+    int code;
+    const char* output;
+  };
+  const std::vector<Case> cases = {
+      {{"find", "UIButton"}, 0, "ID-OK\nID-CANCEL\n"},
+      {{"--json", "find", "UIButton"}, 0, R"([{"elementID":"ID-OK"},{"elementID":"ID-CANCEL"}])"},
+      {{"find", "--text", "No"}, 1, "no element with the text \"No\" is on screen"},
+      {{"text", "--text", "OK"}, 0, "OK\n"},
+      {{"enabled", "ID-OK"}, 0, "true\n"},
+      {{"selected", "--xpath", "/UIView[0]/UISwitch[0]"}, 1, "false\n"},
+      {{"selected", "ID-OK"}, 1, "no switch"},
+      {{"click", "GONE"}, 1, "no element has the identifier GONE"},
+      {{"click", "--tag", "UIButton"}, 1, "2 elements fit UIButton"},
+      {{"click"}, 2, "which element?"},
+      {{"find", "--text", "a", "--xpath", "b"}, 2, "excludes"},
+      {{"frobnicate"}, 2, ""},
+      {{"width", "--text", "OK"}, 4, "no width"},
+      {{"send", "not json"}, 0, "[]\n"},
+  };
+  serve(static_cast<int>(cases.size()));
+  for (const auto& one : cases) {
+    const auto result = tarni(one.arguments);
+    EXPECT_EQ(result.code, one.code) << one.arguments.front() << ": " << result.output;
+    EXPECT_THAT(result.output, HasSubstr(one.output));
+  }
+}
+
+TEST_F(CommandLine, ActsOnTheOneElementThatFits) {
+  serve(3);
+  EXPECT_EQ(tarni({"click", "--text", "OK"}).code, 0);
+  EXPECT_EQ(json::parse(lastLine())["accessorvalue"], "ID-OK");
+  EXPECT_EQ(tarni({"click", "--tag", "UIButton", "--nth", "2"}).code, 0);
+  EXPECT_EQ(json::parse(lastLine())["accessorvalue"], "ID-CANCEL");
+  EXPECT_EQ(tarni({"type", "--text", "OK", "two words"}).code, 0);
+  const auto typed = json::parse(lastLine());
+  EXPECT_EQ(typed["functionname"], "sendkeysonelement");
+  EXPECT_EQ(typed["datavalue"], "two words");
+}
+
+TEST_F(CommandLine, SwipesOnTheWindowWithoutAnElement) {
+  serve(2);
+  EXPECT_EQ(tarni({"swipe", "left"}).code, 0);
+  EXPECT_EQ(json::parse(lastLine())["accessorvalue"], "");
+  EXPECT_EQ(json::parse(lastLine())["datavalue"], "left");
+  EXPECT_EQ(tarni({"swipe", "ID-OK", "sideways"}).code, 2);
+}
+
+TEST_F(CommandLine, CarriesOutAScriptInOneConnection) {
+  serve(1);
+  const auto script =
+      std::filesystem::temp_directory_path() / ("tarni-script-" + std::to_string(getpid()));
+  std::ofstream(script) << "# a comment\n\nfind UIButton\n"
+                        << "selected --xpath '\\UIView[0]\\UISwitch[0]'\n"
+                        << "click --text OK\n";
+  const auto stopping = tarni({"do", script.string()});
+  EXPECT_EQ(stopping.code, 1);
+  EXPECT_THAT(stopping.output, HasSubstr("ID-CANCEL\nfalse\n"));
+  EXPECT_THAT(stopping.output, HasSubstr("line 4 failed"));
+  EXPECT_EQ(json::parse(lastLine())["functionname"], "isselected");
+  agent_.reset();
+  serve(1);
+  EXPECT_EQ(tarni({"do", "--keep-going", script.string()}).code, 1);
+  EXPECT_EQ(json::parse(lastLine())["functionname"], "clickelement");
+  std::filesystem::remove(script);
+}
+
+TEST_F(CommandLine, SaysThatNothingListens) {
+  const auto result = tarni({"--connect-timeout", "0", "find"});
+  EXPECT_EQ(result.code, 3);
+  EXPECT_THAT(result.output, HasSubstr("nothing listens on 9898"));
+  EXPECT_EQ(tarni({"wait", "--timeout", "0"}).code, 3);
+}
+
+TEST_F(CommandLine, PutsTheViewTreeTogetherAndWritesPictures) {
+  const auto view = [](const char* type, const char* children) {
+    return json{
+        {"elementType", type},
+        {"childCount", children},
+        {"text", ""},
+        {"imageBase64", "aGVsbG8="},
+        {"rectangle", {{"x", "1.00"}, {"y", "2.00"}, {"width", "3.00"}, {"height", "4.00"}}}};
+  };
+  const auto answer =
+      json{view("A", "2"), view("B", "1"), view("C", "0"), view("B", "0"), view("A", "0")};
+  agent_ = std::make_unique<ScriptedAgent>(
+      kPlaybackPort, answering([&](const auto&) { return answer.dump(); }), 3);
+  EXPECT_EQ(tarni({"tree"}).output,
+            "A[0]  3x4 at 1,2\n  B[0]  3x4 at 1,2\n    C[0]  3x4 at 1,2\n  B[1]  3x4 at 1,2\n"
+            "A[1]  3x4 at 1,2\n");
+  EXPECT_THAT(tarni({"tree", "--paths"}).output, HasSubstr("\n\\A[0]\\B[0]\\C[0]  "));
+  const auto folder =
+      std::filesystem::temp_directory_path() / ("tarni-pictures-" + std::to_string(getpid()));
+  EXPECT_EQ(tarni({"describe", "--images", folder.string()}).code, 0);
+  std::ifstream picture(folder / "3-C.jpg");
+  std::string bytes;
+  picture >> bytes;
+  EXPECT_EQ(bytes, "hello");
+  std::filesystem::remove_all(folder);
+}
+
+TEST_F(CommandLine, RecordsUntilTheCountIsReached) {
+  const auto step = [](const char* text) {
+    return json{{{"action", "ClickButton"},
+                 {"arguments",
+                  {{{"className", "UIButton"}, {"sahiText", text}, {"xpath:position", "\\U[0]"}},
+                   {{"data", ""}}}}}}
+        .dump();
+  };
+  const ScriptedAgent recorder(kRecorderPort, [&step](Peer& peer) {
+    for (const auto* text : {"before", "one", "two"}) peer.sendFramed(step(text));
+    peer.readLine();
+  });
+  const auto file =
+      std::filesystem::temp_directory_path() / ("tarni-steps-" + std::to_string(getpid()));
+  const auto result = tarni({"record", "--count", "2", "-o", file.string()});
+  EXPECT_EQ(result.code, 0);
+  EXPECT_THAT(result.output, HasSubstr("earlier"));
+  EXPECT_THAT(result.output, HasSubstr("ClickButton            UIButton \"two\"  \\U[0]"));
+  std::ifstream kept(file);
+  std::string line;
+  std::vector<std::string> lines;
+  while (std::getline(kept, line)) lines.push_back(line);
+  EXPECT_THAT(lines, testing::ElementsAre(step("before"), step("one"), step("two")));
+  std::filesystem::remove(file);
+}
+
+TEST_F(CommandLine, EndsSpyModeWhenItLeaves) {
+  std::vector<std::string> received;
+  {
+    const ScriptedAgent recorder(kRecorderPort, [&received](Peer& peer) {
+      peer.sendFramed("Welcome! RecorderServer StartedSuccessfully ");
+      received.push_back(peer.readLine());
+      peer.sendFramed(
+          R"([{"tagName":"UIButton","class":"UIButton","sahiText":"It's","xpath:position":"\\U[0]"}])");
+      received.push_back(peer.readLine());
+    });
+    const auto result = tarni({"spy", "--count", "1"});
+    EXPECT_EQ(result.code, 0);
+    EXPECT_THAT(result.output, HasSubstr(R"(tarni find 'UIButton' --text 'It'\''s')"));
+  }
+  EXPECT_THAT(received, testing::ElementsAre("startobjectspy", "stopobjectspy"));
+}
+
+class Running : public testing::Test {
+ protected:
+  // Any library does to be loaded: what the launcher does with it is not at issue here.
+  Program::Environment environment_ = {{"TARNI_LIBRARY", "/lib/x86_64-linux-gnu/libm.so.6"}};
+};
+
+TEST_F(Running, PassesOnTheExitCodeTheEnvironmentAndSignals) {
+  const auto shell = [this](const std::string& script) {
+    return tarni({"run", "--", "sh", "-c", script}, environment_);
+  };
+  EXPECT_EQ(shell("exit 7").code, 7);
+  EXPECT_EQ(shell("kill -9 $$").code, 128 + 9);
+  EXPECT_THAT(shell("echo preload=$LD_PRELOAD").output,
+              HasSubstr("preload=/lib/x86_64-linux-gnu/"));
+  Program program({built("bin/tarni"), "run", "--", "sh", "-c",
+                   "trap 'exit 42' TERM; echo armed; while :; do sleep 0.05; done"},
+                  environment_);
+  ASSERT_TRUE(eventually([&] { return program.output().find("armed") != std::string::npos; }));
+  program.signal(SIGTERM);
+  EXPECT_EQ(program.wait(10s), 42);
+}
+
+TEST_F(Running, RefusesWhatCannotWork) {
+  const auto missing = tarni({"run", "--", "/no/such/program"}, environment_);
+  EXPECT_EQ(missing.code, 5);
+  EXPECT_THAT(missing.output, HasSubstr("cannot start /no/such/program"));
+  EXPECT_THAT(tarni({"run", "--", "true"}, {{"TARNI_LIBRARY", "/none"}}).output,
+              HasSubstr("TARNI_LIBRARY names no file"));
+  const ScriptedAgent other(kPlaybackPort, [](Peer&) {});
+  EXPECT_THAT(tarni({"run", "--", "true"}, environment_).output, HasSubstr("9898 is taken"));
+}
+
+TEST_F(Running, IsolatedProgramsShareTheFixedPortsAndAreReachedByName) {
+  const auto folder =
+      std::filesystem::temp_directory_path() / ("tarni-names-" + std::to_string(getpid()));
+  std::filesystem::create_directories(folder);
+  environment_["XDG_RUNTIME_DIR"] = folder.string();
+  const auto listen = [this](const std::string& name, const std::string& answer) {
+    return std::make_unique<Program>(
+        std::vector<std::string>{built("bin/tarni"), "run", "--isolated=" + name, "--", "python3",
+                                 "-c",
+                                 "import socket\n"
+                                 "r = socket.create_server(('127.0.0.1', 9892))\n"
+                                 "s = socket.create_server(('127.0.0.1', 9898))\n"
+                                 "while True:\n"
+                                 "  c = s.accept()[0]\n"
+                                 "  c.recv(1000)\n"
+                                 "  c.sendall(b'%010d' % " +
+                                     std::to_string(answer.size()) + " + b'" + answer +
+                                     "')\n"
+                                     "  c.close()\n"},
+        environment_);
+  };
+  const auto first = listen("first", R"([{"output":"1"}])");
+  const auto second = listen("second", R"([{"output":"2"}])");
+  for (const auto* name : {"first", "second"}) {
+    const auto waited = tarni({"--in", name, "wait"}, environment_);
+    EXPECT_EQ(waited.code, 0) << waited.output;
+  }
+  EXPECT_EQ(tarni({"--in", "first", "send", "{}"}, environment_).output, "[{\"output\":\"1\"}]\n");
+  EXPECT_EQ(tarni({"--in", "second", "send", "{}"}, environment_).output, "[{\"output\":\"2\"}]\n");
+  EXPECT_EQ(tarni({"--connect-timeout", "0", "send", "{}"}).code, 3);
+  EXPECT_THAT(tarni({"list"}, environment_).output, HasSubstr("second"));
+  EXPECT_THAT(tarni({"run", "--isolated=first", "--", "true"}, environment_).output,
+              HasSubstr("already runs as \"first\""));
+  EXPECT_TRUE(eventually(
+      [&] { return first->output().find("ready: ports 9892 and 9898") != std::string::npos; }));
+  first->signal(SIGTERM);
+  EXPECT_EQ(first->wait(10s), 128 + SIGTERM);
+  const auto gone = tarni({"--in", "first", "find"}, environment_);
+  EXPECT_EQ(gone.code, 1);
+  EXPECT_THAT(gone.output, HasSubstr("running: second"));
+  std::filesystem::remove_all(folder);
+}
+
+}  // namespace
+}  // namespace tarni::test

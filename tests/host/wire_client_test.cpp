@@ -1,0 +1,175 @@
+#include <gmock/gmock.h>
+
+#include <future>
+#include <nlohmann/json.hpp>
+
+#include "host/wire/FrameReader.h"
+#include "host/wire/PlaybackClient.h"
+#include "host/wire/RecorderClient.h"
+#include "host/wire/WireError.h"
+#include "tests/host/ScriptedAgent.h"
+
+namespace tarni::host {
+namespace {
+
+using testing::ElementsAre;
+using testing::HasSubstr;
+using testing::ThrowsMessage;
+using namespace std::chrono_literals;
+using test::ScriptedAgent;
+using Peer = ScriptedAgent::Peer;
+
+constexpr auto kGreeting = "Welcome PlayBackServer Started Successfully (v25-Mar-2019)";
+constexpr auto kRecorderGreeting = "Welcome! RecorderServer StartedSuccessfully ";
+
+PlaybackClient connected(milliseconds answerTimeout = 5s) {
+  return PlaybackClient(2s, answerTimeout);
+}
+
+TEST(FrameReader, FindsMessagesHoweverTheBytesAreCut) {
+  const std::string bytes = ScriptedAgent::framed("[]") + "Are you still there?\r\n" +
+                            ScriptedAgent::framed("") + ScriptedAgent::framed("[\"\xC3\xA9\"]");
+  for (std::size_t piece = 1; piece <= bytes.size(); ++piece) {
+    FrameReader reader;
+    std::vector<std::string> messages;
+    for (std::size_t at = 0; at < bytes.size(); at += piece) {
+      reader.append(std::string_view(bytes).substr(at, piece));
+      while (auto message = reader.next()) messages.push_back(*message);
+    }
+    ASSERT_THAT(messages, ElementsAre("[]", "", "[\"\xC3\xA9\"]")) << "pieces of " << piece;
+    ASSERT_EQ(reader.pendingBytes(), 0U);
+  }
+}
+
+TEST(FrameReader, RefusesWhatIsNoLength) {
+  for (const auto* bytes : {"HTTP/1.1 400", "-000000001", "00000x", "9999999999", "Are you OK"}) {
+    FrameReader reader;
+    reader.append(bytes);
+    EXPECT_THROW(reader.next(), WireError) << bytes;
+  }
+}
+
+TEST(PlaybackClient, SkipsTheGreetingOnlyWhenThereIsOne) {
+  for (const bool greets : {true, false}) {
+    const ScriptedAgent agent(kPlaybackPort, [greets](Peer& peer) {
+      if (greets) peer.sendFramed(kGreeting);
+      test::answering([](const auto&) { return R"([{"elementID":"A"},{"elementID":"B"}])"; })(peer);
+    });
+    auto client = connected();
+    EXPECT_THAT(client.call({"findelements"}).elementIds(), ElementsAre("A", "B"));
+    EXPECT_THAT(client.call({"findelements"}).elementIds(), ElementsAre("A", "B"));
+  }
+}
+
+TEST(PlaybackClient, SendsOneLineOfJsonWithAllKeys) {
+  std::promise<std::string> received;
+  const ScriptedAgent agent(kPlaybackPort, [&received](Peer& peer) {
+    received.set_value(peer.readLine());
+    peer.sendFramed("[]");
+  });
+  connected().call({"sendkeysonelement", "", "", "ID", "a\\b\"\r\n\u00e9"});
+  const auto line = nlohmann::json::parse(received.get_future().get());
+  EXPECT_EQ(line["functionname"], "sendkeysonelement");
+  EXPECT_EQ(line["accessorvalue"], "ID");
+  EXPECT_EQ(line["datavalue"], "a\\b\"\r\n\u00e9");
+}
+
+TEST(PlaybackClient, PutsAShortCommandBeforeALongFirstOne) {
+  std::vector<std::size_t> sizes;
+  {
+    const ScriptedAgent agent(kPlaybackPort, test::answering([&sizes](const auto& line) {
+                                sizes.push_back(line.size());
+                                return "[]";
+                              }));
+    connected().call({"findelements", std::string(100'000, 'x')});
+  }
+  ASSERT_EQ(sizes.size(), 2U);
+  EXPECT_LT(sizes[0], 100U);
+  EXPECT_GT(sizes[1], 100'000U);
+}
+
+TEST(PlaybackClient, ReceivesALongAnswerInPieces) {
+  const std::string picture(5'000'000, 'A');
+  const ScriptedAgent agent(kPlaybackPort, [&picture](Peer& peer) {
+    peer.readLine();
+    const auto bytes = ScriptedAgent::framed(R"([{"output":")" + picture + R"("}])");
+    peer.send(bytes.substr(0, 7));
+    peer.send(bytes.substr(7));
+  });
+  EXPECT_EQ(connected().call({"ai_getscreensnapshot"}).output(), picture);
+}
+
+TEST(PlaybackClient, SaysWhatWentWrong) {
+  const auto failure = [](const ScriptedAgent::Script& script) {
+    const ScriptedAgent agent(kPlaybackPort, script);
+    auto client = connected(300ms);
+    client.call({"gettext", "", "", "X"});
+  };
+  EXPECT_THAT([&] { failure([](Peer& peer) { peer.readLine(); }); },
+              ThrowsMessage<WireError>(HasSubstr("closed the connection")));
+  const auto cutShort = [](Peer& peer) {
+    peer.readLine();
+    peer.send("0000000010[{");
+  };
+  EXPECT_THAT([&] { failure(cutShort); },
+              ThrowsMessage<WireError>(HasSubstr("in the middle of a message")));
+  const auto silent = [](Peer& peer) {
+    peer.readLine();
+    peer.readLine();
+  };
+  EXPECT_THAT([&] { failure(silent); }, ThrowsMessage<WireError>(HasSubstr("did not answer")));
+  const auto foreign = [](Peer& peer) { peer.send("220 mail.example.org ESMTP\r\n"); };
+  EXPECT_THAT([&] { failure(foreign); }, ThrowsMessage<WireError>(HasSubstr("no agent")));
+  const auto exception = [](Peer& peer) {
+    peer.readLine();
+    peer.sendFramed(R"([{"exceptionmsg":"out of range"}])");
+  };
+  EXPECT_THAT([&] { failure(exception); }, ThrowsMessage<AgentException>("out of range"));
+  EXPECT_THROW(PlaybackCommand({"findelements", "\xFF"}).line(), std::invalid_argument);
+}
+
+TEST(Connecting, TellsAMissingProgramFromAPortThatIsHeld) {
+  EXPECT_THAT([] { PlaybackClient(0ms, 1s); },
+              ThrowsMessage<WireError>("nothing listens on 9898: is the program running with the "
+                                       "agent?"));
+  // As the agent does: the port stops listening while its one client is connected.
+  std::promise<void> done;
+  auto agent =
+      std::make_unique<ScriptedAgent>(kPlaybackPort, [&done](Peer&) { done.get_future().wait(); });
+  auto holder = std::make_unique<PlaybackClient>(2s, 1s);
+  EXPECT_NE(portUse(kPlaybackPort), PortUse::free);
+  done.set_value();
+}
+
+TEST(Connecting, WaitsForAPortThatOpensLate) {
+  auto client = std::async(std::launch::async, [] {
+    PlaybackClient late(5s, 5s);
+    return late.call({"gettext", "", "", "X"}).output();
+  });
+  ASSERT_EQ(client.wait_for(100ms), std::future_status::timeout);
+  const ScriptedAgent agent(kPlaybackPort,
+                            test::answering([](const auto&) { return R"([{"output":"late"}])"; }));
+  EXPECT_EQ(client.get(), "late");
+}
+
+TEST(RecorderClient, TellsWhatWasRecordedBeforeItCame) {
+  for (const bool greets : {true, false}) {
+    const ScriptedAgent agent(kRecorderPort, [greets](Peer& peer) {
+      peer.sendFramed(greets ? kRecorderGreeting : R"([{"action":"Click"}])");
+      peer.sendFramed(R"([{"action":"ClickButton"}])");
+      peer.readLine();
+    });
+    RecorderClient client(2s);
+    auto message = client.next(5s);
+    ASSERT_TRUE(message);
+    EXPECT_EQ(message->earlier, !greets);
+    if (!greets) message = client.next(5s);
+    ASSERT_TRUE(message);
+    EXPECT_EQ(message->text, R"([{"action":"ClickButton"}])");
+    EXPECT_FALSE(message->earlier);
+    EXPECT_FALSE(client.next(10ms));
+  }
+}
+
+}  // namespace
+}  // namespace tarni::host
