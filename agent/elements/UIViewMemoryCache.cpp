@@ -15,18 +15,19 @@ void UIViewMemoryCache::addViewInMemoryCache(const platform::UIViewRef& view) {
 
 void UIViewMemoryCache::addViewInMemoryCache(const platform::UIViewRef& view,
                                              std::string identifier) {
-  const auto [position, isNew] = positions_.try_emplace(identifier, entries_.size());
-  if (isNew) {
-    entries_.push_back({std::move(identifier), view});
-  } else {
-    entries_[position->second].view = view;
+  const auto known = byIdentifier_.find(identifier);
+  if (known != byIdentifier_.end()) {
+    known->second->view = view;
+    return;
   }
+  Entry& added = entries_.emplace_back(Entry{std::move(identifier), view});
+  byIdentifier_.emplace(added.identifier, &added);
 }
 
 platform::UIViewRef UIViewMemoryCache::getUIVIewAccordingToElementId(
     std::string_view identifier) const {
-  const auto found = positions_.find(identifier);
-  return found == positions_.end() ? nullptr : entries_[found->second].view.lock();
+  const auto found = byIdentifier_.find(identifier);
+  return found == byIdentifier_.end() ? nullptr : found->second->view.lock();
 }
 
 std::vector<std::string> UIViewMemoryCache::getAllUIViewsIdentifier() const {
@@ -37,8 +38,8 @@ std::vector<std::string> UIViewMemoryCache::getAllUIViewsIdentifier() const {
 }
 
 void UIViewMemoryCache::clearMemoryCache() {
+  byIdentifier_.clear();
   entries_.clear();
-  positions_.clear();
 }
 
 }  // namespace tarni

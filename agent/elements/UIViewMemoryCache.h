@@ -4,6 +4,7 @@
 // Views are held weakly: the identifier of a view that has gone answers like an unknown one.
 #pragma once
 
+#include <deque>
 #include <string>
 #include <string_view>
 #include <unordered_map>
@@ -23,7 +24,7 @@ class UIViewMemoryCache {
   static UIViewMemoryCache& sharedInstance();
 
   // All entries, in the order in which they were first added.
-  const std::vector<Entry>& getUIViewsMemoryCache() const { return entries_; }
+  const std::deque<Entry>& getUIViewsMemoryCache() const { return entries_; }
   // Files the view under a fresh identifier.
   void addViewInMemoryCache(const platform::UIViewRef& view);
   // Files the view under `identifier`, in place of any view that is there.
@@ -35,15 +36,8 @@ class UIViewMemoryCache {
   void clearMemoryCache();
 
  private:
-  struct Hash {
-    using is_transparent = void;
-    std::size_t operator()(std::string_view text) const {
-      return std::hash<std::string_view>{}(text);
-    }
-  };
-
-  std::vector<Entry> entries_;
-  std::unordered_map<std::string, std::size_t, Hash, std::equal_to<>> positions_;
+  std::deque<Entry> entries_;  // which stay where they are
+  std::unordered_map<std::string_view, Entry*> byIdentifier_;
 };
 
 }  // namespace tarni

@@ -5,6 +5,7 @@
 #include "agent/elements/UIViewMemoryCache.h"
 #include "agent/elements/UIView_Highlight.h"
 #include "agent/elements/Utilities.h"
+#include "agent/elements/WalkVisibility.h"
 #include "agent/elements/XpathManager.h"
 #include "agent/interaction/UIView_KIFAdditions.h"
 #include "platform/UIKit/Classes.h"
@@ -26,7 +27,7 @@ void tag(const WalkStep& step, std::string_view key) {
   if (layer.valueForKey(key)) return;
   const std::string guid = Utilities::getGUIDString();
   layer.setValueForKey(guid, key);
-  XpathManager::sharedInstance().createXpathPositionOfUIView(step.parent, step.view, guid,
+  XpathManager::sharedInstance().createXpathPositionOfUIView(step.parent(), step.view, guid,
                                                              step.index());
 }
 
@@ -93,10 +94,14 @@ void UIViewsManager::findElements(const UIViewRef& parent, const std::string& ta
                                   const std::string& accessorType,
                                   const std::string& accessorValue) {
   const std::string className = platform::lowercase(tagName);
+  WalkVisibility visibility;
   walkSubviews(parent, buffers_.levels, [&](const WalkStep& step) {
     tag(step, kPlaybackTag);
-    if (className.empty() || className == step.view->getClass()->lowercaseName()) {
-      identifyElementByAccessor(step.view, tagName, accessorType, accessorValue);
+    const bool isOfTag = className.empty() || className == step.view->getClass()->lowercaseName();
+    // Visibility costs most, so it is asked of those that match only.
+    if (isOfTag && matchesAccessor(step.view, accessorType, accessorValue) &&
+        visibility.isVisibleInWindowFrame(step)) {
+      UIViewMemoryCache::sharedInstance().addViewInMemoryCache(step.view);
     }
     return true;
   });
@@ -105,7 +110,6 @@ void UIViewsManager::findElements(const UIViewRef& parent, const std::string& ta
 void UIViewsManager::identifyElementByAccessor(const UIViewRef& view, const std::string&,
                                                const std::string& accessorType,
                                                const std::string& accessorValue) {
-  // Visibility costs a walk up the tree, so it is asked of those that match only.
   if (!matchesAccessor(view, accessorType, accessorValue)) return;
   if (!KIFAdditions::isVisibleInWindowFrame(view)) return;
   UIViewMemoryCache::sharedInstance().addViewInMemoryCache(view);

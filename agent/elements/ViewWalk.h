@@ -32,40 +32,41 @@ class SiblingCounter {
   std::unordered_map<platform::Class, long> counts_;
 };
 
-// The view that a walk has come to.
-struct WalkStep {
-  const platform::UIViewRef& parent;
-  const platform::UIViewRef& view;
-  std::size_t position;
-  SiblingCounter& siblings;
-
-  // Among all siblings of the view's class.
-  long index() const { return siblings.indexOf(position); }
+// One level of the path from the root of a walk to where it has come.
+struct WalkLevel {
+  const platform::UIViewRef* parent = nullptr;
+  std::span<const platform::UIViewRef> siblings;  // the parent's subviews
+  std::size_t next = 0;
+  SiblingCounter counter;
 };
 
 // Memory that walks use again and again.
 struct WalkBuffers {
-  struct Level {
-    const platform::UIViewRef* parent = nullptr;
-    std::span<const platform::UIViewRef> siblings;
-    std::size_t next = 0;
-    SiblingCounter counter;
-  };
-  std::vector<Level> levels;
+  std::vector<WalkLevel> levels;
   std::vector<platform::UIViewRef> views;
+};
+
+// The view that a walk has come to.
+struct WalkStep {
+  const platform::UIViewRef& view;
+  std::size_t position;       // among all siblings
+  std::span<WalkLevel> path;  // from the root's level to the view's own
+
+  const platform::UIViewRef& parent() const { return *path.back().parent; }
+  // Among all siblings of the view's class.
+  long index() const { return path.back().counter.indexOf(position); }
 };
 
 // Calls `visit(step)` for every view below `root`; false leaves out what is below the view.
 template <typename Visit>
-void walkSubviews(const platform::UIViewRef& root, std::vector<WalkBuffers::Level>& levels,
-                  Visit&& visit) {
+void walkSubviews(const platform::UIViewRef& root, std::vector<WalkLevel>& levels, Visit&& visit) {
   if (!root) return;
   std::size_t depth = 0;
   const auto enter = [&](const platform::UIViewRef& parent) {
     const std::span<const platform::UIViewRef> subviews = parent->subviews();
     if (subviews.empty()) return;
     if (depth == levels.size()) levels.emplace_back();
-    WalkBuffers::Level& level = levels[depth++];
+    WalkLevel& level = levels[depth++];
     level.parent = &parent;
     level.siblings = subviews;
     level.next = 0;
@@ -73,14 +74,14 @@ void walkSubviews(const platform::UIViewRef& root, std::vector<WalkBuffers::Leve
   };
   enter(root);
   while (depth > 0) {
-    WalkBuffers::Level& level = levels[depth - 1];
+    WalkLevel& level = levels[depth - 1];
     if (level.next == level.siblings.size()) {
       --depth;
       continue;
     }
     const std::size_t position = level.next++;
     const platform::UIViewRef& view = level.siblings[position];
-    if (visit(WalkStep{*level.parent, view, position, level.counter})) enter(view);
+    if (visit(WalkStep{view, position, std::span(levels).first(depth)})) enter(view);
   }
 }
 

@@ -1,4 +1,7 @@
 // Finding elements by class and accessor.
+#include <random>
+
+#include "agent/interaction/UIView_KIFAdditions.h"
 #include "backends/headless/views/Button.h"
 #include "backends/headless/views/Label.h"
 #include "backends/headless/views/TextField.h"
@@ -118,10 +121,43 @@ TEST_F(Find, OnlyWhatIsVisibleInItsWindow) {
       << "what is hidden keeps its place in the window";
 }
 
+// The walk works out what clips once a parent; it must say what the rule says of each view alone.
+TEST_F(Find, VisibilityInAWalkIsThatOfEachViewAlone) {
+  std::mt19937 random(11);
+  const auto upTo = [&random](int limit) { return static_cast<double>(random() % limit); };
+  std::vector<ViewRef> views;
+  for (int made = 0; made < 2000; ++made) {
+    const auto view = std::make_shared<View>();
+    view->setFrame({{upTo(300) - 100, upTo(600) - 200}, {upTo(6) * 40, upTo(6) * 40}});
+    if (random() % 3 == 0) view->setClipsToBounds(true);
+    if (random() % 5 == 0) view->setTransform(platform::CGAffineTransform::rotation(upTo(6)));
+    if (random() % 9 == 0) view->setTransform(platform::CGAffineTransform::scale(upTo(2), upTo(2)));
+    if (random() % 4 == 0) view->setBounds({{0, upTo(100)}, view->bounds().size});
+    View& parent = views.empty() ? *window : *views[random() % views.size()];
+    parent.addSubview(view);
+    views.push_back(view);
+  }
+  for (const UIViewRef& root : {UIViewRef(window), UIViewRef(views[0]), UIViewRef(views[7])}) {
+    std::vector<UIViewRef> expected;
+    UIViewsManager manager;
+    for (const UIViewRef& view : manager.GetAllViewsForPlayer(root, true)) {
+      if (KIFAdditions::isVisibleInWindowFrame(view)) expected.push_back(view);
+    }
+    EXPECT_EQ(findBelow(root, "", "", ""), expected);
+  }
+}
+
 TEST_F(Find, AMatchAndTheMatchesInsideIt) {
   const auto outer = add<Label>("same").get();
   const auto inner = headless::build<Label>("same").frame({{0, 0}, {10, 10}}).in(*outer);
   EXPECT_THAT(find("", "text", "same"), ElementsAre(outer, inner));
+}
+
+TEST_F(Find, AllOfADeepScreen) {
+  const ViewRef deepest = nest(*window, 10000);
+  const std::vector<UIViewRef> found = find("", "", "");
+  ASSERT_EQ(found.size(), 10000U);
+  EXPECT_EQ(found.back(), deepest);
 }
 
 TEST_F(Find, ADeepView) {
