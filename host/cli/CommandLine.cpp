@@ -36,11 +36,11 @@ void declareGlobalOptions(CLI::App& app, GlobalOptions& options) {
   app.add_option("--host-timeout", options.answerSeconds,
                  "how long to wait for an answer (default 30)")
       ->type_name("SECONDS")
-      ->check(CLI::NonNegativeNumber);
+      ->check(CLI::NonNegativeNumber.description(""));
   app.add_option("--connect-timeout", options.connectSeconds,
                  "how long to try to connect (default 3)")
       ->type_name("SECONDS")
-      ->check(CLI::NonNegativeNumber);
+      ->check(CLI::NonNegativeNumber.description(""));
   app.add_flag("--json", options.json, "print what the agent answered, for programs");
 }
 
@@ -49,6 +49,7 @@ void declareSubcommands(CLI::App& app, Session& session, bool inScript) {
     if (inScript && !subcommand.inScript) continue;
     auto* const parser = app.add_subcommand(subcommand.name, subcommand.summary);
     parser->fallthrough();
+    parser->footer("");
     subcommand.declare(*parser, session);
   }
   app.require_subcommand(1);

@@ -93,10 +93,10 @@ bool mayReadStandardInput() {
 void Listening::declare(CLI::App& parser, const std::string& things) {
   parser.add_option("--count", count_, "end after so many " + things)
       ->type_name("N")
-      ->check(CLI::PositiveNumber);
+      ->check(CLI::PositiveNumber.description(""));
   parser.add_option("--seconds", seconds_, "end after this time")
       ->type_name("N")
-      ->check(CLI::NonNegativeNumber);
+      ->check(CLI::NonNegativeNumber.description(""));
 }
 
 void Listening::run(RecorderClient& recorder, Session& session, const Handlers& handlers) const {

@@ -36,7 +36,7 @@ void Locator::declare(CLI::App& parser) {
   declareSearch(parser);
   parser.add_option("--wait", waitSeconds_, "search again for so long until something is found")
       ->type_name("SECONDS")
-      ->check(CLI::NonNegativeNumber);
+      ->check(CLI::NonNegativeNumber.description(""));
 }
 
 bool Locator::isGiven() const {
@@ -88,7 +88,7 @@ void Target::declare(CLI::App& parser, const std::string& others) {
   auto* const first = parser.add_flag("--first", first_, "the first one when several fit");
   parser.add_option("--nth", nth_, "the N-th one when several fit, from 1")
       ->type_name("N")
-      ->check(CLI::PositiveNumber)
+      ->check(CLI::PositiveNumber.description(""))
       ->excludes(first);
   const auto usage = others.empty() ? "ID" : "ID " + others;
   parser.add_option(usage, arguments_, "the element's identifier, unless options say what it is")

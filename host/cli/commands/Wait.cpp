@@ -78,7 +78,7 @@ void declareWait(CLI::App& parser, Session& session) {
   parser.add_flag("--gone", options->gone, "wait until no such element is there any more");
   parser.add_option("--timeout", options->timeout, "how long to wait (default 10)")
       ->type_name("SECONDS")
-      ->check(CLI::NonNegativeNumber);
+      ->check(CLI::NonNegativeNumber.description(""));
   parser.callback([options, &session] { wait(session, *options); });
 }
 
