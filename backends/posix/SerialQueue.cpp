@@ -26,6 +26,7 @@ void SerialQueue::sync(const platform::Block& block) {
   Lock lock(mutex_);
   blocks_.emplace_back([&] {
     runGuarded(label_.c_str(), block);
+    const Lock doneLock(mutex_);
     isDone = true;
   });
   ++waiters_;

@@ -118,11 +118,11 @@ TEST_F(DispatchTest, ABlockThatThrowsEndsThere) {
 
 TEST_F(DispatchTest, SleepersOfTheBackgroundQueueKeepNobodyWaiting) {
   constexpr int sleepers = 8;
-  std::latch together(sleepers);
+  const auto together = std::make_shared<std::latch>(sleepers);
   std::promise<void> all;
   for (int i = 0; i < sleepers; ++i) {
-    dispatch_.backgroundQueue().async([&, i] {
-      together.arrive_and_wait();
+    dispatch_.backgroundQueue().async([&all, together, i] {
+      together->arrive_and_wait();
       if (i == 0) all.set_value();
     });
   }
