@@ -106,7 +106,7 @@ bool isToolkitClass(const QMetaObject* metaObject) {
   Dl_info where{};
   if (dladdr(metaObject, &where) == 0 || !where.dli_fname) return false;
   const std::string_view path = where.dli_fname;
-  return path.substr(path.rfind('/') + 1).starts_with("libQt");
+  return path.substr(path.rfind('/') + 1).starts_with("libQt" QT_STRINGIFY(QT_VERSION_MAJOR));
 }
 
 // A class of that name below `superclass`, even when the name is already taken by one below another
