@@ -24,6 +24,9 @@ using std::chrono::milliseconds;
 
 constexpr milliseconds kPauseBetweenAttempts{20};
 
+// A port that stops listening at this very moment may leave an attempt without any answer.
+constexpr milliseconds kLongestAttempt{200};
+
 std::string reason(int error) {
   return std::system_category().message(error);
 }
@@ -93,11 +96,11 @@ Attempt attemptEitherFamily(std::uint16_t port, Deadline deadline) {
 
 std::string explanation(std::uint16_t port, int error) {
   const auto number = std::to_string(port);
-  if (error != ECONNREFUSED) return "cannot connect to port " + number + ": " + reason(error);
   if (portUse(port) == PortUse::held) {
     return "the connection to port " + number +
            " was refused: another client holds it (a port serves one client at a time)";
   }
+  if (error != ECONNREFUSED) return "cannot connect to port " + number + ": " + reason(error);
   if (port == kRecorderPort && portUse(kPlaybackPort) == PortUse::listening) {
     return "nothing listens on " + number +
            ": a program's recorder serves one client only, and ends with the first playback "
@@ -110,7 +113,8 @@ std::string explanation(std::uint16_t port, int error) {
 
 Socket Socket::connectToThisMachine(std::uint16_t port, Deadline deadline) {
   while (true) {
-    const auto result = attemptEitherFamily(port, deadline);
+    const auto result =
+        attemptEitherFamily(port, std::min(deadline, Clock::now() + kLongestAttempt));
     if (result.descriptor >= 0) return Socket(result.descriptor);
     if (Clock::now() >= deadline) throw WireError(explanation(port, result.error));
     std::this_thread::sleep_for(kPauseBetweenAttempts);

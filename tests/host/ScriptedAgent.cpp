@@ -58,6 +58,7 @@ void ScriptedAgent::serve(int connections) const {
   for (int i = 0; i < connections; ++i) {
     const int descriptor = accept4(listener_, nullptr, nullptr, SOCK_CLOEXEC);
     if (descriptor < 0) return;
+    if (i + 1 == connections) shutdown(listener_, SHUT_RDWR);
     Peer peer(descriptor);
     script_(peer);
     close(descriptor);

@@ -26,7 +26,8 @@ class ScriptedAgent {
   };
   using Script = std::function<void(Peer&)>;
 
-  // Listens at once; `connections` clients are served one after the other, each by the script.
+  // Listens at once; `connections` clients are served one after the other, each by the script. As
+  // the agent's, the port stops listening once the last of them is connected.
   ScriptedAgent(std::uint16_t port, Script script, int connections = 1);
   ScriptedAgent(const ScriptedAgent&) = delete;
   ScriptedAgent& operator=(const ScriptedAgent&) = delete;
