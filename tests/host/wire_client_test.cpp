@@ -8,6 +8,7 @@
 #include "host/wire/RecorderClient.h"
 #include "host/wire/WireError.h"
 #include "tests/host/ScriptedAgent.h"
+#include "tests/support/Program.h"
 
 namespace tarni::host {
 namespace {
@@ -135,6 +136,7 @@ TEST(Connecting, TellsAMissingProgramFromAPortThatIsHeld) {
   std::promise<void> done;
   const ScriptedAgent agent(kPlaybackPort, [&done](Peer&) { done.get_future().wait(); });
   const PlaybackClient holder(2s, 1s);
+  ASSERT_TRUE(test::eventually([] { return portUse(kPlaybackPort) == PortUse::held; }));
   EXPECT_THAT([] { PlaybackClient(500ms, 1s); },
               ThrowsMessage<WireError>(HasSubstr("another client holds it")));
   done.set_value();
