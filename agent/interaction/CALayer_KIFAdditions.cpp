@@ -1,7 +1,7 @@
 #include "agent/interaction/CALayer_KIFAdditions.h"
 
+#include <algorithm>
 #include <cmath>
-#include <ranges>
 #include <string>
 #include <vector>
 
@@ -60,9 +60,8 @@ void performBlockOnDescendentLayers(platform::CALayer& layer, const LayerBlock& 
     platform::CALayer* const current = waiting.back();
     waiting.pop_back();
     block(*current, stop);
-    for (platform::CALayer* below : current->sublayers() | std::views::reverse) {
-      waiting.push_back(below);
-    }
+    const std::vector<platform::CALayer*> below = current->sublayers();
+    waiting.insert(waiting.end(), below.rbegin(), below.rend());
   }
 }
 

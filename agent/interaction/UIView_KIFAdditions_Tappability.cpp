@@ -4,7 +4,7 @@
 #include <array>
 #include <cmath>
 #include <limits>
-#include <ranges>
+#include <span>
 #include <vector>
 
 #include "platform/Platform.h"
@@ -165,9 +165,8 @@ void performBlockOnDescendentViews(const UIViewRef& view, const ViewBlock& block
     const UIViewRef current = std::move(waiting.back());
     waiting.pop_back();
     block(current, stop);
-    for (const UIViewRef& below : current->subviews() | std::views::reverse) {
-      waiting.push_back(below);
-    }
+    const std::span<const UIViewRef> below = current->subviews();
+    waiting.insert(waiting.end(), below.rbegin(), below.rend());
   }
 }
 

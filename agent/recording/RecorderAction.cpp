@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <nlohmann/json.hpp>
-#include <ranges>
 
 #include "agent/Queue/ElementsQueue.h"
 #include "agent/Queue/RecorderQueue.h"
@@ -51,10 +50,10 @@ UIViewRef refinedView(const UIViewRef& touched, CGPoint point) {
   if (candidates->empty()) {
     candidates = &manager.GetAllViewsForPlayer(UIViewFinder().getCurrentWindow(), true);
   }
-  for (const UIViewRef& candidate : *candidates | std::views::reverse) {
-    if (isStrictlyInside(candidate, touched, point)) return candidate;
-  }
-  return touched;
+  const auto last = std::find_if(
+      candidates->rbegin(), candidates->rend(),
+      [&](const UIViewRef& candidate) { return isStrictlyInside(candidate, touched, point); });
+  return last == candidates->rend() ? touched : *last;
 }
 
 UIViewRef selectedSegmentView(const UIViewRef& view) {

@@ -12,7 +12,6 @@ namespace {
 
 using headless::build;
 using headless::View;
-using platform::CAAnimation;
 
 constexpr double infinity = std::numeric_limits<double>::infinity();
 constexpr float forEver = std::numeric_limits<float>::infinity();

@@ -14,9 +14,7 @@ namespace {
 
 using headless::build;
 using headless::LoggedEvent;
-using headless::LoggedTouch;
 using platform::CGPoint;
-using platform::UITouchPhase;
 
 void expectNear(CGPoint actual, CGPoint expected) {
   EXPECT_NEAR(actual.x, expected.x, 1e-9);

@@ -16,7 +16,7 @@ class Swizzling : public test::Screen {
     runtime.class_replaceMethod(base, "greet", says("base"), "v@:");
     runtime.class_replaceMethod(derived, "hook", says("hook"), "v@:B");
   }
-  platform::Implementation says(std::string text) {
+  platform::Implementation says(const std::string& text) {
     return [this, text](const Arguments&) { said += text + " "; };
   }
   std::string call(platform::Class cls, const char* selector) {

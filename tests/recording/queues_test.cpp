@@ -31,6 +31,7 @@ TEST(RecorderQueueOrder, NothingIsLostBetweenThreads) {
   constexpr int perThread = 2000;
   RecorderQueue queue;
   std::vector<std::thread> writers;
+  writers.reserve(2);
   for (int writer = 0; writer < 2; ++writer) {
     writers.emplace_back([&queue, writer] {
       for (int i = 0; i < perThread; ++i) queue.enqueue(writer * perThread + i);
