@@ -93,15 +93,20 @@ void View::addSubview(const ViewRef& view) {
 }
 
 void View::insertSubview(const ViewRef& view, std::size_t index) {
-  for (const View* ancestor = this; ancestor; ancestor = ancestor->superview_) {
-    if (ancestor == view.get()) return;
-  }
-  if (!view) return;
+  if (!view || view.get() == this || isBelow(*view)) return;
   if (view->superview_) view->detach();
   const auto place = static_cast<std::ptrdiff_t>(std::min(index, subviews_.size()));
   subviews_.insert(subviews_.begin() + place, view);
   view->superview_ = this;
   view->setWindowOfTree(window_);
+}
+
+// A view without subviews is above no other: to build a tree from its root downwards stays linear.
+bool View::isBelow(const View& other) const {
+  if (other.subviews_.empty()) return false;
+  const View* ancestor = superview_;
+  while (ancestor && ancestor != &other) ancestor = ancestor->superview_;
+  return ancestor != nullptr;
 }
 
 void View::removeFromSuperview() {
@@ -335,7 +340,12 @@ UIViewRef View::valueForKey(std::string_view key) const {
   if (!extras_) return nullptr;
   if (ViewRef view = find(extras_->keys, key)) return view;
   if (ViewRef view = find(extras_->instanceVariables, key)) return view;
-  return find(extras_->instanceVariables, std::string("_").append(key));
+  const auto& variables = extras_->instanceVariables;
+  const auto underscored = std::ranges::find_if(variables, [key](const auto& variable) {
+    const std::string_view name = variable.first;
+    return name.starts_with('_') && name.substr(1) == key;
+  });
+  return underscored == variables.end() ? nullptr : underscored->second;
 }
 
 UIViewRef View::instanceVariable(std::string_view name) const {

@@ -156,6 +156,7 @@ class View : public platform::UIView {
 
   Extras& extras();
   void setWindowOfTree(Window* window);
+  bool isBelow(const View& other) const;
   void resignFirstResponderBelow();
   void detach();
 

@@ -201,7 +201,9 @@ void PanGestureRecognizer::moved() {
   translation_.y += location.y - last_.y;
   last_ = location;
   if (isRecognizing()) return recognize(State::Changed);
-  if (distance(translation_, {}) > allowedMovement) recognize(State::Began);
+  if (distance(translation_, {}) <= allowedMovement) return;
+  if (shouldBegin_ && !shouldBegin_()) return fail();
+  recognize(State::Began);
 }
 
 void PanGestureRecognizer::ended(const Touches& ending) {

@@ -118,6 +118,8 @@ class PanGestureRecognizer : public GestureRecognizer {
  public:
   explicit PanGestureRecognizer(Action action, platform::Class cls = panClass());
   static platform::Class panClass();
+  // Asked once the touches have moved far enough; false lets the others have them.
+  void setShouldBegin(std::function<bool()> shouldBegin) { shouldBegin_ = std::move(shouldBegin); }
   // How far the touches have come since they began, along the axes of `view`.
   platform::CGPoint translationInView(const View& view) const;
 
@@ -128,6 +130,7 @@ class PanGestureRecognizer : public GestureRecognizer {
   void ended(const Touches& ending) override;
 
  private:
+  std::function<bool()> shouldBegin_;
   platform::CGPoint translation_;  // in window coordinates
   platform::CGPoint last_;
 };

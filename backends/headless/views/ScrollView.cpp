@@ -1,6 +1,7 @@
 #include "backends/headless/views/ScrollView.h"
 
 #include <algorithm>
+#include <cmath>
 
 #include "backends/headless/events/GestureRecognizer.h"
 
@@ -18,6 +19,7 @@ ScrollView::ScrollView(platform::Class cls)
     : View(cls),
       pan_(std::make_shared<PanGestureRecognizer>([this] { panned(); }, scrollPanClass())) {
   setClipsToBounds(true);
+  pan_->setShouldBegin([this] { return canFollowFinger(); });
   addGestureRecognizer(pan_);
 }
 
@@ -34,7 +36,6 @@ void ScrollView::scrollTo(platform::CGPoint offset) {
 }
 
 void ScrollView::panned() {
-  if (!scrollEnabled_) return;
   if (pan_->state() == GestureRecognizer::State::Began) offsetAtStart_ = contentOffset();
   if (!pan_->isRecognizing()) return;
   const platform::CGPoint moved = pan_->translationInView(*this);
@@ -42,11 +43,21 @@ void ScrollView::panned() {
   scrollTo(limited({offsetAtStart_.x - moved.x, offsetAtStart_.y - moved.y}));
 }
 
-platform::CGPoint ScrollView::limited(platform::CGPoint offset) const {
+bool ScrollView::canFollowFinger() const {
+  const platform::CGPoint moved = pan_->translationInView(*this);
+  const bool isVertical = std::abs(moved.y) > std::abs(moved.x);
+  return scrollEnabled_ && (isVertical ? furthest().y : furthest().x) > 0;
+}
+
+platform::CGPoint ScrollView::furthest() const {
   const platform::CGSize size = bounds().size;
-  const double furthestX = std::max(0.0, contentSize_.width - size.width);
-  const double furthestY = std::max(0.0, contentSize_.height - size.height);
-  return {std::clamp(offset.x, 0.0, furthestX), std::clamp(offset.y, 0.0, furthestY)};
+  return {std::max(0.0, contentSize_.width - size.width),
+          std::max(0.0, contentSize_.height - size.height)};
+}
+
+platform::CGPoint ScrollView::limited(platform::CGPoint offset) const {
+  const platform::CGPoint end = furthest();
+  return {std::clamp(offset.x, 0.0, end.x), std::clamp(offset.y, 0.0, end.y)};
 }
 
 }  // namespace tarni::headless

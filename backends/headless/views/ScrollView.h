@@ -34,6 +34,9 @@ class ScrollView : public View, public platform::UIScrollView {
 
  private:
   void panned();
+  bool canFollowFinger() const;
+  // The furthest offset at which there is still content at every edge.
+  platform::CGPoint furthest() const;
   platform::CGPoint limited(platform::CGPoint offset) const;
 
   std::shared_ptr<PanGestureRecognizer> pan_;

@@ -1,0 +1,104 @@
+#include <set>
+
+#include "backends/headless/views/CollectionView.h"
+#include "backends/headless/views/PickerView.h"
+#include "backends/headless/views/TableView.h"
+#include "tests/headless/Screen.h"
+
+namespace tarni::headless::test {
+namespace {
+
+class CollectionsTest : public Screen {
+ protected:
+  static std::vector<std::string> rows(int count) {
+    std::vector<std::string> texts;
+    for (int row = 0; row < count; ++row) texts.push_back(std::to_string(row));
+    return texts;
+  }
+  static std::vector<std::string> shown(const TableView& table) {
+    std::vector<std::string> texts;
+    for (const auto& view : table.subviews()) {
+      texts.push_back(platform::as<platform::UITableViewCell>(view)->cellText().value());
+    }
+    return texts;
+  }
+
+  std::shared_ptr<TableView> table = build<TableView>(50).frame({{0, 0}, {200, 140}}).in(*window);
+};
+
+TEST_F(CollectionsTest, CellsExistForRowsInSightOnly) {
+  table->setRows(rows(1000));
+  EXPECT_THAT(shown(*table), testing::ElementsAre("0", "1", "2"));
+  table->scrollTo({0, 120});
+  EXPECT_THAT(shown(*table), testing::ElementsAre("2", "3", "4", "5"));
+  EXPECT_EQ(table->cellForItem(0), nullptr);
+  EXPECT_EQ(table->cellForItem(3)->frame(), (CGRect{{0, 150}, {200, 50}}));
+  table->scrollTo({0, 60});
+  EXPECT_THAT(shown(*table), testing::ElementsAre("1", "2", "3")) << "in order also backwards";
+  table->scrollTo({0, 1e6});
+  EXPECT_TRUE(shown(*table).empty());
+}
+
+TEST_F(CollectionsTest, CellsThatWentOutOfSightAreUsedAgain) {
+  std::set<ViewRef> made;
+  table->setItems(500, [&](long item, const ViewRef& reusable) -> ViewRef {
+    const auto cell = reusable ? reusable : std::make_shared<TableViewCell>(std::to_string(item));
+    made.insert(cell);
+    return cell;
+  });
+  for (int offset = 0; offset < 20000; offset += 100) {
+    table->scrollTo({0, static_cast<double>(offset)});
+  }
+  EXPECT_LE(made.size(), 8U);
+}
+
+TEST_F(CollectionsTest, ATapSelectsTheRowUnderIt) {
+  table->setRows(rows(10));
+  long selected = -1;
+  table->onSelect([&](long row) { selected = row; });
+  const auto cell = table->cellForItem(1);
+  EXPECT_EQ(window->hitTest({100, 75})->getClass()->name(), "UITableViewCellContentView");
+  environment.finger().tap(*cell);
+  EXPECT_EQ(selected, 1);
+  environment.finger().drag(*table, {100, 120}, {100, 60});
+  EXPECT_EQ(selected, 1) << "a drag scrolls";
+  EXPECT_EQ(table->contentOffset().y, 60);
+}
+
+TEST_F(CollectionsTest, FewerRowsTakeTheirCellsAway) {
+  table->setRows(rows(10));
+  table->setRows({"only"});
+  EXPECT_THAT(shown(*table), testing::ElementsAre("only"));
+  table->setRows({});
+  EXPECT_TRUE(table->subviews().empty());
+}
+
+TEST_F(CollectionsTest, ACollectionFillsItsWidthRowByRow) {
+  const auto view =
+      build<CollectionView>(platform::CGSize{90, 50}, 10.0).frame({{0, 0}, {200, 100}}).in(*window);
+  view->setItems(7, [](long, const ViewRef& reusable) -> ViewRef {
+    return reusable ? reusable : std::make_shared<CollectionViewCell>();
+  });
+  EXPECT_EQ(view->subviews().size(), 4U);
+  EXPECT_EQ(view->cellForItem(3)->frame(), (CGRect{{100, 60}, {90, 50}}));
+  EXPECT_EQ(view->contentSize(), (platform::CGSize{200, 230}));
+  view->scrollTo({0, 130});
+  EXPECT_NE(view->cellForItem(6), nullptr);
+  EXPECT_EQ(view->cellForItem(0), nullptr);
+}
+
+TEST_F(CollectionsTest, APickerTurnsByItsColumns) {
+  const auto picker =
+      build<PickerView>(std::vector{rows(5), rows(3)}).frame({{0, 200}, {200, 150}}).in(*window);
+  const auto& column = picker->columns().at(1);
+  EXPECT_EQ(column->getClass()->name(), "UIPickerColumnView");
+  EXPECT_EQ(column->selectedRow(), 0);
+  environment.finger().drag(*column, {50, 100}, {50, 66});
+  EXPECT_EQ(column->selectedRow(), 1);
+  column->selectRow(2);
+  EXPECT_EQ(column->selectedRow(), 2);
+  EXPECT_EQ(picker->columns().at(0)->selectedRow(), 0);
+}
+
+}  // namespace
+}  // namespace tarni::headless::test

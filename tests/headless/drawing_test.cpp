@@ -1,0 +1,219 @@
+#include <turbojpeg.h>
+
+#include <cmath>
+#include <numbers>
+
+#include "backends/headless/drawing/Image.h"
+#include "backends/headless/drawing/Renderer.h"
+#include "backends/headless/views/Button.h"
+#include "backends/headless/views/ImageView.h"
+#include "backends/headless/views/Label.h"
+#include "samples/headless/LoginScreen.h"
+#include "tests/headless/Screen.h"
+
+namespace tarni::headless::test {
+namespace {
+
+using platform::CGColor;
+
+constexpr CGColor red{1, 0, 0, 1};
+constexpr CGColor green{0, 1, 0, 1};
+constexpr CGColor blue{0, 0, 1, 1};
+constexpr CGColor white{1, 1, 1, 1};
+constexpr CGColor black{0, 0, 0, 1};
+
+// What somebody sees who decodes the JPEG.
+class Picture {
+ public:
+  explicit Picture(const std::vector<std::byte>& jpeg) {
+    const std::unique_ptr<void, decltype(&tjDestroy)> decoder(tjInitDecompress(), tjDestroy);
+    const auto* const bytes = reinterpret_cast<const unsigned char*>(jpeg.data());
+    if (tjDecompressHeader(decoder.get(), const_cast<unsigned char*>(bytes), jpeg.size(), &width,
+                           &height) != 0) {
+      return;
+    }
+    pixels_.resize(static_cast<std::size_t>(width) * static_cast<std::size_t>(height) * 3);
+    tjDecompress2(decoder.get(), bytes, jpeg.size(), pixels_.data(), width, 0, height, TJPF_RGB, 0);
+  }
+
+  // Whether the pixel has about this colour.
+  bool shows(const CGColor& color, int x, int y) const {
+    const std::size_t at = (static_cast<std::size_t>(y) * static_cast<std::size_t>(width) +
+                            static_cast<std::size_t>(x)) *
+                           3;
+    const double expected[] = {color.red, color.green, color.blue};
+    for (std::size_t i = 0; i < 3; ++i) {
+      if (std::abs(pixels_.at(at + i) - expected[i] * 255) > 60) return false;
+    }
+    return true;
+  }
+  // Pixels darker than mid grey in the rectangle.
+  int dark(const CGRect& rect) const {
+    int count = 0;
+    for (int y = static_cast<int>(rect.minY()); y < rect.maxY(); ++y) {
+      for (int x = static_cast<int>(rect.minX()); x < rect.maxX(); ++x) {
+        const std::size_t at = static_cast<std::size_t>(y * width + x) * 3;
+        if (pixels_.at(at) + pixels_.at(at + 1) + pixels_.at(at + 2) < 384) ++count;
+      }
+    }
+    return count;
+  }
+
+  int width = 0;
+  int height = 0;
+
+ private:
+  std::vector<unsigned char> pixels_;
+};
+
+class DrawingTest : public Screen {
+ protected:
+  DrawingTest() { environment.screen().setScale(1); }
+
+  Picture draw(View& view) {
+    return Picture(await(view.drawViewHierarchy())->JPEGRepresentation(1));
+  }
+  static ViewRef filled(const CGRect& frame, const CGColor& color, View& parent) {
+    return build<View>().frame(frame).background(color).in(parent);
+  }
+
+  ViewRef page = filled({{0, 0}, {200, 200}}, white, *window);
+};
+
+TEST_F(DrawingTest, ViewsLieOverEachOtherAtTheScreensScale) {
+  filled({{0, 0}, {100, 100}}, red, *page);
+  filled({{50, 50}, {100, 100}}, blue, *page);
+  environment.screen().setScale(3);
+  const Picture picture = draw(*page);
+  EXPECT_EQ(picture.width, 600);
+  EXPECT_TRUE(picture.shows(red, 60, 60));
+  EXPECT_TRUE(picture.shows(blue, 210, 210));
+  EXPECT_TRUE(picture.shows(white, 500, 500));
+}
+
+TEST_F(DrawingTest, HiddenViewsAreLeftOutButNotTheOneAskedFor) {
+  const auto hidden = filled({{0, 0}, {100, 100}}, red, *page);
+  filled({{0, 0}, {50, 50}}, blue, *hidden);
+  hidden->setHidden(true);
+  EXPECT_TRUE(draw(*page).shows(white, 25, 25));
+  EXPECT_TRUE(draw(*hidden).shows(red, 75, 75));
+}
+
+TEST_F(DrawingTest, OnlyClippingViewsClip) {
+  const auto outer = filled({{50, 50}, {50, 50}}, red, *page);
+  filled({{25, 25}, {100, 10}}, blue, *outer);
+  EXPECT_TRUE(draw(*page).shows(blue, 150, 80));
+  outer->setClipsToBounds(true);
+  const Picture clipped = draw(*page);
+  EXPECT_TRUE(clipped.shows(white, 150, 80));
+  EXPECT_TRUE(clipped.shows(blue, 90, 80));
+}
+
+TEST_F(DrawingTest, TransformsAndOffsetsMoveWhatIsInside) {
+  const auto turned = filled({{50, 90}, {100, 20}}, red, *page);
+  turned->setTransform(platform::CGAffineTransform::rotation(std::numbers::pi / 2));
+  filled({{0, 0}, {20, 20}}, blue, *turned);
+  const Picture picture = draw(*page);
+  EXPECT_TRUE(picture.shows(white, 60, 100));
+  EXPECT_TRUE(picture.shows(red, 100, 130));
+  EXPECT_TRUE(picture.shows(blue, 100, 60)) << "the start is on top after a quarter turn";
+  page->setBounds({{0, 40}, {200, 200}});
+  EXPECT_TRUE(draw(*page).shows(blue, 100, 20));
+}
+
+TEST_F(DrawingTest, AlphaFadesAViewAsAWhole) {
+  const auto faded = filled({{0, 0}, {100, 100}}, red, *page);
+  filled({{0, 0}, {100, 50}}, black, *faded);
+  faded->setAlpha(0.5);
+  const Picture picture = draw(*page);
+  EXPECT_TRUE(picture.shows({1, 0.5, 0.5, 1}, 50, 75));
+  EXPECT_TRUE(picture.shows({0.5, 0.5, 0.5, 1}, 50, 25));
+}
+
+TEST_F(DrawingTest, AHighlightLiesAboveTheContentAndInsideTheView) {
+  const auto view = filled({{50, 50}, {100, 100}}, red, *page);
+  filled({{0, 0}, {100, 100}}, blue, *view);
+  view->layer().setBorderWidth(4);
+  view->layer().setBorderColor(green);
+  const Picture picture = draw(*page);
+  EXPECT_TRUE(picture.shows(green, 51, 100));
+  EXPECT_TRUE(picture.shows(green, 100, 147));
+  EXPECT_TRUE(picture.shows(blue, 58, 100));
+  EXPECT_TRUE(picture.shows(white, 46, 100));
+}
+
+TEST_F(DrawingTest, CornersAreRound) {
+  const auto view = filled({{0, 0}, {100, 100}}, red, *page);
+  view->layer().setCornerRadius(50);
+  const Picture picture = draw(*page);
+  EXPECT_TRUE(picture.shows(white, 5, 5));
+  EXPECT_TRUE(picture.shows(red, 50, 5));
+}
+
+TEST_F(DrawingTest, TextIsDrawnWhereItIsAligned) {
+  const auto label = build<Label>("Hello").frame({{0, 0}, {200, 40}}).in(*page);
+  const CGRect leftHalf{{0, 0}, {100, 40}};
+  const CGRect rightHalf{{100, 0}, {100, 40}};
+  EXPECT_GT(draw(*page).dark(leftHalf), 50);
+  EXPECT_EQ(draw(*page).dark(rightHalf), 0);
+  label->setTextStyle({.alignment = TextAlignment::Right});
+  EXPECT_EQ(draw(*page).dark(leftHalf), 0);
+  label->setText("A text that is far too long for one line of this width");
+  const Picture cut = draw(*page);
+  EXPECT_EQ(cut.dark({{0, 40}, {200, 160}}), 0) << "it stays in its line";
+}
+
+TEST_F(DrawingTest, AnImageFillsItsView) {
+  const auto view = build<ImageView>(Image::filled({10, 10}, 2, green)).in(*page);
+  EXPECT_EQ(view->frame(), (CGRect{{0, 0}, {10, 10}}));
+  view->setFrame({{20, 20}, {100, 50}});
+  const Picture picture = draw(*page);
+  EXPECT_TRUE(picture.shows(green, 24, 24));
+  EXPECT_TRUE(picture.shows(green, 115, 65));
+  EXPECT_TRUE(picture.shows(white, 130, 40));
+}
+
+TEST_F(DrawingTest, ACropMayReachBeyondTheImage) {
+  filled({{0, 0}, {20, 20}}, red, *page);
+  environment.screen().setScale(2);
+  const auto image = await(page->drawViewHierarchy());
+  const auto cropped = image->crop({{-100, -100}, {300, 200}});
+  EXPECT_EQ(cropped->size(), (platform::CGSize{300, 200}));
+  EXPECT_EQ(cropped->scale(), 2);
+  const Picture picture(cropped->JPEGRepresentation(0.6));
+  EXPECT_EQ(picture.width, 600);
+  EXPECT_TRUE(picture.shows(red, 210, 210));
+  EXPECT_TRUE(picture.shows(white, 190, 190));
+  EXPECT_TRUE(image->crop({{0, 0}, {0, 5}})->JPEGRepresentation(0.6).empty());
+}
+
+TEST_F(DrawingTest, WhatCannotBeDrawnIsAnEmptyImage) {
+  for (const platform::CGSize size :
+       {platform::CGSize{0, 10}, platform::CGSize{-5, 10}, platform::CGSize{1e6, 10},
+        platform::CGSize{std::nan(""), 10}, platform::CGSize{HUGE_VAL, 10}}) {
+    page->setBounds({{0, 0}, size});
+    const auto image = await(page->drawViewHierarchy());
+    EXPECT_EQ(image->size(), (platform::CGSize{0, 0}));
+    EXPECT_TRUE(image->JPEGRepresentation(0.6).empty());
+  }
+}
+
+TEST_F(DrawingTest, QualityCostsBytes) {
+  const auto login = samples::buildLoginScreen(environment);
+  const auto image = await(login->drawViewHierarchy());
+  EXPECT_LT(image->JPEGRepresentation(0.2).size(), image->JPEGRepresentation(0.9).size());
+  EXPECT_FALSE(image->JPEGRepresentation(7).empty());
+  EXPECT_FALSE(image->JPEGRepresentation(-1).empty());
+}
+
+TEST_F(DrawingTest, DeepTreesAreDrawn) {
+  View* deepest = page.get();
+  for (int level = 0; level < 20'000; ++level) {
+    deepest = filled({{0, 0}, {200, 200}}, white, *deepest).get();
+  }
+  filled({{0, 0}, {50, 50}}, red, *deepest);
+  EXPECT_TRUE(draw(*page).shows(red, 25, 25));
+}
+
+}  // namespace
+}  // namespace tarni::headless::test
