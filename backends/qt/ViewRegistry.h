@@ -30,8 +30,8 @@ platform::UIWindowRef viewOfWindow(QWindow* window);
 // view is the scroll area's.
 QWidget* scrollAreaOfViewport(const QWidget* widget);
 
-// Marks a widget as the agent's own: it has no view and is left out of every walk. What is inside of
-// it needs no mark, for no walk gets there.
+// Marks a widget as the agent's own: it has no view and is left out of every walk. What is inside
+// of it needs no mark, for no walk gets there.
 void hideFromWalks(QWidget* widget);
 bool isHiddenFromWalks(const QWidget* widget);
 
