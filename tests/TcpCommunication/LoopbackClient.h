@@ -16,10 +16,10 @@ namespace tarni::test {
 
 class LoopbackClient {
  public:
-  explicit LoopbackClient(int family = AF_INET)
-      : family_(family), descriptor_(socket(family, SOCK_STREAM | SOCK_CLOEXEC, 0)) {}
-  LoopbackClient(std::uint16_t port, int family) : LoopbackClient(family) { connect(port); }
-  explicit LoopbackClient(std::uint16_t port) : LoopbackClient(port, AF_INET) {}
+  LoopbackClient() = default;
+  explicit LoopbackClient(std::uint16_t port, int family = AF_INET) : family_(family) {
+    connect(port);
+  }
   ~LoopbackClient() { leave(); }
   LoopbackClient(const LoopbackClient&) = delete;
   LoopbackClient& operator=(const LoopbackClient&) = delete;
@@ -104,8 +104,8 @@ class LoopbackClient {
     return poll(&readable, 1, 20'000) > 0;
   }
 
-  int family_;
-  int descriptor_;
+  int family_ = AF_INET;
+  int descriptor_ = socket(family_, SOCK_STREAM | SOCK_CLOEXEC, 0);
 };
 
 }  // namespace tarni::test
