@@ -1,5 +1,7 @@
 #include "backends/qt/QtEventDispatch.h"
 
+#include <utility>
+
 #include "backends/posix/Guarded.h"
 #include "platform/UIKit/Classes.h"
 #include "platform/UIKit/UIEvent.h"
@@ -20,11 +22,12 @@ QtEventDispatch::QtEventDispatch(platform::ObjectiveCRuntime& runtime) : runtime
 }
 
 void QtEventDispatch::sendEvent(platform::UIEvent& event, const std::function<void()>& deliver) {
-  Delivery delivery{&event, &deliver, current_, false};
+  Delivery delivery{&event, &deliver, current_};
   current_ = &delivery;
   performGuarded(platform::uikit::UIApplication, "sendEvent:", &event);
   current_ = delivery.outer;
   QtEventDispatch::deliver(delivery);
+  if (delivery.failure) std::rethrow_exception(delivery.failure);
 }
 
 void QtEventDispatch::windowAppears(const std::function<void()>& appear) {
@@ -39,8 +42,14 @@ void QtEventDispatch::sendEventImplementation(const std::vector<Argument>& argum
   if (event && current_ && current_->event == *event) deliver(*current_);
 }
 
-void QtEventDispatch::deliver(Delivery& delivery) {
-  if (!std::exchange(delivery.isDelivered, true)) (*delivery.deliver)();
+// What the program throws goes round the hooks, which would keep it.
+void QtEventDispatch::deliver(Delivery& delivery) noexcept {
+  if (std::exchange(delivery.isDelivered, true)) return;
+  try {
+    (*delivery.deliver)();
+  } catch (...) {
+    delivery.failure = std::current_exception();
+  }
 }
 
 // A hook that fails keeps nothing from the program.

@@ -3,6 +3,7 @@
 // goes through "viewWillAppear:" and "viewDidAppear:" of the class UIViewController. GUI thread.
 #pragma once
 
+#include <exception>
 #include <functional>
 #include <vector>
 
@@ -16,7 +17,8 @@ class QtEventDispatch {
   explicit QtEventDispatch(platform::ObjectiveCRuntime& runtime);
 
   // Performs "sendEvent:"; its own implementation calls `deliver`. Whatever hooks it, `deliver` is
-  // called exactly once. May enter a nested loop of the program.
+  // called exactly once. May enter a nested loop of the program. Throws what `deliver` throws: that
+  // is the program's own.
   void sendEvent(platform::UIEvent& event, const std::function<void()>& deliver);
   // The same for a window that appears: `appear` runs between the two methods.
   void windowAppears(const std::function<void()>& appear);
@@ -27,12 +29,13 @@ class QtEventDispatch {
     platform::UIEvent* event;
     const std::function<void()>* deliver;
     Delivery* outer;
-    bool isDelivered;
+    bool isDelivered = false;
+    std::exception_ptr failure = nullptr;
   };
 
   void sendEventImplementation(const std::vector<platform::Argument>& arguments);
   void performGuarded(platform::Class cls, const char* selector, platform::Argument argument);
-  static void deliver(Delivery& delivery);
+  static void deliver(Delivery& delivery) noexcept;
 
   platform::ObjectiveCRuntime& runtime_;
   Delivery* current_ = nullptr;

@@ -1,0 +1,212 @@
+// Every event of the program passes through "sendEvent:" before the program has it.
+#include <qpa/qwindowsysteminterface.h>
+#include <QtWidgets/QLineEdit>
+#include <QtWidgets/QMenu>
+#include <QtWidgets/QPushButton>
+#include <QtWidgets/QVBoxLayout>
+
+#include "tests/entry/QtScreen.h"
+
+namespace tarni::test {
+namespace {
+
+namespace uikit = platform::uikit;
+using platform::Argument;
+using platform::UIEventType;
+using platform::UITouchPhase;
+
+// An event as a hook sees it.
+struct Seen {
+  UIEventType type;
+  std::vector<UITouchPhase> phases;
+  platform::UIViewRef view;
+  platform::CGPoint location;
+};
+
+class EventHook : public testing::Test {
+ protected:
+  void SetUp() override {
+    layout_->addWidget(button_);
+    layout_->addWidget(field_);
+    QObject::connect(button_, &QPushButton::pressed, [this] { ++presses_; });
+    QObject::connect(button_, &QPushButton::clicked, [this] { ++clicks_; });
+    window_.resize(300, 200);
+    show(window_);
+    auto& runtime = *platform::current().runtime;
+    original_ = runtime.class_getInstanceMethod(uikit::UIApplication, "sendEvent:")->implementation;
+    hookWith([] {});
+  }
+  void TearDown() override {
+    platform::current().runtime->class_replaceMethod(uikit::UIApplication, "sendEvent:", original_,
+                                                     "v@:@");
+  }
+
+  // `meanwhile` runs while an event is shown, before the program has it.
+  void hookWith(std::function<void()> meanwhile) {
+    const auto hook = [this, meanwhile](const std::vector<Argument>& arguments) {
+      note(*std::get<platform::UIEvent*>(arguments.front()));
+      pressesBefore_ = presses_;
+      meanwhile();
+      original_(arguments);
+    };
+    platform::current().runtime->class_replaceMethod(uikit::UIApplication, "sendEvent:", hook,
+                                                     "v@:@");
+  }
+
+  void note(const platform::UIEvent& event) {
+    Seen seen{event.type(), {}, nullptr, {}};
+    for (const auto& touch : event.allTouches()) {
+      seen.phases.push_back(touch->phase());
+      seen.view = touch->view();
+      seen.location = touch->locationInView(nullptr);
+    }
+    seen_.push_back(seen);
+  }
+
+  // What the window system says of the mouse; the window need not have the point.
+  void mouse(QPoint inWindow, Qt::MouseButtons buttons, Qt::MouseButton button, QEvent::Type type) {
+    QWindowSystemInterface::handleMouseEvent<QWindowSystemInterface::AsynchronousDelivery>(
+        window_.windowHandle(), QPointF(inWindow), QPointF(window_.mapToGlobal(inWindow)), buttons,
+        button, type);
+    QCoreApplication::processEvents();
+  }
+  void press(QPoint at) { mouse(at, Qt::LeftButton, Qt::LeftButton, QEvent::MouseButtonPress); }
+  void move(QPoint to) { mouse(to, Qt::LeftButton, Qt::NoButton, QEvent::MouseMove); }
+  void release(QPoint at) { mouse(at, Qt::NoButton, Qt::LeftButton, QEvent::MouseButtonRelease); }
+
+  QPoint middleOf(QWidget* widget) const {
+    return widget->mapTo(widget->window(), widget->rect().center());
+  }
+  std::vector<UITouchPhase> phases() const {
+    std::vector<UITouchPhase> all;
+    for (const Seen& seen : seen_) all.insert(all.end(), seen.phases.begin(), seen.phases.end());
+    return all;
+  }
+
+  QWidget window_;
+  QVBoxLayout* layout_ = new QVBoxLayout(&window_);
+  QPushButton* button_ = new QPushButton("Press");
+  QLineEdit* field_ = new QLineEdit;
+  int presses_ = 0;
+  int clicks_ = 0;
+  int pressesBefore_ = -1;
+  std::vector<Seen> seen_;
+  platform::Implementation original_;
+};
+
+TEST_F(EventHook, ShowsAClickBeforeTheProgramHasIt) {
+  const QPoint at = middleOf(button_);
+  press(at);
+  EXPECT_EQ(pressesBefore_, 0);
+  EXPECT_EQ(presses_, 1);
+  release(at);
+  EXPECT_EQ(clicks_, 1);
+  EXPECT_THAT(phases(), testing::ElementsAre(UITouchPhase::Began, UITouchPhase::Ended));
+  EXPECT_EQ(seen_[0].view, qt::viewOfWidget(button_));
+  EXPECT_EQ(seen_[0].location, (platform::CGPoint{double(at.x()), double(at.y())}));
+}
+
+TEST_F(EventHook, KeepsTheViewOnWhichATouchBegan) {
+  press(middleOf(button_));
+  move(middleOf(field_));
+  release(middleOf(field_));
+  EXPECT_THAT(phases(),
+              testing::ElementsAre(UITouchPhase::Began, UITouchPhase::Moved, UITouchPhase::Ended));
+  for (const Seen& seen : seen_) EXPECT_EQ(seen.view, qt::viewOfWidget(button_));
+  EXPECT_EQ(clicks_, 0);
+}
+
+TEST_F(EventHook, TakesNeitherHoveringNorOtherButtonsForFingers) {
+  const QPoint at = middleOf(button_);
+  mouse(at, Qt::NoButton, Qt::NoButton, QEvent::MouseMove);
+  mouse(at, Qt::RightButton, Qt::RightButton, QEvent::MouseButtonPress);
+  mouse(at, Qt::NoButton, Qt::RightButton, QEvent::MouseButtonRelease);
+  EXPECT_TRUE(seen_.empty());
+}
+
+TEST_F(EventHook, GivesUpAFingerWhoseReleaseWentElsewhere) {
+  press(middleOf(button_));
+  mouse(middleOf(field_), Qt::NoButton, Qt::NoButton, QEvent::MouseMove);
+  press(middleOf(field_));
+  EXPECT_THAT(phases(), testing::ElementsAre(UITouchPhase::Began, UITouchPhase::Began));
+  release(middleOf(field_));
+}
+
+TEST_F(EventHook, ShowsKeysAndWheelsAsOtherEvents) {
+  field_->setFocus();
+  QWindowSystemInterface::handleKeyEvent<QWindowSystemInterface::AsynchronousDelivery>(
+      window_.windowHandle(), QEvent::KeyPress, Qt::Key_A, Qt::NoModifier, "a");
+  QWindowSystemInterface::handleWheelEvent(window_.windowHandle(), QPointF(5, 5), QPointF(5, 5),
+                                           QPoint(), QPoint(0, 120));
+  QCoreApplication::processEvents();
+  ASSERT_EQ(seen_.size(), 2U);
+  EXPECT_EQ(seen_[0].type, UIEventType::Presses);
+  EXPECT_EQ(seen_[1].type, UIEventType::Scroll);
+}
+
+TEST_F(EventHook, SeesEachSynthesizedSendOnceWithItsOwnTouches) {
+  finish(tap(button_));
+  EXPECT_THAT(phases(), testing::ElementsAre(UITouchPhase::Began, UITouchPhase::Ended));
+  EXPECT_EQ(seen_[0].view, qt::viewOfWidget(button_));
+  EXPECT_EQ(clicks_, 1);
+}
+
+// In spy mode the recorder answers a pick with a tap of its own, outside every screen.
+TEST_F(EventHook, KeepsATouchFromTheProgramThatWasReplaced) {
+  bool isPicking = true;
+  hookWith([&] {
+    if (std::exchange(isPicking, false)) {
+      platform::spawn(KIFAdditions::FaketapAtPoint(qt::viewOfWidget(button_), {-100, -200}), {});
+    }
+  });
+  press(middleOf(button_));
+  move(middleOf(button_));
+  release(middleOf(button_));
+  EXPECT_EQ(presses_, 0);
+  EXPECT_TRUE(runUntil([&] { return seen_.size() == 5; })) << "the finger's and the tap's own";
+  press(middleOf(button_));
+  release(middleOf(button_));
+  EXPECT_EQ(clicks_, 1) << "the next touch reaches the program";
+}
+
+TEST_F(EventHook, LetsTheProgramHaveItsEventWhenAHookFails) {
+  hookWith([] { throw std::runtime_error("broken"); });
+  press(middleOf(button_));
+  release(middleOf(button_));
+  EXPECT_EQ(clicks_, 1);
+}
+
+TEST_F(EventHook, OutlivesViewsThatGoUnderTheFinger) {
+  hookWith([this] { delete std::exchange(button_, nullptr); });
+  const QPoint at = middleOf(button_);
+  press(at);
+  release(at);
+  ASSERT_EQ(seen_.size(), 2U);
+  ASSERT_TRUE(seen_[1].view) << "the test itself keeps it";
+  EXPECT_EQ(seen_[1].view->window(), nullptr);
+}
+
+TEST_F(EventHook, ShowsAWindowThatAppears) {
+  std::vector<std::string> calls;
+  auto& runtime = *platform::current().runtime;
+  for (const char* const selector : {"viewWillAppear:", "viewDidAppear:"}) {
+    runtime.class_replaceMethod(
+        uikit::UIViewController, selector,
+        [&calls, selector](const std::vector<Argument>&) { calls.push_back(selector); }, "v@:B");
+  }
+  QWidget another;
+  show(another);
+  EXPECT_THAT(calls, testing::ElementsAre("viewWillAppear:", "viewDidAppear:"));
+  QMenu menu;
+  menu.addAction("Entry");
+  menu.popup(QPoint(10, 10));
+  QCoreApplication::processEvents();
+  EXPECT_EQ(calls.size(), 2U) << "a popup is no screen of the program";
+  for (const char* const selector : {"viewWillAppear:", "viewDidAppear:"}) {
+    runtime.class_replaceMethod(
+        uikit::UIViewController, selector, [](const auto&) {}, "v@:B");
+  }
+}
+
+}  // namespace
+}  // namespace tarni::test

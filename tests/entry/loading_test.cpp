@@ -1,0 +1,143 @@
+// Every way of loading the agent, into whole programs and looked at over the wire.
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <filesystem>
+
+#include "tests/support/Program.h"
+#include "tests/support/Wire.h"
+
+namespace tarni::test {
+namespace {
+
+using testing::HasSubstr;
+using testing::Not;
+
+constexpr std::chrono::milliseconds kPatience = std::chrono::seconds(20);
+constexpr const char* kGreeting = "Welcome PlayBackServer Started Successfully (v25-Mar-2019)";
+
+std::string launcher() {
+  return built("lib/libtarni.so");
+}
+
+Program::Environment preloaded() {
+  return {{"LD_PRELOAD", launcher()}, {"QT_QPA_PLATFORM", "offscreen"}};
+}
+
+std::string greeting() {
+  return Wire(kPlaybackPort).readMessage();
+}
+
+std::string sample(const std::string& major) {
+  return built("bin/qt-sample-" + major);
+}
+
+class Loading : public testing::TestWithParam<std::string> {};
+
+TEST_P(Loading, ByPreloadSaysWhatItFound) {
+  Program program({sample(GetParam())}, preloaded());
+  EXPECT_EQ(greeting(), kGreeting);
+  EXPECT_EQ(Wire(kRecorderPort).readMessage(), "Welcome! RecorderServer StartedSuccessfully ");
+  EXPECT_THAT(program.output(),
+              HasSubstr("tarni: " + sample(GetParam()) + " uses Qt " + GetParam() + "."));
+  EXPECT_THAT(program.output(), HasSubstr(": agent loaded, ports 9892 and 9898\n"));
+}
+
+TEST_P(Loading, PassesThroughWrappersThatItLeavesAlone) {
+  Program program({"/bin/sh", "-c", "timeout 60 " + sample(GetParam()) + "; true"}, preloaded());
+  EXPECT_EQ(greeting(), kGreeting);
+  EXPECT_THAT(program.output(), Not(HasSubstr("not loaded")));
+}
+
+TEST_P(Loading, ByGenericPlugin) {
+  Program program({sample(GetParam())}, {{"QT_PLUGIN_PATH", built("lib")},
+                                         {"QT_QPA_GENERIC_PLUGINS", "tarni"},
+                                         {"QT_QPA_PLATFORM", "offscreen"}});
+  EXPECT_EQ(greeting(), kGreeting);
+}
+
+TEST_P(Loading, TwiceStartsOneAgent) {
+  Program::Environment environment = preloaded();
+  environment["QT_PLUGIN_PATH"] = built("lib");
+  environment["QT_QPA_GENERIC_PLUGINS"] = "tarni";
+  environment["TARNI_LOG"] = "stderr";
+  Program program({sample(GetParam())}, environment);
+  const Playback playback;
+  EXPECT_EQ(playback.find("UIButton", "text", "Log in").size(), 1U);
+  const std::string output = program.output();
+  const std::string line = "Loading TARNI IOS INSTRUMENTOR...";
+  const auto first = output.find(line);
+  ASSERT_NE(first, std::string::npos) << output;
+  EXPECT_EQ(output.find(line, first + 1), std::string::npos) << output;
+}
+
+TEST_P(Loading, ByLinking) {
+  Program program({built("bin/qt-linked-sample-" + GetParam())},
+                  {{"QT_QPA_PLATFORM", "offscreen"}});
+  EXPECT_EQ(greeting(), kGreeting);
+}
+
+TEST_P(Loading, WorksAtAnyScale) {
+  Program::Environment environment = preloaded();
+  environment["QT_SCALE_FACTOR"] = "2";
+  Program program({sample(GetParam())}, environment);
+  const Playback playback;
+  playback.command("clickelement", playback.one("UIButton", "text", "Refresh"));
+  EXPECT_TRUE(
+      eventually([&] { return playback.find("UILabel", "text", "Refreshed").size() == 1; }));
+}
+
+TEST_P(Loading, LetsTheProgramEndByItself) {
+  Program program({sample(GetParam())}, preloaded());
+  const Playback playback;
+  playback.command("clickelement", playback.find("", "text", "File").back());
+  playback.wire().sendLine(nlohmann::json{{"functionname", "clickelement"},
+                                          {"accessorvalue", playback.one("", "text", "Quit")}}
+                               .dump());
+  EXPECT_EQ(program.wait(kPatience), 0);
+}
+
+INSTANTIATE_TEST_SUITE_P(Qt, Loading, testing::Values("5", "6"));
+
+TEST(Launcher, LeavesProgramsWithoutAToolkitAlone) {
+  EXPECT_THAT(run({"/bin/sh", "-c", "echo hello; printenv LD_PRELOAD"}, preloaded()),
+              testing::StrEq("hello\n" + launcher() + "\n"));
+  Program::Environment verbose = preloaded();
+  verbose["TARNI_VERBOSE"] = "1";
+  EXPECT_THAT(run({"/usr/bin/env", "true"}, verbose),
+              HasSubstr("uses no toolkit known to tarni: not loaded\n"));
+  EXPECT_FALSE(Wire::accepts(kPlaybackPort));
+}
+
+// Only what the launcher itself put there goes: another preloaded library stays for the children.
+TEST_P(Loading, KeepsOutOfTheProgramsChildren) {
+  const std::vector<std::string> parent = {built("bin/qt-parent-" + GetParam()),
+                                           "echo child=$LD_PRELOAD"};
+  Program::Environment environment = preloaded();
+  EXPECT_THAT(run(parent, environment), HasSubstr("child=\n"));
+  environment["LD_PRELOAD"] = launcher() + ":libm.so.6";
+  EXPECT_THAT(run(parent, environment), HasSubstr("child=libm.so.6\n"));
+}
+
+// Such a process may be a helper of the program, or the program's own tool.
+TEST_P(Loading, StartsNoAgentWithoutWindows) {
+  Program::Environment environment = preloaded();
+  environment["TARNI_LOG"] = "stderr";
+  environment["WITHOUT_WINDOWS"] = "1";
+  const std::string output = run({built("bin/qt-parent-" + GetParam()), "true"}, environment);
+  EXPECT_THAT(output, HasSubstr("The program has no windows: the agent is not started"));
+}
+
+TEST(Launcher, SaysWhyItCannotLoad) {
+  const std::string folder = testing::TempDir() + "tarni-launcher-alone";
+  std::filesystem::create_directories(folder);
+  const std::string alone = folder + "/libtarni.so";
+  std::filesystem::copy_file(launcher(), alone, std::filesystem::copy_options::overwrite_existing);
+  const std::string output = run({built("bin/qt-parent-5"), "true"},
+                                 {{"LD_PRELOAD", alone}, {"QT_QPA_PLATFORM", "offscreen"}});
+  EXPECT_THAT(output, HasSubstr("agent not loaded: " + folder + "/libtarni-qt5.so"));
+  std::filesystem::remove_all(folder);
+}
+
+}  // namespace
+}  // namespace tarni::test

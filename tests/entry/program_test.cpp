@@ -1,0 +1,160 @@
+// The program's loop under the agent: what runs when, and which window the user faces.
+#include <QtWidgets/QDialog>
+#include <QtWidgets/QLabel>
+#include <QtWidgets/QMenu>
+#include <QtWidgets/QPushButton>
+#include <thread>
+
+#include "backends/qt/QtProgram.h"
+#include "tests/entry/QtScreen.h"
+
+namespace tarni::test {
+namespace {
+
+using platform::current;
+
+Task<void> note(std::vector<std::string>& log, std::function<void()> action, std::string end) {
+  co_await qt::performInProgram(std::move(action));
+  log.push_back(std::move(end));
+}
+
+TEST(Program, IsWaitedForUnlessItNestsALoop) {
+  std::vector<std::string> log;
+  finish(note(
+      log, [&] { log.emplace_back("action"); }, "resumed"));
+  EXPECT_THAT(log, testing::ElementsAre("action", "resumed"));
+
+  log.clear();
+  QDialog dialog;
+  const auto nest = [&] {
+    log.emplace_back("opening");
+    dialog.exec();
+    log.emplace_back("closed");
+  };
+  bool hasEnded = false;
+  platform::spawn(note(log, nest, "resumed"), [&](std::exception_ptr) {
+    hasEnded = true;
+    EXPECT_TRUE(dialog.isVisible());
+    QTimer::singleShot(0, &dialog, &QDialog::accept);
+  });
+  ASSERT_TRUE(runUntil([&] { return hasEnded && log.size() == 3; }));
+  EXPECT_THAT(log, testing::ElementsAre("opening", "resumed", "closed"));
+}
+
+TEST(Program, TellsWhatItsCodeThrew) {
+  std::vector<std::string> log;
+  EXPECT_THROW(finish(note(
+                   log, [] { throw std::runtime_error("broken"); }, "resumed")),
+               std::runtime_error);
+}
+
+TEST(Program, RunsOnWhileTheAgentPausesButStartsNoOtherItem) {
+  std::vector<std::string> log;
+  auto& queue = current().dispatch->mainQueue();
+  queue.asyncTask([&]() -> Task<void> {
+    log.emplace_back("first starts");
+    return note(
+        log, [] {}, "first ends");
+  });
+  queue.asyncTask([&] {
+    log.emplace_back("second starts");
+    return pause(0.05);
+  });
+  queue.async([&] { log.emplace_back("third"); });
+  bool hasRun = false;
+  QTimer::singleShot(0, [&] { hasRun = true; });
+  ASSERT_TRUE(runUntil([&] { return log.size() == 4; }));
+  EXPECT_THAT(log, testing::ElementsAre("first starts", "first ends", "second starts", "third"));
+  EXPECT_TRUE(hasRun);
+}
+
+TEST(Program, ServesTheMainQueueInsideAModalDialog) {
+  QDialog dialog;
+  std::thread background([&] {
+    EXPECT_TRUE(current().dispatch->mainQueue().sync([&] {
+      EXPECT_TRUE(current().dispatch->mainQueue().isMainThread());
+      dialog.accept();
+    }));
+  });
+  QTimer::singleShot(10000, &dialog, &QDialog::reject);
+  EXPECT_EQ(dialog.exec(), QDialog::Accepted);
+  background.join();
+}
+
+TEST(Program, PausesForTheTimeAskedFor) {
+  QElapsedTimer clock;
+  clock.start();
+  finish(pause(0.05));
+  EXPECT_GE(clock.elapsed(), 50);
+}
+
+TEST(Program, FacesTheUserWithPopupThenDialogThenTheLastWindow) {
+  const auto& application = *current().application;
+  EXPECT_EQ(application.keyWindow(), nullptr);
+  QWidget first;
+  QWidget second;
+  show(first);
+  show(second);
+  EXPECT_EQ(application.keyWindow(), qt::viewOfWidget(&second));
+  QDialog dialog(&first);
+  dialog.setModal(true);
+  show(dialog);
+  EXPECT_EQ(application.keyWindow(), qt::viewOfWidget(&dialog));
+  QMenu menu(&dialog);
+  menu.addAction("Entry");
+  menu.popup(QPoint(10, 10));
+  EXPECT_EQ(application.keyWindow(), qt::viewOfWidget(&menu));
+  EXPECT_THAT(application.windowsWithKeyWindow(),
+              testing::UnorderedElementsAre(qt::viewOfWidget(&first), qt::viewOfWidget(&second),
+                                            qt::viewOfWidget(&dialog), qt::viewOfWidget(&menu)));
+  menu.hide();
+  dialog.hide();
+  second.hide();
+  EXPECT_EQ(application.keyWindow(), qt::viewOfWidget(&first));
+}
+
+TEST(Program, KeepsItsFocusAndItsViewsWhenAnAlertIsShown) {
+  QWidget window;
+  show(window);
+  window.activateWindow();
+  const auto before = current().application->windowsWithKeyWindow();
+  const int widgets = QApplication::topLevelWidgets().size();
+  const auto alert = current().alerts->show("Message", "Cancel", std::nullopt);
+  EXPECT_EQ(QApplication::topLevelWidgets().size(), widgets + 1);
+  QCoreApplication::processEvents();
+  EXPECT_EQ(current().application->windowsWithKeyWindow(), before);
+  EXPECT_EQ(current().application->keyWindow(), qt::viewOfWidget(&window));
+  alert->dismissWithClickedButtonIndex(0, true);
+  alert->dismissWithClickedButtonIndex(0, true);
+  EXPECT_TRUE(runUntil([&] { return QApplication::topLevelWidgets().size() == widgets; }));
+}
+
+TEST(Program, DrawsAtOnceWithoutRunningOtherEvents) {
+  struct Counting : QWidget {
+    void paintEvent(QPaintEvent*) override { ++paints; }
+    int paints = 0;
+  } window;
+  show(window);
+  bool hasRun = false;
+  QTimer::singleShot(0, [&] { hasRun = true; });
+  QMetaObject::invokeMethod(
+      &window, [&] { hasRun = true; }, Qt::QueuedConnection);
+  const int before = window.paints;
+  window.update();
+  current().transaction->flush();
+  EXPECT_EQ(window.paints, before + 1);
+  EXPECT_FALSE(hasRun);
+  QCoreApplication::processEvents();
+}
+
+TEST(Program, MakesUuidsAndBase64) {
+  EXPECT_THAT(current().encoding->UUIDString(),
+              testing::MatchesRegex("[0-9A-F]{8}-[0-9A-F]{4}-4[0-9A-F]{3}-[89AB][0-9A-F]{3}-"
+                                    "[0-9A-F]{12}"));
+  const std::string bytes("a\0b", 3);
+  EXPECT_EQ(current().encoding->base64EncodedString(std::as_bytes(std::span(bytes))), "YQBi");
+  EXPECT_EQ(current().encoding->base64EncodedString({}), "");
+}
+
+}  // namespace
+}  // namespace tarni::test

@@ -1,0 +1,280 @@
+// A synthesized tap does on every kind of widget what a click of the mouse does.
+#include <QtCore/QPointer>
+#include <QtGui/QStyleHints>
+#include <QtGui/QTouchEvent>
+#include <QtWidgets/QCheckBox>
+#include <QtWidgets/QComboBox>
+#include <QtWidgets/QDialog>
+#include <QtWidgets/QLineEdit>
+#include <QtWidgets/QListWidget>
+#include <QtWidgets/QMainWindow>
+#include <QtWidgets/QMenu>
+#include <QtWidgets/QMenuBar>
+#include <QtWidgets/QMessageBox>
+#include <QtWidgets/QPushButton>
+#include <QtWidgets/QRadioButton>
+#include <QtWidgets/QScrollBar>
+#include <QtWidgets/QTabWidget>
+#include <QtWidgets/QToolButton>
+#include <QtWidgets/QVBoxLayout>
+
+#include "tests/entry/QtScreen.h"
+
+namespace tarni::test {
+namespace {
+
+class Taps : public testing::Test {
+ protected:
+  template <typename Widget>
+  Widget* add(Widget* widget) {
+    layout_->addWidget(widget);
+    return widget;
+  }
+
+  void showWindow() {
+    window_.resize(400, 300);
+    show(window_);
+  }
+
+  QMainWindow window_;
+  QWidget* page_ = [this] {
+    auto* const page = new QWidget;
+    window_.setCentralWidget(page);
+    return page;
+  }();
+  QVBoxLayout* layout_ = new QVBoxLayout(page_);
+};
+
+TEST_F(Taps, ClickAButtonOnceATime) {
+  auto* const button = add(new QPushButton("Press"));
+  std::vector<QEvent::Type> seen;
+  struct Listener : QObject {
+    std::vector<QEvent::Type>* seen = nullptr;
+    bool eventFilter(QObject*, QEvent* event) override {
+      if (event->type() == QEvent::MouseButtonDblClick) seen->push_back(event->type());
+      return false;
+    }
+  } listener;
+  listener.seen = &seen;
+  button->installEventFilter(&listener);
+  int clicks = 0;
+  QObject::connect(button, &QPushButton::clicked, [&] { ++clicks; });
+  showWindow();
+  for (int i = 0; i < 3; ++i) finish(tap(button));
+  EXPECT_EQ(clicks, 3);
+  EXPECT_TRUE(seen.empty()) << "taps in quick order are no double click";
+}
+
+TEST_F(Taps, SwitchCheckBoxesRadioButtonsAndTabs) {
+  auto* const check = add(new QCheckBox("Check"));
+  auto* const first = add(new QRadioButton("First"));
+  auto* const second = add(new QRadioButton("Second"));
+  auto* const tabs = add(new QTabWidget);
+  tabs->addTab(new QWidget, "One");
+  tabs->addTab(new QWidget, "Two");
+  showWindow();
+  finish(tapAt(check, {8, check->height() / 2}));
+  EXPECT_TRUE(check->isChecked());
+  finish(tapAt(first, {8, first->height() / 2}));
+  finish(tapAt(second, {8, second->height() / 2}));
+  EXPECT_TRUE(second->isChecked());
+  finish(tapAt(tabs->tabBar(), tabs->tabBar()->tabRect(1).center()));
+  EXPECT_EQ(tabs->currentIndex(), 1);
+}
+
+TEST_F(Taps, FocusAField) {
+  add(new QPushButton("Other"));
+  auto* const field = add(new QLineEdit);
+  showWindow();
+  window_.activateWindow();
+  finish(tap(field));
+  EXPECT_EQ(window_.focusWidget(), field);
+}
+
+TEST_F(Taps, ClickARowThatCouldScroll) {
+  auto* const list = add(new QListWidget);
+  for (int i = 0; i < 100; ++i) list->addItem(QString::number(i));
+  QStringList clicked;
+  QObject::connect(list, &QListWidget::itemClicked,
+                   [&](QListWidgetItem* item) { clicked += item->text(); });
+  showWindow();
+  finish(tapAt(list->viewport(), list->visualItemRect(list->item(2)).center()));
+  EXPECT_EQ(clicked, QStringList("2"));
+  EXPECT_EQ(list->verticalScrollBar()->value(), 0);
+}
+
+TEST_F(Taps, ChooseFromAComboBox) {
+  auto* const box = add(new QComboBox);
+  box->addItems({"a", "b", "c"});
+  showWindow();
+  finish(tap(box));
+  ASSERT_TRUE(box->view()->isVisible());
+  // Qt takes a release right after the popup's opening for the end of the press that opened it.
+  finish(pause(QGuiApplication::styleHints()->mouseDoubleClickInterval() / 1000.0));
+  finish(
+      tapAt(box->view()->viewport(), box->view()->visualRect(box->model()->index(2, 0)).center()));
+  EXPECT_EQ(box->currentText(), "c");
+  EXPECT_TRUE(runUntil([&] { return !box->view()->isVisible(); }));
+}
+
+TEST_F(Taps, OpenMenusAndTriggerTheirEntries) {
+  int triggered = 0;
+  QMenu* const file = window_.menuBar()->addMenu("File");
+  window_.menuBar()->setNativeMenuBar(false);
+  QAction* const entry = file->addAction("Do", [&] { ++triggered; });
+  QMenu* const more = file->addMenu("More");
+  QAction* const deep = more->addAction("Deep", [&] { triggered += 10; });
+  showWindow();
+  const QPoint title = window_.menuBar()->actionGeometry(file->menuAction()).center();
+
+  finish(tapAt(window_.menuBar(), title));
+  ASSERT_TRUE(file->isVisible());
+  finish(tapAt(file, file->actionGeometry(entry).center()));
+  EXPECT_EQ(triggered, 1);
+  EXPECT_TRUE(runUntil([&] { return !file->isVisible(); }));
+
+  finish(tapAt(window_.menuBar(), title));
+  finish(tapAt(file, file->actionGeometry(more->menuAction()).center()));
+  ASSERT_TRUE(runUntil([&] { return more->isVisible(); }));
+  finish(tapAt(more, more->actionGeometry(deep).center()));
+  EXPECT_EQ(triggered, 11);
+}
+
+Task<void> openAndChoose(QToolButton* button, QMenu* menu, QAction* entry, bool& isOpenAfterTap) {
+  co_await tap(button);
+  isOpenAfterTap = menu->isVisible();
+  if (isOpenAfterTap) co_await tapAt(menu, menu->actionGeometry(entry).center());
+}
+
+// The menu of such a button runs a loop of its own inside the press.
+TEST_F(Taps, ServeAMenuThatOpensInsideThePress) {
+  auto* const button = add(new QToolButton);
+  int triggered = 0;
+  auto* const menu = new QMenu(button);
+  QAction* const entry = menu->addAction("Do", [&] { ++triggered; });
+  menu->addAction("Another");
+  button->setMenu(menu);
+  button->setPopupMode(QToolButton::InstantPopup);
+  showWindow();
+  bool isOpenAfterTap = false;
+  finish(openAndChoose(button, menu, entry, isOpenAfterTap));
+  EXPECT_TRUE(isOpenAfterTap);
+  EXPECT_EQ(triggered, 1);
+}
+
+Task<void> openAndAccept(QPushButton* button, QMessageBox*& box, bool& isOpenAfterTap) {
+  co_await tap(button);
+  isOpenAfterTap = box && box->isVisible();
+  if (!isOpenAfterTap) co_return;
+  co_await tap(box->button(QMessageBox::Yes));
+}
+
+class ModalTaps : public Taps, public testing::WithParamInterface<bool> {};
+
+TEST_P(ModalTaps, OpenADialogAndPressAButtonInIt) {
+  auto* const button = add(new QPushButton("Ask"));
+  QMessageBox* box = nullptr;
+  int answer = 0;
+  const auto ask = [&] {
+    QMessageBox question(QMessageBox::Question, "Title", "Text", QMessageBox::Yes | QMessageBox::No,
+                         &window_);
+    box = &question;
+    answer = question.exec();
+    box = nullptr;
+  };
+  if (GetParam()) {
+    QObject::connect(button, &QPushButton::pressed, ask);
+  } else {
+    QObject::connect(button, &QPushButton::clicked, ask);
+  }
+  showWindow();
+  bool isOpenAfterTap = false;
+  finish(openAndAccept(button, box, isOpenAfterTap));
+  EXPECT_TRUE(isOpenAfterTap) << "the tap ends while the dialog is open";
+  EXPECT_TRUE(runUntil([&] { return answer != 0; }));
+  EXPECT_EQ(answer, QMessageBox::Yes);
+}
+
+INSTANTIATE_TEST_SUITE_P(On, ModalTaps, testing::Bool(),
+                         [](const auto& info) { return info.param ? "Press" : "Click"; });
+
+TEST_F(Taps, OutliveTheWindowThatTheyClose) {
+  auto* const dialog = new QDialog;
+  dialog->setAttribute(Qt::WA_DeleteOnClose);
+  auto* const button = new QPushButton("Close", dialog);
+  QObject::connect(button, &QPushButton::pressed, [dialog] { delete dialog; });
+  show(*dialog);
+  const QPointer<QDialog> watched = dialog;
+  finish(tap(button));
+  EXPECT_FALSE(watched);
+}
+
+TEST_F(Taps, ReachNobodyOutsideTheWindow) {
+  int clicks = 0;
+  auto* const button = add(new QPushButton("Press"));
+  QObject::connect(button, &QPushButton::pressed, [&] { ++clicks; });
+  QMenu menu;
+  menu.addAction("Entry");
+  showWindow();
+  menu.popup(window_.mapToGlobal(QPoint(10, 10)));
+  finish(KIFAdditions::FaketapAtPoint(qt::viewOfWidget(button), {-100, -200}));
+  EXPECT_TRUE(menu.isVisible());
+  EXPECT_EQ(clicks, 0);
+}
+
+// A widget that takes touches gets them, all fingers in one event.
+TEST_F(Taps, ComeAsTouchesToWhoTakesThem) {
+  struct Pad : QWidget {
+    Pad() { setAttribute(Qt::WA_AcceptTouchEvents); }
+    bool event(QEvent* event) override {
+      if (event->type() != QEvent::TouchBegin) return QWidget::event(event);
+      const auto* const touch = static_cast<QTouchEvent*>(event);
+#if QT_VERSION_MAJOR >= 6
+      for (const auto& point : touch->points()) begun.push_back(point.position());
+#else
+      for (const auto& point : touch->touchPoints()) begun.push_back(point.pos());
+#endif
+      event->accept();
+      return true;
+    }
+    void mousePressEvent(QMouseEvent*) override {
+      ++mousePresses;
+    }
+    std::vector<QPointF> begun;
+    int mousePresses = 0;
+  };
+  auto* const pad = add(new Pad);
+  showWindow();
+  finish(KIFAdditions::twoFingerTapAtPoint(qt::viewOfWidget(pad), {100, 100}));
+  EXPECT_THAT(pad->begun, testing::ElementsAre(QPointF(60, 60), QPointF(140, 140)));
+  EXPECT_EQ(pad->mousePresses, 0);
+}
+
+TEST_F(Taps, WorkInAProgramThatTurnsNoTouchIntoAMouse) {
+  auto* const button = add(new QPushButton("Press"));
+  int clicks = 0;
+  QObject::connect(button, &QPushButton::clicked, [&] { ++clicks; });
+  showWindow();
+  QApplication::setAttribute(Qt::AA_SynthesizeMouseForUnhandledTouchEvents, false);
+  finish(tap(button));
+  QApplication::setAttribute(Qt::AA_SynthesizeMouseForUnhandledTouchEvents, true);
+  EXPECT_EQ(clicks, 1);
+}
+
+TEST_F(Taps, StayOutOfALoopThatHoldsInputBack) {
+  auto* const button = add(new QPushButton("Press"));
+  int clicks = 0;
+  QObject::connect(button, &QPushButton::clicked, [&] { ++clicks; });
+  showWindow();
+  bool hasEnded = false;
+  platform::spawn(tap(button), [&](std::exception_ptr) { hasEnded = true; });
+  for (int i = 0; i < 20; ++i) {
+    QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents);
+  }
+  EXPECT_EQ(clicks, 0);
+  EXPECT_TRUE(runUntil([&] { return hasEnded; }));
+  EXPECT_EQ(clicks, 1);
+}
+
+}  // namespace
+}  // namespace tarni::test
