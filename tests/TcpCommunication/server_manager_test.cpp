@@ -17,6 +17,7 @@
 #include "backends/posix/TouchRecord.h"
 #include "platform/Platform.h"
 #include "tests/TcpCommunication/LoopbackClient.h"
+#include "tests/posix/Immortal.h"
 #include "tests/posix/LineLog.h"
 #include "tests/posix/LoopMainQueue.h"
 
@@ -79,7 +80,7 @@ class ServerManagerTest : public testing::Test {
   ServerManagerTest() {
     std::promise<LoopMainQueue*> started;
     std::thread([&started] {
-      auto& queue = *new LoopMainQueue;
+      auto& queue = immortal<LoopMainQueue>();
       started.set_value(&queue);
       for (;;) queue.runUntil([] { return false; });
     }).detach();
@@ -87,10 +88,10 @@ class ServerManagerTest : public testing::Test {
 
     platform::Platform platform;
     platform.log = &log_;
-    platform.dispatch = new posix::Dispatch(*mainQueue_);
-    platform.processInfo = new posix::ProcessInfo;
-    platform.application = new BareApplication(log_);
-    platform.alerts = new LoggedAlerts(log_);
+    platform.dispatch = &immortal<posix::Dispatch>(*mainQueue_);
+    platform.processInfo = &immortal<posix::ProcessInfo>();
+    platform.application = &immortal<BareApplication>(log_);
+    platform.alerts = &immortal<LoggedAlerts>(log_);
     platform::install(platform);
     manager_ = ServerManager::make();
   }
@@ -116,7 +117,7 @@ class ServerManagerTest : public testing::Test {
     mainQueue_->sync([] {});
   }
 
-  LineLog& log_ = *new LineLog;
+  LineLog& log_ = immortal<LineLog>();
   LoopMainQueue* mainQueue_ = nullptr;
   std::shared_ptr<ServerManager> manager_;
 };

@@ -5,6 +5,7 @@
 
 #include "backends/posix/Dispatch.h"
 #include "platform/Platform.h"
+#include "tests/posix/Immortal.h"
 #include "tests/posix/LineLog.h"
 #include "tests/posix/LoopMainQueue.h"
 
@@ -20,9 +21,9 @@ class PosixTest : public testing::Test {
     platform::install(platform);
   }
 
-  LineLog& log_ = *new LineLog;
-  LoopMainQueue& mainQueue_ = *new LoopMainQueue;
-  posix::Dispatch& dispatch_ = *new posix::Dispatch(mainQueue_);
+  LineLog& log_ = immortal<LineLog>();
+  LoopMainQueue& mainQueue_ = immortal<LoopMainQueue>();
+  posix::Dispatch& dispatch_ = immortal<posix::Dispatch>(mainQueue_);
 };
 
 }  // namespace tarni::test

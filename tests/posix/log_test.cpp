@@ -11,6 +11,7 @@
 #include <vector>
 
 #include "backends/posix/SystemLog.h"
+#include "tests/posix/Immortal.h"
 
 namespace tarni::test {
 namespace {
@@ -46,8 +47,9 @@ class LogTest : public testing::Test {
     return lines;
   }
 
-  Journal& journal_ = *new Journal;
-  posix::SystemLog& log_ = *new posix::SystemLog(std::make_unique<JournalDestination>(journal_));
+  Journal& journal_ = immortal<Journal>();
+  posix::SystemLog& log_ =
+      immortal<posix::SystemLog>(std::make_unique<JournalDestination>(journal_));
   const std::string path_ =
       (std::filesystem::temp_directory_path() / ("tarni-log-" + std::to_string(getpid()))).string();
 };
@@ -120,7 +122,7 @@ TEST_F(LogTest, WhatWaitsAtExitIsStillWritten) {
   setenv("TARNI_TEST_LOG", path_.c_str(), 0);
   const auto logAndExit = [] {
     setenv("TARNI_LOG", std::getenv("TARNI_TEST_LOG"), 1);
-    auto& log = *new posix::SystemLog;
+    auto& log = immortal<posix::SystemLog>();
     for (int i = 0; i < 100; ++i) log.write("line " + std::to_string(i));
     std::exit(0);
   };
