@@ -36,7 +36,9 @@ class Loading : public testing::TestWithParam<std::string> {};
 
 TEST_P(Loading, ByPreloadSaysWhatItFound) {
   Program program({sample(GetParam())}, preloaded());
-  EXPECT_EQ(greeting(), kGreeting);
+  // A host tool that leaves the playback port makes the agent open both ports anew.
+  const Wire playback(kPlaybackPort);
+  EXPECT_EQ(playback.readMessage(), kGreeting);
   EXPECT_EQ(Wire(kRecorderPort).readMessage(), "Welcome! RecorderServer StartedSuccessfully ");
   EXPECT_THAT(program.output(),
               HasSubstr("tarni: " + sample(GetParam()) + " uses Qt " + GetParam() + "."));
