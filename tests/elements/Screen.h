@@ -5,6 +5,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <memory>
 #include <nlohmann/json.hpp>
 #include <optional>
 #include <string>
@@ -62,6 +63,8 @@ class Screen : public testing::Test {
     GlobalVars::sharedInstance().set_editAbleElement(nullptr);
   }
 
+  ~Screen() override { environment.application().removeWindow(window); }
+
   // A visible view in the window.
   template <typename Kind, typename... Arguments>
   headless::Building<Kind> add(Arguments&&... arguments) {
@@ -117,9 +120,16 @@ class Screen : public testing::Test {
     }
   }
 
-  headless::Environment environment;
+  headless::Environment& environment = makeEnvironment();
   ManualTime time{environment.dispatch()};
   headless::WindowRef window;
+
+ private:
+  // Kept for good, as an environment's threads use parts of it for good.
+  static headless::Environment& makeEnvironment() {
+    static auto* const kept = new std::vector<std::unique_ptr<headless::Environment>>;
+    return *kept->emplace_back(std::make_unique<headless::Environment>());
+  }
 };
 
 }  // namespace tarni::test
