@@ -18,6 +18,13 @@ UIWindowRef shownWindow(QWidget* widget) {
   return widget && widget->isVisible() ? viewOfWidget(widget->window()) : nullptr;
 }
 
+// A list of completions leaves the keyboard, and with it the user, in the field below it.
+QWidget* popupThatHoldsTheUser() {
+  QWidget* const popup = QApplication::activePopupWidget();
+  const QWidget* const typedInto = popup ? popup->focusProxy() : nullptr;
+  return typedInto && typedInto->window() != popup ? nullptr : popup;
+}
+
 // What a user can work with: no tool tip and no splash screen.
 bool isForUser(const QWindow& window) {
   return window.isVisible() && window.type() != Qt::ToolTip && window.type() != Qt::SplashScreen;
@@ -26,8 +33,8 @@ bool isForUser(const QWindow& window) {
 }  // namespace
 
 UIWindowRef QtApplication::keyWindow() const {
-  for (QWidget* const facing : {QApplication::activePopupWidget(),
-                                QApplication::activeModalWidget(), QApplication::activeWindow()}) {
+  for (QWidget* const facing :
+       {popupThatHoldsTheUser(), QApplication::activeModalWidget(), QApplication::activeWindow()}) {
     if (UIWindowRef window = shownWindow(facing)) return window;
   }
   const std::vector<UIWindowRef> windows = windowsWithKeyWindow();

@@ -1,6 +1,9 @@
 // The program's loop under the agent: what runs when, and which window the user faces.
+#include <QtWidgets/QAbstractItemView>
+#include <QtWidgets/QCompleter>
 #include <QtWidgets/QDialog>
 #include <QtWidgets/QLabel>
+#include <QtWidgets/QLineEdit>
 #include <QtWidgets/QMenu>
 #include <QtWidgets/QPushButton>
 #include <thread>
@@ -111,6 +114,19 @@ TEST(Program, FacesTheUserWithPopupThenDialogThenTheLastWindow) {
   dialog.hide();
   second.hide();
   EXPECT_EQ(application.keyWindow(), qt::viewOfWidget(&first));
+}
+
+TEST(Program, StaysInTheFieldWhileCompletionsAreOffered) {
+  QLineEdit field;
+  QCompleter completer(QStringList{"alpha", "alphabet"});
+  field.setCompleter(&completer);
+  show(field);
+  field.activateWindow();
+  field.setText("al");
+  completer.setCompletionPrefix("al");
+  completer.complete();
+  ASSERT_TRUE(runUntil([&] { return completer.popup()->isVisible(); }));
+  EXPECT_EQ(current().application->keyWindow(), qt::viewOfWidget(&field));
 }
 
 TEST(Program, KeepsItsFocusAndItsViewsWhenAnAlertIsShown) {
