@@ -1,19 +1,29 @@
 #include "backends/headless/Environment.h"
 
+#include <vector>
+
 namespace tarni::headless {
 
 Environment::~Environment() {
-  runLoop_.close();
-  if (platform::current().application == &application_) platform::install({.log = &log_});
+  shared_.runLoop.close();
+  if (platform::current().application != &application_) return;
+  platform::Platform remaining;
+  remaining.log = &shared_.log;
+  platform::install(remaining);
+}
+
+Environment::Shared& Environment::makeShared() {
+  static auto* const all = new std::vector<Shared*>;
+  return *all->emplace_back(new Shared);
 }
 
 void Environment::install() {
   platform::Platform parts;
-  parts.log = &log_;
-  parts.processInfo = &processInfo_;
+  parts.log = &shared_.log;
+  parts.processInfo = &shared_.processInfo;
   parts.encoding = &encoding_;
   parts.notificationCenter = &notificationCenter_;
-  parts.dispatch = &dispatch_;
+  parts.dispatch = &shared_.dispatch;
   parts.runtime = &runtime_;
   parts.transaction = &transaction_;
   parts.application = &application_;

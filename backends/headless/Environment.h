@@ -6,8 +6,8 @@
 //   window->makeKeyAndVisible(environment.application());
 //   environment.runLoop().run();
 //
-// The thread that makes it is the main thread. Programs with an agent never destroy it; tests that
-// start no threads may have one each.
+// The thread that makes it is the main thread. Programs with an agent never destroy it, since the
+// agent's threads run until the process ends; tests that start none may have one each.
 #pragma once
 
 #include <memory>
@@ -32,7 +32,7 @@ namespace tarni::headless {
 class Environment {
  public:
   Environment() = default;
-  // Closes the main queue. What is logged afterwards still reaches the system log.
+  // Closes the main queue: what other threads still append is dropped, what they log is logged.
   ~Environment();
   Environment(const Environment&) = delete;
   Environment& operator=(const Environment&) = delete;
@@ -43,14 +43,14 @@ class Environment {
   // A window of the screen's size, shown as the key window.
   WindowRef makeWindow();
   // For tests that do not want to wait: see ProcessInfo::setVirtual.
-  void useVirtualClock() { processInfo_.setVirtual(true); }
+  void useVirtualClock() { shared_.processInfo.setVirtual(true); }
 
-  LineLog& log() { return log_; }
-  ProcessInfo& processInfo() { return processInfo_; }
+  LineLog& log() { return shared_.log; }
+  ProcessInfo& processInfo() { return shared_.processInfo; }
   Encoding& encoding() { return encoding_; }
   NotificationCenter& notificationCenter() { return notificationCenter_; }
-  RunLoop& runLoop() { return runLoop_; }
-  posix::Dispatch& dispatch() { return dispatch_; }
+  RunLoop& runLoop() { return shared_.runLoop; }
+  posix::Dispatch& dispatch() { return shared_.dispatch; }
   posix::ObjectiveCRuntime& runtime() { return runtime_; }
   Transaction& transaction() { return transaction_; }
   Application& application() { return application_; }
@@ -61,15 +61,21 @@ class Environment {
   Finger& finger() { return finger_; }
 
  private:
-  LineLog& log_ = *new LineLog;  // lines may be written until the process ends
-  ProcessInfo processInfo_;
+  // What other threads use lives until the process ends.
+  struct Shared {
+    LineLog log;
+    ProcessInfo processInfo;
+    RunLoop runLoop{processInfo};
+    posix::Dispatch dispatch{runLoop};
+  };
+  static Shared& makeShared();
+
+  Shared& shared_ = makeShared();
   Encoding encoding_;
   NotificationCenter notificationCenter_;
-  RunLoop runLoop_{processInfo_};
-  posix::Dispatch dispatch_{runLoop_};
   posix::ObjectiveCRuntime runtime_;
   Transaction transaction_;
-  Application application_{runtime_, runLoop_};
+  Application application_{runtime_, shared_.runLoop};
   Screen screen_;
   Alerts alerts_;
   posix::HIDEventSystem hidEvents_;
