@@ -1,5 +1,7 @@
 #include "tests/conformance/Subject.h"
 
+#include <ostream>
+
 namespace tarni::test {
 namespace {
 
@@ -10,6 +12,10 @@ Subject qt(const std::string& major) {
 }
 
 }  // namespace
+
+void PrintTo(const Subject& subject, std::ostream* output) {
+  *output << subject.name;
+}
 
 std::vector<Subject> subjects() {
   return {{"Headless", {built("bin/tarni-headless")}, {}}, qt("5"), qt("6")};

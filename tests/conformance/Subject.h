@@ -20,6 +20,9 @@ struct Subject {
   Program::Environment environment;
 };
 
+// For the names of the cases.
+void PrintTo(const Subject& subject, std::ostream* output);
+
 std::vector<Subject> subjects();
 
 class Conformance : public testing::TestWithParam<Subject> {

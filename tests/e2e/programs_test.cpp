@@ -2,6 +2,7 @@
 
 #include <cmath>
 #include <filesystem>
+#include <optional>
 
 #include "tests/support/Display.h"
 #include "tests/support/Program.h"
@@ -18,13 +19,17 @@ struct Point {
   int y = 0;
 };
 
-// One program under test, its window's title, and a button that every one of its users sees.
+// One program under test, the class of its windows, and a button that every one of its users sees.
 struct Subject {
   std::string name;
   std::string command;
-  std::string title;
+  std::string windowClass;
   std::string button;
 };
+
+void PrintTo(const Subject& subject, std::ostream* output) {
+  *output << subject.name;
+}
 
 class Programs : public testing::TestWithParam<Subject> {
  protected:
@@ -48,23 +53,24 @@ class Programs : public testing::TestWithParam<Subject> {
         environment());
   }
 
-  // The middle of the element that shows `text`, in the coordinates of its window.
-  static Point middleOf(const Playback& playback, const std::string& text) {
+  // The middle of the element that shows `text`, in the coordinates of its window; null until a
+  // finger would reach it there.
+  static std::optional<Point> middleOf(const Playback& playback, const std::string& text) {
     for (const auto& element :
          playback.ask({{"functionname", "ai_findelements"}, {"tagname", ""}})) {
-      if (element["text"] != text || element["isVisibleInViewHierarchy"] != "true") continue;
+      if (element["text"] != text || element["isProbablyTappable"] != "true") continue;
       const auto value = [&](const char* key) {
         return std::stod(element["rectangle"][key].get<std::string>());
       };
-      return {static_cast<int>(value("x") + value("width") / 2),
-              static_cast<int>(value("y") + value("height") / 2)};
+      return Point{static_cast<int>(value("x") + value("width") / 2),
+                   static_cast<int>(value("y") + value("height") / 2)};
     }
-    throw std::runtime_error("nothing shows " + text);
+    return std::nullopt;
   }
 
   Point windowOrigin() const {
     const std::string geometry = run({"xdotool", "search", "--sync", "--onlyvisible", "--name",
-                                      GetParam().title, "getwindowgeometry", "--shell"},
+                                      GetParam().windowClass, "getwindowgeometry", "--shell"},
                                      environment());
     const auto value = [&](const std::string& key) {
       return std::stoi(geometry.substr(geometry.find(key) + key.size()));
@@ -101,12 +107,14 @@ TEST_P(Programs, ButtonsAreFoundByTextAndPressed) {
 }
 
 TEST_P(Programs, ARealClickBecomesAStep) {
-  Point inWindow;
+  std::optional<Point> inWindow;
   {
     const auto program = start();
     const Playback playback;
-    ASSERT_TRUE(eventually([&] { return !playback.find("", "text", GetParam().button).empty(); }));
-    inWindow = middleOf(playback, GetParam().button);
+    ASSERT_TRUE(eventually([&] {
+      inWindow = middleOf(playback, GetParam().button);
+      return inWindow.has_value();
+    }));
   }
   const auto program = start();
   const Wire recorder(kRecorderPort);
@@ -116,7 +124,7 @@ TEST_P(Programs, ARealClickBecomesAStep) {
   // comes.
   std::string step;
   for (int attempt = 0; attempt < 10 && step.empty(); ++attempt) {
-    display_.click(origin.x + inWindow.x, origin.y + inWindow.y);
+    display_.click(origin.x + inWindow->x, origin.y + inWindow->y);
     try {
       step = recorder.readMessage(milliseconds(1500));
     } catch (const std::exception&) {

@@ -18,7 +18,8 @@ Display::Display(int width, int height) {
     throw std::runtime_error("Xvfb did not start: " + server_->output());
   }
   const auto start = number.find_last_not_of("0123456789\n");
-  name_ = ":" + number.substr(start == std::string::npos ? 0 : start + 1);
+  name_ = ':';
+  name_ += number.substr(start == std::string::npos ? 0 : start + 1);
   name_.erase(name_.find('\n'));
 }
 
