@@ -22,8 +22,7 @@ PlaybackClient& Session::playback() {
 
 RecorderClient Session::recorder() {
   enterNetwork();
-  return RecorderClient(fromSeconds(options.connectSeconds),
-                        options.port != 0 ? options.port : kRecorderPort);
+  return RecorderClient(fromSeconds(options.connectSeconds), recorderPort());
 }
 
 void Session::enterNetwork() {

@@ -42,6 +42,7 @@ class Session {
   void enterNetwork();
 
   std::uint16_t playbackPort() const { return options.port != 0 ? options.port : kPlaybackPort; }
+  std::uint16_t recorderPort() const { return options.port != 0 ? options.port : kRecorderPort; }
 
  private:
   bool entered_ = false;

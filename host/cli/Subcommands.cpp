@@ -12,6 +12,7 @@ constexpr Subcommand kSubcommands[] = {
     {"wait", "Wait until the agent answers, or until an element is there or gone", declareWait},
     {"record", "Print what a person does with the program, step by step", declareRecord,
      kNotInScript},
+    {"play", "Play a recorded session and say what differed", declarePlay, kNotInScript},
     {"spy", "Print the element that a person points at, and how to find it", declareSpy,
      kNotInScript},
     {"find", "Find elements; prints one identifier a line", declareFind},

@@ -28,6 +28,7 @@ void declareEditable(CLI::App& parser, Session& session);
 void declareFind(CLI::App& parser, Session& session);
 void declareHighlight(CLI::App& parser, Session& session);
 void declareList(CLI::App& parser, Session& session);
+void declarePlay(CLI::App& parser, Session& session);
 void declareRecord(CLI::App& parser, Session& session);
 void declareRun(CLI::App& parser, Session& session);
 void declareSend(CLI::App& parser, Session& session);

@@ -1,13 +1,16 @@
 #include <CLI/CLI.hpp>
-#include <fstream>
 #include <iostream>
 #include <memory>
 #include <nlohmann/json.hpp>
+#include <optional>
 
 #include "host/cli/Listening.h"
 #include "host/cli/Session.h"
 #include "host/cli/Subcommands.h"
 #include "host/cli/Terminal.h"
+#include "host/launch/ProgramRegistry.h"
+#include "host/session/SessionFile.h"
+#include "host/session/StartLine.h"
 
 namespace tarni::host {
 
@@ -18,6 +21,7 @@ namespace {
 struct RecordOptions {
   Listening listening;
   std::string file;
+  std::string program;
 };
 
 ordered_json argument(const ordered_json& step, std::size_t index) {
@@ -44,31 +48,64 @@ std::string readable(const ordered_json& step) {
   return line + "  " + Terminal::faint(textAt(object, "xpath:position"));
 }
 
-int print(const RecorderClient::Message& message, bool json, std::ofstream& file) {
-  if (file.is_open()) file << message.text << std::endl;
-  if (json) std::cout << message.text << '\n';
-  const auto steps = objectsOf(message.text);
-  if (!json) {
+// The program's start-up line: as a person gives it, else as the kernel knows it.
+std::vector<std::string> startLine(const Session& session, const RecordOptions& options) {
+  if (!options.program.empty()) return wordsOf(options.program);
+  if (session.options.in.empty()) {
+    const auto pid = processServing(session.recorderPort());
+    return pid ? startLineOf(*pid) : std::vector<std::string>();
+  }
+  const auto program = ProgramRegistry().find(session.options.in);
+  return program ? startLineOf(program->pid) : std::vector<std::string>();
+}
+
+class Recording {
+ public:
+  Recording(const Session& session, const RecordOptions& options) : json_(session.options.json) {
+    if (!options.file.empty()) file_.emplace(options.file, startLine(session, options));
+  }
+
+  // How many steps the message holds that were recorded since this client came.
+  int onMessage(const RecorderClient::Message& message) {
+    const auto steps = objectsOf(message.text);
+    if (json_) std::cout << message.text << '\n';
+    if (!json_) print(message, steps);
+    if (message.earlier) return 0;
+    if (file_) keep(message.text, steps);
+    return std::max(1, static_cast<int>(steps.size()));
+  }
+
+  std::size_t kept() const { return file_ ? file_->steps() : 0; }
+
+ private:
+  static void print(const RecorderClient::Message& message, const ordered_json& steps) {
     const auto time = padded(message.earlier ? "earlier" : timeOfDay(), 12) + "  ";
     for (const auto& step : steps) std::cout << Terminal::faint(time) << readable(step) << '\n';
     if (steps.empty()) std::cout << Terminal::faint(time) << Terminal::quoted(message.text) << '\n';
   }
-  return message.earlier ? 0 : std::max(1, static_cast<int>(steps.size()));
-}
+
+  // Text of a web page is kept as it is, so that nothing is lost, though it cannot be played.
+  void keep(const std::string& text, const ordered_json& steps) {
+    const auto seconds = std::chrono::duration<double>(Clock::now() - start_).count();
+    for (const auto& step : steps) file_->add(seconds, step);
+    if (steps.empty()) file_->add(seconds, text);
+  }
+
+  Clock::time_point start_ = Clock::now();
+  std::optional<SessionWriter> file_;
+  bool json_;
+};
 
 void record(Session& session, const RecordOptions& options) {
-  std::ofstream file;
-  if (!options.file.empty()) {
-    file.open(options.file);
-    if (!file) throw std::runtime_error("cannot write " + options.file);
-  }
+  session.enterNetwork();
+  Recording recording(session, options);
   auto recorder = session.recorder();
-  const bool json = session.options.json;
-  const auto onMessage = [json, &file](const RecorderClient::Message& message) {
-    return print(message, json, file);
-  };
-  options.listening.run(recorder, session, {onMessage});
-  if (file.is_open() && !file) throw std::runtime_error("cannot write " + options.file);
+  options.listening.run(recorder, session, {[&recording](const auto& message) {
+                          return recording.onMessage(message);
+                        }});
+  if (!options.file.empty()) {
+    std::cerr << "tarni: " << recording.kept() << " steps kept in " << options.file << '\n';
+  }
 }
 
 }  // namespace
@@ -76,14 +113,21 @@ void record(Session& session, const RecordOptions& options) {
 void declareRecord(CLI::App& parser, Session& session) {
   const auto options = std::make_shared<RecordOptions>();
   options->listening.declare(parser, "steps");
-  parser.add_option("-o,--output", options->file, "keep the steps here as well, as they came")
+  parser.add_option("-o,--output", options->file, "keep a session here, for `tarni play`")
       ->type_name("FILE");
+  parser
+      .add_option("--program", options->program,
+                  "the start-up line to keep with the session, unless it is to be found out")
+      ->type_name("LINE");
   parser.footer(
       "Runs until Ctrl-C. A program is recorded once: its recorder takes one client, and ends "
       "with\n"
       "the first playback command. What it had recorded last before this client came is printed "
       "as\n"
-      "\"earlier\" and not counted. With --json and in FILE each line is a JSON array.");
+      "\"earlier\", not counted and not kept. With --json each line is a JSON array. FILE is whole "
+      "after\n"
+      "every step, whatever ends the recording. What is typed is kept as it was typed, passwords\n"
+      "included.");
   parser.callback([options, &session] { record(session, *options); });
 }
 

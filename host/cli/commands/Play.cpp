@@ -1,0 +1,290 @@
+#include <CLI/CLI.hpp>
+#include <filesystem>
+#include <iomanip>
+#include <iostream>
+#include <memory>
+#include <nlohmann/json.hpp>
+#include <optional>
+#include <sstream>
+
+#include "host/cli/Files.h"
+#include "host/cli/Listening.h"
+#include "host/cli/Session.h"
+#include "host/cli/Subcommands.h"
+#include "host/cli/Terminal.h"
+#include "host/cli/ViewTree.h"
+#include "host/launch/ProgramRegistry.h"
+#include "host/session/Report.h"
+#include "host/session/SessionFile.h"
+#include "host/session/StartLine.h"
+#include "host/session/StartedProgram.h"
+#include "host/session/StepPlayer.h"
+#include "host/wire/WireError.h"
+
+namespace tarni::host {
+
+using nlohmann::ordered_json;
+using Result = PlayedStep::Result;
+
+namespace {
+
+constexpr double kSecondsToStart = 20;
+constexpr double kSecondsForAnEnd = 3;
+constexpr std::size_t kColumnsOfText = 60;
+
+struct PlayOptions {
+  std::string file;
+  std::string report;
+  std::string program;
+  std::string displaySize;
+  double stepSeconds = 10;
+  bool attaches = false;
+  bool ownDisplay = false;
+};
+
+std::string joined(const std::vector<std::string>& words) {
+  std::string text;
+  for (const auto& word : words) text += (text.empty() ? "" : " ") + word;
+  return text;
+}
+
+std::string inSeconds(double value) {
+  std::ostringstream text;
+  text << std::fixed << std::setprecision(1) << value << " s";
+  return text.str();
+}
+
+std::string localTime() {
+  const auto now = std::time(nullptr);
+  std::tm parts{};
+  localtime_r(&now, &parts);
+  std::ostringstream text;
+  text << std::put_time(&parts, "%Y-%m-%d %H:%M:%S");
+  return text.str();
+}
+
+// "  3  click UIButton "OK" (ClickButton): passed, by position, 0.7 s"
+void print(const PlayedStep& played) {
+  const auto& step = played.step;
+  const bool hasPassed = played.result == Result::passed;
+  std::cout << std::setw(3) << step.number << "  " << step.deed() << " "
+            << Terminal::strong(Terminal::clipped(step.element(), kColumnsOfText)) << " "
+            << Terminal::faint("(" + step.action + ")") << ": "
+            << (hasPassed ? "passed" : Terminal::strong("FAILED"));
+  if (played.located) std::cout << ", by " << nameOf(played.located->by);
+  std::cout << ", " << inSeconds(played.seconds);
+  if (hasPassed && !played.message.empty()) std::cout << " (" << played.message << ")";
+  std::cout << std::endl;
+}
+
+void printAsJson(const PlayedStep& played) {
+  const auto& step = played.step;
+  const ordered_json line = {{"number", step.number},
+                             {"action", step.action},
+                             {"className", step.className},
+                             {"text", step.text},
+                             {"passed", played.result == Result::passed},
+                             {"locator", played.located ? nameOf(played.located->by) : ""},
+                             {"seconds", played.seconds},
+                             {"message", played.message}};
+  std::cout << line.dump(-1, ' ', false, ordered_json::error_handler_t::replace) << std::endl;
+}
+
+// What the step looked for and what was there, for a person who has to find out why.
+void printFailure(const PlayOptions& options, const PlayedStep& played) {
+  const auto& step = played.step;
+  std::cerr << Terminal::error("tarni: ") << options.file << ":" << step.line << ": step "
+            << step.number << " (" << step.action << "): " << played.message << '\n'
+            << "  looked for: " << step.element();
+  if (!step.xpath.empty()) std::cerr << " at " << step.xpath;
+  if (step.index) std::cerr << ", number " << *step.index << " of its class";
+  std::cerr << '\n';
+  if (played.located || played.result == Result::lost) return;
+  std::cerr << "  was there: ";
+  if (played.sameClass.empty()) std::cerr << "no " << step.className << " at all";
+  constexpr std::size_t kMost = 20;
+  for (std::size_t i = 0; i < std::min(kMost, played.sameClass.size()); ++i) {
+    const auto& element = played.sameClass[i];
+    std::cerr << (i > 0 ? ", " : step.className + " ")
+              << Terminal::clipped(element.description(), 80);
+  }
+  if (played.sameClass.size() > kMost) std::cerr << ", … " << played.sameClass.size() << " in all";
+  std::cerr << '\n';
+}
+
+// One line an element, indented by its depth.
+std::string treeOf(PlaybackClient& client) {
+  try {
+    const auto descriptions = client.call({"ai_findelements"}).entries();
+    const auto nodes = viewTree(descriptions);
+    std::string text;
+    for (std::size_t i = 0; i < nodes.size(); ++i) {
+      const auto element = ElementOnScreen::fromJson(descriptions[i]);
+      text += std::string(2 * nodes[i].depth, ' ') + nodes[i].step + "  " + element.description() +
+              "\n";
+    }
+    return text;
+  } catch (const std::exception& error) {
+    return std::string("(not to be had: ") + error.what() + ")";
+  }
+}
+
+// One play of one session, from the program's start to the report.
+class Play {
+ public:
+  Play(Session& session, const PlayOptions& options)
+      : session_(session), options_(options), recorded_(readSession(options.file)) {
+    played_.file = std::filesystem::path(options.file).filename().string();
+    played_.recorded = recorded_.recorded;
+    played_.played = localTime();
+    for (const auto& step : recorded_.steps) played_.steps.push_back({step});
+  }
+
+  void run() {
+    if (!options_.report.empty()) std::filesystem::create_directories(options_.report);
+    const auto start = Clock::now();
+    if (attaches()) {
+      attach();
+    } else {
+      startProgram();
+    }
+    for (const auto& warning : played_.warnings) std::cerr << "tarni: note: " << warning << '\n';
+    playSteps();
+    played_.seconds = std::chrono::duration<double>(Clock::now() - start).count();
+    finish();
+  }
+
+ private:
+  bool attaches() const { return options_.attaches || !session_.options.in.empty(); }
+
+  void attach() {
+    std::optional<pid_t> pid;
+    if (!session_.options.in.empty()) {
+      const auto program = ProgramRegistry().find(session_.options.in);
+      if (program) pid = program->pid;
+    } else {
+      pid = processServing(session_.playbackPort());
+    }
+    const auto running = pid ? startLineOf(*pid) : std::vector<std::string>();
+    played_.program = joined(running);
+    warnOfAnother(running);
+  }
+
+  void startProgram() {
+    const auto command = options_.program.empty() ? recorded_.program : wordsOf(options_.program);
+    if (command.empty()) {
+      throw std::invalid_argument(options_.file +
+                                  ":1: the session does not tell its program: name it by --program "
+                                  "or play with --attach-running or --in");
+    }
+    played_.program = joined(command);
+    warnOfAnother(command);
+    std::vector<std::string> runOptions;
+    if (options_.ownDisplay) {
+      runOptions.push_back("--display" +
+                           (options_.displaySize.empty() ? "" : "=" + options_.displaySize));
+    }
+    program_.emplace(command, runOptions);
+    program_->awaitAgent(Clock::now() + fromSeconds(kSecondsToStart));
+  }
+
+  void warnOfAnother(const std::vector<std::string>& running) {
+    const auto expected = programName(recorded_.program);
+    const auto name = programName(running);
+    if (expected.empty() || name.empty() || expected == name) return;
+    played_.warnings.push_back("the session was recorded with " + expected + ", not with " + name);
+  }
+
+  void playSteps() {
+    StepPlayer player(session_.playback(), fromSeconds(options_.stepSeconds),
+                      !options_.report.empty());
+    for (auto& played : played_.steps) {
+      played = player.play(played.step);
+      const bool isLast = &played == &played_.steps.back();
+      if (isLast && played.result == Result::lost && played.hasActed && hasProgramEnded()) {
+        played.result = Result::passed;
+        played.message = "the program ended";
+      }
+      if (session_.options.json) {
+        printAsJson(played);
+      } else {
+        print(played);
+      }
+      if (played.result != Result::passed) {
+        explain(played);
+        return;
+      }
+    }
+  }
+
+  // Another's program is taken to have ended when it closed the connection.
+  bool hasProgramEnded() {
+    return !program_ || program_->hasEnded(Clock::now() + fromSeconds(kSecondsForAnEnd));
+  }
+
+  void explain(const PlayedStep& played) {
+    const bool isLost = played.result == Result::lost;
+    session_.result = isLost ? ExitCode::wire : ExitCode::no;
+    printFailure(options_, played);
+    if (program_) played_.output = program_->lastOutput();
+    if (!isLost && !options_.report.empty()) played_.tree = treeOf(session_.playback());
+  }
+
+  void finish() {
+    const auto passed = played_.count(Result::passed);
+    std::ostream& out = session_.options.json ? std::cerr : std::cout;
+    out << passed << " of " << played_.steps.size() << " steps passed, "
+        << inSeconds(played_.seconds) << '\n';
+    if (options_.report.empty()) return;
+    const auto page = std::filesystem::path(options_.report) / "index.html";
+    writeFile(page, reportPage(played_));
+    out << "report: " << page.string() << '\n';
+  }
+
+  Session& session_;
+  const PlayOptions& options_;
+  RecordedSession recorded_;
+  PlayedSession played_;
+  std::optional<StartedProgram> program_;
+};
+
+}  // namespace
+
+void declarePlay(CLI::App& parser, Session& session) {
+  const auto options = std::make_shared<PlayOptions>();
+  parser.add_option("SESSION", options->file, "what `tarni record -o` has kept")
+      ->option_text(" ")
+      ->required();
+  parser.add_option("--report", options->report, "write a page with pictures, DIR/index.html")
+      ->type_name("DIR");
+  parser
+      .add_option("--timeout", options->stepSeconds,
+                  "how long each step waits for its element (default 10)")
+      ->type_name("SECONDS")
+      ->check(CLI::NonNegativeNumber.description(""));
+  auto* const attaches = parser.add_flag("--attach-running", options->attaches,
+                                         "play on the program that runs already (as with --in)");
+  parser.add_option("--program", options->program, "start this instead of the recorded program")
+      ->type_name("LINE")
+      ->excludes(attaches);
+  auto* const display = parser
+                            .add_option("--display", options->displaySize,
+                                        "start it on a virtual X display of its own (Xvfb)")
+                            ->type_name("[=WIDTHxHEIGHT]")
+                            ->expected(0, 1)
+                            ->excludes(attaches);
+  parser.footer(
+      "Starts the session's program with the agent loaded and plays the steps on it, then ends "
+      "it.\n"
+      "An element is found by its position, or by its class and text, or, after two seconds, by "
+      "its\n"
+      "class and index; each step says which. A switch is set to the recorded state, whatever it "
+      "is\n"
+      "now. The first step that fails ends the play, with exit code 1.");
+  parser.callback([=, &session] {
+    options->ownDisplay = display->count() > 0;
+    Play(session, *options).run();
+  });
+}
+
+}  // namespace tarni::host

@@ -1,0 +1,89 @@
+// ElementSearch: finds the element that a recorded step names in the program as it stands now.
+//
+// Three locators are tried. The position in the view tree serves when the element there has the
+// recorded class and text; the class with the text serves when it fits one visible element, or the
+// recorded one among several; the class with the index among its kind is a guess, taken only when
+// asked for. Any thread, one at a time; failures are WireErrors and AgentExceptions.
+#pragma once
+
+#include <nlohmann/json_fwd.hpp>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "host/session/RecordedStep.h"
+#include "host/wire/PlaybackClient.h"
+
+namespace tarni::host {
+
+// In the window's coordinates, in points.
+struct Rectangle {
+  double x = 0;
+  double y = 0;
+  double width = 0;
+  double height = 0;
+};
+
+// An element as the agent describes it.
+struct ElementOnScreen {
+  std::string id;
+  std::string text;     // what it shows now
+  std::string picture;  // a JPEG in base-64
+  Rectangle rectangle;
+  bool isVisible = false;
+  bool isTappable = false;  // a tap on it would reach it
+  bool isEnabled = false;
+  bool isEditable = false;
+
+  static ElementOnScreen fromJson(const nlohmann::ordered_json& description);
+  // `"OK" (disabled)`
+  std::string description() const;
+};
+
+enum class LocatorKind { position, text, index };
+// "position", "class and text", "class and index"
+const char* nameOf(LocatorKind kind);
+
+struct Located {
+  LocatorKind by = LocatorKind::position;
+  ElementOnScreen element;
+};
+
+class ElementSearch {
+ public:
+  explicit ElementSearch(PlaybackClient& client) : client_(client) {}
+
+  // One look, without waiting. `mayGuess` admits the index. Identifiers of a former look are of no
+  // use afterwards.
+  std::optional<Located> look(const RecordedStep& step, bool mayGuess);
+
+  // All elements of a class, visible or not, in the order of the view tree.
+  std::vector<ElementOnScreen> elementsOf(const std::string& className);
+
+ private:
+  using Elements = std::vector<ElementOnScreen>;
+  using Found = std::optional<ElementOnScreen>;
+
+  // What the agent tells of an element by its identifier; it ties the identifier to a description.
+  struct Features {
+    std::string text;
+    std::string width;
+    std::string height;
+  };
+
+  Found atPosition(const RecordedStep& step, const std::optional<Features>& features,
+                   const Elements& all);
+  Found byText(const RecordedStep& step, const Elements& all);
+  Found byRecordedText(const RecordedStep& step, const Elements& all);
+
+  // The identifier of the only element that fits; "" when there are none or several.
+  std::string only(const RecordedStep& step, const char* accessor, const std::string& value);
+  Features featuresOf(const std::string& id);
+  static const ElementOnScreen* withFeatures(const Features& features, const RecordedStep& step,
+                                             const Elements& all);
+  std::string ask(const char* function, const std::string& id);
+
+  PlaybackClient& client_;
+};
+
+}  // namespace tarni::host

@@ -1,0 +1,103 @@
+#include "host/session/RecordedStep.h"
+
+#include <algorithm>
+#include <cctype>
+#include <charconv>
+#include <map>
+#include <nlohmann/json.hpp>
+#include <stdexcept>
+
+namespace tarni::host {
+
+using nlohmann::ordered_json;
+using Kind = RecordedStep::Kind;
+
+namespace {
+
+const std::map<std::string, Kind>& kinds() {
+  static const std::map<std::string, Kind> all = {{"Click", Kind::click},
+                                                  {"ClickButton", Kind::click},
+                                                  {"ClickImage", Kind::click},
+                                                  {"TypeTextOnEditBox", Kind::type},
+                                                  {"Mobile_SelectSwitch", Kind::switchOn},
+                                                  {"Mobile_DeSelectSwitch", Kind::switchOff}};
+  return all;
+}
+
+Kind kindOf(const std::string& action) {
+  if (action.empty()) throw std::invalid_argument("the step has no \"action\"");
+  const auto found = kinds().find(action);
+  if (found != kinds().end()) return found->second;
+  throw std::invalid_argument("the action " + inQuotes(action) + " is not known");
+}
+
+std::optional<std::size_t> indexOf(const std::string& text) {
+  std::size_t value = 0;
+  const auto result = std::from_chars(text.data(), text.data() + text.size(), value);
+  if (result.ec != std::errc{} || result.ptr != text.data() + text.size()) return std::nullopt;
+  return value;
+}
+
+bool isSegmentedControl(const ordered_json& view) {
+  auto name = textIn(view, "classname");
+  std::transform(name.begin(), name.end(), name.begin(),
+                 [](unsigned char c) { return static_cast<char>(std::tolower(c)); });
+  return name.find("segmentedcontrol") != std::string::npos;
+}
+
+}  // namespace
+
+RecordedStep RecordedStep::fromJson(const ordered_json& step) {
+  if (!step.is_object()) throw std::invalid_argument("the step is no JSON object");
+  RecordedStep recorded;
+  recorded.action = textIn(step, "action");
+  recorded.kind = kindOf(recorded.action);
+  const auto arguments = step.value("arguments", ordered_json());
+  if (!arguments.is_array() || arguments.empty()) {
+    throw std::invalid_argument("the step has no \"arguments\"");
+  }
+  const auto& object = arguments.front();
+  if (!object.is_object()) throw std::invalid_argument("the step names no element");
+  recorded.className = textIn(object, "className");
+  if (recorded.className.empty()) throw std::invalid_argument("the step has no \"className\"");
+  recorded.text = textIn(object, "sahiText");
+  recorded.isTextItsOwn = recorded.kind != Kind::switchOn && recorded.kind != Kind::switchOff &&
+                          !isSegmentedControl(object.value("parent", ordered_json()));
+  recorded.id = textIn(object, "id");
+  recorded.label = textIn(object, "label");
+  recorded.xpath = textIn(object, "xpath:position");
+  recorded.index = indexOf(textIn(object, "index"));
+  recorded.picture = textIn(object, "ObjectImage");
+  if (arguments.size() > 1) recorded.data = textIn(arguments[1], "data");
+  return recorded;
+}
+
+std::string RecordedStep::element() const {
+  return text.empty() ? className : className + " " + inQuotes(text);
+}
+
+std::string RecordedStep::deed() const {
+  switch (kind) {
+    case Kind::click:
+      return "click";
+    case Kind::type:
+      return "type " + inQuotes(data) + " into";
+    case Kind::switchOn:
+      return "switch on";
+    case Kind::switchOff:
+      break;
+  }
+  return "switch off";
+}
+
+std::string inQuotes(const std::string& text) {
+  return ordered_json(text).dump(-1, ' ', false, ordered_json::error_handler_t::replace);
+}
+
+std::string textIn(const ordered_json& object, const char* key) {
+  if (!object.is_object()) return "";
+  const auto found = object.find(key);
+  return found != object.end() && found->is_string() ? found->get<std::string>() : "";
+}
+
+}  // namespace tarni::host

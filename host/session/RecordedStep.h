@@ -1,0 +1,44 @@
+// RecordedStep: one step of a recorded session, as far as playing it needs it. A plain value.
+#pragma once
+
+#include <cstddef>
+#include <nlohmann/json_fwd.hpp>
+#include <optional>
+#include <string>
+
+namespace tarni::host {
+
+struct RecordedStep {
+  enum class Kind { click, type, switchOn, switchOff };
+
+  std::size_t number = 0;  // from 1
+  std::size_t line = 0;    // of the session file
+  double seconds = 0;      // when it came, from the start of the recording
+  Kind kind = Kind::click;
+  std::string action;  // as recorded: "ClickButton"
+  std::string className;
+  std::string text;          // as recording reads it: of a text field its placeholder
+  bool isTextItsOwn = true;  // false where it tells a state: of a switch, of a segment
+  std::string id;
+  std::string label;
+  std::string xpath;
+  std::optional<std::size_t> index;  // among all views of its class
+  std::string data;                  // the text to type
+  std::string picture;               // a JPEG in base-64, "" when there was none
+
+  // Throws std::invalid_argument that says what is wrong with it.
+  static RecordedStep fromJson(const nlohmann::ordered_json& step);
+
+  // `UIButton "OK"`, without the text when there is none.
+  std::string element() const;
+  // `type "secret" into`, the action in a person's words.
+  std::string deed() const;
+};
+
+// "text" in double quotes, on one line.
+std::string inQuotes(const std::string& text);
+
+// The text under a key of an object, "" when there is none.
+std::string textIn(const nlohmann::ordered_json& object, const char* key);
+
+}  // namespace tarni::host

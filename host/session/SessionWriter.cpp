@@ -1,0 +1,72 @@
+#include <fcntl.h>
+#include <unistd.h>
+
+#include <array>
+#include <cmath>
+#include <ctime>
+#include <nlohmann/json.hpp>
+#include <stdexcept>
+#include <utility>
+
+#include "host/session/SessionFile.h"
+
+namespace tarni::host {
+
+using nlohmann::ordered_json;
+
+namespace {
+
+constexpr auto kEnd = "\n]}\n";
+
+std::string utcNow() {
+  const auto now = std::time(nullptr);
+  std::tm parts{};
+  gmtime_r(&now, &parts);
+  std::array<char, 32> text{};
+  std::strftime(text.data(), text.size(), "%Y-%m-%dT%H:%M:%SZ", &parts);
+  return text.data();
+}
+
+std::string compact(const ordered_json& value) {
+  return value.dump(-1, ' ', false, ordered_json::error_handler_t::replace);
+}
+
+}  // namespace
+
+SessionWriter::SessionWriter(std::filesystem::path path, const std::vector<std::string>& program)
+    : path_(std::move(path)),
+      descriptor_(open(path_.c_str(), O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC, 0644)) {
+  if (descriptor_ < 0) throw std::runtime_error("cannot write " + path_.string());
+  const ordered_json header = {{"tarniSession", 1}, {"program", program}, {"recorded", utcNow()}};
+  auto opening = compact(header);
+  opening.pop_back();
+  append(opening + ",\"steps\":[");
+}
+
+SessionWriter::~SessionWriter() {
+  if (descriptor_ >= 0) close(descriptor_);
+}
+
+void SessionWriter::add(double seconds, const ordered_json& step) {
+  constexpr double kMilliseconds = 1000;
+  const ordered_json entry = {{"time", std::round(seconds * kMilliseconds) / kMilliseconds},
+                              {"step", step}};
+  append((steps_ == 0 ? "\n" : ",\n") + compact(entry));
+  ++steps_;
+}
+
+// The closing brackets follow each time and are written over by the next step.
+void SessionWriter::append(std::string text) {
+  const auto end = end_ + static_cast<long>(text.size());
+  text += kEnd;
+  const char* bytes = text.data();
+  for (std::size_t left = text.size(); left > 0;) {
+    const auto count = pwrite(descriptor_, bytes, left, end_ + (bytes - text.data()));
+    if (count < 0) throw std::runtime_error("cannot write " + path_.string());
+    bytes += count;
+    left -= static_cast<std::size_t>(count);
+  }
+  end_ = end;
+}
+
+}  // namespace tarni::host

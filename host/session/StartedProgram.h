@@ -1,0 +1,43 @@
+// StartedProgram: the program that a session is played on, started for it with the agent loaded and
+// ended with its owner. Where this system lets it, the program has a network of its own, so that it
+// never meets another one on the agent's ports. Main thread of a process without other threads.
+#pragma once
+
+#include <sys/types.h>
+
+#include <string>
+#include <vector>
+
+#include "host/wire/Socket.h"
+
+namespace tarni::host {
+
+class StartedProgram {
+ public:
+  // Started by another call of this tool, as a person would. `runOptions` go to its "run". Throws
+  // std::runtime_error when no process can be made.
+  StartedProgram(const std::vector<std::string>& command,
+                 const std::vector<std::string>& runOptions);
+  StartedProgram(const StartedProgram&) = delete;
+  StartedProgram& operator=(const StartedProgram&) = delete;
+  ~StartedProgram();
+
+  // Waits until the agent serves and goes into the program's network. Throws std::runtime_error
+  // with what the program has printed when it does not come up.
+  void awaitAgent(Deadline deadline);
+
+  // Waits for the program's end; false when it still runs then.
+  bool hasEnded(Deadline deadline);
+  // The last lines that the program has printed.
+  std::string lastOutput() const;
+
+ private:
+  bool isServed() const;
+
+  std::string name_;  // among the isolated programs; "" when it is not one of them
+  pid_t pid_ = -1;
+  int output_ = -1;
+  bool isOver_ = false;
+};
+
+}  // namespace tarni::host

@@ -1,0 +1,167 @@
+#include "host/session/StepPlayer.h"
+
+#include <algorithm>
+#include <thread>
+
+#include "host/wire/WireError.h"
+
+namespace tarni::host {
+
+using Kind = RecordedStep::Kind;
+using Result = PlayedStep::Result;
+
+namespace {
+
+constexpr milliseconds kPauseBetweenLooks{150};
+// How long only what is certain is taken: a screen that is still being built would be misread.
+constexpr milliseconds kTimeToBeCertain{2000};
+constexpr milliseconds kTimeToTakeEffect{2000};
+
+double secondsSince(Clock::time_point start) {
+  return std::chrono::duration<double>(Clock::now() - start).count();
+}
+
+// What is no control lets a tap through to what stands behind it.
+bool mayBeTappedThrough(const RecordedStep& step) {
+  return step.action == "Click" || step.action == "ClickImage";
+}
+
+std::string inSeconds(milliseconds time) {
+  auto text = std::to_string(std::chrono::duration<double>(time).count());
+  text.erase(text.find_last_not_of('0') + 1);
+  if (text.back() == '.') text.pop_back();
+  return text + " s";
+}
+
+}  // namespace
+
+StepPlayer::StepPlayer(PlaybackClient& client, milliseconds patience, bool takesPictures)
+    : client_(client), search_(client), patience_(patience), takesPictures_(takesPictures) {}
+
+PlayedStep StepPlayer::play(const RecordedStep& step) {
+  PlayedStep played{step};
+  const auto start = Clock::now();
+  try {
+    played.result = Result::failed;
+    if (awaitElement(played)) {
+      played.before = picture();
+      act(played, played.located->element);
+      played.after = picture();
+    }
+  } catch (const AgentException& error) {
+    played.message = std::string("the agent reports: ") + error.what();
+  } catch (const WireError& error) {
+    played.result = Result::lost;
+    played.message = error.what();
+  }
+  played.seconds = secondsSince(start);
+  return played;
+}
+
+bool StepPlayer::awaitElement(PlayedStep& played) {
+  const auto start = Clock::now();
+  const auto certainUntil = start + std::min(kTimeToBeCertain, patience_ / 2);
+  while (true) {
+    const auto now = Clock::now();
+    const bool mayGuess = now >= certainUntil;
+    played.located = search_.look(played.step, mayGuess);
+    if (played.located) {
+      const auto& element = played.located->element;
+      if (element.isEnabled && element.isTappable) return true;
+      if (mayGuess && mayBeTappedThrough(played.step)) return true;
+    }
+    if (now >= start + patience_) {
+      explain(played);
+      return false;
+    }
+    std::this_thread::sleep_for(kPauseBetweenLooks);
+  }
+}
+
+void StepPlayer::act(PlayedStep& played, const ElementOnScreen& element) {
+  played.result = Result::passed;
+  switch (played.step.kind) {
+    case Kind::click:
+      send(played, "clickelement", element.id);
+      break;
+    case Kind::type:
+      type(played, element.id);
+      break;
+    case Kind::switchOn:
+    case Kind::switchOff:
+      setSwitch(played, element.id);
+      break;
+  }
+}
+
+void StepPlayer::type(PlayedStep& played, const std::string& id) {
+  send(played, "sendkeysonelement", id, played.step.data);
+  const auto shown = awaitAnswer("gettext", id, played.step.data);
+  if (!shown) {
+    played.message = "gone since";
+  } else if (*shown != played.step.data) {
+    played.result = Result::failed;
+    played.message = "typed " + inQuotes(played.step.data) + ", but it holds " + inQuotes(*shown);
+  }
+}
+
+void StepPlayer::setSwitch(PlayedStep& played, const std::string& id) {
+  const std::string wanted = played.step.kind == Kind::switchOn ? "true" : "false";
+  const auto state = answer("isselected", id);
+  if (!state) {
+    played.result = Result::failed;
+    played.message = "it is no switch: it has no state";
+    return;
+  }
+  if (*state == wanted) {
+    played.message = wanted == "true" ? "was on already" : "was off already";
+    return;
+  }
+  send(played, "clickelement", id);
+  const auto after = awaitAnswer("isselected", id, wanted);
+  if (!after) {
+    played.message = "gone since";
+  } else if (*after != wanted) {
+    played.result = Result::failed;
+    played.message = std::string("it was tapped and is still ") + (wanted == "true" ? "off" : "on");
+  }
+}
+
+void StepPlayer::send(PlayedStep& played, const char* function, const std::string& id,
+                      const std::string& data) {
+  played.hasActed = true;
+  client_.call({function, "", "", id, data});
+}
+
+std::optional<std::string> StepPlayer::awaitAnswer(const char* function, const std::string& id,
+                                                   const std::string& wanted) {
+  const auto deadline = Clock::now() + kTimeToTakeEffect;
+  while (true) {
+    auto now = answer(function, id);
+    if (!now || *now == wanted || Clock::now() >= deadline) return now;
+    std::this_thread::sleep_for(kPauseBetweenLooks);
+  }
+}
+
+std::optional<std::string> StepPlayer::answer(const char* function, const std::string& id) {
+  return client_.call({function, "", "", id}).output();
+}
+
+std::string StepPlayer::picture() {
+  if (!takesPictures_) return "";
+  return client_.call({"ai_getscreensnapshot"}).output().value_or("");
+}
+
+void StepPlayer::explain(PlayedStep& played) {
+  if (played.located) {
+    played.message = std::string("found by ") + nameOf(played.located->by) +
+                     ", but not to be tapped within " + inSeconds(patience_) + ": it is " +
+                     played.located->element.description();
+  } else {
+    played.message = "not found within " + inSeconds(patience_);
+  }
+  played.before = picture();
+  played.sameClass = search_.elementsOf(played.step.className);
+}
+
+}  // namespace tarni::host

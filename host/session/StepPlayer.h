@@ -1,0 +1,62 @@
+// StepPlayer: plays one recorded step after the other on a program: waits for its element, acts on
+// it, checks what came of it. Any thread, one at a time; a step's failure is part of its result.
+#pragma once
+
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "host/session/ElementSearch.h"
+#include "host/session/RecordedStep.h"
+#include "host/wire/PlaybackClient.h"
+
+namespace tarni::host {
+
+struct PlayedStep {
+  enum class Result {
+    passed,
+    failed,
+    lost,  // the connection ended or the program gave no answer
+    notPlayed,
+  };
+
+  RecordedStep step;
+  Result result = Result::notPlayed;
+  std::optional<Located> located = {};  // null when the element was not found
+  std::string message = {};             // why it failed, or what is worth saying
+  double seconds = 0;
+  bool hasActed = false;  // the action went out to the program
+  // Pictures of the window, JPEG in base-64; empty when none were asked for.
+  std::string before = {};
+  std::string after = {};
+  std::vector<ElementOnScreen> sameClass = {};  // on failure: what was there of its class
+};
+
+class StepPlayer {
+ public:
+  // `patience` is how long a step waits for its element to be there and tappable.
+  StepPlayer(PlaybackClient& client, milliseconds patience, bool takesPictures);
+
+  PlayedStep play(const RecordedStep& step);
+
+ private:
+  bool awaitElement(PlayedStep& played);
+  void act(PlayedStep& played, const ElementOnScreen& element);
+  void type(PlayedStep& played, const std::string& id);
+  void setSwitch(PlayedStep& played, const std::string& id);
+  void send(PlayedStep& played, const char* function, const std::string& id,
+            const std::string& data = "");
+  // Asks until the answer is `wanted` or a short time has passed; the last answer.
+  std::optional<std::string> awaitAnswer(const char* function, const std::string& id,
+                                         const std::string& wanted);
+  std::optional<std::string> answer(const char* function, const std::string& id);
+  std::string picture();
+  void explain(PlayedStep& played);
+
+  PlaybackClient& client_;
+  ElementSearch search_;
+  milliseconds patience_;
+  bool takesPictures_;
+};
+
+}  // namespace tarni::host
