@@ -51,7 +51,7 @@ bool takesTouches(const QWindow& window) {
 
 void QtFingers::deliver(const platform::UIEvent& event) {
   liftAbandoned();
-  const std::vector<UITouchRef> touches = event.allTouches();
+  const std::vector<UITouchRef>& touches = event.allTouches();
   std::vector<Step> steps;
   for (const UITouchRef& touch : touches) {
     Finger* const finger = touch->phase() == UITouchPhase::Began

@@ -13,6 +13,7 @@
 #include <QtWidgets/QWidget>
 #include <exception>
 #include <functional>
+#include <utility>
 
 #include "agent/interaction/UIView_KIFAdditions_Gestures.h"
 #include "backends/qt/ViewRegistry.h"
@@ -40,7 +41,7 @@ inline void finish(Task<void> work) {
   bool hasEnded = false;
   std::exception_ptr failure;
   platform::spawn(std::move(work), [&](std::exception_ptr thrown) {
-    failure = thrown;
+    failure = std::move(thrown);
     hasEnded = true;
   });
   ASSERT_TRUE(runUntil([&] { return hasEnded; })) << "the work never ended";

@@ -42,7 +42,7 @@ class EventHook : public testing::Test {
   }
 
   // `meanwhile` runs while an event is shown, before the program has it.
-  void hookWith(std::function<void()> meanwhile) {
+  void hookWith(const std::function<void()>& meanwhile) {
     const auto hook = [this, meanwhile](const std::vector<Argument>& arguments) {
       note(*std::get<platform::UIEvent*>(arguments.front()));
       pressesBefore_ = presses_;

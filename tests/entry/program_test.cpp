@@ -35,7 +35,7 @@ TEST(Program, IsWaitedForUnlessItNestsALoop) {
     log.emplace_back("closed");
   };
   bool hasEnded = false;
-  platform::spawn(note(log, nest, "resumed"), [&](std::exception_ptr) {
+  platform::spawn(note(log, nest, "resumed"), [&](const std::exception_ptr&) {
     hasEnded = true;
     EXPECT_TRUE(dialog.isVisible());
     QTimer::singleShot(0, &dialog, &QDialog::accept);

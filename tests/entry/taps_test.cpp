@@ -267,7 +267,7 @@ TEST_F(Taps, StayOutOfALoopThatHoldsInputBack) {
   QObject::connect(button, &QPushButton::clicked, [&] { ++clicks; });
   showWindow();
   bool hasEnded = false;
-  platform::spawn(tap(button), [&](std::exception_ptr) { hasEnded = true; });
+  platform::spawn(tap(button), [&](const std::exception_ptr&) { hasEnded = true; });
   for (int i = 0; i < 20; ++i) {
     QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents);
   }
