@@ -7,6 +7,7 @@
 
 #include "agent/Queue/ElementsQueue.h"
 #include "agent/core/GlobalVars.h"
+#include "agent/core/MainThread.h"
 #include "agent/elements/ElementSpy.h"
 #include "agent/elements/Utilities.h"
 #include "agent/interaction/UIView_KIFAdditions.h"
@@ -23,8 +24,8 @@ using platform::UITouchRef;
 using platform::UIViewRef;
 namespace uikit = platform::uikit;
 
-constexpr double tapThreshold = 10;  // points
-constexpr CGPoint outsideEveryScreen{-100.0, -200.0};
+constexpr double tapThreshold = 10;                    // points
+constexpr CGPoint outsideEveryScreen{-100.0, -200.0};  // in window coordinates
 constexpr auto pauseAfterTypedText = std::chrono::milliseconds(100);
 
 bool isInSpyMode() {
@@ -52,13 +53,19 @@ void spawnLogged(platform::Task<void> work) {
   });
 }
 
-// The step as it would be made now, for the case that the view does not outlive the touch.
+// The step as it would be made now, for the case that the view does not outlive the touch. Null
+// when there is none: the touch is recorded all the same.
 std::shared_ptr<StepDraft> draftStep(StepRequest request) {
   request.isTouchPending = true;
-  auto draft = RecorderAction().describeStep(request);
-  if (draft->isInWebView) return nullptr;
-  spawnLogged(RecorderAction::drawStep(draft));
-  return draft;
+  try {
+    auto draft = RecorderAction().describeStep(request);
+    if (draft->isInWebView) return nullptr;
+    spawnLogged(RecorderAction::drawStep(draft));
+    return draft;
+  } catch (const std::exception& failure) {
+    platform::NSLog("Drafting a step failed: %s", failure.what());
+    return nullptr;
+  }
 }
 
 std::shared_ptr<StepDraft> draftTypedText() {
@@ -98,15 +105,17 @@ void recordTypedText(const UIViewRef& tapped, CGPoint point) {
   std::this_thread::sleep_for(pauseAfterTypedText);
 }
 
-void selectForSpy(const UIViewRef& view, CGPoint point) {
-  if (!view || !ElementSpy().createSpyHierarchy(view, point)) return;
+void selectForSpy(const UIViewRef& view, CGPoint touched) {
+  if (!view || !ElementSpy().createSpyHierarchy(view, touched)) return;
   // The touch that selected the element must not act on the application.
-  spawnLogged(KIFAdditions::FaketapAtPoint(view, outsideEveryScreen));
+  const CGPoint point = platform::convertPoint(outsideEveryScreen, view->window(), view);
+  spawnLogged(KIFAdditions::FaketapAtPoint(view, point));
 }
 
 }  // namespace
 
 void RecorderEvent::handleEvent(platform::UIEvent& event) {
+  assertMainThread();
   if (GlobalVars::isTrue(GlobalVars::sharedInstance()._isPlaybackStarted())) return;
   if (event.type() != platform::UIEventType::Touches) {
     platform::NSLog("Event has invalid type. Keyboard input?");

@@ -142,6 +142,17 @@ TEST_F(Capture, SpyModeSelectsInsteadOfRecordingAndDivertsTheTouch) {
   EXPECT_EQ(RecorderQueue::get().getLength(), 0U);
 }
 
+TEST_F(Capture, SpiedTouchIsDivertedOutsideTheScreenWhereverTheElementStands) {
+  const auto button = build<headless::Button>("OK").frame({{150, 250}, {100, 40}}).in(*view);
+  walk();
+  GlobalVars::sharedInstance().set_spyMode("true");
+  environment.finger().down(*window, {160, 260});
+  ASSERT_EQ(RecorderQueue::get().getLength(), 1U);
+  EXPECT_EQ(RecorderQueue::get().dequeue()->at(0).at("tagName"), "UIButton");
+  EXPECT_FALSE(environment.application().eventLog().events().front().touches.at(0).view.lock());
+  environment.finger().up();
+}
+
 TEST_F(Capture, SpiedTouchThatHitsNothingSelectsNothing) {
   walk();
   GlobalVars::sharedInstance().set_spyMode("true");
@@ -156,6 +167,14 @@ class BrokenView : public View {
     throw platform::NSException("BrokenException", "cannot be described");
   }
 };
+
+TEST_F(Capture, ViewThatCannotBeDescribedIsStillQueued) {
+  const auto broken = build<BrokenView>().frame({{0, 0}, {50, 50}}).in(*window);
+  walk();
+  showEvent(broken, UITouchPhase::Began, {1, 1});
+  EXPECT_EQ(bucketSize(), 1U);
+  EXPECT_TRUE(loggedPart("No MTReady view to handle this event\n"));
+}
 
 TEST_F(Capture, FailureOfTheRecorderNeverReachesTheApplication) {
   const auto broken = build<BrokenView>().frame({{0, 0}, {50, 50}}).in(*window);
