@@ -49,9 +49,10 @@ Task<void> takePendingText(ElementsQueue& queue, PendingText* result) {
   const bool isLive = standsInWindow(field);
   result->draft = isLive ? nullptr : typedTextDraftOf(queue.getElementsBucket());
   result->wasPending = field || result->draft;
-  if (!field || result->draft) co_return;
+  if (!field) co_return;
   platform::NSLog("FOUND EDITABLE COMPONENT");
   platform::NSLog("tYPE text Class Name %s", Utilities::getUIViewClassName(field).c_str());
+  if (result->draft) co_return;
   const std::string text = RecorderAction::typedText(field);
   if (text.empty()) co_return;
   const StepRequest request{"TypeTextOnEditBox", field, text, {0, 0}};
