@@ -19,6 +19,8 @@ void callSystemMethod(const char* hookSelector, const Arguments& arguments) {
                                          arguments);
   } catch (const std::exception& failure) {
     platform::NSLog("%s failed: %s", hookSelector, failure.what());
+  } catch (...) {
+    platform::NSLog("%s failed", hookSelector);
   }
 }
 
