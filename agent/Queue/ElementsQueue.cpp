@@ -4,6 +4,7 @@
 #include <utility>
 
 #include "agent/Queue/RecorderWorker.h"
+#include "agent/core/MainThread.h"
 #include "agent/elements/IdentityTag.h"
 #include "platform/Platform.h"
 
@@ -30,6 +31,7 @@ ElementsQueue& ElementsQueue::sharedInstance() {
 }
 
 std::optional<std::string> ElementsQueue::getTarniIdOfUIView(const platform::UIViewRef& view) {
+  assertMainThread();
   const std::string* const tag = view ? view->layer().valueForKey(kRecordingTag) : nullptr;
   if (!tag) return std::nullopt;
   return *tag;

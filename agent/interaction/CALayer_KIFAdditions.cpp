@@ -5,6 +5,7 @@
 #include <string>
 #include <vector>
 
+#include "agent/core/MainThread.h"
 #include "agent/interaction/CAAnimation_KIFAdditions.h"
 #include "platform/Platform.h"
 
@@ -55,6 +56,7 @@ void performBlockOnDescendentLayers(platform::CALayer& layer, const LayerBlock& 
 }
 
 void performBlockOnDescendentLayers(platform::CALayer& layer, const LayerBlock& block, bool& stop) {
+  assertMainThread();
   std::vector<platform::CALayer*> waiting{&layer};
   while (!waiting.empty() && !stop) {
     platform::CALayer* const current = waiting.back();

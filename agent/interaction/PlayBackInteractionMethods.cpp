@@ -1,5 +1,6 @@
 #include "agent/interaction/PlayBackInteractionMethods.h"
 
+#include "agent/core/MainThread.h"
 #include "agent/interaction/UIView_KIFAdditions.h"
 #include "platform/Foundation/NSException.h"
 #include "platform/Platform.h"
@@ -37,6 +38,7 @@ UIViewRef enclosingSwitch(const UIViewRef& view) {
 }  // namespace
 
 Task<bool> PlayBackInteractionMethods::performClickOnUIView(UIViewRef view) {
+  assertMainThread();
   const bool isSwitch = view->isKindOfClass(uikit::UISwitch);
   const bool isSwitchByName = view->getClass()->lowercaseName().find("switch") != std::string::npos;
   const UIViewRef toToggle = isSwitch || isSwitchByName ? view : enclosingSwitch(view);
@@ -49,6 +51,7 @@ Task<bool> PlayBackInteractionMethods::performClickOnUIView(UIViewRef view) {
 }
 
 Task<bool> PlayBackInteractionMethods::performTypeTextOnUIView(UIViewRef view, std::string text) {
+  assertMainThread();
   // 1. Text fields only.
   const auto field = platform::as<platform::UITextField>(view);
   if (!field || !view->isKindOfClass(uikit::UITextField)) co_return false;

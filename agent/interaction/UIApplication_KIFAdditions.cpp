@@ -2,6 +2,7 @@
 
 #include <mutex>
 
+#include "agent/core/MainThread.h"
 #include "agent/interaction/Swizzle.h"
 #include "platform/Platform.h"
 #include "platform/UIKit/Classes.h"
@@ -53,6 +54,7 @@ void setAnimationSpeed(float speed) {
 }
 
 std::vector<std::string>& KIF_runLoopModes() {
+  assertMainThread();
   using Modes = std::vector<std::string>;
   std::any& held = platform::current().application->associatedObjects()[&KIFRunLoopModesKey];
   if (!held.has_value()) held = Modes{platform::kCFRunLoopDefaultMode};

@@ -1,5 +1,6 @@
 #include "agent/interaction/UITouch_KIFAdditions.h"
 
+#include "agent/core/MainThread.h"
 #include "agent/interaction/UIEvent_KIFAdditions.h"
 #include "platform/Platform.h"
 
@@ -16,6 +17,7 @@ bool isOperatingSystemAtLeastVersion9() {
 
 platform::UITouchRef initAtPointInWindow(platform::CGPoint point,
                                          const platform::UIWindowRef& window) {
+  assertMainThread();
   platform::UITouchRef touch = platform::current().application->makeTouch();
   touch->setWindow(window);
   touch->setTapCount(1);

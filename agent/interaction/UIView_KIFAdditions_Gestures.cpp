@@ -5,6 +5,7 @@
 #include <numbers>
 #include <string>
 
+#include "agent/core/MainThread.h"
 #include "agent/interaction/UIApplication_KIFAdditions.h"
 #include "agent/interaction/UIEvent_KIFAdditions.h"
 #include "agent/interaction/UITouch_KIFAdditions.h"
@@ -126,6 +127,7 @@ Task<void> sendEnded(std::vector<UITouchRef> touches) {
 }  // namespace
 
 platform::UIEvent& eventWithTouches(const std::vector<UITouchRef>& touches) {
+  assertMainThread();
   platform::UIEvent& event = platform::current().application->_touchesEvent();
   event._clearTouches();
   kif_setEventWithTouches(event, touches);

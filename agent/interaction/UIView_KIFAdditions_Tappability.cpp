@@ -7,6 +7,7 @@
 #include <span>
 #include <vector>
 
+#include "agent/core/MainThread.h"
 #include "platform/Platform.h"
 #include "platform/UIKit/Classes.h"
 
@@ -160,6 +161,7 @@ void performBlockOnDescendentViews(const UIViewRef& view, const ViewBlock& block
 }
 
 void performBlockOnDescendentViews(const UIViewRef& view, const ViewBlock& block, bool& stop) {
+  assertMainThread();
   std::vector<UIViewRef> waiting{view};
   while (!waiting.empty() && !stop) {
     const UIViewRef current = std::move(waiting.back());
@@ -171,6 +173,7 @@ void performBlockOnDescendentViews(const UIViewRef& view, const ViewBlock& block
 }
 
 void performBlockOnAscendentViews(const UIViewRef& view, const ViewBlock& block) {
+  assertMainThread();
   bool stop = false;
   for (UIViewRef current = view; current && !stop; current = current->superview()) {
     block(current, stop);

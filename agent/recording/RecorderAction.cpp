@@ -6,6 +6,7 @@
 #include "agent/Queue/ElementsQueue.h"
 #include "agent/Queue/RecorderQueue.h"
 #include "agent/core/GlobalVars.h"
+#include "agent/core/MainThread.h"
 #include "agent/elements/UIViewFinder.h"
 #include "agent/elements/UIViewsManager.h"
 #include "agent/elements/Utilities.h"
@@ -126,6 +127,7 @@ Task<void> RecorderAction::CreateRecorderAction(std::string action, UIViewRef vi
 }
 
 std::shared_ptr<StepDraft> RecorderAction::describeStep(const StepRequest& request) const {
+  assertMainThread();
   auto draft = std::make_shared<StepDraft>();
   // 1. and 2. The view under the finger.
   const UIViewRef& touched = request.view;
@@ -166,6 +168,7 @@ std::shared_ptr<StepDraft> RecorderAction::describeStep(const StepRequest& reque
 }
 
 Task<void> RecorderAction::drawStep(std::shared_ptr<StepDraft> draft) {
+  assertMainThread();
   const UIViewRef view = draft->recordedView.lock();
   if (!view) co_return;
   if (!draft->isInWebView) {
@@ -189,6 +192,7 @@ void RecorderAction::enqueueStep(const StepDraft& draft) {
 }
 
 std::string RecorderAction::typedText(const UIViewRef& view) {
+  assertMainThread();
   if (const auto field = platform::as<platform::UITextField>(view)) return field->text();
   const auto textView = platform::as<platform::UITextView>(view);
   return textView ? textView->textViewText().value_or("") : "";
