@@ -80,7 +80,10 @@ std::optional<Located> ElementSearch::look(const RecordedStep& step, bool mayGue
     return Located{LocatorKind::position, *found};
   }
   if (const auto found = byText(step, all)) return Located{LocatorKind::text, *found};
-  const auto* const guess = mayGuess ? recordedOne(step, all) : nullptr;
+  if (!mayGuess) return std::nullopt;
+  // Searching has made the identifiers of the first description void.
+  const auto now = elementsOf(step.className);
+  const auto* const guess = recordedOne(step, now);
   if (guess == nullptr || !guess->isVisible) return std::nullopt;
   return Located{LocatorKind::index, *guess};
 }

@@ -52,6 +52,15 @@ std::string seconds(double value) {
   return text.data();
 }
 
+// "2025-01-31 12:00:00 UTC" of "2025-01-31T12:00:00Z"; any other text as it is.
+std::string readableTime(std::string text) {
+  constexpr std::size_t kDay = 10;
+  if (text.size() != 20 || text[kDay] != 'T' || text.back() != 'Z') return text;
+  text[kDay] = ' ';
+  text.pop_back();
+  return text + " UTC";
+}
+
 const char* styleOf(Result result) {
   if (result == Result::passed) return "passed";
   return result == Result::notPlayed ? "idle" : "failed";
@@ -143,7 +152,7 @@ std::string header(const PlayedSession& session) {
   std::string facts = fact("Played", session.played) + fact("Took", seconds(session.seconds)) +
                       fact("Steps passed", std::to_string(session.count(Result::passed)) + " of " +
                                                std::to_string(session.steps.size()));
-  if (!session.recorded.empty()) facts += fact("Recorded", session.recorded);
+  if (!session.recorded.empty()) facts += fact("Recorded", readableTime(session.recorded));
   inner += tag("dl", "class=\"facts\"", facts) + strip(session);
   for (const auto& warning : session.warnings) {
     inner += tag("p", "class=\"warning\"", escaped(warning));
@@ -155,12 +164,12 @@ std::string top(const PlayedStep& played) {
   const auto& step = played.step;
   auto line = escaped(step.action);
   if (played.located) line += std::string(" · found by ") + nameOf(played.located->by);
-  if (!step.xpath.empty()) line += " · " + escaped(step.xpath);
   return tag("div", "class=\"top\"",
              tag("div", "class=\"number\"", std::to_string(step.number)) +
                  tag("div", "class=\"what\"",
                      tag("h2", "", escaped(step.deed() + " " + step.element())) +
-                         tag("div", "class=\"line\"", line)) +
+                         tag("div", "class=\"line\"", line) +
+                         tag("div", "class=\"line\"", escaped(step.xpath))) +
                  picture(step.picture, "class=\"element\" alt=\"The element as recorded\"") +
                  tag("span", std::string("class=\"badge ") + styleOf(played.result) + "\"",
                      wordOf(played.result)) +

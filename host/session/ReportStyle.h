@@ -58,11 +58,11 @@ main { padding-top: 24px; padding-bottom: 60px; }
 figure { margin: 0; min-width: 0; }
 figcaption { color: var(--soft); font-size: 12px; text-transform: uppercase; letter-spacing: .06em;
   margin-bottom: 6px; }
-.shot { display: block; position: relative; border: 1px solid var(--line); border-radius: 8px;
+.shot { display: inline-block; vertical-align: top; position: relative; max-width: 100%; border: 1px solid var(--line); border-radius: 8px;
   overflow: hidden; background: var(--code); }
 .shot svg { position: absolute; inset: 0; width: 100%; height: 100%; }
 .shot rect { fill: none; stroke: var(--mark); stroke-width: 2.5; }
-.shot img { display: block; width: 100%; }
+.shot img { display: block; max-width: 100%; }
 .why { margin: 0 18px 16px; padding: 10px 14px; border-radius: 8px; background: var(--fail-bg);
   color: var(--fail); overflow-wrap: anywhere; }
 .note { margin: 0 18px 14px; color: var(--soft); }

@@ -1,0 +1,328 @@
+// Sessions as a person meets them: what `tarni record` keeps, and what `tarni play` makes of it.
+#include <gmock/gmock.h>
+#include <signal.h>
+
+#include <filesystem>
+#include <fstream>
+#include <nlohmann/json.hpp>
+#include <sstream>
+
+#include "host/session/SessionFile.h"
+#include "host/wire/Ports.h"
+#include "tests/host/ScriptedAgent.h"
+#include "tests/host/ScriptedScreen.h"
+#include "tests/support/Program.h"
+
+namespace tarni::test {
+namespace {
+
+using namespace std::chrono_literals;
+using host::kPlaybackPort;
+using host::kRecorderPort;
+using nlohmann::ordered_json;
+using testing::AllOf;
+using testing::ElementsAre;
+using testing::HasSubstr;
+using testing::IsEmpty;
+using testing::Not;
+using testing::ThrowsMessage;
+using Peer = ScriptedAgent::Peer;
+
+struct Result {
+  int code;
+  std::string output;
+};
+
+std::string contents(const std::filesystem::path& path) {
+  std::ifstream file(path, std::ios::binary);
+  std::ostringstream text;
+  text << file.rdbuf();
+  return text.str();
+}
+
+ordered_json step(const std::string& action, const std::string& className, const std::string& xpath,
+                  const std::string& text, int index, const std::string& data = "") {
+  return {{"action", action},
+          {"popupName", ""},
+          {"arguments",
+           {{{"ObjectImage", "/9j/4AAQ"},
+             {"className", className},
+             {"sahiText", text},
+             {"index", std::to_string(index)},
+             {"xpath:position", xpath},
+             {"parent", {{"classname", "UIView"}}}},
+            {{"type", "string"}, {"data", data}}}}};
+}
+
+class Sessions : public testing::Test {
+ protected:
+  Sessions() { std::filesystem::create_directories(folder_); }
+  ~Sessions() override { std::filesystem::remove_all(folder_); }
+
+  Result tarni(std::vector<std::string> arguments) const {
+    arguments.insert(arguments.begin(), built("bin/tarni"));
+    Program program(arguments);
+    const int code = program.wait(30s);
+    return {code, program.output()};
+  }
+
+  // Plays the steps on the screen, as on a program that runs already.
+  Result play(ScriptedScreen& screen, const std::vector<ordered_json>& steps,
+              const std::vector<std::string>& options = {}) const {
+    host::SessionWriter writer(file_, {program_});
+    for (const auto& one : steps) writer.add(0.5, one);
+    const ScriptedAgent agent(
+        kPlaybackPort, answering([&screen](const auto& line) { return screen.answer(line); }));
+    std::vector<std::string> arguments = {"play", file_.string(), "--attach-running"};
+    arguments.insert(arguments.end(), options.begin(), options.end());
+    return tarni(arguments);
+  }
+
+  std::filesystem::path folder_ =
+      std::filesystem::temp_directory_path() / ("tarni-sessions-" + std::to_string(getpid()));
+  std::filesystem::path file_ = folder_ / "session.json";
+  std::string program_ = "wire_session";  // this test, which serves the port
+};
+
+TEST_F(Sessions, AreWholeAfterEveryStepAndCutOnesAreRefused) {
+  {
+    host::SessionWriter writer(file_, {"/usr/bin/app", "--an argument"});
+    EXPECT_THAT(host::readSession(file_).steps, IsEmpty());
+    for (int i = 0; i < 3; ++i) {
+      writer.add(1.25 * i, step("Click", "UILabel", "\\UIView[0]", "Ünï \"q\"", i));
+      EXPECT_EQ(host::readSession(file_).steps.size(), writer.steps());
+    }
+  }
+  const auto session = host::readSession(file_);
+  EXPECT_THAT(session.program, ElementsAre("/usr/bin/app", "--an argument"));
+  EXPECT_EQ(session.steps[2].seconds, 2.5);
+  EXPECT_EQ(session.steps[2].line, 4U);
+  EXPECT_EQ(session.steps[2].text, "Ünï \"q\"");
+
+  const auto whole = contents(file_);
+  const auto shortest = std::string("\n]}").size();
+  for (std::size_t length = 0; length + shortest < whole.size(); ++length) {
+    std::ofstream(file_) << whole.substr(0, length);
+    EXPECT_THROW(host::readSession(file_), std::invalid_argument) << "cut to " << length;
+  }
+}
+
+TEST_F(Sessions, ThatAreBadAreNamedByLineBeforeAnythingIsStarted) {
+  const std::string header = R"({"tarniSession":1,"program":["app"],"steps":[)";
+  const auto entry = [](const ordered_json& one) {
+    return ordered_json{{"time", 1}, {"step", one}}.dump();
+  };
+  const auto good = entry(step("Click", "UILabel", "\\UIView[0]", "Hi", 0));
+  struct Case {
+    std::string text;
+    const char* complaint;
+  };
+  const std::vector<Case> cases = {
+      {"", ":0: the file is empty"},
+      {"GIF89a", ":1: this is no session file"},
+      {R"({"tarniSession":2,"steps":[)", ":1: the file is of another version, 2"},
+      {header + "\n" + good + ",\n" + good.substr(0, 40), ":3: the file is cut short here"},
+      {header + "\n" + good + ",\n", ":2: the file is cut short here"},
+      {header + "\n" + good + ",\n{\"time\": oops}\n]}\n", ":3: this is no JSON"},
+      {header + "\n" + good + "\n" + good + "\n]}\n", ":3: the comma behind the step before"},
+      {header + "\n" + entry(step("Juggle", "UILabel", "", "", 0)) + "\n]}\n",
+       ":2: the action \"Juggle\" is not known"},
+      {header + "\n" + good + ",\n" + entry(step("Click", "", "", "", 0)) + "\n]}\n",
+       ":3: the step has no \"className\""},
+      {header + "\n" + entry("text of a page") + "\n]}\n", ":2: this came from a web page"},
+      {header + "\n" + entry({{"action", "Click"}, {"arguments", {7}}}) + "\n]}\n",
+       ":2: the step names no element"},
+      {header + "\n" + good + "\n]}\nmore\n", ":4: there is more behind"},
+  };
+  for (const auto& one : cases) {
+    std::ofstream(file_) << one.text;
+    const auto result = tarni({"play", file_.string()});
+    EXPECT_EQ(result.code, 2) << one.text;
+    EXPECT_THAT(result.output, HasSubstr("session.json" + std::string(one.complaint)));
+  }
+  EXPECT_EQ(tarni({"play", (folder_ / "none").string()}).code, 5);
+}
+
+TEST_F(Sessions, KeepEveryStepOnceAndNotWhatWasRecordedBefore) {
+  const auto message = [](const std::string& text) {
+    return ordered_json{step("ClickButton", "UIButton", "\\UIView[0]", text, 0)}.dump();
+  };
+  for (const bool hasEarlier : {true, false}) {
+    const ScriptedAgent recorder(kRecorderPort, [&](Peer& peer) {
+      peer.sendFramed(hasEarlier ? message("before")
+                                 : "Welcome! RecorderServer StartedSuccessfully ");
+      for (const auto* text : {"one", "one", "two"}) peer.sendFramed(message(text));
+      peer.sendFramed("steps of a web page");
+      peer.readLine();
+    });
+    Program recording({built("bin/tarni"), "record", "-o", file_.string()});
+    EXPECT_TRUE(eventually([this] { return contents(file_).ends_with("web page\"}\n]}\n"); }));
+    recording.signal(SIGKILL);
+    recording.wait(5s);
+    const auto kept = ordered_json::parse(contents(file_));
+    ASSERT_EQ(kept["steps"].size(), 4U);
+    EXPECT_EQ(kept["steps"][0]["step"], ordered_json::parse(message("one"))[0]);
+    EXPECT_EQ(kept["steps"][1]["step"], ordered_json::parse(message("one"))[0]);
+    EXPECT_EQ(kept["steps"][2]["step"], ordered_json::parse(message("two"))[0]);
+    EXPECT_EQ(kept["steps"][3]["step"], "steps of a web page");
+    EXPECT_THAT(kept["program"][0].get<std::string>(), HasSubstr("wire_session"));
+    std::filesystem::remove(file_);
+  }
+}
+
+TEST_F(Sessions, FindElementsByPositionThenTextThenIndexAndSayWhich) {
+  ScriptedScreen screen({{"UIButton", "\\V[0]\\UIButton[0]", "OK"},
+                         {"UIButton", "\\V[0]\\UIButton[1]", "Cancel"},
+                         {"UIButton", "\\V[0]\\UIButton[2]", "Cancel"},
+                         {"UIButton", "\\V[0]\\UIButton[3]", "Apply", "Apply", false},
+                         {"UITextField", "\\V[0]\\UITextField[0]", "typed", "Name"}});
+  const auto result = play(screen, {step("ClickButton", "UIButton", "\\V[0]\\UIButton[0]", "OK", 0),
+                                    // Another button stands at the position now.
+                                    step("ClickButton", "UIButton", "\\V[0]\\UIButton[1]", "OK", 1),
+                                    // Two have the text: the recorded index tells.
+                                    step("ClickButton", "UIButton", "\\gone", "Cancel", 2),
+                                    // What recording reads of a text field is not what it shows.
+                                    step("Click", "UITextField", "\\gone", "Name", 3),
+                                    // Neither position nor text.
+                                    step("ClickButton", "UIButton", "\\gone", "Abort", 1)});
+  EXPECT_EQ(result.code, 0) << result.output;
+  EXPECT_THAT(screen.deeds(), ElementsAre("clickelement 0", "clickelement 0", "clickelement 2",
+                                          "clickelement 4", "clickelement 1"));
+  EXPECT_THAT(result.output, testing::ContainsRegex(
+                                 "1  click UIButton \"OK\" .ClickButton.: passed, by position"));
+  EXPECT_THAT(result.output, testing::ContainsRegex("2  .*: passed, by class and text"));
+  EXPECT_THAT(result.output, testing::ContainsRegex("3  .*: passed, by class and text"));
+  EXPECT_THAT(result.output, testing::ContainsRegex("4  .*: passed, by class and text"));
+  EXPECT_THAT(result.output, testing::ContainsRegex("5  .*: passed, by class and index"));
+  EXPECT_THAT(result.output, HasSubstr("5 of 5 steps passed"));
+  EXPECT_THAT(result.output, Not(HasSubstr("note:")));
+}
+
+TEST_F(Sessions, WaitUntilTheElementIsThereAndTappable) {
+  ScriptedScreen screen({{"UIButton", "\\UIButton[0]", "OK", "OK", false, false, false}});
+  screen.onLook = [](auto& elements, int looks) {
+    if (looks == 2) elements[0].visible = true;
+    if (looks == 4) elements[0].enabled = true;
+    if (looks == 6) elements[0].tappable = true;
+  };
+  int looks = 0;
+  screen.onLook = [&looks, before = screen.onLook](auto& elements, int count) {
+    before(elements, count);
+    looks = count;
+  };
+  const auto result = play(screen, {step("ClickButton", "UIButton", "\\UIButton[0]", "OK", 0)});
+  EXPECT_EQ(result.code, 0) << result.output;
+  EXPECT_EQ(looks, 6);
+  EXPECT_THAT(screen.deeds(), ElementsAre("clickelement 0"));
+}
+
+TEST_F(Sessions, TellWhatWasLookedForAndWhatWasThere) {
+  ScriptedScreen screen({{"UIButton", "\\UIButton[0]", "Yes"},
+                         {"UIButton", "\\UIButton[1]", "Later", "Later", true, false}});
+  const auto missing = play(screen,
+                            {step("ClickButton", "UIButton", "\\UIButton[7]", "No", 7),
+                             step("ClickButton", "UIButton", "\\UIButton[0]", "Yes", 0)},
+                            {"--timeout", "0.3"});
+  EXPECT_EQ(missing.code, 1);
+  EXPECT_THAT(missing.output,
+              AllOf(HasSubstr("session.json:2: step 1 (ClickButton): not found within 0.3 s"),
+                    HasSubstr("looked for: UIButton \"No\" at \\UIButton[7]"),
+                    HasSubstr("was there: UIButton \"Yes\", \"Later\" (disabled)"),
+                    HasSubstr("0 of 2 steps passed")));
+  const auto disabled = play(screen, {step("ClickButton", "UIButton", "\\UIButton[1]", "Later", 1)},
+                             {"--timeout", "0.3"});
+  EXPECT_EQ(disabled.code, 1);
+  EXPECT_THAT(disabled.output, HasSubstr("it is \"Later\" (disabled)"));
+  EXPECT_THAT(screen.deeds(), IsEmpty());
+}
+
+TEST_F(Sessions, SetSwitchesToTheRecordedState) {
+  const std::vector<ScriptedElement> one = {{.className = "UISwitch",
+                                             .xpath = "\\UISwitch[0]",
+                                             .text = "not checked",
+                                             .recordedText = "not checked",
+                                             .state = "false"}};
+  const auto on = step("Mobile_SelectSwitch", "UISwitch", "\\UISwitch[0]", "checked", 0);
+  const auto off = step("Mobile_DeSelectSwitch", "UISwitch", "\\UISwitch[0]", "not checked", 0);
+  ScriptedScreen screen(one);
+  const auto result = play(screen, {off, on, on, off});
+  EXPECT_EQ(result.code, 0) << result.output;
+  EXPECT_THAT(screen.deeds(), ElementsAre("clickelement 0", "clickelement 0"));
+  EXPECT_THAT(result.output, AllOf(HasSubstr("was off already"), HasSubstr("was on already")));
+  ScriptedScreen stubborn(one);
+  stubborn.obeys = false;
+  const auto failed = play(stubborn, {on});
+  EXPECT_EQ(failed.code, 1);
+  EXPECT_THAT(failed.output, HasSubstr("it was tapped and is still off"));
+}
+
+TEST_F(Sessions, CheckWhatTheFieldHoldsAfterTyping) {
+  const std::vector<ScriptedElement> one = {{.className = "UITextField",
+                                             .xpath = "\\UITextField[0]",
+                                             .text = "",
+                                             .recordedText = "Name",
+                                             .editable = true}};
+  const auto type =
+      step("TypeTextOnEditBox", "UITextField", "\\UITextField[0]", "Name", 0, "two words");
+  ScriptedScreen screen(one);
+  EXPECT_EQ(play(screen, {type}).code, 0);
+  EXPECT_THAT(screen.deeds(), ElementsAre("sendkeysonelement 0 two words"));
+  ScriptedScreen stubborn(one);
+  stubborn.obeys = false;
+  const auto failed = play(stubborn, {type});
+  EXPECT_EQ(failed.code, 1);
+  EXPECT_THAT(failed.output, HasSubstr("typed \"two words\", but it holds \"\""));
+}
+
+TEST_F(Sessions, OfAnotherProgramAreWarnedOf) {
+  program_ = "/usr/bin/other-program";
+  ScriptedScreen screen({{"UIButton", "\\UIButton[0]", "OK"}});
+  const auto result = play(screen, {step("ClickButton", "UIButton", "\\UIButton[0]", "OK", 0)});
+  EXPECT_EQ(result.code, 0);
+  EXPECT_THAT(result.output, HasSubstr("note: the session was recorded with other-program, not "
+                                       "with wire_session"));
+}
+
+TEST_F(Sessions, AreReportedOnOnePageWithEverythingEscaped) {
+  const std::string evil = "<script>alert('&\"')</script>";
+  ScriptedScreen screen({{"UIButton", "\\UIButton[0]", evil}});
+  const auto report = folder_ / "deep" / "report";
+  const auto result = play(screen,
+                           {step("ClickButton", "UIButton", "\\UIButton[0]", evil, 0),
+                            step("ClickButton", "UILabel", "\\" + evil, evil, 4),
+                            step("ClickButton", "UIButton", "\\UIButton[0]", evil, 0)},
+                           {"--timeout", "0.2", "--report", report.string()});
+  EXPECT_EQ(result.code, 1);
+  const auto page = contents(report / "index.html");
+  EXPECT_THAT(page, Not(HasSubstr("<script")));
+  EXPECT_THAT(page, HasSubstr("&lt;script&gt;alert(&#39;&amp;\\&quot;&#39;)&lt;/script&gt;"));
+  EXPECT_THAT(page, AllOf(HasSubstr("Failed"), HasSubstr("1 of 3"), HasSubstr("found by position"),
+                          HasSubstr("not found within 0.2 s"), HasSubstr("no UILabel at all"),
+                          HasSubstr("UIButton[0]  "), HasSubstr("not played")));
+  // Before and after the first step, before the failed one; and the elements as recorded.
+  const auto count = [&page](const std::string& text) {
+    std::size_t seen = 0;
+    for (auto at = page.find(text); at != std::string::npos; at = page.find(text, at + 1)) ++seen;
+    return seen;
+  };
+  EXPECT_EQ(count("alt=\"The window, before\" src=\"data:image/jpeg;base64,"), 2U);
+  EXPECT_EQ(count("alt=\"The window, after\" src=\"data:image/jpeg;base64,"), 1U);
+  EXPECT_EQ(count("alt=\"The element as recorded\" src=\"data:image/jpeg;base64,"), 3U);
+  EXPECT_THAT(page, Not(HasSubstr("src=\"http")));
+}
+
+TEST_F(Sessions, WhoseProgramDoesNotComeUpSayWhatItPrinted) {
+  host::SessionWriter(file_, {"sh", "-c", "echo broken pipes; exit 3"});
+  Program play({built("bin/tarni"), "play", file_.string()},
+               {{"TARNI_LIBRARY", "/lib/x86_64-linux-gnu/libm.so.6"}});
+  EXPECT_EQ(play.wait(20s), 5);
+  EXPECT_THAT(play.output(),
+              AllOf(HasSubstr("ended before the agent was ready"), HasSubstr("broken pipes")));
+  host::SessionWriter(file_, {});
+  const auto unknown = tarni({"play", file_.string()});
+  EXPECT_EQ(unknown.code, 2);
+  EXPECT_THAT(unknown.output, HasSubstr("does not tell its program"));
+}
+
+}  // namespace
+}  // namespace tarni::test
