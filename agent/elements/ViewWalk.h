@@ -1,10 +1,11 @@
 // The one walk over a view tree that everything else is made of: pre-order, siblings back to front,
-// iterative, with a view's index among its siblings of the same class at hand. Main thread, and no
-// wait in between: the views' own lists of subviews are read in place.
+// iterative, with a view's index among its siblings of the same class name at hand. Main thread,
+// and no wait in between: the views' own lists of subviews are read in place.
 #pragma once
 
 #include <cstddef>
 #include <span>
+#include <string>
 #include <unordered_map>
 #include <vector>
 
@@ -12,7 +13,7 @@
 
 namespace tarni {
 
-// Counts siblings by class, only as far as asked and each one once.
+// Counts siblings by class name, only as far as asked and each one once.
 class SiblingCounter {
  public:
   void reset(std::span<const platform::UIViewRef> siblings) {
@@ -20,16 +21,20 @@ class SiblingCounter {
     if (counted_ > 0) counts_.clear();
     counted_ = 0;
   }
-  // The index of the sibling at `position` among those of its class. Positions ascend.
+  // The index of the sibling at `position` among those of its class name. Positions ascend.
   long indexOf(std::size_t position) {
-    for (; counted_ <= position; ++counted_) ++counts_[siblings_[counted_]->getClass()];
-    return counts_[siblings_[position]->getClass()] - 1;
+    for (; counted_ <= position; ++counted_) ++counts_[nameOf(counted_)];
+    return counts_[nameOf(position)] - 1;
   }
 
  private:
+  const std::string* nameOf(std::size_t position) const {
+    return &siblings_[position]->getClass()->name();
+  }
+
   std::span<const platform::UIViewRef> siblings_;
   std::size_t counted_ = 0;
-  std::unordered_map<platform::Class, long> counts_;
+  std::unordered_map<const std::string*, long> counts_;
 };
 
 // One level of the path from the root of a walk to where it has come.
@@ -53,7 +58,7 @@ struct WalkStep {
   std::span<WalkLevel> path;  // from the root's level to the view's own
 
   const platform::UIViewRef& parent() const { return *path.back().parent; }
-  // Among all siblings of the view's class.
+  // Among all siblings of the view's class name.
   long index() const { return path.back().counter.indexOf(position); }
 };
 

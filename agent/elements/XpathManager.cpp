@@ -15,14 +15,15 @@ std::optional<XpathTrie::Node> positionOf(const XpathTrie& positions, const UIVi
   return tag ? positions.nodeOfGuid(*tag) : std::nullopt;
 }
 
-// Of the view among its siblings of the same class.
+// Of the view among its siblings of the same class name.
 long indexOf(const UIViewRef& view) {
   long index = 0;
   const UIViewRef superview = view->superview();
   if (!superview) return index;
+  const std::string& name = view->getClass()->name();
   for (const UIViewRef& sibling : superview->subviews()) {
     if (sibling == view) break;
-    if (sibling->getClass() == view->getClass()) ++index;
+    if (sibling->getClass()->name() == name) ++index;
   }
   return index;
 }

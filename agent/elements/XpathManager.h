@@ -16,7 +16,8 @@ class XpathManager {
   static XpathManager& sharedInstance();
 
   // Files the view's position under `guid`: the position of `parent` (none for a parent without
-  // one, such as a window), then the view's class and its index among all siblings of that class.
+  // one, such as a window), then the view's class name and its index among all siblings of that
+  // name.
   void createXpathPositionOfUIView(const platform::UIViewRef& parent,
                                    const platform::UIViewRef& view, const std::string& guid);
   // The same with the index already counted.

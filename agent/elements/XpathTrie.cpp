@@ -18,18 +18,19 @@ XpathTrie::XpathTrie() {
 
 std::size_t XpathTrie::KeyHash::operator()(const Key& key) const {
   constexpr std::size_t spread = 0x9E3779B97F4A7C15;
-  std::size_t hash = std::hash<platform::Class>{}(key.cls);
+  std::size_t hash = std::hash<const std::string*>{}(key.name);
   hash = (hash ^ key.prefix) * spread;
   return ((hash >> 32) ^ hash ^ static_cast<std::size_t>(key.index)) * spread;
 }
 
 void XpathTrie::file(Node prefix, platform::Class cls, long index, const std::string& guid) {
+  const std::string* const name = &cls->name();
   const auto [child, isNew] =
-      children_.try_emplace(Key{prefix, cls, index}, static_cast<Node>(steps_.size()));
+      children_.try_emplace(Key{prefix, name, index}, static_cast<Node>(steps_.size()));
   const Node node = child->second;
   if (isNew) {
-    const std::size_t stepLength = 1 + cls->name().size() + 1 + digits(index) + 1;
-    steps_.push_back({prefix, cls, index, steps_[prefix].length + stepLength, nullptr});
+    const std::size_t stepLength = 1 + name->size() + 1 + digits(index) + 1;
+    steps_.push_back({prefix, name, index, steps_[prefix].length + stepLength, nullptr});
   }
   const auto filed = guids_.insert_or_assign(guid, node).first;
   if (!steps_[node].guid) ++count_;
@@ -48,7 +49,7 @@ std::string XpathTrie::text(Node node) const {
   xpath.reserve(steps_[node].length);
   for (auto step = path.rbegin(); step != path.rend(); ++step) {
     xpath += '\\';
-    xpath += steps_[*step].cls->name();
+    xpath += *steps_[*step].name;
     xpath += '[';
     xpath += std::to_string(steps_[*step].index);
     xpath += ']';
@@ -84,7 +85,7 @@ std::optional<XpathTrie::Node> XpathTrie::child(Node prefix, std::string_view st
   const bool isExact = error == std::errc() && std::to_string(index) == number;
   const platform::Class cls = platform::NSClassFromString(step.substr(0, bracket));
   if (!isExact || !cls) return std::nullopt;
-  const auto found = children_.find(Key{prefix, cls, index});
+  const auto found = children_.find(Key{prefix, &cls->name(), index});
   return found == children_.end() ? std::nullopt : std::optional(found->second);
 }
 

@@ -42,14 +42,14 @@ class XpathTrie {
  private:
   struct Step {
     Node prefix = kRoot;
-    platform::Class cls = nullptr;
+    const std::string* name = nullptr;  // of the class
     long index = 0;
     std::size_t length = 0;             // of the text of the whole position
     const std::string* guid = nullptr;  // the key in guids_
   };
   struct Key {
     Node prefix;
-    platform::Class cls;
+    const std::string* name;
     long index;
     bool operator==(const Key&) const = default;
   };

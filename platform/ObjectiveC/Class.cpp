@@ -3,6 +3,7 @@
 #include <map>
 #include <memory>
 #include <mutex>
+#include <unordered_set>
 
 namespace tarni::platform {
 namespace {
@@ -18,6 +19,14 @@ Registry& registry() {
   return *shared;
 }
 
+// Kept for good, as the classes are.
+const std::string& sharedName(std::string name) {
+  static auto* const mutex = new std::mutex;
+  static auto* const names = new std::unordered_set<std::string>;
+  const std::lock_guard lock(*mutex);
+  return *names->insert(std::move(name)).first;
+}
+
 }  // namespace
 
 std::string lowercase(std::string_view text) {
@@ -29,7 +38,9 @@ std::string lowercase(std::string_view text) {
 }
 
 ClassInfo::ClassInfo(std::string name, Class superclass)
-    : name_(std::move(name)), lowercaseName_(lowercase(name_)), superclass_(superclass) {
+    : name_(sharedName(std::move(name))),
+      lowercaseName_(lowercase(name_)),
+      superclass_(superclass) {
   if (superclass) lineage_ = superclass->lineage_;
   lineage_.push_back(this);
 }

@@ -19,6 +19,7 @@ class ClassInfo {
   ClassInfo(const ClassInfo&) = delete;
   ClassInfo& operator=(const ClassInfo&) = delete;
 
+  // One text for all classes of the name, so that names can be compared by address as well.
   const std::string& name() const { return name_; }
   const std::string& lowercaseName() const { return lowercaseName_; }
   Class superclass() const { return superclass_; }
@@ -31,7 +32,7 @@ class ClassInfo {
  private:
   std::size_t depth() const { return lineage_.size() - 1; }
 
-  std::string name_;
+  const std::string& name_;
   std::string lowercaseName_;
   Class superclass_;
   std::vector<Class> lineage_;  // from the root class to this one

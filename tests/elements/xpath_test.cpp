@@ -29,6 +29,25 @@ TEST_F(Xpath, CountsSiblingsOfTheSameClass) {
   EXPECT_EQ(xpathOf(second), "\\UIButton[1]");
 }
 
+// An application's label class is a label here and an image view there, under one name.
+TEST_F(Xpath, GoesByTheClassNameWhateverTheSuperclass) {
+  static const platform::ClassInfo pictured("TwinLabel", platform::uikit::UIImageView);
+  const auto worded = add<Label>("words").className("TwinLabel").get();
+  const auto picture = add<View>().get();
+  picture->setClass(&pictured);
+  const auto inside = headless::build<View>().in(*picture);
+  UIViewsManager manager;
+  manager.GetAllViewsForPlayer(window, true);
+  EXPECT_EQ(xpathOf(worded), "\\TwinLabel[0]");
+  EXPECT_EQ(xpathOf(inside), "\\TwinLabel[1]\\UIView[0]");
+  for (const ViewRef& view : std::vector<ViewRef>{worded, picture, inside}) {
+    const std::string guid = *tagOf(view, kPlaybackTag);
+    EXPECT_EQ(xpaths.getIdentificationGUIDFromXpath(*xpathOf(view)), guid);
+    xpaths.createXpathPositionOfUIView(view->superview(), view, guid);
+    EXPECT_EQ(xpaths.getIdentificationGUIDFromXpath(*xpathOf(view)), guid);
+  }
+}
+
 TEST_F(Xpath, CountsHiddenSiblings) {
   add<Label>("unseen").hidden();
   const auto label = add<Label>("seen").get();
