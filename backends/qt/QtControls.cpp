@@ -25,15 +25,15 @@ bool hasPicture(const QLabel& label) {
   return label.text().isEmpty() && (label.movie() || !label.pixmap(Qt::ReturnByValue).isNull());
 }
 
-// The part of a check or radio button that a click works on.
-QRect clickRect(QAbstractButton& button, QStyle::SubElement element) {
+// The part of a check or radio button that a click works on; `whole` is its rectangle.
+QRect clickRect(QAbstractButton& button, QStyle::SubElement element, const QRect& whole) {
   QStyleOptionButton option;
   option.initFrom(&button);
   option.text = button.text();
   option.icon = button.icon();
   option.iconSize = button.iconSize();
-  const QRect rect = button.style()->subElementRect(element, &option, &button) & button.rect();
-  return rect.isEmpty() ? button.rect() : rect;
+  const QRect rect = button.style()->subElementRect(element, &option, &button) & whole;
+  return rect.isEmpty() ? whole : rect;
 }
 
 }  // namespace
@@ -55,7 +55,8 @@ Kind QtLabel::kind() const {
 
 QRect QtButton::shape() const {
   auto* const radio = qobject_cast<QRadioButton*>(widget());
-  return radio ? clickRect(*radio, QStyle::SE_RadioButtonClickRect) : QtView::shape();
+  const QRect whole = QtView::shape();
+  return radio ? clickRect(*radio, QStyle::SE_RadioButtonClickRect, whole) : whole;
 }
 
 std::optional<std::string> QtButton::currentTitle() const {
@@ -65,7 +66,8 @@ std::optional<std::string> QtButton::currentTitle() const {
 
 QRect QtSwitch::shape() const {
   auto* const box = qobject_cast<QCheckBox*>(widget());
-  return box ? clickRect(*box, QStyle::SE_CheckBoxClickRect) : QtView::shape();
+  const QRect whole = QtView::shape();
+  return box ? clickRect(*box, QStyle::SE_CheckBoxClickRect, whole) : whole;
 }
 
 bool QtSwitch::isOn() const {

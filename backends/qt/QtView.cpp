@@ -39,6 +39,13 @@ void appendWidget(QObject* child, std::span<const UIViewRef> before,
   }
 }
 
+// False for a hidden widget that was neither shown nor sized yet, as in a page that nobody opened:
+// its rectangle is the toolkit's placeholder.
+bool isLaidOut(const QWidget& widget) {
+  return !widget.isHidden() || widget.testAttribute(Qt::WA_Resized) ||
+         widget.testAttribute(Qt::WA_WState_Created);
+}
+
 }  // namespace
 
 QtView::QtView(QWidget& widget, Kind kind)
@@ -48,7 +55,7 @@ QtView::QtView(QWidget& widget, Kind kind)
       class_(classFor(widget.metaObject(), kind)) {}
 
 QRect QtView::shape() const {
-  return widget_ ? widget_->rect() : QRect();
+  return widget_ && isLaidOut(*widget_) ? widget_->rect() : QRect();
 }
 
 platform::Class QtView::getClass() const {
@@ -158,8 +165,10 @@ std::optional<std::string> QtView::accessibilityValue() const {
   if (!interface) return std::nullopt;
   const QString value = interface->text(QAccessible::Value);
   if (!value.isEmpty()) return utf8(value);
+  // A value stands in front of the label: a check box is called by its label, and a switch is asked
+  // for its state.
   const QAccessible::State state = interface->state();
-  if (state.checkable) return checkText(state.checked);
+  if (state.checkable && !accessibilityLabel()) return checkText(state.checked);
   return std::nullopt;
 }
 

@@ -20,6 +20,7 @@ namespace uikit = platform::uikit;
 using platform::as;
 using platform::CGPoint;
 using platform::CGRect;
+using platform::CGSize;
 using platform::UIViewRef;
 
 inline UIViewRef viewOf(QWidget& widget) {

@@ -106,6 +106,8 @@ TEST(Texts, OfAccessibilityComeFromTheProgramOrTheToolkit) {
   QGroupBox group("&Options", &window);
   EXPECT_EQ(viewOf(group)->accessibilityLabel(), "Options");
   group.setCheckable(true);
+  EXPECT_EQ(viewOf(group)->accessibilityValue(), std::nullopt) << "it is called by its title";
+  group.setTitle("");
   EXPECT_EQ(viewOf(group)->accessibilityValue(), "checked");
   QComboBox combo(&window);
   combo.addItems({"first", "second"});

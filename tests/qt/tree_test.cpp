@@ -6,10 +6,13 @@
 #include <QtWidgets/QCheckBox>
 #include <QtWidgets/QDialog>
 #include <QtWidgets/QLabel>
+#include <QtWidgets/QMainWindow>
 #include <QtWidgets/QPushButton>
 #include <QtWidgets/QRadioButton>
 #include <QtWidgets/QScrollArea>
 #include <QtWidgets/QScrollBar>
+#include <QtWidgets/QTabWidget>
+#include <QtWidgets/QToolBar>
 #include <memory>
 
 #include "tests/qt/Support.h"
@@ -144,6 +147,39 @@ TEST(Geometry, WhatStandsInAScrollAreaIsItsSubview) {
   EXPECT_EQ(viewOf(*page)->frame().origin, (CGPoint{double(viewport.x()), viewport.y() - 890.0}));
   EXPECT_EQ(scroll->hitTest(middleInWindow(viewOf(button))), viewOf(button));
   EXPECT_EQ(platform::convertPoint({0, 0}, viewOf(button), viewOf(*page)), (CGPoint{10, 900}));
+}
+
+TEST(Geometry, AHiddenWidgetThatNobodyLaidOutTakesNoRoom) {
+  QMainWindow window;
+  QToolBar bar(&window);
+  bar.addAction("Save");
+  window.addToolBar(&bar);
+  QTabWidget tabs;
+  QWidget first;
+  QWidget later;
+  tabs.addTab(&first, "first");
+  tabs.addTab(&later, "later");
+  window.setCentralWidget(&tabs);
+  QRadioButton radio("r", &window);
+  radio.hide();
+  QLabel placed("p", &window);
+  placed.setGeometry(5, 6, 70, 20);
+  placed.hide();
+  window.resize(400, 300);
+  show(window);
+  auto* const spare = bar.findChild<QWidget*>("qt_toolbar_ext_button");
+  ASSERT_TRUE(spare && spare->isHidden());
+  EXPECT_EQ(viewOf(*spare)->frame().size, CGSize{});
+  EXPECT_EQ(viewOf(later)->frame().size, CGSize{});
+  EXPECT_EQ(viewOf(radio)->bounds().size, CGSize{});
+  EXPECT_EQ(viewOf(placed)->frame(), (CGRect{{5, 6}, {70, 20}})) << "hidden, but it has its place";
+  tabs.setCurrentIndex(1);
+  const CGRect opened = viewOf(later)->frame();
+  EXPECT_EQ(opened, viewOf(first)->frame());
+  tabs.setCurrentIndex(0);
+  EXPECT_EQ(viewOf(later)->frame(), opened) << "keeps its place when it is left";
+  tabs.removeTab(1);
+  window.takeCentralWidget();
 }
 
 TEST(HitTest, FindsTheDeepestShownWidget) {
