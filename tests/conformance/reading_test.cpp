@@ -30,7 +30,7 @@ TEST_P(Conformance, ReadsStates) {
 }
 
 TEST_P(Conformance, ASwitchIsSelectedTwice) {
-  const std::string remember = playback().one("UISwitch", "text", "Remember me");
+  const std::string remember = playback().one("UISwitch");
   const nlohmann::json off = {{{"output", "false"}}, {{"output", "false"}}};
   const nlohmann::json on = {{{"output", "true"}}, {{"output", "true"}}};
   EXPECT_EQ(playback().command("isselected", remember), off);
