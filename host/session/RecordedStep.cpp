@@ -61,8 +61,10 @@ RecordedStep RecordedStep::fromJson(const ordered_json& step) {
   recorded.className = textIn(object, "className");
   if (recorded.className.empty()) throw std::invalid_argument("the step has no \"className\"");
   recorded.text = textIn(object, "sahiText");
-  recorded.isTextItsOwn = recorded.kind != Kind::switchOn && recorded.kind != Kind::switchOff &&
-                          !isSegmentedControl(object.value("parent", ordered_json()));
+  const bool isState = recorded.text == "0" || recorded.text == "1";
+  const bool isSwitch = recorded.kind == Kind::switchOn || recorded.kind == Kind::switchOff;
+  recorded.isTextItsOwn =
+      !(isSwitch && isState) && !isSegmentedControl(object.value("parent", ordered_json()));
   recorded.id = textIn(object, "id");
   recorded.label = textIn(object, "label");
   recorded.xpath = textIn(object, "xpath:position");

@@ -18,7 +18,7 @@ struct RecordedStep {
   std::string action;  // as recorded: "ClickButton"
   std::string className;
   std::string text;          // as recording reads it: of a text field its placeholder
-  bool isTextItsOwn = true;  // false where it tells a state: of a switch, of a segment
+  bool isTextItsOwn = true;  // false where it tells a state: "1" of a switch, that of a segment
   std::string id;
   std::string label;
   std::string xpath;

@@ -239,11 +239,11 @@ TEST_F(Sessions, TellWhatWasLookedForAndWhatWasThere) {
 TEST_F(Sessions, SetSwitchesToTheRecordedState) {
   const std::vector<ScriptedElement> one = {{.className = "UISwitch",
                                              .xpath = "\\UISwitch[0]",
-                                             .text = "not checked",
-                                             .recordedText = "not checked",
+                                             .text = "0",
+                                             .recordedText = "0",
                                              .state = "false"}};
-  const auto on = step("Mobile_SelectSwitch", "UISwitch", "\\UISwitch[0]", "checked", 0);
-  const auto off = step("Mobile_DeSelectSwitch", "UISwitch", "\\UISwitch[0]", "not checked", 0);
+  const auto on = step("Mobile_SelectSwitch", "UISwitch", "\\UISwitch[0]", "1", 0);
+  const auto off = step("Mobile_DeSelectSwitch", "UISwitch", "\\UISwitch[0]", "0", 0);
   ScriptedScreen screen(one);
   const auto result = play(screen, {off, on, on, off});
   EXPECT_EQ(result.code, 0) << result.output;

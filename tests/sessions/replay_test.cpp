@@ -1,0 +1,203 @@
+// The kept sessions on the programs that they were recorded with, and recording them once more.
+#include <gmock/gmock.h>
+#include <signal.h>
+
+#include <filesystem>
+#include <fstream>
+#include <nlohmann/json.hpp>
+#include <sstream>
+
+#include "host/session/SessionFile.h"
+#include "tests/support/Display.h"
+#include "tests/support/Program.h"
+#include "tests/support/Wire.h"
+
+namespace tarni::test {
+namespace {
+
+using namespace std::chrono_literals;
+using nlohmann::json;
+using testing::AllOf;
+using testing::HasSubstr;
+using testing::Not;
+
+struct Point {
+  int x;
+  int y;
+};
+
+std::string kept(const char* name) {
+  return std::string(TARNI_SESSIONS) + "/" + name;
+}
+
+class Replays : public testing::TestWithParam<const char*> {
+ protected:
+  void TearDown() override { std::filesystem::remove_all(folder_); }
+
+  std::string program() const { return built("bin/" + std::string(GetParam())); }
+
+  std::unique_ptr<Program> start() const {
+    return std::make_unique<Program>(
+        std::vector<std::string>{built("bin/tarni"), "run", "--", program()},
+        display_.environment());
+  }
+
+  std::unique_ptr<Program> play(const std::string& session,
+                                const std::vector<std::string>& options) const {
+    std::vector<std::string> command = {built("bin/tarni"), "play", session};
+    command.insert(command.end(), options.begin(), options.end());
+    return std::make_unique<Program>(command, display_.environment());
+  }
+
+  // Where a finger would press each element of a class, in the order of the view tree.
+  static std::vector<Point> middlesOf(const Playback& playback, const std::string& tag) {
+    std::vector<Point> middles;
+    for (const auto& element :
+         playback.ask({{"functionname", "ai_findelements"}, {"tagname", tag}})) {
+      if (element["isVisibleInViewHierarchy"] != "true") continue;
+      const auto value = [&element](const char* key) {
+        return std::stod(element["rectangle"][key].get<std::string>());
+      };
+      middles.push_back({static_cast<int>(value("x") + std::min(value("width") / 2, 12.0)),
+                         static_cast<int>(value("y") + value("height") / 2)});
+    }
+    return middles;
+  }
+
+  // What the login changes in the program, read from it as it stands.
+  static void expectLoggedIn(const Playback& playback) {
+    EXPECT_EQ(playback.find("UILabel", "text", "Hello, maria").size(), 1U);
+    EXPECT_EQ(playback.find("UILabel", "text", "Accepted").size(), 1U);
+    EXPECT_EQ(playback.output("isselected", playback.one("UISwitch")), "true");
+  }
+
+  Display display_{800, 600};
+  std::filesystem::path folder_ =
+      std::filesystem::temp_directory_path() / ("tarni-replay-" + std::to_string(getpid()));
+};
+
+INSTANTIATE_TEST_SUITE_P(On, Replays, testing::Values("qt-sample-5", "qt-sample-6"),
+                         [](const auto& info) {
+                           return std::string(info.param).substr(3, 6) +
+                                  std::string(info.param).back();
+                         });
+
+TEST_P(Replays, DoAgainWhatAPersonDid) {
+  const auto running = start();
+  ASSERT_TRUE(eventually([] { return Wire::accepts(kPlaybackPort); })) << running->output();
+  // Looking took the connection: the port comes back after a second.
+  const auto player = play(kept("qt-sample.json"), {"--attach-running"});
+  EXPECT_EQ(player->wait(60s), 0) << player->output();
+  EXPECT_THAT(player->output(), AllOf(HasSubstr("9 of 9 steps passed"), HasSubstr("by position"),
+                                      Not(HasSubstr("by class and index"))));
+  expectLoggedIn(Playback(false));
+}
+
+TEST_P(Replays, StartTheProgramAndReportWithPictures) {
+  const auto player = play(kept("qt-sample.json"), {"--program", program(), "--report", folder_});
+  EXPECT_EQ(player->wait(60s), 0) << player->output();
+  std::ifstream file(folder_ / "index.html");
+  std::ostringstream page;
+  page << file.rdbuf();
+  const auto text = page.str();
+  std::size_t outlines = 0;
+  for (auto at = text.find("<svg"); at != std::string::npos; at = text.find("<svg", at + 1)) {
+    ++outlines;
+  }
+  EXPECT_EQ(outlines, 9U);
+  EXPECT_THAT(text, AllOf(HasSubstr("9 of 9"), HasSubstr("switch on UISwitch")));
+}
+
+TEST_P(Replays, FailWhereTheProgramDiffers) {
+  auto lines = json::array();
+  std::ifstream file(kept("qt-sample.json"));
+  std::string changed;
+  for (std::string line; std::getline(file, line);) {
+    if (const auto at = line.find("\"sahiText\":\"Log in\""); at != std::string::npos) {
+      line.replace(at, 19, "\"sahiText\":\"Log up\"");
+      const auto index = line.find("\"index\":\"");
+      line.replace(index, line.find(',', index) - index, "\"index\":\"99\"");
+    }
+    changed += line + "\n";
+  }
+  std::filesystem::create_directories(folder_);
+  std::ofstream(folder_ / "changed.json") << changed;
+  const auto player = play(folder_ / "changed.json",
+                           {"--program", program(), "--timeout", "1", "--report", folder_});
+  EXPECT_EQ(player->wait(60s), 1);
+  EXPECT_THAT(player->output(),
+              AllOf(HasSubstr("changed.json:7: step 6 (ClickButton): not found"),
+                    HasSubstr("looked for: UIButton \"Log up\" at \\UIView[0]\\UIButton[0]"),
+                    HasSubstr("\"Log in\""), HasSubstr("5 of 9 steps passed")));
+}
+
+TEST_P(Replays, OfAFreshRecordingEqualTheKeptOne) {
+  std::vector<Point> fields;
+  std::vector<Point> switches;
+  std::vector<Point> rows;
+  std::vector<Point> buttons;
+  {
+    const auto scout = start();
+    const Playback playback;
+    ASSERT_TRUE(eventually([&] { return !middlesOf(playback, "UITextField").empty(); }));
+    fields = middlesOf(playback, "UITextField");
+    switches = middlesOf(playback, "UISwitch");
+    rows = middlesOf(playback, "UITableViewCell");
+    buttons = middlesOf(playback, "UIButton");
+    ASSERT_GE(buttons.size(), 2U);
+  }
+  std::filesystem::create_directories(folder_);
+  const auto file = folder_ / "fresh.json";
+  {
+    const auto running = start();
+    Program recorder({built("bin/tarni"), "--connect-timeout", "20", "record", "-o", file});
+    const auto steps = [&file] {
+      try {
+        return host::readSession(file).steps.size();
+      } catch (const std::exception&) {
+        return std::size_t{0};
+      }
+    };
+    ASSERT_TRUE(eventually([&file] { return std::filesystem::exists(file); }));
+    // A tap counts once the window's views are known to the agent: until then it leaves no trace.
+    ASSERT_TRUE(eventually(
+        [&] {
+          display_.click(fields[0].x, fields[0].y);
+          return eventually([&] { return steps() >= 1; }, 2s);
+        },
+        30s))
+        << running->output() << recorder.output();
+    display_.type("maria");
+    display_.click(fields[1].x, fields[1].y);
+    ASSERT_TRUE(eventually([&] { return steps() >= 3; })) << recorder.output();
+    display_.type("s3cret");
+    display_.click(switches[0].x, switches[0].y);
+    ASSERT_TRUE(eventually([&] { return steps() >= 5; })) << recorder.output();
+    display_.click(buttons[buttons.size() - 2].x, buttons[buttons.size() - 2].y);
+    ASSERT_TRUE(eventually([&] { return steps() >= 6; })) << recorder.output();
+    display_.click(rows[3].x, rows[3].y);
+    ASSERT_TRUE(eventually([&] { return steps() >= 7; })) << recorder.output();
+    recorder.signal(SIGINT);
+    EXPECT_EQ(recorder.wait(10s), 0);
+  }
+  // Key by key but for what depends on the toolkit's looks: the pictures and the sizes.
+  const auto comparable = [](const std::filesystem::path& path) {
+    std::ifstream stream(path);
+    auto steps = json::parse(stream)["steps"];
+    for (auto& entry : steps) {
+      for (auto& argument : entry["step"]["arguments"]) {
+        for (const auto* key : {"ObjectImage", "width", "height"}) {
+          argument.erase(key);
+          if (argument.contains("parent")) argument["parent"].erase(key);
+        }
+      }
+      entry = entry["step"];
+    }
+    steps.erase(steps.begin() + 7, steps.end());
+    return steps;
+  };
+  EXPECT_EQ(comparable(file).dump(1), comparable(kept("qt-sample.json")).dump(1));
+}
+
+}  // namespace
+}  // namespace tarni::test
