@@ -1,7 +1,6 @@
 #include "agent/elements/ElementSpy.h"
 
 #include <nlohmann/json.hpp>
-#include <ranges>
 
 #include "agent/Queue/RecorderQueue.h"
 #include "agent/elements/UIViewStorage.h"
@@ -43,8 +42,8 @@ UIViewRef selectionAt(const UIViewRef& touchedView, CGPoint point) {
   UIViewsManager manager;
   const std::vector<UIViewRef>& views = manager.GetAllViews(touchedView, true);
   if (isTakenWhole(touchedView)) return touchedView;
-  for (const UIViewRef& candidate : std::views::reverse(views)) {
-    if (isStrictlyInside(candidate, touchedView, point)) return candidate;
+  for (auto candidate = views.rbegin(); candidate != views.rend(); ++candidate) {
+    if (isStrictlyInside(*candidate, touchedView, point)) return *candidate;
   }
   return touchedView;
 }

@@ -1,7 +1,5 @@
 #include "agent/elements/WalkVisibility.h"
 
-#include <ranges>
-
 namespace tarni {
 
 using platform::CGRect;
@@ -45,8 +43,8 @@ WalkVisibility::Surroundings WalkVisibility::above(const UIViewRef& root) {
     ancestors.push_back(view);
   }
   Surroundings surroundings;
-  for (const UIViewRef& ancestor : std::views::reverse(ancestors)) {
-    surroundings = inside(surroundings, ancestor);
+  for (auto ancestor = ancestors.rbegin(); ancestor != ancestors.rend(); ++ancestor) {
+    surroundings = inside(surroundings, *ancestor);
   }
   return surroundings;
 }

@@ -25,7 +25,7 @@ struct Handler {
   std::atomic<bool> isCancelled = false;
 };
 
-platform::Block unlessCancelled(std::shared_ptr<Handler> handler) {
+platform::Block unlessCancelled(const std::shared_ptr<Handler>& handler) {
   return [handler = std::move(handler)] {
     if (!handler->isCancelled) handler->block();
   };
@@ -34,14 +34,14 @@ platform::Block unlessCancelled(std::shared_ptr<Handler> handler) {
 class QueuedSource : public platform::DispatchSource {
  public:
   QueuedSource(EventLoop& eventLoop, int descriptor, Readiness readiness,
-               std::shared_ptr<Handler> handler)
+               const std::shared_ptr<Handler>& handler)
       : handler_(handler), source_(eventLoop.watch(descriptor, readiness, deliver(handler))) {}
   ~QueuedSource() override { handler_->isCancelled = true; }
 
   void resume() override { source_->resume(); }
 
  private:
-  static platform::Block deliver(std::shared_ptr<Handler> handler) {
+  static platform::Block deliver(const std::shared_ptr<Handler>& handler) {
     if (const auto serial = std::dynamic_pointer_cast<SerialQueue>(handler->queue)) {
       return [serial, handler] { serial->runNowOrAsync(unlessCancelled(handler)); };
     }
@@ -54,7 +54,7 @@ class QueuedSource : public platform::DispatchSource {
 
 class QueuedTimer : public platform::DispatchTimer {
  public:
-  QueuedTimer(EventLoop& eventLoop, double seconds, std::shared_ptr<Handler> handler)
+  QueuedTimer(EventLoop& eventLoop, double seconds, const std::shared_ptr<Handler>& handler)
       : handler_(handler), timer_(eventLoop.startTimer(seconds, [handler] {
           handler->queue->async(unlessCancelled(handler));
         })) {}
