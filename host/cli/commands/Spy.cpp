@@ -33,21 +33,27 @@ std::string summary(const ordered_json& element) {
   return line + " " + textAt(element, "width") + "x" + textAt(element, "height");
 }
 
-void printLocators(const ordered_json& element) {
-  const auto xpath = textAt(element, "xpath:position");
+// Command lines that find the element again, ready to be copied.
+void printLocators(const ordered_json& element, const std::string& tool) {
+  const auto name = textAt(element, "class");
   const auto text = textAt(element, "sahiText");
-  if (!xpath.empty()) std::cout << "     tarni find --xpath " << shellQuoted(xpath) << '\n';
-  if (text.empty()) return;
-  std::cout << "     tarni find " << shellQuoted(textAt(element, "class")) << " --text "
-            << shellQuoted(text) << '\n';
+  const auto xpath = textAt(element, "xpath:position");
+  const auto find = "     " + tool + " find " + shellQuoted(name);
+  if (!text.empty()) std::cout << find << " --text " << shellQuoted(text) << '\n';
+  if (!xpath.empty()) std::cout << find << " --xpath " << shellQuoted(xpath) << '\n';
 }
 
 // Elements of one touch: the one pointed at, then its ancestors outwards.
-void print(const ordered_json& elements) {
+void print(const ordered_json& elements, const std::string& tool) {
   std::cout << Terminal::faint(timeOfDay()) << '\n';
   for (std::size_t i = 0; i < elements.size(); ++i) {
-    std::cout << (i < 10 ? "  " : " ") << i << "  " << summary(elements[i]) << '\n';
-    if (i == 0) printLocators(elements[i]);
+    std::cout << (i < 10 ? "  " : " ") << i << "  " << summary(elements[i]);
+    if (i == 0) {
+      std::cout << '\n';
+      printLocators(elements[i], tool);
+    } else {
+      std::cout << "  " << Terminal::faint(textAt(elements[i], "xpath:position")) << '\n';
+    }
   }
 }
 
@@ -59,6 +65,7 @@ class Spying {
  public:
   Spying(Session& session, RecorderClient& recorder)
       : recorder_(recorder), json_(session.options.json) {
+    if (!session.options.in.empty()) tool_ += " --in " + session.options.in;
     recorder_.startObjectSpy();
   }
   Spying(const Spying&) = delete;
@@ -76,7 +83,7 @@ class Spying {
     if (json_) {
       std::cout << message.text << '\n';
     } else {
-      print(elements);
+      print(elements, tool_);
     }
     if (message.earlier) return 0;
     spied_ = static_cast<int>(elements.size());
@@ -97,6 +104,7 @@ class Spying {
  private:
   RecorderClient& recorder_;
   bool json_;
+  std::string tool_ = "tarni";  // as a person has to call it
   int spied_ = 0;
 };
 
