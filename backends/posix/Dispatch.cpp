@@ -26,7 +26,7 @@ struct Handler {
 };
 
 platform::Block unlessCancelled(const std::shared_ptr<Handler>& handler) {
-  return [handler = std::move(handler)] {
+  return [handler] {
     if (!handler->isCancelled) handler->block();
   };
 }

@@ -15,7 +15,7 @@ struct HIDEventRecord : platform::IOHIDEvent {
   using Arguments =
       std::variant<platform::DigitizerEventArguments, platform::DigitizerFingerArguments>;
 
-  explicit HIDEventRecord(Arguments asked) : arguments(std::move(asked)) {}
+  explicit HIDEventRecord(const Arguments& asked) : arguments(asked) {}
 
   Arguments arguments;
   std::map<std::uint32_t, long> integerValues;

@@ -62,7 +62,7 @@ void MainQueue::start() {
     isActive_ = true;
   }
   try {
-    platform::spawn(active_.work(), [this](std::exception_ptr failure) { ended(failure); });
+    platform::spawn(active_.work(), [this](const std::exception_ptr& failure) { ended(failure); });
   } catch (...) {
     ended(std::current_exception());
   }

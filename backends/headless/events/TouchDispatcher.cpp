@@ -41,7 +41,7 @@ bool contains(const Range& range, const Value& value) {
 void TouchDispatcher::dispatch(const platform::UIEvent& event) {
   if (event.type() != platform::UIEventType::Touches) return;
   // The event is refilled for the next send, which may happen while this one is handled.
-  const Touches all = event.allTouches();
+  const Touches all = event.allTouches();  // NOLINT(performance-unnecessary-copy-initialization)
   forgetVanishedFingers();
   Touches known;
   for (const UITouchRef& touch : all) {

@@ -123,7 +123,7 @@ ItemBar::ItemBar(platform::Class cls) : View(cls) {
 
 std::shared_ptr<BarItem> ItemBar::addItem(std::string title, Control::Action action) {
   const bool isTabBar = isKindOfClass(platform::uikit::UITabBar);
-  const auto item =
+  auto item =
       std::make_shared<BarItem>(std::move(title), isTabBar ? platform::uikit::UITabBarItem
                                                            : platform::uikit::UIBarButtonItem);
   item->onTap(std::move(action));
