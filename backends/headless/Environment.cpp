@@ -34,7 +34,7 @@ void Environment::install() {
 }
 
 WindowRef Environment::makeWindow() {
-  const auto window = std::make_shared<Window>(screen_.bounds());
+  auto window = std::make_shared<Window>(screen_.bounds());
   window->makeKeyAndVisible(application_);
   return window;
 }
