@@ -43,6 +43,10 @@ void limit(Limit limit) {
   limits().push_back(std::move(limit));
 }
 
+void difference(Difference difference) {
+  differences().push_back(std::move(difference));
+}
+
 bool RatioReporter::ReportContext(const Context& context) {
   return ConsoleReporter::ReportContext(context);
 }
