@@ -1,7 +1,9 @@
 #include "agent/TcpCommunication/BaseManager/RecorderCommands.h"
 
 #include <charconv>
+#include <limits>
 #include <string_view>
+#include <system_error>
 
 #include "agent/TcpCommunication/BaseManager/UTF8.h"
 #include "agent/WebView/WebView.h"
@@ -16,15 +18,17 @@
 namespace tarni::RecorderCommands {
 namespace {
 
-// The number that the text begins with, 0 without one.
+// The number that the text begins with, 0 without one; the nearest that fits for one out of range.
 int integerValue(std::string_view text) {
   const std::size_t begin = text.find_first_not_of(" \t");
   if (begin == std::string_view::npos) return 0;
   text.remove_prefix(begin);
   if (text.starts_with('+')) text.remove_prefix(1);
   int value = 0;
-  std::from_chars(text.data(), text.data() + text.size(), value);
-  return value;
+  const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), value);
+  if (error != std::errc::result_out_of_range) return value;
+  using Limits = std::numeric_limits<int>;
+  return text.starts_with('-') ? Limits::min() : Limits::max();
 }
 
 // The piece between the first "=" and the next.
