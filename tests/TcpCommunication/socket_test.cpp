@@ -178,6 +178,16 @@ TEST_F(SocketTest, TwoLinesInOneSegmentServeTwoReads) {
   EXPECT_EQ(witness_->events(4).back(), "read 3 rest");
 }
 
+TEST_F(SocketTest, AReadOfWhatIsAvailableGoesBeyondWhatWasReadAhead) {
+  const LoopbackClient client(port_);
+  connection()->readDataToDataWithTimeoutTag(GCDAsyncSocket::CRLFData(), noTimeout, 1);
+  client.send("one\r\ntw");
+  EXPECT_EQ(witness_->events(2).back(), "read 1 one\r\n");
+  client.send("o");
+  connection()->readDataWithTimeoutTag(noTimeout, 2);
+  EXPECT_EQ(witness_->events(3).back(), "read 2 two");
+}
+
 TEST_F(SocketTest, WhatCameBeforeTheEndIsHandedOverFirst) {
   LoopbackClient client(port_);
   client.send("last words\r\n");

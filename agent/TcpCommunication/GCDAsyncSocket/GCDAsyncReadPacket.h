@@ -17,6 +17,9 @@ struct GCDAsyncReadPacket {
   // Takes what belongs to the request out of the pre-buffer, and nothing behind it.
   Progress readFrom(GCDAsyncSocketPreBuffer& preBuffer);
 
+  // True for a request with neither.
+  bool takesWhatIsAvailable() const { return terminator.empty() && readLength == 0; }
+
   std::string buffer;
   // 0 for none.
   std::size_t maxLength = 0;

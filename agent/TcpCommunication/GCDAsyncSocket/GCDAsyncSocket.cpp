@@ -261,17 +261,14 @@ bool GCDAsyncSocket::beginRead() {
   readQueue_.pop_front();
   ++currentReadNumber_;
   if (currentRead_->timeout >= 0) armReadTimer(currentRead_->timeout);
+  // What was read ahead is not all that is available. A failure shows with the next read again.
+  if (currentRead_->takesWhatIsAvailable() && preBuffer_.availableBytes() > 0) receive();
   return true;
 }
 
 bool GCDAsyncSocket::readMore() {
-  preBuffer_.ensureCapacityForWrite(bytesToRead(connection_));
-  const std::span<char> room = preBuffer_.writeBuffer();
-  const ssize_t length = recv(connection_.get(), room.data(), room.size(), 0);
-  if (length > 0) {
-    preBuffer_.didWrite(static_cast<std::size_t>(length));
-    return true;
-  }
+  const ssize_t length = receive();
+  if (length > 0) return true;
   if (length == 0) {
     closeWithError(socketError(GCDAsyncSocketErrorCode::Closed));
   } else if (errno == EAGAIN) {
@@ -282,6 +279,15 @@ bool GCDAsyncSocket::readMore() {
     closeWithError(errnoError(errno, "Error in read() function"));
   }
   return false;
+}
+
+// Moves what the system holds into the pre-buffer; answers like recv().
+ssize_t GCDAsyncSocket::receive() {
+  preBuffer_.ensureCapacityForWrite(bytesToRead(connection_));
+  const std::span<char> room = preBuffer_.writeBuffer();
+  const ssize_t length = recv(connection_.get(), room.data(), room.size(), 0);
+  if (length > 0) preBuffer_.didWrite(static_cast<std::size_t>(length));
+  return length;
 }
 
 void GCDAsyncSocket::completeRead() {

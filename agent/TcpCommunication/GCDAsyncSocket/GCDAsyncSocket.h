@@ -9,6 +9,8 @@
 // stops listening. Objects are made with std::make_shared.
 #pragma once
 
+#include <sys/types.h>
+
 #include <cstddef>
 #include <cstdint>
 #include <deque>
@@ -96,6 +98,7 @@ class GCDAsyncSocket : public std::enable_shared_from_this<GCDAsyncSocket> {
   void serveReads();
   bool beginRead();
   bool readMore();
+  ssize_t receive();
   void completeRead();
   void awaitReadable();
   void armReadTimer(double seconds);
