@@ -2,6 +2,7 @@
 
 #include <nlohmann/json.hpp>
 
+#include "agent/TcpCommunication/BaseManager/UTF8.h"
 #include "agent/elements/UIViewFinder.h"
 #include "agent/elements/Utilities.h"
 #include "platform/Foundation/NSLog.h"
@@ -16,6 +17,10 @@ namespace {
 constexpr std::string_view kGreeting = "Welcome PlayBackServer Started Successfully";
 
 void logMessage(std::string_view message) {
+  if (!isUTF8(std::string(message))) {
+    platform::NSLog("A playback command of %zu bytes is not UTF-8", message.size());
+    return;
+  }
   while (message.ends_with('\n') || message.ends_with('\r')) message.remove_suffix(1);
   platform::NSLog("Msg is %s", std::string(message).c_str());
 }

@@ -188,6 +188,17 @@ TEST_F(ServerManagerTest, EveryCommandIsAnsweredInItsOrder) {
   EXPECT_THAT(player.readMessage(), StartsWith("[{\"exceptionmsg\":"));
 }
 
+TEST_F(ServerManagerTest, ACommandThatIsNotUTF8StartsPlaybackToo) {
+  GlobalVars::sharedInstance().set_isPlaybackStarted(std::nullopt);
+  startBoth();
+  const LoopbackClient player(playbackPort);
+  player.readMessage();
+  player.send("{\"functionname\":\"gettext\xff\"}\r\n");
+  EXPECT_EQ(player.readMessage(), "[]");
+  EXPECT_TRUE(GlobalVars::isTrue(GlobalVars::sharedInstance()._isPlaybackStarted()));
+  EXPECT_TRUE(log_.waitFor("is not UTF-8"));
+}
+
 TEST_F(ServerManagerTest, TwoCommandsInOneSegmentAreBothAnswered) {
   startBoth();
   const LoopbackClient player(playbackPort);
@@ -307,7 +318,8 @@ TEST_F(ServerManagerTest, BadRecorderCommandsEndInTheLog) {
       {"highlight", "without \"=\""},
       {"highlight=0", "elementIndexToHighlight '-1', and _viewSotrageSize '0' "},
       {"highlight= 3x", "elementIndexToHighlight '-4', and _viewSotrageSize '0' "},
-      {"highlight=-99999999999999999999", "No spied element has the index"},
+      {"highlight=-99999999999", "elementIndexToHighlight '2147483647', and"},
+      {"highlight=99999999999", "elementIndexToHighlight '-2147483648', and"},
       {"stopobjectspy", "alert Switched to Recording Mode"}};
   for (const auto& [command, trace] : commandsAndTraces) {
     sendStep("[]");

@@ -6,7 +6,6 @@
 
 #include "agent/TcpCommunication/BaseManager/Framing.h"
 #include "agent/TcpCommunication/BaseManager/RecorderCommands.h"
-#include "agent/TcpCommunication/BaseManager/UTF8.h"
 #include "agent/TcpCommunication/PlaybackExecutor.h"
 #include "platform/Foundation/NSLog.h"
 #include "platform/Platform.h"
@@ -47,15 +46,6 @@ platform::Task<void> pauseOnMain() {
   } catch (const std::exception& error) {
     platform::NSLog("The pause ended early: %s", error.what());
   }
-}
-
-// Null when the message is not to be answered.
-platform::Task<std::optional<std::string>> answerTo(std::string message) {
-  if (!isUTF8(message)) {
-    platform::NSLog("A playback command of %zu bytes is not UTF-8", message.size());
-    co_return "[]";
-  }
-  co_return co_await PlaybackExecutor::execute(std::move(message));
 }
 
 }  // namespace
@@ -209,7 +199,7 @@ platform::Task<void> ServerManager::handlePlaybackCommandOnMain(GCDAsyncSocketRe
                                                                 std::string message) {
   write(isPlaybackGetResponse_, true);
   stopRecordingWhilePlayBack();
-  const std::optional<std::string> answer = co_await answerTo(std::move(message));
+  const std::optional<std::string> answer = co_await PlaybackExecutor::execute(std::move(message));
   if (answer) sock->writeDataWithTimeoutTag(framed(*answer), noTimeout, framedMessageTag);
 }
 
