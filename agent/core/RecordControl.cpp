@@ -48,6 +48,8 @@ void tickAndRearm() {
     goesOn = tick();
   } catch (const std::exception& failure) {
     platform::NSLog("Polling hook: %s", failure.what());
+  } catch (...) {
+    platform::NSLog("Polling hook: unknown exception");
   }
   if (goesOn) RecordControl::dispatchHook();
 }

@@ -27,6 +27,8 @@ void senderLoop() {
       TcpChannel::sendPendingSteps();
     } catch (const std::exception& failure) {
       platform::NSLog("Sender loop: %s", failure.what());
+    } catch (...) {
+      platform::NSLog("Sender loop: unknown exception");
     }
     std::this_thread::sleep_for(idleTime);
   }
