@@ -17,6 +17,10 @@ constexpr milliseconds kPauseBetweenLooks{150};
 constexpr milliseconds kTimeToBeCertain{2000};
 constexpr milliseconds kTimeToTakeEffect{2000};
 
+milliseconds timeToBeCertain(milliseconds patience) {
+  return std::min(kTimeToBeCertain, patience / 2);
+}
+
 double secondsSince(Clock::time_point start) {
   return std::chrono::duration<double>(Clock::now() - start).count();
 }
@@ -58,9 +62,24 @@ PlayedStep StepPlayer::play(const RecordedStep& step) {
   return played;
 }
 
+bool StepPlayer::comesTooEarly(const RecordedStep& step, const RecordedStep& next) {
+  if (step.kind != Kind::type || next.kind == Kind::type) return false;
+  const auto certainUntil = Clock::now() + timeToBeCertain(patience_);
+  while (!isReady(step)) {
+    if (Clock::now() >= certainUntil) return isReady(next);
+    std::this_thread::sleep_for(kPauseBetweenLooks);
+  }
+  return false;
+}
+
+bool StepPlayer::isReady(const RecordedStep& step) {
+  const auto located = search_.look(step, false);
+  return located && located->element.isEnabled && located->element.isTappable;
+}
+
 bool StepPlayer::awaitElement(PlayedStep& played) {
   const auto start = Clock::now();
-  const auto certainUntil = start + std::min(kTimeToBeCertain, patience_ / 2);
+  const auto certainUntil = start + timeToBeCertain(patience_);
   while (true) {
     const auto now = Clock::now();
     const bool mayGuess = now >= certainUntil;

@@ -39,7 +39,12 @@ class StepPlayer {
 
   PlayedStep play(const RecordedStep& step);
 
+  // True when `step` types into a field that is not there while the element of `next` is: the text
+  // that a dialog's first field opens with may be recorded ahead of the tap that opened the dialog.
+  bool comesTooEarly(const RecordedStep& step, const RecordedStep& next);
+
  private:
+  bool isReady(const RecordedStep& step);
   bool awaitElement(PlayedStep& played);
   void act(PlayedStep& played, const ElementOnScreen& element);
   void type(PlayedStep& played, const std::string& id);

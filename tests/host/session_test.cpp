@@ -274,6 +274,27 @@ TEST_F(Sessions, CheckWhatTheFieldHoldsAfterTyping) {
   EXPECT_THAT(failed.output, HasSubstr("typed \"two words\", but it holds \"\""));
 }
 
+TEST_F(Sessions, TypeIntoADialogOnlyOnceItIsOpened) {
+  ScriptedScreen screen({{.className = "UIButton",
+                          .xpath = "\\UIButton[0]",
+                          .text = "Open",
+                          .recordedText = "Open",
+                          .state = "false"},
+                         {.className = "UITextField",
+                          .xpath = "\\UITextField[0]",
+                          .text = "Untitled",
+                          .recordedText = "",
+                          .visible = false,
+                          .editable = true}});
+  screen.onLook = [](auto& elements, int) { elements[1].visible = elements[0].state == "true"; };
+  // As it is recorded when the field has the focus before the tap is made a step.
+  const auto result =
+      play(screen, {step("TypeTextOnEditBox", "UITextField", "\\UITextField[0]", "", 0, "Untitled"),
+                    step("ClickButton", "UIButton", "\\UIButton[0]", "Open", 0)});
+  EXPECT_EQ(result.code, 0) << result.output;
+  EXPECT_THAT(screen.deeds(), ElementsAre("clickelement 0", "sendkeysonelement 1 Untitled"));
+}
+
 TEST_F(Sessions, OfAnotherProgramAreWarnedOf) {
   program_ = "/usr/bin/other-program";
   ScriptedScreen screen({{"UIButton", "\\UIButton[0]", "OK"}});

@@ -198,23 +198,39 @@ class Play {
   void playSteps() {
     StepPlayer player(session_.playback(), fromSeconds(options_.stepSeconds),
                       !options_.report.empty());
-    for (auto& played : played_.steps) {
-      played = player.play(played.step);
-      const bool isLast = &played == &played_.steps.back();
-      if (isLast && played.result == Result::lost && played.hasActed && hasProgramEnded()) {
-        played.result = Result::passed;
-        played.message = "the program ended";
-      }
-      if (session_.options.json) {
-        printAsJson(played);
-      } else {
-        print(played);
-      }
-      if (played.result != Result::passed) {
-        explain(played);
-        return;
-      }
+    auto& steps = played_.steps;
+    for (std::size_t i = 0; i < steps.size(); ++i) {
+      const bool isPutOff = i + 1 < steps.size() && comesTooEarly(player, steps[i], steps[i + 1]);
+      if (isPutOff) std::swap(steps[i], steps[i + 1]);
+      if (!playStep(player, steps[i]) || (isPutOff && !playStep(player, steps[++i]))) return;
     }
+  }
+
+  static bool comesTooEarly(StepPlayer& player, const PlayedStep& one, const PlayedStep& next) {
+    try {
+      return player.comesTooEarly(one.step, next.step);
+    } catch (const AgentException&) {
+      return false;  // the step itself will tell
+    } catch (const WireError&) {
+      return false;
+    }
+  }
+
+  bool playStep(StepPlayer& player, PlayedStep& played) {
+    played = player.play(played.step);
+    const bool isLast = played.step.number == played_.steps.size();
+    if (isLast && played.result == Result::lost && played.hasActed && hasProgramEnded()) {
+      played.result = Result::passed;
+      played.message = "the program ended";
+    }
+    if (session_.options.json) {
+      printAsJson(played);
+    } else {
+      print(played);
+    }
+    if (played.result == Result::passed) return true;
+    explain(played);
+    return false;
   }
 
   // Another's program is taken to have ended when it closed the connection.
