@@ -5,8 +5,8 @@
 #include <new>
 #include <vector>
 
-#include "backends/headless/views/Button.h"
 #include "backends/headless/views/Label.h"
+#include "backends/headless/views/Switch.h"
 #include "backends/headless/views/TextField.h"
 #include "backends/headless/views/Window.h"
 
@@ -37,7 +37,7 @@ std::shared_ptr<headless::View> makeView(long number, const platform::CGRect& fr
     case 0:
       return build<headless::View>().frame(frame).get();
     case 1:
-      return build<headless::Button>("Button" + suffix).frame(frame).get();
+      return build<headless::Switch>().frame(frame).get();
     case 2:
       return build<headless::TextField>("Field" + suffix).frame(frame).get();
     default:

@@ -8,8 +8,8 @@ namespace tarni::bench {
 
 headless::Environment& environment();
 
-// A window with `count` views below it, ten to a parent: labels "Label N", buttons "Button N", text
-// fields and plain containers. The windows of earlier calls are gone afterwards.
+// A window with `count` views below it, ten to a parent: labels "Label N", switches, text fields
+// and plain containers. The windows of earlier calls are gone afterwards.
 platform::UIWindowRef makeScreen(long count);
 
 // Allocations made by this process so far.

@@ -6,6 +6,7 @@
 #include "agent/elements/UIViewsManager.h"
 #include "agent/elements/Utilities.h"
 #include "agent/recording/RecorderAction.h"
+#include "backends/headless/views/Label.h"
 #include "bench/Complete.h"
 #include "bench/RatioReporter.h"
 #include "bench/Screens.h"
@@ -18,6 +19,7 @@ constexpr platform::CGPoint kLabel{30, 30};
 
 headless::WindowRef makeTaggedScreen(long count) {
   const auto window = std::dynamic_pointer_cast<headless::Window>(makeScreen(count));
+  headless::build<headless::Label>("Tapped").frame({{0, 0}, {350, 44}}).in(*window);
   UIViewsManager manager;
   manager.GetAllViews(window, true);
   return window;

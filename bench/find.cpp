@@ -26,10 +26,10 @@ void find(benchmark::State& state, const std::string& tag, const std::string& ty
 }
 
 void find_by_text(benchmark::State& state) {
-  find(state, "", "text", "Button 97", 1);
+  find(state, "", "text", "Label 99", 1);
 }
 void find_by_class(benchmark::State& state) {
-  find(state, "UIButton", "", "", 0);
+  find(state, "UILabel", "", "", 0);
 }
 void find_by_xpath(benchmark::State& state) {
   const platform::UIWindowRef window = makeScreen(state.range(0));

@@ -4,6 +4,7 @@
 #include <signal.h>
 #include <sys/prctl.h>
 #include <sys/socket.h>
+#include <sys/wait.h>
 #include <unistd.h>
 
 #include <memory>
@@ -20,6 +21,8 @@ constexpr std::uint16_t kEchoPort = 9999;
 // A process of its own, as the program under test is one.
 void serveEcho() {
   const int listening = socket(AF_INET, SOCK_STREAM | SOCK_CLOEXEC, 0);
+  const int yes = 1;
+  setsockopt(listening, SOL_SOCKET, SO_REUSEADDR, &yes, sizeof yes);
   sockaddr_in address = {};
   address.sin_family = AF_INET;
   address.sin_port = htons(kEchoPort);
@@ -35,16 +38,20 @@ void serveEcho() {
 }
 
 void echo(benchmark::State& state) {
-  if (fork() == 0) {
+  const pid_t server = fork();
+  if (server == 0) {
     prctl(PR_SET_PDEATHSIG, SIGKILL);
     serveEcho();
   }
-  const test::Wire wire(kEchoPort);
-  const std::string line = R"({"functionname":"gettext","accessorvalue":"12345678-1234"})";
-  for (auto _ : state) {
-    wire.sendLine(line);
-    wire.read(line.size() + 2);
+  {
+    const test::Wire wire(kEchoPort);
+    const std::string line = R"({"functionname":"gettext","accessorvalue":"12345678-1234"})";
+    for (auto _ : state) {
+      wire.sendLine(line);
+      wire.read(line.size() + 2);
+    }
   }
+  waitpid(server, nullptr, 0);
 }
 BENCHMARK(echo)->UseRealTime()->MinTime(1)->Unit(benchmark::kMicrosecond);
 
