@@ -65,15 +65,15 @@ PlayedStep StepPlayer::play(const RecordedStep& step) {
 bool StepPlayer::comesTooEarly(const RecordedStep& step, const RecordedStep& next) {
   if (step.kind != Kind::type || next.kind == Kind::type) return false;
   const auto certainUntil = Clock::now() + timeToBeCertain(patience_);
-  while (!isReady(step)) {
-    if (Clock::now() >= certainUntil) return isReady(next);
+  while (!isReady(step, false)) {
+    if (Clock::now() >= certainUntil) return !isReady(step, true) && isReady(next, false);
     std::this_thread::sleep_for(kPauseBetweenLooks);
   }
   return false;
 }
 
-bool StepPlayer::isReady(const RecordedStep& step) {
-  const auto located = search_.look(step, false);
+bool StepPlayer::isReady(const RecordedStep& step, bool mayGuess) {
+  const auto located = search_.look(step, mayGuess);
   return located && located->element.isEnabled && located->element.isTappable;
 }
 

@@ -44,7 +44,7 @@ class StepPlayer {
   bool comesTooEarly(const RecordedStep& step, const RecordedStep& next);
 
  private:
-  bool isReady(const RecordedStep& step);
+  bool isReady(const RecordedStep& step, bool mayGuess);
   bool awaitElement(PlayedStep& played);
   void act(PlayedStep& played, const ElementOnScreen& element);
   void type(PlayedStep& played, const std::string& id);

@@ -287,6 +287,14 @@ TEST_F(Sessions, TypeIntoADialogOnlyOnceItIsOpened) {
                           .visible = false,
                           .editable = true}});
   screen.onLook = [](auto& elements, int) { elements[1].visible = elements[0].state == "true"; };
+  // A field that moved is guessed at before the order is doubted.
+  ScriptedScreen moved(
+      {{"UITextField", "\\UITextField[0]", ""}, {"UIButton", "\\UIButton[0]", "OK"}});
+  const auto guessed =
+      play(moved, {step("TypeTextOnEditBox", "UITextField", "\\gone", "", 0, "text"),
+                   step("ClickButton", "UIButton", "\\UIButton[0]", "OK", 0)});
+  EXPECT_EQ(guessed.code, 0) << guessed.output;
+  EXPECT_THAT(moved.deeds(), ElementsAre("sendkeysonelement 0 text", "clickelement 1"));
   // As it is recorded when the field has the focus before the tap is made a step.
   const auto result =
       play(screen, {step("TypeTextOnEditBox", "UITextField", "\\UITextField[0]", "", 0, "Untitled"),
