@@ -6,7 +6,7 @@
 #include "agent/elements/UIViewsManager.h"
 #include "agent/elements/Utilities.h"
 #include "agent/recording/RecorderAction.h"
-#include "backends/headless/views/Label.h"
+#include "backends/headless/views/Button.h"
 #include "bench/Complete.h"
 #include "bench/RatioReporter.h"
 #include "bench/Screens.h"
@@ -15,11 +15,11 @@
 namespace tarni::bench {
 namespace {
 
-constexpr platform::CGPoint kLabel{30, 30};
+constexpr platform::CGPoint kTapped{30, 30};
 
 headless::WindowRef makeTaggedScreen(long count) {
   const auto window = std::dynamic_pointer_cast<headless::Window>(makeScreen(count));
-  headless::build<headless::Label>("Tapped").frame({{0, 0}, {350, 44}}).in(*window);
+  headless::build<headless::Button>("Tapped").frame({{0, 0}, {350, 44}}).in(*window);
   UIViewsManager manager;
   manager.GetAllViews(window, true);
   return window;
@@ -28,9 +28,9 @@ headless::WindowRef makeTaggedScreen(long count) {
 void moveFinger(benchmark::State& state) {
   const headless::WindowRef window = makeTaggedScreen(100);
   headless::Finger& finger = environment().finger();
-  finger.down(*window, kLabel);
+  finger.down(*window, kTapped);
   double offset = 0;
-  for (auto _ : state) finger.moveTo({kLabel.x + (offset = 1 - offset), kLabel.y});
+  for (auto _ : state) finger.moveTo({kTapped.x + (offset = 1 - offset), kTapped.y});
   finger.up();
 }
 
@@ -54,7 +54,7 @@ void tap_recorded(benchmark::State& state) {
   const headless::WindowRef window = makeTaggedScreen(state.range(0));
   headless::Finger& finger = environment().finger();
   for (auto _ : state) {
-    finger.down(*window, kLabel);
+    finger.down(*window, kTapped);
     finger.up();
     ElementsQueue::sharedInstance().clearBucket();
   }
@@ -62,7 +62,7 @@ void tap_recorded(benchmark::State& state) {
 BENCHMARK(tap_recorded)->Arg(1000)->Unit(benchmark::kMicrosecond);
 
 platform::UIViewRef recordedView(const headless::WindowRef& window) {
-  return window->hitTest(kLabel);
+  return window->hitTest(kTapped);
 }
 
 void step_snapshot_alone(benchmark::State& state) {
