@@ -199,5 +199,23 @@ TEST_P(Replays, OfAFreshRecordingEqualTheKeptOne) {
   EXPECT_EQ(comparable(file).dump(1), comparable(kept("qt-sample.json")).dump(1));
 }
 
+// Its wizard has pages, hidden fields and a file dialog with a loop of its own.
+TEST(ReplaysOfKeePassXC, CreateADatabaseInAFreshHome) {
+  const Display display;
+  const auto home =
+      std::filesystem::temp_directory_path() / ("tarni-replay-home-" + std::to_string(getpid()));
+  std::filesystem::create_directories(home);
+  auto environment = display.environment();
+  for (const auto* name : {"HOME", "TMPDIR", "XDG_RUNTIME_DIR"}) environment[name] = home;
+  for (const auto* name : {"XDG_CONFIG_HOME", "XDG_DATA_HOME", "XDG_CACHE_HOME"}) {
+    environment[name] = "";
+  }
+  Program player({built("bin/tarni"), "play", kept("keepassxc.json")}, environment);
+  EXPECT_EQ(player.wait(100s), 0) << player.output();
+  EXPECT_THAT(player.output(), HasSubstr("15 of 15 steps passed"));
+  EXPECT_TRUE(std::filesystem::exists(home / "family.kdbx"));
+  std::filesystem::remove_all(home);
+}
+
 }  // namespace
 }  // namespace tarni::test
