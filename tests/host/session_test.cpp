@@ -303,6 +303,24 @@ TEST_F(Sessions, TypeIntoADialogOnlyOnceItIsOpened) {
   EXPECT_THAT(screen.deeds(), ElementsAre("clickelement 0", "sendkeysonelement 1 Untitled"));
 }
 
+TEST_F(Sessions, MayEndTheirProgramWithTheLastStepOnly) {
+  const auto quit = step("ClickButton", "UIButton", "\\UIButton[0]", "Quit", 0);
+  for (const int steps : {1, 2}) {
+    host::SessionWriter writer(file_, {program_});
+    for (int i = 0; i < steps; ++i) writer.add(i, quit);
+    ScriptedScreen screen({{"UIButton", "\\UIButton[0]", "Quit"}});
+    const ScriptedAgent agent(kPlaybackPort, [&screen](Peer& peer) {
+      for (auto line = peer.readLine(); !line.empty(); line = peer.readLine()) {
+        if (line.find("clickelement") != std::string::npos) return;
+        peer.sendFramed(screen.answer(line));
+      }
+    });
+    const auto result = tarni({"play", file_.string(), "--attach-running"});
+    EXPECT_EQ(result.code, steps == 1 ? 0 : 3) << result.output;
+    EXPECT_THAT(result.output, HasSubstr(steps == 1 ? "(the program ended)" : "0 of 2"));
+  }
+}
+
 TEST_F(Sessions, OfAnotherProgramAreWarnedOf) {
   program_ = "/usr/bin/other-program";
   ScriptedScreen screen({{"UIButton", "\\UIButton[0]", "OK"}});
