@@ -27,9 +27,11 @@ long CollectionView::itemsInRow() const {
 }
 
 platform::CGRect CollectionView::frameOfItem(long item) const {
-  const auto column = static_cast<double>(item % itemsInRow());
-  const auto row = static_cast<double>(item / itemsInRow());
-  return {{column * (itemSize_.width + spacing_), row * (itemSize_.height + spacing_)}, itemSize_};
+  const long column = item % itemsInRow();
+  const long row = item / itemsInRow();
+  return {{static_cast<double>(column) * (itemSize_.width + spacing_),
+           static_cast<double>(row) * (itemSize_.height + spacing_)},
+          itemSize_};
 }
 
 platform::CGSize CollectionView::sizeOfItems(long count) const {

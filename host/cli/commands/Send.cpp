@@ -18,7 +18,7 @@ std::string asLine(const std::string& text) {
   if (!parsed.is_discarded() && text.find('\n') != std::string::npos) return parsed.dump();
   auto end = text.size();
   while (end > 0 && (text[end - 1] == '\n' || text[end - 1] == '\r')) --end;
-  const auto line = text.substr(0, end);
+  auto line = text.substr(0, end);
   if (line.find("\r\n") != std::string::npos) {
     throw std::invalid_argument("a command is one line");
   }
