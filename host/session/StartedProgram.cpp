@@ -49,6 +49,7 @@ bool canHaveItsOwnNetwork() {
   dup2(output, STDOUT_FILENO);
   dup2(output, STDERR_FILENO);
   std::vector<char*> arguments;
+  arguments.reserve(command.size() + 1);
   for (auto& word : command) arguments.push_back(word.data());
   arguments.push_back(nullptr);
   execv("/proc/self/exe", arguments.data());

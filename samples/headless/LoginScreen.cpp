@@ -69,7 +69,7 @@ void askForDetails(const std::weak_ptr<Window>& window, Label& status, headless:
 }  // namespace
 
 headless::WindowRef buildLoginScreen(headless::Environment& environment) {
-  const headless::WindowRef window = environment.makeWindow();
+  headless::WindowRef window = environment.makeWindow();
   const auto page = build<View>().identifier("page").background(headless::colors::background).get();
   const auto bar = build<NavigationBar>("Tarni Sample").frame({{0, 44}, {390, 44}}).in(*page);
   const auto welcome = build<Label>("Welcome").frame(line(104)).identifier("welcome").in(*page);

@@ -27,8 +27,6 @@ namespace {
 using platform::CFRunLoopRunResult;
 using platform::Task;
 using testing::Contains;
-using testing::ElementsAre;
-using testing::HasSubstr;
 using testing::IsSupersetOf;
 using testing::StartsWith;
 

@@ -8,7 +8,7 @@ namespace {
 Subject qt(const std::string& major) {
   return {"Qt" + major,
           {built("bin/qt-sample-" + major)},
-          {{"LD_PRELOAD", built("lib/libtarni.so")}, {"QT_QPA_PLATFORM", "offscreen"}}};
+          {{"LD_PRELOAD", agentPreload()}, {"QT_QPA_PLATFORM", "offscreen"}}};
 }
 
 }  // namespace

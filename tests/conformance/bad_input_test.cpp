@@ -1,3 +1,5 @@
+#include <algorithm>
+
 #include "tests/conformance/Subject.h"
 
 namespace tarni::test {
@@ -42,7 +44,9 @@ TEST_P(Conformance, BytesThatAreNoUtf8AreAnswered) {
   const Wire& wire = playback().wire();
   wire.send("{\"functionname\":\"find\xff\xc3\x28\"}\r\n");
   EXPECT_EQ(wire.readMessage(), "[]");
-  wire.send(std::string("{\"functionname\":\"gettext\",\"accessorvalue\":\"\0\"}\r\n", 50));
+  std::string withNul = R"({"functionname":"gettext","accessorvalue":"#"})";
+  std::ranges::replace(withNul, '#', '\0');
+  wire.sendLine(withNul);
   EXPECT_EQ(wire.readMessage(), "[]");
 }
 

@@ -36,14 +36,15 @@ T await(platform::Task<T> task) {
   std::optional<T> result;
   std::exception_ptr failure;
   platform::spawn(storeResult(std::move(task), result),
-                  [&failure](std::exception_ptr thrown) { failure = thrown; });
+                  [&failure](const std::exception_ptr& thrown) { failure = thrown; });
   if (failure) std::rethrow_exception(failure);
   return std::move(result).value();
 }
 
 inline void await(platform::Task<void> task) {
   std::exception_ptr failure;
-  platform::spawn(std::move(task), [&failure](std::exception_ptr thrown) { failure = thrown; });
+  platform::spawn(std::move(task),
+                  [&failure](const std::exception_ptr& thrown) { failure = thrown; });
   if (failure) std::rethrow_exception(failure);
 }
 

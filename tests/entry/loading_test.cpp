@@ -21,7 +21,7 @@ std::string launcher() {
 }
 
 Program::Environment preloaded() {
-  return {{"LD_PRELOAD", launcher()}, {"QT_QPA_PLATFORM", "offscreen"}};
+  return {{"LD_PRELOAD", agentPreload()}, {"QT_QPA_PLATFORM", "offscreen"}};
 }
 
 std::string greeting() {

@@ -118,6 +118,12 @@ std::string built(const std::string& path) {
   return std::string(TARNI_BINARY_DIR) + "/" + path;
 }
 
+std::string agentPreload() {
+  const std::string runtime = TARNI_SANITIZER_RUNTIME;
+  const std::string agent = built("lib/libtarni.so");
+  return runtime.empty() ? agent : runtime + ":" + agent;
+}
+
 void pauseBetweenAttempts() {
   std::this_thread::sleep_for(std::chrono::milliseconds(5));
 }

@@ -46,6 +46,9 @@ bool eventually(Condition condition, std::chrono::milliseconds timeout = std::ch
 // The path of something that the build made, from the build folder ("lib/libtarni.so").
 std::string built(const std::string& path);
 
+// What LD_PRELOAD needs to load the agent. A sanitizer's runtime comes first, as it insists.
+std::string agentPreload();
+
 void pauseBetweenAttempts();
 
 template <typename Condition>
