@@ -10,7 +10,6 @@
 namespace tarni::test {
 namespace {
 
-using testing::HasSubstr;
 using testing::MatchesRegex;
 
 class UtilitiesTest : public Screen {};
