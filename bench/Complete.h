@@ -19,7 +19,7 @@ T complete(platform::Task<T> task) {
   std::optional<T> result;
   std::exception_ptr thrown;
   platform::spawn(storeResult(std::move(task), &result),
-                  [&thrown](std::exception_ptr failure) { thrown = failure; });
+                  [&thrown](const std::exception_ptr& failure) { thrown = failure; });
   if (thrown) std::rethrow_exception(thrown);
   if (!result) throw std::runtime_error("the task did not complete at once");
   return std::move(*result);

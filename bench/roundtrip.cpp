@@ -27,7 +27,8 @@ void serveEcho() {
   address.sin_family = AF_INET;
   address.sin_port = htons(kEchoPort);
   address.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
-  bind(listening, reinterpret_cast<sockaddr*>(&address), sizeof address);
+  const auto* const anyAddress = reinterpret_cast<const sockaddr*>(&address);
+  if (bind(listening, anyAddress, sizeof address) < 0) _exit(1);
   listen(listening, 1);
   const int connection = accept(listening, nullptr, nullptr);
   char bytes[4096];

@@ -19,7 +19,6 @@ using host::kPlaybackPort;
 using host::kRecorderPort;
 using nlohmann::json;
 using testing::HasSubstr;
-using testing::Not;
 using Peer = ScriptedAgent::Peer;
 
 struct Result {

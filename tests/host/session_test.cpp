@@ -25,7 +25,6 @@ using testing::ElementsAre;
 using testing::HasSubstr;
 using testing::IsEmpty;
 using testing::Not;
-using testing::ThrowsMessage;
 using Peer = ScriptedAgent::Peer;
 
 struct Result {
@@ -359,13 +358,13 @@ TEST_F(Sessions, AreReportedOnOnePageWithEverythingEscaped) {
 }
 
 TEST_F(Sessions, WhoseProgramDoesNotComeUpSayWhatItPrinted) {
-  host::SessionWriter(file_, {"sh", "-c", "echo broken pipes; exit 3"});
+  const host::SessionWriter ofShell(file_, {"sh", "-c", "echo broken pipes; exit 3"});
   Program play({built("bin/tarni"), "play", file_.string()},
                {{"TARNI_LIBRARY", "/lib/x86_64-linux-gnu/libm.so.6"}});
   EXPECT_EQ(play.wait(20s), 5);
   EXPECT_THAT(play.output(),
               AllOf(HasSubstr("ended before the agent was ready"), HasSubstr("broken pipes")));
-  host::SessionWriter(file_, {});
+  const host::SessionWriter ofNobody(file_, {});
   const auto unknown = tarni({"play", file_.string()});
   EXPECT_EQ(unknown.code, 2);
   EXPECT_THAT(unknown.output, HasSubstr("does not tell its program"));

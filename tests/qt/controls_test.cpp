@@ -221,7 +221,7 @@ TEST(Switch, ThatOpensAModalDialogDoesNotKeepItsCaller) {
   QObject::connect(&box, &QCheckBox::clicked, [&] { dialog.exec(); });
   bool ended = false;
   bool open = false;
-  platform::spawn(as<platform::UISwitch>(viewOf(box))->setOn(true), [&](std::exception_ptr) {
+  platform::spawn(as<platform::UISwitch>(viewOf(box))->setOn(true), [&](const std::exception_ptr&) {
     ended = true;
     open = dialog.isVisible();
     dialog.reject();

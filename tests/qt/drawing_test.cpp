@@ -17,7 +17,7 @@ const platform::CGColor kGreen{0, 1, 0, 1};
 
 class Painted : public QWidget {
  public:
-  Painted(QWidget* parent, QColor color) : QWidget(parent), color_(color) {}
+  Painted(QWidget* parent, const QColor& color) : QWidget(parent), color_(color) {}
 
  protected:
   void paintEvent(QPaintEvent*) override { QPainter(this).fillRect(rect(), color_); }
