@@ -42,7 +42,7 @@ inline void show(QWidget& window) {
 inline void finish(platform::Task<void> work) {
   bool ended = false;
   std::exception_ptr failure;
-  platform::spawn(std::move(work), [&](std::exception_ptr thrown) {
+  platform::spawn(std::move(work), [&](const std::exception_ptr& thrown) {
     failure = thrown;
     ended = true;
   });
