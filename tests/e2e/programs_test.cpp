@@ -43,6 +43,7 @@ class Programs : public testing::TestWithParam<Subject> {
     Program::Environment all = display_.environment();
     all["HOME"] = home_;
     all["XDG_RUNTIME_DIR"] = home_;
+    all["TMPDIR"] = home_;
     all["XDG_CONFIG_HOME"] = all["XDG_DATA_HOME"] = all["XDG_CACHE_HOME"] = "";
     return all;
   }
