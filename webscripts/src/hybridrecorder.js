@@ -1,0 +1,63 @@
+// Records what a person does in the page, and in spy mode tells what they point at.
+import { eachDocument } from './lib/frames.js';
+import { define } from './lib/globals.js';
+import { release } from './lib/hold.js';
+import { leaveToNextPage, take } from './lib/outbox.js';
+import { recording } from './lib/recording.js';
+import { spying, stopSpying } from './lib/spying.js';
+
+const modeKey = 'tarni.spies';
+
+function storedMode(value) {
+  try {
+    if (value !== undefined) window.sessionStorage.setItem(modeKey, value);
+    return window.sessionStorage.getItem(modeKey) || '';
+  } catch (error) {
+    return ''; // a page without an origin
+  }
+}
+
+function start() {
+  // Kept over a navigation: the agent tells the mode once.
+  let handlers = storedMode() ? spying : recording;
+
+  function handle(event) {
+    const handler = handlers[event.type];
+    if (!handler) return;
+    try {
+      handler(event);
+    } catch (error) {
+      console.error('tarni: a step was not recorded:', error);
+    }
+  }
+
+  const look = eachDocument((view) => {
+    const types = new Set(Object.keys({ ...recording, ...spying }));
+    types.forEach((type) => view.addEventListener(type, handle, { capture: true, passive: false }));
+  });
+  window.addEventListener('pagehide', leaveToNextPage);
+
+  function setMode(isSpying) {
+    storedMode(isSpying ? 'true' : '');
+    handlers = isSpying ? spying : recording;
+    if (!isSpying) stopSpying();
+  }
+
+  define({
+    startRecording() {
+      look();
+      const steps = take();
+      if (steps) setTimeout(release, 0);
+      return steps;
+    },
+    switchtospymode() {
+      setMode(true);
+    },
+    switchtorecordermode() {
+      setMode(false);
+    },
+  });
+  window.TARNI.recorder = true;
+}
+
+if (!window.TARNI.recorder) start();
