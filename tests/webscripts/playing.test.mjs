@@ -1,0 +1,144 @@
+import assert from 'node:assert/strict';
+import { after, before, test } from 'node:test';
+import { Browser } from './browser.mjs';
+
+let browser;
+before(async () => { browser = await Browser.start(); });
+after(() => browser.close());
+
+test('elements are found by tag, text, part of a text and path', async () => {
+  const { agent } = await browser.open('form.html');
+  const text = async (...search) => agent.text((await agent.find(...search))[0]);
+  assert.equal((await agent.find('button')).length, 4);
+  assert.equal((await agent.find('BUTTON', 'text', 'Send  order')).length, 1);
+  assert.equal(await text('', 'text', 'Terms'), 'Terms');
+  assert.equal((await agent.find('', 'text', 'Customer')).length, 2);
+  assert.equal((await agent.find('a', 'partialtext', 'TERM')).length, 1);
+  assert.equal(await text('', 'partialtext', 'bill'), '0');
+  assert.equal(await text('', 'text', 'Check'), 'Check');
+  assert.equal(await text('', 'text', 'More'), 'More');
+  assert.equal((await agent.find('', 'xpath', '//option')).length, 6);
+  assert.equal((await agent.find('input', 'xpath', '//option')).length, 0);
+  const [fields] = await agent.find('fieldset');
+  assert.equal((await agent.find('input', '', '', fields)).length, 3);
+});
+
+test('what cannot be found is answered by nothing', async () => {
+  const { page, agent } = await browser.open('form.html');
+  const nothing = [
+    ...[['button', 'text', 'No such'], ['no such tag'], ['', 'colour', 'red'], ['', 'xpath', '//[']],
+    ...[['', 'xpath', "//a[.='\u2028']"], ['', 'text', "'\"\\"], ['script', 'partialtext', 'say']],
+  ];
+  for (const search of nothing) assert.deepEqual(await agent.find(...search), [], search.join());
+  assert.equal(await agent.text('web-of-another-page'), undefined);
+  await agent.click('');
+  await agent.type('E6C2', 'x');
+  const [before] = await agent.find('a');
+  await agent.find('button');
+  assert.equal(await agent.text(before), undefined);
+  const [gone] = await agent.find('a');
+  await page.evaluate(() => document.querySelector('a').remove());
+  assert.equal(await agent.text(gone), undefined);
+});
+
+test('a click makes all events of a click', async () => {
+  const { page, agent } = await browser.open('events.html', `<body style="margin:0">
+    <div style="height:3000px"></div><button>Press <b>me</b></button><script>
+    const seen = [];
+    for (const type of ['pointerdown', 'mousedown', 'focus', 'pointerup', 'mouseup', 'click']) {
+      document.querySelector('button').addEventListener(type, (event) => seen.push(type));
+    }
+    document.querySelector('button').addEventListener('click', (event) => {
+      seen.push(document.elementFromPoint(event.clientX, event.clientY).closest('button').localName);
+    });</script>`);
+  const [button] = await agent.find('button');
+  await agent.click(button);
+  await page.waitForFunction(() => seen.includes('click'));
+  assert.equal(
+    await page.evaluate(() => seen.join()),
+    'pointerdown,mousedown,focus,pointerup,mouseup,click,button',
+  );
+});
+
+test('React notices what is typed, chosen and clicked', async () => {
+  const { page, agent } = await browser.open('tasks.html');
+  const only = async (...search) => {
+    const found = await agent.find(...search);
+    assert.equal(found.length, 1, search.join());
+    return found[0];
+  };
+  await agent.type(await only('input', 'text', 'New task'), 'Write \u{1F600}');
+  await page.waitForFunction(() => document.all.typed.textContent === 'Write \u{1F600}');
+  await agent.click(await only('option', 'text', 'Large'));
+  await agent.click(await only('input', 'text', 'Urgent'));
+  await agent.click(await only('button', 'text', 'Add'));
+  await agent.type(await only('input', 'text', 'New task'), 'Rest\n');
+  await page.waitForFunction(() => document.querySelectorAll('li').length === 2);
+  assert.deepEqual(await page.locator('li').allTextContents(), [
+    'Write \u{1F600}, large, urgent',
+    'Rest, large, urgent',
+  ]);
+});
+
+test('typing replaces, keeps to limits and reaches every kind of field', async () => {
+  const { page, agent } = await browser.open('fields.html', `<input value="old" maxlength="3">
+    <input type="number"><input type="date"><input type="range"><input readonly value="fixed">
+    <textarea>old</textarea><div contenteditable>old</div><select><option>A<option>B</select>
+    <input id="long"><script>const changes = [];
+    addEventListener('change', (e) => changes.push(e.target.value));</script>`);
+  const values = [
+    ...[['input', 'abcdef', 'abc'], ['input', '12.5', '12.5'], ['input', '2024-02-29', '2024-02-29']],
+    ...[['input', '75', '75'], ['input', 'new', 'fixed'], ['textarea', 'a\nb', 'a\nb']],
+    ...[['div', 'c', 'c'], ['select', 'B', 'B']],
+  ];
+  let inputs = 0;
+  for (const [tag, typed, expected] of values) {
+    const elements = await agent.find(tag);
+    const element = elements[tag === 'input' ? inputs++ : 0];
+    await agent.type(element, typed);
+    assert.equal(await agent.text(element), expected, `${tag} ${inputs}`);
+  }
+  const [long] = await agent.find('', 'xpath', "//*[@id='long']");
+  await agent.type(long, 'x'.repeat(100000));
+  assert.equal((await agent.text(long)).length, 100000);
+  await agent.type(long, '');
+  assert.equal(await agent.text(long), '');
+  const changes = new Set(await page.evaluate('changes'));
+  for (const value of ['abc', '12.5', '2024-02-29', '75', 'a\nb', 'B']) assert.ok(changes.has(value));
+});
+
+test('paths are unique and survive small changes of a page', async () => {
+  const rows = Array.from({ length: 30 }, (_, i) => `<tr><td>Row ${i}<td><button>Edit</button>`);
+  const { page, agent } = await browser.open('rows.html', `<div id="main"><table>${rows.join('')}
+    </table><p>one</p><p>two</p><svg width="9" height="9"><circle r="4"/></svg>
+    <a href="#x" title="it's &quot;quoted&quot;">x</a><input id="field-8213"></div>`);
+  const paths = await page.evaluate(() =>
+    [...document.querySelectorAll('body *')].map((element) => {
+      const path = TARNI.xpath.of(element);
+      const found = TARNI.xpath.findAll(path, document);
+      return found.length === 1 && found[0] === element ? '' : path;
+    }).join(''));
+  assert.equal(paths, '');
+  const path = await page.evaluate(() => TARNI.xpath.of(document.querySelector('a')));
+  await page.evaluate(() => document.querySelector('#main').prepend(document.createElement('a')));
+  assert.equal((await agent.find('a', 'xpath', path)).length, 1, path);
+});
+
+test('an alert in a click does not hold the call', async () => {
+  const { page, agent } = await browser.open('form.html');
+  const [button] = await agent.find('button', 'text', 'Ask');
+  const asked = new Promise((resolve) => page.once('dialog', resolve));
+  await agent.click(button);
+  const dialog = await asked;
+  assert.equal(dialog.message(), 'Really?');
+  await dialog.accept();
+  await page.waitForFunction(() => document.all.said.textContent === 'alert closed');
+});
+
+test('ten thousand elements are found', async () => {
+  const spans = Array.from({ length: 10000 }, (_, i) => `<span>item ${i}</span> `).join('');
+  const { agent } = await browser.open('many.html', `<div>${spans}</div>`);
+  assert.equal((await agent.find('span')).length, 10000);
+  assert.equal(await agent.text((await agent.find('', 'text', 'item 9999'))[0]), 'item 9999');
+  assert.equal((await agent.find('', 'partialtext', 'item 99')).length, 111);
+});

@@ -1,0 +1,249 @@
+import assert from 'node:assert/strict';
+import { after, before, test } from 'node:test';
+import { Browser, line } from './browser.mjs';
+
+let browser;
+before(async () => { browser = await Browser.start(); });
+after(() => browser.close());
+
+// Plays steps by their paths on a fresh page.
+async function replay(steps, name) {
+  const { page, agent } = await browser.open(name);
+  for (const step of steps) {
+    const [object, data] = step.arguments;
+    const path = object['xpath:position'];
+    const found = await agent.find(object.className, 'xpath', path);
+    assert.equal(found.length, 1, `${path} names one element`);
+    if (step.action === 'TypeTextOnEditBox') await agent.type(found[0], data.data);
+    else await agent.click(found[0]);
+  }
+  return { page, agent };
+}
+
+test('a form is recorded step by step and played back', async () => {
+  const { page, agent } = await browser.open('form.html');
+  await page.click('[name=customer]');
+  await page.keyboard.type('Ada "Countess" \\ O\u2019Neil \u{1F600}');
+  await page.click('text=A gift');
+  await page.click('[value=bill]');
+  await page.focus('[name=colour]');
+  await page.keyboard.press('B');
+  await page.click('text=Ribbon');
+  await page.click('text=Box', { modifiers: ['Control'] });
+  await page.click('[name=remarks]');
+  await page.keyboard.type('two\nlines');
+  await page.click('[contenteditable]');
+  await page.keyboard.type('Hello');
+  await page.click('img');
+  await page.click('text=Send');
+  const steps = await agent.steps(13);
+  assert.deepEqual(steps.map(line), [
+    'Click INPUT "Customer" ""',
+    'TypeTextOnEditBox INPUT "Customer" "Ada \\"Countess\\" \\\\ O\u2019Neil \u{1F600}"',
+    'Mobile_SelectSwitch INPUT "A gift" ""',
+    'Click INPUT "By bill" ""',
+    'Click OPTION "Blue" ""',
+    'Click OPTION "Ribbon" ""',
+    'Click OPTION "Box" ""',
+    'Click TEXTAREA "Remarks" ""',
+    'TypeTextOnEditBox TEXTAREA "Remarks" "two\\nlines"',
+    'Click DIV "" ""',
+    'TypeTextOnEditBox DIV "" "Hello"',
+    'ClickImage IMG "Logo" ""',
+    'ClickButton BUTTON "Send order" ""',
+  ]);
+  const state = () => {
+    const form = document.forms.order.elements;
+    const extras = [...form.extras.selectedOptions].map((option) => option.text).join();
+    const texts = [form.customer.value, form.colour.value, form.remarks.value, extras];
+    return [...texts, form.gift.checked, form.pay.value, document.all.said.textContent].join('|') +
+      document.querySelector('[contenteditable]').innerText;
+  };
+  const played = await replay(steps, 'form.html');
+  await played.page.waitForFunction(() => document.all.said.textContent.startsWith('sent by Ada'));
+  assert.equal(await played.page.evaluate(state), await page.evaluate(state));
+});
+
+test('frames of the same origin and open shadow trees belong to the page', async () => {
+  const { page, agent } = await browser.open('form.html');
+  const frame = page.frame('inner');
+  await frame.click('input');
+  await page.keyboard.type('42');
+  await frame.click('button');
+  await page.click('x-stepper button');
+  await page.click('x-stepper input');
+  await page.keyboard.type('kg');
+  await page.click('h1, body', { position: { x: 2, y: 2 } });
+  const steps = await agent.steps(7);
+  assert.deepEqual(steps.map(line).slice(0, 6), [
+    'Click INPUT "Code" ""',
+    'TypeTextOnEditBox INPUT "Code" "42"',
+    'ClickButton BUTTON "Check" ""',
+    'ClickButton BUTTON "More" ""',
+    'Click INPUT "Unit" ""',
+    'TypeTextOnEditBox INPUT "Unit" "kg"',
+  ]);
+  const paths = steps.map((step) => step.arguments[0]['xpath:position']);
+  assert.equal(paths[1], "//iframe[@name='inner'] >> //input[@name='code']");
+  assert.match(paths[3], /^\S*x-stepper.* >> \/\/button/);
+  const played = await replay(steps.slice(0, 6), 'form.html');
+  await played.page.waitForFunction(() => document.all.said.textContent === 'code 42');
+  assert.equal(await played.page.textContent('x-stepper span'), '1');
+  assert.equal(await played.page.inputValue('x-stepper input'), 'kg');
+});
+
+test('a step has the shape of native ones', async () => {
+  const { page, agent } = await browser.open('form.html');
+  await page.click('text=Send');
+  const [step] = await agent.steps(1);
+  const [object, data] = step.arguments;
+  assert.deepEqual(Object.keys(step), ['action', 'popupName', 'arguments']);
+  assert.deepEqual(data, { type: 'string', data: '' });
+  const { parent, ...own } = object;
+  const texts = (o) => Object.values(o).every((value) => typeof value === 'string');
+  assert.ok(texts(own) && texts(parent));
+  assert.deepEqual(Object.keys(own).sort(), [
+    ...['ObjectImage', 'X', 'Y', 'className', 'height', 'id', 'index', 'label', 'logicalname'],
+    ...['mode', 'name', 'sahiText', 'width', 'xpath:position'],
+  ]);
+  assert.deepEqual(Object.keys(parent).sort(), [
+    ...['X', 'Y', 'classname', 'height', 'id', 'label', 'title', 'width'],
+  ]);
+  assert.equal(own.mode, 'web');
+  assert.equal(own.ObjectImage, 'TARNI_OBJECT_IMAGE');
+  assert.equal(parent.title, 'FORM');
+});
+
+test('Enter in a field stands for the button that it presses', async () => {
+  const { page, agent } = await browser.open('form.html');
+  await page.fill('[name=customer]', '');
+  await page.click('[name=customer]');
+  await page.keyboard.type('Ada\n');
+  await page.click('text=Send');
+  const steps = await agent.steps(3);
+  assert.deepEqual(steps.map(line), [
+    'Click INPUT "Customer" ""',
+    'TypeTextOnEditBox INPUT "Customer" "Ada\\n"',
+    'ClickButton BUTTON "Send order" ""',
+  ]);
+  const played = await replay(steps.slice(0, 2), 'form.html');
+  await played.page.waitForFunction(() => document.all.said.textContent === 'sent by Ada');
+});
+
+test('a click that leads away keeps its step, in its own origin and to another', async () => {
+  const { page, agent } = await browser.open('form.html');
+  await page.click('[name=customer]');
+  await page.keyboard.type('Ada');
+  await page.click('text=Terms');
+  await page.waitForURL(/next/);
+  assert.deepEqual((await agent.steps(3)).map(line), [
+    'Click INPUT "Customer" ""',
+    'TypeTextOnEditBox INPUT "Customer" "Ada"',
+    'Click A "Terms" ""',
+  ]);
+  const away = `<a href="${browser.otherOrigin}/next.html">Away</a>`;
+  const other = await browser.open('away.html', away);
+  await other.page.click('text=Away');
+  assert.deepEqual((await other.agent.steps(1)).map(line), ['Click A "Away" ""']);
+  await other.page.waitForURL(`${browser.otherOrigin}/next.html`);
+});
+
+test('a page on which nobody asks for steps still follows its links', async () => {
+  const { page } = await browser.open('away.html', `<a href="${browser.otherOrigin}/next.html">Go</a>`);
+  await page.click('text=Go');
+  await page.waitForURL(`${browser.otherOrigin}/next.html`);
+});
+
+test('answers keep apart by more than the sender sleeps', async () => {
+  const { page, agent } = await browser.open('form.html');
+  const times = [];
+  for (let clicks = 0; times.length < 3; clicks += 1) {
+    await page.click('img');
+    if (await agent.poll()) times.push(Date.now());
+    await page.waitForTimeout(100);
+  }
+  assert.ok(times[1] - times[0] > 1000 && times[2] - times[1] > 1000, times.join());
+});
+
+test('pages that have changed the language are recorded all the same', async () => {
+  const { page, agent } = await browser.open('odd.html', `<meta charset="utf-8"><script>
+    for (const name of ['push', 'map', 'filter', 'forEach', 'indexOf', 'join', 'slice', 'some']) {
+      Array.prototype[name] = () => { throw new Error(name); };
+    }
+    Array.prototype.added = Object.prototype.added = () => {};
+    Array.prototype.toJSON = Object.prototype.toJSON = () => 'wrong';
+    JSON.stringify = JSON.parse = () => 'wrong';
+    window.$ = 'mine';
+  </script><button>Press</button><p>Text</p>`);
+  await page.mouse.click(20, 20);
+  assert.deepEqual((await agent.steps(1)).map(line), ['ClickButton BUTTON "Press" ""']);
+  assert.equal(await agent.call('$'), 'mine');
+  assert.equal((await agent.find('', 'text', 'Text')).length, 1);
+});
+
+test('a content-security policy does not keep the scripts out', async () => {
+  browser.pages['strict.html headers'] = { 'content-security-policy': "default-src 'none'" };
+  const { page, agent } = await browser.open('strict.html', '<button>Press</button>');
+  await page.click('text=Press');
+  assert.equal((await agent.steps(1)).length, 1);
+});
+
+test('a frame of another origin is said to be out of reach', async () => {
+  const page = await browser.openBare(
+    'outer.html',
+    `<button>Here</button><iframe src="${browser.otherOrigin}/next.html"></iframe>`,
+  );
+  const said = [];
+  page.on('console', (message) => said.push(message.text()));
+  const agent = browser.agentFor(page);
+  await agent.inject();
+  await page.click('text=Here');
+  await page.mouse.click(60, 100);
+  const steps = await agent.steps(2);
+  assert.equal(steps[1].arguments[0].className, 'IFRAME');
+  assert.match(steps[1].arguments[0].label, /another origin/);
+  assert.equal(said.filter((text) => /another origin/.test(text)).length, 1);
+});
+
+test('scripts that came in halves or twice do no harm', async () => {
+  const page = await browser.openBare('form.html');
+  const agent = browser.agentFor(page);
+  const { 'hybridrecorder.js': whole, ...others } = agent.scripts;
+  agent.scripts = { ...others, 'hybridrecorder.js': whole.slice(0, whole.length / 2) };
+  await agent.inject();
+  assert.equal(await agent.call('IsInjectionDone()'), '');
+  agent.scripts = { ...others, 'hybridrecorder.js': whole };
+  await agent.inject();
+  for (const script of Object.values(agent.scripts)) await agent.call(script);
+  await page.click('img');
+  assert.equal((await agent.steps(1)).length, 1);
+});
+
+test('jQuery comes only to a page without it', async () => {
+  const { page, agent } = await browser.open('own.html', '<script>window.jQuery = function own() {};</script>');
+  assert.equal(await page.evaluate('jQuery.name'), 'own');
+  const bare = await browser.open('form.html');
+  assert.equal(await bare.page.evaluate('typeof jQuery.fn.jquery + typeof window.$'), 'stringundefined');
+  assert.equal(await agent.call('IsInjectionDone()'), 'DONE');
+});
+
+test('spying describes what is pointed at and keeps the click from the page', async () => {
+  const { page, agent } = await browser.open('form.html');
+  await agent.call('switchtospymode()');
+  await page.click('text=Send');
+  await page.waitForTimeout(1300);
+  const spied = JSON.parse(await agent.poll());
+  assert.deepEqual(spied.map((object) => object.tagName), ['BUTTON', 'FORM', 'BODY']);
+  assert.equal(spied[0].sahiText, 'Send order');
+  assert.equal(spied[0].mode, 'web');
+  assert.equal(spied[0].parent.title, 'FORM');
+  assert.equal(await page.textContent('#said'), '');
+  await page.reload();
+  await agent.inject();
+  await page.hover('img');
+  assert.equal(await page.locator('[data-tarni=highlight]').count(), 1);
+  await agent.call('switchtorecordermode()');
+  assert.equal(await page.locator('[data-tarni=highlight]').count(), 0);
+  await page.click('img');
+  assert.equal(await page.textContent('#said'), 'logo');
+});
