@@ -35,6 +35,12 @@ if(TARNI_SANITIZE)
   endif()
 endif()
 
+# Lets a library decide by its list of exports what of the target's is seen from outside.
+function(tarni_exportable target)
+  set_target_properties(${target} PROPERTIES
+    CXX_VISIBILITY_PRESET default VISIBILITY_INLINES_HIDDEN OFF)
+endfunction()
+
 # A layer: one static library of all sources below the current folder.
 #   tarni_layer(NAME target [LINK target…])
 function(tarni_layer)

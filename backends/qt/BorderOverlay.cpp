@@ -76,4 +76,21 @@ void BorderOverlay::follow() {
   setVisible(!visible.isEmpty());
 }
 
+// Later, because a view goes while its window is deleting its children.
+WidgetBorder::~WidgetBorder() {
+  if (overlay_) overlay_->deleteLater();
+}
+
+void WidgetBorder::setBorder(double width, const platform::CGColor& color) {
+  if (width <= 0) {
+    if (overlay_) overlay_->hide();
+    return;
+  }
+  const std::shared_ptr<const QtViewBase> view = view_.lock();
+  QWidget* const widget = view ? view->widget() : nullptr;
+  if (!widget) return;
+  if (!overlay_) overlay_ = new BorderOverlay(*widget->window(), view_);
+  overlay_->setBorder(width, color);
+}
+
 }  // namespace tarni::qt

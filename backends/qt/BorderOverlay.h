@@ -6,10 +6,11 @@
 // a second or so. GUI thread.
 #pragma once
 
+#include <QtCore/QPointer>
 #include <QtWidgets/QWidget>
 #include <memory>
 
-#include "platform/QuartzCore/CALayer.h"
+#include "backends/qt/QtLayer.h"
 
 namespace tarni::qt {
 
@@ -33,6 +34,19 @@ class BorderOverlay final : public QWidget {
   QRect border_;  // the view's rectangle in this widget, which is as large as its visible part
   double width_ = 0;
   QColor color_;
+};
+
+// Makes the overlay of a view, and makes it anew when the window that it was in has gone.
+class WidgetBorder final : public QtBorder {
+ public:
+  explicit WidgetBorder(std::weak_ptr<const QtViewBase> view) : view_(std::move(view)) {}
+  ~WidgetBorder() override;
+
+  void setBorder(double width, const platform::CGColor& color) override;
+
+ private:
+  const std::weak_ptr<const QtViewBase> view_;
+  QPointer<BorderOverlay> overlay_;
 };
 
 }  // namespace tarni::qt

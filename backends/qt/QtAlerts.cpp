@@ -2,9 +2,10 @@
 
 #include <QtCore/QPointer>
 #include <QtGui/QGuiApplication>
+#include <QtGui/QPainter>
+#include <QtGui/QPalette>
+#include <QtGui/QRasterWindow>
 #include <QtGui/QScreen>
-#include <QtGui/QWindow>
-#include <QtWidgets/QLabel>
 #include <algorithm>
 
 #include "backends/qt/ViewRegistry.h"
@@ -15,19 +16,59 @@ namespace {
 
 constexpr int kMargin = 12;
 
-class QtAlertView : public platform::UIAlertView {
+// No widget, since a program of Qt Quick may have none.
+class AlertWindow final : public QRasterWindow {
  public:
-  explicit QtAlertView(QLabel* label) : label_(label) {}
+  explicit AlertWindow(QString text) : text_(std::move(text)) {
+    setFlags(Qt::ToolTip | Qt::FramelessWindowHint | Qt::WindowTransparentForInput |
+             Qt::WindowDoesNotAcceptFocus);
+  }
 
-  void dismissWithClickedButtonIndex(long, bool) override {
-    if (!label_) return;
-    label_->hide();
-    label_->deleteLater();
-    label_ = nullptr;
+  // Centred at the lower edge of the window, or of the screen when there is none.
+  void placeOver(QWindow* window) {
+    const QScreen* const screen = window ? window->screen() : QGuiApplication::primaryScreen();
+    if (!screen) return;
+    const QRect within =
+        window ? QRect(window->mapToGlobal(QPoint()), window->size()) : screen->availableGeometry();
+    const int widest = std::max(within.width() - 4 * kMargin, kMargin);
+    const QRect text = QFontMetrics(QGuiApplication::font())
+                           .boundingRect(QRect(0, 0, widest, within.height()), kTextFlags, text_);
+    QRect place = text.marginsAdded({kMargin, kMargin, kMargin, kMargin});
+    place.moveCenter(within.center());
+    place.moveBottom(within.bottom() - kMargin);
+    setTransientParent(window);
+    setGeometry(place);
+  }
+
+ protected:
+  void paintEvent(QPaintEvent*) override {
+    const QPalette colors = QGuiApplication::palette();
+    QPainter painter(this);
+    const QRect all(QPoint(), size());
+    painter.fillRect(all, colors.color(QPalette::ToolTipBase));
+    painter.setPen(colors.color(QPalette::ToolTipText));
+    painter.drawText(all.marginsRemoved({kMargin, kMargin, kMargin, kMargin}), kTextFlags, text_);
   }
 
  private:
-  QPointer<QLabel> label_;
+  static constexpr int kTextFlags = int{Qt::TextWordWrap} | int{Qt::AlignCenter};
+
+  const QString text_;
+};
+
+class QtAlertView : public platform::UIAlertView {
+ public:
+  explicit QtAlertView(QWindow* window) : window_(window) {}
+
+  void dismissWithClickedButtonIndex(long, bool) override {
+    if (!window_) return;
+    window_->hide();
+    window_->deleteLater();
+    window_ = nullptr;
+  }
+
+ private:
+  QPointer<QWindow> window_;
 };
 
 QString alertText(const std::string& message, const std::optional<std::string>& cancel,
@@ -39,40 +80,15 @@ QString alertText(const std::string& message, const std::optional<std::string>& 
   return text;
 }
 
-// Centred at the lower edge of the window, or of the screen when there is none.
-void place(QLabel& label, const QWidget* window) {
-  const QScreen* const screen = window && window->windowHandle() ? window->windowHandle()->screen()
-                                                                 : QGuiApplication::primaryScreen();
-  if (!screen) return;
-  const QRect within =
-      window ? QRect(window->mapToGlobal(QPoint()), window->size()) : screen->availableGeometry();
-  label.setMaximumWidth(std::max(within.width() - 2 * kMargin, kMargin));
-  label.adjustSize();
-  label.move(within.center().x() - label.width() / 2, within.bottom() - label.height() - kMargin);
-}
-
 }  // namespace
 
 std::shared_ptr<platform::UIAlertView> QtAlerts::show(std::string message,
                                                       std::optional<std::string> cancelButtonTitle,
                                                       std::optional<std::string> otherButtonTitle) {
-  const QWidget* const window = widgetOfView(platform::current().application->keyWindow());
-  auto* const label = new QLabel(alertText(message, cancelButtonTitle, otherButtonTitle), nullptr,
-                                 Qt::ToolTip | Qt::FramelessWindowHint |
-                                     Qt::WindowTransparentForInput | Qt::WindowDoesNotAcceptFocus);
-  hideFromWalks(label);
-  label->setTextFormat(Qt::PlainText);
-  label->setWordWrap(true);
-  label->setMargin(kMargin);
-  label->setAttribute(Qt::WA_ShowWithoutActivating);
-  label->setAttribute(Qt::WA_TransparentForMouseEvents);
-  label->setAttribute(Qt::WA_QuitOnClose, false);
-  label->setAttribute(Qt::WA_DeleteOnClose);
-  place(*label, window);
-  label->winId();
-  if (window) label->windowHandle()->setTransientParent(window->window()->windowHandle());
-  label->show();
-  return std::make_shared<QtAlertView>(label);
+  auto* const alert = new AlertWindow(alertText(message, cancelButtonTitle, otherButtonTitle));
+  alert->placeOver(nativeWindowOf(platform::current().application->keyWindow()));
+  alert->show();
+  return std::make_shared<QtAlertView>(alert);
 }
 
 }  // namespace tarni::qt

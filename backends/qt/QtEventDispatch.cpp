@@ -3,7 +3,6 @@
 #include <utility>
 
 #include "backends/posix/Guarded.h"
-#include "platform/UIKit/Classes.h"
 #include "platform/UIKit/UIEvent.h"
 
 namespace tarni::qt {
@@ -28,12 +27,6 @@ void QtEventDispatch::sendEvent(platform::UIEvent& event, const std::function<vo
   current_ = delivery.outer;
   QtEventDispatch::deliver(delivery);
   if (delivery.failure) std::rethrow_exception(delivery.failure);
-}
-
-void QtEventDispatch::windowAppears(const std::function<void()>& appear) {
-  performGuarded(platform::uikit::UIViewController, "viewWillAppear:", false);
-  appear();
-  performGuarded(platform::uikit::UIViewController, "viewDidAppear:", false);
 }
 
 void QtEventDispatch::sendEventImplementation(const std::vector<Argument>& arguments) {

@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "platform/ObjectiveC/Runtime.h"
+#include "platform/UIKit/Classes.h"
 
 namespace tarni::qt {
 
@@ -20,8 +21,13 @@ class QtEventDispatch {
   // called exactly once. May enter a nested loop of the program. Throws what `deliver` throws: that
   // is the program's own.
   void sendEvent(platform::UIEvent& event, const std::function<void()>& deliver);
-  // The same for a window that appears: `appear` runs between the two methods.
-  void windowAppears(const std::function<void()>& appear);
+  // Performs the method of a window, dialog or page that is about to be shown, and of one that is.
+  void viewWillAppear() {
+    performGuarded(platform::uikit::UIViewController, "viewWillAppear:", false);
+  }
+  void viewDidAppear() {
+    performGuarded(platform::uikit::UIViewController, "viewDidAppear:", false);
+  }
 
  private:
   // An event that is on its way; the program's nested loops stack them up.

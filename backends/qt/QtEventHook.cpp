@@ -209,13 +209,10 @@ void QtEventHook::moveFinger(const Finger& finger, QPointF global, UITouchPhase 
 }
 
 bool QtEventHook::sendExpose(ExposeEvent* event) {
-  bool isProcessed = false;
-  const auto process = [&] { isProcessed = QWindowSystemEventHandler::sendEvent(event); };
-  if (isFirstExposure(*event)) {
-    dispatch_.windowAppears(process);
-  } else {
-    process();
-  }
+  const bool appears = isFirstExposure(*event);
+  if (appears) dispatch_.viewWillAppear();
+  const bool isProcessed = QWindowSystemEventHandler::sendEvent(event);
+  if (appears) dispatch_.viewDidAppear();
   return isProcessed;
 }
 

@@ -107,16 +107,18 @@ std::vector<QtFingers::State> QtFingers::statesAfterMove(Finger& finger) {
 }
 
 QtFingers::Finger* QtFingers::begin(const UITouchRef& touch, bool isAlone) {
-  QWidget* const widget = touch->view() ? widgetOfView(touch->window()) : nullptr;
-  if (!widget || !widget->windowHandle()) return nullptr;
+  QWindow* const native = touch->view() ? nativeWindowOf(touch->window()) : nullptr;
+  if (!native) return nullptr;
   const QPointF location = locationInWindow(touch);
   Finger finger;
   finger.touch = touch;
   finger.identifier = freeIdentifier();
-  finger.window = windowAt(widget->windowHandle(), location);
+  finger.window = windowAt(native, location);
   finger.origin = originInTopLevel(finger.window);
   finger.start = location - finger.origin;
-  if (isAlone) finger.scrollAreas = areasScrolledFrom(widget->childAt(location.toPoint()));
+  if (QWidget* const widget = isAlone ? widgetOfView(touch->window()) : nullptr) {
+    finger.scrollAreas = areasScrolledFrom(widget->childAt(location.toPoint()));
+  }
   fingers_.push_back(std::move(finger));
   return &fingers_.back();
 }

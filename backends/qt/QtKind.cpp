@@ -100,23 +100,6 @@ Class uikitClass(Kind kind) {
   return uikit::UIView;
 }
 
-// A class is the toolkit's when a library of the toolkit holds its meta object. Its name does not
-// tell: the toolkit has a "CloseButton", and an application may have a "QuickPanel".
-bool isToolkitClass(const QMetaObject* metaObject) {
-  Dl_info where{};
-  if (dladdr(metaObject, &where) == 0 || !where.dli_fname) return false;
-  const std::string_view path = where.dli_fname;
-  return path.substr(path.rfind('/') + 1).starts_with("libQt" QT_STRINGIFY(QT_VERSION_MAJOR));
-}
-
-// A class of that name below `superclass`, even when the name is already taken by one below another
-// (a page class that stands in a window here and is a window of its own there).
-Class classNamed(const char* name, Class superclass) {
-  const Class named = platform::defineClass(name, superclass);
-  if (named->superclass() == superclass) return named;
-  return new platform::ClassInfo(name, superclass);
-}
-
 Class makeClass(const QMetaObject* metaObject, Kind kind) {
   std::vector<const QMetaObject*> own;
   for (const QMetaObject* at = metaObject; at && !isToolkitClass(at); at = at->superClass()) {
@@ -130,6 +113,21 @@ Class makeClass(const QMetaObject* metaObject, Kind kind) {
 }
 
 }  // namespace
+
+// The name of a class does not tell: the toolkit has a "CloseButton", and an application may have a
+// "QuickPanel".
+bool isToolkitClass(const QMetaObject* metaObject) {
+  Dl_info where{};
+  if (dladdr(metaObject, &where) == 0 || !where.dli_fname) return false;
+  const std::string_view path = where.dli_fname;
+  return path.substr(path.rfind('/') + 1).starts_with("libQt" QT_STRINGIFY(QT_VERSION_MAJOR));
+}
+
+Class classNamed(const char* name, Class superclass) {
+  const Class named = platform::defineClass(name, superclass);
+  if (named->superclass() == superclass) return named;
+  return new platform::ClassInfo(name, superclass);
+}
 
 Kind kindOfWidget(const QWidget& widget) {
   const QMetaObject* at = widget.metaObject();

@@ -45,6 +45,13 @@ Kind kindOfWidget(const QWidget& widget);
 // below the kind's.
 platform::Class classFor(const QMetaObject* metaObject, Kind kind);
 
+// True for the toolkit's own classes, those of C++: a library of the toolkit holds them.
+bool isToolkitClass(const QMetaObject* metaObject);
+
+// A class of that name below `superclass`, even when the name is already taken by one below another
+// (a page class that stands in a window here and is a window of its own there).
+platform::Class classNamed(const char* name, platform::Class superclass);
+
 // Classes that UIKit names, or keeps to itself, and that the agent does not test for.
 namespace names {
 inline const char* const actionButton = "UIActionButton";

@@ -1,14 +1,10 @@
 #include "backends/qt/QtLayer.h"
 
-#include "backends/qt/BorderOverlay.h"
-#include "backends/qt/QtViewBase.h"
+#include <algorithm>
+
+#include "backends/qt/QtViewCore.h"
 
 namespace tarni::qt {
-
-// Later, because a view goes while its window is deleting its children.
-QtLayer::~QtLayer() {
-  if (overlay_) overlay_->deleteLater();
-}
 
 const std::string* QtLayer::valueForKey(std::string_view key) const {
   const auto found = std::ranges::find(values_, key, &std::pair<std::string, std::string>::first);
@@ -50,21 +46,10 @@ std::vector<platform::CALayer*> QtLayer::sublayers() const {
 }
 
 void QtLayer::showBorder() {
-  if (borderWidth_ <= 0) {
-    if (overlay_) {
-      overlay_->hide();
-      overlay_->deleteLater();
-      overlay_.clear();
-    }
-    return;
-  }
-  QWidget* const widget = view_.widget();
-  if (!widget) return;
-  if (!overlay_) {
-    overlay_ = new BorderOverlay(
-        *widget->window(), std::static_pointer_cast<const QtViewBase>(view_.shared_from_this()));
-  }
-  overlay_->setBorder(borderWidth_, borderColor_.value_or(platform::CGColor{0, 0, 0, 1}));
+  if (borderWidth_ > 0 && !border_) border_ = view_.makeBorder();
+  if (border_)
+    border_->setBorder(borderWidth_, borderColor_.value_or(platform::CGColor{0, 0, 0, 1}));
+  if (borderWidth_ <= 0) border_.reset();
 }
 
 }  // namespace tarni::qt

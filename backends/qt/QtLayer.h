@@ -1,22 +1,30 @@
 // QtLayer: the layer of one view. It keeps the identity tags and the border, which the toolkit
-// knows nothing about; the border is drawn by a widget of the agent above the view. GUI thread.
+// knows nothing about; the border is drawn by something of the agent above the view. GUI thread.
 #pragma once
 
-#include <QtCore/QPointer>
+#include <memory>
 #include <utility>
+#include <vector>
 
 #include "platform/QuartzCore/CALayer.h"
 
 namespace tarni::qt {
 
-class BorderOverlay;
-class QtViewBase;
+class QtViewCore;
+
+// The border of one view, drawn above everything else in the view's window. Gone with its last
+// owner.
+class QtBorder {
+ public:
+  virtual ~QtBorder() = default;
+  // Shows the border where its view is now; a width of 0 hides it.
+  virtual void setBorder(double width, const platform::CGColor& color) = 0;
+};
 
 class QtLayer final : public platform::CALayer {
  public:
   // The layer is a member of its view.
-  explicit QtLayer(const QtViewBase& view) : view_(view) {}
-  ~QtLayer() override;
+  explicit QtLayer(const QtViewCore& view) : view_(view) {}
   QtLayer(const QtLayer&) = delete;
   QtLayer& operator=(const QtLayer&) = delete;
 
@@ -40,12 +48,12 @@ class QtLayer final : public platform::CALayer {
  private:
   void showBorder();
 
-  const QtViewBase& view_;
+  const QtViewCore& view_;
   std::vector<std::pair<std::string, std::string>> values_;  // one or two: a search is a glance
   double borderWidth_ = 0;
   std::optional<platform::CGColor> borderColor_;
   float speed_ = 1;
-  QPointer<BorderOverlay> overlay_;
+  std::unique_ptr<QtBorder> border_;
 };
 
 }  // namespace tarni::qt

@@ -3,7 +3,6 @@
 #include <QtGui/QGuiApplication>
 #include <QtGui/QScreen>
 #include <QtGui/QWindow>
-#include <QtWidgets/QWidget>
 
 #include "backends/posix/Dispatch.h"
 #include "backends/posix/HIDEventSystem.h"
@@ -39,8 +38,7 @@ class QtScreen : public platform::UIScreen {
 
  private:
   const QScreen* current() const {
-    const QWidget* const window = widgetOfView(application_.keyWindow());
-    const QWindow* const native = window ? window->windowHandle() : nullptr;
+    const QWindow* const native = nativeWindowOf(application_.keyWindow());
     return native ? native->screen() : QGuiApplication::primaryScreen();
   }
 
@@ -88,11 +86,20 @@ platform::Platform platformOf(Parts& parts) {
   return made;
 }
 
+Parts& parts() {
+  static auto* const made = new Parts;
+  return *made;
+}
+
 }  // namespace
 
 const platform::Platform& qtPlatform() {
-  static const auto* const made = new platform::Platform(platformOf(*new Parts));
+  static const auto* const made = new platform::Platform(platformOf(parts()));
   return *made;
+}
+
+QtEventDispatch& eventDispatch() {
+  return parts().events;
 }
 
 }  // namespace tarni::qt

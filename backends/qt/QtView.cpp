@@ -32,7 +32,7 @@ void appendWidget(QObject* child, std::span<const UIViewRef> before,
   auto* const widget = static_cast<QWidget*>(child);
   if (widget->isWindow()) return;
   const UIViewRef* const same = views.size() < before.size() ? &before[views.size()] : nullptr;
-  if (same && static_cast<const QtViewBase&>(**same).widget() == widget) {
+  if (same && static_cast<const QtViewCore&>(**same).widget() == widget) {
     views.push_back(*same);
   } else if (UIViewRef view = viewOfWidget(widget)) {
     views.push_back(std::move(view));

@@ -4,6 +4,7 @@
 #include <QtWidgets/QWidget>
 #include <cmath>
 
+#include "backends/qt/BorderOverlay.h"
 #include "backends/qt/QtImage.h"
 #include "backends/qt/QtText.h"
 #include "backends/qt/ViewRegistry.h"
@@ -18,14 +19,20 @@ platform::UIWindowRef QtViewBase::window() const {
   return drawing ? viewOfWidget(drawing->window()) : nullptr;
 }
 
+QWindow* QtViewBase::nativeWindow() const {
+  const QWidget* const drawing = widget();
+  return drawing ? drawing->window()->windowHandle() : nullptr;
+}
+
+std::unique_ptr<QtBorder> QtViewBase::makeBorder() const {
+  if (!widget()) return nullptr;
+  return std::make_unique<WidgetBorder>(
+      std::static_pointer_cast<const QtViewBase>(shared_from_this()));
+}
+
 CGRect QtViewBase::bounds() const {
   const QSize size = shape().size();
   return {{0, 0}, {static_cast<double>(size.width()), static_cast<double>(size.height())}};
-}
-
-CGPoint QtViewBase::center() const {
-  const CGRect outer = frame();
-  return {outer.midX(), outer.midY()};
 }
 
 CGPoint QtViewBase::convertPointToWindow(CGPoint point) const {

@@ -6,7 +6,7 @@
 #include <unordered_map>
 #include <unordered_set>
 
-#include "backends/qt/QtKind.h"
+#include "backends/qt/QtExtension.h"
 #include "backends/qt/ViewFactory.h"
 
 namespace tarni::qt {
@@ -24,7 +24,8 @@ Registry& registry() {
 }
 
 std::shared_ptr<QtView> makeKnown(QWidget& widget) {
-  std::shared_ptr<QtView> view = makeView(widget);
+  std::shared_ptr<QtView> view = extensions().makeView(widget);
+  if (!view) view = makeView(widget);
   registry().views.insert_or_assign(&widget, view);
   QObject::connect(&widget, &QObject::destroyed,
                    [](QObject* gone) { registry().views.erase(gone); });
@@ -44,15 +45,20 @@ platform::UIViewRef viewOfWidget(QWidget* widget) {
 }
 
 QWidget* widgetOfView(const platform::UIViewRef& view) {
-  const auto ours = std::dynamic_pointer_cast<QtViewBase>(view);
+  const auto* const ours = dynamic_cast<const QtViewCore*>(view.get());
   return ours ? ours->widget() : nullptr;
+}
+
+QWindow* nativeWindowOf(const platform::UIViewRef& view) {
+  const auto* const ours = dynamic_cast<const QtViewCore*>(view.get());
+  return ours ? ours->nativeWindow() : nullptr;
 }
 
 platform::UIWindowRef viewOfWindow(QWindow* window) {
   // Without a platform window there is nothing that anybody could see or touch.
   if (!window || !window->handle()) return nullptr;
   QWidget* const widget = QWidget::find(window->winId());
-  return widget ? viewOfWidget(widget->window()) : nullptr;
+  return widget ? viewOfWidget(widget->window()) : extensions().viewOfWindow(*window);
 }
 
 void hideFromWalks(QWidget* widget) {

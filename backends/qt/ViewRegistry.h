@@ -23,7 +23,12 @@ platform::UIViewRef viewOfWidget(QWidget* widget);
 // tab. Null when it has gone, and for views of other backends.
 QWidget* widgetOfView(const platform::UIViewRef& view);
 
-// The window-kind view whose native window this is; null when it is none of the toolkit's widgets.
+// The top-level native window that the view is shown in; null when it is in none, and for views of
+// other backends.
+QWindow* nativeWindowOf(const platform::UIViewRef& view);
+
+// The window-kind view whose native window this is; null when neither a widget nor an extension
+// (QtExtension.h) draws it.
 platform::UIWindowRef viewOfWindow(QWindow* window);
 
 // The scroll area whose viewport the widget is, or null. A viewport has no view of its own: its

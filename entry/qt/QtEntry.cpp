@@ -1,10 +1,14 @@
 // Starts the agent in a Qt program: from the first event loop that runs once the application object
 // exists, at once when it exists already. A process without windows gets no agent.
+#include <dlfcn.h>
+
 #include <QtCore/QCoreApplication>
 #include <QtGui/QGuiApplication>
 #include <exception>
+#include <filesystem>
 
 #include "backends/posix/SystemLog.h"
+#include "backends/qt/QtExtension.h"
 #include "backends/qt/QtPlatform.h"
 #include "entry/StartAgent.h"
 
@@ -18,12 +22,20 @@ void logLine(const char* line) noexcept {
   }
 }
 
+// The folder of this library.
+std::string ownFolder() {
+  Dl_info info{};
+  if (dladdr(reinterpret_cast<const void*>(&logLine), &info) == 0 || !info.dli_fname) return "";
+  return std::filesystem::absolute(info.dli_fname).parent_path();
+}
+
 void start() noexcept {
   if (!qobject_cast<QGuiApplication*>(QCoreApplication::instance())) {
     logLine("The program has no windows: the agent is not started");
     return;
   }
   try {
+    tarni::qt::extensions().loadFrom(ownFolder());
     tarni::entry::startAgent(tarni::qt::qtPlatform());
   } catch (const std::exception& failure) {
     logLine(failure.what());

@@ -134,15 +134,15 @@ TEST(Program, KeepsItsFocusAndItsViewsWhenAnAlertIsShown) {
   show(window);
   window.activateWindow();
   const auto before = current().application->windowsWithKeyWindow();
-  const int widgets = QApplication::topLevelWidgets().size();
+  const auto windows = QGuiApplication::topLevelWindows().size();
   const auto alert = current().alerts->show("Message", "Cancel", std::nullopt);
-  EXPECT_EQ(QApplication::topLevelWidgets().size(), widgets + 1);
+  EXPECT_EQ(QGuiApplication::topLevelWindows().size(), windows + 1);
   QCoreApplication::processEvents();
   EXPECT_EQ(current().application->windowsWithKeyWindow(), before);
   EXPECT_EQ(current().application->keyWindow(), qt::viewOfWidget(&window));
   alert->dismissWithClickedButtonIndex(0, true);
   alert->dismissWithClickedButtonIndex(0, true);
-  EXPECT_TRUE(runUntil([&] { return QApplication::topLevelWidgets().size() == widgets; }));
+  EXPECT_TRUE(runUntil([&] { return QGuiApplication::topLevelWindows().size() == windows; }));
 }
 
 TEST(Program, DrawsAtOnceWithoutRunningOtherEvents) {
