@@ -17,6 +17,20 @@ TEST_P(Conformance, WhatIsNoCommandIsAnsweredWithNothing) {
   }
 }
 
+// These go to the page first.
+TEST_P(Conformance, CommandsOfPagesAreAnsweredWithNothingWhereThereIsNone) {
+  for (const char* name : {"findelements", "findelementsinsideelement", "clickelement",
+                           "sendkeysonelement", "gettext"}) {
+    EXPECT_EQ(playback().ask({{"functionname", name},
+                              {"tagname", "input"},
+                              {"accessortype", "text"},
+                              {"accessorvalue", "');alert('"},
+                              {"datavalue", "\\"}}),
+              kNothing)
+        << name;
+  }
+}
+
 TEST_P(Conformance, ValuesThatAreNoTextAreAnswered) {
   const Wire& wire = playback().wire();
   for (const char* value : {"1", "null", "true", "[\"x\"]", "{\"a\":{}}", "1e400", "-0"}) {

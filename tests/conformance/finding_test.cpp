@@ -1,5 +1,6 @@
 #include <algorithm>
 #include <set>
+#include <stdexcept>
 
 #include "tests/conformance/Subject.h"
 
@@ -26,6 +27,19 @@ std::vector<std::string> positions(const nlohmann::json& elements) {
   return paths;
 }
 
+nlohmann::json everything(Playback& playback) {
+  return playback.ask({{"functionname", "ai_findelements"}, {"tagname", ""}});
+}
+
+// Of the first element that shows the text.
+std::string positionOf(Playback& playback, const std::string& text) {
+  const nlohmann::json elements = everything(playback);
+  const auto shown = std::ranges::find_if(
+      elements, [&text](const nlohmann::json& element) { return element["text"] == text; });
+  if (shown == elements.end()) throw std::runtime_error("nothing shows " + text);
+  return positions(elements)[static_cast<std::size_t>(shown - elements.begin())];
+}
+
 TEST_P(Conformance, FindsByClassInAnyCaseButNotBySuperclass) {
   const std::size_t fields = playback().find("UITextField").size();
   EXPECT_EQ(fields, 2U);
@@ -47,8 +61,7 @@ TEST_P(Conformance, FindsByTextAndPartialText) {
 }
 
 TEST_P(Conformance, FindsEveryVisibleElementByItsPosition) {
-  const nlohmann::json elements =
-      playback().ask({{"functionname", "ai_findelements"}, {"tagname", ""}});
+  const nlohmann::json elements = everything(playback());
   const std::vector<std::string> paths = positions(elements);
   ASSERT_EQ(paths.size(), elements.size());
   EXPECT_EQ(std::set<std::string>(paths.begin(), paths.end()).size(), paths.size());
@@ -64,15 +77,22 @@ TEST_P(Conformance, FindsEveryVisibleElementByItsPosition) {
   EXPECT_TRUE(playback().find("", "xpath", "\\Nowhere[0]").empty());
 }
 
-TEST_P(Conformance, FindsInsideAnElement) {
-  const std::string list = playback().one("UITableView");
-  const nlohmann::json rows = playback().ask({{"functionname", "findElementsInsideElement"},
-                                              {"tagname", "UITableViewCell"},
-                                              {"accessortype", "text"},
-                                              {"accessorvalue", "Row 2"},
-                                              {"datavalue", list}});
+TEST_P(Conformance, FindsInsideAnElementByEveryAccessor) {
+  const auto inside = [&](const std::string& type, const std::string& value) {
+    return playback().ask({{"functionname", "findElementsInsideElement"},
+                           {"tagname", "UITableViewCell"},
+                           {"accessortype", type},
+                           {"accessorvalue", value},
+                           {"datavalue", playback().one("UITableView")}});
+  };
+  const nlohmann::json rows = inside("Text", "Row 2");
   ASSERT_EQ(rows.size(), 1U) << rows;
   EXPECT_EQ(playback().output("gettext", rows[0]["elementID"]), "Row 2");
+  EXPECT_EQ(inside("", "").size(), playback().find("UITableViewCell").size());
+  EXPECT_EQ(inside("partialtext", "row 3").size(), 1U);
+  EXPECT_EQ(inside("xpath", positionOf(playback(), "Row 2")).size(), 1U);
+  EXPECT_EQ(inside("xpath", positionOf(playback(), "Log in")).size(), 0U) << "it lies elsewhere";
+  EXPECT_EQ(inside("id", "Row 2").size(), 0U);
 }
 
 TEST_P(Conformance, FindsNothingInsideAnUnknownElement) {
@@ -94,6 +114,8 @@ TEST_P(Conformance, FindsEditableComponentsByEveryAccessor) {
   EXPECT_EQ(editable("text", "User name"), 1U);
   EXPECT_EQ(editable("text", "user name"), 0U);
   EXPECT_EQ(editable("partialtext", "NAME"), 1U);
+  EXPECT_EQ(editable("id", "User name"), 0U);
+  EXPECT_EQ(editable("xpath", positionOf(playback(), "User name")), 1U);
   EXPECT_EQ(editable("xpath", "\\Nowhere[0]"), 0U);
 }
 
