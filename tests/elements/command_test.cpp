@@ -128,6 +128,32 @@ TEST_F(Command, ClickelementMayCloseWhatItClicks) {
   EXPECT_EQ(environment.application().eventLog().events().size(), 0U);
 }
 
+TEST_F(Command, OnAViewThatMovedToAnotherWindowActsThere) {
+  int taps = 0;
+  const auto button = add<Button>("Go").get();
+  button->onTap([&taps] { ++taps; });
+  UIViewMemoryCache::sharedInstance().addViewInMemoryCache(button, "moved");
+  const headless::WindowRef other = environment.makeWindow();
+  other->addSubview(button);
+  EXPECT_EQ(command({{"functionname", "clickelement"}, {"accessorvalue", "moved"}}), none);
+  EXPECT_EQ(taps, 1);
+  EXPECT_EQ(environment.application().eventLog().events().back().touches.at(0).window.lock(),
+            other);
+  button->removeFromSuperview();
+  EXPECT_EQ(command({{"functionname", "clickelement"}, {"accessorvalue", "moved"}}), none);
+  EXPECT_EQ(command({{"functionname", "swipeon"}, {"accessorvalue", "moved"}}), none);
+  EXPECT_EQ(taps, 1) << "it stands in no window";
+  environment.application().removeWindow(other);
+}
+
+TEST_F(Command, SwipeonAViewWithoutSizeIsADragOfNoLength) {
+  const auto point = add<View>().frame({{100, 200}, {0, 0}}).get();
+  EXPECT_EQ(commandOn(point, {{"functionname", "swipeon"}, {"datavalue", "up"}}), none);
+  for (const auto& event : environment.application().eventLog().events()) {
+    EXPECT_EQ(event.touches.at(0).locationInWindow, (CGPoint{100, 200}));
+  }
+}
+
 TEST_F(Command, SendkeysonelementReplacesTheText) {
   const auto field = add<TextField>("Name").get();
   field->replaceText("old");

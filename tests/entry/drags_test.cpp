@@ -117,6 +117,22 @@ TEST(Drags, DrawOnACanvasPointByPoint) {
                                                 QPoint(220, 120)));
 }
 
+TEST(Drags, OnAWidgetWithoutSizeLeaveTheProgramAsItIs) {
+  QWidget window;
+  window.resize(200, 200);
+  QPushButton button("Flat", &window);
+  button.setGeometry(50, 50, 0, 0);
+  int clicks = 0;
+  QObject::connect(&button, &QPushButton::clicked, [&] { ++clicks; });
+  show(window);
+  finish(KIFAdditions::dragFromPoint(qt::viewOfWidget(&button), {0, 0}, {0, 0}));
+  finish(KIFAdditions::tap(qt::viewOfWidget(&button)));
+  EXPECT_EQ(clicks, 0);
+  button.resize(50, 50);
+  finish(tap(&button));
+  EXPECT_EQ(clicks, 1);
+}
+
 // A path of one point leaves its finger down. It must not disturb what comes later.
 TEST(Drags, OfOnePointDoNotSpoilTheNextTap) {
   QWidget window;

@@ -45,6 +45,23 @@ class Taps : public testing::Test {
   QVBoxLayout* layout_ = new QVBoxLayout(page_);
 };
 
+TEST_F(Taps, ReachAViewThatMovedToAnotherWindow) {
+  auto* const button = add(new QPushButton("Press"));
+  int clicks = 0;
+  QObject::connect(button, &QPushButton::clicked, [&] { ++clicks; });
+  showWindow();
+  const platform::UIViewRef view = qt::viewOfWidget(button);
+  QWidget other;
+  other.resize(300, 200);
+  button->setParent(&other);
+  button->setGeometry(100, 50, 80, 30);
+  button->show();
+  show(other);
+  EXPECT_EQ(view->window(), qt::viewOfWidget(&other));
+  finish(KIFAdditions::tap(view));
+  EXPECT_EQ(clicks, 1);
+}
+
 TEST_F(Taps, ClickAButtonOnceATime) {
   auto* const button = add(new QPushButton("Press"));
   std::vector<QEvent::Type> seen;
