@@ -11,6 +11,7 @@
 #include "platform/Foundation/NSLog.h"
 #include "platform/Foundation/NSURLLoader.h"
 #include "platform/IOKit/IOHIDEvent.h"
+#include "platform/Mach/MachHost.h"
 #include "platform/ObjectiveC/Runtime.h"
 #include "platform/QuartzCore/CALayer.h"
 #include "platform/UIKit/UIApplication.h"
@@ -20,6 +21,7 @@ namespace tarni::platform {
 struct Platform {
   SystemLog* log = nullptr;
   NSProcessInfo* processInfo = nullptr;
+  MachHost* machHost = nullptr;
   NSEncoding* encoding = nullptr;
   NSNotificationCenter* notificationCenter = nullptr;
   Dispatch* dispatch = nullptr;

@@ -3,6 +3,8 @@
 #include <nlohmann/json.hpp>
 
 #include "agent/TcpCommunication/BaseManager/UTF8.h"
+#include "agent/diagnostics/Errors.h"
+#include "agent/diagnostics/Screenshots.h"
 #include "agent/elements/UIViewFinder.h"
 #include "agent/elements/Utilities.h"
 #include "platform/Foundation/NSLog.h"
@@ -49,13 +51,14 @@ std::string exceptionAnswer(const std::string& reason) {
 Task<std::optional<std::string>> PlaybackExecutor::execute(std::string message) {
   logMessage(message);
   if (message == kGreeting) co_return std::nullopt;
+  std::string reason;
   try {
-    co_return co_await answerTo(std::move(message));
-  } catch (const std::exception& exception) {
-    co_return exceptionAnswer(exception.what());
+    co_return co_await answerTo(message);
   } catch (...) {
-    co_return exceptionAnswer("unknown exception");
+    reason = Diagnostics::reasonOfCurrentException();
   }
+  co_await Diagnostics::recordFailure("exceptionmsg", reason + '\n' + message);
+  co_return exceptionAnswer(reason);
 }
 
 }  // namespace tarni

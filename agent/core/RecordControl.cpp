@@ -6,6 +6,7 @@
 #include "agent/WebView/WebView.h"
 #include "agent/core/GlobalVars.h"
 #include "agent/core/TcpChannel.h"
+#include "agent/diagnostics/Errors.h"
 #include "agent/elements/UIViewsManager.h"
 #include "platform/Platform.h"
 
@@ -46,10 +47,8 @@ void tickAndRearm() {
   bool goesOn = true;
   try {
     goesOn = tick();
-  } catch (const std::exception& failure) {
-    platform::NSLog("Polling hook: %s", failure.what());
   } catch (...) {
-    platform::NSLog("Polling hook: unknown exception");
+    Diagnostics::logCurrentException("Polling hook");
   }
   if (goesOn) RecordControl::dispatchHook();
 }

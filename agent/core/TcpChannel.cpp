@@ -8,6 +8,7 @@
 #include "agent/Queue/RecorderQueue.h"
 #include "agent/TcpCommunication/BaseManager/ServerManager.h"
 #include "agent/core/GlobalVars.h"
+#include "agent/diagnostics/Errors.h"
 #include "agent/elements/Utilities.h"
 #include "platform/Platform.h"
 
@@ -25,10 +26,8 @@ void senderLoop() {
   for (;;) {
     try {
       TcpChannel::sendPendingSteps();
-    } catch (const std::exception& failure) {
-      platform::NSLog("Sender loop: %s", failure.what());
     } catch (...) {
-      platform::NSLog("Sender loop: unknown exception");
+      Diagnostics::logCurrentException("Sender loop");
     }
     std::this_thread::sleep_for(idleTime);
   }

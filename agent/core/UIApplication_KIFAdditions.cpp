@@ -2,6 +2,7 @@
 
 #include <exception>
 
+#include "agent/diagnostics/Errors.h"
 #include "agent/interaction/Swizzle.h"
 #include "agent/recording/RecorderEvent.h"
 #include "platform/Platform.h"
@@ -31,19 +32,15 @@ void mtSendEvent(const std::vector<platform::Argument>& arguments) noexcept {
   platform::NSLog("Clicked");
   try {
     showToRecorder(arguments);
-  } catch (const std::exception& failure) {
-    platform::NSLog("Recording an event failed: %s", failure.what());
   } catch (...) {
-    platform::NSLog("Recording an event failed");
+    Diagnostics::logCurrentException("Recording an event failed");
   }
   try {
     // After the exchange this is the application's own method.
     platform::current().runtime->perform(platform::uikit::UIApplication, mtSendEventSelector,
                                          arguments);
-  } catch (const std::exception& failure) {
-    platform::NSLog("Dispatching an event failed: %s", failure.what());
   } catch (...) {
-    platform::NSLog("Dispatching an event failed");
+    Diagnostics::logCurrentException("Dispatching an event failed");
   }
 }
 

@@ -3,6 +3,7 @@
 #include <exception>
 
 #include "agent/core/GlobalVars.h"
+#include "agent/diagnostics/Errors.h"
 #include "agent/interaction/Swizzle.h"
 #include "platform/Platform.h"
 #include "platform/UIKit/Classes.h"
@@ -17,10 +18,8 @@ void callSystemMethod(const char* hookSelector, const Arguments& arguments) {
   try {
     platform::current().runtime->perform(platform::uikit::UIViewController, hookSelector,
                                          arguments);
-  } catch (const std::exception& failure) {
-    platform::NSLog("%s failed: %s", hookSelector, failure.what());
   } catch (...) {
-    platform::NSLog("%s failed", hookSelector);
+    Diagnostics::logCurrentException(hookSelector);
   }
 }
 

@@ -8,6 +8,7 @@
 #include "agent/Queue/ElementsQueue.h"
 #include "agent/core/GlobalVars.h"
 #include "agent/core/MainThread.h"
+#include "agent/diagnostics/Errors.h"
 #include "agent/elements/ElementSpy.h"
 #include "agent/elements/Utilities.h"
 #include "agent/interaction/UIView_KIFAdditions.h"
@@ -45,10 +46,8 @@ void spawnLogged(platform::Task<void> work) {
   platform::spawn(std::move(work), [](const std::exception_ptr& failure) {
     try {
       if (failure) std::rethrow_exception(failure);
-    } catch (const std::exception& reason) {
-      platform::NSLog("Recording failed: %s", reason.what());
     } catch (...) {
-      platform::NSLog("Recording failed");
+      Diagnostics::logCurrentException("Recording failed");
     }
   });
 }

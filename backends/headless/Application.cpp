@@ -147,6 +147,11 @@ void Application::endDelivery() {
   if (delivery && delivery->sender) std::exchange(delivery->sender, nullptr).resume();
 }
 
+bool Application::openURL(std::string_view url) {
+  remember(openedURLs_, std::string(url));
+  return true;
+}
+
 // --- run loop
 
 platform::Task<platform::CFRunLoopRunResult> Application::runLoopRunInMode(

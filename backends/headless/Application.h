@@ -57,6 +57,11 @@ class Application : public platform::UIApplication {
   // Whether touches know setGestureView; true at first.
   void setTouchesRespondToSetGestureView(bool respond) { touchesKnowGestureView_ = respond; }
 
+  // Always says that it was opened.
+  bool openURL(std::string_view url) override;
+  // The addresses that were opened, the latest last.
+  const std::deque<std::string>& openedURLs() const { return openedURLs_; }
+
   // --- run loop
   platform::Task<platform::CFRunLoopRunResult> runLoopRunInMode(
       std::string mode, double seconds, bool returnAfterSourceHandled) override;
@@ -86,6 +91,7 @@ class Application : public platform::UIApplication {
   EventLog eventLog_;
   std::shared_ptr<Delivery> delivery_;  // the one that a sender waits for
   std::deque<RunLoopRun> runLoopRuns_;
+  std::deque<std::string> openedURLs_;
   std::vector<std::string> runLoopModes_{platform::kCFRunLoopDefaultMode};
   bool touchesKnowGestureView_ = true;
 };

@@ -21,6 +21,7 @@ void Environment::install() {
   platform::Platform parts;
   parts.log = &shared_.log;
   parts.processInfo = &shared_.processInfo;
+  parts.machHost = &shared_.machHost;
   parts.encoding = &encoding_;
   parts.notificationCenter = &notificationCenter_;
   parts.dispatch = &shared_.dispatch;

@@ -24,6 +24,7 @@
 #include "backends/headless/events/Finger.h"
 #include "backends/posix/Dispatch.h"
 #include "backends/posix/HIDEventSystem.h"
+#include "backends/posix/MachHost.h"
 #include "backends/posix/ObjectiveCRuntime.h"
 #include "platform/Platform.h"
 
@@ -65,6 +66,7 @@ class Environment {
   struct Shared {
     LineLog log;
     ProcessInfo processInfo;
+    posix::MachHost machHost;
     RunLoop runLoop{processInfo};
     posix::Dispatch dispatch{runLoop};
   };

@@ -1,5 +1,7 @@
 #include "backends/qt/QtApplication.h"
 
+#include <QtCore/QUrl>
+#include <QtGui/QDesktopServices>
 #include <QtGui/QWindow>
 #include <QtWidgets/QApplication>
 #include <algorithm>
@@ -69,6 +71,10 @@ platform::Task<platform::CFRunLoopRunResult> QtApplication::runLoopRunInMode(std
                                                                              double seconds, bool) {
   co_await letProgramRun(seconds);
   co_return platform::CFRunLoopRunResult::TimedOut;
+}
+
+bool QtApplication::openURL(std::string_view url) {
+  return QDesktopServices::openUrl(QUrl(QString::fromStdString(std::string(url))));
 }
 
 }  // namespace tarni::qt

@@ -24,6 +24,7 @@ class QtApplication : public platform::UIApplication {
   platform::Task<void> sendEvent(platform::UIEvent& event) override;
   platform::Task<platform::CFRunLoopRunResult> runLoopRunInMode(
       std::string mode, double seconds, bool returnAfterSourceHandled) override;
+  bool openURL(std::string_view url) override;
 
  private:
   QtEventDispatch& dispatch_;

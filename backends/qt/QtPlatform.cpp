@@ -6,6 +6,7 @@
 
 #include "backends/posix/Dispatch.h"
 #include "backends/posix/HIDEventSystem.h"
+#include "backends/posix/MachHost.h"
 #include "backends/posix/ObjectiveCRuntime.h"
 #include "backends/posix/ProcessInfo.h"
 #include "backends/posix/SystemLog.h"
@@ -57,6 +58,7 @@ class QtNotificationCenter : public platform::NSNotificationCenter {
 struct Parts {
   posix::SystemLog log;
   posix::ProcessInfo processInfo;
+  posix::MachHost machHost;
   QtEncoding encoding;
   QtNotificationCenter notificationCenter;
   posix::Dispatch dispatch{QtMainQueue::shared()};
@@ -74,6 +76,7 @@ platform::Platform platformOf(Parts& parts) {
   platform::Platform made;
   made.log = &parts.log;
   made.processInfo = &parts.processInfo;
+  made.machHost = &parts.machHost;
   made.encoding = &parts.encoding;
   made.notificationCenter = &parts.notificationCenter;
   made.dispatch = &parts.dispatch;

@@ -42,6 +42,9 @@ class UIApplication {
   virtual Task<CFRunLoopRunResult> runLoopRunInMode(std::string mode, double seconds,
                                                     bool returnAfterSourceHandled) = 0;
 
+  // Hands the address to the program that the system has for it. False when there is none.
+  virtual bool openURL(std::string_view url) = 0;
+
   // objc_setAssociatedObject on the application object.
   std::map<const void*, std::any>& associatedObjects() { return associatedObjects_; }
 
