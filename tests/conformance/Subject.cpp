@@ -6,9 +6,7 @@ namespace tarni::test {
 namespace {
 
 Subject qt(const std::string& major) {
-  return {"Qt" + major,
-          {built("bin/qt-sample-" + major)},
-          {{"LD_PRELOAD", agentPreload()}, {"QT_QPA_PLATFORM", "offscreen"}}};
+  return {"Qt" + major, {built("bin/qt-sample-" + major)}, agentEnvironment()};
 }
 
 }  // namespace

@@ -20,10 +20,6 @@ std::string launcher() {
   return built("lib/libtarni.so");
 }
 
-Program::Environment preloaded() {
-  return {{"LD_PRELOAD", agentPreload()}, {"QT_QPA_PLATFORM", "offscreen"}};
-}
-
 std::string greeting() {
   return Wire(kPlaybackPort).readMessage();
 }
@@ -35,7 +31,7 @@ std::string sample(const std::string& major) {
 class Loading : public testing::TestWithParam<std::string> {};
 
 TEST_P(Loading, ByPreloadSaysWhatItFound) {
-  Program program({sample(GetParam())}, preloaded());
+  Program program({sample(GetParam())}, agentEnvironment());
   // A host tool that leaves the playback port makes the agent open both ports anew.
   const Wire playback(kPlaybackPort);
   EXPECT_EQ(playback.readMessage(), kGreeting);
@@ -46,7 +42,8 @@ TEST_P(Loading, ByPreloadSaysWhatItFound) {
 }
 
 TEST_P(Loading, PassesThroughWrappersThatItLeavesAlone) {
-  Program program({"/bin/sh", "-c", "timeout 60 " + sample(GetParam()) + "; true"}, preloaded());
+  Program program({"/bin/sh", "-c", "timeout 60 " + sample(GetParam()) + "; true"},
+                  agentEnvironment());
   EXPECT_EQ(greeting(), kGreeting);
   EXPECT_THAT(program.output(), Not(HasSubstr("not loaded")));
 }
@@ -59,7 +56,7 @@ TEST_P(Loading, ByGenericPlugin) {
 }
 
 TEST_P(Loading, TwiceStartsOneAgent) {
-  Program::Environment environment = preloaded();
+  Program::Environment environment = agentEnvironment();
   environment["QT_PLUGIN_PATH"] = built("lib");
   environment["QT_QPA_GENERIC_PLUGINS"] = "tarni";
   environment["TARNI_LOG"] = "stderr";
@@ -80,7 +77,7 @@ TEST_P(Loading, ByLinking) {
 }
 
 TEST_P(Loading, WorksAtAnyScale) {
-  Program::Environment environment = preloaded();
+  Program::Environment environment = agentEnvironment();
   environment["QT_SCALE_FACTOR"] = "2";
   Program program({sample(GetParam())}, environment);
   const Playback playback;
@@ -90,7 +87,7 @@ TEST_P(Loading, WorksAtAnyScale) {
 }
 
 TEST_P(Loading, LetsTheProgramEndByItself) {
-  Program program({sample(GetParam())}, preloaded());
+  Program program({sample(GetParam())}, agentEnvironment());
   const Playback playback;
   playback.command("clickelement", playback.find("", "text", "File").back());
   playback.wire().sendLine(nlohmann::json{{"functionname", "clickelement"},
@@ -102,9 +99,9 @@ TEST_P(Loading, LetsTheProgramEndByItself) {
 INSTANTIATE_TEST_SUITE_P(Qt, Loading, testing::Values("5", "6"));
 
 TEST(Launcher, LeavesProgramsWithoutAToolkitAlone) {
-  EXPECT_THAT(run({"/bin/sh", "-c", "echo hello; printenv LD_PRELOAD"}, preloaded()),
-              testing::StrEq("hello\n" + launcher() + "\n"));
-  Program::Environment verbose = preloaded();
+  EXPECT_THAT(run({"/bin/sh", "-c", "echo hello; printenv LD_PRELOAD"}, agentEnvironment()),
+              testing::StrEq("hello\n" + preload(launcher()) + "\n"));
+  Program::Environment verbose = agentEnvironment();
   verbose["TARNI_VERBOSE"] = "1";
   EXPECT_THAT(run({"/usr/bin/env", "true"}, verbose),
               HasSubstr("uses no toolkit known to tarni: not loaded\n"));
@@ -115,15 +112,15 @@ TEST(Launcher, LeavesProgramsWithoutAToolkitAlone) {
 TEST_P(Loading, KeepsOutOfTheProgramsChildren) {
   const std::vector<std::string> parent = {built("bin/qt-parent-" + GetParam()),
                                            "echo child=$LD_PRELOAD"};
-  Program::Environment environment = preloaded();
-  EXPECT_THAT(run(parent, environment), HasSubstr("child=\n"));
-  environment["LD_PRELOAD"] = launcher() + ":libm.so.6";
-  EXPECT_THAT(run(parent, environment), HasSubstr("child=libm.so.6\n"));
+  Program::Environment environment = agentEnvironment();
+  EXPECT_THAT(run(parent, environment), HasSubstr("child=" + preload("") + "\n"));
+  environment["LD_PRELOAD"] = preload(launcher() + ":libm.so.6");
+  EXPECT_THAT(run(parent, environment), HasSubstr("child=" + preload("libm.so.6") + "\n"));
 }
 
 // Such a process may be a helper of the program, or the program's own tool.
 TEST_P(Loading, StartsNoAgentWithoutWindows) {
-  Program::Environment environment = preloaded();
+  Program::Environment environment = agentEnvironment();
   environment["TARNI_LOG"] = "stderr";
   environment["WITHOUT_WINDOWS"] = "1";
   const std::string output = run({built("bin/qt-parent-" + GetParam()), "true"}, environment);
@@ -135,8 +132,9 @@ TEST(Launcher, SaysWhyItCannotLoad) {
   std::filesystem::create_directories(folder);
   const std::string alone = folder + "/libtarni.so";
   std::filesystem::copy_file(launcher(), alone, std::filesystem::copy_options::overwrite_existing);
-  const std::string output = run({built("bin/qt-parent-5"), "true"},
-                                 {{"LD_PRELOAD", alone}, {"QT_QPA_PLATFORM", "offscreen"}});
+  const std::string output =
+      run({built("bin/qt-parent-5"), "true"},
+          {{"LD_PRELOAD", preload(alone)}, {"QT_QPA_PLATFORM", "offscreen"}});
   EXPECT_THAT(output, HasSubstr("agent not loaded: " + folder + "/libtarni-qt5.so"));
   std::filesystem::remove_all(folder);
 }

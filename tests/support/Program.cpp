@@ -118,10 +118,17 @@ std::string built(const std::string& path) {
   return std::string(TARNI_BINARY_DIR) + "/" + path;
 }
 
-std::string agentPreload() {
+std::string preload(const std::string& libraries) {
   const std::string runtime = TARNI_SANITIZER_RUNTIME;
-  const std::string agent = built("lib/libtarni.so");
-  return runtime.empty() ? agent : runtime + ":" + agent;
+  if (runtime.empty() || libraries.empty()) return runtime + libraries;
+  return runtime + ":" + libraries;
+}
+
+Program::Environment agentEnvironment() {
+  const char* const options = std::getenv("ASAN_OPTIONS");
+  return {{"LD_PRELOAD", preload(built("lib/libtarni.so"))},
+          {"ASAN_OPTIONS", (options ? std::string(options) + ":" : "") + "detect_leaks=0"},
+          {"QT_QPA_PLATFORM", "offscreen"}};
 }
 
 void pauseBetweenAttempts() {
