@@ -120,7 +120,9 @@ bool isToolkitClass(const QMetaObject* metaObject) {
   Dl_info where{};
   if (dladdr(metaObject, &where) == 0 || !where.dli_fname) return false;
   const std::string_view path = where.dli_fname;
-  return path.substr(path.rfind('/') + 1).starts_with("libQt" QT_STRINGIFY(QT_VERSION_MAJOR));
+  const bool isOfModule = path.find("/qml/Qt") != path.npos;
+  return isOfModule ||
+         path.substr(path.rfind('/') + 1).starts_with("libQt" QT_STRINGIFY(QT_VERSION_MAJOR));
 }
 
 Class classNamed(const char* name, Class superclass) {

@@ -45,7 +45,8 @@ Kind kindOfWidget(const QWidget& widget);
 // below the kind's.
 platform::Class classFor(const QMetaObject* metaObject, Kind kind);
 
-// True for the toolkit's own classes, those of C++: a library of the toolkit holds them.
+// True for the toolkit's own classes, those of C++: a library of the toolkit holds them, or the
+// plug-in of one of its QML modules.
 bool isToolkitClass(const QMetaObject* metaObject);
 
 // A class of that name below `superclass`, even when the name is already taken by one below another

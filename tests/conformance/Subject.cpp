@@ -9,6 +9,15 @@ Subject qt(const std::string& major) {
   return {"Qt" + major, {built("bin/qt-sample-" + major)}, agentEnvironment()};
 }
 
+// The software renderer is the only one that needs no display.
+Subject quick(const std::string& major) {
+  return {"Quick" + major,
+          {built("bin/quick-sample-" + major)},
+          {{"LD_PRELOAD", agentPreload()},
+           {"QT_QPA_PLATFORM", "offscreen"},
+           {"QT_QUICK_BACKEND", "software"}}};
+}
+
 }  // namespace
 
 void PrintTo(const Subject& subject, std::ostream* output) {
@@ -16,7 +25,8 @@ void PrintTo(const Subject& subject, std::ostream* output) {
 }
 
 std::vector<Subject> subjects() {
-  return {{"Headless", {built("bin/tarni-headless")}, {}}, qt("5"), qt("6")};
+  return {
+      {"Headless", {built("bin/tarni-headless")}, {}}, qt("5"), qt("6"), quick("5"), quick("6")};
 }
 
 std::string subjectName(const testing::TestParamInfo<Subject>& info) {

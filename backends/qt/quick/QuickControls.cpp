@@ -1,0 +1,170 @@
+#include "backends/qt/quick/QuickControls.h"
+
+#include <private/qquickflickable_p.h>
+
+#include <QtCore/QCoreApplication>
+#include <QtCore/QTextBoundaryFinder>
+#include <QtGui/QKeyEvent>
+#include <QtGui/QTextDocumentFragment>
+#include <algorithm>
+#include <vector>
+
+#include "backends/qt/QtText.h"
+#include "backends/qt/ViewRegistry.h"
+
+namespace tarni::qt {
+namespace {
+
+using platform::CGPoint;
+using platform::Task;
+
+void pressKey(const QPointer<QQuickItem>& item, int key, const QString& text) {
+  for (const auto type : {QEvent::KeyPress, QEvent::KeyRelease}) {
+    QKeyEvent event(type, key, Qt::NoModifier, text);
+    if (item) QCoreApplication::sendEvent(item, &event);
+  }
+}
+
+int keyFor(const QString& character) {
+  const ushort first = character.toUpper().at(0).unicode();
+  return first > 0x20 && first < 0x7f ? first : int{Qt::Key_unknown};
+}
+
+// One key for each character as people count them.
+void typeText(const QPointer<QQuickItem>& item, const QString& text) {
+  QTextBoundaryFinder characters(QTextBoundaryFinder::Grapheme, text);
+  for (qsizetype start = 0, end = 0; (end = characters.toNextBoundary()) > start; start = end) {
+    const QString character = text.mid(start, end - start);
+    pressKey(item, keyFor(character), character);
+  }
+}
+
+std::optional<std::string> ownText(const QQuickItem& item) {
+  return nonEmpty(withoutMnemonic(item.property("text").toString()));
+}
+
+std::optional<std::string> readText(const QQuickItem& item) {
+  const auto format = static_cast<Qt::TextFormat>(item.property("textFormat").toInt());
+  return nonEmpty(withoutMarkup(item.property("text").toString(), format));
+}
+
+double clamped(double value, double first, double last) {
+  return std::max(first, std::min(value, last));
+}
+
+}  // namespace
+
+std::shared_ptr<QuickView> makeQuickView(QQuickItem& item, QuickKind kind) {
+  switch (kind) {
+    case QuickKind::Label:
+      return std::make_shared<QuickLabel>(item, kind);
+    case QuickKind::Button:
+      return std::make_shared<QuickButton>(item, kind);
+    case QuickKind::Switch:
+      return std::make_shared<QuickSwitch>(item, kind);
+    case QuickKind::TextField:
+      return std::make_shared<QuickTextField>(item, kind);
+    case QuickKind::TextView:
+      return std::make_shared<QuickTextView>(item, kind);
+    case QuickKind::ScrollView:
+    case QuickKind::TableView:
+    case QuickKind::CollectionView:
+      return std::make_shared<QuickScrollView>(item, kind);
+    case QuickKind::TableCell:
+    case QuickKind::CollectionCell:
+      return std::make_shared<QuickCell>(item, kind);
+    case QuickKind::Control:
+    case QuickKind::Slider:
+      return std::make_shared<QuickControl>(item, kind);
+    default:
+      return std::make_shared<QuickView>(item, kind);
+  }
+}
+
+Task<void> QuickControl::sendActionsForControlEvents(std::uint32_t) {
+  co_return;
+}
+
+std::optional<std::string> QuickLabel::labelText() const {
+  return item() ? readText(*item()) : std::nullopt;
+}
+
+std::optional<std::string> QuickButton::currentTitle() const {
+  return item() ? ownText(*item()) : std::nullopt;
+}
+
+bool QuickSwitch::isOn() const {
+  return item() && item()->property("checked").toBool();
+}
+
+Task<void> QuickSwitch::setOn(bool on) {
+  return performInProgram([target = QPointer(item()), on] {
+    if (!target || !target->isEnabled() || target->property("checked").toBool() == on) return;
+    // As the control itself does when it is released under a finger.
+    for (const char* const method : {"toggle", "toggled", "clicked"}) {
+      if (target) QMetaObject::invokeMethod(target, method);
+    }
+  });
+}
+
+std::optional<std::string> QuickTextField::placeholder() const {
+  return nonEmpty(QuickView::text("placeholderText"));
+}
+
+std::string QuickTextField::text() const {
+  return utf8(QuickView::text("text"));
+}
+
+Task<void> QuickTextField::setText(std::string text) {
+  return performInProgram([field = QPointer(item()), typed = QString::fromStdString(text)] {
+    if (!field || !field->isEnabled() || field->property("readOnly").toBool()) return;
+    QMetaObject::invokeMethod(field, "selectAll");
+    if (typed.isEmpty()) {
+      pressKey(field, Qt::Key_Backspace, QString());
+    } else {
+      typeText(field, typed);
+    }
+  });
+}
+
+std::optional<std::string> QuickTextView::textViewText() const {
+  const QString shown = text("text");
+  const bool isRich = item() && item()->property("textFormat").toInt() == Qt::RichText;
+  return utf8(isRich ? QTextDocumentFragment::fromHtml(shown).toPlainText() : shown);
+}
+
+CGPoint QuickScrollView::contentOffset() const {
+  const auto* const flickable = qobject_cast<const QQuickFlickable*>(item());
+  if (!flickable) return {};
+  return {flickable->contentX() - flickable->originX(),
+          flickable->contentY() - flickable->originY()};
+}
+
+Task<void> QuickScrollView::setContentOffset(CGPoint offset, bool) {
+  return performInProgram([target = QPointer(qobject_cast<QQuickFlickable*>(item())), offset] {
+    if (!target) return;
+    QMetaObject::invokeMethod(target, "cancelFlick");
+    const double lastX = target->contentWidth() - target->width() + target->rightMargin();
+    const double lastY = target->contentHeight() - target->height() + target->bottomMargin();
+    target->setContentX(target->originX() + clamped(offset.x, -target->leftMargin(), lastX));
+    target->setContentY(target->originY() + clamped(offset.y, -target->topMargin(), lastY));
+  });
+}
+
+std::optional<std::string> QuickCell::cellText() const {
+  if (!item()) return std::nullopt;
+  if (auto own = ownText(*item())) return own;
+  std::vector<const QQuickItem*> waiting{item()};
+  while (!waiting.empty()) {
+    const QQuickItem* const at = waiting.back();
+    waiting.pop_back();
+    if (at->inherits("QQuickText") && at->isVisible()) {
+      if (auto found = readText(*at)) return found;
+    }
+    const QList<QQuickItem*> children = at->childItems();
+    waiting.insert(waiting.end(), children.rbegin(), children.rend());
+  }
+  return std::nullopt;
+}
+
+}  // namespace tarni::qt

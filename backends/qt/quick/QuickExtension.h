@@ -1,0 +1,15 @@
+// QuickExtension: Qt Quick for this backend. Its windows are windows, its items are views. GUI
+// thread.
+#pragma once
+
+#include "backends/qt/QtExtension.h"
+
+namespace tarni::qt {
+
+class QuickExtension final : public QtExtension {
+ public:
+  platform::UIWindowRef viewOfWindow(QWindow& window) override;
+  std::shared_ptr<QtView> makeView(QWidget& widget) override;
+};
+
+}  // namespace tarni::qt

@@ -1,0 +1,49 @@
+// Which UIKit class an item appears as. GUI thread.
+#pragma once
+
+#include <QtQuick/QQuickItem>
+
+#include "platform/ObjectiveC/Class.h"
+
+namespace tarni::qt {
+
+enum class QuickKind : std::uint8_t {
+  View,
+  Control,
+  Label,
+  ImageView,
+  Button,
+  Switch,
+  TextField,
+  TextView,
+  ScrollView,
+  TableView,
+  CollectionView,
+  TableCell,
+  CollectionCell,
+  Picker,
+  NavigationBar,
+  TabBar,
+  Slider,
+  ProgressView,
+  Alert,
+};
+
+// By the first of the item's C++ classes that is known; a delegate is a cell. A popup counts by the
+// popup object, not by the item that shows it.
+QuickKind kindOfItem(const QQuickItem& item);
+
+// The kind's UIKit class for the toolkit's own types. A type that the application defines, in C++
+// or in a QML file, is a class of its own name below it; what the QML engine appends to such names
+// differs from run to run and is left out.
+platform::Class classOfItem(const QQuickItem& item, QuickKind kind);
+platform::Class classOfWindow(const QQuickWindow& window);
+
+// The popup that the item shows, or null.
+const QObject* popupOfItem(const QQuickItem& item);
+
+// True for kinds that are drawn by parts which nobody takes for things of their own (a button's
+// background and its text).
+bool drawsItself(QuickKind kind);
+
+}  // namespace tarni::qt

@@ -1,0 +1,227 @@
+#include "backends/qt/quick/QuickTree.h"
+
+#include <private/qquickflickable_p.h>
+#include <private/qquickitem_p.h>
+#include <private/qquickmousearea_p.h>
+#include <private/qquickpointerhandler_p.h>
+
+#include <QtGui/QColor>
+#include <algorithm>
+#include <unordered_set>
+#include <vector>
+
+#include "backends/qt/quick/QmlOrigin.h"
+#include "backends/qt/quick/QuickRegistry.h"
+
+namespace tarni::qt {
+namespace {
+
+using Role = KnownItem::Role;
+
+std::unordered_set<const QObject*>& ownItems() {
+  static auto* const shared = new std::unordered_set<const QObject*>;
+  return *shared;
+}
+
+const QQuickFlickable* flickableOfContent(const QQuickItem& item) {
+  const auto* const flickable = qobject_cast<const QQuickFlickable*>(item.parentItem());
+  return flickable && flickable->contentItem() == &item ? flickable : nullptr;
+}
+
+bool isRecognizer(const QQuickItem& item) {
+  return qobject_cast<const QQuickMouseArea*>(&item) &&
+         QQuickItemPrivate::get(&item)->childItems.isEmpty();
+}
+
+// What a control of the toolkit is drawn with. A field in a combo box is still a field.
+bool isPartOfDrawing(const QQuickItem& item, const QQuickItem& parent) {
+  return drawsItself(kindOf(parent)) && !isDeclaredByApplication(item) &&
+         kindOf(item) != QuickKind::TextField;
+}
+
+// Lists add items of their own to their content that show nothing.
+bool isUndeclaredRest(const QQuickItem& item, const QQuickItem& parent) {
+  return flickableOfContent(parent) && !isDeclared(item);
+}
+
+Role roleBelow(const QQuickItem& parent, const QQuickItem& item) {
+  if (flickableOfContent(item)) return Role::Transparent;
+  const bool isNoView = isPartOfDrawing(item, parent) || isUndeclaredRest(item, parent);
+  return isNoView ? Role::NoView : Role::View;
+}
+
+Role roleOf(const QQuickItem& item) {
+  if (!ownItems().empty() && ownItems().contains(&item)) return Role::NoView;
+  const QQuickItem* const parent = item.parentItem();
+  if (!parent) return Role::View;
+  if (isRecognizer(item)) return Role::NoView;
+  const KnownItem& known = knownItem(item);
+  if (known.parent == parent) return known.role;
+  const Role role = roleBelow(*parent, item);
+  KnownItem& renewed = knownItem(item);
+  renewed.parent = parent;
+  renewed.role = role;
+  return role;
+}
+
+bool isInViewport(const QQuickItem& item, const QQuickFlickable& flickable) {
+  const QRectF viewport(0, 0, flickable.width(), flickable.height());
+  const QRectF rect(item.position() + item.parentItem()->position(), item.size());
+  return rect.isEmpty() || viewport.intersects(rect);
+}
+
+bool isList(QuickKind kind) {
+  return kind == QuickKind::TableView || kind == QuickKind::CollectionView;
+}
+
+QList<QQuickItem*> childrenInPaintOrder(const QQuickItem& item) {
+  return QQuickItemPrivate::get(&item)->paintOrderChildItems();
+}
+
+// ---------------------------------------------------------------------------------- what is met
+
+bool isShown(const QQuickItem& item) {
+  return item.isVisible() && item.opacity() > 0;
+}
+
+bool clipsAway(const QQuickItem& item, QPointF point) {
+  const bool clips = item.clip() || qobject_cast<const QQuickFlickable*>(&item);
+  return clips && !item.clipRect().contains(point);
+}
+
+// A frame that somebody laid over everything covers nothing.
+bool draws(const QQuickItem& item) {
+  if (!item.flags().testFlag(QQuickItem::ItemHasContents)) return false;
+  const QVariant color = item.property("color");
+  return !item.inherits("QQuickRectangle") || color.value<QColor>().alpha() > 0;
+}
+
+// The overlay keeps everything from what is below it only while a modal popup is in it.
+bool isBlocking(const QQuickItem& overlay) {
+  return std::ranges::any_of(overlay.childItems(), [](const QQuickItem* child) {
+    const QObject* const popup = popupOfItem(*child);
+    return popup && child->isVisible() && popup->property("modal").toBool();
+  });
+}
+
+bool takesTouches(const QQuickItem& item) {
+  if (!item.isEnabled()) return false;
+  if (item.inherits("QQuickOverlay")) return isBlocking(item);
+  // A text says that it takes them, and then takes those on its links only.
+  if (item.inherits("QQuickText")) return false;
+  return item.acceptedMouseButtons().testFlag(Qt::LeftButton) || item.acceptTouchEvents() ||
+         QQuickItemPrivate::get(&item)->hasPointerHandlers();
+}
+
+// Goes through the items at a point from front to back until one takes the touch.
+class Probe {
+ public:
+  Probe(QQuickItem& root, QPointF point) {
+    steps_.push_back({&root, point, false});
+    while (!steps_.empty() && !taker) {
+      const Step step = steps_.back();
+      steps_.pop_back();
+      if (step.isSelf) {
+        meet(*step.item, step.point);
+      } else {
+        enter(*step.item, step.point);
+      }
+    }
+  }
+
+  QQuickItem* drawn = nullptr;
+  QQuickItem* taker = nullptr;
+
+ private:
+  struct Step {
+    QQuickItem* item;
+    QPointF point;
+    bool isSelf;
+  };
+
+  void enter(QQuickItem& item, QPointF point) {
+    if (!isShown(item) || clipsAway(item, point)) return;
+    if (!ownItems().empty() && ownItems().contains(&item)) return;
+    bool isSelfPushed = false;
+    const auto pushSelf = [&] {
+      if (!std::exchange(isSelfPushed, true)) steps_.push_back({&item, point, true});
+    };
+    for (QQuickItem* const child : childrenInPaintOrder(item)) {
+      if (child->z() >= 0) pushSelf();
+      steps_.push_back({child, child->mapFromItem(&item, point), false});
+    }
+    pushSelf();
+  }
+
+  void meet(QQuickItem& item, QPointF point) {
+    if (!item.contains(point)) return;
+    if (!drawn && draws(item)) drawn = &item;
+    if (takesTouches(item)) taker = &item;
+  }
+
+  std::vector<Step> steps_;
+};
+
+}  // namespace
+
+void eachSubviewItem(const QQuickItem& item, const std::function<void(QQuickItem&)>& visit) {
+  const bool hasViewport = isList(kindOf(item));
+  for (QQuickItem* const child : childrenInPaintOrder(item)) {
+    const Role role = roleOf(*child);
+    if (role == Role::View) visit(*child);
+    if (role != Role::Transparent) continue;
+    const auto* const flickable = static_cast<const QQuickFlickable*>(&item);
+    for (QQuickItem* const inner : childrenInPaintOrder(*child)) {
+      if (roleOf(*inner) != Role::View) continue;
+      if (!hasViewport || isInViewport(*inner, *flickable)) visit(*inner);
+    }
+  }
+}
+
+QQuickItem* superviewItem(const QQuickItem& item) {
+  QQuickItem* above = item.parentItem();
+  while (above && roleOf(*above) != Role::View) above = above->parentItem();
+  // The topmost item is the scene itself.
+  return above && above->parentItem() ? above : nullptr;
+}
+
+QQuickItem* viewItem(QQuickItem* item) {
+  QQuickItem* shown = item;
+  for (QQuickItem* at = item; at; at = at->parentItem()) {
+    if (roleOf(*at) != Role::View) shown = at->parentItem();
+  }
+  return shown && shown->parentItem() ? shown : nullptr;
+}
+
+QQuickItem* itemAt(QQuickItem& root, QPointF point) {
+  const Probe probe(root, point);
+  QQuickItem* const drawn = viewItem(probe.drawn);
+  if (!probe.taker) return drawn;
+  QQuickItem* const taker = viewItem(probe.taker);
+  const bool isInTaker = drawn && (!taker || drawn == taker || taker->isAncestorOf(drawn));
+  return isInTaker ? drawn : taker;
+}
+
+bool hasTapHandler(const QQuickItem& item) {
+  const auto* const hidden = QQuickItemPrivate::get(&item);
+  if (hidden->hasPointerHandlers()) {
+    for (const QQuickPointerHandler* const handler : hidden->extra->pointerHandlers) {
+      if (handler->enabled() && handler->inherits("QQuickTapHandler")) return true;
+    }
+  }
+  const auto takesTaps = [](const QQuickItem* area) {
+    return qobject_cast<const QQuickMouseArea*>(area) && area->isEnabled() && area->isVisible();
+  };
+  const QPointF middle(item.width() / 2, item.height() / 2);
+  return takesTaps(&item) || std::ranges::any_of(item.childItems(), [&](const QQuickItem* child) {
+           return takesTaps(child) && isRecognizer(*child) &&
+                  child->contains(child->mapFromItem(&item, middle));
+         });
+}
+
+void hideFromWalks(QQuickItem& item) {
+  if (!ownItems().insert(&item).second) return;
+  QObject::connect(&item, &QObject::destroyed, [](QObject* gone) { ownItems().erase(gone); });
+}
+
+}  // namespace tarni::qt
