@@ -6,6 +6,7 @@
 #include <initializer_list>
 
 #include "agent/WebView/WebView.h"
+#include "agent/core/GlobalVars.h"
 #include "agent/elements/Utilities.h"
 #include "platform/Foundation/NSException.h"
 
@@ -91,8 +92,7 @@ constexpr std::array rows{
 Task<std::optional<std::string>> runWebViewCommand(PlaybackCommand command) {
   const auto row = std::ranges::find(rows, std::string_view(command.name), &Row::name);
   if (row == rows.end()) co_return std::nullopt;
-  WebView pages;
-  UIViewRef webView = pages.getCurrentDisplayedWebView();
+  UIViewRef webView = GlobalVars::sharedInstance()._currentWebView();
   if (!webView) co_return std::nullopt;
   std::string script = row->script(command);
   co_return co_await row->call(std::move(webView), std::move(script));

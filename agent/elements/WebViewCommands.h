@@ -11,7 +11,7 @@
 
 namespace tarni {
 
-// The text that the script gave. Null without a displayed web view, for a name that is no such
+// The text that the script gave. Null while no web view was found ready, for a name that is no such
 // command, for a command without result, and for a script that gave nothing.
 platform::Task<std::optional<std::string>> runWebViewCommand(PlaybackCommand command);
 

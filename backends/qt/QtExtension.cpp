@@ -20,6 +20,8 @@ struct KnownLibrary {
 constexpr std::array kKnown{
     KnownLibrary{"libQt" TARNI_QT_MAJOR "Quick.so." TARNI_QT_MAJOR,
                  "libtarni-qt" TARNI_QT_MAJOR "-quick.so"},
+    KnownLibrary{"libQt" TARNI_QT_MAJOR "WebEngineWidgets.so." TARNI_QT_MAJOR,
+                 "libtarni-qt" TARNI_QT_MAJOR "-webengine.so"},
 };
 
 bool isMapped(const char* library) {
@@ -46,6 +48,13 @@ std::shared_ptr<QtView> QtExtensions::makeView(QWidget& widget) {
   loadMapped();
   for (const auto& extension : extensions_) {
     if (std::shared_ptr<QtView> view = extension->makeView(widget)) return view;
+  }
+  return nullptr;
+}
+
+platform::NSURLLoader* QtExtensions::urlLoader() {
+  for (const auto& extension : extensions_) {
+    if (platform::NSURLLoader* const loader = extension->urlLoader()) return loader;
   }
   return nullptr;
 }

@@ -10,6 +10,7 @@
 #include <vector>
 
 #include "backends/qt/QtView.h"
+#include "platform/Foundation/NSURLLoader.h"
 
 namespace tarni::qt {
 
@@ -23,6 +24,8 @@ class QtExtension {
   // A view for a widget of which the extension knows more than that it is a widget; null for all
   // others. Asked once a widget.
   virtual std::shared_ptr<QtView> makeView(QWidget&) { return nullptr; }
+  // What reads texts from addresses; null when the library brings no network along.
+  virtual platform::NSURLLoader* urlLoader() { return nullptr; }
 };
 
 // Every extension's library exports a function of this name and type. The extension lives as long
@@ -39,6 +42,7 @@ class QtExtensions {
 
   platform::UIWindowRef viewOfWindow(QWindow& window);
   std::shared_ptr<QtView> makeView(QWidget& widget);
+  platform::NSURLLoader* urlLoader();
 
  private:
   void loadMapped();

@@ -18,6 +18,7 @@
 #include <QtWidgets/QTextEdit>
 #include <QtWidgets/QToolBar>
 #include <array>
+#include <cstring>
 #include <map>
 #include <vector>
 
@@ -96,11 +97,18 @@ Class uikitClass(Kind kind) {
       return uikit::UISlider;
     case Kind::ProgressView:
       return uikit::UIProgressView;
+    case Kind::WebView:
+      return uikit::UIWebView;
   }
   return uikit::UIView;
 }
 
+// By its name: the engine's library is not linked here.
+constexpr const char* webViewName = "QWebEngineView";
+
 Class makeClass(const QMetaObject* metaObject, Kind kind) {
+  // Web views are told by exactly that name, and programs hardly use one without deriving from it.
+  if (kind == Kind::WebView) return uikit::UIWebView;
   std::vector<const QMetaObject*> own;
   for (const QMetaObject* at = metaObject; at && !isToolkitClass(at); at = at->superClass()) {
     own.push_back(at);
@@ -135,6 +143,7 @@ Kind kindOfWidget(const QWidget& widget) {
   const QMetaObject* at = widget.metaObject();
   const char* const name = at->className();
   for (; at; at = at->superClass()) {
+    if (std::strcmp(at->className(), webViewName) == 0) return Kind::WebView;
     for (const auto& [metaObject, kind] : kKinds) {
       if (metaObject != at) continue;
       // A button that an application draws as a switch and calls one is toggled like one.

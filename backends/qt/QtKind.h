@@ -35,6 +35,7 @@ enum class Kind : std::uint8_t {
   TabBar,
   Slider,
   ProgressView,
+  WebView,
 };
 
 // The kind by the widget's class alone: no window and no contents are looked at.

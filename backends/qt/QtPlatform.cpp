@@ -14,6 +14,7 @@
 #include "backends/qt/QtApplication.h"
 #include "backends/qt/QtEncoding.h"
 #include "backends/qt/QtEventHook.h"
+#include "backends/qt/QtExtension.h"
 #include "backends/qt/QtMainQueue.h"
 #include "backends/qt/QtTransaction.h"
 #include "backends/qt/ViewRegistry.h"
@@ -55,6 +56,16 @@ class QtNotificationCenter : public platform::NSNotificationCenter {
   }
 };
 
+// Whatever can show a page from the network can read a text from there.
+class URLLoader : public platform::NSURLLoader {
+ public:
+  platform::Task<std::optional<std::string>> stringWithContentsOfURL(std::string url) override {
+    platform::NSURLLoader* const loader = extensions().urlLoader();
+    if (!loader) co_return std::nullopt;
+    co_return co_await loader->stringWithContentsOfURL(std::move(url));
+  }
+};
+
 struct Parts {
   posix::SystemLog log;
   posix::ProcessInfo processInfo;
@@ -69,6 +80,7 @@ struct Parts {
   QtScreen screen{application};
   QtAlerts alerts;
   posix::HIDEventSystem hidEvents;
+  URLLoader urlLoader;
   QtEventHook hook{events, application._touchesEvent(), log};
 };
 
@@ -86,6 +98,7 @@ platform::Platform platformOf(Parts& parts) {
   made.mainScreen = &parts.screen;
   made.alerts = &parts.alerts;
   made.hidEvents = &parts.hidEvents;
+  made.urlLoader = &parts.urlLoader;
   return made;
 }
 

@@ -8,6 +8,7 @@
 
 namespace tarni::platform {
 
+inline constexpr const char* NSGenericException = "NSGenericException";
 inline constexpr const char* NSInvalidArgumentException = "NSInvalidArgumentException";
 inline constexpr const char* NSRangeException = "NSRangeException";
 

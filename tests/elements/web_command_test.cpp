@@ -1,5 +1,7 @@
 // The commands inside a web page.
 #include "agent/elements/WebViewCommands.h"
+
+#include "agent/core/GlobalVars.h"
 #include "backends/headless/views/Label.h"
 #include "backends/headless/views/WebView.h"
 #include "platform/Foundation/NSException.h"
@@ -14,6 +16,8 @@ using testing::IsEmpty;
 
 class WebCommand : public Screen {
  protected:
+  WebCommand() { GlobalVars::sharedInstance().set_currentWebView(page); }
+
   std::string lastScript() const {
     return page->evaluatedScripts().empty() ? "(none)" : page->evaluatedScripts().back();
   }
@@ -65,8 +69,12 @@ TEST_F(WebCommand, OtherCommandsLeaveThePageAlone) {
 
 TEST_F(WebCommand, PageThatGivesNothingIsNoAnswer) {
   EXPECT_EQ(answer(R"({"functionname":"gettext"})"), "[]");
-  page->removeFromSuperview();
+}
+
+TEST_F(WebCommand, PageThatWasNeverFoundReadyIsLeftAlone) {
+  GlobalVars::sharedInstance().set_currentWebView(nullptr);
   EXPECT_EQ(answer(R"({"functionname":"gettext"})"), "[]");
+  EXPECT_THAT(page->evaluatedScripts(), IsEmpty());
 }
 
 TEST_F(WebCommand, ArgumentsAreEscapedForTheScript) {

@@ -124,6 +124,7 @@ class Registration {
 void run(Session& session, const RunOptions& options) {
   Launch launch{options.command};
   addAgent(launch.environment, agentLibrary());
+  addScripts(launch.environment);
   std::optional<Registration> registration;
   if (options.isolated) {
     registration.emplace(options);

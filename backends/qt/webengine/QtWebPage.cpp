@@ -1,0 +1,72 @@
+#include "backends/qt/webengine/QtWebPage.h"
+
+#include <algorithm>
+#include <optional>
+
+#include "backends/qt/QtProgram.h"
+#include "platform/Foundation/NSException.h"
+#include "platform/Foundation/NSLog.h"
+
+namespace tarni::qt {
+namespace {
+
+constexpr double kPatienceSeconds = 2;
+
+platform::NSException failure(const char* reason) {
+  return {platform::NSGenericException, reason};
+}
+
+}  // namespace
+
+struct QtWebPage::Evaluation {
+  std::shared_ptr<Suspension> suspension = std::make_shared<Suspension>();
+  std::optional<QString> answer;
+  bool isLost = false;
+};
+
+void QtWebPage::setLoading(bool isLoading) {
+  isLoading_ = isLoading;
+  if (isLoading) isSilent_ = false;
+}
+
+void QtWebPage::processEnded() {
+  platform::NSLog("The process of a web page has ended");
+  isLoading_ = false;
+  isSilent_ = true;
+  for (const auto& evaluation : pending_) {
+    evaluation->isLost = true;
+    evaluation->suspension->resumeLater();
+  }
+}
+
+void QtWebPage::answer(Evaluation& evaluation, const QString& text) {
+  evaluation.answer = text;
+  isSilent_ = false;
+  evaluation.suspension->resumeLater();
+}
+
+platform::Task<std::string> QtWebPage::evaluate(std::string script) {
+  if (isSilent_) co_return std::string();
+  const auto self = shared_from_this();
+  const auto evaluation = std::make_shared<Evaluation>();
+  pending_.push_back(evaluation);
+  Pause pause{evaluation->suspension,
+              [self, evaluation, script = QString::fromStdString(script)] {
+                const bool isBegun = self->engine_(script, [self, evaluation](const QString& text) {
+                  self->answer(*evaluation, text);
+                });
+                if (isBegun) return;
+                evaluation->isLost = true;
+                evaluation->suspension->resumeLater();
+              },
+              kPatienceSeconds};
+  co_await pause;
+  pending_.erase(std::find(pending_.begin(), pending_.end(), evaluation));
+  if (evaluation->answer) co_return evaluation->answer->toStdString();
+  if (evaluation->isLost) throw failure("the page is gone");
+  platform::NSLog("A web page does not answer: it is busy, or it shows an alert");
+  isSilent_ = true;
+  throw failure("the page does not answer");
+}
+
+}  // namespace tarni::qt

@@ -1,0 +1,48 @@
+#include "backends/qt/webengine/QtWebView.h"
+
+#include <QtCore/QPointer>
+#include <QtCore/QVariant>
+#include <QtWebEngineWidgets/QWebEngineView>
+#include <utility>
+
+namespace tarni::qt {
+namespace {
+
+bool isLoadingNow([[maybe_unused]] const QWebEngineView& view) {
+#if QT_VERSION_MAJOR > 5
+  return view.page()->isLoading();
+#else
+  return false;  // it does not say; its signals do from now on
+#endif
+}
+
+std::shared_ptr<QtWebPage> pageIn(QWebEngineView& view) {
+  const auto evaluate = [at = QPointer<QWebEngineView>(&view)](const QString& script,
+                                                               QtWebPage::Answered answered) {
+    if (!at) return false;
+    at->page()->runJavaScript(script, [answered = std::move(answered)](const QVariant& value) {
+      answered(value.toString());
+    });
+    return true;
+  };
+  const auto page = std::make_shared<QtWebPage>(evaluate);
+  page->setLoading(isLoadingNow(view));
+  QObject::connect(&view, &QWebEngineView::loadStarted, &view, [page] { page->setLoading(true); });
+  QObject::connect(&view, &QWebEngineView::loadFinished, &view,
+                   [page] { page->setLoading(false); });
+  QObject::connect(&view, &QWebEngineView::renderProcessTerminated, &view,
+                   [page] { page->processEnded(); });
+  return page;
+}
+
+}  // namespace
+
+QtWebView::QtWebView(QWebEngineView& widget)
+    : QtView(widget, Kind::WebView), page_(pageIn(widget)) {}
+
+platform::Task<std::string> QtWebView::stringByEvaluatingJavaScriptFromString(std::string script) {
+  const auto page = page_;
+  co_return co_await page->evaluate(std::move(script));
+}
+
+}  // namespace tarni::qt
