@@ -18,7 +18,8 @@ constexpr auto kAbout =
 
 constexpr auto kFooter = R"(
 Exit codes: 0 done; 1 not found, or the answer is false; 2 the command line does not fit;
-3 no connection, or no answer in time; 4 the agent answered an exception; 5 anything else.
+3 no such program, no connection, or no answer in time; 4 the agent answered an exception;
+5 anything else.
 `tarni run` ends with the program's own code.
 
 An element is named by the identifier that `find` printed, which holds until the next find, or by
@@ -52,7 +53,7 @@ void declareSubcommands(CLI::App& app, Session& session, bool inScript) {
     parser->footer("");
     subcommand.declare(*parser, session);
   }
-  app.require_subcommand(1);
+  app.require_subcommand(0, 1);
 }
 
 ExitCode complain(const std::exception& error, ExitCode code) {
@@ -61,15 +62,31 @@ ExitCode complain(const std::exception& error, ExitCode code) {
   return code;
 }
 
+constexpr auto kWhereCommandsAre = "`tarni --help` lists the commands";
+
+// The word that stands where a command should; "" when there is none.
+std::string unknownCommand(const CLI::App& app) {
+  const auto words = app.remaining();
+  const bool isKnown = !app.get_subcommands().empty();
+  return isKnown || words.empty() || words.front().starts_with('-') ? "" : words.front();
+}
+
 // Parses by `parse` and so carries out the subcommand; turns what goes wrong into an exit code.
 template <typename Parse>
 ExitCode carryOut(CLI::App& app, Session& session, const Parse& parse) {
   session.result = ExitCode::ok;
   try {
     parse();
+    if (app.get_subcommands().empty()) {
+      throw std::invalid_argument(std::string("which command? ") + kWhereCommandsAre);
+    }
     std::cout.flush();
     return session.result;
   } catch (const CLI::ParseError& error) {
+    if (const auto word = unknownCommand(app); !word.empty()) {
+      const auto what = "\"" + word + "\" is no command: " + kWhereCommandsAre;
+      return complain(std::invalid_argument(what), ExitCode::usage);
+    }
     return app.exit(error) == 0 ? ExitCode::ok : ExitCode::usage;
   } catch (const NotFound& error) {
     return complain(error, ExitCode::no);

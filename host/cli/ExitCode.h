@@ -9,7 +9,7 @@ enum class ExitCode {
   ok = 0,
   no = 1,         // not found, or the answer is "false"
   usage = 2,      // the command line does not fit
-  wire = 3,       // no connection, or it ended, or no answer in time
+  wire = 3,       // no such program, no connection, or it ended, or no answer in time
   exception = 4,  // the agent answered an exception
   failure = 5,    // anything else: a file that cannot be written, …
 };

@@ -3,6 +3,7 @@
 #include "host/cli/Terminal.h"
 #include "host/launch/NetworkNamespace.h"
 #include "host/launch/ProgramRegistry.h"
+#include "host/wire/WireError.h"
 
 namespace tarni::host {
 
@@ -32,8 +33,8 @@ void Session::enterNetwork() {
   if (!program) {
     std::string known;
     for (const auto& other : registry.all()) known += (known.empty() ? "" : ", ") + other.name;
-    throw NotFound("no isolated program named \"" + options.in + "\" is running (" +
-                   (known.empty() ? "none is" : "running: " + known) + ")");
+    throw WireError("no isolated program named \"" + options.in + "\" is running (" +
+                    (known.empty() ? "none is" : "running: " + known) + ")");
   }
   joinNetworkOf(program->pid);
   entered_ = true;

@@ -38,7 +38,8 @@ class Session {
   // A new connection to the recorder port. Throws WireError.
   RecorderClient recorder();
 
-  // Goes into the network of the program that --in names, once. Throws NotFound.
+  // Goes into the network of the program that --in names, once. Throws WireError when none has
+  // the name.
   void enterNetwork();
 
   std::uint16_t playbackPort() const { return options.port != 0 ? options.port : kPlaybackPort; }

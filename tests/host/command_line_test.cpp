@@ -104,14 +104,17 @@ TEST_F(CommandLine, EndsWithACodeForEveryOutcome) {
       {{"click", "--tag", "UIButton"}, 1, "2 elements fit UIButton"},
       {{"click"}, 2, "which element?"},
       {{"find", "--text", "a", "--xpath", "b"}, 2, "excludes"},
-      {{"frobnicate"}, 2, ""},
+      {{"frobnicate"}, 2, "\"frobnicate\" is no command"},
+      {{"--json", "--frobnicate"}, 2, "--frobnicate"},
+      {{}, 2, "which command?"},
+      {{"--in", "nosuch", "find", "UIButton"}, 3, "no isolated program named \"nosuch\""},
       {{"width", "--text", "OK"}, 4, "no width"},
       {{"send", "not json"}, 0, "[]\n"},
   };
   serve(static_cast<int>(cases.size()));
   for (const auto& one : cases) {
     const auto result = tarni(one.arguments);
-    EXPECT_EQ(result.code, one.code) << one.arguments.front() << ": " << result.output;
+    EXPECT_EQ(result.code, one.code) << one.output << ": " << result.output;
     EXPECT_THAT(result.output, HasSubstr(one.output));
   }
 }
@@ -294,7 +297,7 @@ TEST_F(Running, IsolatedProgramsShareTheFixedPortsAndAreReachedByName) {
   first->signal(SIGTERM);
   EXPECT_EQ(first->wait(10s), 128 + SIGTERM);
   const auto gone = tarni({"--in", "first", "find"}, environment_);
-  EXPECT_EQ(gone.code, 1);
+  EXPECT_EQ(gone.code, 3);
   EXPECT_THAT(gone.output, HasSubstr("running: second"));
   std::filesystem::remove_all(folder);
 }

@@ -35,7 +35,7 @@ bool entersNetwork(Session& session) {
   try {
     session.enterNetwork();
     return true;
-  } catch (const NotFound&) {
+  } catch (const WireError&) {
     return false;
   }
 }
