@@ -2,9 +2,11 @@
 
 #include <cstdlib>
 #include <exception>
+#include <utility>
 
 #include "agent/WebView/WebView.h"
 #include "agent/core/Load.h"
+#include "agent/core/RecordControl.h"
 
 namespace tarni::entry {
 namespace {
@@ -17,10 +19,12 @@ void findScripts() {
 
 }  // namespace
 
+namespace {
+bool isStarted = false;
+}
+
 void startAgent(const platform::Platform& platform) noexcept {
-  static bool isStarted = false;
-  if (isStarted) return;
-  isStarted = true;
+  if (std::exchange(isStarted, true)) return;
   try {
     platform::install(platform);
     findScripts();
@@ -30,6 +34,10 @@ void startAgent(const platform::Platform& platform) noexcept {
   } catch (...) {
     platform::NSLog("The agent cannot start");
   }
+}
+
+void endAgent() noexcept {
+  if (isStarted) RecordControl::applicationWillTerminate();
 }
 
 }  // namespace tarni::entry

@@ -1,4 +1,4 @@
-// StartAgent: what every way of loading the agent ends in.
+// StartAgent: what every way of loading the agent ends in, and what precedes the program's end.
 #pragma once
 
 #include "platform/Platform.h"
@@ -9,5 +9,8 @@ namespace tarni::entry {
 // unless REMOTE_CDN_URL is set, and runs the agent's load hooks; the first call of the process only. Main
 // thread. Never throws: an agent that cannot start leaves a log line and an untouched program.
 void startAgent(const platform::Platform& platform) noexcept;
+
+// The program is about to end. Main thread; nothing when the agent has not started.
+void endAgent() noexcept;
 
 }  // namespace tarni::entry

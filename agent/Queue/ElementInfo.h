@@ -5,6 +5,7 @@
 #include <memory>
 #include <optional>
 #include <string>
+#include <vector>
 
 #include "platform/QuartzCore/CGGeometry.h"
 #include "platform/UIKit/UIEvent.h"
@@ -49,9 +50,10 @@ class ElementInfo {
   void setDraft(std::shared_ptr<StepDraft> draft) { draft_ = std::move(draft); }
   const std::shared_ptr<StepDraft>& getDraft() const { return draft_; }
 
-  // The same for the text field that was being edited when the touch came; null when none was.
-  void setTypedTextDraft(std::shared_ptr<StepDraft> draft) { typedTextDraft_ = std::move(draft); }
-  const std::shared_ptr<StepDraft>& getTypedTextDraft() const { return typedTextDraft_; }
+  // The text fields that there were when the touch came; null when nobody looked.
+  using TextFields = std::optional<std::vector<platform::UIViewWeakRef>>;
+  void setTextFields(TextFields fields) { textFields_ = std::move(fields); }
+  const TextFields& getTextFields() const { return textFields_; }
 
  private:
   const platform::UIEvent* event_ = nullptr;
@@ -61,7 +63,7 @@ class ElementInfo {
   platform::CGPoint touchedPoint_;
   std::shared_ptr<ElementProperties> elementProperties_;
   std::shared_ptr<StepDraft> draft_;
-  std::shared_ptr<StepDraft> typedTextDraft_;
+  TextFields textFields_;
 };
 using ElementInfoRef = std::shared_ptr<ElementInfo>;
 

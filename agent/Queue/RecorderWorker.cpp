@@ -1,12 +1,14 @@
 #include "agent/Queue/RecorderWorker.h"
 
-#include <chrono>
+#include <algorithm>
+#include <atomic>
 #include <thread>
 
 #include "agent/Queue/ElementProcessor.h"
 #include "agent/core/GlobalVars.h"
 #include "agent/elements/Utilities.h"
 #include "agent/recording/RecorderAction.h"
+#include "agent/recording/TypedText.h"
 #include "platform/Platform.h"
 
 namespace tarni {
@@ -14,14 +16,12 @@ namespace {
 
 using platform::Task;
 using platform::UIViewRef;
-using StepDraftRef = std::shared_ptr<StepDraft>;
 
 constexpr auto pauseAfterTypedText = std::chrono::milliseconds(500);
+constexpr auto pauseBetweenLooks = std::chrono::milliseconds(1);
 
-bool standsInWindow(const UIViewRef& view) {
-  const platform::UIWindowRef window = view ? view->window() : nullptr;
-  return window && !window->isHidden();
-}
+// What the worker has taken from the bucket and not yet queued.
+std::atomic<int> draftsInHand = 0;
 
 Task<StepDraftRef> draftStep(StepRequest request) {
   const StepDraftRef draft = RecorderAction().describeStep(request);
@@ -29,34 +29,41 @@ Task<StepDraftRef> draftStep(StepRequest request) {
   co_return draft;
 }
 
-StepDraftRef typedTextDraftOf(const std::vector<ElementInfoRef>& bucket) {
-  for (const ElementInfoRef& info : bucket) {
-    if (info->getTypedTextDraft()) return info->getTypedTextDraft();
-  }
-  return nullptr;
+// A dialog that a tap opened has its first field in hand before the tap is made a step. Nobody
+// typed there before the tap: its text waits for the next one.
+bool hasAppearedSince(const UIViewRef& field, const std::vector<ElementInfoRef>& bucket) {
+  return std::ranges::none_of(bucket, [&field](const ElementInfoRef& info) {
+    const ElementInfo::TextFields& there = info->getTextFields();
+    return !there || std::ranges::any_of(*there, [&field](const platform::UIViewWeakRef& known) {
+      return known.lock() == field;
+    });
+  });
 }
 
 struct PendingText {
   bool wasPending = false;
-  StepDraftRef draft;  // null when nothing was typed
+  std::vector<StepDraftRef> drafts;  // empty when nothing was typed
 };
 
 // Takes the text field that is being edited out of the shared state, so that its text is recorded
-// once.
+// once, and the texts of those that have gone.
 Task<void> takePendingText(ElementsQueue& queue, PendingText* result) {
+  TypedText& typed = TypedText::sharedInstance();
+  result->drafts = typed.takeGone();
+  draftsInHand += static_cast<int>(result->drafts.size());
+  result->wasPending = !result->drafts.empty();
   const UIViewRef field = GlobalVars::sharedInstance()._editAbleElement();
+  if (!field || hasAppearedSince(field, queue.getElementsBucket())) co_return;
+  result->wasPending = true;
   GlobalVars::sharedInstance().set_editAbleElement(nullptr);
-  const bool isLive = standsInWindow(field);
-  result->draft = isLive ? nullptr : typedTextDraftOf(queue.getElementsBucket());
-  result->wasPending = field || result->draft;
-  if (!field) co_return;
+  typed.forget();
   platform::NSLog("FOUND EDITABLE COMPONENT");
   platform::NSLog("tYPE text Class Name %s", Utilities::getUIViewClassName(field).c_str());
-  if (result->draft) co_return;
   const std::string text = RecorderAction::typedText(field);
   if (text.empty()) co_return;
   const StepRequest request{"TypeTextOnEditBox", field, text, {0, 0}};
-  result->draft = co_await draftStep(request);
+  result->drafts.push_back(co_await draftStep(request));
+  ++draftsInHand;
 }
 
 // Picks the record that counts and drops the others, in one go.
@@ -64,12 +71,18 @@ Task<void> takeTouch(ElementsQueue& queue, StepDraftRef* result) {
   const ElementInfoRef info = ElementProcessor().getExactElementInfo(queue.takeBucket());
   if (!info) co_return;
   const UIViewRef view = info->getUIView();
-  if (!standsInWindow(view)) {
+  if (RecorderAction::standsInWindow(view)) {
+    const StepRequest request{info->getAction(), view, info->getDatArgs(), info->getTouchedPoint()};
+    *result = co_await draftStep(request);
+  } else {
     *result = info->getDraft();
-    co_return;
   }
-  const StepRequest request{info->getAction(), view, info->getDatArgs(), info->getTouchedPoint()};
-  *result = co_await draftStep(request);
+  if (*result) ++draftsInHand;
+}
+
+void enqueue(const StepDraftRef& draft) {
+  RecorderAction::enqueueStep(*draft);
+  --draftsInHand;
 }
 
 }  // namespace
@@ -83,7 +96,7 @@ bool RecorderWorker::flushTypedText() {
   PendingText pending;
   platform::MainQueue& main = platform::current().dispatch->mainQueue();
   if (!main.syncTask([&] { return takePendingText(queue_, &pending); })) return false;
-  if (pending.draft) RecorderAction::enqueueStep(*pending.draft);
+  for (const StepDraftRef& draft : pending.drafts) enqueue(draft);
   if (pending.wasPending) std::this_thread::sleep_for(pauseAfterTypedText);
   return true;
 }
@@ -92,8 +105,20 @@ bool RecorderWorker::recordTouch() {
   StepDraftRef draft;
   platform::MainQueue& main = platform::current().dispatch->mainQueue();
   if (!main.syncTask([&] { return takeTouch(queue_, &draft); })) return false;
-  if (draft) RecorderAction::enqueueStep(*draft);
+  if (draft) enqueue(draft);
   return true;
+}
+
+void RecorderWorker::finish(std::chrono::steady_clock::time_point deadline) {
+  while (draftsInHand > 0 && std::chrono::steady_clock::now() < deadline) {
+    std::this_thread::sleep_for(pauseBetweenLooks);
+  }
+  const ElementInfoRef info = ElementProcessor().getExactElementInfo(queue_.takeBucket());
+  if (!info) return;
+  for (const StepDraftRef& draft : TypedText::sharedInstance().takeAll()) {
+    RecorderAction::enqueueStep(*draft);
+  }
+  if (info->getDraft()) RecorderAction::enqueueStep(*info->getDraft());
 }
 
 }  // namespace tarni

@@ -6,6 +6,8 @@
 // when the touch came.
 #pragma once
 
+#include <chrono>
+
 #include "agent/Queue/ElementsQueue.h"
 
 namespace tarni {
@@ -16,6 +18,10 @@ class RecorderWorker {
 
   // One run. False once the application's event loop is gone: nothing can be recorded any more.
   bool run();
+
+  // Makes the step of what the bucket holds from the drafts, without a run: the application is
+  // about to end and its event loop has. Main thread, which it holds until the deadline at most.
+  void finish(std::chrono::steady_clock::time_point deadline);
 
  private:
   bool flushTypedText();

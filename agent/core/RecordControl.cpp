@@ -1,19 +1,23 @@
 #include "agent/core/RecordControl.h"
 
+#include <chrono>
 #include <exception>
 
 #include "agent/Queue/ElementsQueue.h"
+#include "agent/Queue/RecorderWorker.h"
 #include "agent/WebView/WebView.h"
 #include "agent/core/GlobalVars.h"
 #include "agent/core/TcpChannel.h"
 #include "agent/diagnostics/Errors.h"
 #include "agent/elements/UIViewsManager.h"
+#include "agent/recording/TypedText.h"
 #include "platform/Platform.h"
 
 namespace tarni {
 namespace {
 
 constexpr double tickInterval = 0.2;  // seconds
+constexpr auto timeToEnd = std::chrono::milliseconds(200);
 
 // Gives new views their identities. False when there is no key window. Main thread.
 bool walkKeyWindow() {
@@ -22,6 +26,7 @@ bool walkKeyWindow() {
   GlobalVars::sharedInstance().set_uiWindow(window);
   UIViewsManager manager;
   manager.GetAllViews(window, true);
+  TypedText::sharedInstance().follow();
   return true;
 }
 
@@ -66,6 +71,20 @@ void RecordControl::load() {
 void RecordControl::dispatchHook() {
   platform::Dispatch& dispatch = *platform::current().dispatch;
   dispatch.after(tickInterval, dispatch.backgroundQueue(), tickAndRearm);
+}
+
+// A tap that ends the application leaves the worker and the sender loop no time for its step.
+void RecordControl::applicationWillTerminate() noexcept {
+  const auto deadline = std::chrono::steady_clock::now() + timeToEnd;
+  try {
+    if (GlobalVars::isTrue(GlobalVars::sharedInstance()._isPlaybackStarted())) return;
+    RecorderWorker(ElementsQueue::sharedInstance()).finish(deadline);
+    TcpChannel::sendLastSteps(deadline);
+  } catch (const std::exception& failure) {
+    platform::NSLog("Sending the last steps failed: %s", failure.what());
+  } catch (...) {
+    platform::NSLog("Sending the last steps failed");
+  }
 }
 
 }  // namespace tarni

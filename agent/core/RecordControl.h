@@ -13,6 +13,10 @@ class RecordControl {
 
   // Arms one tick of the polling hook, 0.2 s from now; each tick arms the next. Any thread.
   static void dispatchHook();
+
+  // The application is about to end: what was recorded and not sent goes out, in 0.2 s at most.
+  // Main thread.
+  static void applicationWillTerminate() noexcept;
 };
 
 }  // namespace tarni

@@ -1,7 +1,7 @@
 #include "agent/core/TcpChannel.h"
 
-#include <chrono>
 #include <exception>
+#include <mutex>
 #include <nlohmann/json.hpp>
 #include <thread>
 
@@ -15,11 +15,30 @@
 namespace tarni {
 namespace {
 
+using Clock = std::chrono::steady_clock;
+
 constexpr auto idleTime = std::chrono::seconds(1);
+constexpr auto pauseBetweenLooks = std::chrono::milliseconds(1);
 
 void send(const std::string& text) {
   ServerManager::serverManager().initialiseRecorderServerOnPortNumberWithRecorderRequest(
       ServerManager::recorderPort, text);
+}
+
+// Steps go out in their order, whichever thread sends them.
+std::timed_mutex sending;
+
+void sendAllSteps() {
+  GlobalVars& shared = GlobalVars::sharedInstance();
+  if (const auto steps = shared.take_hybridRecordedSteps()) send(*steps);
+  RecorderQueue& queue = RecorderQueue::get();
+  while (queue.getLength() != 0) {
+    platform::NSLog("******Inside Get Length Condition");
+    const auto item = queue.dequeue();
+    if (!item) break;
+    if (const auto text = Utilities::convertNSArrayToString(*item)) send(*text);
+    if (GlobalVars::isTrue(shared._spyMode())) queue.clearRecorderQueue();
+  }
 }
 
 void senderLoop() {
@@ -43,15 +62,17 @@ void TcpChannel::start() {
 }
 
 void TcpChannel::sendPendingSteps() {
-  GlobalVars& shared = GlobalVars::sharedInstance();
-  if (const auto steps = shared.take_hybridRecordedSteps()) send(*steps);
-  RecorderQueue& queue = RecorderQueue::get();
-  while (queue.getLength() != 0) {
-    platform::NSLog("******Inside Get Length Condition");
-    const auto item = queue.dequeue();
-    if (!item) break;
-    if (const auto text = Utilities::convertNSArrayToString(*item)) send(*text);
-    if (GlobalVars::isTrue(shared._spyMode())) queue.clearRecorderQueue();
+  const std::lock_guard lock(sending);
+  sendAllSteps();
+}
+
+void TcpChannel::sendLastSteps(Clock::time_point deadline) {
+  const std::unique_lock lock(sending, deadline);
+  if (!lock) return;
+  sendAllSteps();
+  const GCDAsyncSocketRef host = ServerManager::serverManager().recorderServerSocket();
+  while (host->pendingWrites().messages > 0 && Clock::now() < deadline) {
+    std::this_thread::sleep_for(pauseBetweenLooks);
   }
 }
 

@@ -1,6 +1,8 @@
 // TcpChannel: opens both servers and streams recorded steps to the host tool.
 #pragma once
 
+#include <chrono>
+
 namespace tarni {
 
 class TcpChannel {
@@ -13,6 +15,10 @@ class TcpChannel {
   // RecorderQueue; in spy mode the first item only, the ones behind it are dropped. Background
   // thread. A step that could not be delivered is not queued again.
   static void sendPendingSteps();
+
+  // The same before the application ends, at once: waits until the system has taken over what was
+  // sent, for the deadline at most. Any thread.
+  static void sendLastSteps(std::chrono::steady_clock::time_point deadline);
 };
 
 }  // namespace tarni

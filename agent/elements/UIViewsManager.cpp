@@ -115,6 +115,16 @@ void UIViewsManager::identifyElementByAccessor(const UIViewRef& view, const std:
   UIViewMemoryCache::sharedInstance().addViewInMemoryCache(view);
 }
 
+std::vector<platform::UIViewWeakRef> UIViewsManager::shownTextFields(const UIViewRef& root) {
+  std::vector<platform::UIViewWeakRef> fields;
+  walkSubviews(root, buffers_.levels, [&fields](const WalkStep& step) {
+    if (step.view->isHidden()) return false;
+    if (step.view->isKindOfClass(platform::uikit::UITextField)) fields.emplace_back(step.view);
+    return true;
+  });
+  return fields;
+}
+
 bool UIViewsManager::isApplicableforInteractionEnabling(const UIViewRef& view) const {
   return view && view->isKindOfClass(platform::uikit::UILabel);
 }

@@ -44,6 +44,9 @@ class UIViewsManager {
   void identifyElementByAccessor(const platform::UIViewRef& view, const std::string& tagName,
                                  const std::string& accessorType, const std::string& accessorValue);
 
+  // The visible text fields below `root`. Leaves no trace.
+  std::vector<platform::UIViewWeakRef> shownTextFields(const platform::UIViewRef& root);
+
   // True for labels.
   bool isApplicableforInteractionEnabling(const platform::UIViewRef& view) const;
 

@@ -74,6 +74,8 @@ class Utilities {
   static bool isOn(const platform::UIViewRef& view);
   // The action under which a touch on the view is recorded.
   static MappedActionObject getActionAndDataAccordingToComponent(const platform::UIViewRef& view);
+  // The same without a word to the log, for a touch that the application has yet to handle.
+  static MappedActionObject mappedAction(const platform::UIViewRef& view);
 
   // --- pictures of views; main thread
 

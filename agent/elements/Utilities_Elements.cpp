@@ -160,10 +160,14 @@ bool Utilities::isOn(const UIViewRef& view) {
 }
 
 MappedActionObject Utilities::getActionAndDataAccordingToComponent(const UIViewRef& view) {
+  if (view->isKindOfClass(uikit::UISwitch)) platform::NSLog("********SWITCH FOUND");
+  return mappedAction(view);
+}
+
+MappedActionObject Utilities::mappedAction(const UIViewRef& view) {
   const auto is = [&view](platform::Class kind) { return view->isKindOfClass(kind); };
   MappedActionObject action;
   action.setActionName("Click");
-  if (is(uikit::UISwitch)) platform::NSLog("********SWITCH FOUND");
   if (is(uikit::UISwitch) || classNameContains(view, "switch")) {
     try {
       action.setActionName(isOn(view) ? "Mobile_SelectSwitch" : "Mobile_DeSelectSwitch");

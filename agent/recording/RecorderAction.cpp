@@ -1,6 +1,7 @@
 #include "agent/recording/RecorderAction.h"
 
 #include <algorithm>
+#include <exception>
 #include <nlohmann/json.hpp>
 
 #include "agent/Queue/ElementsQueue.h"
@@ -11,6 +12,7 @@
 #include "agent/elements/UIViewsManager.h"
 #include "agent/elements/Utilities.h"
 #include "agent/elements/XpathManager.h"
+#include "agent/recording/MainRecorderAction.h"
 #include "platform/Foundation/NSException.h"
 #include "platform/Platform.h"
 #include "platform/UIKit/Classes.h"
@@ -76,42 +78,51 @@ std::string afterToggle(const std::string& action) {
   return action;
 }
 
-void addObjectProperties(MainRecorderAction& action, const UIViewRef& view, const std::string& text,
-                         long index) {
+StepDraft::Properties objectProperties(const UIViewRef& view, const std::string& text, long index) {
   const CGRect bounds = view->bounds();
-  // Comes first and is filled in when the picture is encoded.
-  action.addObjectProperty("ObjectImage", "");
-  action.addObjectProperty("className", Utilities::getUIViewClassName(view));
-  action.addObjectProperty("id", Utilities::getUIViewAccesibilityId(view));
-  action.addObjectProperty("label", Utilities::getUIViewAccesibilityLabel(view));
-  action.addObjectProperty("sahiText", text);
-  action.addObjectProperty("name", text);
-  action.addObjectProperty("mode", "native");
-  action.addObjectProperty("index", std::to_string(index));
-  if (!text.empty()) {
-    action.addObjectProperty("logicalname", RecorderAction().getLogicalNameOfElement(view));
-  }
-  action.addObjectProperty("xpath:position",
-                           XpathManager::sharedInstance().getPositionXpathOfUIView(view));
-  action.addObjectProperty("X", Utilities::decimalText(bounds.origin.x, 0));
-  action.addObjectProperty("Y", Utilities::decimalText(bounds.origin.y, 0));
-  action.addObjectProperty("height", Utilities::decimalText(bounds.size.height, 0));
-  action.addObjectProperty("width", Utilities::decimalText(bounds.size.width, 0));
+  const auto logicalName =
+      text.empty() ? std::nullopt : std::optional(RecorderAction().getLogicalNameOfElement(view));
+  return {{"className", Utilities::getUIViewClassName(view)},
+          {"id", Utilities::getUIViewAccesibilityId(view)},
+          {"label", Utilities::getUIViewAccesibilityLabel(view)},
+          {"sahiText", text},
+          {"name", text},
+          {"mode", "native"},
+          {"index", std::to_string(index)},
+          {"logicalname", logicalName},
+          {"xpath:position", XpathManager::sharedInstance().getPositionXpathOfUIView(view)},
+          {"X", Utilities::decimalText(bounds.origin.x, 0)},
+          {"Y", Utilities::decimalText(bounds.origin.y, 0)},
+          {"height", Utilities::decimalText(bounds.size.height, 0)},
+          {"width", Utilities::decimalText(bounds.size.width, 0)}};
 }
 
 // A window has no parent: what is nil is left out or empty, and the size is zero.
-void addParentProperties(MainRecorderAction& action, const UIViewRef& parent) {
+StepDraft::Properties parentProperties(const UIViewRef& parent) {
   const CGRect bounds = parent ? parent->bounds() : CGRect{};
-  if (parent) {
-    action.addParentProperty("title", Utilities::getUIViewClassName(parent));
-    action.addParentProperty("classname", Utilities::getUIViewClassName(parent));
-  }
-  action.addParentProperty("id", parent ? Utilities::getUIViewAccesibilityId(parent) : "");
-  action.addParentProperty("label", parent ? Utilities::getUIViewAccesibilityLabel(parent) : "");
-  action.addParentProperty("X", Utilities::decimalText(bounds.origin.x, 0));
-  action.addParentProperty("Y", Utilities::decimalText(bounds.origin.y, 0));
-  action.addParentProperty("width", Utilities::decimalText(bounds.size.width, 0));
-  action.addParentProperty("height", Utilities::decimalText(bounds.size.height, 0));
+  const auto className =
+      parent ? std::optional(Utilities::getUIViewClassName(parent)) : std::nullopt;
+  return {{"title", className},
+          {"classname", className},
+          {"id", parent ? Utilities::getUIViewAccesibilityId(parent) : ""},
+          {"label", parent ? Utilities::getUIViewAccesibilityLabel(parent) : ""},
+          {"X", Utilities::decimalText(bounds.origin.x, 0)},
+          {"Y", Utilities::decimalText(bounds.origin.y, 0)},
+          {"width", Utilities::decimalText(bounds.size.width, 0)},
+          {"height", Utilities::decimalText(bounds.size.height, 0)}};
+}
+
+// What is drawn for a draft has nobody to tell when it fails.
+void spawnLogged(Task<void> drawing) {
+  platform::spawn(std::move(drawing), [](const std::exception_ptr& failure) {
+    try {
+      if (failure) std::rethrow_exception(failure);
+    } catch (const std::exception& reason) {
+      platform::NSLog("Drawing a step failed: %s", reason.what());
+    } catch (...) {
+      platform::NSLog("Drawing a step failed");
+    }
+  });
 }
 
 }  // namespace
@@ -121,12 +132,12 @@ Task<void> RecorderAction::CreateRecorderAction(std::string action, UIViewRef vi
                                                 std::shared_ptr<ElementProperties> /*properties*/,
                                                 double x, double y) {
   const StepRequest request{std::move(action), std::move(view), std::move(data), {x, y}};
-  const std::shared_ptr<StepDraft> draft = describeStep(request);
+  const StepDraftRef draft = describeStep(request);
   co_await drawStep(draft);
   enqueueStep(*draft);
 }
 
-std::shared_ptr<StepDraft> RecorderAction::describeStep(const StepRequest& request) const {
+StepDraftRef RecorderAction::describeStep(const StepRequest& request) const {
   assertMainThread();
   auto draft = std::make_shared<StepDraft>();
   // 1. and 2. The view under the finger.
@@ -138,18 +149,18 @@ std::shared_ptr<StepDraft> RecorderAction::describeStep(const StepRequest& reque
     recorded = selectedSegmentView(touched);
   }
   // 4. A click becomes the action of its kind of view.
-  std::string actionName = request.action;
-  std::string data = request.data;
-  if (actionName == "Click") {
-    const MappedActionObject mapped = Utilities::getActionAndDataAccordingToComponent(recorded);
-    actionName =
+  draft->actionName = request.action;
+  draft->data = request.data;
+  if (request.action == "Click") {
+    const MappedActionObject mapped =
+        request.isTouchPending ? Utilities::mappedAction(recorded)
+                               : Utilities::getActionAndDataAccordingToComponent(recorded);
+    draft->actionName =
         request.isTouchPending ? afterToggle(mapped.getActionName()) : mapped.getActionName();
-    data = mapped.getDataArgs();
+    draft->data = mapped.getDataArgs();
   }
-  // 5. The step itself.
+  // 5. What is recorded.
   draft->recordedView = recorded;
-  draft->action.addMainActionProperty("action", actionName);
-  draft->action.addMainActionProperty("popupName", "");
   // 6. Inside a web view the page makes the step.
   if (classNameContains(recorded, "uiweb")) {
     draft->isInWebView = true;
@@ -158,16 +169,14 @@ std::shared_ptr<StepDraft> RecorderAction::describeStep(const StepRequest& reque
   }
   // 7. What the host tool is told about the element.
   const bool isSegmentedControl = touched->isKindOfClass(uikit::UISegmentedControl);
-  addObjectProperties(draft->action, recorded,
-                      Utilities::getUIViewText(isSegmentedControl ? touched : recorded),
-                      getClassNameIndexOfUIView(recorded));
-  addParentProperties(draft->action, recorded->superview());
-  draft->action.addDataArgsProperty("type", "string");
-  draft->action.addDataArgsProperty("data", data);
+  draft->object =
+      objectProperties(recorded, Utilities::getUIViewText(isSegmentedControl ? touched : recorded),
+                       getClassNameIndexOfUIView(recorded));
+  draft->parent = parentProperties(recorded->superview());
   return draft;
 }
 
-Task<void> RecorderAction::drawStep(std::shared_ptr<StepDraft> draft) {
+Task<void> RecorderAction::drawStep(StepDraftRef draft) {
   assertMainThread();
   const UIViewRef view = draft->recordedView.lock();
   if (!view) co_return;
@@ -183,12 +192,37 @@ Task<void> RecorderAction::drawStep(std::shared_ptr<StepDraft> draft) {
 }
 
 void RecorderAction::enqueueStep(const StepDraft& draft) {
+  MainRecorderAction action;
   if (draft.isInWebView) return;
-  MainRecorderAction action = draft.action;
+  action.addMainActionProperty("action", draft.actionName);
+  action.addMainActionProperty("popupName", "");
   action.addObjectProperty("ObjectImage", Utilities::getBase64StringOfUIImage(draft.picture));
+  for (const auto& [key, value] : draft.object) action.addObjectProperty(key, value);
+  for (const auto& [key, value] : draft.parent) action.addParentProperty(key, value);
+  action.addDataArgsProperty("type", "string");
+  action.addDataArgsProperty("data", draft.data);
   nlohmann::ordered_json steps = nlohmann::ordered_json::array();
   steps.push_back(action.CreateRecorderAction());
   RecorderQueue::get().enqueue(std::move(steps));
+}
+
+StepDraftRef RecorderAction::draftStep(StepRequest request) {
+  request.isTouchPending = true;
+  try {
+    StepDraftRef draft = RecorderAction().describeStep(request);
+    if (draft->isInWebView) return nullptr;
+    spawnLogged(drawStep(draft));
+    return draft;
+  } catch (const std::exception& failure) {
+    platform::NSLog("Drafting a step failed: %s", failure.what());
+    return nullptr;
+  }
+}
+
+bool RecorderAction::standsInWindow(const UIViewRef& view) {
+  assertMainThread();
+  const platform::UIWindowRef window = view ? view->window() : nullptr;
+  return window && !window->isHidden();
 }
 
 std::string RecorderAction::typedText(const UIViewRef& view) {

@@ -1,13 +1,16 @@
 // RecorderAction: makes one recorded step from a touched view and queues it for the host tool.
 //
 // A step is made in three parts, so that only what needs the view holds up the application: it is
-// described and drawn on the main thread; its picture may be encoded beside it.
+// described and drawn on the main thread; its picture may be encoded beside it. What is described
+// is a draft; it becomes a step, and is told to the log as one, when it is queued.
 #pragma once
 
 #include <memory>
+#include <optional>
 #include <string>
+#include <utility>
+#include <vector>
 
-#include "agent/recording/MainRecorderAction.h"
 #include "platform/QuartzCore/CGGeometry.h"
 #include "platform/Task.h"
 #include "platform/UIKit/UIImage.h"
@@ -29,7 +32,13 @@ struct StepRequest {
 
 // A step before its picture is encoded.
 struct StepDraft {
-  MainRecorderAction action;
+  // Null values are left out of the step.
+  using Properties = std::vector<std::pair<const char*, std::optional<std::string>>>;
+
+  std::string actionName;
+  std::string data;
+  Properties object;
+  Properties parent;
   platform::UIViewWeakRef recordedView;
   // Drawn, not encoded; null until then, and when nothing can be drawn.
   platform::UIImageRef picture;
@@ -37,6 +46,7 @@ struct StepDraft {
   bool isInWebView = false;
   platform::CGPoint pointInWebView;
 };
+using StepDraftRef = std::shared_ptr<StepDraft>;
 
 class RecorderAction {
  public:
@@ -49,10 +59,16 @@ class RecorderAction {
                                             double y);
 
   // The parts of it. The first two belong to the main thread, the last to any.
-  std::shared_ptr<StepDraft> describeStep(const StepRequest& request) const;
-  static platform::Task<void> drawStep(std::shared_ptr<StepDraft> draft);
+  StepDraftRef describeStep(const StepRequest& request) const;
+  static platform::Task<void> drawStep(StepDraftRef draft);
   static void enqueueStep(const StepDraft& draft);
 
+  // The step as it would be made now, for the case that the view does not outlive what comes; its
+  // picture follows when the platform has drawn it. Null when there is none. Main thread.
+  static StepDraftRef draftStep(StepRequest request);
+
+  // True while the view is in a window that is on screen. Main thread.
+  static bool standsInWindow(const platform::UIViewRef& view);
   // The text in a text field or text view; empty for any other view. Main thread.
   static std::string typedText(const platform::UIViewRef& view);
 

@@ -10,9 +10,11 @@
 #include "agent/core/MainThread.h"
 #include "agent/diagnostics/Errors.h"
 #include "agent/elements/ElementSpy.h"
+#include "agent/elements/UIViewsManager.h"
 #include "agent/elements/Utilities.h"
 #include "agent/interaction/UIView_KIFAdditions.h"
 #include "agent/recording/RecorderAction.h"
+#include "agent/recording/TypedText.h"
 #include "platform/Platform.h"
 #include "platform/UIKit/Classes.h"
 
@@ -52,26 +54,11 @@ void spawnLogged(platform::Task<void> work) {
   });
 }
 
-// The step as it would be made now, for the case that the view does not outlive the touch. Null
-// when there is none: the touch is recorded all the same.
-std::shared_ptr<StepDraft> draftStep(StepRequest request) {
-  request.isTouchPending = true;
-  try {
-    auto draft = RecorderAction().describeStep(request);
-    if (draft->isInWebView) return nullptr;
-    spawnLogged(RecorderAction::drawStep(draft));
-    return draft;
-  } catch (const std::exception& failure) {
-    platform::NSLog("Drafting a step failed: %s", failure.what());
-    return nullptr;
-  }
-}
-
-std::shared_ptr<StepDraft> draftTypedText() {
-  const UIViewRef field = GlobalVars::sharedInstance()._editAbleElement();
-  const std::string text = field ? RecorderAction::typedText(field) : std::string();
-  if (text.empty()) return nullptr;
-  return draftStep({"TypeTextOnEditBox", field, text, {0, 0}});
+// What can have been typed into before a touch on `view`.
+std::vector<platform::UIViewWeakRef> textFieldsThereFor(const UIViewRef& view) {
+  std::vector<platform::UIViewWeakRef> fields = UIViewsManager().shownTextFields(view->window());
+  fields.emplace_back(GlobalVars::sharedInstance()._editAbleElement());
+  return fields;
 }
 
 void queueClick(const UIViewRef& view, const platform::UIEvent& event, CGPoint point) {
@@ -83,14 +70,17 @@ void queueClick(const UIViewRef& view, const platform::UIEvent& event, CGPoint p
   info->addTouchedPoint(point);
   info->setElementProperties(nullptr);
   if (!ElementsQueue::sharedInstance().addElementInfoInQueue(info)) return;
-  info->setDraft(draftStep({info->getAction(), view, info->getDatArgs(), point}));
+  info->setDraft(RecorderAction::draftStep({info->getAction(), view, info->getDatArgs(), point}));
+  info->setTextFields(textFieldsThereFor(view));
   // The text typed before a tap on another text field is recorded with that tap, at once.
-  if (!view->isKindOfClass(uikit::UITextField)) info->setTypedTextDraft(draftTypedText());
+  if (!view->isKindOfClass(uikit::UITextField)) TypedText::sharedInstance().noteTap();
 }
 
 // The text of the field edited before, when the user turns to another one.
 void recordTypedText(const UIViewRef& tapped, CGPoint point) {
   GlobalVars& shared = GlobalVars::sharedInstance();
+  TypedText& typed = TypedText::sharedInstance();
+  for (const StepDraftRef& draft : typed.takeGone()) RecorderAction::enqueueStep(*draft);
   const UIViewRef previous = shared._editAbleElement();
   if (!previous) return;
   platform::NSLog("FOUND EDITABLE COMPONENT");
@@ -99,6 +89,7 @@ void recordTypedText(const UIViewRef& tapped, CGPoint point) {
     platform::NSLog("tYPE text Class Name %s", Utilities::getUIViewClassName(previous).c_str());
     spawnLogged(RecorderAction().CreateRecorderAction("TypeTextOnEditBox", previous, text, nullptr,
                                                       point.x, point.y));
+    typed.forget();
   }
   shared.set_editAbleElement(nullptr);
   std::this_thread::sleep_for(pauseAfterTypedText);
@@ -118,6 +109,7 @@ void RecorderEvent::handleEvent(platform::UIEvent& event) {
   if (GlobalVars::isTrue(GlobalVars::sharedInstance()._isPlaybackStarted())) return;
   if (event.type() != platform::UIEventType::Touches) {
     platform::NSLog("Event has invalid type. Keyboard input?");
+    TypedText::sharedInstance().noteKey();
   } else {
     const UITouchRef touch = event.allTouches().empty() ? nullptr : event.allTouches().front();
     const UIViewRef view = viewOf(touch);

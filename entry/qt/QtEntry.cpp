@@ -37,6 +37,8 @@ void start() noexcept {
   try {
     tarni::qt::extensions().loadFrom(ownFolder());
     tarni::entry::startAgent(tarni::qt::qtPlatform());
+    QObject::connect(QCoreApplication::instance(), &QCoreApplication::aboutToQuit,
+                     [] { tarni::entry::endAgent(); });
   } catch (const std::exception& failure) {
     logLine(failure.what());
   } catch (...) {

@@ -11,8 +11,10 @@
 #include "agent/TcpCommunication/BaseManager/ServerManager.h"
 #include "agent/core/GlobalVars.h"
 #include "agent/core/Load.h"
+#include "agent/core/RecordControl.h"
 #include "agent/core/TcpChannel.h"
 #include "backends/headless/views/Button.h"
+#include "backends/headless/views/TextField.h"
 #include "tests/interaction/Screen.h"
 #include "tests/support/Wire.h"
 
@@ -120,6 +122,24 @@ TEST_F(RunningAgent, GoesOnWhileTheHostToolReadsNothingAndSaysWhatItDropped) {
   for (; step.size() == 2; step = asHost(read)) take(step);
   EXPECT_EQ(step.at(0)["arguments"][0]["sahiText"], "Log in");
   EXPECT_EQ(received + dropsLogged(), bigSteps + 1);
+}
+
+TEST_F(RunningAgent, TapThatEndsTheApplicationIsSentBeforeItsEnd) {
+  const auto field =
+      headless::build<headless::TextField>("Name").frame({{0, 50}, {100, 40}}).in(*window);
+  const auto quit =
+      headless::build<headless::Button>("Quit").frame({{0, 0}, {100, 40}}).in(*window);
+  // From here on the application does nothing but end: no thread of the agent gets the main thread.
+  quit->onTap([] { RecordControl::applicationWillTerminate(); });
+  loadAgent();
+  const test::Wire host = asHost([] { return test::Wire(ServerManager::recorderPort); });
+  asHost([&] { return host.readMessage(); });
+  field->focus();
+  field->type("Ada");
+  waitUntil([&] { return GlobalVars::sharedInstance()._editAbleElement() == field; });
+  environment.finger().tap(*quit);
+  EXPECT_EQ(ordered_json::parse(host.readMessage())[0]["arguments"][1]["data"], "Ada");
+  EXPECT_EQ(ordered_json::parse(host.readMessage())[0]["arguments"][0]["sahiText"], "Quit");
 }
 
 TEST_F(RunningAgent, HookWaitsForTheFirstWindow) {

@@ -2,6 +2,7 @@
 // so.
 #pragma once
 
+#include <algorithm>
 #include <atomic>
 #include <nlohmann/json.hpp>
 #include <string>
@@ -14,6 +15,7 @@
 #include "agent/core/GlobalVars.h"
 #include "agent/core/UIApplication_KIFAdditions.h"
 #include "agent/elements/UIViewsManager.h"
+#include "agent/recording/TypedText.h"
 #include "tests/interaction/Screen.h"
 
 namespace tarni::test {
@@ -29,12 +31,14 @@ class Recording : public Screen {
     shared.set_spyMode("false");
     shared.set_editAbleElement(nullptr);
     shared.set_webViewBase64Image(std::nullopt);
+    TypedText::sharedInstance().takeAll();
   }
 
-  // What the polling hook does: gives views their identities.
+  // What the polling hook does: gives views their identities and follows what is typed.
   void walk() {
     UIViewsManager manager;
     manager.GetAllViews(window, true);
+    TypedText::sharedInstance().follow();
   }
 
   // One run of the worker on a thread of its own, while the main thread serves it.
@@ -77,6 +81,10 @@ class Recording : public Screen {
     return step.at("arguments").at(1).at("data");
   }
 
+  long timesLogged(const std::string& line) {
+    const auto lines = environment.log().lines();
+    return std::count(lines.begin(), lines.end(), line);
+  }
   bool wasLogged(const std::string& line) { return environment.log().contains(line); }
 };
 

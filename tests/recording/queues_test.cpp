@@ -1,6 +1,9 @@
+#include <gmock/gmock.h>
+
 #include <set>
 
 #include "agent/Queue/ElementProcessor.h"
+#include "agent/recording/RecorderEvent.h"
 #include "backends/headless/views/Button.h"
 #include "backends/headless/views/Label.h"
 #include "backends/headless/views/TextField.h"
@@ -12,6 +15,8 @@ namespace {
 using headless::build;
 using headless::Button;
 using nlohmann::ordered_json;
+using testing::ElementsAre;
+using testing::IsEmpty;
 
 TEST(RecorderQueueOrder, FirstInFirstOut) {
   RecorderQueue queue;
@@ -182,6 +187,92 @@ TEST_F(TypedText, EmptyBucketFlushesNothing) {
   runWorker();
   EXPECT_TRUE(takeSteps().empty());
   EXPECT_EQ(GlobalVars::sharedInstance()._editAbleElement(), a);
+}
+
+// A dialog with a text field, which has the focus while the dialog is there.
+class TextInADialog : public TypedText {
+ protected:
+  void open(const std::string& text) {
+    dialog = build<headless::View>().frame({{0, 120}, {200, 200}}).in(*window);
+    name = build<headless::TextField>("Name").frame({{0, 0}, {100, 30}}).in(*dialog);
+    ok = build<Button>("OK").frame({{0, 50}, {100, 40}}).in(*dialog);
+    name->replaceText(text);
+    name->focus();
+  }
+  void close() {
+    dialog->removeFromSuperview();
+    dialog.reset();
+    name.reset();
+    ok.reset();
+  }
+  // The application is shown a key before it handles it.
+  static void showKey() {
+    posix::EventRecord key(platform::UIEventType::Presses);
+    RecorderEvent().handleEvent(key);
+  }
+  // "action data" of each step that the worker makes.
+  std::vector<std::string> steps() {
+    runWorker();
+    std::vector<std::string> all;
+    for (const auto& step : takeSteps()) all.push_back(actionOf(step) + " " + dataOf(step));
+    return all;
+  }
+
+  headless::ViewRef dialog;
+  std::shared_ptr<headless::TextField> name;
+  std::shared_ptr<Button> ok;
+};
+
+TEST_F(TextInADialog, ClosedWithTheKeyboardIsRecordedWithTheNextTap) {
+  open("");
+  walk();
+  name->type("Ada");
+  showKey();
+  close();
+  walk();
+  EXPECT_THAT(steps(), IsEmpty()) << "no tap has come";
+  environment.finger().tap(*done);
+  EXPECT_THAT(steps(), ElementsAre("TypeTextOnEditBox Ada", "ClickButton "));
+  environment.finger().tap(*done);
+  EXPECT_THAT(steps(), ElementsAre("ClickButton ")) << "once is enough";
+}
+
+TEST_F(TextInADialog, ClosedWithTheKeyboardIsRecordedThoughTheNextTapIsOnAField) {
+  open("Unt");
+  walk();
+  name->type("itled");
+  walk();
+  // The dialog is kept for the next time, without its text.
+  dialog->removeFromSuperview();
+  name->replaceText("");
+  a->focus();
+  walk();
+  environment.finger().tap(*b);
+  const auto atOnce = takeSteps();
+  ASSERT_EQ(atOnce.size(), 1U);
+  EXPECT_EQ(dataOf(atOnce[0]), "Untitled");
+  EXPECT_EQ(objectOf(atOnce[0]).at("sahiText"), "Name");
+  EXPECT_EQ(objectOf(atOnce[0]).at("ObjectImage").get<std::string>().substr(0, 4), "/9j/");
+}
+
+TEST_F(TextInADialog, ThatNobodyTypedIsNotRecordedOnceTheDialogHasGone) {
+  open("Untitled");
+  walk();
+  showKey();
+  close();
+  walk();
+  environment.finger().tap(*done);
+  EXPECT_THAT(steps(), ElementsAre("ClickButton "));
+}
+
+TEST_F(TextInADialog, IsNotTypedBeforeTheTapThatOpenedTheDialog) {
+  done->onTap([this] { open("Untitled"); });
+  walk();
+  environment.finger().tap(*done);
+  walk();
+  EXPECT_THAT(steps(), ElementsAre("ClickButton "));
+  environment.finger().tap(*ok);
+  EXPECT_THAT(steps(), ElementsAre("TypeTextOnEditBox Untitled", "ClickButton "));
 }
 
 }  // namespace

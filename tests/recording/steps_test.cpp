@@ -139,6 +139,13 @@ TEST_F(Steps, SwitchIsRecordedWithTheStateThatTheTapProduced) {
   EXPECT_EQ(actionOf(stepOfTap(*control)), "Mobile_DeSelectSwitch");
 }
 
+TEST_F(Steps, StepIsToldToTheLogOnceThoughItWasDraftedBefore) {
+  const auto control = build<headless::Switch>(false).frame({{0, 0}, {50, 30}}).in(*window);
+  stepOfTap(*control);
+  EXPECT_EQ(timesLogged("Initiation Called"), 1);
+  EXPECT_EQ(timesLogged("********SWITCH FOUND"), 1);
+}
+
 TEST_F(Steps, ImageIsClickedAsAnImage) {
   const auto image = build<headless::ImageView>().frame({{0, 0}, {50, 50}}).in(*window);
   image->setUserInteractionEnabled(true);

@@ -1,0 +1,91 @@
+#include "agent/recording/TypedText.h"
+
+#include <utility>
+
+#include "agent/core/GlobalVars.h"
+#include "agent/core/MainThread.h"
+#include "platform/Platform.h"
+
+namespace tarni {
+namespace {
+
+using platform::UIViewRef;
+
+// Who closes dialogs with the keyboard all day and never taps does not fill the memory.
+constexpr std::size_t mostGone = 64;
+
+}  // namespace
+
+TypedText& TypedText::sharedInstance() {
+  assertMainThread();
+  static auto* const shared = new TypedText;
+  return *shared;
+}
+
+void TypedText::follow() {
+  const UIViewRef field = GlobalVars::sharedInstance()._editAbleElement();
+  if (!RecorderAction::standsInWindow(field)) return letGo();
+  if (edited_.field.lock() != field) {
+    letGo();
+    edited_.field = field;
+    edited_.text = RecorderAction::typedText(field);
+  } else {
+    readText(field);
+  }
+  if (edited_.draft && edited_.draftedText == edited_.text) return;
+  edited_.draftedText = edited_.text;
+  edited_.draft = RecorderAction::draftStep({"TypeTextOnEditBox", field, edited_.text, {0, 0}});
+}
+
+void TypedText::noteKey() {
+  const UIViewRef field = edited_.field.lock();
+  if (RecorderAction::standsInWindow(field)) readText(field);
+}
+
+void TypedText::noteTap() {
+  follow();
+  edited_.isToRecord = true;
+}
+
+std::vector<StepDraftRef> TypedText::takeGone() {
+  if (!RecorderAction::standsInWindow(edited_.field.lock())) letGo();
+  return std::exchange(gone_, {});
+}
+
+std::vector<StepDraftRef> TypedText::takeAll() {
+  std::vector<StepDraftRef> drafts = takeGone();
+  if (edited_.isToRecord && edited_.draft && !edited_.text.empty()) {
+    drafts.push_back(edited_.draft);
+  }
+  forget();
+  return drafts;
+}
+
+void TypedText::forget() {
+  edited_ = {};
+}
+
+void TypedText::readText(const UIViewRef& field) {
+  std::string text = RecorderAction::typedText(field);
+  if (text == edited_.text) return;
+  edited_.text = std::move(text);
+  edited_.isToRecord = true;
+}
+
+// A field that stands somewhere is not gone: it was left for another one.
+void TypedText::letGo() {
+  const Edited edited = std::exchange(edited_, {});
+  const UIViewRef field = edited.field.lock();
+  if (!edited.isToRecord || !edited.draft || edited.text.empty()) return;
+  if (RecorderAction::standsInWindow(field)) return;
+  GlobalVars& shared = GlobalVars::sharedInstance();
+  if (field && shared._editAbleElement() == field) shared.set_editAbleElement(nullptr);
+  if (gone_.size() == mostGone) {
+    platform::NSLog("The oldest of %zu typed texts that no tap has followed is dropped", mostGone);
+    gone_.erase(gone_.begin());
+  }
+  edited.draft->data = edited.text;
+  gone_.push_back(edited.draft);
+}
+
+}  // namespace tarni
