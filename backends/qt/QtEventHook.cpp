@@ -1,5 +1,6 @@
 #include "backends/qt/QtEventHook.h"
 
+#include <QtGui/private/qwindow_p.h>
 #include <QtCore/QAbstractEventDispatcher>
 #include <QtCore/QCoreApplication>
 #include <algorithm>
@@ -70,6 +71,11 @@ bool isStationary(const QEventPoint& point) {
 UITouchPhase phaseOf(const QEventPoint& point) {
   if (isReleased(point)) return UITouchPhase::Ended;
   return isStationary(point) ? UITouchPhase::Stationary : UITouchPhase::Moved;
+}
+
+// Qt drops what comes to a window behind a modal one, as a view behind an alert is hit by nothing.
+bool isBlockedByModal(QWindow* window) {
+  return window && qt_window_private(window)->blockedByModalWindow;
 }
 
 }  // namespace
@@ -181,13 +187,15 @@ void QtEventHook::cancelTouches() {
 }
 
 QtEventHook::Finger QtEventHook::beginFinger(QWindow* window, QPointF local, QPointF global) {
+  const bool isBlocked = isBlockedByModal(window);
   while (window && window->parent()) {
     local += window->position();
     window = window->parent();
   }
   const platform::CGPoint location{local.x(), local.y()};
   const platform::UIWindowRef windowView = viewOfWindow(window);
-  const platform::UIViewRef view = windowView ? windowView->hitTest(location) : nullptr;
+  const platform::UIViewRef view =
+      windowView && !isBlocked ? windowView->hitTest(location) : nullptr;
   auto touch = std::make_shared<posix::TouchRecord>();
   touch->setWindow(windowView);
   touch->setTapCount(1);

@@ -1,5 +1,6 @@
 // Every event of the program passes through "sendEvent:" before the program has it.
 #include <qpa/qwindowsysteminterface.h>
+#include <QtWidgets/QDialog>
 #include <QtWidgets/QLineEdit>
 #include <QtWidgets/QMenu>
 #include <QtWidgets/QPushButton>
@@ -114,6 +115,23 @@ TEST_F(EventHook, KeepsTheViewOnWhichATouchBegan) {
               testing::ElementsAre(UITouchPhase::Began, UITouchPhase::Moved, UITouchPhase::Ended));
   for (const Seen& seen : seen_) EXPECT_EQ(seen.view, qt::viewOfWidget(button_));
   EXPECT_EQ(clicks_, 0);
+}
+
+TEST_F(EventHook, HitsNothingInAWindowBehindAModalOne) {
+  QDialog modal(&window_);
+  modal.setModal(true);
+  show(modal);
+  const QPoint at = middleOf(button_);
+  press(at);
+  release(at);
+  EXPECT_EQ(presses_, 0);
+  ASSERT_EQ(seen_.size(), 2U);
+  EXPECT_EQ(seen_[0].view, nullptr) << "what the program never gets is no touch on a view";
+  modal.close();
+  press(at);
+  release(at);
+  EXPECT_EQ(clicks_, 1);
+  EXPECT_EQ(seen_[2].view, qt::viewOfWidget(button_));
 }
 
 TEST_F(EventHook, TakesNeitherHoveringNorOtherButtonsForFingers) {
