@@ -64,6 +64,15 @@ class Replays : public testing::TestWithParam<const char*> {
     return middles;
   }
 
+  // None while the file is being written.
+  static std::vector<host::RecordedStep> stepsIn(const std::filesystem::path& session) {
+    try {
+      return host::readSession(session).steps;
+    } catch (const std::exception&) {
+      return {};
+    }
+  }
+
   // What the login changes in the program, read from it as it stands.
   static void expectLoggedIn(const Playback& playback) {
     EXPECT_EQ(playback.find("UILabel", "text", "Hello, maria").size(), 1U);
@@ -151,13 +160,7 @@ TEST_P(Replays, OfAFreshRecordingEqualTheKeptOne) {
   {
     const auto running = start();
     Program recorder({built("bin/tarni"), "--connect-timeout", "20", "record", "-o", file});
-    const auto steps = [&file] {
-      try {
-        return host::readSession(file).steps.size();
-      } catch (const std::exception&) {
-        return std::size_t{0};
-      }
-    };
+    const auto steps = [&file] { return stepsIn(file).size(); };
     ASSERT_TRUE(eventually([&file] { return std::filesystem::exists(file); }));
     // A tap counts once the window's views are known to the agent: until then it leaves no trace.
     ASSERT_TRUE(eventually(
@@ -197,6 +200,39 @@ TEST_P(Replays, OfAFreshRecordingEqualTheKeptOne) {
     return steps;
   };
   EXPECT_EQ(comparable(file).dump(1), comparable(kept("qt-sample.json")).dump(1));
+}
+
+TEST_P(Replays, KeepTheTapThatEndsTheProgram) {
+  std::vector<Point> entries;
+  Point file{};
+  {
+    const auto scout = start();
+    const Playback playback;
+    ASSERT_TRUE(eventually([&] { return !playback.find("", "text", "File").empty(); }));
+    file = middlesOf(playback, "UIActionButton").front();
+    playback.command("clickelement", playback.one("", "text", "File"));
+    ASSERT_TRUE(eventually([&] { return !playback.find("", "text", "Quit").empty(); }));
+    entries = middlesOf(playback, "UIActionButton");
+  }
+  std::filesystem::create_directories(folder_);
+  const auto session = folder_ / "quit.json";
+  const auto running = start();
+  Program recorder({built("bin/tarni"), "--connect-timeout", "20", "record", "-o", session});
+  ASSERT_TRUE(eventually([&session] { return std::filesystem::exists(session); }));
+  ASSERT_TRUE(eventually(
+      [&] {
+        display_.click(file.x, file.y);
+        if (eventually([&] { return !stepsIn(session).empty(); }, 2s)) return true;
+        display_.key("Escape");
+        return false;
+      },
+      30s))
+      << running->output() << recorder.output();
+  // The menu opens below the word that it belongs to.
+  display_.click(entries.back().x, 2 * file.y + entries.back().y);
+  EXPECT_EQ(recorder.wait(10s), 0);
+  EXPECT_EQ(running->wait(10s), 0);
+  EXPECT_EQ(stepsIn(session).back().text, "Quit");
 }
 
 // Its wizard has pages, hidden fields and a file dialog with a loop of its own.
