@@ -33,6 +33,15 @@ const ElementOnScreen* recordedOne(const RecordedStep& step,
   return step.index && *step.index < all.size() ? &all[*step.index] : nullptr;
 }
 
+bool mayBeGuessed(const RecordedStep& step, const std::vector<ElementOnScreen>& all, Guess guess) {
+  const auto* const element = recordedOne(step, all);
+  if (guess == Guess::none || element == nullptr || !element->isVisible) return false;
+  if (guess == Guess::any) return true;
+  return step.text.empty() && (element->text.empty() || element->isEditable) &&
+         rounded(element->rectangle.width) == step.width &&
+         rounded(element->rectangle.height) == step.height;
+}
+
 }  // namespace
 
 ElementOnScreen ElementOnScreen::fromJson(const ordered_json& description) {
@@ -70,7 +79,7 @@ const char* nameOf(LocatorKind kind) {
   return "class and index";
 }
 
-std::optional<Located> ElementSearch::look(const RecordedStep& step, bool mayGuess) {
+std::optional<Located> ElementSearch::look(const RecordedStep& step, Guess guess) {
   std::optional<Features> features;
   if (!step.xpath.empty()) {
     if (const auto id = only(step, "xpath", step.xpath); !id.empty()) features = featuresOf(id);
@@ -80,12 +89,11 @@ std::optional<Located> ElementSearch::look(const RecordedStep& step, bool mayGue
     return Located{LocatorKind::position, *found};
   }
   if (const auto found = byText(step, all)) return Located{LocatorKind::text, *found};
-  if (!mayGuess) return std::nullopt;
+  if (!mayBeGuessed(step, all, guess)) return std::nullopt;
   // Searching has made the identifiers of the first description void.
   const auto now = elementsOf(step.className);
-  const auto* const guess = recordedOne(step, now);
-  if (guess == nullptr || !guess->isVisible) return std::nullopt;
-  return Located{LocatorKind::index, *guess};
+  if (!mayBeGuessed(step, now, guess)) return std::nullopt;
+  return Located{LocatorKind::index, *recordedOne(step, now)};
 }
 
 // Hidden views count as well for the index among a class, so the search, which leaves them out,

@@ -2,8 +2,8 @@
 //
 // Three locators are tried. The position in the view tree serves when the element there has the
 // recorded class and text; the class with the text serves when it fits one visible element, or the
-// recorded one among several; the class with the index among its kind is a guess, taken only when
-// asked for. Any thread, one at a time; failures are WireErrors and AgentExceptions.
+// recorded one among several; the class with the index among its kind is a guess, taken only as far
+// as asked for. Any thread, one at a time; failures are WireErrors and AgentExceptions.
 #pragma once
 
 #include <nlohmann/json_fwd.hpp>
@@ -22,6 +22,8 @@ struct Rectangle {
   double y = 0;
   double width = 0;
   double height = 0;
+
+  bool operator==(const Rectangle&) const = default;
 };
 
 // An element as the agent describes it.
@@ -44,6 +46,13 @@ enum class LocatorKind { position, text, index };
 // "position", "class and text", "class and index"
 const char* nameOf(LocatorKind kind);
 
+// Which elements may be found by their index.
+enum class Guess {
+  none,
+  likely,  // one of the recorded size, for a step without a text that could speak against it
+  any,
+};
+
 struct Located {
   LocatorKind by = LocatorKind::position;
   ElementOnScreen element;
@@ -53,9 +62,8 @@ class ElementSearch {
  public:
   explicit ElementSearch(PlaybackClient& client) : client_(client) {}
 
-  // One look, without waiting. `mayGuess` admits the index. Identifiers of a former look are of no
-  // use afterwards.
-  std::optional<Located> look(const RecordedStep& step, bool mayGuess);
+  // One look, without waiting. Identifiers of a former look are of no use afterwards.
+  std::optional<Located> look(const RecordedStep& step, Guess guess);
 
   // All elements of a class, visible or not, in the order of the view tree.
   std::vector<ElementOnScreen> elementsOf(const std::string& className);

@@ -69,6 +69,8 @@ RecordedStep RecordedStep::fromJson(const ordered_json& step) {
   recorded.label = textIn(object, "label");
   recorded.xpath = textIn(object, "xpath:position");
   recorded.index = indexOf(textIn(object, "index"));
+  recorded.width = textIn(object, "width");
+  recorded.height = textIn(object, "height");
   recorded.picture = textIn(object, "ObjectImage");
   if (arguments.size() > 1) recorded.data = textIn(arguments[1], "data");
   return recorded;

@@ -23,6 +23,7 @@ struct RecordedStep {
   std::string label;
   std::string xpath;
   std::optional<std::size_t> index;  // among all views of its class
+  std::string width, height;         // in points, rounded; "" when they were not told
   std::string data;                  // the text to type
   std::string picture;               // a JPEG in base-64, "" when there was none
 

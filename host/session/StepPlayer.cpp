@@ -13,8 +13,11 @@ using Result = PlayedStep::Result;
 namespace {
 
 constexpr milliseconds kPauseBetweenLooks{150};
-// How long only what is certain is taken: a screen that is still being built would be misread.
+// How long only what is certain or likely is taken: a screen that is still being built would be
+// misread.
 constexpr milliseconds kTimeToBeCertain{2000};
+// How long what is likely has to stand still.
+constexpr milliseconds kTimeToSettle{300};
 constexpr milliseconds kTimeToTakeEffect{2000};
 
 milliseconds timeToBeCertain(milliseconds patience) {
@@ -65,28 +68,32 @@ PlayedStep StepPlayer::play(const RecordedStep& step) {
 bool StepPlayer::comesTooEarly(const RecordedStep& step, const RecordedStep& next) {
   if (step.kind != Kind::type || next.kind == Kind::type) return false;
   const auto certainUntil = Clock::now() + timeToBeCertain(patience_);
-  while (!isReady(step, false)) {
-    if (Clock::now() >= certainUntil) return !isReady(step, true) && isReady(next, false);
+  while (!isReady(step, Guess::likely)) {
+    if (Clock::now() >= certainUntil) {
+      return !isReady(step, Guess::any) && isReady(next, Guess::none);
+    }
     std::this_thread::sleep_for(kPauseBetweenLooks);
   }
   return false;
 }
 
-bool StepPlayer::isReady(const RecordedStep& step, bool mayGuess) {
-  const auto located = search_.look(step, mayGuess);
+bool StepPlayer::isReady(const RecordedStep& step, Guess guess) {
+  const auto located = search_.look(step, guess);
   return located && located->element.isEnabled && located->element.isTappable;
 }
 
 bool StepPlayer::awaitElement(PlayedStep& played) {
   const auto start = Clock::now();
   const auto certainUntil = start + timeToBeCertain(patience_);
+  guessed_ = {};
   while (true) {
     const auto now = Clock::now();
     const bool mayGuess = now >= certainUntil;
-    played.located = search_.look(played.step, mayGuess);
+    played.located = search_.look(played.step, mayGuess ? Guess::any : Guess::likely);
     if (played.located) {
       const auto& element = played.located->element;
-      if (element.isEnabled && element.isTappable) return true;
+      const bool isSure = mayGuess || hasSettled(*played.located);
+      if (isSure && element.isEnabled && element.isTappable) return true;
       if (mayGuess && mayBeTappedThrough(played.step)) return true;
     }
     if (now >= start + patience_) {
@@ -95,6 +102,16 @@ bool StepPlayer::awaitElement(PlayedStep& played) {
     }
     std::this_thread::sleep_for(kPauseBetweenLooks);
   }
+}
+
+bool StepPlayer::hasSettled(const Located& located) {
+  if (located.by != LocatorKind::index) return true;
+  const auto now = Clock::now();
+  if (guessed_ != located.element.rectangle) {
+    guessed_ = located.element.rectangle;
+    guessedSince_ = now;
+  }
+  return now >= guessedSince_ + kTimeToSettle;
 }
 
 void StepPlayer::act(PlayedStep& played, const ElementOnScreen& element) {

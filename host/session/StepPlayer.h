@@ -44,8 +44,9 @@ class StepPlayer {
   bool comesTooEarly(const RecordedStep& step, const RecordedStep& next);
 
  private:
-  bool isReady(const RecordedStep& step, bool mayGuess);
+  bool isReady(const RecordedStep& step, Guess guess);
   bool awaitElement(PlayedStep& played);
+  bool hasSettled(const Located& located);
   void act(PlayedStep& played, const ElementOnScreen& element);
   void type(PlayedStep& played, const std::string& id);
   void setSwitch(PlayedStep& played, const std::string& id);
@@ -62,6 +63,9 @@ class StepPlayer {
   ElementSearch search_;
   milliseconds patience_;
   bool takesPictures_;
+  // Where the element that was guessed last stands, and since when.
+  Rectangle guessed_;
+  Clock::time_point guessedSince_;
 };
 
 }  // namespace tarni::host

@@ -197,6 +197,31 @@ TEST_F(Sessions, FindElementsByPositionThenTextThenIndexAndSayWhich) {
   EXPECT_THAT(result.output, Not(HasSubstr("note:")));
 }
 
+// As a password field without a placeholder whose surroundings were built in another order.
+TEST_F(Sessions, GuessSoonAtWhatHasNoTextAndTheRecordedSizeOnceItStandsStill) {
+  auto click = step("Click", "UITextField", "\\gone", "", 1);
+  click["arguments"][0]["width"] = "80";
+  click["arguments"][0]["height"] = "20";
+  constexpr int firstLookInPlace = 4;
+  const auto looksUntilWidth = [&](int width) {
+    int looks = 0;
+    ScriptedScreen screen(
+        {{"UITextField", "\\UITextField[0]", "", "Name"},
+         {.className = "UITextField", .xpath = "\\UITextField[1]", .text = "", .editable = true}});
+    screen.onLook = [&](auto& elements, int count) {
+      looks = count;
+      elements[1].width = count < firstLookInPlace ? 100 - count : width;
+    };
+    const auto result = play(screen, {click}, {"--timeout", "6"});
+    EXPECT_THAT(result.output, HasSubstr("passed, by class and index"));
+    EXPECT_THAT(screen.deeds(), ElementsAre("clickelement 1"));
+    return looks;
+  };
+  const int soon = looksUntilWidth(80);
+  EXPECT_GT(soon, firstLookInPlace + 1);
+  EXPECT_LT(soon, looksUntilWidth(81));
+}
+
 TEST_F(Sessions, WaitUntilTheElementIsThereAndTappable) {
   ScriptedScreen screen({{"UIButton", "\\UIButton[0]", "OK", "OK", false, false, false}});
   screen.onLook = [](auto& elements, int looks) {

@@ -292,11 +292,10 @@ void declarePlay(CLI::App& parser, Session& session) {
   parser.footer(
       "Starts the session's program with the agent loaded and plays the steps on it, then ends "
       "it.\n"
-      "An element is found by its position, or by its class and text, or, after two seconds, by "
-      "its\n"
-      "class and index; each step says which. A switch is set to the recorded state, whatever it "
-      "is\n"
-      "now. The first step that fails ends the play, with exit code 1.");
+      "An element is found by its position, or by its class and text, or by its class and index:\n"
+      "soon when it has no text and its size has not changed, else after two seconds. Each step\n"
+      "says which. A switch is set to the recorded state, whatever it is now. The first step that\n"
+      "fails ends the play, with exit code 1.");
   parser.callback([=, &session] {
     options->ownDisplay = display->count() > 0;
     Play(session, *options).run();
