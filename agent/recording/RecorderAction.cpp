@@ -45,7 +45,9 @@ bool isStrictlyInside(const UIViewRef& candidate, const UIViewRef& touched, CGPo
          point.y > center.y - size.height / 2 && point.y < center.y + size.height / 2;
 }
 
-// The view listed last that contains the point, so that what lies on top wins.
+// The view listed last that contains the point, so that what lies on top wins. The list holds
+// hidden views as well, and so a tap beside everything on a page may be that of a view on a hidden
+// one.
 UIViewRef refinedView(const UIViewRef& touched, CGPoint point) {
   if (takesTouchesWhole(touched)) return touched;
   UIViewsManager manager;

@@ -102,6 +102,15 @@ TEST_F(Steps, LabelWithNothingBelowItLooksOverTheWholeWindow) {
   EXPECT_EQ(objectOf(stepOfTap(*leaf)).at("sahiText"), "over");
 }
 
+TEST_F(Steps, HiddenViewUnderTheFingerIsACandidateLikeAnyOther) {
+  const auto pages = build<View>().frame({{0, 0}, {200, 200}}).in(*window);
+  build<headless::Label>("of the hidden page").frame({{0, 0}, {200, 40}}).hidden().in(*pages);
+  walk();
+  environment.finger().tap(*pages, {50, 20});
+  runWorker();
+  EXPECT_EQ(objectOf(takeSteps().at(0)).at("sahiText"), "of the hidden page");
+}
+
 TEST_F(Steps, SelectedSegmentIsRecordedWithTheTextOfItsControl) {
   const auto control =
       build<headless::SegmentedControl>(std::vector<std::optional<std::string>>{"One", "Two"})
