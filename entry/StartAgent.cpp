@@ -17,11 +17,9 @@ void findScripts() {
   if (address && REMOTE_CDN_URL.empty()) REMOTE_CDN_URL = address;
 }
 
-}  // namespace
-
-namespace {
 bool isStarted = false;
-}
+
+}  // namespace
 
 void startAgent(const platform::Platform& platform) noexcept {
   if (std::exchange(isStarted, true)) return;

@@ -6,8 +6,9 @@
 namespace tarni::entry {
 
 // Installs the platform, takes the address of the page scripts from the environment (TARNI_SCRIPTS)
-// unless REMOTE_CDN_URL is set, and runs the agent's load hooks; the first call of the process only. Main
-// thread. Never throws: an agent that cannot start leaves a log line and an untouched program.
+// unless REMOTE_CDN_URL is set, and runs the agent's load hooks; the first call of the process
+// only. Main thread. Never throws: an agent that cannot start leaves a log line and an untouched
+// program.
 void startAgent(const platform::Platform& platform) noexcept;
 
 // The program is about to end. Main thread; nothing when the agent has not started.
