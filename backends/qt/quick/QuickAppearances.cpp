@@ -45,6 +45,7 @@ class OpenPopup : public QObject {
   }
   Q_SLOT void end() {
     appear();
+    setParent(nullptr);  // the popup may open again before this one has gone
     deleteLater();
   }
 

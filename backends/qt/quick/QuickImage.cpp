@@ -4,12 +4,15 @@
 #include <QtGui/QPainter>
 #include <QtQuick/QQuickItem>
 #include <QtQuick/QQuickItemGrabResult>
+#include <QtQuick/QQuickPaintedItem>
 #include <QtWidgets/QWidget>
 #include <cmath>
+#include <limits>
 
 #include "backends/qt/QtImage.h"
 #include "backends/qt/QtProgram.h"
 #include "backends/qt/quick/QuickScene.h"
+#include "backends/qt/quick/QuickTree.h"
 
 namespace tarni::qt {
 namespace {
@@ -20,14 +23,30 @@ using platform::UIImageRef;
 // Far longer than a frame takes; a window that is hidden meanwhile never draws it.
 constexpr double kFrameSeconds = 2;
 
-// Copies the part onto a sheet of the window's colour: what no item draws is transparent.
-UIImageRef cut(const QImage& scene, const QColor& background, const QRectF& part) {
+// The window's colour as an item behind all others, since a picture of items is black where none of
+// them draws. Nobody sees it come and go.
+class Background : public QQuickPaintedItem {
+ public:
+  explicit Background(const QQuickWindow& scene) : color_(scene.color()) {
+    hideFromWalks(*this);
+    setZ(std::numeric_limits<double>::lowest());
+    setSize(scene.contentItem()->size());
+    setParentItem(scene.contentItem());
+  }
+
+  void paint(QPainter* painter) override { painter->fillRect(boundingRect(), color_); }
+
+ private:
+  const QColor color_;
+};
+
+UIImageRef cut(const QImage& scene, const QRectF& part) {
   const double scale = scene.devicePixelRatio();
   QImage image(static_cast<int>(std::ceil(part.width() * scale)),
                static_cast<int>(std::ceil(part.height() * scale)), QImage::Format_RGB32);
   if (image.isNull()) return nullptr;
   image.setDevicePixelRatio(scale);
-  image.fill(QColor(background.rgb()));
+  image.fill(Qt::black);
   QPainter painter(&image);
   painter.drawImage(-part.topLeft(), scene);
   painter.end();
@@ -38,8 +57,12 @@ UIImageRef cut(const QImage& scene, const QColor& background, const QRectF& part
 Task<QImage> nextFrame(QQuickWindow& scene) {
   const QSize size = scene.size();
   const double scale = scene.effectiveDevicePixelRatio();
+  const QPointer<Background> background = new Background(scene);
   const QSharedPointer<QQuickItemGrabResult> grab = scene.contentItem()->grabToImage(size * scale);
-  if (!grab) co_return QImage();
+  if (!grab) {
+    delete background;
+    co_return QImage();
+  }
   const auto suspension = std::make_shared<Suspension>();
   Pause pause{suspension,
               [suspension, grab] {
@@ -48,6 +71,7 @@ Task<QImage> nextFrame(QQuickWindow& scene) {
               },
               kFrameSeconds};
   co_await pause;
+  delete background;
   QImage image = grab->image();
   image.setDevicePixelRatio(scale);
   co_return image;
@@ -57,12 +81,12 @@ Task<QImage> nextFrame(QQuickWindow& scene) {
 
 Task<UIImageRef> drawScene(QQuickWindow& scene, QRectF part) {
   if (part.isEmpty()) co_return nullptr;
-  if (QWidget* const host = sceneHost(scene)) co_return draw(*host, part.toAlignedRect());
-  const QColor background = scene.color();
+  QWidget* const host = sceneHost(scene);
+  if (host && host->inherits("QQuickWidget")) co_return draw(*host, part.toAlignedRect());
   // Grabbing a window that is not shown would show it for a moment.
   QImage image = scene.isVisible() ? scene.grabWindow() : QImage();
   if (image.isNull() && scene.isVisible()) image = co_await nextFrame(scene);
-  co_return cut(image, background, part);
+  co_return cut(image, part);
 }
 
 }  // namespace tarni::qt

@@ -163,6 +163,9 @@ QuickKind kindOfDelegate(const QQuickItem& item, QuickKind own) {
   const QQuickItem* list = listOfDelegate(item, "QQuickItemViewAttached");
   if (!list) list = listOfDelegate(item, "QQuickTableViewAttached");
   if (!list || showsItemsOfItsOwn(*list)) return own;
+  for (const char* const frame : {"headerItem", "footerItem"}) {
+    if (list->property(frame).value<QQuickItem*>() == &item) return own;
+  }
   const QuickKind kind = kindOfClass(list->metaObject());
   return kind == QuickKind::CollectionView ? QuickKind::CollectionCell : QuickKind::TableCell;
 }

@@ -33,10 +33,11 @@ bool isRecognizer(const QQuickItem& item) {
          QQuickItemPrivate::get(&item)->childItems.isEmpty();
 }
 
-// What a control of the toolkit is drawn with. A field in a combo box is still a field.
+// What a control of the toolkit is drawn with. The field of a combo box or a spin box that can be
+// edited is a field.
 bool isPartOfDrawing(const QQuickItem& item, const QQuickItem& parent) {
-  return drawsItself(kindOf(parent)) && !isDeclaredByApplication(item) &&
-         kindOf(item) != QuickKind::TextField;
+  if (!drawsItself(kindOf(parent)) || isDeclaredByApplication(item)) return false;
+  return kindOf(item) != QuickKind::TextField || !parent.property("editable").toBool();
 }
 
 // Lists add items of their own to their content that show nothing.
@@ -109,16 +110,17 @@ bool takesTouches(const QQuickItem& item) {
   if (item.inherits("QQuickOverlay")) return isBlocking(item);
   // A text says that it takes them, and then takes those on its links only.
   if (item.inherits("QQuickText")) return false;
-  return item.acceptedMouseButtons().testFlag(Qt::LeftButton) || item.acceptTouchEvents() ||
+  return item.acceptedMouseButtons().testFlag(Qt::LeftButton) ||
          QQuickItemPrivate::get(&item)->hasPointerHandlers();
 }
 
-// Goes through the items at a point from front to back until one takes the touch.
+// Goes through the items at a point from front to back until one takes the touch. One that is no
+// view itself may stand above what its parent shows.
 class Probe {
  public:
   Probe(QQuickItem& root, QPointF point) {
     steps_.push_back({&root, point, false});
-    while (!steps_.empty() && !taker) {
+    while (!steps_.empty() && (!taker || (isRecognizer(*taker) && !drawn))) {
       const Step step = steps_.back();
       steps_.pop_back();
       if (step.isSelf) {
@@ -156,11 +158,21 @@ class Probe {
   void meet(QQuickItem& item, QPointF point) {
     if (!item.contains(point)) return;
     if (!drawn && draws(item)) drawn = &item;
-    if (takesTouches(item)) taker = &item;
+    if (!taker && takesTouches(item)) taker = &item;
   }
 
   std::vector<Step> steps_;
 };
+
+// True when `item` stands in `taker` (null is the scene) with nothing between them that takes
+// touches of its own.
+bool showsIn(const QQuickItem* item, const QQuickItem* taker) {
+  if (!item || (taker && item != taker && !taker->isAncestorOf(item))) return false;
+  for (; item && item != taker; item = item->parentItem()) {
+    if (takesTouches(*item)) return false;
+  }
+  return true;
+}
 
 }  // namespace
 
@@ -188,8 +200,9 @@ QQuickItem* superviewItem(const QQuickItem& item) {
 QQuickItem* viewItem(QQuickItem* item) {
   QQuickItem* shown = item;
   for (QQuickItem* at = item; at; at = at->parentItem()) {
-    if (roleOf(*at) != Role::View) shown = at->parentItem();
+    if (roleOf(*at) == Role::NoView) shown = at->parentItem();
   }
+  while (shown && roleOf(*shown) == Role::Transparent) shown = shown->parentItem();
   return shown && shown->parentItem() ? shown : nullptr;
 }
 
@@ -198,8 +211,7 @@ QQuickItem* itemAt(QQuickItem& root, QPointF point) {
   QQuickItem* const drawn = viewItem(probe.drawn);
   if (!probe.taker) return drawn;
   QQuickItem* const taker = viewItem(probe.taker);
-  const bool isInTaker = drawn && (!taker || drawn == taker || taker->isAncestorOf(drawn));
-  return isInTaker ? drawn : taker;
+  return showsIn(drawn, taker) ? drawn : taker;
 }
 
 bool hasTapHandler(const QQuickItem& item) {

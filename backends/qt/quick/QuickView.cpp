@@ -33,7 +33,9 @@ CGRect toCGRect(const QRectF& rect) {
 template <std::size_t count>
 QString firstText(const QObject& object, const std::array<const char*, count>& properties) {
   for (const char* const property : properties) {
-    const QString found = object.property(property).toString();
+    const QVariant value = object.property(property);
+    const bool isNumber = value.userType() == QMetaType::Double;
+    const QString found = isNumber ? QString::number(value.toDouble()) : value.toString();
     if (!found.isEmpty()) return found;
   }
   return {};
@@ -41,7 +43,7 @@ QString firstText(const QObject& object, const std::array<const char*, count>& p
 
 // What is read out as the present value: the choice of a combo box, the number of a slider.
 constexpr std::array kValues{"displayText", "value", "currentText"};
-constexpr std::array kLabels{"text", "title", "placeholderText"};
+constexpr std::array kLabels{"text", "title"};
 
 QString attachedText(const QObject& object, const char* className, const char* property) {
   const QObject* const attached = attachedObject(object, className);
@@ -200,6 +202,9 @@ std::optional<std::string> QuickView::accessibilityLabel() const {
   if (!item_) return std::nullopt;
   const QString told = attachedText(*item_, "QQuickAccessibleAttached", "name");
   if (!told.isEmpty()) return utf8(told);
+  // The text of a field is its value.
+  const QVariant placeholder = item_->property("placeholderText");
+  if (placeholder.isValid()) return nonEmpty(placeholder.toString());
   const QObject* const popup = popupOfItem(*item_);
   return nonEmpty(withoutMnemonic(firstText(popup ? *popup : *item_, kLabels)));
 }

@@ -1,0 +1,119 @@
+// Pictures, borders, and what the hooks of appearance hear of popups and pages.
+#include "backends/qt/QtImage.h"
+#include "tests/quick/QuickScreen.h"
+
+namespace tarni::test {
+namespace {
+
+using platform::Argument;
+
+platform::Task<void> keepPicture(UIViewRef view, QImage& picture) {
+  const auto drawn =
+      std::dynamic_pointer_cast<const qt::QtImage>(co_await view->drawViewHierarchy());
+  picture = drawn ? drawn->image() : QImage();
+}
+
+class Showing : public QuickScreen {
+ protected:
+  static QImage pictureOf(const UIViewRef& view) {
+    QImage picture;
+    finish(keepPicture(view, picture));
+    return picture;
+  }
+  // At a point of the picture, whatever its scale.
+  static QColor at(const QImage& picture, double x, double y) {
+    const double scale = picture.devicePixelRatio();
+    return picture.pixelColor(static_cast<int>(x * scale), static_cast<int>(y * scale));
+  }
+};
+
+TEST_F(Showing, PicturesShowTheViewAtTheScreensScale) {
+  show(R"(Rectangle { objectName: "red"; x: 50; y: 60; width: 100; height: 80; color: "red"
+    Rectangle { objectName: "blue"; x: 10; y: 10; width: 20; height: 20; color: "blue" } })");
+  const double scale = std::stod(SCALE);
+  const QImage all = pictureOf(root());
+  EXPECT_EQ(all.size(), QSize(400, 300) * scale);
+  EXPECT_EQ(at(all, 10, 10), QColor(Qt::white)) << "where no item draws";
+  EXPECT_EQ(at(all, 52, 62), QColor(Qt::red));
+  const QImage red = pictureOf(view("red"));
+  EXPECT_EQ(red.size(), QSize(100, 80) * scale);
+  EXPECT_EQ(at(red, 2, 2), QColor(Qt::red));
+  EXPECT_EQ(at(red, 20, 20), QColor(Qt::blue));
+  const auto jpeg = qt::QtImage(red).JPEGRepresentation(0.6);
+  EXPECT_GT(jpeg.size(), 100U);
+  window_->hide();
+  pictureOf(root());
+}
+
+TEST_F(Showing, ABorderStandsAboveEverythingAndIsNothingElse) {
+  show(R"(Rectangle { objectName: "red"; x: 50; y: 60; width: 100; height: 80; color: "red" }
+    Rectangle { x: 0; y: 0; width: 400; height: 300; z: 10; color: "blue" })");
+  const auto before = namesIn(root());
+  const std::string metBefore = met(51, 61);
+  platform::CALayer& layer = view("red")->layer();
+  layer.setBorderColor(platform::CGColor{0, 1, 0, 1});
+  layer.setBorderWidth(4);
+  EXPECT_EQ(at(pictureOf(root()), 52, 62), QColor(Qt::green));
+  EXPECT_EQ(at(pictureOf(root()), 100, 100), QColor(Qt::blue)) << "inside of it";
+  EXPECT_EQ(namesIn(root()), before);
+  EXPECT_EQ(met(51, 61), metBefore);
+  object("red")->setX(200);
+  EXPECT_TRUE(runUntil([&] { return at(pictureOf(root()), 202, 62) == QColor(Qt::green); }));
+  layer.setBorderWidth(0);
+  EXPECT_EQ(at(pictureOf(root()), 202, 62), QColor(Qt::blue));
+}
+
+class Appearances : public QuickScreen {
+ protected:
+  void SetUp() override {
+    for (const char* const selector : {"viewWillAppear:", "viewDidAppear:"}) {
+      platform::current().runtime->class_replaceMethod(
+          uikit::UIViewController, selector,
+          [this, selector](const std::vector<Argument>&) { heard_ += selector[4]; }, "v@:B");
+    }
+  }
+  void TearDown() override {
+    for (const char* const selector : {"viewWillAppear:", "viewDidAppear:"}) {
+      platform::current().runtime->class_replaceMethod(
+          uikit::UIViewController, selector, [](const std::vector<Argument>&) {}, "v@:B");
+    }
+  }
+
+  std::string heard_;  // W and D, in order
+};
+
+TEST_F(Appearances, APopupIsLoadingUntilItHasOpened) {
+  show(R"(Popup { objectName: "slow"; width: 50; height: 50
+      enter: Transition { NumberAnimation { property: "opacity"; from: 0; to: 1; duration: 60 } } }
+    Popup { objectName: "quick"; width: 50; height: 50; enter: null; exit: null })");
+  root();
+  heard_.clear();
+  QMetaObject::invokeMethod(object<QObject>("slow"), "open");
+  EXPECT_EQ(heard_, "W");
+  ASSERT_TRUE(runUntil([&] { return object<QObject>("slow")->property("opened").toBool(); }));
+  EXPECT_EQ(heard_, "WD");
+  heard_.clear();
+  QMetaObject::invokeMethod(object<QObject>("quick"), "open");
+  EXPECT_EQ(heard_, "WD");
+  QMetaObject::invokeMethod(object<QObject>("quick"), "close");
+  runUntil([&] { return !object<QObject>("quick")->property("visible").toBool(); });
+  heard_.clear();
+  QMetaObject::invokeMethod(object<QObject>("quick"), "open");
+  EXPECT_EQ(heard_, "WD") << "when it opens again, too";
+}
+
+TEST_F(Appearances, APageIsLoadingUntilItsTransitionEnds) {
+  show(R"(StackView { objectName: "stack"; anchors.fill: parent; initialItem: Item {}
+    function go() { push(Qt.createComponent("x") && page) }
+    Component { id: page; Item {} } })");
+  view("stack");
+  heard_.clear();
+  QMetaObject::invokeMethod(object("stack"), "go");
+  ASSERT_TRUE(runUntil([&] { return !object("stack")->property("busy").toBool(); }));
+  ASSERT_FALSE(heard_.empty());
+  EXPECT_EQ(heard_.front(), 'W');
+  EXPECT_EQ(heard_.back(), 'D');
+}
+
+}  // namespace
+}  // namespace tarni::test

@@ -1,0 +1,221 @@
+// Which items are views, in which order, where, and which of them a finger meets.
+
+#include "tests/quick/QuickScreen.h"
+
+namespace tarni::test {
+namespace {
+
+using testing::Contains;
+using testing::ElementsAre;
+using Names = std::vector<std::string>;
+
+class Tree : public QuickScreen {};
+class HitTest : public QuickScreen {};
+class Lists : public QuickScreen {};
+
+TEST_F(Tree, SubviewsStandInPaintOrder) {
+  show(R"(Item { objectName: "all"
+    Item { objectName: "front"; z: 2 }
+    Item { objectName: "first" }
+    Item { objectName: "back"; z: -1 }
+    Item { objectName: "second" }
+    Item { id: idOnly } })");
+  EXPECT_EQ(namesIn(view("all")), (Names{"back", "first", "second", "idOnly", "front"}));
+  const auto* const before = view("all")->subviews().data();
+  EXPECT_EQ(view("all")->subviews().data(), before);
+  object("back")->setZ(3);
+  EXPECT_EQ(namesIn(view("all")), (Names{"first", "second", "idOnly", "front", "back"}));
+}
+
+TEST_F(Tree, AControlIsOneViewButWhatTheProgramPutsIntoItIsSeen) {
+  show(R"(Column { objectName: "all"
+    Button { objectName: "plain"; text: "A" }
+    Button { objectName: "own"; contentItem: Row { Text { objectName: "inside"; text: "B" } } }
+    TextField { objectName: "field"; placeholderText: "Name" }
+    ComboBox { objectName: "fixed"; model: ["a", "b"] }
+    ComboBox { objectName: "editable"; editable: true; model: ["a", "b"] } })");
+  for (const char* const name : {"plain", "field", "fixed"}) {
+    EXPECT_EQ(namesIn(view(name)), Names()) << name;
+  }
+  ASSERT_EQ(view("own")->subviews().size(), 1U);
+  EXPECT_EQ(namesIn(view("own")->subviews().front()), Names{"inside"});
+  EXPECT_EQ(namesIn(view("editable")), Names{"UITextField"});
+}
+
+TEST_F(Tree, WhatStandsInAFlickableIsItsSubview) {
+  show(R"(Flickable { objectName: "area"; x: 10; y: 20; width: 100; height: 100
+    contentWidth: 100; contentHeight: 500
+    Rectangle { objectName: "low"; x: 5; y: 300; width: 50; height: 40 } })");
+  EXPECT_EQ(namesIn(view("area")), Names{"low"});
+  EXPECT_EQ(view("low")->superview(), view("area"));
+  EXPECT_TRUE(view("area")->clipsToBounds());
+  finish(as<platform::UIScrollView>(view("area"))->setContentOffset({0, 250}, false));
+  EXPECT_EQ(view("low")->frame(), (CGRect{{5, 50}, {50, 40}}));
+  EXPECT_EQ(view("low")->convertPointToWindow({0, 0}), (CGPoint{15, 70}));
+  EXPECT_EQ(view("low")->convertPointFromWindow({15, 70}), (CGPoint{0, 0}));
+}
+
+TEST_F(Tree, FramesAreUprightRectanglesWhateverTheTransform) {
+  show(R"(Item { objectName: "page"; x: 100; y: 100
+    Rectangle { objectName: "turned"; width: 40; height: 20; rotation: 90 }
+    Rectangle { objectName: "doubled"; x: 100; width: 40; height: 20; scale: 2 } })");
+  EXPECT_EQ(view("turned")->frame(), (CGRect{{10, -10}, {20, 40}}));
+  EXPECT_EQ(view("turned")->bounds(), (CGRect{{0, 0}, {40, 20}}));
+  EXPECT_EQ(view("doubled")->frame(), (CGRect{{80, -10}, {80, 40}}));
+  EXPECT_EQ(met(120, 129), "turned");
+  EXPECT_EQ(met(182, 91), "doubled");
+}
+
+TEST_F(Tree, HiddenIsWhatNobodySees) {
+  show(R"(Item { objectName: "page"; visible: false
+    Item { objectName: "below" } }
+    Rectangle { objectName: "clear"; opacity: 0; width: 400; height: 300 })");
+  EXPECT_TRUE(view("page")->isHidden());
+  EXPECT_FALSE(view("below")->isHidden()) << "its parent is hidden, not itself";
+  EXPECT_TRUE(view("clear")->isHidden());
+  EXPECT_NE(met(50, 50), "clear");
+}
+
+TEST_F(Tree, AViewWhoseItemHasGoneIsEmptyHiddenAndNowhere) {
+  show(R"(Button { objectName: "gone"; text: "x"; width: 50; height: 50 })");
+  const UIViewRef gone = view("gone");
+  const std::weak_ptr<platform::UIView> registered = gone;
+  gone->layer().setValueForKey("guid", "tag");
+  gone->layer().setBorderWidth(4);
+  delete object("gone");
+  EXPECT_TRUE(gone->isHidden());
+  EXPECT_EQ(gone->superview(), nullptr);
+  EXPECT_EQ(gone->window(), nullptr);
+  EXPECT_TRUE(gone->subviews().empty());
+  EXPECT_EQ(gone->frame(), CGRect{});
+  EXPECT_EQ(gone->hitTest({0, 0}), nullptr);
+  EXPECT_EQ(gone->accessibilityLabel(), std::nullopt);
+  EXPECT_EQ(gone->accessibilityValue(), std::nullopt);
+  EXPECT_EQ(gone->accessibilityIdentifier(), std::nullopt);
+  EXPECT_EQ(as<platform::UIButton>(gone)->currentTitle(), std::nullopt);
+  EXPECT_EQ(*gone->layer().valueForKey("tag"), "guid");
+  EXPECT_TRUE(gone->gestureRecognizers().empty());
+  finish(gone->becomeFirstResponder());
+}
+
+TEST_F(HitTest, MeetsWhatTakesTheTouchOrIsDrawnInIt) {
+  show(R"(Pane { anchors.fill: parent
+    Rectangle { objectName: "card"; x: 20; y: 20; width: 100; height: 60; color: "red"
+      Text { objectName: "caption"; anchors.centerIn: parent; text: "Card" }
+      MouseArea { anchors.fill: parent } }
+    Button { objectName: "button"; x: 150; y: 20; width: 100; height: 60; text: "B" }
+    Button { objectName: "off"; enabled: false; x: 260; y: 20; width: 60; height: 60; text: "C" }
+    Text { objectName: "words"; x: 20; y: 120; text: "Words" }
+    Item { anchors.fill: parent }
+    Rectangle { color: "transparent"; border.width: 1; anchors.fill: parent } })");
+  EXPECT_EQ(metInMiddle("card"), "caption");
+  EXPECT_EQ(met(12 + 25, 12 + 25), "card");
+  EXPECT_EQ(metInMiddle("button"), "button");
+  EXPECT_EQ(metInMiddle("off"), "off") << "a disabled button still stands there";
+  EXPECT_FALSE(view("off")->isUserInteractionEnabled());
+  EXPECT_EQ(metInMiddle("words"), "words");
+  EXPECT_EQ(root()->hitTest({400, 10}), nullptr);
+  EXPECT_EQ(root()->hitTest({-0.5, 10}), nullptr);
+  EXPECT_EQ(nameOf(view("card")->hitTest({50, 30})), "caption") << "own coordinates";
+}
+
+TEST_F(HitTest, AMouseAreaIsToItsParentWhatARecognizerIs) {
+  show(R"(
+    Rectangle { objectName: "card"; width: 100; height: 60
+      MouseArea { objectName: "area"; anchors.fill: parent } }
+    Rectangle { objectName: "tapped"; y: 70; width: 100; height: 60
+      TapHandler {} }
+    Rectangle { objectName: "still"; y: 140; width: 100; height: 60 }
+    MouseArea { objectName: "filled"; y: 210; width: 100; height: 60
+      Text { text: "In it" } })");
+  EXPECT_EQ(namesIn(view("card")), Names());
+  const auto taps = [&](const char* name) {
+    const auto recognizers = view(name)->gestureRecognizers();
+    return recognizers.size() == 1 && recognizers.front() == uikit::UITapGestureRecognizer;
+  };
+  EXPECT_TRUE(taps("card"));
+  EXPECT_TRUE(taps("tapped"));
+  EXPECT_FALSE(taps("still"));
+  EXPECT_TRUE(taps("filled"));
+  object("area")->setEnabled(false);
+  EXPECT_FALSE(taps("card"));
+}
+
+TEST_F(HitTest, OnlyAModalPopupKeepsFingersFromThePage) {
+  show(R"(Button { objectName: "below"; width: 100; height: 60 }
+    Popup { objectName: "popup"; x: 200; y: 100; width: 100; height: 100
+      Button { objectName: "inPopup"; text: "P" } })");
+  QObject* const popup = object<QObject>("popup");
+  QMetaObject::invokeMethod(popup, "open");
+  ASSERT_TRUE(runUntil([&] { return popup->property("opened").toBool(); }));
+  EXPECT_EQ(metInMiddle("below"), "below");
+  EXPECT_EQ(metInMiddle("inPopup"), "inPopup");
+  QMetaObject::invokeMethod(popup, "close");
+  ASSERT_TRUE(runUntil([&] { return !popup->property("visible").toBool(); }));
+  popup->setProperty("modal", true);
+  QMetaObject::invokeMethod(popup, "open");
+  ASSERT_TRUE(runUntil([&] { return popup->property("opened").toBool(); }));
+  EXPECT_NE(metInMiddle("below"), "below");
+  EXPECT_EQ(metInMiddle("inPopup"), "inPopup");
+}
+
+TEST_F(HitTest, WhatIsClippedIsNotMet) {
+  show(R"(Item { width: 50; height: 50; clip: true
+    Rectangle { objectName: "wide"; width: 200; height: 50; color: "red" } })");
+  EXPECT_EQ(met(25, 25), "wide");
+  EXPECT_NE(met(100, 25), "wide");
+}
+
+TEST_F(Lists, HaveCellsForWhatTheirViewportShows) {
+  show(R"(ListView { objectName: "list"; width: 100; height: 100; cacheBuffer: 400; model: 100
+      header: Rectangle { objectName: "header"; width: 100; height: 30; color: "red" }
+      delegate: Rectangle { width: 100; height: 30
+        Row { Text { text: "" } Text { text: "Row " + index } } } })");
+  const auto cells = [&] {
+    std::vector<std::string> texts;
+    for (const UIViewRef& cell : view("list")->subviews()) {
+      const auto row = as<platform::UITableViewCell>(cell);
+      texts.push_back(row ? row->cellText().value_or("") : nameOf(cell));
+    }
+    return texts;
+  };
+  ASSERT_TRUE(runUntil([&] { return cells().size() == 4; }));
+  EXPECT_THAT(cells(), testing::UnorderedElementsAre("header", "Row 0", "Row 1", "Row 2"));
+  const UIViewRef second = view("list")->hitTest({95, 70});
+  EXPECT_EQ(as<platform::UITableViewCell>(second)->cellText(), "Row 1");
+  finish(as<platform::UIScrollView>(view("list"))->setContentOffset({0, 45}, false));
+  ASSERT_TRUE(runUntil([&] { return cells().size() == 4; }));
+  EXPECT_THAT(cells(), Contains("Row 3"));
+  EXPECT_EQ(view("list")->hitTest({95, 25}), second) << "moved, but the same";
+}
+
+TEST_F(Lists, TheTabsOfATabBarAndTheEntriesOfAMenuAreButtons) {
+  show(
+      R"(TabBar { objectName: "tabs"; width: 300; TabButton { text: "One" } TabButton { text: "Two" } }
+    Menu { id: menu; objectName: "menu"; y: 60; MenuItem { text: "&Open" } MenuItem { text: "Close" } })");
+  QMetaObject::invokeMethod(object<QObject>("menu"), "open");
+  ASSERT_TRUE(runUntil([&] { return object<QObject>("menu")->property("opened").toBool(); }));
+  const auto titlesIn = [](const UIViewRef& top) {
+    std::vector<std::string> titles;
+    std::vector<UIViewRef> waiting{top};
+    while (!waiting.empty()) {
+      const UIViewRef at = waiting.back();
+      waiting.pop_back();
+      if (const auto button = as<platform::UIButton>(at)) titles.push_back(*button->currentTitle());
+      waiting.insert(waiting.end(), at->subviews().rbegin(), at->subviews().rend());
+    }
+    return titles;
+  };
+  EXPECT_THAT(titlesIn(view("tabs")), ElementsAre("One", "Two"));
+  EXPECT_THAT(titlesIn(root()->subviews().back()), ElementsAre("Open", "Close"));
+}
+
+TEST_F(Lists, AGridHasCollectionCells) {
+  show(R"(GridView { objectName: "grid"; width: 200; height: 100; model: 3
+    delegate: ItemDelegate { text: "Cell " + index } })");
+  ASSERT_TRUE(runUntil([&] { return view("grid")->subviews().size() == 2; }));
+  EXPECT_EQ(view("grid")->subviews().front()->getClass(), uikit::UICollectionViewCell);
+}
+
+}  // namespace
+}  // namespace tarni::test
