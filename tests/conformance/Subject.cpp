@@ -11,11 +11,9 @@ Subject qt(const std::string& major) {
 
 // The software renderer is the only one that needs no display.
 Subject quick(const std::string& major) {
-  return {"Quick" + major,
-          {built("bin/quick-sample-" + major)},
-          {{"LD_PRELOAD", agentPreload()},
-           {"QT_QPA_PLATFORM", "offscreen"},
-           {"QT_QUICK_BACKEND", "software"}}};
+  Program::Environment environment = agentEnvironment();
+  environment["QT_QUICK_BACKEND"] = "software";
+  return {"Quick" + major, {built("bin/quick-sample-" + major)}, environment};
 }
 
 }  // namespace
