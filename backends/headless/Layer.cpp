@@ -15,20 +15,6 @@ auto find(Pairs& pairs, std::string_view key) {
 
 }  // namespace
 
-const std::string* Layer::valueForKey(std::string_view key) const {
-  const auto found = find(values_, key);
-  return found == values_.end() ? nullptr : &found->second;
-}
-
-void Layer::setValueForKey(std::string value, std::string_view key) {
-  const auto found = find(values_, key);
-  if (found != values_.end()) {
-    found->second = std::move(value);
-  } else {
-    values_.emplace_back(key, std::move(value));
-  }
-}
-
 bool Layer::isHidden() const {
   return view_.isHidden();
 }

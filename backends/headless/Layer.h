@@ -4,6 +4,7 @@
 #include <memory>
 #include <utility>
 
+#include "backends/posix/LayerValues.h"
 #include "platform/QuartzCore/CALayer.h"
 
 namespace tarni::headless {
@@ -14,8 +15,10 @@ class Layer : public platform::CALayer {
  public:
   explicit Layer(View& view) : view_(view) {}
 
-  const std::string* valueForKey(std::string_view key) const override;
-  void setValueForKey(std::string value, std::string_view key) override;
+  const std::string* valueForKey(std::string_view key) const override { return values_.find(key); }
+  void setValueForKey(std::string value, std::string_view key) override {
+    values_.set(std::move(value), key);
+  }
 
   double borderWidth() const override { return borderWidth_; }
   void setBorderWidth(double width) override { borderWidth_ = width; }
@@ -42,9 +45,8 @@ class Layer : public platform::CALayer {
 
  private:
   View& view_;
-  // Few and short-lived in number: a search from the front is faster than any index.
-  std::vector<std::pair<std::string, std::string>> values_;
   double borderWidth_ = 0;
+  posix::LayerValues values_;
   double cornerRadius_ = 0;
   std::optional<platform::CGColor> borderColor_;
   float speed_ = 1;

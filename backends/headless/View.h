@@ -160,16 +160,17 @@ class View : public platform::UIView {
   void resignFirstResponderBelow();
   void detach();
 
+  // What a walk looks at comes first and close together.
   platform::Class class_;
-  View* superview_ = nullptr;
-  Window* window_ = nullptr;
-  std::vector<platform::UIViewRef> subviews_;
   bool hidden_ = false;
   bool opaque_ = false;
   bool clipsToBounds_ = false;
   bool userInteractionEnabled_ = true;
   bool canBecomeFirstResponder_ = false;
+  std::vector<platform::UIViewRef> subviews_;
   mutable Layer layer_;
+  View* superview_ = nullptr;
+  Window* window_ = nullptr;
   long tag_ = 0;
   double alpha_ = 1;
   platform::CGRect bounds_;

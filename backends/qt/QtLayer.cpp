@@ -6,20 +6,6 @@
 
 namespace tarni::qt {
 
-const std::string* QtLayer::valueForKey(std::string_view key) const {
-  const auto found = std::ranges::find(values_, key, &std::pair<std::string, std::string>::first);
-  return found == values_.end() ? nullptr : &found->second;
-}
-
-void QtLayer::setValueForKey(std::string value, std::string_view key) {
-  const auto found = std::ranges::find(values_, key, &std::pair<std::string, std::string>::first);
-  if (found == values_.end()) {
-    values_.emplace_back(key, std::move(value));
-  } else {
-    found->second = std::move(value);
-  }
-}
-
 void QtLayer::setBorderWidth(double width) {
   borderWidth_ = width;
   showBorder();

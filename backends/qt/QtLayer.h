@@ -6,6 +6,7 @@
 #include <utility>
 #include <vector>
 
+#include "backends/posix/LayerValues.h"
 #include "platform/QuartzCore/CALayer.h"
 
 namespace tarni::qt {
@@ -28,8 +29,10 @@ class QtLayer final : public platform::CALayer {
   QtLayer(const QtLayer&) = delete;
   QtLayer& operator=(const QtLayer&) = delete;
 
-  const std::string* valueForKey(std::string_view key) const override;
-  void setValueForKey(std::string value, std::string_view key) override;
+  const std::string* valueForKey(std::string_view key) const override { return values_.find(key); }
+  void setValueForKey(std::string value, std::string_view key) override {
+    values_.set(std::move(value), key);
+  }
 
   double borderWidth() const override { return borderWidth_; }
   void setBorderWidth(double width) override;
@@ -49,8 +52,8 @@ class QtLayer final : public platform::CALayer {
   void showBorder();
 
   const QtViewCore& view_;
-  std::vector<std::pair<std::string, std::string>> values_;  // one or two: a search is a glance
   double borderWidth_ = 0;
+  posix::LayerValues values_;
   std::optional<platform::CGColor> borderColor_;
   float speed_ = 1;
   std::unique_ptr<QtBorder> border_;

@@ -193,5 +193,21 @@ TEST_F(ViewTest, PrivateClassesAreKindsOfTheirOwn) {
   EXPECT_TRUE(key->isKindOfClass(platform::uikit::UILabel));
 }
 
+TEST_F(ViewTest, ValuesOfALayerStayWhereTheyAre) {
+  platform::CALayer& layer = window->layer();
+  std::vector<const std::string*> texts;
+  for (const char* key : {"a", "", "c", "d", "e"}) {
+    EXPECT_EQ(layer.valueForKey(key), nullptr);
+    layer.setValueForKey(std::string("first ") + key, key);
+    texts.push_back(layer.valueForKey(key));
+  }
+  for (const char* key : {"d", "a"}) layer.setValueForKey("second", key);
+  EXPECT_EQ(*texts[0], "second");
+  EXPECT_EQ(*texts[1], "first ");
+  EXPECT_EQ(*texts[3], "second");
+  EXPECT_EQ(layer.valueForKey("e"), texts[4]);
+  EXPECT_EQ(*texts[4], "first e");
+}
+
 }  // namespace
 }  // namespace tarni::headless::test
