@@ -38,13 +38,7 @@ platform::UIWindowRef UIViewFinder::getCurrentWindow() const {
 
 std::vector<UIViewRef> UIViewFinder::getAllUIViewsAccordingToViewType(
     const std::string& type) const {
-  const std::string className = platform::lowercase(type);
-  UIViewsManager manager;
-  std::vector<UIViewRef> views;
-  for (const UIViewRef& view : manager.GetAllViewsForPlayer(getCurrentWindow(), true)) {
-    if (className.empty() || view->getClass()->lowercaseName() == className) views.push_back(view);
-  }
-  return views;
+  return UIViewsManager().viewsForPlayerOfType(getCurrentWindow(), type);
 }
 
 Task<void> UIViewFinder::waitForViewControllerLoaded() const {

@@ -21,18 +21,34 @@ WalkBuffers& spareBuffers() {
   return *shared;
 }
 
-// Gives the view its identity when it has none yet.
-void tag(const WalkStep& step, std::string_view key) {
+// Gives the view its identity when it has none yet; the new one, or null.
+const std::string* tag(const WalkStep& step, std::string_view key) {
   platform::CALayer& layer = step.view->layer();
-  if (layer.valueForKey(key)) return;
+  if (layer.valueForKey(key)) return nullptr;
   const std::string guid = Utilities::getGUIDString();
   layer.setValueForKey(guid, key);
   XpathManager::sharedInstance().createXpathPositionOfUIView(step.parent(), step.view, guid,
                                                              step.index());
+  return layer.valueForKey(key);
 }
 
 void takeOffLeftoverHighlight(const UIViewRef& view) {
   if (Highlight::isHighlighted(view)) Highlight::deHighlightView(view);
+}
+
+// Empty for all.
+bool isOfClass(const UIViewRef& view, const std::string& lowercaseName) {
+  return lowercaseName.empty() || lowercaseName == view->getClass()->lowercaseName();
+}
+
+template <typename Take>
+void walkForPlayer(const UIViewRef& root, std::vector<WalkLevel>& levels, Take&& take) {
+  walkSubviews(root, levels, [&take](const WalkStep& step) {
+    tag(step, kPlaybackTag);
+    takeOffLeftoverHighlight(step.view);
+    take(step.view);
+    return true;
+  });
 }
 
 bool containsIgnoringCase(std::string_view text, std::string_view part) {
@@ -40,16 +56,35 @@ bool containsIgnoringCase(std::string_view text, std::string_view part) {
          std::string::npos;
 }
 
-bool matchesAccessor(const UIViewRef& view, const std::string& type, const std::string& value) {
-  if (type == "text") return Utilities::getUIViewText(view) == value;
-  if (type == "partialtext") return containsIgnoringCase(Utilities::getUIViewText(view), value);
-  if (type.empty()) return true;
-  if (type == "xpath") {
-    const std::string* const guid = view->layer().valueForKey(kPlaybackTag);
-    return guid && XpathManager::sharedInstance().isFiledUnder(*guid, value);
+// How a search knows its elements. A position is looked up once, and not for every view.
+class Accessor {
+ public:
+  Accessor(const std::string& type, const std::string& value) : type_(type), value_(value) {
+    if (type == "xpath") {
+      sought_ = XpathManager::sharedInstance().getIdentificationGUIDFromXpath(value);
+    }
   }
-  return false;
-}
+
+  // A view got its identity in the middle of the search, and may have taken the position.
+  void noteNewIdentity(const std::string& guid) {
+    if (type_ != "xpath") return;
+    if (XpathManager::sharedInstance().isFiledUnder(guid, value_)) sought_ = guid;
+  }
+
+  bool matches(const UIViewRef& view) const {
+    if (type_ == "text") return Utilities::getUIViewText(view) == value_;
+    if (type_ == "partialtext") return containsIgnoringCase(Utilities::getUIViewText(view), value_);
+    if (type_.empty()) return true;
+    if (type_ != "xpath" || !sought_) return false;
+    const std::string* const guid = view->layer().valueForKey(kPlaybackTag);
+    return guid && *guid == *sought_;
+  }
+
+ private:
+  const std::string& type_;
+  const std::string& value_;
+  std::optional<std::string> sought_;  // the identity of the view at the position
+};
 
 }  // namespace
 
@@ -81,25 +116,31 @@ const std::vector<UIViewRef>& UIViewsManager::GetAllViews(const UIViewRef& root,
 const std::vector<UIViewRef>& UIViewsManager::GetAllViewsForPlayer(const UIViewRef& root,
                                                                    bool topLevel) & {
   if (topLevel) buffers_.views.clear();
-  walkSubviews(root, buffers_.levels, [this](const WalkStep& step) {
-    tag(step, kPlaybackTag);
-    takeOffLeftoverHighlight(step.view);
-    buffers_.views.push_back(step.view);
-    return true;
-  });
+  walkForPlayer(root, buffers_.levels,
+                [this](const UIViewRef& view) { buffers_.views.push_back(view); });
   return buffers_.views;
+}
+
+std::vector<UIViewRef> UIViewsManager::viewsForPlayerOfType(const UIViewRef& root,
+                                                            const std::string& type) {
+  const std::string className = platform::lowercase(type);
+  std::vector<UIViewRef> views;
+  walkForPlayer(root, buffers_.levels, [&](const UIViewRef& view) {
+    if (isOfClass(view, className)) views.push_back(view);
+  });
+  return views;
 }
 
 void UIViewsManager::findElements(const UIViewRef& parent, const std::string& tagName,
                                   const std::string& accessorType,
                                   const std::string& accessorValue) {
   const std::string className = platform::lowercase(tagName);
+  Accessor accessor(accessorType, accessorValue);
   WalkVisibility visibility;
   walkSubviews(parent, buffers_.levels, [&](const WalkStep& step) {
-    tag(step, kPlaybackTag);
-    const bool isOfTag = className.empty() || className == step.view->getClass()->lowercaseName();
+    if (const std::string* const guid = tag(step, kPlaybackTag)) accessor.noteNewIdentity(*guid);
     // Visibility costs most, so it is asked of those that match only.
-    if (isOfTag && matchesAccessor(step.view, accessorType, accessorValue) &&
+    if (isOfClass(step.view, className) && accessor.matches(step.view) &&
         visibility.isVisibleInWindowFrame(step)) {
       UIViewMemoryCache::sharedInstance().addViewInMemoryCache(step.view);
     }
@@ -110,7 +151,7 @@ void UIViewsManager::findElements(const UIViewRef& parent, const std::string& ta
 void UIViewsManager::identifyElementByAccessor(const UIViewRef& view, const std::string&,
                                                const std::string& accessorType,
                                                const std::string& accessorValue) {
-  if (!matchesAccessor(view, accessorType, accessorValue)) return;
+  if (!Accessor(accessorType, accessorValue).matches(view)) return;
   if (!KIFAdditions::isVisibleInWindowFrame(view)) return;
   UIViewMemoryCache::sharedInstance().addViewInMemoryCache(view);
 }

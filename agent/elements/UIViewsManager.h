@@ -34,6 +34,11 @@ class UIViewsManager {
   const std::vector<platform::UIViewRef>& GetAllViewsForPlayer(const platform::UIViewRef& root,
                                                                bool topLevel) &;
 
+  // The same without the list: only the views whose class name is `type` in any case; all for the
+  // empty type.
+  std::vector<platform::UIViewRef> viewsForPlayerOfType(const platform::UIViewRef& root,
+                                                        const std::string& type);
+
   // Adds every view below `parent` that matches to UIViewMemoryCache, each under a fresh
   // identifier; the parent itself is not tested. `tagName` is a whole class name in any case, empty
   // for all. An accessor type other than "text", "partialtext", "xpath" and "" matches nothing.

@@ -4,10 +4,10 @@
 #include <exception>
 #include <nlohmann/json.hpp>
 
-#include "agent/Queue/ElementsQueue.h"
 #include "agent/Queue/RecorderQueue.h"
 #include "agent/core/GlobalVars.h"
 #include "agent/core/MainThread.h"
+#include "agent/elements/IdentityTag.h"
 #include "agent/elements/UIViewFinder.h"
 #include "agent/elements/UIViewsManager.h"
 #include "agent/elements/Utilities.h"
@@ -240,11 +240,12 @@ std::string RecorderAction::getLogicalNameOfElement(const UIViewRef& view) const
 }
 
 long RecorderAction::getClassNameIndexOfUIView(const UIViewRef& view) const {
-  const auto tag = ElementsQueue::getTarniIdOfUIView(view);
+  const std::string* const tag = view->layer().valueForKey(kRecordingTag);
   const auto sameClass =
       UIViewFinder().getAllUIViewsAccordingToViewType(Utilities::getUIViewClassName(view));
-  const auto found = std::ranges::find_if(sameClass, [&](const UIViewRef& other) {
-    return tag && ElementsQueue::getTarniIdOfUIView(other) == tag;
+  const auto found = std::ranges::find_if(sameClass, [tag](const UIViewRef& other) {
+    const std::string* const otherTag = other->layer().valueForKey(kRecordingTag);
+    return tag && otherTag && *otherTag == *tag;
   });
   return found == sameClass.end() ? 0 : found - sameClass.begin();
 }
