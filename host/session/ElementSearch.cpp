@@ -27,6 +27,15 @@ std::string rounded(double length) {
   return text.data();
 }
 
+// What the page's scripts find can be acted on.
+ElementOnScreen inPage(const std::string& id, const std::string& text) {
+  ElementOnScreen element;
+  element.id = id;
+  element.text = text;
+  element.isVisible = element.isTappable = element.isEnabled = true;
+  return element;
+}
+
 // The recorded one of its class, when there are so many.
 const ElementOnScreen* recordedOne(const RecordedStep& step,
                                    const std::vector<ElementOnScreen>& all) {
@@ -80,6 +89,7 @@ const char* nameOf(LocatorKind kind) {
 }
 
 std::optional<Located> ElementSearch::look(const RecordedStep& step, Guess guess) {
+  if (step.isInPage) return lookInPage(step, guess);
   std::optional<Features> features;
   if (!step.xpath.empty()) {
     if (const auto id = only(step, "xpath", step.xpath); !id.empty()) features = featuresOf(id);
@@ -96,9 +106,34 @@ std::optional<Located> ElementSearch::look(const RecordedStep& step, Guess guess
   return Located{LocatorKind::index, *recordedOne(step, now)};
 }
 
+std::optional<Located> ElementSearch::lookInPage(const RecordedStep& step, Guess guess) {
+  if (const auto id = only(step, "xpath", step.xpath); !id.empty()) {
+    return Located{LocatorKind::position, inPage(id, step.text)};
+  }
+  if (const auto id = only(step, "text", step.text); !step.text.empty() && !id.empty()) {
+    return Located{LocatorKind::text, inPage(id, step.text)};
+  }
+  if (guess != Guess::any || !step.index) return std::nullopt;
+  const auto ids = client_.call({"findelements", step.className}).elementIds();
+  if (*step.index >= ids.size()) return std::nullopt;
+  return Located{LocatorKind::index, inPage(ids[*step.index], step.text)};
+}
+
+std::vector<ElementOnScreen> ElementSearch::elementsLike(const RecordedStep& step) {
+  return step.isInPage ? elementsInPage(step.className) : elementsOf(step.className);
+}
+
+ElementSearch::Elements ElementSearch::elementsInPage(const std::string& tag) {
+  Elements elements;
+  for (const auto& id : client_.call({"findelements", tag}).elementIds()) {
+    elements.push_back(inPage(id, ask("gettext", id)));
+  }
+  return elements;
+}
+
 // Hidden views count as well for the index among a class, so the search, which leaves them out,
 // cannot tell it.
-std::vector<ElementOnScreen> ElementSearch::elementsOf(const std::string& className) {
+ElementSearch::Elements ElementSearch::elementsOf(const std::string& className) {
   Elements elements;
   for (const auto& entry : client_.call({"ai_findelements", className}).entries()) {
     if (entry.is_object()) elements.push_back(ElementOnScreen::fromJson(entry));

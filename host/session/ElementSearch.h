@@ -3,7 +3,9 @@
 // Three locators are tried. The position in the view tree serves when the element there has the
 // recorded class and text; the class with the text serves when it fits one visible element, or the
 // recorded one among several; the class with the index among its kind is a guess, taken only as far
-// as asked for. Any thread, one at a time; failures are WireErrors and AgentExceptions.
+// as asked for. An element of a web page is found in the same three ways by the scripts in the
+// page, which tell nothing about it but its text. Any thread, one at a time; failures are
+// WireErrors and AgentExceptions.
 #pragma once
 
 #include <nlohmann/json_fwd.hpp>
@@ -65,8 +67,9 @@ class ElementSearch {
   // One look, without waiting. Identifiers of a former look are of no use afterwards.
   std::optional<Located> look(const RecordedStep& step, Guess guess);
 
-  // All elements of a class, visible or not, in the order of the view tree.
-  std::vector<ElementOnScreen> elementsOf(const std::string& className);
+  // All elements of the step's class, visible or not, in the order of the view tree; of its tag, in
+  // the order of the page.
+  std::vector<ElementOnScreen> elementsLike(const RecordedStep& step);
 
  private:
   using Elements = std::vector<ElementOnScreen>;
@@ -78,6 +81,10 @@ class ElementSearch {
     std::string width;
     std::string height;
   };
+
+  Elements elementsOf(const std::string& className);
+  Elements elementsInPage(const std::string& tag);
+  std::optional<Located> lookInPage(const RecordedStep& step, Guess guess);
 
   Found atPosition(const RecordedStep& step, const std::optional<Features>& features,
                    const Elements& all);

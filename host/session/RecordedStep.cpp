@@ -38,6 +38,13 @@ std::optional<std::size_t> indexOf(const std::string& text) {
   return value;
 }
 
+// Pictures of pages come as addresses.
+std::string withoutAddress(std::string picture) {
+  constexpr std::string_view kStart = "data:image/jpeg;base64,";
+  if (picture.starts_with(kStart)) picture.erase(0, kStart.size());
+  return picture;
+}
+
 bool isSegmentedControl(const ordered_json& view) {
   auto name = textIn(view, "classname");
   std::transform(name.begin(), name.end(), name.begin(),
@@ -71,7 +78,8 @@ RecordedStep RecordedStep::fromJson(const ordered_json& step) {
   recorded.index = indexOf(textIn(object, "index"));
   recorded.width = textIn(object, "width");
   recorded.height = textIn(object, "height");
-  recorded.picture = textIn(object, "ObjectImage");
+  recorded.isInPage = textIn(object, "mode") == "web";
+  recorded.picture = withoutAddress(textIn(object, "ObjectImage"));
   if (arguments.size() > 1) recorded.data = textIn(arguments[1], "data");
   return recorded;
 }

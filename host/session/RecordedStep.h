@@ -15,7 +15,8 @@ struct RecordedStep {
   std::size_t line = 0;    // of the session file
   double seconds = 0;      // when it came, from the start of the recording
   Kind kind = Kind::click;
-  std::string action;  // as recorded: "ClickButton"
+  std::string action;     // as recorded: "ClickButton"
+  bool isInPage = false;  // of a web view; its class is a tag then
   std::string className;
   std::string text;          // as recording reads it: of a text field its placeholder
   bool isTextItsOwn = true;  // false where it tells a state: "1" of a switch, that of a segment

@@ -103,7 +103,7 @@ double scaleOf(const ElementOnScreen& element) {
 // Drawn over the window's picture: an outline of the element.
 std::string outline(const ElementOnScreen& element, const std::string& window) {
   const auto size = jpegSize(window);
-  if (!size) return "";
+  if (!size || element.rectangle.width <= 0) return "";
   const double scale = scaleOf(element);
   const auto& area = element.rectangle;
   std::array<char, 512> text{};

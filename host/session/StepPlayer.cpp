@@ -19,6 +19,8 @@ constexpr milliseconds kTimeToBeCertain{2000};
 // How long what is likely has to stand still.
 constexpr milliseconds kTimeToSettle{300};
 constexpr milliseconds kTimeToTakeEffect{2000};
+// A page takes a click once it has answered; the agent itself waits as long after a native one.
+constexpr milliseconds kTimeOfPage{500};
 
 milliseconds timeToBeCertain(milliseconds patience) {
   return std::min(kTimeToBeCertain, patience / 2);
@@ -132,6 +134,8 @@ void StepPlayer::act(PlayedStep& played, const ElementOnScreen& element) {
 
 void StepPlayer::type(PlayedStep& played, const std::string& id) {
   send(played, "sendkeysonelement", id, played.step.data);
+  // Enter has sent the field off.
+  if (played.step.isInPage && played.step.data.ends_with('\n')) return;
   const auto shown = awaitAnswer("gettext", id, played.step.data);
   if (!shown) {
     played.message = "gone since";
@@ -143,18 +147,18 @@ void StepPlayer::type(PlayedStep& played, const std::string& id) {
 
 void StepPlayer::setSwitch(PlayedStep& played, const std::string& id) {
   const std::string wanted = played.step.kind == Kind::switchOn ? "true" : "false";
-  const auto state = answer("isselected", id);
-  if (!state) {
+  const auto before = state(played.step, id);
+  if (!before) {
     played.result = Result::failed;
     played.message = "it is no switch: it has no state";
     return;
   }
-  if (*state == wanted) {
+  if (*before == wanted) {
     played.message = wanted == "true" ? "was on already" : "was off already";
     return;
   }
   send(played, "clickelement", id);
-  const auto after = awaitAnswer("isselected", id, wanted);
+  const auto after = awaitState(played.step, id, wanted);
   if (!after) {
     played.message = "gone since";
   } else if (*after != wanted) {
@@ -167,6 +171,22 @@ void StepPlayer::send(PlayedStep& played, const char* function, const std::strin
                       const std::string& data) {
   played.hasActed = true;
   client_.call({function, "", "", id, data});
+  if (played.step.isInPage) std::this_thread::sleep_for(kTimeOfPage);
+}
+
+// A box in a page tells its state as its text.
+std::optional<std::string> StepPlayer::awaitState(const RecordedStep& step, const std::string& id,
+                                                  const std::string& wanted) {
+  if (!step.isInPage) return awaitAnswer("isselected", id, wanted);
+  awaitAnswer("gettext", id, wanted == "true" ? "1" : "0");
+  return state(step, id);
+}
+
+std::optional<std::string> StepPlayer::state(const RecordedStep& step, const std::string& id) {
+  if (!step.isInPage) return answer("isselected", id);
+  const auto text = answer("gettext", id);
+  if (text != "1" && text != "0") return std::nullopt;
+  return text == "1" ? "true" : "false";
 }
 
 std::optional<std::string> StepPlayer::awaitAnswer(const char* function, const std::string& id,
@@ -197,7 +217,7 @@ void StepPlayer::explain(PlayedStep& played) {
     played.message = "not found within " + inSeconds(patience_);
   }
   played.before = picture();
-  played.sameClass = search_.elementsOf(played.step.className);
+  played.sameClass = search_.elementsLike(played.step);
 }
 
 }  // namespace tarni::host

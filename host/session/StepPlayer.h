@@ -55,6 +55,10 @@ class StepPlayer {
   // Asks until the answer is `wanted` or a short time has passed; the last answer.
   std::optional<std::string> awaitAnswer(const char* function, const std::string& id,
                                          const std::string& wanted);
+  // "true" or "false"; null for what has no state.
+  std::optional<std::string> awaitState(const RecordedStep& step, const std::string& id,
+                                        const std::string& wanted);
+  std::optional<std::string> state(const RecordedStep& step, const std::string& id);
   std::optional<std::string> answer(const char* function, const std::string& id);
   std::string picture();
   void explain(PlayedStep& played);

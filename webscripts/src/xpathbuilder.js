@@ -19,6 +19,7 @@ const tellingAttributes = [
   'for',
 ];
 const telledByText = /^(a|button|label|option|summary|legend|th|li|h[1-6])$/;
+const oneOfAKind = /-|^(main|nav|header|footer|aside|form|table|dialog|iframe|frame|svg|h1)$/;
 const longestText = 60;
 
 function literal(text) {
@@ -172,6 +173,8 @@ function pathByName(element, scope) {
       : `//${step.slice(0, -1)} and ${conditions[i]}]`;
     if (namesOnly(path, element, scope)) return path;
   }
+  const alone = `//${step}`;
+  if (oneOfAKind.test(element.localName) && namesOnly(alone, element, scope)) return alone;
   return null;
 }
 
