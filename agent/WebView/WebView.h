@@ -28,7 +28,7 @@ class WebView {
   platform::Task<std::string> getRemoteFileContent(std::string fileName);
 
   // Evaluates a call in the page and answers its result as text, empty when there is none.
-  // NSException when the page does not answer.
+  // NSException when the page is gone.
   platform::Task<std::string> callJavaScriptFunction(platform::UIViewRef webView, std::string call);
   platform::Task<void> callJavaScriptFunctionWithoutOutPut(platform::UIViewRef webView,
                                                            std::string call);

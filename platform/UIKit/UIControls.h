@@ -91,9 +91,10 @@ class UIScrollView {
 class UIWebView {
  public:
   virtual ~UIWebView() = default;
+  // True as well for a page that has stopped answering: it is not to be talked to.
   virtual bool isLoading() const = 0;
-  // The result as text, empty when there is none. Throws NSException when the page is gone or does
-  // not answer in time.
+  // The result as text, empty when there is none or the page does not answer in time. Throws
+  // NSException when the page is gone.
   virtual Task<std::string> stringByEvaluatingJavaScriptFromString(std::string script) = 0;
 };
 

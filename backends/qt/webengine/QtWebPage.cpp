@@ -12,10 +12,6 @@ namespace {
 
 constexpr double kPatienceSeconds = 2;
 
-platform::NSException failure(const char* reason) {
-  return {platform::NSGenericException, reason};
-}
-
 }  // namespace
 
 struct QtWebPage::Evaluation {
@@ -63,10 +59,12 @@ platform::Task<std::string> QtWebPage::evaluate(std::string script) {
   co_await pause;
   pending_.erase(std::find(pending_.begin(), pending_.end(), evaluation));
   if (evaluation->answer) co_return evaluation->answer->toStdString();
-  if (evaluation->isLost) throw failure("the page is gone");
+  if (evaluation->isLost) {
+    throw platform::NSException(platform::NSGenericException, "the page is gone");
+  }
   platform::NSLog("A web page does not answer: it is busy, or it shows an alert");
   isSilent_ = true;
-  throw failure("the page does not answer");
+  co_return std::string();
 }
 
 }  // namespace tarni::qt

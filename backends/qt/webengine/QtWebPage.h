@@ -30,8 +30,8 @@ class QtWebPage : public std::enable_shared_from_this<QtWebPage> {
   // True while it loads and while it is silent: it is not to be talked to.
   bool isLoading() const { return isLoading_ || isSilent_; }
 
-  // The script's value as text; empty at once for a silent page. Throws NSException for the call
-  // during which the page goes away or becomes silent.
+  // The script's value as text; empty for a page that is or becomes silent: whoever asks is after
+  // native views as well. Throws NSException when the page goes away meanwhile.
   platform::Task<std::string> evaluate(std::string script);
 
  private:

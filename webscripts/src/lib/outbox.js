@@ -2,6 +2,9 @@
 // sent once a second: a second answer before then would replace the first. So an answer is given at
 // most once in that time.
 //
+// In one go of the sender a page's steps come before native ones. Whoever has just come over from
+// native controls has left steps of those behind, so the page's wait until they have gone.
+//
 // A page that goes away leaves its steps to the next page of the same origin.
 
 const key = 'tarni.recorded';
@@ -9,6 +12,8 @@ const key = 'tarni.recorded';
 const pauseBetweenAnswers = 1100;
 // Until then the agent has the picture of the touch that a step is about.
 const youngestAge = 150;
+// As long as native steps may wait for the sender.
+const pauseAfterArrival = 1200;
 // Steps of a page that was left long ago would come out of order.
 const longestStay = 30000;
 
@@ -34,6 +39,11 @@ function restored() {
 
 let waiting = restored();
 let lastAnswer = performance.now();
+let arrival = -Infinity;
+
+export function arrive() {
+  if (isEmpty()) arrival = performance.now();
+}
 
 export function put(text) {
   waiting[waiting.length] = { text, since: performance.now() };
@@ -46,7 +56,7 @@ export function isEmpty() {
 // The JSON array of all that may go now; "" when there is none.
 export function take() {
   const now = performance.now();
-  if (now - lastAnswer < pauseBetweenAnswers) return '';
+  if (now - lastAnswer < pauseBetweenAnswers || now - arrival < pauseAfterArrival) return '';
   let text = '';
   let count = 0;
   for (; count < waiting.length && now - waiting[count].since >= youngestAge; count += 1) {

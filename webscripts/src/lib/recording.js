@@ -2,7 +2,7 @@
 import { actionOfClick, meantBy, stepFor } from './describe.js';
 import { editableAt, isElement, isForeignFrame, scopesFrom, valueOf } from './dom.js';
 import { holdLink } from './hold.js';
-import { put } from './outbox.js';
+import { arrive, put } from './outbox.js';
 import { toJson } from './text.js';
 
 function record(action, element, data) {
@@ -71,6 +71,10 @@ function isFromEnter(event) {
   return event.detail === 0 && event.timeStamp - enterAt < 500;
 }
 
+function isWholePage(target) {
+  return target === document.documentElement;
+}
+
 export const recording = {
   click(event) {
     const target = targetOf(event);
@@ -109,9 +113,15 @@ export const recording = {
   focusout() {
     flush();
   },
+  mouseenter(event) {
+    if (isWholePage(event.target)) arrive();
+  },
+  focus(event) {
+    if (event.target === window) arrive();
+  },
   // Whoever leaves the page with the mouse goes on to a native control.
   mouseleave(event) {
-    if (event.target === event.target.ownerDocument?.documentElement) flush();
+    if (isWholePage(event.target)) flush();
   },
   pagehide() {
     flush();
