@@ -160,6 +160,13 @@ std::string header(const PlayedSession& session) {
   return tag("header", passed ? "class=\"passed\"" : "class=\"failed\"", tag("div", "", inner));
 }
 
+// A line may end before each part of the path, and not in the middle of a name.
+std::string position(const std::string& xpath) {
+  std::string html;
+  for (const char c : escaped(xpath)) html += c == '\\' ? "<wbr>\\" : std::string(1, c);
+  return html;
+}
+
 std::string top(const PlayedStep& played) {
   const auto& step = played.step;
   auto line = escaped(step.action);
@@ -169,7 +176,7 @@ std::string top(const PlayedStep& played) {
                  tag("div", "class=\"what\"",
                      tag("h2", "", escaped(step.deed() + " " + step.element())) +
                          tag("div", "class=\"line\"", line) +
-                         tag("div", "class=\"line\"", escaped(step.xpath))) +
+                         tag("div", "class=\"line\"", position(step.xpath))) +
                  picture(step.picture, "class=\"element\" alt=\"The element as recorded\"") +
                  tag("span", std::string("class=\"badge ") + styleOf(played.result) + "\"",
                      wordOf(played.result)) +

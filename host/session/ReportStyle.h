@@ -50,16 +50,16 @@ main { padding-top: 24px; padding-bottom: 60px; }
 .failed .number { background: var(--fail-bg); color: var(--fail); }
 .what { flex: 1; min-width: 0; }
 .what h2 { overflow-wrap: anywhere; }
-.element { flex: none; max-width: 200px; max-height: 48px; border: 1px solid var(--line);
-  border-radius: 6px; object-fit: contain; background: #fff; }
+.element { flex: none; max-width: 36%; max-height: 48px; outline: 1px solid var(--line);
+  object-fit: contain; background: #fff; }
 .time { flex: none; color: var(--soft); font-variant-numeric: tabular-nums; min-width: 54px;
   text-align: right; }
 .pictures { display: grid; grid-template-columns: 1fr 1fr; gap: 18px; padding: 4px 18px 18px; }
 figure { margin: 0; min-width: 0; }
 figcaption { color: var(--soft); font-size: 12px; text-transform: uppercase; letter-spacing: .06em;
   margin-bottom: 6px; }
-.shot { display: inline-block; vertical-align: top; position: relative; max-width: 100%; border: 1px solid var(--line); border-radius: 8px;
-  overflow: hidden; background: var(--code); }
+.shot { display: inline-block; vertical-align: top; position: relative; max-width: 100%;
+  border: 1px solid var(--line); background: var(--code); }
 .shot svg { position: absolute; inset: 0; width: 100%; height: 100%; }
 .shot rect { fill: none; stroke: var(--mark); stroke-width: 2.5; }
 .shot img { display: block; max-width: 100%; }
