@@ -39,6 +39,9 @@ class QuickScreen : public testing::Test {
     window_.reset(qobject_cast<QQuickWindow*>(component.create()));
     ASSERT_TRUE(window_) << component.errorString().toStdString();
     ASSERT_TRUE(runUntil([&] { return window_->isExposed(); }));
+    // The off-screen platform of Qt 5 takes the points of a new window for pixels.
+    window_->resize(400, 300);
+    ASSERT_TRUE(runUntil([&] { return window_->contentItem()->width() == 400; }));
   }
 
   // The object of that name or with that title, wherever it stands.

@@ -72,9 +72,7 @@ Task<QImage> nextFrame(QQuickWindow& scene) {
               kFrameSeconds};
   co_await pause;
   delete background;
-  QImage image = grab->image();
-  image.setDevicePixelRatio(scale);
-  co_return image;
+  co_return grab->image();
 }
 
 }  // namespace
@@ -83,9 +81,13 @@ Task<UIImageRef> drawScene(QQuickWindow& scene, QRectF part) {
   if (part.isEmpty()) co_return nullptr;
   QWidget* const host = sceneHost(scene);
   if (host && host->inherits("QQuickWidget")) co_return draw(*host, part.toAlignedRect());
+  const double width = scene.width();
   // Grabbing a window that is not shown would show it for a moment.
   QImage image = scene.isVisible() ? scene.grabWindow() : QImage();
+  // The window may have gone when that comes.
   if (image.isNull() && scene.isVisible()) image = co_await nextFrame(scene);
+  // Not every renderer says how many pixels it gives a point.
+  if (!image.isNull()) image.setDevicePixelRatio(image.width() / width);
   co_return cut(image, part);
 }
 
