@@ -98,9 +98,7 @@ TEST_F(OwnTypes, KeepTheirNamesWithoutTheEnginesNumbers) {
   const auto row = view("list")->subviews().front()->getClass();
   EXPECT_EQ(row->name(), "Row7");
   EXPECT_EQ(row->superclass()->name(), "UITableViewCell");
-  const UIViewRef overlay = root()->subviews().back();
-  ASSERT_FALSE(overlay->subviews().empty());
-  const UIViewRef dialog = overlay->subviews().back();
+  const UIViewRef dialog = root()->subviews().back();
   EXPECT_EQ(dialog->getClass()->name(), "Ask");
   EXPECT_TRUE(dialog->isKindOfClass(uikit::UIAlertView));
   EXPECT_EQ(dialog->accessibilityIdentifier(), "ask");

@@ -15,11 +15,12 @@ class Lists : public QuickScreen {};
 
 TEST_F(Tree, SubviewsStandInPaintOrder) {
   show(R"(Item { objectName: "all"
-    Item { objectName: "front"; z: 2 }
-    Item { objectName: "first" }
-    Item { objectName: "back"; z: -1 }
-    Item { objectName: "second" }
-    Item { id: idOnly } })");
+    Rectangle { objectName: "front"; z: 2 }
+    Rectangle { objectName: "first" }
+    Rectangle { objectName: "back"; z: -1 }
+    Item { objectName: "nothing but room"; width: 100; height: 100 }
+    Rectangle { objectName: "second" }
+    Rectangle { id: idOnly } })");
   EXPECT_EQ(namesIn(view("all")), (Names{"back", "first", "second", "idOnly", "front"}));
   const auto* const before = view("all")->subviews().data();
   EXPECT_EQ(view("all")->subviews().data(), before);
@@ -68,7 +69,7 @@ TEST_F(Tree, FramesAreUprightRectanglesWhateverTheTransform) {
 
 TEST_F(Tree, HiddenIsWhatNobodySees) {
   show(R"(Item { objectName: "page"; visible: false
-    Item { objectName: "below" } }
+    Rectangle { objectName: "below" } }
     Rectangle { objectName: "clear"; opacity: 0; width: 400; height: 300 })");
   EXPECT_TRUE(view("page")->isHidden());
   EXPECT_FALSE(view("below")->isHidden()) << "its parent is hidden, not itself";
@@ -104,6 +105,7 @@ TEST_F(HitTest, MeetsWhatTakesTheTouchOrIsDrawnInIt) {
       Text { objectName: "caption"; anchors.centerIn: parent; text: "Card" }
       MouseArea { anchors.fill: parent } }
     Button { objectName: "button"; x: 150; y: 20; width: 100; height: 60; text: "B" }
+    Button { objectName: "pictured"; x: 20; y: 200; contentItem: Text { text: "Own" } }
     Button { objectName: "off"; enabled: false; x: 260; y: 20; width: 60; height: 60; text: "C" }
     Text { objectName: "words"; x: 20; y: 120; text: "Words" }
     Item { anchors.fill: parent }
@@ -111,6 +113,7 @@ TEST_F(HitTest, MeetsWhatTakesTheTouchOrIsDrawnInIt) {
   EXPECT_EQ(metInMiddle("card"), "caption");
   EXPECT_EQ(met(12 + 25, 12 + 25), "card");
   EXPECT_EQ(metInMiddle("button"), "button");
+  EXPECT_EQ(metInMiddle("pictured"), "pictured") << "a control is met before what is in it";
   EXPECT_EQ(metInMiddle("off"), "off") << "a disabled button still stands there";
   EXPECT_FALSE(view("off")->isUserInteractionEnabled());
   EXPECT_EQ(metInMiddle("words"), "words");

@@ -23,14 +23,25 @@ std::unordered_set<const QObject*>& ownItems() {
   return *shared;
 }
 
+const QQuickFlickable* flickableOf(const QQuickItem& item) {
+  return qobject_cast<const QQuickFlickable*>(&item);
+}
+
 const QQuickFlickable* flickableOfContent(const QQuickItem& item) {
-  const auto* const flickable = qobject_cast<const QQuickFlickable*>(item.parentItem());
+  const auto* const flickable = item.parentItem() ? flickableOf(*item.parentItem()) : nullptr;
   return flickable && flickable->contentItem() == &item ? flickable : nullptr;
 }
 
 bool isRecognizer(const QQuickItem& item) {
   return qobject_cast<const QQuickMouseArea*>(&item) &&
          QQuickItemPrivate::get(&item)->childItems.isEmpty();
+}
+
+// An item that draws nothing, takes no touches and has nothing in it, however large it is.
+bool isNothing(const QQuickItem& item) {
+  const auto* const hidden = QQuickItemPrivate::get(&item);
+  return item.metaObject() == &QQuickItem::staticMetaObject && hidden->childItems.isEmpty() &&
+         !hidden->hasPointerHandlers() && isDeclared(item);
 }
 
 // What a control of the toolkit is drawn with. The field of a combo box or a spin box that can be
@@ -46,7 +57,7 @@ bool isUndeclaredRest(const QQuickItem& item, const QQuickItem& parent) {
 }
 
 Role roleBelow(const QQuickItem& parent, const QQuickItem& item) {
-  if (flickableOfContent(item)) return Role::Transparent;
+  if (flickableOfContent(item) || item.inherits("QQuickOverlay")) return Role::Transparent;
   const bool isNoView = isPartOfDrawing(item, parent) || isUndeclaredRest(item, parent);
   return isNoView ? Role::NoView : Role::View;
 }
@@ -55,7 +66,7 @@ Role roleOf(const QQuickItem& item) {
   if (!ownItems().empty() && ownItems().contains(&item)) return Role::NoView;
   const QQuickItem* const parent = item.parentItem();
   if (!parent) return Role::View;
-  if (isRecognizer(item)) return Role::NoView;
+  if (isRecognizer(item) || isNothing(item)) return Role::NoView;
   const KnownItem& known = knownItem(item);
   if (known.parent == parent) return known.role;
   const Role role = roleBelow(*parent, item);
@@ -86,7 +97,7 @@ bool isShown(const QQuickItem& item) {
 }
 
 bool clipsAway(const QQuickItem& item, QPointF point) {
-  const bool clips = item.clip() || qobject_cast<const QQuickFlickable*>(&item);
+  const bool clips = item.clip() || flickableOf(item);
   return clips && !item.clipRect().contains(point);
 }
 
@@ -164,10 +175,12 @@ class Probe {
   std::vector<Step> steps_;
 };
 
-// True when `item` stands in `taker` (null is the scene) with nothing between them that takes
-// touches of its own.
-bool showsIn(const QQuickItem* item, const QQuickItem* taker) {
+// True when a finger on `item` is meant for it although `taker` (null is the scene) takes the
+// touch: it stands in that, which is no control, with nothing between them that takes touches of
+// its own.
+bool isMeant(const QQuickItem* item, const QQuickItem* taker) {
   if (!item || (taker && item != taker && !taker->isAncestorOf(item))) return false;
+  if (taker && item != taker && drawsItself(kindOf(*taker))) return false;
   for (; item && item != taker; item = item->parentItem()) {
     if (takesTouches(*item)) return false;
   }
@@ -177,15 +190,13 @@ bool showsIn(const QQuickItem* item, const QQuickItem* taker) {
 }  // namespace
 
 void eachSubviewItem(const QQuickItem& item, const std::function<void(QQuickItem&)>& visit) {
-  const bool hasViewport = isList(kindOf(item));
+  const auto* const list = isList(kindOf(item)) ? flickableOf(item) : nullptr;
   for (QQuickItem* const child : childrenInPaintOrder(item)) {
     const Role role = roleOf(*child);
     if (role == Role::View) visit(*child);
-    if (role != Role::Transparent) continue;
-    const auto* const flickable = static_cast<const QQuickFlickable*>(&item);
+    if (role != Role::Transparent || !child->isVisible()) continue;
     for (QQuickItem* const inner : childrenInPaintOrder(*child)) {
-      if (roleOf(*inner) != Role::View) continue;
-      if (!hasViewport || isInViewport(*inner, *flickable)) visit(*inner);
+      if (roleOf(*inner) == Role::View && (!list || isInViewport(*inner, *list))) visit(*inner);
     }
   }
 }
@@ -211,7 +222,7 @@ QQuickItem* itemAt(QQuickItem& root, QPointF point) {
   QQuickItem* const drawn = viewItem(probe.drawn);
   if (!probe.taker) return drawn;
   QQuickItem* const taker = viewItem(probe.taker);
-  return showsIn(drawn, taker) ? drawn : taker;
+  return isMeant(drawn, taker) ? drawn : taker;
 }
 
 bool hasTapHandler(const QQuickItem& item) {

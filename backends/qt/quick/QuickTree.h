@@ -1,9 +1,9 @@
 // QuickTree: which items of a scene are views, and which of them a finger meets. GUI thread.
 //
 // No views are: what a button, a field or a slider draws itself with; the moving part of a
-// flickable (what stands in it are the flickable's subviews, as in UIKit); a mouse area with
-// nothing in it, which is to its parent what a gesture recognizer is in UIKit; what the agent
-// itself draws.
+// flickable (what stands in it are the flickable's subviews, as in UIKit); the overlay, so that
+// popups stand in the window; a mouse area with nothing in it, which is to its parent what a
+// gesture recognizer is in UIKit; an item that is nothing but room; what the agent itself draws.
 #pragma once
 
 #include <QtQuick/QQuickItem>
@@ -23,7 +23,7 @@ QQuickItem* superviewItem(const QQuickItem& item);
 QQuickItem* viewItem(QQuickItem* item);
 
 // The view's item that a finger at `point` of `root` meets, among `root` and what is in it; null
-// for none. What takes the touch decides; what it draws there, a text on a list's row, is met
+// for none. What takes the touch decides; unless that is a control, what it shows there is met
 // first.
 QQuickItem* itemAt(QQuickItem& root, QPointF point);
 
