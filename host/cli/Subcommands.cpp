@@ -33,6 +33,7 @@ constexpr Subcommand kSubcommands[] = {
     {"height", "Print an element's height", declareHeight},
     {"highlight", "Mark an element on screen for a second", declareHighlight},
     {"send", "Send a playback command as JSON and print the answer", declareSend},
+    {"reference", "Print what is installed beside the tool", declareReference, kNotInScript},
     {"do", "Carry out commands, one a line, in one connection", declareDo, kNotInScript},
 };
 

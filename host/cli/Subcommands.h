@@ -30,6 +30,7 @@ void declareHighlight(CLI::App& parser, Session& session);
 void declareList(CLI::App& parser, Session& session);
 void declarePlay(CLI::App& parser, Session& session);
 void declareRecord(CLI::App& parser, Session& session);
+void declareReference(CLI::App& parser, Session& session);
 void declareRun(CLI::App& parser, Session& session);
 void declareSend(CLI::App& parser, Session& session);
 void declareSnapshot(CLI::App& parser, Session& session);
