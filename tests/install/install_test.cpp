@@ -14,7 +14,6 @@ namespace {
 
 namespace fs = std::filesystem;
 using testing::HasSubstr;
-using testing::SizeIs;
 
 // Made once for all cases.
 class Installation : public testing::Test {
@@ -59,7 +58,9 @@ TEST_F(Installation, LinksIntoAProgramByFindPackage) {
   run({"cmake", "-S", TARNI_LINKED_PROGRAM, "-B", build, "-DCMAKE_PREFIX_PATH=" + installed("")});
   run({"cmake", "--build", build});
   const Program program({build + "/linked"}, {{"QT_QPA_PLATFORM", "offscreen"}});
-  EXPECT_THAT(Playback().find("UIButton", "text", "Installed"), SizeIs(1));
+  const Playback playback;
+  EXPECT_TRUE(
+      eventually([&] { return playback.find("UIButton", "text", "Installed").size() == 1; }));
 }
 
 TEST_F(Installation, BringsManualCompletionAndScripts) {
