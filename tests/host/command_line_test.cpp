@@ -174,10 +174,10 @@ TEST_F(CommandLine, PutsTheViewTreeTogetherAndWritesPictures) {
         {"imageBase64", "aGVsbG8="},
         {"rectangle", {{"x", "1.00"}, {"y", "2.00"}, {"width", "3.00"}, {"height", "4.00"}}}};
   };
-  const auto answer =
+  const auto views =
       json{view("A", "2"), view("B", "1"), view("C", "0"), view("B", "0"), view("A", "0")};
   agent_ = std::make_unique<ScriptedAgent>(
-      kPlaybackPort, answering([&](const auto&) { return answer.dump(); }), 3);
+      kPlaybackPort, answering([answer = views.dump()](const auto&) { return answer; }), 3);
   EXPECT_EQ(tarni({"tree"}).output,
             "A[0]  3x4 at 1,2\n  B[0]  3x4 at 1,2\n    C[0]  3x4 at 1,2\n  B[1]  3x4 at 1,2\n"
             "A[1]  3x4 at 1,2\n");
