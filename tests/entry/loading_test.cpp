@@ -93,7 +93,7 @@ TEST_P(Loading, LetsTheProgramEndByItself) {
   playback.wire().sendLine(nlohmann::json{{"functionname", "clickelement"},
                                           {"accessorvalue", playback.one("", "text", "Quit")}}
                                .dump());
-  EXPECT_EQ(program.wait(kPatience), 0);
+  EXPECT_EQ(program.wait(kPatience), 0) << program.output();
 }
 
 INSTANTIATE_TEST_SUITE_P(Qt, Loading, testing::Values("5", "6"));

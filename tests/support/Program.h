@@ -46,8 +46,8 @@ bool eventually(Condition condition, std::chrono::milliseconds timeout = std::ch
 // The path of something that the build made, from the build folder ("lib/libtarni.so").
 std::string built(const std::string& path);
 
-// The value of LD_PRELOAD that loads `libraries`, separated by colons. A sanitizer's runtime comes
-// first, as it insists.
+// The value of LD_PRELOAD that loads `libraries`, separated by colons. The address sanitizer's
+// runtime comes first, as it insists.
 std::string preload(const std::string& libraries);
 
 // What loads the agent into a Qt program without a display. Leaks are not looked for: such a
