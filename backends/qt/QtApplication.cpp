@@ -16,8 +16,28 @@ using platform::UIWindowRef;
 
 namespace {
 
+// What a user can work with: no tool tip and no splash screen.
+bool isForUser(const QWindow& window) {
+  return window.isVisible() && window.type() != Qt::ToolTip && window.type() != Qt::SplashScreen;
+}
+
 UIWindowRef shownWindow(QWidget* widget) {
   return widget && widget->isVisible() ? viewOfWidget(widget->window()) : nullptr;
+}
+
+UIWindowRef shownWindow(QWindow* window) {
+  while (window && window->parent()) window = window->parent();
+  return window && isForUser(*window) ? viewOfWindow(window) : nullptr;
+}
+
+// The popup that was opened last among those that no widget draws.
+UIWindowRef popupWithoutWidget() {
+  const QWindowList windows = QGuiApplication::topLevelWindows();
+  for (auto window = windows.rbegin(); window != windows.rend(); ++window) {
+    if ((*window)->type() != Qt::Popup) continue;
+    if (UIWindowRef view = shownWindow(*window); view && !widgetOfView(view)) return view;
+  }
+  return nullptr;
 }
 
 // A list of completions leaves the keyboard, and with it the user, in the field below it.
@@ -27,18 +47,15 @@ QWidget* popupThatHoldsTheUser() {
   return typedInto && typedInto->window() != popup ? nullptr : popup;
 }
 
-// What a user can work with: no tool tip and no splash screen.
-bool isForUser(const QWindow& window) {
-  return window.isVisible() && window.type() != Qt::ToolTip && window.type() != Qt::SplashScreen;
-}
-
 }  // namespace
 
 UIWindowRef QtApplication::keyWindow() const {
-  for (QWidget* const facing :
-       {popupThatHoldsTheUser(), QApplication::activeModalWidget(), QApplication::activeWindow()}) {
-    if (UIWindowRef window = shownWindow(facing)) return window;
-  }
+  if (UIWindowRef window = shownWindow(popupThatHoldsTheUser())) return window;
+  if (UIWindowRef window = popupWithoutWidget()) return window;
+  if (UIWindowRef window = shownWindow(QApplication::activeModalWidget())) return window;
+  if (UIWindowRef window = shownWindow(QGuiApplication::modalWindow())) return window;
+  if (UIWindowRef window = shownWindow(QApplication::activeWindow())) return window;
+  if (UIWindowRef window = shownWindow(QGuiApplication::focusWindow())) return window;
   const std::vector<UIWindowRef> windows = windowsWithKeyWindow();
   return windows.empty() ? nullptr : windows.back();
 }

@@ -70,6 +70,18 @@ TEST_P(Loading, TwiceStartsOneAgent) {
   EXPECT_EQ(output.find(line, first + 1), std::string::npos) << output;
 }
 
+TEST_P(Loading, AToolkitLibraryThatComesLateIsServedToo) {
+  Program::Environment environment = agentEnvironment();
+  environment["QT_QUICK_BACKEND"] = "software";
+  Program program(
+      {built("bin/qt-late-" + GetParam()), built("lib/libqt-late-quick-" + GetParam() + ".so")},
+      environment);
+  const Playback playback;
+  playback.command("clickelement", playback.one("UIButton", "text", "Open"));
+  EXPECT_TRUE(eventually([&] { return playback.find("UILabel", "text", "Late").size() == 1; }))
+      << program.output();
+}
+
 TEST_P(Loading, ByLinking) {
   Program program({built("bin/qt-linked-sample-" + GetParam())},
                   {{"QT_QPA_PLATFORM", "offscreen"}});

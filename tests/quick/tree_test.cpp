@@ -12,6 +12,7 @@ using Names = std::vector<std::string>;
 class Tree : public QuickScreen {};
 class HitTest : public QuickScreen {};
 class Lists : public QuickScreen {};
+class Windows : public QuickScreen {};
 
 TEST_F(Tree, SubviewsStandInPaintOrder) {
   show(R"(Item { objectName: "all"
@@ -122,6 +123,14 @@ TEST_F(HitTest, MeetsWhatTakesTheTouchOrIsDrawnInIt) {
   EXPECT_EQ(nameOf(view("card")->hitTest({50, 30})), "caption") << "own coordinates";
 }
 
+TEST_F(HitTest, AListThatIsNotFlickedLetsFingersThrough) {
+  show(R"(Button { objectName: "below"; width: 100; height: 60 }
+    ListView { objectName: "list"; interactive: false; width: 100; height: 60 })");
+  EXPECT_EQ(metInMiddle("below"), "below");
+  object("list")->setProperty("interactive", true);
+  EXPECT_EQ(metInMiddle("below"), "list");
+}
+
 TEST_F(HitTest, AMouseAreaIsToItsParentWhatARecognizerIs) {
   show(R"(
     Rectangle { objectName: "card"; width: 100; height: 60
@@ -211,6 +220,29 @@ TEST_F(Lists, TheTabsOfATabBarAndTheEntriesOfAMenuAreButtons) {
   };
   EXPECT_THAT(titlesIn(view("tabs")), ElementsAre("One", "Two"));
   EXPECT_THAT(titlesIn(root()->subviews().back()), ElementsAre("Open", "Close"));
+}
+
+TEST_F(Windows, TheUserFacesThePopupThenTheDialogThenTheActiveOne) {
+  show(R"(Window { objectName: "popup"; flags: Qt.Popup; width: 50; height: 50 }
+    Window { objectName: "dialog"; flags: Qt.Dialog; modality: Qt.ApplicationModal; width: 90; height: 90 }
+    Window { objectName: "other"; width: 90; height: 90 })");
+  const auto key = [] { return nameOf(platform::current().application->keyWindow()); };
+  const auto open = [&](const char* name) {
+    auto* const window = object<QWindow>(name);
+    window->show();
+    EXPECT_TRUE(runUntil([&] { return window->isExposed(); }));
+  };
+  window_->setObjectName("main");
+  window_->requestActivate();
+  EXPECT_TRUE(runUntil([&] { return key() == "main"; }));
+  open("dialog");
+  EXPECT_EQ(key(), "dialog");
+  open("popup");
+  EXPECT_EQ(key(), "popup");
+  object<QWindow>("popup")->hide();
+  object<QWindow>("dialog")->hide();
+  window_->requestActivate();
+  EXPECT_TRUE(runUntil([&] { return key() == "main"; })) << key();
 }
 
 TEST_F(Lists, AGridHasCollectionCells) {

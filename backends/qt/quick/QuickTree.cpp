@@ -119,8 +119,10 @@ bool isBlocking(const QQuickItem& overlay) {
 bool takesTouches(const QQuickItem& item) {
   if (!item.isEnabled()) return false;
   if (item.inherits("QQuickOverlay")) return isBlocking(item);
-  // A text says that it takes them, and then takes those on its links only.
+  // These say that they take touches, but a text takes those on its links only, and a flickable
+  // that is not to be flicked none.
   if (item.inherits("QQuickText")) return false;
+  if (const auto* const flickable = flickableOf(item)) return flickable->isInteractive();
   return item.acceptedMouseButtons().testFlag(Qt::LeftButton) ||
          QQuickItemPrivate::get(&item)->hasPointerHandlers();
 }
