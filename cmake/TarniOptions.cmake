@@ -26,7 +26,7 @@ endif()
 # (Qt::Core), and such a name belongs to the major that is found first.
 set(QT_NO_CREATE_VERSIONLESS_FUNCTIONS ON)
 find_package(Qt6 REQUIRED COMPONENTS Core Gui Widgets Network OpenGL Qml QmlModels Quick
-  WebEngineWidgets)
+  WebEngineWidgets WebEngineQuick)
 
 find_package(Threads REQUIRED)
 find_package(PkgConfig REQUIRED)

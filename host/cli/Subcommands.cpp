@@ -34,6 +34,7 @@ constexpr Subcommand kSubcommands[] = {
     {"highlight", "Mark an element on screen for a second", declareHighlight},
     {"send", "Send a playback command as JSON and print the answer", declareSend},
     {"reference", "Print what is installed beside the tool", declareReference, kNotInScript},
+    {"scripts", "Offer the scripts for web pages", declareScripts, kNotInScript},
     {"do", "Carry out commands, one a line, in one connection", declareDo, kNotInScript},
 };
 

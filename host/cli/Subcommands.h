@@ -32,6 +32,7 @@ void declarePlay(CLI::App& parser, Session& session);
 void declareRecord(CLI::App& parser, Session& session);
 void declareReference(CLI::App& parser, Session& session);
 void declareRun(CLI::App& parser, Session& session);
+void declareScripts(CLI::App& parser, Session& session);
 void declareSend(CLI::App& parser, Session& session);
 void declareSnapshot(CLI::App& parser, Session& session);
 void declareSpy(CLI::App& parser, Session& session);

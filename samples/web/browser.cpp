@@ -1,8 +1,5 @@
-// A program with a web page between native controls, which a person uses like one thing:
-//   web-sample [ADDRESS]      default: the page of an order, from beside the program
-#include <unistd.h>
-
-#include <QtCore/QDir>
+// A program with a web page between native controls, which a person uses like one thing: web-sample
+// [ADDRESS]
 #include <QtWebEngineWidgets/QWebEngineView>
 #include <QtWidgets/QApplication>
 #include <QtWidgets/QCheckBox>
@@ -12,14 +9,9 @@
 #include <QtWidgets/QPushButton>
 #include <QtWidgets/QVBoxLayout>
 
-namespace {
+#include "samples/web/StartPage.h"
 
-QUrl startPage() {
-  const QStringList arguments = QCoreApplication::arguments();
-  if (arguments.size() > 1) return QUrl::fromUserInput(arguments.at(1), QDir::currentPath());
-  const QString pages = QStringLiteral("/../share/tarni/pages/form.html");
-  return QUrl::fromLocalFile(QDir::cleanPath(QCoreApplication::applicationDirPath() + pages));
-}
+namespace {
 
 class Shop : public QWidget {
  public:
@@ -56,8 +48,7 @@ class Shop : public QWidget {
 }  // namespace
 
 int main(int argc, char** argv) {
-  // The engine's own sandbox does not work for root.
-  if (geteuid() == 0) qputenv("QTWEBENGINE_DISABLE_SANDBOX", "1");
+  letEngineRunAsRoot();
   QApplication application(argc, argv);
   Shop shop;
   shop.show();

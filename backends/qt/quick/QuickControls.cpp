@@ -11,6 +11,7 @@
 
 #include "backends/qt/QtText.h"
 #include "backends/qt/ViewRegistry.h"
+#include "backends/qt/quick/QuickWebView.h"
 
 namespace tarni::qt {
 namespace {
@@ -76,6 +77,8 @@ std::shared_ptr<QuickView> makeQuickView(QQuickItem& item, QuickKind kind) {
     case QuickKind::Control:
     case QuickKind::Slider:
       return std::make_shared<QuickControl>(item, kind);
+    case QuickKind::WebView:
+      return std::make_shared<QuickWebView>(item, kind);
     default:
       return std::make_shared<QuickView>(item, kind);
   }

@@ -3,6 +3,7 @@
 #pragma once
 
 #include "backends/qt/QtExtension.h"
+#include "backends/qt/web/QtURLLoader.h"
 
 namespace tarni::qt {
 
@@ -10,6 +11,10 @@ class QuickExtension final : public QtExtension {
  public:
   platform::UIWindowRef viewOfWindow(QWindow& window) override;
   std::shared_ptr<QtView> makeView(QWidget& widget) override;
+  platform::NSURLLoader* urlLoader() override { return &urlLoader_; }
+
+ private:
+  QtURLLoader urlLoader_;
 };
 
 }  // namespace tarni::qt

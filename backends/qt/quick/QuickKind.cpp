@@ -44,6 +44,7 @@ const KindsByName& knownKinds() {
       {"QQuickSpinBox", QuickKind::Control},
       {"QQuickScrollBar", QuickKind::Control},
       {"QQuickDialog", QuickKind::Alert},
+      {"QQuickWebEngineView", QuickKind::WebView},
   };
   return *kinds;
 }
@@ -88,6 +89,8 @@ Class uikitClass(QuickKind kind) {
       return uikit::UIProgressView;
     case QuickKind::Alert:
       return uikit::UIAlertView;
+    case QuickKind::WebView:
+      return uikit::UIWebView;
   }
   return uikit::UIView;
 }
@@ -187,6 +190,8 @@ QuickKind kindOfItem(const QQuickItem& item) {
 }
 
 Class classOfItem(const QQuickItem& item, QuickKind kind) {
+  // Told by exactly that name, whatever the application makes of it.
+  if (kind == QuickKind::WebView) return uikit::UIWebView;
   const QObject* const popup = popupOfItem(item);
   return classFor(popup ? popup->metaObject() : item.metaObject(), uikitClass(kind));
 }
@@ -208,6 +213,7 @@ bool drawsItself(QuickKind kind) {
     case QuickKind::Control:
     case QuickKind::TableCell:
     case QuickKind::CollectionCell:
+    case QuickKind::WebView:
       return true;
     default:
       return false;

@@ -27,6 +27,7 @@ enum class QuickKind : std::uint8_t {
   Slider,
   ProgressView,
   Alert,
+  WebView,
 };
 
 // By the first of the item's C++ classes that is known; a delegate is a cell. A popup counts by the

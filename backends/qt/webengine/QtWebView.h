@@ -5,7 +5,7 @@
 #include <memory>
 
 #include "backends/qt/QtView.h"
-#include "backends/qt/webengine/QtWebPage.h"
+#include "backends/qt/web/QtWebPage.h"
 #include "platform/UIKit/UIControls.h"
 
 namespace tarni::qt {

@@ -2,7 +2,7 @@
 #pragma once
 
 #include "backends/qt/QtExtension.h"
-#include "backends/qt/webengine/QtURLLoader.h"
+#include "backends/qt/web/QtURLLoader.h"
 
 namespace tarni::qt {
 

@@ -1,4 +1,4 @@
-#include "backends/qt/webengine/QtWebPage.h"
+#include "backends/qt/web/QtWebPage.h"
 
 #include <algorithm>
 #include <optional>

@@ -1,4 +1,4 @@
-#include "backends/qt/webengine/QtURLLoader.h"
+#include "backends/qt/web/QtURLLoader.h"
 
 #include <QtCore/QCoreApplication>
 #include <QtCore/QUrl>
