@@ -99,16 +99,29 @@ Class uikitClass(Kind kind) {
       return uikit::UIProgressView;
     case Kind::WebView:
       return uikit::UIWebView;
+    case Kind::WebDocument:
+      return platform::defineClass(names::webDocument, uikit::UIView);
   }
   return uikit::UIView;
 }
 
 // By its name: the engine's library is not linked here.
-constexpr const char* webViewName = "QWebEngineView";
+bool isWebView(const QMetaObject* metaObject) {
+  return std::strcmp(metaObject->className(), "QWebEngineView") == 0;
+}
+
+bool isDocumentOfWebView(const QWidget& widget) {
+  const QWidget* const parent = widget.parentWidget();
+  if (!parent || parent->focusProxy() != &widget) return false;
+  for (const QMetaObject* at = parent->metaObject(); at; at = at->superClass()) {
+    if (isWebView(at)) return true;
+  }
+  return false;
+}
 
 Class makeClass(const QMetaObject* metaObject, Kind kind) {
   // Web views are told by exactly that name, and programs hardly use one without deriving from it.
-  if (kind == Kind::WebView) return uikit::UIWebView;
+  if (kind == Kind::WebView || kind == Kind::WebDocument) return uikitClass(kind);
   std::vector<const QMetaObject*> own;
   for (const QMetaObject* at = metaObject; at && !isToolkitClass(at); at = at->superClass()) {
     own.push_back(at);
@@ -140,10 +153,11 @@ Class classNamed(const char* name, Class superclass) {
 }
 
 Kind kindOfWidget(const QWidget& widget) {
+  if (isDocumentOfWebView(widget)) return Kind::WebDocument;
   const QMetaObject* at = widget.metaObject();
   const char* const name = at->className();
   for (; at; at = at->superClass()) {
-    if (std::strcmp(at->className(), webViewName) == 0) return Kind::WebView;
+    if (isWebView(at)) return Kind::WebView;
     for (const auto& [metaObject, kind] : kKinds) {
       if (metaObject != at) continue;
       // A button that an application draws as a switch and calls one is toggled like one.

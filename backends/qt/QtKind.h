@@ -36,9 +36,10 @@ enum class Kind : std::uint8_t {
   Slider,
   ProgressView,
   WebView,
+  WebDocument,  // what draws the page in a web view
 };
 
-// The kind by the widget's class alone: no window and no contents are looked at.
+// The kind by the classes of the widget and of its parent: no window and no contents are looked at.
 Kind kindOfWidget(const QWidget& widget);
 
 // The runtime class of objects with that meta object: the kind's UIKit class for the toolkit's own
@@ -59,6 +60,7 @@ namespace names {
 inline const char* const actionButton = "UIActionButton";
 inline const char* const tabBarButton = "UITabBarButton";
 inline const char* const headerView = "UITableViewHeaderFooterView";
+inline const char* const webDocument = "UIWebDocumentView";
 inline const char* const headerButton = "UITableViewHeaderButton";
 }  // namespace names
 

@@ -23,12 +23,6 @@ Registry& registry() {
   return *shared;
 }
 
-// What draws the page of a web view.
-bool isInnerWidgetOfWebView(const QWidget& widget) {
-  const QWidget* const outer = widget.parentWidget();
-  return outer && outer->focusProxy() == &widget && kindOfWidget(*outer) == Kind::WebView;
-}
-
 std::shared_ptr<QtView> makeKnown(QWidget& widget) {
   std::shared_ptr<QtView> view = extensions().makeView(widget);
   if (!view) view = makeView(widget);
@@ -47,7 +41,7 @@ platform::UIViewRef viewOfWidget(QWidget* widget) {
   // A program that disconnects everything from a widget also keeps its end from us; another widget
   // may then stand at its address.
   if (known != registry().views.end() && known->second->widget() == widget) return known->second;
-  return isInnerWidgetOfWebView(*widget) ? nullptr : makeKnown(*widget);
+  return makeKnown(*widget);
 }
 
 QWidget* widgetOfView(const platform::UIViewRef& view) {

@@ -15,8 +15,8 @@ QT_END_NAMESPACE
 
 namespace tarni::qt {
 
-// The view of a widget (a top-level widget gives a view of the kind UIWindow). Null for null, for
-// widgets of the agent itself (highlights, toasts) and for the one that draws a web view's page.
+// The view of a widget (a top-level widget gives a view of the kind UIWindow). Null for null and
+// for widgets of the agent itself (highlights, toasts).
 platform::UIViewRef viewOfWidget(QWidget* widget);
 
 // The widget that draws the view: the widget itself, or the item view of a row, the tab bar of a

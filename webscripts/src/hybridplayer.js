@@ -1,32 +1,35 @@
 // Finds elements of the page, clicks them, types into them and reads them. Answers are JSON arrays
 // as those for native views, "" for nothing. An identifier is good until the next search.
 import { click } from './lib/click.js';
-import { isRichText, editableAt, normalized, valueOf } from './lib/dom.js';
+import { editableAt, isRichText, normalized, typeOf, valueOf } from './lib/dom.js';
 import { search } from './lib/search.js';
 import { define } from './lib/globals.js';
 import { toJson } from './lib/text.js';
 
-let known = new Map();
+// The elements of the last search; an identifier ends in the place of its element there.
+let known = [];
 let searches = 0;
 
 // Two pages of one program never give the same identifier.
-const prefix = `web-${Math.random().toString(36).slice(2, 10)}-`;
+const page = `web-${Math.random().toString(36).slice(2, 10)}`;
+let prefix = '';
 
 function remember(elements) {
-  known = new Map();
+  known = elements;
   searches += 1;
-  const entries = [];
+  prefix = `${page}-${searches}-`;
+  let entries = '';
   for (let i = 0; i < elements.length; i += 1) {
-    const elementID = `${prefix}${searches}-${i}`;
-    known.set(elementID, elements[i]);
-    entries[i] = { elementID };
+    entries += `${i ? ',' : ''}{"elementID":"${prefix}${i}"}`;
   }
-  return entries.length ? toJson(entries) : '';
+  return entries && `[${entries}]`;
 }
 
 // Null for an identifier of another page or search, and for an element that has left the page.
 function elementOf(id) {
-  const element = known.get(id);
+  const place = id.slice(prefix.length);
+  const isOurs = prefix && id.slice(0, prefix.length) === prefix && /^\d+$/.test(place);
+  const element = isOurs ? known[Number(place)] : null;
   return element && element.isConnected ? element : null;
 }
 
@@ -38,9 +41,7 @@ function shownText(element) {
     for (let i = 0; i < chosen.length; i += 1) text += (i ? '\n' : '') + chosen[i].text;
     return text;
   }
-  if (/^(checkbox|radio)$/.test(element.localName === 'input' ? element.type : '')) {
-    return element.checked ? '1' : '0';
-  }
+  if (/^(checkbox|radio)$/.test(typeOf(element))) return element.checked ? '1' : '0';
   if (editableAt(element) && !isRichText(element)) {
     return valueOf(element) || element.getAttribute('placeholder') || '';
   }

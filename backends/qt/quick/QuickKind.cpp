@@ -91,6 +91,8 @@ Class uikitClass(QuickKind kind) {
       return uikit::UIAlertView;
     case QuickKind::WebView:
       return uikit::UIWebView;
+    case QuickKind::WebDocument:
+      return platform::defineClass(names::webDocument, uikit::UIView);
   }
   return uikit::UIView;
 }
@@ -173,6 +175,11 @@ QuickKind kindOfDelegate(const QQuickItem& item, QuickKind own) {
   return kind == QuickKind::CollectionView ? QuickKind::CollectionCell : QuickKind::TableCell;
 }
 
+bool isDocumentOfWebView(const QQuickItem& item) {
+  const QQuickItem* const parent = item.parentItem();
+  return parent && !isDeclared(item) && kindOfClass(parent->metaObject()) == QuickKind::WebView;
+}
+
 }  // namespace
 
 const QObject* popupOfItem(const QQuickItem& item) {
@@ -183,6 +190,7 @@ const QObject* popupOfItem(const QQuickItem& item) {
 
 QuickKind kindOfItem(const QQuickItem& item) {
   if (const QObject* const popup = popupOfItem(item)) return kindOfClass(popup->metaObject());
+  if (isDocumentOfWebView(item)) return QuickKind::WebDocument;
   const QuickKind own = kindOfClass(item.metaObject());
   const bool isList = own == QuickKind::TableView || own == QuickKind::CollectionView;
   if (isList && showsItemsOfItsOwn(item)) return QuickKind::ScrollView;
@@ -191,7 +199,7 @@ QuickKind kindOfItem(const QQuickItem& item) {
 
 Class classOfItem(const QQuickItem& item, QuickKind kind) {
   // Told by exactly that name, whatever the application makes of it.
-  if (kind == QuickKind::WebView) return uikit::UIWebView;
+  if (kind == QuickKind::WebView || kind == QuickKind::WebDocument) return uikitClass(kind);
   const QObject* const popup = popupOfItem(item);
   return classFor(popup ? popup->metaObject() : item.metaObject(), uikitClass(kind));
 }
@@ -213,7 +221,6 @@ bool drawsItself(QuickKind kind) {
     case QuickKind::Control:
     case QuickKind::TableCell:
     case QuickKind::CollectionCell:
-    case QuickKind::WebView:
       return true;
     default:
       return false;

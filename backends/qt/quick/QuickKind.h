@@ -28,6 +28,7 @@ enum class QuickKind : std::uint8_t {
   ProgressView,
   Alert,
   WebView,
+  WebDocument,  // what draws the page in a web view
 };
 
 // By the first of the item's C++ classes that is known; a delegate is a cell. A popup counts by the

@@ -131,6 +131,8 @@ QQuickWindow* QuickHostView::scene() const {
 }
 
 std::shared_ptr<QtView> makeHostView(QWidget& widget) {
+  // The engine draws pages in such a widget of its own.
+  if (kindOfWidget(widget) == Kind::WebDocument) return nullptr;
   if (!widget.inherits("QQuickWidget") && !widget.inherits("QWindowContainer")) return nullptr;
   return std::make_shared<QuickHostView>(widget, Kind::View);
 }

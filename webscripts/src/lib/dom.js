@@ -111,7 +111,9 @@ export function isRendered(element) {
     const list = element.closest('select');
     return Boolean(list) && isRendered(list);
   }
-  return element.getClientRects().length > 0;
+  // The cheap questions first; engines of old do not know the first one.
+  if (element.checkVisibility) return element.checkVisibility();
+  return Boolean(element.offsetParent) || element.getClientRects().length > 0;
 }
 
 // In the coordinates of the page's own viewport.
