@@ -102,6 +102,28 @@ TEST_P(Replays, DoAgainWhatAPersonDid) {
   expectLoggedIn(Playback(false));
 }
 
+// A list, fields, a popup and a page of a program of Qt Quick.
+class QuickReplays : public Replays {};
+
+INSTANTIATE_TEST_SUITE_P(On, QuickReplays, testing::Values("quick-sample-5", "quick-sample-6"),
+                         [](const auto& info) {
+                           return "Quick" + std::string(1, std::string(info.param).back());
+                         });
+
+TEST_P(QuickReplays, DoAgainWhatAPersonDid) {
+  const auto running = start();
+  ASSERT_TRUE(eventually([] { return Wire::accepts(kPlaybackPort); })) << running->output();
+  const auto player = play(kept("quick-sample.json"), {"--attach-running", "--report", folder_});
+  EXPECT_EQ(player->wait(60s), 0) << player->output();
+  EXPECT_THAT(player->output(),
+              AllOf(HasSubstr("10 of 10 steps passed"), Not(HasSubstr("by class and index"))));
+  const Playback playback(false);
+  EXPECT_TRUE(eventually([&] { return playback.find("UILabel", "text", "Settings").size() == 1; }));
+  playback.command("clickelement", playback.one("UIButton", "text", "Back"));
+  ASSERT_TRUE(eventually([&] { return playback.find("UISwitch").size() == 1; }));
+  expectLoggedIn(playback);
+}
+
 TEST_P(Replays, StartTheProgramAndReportWithPictures) {
   const auto player = play(kept("qt-sample.json"), {"--program", program(), "--report", folder_});
   EXPECT_EQ(player->wait(60s), 0) << player->output();
