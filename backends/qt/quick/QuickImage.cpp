@@ -1,5 +1,7 @@
 #include "backends/qt/quick/QuickImage.h"
 
+#include <private/qquickwindow_p.h>
+
 #include <QtCore/QPointer>
 #include <QtGui/QPainter>
 #include <QtQuick/QQuickItem>
@@ -75,19 +77,49 @@ Task<QImage> nextFrame(QQuickWindow& scene) {
   co_return grab->image();
 }
 
+// The last picture of a scene. Whoever describes a page asks for hundreds of its views in a row;
+// they are cut from one picture as long as the program does not run in between.
+struct Shot {
+  QPointer<QQuickWindow> scene;
+  QImage image;
+};
+
+Shot& lastShot() {
+  static auto* const shared = new Shot;
+  return *shared;
+}
+
+bool shows(const Shot& shot, QQuickWindow& scene) {
+  return shot.scene == &scene && !QQuickWindowPrivate::get(&scene)->dirtyItemList;
+}
+
+void keepUntilProgramRuns(QQuickWindow* scene, const QImage& image) {
+  lastShot() = {scene, image};
+  postToProgram([] { lastShot() = {}; });
+}
+
+// A null image when the scene is not shown.
+Task<QImage> picture(QQuickWindow& scene) {
+  if (shows(lastShot(), scene)) co_return lastShot().image;
+  // Grabbing a window that is not shown would show it for a moment.
+  if (!scene.isVisible()) co_return QImage();
+  const double width = scene.width();
+  const QPointer<QQuickWindow> asked = &scene;
+  QImage image = scene.grabWindow();
+  if (image.isNull()) image = co_await nextFrame(scene);
+  // Not every renderer says how many pixels it gives a point.
+  if (!image.isNull()) image.setDevicePixelRatio(image.width() / width);
+  keepUntilProgramRuns(asked, image);
+  co_return image;
+}
+
 }  // namespace
 
 Task<UIImageRef> drawScene(QQuickWindow& scene, QRectF part) {
   if (part.isEmpty()) co_return nullptr;
   QWidget* const host = sceneHost(scene);
   if (host && host->inherits("QQuickWidget")) co_return draw(*host, part.toAlignedRect());
-  const double width = scene.width();
-  // Grabbing a window that is not shown would show it for a moment.
-  QImage image = scene.isVisible() ? scene.grabWindow() : QImage();
-  // The window may have gone when that comes.
-  if (image.isNull() && scene.isVisible()) image = co_await nextFrame(scene);
-  // Not every renderer says how many pixels it gives a point.
-  if (!image.isNull()) image.setDevicePixelRatio(image.width() / width);
+  const QImage image = co_await picture(scene);
   co_return cut(image, part);
 }
 

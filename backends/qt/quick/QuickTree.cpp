@@ -96,6 +96,17 @@ bool isShown(const QQuickItem& item) {
   return item.isVisible() && item.opacity() > 0;
 }
 
+// From the parent's coordinates into the child's. Mapping between any two items goes by the whole
+// scene instead.
+QPointF intoChild(const QQuickItem& child, QPointF point) {
+  QTransform toParent;
+  QQuickItemPrivate::get(&child)->itemToParentTransform(toParent);
+  if (toParent.type() <= QTransform::TxTranslate) {
+    return point - QPointF(toParent.dx(), toParent.dy());
+  }
+  return toParent.inverted().map(point);
+}
+
 bool clipsAway(const QQuickItem& item, QPointF point) {
   const bool clips = item.clip() || flickableOf(item);
   return clips && !item.clipRect().contains(point);
@@ -163,7 +174,7 @@ class Probe {
     };
     for (QQuickItem* const child : childrenInPaintOrder(item)) {
       if (child->z() >= 0) pushSelf();
-      steps_.push_back({child, child->mapFromItem(&item, point), false});
+      steps_.push_back({child, intoChild(*child, point), false});
     }
     pushSelf();
   }
