@@ -205,7 +205,19 @@ TEST_P(Sample, APageThatHangsOrDiesHoldsNobody) {
   EXPECT_TRUE(program->isRunning()) << program->output();
 }
 
-TEST_P(Sample, AnythingInAValueReachesThePageAsItWasSent) {
+// In widgets and in Qt Quick.
+class View : public Sample {};
+
+INSTANTIATE_TEST_SUITE_P(On, View,
+                         testing::Values("web-sample-5", "web-sample-6", "web-quick-sample-5",
+                                         "web-quick-sample-6"),
+                         [](const auto& info) {
+                           const std::string name = info.param;
+                           const bool isQuick = name.find("quick") != std::string::npos;
+                           return (isQuick ? "Quick" : "Widgets") + std::string(1, name.back());
+                         });
+
+TEST_P(View, AnythingInAValueReachesThePageAsItWasSent) {
   const auto program = startSample(page("form.html"));
   const Playback playback;
   const std::string field = await(playback, "TEXTAREA", "Remarks");
