@@ -6,8 +6,8 @@
 #include <functional>
 #include <memory>
 
-#include "backends/qt/web/QtWebPage.h"
 #include "backends/qt/quick/QuickView.h"
+#include "backends/qt/web/QtWebPage.h"
 #include "platform/UIKit/UIControls.h"
 
 namespace tarni::qt {
