@@ -1,6 +1,7 @@
 #include "agent/elements/UIViewsManager.h"
 
 #include "agent/core/GlobalVars.h"
+#include "agent/core/MainThread.h"
 #include "agent/elements/IdentityTag.h"
 #include "agent/elements/UIViewMemoryCache.h"
 #include "agent/elements/UIView_Highlight.h"
@@ -89,6 +90,7 @@ class Accessor {
 }  // namespace
 
 UIViewsManager::UIViewsManager() {
+  assertMainThread();
   std::swap(buffers_, spareBuffers());
 }
 
@@ -139,9 +141,8 @@ void UIViewsManager::findElements(const UIViewRef& parent, const std::string& ta
   WalkVisibility visibility;
   walkSubviews(parent, buffers_.levels, [&](const WalkStep& step) {
     if (const std::string* const guid = tag(step, kPlaybackTag)) accessor.noteNewIdentity(*guid);
-    // Visibility costs most, so it is asked of those that match only.
-    if (isOfClass(step.view, className) && accessor.matches(step.view) &&
-        visibility.isVisibleInWindowFrame(step)) {
+    if (isOfClass(step.view, className) && visibility.isVisibleInWindowFrame(step) &&
+        accessor.matches(step.view)) {
       UIViewMemoryCache::sharedInstance().addViewInMemoryCache(step.view);
     }
     return true;

@@ -5,21 +5,22 @@ namespace tarni {
 using platform::CGRect;
 using platform::UIViewRef;
 
-namespace {
-
-CGRect frameInWindow(const UIViewRef& view) {
-  return platform::convertRect(view->frame(), view->superview(), nullptr);
-}
-
-}  // namespace
-
 bool WalkVisibility::isVisibleInWindowFrame(const WalkStep& step) {
   const Surroundings& surroundings = surroundingsOf(step);
   const platform::CGSize nothing;
-  if (!surroundings.clip && surroundings.isMovedOnly) return step.view->frame().size != nothing;
-  const CGRect frame = frameInWindow(step.view);
+  // What stands in a page that is not open need not be asked where.
+  if (surroundings.clip && surroundings.clip->size == nothing) return false;
+  const CGRect frame = frameInWindow(step.view, surroundings);
   if (!surroundings.clip) return frame.size != nothing;
   return platform::CGRectIntersection(frame, *surroundings.clip).size != nothing;
+}
+
+CGRect WalkVisibility::frameInWindow(const UIViewRef& view, const Surroundings& outer) {
+  CGRect frame = view->frame();
+  if (!outer.isMovedOnly) return platform::convertRect(frame, view->superview(), nullptr);
+  frame.origin.x += outer.origin.x;
+  frame.origin.y += outer.origin.y;
+  return frame;
 }
 
 WalkVisibility::Surroundings WalkVisibility::inside(const Surroundings& outer,
@@ -28,9 +29,13 @@ WalkVisibility::Surroundings WalkVisibility::inside(const Surroundings& outer,
   inner.parent = parent.get();
   if (parent == parent->window()) return inner;  // the window itself clips nothing
   inner.isMovedOnly = outer.isMovedOnly && parent->transform().isIdentity();
+  const platform::CGPoint outerOrigin = parent->frame().origin;
+  const platform::CGPoint innerOrigin = parent->bounds().origin;
+  inner.origin = {outer.origin.x + outerOrigin.x - innerOrigin.x,
+                  outer.origin.y + outerOrigin.y - innerOrigin.y};
   inner.clip = outer.clip;
   if (parent->clipsToBounds()) {
-    const CGRect frame = frameInWindow(parent);
+    const CGRect frame = frameInWindow(parent, outer);
     inner.clip = outer.clip ? platform::CGRectIntersection(frame, *outer.clip) : frame;
   }
   return inner;

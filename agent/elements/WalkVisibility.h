@@ -21,9 +21,11 @@ class WalkVisibility {
   struct Surroundings {
     const platform::UIView* parent = nullptr;
     bool isMovedOnly = true;               // none of them is transformed
+    platform::CGPoint origin;              // of the parent in window coordinates, when only moved
     std::optional<platform::CGRect> clip;  // in window coordinates; null when none of them clips
   };
 
+  static platform::CGRect frameInWindow(const platform::UIViewRef& view, const Surroundings& outer);
   static Surroundings inside(const Surroundings& outer, const platform::UIViewRef& parent);
   static Surroundings above(const platform::UIViewRef& root);
   const Surroundings& surroundingsOf(const WalkStep& step);

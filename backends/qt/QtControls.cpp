@@ -25,8 +25,10 @@ bool hasPicture(const QLabel& label) {
   return label.text().isEmpty() && (label.movie() || !label.pixmap(Qt::ReturnByValue).isNull());
 }
 
-// The part of a check or radio button that a click works on; `whole` is its rectangle.
+// The part of a check or radio button that a click works on; `whole` is its rectangle. A style
+// takes long to say, so those that lie nowhere are left alone.
 QRect clickRect(QAbstractButton& button, QStyle::SubElement element, const QRect& whole) {
+  if (whole.isEmpty()) return whole;
   QStyleOptionButton option;
   option.initFrom(&button);
   option.text = button.text();

@@ -1,13 +1,19 @@
 // The program's loop under the agent: what runs when, and which window the user faces.
 #include <QtWidgets/QAbstractItemView>
+#include <QtWidgets/QCheckBox>
 #include <QtWidgets/QCompleter>
 #include <QtWidgets/QDialog>
 #include <QtWidgets/QLabel>
 #include <QtWidgets/QLineEdit>
 #include <QtWidgets/QMenu>
 #include <QtWidgets/QPushButton>
+#include <QtWidgets/QScrollArea>
+#include <QtWidgets/QScrollBar>
 #include <thread>
 
+#include "agent/elements/UIViewMemoryCache.h"
+#include "agent/elements/UIViewsManager.h"
+#include "agent/interaction/UIView_KIFAdditions.h"
 #include "backends/qt/QtProgram.h"
 #include "tests/entry/QtScreen.h"
 
@@ -170,6 +176,39 @@ TEST(Program, MakesUuidsAndBase64) {
   const std::string bytes("a\0b", 3);
   EXPECT_EQ(current().encoding->base64EncodedString(std::as_bytes(std::span(bytes))), "YQBi");
   EXPECT_EQ(current().encoding->base64EncodedString({}), "");
+}
+
+// A search works out once a parent what lies in view, and must say what the rule says of each view.
+TEST(Program, IsSearchedByWhatLiesInViewAlsoInsideAScrolledArea) {
+  QWidget top;
+  top.resize(300, 350);
+  QScrollArea area(&top);
+  auto* const page = new QWidget;
+  page->resize(300, 2000);
+  for (int i = 0; i < 40; ++i) {
+    auto* const box = new QWidget(page);
+    box->setGeometry(10, 50 * i, 200, 45);
+    (new QPushButton("Press", box))->setGeometry(20, i % 60, 80, 30);
+    (new QCheckBox("Check", box))->setGeometry(120, 5, 60, 30);
+  }
+  area.setWidget(page);
+  area.setGeometry(20, 30, 250, 300);
+  show(top);
+  area.verticalScrollBar()->setValue(333);
+  const platform::UIViewRef window = qt::viewOfWidget(&top);
+  UIViewsManager manager;
+  std::vector<platform::UIViewRef> expected;
+  for (const platform::UIViewRef& view : manager.GetAllViewsForPlayer(window, true)) {
+    if (KIFAdditions::isVisibleInWindowFrame(view)) expected.push_back(view);
+  }
+  UIViewMemoryCache& cache = UIViewMemoryCache::sharedInstance();
+  cache.clearMemoryCache();
+  manager.findElements(window, "", "", "");
+  std::vector<platform::UIViewRef> found;
+  for (const auto& entry : cache.getUIViewsMemoryCache()) found.push_back(entry.view.lock());
+  EXPECT_EQ(found, expected);
+  EXPECT_GT(found.size(), 18U);
+  EXPECT_LT(found.size(), 40U);
 }
 
 }  // namespace
