@@ -7,12 +7,40 @@
 #include <algorithm>
 #include <cmath>
 #include <memory>
+#include <vector>
 
 namespace tarni::qt {
 namespace {
 
 int pixels(double points, double scale) {
   return static_cast<int>(std::ceil(points * scale));
+}
+
+void render(QWidget& widget, const QRect& part, QPoint at, QImage& onto,
+            QWidget::RenderFlags flags) {
+  if (widget.isWindow()) flags |= QWidget::DrawWindowBackground;
+  widget.render(&onto, at, QRegion(part), flags);
+}
+
+bool hidesWhatIsBehind(const QWidget& widget) {
+  if (widget.isWindow() || widget.testAttribute(Qt::WA_OpaquePaintEvent)) return true;
+  return widget.autoFillBackground() && widget.palette().brush(widget.backgroundRole()).isOpaque();
+}
+
+// A widget mostly draws no background of its own: the ones that it stands on show through.
+void drawBehind(const QWidget& widget, const QRect& part, QImage& onto) {
+  std::vector<QWidget*> behind;
+  for (const QWidget* front = &widget; !hidesWhatIsBehind(*front);) {
+    behind.push_back(front->parentWidget());
+    front = behind.back();
+  }
+  for (auto below = behind.rbegin(); below != behind.rend(); ++below) {
+    const QPoint origin = widget.mapTo(*below, QPoint());
+    const QRect shown = part.translated(origin) & (*below)->rect();
+    if (!shown.isEmpty()) {
+      render(**below, shown, shown.topLeft() - part.topLeft() - origin, onto, {});
+    }
+  }
 }
 
 struct EndCompressor {
@@ -63,12 +91,12 @@ platform::UIImageRef draw(QWidget& widget, const QRect& part) {
   QImage image(pixels(part.width(), scale), pixels(part.height(), scale), QImage::Format_RGB32);
   if (image.isNull()) return nullptr;
   image.setDevicePixelRatio(scale);
-  // A translucent widget shows this where it draws nothing itself.
+  // A translucent window shows this where it draws nothing itself.
   image.fill(widget.palette().color(QPalette::Window));
   // Drawing a hidden widget would lay it out before the program does.
   if (widget.isVisible()) {
-    widget.render(&image, QPoint(), QRegion(part),
-                  QWidget::DrawWindowBackground | QWidget::DrawChildren);
+    drawBehind(widget, part, image);
+    render(widget, part, QPoint(), image, QWidget::DrawChildren);
   }
   return std::make_shared<QtImage>(std::move(image));
 }

@@ -167,6 +167,29 @@ TEST(Picture, ShowsTheViewAndEverythingInIt) {
   EXPECT_EQ(all.pixel(1, 1), window.palette().color(QPalette::Window).rgb());
 }
 
+TEST(Picture, OfAViewWithoutBackgroundShowsWhatItStandsOn) {
+  QWidget window;
+  window.resize(200, 150);
+  Painted behind(&window, Qt::blue);
+  behind.setGeometry(20, 30, 100, 80);
+  QWidget plain(&behind);
+  plain.setGeometry(-10, 10, 60, 40);
+  QWidget inner(&plain);
+  inner.setGeometry(5, 5, 30, 30);
+  QWidget filled(&plain);
+  filled.setGeometry(40, 5, 10, 10);
+  filled.setPalette(Qt::red);
+  filled.setAutoFillBackground(true);
+  Painted sibling(&window, Qt::yellow);
+  sibling.setGeometry(20, 30, 100, 80);
+  show(window);
+  const QImage picture = imageOf(viewOf(inner));
+  EXPECT_EQ(picture.pixel(6, 0), qRgb(0, 0, 255)) << "and not what lies above it";
+  EXPECT_EQ(picture.pixel(29, 29), qRgb(0, 0, 255));
+  EXPECT_EQ(imageOf(viewOf(plain)).pixel(45, 10), filled.palette().color(QPalette::Window).rgb());
+  EXPECT_EQ(imageOf(viewOf(filled)).pixel(5, 5), filled.palette().color(QPalette::Window).rgb());
+}
+
 TEST(Picture, OfAHiddenOrEmptyView) {
   QWidget window;
   Painted child(&window, Qt::blue);
