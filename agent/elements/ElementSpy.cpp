@@ -3,6 +3,7 @@
 #include <nlohmann/json.hpp>
 
 #include "agent/Queue/RecorderQueue.h"
+#include "agent/core/MainThread.h"
 #include "agent/elements/UIViewStorage.h"
 #include "agent/elements/UIView_Highlight.h"
 #include "agent/elements/UIViewsManager.h"
@@ -69,6 +70,7 @@ void addParentProperties(MainRecorderAction& spied, const UIViewRef& superview) 
 }  // namespace
 
 bool ElementSpy::createSpyHierarchy(const UIViewRef& touchedView, CGPoint touchPoint) {
+  assertMainThread();
   if (!touchedView) return false;
   // 1. Pick the element and show it.
   const UIViewRef selection = selectionAt(touchedView, touchPoint);

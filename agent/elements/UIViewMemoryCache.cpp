@@ -1,10 +1,12 @@
 #include "agent/elements/UIViewMemoryCache.h"
 
+#include "agent/core/MainThread.h"
 #include "agent/elements/Utilities.h"
 
 namespace tarni {
 
 UIViewMemoryCache& UIViewMemoryCache::sharedInstance() {
+  assertMainThread();
   static auto* const shared = new UIViewMemoryCache;
   return *shared;
 }

@@ -2,11 +2,13 @@
 
 #include <cstdlib>
 
+#include "agent/core/MainThread.h"
 #include "agent/elements/Utilities.h"
 
 namespace tarni {
 
 UIViewStorage& UIViewStorage::sharedObject() {
+  assertMainThread();
   static auto* const shared = new UIViewStorage;
   return *shared;
 }

@@ -3,6 +3,7 @@
 #include <cstdint>
 #include <unordered_map>
 
+#include "agent/core/MainThread.h"
 #include "platform/Platform.h"
 
 namespace tarni::Highlight {
@@ -24,6 +25,7 @@ struct Shown {
 using ShownHighlights = std::unordered_map<const platform::UIView*, Shown>;
 
 ShownHighlights& shownHighlights() {
+  assertMainThread();
   static auto* const shared = new ShownHighlights;
   return *shared;
 }

@@ -1,3 +1,4 @@
+#include "agent/core/MainThread.h"
 #include "agent/elements/Utilities.h"
 #include "platform/Platform.h"
 
@@ -21,6 +22,7 @@ CGRect touchedArea(CGPoint point) {
 }  // namespace
 
 Task<UIImageRef> Utilities::getUIImageOfUIView(UIViewRef view) {
+  assertMainThread();
   co_return co_await view->drawViewHierarchy();
 }
 

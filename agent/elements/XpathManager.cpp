@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "agent/core/MainThread.h"
 #include "agent/elements/IdentityTag.h"
 
 namespace tarni {
@@ -31,6 +32,7 @@ long indexOf(const UIViewRef& view) {
 }  // namespace
 
 XpathManager& XpathManager::sharedInstance() {
+  assertMainThread();
   static auto* const shared = new XpathManager;
   return *shared;
 }
