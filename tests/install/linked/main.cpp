@@ -1,9 +1,11 @@
 #include <QtWidgets/QApplication>
+#include <QtWidgets/QMainWindow>
 #include <QtWidgets/QPushButton>
 
 int main(int argc, char** argv) {
   QApplication application(argc, argv);
-  QPushButton button("Installed");
-  button.show();
+  QMainWindow window;
+  window.setCentralWidget(new QPushButton("Installed"));
+  window.show();
   return QApplication::exec();
 }
