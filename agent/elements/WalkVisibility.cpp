@@ -7,12 +7,15 @@ using platform::UIViewRef;
 
 bool WalkVisibility::isVisibleInWindowFrame(const WalkStep& step) {
   const Surroundings& surroundings = surroundingsOf(step);
-  const platform::CGSize nothing;
   // What stands in a page that is not open need not be asked where.
-  if (surroundings.clip && surroundings.clip->size == nothing) return false;
+  if (showsNothing(surroundings)) return false;
   const CGRect frame = frameInWindow(step.view, surroundings);
-  if (!surroundings.clip) return frame.size != nothing;
-  return platform::CGRectIntersection(frame, *surroundings.clip).size != nothing;
+  if (!surroundings.clip) return frame.size != platform::CGSize{};
+  return platform::CGRectIntersection(frame, *surroundings.clip).size != platform::CGSize{};
+}
+
+bool WalkVisibility::showsNothing(const Surroundings& surroundings) {
+  return surroundings.clip && surroundings.clip->size == platform::CGSize{};
 }
 
 CGRect WalkVisibility::frameInWindow(const UIViewRef& view, const Surroundings& outer) {
@@ -25,15 +28,18 @@ CGRect WalkVisibility::frameInWindow(const UIViewRef& view, const Surroundings& 
 
 WalkVisibility::Surroundings WalkVisibility::inside(const Surroundings& outer,
                                                     const UIViewRef& parent) {
-  Surroundings inner;
+  Surroundings inner = outer;
   inner.parent = parent.get();
-  if (parent == parent->window()) return inner;  // the window itself clips nothing
+  if (showsNothing(outer)) return inner;
+  // The window itself clips nothing. It is the topmost of all, and the coordinates are its own.
+  if (!outer.parent && parent == parent->window()) return inner;
   inner.isMovedOnly = outer.isMovedOnly && parent->transform().isIdentity();
-  const platform::CGPoint outerOrigin = parent->frame().origin;
-  const platform::CGPoint innerOrigin = parent->bounds().origin;
-  inner.origin = {outer.origin.x + outerOrigin.x - innerOrigin.x,
-                  outer.origin.y + outerOrigin.y - innerOrigin.y};
-  inner.clip = outer.clip;
+  if (outer.parent) {
+    const platform::CGPoint shift = parent->frame().origin;
+    const platform::CGPoint scrolled = parent->bounds().origin;
+    inner.origin.x += shift.x - scrolled.x;
+    inner.origin.y += shift.y - scrolled.y;
+  }
   if (parent->clipsToBounds()) {
     const CGRect frame = frameInWindow(parent, outer);
     inner.clip = outer.clip ? platform::CGRectIntersection(frame, *outer.clip) : frame;

@@ -25,6 +25,7 @@ class WalkVisibility {
     std::optional<platform::CGRect> clip;  // in window coordinates; null when none of them clips
   };
 
+  static bool showsNothing(const Surroundings& surroundings);
   static platform::CGRect frameInWindow(const platform::UIViewRef& view, const Surroundings& outer);
   static Surroundings inside(const Surroundings& outer, const platform::UIViewRef& parent);
   static Surroundings above(const platform::UIViewRef& root);

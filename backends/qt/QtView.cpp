@@ -24,19 +24,15 @@ QString accessibleText(QWidget* widget, QAccessible::Text which) {
   return interface ? interface->text(which) : QString();
 }
 
-// Appends the view of a child. It mostly stands where it stood `before`, which is quicker to see
-// than to look up among all views of the program.
-void appendWidget(QObject* child, std::span<const UIViewRef> before,
-                  std::vector<UIViewRef>& views) {
-  if (!child->isWidgetType()) return;
-  auto* const widget = static_cast<QWidget*>(child);
-  if (widget->isWindow()) return;
-  const UIViewRef* const same = views.size() < before.size() ? &before[views.size()] : nullptr;
-  if (same && static_cast<const QtViewCore&>(**same).widget() == widget) {
-    views.push_back(*same);
-  } else if (UIViewRef view = viewOfWidget(widget)) {
-    views.push_back(std::move(view));
+// Calls `visit` for every child widget that is no window until it answers false.
+template <typename Visit>
+bool everyChild(const QObject& parent, Visit&& visit) {
+  for (QObject* child : parent.children()) {
+    if (!child->isWidgetType()) continue;
+    auto& widget = static_cast<QWidget&>(*child);
+    if (!widget.isWindow() && !visit(widget)) return false;
   }
+  return true;
 }
 
 // False for a hidden widget that was neither shown nor sized yet, as in a page that nobody opened:
@@ -72,27 +68,42 @@ UIViewRef QtView::superview() const {
   return widget_ && !widget_->isWindow() ? viewOfWidget(widget_->parentWidget()) : nullptr;
 }
 
+template <typename Visit>
+bool QtView::everySubwidget(Visit&& visit) const {
+  if (!widget_) return true;
+  const QWidget* const transparent = transparentChild();
+  return everyChild(*widget_, [&](QWidget& child) {
+    return &child == transparent ? everyChild(child, visit) : visit(child);
+  });
+}
+
 std::span<const UIViewRef> QtView::subviews() const {
   // Collected beside the present list, which stays where it is when nothing changed. The spare one
   // is taken out meanwhile: collecting asks the program's models, which may ask back.
   static auto* const spare = new std::vector<UIViewRef>;
   std::vector<UIViewRef> views = std::move(*spare);
   views.clear();
-  if (widget_) {
-    appendParts(views);
-    const QWidget* const transparent = transparentChild();
-    for (QObject* child : widget_->children()) {
-      if (child != transparent) {
-        appendWidget(child, subviews_, views);
-        continue;
-      }
-      for (QObject* grandchild : child->children()) appendWidget(grandchild, subviews_, views);
-    }
+  if (widget_) appendParts(views);
+  if (!views.empty() || !isUpToDate()) {
+    everySubwidget([&views](QWidget& child) {
+      if (UIViewRef view = viewOfWidget(&child)) views.push_back(std::move(view));
+      return true;
+    });
+    if (views != subviews_) subviews_.swap(views);
+    views.clear();
   }
-  if (views != subviews_) subviews_.swap(views);
-  views.clear();
   *spare = std::move(views);
   return subviews_;
+}
+
+// Of a list without parts, which is quicker to see than to collect it anew.
+bool QtView::isUpToDate() const {
+  std::size_t count = 0;
+  const bool allStandThere = everySubwidget([&](const QWidget& child) {
+    if (count == subviews_.size()) return false;
+    return static_cast<const QtViewCore&>(*subviews_[count++]).widget() == &child;
+  });
+  return allStandThere && count == subviews_.size();
 }
 
 platform::CGRect QtView::frame() const {

@@ -52,6 +52,11 @@ class QtView : public QtViewBase {
   virtual platform::UIViewRef partAt(const QPoint&) const { return nullptr; }
 
  private:
+  // Calls `visit` for the widgets that are subviews until it answers false.
+  template <typename Visit>
+  bool everySubwidget(Visit&& visit) const;
+  bool isUpToDate() const;
+
   const QPointer<QWidget> widget_;
   const Kind kind_;
   mutable Kind classKind_;
