@@ -32,7 +32,8 @@ find_package(Threads REQUIRED)
 find_package(PkgConfig REQUIRED)
 
 # g++ 12 takes a literal joined with a string for overlapping memory (GCC bug 105651).
-add_compile_options(-Wall -Wextra -Wpedantic -Wnon-virtual-dtor -Wno-restrict -Werror)
+add_compile_options(-Wall -Wextra -Wpedantic -Werror
+  $<$<COMPILE_LANGUAGE:CXX,OBJCXX>:-Wnon-virtual-dtor> $<$<COMPILE_LANGUAGE:CXX>:-Wno-restrict>)
 if(TARNI_SANITIZE)
   add_compile_options(-fsanitize=${TARNI_SANITIZE} -fno-omit-frame-pointer -g1)
   add_link_options(-fsanitize=${TARNI_SANITIZE})
