@@ -1,8 +1,9 @@
 #include "agent/elements/Utilities.h"
 
-#include <array>
-#include <charconv>
+#include <iomanip>
+#include <locale>
 #include <nlohmann/json.hpp>
+#include <sstream>
 
 #include "agent/core/GlobalVars.h"
 #include "platform/Foundation/NSException.h"
@@ -63,10 +64,11 @@ std::string Utilities::getGUIDString() {
 }
 
 std::string Utilities::decimalText(double value, int decimals) {
-  std::array<char, 512> digits;  // the largest double has 309 digits before the point
-  const auto [end, error] = std::to_chars(digits.data(), digits.data() + digits.size(), value,
-                                          std::chars_format::fixed, decimals);
-  return error == std::errc() ? std::string(digits.data(), end) : std::string();
+  // Not `to_chars`, which the oldest supported systems lack for fractions.
+  std::ostringstream text;
+  text.imbue(std::locale::classic());
+  text << std::fixed << std::setprecision(decimals) << value;
+  return text.str();
 }
 
 FunctionCallObject Utilities::createFunctionCallObject(const std::optional<ordered_json>& command) {

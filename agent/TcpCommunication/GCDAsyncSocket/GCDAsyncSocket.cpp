@@ -1,7 +1,5 @@
 #include "agent/TcpCommunication/GCDAsyncSocket/GCDAsyncSocket.h"
 
-#include <netinet/in.h>
-#include <netinet/tcp.h>
 #include <sys/ioctl.h>
 #include <sys/socket.h>
 
@@ -11,6 +9,7 @@
 #include <utility>
 
 #include "agent/TcpCommunication/GCDAsyncSocket/ListeningSocket.h"
+#include "agent/TcpCommunication/GCDAsyncSocket/SocketCalls.h"
 #include "platform/Foundation/NSException.h"
 #include "platform/Foundation/NSLog.h"
 #include "platform/Platform.h"
@@ -22,19 +21,6 @@ constexpr double acceptRetryDelay = 0.5;
 constexpr std::size_t smallestRead = 4096;
 // A peer that is only written to lets reads pile up; so many are kept.
 constexpr std::size_t maximumPendingReads = 16384;
-
-void setOption(const FileDescriptor& descriptor, int level, int option, int value) {
-  setsockopt(descriptor.get(), level, option, &value, sizeof value);
-}
-
-// Answers go out at once, and a peer that vanished without a word is found out within minutes.
-void prepareConnection(const FileDescriptor& client) {
-  setOption(client, IPPROTO_TCP, TCP_NODELAY, 1);
-  setOption(client, SOL_SOCKET, SO_KEEPALIVE, 1);
-  setOption(client, IPPROTO_TCP, TCP_KEEPIDLE, 60);
-  setOption(client, IPPROTO_TCP, TCP_KEEPINTVL, 10);
-  setOption(client, IPPROTO_TCP, TCP_KEEPCNT, 6);
-}
 
 std::size_t bytesToRead(const FileDescriptor& connection) {
   int available = 0;
@@ -160,8 +146,7 @@ void GCDAsyncSocket::watchForClients(Listener& listener, FileDescriptor descript
 
 void GCDAsyncSocket::acceptClients(Listener& listener) {
   for (;;) {
-    FileDescriptor client(
-        accept4(listener.descriptor.get(), nullptr, nullptr, SOCK_NONBLOCK | SOCK_CLOEXEC));
+    FileDescriptor client = acceptClient(listener.descriptor.get());
     if (client.isOpen()) {
       handOver(std::move(client));
       continue;
@@ -190,7 +175,6 @@ void GCDAsyncSocket::retryAcceptingLater(Listener& listener, int systemCode) {
 }
 
 void GCDAsyncSocket::handOver(FileDescriptor client) {
-  prepareConnection(client);
   tellDelegate([client = std::make_shared<FileDescriptor>(std::move(client))](
                    GCDAsyncSocketDelegate& delegate, const GCDAsyncSocketRef& sock) {
     const std::string address = SocketAddress::peerOf(client->get()).host;
@@ -382,7 +366,7 @@ bool GCDAsyncSocket::beginWrite() {
 bool GCDAsyncSocket::writeMore() {
   const std::string_view rest =
       std::string_view(currentWrite_->data).substr(currentWrite_->bytesDone);
-  const ssize_t length = send(connection_.get(), rest.data(), rest.size(), MSG_NOSIGNAL);
+  const ssize_t length = sendWithoutSignal(connection_.get(), rest);
   if (length >= 0) {
     currentWrite_->bytesDone += static_cast<std::size_t>(length);
     return true;

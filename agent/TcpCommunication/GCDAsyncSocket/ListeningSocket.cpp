@@ -1,12 +1,13 @@
 #include "agent/TcpCommunication/GCDAsyncSocket/ListeningSocket.h"
 
-#include <fcntl.h>
 #include <netinet/in.h>
 #include <sys/socket.h>
 
 #include <cerrno>
+#include <utility>
 
 #include "agent/TcpCommunication/GCDAsyncSocket/SocketAddress.h"
+#include "agent/TcpCommunication/GCDAsyncSocket/SocketCalls.h"
 
 namespace tarni {
 namespace {
@@ -28,13 +29,8 @@ bool setOption(int descriptor, int level, int option) {
   return setsockopt(descriptor, level, option, &on, sizeof on) == 0;
 }
 
-bool makeNonBlocking(int descriptor) {
-  const int flags = fcntl(descriptor, F_GETFL);
-  return flags != -1 && fcntl(descriptor, F_SETFL, flags | O_NONBLOCK) != -1;
-}
-
 Attempt listenOn(const sockaddr& address, socklen_t length) {
-  FileDescriptor descriptor(socket(address.sa_family, SOCK_STREAM | SOCK_CLOEXEC, 0));
+  FileDescriptor descriptor = openStreamSocket(address.sa_family);
   if (!descriptor.isOpen()) return Failure{errno, "Error in socket() function"};
   if (!makeNonBlocking(descriptor.get())) {
     return Failure{errno, "Error enabling non-blocking IO on socket (fcntl)"};
@@ -52,7 +48,7 @@ Attempt listenOn(const sockaddr& address, socklen_t length) {
   if (listen(descriptor.get(), backlog) != 0) {
     return Failure{errno, "Error in listen() function"};
   }
-  return descriptor;
+  return Attempt(std::move(descriptor));
 }
 
 Attempt listenOn4(std::uint16_t port) {
