@@ -13,11 +13,11 @@
 #include <thread>
 
 #include "backends/headless/ProcessInfo.h"
-#include "backends/posix/MainQueue.h"
+#include "platform/Dispatch/SerialMainQueue.h"
 
 namespace tarni::headless {
 
-class RunLoop : public posix::MainQueue {
+class RunLoop : public platform::SerialMainQueue {
  public:
   using TimerId = unsigned long;
 

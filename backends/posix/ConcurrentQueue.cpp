@@ -1,6 +1,6 @@
 #include "backends/posix/ConcurrentQueue.h"
 
-#include "backends/posix/Guarded.h"
+#include "platform/Foundation/Guarded.h"
 
 namespace tarni::posix {
 
@@ -10,7 +10,7 @@ void ConcurrentQueue::async(platform::Block block) {
 
 void ConcurrentQueue::sync(const platform::Block& block) {
   const InsideQueue inside(*this);
-  runGuarded(label_.c_str(), block);
+  platform::runGuarded(label_.c_str(), block);
 }
 
 }  // namespace tarni::posix

@@ -15,8 +15,8 @@
 #include <mutex>
 #include <utility>
 
-#include "backends/posix/Guarded.h"
 #include "backends/posix/Thread.h"
+#include "platform/Foundation/Guarded.h"
 
 namespace tarni::posix {
 namespace {
@@ -50,7 +50,7 @@ struct EventLoop::Reactor {
   std::map<int, WatchedDescriptor> descriptors;
 
   [[noreturn]] void run() {
-    for (;;) runGuarded("event loop", [this] { context.run(); });
+    for (;;) platform::runGuarded("event loop", [this] { context.run(); });
   }
 };
 

@@ -2,8 +2,8 @@
 
 #include <utility>
 
-#include "backends/posix/Guarded.h"
 #include "backends/posix/InsideQueue.h"
+#include "platform/Foundation/Guarded.h"
 
 namespace tarni::posix {
 
@@ -19,13 +19,13 @@ void SerialQueue::async(platform::Block block) {
 
 void SerialQueue::sync(const platform::Block& block) {
   if (isCurrent()) {
-    runGuarded(label_.c_str(), block);
+    platform::runGuarded(label_.c_str(), block);
     return;
   }
   bool isDone = false;
   Lock lock(mutex_);
   blocks_.emplace_back([&] {
-    runGuarded(label_.c_str(), block);
+    platform::runGuarded(label_.c_str(), block);
     const Lock doneLock(mutex_);
     isDone = true;
   });
@@ -71,7 +71,7 @@ void SerialQueue::run(Lock& lock, const std::function<bool()>& isEnough) {
     lock.unlock();
     {
       const InsideQueue inside(*this);
-      runGuarded(label_.c_str(), block);
+      platform::runGuarded(label_.c_str(), block);
       block = nullptr;
     }
     lock.lock();

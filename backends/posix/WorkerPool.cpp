@@ -3,8 +3,8 @@
 #include <system_error>
 #include <utility>
 
-#include "backends/posix/Guarded.h"
 #include "backends/posix/Thread.h"
+#include "platform/Foundation/Guarded.h"
 #include "platform/Foundation/NSLog.h"
 
 namespace tarni::posix {
@@ -39,7 +39,7 @@ void WorkerPool::work() {
     platform::Block block = std::move(blocks_.front());
     blocks_.pop_front();
     lock.unlock();
-    runGuarded(threadName_, block);
+    platform::runGuarded(threadName_, block);
     block = nullptr;
     lock.lock();
   }

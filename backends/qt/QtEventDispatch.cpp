@@ -2,7 +2,7 @@
 
 #include <utility>
 
-#include "backends/posix/Guarded.h"
+#include "platform/Foundation/Guarded.h"
 #include "platform/UIKit/UIEvent.h"
 
 namespace tarni::qt {
@@ -47,7 +47,7 @@ void QtEventDispatch::deliver(Delivery& delivery) noexcept {
 
 // A hook that fails keeps nothing from the program.
 void QtEventDispatch::performGuarded(platform::Class cls, const char* selector, Argument argument) {
-  posix::runGuarded(selector, [&] { runtime_.perform(cls, selector, {std::move(argument)}); });
+  platform::runGuarded(selector, [&] { runtime_.perform(cls, selector, {std::move(argument)}); });
 }
 
 }  // namespace tarni::qt

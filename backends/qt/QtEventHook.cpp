@@ -5,10 +5,10 @@
 #include <QtCore/QCoreApplication>
 #include <algorithm>
 
-#include "backends/posix/Guarded.h"
 #include "backends/qt/QtProgram.h"
 #include "backends/qt/QtTouchScreen.h"
 #include "backends/qt/ViewRegistry.h"
+#include "platform/Foundation/Guarded.h"
 #include "platform/Platform.h"
 
 namespace tarni::qt {
@@ -26,7 +26,7 @@ class InputWork : public Interface::WindowSystemEvent {
   explicit InputWork(std::function<void()> work)
       : WindowSystemEvent(kType), work_(std::move(work)) {}
 
-  void run() const { posix::runGuarded("input", work_); }
+  void run() const { platform::runGuarded("input", work_); }
 
  private:
   std::function<void()> work_;
@@ -124,7 +124,7 @@ bool QtEventHook::sendEvent(NativeEvent* event) {
 bool QtEventHook::sendMouse(MouseEvent* event) {
   fingerEvent_._clearTouches();
   bool isOfFinger = false;
-  posix::runGuarded("mouse event", [&] { isOfFinger = followMouse(*event); });
+  platform::runGuarded("mouse event", [&] { isOfFinger = followMouse(*event); });
   return isOfFinger ? showFingers(event) : QWindowSystemEventHandler::sendEvent(event);
 }
 
@@ -154,7 +154,7 @@ bool QtEventHook::followMouse(const MouseEvent& event) {
 
 bool QtEventHook::sendTouch(TouchEvent* event) {
   if (QtTouchScreen::isOwn(event->device)) return QWindowSystemEventHandler::sendEvent(event);
-  posix::runGuarded("touch event", [&] { followTouches(*event); });
+  platform::runGuarded("touch event", [&] { followTouches(*event); });
   return showFingers(event);
 }
 

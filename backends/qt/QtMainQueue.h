@@ -3,11 +3,11 @@
 // waits for a loop that is gone.
 #pragma once
 
-#include "backends/posix/MainQueue.h"
+#include "platform/Dispatch/SerialMainQueue.h"
 
 namespace tarni::qt {
 
-class QtMainQueue : public posix::MainQueue {
+class QtMainQueue : public platform::SerialMainQueue {
  public:
   // The one queue of the process; made on the GUI thread while the application object exists.
   static QtMainQueue& shared();

@@ -10,11 +10,11 @@
 #include <mutex>
 #include <thread>
 
-#include "backends/posix/MainQueue.h"
+#include "platform/Dispatch/SerialMainQueue.h"
 
 namespace tarni::test {
 
-class LoopMainQueue : public posix::MainQueue {
+class LoopMainQueue : public platform::SerialMainQueue {
  public:
   bool isMainThread() const override { return std::this_thread::get_id() == mainThread_; }
 

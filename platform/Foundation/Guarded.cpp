@@ -1,17 +1,17 @@
-#include "backends/posix/Guarded.h"
+#include "platform/Foundation/Guarded.h"
 
 #include "platform/Foundation/NSLog.h"
 
-namespace tarni::posix {
+namespace tarni::platform {
 
 void logFailure(const char* place, const std::exception_ptr& failure) noexcept {
   if (!failure) return;
   try {
     std::rethrow_exception(failure);
   } catch (const std::exception& error) {
-    platform::NSLog("Exception in %s: %s", place, error.what());
+    NSLog("Exception in %s: %s", place, error.what());
   } catch (...) {
-    platform::NSLog("Unknown exception in %s", place);
+    NSLog("Unknown exception in %s", place);
   }
 }
 
@@ -23,4 +23,4 @@ void runGuarded(const char* place, const std::function<void()>& block) noexcept 
   }
 }
 
-}  // namespace tarni::posix
+}  // namespace tarni::platform

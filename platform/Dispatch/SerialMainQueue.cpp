@@ -1,19 +1,19 @@
-#include "backends/posix/MainQueue.h"
+#include "platform/Dispatch/SerialMainQueue.h"
 
 #include <utility>
 
-#include "backends/posix/Guarded.h"
+#include "platform/Foundation/Guarded.h"
 #include "platform/Foundation/NSLog.h"
 
-namespace tarni::posix {
+namespace tarni::platform {
 
-void MainQueue::asyncTask(std::function<platform::Task<void>()> work) {
+void SerialMainQueue::asyncTask(std::function<Task<void>()> work) {
   append({std::move(work), nullptr});
 }
 
-bool MainQueue::syncTask(std::function<platform::Task<void>()> work) {
+bool SerialMainQueue::syncTask(std::function<Task<void>()> work) {
   if (isMainThread()) {
-    platform::NSLog("The main thread cannot wait for its own queue");
+    NSLog("The main thread cannot wait for its own queue");
     return false;
   }
   const auto waiter = std::make_shared<std::promise<bool>>();
@@ -21,7 +21,7 @@ bool MainQueue::syncTask(std::function<platform::Task<void>()> work) {
   return append({std::move(work), waiter}) && wasRun.get();
 }
 
-bool MainQueue::append(Item item) {
+bool SerialMainQueue::append(Item item) {
   {
     const std::lock_guard lock(mutex_);
     if (isClosed_) return false;
@@ -31,7 +31,7 @@ bool MainQueue::append(Item item) {
   return true;
 }
 
-void MainQueue::drain() noexcept {
+void SerialMainQueue::drain() noexcept {
   std::size_t waiting = 0;
   {
     const std::lock_guard lock(mutex_);
@@ -54,7 +54,7 @@ void MainQueue::drain() noexcept {
   wakeForNext();
 }
 
-void MainQueue::start() {
+void SerialMainQueue::start() {
   {
     const std::lock_guard lock(mutex_);
     active_ = std::move(items_.front());
@@ -62,13 +62,13 @@ void MainQueue::start() {
     isActive_ = true;
   }
   try {
-    platform::spawn(active_.work(), [this](const std::exception_ptr& failure) { ended(failure); });
+    spawn(active_.work(), [this](const std::exception_ptr& failure) { ended(failure); });
   } catch (...) {
     ended(std::current_exception());
   }
 }
 
-void MainQueue::ended(const std::exception_ptr& failure) noexcept {
+void SerialMainQueue::ended(const std::exception_ptr& failure) noexcept {
   logFailure("main queue", failure);
   std::shared_ptr<std::promise<bool>> waiter = std::move(active_.waiter);
   active_ = {};
@@ -80,7 +80,7 @@ void MainQueue::ended(const std::exception_ptr& failure) noexcept {
   wakeForNext();
 }
 
-void MainQueue::wakeForNext() {
+void SerialMainQueue::wakeForNext() {
   {
     const std::lock_guard lock(mutex_);
     if (items_.empty() || isActive_ || isDraining_ || isWoken_) return;
@@ -89,7 +89,7 @@ void MainQueue::wakeForNext() {
   wake();
 }
 
-void MainQueue::close() noexcept {
+void SerialMainQueue::close() noexcept {
   std::deque<Item> dropped;
   {
     const std::lock_guard lock(mutex_);
@@ -102,4 +102,4 @@ void MainQueue::close() noexcept {
   }
 }
 
-}  // namespace tarni::posix
+}  // namespace tarni::platform

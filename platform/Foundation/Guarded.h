@@ -5,7 +5,7 @@
 #include <exception>
 #include <functional>
 
-namespace tarni::posix {
+namespace tarni::platform {
 
 // Logs `failure` as what went wrong in `place`. Null is no failure.
 void logFailure(const char* place, const std::exception_ptr& failure) noexcept;
@@ -13,4 +13,4 @@ void logFailure(const char* place, const std::exception_ptr& failure) noexcept;
 // Runs `block`; what it throws is logged.
 void runGuarded(const char* place, const std::function<void()>& block) noexcept;
 
-}  // namespace tarni::posix
+}  // namespace tarni::platform

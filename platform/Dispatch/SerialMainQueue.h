@@ -1,4 +1,4 @@
-// MainQueue: the application's main queue on top of whatever event loop the backend has.
+// SerialMainQueue: the application's main queue on top of whatever event loop the backend has.
 //
 // A backend derives from it, says which thread is the main one and how to wake it, and calls
 // `drain` from its event loop after every wake. Nothing is ever run from inside the call that
@@ -15,15 +15,15 @@
 
 #include "platform/Dispatch/Dispatch.h"
 
-namespace tarni::posix {
+namespace tarni::platform {
 
-class MainQueue : public platform::MainQueue {
+class SerialMainQueue : public MainQueue {
  public:
   // Any thread. After `close` the item is dropped.
-  void asyncTask(std::function<platform::Task<void>()> work) override;
+  void asyncTask(std::function<Task<void>()> work) override;
   // Any thread but the main one, where it logs and answers false without having run the item. An
   // exception that leaves the item is logged; the answer is true all the same.
-  bool syncTask(std::function<platform::Task<void>()> work) override;
+  bool syncTask(std::function<Task<void>()> work) override;
 
   // Main thread. Starts the items that wait at the time of the call, one after the other, until
   // one suspends; returns at once while an item is active (so also inside a nested event loop).
@@ -42,7 +42,7 @@ class MainQueue : public platform::MainQueue {
 
  private:
   struct Item {
-    std::function<platform::Task<void>()> work;
+    std::function<Task<void>()> work;
     std::shared_ptr<std::promise<bool>> waiter;  // null when nobody waits
   };
 
@@ -60,4 +60,4 @@ class MainQueue : public platform::MainQueue {
   bool isClosed_ = false;
 };
 
-}  // namespace tarni::posix
+}  // namespace tarni::platform
