@@ -7,6 +7,7 @@
 #include <unordered_set>
 
 #include "backends/qt/QtExtension.h"
+#include "backends/qt/QtPages.h"
 #include "backends/qt/ViewFactory.h"
 
 namespace tarni::qt {
@@ -29,6 +30,7 @@ std::shared_ptr<QtView> makeKnown(QWidget& widget) {
   registry().views.insert_or_assign(&widget, view);
   QObject::connect(&widget, &QObject::destroyed,
                    [](QObject* gone) { registry().views.erase(gone); });
+  watchPages(widget);
   return view;
 }
 

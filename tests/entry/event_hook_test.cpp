@@ -4,7 +4,10 @@
 #include <QtWidgets/QLineEdit>
 #include <QtWidgets/QMenu>
 #include <QtWidgets/QPushButton>
+#include <QtWidgets/QStackedWidget>
+#include <QtWidgets/QTabWidget>
 #include <QtWidgets/QVBoxLayout>
+#include <QtWidgets/QWizard>
 
 #include "tests/entry/QtScreen.h"
 
@@ -220,6 +223,24 @@ TEST_F(EventHook, ShowsAWindowThatAppears) {
   menu.popup(QPoint(10, 10));
   QCoreApplication::processEvents();
   EXPECT_EQ(calls.size(), 2U) << "a popup is no screen of the program";
+
+  QTabWidget tabs;
+  tabs.addTab(new QWidget, "One");
+  tabs.addTab(new QWidget, "Two");
+  QWizard wizard;
+  wizard.addPage(new QWizardPage);
+  wizard.addPage(new QWizardPage);
+  for (QWidget* const pages : std::initializer_list<QWidget*>{&tabs, &wizard}) show(*pages);
+  qt::viewOfWidget(tabs.findChild<QStackedWidget*>());
+  qt::viewOfWidget(&wizard);
+  for (const auto& turn : {std::function<void()>([&] { tabs.setCurrentIndex(1); }),
+                           std::function<void()>([&] { wizard.next(); })}) {
+    calls.clear();
+    turn();
+    EXPECT_THAT(calls, testing::ElementsAre("viewWillAppear:"));
+    QCoreApplication::processEvents();
+    EXPECT_THAT(calls, testing::ElementsAre("viewWillAppear:", "viewDidAppear:"));
+  }
   for (const char* const selector : {"viewWillAppear:", "viewDidAppear:"}) {
     runtime.class_replaceMethod(
         uikit::UIViewController, selector, [](const auto&) {}, "v@:B");
