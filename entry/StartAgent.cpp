@@ -12,20 +12,20 @@ namespace tarni::entry {
 namespace {
 
 // Whoever links the agent may have said it already.
-void findScripts() {
+void findScripts(const std::string& installed) {
   const char* const address = std::getenv("TARNI_SCRIPTS");
-  if (address && REMOTE_CDN_URL.empty()) REMOTE_CDN_URL = address;
+  if (REMOTE_CDN_URL.empty()) REMOTE_CDN_URL = address ? address : installed;
 }
 
 bool isStarted = false;
 
 }  // namespace
 
-void startAgent(const platform::Platform& platform) noexcept {
+void startAgent(const platform::Platform& platform, const std::string& scripts) noexcept {
   if (std::exchange(isStarted, true)) return;
   try {
     platform::install(platform);
-    findScripts();
+    findScripts(scripts);
     loadAgent();
   } catch (const std::exception& failure) {
     platform::NSLog("The agent cannot start: %s", failure.what());

@@ -4,6 +4,7 @@
 
 #include <QtCore/QCoreApplication>
 #include <QtGui/QGuiApplication>
+#include <cstdio>
 #include <exception>
 #include <filesystem>
 
@@ -29,14 +30,34 @@ std::string ownFolder() {
   return std::filesystem::absolute(info.dli_fname).parent_path();
 }
 
+// The address of the page scripts that were installed or built with this library; "" for none.
+std::string installedScripts() {
+  for (const char* const up : {"/../..", "/.."}) {
+    const std::filesystem::path folder = ownFolder() + up + "/share/tarni/webscripts";
+    std::error_code none;
+    if (std::filesystem::is_directory(folder, none)) {
+      return "file://" + folder.lexically_normal().string();
+    }
+  }
+  return "";
+}
+
+// Windows do not learn where they are there, and the compositor moves the pointer.
+constexpr auto kOnWayland =
+    "tarni: Wayland is not supported: start the program with QT_QPA_PLATFORM=xcb\n";
+
 void start() noexcept {
   if (!qobject_cast<QGuiApplication*>(QCoreApplication::instance())) {
     logLine("The program has no windows: the agent is not started");
     return;
   }
+  if (QGuiApplication::platformName().startsWith(QLatin1String("wayland"))) {
+    std::fputs(kOnWayland, stderr);
+    return;
+  }
   try {
     tarni::qt::extensions().loadFrom(ownFolder());
-    tarni::entry::startAgent(tarni::qt::qtPlatform());
+    tarni::entry::startAgent(tarni::qt::qtPlatform(), installedScripts());
     QObject::connect(QCoreApplication::instance(), &QCoreApplication::aboutToQuit,
                      [] { tarni::entry::endAgent(); });
   } catch (const std::exception& failure) {

@@ -8,6 +8,7 @@ constexpr bool kNotInScript = false;
 
 constexpr Subcommand kSubcommands[] = {
     {"run", "Start a program with the agent loaded", declareRun, kNotInScript},
+    {"attach", "Load the agent into a program that runs already", declareAttach, kNotInScript},
     {"list", "List the isolated programs that run", declareList, kNotInScript},
     {"wait", "Wait until the agent answers, or until an element is there or gone", declareWait},
     {"record", "Print what a person does with the program, step by step", declareRecord,

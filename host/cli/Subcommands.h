@@ -21,6 +21,7 @@ struct Subcommand {
 
 std::span<const Subcommand> subcommands();
 
+void declareAttach(CLI::App& parser, Session& session);
 void declareClick(CLI::App& parser, Session& session);
 void declareDescribe(CLI::App& parser, Session& session);
 void declareDo(CLI::App& parser, Session& session);

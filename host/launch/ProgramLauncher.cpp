@@ -164,15 +164,6 @@ fs::path scriptsFolder() {
   return (folderOfThisTool() / "../share/tarni/webscripts").lexically_normal();
 }
 
-// As a file, which a program in a network of its own reads as well.
-void addScripts(std::map<std::string, std::string>& environment) {
-  constexpr auto kName = "TARNI_SCRIPTS";
-  const auto folder = scriptsFolder();
-  if (std::getenv(kName) == nullptr && fs::is_directory(folder)) {
-    environment[kName] = "file://" + folder.string();
-  }
-}
-
 int runToTheEnd(const Launch& launch) {
   const BlockedSignals signals;
   Pipe report;

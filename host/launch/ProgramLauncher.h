@@ -33,10 +33,6 @@ void addAgent(std::map<std::string, std::string>& environment,
 // Where the page scripts are, beside this tool (../share/tarni/webscripts).
 std::filesystem::path scriptsFolder();
 
-// `environment` with the address of the page scripts for the agent, unless the caller's has one or
-// they are missing.
-void addScripts(std::map<std::string, std::string>& environment);
-
 // Runs the program to its end; its exit code, or 128 + N when signal N ended it, as a shell says
 // it. Throws std::runtime_error when it cannot be started.
 int runToTheEnd(const Launch& launch);

@@ -1,24 +1,23 @@
 #include <CLI/CLI.hpp>
 #include <cstdlib>
 #include <filesystem>
-#include <iomanip>
 #include <iostream>
 #include <memory>
 #include <optional>
 #include <string_view>
 
+#include "host/cli/Readiness.h"
 #include "host/cli/Session.h"
 #include "host/cli/Subcommands.h"
 #include "host/launch/ProgramLauncher.h"
 #include "host/launch/ProgramRegistry.h"
+#include "host/launch/RunningProgram.h"
 #include "host/launch/VirtualDisplay.h"
-#include "host/wire/Ports.h"
 
 namespace tarni::host {
 
 namespace {
 
-constexpr milliseconds kReadyTimeout{10'000};
 constexpr auto kDisplaySize = "1280x800";
 
 struct RunOptions {
@@ -33,16 +32,6 @@ std::string joined(const std::vector<std::string>& words) {
   std::string text;
   for (const auto& word : words) text += (text.empty() ? "" : " ") + word;
   return text;
-}
-
-void refuseTakenPorts() {
-  for (const auto port : {kRecorderPort, kPlaybackPort}) {
-    if (const auto use = portUse(port); use == PortUse::listening || use == PortUse::held) {
-      throw std::runtime_error("port " + std::to_string(port) +
-                               " is taken, likely by another program with the agent: end that one "
-                               "or use --isolated");
-    }
-  }
 }
 
 // What a program in a network of its own no longer reaches, said before it is missed.
@@ -61,33 +50,6 @@ void warnOfUnreachable(bool ownDisplay) {
               << " is reached over the network, which --isolated cuts off\n";
   }
 }
-
-// Watches for the agent's ports and says once how it went.
-class Readiness {
- public:
-  // True when there is nothing left to watch for.
-  bool check(pid_t pid) const {
-    const auto network = std::to_string(pid);
-    const auto waited = std::chrono::duration<double>(Clock::now() - start_);
-    if (isServed(kPlaybackPort, network) && isServed(kRecorderPort, network)) {
-      std::cerr << "tarni: ready: ports " << kRecorderPort << " and " << kPlaybackPort << ", "
-                << std::fixed << std::setprecision(1) << waited.count() << " s\n";
-      return true;
-    }
-    if (waited < kReadyTimeout) return false;
-    std::cerr << "tarni: the agent's ports are not open after " << kReadyTimeout.count() / 1000
-              << " s: was it loaded, and does the program run its event loop?\n";
-    return true;
-  }
-
- private:
-  static bool isServed(std::uint16_t port, const std::string& network) {
-    const auto use = portUse(port, network);
-    return use == PortUse::listening || use == PortUse::held;
-  }
-
-  Clock::time_point start_ = Clock::now();
-};
 
 // The program's entry among the isolated ones, for as long as this lives.
 class Registration {
@@ -122,9 +84,11 @@ class Registration {
 };
 
 void run(Session& session, const RunOptions& options) {
+  if (const auto why = whyOutOfReach(options.command.front()); !why.empty()) {
+    std::cerr << "tarni: note: " << why << '\n';
+  }
   Launch launch{options.command};
   addAgent(launch.environment, agentLibrary());
-  addScripts(launch.environment);
   std::optional<Registration> registration;
   if (options.isolated) {
     registration.emplace(options);
@@ -140,7 +104,7 @@ void run(Session& session, const RunOptions& options) {
     launch.environment["DISPLAY"] = display->name();
     std::cerr << "tarni: display " << display->name() << '\n';
   }
-  const Readiness readiness;
+  Readiness readiness;
   launch.onTick = [&readiness](pid_t pid) { return readiness.check(pid); };
   session.programExitCode = runToTheEnd(launch);
 }

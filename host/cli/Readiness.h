@@ -1,0 +1,31 @@
+// Readiness: whether the agent's ports are open, said once to the person who waits for it. Main
+// thread.
+#pragma once
+
+#include <sys/types.h>
+
+#include <string>
+
+#include "host/wire/Socket.h"
+
+namespace tarni::host {
+
+// Throws std::runtime_error when somebody has one of the agent's ports in the network of that
+// process ("self" or a decimal identifier).
+void refuseTakenPorts(const std::string& networkOf = "self");
+
+// Begins to wait when it is made.
+class Readiness {
+ public:
+  // True when there is nothing left to watch for: the ports of that process are open, or have not
+  // opened in time.
+  bool check(pid_t pid);
+  // Whether the last check found them open.
+  bool isReady() const { return isReady_; }
+
+ private:
+  Clock::time_point start_ = Clock::now();
+  bool isReady_ = false;
+};
+
+}  // namespace tarni::host

@@ -1,0 +1,39 @@
+#include <CLI/CLI.hpp>
+#include <iostream>
+#include <memory>
+#include <thread>
+
+#include "host/cli/Readiness.h"
+#include "host/cli/Session.h"
+#include "host/cli/Subcommands.h"
+#include "host/launch/ProgramLauncher.h"
+#include "host/launch/RunningProgram.h"
+
+namespace tarni::host {
+
+namespace {
+
+constexpr std::chrono::milliseconds kTick{20};
+
+void attach(Session& session, pid_t pid) {
+  checkAttachable(pid);
+  refuseTakenPorts(std::to_string(pid));
+  Readiness readiness;
+  std::cerr << "tarni: " << attachAgent(pid, agentLibrary()) << '\n';
+  while (!readiness.check(pid)) std::this_thread::sleep_for(kTick);
+  if (!readiness.isReady()) session.result = ExitCode::wire;
+}
+
+}  // namespace
+
+void declareAttach(CLI::App& parser, Session& session) {
+  const auto pid = std::make_shared<pid_t>(0);
+  parser.add_option("PID", *pid, "the process, which uses Qt and has windows")->required();
+  parser.footer(
+      "Takes gdb, which calls into the program at a moment when it waits, and lets it go again.\n"
+      "Who may debug a process may attach to it. Out of reach are programs in a sandbox (Flatpak,\n"
+      "Snap, containers), programs with Qt built in, and those that another debugger holds.");
+  parser.callback([pid, &session] { attach(session, *pid); });
+}
+
+}  // namespace tarni::host

@@ -1,0 +1,28 @@
+// RunningProgram: a process that runs already, what keeps the agent out of it, and the agent
+// brought into it by a debugger. Used by `tarni attach`; any thread.
+#pragma once
+
+#include <sys/types.h>
+
+#include <filesystem>
+#include <string>
+
+namespace tarni::host {
+
+// Why the agent cannot be loaded into the program of that name or path before it starts: a launcher
+// that puts its program into a sandbox, a program that has the toolkit built in. Empty when nothing
+// speaks against it.
+std::string whyOutOfReach(const std::string& command);
+
+// Throws std::runtime_error with a sentence for a person when the agent cannot be brought into the
+// process: there is none, not permitted, no toolkit, agent already there, ….
+void checkAttachable(pid_t pid);
+
+// Loads the agent into an attachable process, by gdb and at a moment when its main thread waits;
+// the process stands still for less than a second. Returns what the launcher in there says of it
+// ("… uses Qt 5.15.8: agent loaded, ports 9892 and 9898"). Throws std::runtime_error with a
+// sentence for a person: no gdb, the process is busy or the debugger may not hold it, the library
+// does not fit.
+std::string attachAgent(pid_t pid, const std::filesystem::path& library);
+
+}  // namespace tarni::host

@@ -1,0 +1,123 @@
+// The agent in programs that run already, and in those that load their toolkit late.
+#include <gmock/gmock.h>
+
+#include <filesystem>
+#include <fstream>
+
+#include "tests/support/Program.h"
+#include "tests/support/Wire.h"
+
+namespace tarni::test {
+namespace {
+
+using namespace std::chrono_literals;
+using testing::HasSubstr;
+
+struct Result {
+  int code;
+  std::string output;
+};
+
+Result tarni(std::vector<std::string> arguments, const Program::Environment& environment = {}) {
+  arguments.insert(arguments.begin(), built("bin/tarni"));
+  Program program(arguments, environment);
+  const int code = program.wait(60s);
+  return {code, program.output()};
+}
+
+Result attachTo(const Program& program, const Program::Environment& environment = {}) {
+  return tarni({"attach", std::to_string(program.pid())}, environment);
+}
+
+// Waits until its windows are up.
+bool hasMapped(const Program& program, const std::string& library) {
+  return eventually([&] {
+    std::ifstream maps("/proc/" + std::to_string(program.pid()) + "/maps");
+    const std::string all((std::istreambuf_iterator<char>(maps)), {});
+    return all.find(library) != std::string::npos;
+  });
+}
+
+class Attaching : public testing::TestWithParam<std::string> {
+ protected:
+  std::string sample() const { return built("bin/qt-sample-" + GetParam()); }
+  Program program_{{sample()}, {{"QT_QPA_PLATFORM", "offscreen"}}};
+  void SetUp() override { ASSERT_TRUE(hasMapped(program_, "/libqoffscreen.so")); }
+};
+
+INSTANTIATE_TEST_SUITE_P(Qt, Attaching, testing::Values("5", "6"));
+
+TEST_P(Attaching, ServesAProgramThatRunsOnAsBefore) {
+  const Result attached = attachTo(program_);
+  EXPECT_EQ(attached.code, 0) << attached.output;
+  EXPECT_THAT(attached.output, HasSubstr("uses Qt " + GetParam() + "."));
+  EXPECT_THAT(attached.output, HasSubstr(": agent loaded, ports 9892 and 9898"));
+  const Playback playback;
+  playback.command("clickelement", playback.one("UIButton", "text", "Refresh"));
+  EXPECT_TRUE(
+      eventually([&] { return playback.find("UILabel", "text", "Refreshed").size() == 1; }));
+  EXPECT_TRUE(program_.isRunning());
+}
+
+TEST_P(Attaching, ASecondTimeIsRefused) {
+  EXPECT_EQ(attachTo(program_).code, 0);
+  const Result again = tarni({"attach", std::to_string(program_.pid())});
+  EXPECT_EQ(again.code, 5);
+  EXPECT_THAT(again.output, HasSubstr("has the agent already"));
+}
+
+TEST_P(Attaching, SaysThatTheDebuggerIsMissing) {
+  const Result refused = attachTo(program_, {{"PATH", "/nowhere"}});
+  EXPECT_EQ(refused.code, 5);
+  EXPECT_THAT(refused.output, HasSubstr("attaching takes gdb: install the package gdb"));
+  EXPECT_TRUE(program_.isRunning());
+}
+
+TEST(OutOfReach, IsSaidWithItsReason) {
+  const Program without({"sleep", "60"});
+  EXPECT_THAT(attachTo(without).output, HasSubstr("uses no Qt with windows"));
+  EXPECT_THAT(tarni({"attach", "4194305"}).output, HasSubstr("there is no process 4194305"));
+
+  // What a static Qt leaves in a program is its line of how it was built.
+  const auto folder =
+      std::filesystem::temp_directory_path() / ("tarni-out-of-reach-" + std::to_string(getpid()));
+  std::filesystem::create_directories(folder);
+  const auto builtIn = folder / "static";
+  std::filesystem::copy_file("/bin/sleep", builtIn);
+  std::ofstream(builtIn, std::ios::app)
+      << "Qt 5.15.8 (x86_64-little_endian-lp64 static release build; by GCC 12.2.0)";
+  {
+    const Program running({builtIn, "60"});
+    EXPECT_THAT(attachTo(running).output, HasSubstr("has its toolkit built in (a static Qt)"));
+  }
+  EXPECT_THAT(tarni({"run", "--", builtIn, "0"}).output,
+              HasSubstr("note: " + builtIn.string() + " has its toolkit built in"));
+
+  const auto flatpak = folder / "flatpak";
+  std::filesystem::copy_file("/bin/true", flatpak);
+  EXPECT_THAT(tarni({"run", "--", flatpak, "run", "org.kde.kate"}).output,
+              HasSubstr("starts its program in a sandbox, out of the agent's reach"));
+  std::filesystem::remove_all(folder);
+}
+
+// An interpreter that imports Qt gets the agent then, and its children none.
+TEST(LateToolkit, IsFoundWhenAnInterpreterLoadsIt) {
+  Program program({"/usr/bin/python3", "-c",
+                   "import os\n"
+                   "from PyQt5.QtWidgets import QApplication, QPushButton, QWidget\n"
+                   "app = QApplication([])\n"
+                   "window = QWidget()\n"
+                   "button = QPushButton('Late', window)\n"
+                   "window.show()\n"
+                   "os.system('echo child=$LD_PRELOAD,$QT_QPA_GENERIC_PLUGINS.')\n"
+                   "app.exec()\n"},
+                  agentEnvironment());
+  const Playback playback;
+  EXPECT_TRUE(eventually([&] { return playback.find("UIButton", "text", "Late").size() == 1; }))
+      << program.output();
+  EXPECT_THAT(program.output(), HasSubstr("uses Qt 5."));
+  EXPECT_THAT(program.output(), HasSubstr("child=" + preload("") + ",."));
+}
+
+}  // namespace
+}  // namespace tarni::test
