@@ -1,0 +1,99 @@
+#include "tests/programs/RealProgram.h"
+
+#include <fstream>
+#include <regex>
+#include <stdexcept>
+
+namespace tarni::test {
+
+namespace fs = std::filesystem;
+
+RealProgram::RealProgram(std::vector<std::string> command)
+    : command_(std::move(command)),
+      home_(fs::temp_directory_path() / ("tarni-home-" + std::to_string(getpid()))) {
+  fs::create_directories(home_);
+}
+
+RealProgram::~RealProgram() {
+  program_.reset();
+  std::error_code ignored;
+  fs::remove_all(home_, ignored);
+}
+
+void RealProgram::SetUp() {
+  Program::Environment environment = agentEnvironment();
+  environment["WAYLAND_DISPLAY"] = "";
+  if (std::string(GetParam()) == "xcb") {
+    display_ = std::make_unique<Display>();
+    for (const auto& [name, value] : display_->environment()) environment[name] = value;
+  }
+  environment["HOME"] = environment["XDG_RUNTIME_DIR"] = environment["TMPDIR"] = home_;
+  environment["XDG_CONFIG_HOME"] = environment["XDG_DATA_HOME"] = environment["XDG_CACHE_HOME"] =
+      "";
+  environment["DBUS_SESSION_BUS_ADDRESS"] = "unix:path=" + (home_ / "no-bus").string();
+  environment["LC_ALL"] = "C.UTF-8";
+  program_ = std::make_unique<Program>(command_, environment);
+  playback_ = std::make_unique<Playback>();
+  std::smatch version;
+  const std::string said = output();
+  if (std::regex_search(said, version, std::regex("uses (Qt [0-9.]+)"))) toolkit_ = version[1];
+}
+
+// One file a case, which write_table collects.
+void RealProgram::TearDown() {
+  const auto& info = *testing::UnitTest::GetInstance()->current_test_info();
+  const std::string suite = info.test_suite_name();
+  const std::string name = info.name();
+  const nlohmann::ordered_json row = {
+      {"program", suite.substr(suite.find('/') + 1)}, {"toolkit", toolkit_},
+      {"case", name.substr(0, name.find('/'))},       {"platform", GetParam()},
+      {"works", !HasFailure() && reason_.empty()},    {"reason", reason_}};
+  const fs::path folder = built("programs");
+  fs::create_directories(folder);
+  const std::string file = std::regex_replace(suite + "." + name, std::regex("/"), "-") + ".json";
+  std::ofstream(folder / file) << row.dump() << '\n';
+}
+
+std::string RealProgram::await(const std::string& tag, const std::string& text) const {
+  std::vector<std::string> found;
+  if (eventually([&] {
+        found = playback_->find(tag, "text", text);
+        return found.size() == 1;
+      })) {
+    return found[0];
+  }
+  throw std::runtime_error(std::to_string(found.size()) + " " + tag + " \"" + text +
+                           "\"; the program printed:\n" + output());
+}
+
+bool RealProgram::isShown(const std::string& tag, const std::string& text) const {
+  return eventually([&] { return !playback_->find(tag, "text", text).empty(); });
+}
+
+void RealProgram::press(const std::string& tag, const std::string& text) const {
+  playback_->command("clickelement", await(tag, text));
+}
+
+void RealProgram::choose(const std::vector<std::string>& entries) const {
+  for (const std::string& entry : entries) press("UIActionButton", entry);
+}
+
+std::vector<std::string> RealProgram::shown(const std::string& tag) const {
+  std::vector<std::string> elements;
+  for (const auto& element :
+       playback_->ask({{"functionname", "ai_findelements"}, {"tagname", tag}})) {
+    if (element["isVisibleInViewHierarchy"] == "true") elements.push_back(element["elementID"]);
+  }
+  return elements;
+}
+
+void RealProgram::openAtStart(const std::string& name, const std::string& contents) {
+  std::ofstream(home_ / name) << contents;
+  command_.push_back(home_ / name);
+}
+
+void RealProgram::notYet(const std::string& why) {
+  reason_ = why;
+}
+
+}  // namespace tarni::test

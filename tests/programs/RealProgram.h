@@ -1,0 +1,67 @@
+// RealProgram: a program that nobody here wrote, with the agent in it, on a screen of its own. Each
+// case is one thing that people do in it; what came of it goes into the table of docs/programs.md
+// (write_table makes it), under the case's name in words.
+//
+// A case that cannot pass yet says so with `notYet("why")`, which the table tells too.
+#pragma once
+
+#include <gmock/gmock.h>
+
+#include <filesystem>
+#include <memory>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "tests/support/Display.h"
+#include "tests/support/Program.h"
+#include "tests/support/Wire.h"
+
+namespace tarni::test {
+
+// The parameter is the platform of the toolkit: "xcb", with a display of its own, or "offscreen".
+class RealProgram : public testing::TestWithParam<const char*> {
+ protected:
+  explicit RealProgram(std::vector<std::string> command);
+  ~RealProgram() override;
+
+  void SetUp() override;
+  void TearDown() override;
+
+  const Playback& playback() const { return *playback_; }
+  std::string output() const { return program_->output(); }
+
+  // The only element with the text, once it is there; throws when it does not come.
+  std::string await(const std::string& tag, const std::string& text) const;
+  bool isShown(const std::string& tag, const std::string& text) const;
+  // Presses it once it is there.
+  void press(const std::string& tag, const std::string& text) const;
+  // Entries of menus, one after the other.
+  void choose(const std::vector<std::string>& entries) const;
+  // The elements of a class that a person sees in the key window.
+  std::vector<std::string> shown(const std::string& tag) const;
+
+  // Makes a file in the program's home and has the program open it when it starts.
+  void openAtStart(const std::string& name, const std::string& contents);
+  // Leaves the rest of the case out.
+  void notYet(const std::string& why);
+
+ private:
+  std::vector<std::string> command_;
+  std::filesystem::path home_;
+  std::unique_ptr<Display> display_;
+  std::unique_ptr<Program> program_;
+  std::unique_ptr<Playback> playback_;
+  std::string toolkit_;
+  std::string reason_;
+};
+
+inline std::string platformName(const testing::TestParamInfo<const char*>& info) {
+  return info.param;
+}
+
+inline auto platforms() {
+  return testing::Values("xcb", "offscreen");
+}
+
+}  // namespace tarni::test

@@ -1,0 +1,40 @@
+// KeePassXC: a wizard, a message box, menus, pages of settings.
+#include "tests/programs/RealProgram.h"
+
+namespace tarni::test {
+namespace {
+
+class KeePassXC : public RealProgram {
+ protected:
+  KeePassXC() : RealProgram({"keepassxc"}) {}
+};
+
+INSTANTIATE_TEST_SUITE_P(KeePassXC, KeePassXC, platforms(), platformName);
+
+TEST_P(KeePassXC, PressesButtonsFoundByText) {
+  press("UIButton", "Create new database");
+  EXPECT_TRUE(isShown("UIButton", "Continue"));
+}
+
+TEST_P(KeePassXC, GoesThroughAWizardToAMessageBox) {
+  press("UIButton", "Create new database");
+  for (const char* const page :
+       {"NewDatabaseWizardPageMetaData", "NewDatabaseWizardPageEncryption"}) {
+    EXPECT_TRUE(eventually([&] { return shown(page).size() == 1; })) << page;
+    press("UIButton", "Continue");
+  }
+  EXPECT_TRUE(eventually([&] { return shown("PasswordWidget").size() == 2; }));
+  press("UIButton", "Done");
+  EXPECT_TRUE(isShown("UIButton", "Continue without password"));
+  press("UIButton", "Cancel");
+  EXPECT_TRUE(isShown("UIButton", "Done"));
+}
+
+TEST_P(KeePassXC, OpensMenusAndPagesOfSettings) {
+  choose({"Tools", "Settings"});
+  EXPECT_TRUE(isShown("UILabel", "Application Settings"));
+  EXPECT_TRUE(isShown("UITabBarButton", "Basic Settings"));
+}
+
+}  // namespace
+}  // namespace tarni::test
