@@ -7,6 +7,7 @@
 #include "agent/Queue/RecorderQueue.h"
 #include "agent/core/GlobalVars.h"
 #include "agent/core/MainThread.h"
+#include "agent/diagnostics/Errors.h"
 #include "agent/elements/IdentityTag.h"
 #include "agent/elements/UIViewFinder.h"
 #include "agent/elements/UIViewsManager.h"
@@ -114,17 +115,27 @@ StepDraft::Properties parentProperties(const UIViewRef& parent) {
           {"height", Utilities::decimalText(bounds.size.height, 0)}};
 }
 
-// What is drawn for a draft has nobody to tell when it fails.
-void spawnLogged(Task<void> drawing) {
-  platform::spawn(std::move(drawing), [](const std::exception_ptr& failure) {
-    try {
-      if (failure) std::rethrow_exception(failure);
-    } catch (const std::exception& reason) {
-      platform::NSLog("Drawing a step failed: %s", reason.what());
-    } catch (...) {
-      platform::NSLog("Drawing a step failed");
-    }
-  });
+Task<void> draw(StepDraftRef draft) {
+  const UIViewRef view = draft->recordedView.lock();
+  if (!view) co_return;
+  if (!draft->isInWebView) {
+    draft->picture = co_await Utilities::getUIImageOfUIView(view);
+    co_return;
+  }
+  const std::string picture =
+      co_await Utilities::getBase64StringOfUIImageOfUIViewTouchedArea(view, draft->pointInWebView);
+  if (!picture.empty()) {
+    GlobalVars::sharedInstance().set_webViewBase64Image("data:image/jpeg;base64," + picture);
+  }
+}
+
+std::string encodedPicture(const StepDraft& draft) {
+  try {
+    return Utilities::getBase64StringOfUIImage(draft.picture);
+  } catch (...) {
+    Diagnostics::logCurrentException("Encoding the picture of a step failed");
+    return {};
+  }
 }
 
 }  // namespace
@@ -180,16 +191,10 @@ StepDraftRef RecorderAction::describeStep(const StepRequest& request) const {
 
 Task<void> RecorderAction::drawStep(StepDraftRef draft) {
   assertMainThread();
-  const UIViewRef view = draft->recordedView.lock();
-  if (!view) co_return;
-  if (!draft->isInWebView) {
-    draft->picture = co_await Utilities::getUIImageOfUIView(view);
-    co_return;
-  }
-  const std::string picture =
-      co_await Utilities::getBase64StringOfUIImageOfUIViewTouchedArea(view, draft->pointInWebView);
-  if (!picture.empty()) {
-    GlobalVars::sharedInstance().set_webViewBase64Image("data:image/jpeg;base64," + picture);
+  try {
+    co_await draw(std::move(draft));
+  } catch (...) {
+    Diagnostics::logCurrentException("Drawing a step failed");
   }
 }
 
@@ -198,7 +203,7 @@ void RecorderAction::enqueueStep(const StepDraft& draft) {
   if (draft.isInWebView) return;
   action.addMainActionProperty("action", draft.actionName);
   action.addMainActionProperty("popupName", "");
-  action.addObjectProperty("ObjectImage", Utilities::getBase64StringOfUIImage(draft.picture));
+  action.addObjectProperty("ObjectImage", encodedPicture(draft));
   for (const auto& [key, value] : draft.object) action.addObjectProperty(key, value);
   for (const auto& [key, value] : draft.parent) action.addParentProperty(key, value);
   action.addDataArgsProperty("type", "string");
@@ -213,7 +218,7 @@ StepDraftRef RecorderAction::draftStep(StepRequest request) {
   try {
     StepDraftRef draft = RecorderAction().describeStep(request);
     if (draft->isInWebView) return nullptr;
-    spawnLogged(drawStep(draft));
+    platform::spawn(drawStep(draft), nullptr);
     return draft;
   } catch (const std::exception& failure) {
     platform::NSLog("Drafting a step failed: %s", failure.what());

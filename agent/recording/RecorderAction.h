@@ -58,7 +58,8 @@ class RecorderAction {
                                             std::shared_ptr<ElementProperties> properties, double x,
                                             double y);
 
-  // The parts of it. The first two belong to the main thread, the last to any.
+  // The parts of it. The first two belong to the main thread, the last to any. A step can be played
+  // without its picture: drawing or encoding that fails is logged and leaves it empty.
   StepDraftRef describeStep(const StepRequest& request) const;
   static platform::Task<void> drawStep(StepDraftRef draft);
   static void enqueueStep(const StepDraft& draft);
