@@ -200,9 +200,12 @@ NSData* UIImageJPEGRepresentation(UIImage* image, CGFloat quality);
 @property(nonatomic, readonly) UILabel* textLabel;
 @end
 
+typedef NSInteger UITouchPhase;
+typedef NSInteger UIEventType;
+
 @interface UITouch : NSObject
 @property(nonatomic, readonly) NSTimeInterval timestamp;
-@property(nonatomic, readonly) NSInteger phase;
+@property(nonatomic, readonly) UITouchPhase phase;
 @property(nonatomic, readonly) NSUInteger tapCount;
 @property(nonatomic, readonly) UIWindow* window;
 @property(nonatomic, readonly) UIView* view;
@@ -210,7 +213,7 @@ NSData* UIImageJPEGRepresentation(UIImage* image, CGFloat quality);
 @end
 
 @interface UIEvent : NSObject
-@property(nonatomic, readonly) NSInteger type;
+@property(nonatomic, readonly) UIEventType type;
 - (NSSet*)allTouches;
 @end
 
@@ -239,12 +242,25 @@ NSData* UIImageJPEGRepresentation(UIImage* image, CGFloat quality);
              delegate:(id)delegate
     cancelButtonTitle:(NSString*)cancelButtonTitle
     otherButtonTitles:(NSString*)otherButtonTitles, ... NS_REQUIRES_NIL_TERMINATION;
+- (void)show;
 - (void)dismissWithClickedButtonIndex:(NSInteger)index animated:(BOOL)animated;
 // UIWebView and its browser view
 - (BOOL)isLoading;
 - (NSString*)stringByEvaluatingJavaScriptFromString:(NSString*)script;
 - (void)tapInteractionWithLocation:(CGPoint)point;
 @end
+
+// --- what Foundation on Linux lacks or declares otherwise
+
+#ifdef GNUSTEP
+typedef struct {
+  NSInteger majorVersion, minorVersion, patchVersion;
+} NSOperatingSystemVersion;
+
+@interface NSProcessInfo (TarniVersion)
+- (BOOL)isOperatingSystemAtLeastVersion:(NSOperatingSystemVersion)version;
+@end
+#endif
 
 // --- private setters
 
@@ -268,7 +284,7 @@ typedef struct __IOHIDEvent* IOHIDEventRef;
 - (void)setTapCount:(NSUInteger)count;
 - (void)_setLocationInWindow:(CGPoint)point resetPrevious:(BOOL)resetPrevious;
 - (void)setView:(UIView*)view;
-- (void)setPhase:(NSInteger)phase;
+- (void)setPhase:(UITouchPhase)phase;
 - (void)_setIsFirstTouchForView:(BOOL)first;
 - (void)setIsTap:(BOOL)tap;
 - (void)setTimestamp:(NSTimeInterval)timestamp;

@@ -8,6 +8,7 @@
 #include <functional>
 #include <optional>
 #include <string>
+#include <type_traits>
 
 #include "platform/Task.h"
 #include "platform/UIKit/UIApplication.h"
@@ -15,12 +16,20 @@
 
 namespace tarni::ios {
 
-platform::Task<void> completed(std::function<void()> work);
-platform::Task<std::string> completed(std::function<std::string()> work);
-platform::Task<std::optional<std::string>> completed(
-    std::function<std::optional<std::string>()> work);
-platform::Task<platform::UIImageRef> completed(std::function<platform::UIImageRef()> work);
-platform::Task<platform::CFRunLoopRunResult> completed(
+namespace detail {
+
+platform::Task<void> run(std::function<void()> work);
+platform::Task<std::string> run(std::function<std::string()> work);
+platform::Task<std::optional<std::string>> run(std::function<std::optional<std::string>()> work);
+platform::Task<platform::UIImageRef> run(std::function<platform::UIImageRef()> work);
+platform::Task<platform::CFRunLoopRunResult> run(
     std::function<platform::CFRunLoopRunResult()> work);
+
+}  // namespace detail
+
+template <typename Work, typename Result = std::invoke_result_t<Work>>
+platform::Task<Result> completed(Work work) {
+  return detail::run(std::function<Result()>(std::move(work)));
+}
 
 }  // namespace tarni::ios

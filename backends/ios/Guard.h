@@ -8,11 +8,11 @@
 // Calls hold messages only: what C++ throws inside one would end at the boundary of the languages.
 #pragma once
 
-#include <optional>
 #include <string>
 #include <type_traits>
 #include <utility>
 
+#include "backends/ios/Apple.h"
 #include "backends/ios/GuardedCall.h"
 #include "platform/Foundation/NSException.h"
 
@@ -20,8 +20,8 @@ namespace tarni::ios {
 
 namespace detail {
 
-// Writes "… raised …" once for each `what`.
-void reportRaised(const char* what, const TarniRaised& raised) noexcept;
+// Writes "-[MyView hidden] raised …" once for each class and question.
+void reportRaised(id object, const char* question, const TarniRaised& raised) noexcept;
 
 template <typename Call>
 bool invoke(Call& call, TarniRaised& raised) {
@@ -44,14 +44,15 @@ auto guarded(Call call) {
   }
 }
 
-// `what` names the question in the log: "-[UIView hitTest:withEvent:]".
+// `object` is who is asked and `question` the selector, for the log.
 template <typename Call, typename Result = std::invoke_result_t<Call>>
-Result answered(const char* what, Call call, Result otherwise = Result{}) noexcept {
+Result answered(id object, const char* question, Call call,
+                std::type_identity_t<Result> otherwise = Result{}) noexcept {
   TarniRaised raised;
-  Result result = otherwise;
+  Result result{};
   auto keep = [&] { result = call(); };
   if (detail::invoke(keep, raised)) return result;
-  detail::reportRaised(what, raised);
+  detail::reportRaised(object, question, raised);
   return otherwise;
 }
 

@@ -9,7 +9,7 @@ namespace tarni::ios {
 // "UITouch setGestureView: is missing here: gesture views are not set".
 void reportMissing(std::string_view which, std::string_view whatNoLongerWorks) noexcept;
 
-// Writes the line unless the same has been written before.
-void reportOnce(std::string_view line) noexcept;
+// Writes the line unless one has been written for the same subject.
+void reportOnce(std::string_view subject, std::string_view line) noexcept;
 
 }  // namespace tarni::ios

@@ -1,0 +1,16 @@
+// Alerts: UIAlertView, which stands in a window of its own. Main thread.
+#pragma once
+
+#include "platform/UIKit/UIApplication.h"
+
+namespace tarni::ios {
+
+class Alerts : public platform::UIAlerts {
+ public:
+  // Null, after a log line, on a system that no longer has the class.
+  std::shared_ptr<platform::UIAlertView> show(std::string message,
+                                              std::optional<std::string> cancelButtonTitle,
+                                              std::optional<std::string> otherButtonTitle) override;
+};
+
+}  // namespace tarni::ios

@@ -1,0 +1,48 @@
+#include "backends/ios/Alerts.h"
+
+#include "backends/ios/Guard.h"
+#include "backends/ios/Owned.h"
+#include "backends/ios/Report.h"
+#include "backends/ios/Values.h"
+
+namespace tarni::ios {
+namespace {
+
+class Alert : public platform::UIAlertView {
+ public:
+  explicit Alert(Owned<id> alert) : alert_(std::move(alert)) {}
+
+  void dismissWithClickedButtonIndex(long index, bool animated) override {
+    guarded([&] { [alert_.get() dismissWithClickedButtonIndex:index animated:animated]; });
+  }
+
+ private:
+  Owned<id> alert_;
+};
+
+NSString* titleOrNil(const std::optional<std::string>& title) {
+  return title ? toNSString(*title) : nil;
+}
+
+}  // namespace
+
+std::shared_ptr<platform::UIAlertView> Alerts::show(std::string message,
+                                                    std::optional<std::string> cancelButtonTitle,
+                                                    std::optional<std::string> otherButtonTitle) {
+  const ::Class cls = objc_lookUpClass("UIAlertView");
+  if (!cls) {
+    reportMissing("UIAlertView", "messages are not shown: " + message);
+    return nullptr;
+  }
+  auto alert = Owned<id>::adopting(guarded([&]() -> id {
+    return [[cls alloc] initWithTitle:nil
+                              message:toNSString(message)
+                             delegate:nil
+                    cancelButtonTitle:titleOrNil(cancelButtonTitle)
+                    otherButtonTitles:titleOrNil(otherButtonTitle), nil];
+  }));
+  guarded([&] { [alert.get() show]; });
+  return std::make_shared<Alert>(std::move(alert));
+}
+
+}  // namespace tarni::ios

@@ -1,0 +1,89 @@
+#include "backends/ios/Application.h"
+
+#include "backends/ios/Completed.h"
+#include "backends/ios/PrivateCall.h"
+#include "backends/ios/Touch.h"
+#include "backends/ios/Values.h"
+#include "backends/ios/View.h"
+
+namespace tarni::ios {
+namespace {
+
+// Nil before UIApplicationMain has made it. An extension of an application has none.
+::UIApplication* shared() {
+  const ::Class cls = objc_lookUpClass("UIApplication");
+  return answered(cls, "sharedApplication",
+                  [&]() -> ::UIApplication* { return [cls sharedApplication]; });
+}
+
+NSArray* windowsOf(::UIApplication* application) {
+  if (![application respondsToSelector:@selector(windowsWithKeyWindow)]) {
+    return [application windows];
+  }
+  return [application windowsWithKeyWindow];
+}
+
+}  // namespace
+
+platform::UIWindowRef Application::keyWindow() const {
+  ::UIApplication* const application = shared();
+  return viewOf(answered(application, "keyWindow", [&] { return [application keyWindow]; }));
+}
+
+std::vector<platform::UIWindowRef> Application::windowsWithKeyWindow() const {
+  std::vector<platform::UIWindowRef> shown;
+  const platform::UIWindowRef key = keyWindow();
+  if (key) shown.push_back(key);
+  ::UIApplication* const application = shared();
+  NSArray* const all = answered(application, "windows", [&] { return windowsOf(application); });
+  for (::UIWindow* window in all) {
+    const platform::UIWindowRef other = viewOf(window);
+    if (other != key && !other->isHidden()) shown.push_back(other);
+  }
+  return shown;
+}
+
+platform::UITouchRef Application::makeTouch() {
+  const auto touch = Owned<::UITouch*>::adopting(guarded([] { return [[::UITouch alloc] init]; }));
+  return Touch::of(touch.get());
+}
+
+platform::UIEvent& Application::_touchesEvent() {
+  ::UIApplication* const application = shared();
+  ::UIEvent* event = nil;
+  privately(application, @selector(_touchesEvent), "gestures are not made",
+            [&] { event = [application _touchesEvent]; });
+  if (!touchesEvent_ || touchesEvent_->native() != event) touchesEvent_.emplace(event);
+  return *touchesEvent_;
+}
+
+platform::Task<void> Application::sendEvent(platform::UIEvent& event) {
+  auto* const own = dynamic_cast<Event*>(&event);
+  return completed([native = Owned(own ? own->native() : nil)] {
+    if (native) guarded([&] { [shared() sendEvent:native.get()]; });
+  });
+}
+
+platform::Task<platform::CFRunLoopRunResult> Application::runLoopRunInMode(
+    std::string mode, double seconds, bool returnAfterSourceHandled) {
+  return completed([mode = std::move(mode), seconds, returnAfterSourceHandled] {
+    return static_cast<platform::CFRunLoopRunResult>(guarded([&] {
+      const bool isDefault = mode == platform::kCFRunLoopDefaultMode;
+      const CFRunLoopMode named =
+          isDefault ? kCFRunLoopDefaultMode : (CFRunLoopMode)toNSString(mode);
+      return CFRunLoopRunInMode(named, seconds, returnAfterSourceHandled);
+    }));
+  });
+}
+
+bool Application::openURL(std::string_view url) {
+  ::UIApplication* const application = shared();
+  return guarded([&]() -> bool {
+    NSURL* const address = [NSURL URLWithString:toNSString(url)];
+    if (!address || ![application canOpenURL:address]) return false;
+    [application openURL:address options:@{} completionHandler:nil];
+    return true;
+  });
+}
+
+}  // namespace tarni::ios

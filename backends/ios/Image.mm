@@ -1,0 +1,63 @@
+#include "backends/ios/Image.h"
+
+#include "backends/ios/Guard.h"
+#include "backends/ios/Values.h"
+
+namespace tarni::ios {
+namespace {
+
+// A context of no extent is an error to UIKit.
+bool isDrawable(::CGSize size) {
+  return size.width > 0 && size.height > 0;
+}
+
+// What `draw` draws into a new context. Null when it raised.
+template <typename Draw>
+platform::UIImageRef drawn(id subject, const char* operation, ::CGSize size, BOOL opaque,
+                           CGFloat scale, Draw draw) {
+  if (!isDrawable(size)) return nullptr;
+  UIGraphicsBeginImageContextWithOptions(size, opaque, scale);
+  const bool isDrawn = answered(subject, operation, [&] {
+    draw();
+    return true;
+  });
+  ::UIImage* const image = UIGraphicsGetImageFromCurrentImageContext();
+  UIGraphicsEndImageContext();
+  return isDrawn && image ? std::make_shared<Image>(image) : nullptr;
+}
+
+}  // namespace
+
+platform::UIImageRef Image::drawnFrom(::UIView* view) {
+  const ::CGRect bounds = answered(view, "bounds", [&] { return [view bounds]; });
+  const BOOL opaque = answered(view, "isOpaque", [&] { return [view isOpaque]; });
+  return drawn(view, "drawViewHierarchyInRect:afterScreenUpdates:", bounds.size, opaque, 0,
+               [&] { [view drawViewHierarchyInRect:bounds afterScreenUpdates:NO]; });
+}
+
+platform::CGSize Image::size() const {
+  return toSize([image_.get() size]);
+}
+
+double Image::scale() const {
+  return [image_.get() scale];
+}
+
+platform::UIImageRef Image::crop(const platform::CGRect& rect) const {
+  const ::CGSize size{static_cast<CGFloat>(rect.size.width), static_cast<CGFloat>(rect.size.height)};
+  return drawn(image_.get(), "drawAtPoint:", size, NO, [image_.get() scale], [&] {
+    [image_.get() drawAtPoint:fromPoint({-rect.origin.x, -rect.origin.y})];
+  });
+}
+
+std::vector<std::byte> Image::JPEGRepresentation(double quality) const {
+  @autoreleasepool {
+    NSData* const data = answered(image_.get(), "UIImageJPEGRepresentation", [&] {
+      return UIImageJPEGRepresentation(image_.get(), static_cast<CGFloat>(quality));
+    });
+    const auto* const bytes = static_cast<const std::byte*>([data bytes]);
+    return {bytes, bytes + [data length]};
+  }
+}
+
+}  // namespace tarni::ios

@@ -1,0 +1,13 @@
+#include "backends/ios/PrivateCall.h"
+
+namespace tarni::ios {
+
+bool knows(id receiver, SEL selector, const char* whatNoLongerWorks) {
+  if (!receiver || [receiver respondsToSelector:selector]) return true;
+  reportMissing(std::string("-[") + class_getName([receiver class]) + " " +
+                    sel_getName(selector) + "]",
+                whatNoLongerWorks);
+  return false;
+}
+
+}  // namespace tarni::ios

@@ -1,0 +1,17 @@
+// ProcessInfo: NSProcessInfo and the clocks. Any thread.
+#pragma once
+
+#include "platform/Foundation/Foundation.h"
+
+namespace tarni::ios {
+
+class ProcessInfo : public platform::NSProcessInfo {
+ public:
+  double systemUptime() const override;
+  double currentMediaTime() const override;
+  std::uint64_t machAbsoluteTime() const override;
+  bool respondsToIsOperatingSystemAtLeastVersion() const override;
+  bool isOperatingSystemAtLeastVersion(platform::NSOperatingSystemVersion version) const override;
+};
+
+}  // namespace tarni::ios

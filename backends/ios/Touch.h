@@ -1,0 +1,48 @@
+// Touch: a UITouch, one of a finger's or one that the agent makes. The private setters are asked
+// for before they are sent: a system without one gets a touch that lacks that much. Main thread.
+#pragma once
+
+#include "backends/ios/Apple.h"
+#include "backends/ios/Owned.h"
+#include "platform/UIKit/UIEvent.h"
+
+namespace tarni::ios {
+
+class Touch : public platform::UITouch {
+ public:
+  // The touch of an object, the same one for as long as somebody holds it; null for nil.
+  static std::shared_ptr<Touch> of(::UITouch* touch);
+
+  explicit Touch(::UITouch* touch) : touch_(touch) {}
+
+  ::UITouch* native() const { return touch_.get(); }
+  // Touches that are made later have higher ones.
+  unsigned long number() const { return number_; }
+
+  platform::UITouchPhase phase() const override;
+  platform::UIViewRef view() const override;
+  platform::UIWindowRef window() const override;
+  platform::CGPoint locationInView(const platform::UIViewRef& view) const override;
+  double timestamp() const override;
+  long tapCount() const override;
+
+  void setWindow(const platform::UIWindowRef& window) override;
+  void setTapCount(long count) override;
+  void _setLocationInWindow(platform::CGPoint point, bool resetPrevious) override;
+  void setView(const platform::UIViewRef& view) override;
+  void setPhase(platform::UITouchPhase phase) override;
+  void _setIsFirstTouchForView(bool first) override;
+  void setIsTap(bool tap) override;
+  void setTimestamp(double timestamp) override;
+  bool respondsToSetGestureView() const override;
+  void setGestureView(const platform::UIViewRef& view) override;
+  void _setHidEvent(const platform::IOHIDEventRef& event) override;
+
+ private:
+  static unsigned long nextNumber();
+
+  Owned<::UITouch*> touch_;
+  unsigned long number_ = nextNumber();
+};
+
+}  // namespace tarni::ios

@@ -1,0 +1,29 @@
+#include "backends/ios/Values.h"
+
+#include "backends/ios/Owned.h"
+
+namespace tarni::ios {
+
+NSString* toNSString(std::string_view text) {
+  NSString* string = [[NSString alloc] initWithBytes:text.data()
+                                              length:text.size()
+                                            encoding:NSUTF8StringEncoding];
+  if (!string) {
+    string = [[NSString alloc] initWithBytes:text.data()
+                                      length:text.size()
+                                    encoding:NSISOLatin1StringEncoding];
+  }
+  return [string autorelease];
+}
+
+std::optional<std::string> toText(NSString* string) {
+  if (!string) return std::nullopt;
+  NSData* const bytes = [string dataUsingEncoding:NSUTF8StringEncoding allowLossyConversion:YES];
+  return std::string(static_cast<const char*>([bytes bytes]), [bytes length]);
+}
+
+std::string toTextOrEmpty(NSString* string) {
+  return toText(string).value_or("");
+}
+
+}  // namespace tarni::ios

@@ -1,0 +1,23 @@
+#include "backends/ios/Kinds.h"
+#include "backends/ios/Values.h"
+#include "backends/ios/controls/ControlView.h"
+
+namespace tarni::ios {
+namespace {
+
+class Button : public ControlView, public platform::UIButton {
+ public:
+  using ControlView::ControlView;
+
+  std::optional<std::string> currentTitle() const override {
+    return toText(ask("currentTitle", [&] { return [as<::UIButton>() currentTitle]; }));
+  }
+};
+
+}  // namespace
+
+std::shared_ptr<View> makeButton(::UIView* view) {
+  return std::make_shared<Button>(view);
+}
+
+}  // namespace tarni::ios

@@ -1,0 +1,19 @@
+#include "backends/ios/controls/ControlView.h"
+
+#include "backends/ios/Completed.h"
+#include "backends/ios/Kinds.h"
+#include "backends/ios/Owned.h"
+
+namespace tarni::ios {
+
+platform::Task<void> ControlView::sendActionsForControlEvents(std::uint32_t events) {
+  return completed([control = Owned(as<::UIControl>()), events] {
+    guarded([&] { [control.get() sendActionsForControlEvents:events]; });
+  });
+}
+
+std::shared_ptr<View> makeControl(::UIView* view) {
+  return std::make_shared<ControlView>(view);
+}
+
+}  // namespace tarni::ios

@@ -1,0 +1,23 @@
+#include "backends/ios/Kinds.h"
+#include "backends/ios/Values.h"
+#include "platform/UIKit/UIControls.h"
+
+namespace tarni::ios {
+namespace {
+
+class Label : public View, public platform::UILabel {
+ public:
+  using View::View;
+
+  std::optional<std::string> labelText() const override {
+    return toText(ask("text", [&] { return [as<::UILabel>() text]; }));
+  }
+};
+
+}  // namespace
+
+std::shared_ptr<View> makeLabel(::UIView* view) {
+  return std::make_shared<Label>(view);
+}
+
+}  // namespace tarni::ios

@@ -1,0 +1,24 @@
+#include "backends/ios/controls/ScrollView.h"
+
+#include "backends/ios/Completed.h"
+#include "backends/ios/Kinds.h"
+#include "backends/ios/Owned.h"
+#include "backends/ios/Values.h"
+
+namespace tarni::ios {
+
+platform::CGPoint ScrollView::contentOffset() const {
+  return toPoint(ask("contentOffset", [&] { return [as<::UIScrollView>() contentOffset]; }));
+}
+
+platform::Task<void> ScrollView::setContentOffset(platform::CGPoint offset, bool animated) {
+  return completed([view = Owned(as<::UIScrollView>()), offset, animated] {
+    guarded([&] { [view.get() setContentOffset:fromPoint(offset) animated:animated]; });
+  });
+}
+
+std::shared_ptr<View> makeScrollView(::UIView* view) {
+  return std::make_shared<ScrollView>(view);
+}
+
+}  // namespace tarni::ios

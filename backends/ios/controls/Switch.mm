@@ -1,0 +1,30 @@
+#include "backends/ios/Completed.h"
+#include "backends/ios/Kinds.h"
+#include "backends/ios/Owned.h"
+#include "backends/ios/controls/ControlView.h"
+
+namespace tarni::ios {
+namespace {
+
+class Switch : public ControlView, public platform::UISwitch {
+ public:
+  using ControlView::ControlView;
+
+  bool isOn() const override {
+    return ask("isOn", [&]() -> bool { return [as<::UISwitch>() isOn]; });
+  }
+
+  platform::Task<void> setOn(bool on) override {
+    return completed([control = Owned(as<::UISwitch>()), on] {
+      guarded([&] { [control.get() setOn:on]; });
+    });
+  }
+};
+
+}  // namespace
+
+std::shared_ptr<View> makeSwitch(::UIView* view) {
+  return std::make_shared<Switch>(view);
+}
+
+}  // namespace tarni::ios

@@ -1,0 +1,35 @@
+#include "backends/ios/Completed.h"
+#include "backends/ios/Kinds.h"
+#include "backends/ios/Owned.h"
+#include "backends/ios/Values.h"
+#include "backends/ios/controls/ControlView.h"
+
+namespace tarni::ios {
+namespace {
+
+class TextField : public ControlView, public platform::UITextField {
+ public:
+  using ControlView::ControlView;
+
+  std::optional<std::string> placeholder() const override {
+    return toText(ask("placeholder", [&] { return [as<::UITextField>() placeholder]; }));
+  }
+
+  std::string text() const override {
+    return toTextOrEmpty(ask("text", [&] { return [as<::UITextField>() text]; }));
+  }
+
+  platform::Task<void> setText(std::string text) override {
+    return completed([field = Owned(as<::UITextField>()), text = std::move(text)] {
+      guarded([&] { [field.get() setText:toNSString(text)]; });
+    });
+  }
+};
+
+}  // namespace
+
+std::shared_ptr<View> makeTextField(::UIView* view) {
+  return std::make_shared<TextField>(view);
+}
+
+}  // namespace tarni::ios

@@ -1,0 +1,23 @@
+#include "backends/ios/Kinds.h"
+#include "backends/ios/Values.h"
+#include "backends/ios/controls/ScrollView.h"
+
+namespace tarni::ios {
+namespace {
+
+class TextView : public ScrollView, public platform::UITextView {
+ public:
+  using ScrollView::ScrollView;
+
+  std::optional<std::string> textViewText() const override {
+    return toText(ask("text", [&] { return [as<::UITextView>() text]; }));
+  }
+};
+
+}  // namespace
+
+std::shared_ptr<View> makeTextView(::UIView* view) {
+  return std::make_shared<TextView>(view);
+}
+
+}  // namespace tarni::ios
