@@ -34,6 +34,10 @@ find_package(PkgConfig REQUIRED)
 # g++ 12 takes a literal joined with a string for overlapping memory (GCC bug 105651).
 add_compile_options(-Wall -Wextra -Wpedantic -Werror
   $<$<COMPILE_LANGUAGE:CXX,OBJCXX>:-Wnon-virtual-dtor> $<$<COMPILE_LANGUAGE:CXX>:-Wno-restrict>)
+if(CMAKE_UNITY_BUILD)
+  # What is nobody else's in a source is nobody else's in the sources joined with it, too.
+  add_compile_options($<$<COMPILE_LANG_AND_ID:CXX,GNU>:-Wno-subobject-linkage>)
+endif()
 if(TARNI_SANITIZE)
   add_compile_options(-fsanitize=${TARNI_SANITIZE} -fno-omit-frame-pointer -g1)
   add_link_options(-fsanitize=${TARNI_SANITIZE})

@@ -1,6 +1,7 @@
 #include "agent/diagnostics/Errors.h"
 
 #include <exception>
+#include <utility>
 
 #include "platform/Foundation/NSLog.h"
 
@@ -22,6 +23,16 @@ void logCurrentException(const char* context) noexcept {
   } catch (...) {
     platform::NSLog("%s: no memory for the reason", context);
   }
+}
+
+void spawnLogged(platform::Task<void> work, const char* context) {
+  platform::spawn(std::move(work), [context](const std::exception_ptr& failure) {
+    try {
+      if (failure) std::rethrow_exception(failure);
+    } catch (...) {
+      logCurrentException(context);
+    }
+  });
 }
 
 }  // namespace tarni::Diagnostics

@@ -73,25 +73,26 @@ Result withoutOutputAlerting(UIViewRef webView, std::string script) {
   co_return std::nullopt;
 }
 
-struct Row {
+struct WebViewRow {
   std::string_view name;
   std::string (*script)(const PlaybackCommand&);
   Result (*call)(UIViewRef webView, std::string script);
 };
 
-constexpr std::array rows{
-    Row{"findelements", findElements, withOutput},
-    Row{"findelementsinsideelement", findElementsInsideElement, withOutput},
-    Row{"clickelement", performClick, withoutOutputAlerting},
-    Row{"sendkeysonelement", performTypeText, withoutOutput},
-    Row{"gettext", tarni_getText, withOutput},
+constexpr std::array webViewRows{
+    WebViewRow{"findelements", findElements, withOutput},
+    WebViewRow{"findelementsinsideelement", findElementsInsideElement, withOutput},
+    WebViewRow{"clickelement", performClick, withoutOutputAlerting},
+    WebViewRow{"sendkeysonelement", performTypeText, withoutOutput},
+    WebViewRow{"gettext", tarni_getText, withOutput},
 };
 
 }  // namespace
 
 Task<std::optional<std::string>> runWebViewCommand(PlaybackCommand command) {
-  const auto row = std::ranges::find(rows, std::string_view(command.name), &Row::name);
-  if (row == rows.end()) co_return std::nullopt;
+  const auto row =
+      std::ranges::find(webViewRows, std::string_view(command.name), &WebViewRow::name);
+  if (row == webViewRows.end()) co_return std::nullopt;
   UIViewRef webView = GlobalVars::sharedInstance()._currentWebView();
   if (!webView) co_return std::nullopt;
   std::string script = row->script(command);

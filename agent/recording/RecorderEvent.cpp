@@ -43,17 +43,6 @@ CGPoint locationOf(const UITouchRef& touch) {
   return touch ? touch->locationInView(touch->view()) : CGPoint{};
 }
 
-// A platform that cannot finish at once goes on by itself; what fails then has nobody to tell.
-void spawnLogged(platform::Task<void> work) {
-  platform::spawn(std::move(work), [](const std::exception_ptr& failure) {
-    try {
-      if (failure) std::rethrow_exception(failure);
-    } catch (...) {
-      Diagnostics::logCurrentException("Recording failed");
-    }
-  });
-}
-
 // What can have been typed into before a touch on `view`.
 std::vector<platform::UIViewWeakRef> textFieldsThereFor(const UIViewRef& view) {
   std::vector<platform::UIViewWeakRef> fields = UIViewsManager().shownTextFields(view->window());
@@ -87,8 +76,9 @@ void recordTypedText(const UIViewRef& tapped, CGPoint point) {
   const std::string text = RecorderAction::typedText(previous);
   if (previous != tapped && !text.empty()) {
     platform::NSLog("tYPE text Class Name %s", Utilities::getUIViewClassName(previous).c_str());
-    spawnLogged(RecorderAction().CreateRecorderAction("TypeTextOnEditBox", previous, text, nullptr,
-                                                      point.x, point.y));
+    Diagnostics::spawnLogged(RecorderAction().CreateRecorderAction("TypeTextOnEditBox", previous,
+                                                                   text, nullptr, point.x, point.y),
+                             "Recording failed");
     typed.forget();
   }
   shared.set_editAbleElement(nullptr);
@@ -99,7 +89,7 @@ void selectForSpy(const UIViewRef& view, CGPoint touched) {
   if (!view || !ElementSpy().createSpyHierarchy(view, touched)) return;
   // The touch that selected the element must not act on the application.
   const CGPoint point = platform::convertPoint(outsideEveryScreen, view->window(), view);
-  spawnLogged(KIFAdditions::FaketapAtPoint(view, point));
+  Diagnostics::spawnLogged(KIFAdditions::FaketapAtPoint(view, point), "Recording failed");
 }
 
 }  // namespace

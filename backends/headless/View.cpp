@@ -20,7 +20,7 @@ constexpr double minimumTouchableAlpha = 0.01;
 
 using KeyedViews = std::vector<std::pair<std::string, ViewRef>>;
 
-ViewRef find(const KeyedViews& views, std::string_view key) {
+ViewRef viewWithKey(const KeyedViews& views, std::string_view key) {
   const auto found = std::ranges::find(views, key, &KeyedViews::value_type::first);
   return found == views.end() ? nullptr : found->second;
 }
@@ -338,8 +338,8 @@ void View::setAccessibilityHint(std::optional<std::string> text) {
 
 UIViewRef View::valueForKey(std::string_view key) const {
   if (!extras_) return nullptr;
-  if (ViewRef view = find(extras_->keys, key)) return view;
-  if (ViewRef view = find(extras_->instanceVariables, key)) return view;
+  if (ViewRef view = viewWithKey(extras_->keys, key)) return view;
+  if (ViewRef view = viewWithKey(extras_->instanceVariables, key)) return view;
   const auto& variables = extras_->instanceVariables;
   const auto underscored = std::ranges::find_if(variables, [key](const auto& variable) {
     const std::string_view name = variable.first;
@@ -349,7 +349,7 @@ UIViewRef View::valueForKey(std::string_view key) const {
 }
 
 UIViewRef View::instanceVariable(std::string_view name) const {
-  return extras_ ? find(extras_->instanceVariables, name) : nullptr;
+  return extras_ ? viewWithKey(extras_->instanceVariables, name) : nullptr;
 }
 
 void View::setValueForKey(const ViewRef& view, std::string_view key) {

@@ -45,6 +45,12 @@ std::string quoted(std::string_view text) {
   return nlohmann::json(text).dump(-1, ' ', false, nlohmann::json::error_handler_t::replace);
 }
 
+std::string joined(const std::vector<std::string>& words) {
+  std::string text;
+  for (const auto& word : words) text += (text.empty() ? "" : " ") + word;
+  return text;
+}
+
 std::string clipped(const std::string& text, std::size_t columns) {
   if (length(text) <= columns) return text;
   std::size_t end = 0;

@@ -17,6 +17,9 @@ std::string error(const std::string& text);
 // In double quotes, on one line, control characters escaped.
 std::string quoted(std::string_view text);
 
+// A command's words with blanks between them.
+std::string joined(const std::vector<std::string>& words);
+
 // At most `columns` characters, with "…" for what is left out.
 std::string clipped(const std::string& text, std::size_t columns);
 

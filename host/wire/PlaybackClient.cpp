@@ -10,7 +10,7 @@ namespace tarni::host {
 
 namespace {
 
-constexpr std::string_view kGreeting = "Welcome PlayBackServer ";
+constexpr std::string_view kPlaybackGreeting = "Welcome PlayBackServer ";
 
 // What surely travels in one piece. The agent's first read takes what has arrived, so a longer
 // first command might be cut.
@@ -58,7 +58,7 @@ std::string PlaybackClient::receiveAnswer() {
                       " s: is it busy or stopped?");
     }
     const bool mayBeGreeting = std::exchange(greetingPossible_, false);
-    if (!mayBeGreeting || !message->starts_with(kGreeting)) return *std::move(message);
+    if (!mayBeGreeting || !message->starts_with(kPlaybackGreeting)) return *std::move(message);
   }
 }
 

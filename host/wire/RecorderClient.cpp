@@ -8,7 +8,7 @@ namespace tarni::host {
 
 namespace {
 
-constexpr std::string_view kGreeting = "Welcome! RecorderServer ";
+constexpr std::string_view kRecorderGreeting = "Welcome! RecorderServer ";
 constexpr milliseconds kSendTimeout{5000};
 
 }  // namespace
@@ -24,7 +24,8 @@ std::optional<RecorderClient::Message> RecorderClient::next(milliseconds timeout
     auto text = wire_.receive(std::max(left, milliseconds{0}), wakeOn);
     if (!text) return std::nullopt;
     const bool earlier = std::exchange(isFirst_, false);
-    if (!earlier || !text->starts_with(kGreeting)) return Message{*std::move(text), earlier};
+    if (!earlier || !text->starts_with(kRecorderGreeting))
+      return Message{*std::move(text), earlier};
   }
 }
 

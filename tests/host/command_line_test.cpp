@@ -9,6 +9,7 @@
 
 #include "host/wire/Ports.h"
 #include "tests/host/ScriptedAgent.h"
+#include "tests/host/Tarni.h"
 #include "tests/support/Program.h"
 
 namespace tarni::test {
@@ -21,19 +22,7 @@ using nlohmann::json;
 using testing::HasSubstr;
 using Peer = ScriptedAgent::Peer;
 
-struct Result {
-  int code;
-  std::string output;
-};
-
-Result tarni(std::vector<std::string> arguments, const Program::Environment& environment = {}) {
-  arguments.insert(arguments.begin(), built("bin/tarni"));
-  Program program(arguments, environment);
-  const int code = program.wait(20s);
-  return {code, program.output()};
-}
-
-std::string output(const std::string& text) {
+std::string answerOf(const std::string& text) {
   return json{{{"output", text}}}.dump();
 }
 
@@ -51,11 +40,11 @@ std::string screen(const std::string& line) {
   if (name == "findelements" && value == "\\UIView[0]\\UISwitch[0]") {
     return R"([{"elementID":"ID-SWITCH"}])";
   }
-  if (name == "gettext" && value == "ID-OK") return output("OK");
-  if (name == "gettext" && value == "ID-SWITCH") return output("");
+  if (name == "gettext" && value == "ID-OK") return answerOf("OK");
+  if (name == "gettext" && value == "ID-SWITCH") return answerOf("");
   if (name == "isselected" && value == "ID-SWITCH")
     return R"([{"output":"false"},{"output":"false"}])";
-  if (name == "isenabled" && value == "ID-OK") return output("true");
+  if (name == "isenabled" && value == "ID-OK") return answerOf("true");
   if (name == "getwidth") return R"([{"exceptionmsg":"no width"}])";
   return "[]";
 }

@@ -11,6 +11,7 @@
 #include "host/wire/Ports.h"
 #include "tests/host/ScriptedAgent.h"
 #include "tests/host/ScriptedScreen.h"
+#include "tests/host/Tarni.h"
 #include "tests/support/Program.h"
 
 namespace tarni::test {
@@ -26,11 +27,6 @@ using testing::HasSubstr;
 using testing::IsEmpty;
 using testing::Not;
 using Peer = ScriptedAgent::Peer;
-
-struct Result {
-  int code;
-  std::string output;
-};
 
 std::string contents(const std::filesystem::path& path) {
   std::ifstream file(path, std::ios::binary);
@@ -57,13 +53,6 @@ class Sessions : public testing::Test {
  protected:
   Sessions() { std::filesystem::create_directories(folder_); }
   ~Sessions() override { std::filesystem::remove_all(folder_); }
-
-  Result tarni(std::vector<std::string> arguments) const {
-    arguments.insert(arguments.begin(), built("bin/tarni"));
-    Program program(arguments);
-    const int code = program.wait(30s);
-    return {code, program.output()};
-  }
 
   // Plays the steps on the screen, as on a program that runs already.
   Result play(ScriptedScreen& screen, const std::vector<ordered_json>& steps,

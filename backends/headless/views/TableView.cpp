@@ -15,7 +15,7 @@ platform::Class cellLabelClass() {
   return platform::defineClass("UITableViewLabel", platform::uikit::UILabel);
 }
 
-constexpr double inset = 16;  // points
+constexpr double labelInset = 16;  // points
 
 }  // namespace
 
@@ -31,13 +31,13 @@ TableViewCell::TableViewCell(std::optional<std::string> text, platform::Class cl
 void TableViewCell::layoutSubviews() {
   const platform::CGSize size = bounds().size;
   contentView_->setFrame({{0, 0}, size});
-  label_->setFrame({{inset, 0}, {size.width - 2 * inset, size.height}});
+  label_->setFrame({{labelInset, 0}, {size.width - 2 * labelInset, size.height}});
 }
 
 void TableViewCell::drawContent(Canvas& canvas) const {
   const platform::CGRect own = bounds();
   const double y = own.maxY() - 0.5;
-  canvas.line({own.minX() + inset, y}, {own.maxX(), y}, colors::lightGray, 0.5);
+  canvas.line({own.minX() + labelInset, y}, {own.maxX(), y}, colors::lightGray, 0.5);
 }
 
 TableView::TableView(double rowHeight, platform::Class cls)

@@ -13,7 +13,7 @@
 namespace tarni::qt {
 namespace {
 
-constexpr int kPatienceSeconds = 5;
+constexpr int kFetchPatienceSeconds = 5;
 
 // Goes with the application object, before the toolkit's own parts do.
 QNetworkAccessManager& manager() {
@@ -34,7 +34,7 @@ struct Fetch {
 
 void begin(const std::string& url, const std::shared_ptr<Fetch>& fetch) {
   QNetworkRequest request(QUrl(QString::fromStdString(url)));
-  request.setTransferTimeout(kPatienceSeconds * 1000);
+  request.setTransferTimeout(kFetchPatienceSeconds * 1000);
   QNetworkReply* const reply = manager().get(request);
   QObject::connect(reply, &QNetworkReply::finished, reply, [reply, fetch] {
     reply->deleteLater();
@@ -47,7 +47,7 @@ void begin(const std::string& url, const std::shared_ptr<Fetch>& fetch) {
 
 platform::Task<std::optional<std::string>> QtURLLoader::stringWithContentsOfURL(std::string url) {
   const auto fetch = std::make_shared<Fetch>();
-  Pause pause{fetch->suspension, [fetch, url] { begin(url, fetch); }, kPatienceSeconds};
+  Pause pause{fetch->suspension, [fetch, url] { begin(url, fetch); }, kFetchPatienceSeconds};
   co_await pause;
   co_return std::move(fetch->text);
 }

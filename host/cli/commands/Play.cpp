@@ -42,12 +42,6 @@ struct PlayOptions {
   bool ownDisplay = false;
 };
 
-std::string joined(const std::vector<std::string>& words) {
-  std::string text;
-  for (const auto& word : words) text += (text.empty() ? "" : " ") + word;
-  return text;
-}
-
 std::string inSeconds(double value) {
   std::ostringstream text;
   text << std::fixed << std::setprecision(1) << value << " s";
@@ -166,7 +160,7 @@ class Play {
       pid = processServing(session_.playbackPort());
     }
     const auto running = pid ? startLineOf(*pid) : std::vector<std::string>();
-    played_.program = joined(running);
+    played_.program = Terminal::joined(running);
     warnOfAnother(running);
   }
 
@@ -177,7 +171,7 @@ class Play {
                                   ":1: the session does not tell its program: name it by --program "
                                   "or play with --attach-running or --in");
     }
-    played_.program = joined(command);
+    played_.program = Terminal::joined(command);
     warnOfAnother(command);
     std::vector<std::string> runOptions;
     if (options_.ownDisplay) {

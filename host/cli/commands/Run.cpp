@@ -9,6 +9,7 @@
 #include "host/cli/Readiness.h"
 #include "host/cli/Session.h"
 #include "host/cli/Subcommands.h"
+#include "host/cli/Terminal.h"
 #include "host/launch/ProgramLauncher.h"
 #include "host/launch/ProgramRegistry.h"
 #include "host/launch/RunningProgram.h"
@@ -27,12 +28,6 @@ struct RunOptions {
   bool isolated = false;
   bool ownDisplay = false;
 };
-
-std::string joined(const std::vector<std::string>& words) {
-  std::string text;
-  for (const auto& word : words) text += (text.empty() ? "" : " ") + word;
-  return text;
-}
 
 // What a program in a network of its own no longer reaches, said before it is missed.
 void warnOfUnreachable(bool ownDisplay) {
@@ -54,7 +49,7 @@ void warnOfUnreachable(bool ownDisplay) {
 // The program's entry among the isolated ones, for as long as this lives.
 class Registration {
  public:
-  explicit Registration(const RunOptions& options) : command_(joined(options.command)) {
+  explicit Registration(const RunOptions& options) : command_(Terminal::joined(options.command)) {
     if (options.name.empty()) {
       const auto program = std::filesystem::path(options.command.front()).filename().string();
       name_ = registry_.freeName(program);
