@@ -10,7 +10,7 @@ namespace tarni::test {
 
 class Display {
  public:
-  // Starts Xvfb on the first free display. Throws when it does not come up.
+  // Starts Xvfb with a number of its own. Throws when it does not come up.
   explicit Display(int width = 1280, int height = 1024);
 
   // ":N"
@@ -19,9 +19,12 @@ class Display {
   Program::Environment environment() const;
 
   // Screen coordinates in pixels.
+  void moveTo(int x, int y) const;
   void click(int x, int y) const;
   void type(const std::string& text) const;
   void key(const std::string& name) const;
+  // What the screen shows there: "#00FF00".
+  std::string colorAt(int x, int y) const;
 
  private:
   std::string name_;
