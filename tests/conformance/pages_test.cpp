@@ -1,0 +1,179 @@
+// Pages in web views: one suite for every backend that has them. Qt's stand on a display, where a
+// real hand can press what they show.
+#include <gmock/gmock.h>
+
+#include <filesystem>
+#include <optional>
+#include <ostream>
+
+#include "tests/support/Display.h"
+#include "tests/support/Program.h"
+#include "tests/support/Wire.h"
+
+namespace tarni::test {
+namespace {
+
+using namespace std::chrono_literals;
+using nlohmann::json;
+using testing::Each;
+using testing::HasSubstr;
+using testing::IsEmpty;
+using testing::Not;
+using testing::SizeIs;
+using testing::StartsWith;
+
+struct Point {
+  int x;
+  int y;
+};
+
+// `picture` is where a hand presses the picture of the page; somebody presses it all by himself in
+// a program that needs no display.
+struct Subject {
+  std::string name;
+  std::string program;
+  std::optional<Point> picture;
+};
+
+void PrintTo(const Subject& subject, std::ostream* output) {
+  *output << subject.name;
+}
+
+class ConformancePages : public testing::TestWithParam<Subject> {
+ protected:
+  void SetUp() override {
+    std::filesystem::create_directories(folder_);
+    Program::Environment environment = agentEnvironment();
+    if (GetParam().picture) {
+      display_.emplace(1000, 800);
+      environment.merge(
+          Program::Environment{{"HOME", folder_},
+                               {"XDG_RUNTIME_DIR", folder_},
+                               {"QT_QUICK_BACKEND", "software"},
+                               {"QTWEBENGINE_DISABLE_SANDBOX", "1"},
+                               {"TARNI_SCRIPTS", "file://" + built("share/tarni/webscripts")}});
+      for (const auto& [name, value] : display_->environment()) environment[name] = value;
+    }
+    program_ = std::make_unique<Program>(
+        std::vector{built("bin/" + GetParam().program), built("share/tarni/pages/form.html")},
+        environment);
+  }
+  void TearDown() override {
+    program_.reset();
+    std::filesystem::remove_all(folder_);
+  }
+
+  Playback& playback() {
+    if (!playback_) playback_.emplace();
+    return *playback_;
+  }
+  // The only such element, once the page is there.
+  std::string await(const std::string& tag, const std::string& type, const std::string& value) {
+    std::vector<std::string> found;
+    eventually([&] { return (found = playback().find(tag, type, value)).size() == 1; }, 20s);
+    return found.size() == 1 ? found[0] : "no " + tag + " " + value + "\n" + program_->output();
+  }
+
+  std::unique_ptr<Program> program_;
+  std::optional<Display> display_;
+
+ private:
+  std::filesystem::path folder_ =
+      std::filesystem::temp_directory_path() / ("tarni-pages-" + std::to_string(getpid()));
+  std::optional<Playback> playback_;
+};
+
+INSTANTIATE_TEST_SUITE_P(
+    On, ConformancePages,
+    testing::Values(Subject{"PagesHeadless", "tarni-headless-page", {}},
+                    Subject{"PagesQt5", "web-sample-5", Point{175, 272}},
+                    Subject{"PagesQt6", "web-sample-6", Point{175, 270}},
+                    Subject{"PagesQuick5", "web-quick-sample-5", Point{172, 285}},
+                    Subject{"PagesQuick6", "web-quick-sample-6", Point{172, 245}}),
+    [](const auto& info) { return info.param.name; });
+
+TEST_P(ConformancePages, AreSearchedByTagTextPartOfATextAndPath) {
+  const std::string form = await("FORM", "", "");
+  const auto inside = playback().ask(
+      {{"functionname", "findelementsinsideelement"}, {"tagname", "BUTTON"}, {"datavalue", form}});
+  EXPECT_THAT(inside, SizeIs(2));
+  EXPECT_THAT(playback().find("button"), SizeIs(4));
+  EXPECT_THAT(playback().find("BUTTON", "text", "Send order"), SizeIs(1));
+  EXPECT_THAT(playback().find("BUTTON", "text", "Send"), IsEmpty());
+  EXPECT_THAT(playback().find("", "partialtext", "SEND o"), SizeIs(1));
+  EXPECT_THAT(playback().find("A", "xpath", "//a[@href='next.html']"), SizeIs(1));
+  EXPECT_THAT(playback().find("BUTTON", "xpath", "//a[@href='next.html']"), IsEmpty());
+  EXPECT_THAT(playback().find("", "colour", "red"), IsEmpty());
+}
+
+TEST_P(ConformancePages, AnswerOnlyWhatNativeViewsDoNot) {
+  EXPECT_THAT(await("IMG", "text", "Logo"), StartsWith("web-"));
+  EXPECT_THAT(playback().one("UIButton", "text", "Close order"), Not(StartsWith("web-")));
+  EXPECT_THAT(playback().find(""), Each(Not(StartsWith("web-"))));
+}
+
+TEST_P(ConformancePages, AreTypedIntoClickedAndRead) {
+  const std::string text = "'\"\\ \u2028 {} </script> 🦊 é ');alert('" + std::string(1000, 'x');
+  const std::string field = await("INPUT", "text", "Customer");
+  playback().command("sendkeysonelement", field, "Someone else");
+  EXPECT_EQ(playback().command("sendkeysonelement", field, text), json::array());
+  EXPECT_EQ(playback().output("gettext", field), text);
+  playback().command("sendkeysonelement", field, "Ada");
+  EXPECT_EQ(playback().command("clickelement", await("BUTTON", "text", "Send order")),
+            json::array());
+  const std::string said = await("OUTPUT", "text", "sent by Ada");
+  EXPECT_EQ(playback().output("gettext", said), "sent by Ada");
+}
+
+TEST_P(ConformancePages, IdentifiersEndWithTheNextSearch) {
+  const std::string button = await("BUTTON", "text", "Ask");
+  EXPECT_EQ(playback().output("gettext", button), "Ask");
+  playback().find("A");
+  for (const std::string& gone : {button, std::string("web-"), std::string("web-1-99999999999")}) {
+    for (const char* command : {"gettext", "clickelement", "sendkeysonelement"}) {
+      EXPECT_EQ(playback().command(command, gone, "x"), json::array()) << command << " " << gone;
+    }
+  }
+}
+
+TEST_P(ConformancePages, GoingAwayDuringCallsAreAnsweredAndFollowed) {
+  const std::string link = await("A", "text", "Terms");
+  const auto line = [](const char* name, const char* tag, const std::string& value) {
+    const json keys = {{"functionname", name}, {"tagname", tag}, {"accessorvalue", value}};
+    return keys.dump() + "\r\n";
+  };
+  std::string lines = line("clickelement", "", link);
+  for (int i = 0; i < 20; ++i)
+    lines += line("findelements", "BUTTON", "") + line("gettext", "", link);
+  const Wire& wire = playback().wire();
+  wire.send(lines);
+  for (int i = 0; i < 41; ++i) EXPECT_TRUE(json::accept(wire.readMessage()));
+  EXPECT_THAT(await("H1", "text", "Terms"), StartsWith("web-"));
+  EXPECT_THAT(playback().find("BUTTON"), IsEmpty());
+  EXPECT_EQ(playback().output("gettext", link), std::nullopt);
+}
+
+TEST_P(ConformancePages, WhatAPersonDoesThereBecomesSteps) {
+  const Wire recorder(kRecorderPort);
+  recorder.readMessage();
+  json steps;
+  const auto press = [&] {
+    if (display_) display_->click(GetParam().picture->x, GetParam().picture->y);
+    try {
+      steps = json::parse(recorder.readMessage(2500ms));
+      return steps[0]["arguments"][0]["mode"] == "web";
+    } catch (const std::exception&) {
+      return false;  // the page was not there yet
+    }
+  };
+  ASSERT_TRUE(eventually(press, 40s)) << program_->output();
+  const json& object = steps[0]["arguments"][0];
+  EXPECT_EQ(steps[0]["action"], "ClickImage");
+  EXPECT_EQ(object["className"], "IMG");
+  EXPECT_EQ(object["sahiText"], "Logo");
+  EXPECT_EQ(steps[0]["arguments"][1], (json{{"type", "string"}, {"data", ""}}));
+  EXPECT_THAT(object["ObjectImage"].get<std::string>(), HasSubstr("/9j/")) << "a picture";
+}
+
+}  // namespace
+}  // namespace tarni::test
