@@ -12,6 +12,11 @@ namespace {
 
 constexpr double kPatienceSeconds = 2;
 
+// What a script throws stays out of the page's console, which is the program's.
+QString guarded(const std::string& script) {
+  return QStringLiteral("try{") + QString::fromStdString(script) + QStringLiteral("\n}catch(e){}");
+}
+
 }  // namespace
 
 struct QtWebPage::Evaluation {
@@ -22,6 +27,7 @@ struct QtWebPage::Evaluation {
 
 void QtWebPage::setLoading(bool isLoading) {
   isLoading_ = isLoading;
+  ++loads_;
   if (isLoading) isSilent_ = false;
 }
 
@@ -45,9 +51,10 @@ platform::Task<std::string> QtWebPage::evaluate(std::string script) {
   if (isSilent_) co_return std::string();
   const auto self = shared_from_this();
   const auto evaluation = std::make_shared<Evaluation>();
+  const int load = loads_;
   pending_.push_back(evaluation);
   Pause pause{evaluation->suspension,
-              [self, evaluation, script = QString::fromStdString(script)] {
+              [self, evaluation, script = guarded(script)] {
                 const bool isBegun = self->engine_(script, [self, evaluation](const QString& text) {
                   self->answer(*evaluation, text);
                 });
@@ -63,7 +70,8 @@ platform::Task<std::string> QtWebPage::evaluate(std::string script) {
     throw platform::NSException(platform::NSGenericException, "the page is gone");
   }
   platform::NSLog("A web page does not answer: it is busy, or it shows an alert");
-  isSilent_ = true;
+  // A page that has gone meanwhile took the answer along; the next one is not to blame.
+  if (load == loads_) isSilent_ = true;
   co_return std::string();
 }
 

@@ -30,8 +30,9 @@ class QtWebPage : public std::enable_shared_from_this<QtWebPage> {
   // True while it loads and while it is silent: it is not to be talked to.
   bool isLoading() const { return isLoading_ || isSilent_; }
 
-  // The script's value as text; empty for a page that is or becomes silent: whoever asks is after
-  // native views as well. Throws NSException when the page goes away meanwhile.
+  // The script's value as text; empty for a script that throws, and for a page that is or becomes
+  // silent: whoever asks is after native views as well. Throws NSException when the page's process
+  // ends meanwhile.
   platform::Task<std::string> evaluate(std::string script);
 
  private:
@@ -42,6 +43,7 @@ class QtWebPage : public std::enable_shared_from_this<QtWebPage> {
   const Engine engine_;
   bool isLoading_ = false;
   bool isSilent_ = false;
+  int loads_ = 0;  // begun or ended
   std::vector<std::shared_ptr<Evaluation>> pending_;
 };
 
