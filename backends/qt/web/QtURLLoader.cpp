@@ -14,6 +14,7 @@ namespace tarni::qt {
 namespace {
 
 constexpr int kFetchPatienceSeconds = 5;
+constexpr int kRestSeconds = 30;
 
 // Goes with the application object, before the toolkit's own parts do.
 QNetworkAccessManager& manager() {
@@ -29,15 +30,18 @@ QNetworkAccessManager& manager() {
 
 struct Fetch {
   std::shared_ptr<Suspension> suspension = std::make_shared<Suspension>();
+  bool isAnswered = false;
   std::optional<std::string> text;
 };
 
-void begin(const std::string& url, const std::shared_ptr<Fetch>& fetch) {
-  QNetworkRequest request(QUrl(QString::fromStdString(url)));
+void begin(const QUrl& url, const std::shared_ptr<Fetch>& fetch) {
+  QNetworkRequest request(url);
   request.setTransferTimeout(kFetchPatienceSeconds * 1000);
   QNetworkReply* const reply = manager().get(request);
   QObject::connect(reply, &QNetworkReply::finished, reply, [reply, fetch] {
     reply->deleteLater();
+    // A time-out cancels.
+    fetch->isAnswered = reply->error() != QNetworkReply::OperationCanceledError;
     if (reply->error() == QNetworkReply::NoError) fetch->text = reply->readAll().toStdString();
     fetch->suspension->resumeLater();
   });
@@ -46,9 +50,16 @@ void begin(const std::string& url, const std::shared_ptr<Fetch>& fetch) {
 }  // namespace
 
 platform::Task<std::optional<std::string>> QtURLLoader::stringWithContentsOfURL(std::string url) {
+  const QUrl address(QString::fromStdString(url));
+  if (address.authority() == silentServer_ && !rest_.hasExpired()) co_return std::nullopt;
   const auto fetch = std::make_shared<Fetch>();
-  Pause pause{fetch->suspension, [fetch, url] { begin(url, fetch); }, kFetchPatienceSeconds};
+  Pause pause{fetch->suspension, [fetch, address] { begin(address, fetch); },
+              kFetchPatienceSeconds};
   co_await pause;
+  if (!fetch->isAnswered) {
+    silentServer_ = address.authority();
+    rest_.setRemainingTime(kRestSeconds * 1000);
+  }
   co_return std::move(fetch->text);
 }
 
