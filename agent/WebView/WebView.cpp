@@ -59,6 +59,9 @@ Task<void> injectScripts(UIViewRef webView) {
                            "hybridrecorder.js", "hybridplayer.js"}) {
     co_await bridge.injectJSFile(webView, file);
   }
+  // A page that came after the mode was told has not heard of it.
+  const bool isSpying = GlobalVars::isTrue(GlobalVars::sharedInstance()._spyMode());
+  if (isSpying) co_await bridge.callJavaScriptFunctionWithoutOutPut(webView, "switchtospymode()");
 }
 
 Task<void> recorderAndPlaybackInjection() {

@@ -1,6 +1,9 @@
 // Pages in real programs, in a real engine, with a real hand.
+#include <arpa/inet.h>
 #include <gmock/gmock.h>
 #include <signal.h>
+#include <sys/socket.h>
+#include <unistd.h>
 
 #include <chrono>
 #include <filesystem>
@@ -22,6 +25,8 @@ using nlohmann::ordered_json;
 using testing::ElementsAre;
 using testing::HasSubstr;
 using testing::IsEmpty;
+using testing::Not;
+using testing::SizeIs;
 
 std::string page(const char* name) {
   return built(std::string("share/tarni/pages/") + name);
@@ -45,6 +50,31 @@ void killRenderersOf(pid_t pid) {
     killRenderersOf(child);
   }
 }
+
+// Takes connections and never says a word.
+class SilentServer {
+ public:
+  SilentServer() {
+    sockaddr_in any = {};
+    any.sin_family = AF_INET;
+    any.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
+    socklen_t size = sizeof any;
+    auto* const place = reinterpret_cast<sockaddr*>(&any);
+    if (bind(listening_, place, size) < 0 || listen(listening_, 100) < 0 ||
+        getsockname(listening_, place, &size) < 0) {
+      throw std::runtime_error("no silent server");
+    }
+    address_ = "http://127.0.0.1:" + std::to_string(ntohs(any.sin_port));
+  }
+  SilentServer(const SilentServer&) = delete;
+  ~SilentServer() { close(listening_); }
+
+  const std::string& address() const { return address_; }
+
+ private:
+  const int listening_ = socket(AF_INET, SOCK_STREAM | SOCK_CLOEXEC, 0);
+  std::string address_;
+};
 
 class Pages : public testing::Test {
  protected:
@@ -205,34 +235,120 @@ TEST_P(Sample, APageThatHangsOrDiesHoldsNobody) {
   EXPECT_TRUE(program->isRunning()) << program->output();
 }
 
-// In widgets and in Qt Quick.
-class View : public Sample {};
-
-INSTANTIATE_TEST_SUITE_P(On, View,
-                         testing::Values("web-sample-5", "web-sample-6", "web-quick-sample-5",
-                                         "web-quick-sample-6"),
-                         [](const auto& info) {
-                           const std::string name = info.param;
-                           const bool isQuick = name.find("quick") != std::string::npos;
-                           return (isQuick ? "Quick" : "Widgets") + std::string(1, name.back());
-                         });
-
-TEST_P(View, AnythingInAValueReachesThePageAsItWasSent) {
-  const auto program = startSample(page("form.html"));
+// The call that hangs is lost with the page: nobody waits for its answer for ever.
+TEST_P(Sample, APageThatHangsOnItsWayToAnotherIsLeftBehind) {
+  Program server({built("bin/tarni"), "scripts", "serve", "--folder", folder_});
+  ASSERT_TRUE(eventually([&] { return server.output().ends_with('\n'); }));
+  const std::string output = server.output();
+  const std::string port = output.substr(output.rfind(':'), output.size() - 1 - output.rfind(':'));
+  written("there.html", "<h1>There</h1>");
+  written("here.html", "<button onclick=\"location = 'http://127.0.0.1" + port +
+                           "/there.html'; while (true);\">Leave</button>");
+  Program::Environment all = environment();
+  all["QTWEBENGINE_CHROMIUM_FLAGS"] = "--site-per-process";
+  const Program program(
+      {built("bin/tarni"), "run", "--", sample(), "http://localhost" + port + "/here.html"}, all);
   const Playback playback;
-  const std::string field = await(playback, "TEXTAREA", "Remarks");
-  const std::string text = "'\"\\ \u2028 {} </script> 🦊 é\t" + std::string(1000, 'x');
-  playback.command("sendkeysonelement", field, text);
-  EXPECT_EQ(playback.output("gettext", field), text);
+  playback.command("clickelement", await(playback, "BUTTON", "Leave"));
+  playback.find("BUTTON");
+  EXPECT_THAT(await(playback, "H1", "There"), testing::StartsWith("web-")) << program.output();
+}
+
+TEST_P(Sample, APageThatNeverStopsLoadingHoldsNobody) {
+  const SilentServer server;
+  const auto program = startSample(server.address());
+  const Playback playback;
+  ASSERT_TRUE(eventually([&] { return playback.find("UIButton").size() == 1; }));
+  const auto start = std::chrono::steady_clock::now();
+  EXPECT_THAT(playback.find("BUTTON"), IsEmpty());
+  playback.command("clickelement", playback.one("UIButton", "text", "Close order"));
+  EXPECT_THAT(playback.find("UILabel", "partialtext", "Closed"), SizeIs(1));
+  EXPECT_LT(std::chrono::steady_clock::now() - start, 2s);
+}
+
+// Of every kind: a policy of its own, a language of its own, a text of 10 MB, a frame out of reach.
+TEST_P(Sample, OddPagesAreUsed) {
+  const auto program = startSample(written("odd.html", R"(<!doctype html><meta charset="utf-8">
+    <meta http-equiv="Content-Security-Policy" content="default-src 'none'; script-src 'unsafe-inline'">
+    <script>
+      for (const name of ['push', 'map', 'filter', 'forEach', 'indexOf', 'join', 'slice', 'some']) {
+        Array.prototype[name] = () => { throw new Error(name); };
+      }
+      Array.prototype.toJSON = Object.prototype.toJSON = () => 'wrong';
+      JSON.stringify = JSON.parse = () => 'wrong';
+    </script>
+    <iframe sandbox srcdoc="<button>Foreign</button>"></iframe>
+    <input placeholder="Name"><svg width="9" height="9"><desc></desc></svg>
+    <script>document.querySelector('desc').textContent = 'x'.repeat(10000000);</script>)"));
+  const Playback playback;
+  const std::string name = await(playback, "INPUT", "Name");
+  playback.command("sendkeysonelement", name, "Ada");
+  EXPECT_EQ(playback.output("gettext", name), "Ada");
+  EXPECT_THAT(playback.find("BUTTON", "text", "Foreign"), IsEmpty());
+  EXPECT_THAT(program->output(), HasSubstr("shows a page of another origin"));
+  EXPECT_EQ(playback.output("gettext", playback.one("SVG")), std::string(10'000'000, 'x'));
 }
 
 TEST_P(Sample, ScriptsThatCannotBeReadLeaveNativeViewsAlone) {
-  Program::Environment all = environment();
-  all["TARNI_SCRIPTS"] = "http://127.0.0.1:9";
-  const Program program({built("bin/tarni"), "run", "--", sample()}, all);
-  const Playback playback;
-  EXPECT_TRUE(eventually([&] { return playback.find("UIButton").size() == 1; }));
-  EXPECT_THAT(playback.find("BUTTON"), IsEmpty());
+  const SilentServer silent;
+  const std::vector<std::string> addresses = {"http://127.0.0.1:9", silent.address(),
+                                              "file:///no/such/folder", "nonsense"};
+  for (const std::string& address : addresses) {
+    Program::Environment all = environment();
+    all["TARNI_SCRIPTS"] = address;
+    const Program program({built("bin/tarni"), "run", "--", sample()}, all);
+    const Playback playback;
+    ASSERT_TRUE(eventually([&] { return playback.find("UIButton").size() == 1; })) << address;
+    const auto end = std::chrono::steady_clock::now() + 8s;
+    int answers = 0;
+    for (; answers < 100 && std::chrono::steady_clock::now() < end; ++answers) {
+      EXPECT_THAT(playback.find("BUTTON"), IsEmpty());
+      pauseBetweenAttempts();
+    }
+    EXPECT_EQ(answers, 100) << address;
+  }
+}
+
+// The hand points at the picture, presses the link and, spying ended, presses the picture.
+TEST_P(Sample, SpyingFramesWhatIsPointedAtAndTellsOfWhatIsPressed) {
+  constexpr const char* green = "#00FF00";
+  constexpr const char* pictureColor = "#006633";
+  const auto program = startSample(page("form.html"));
+  const Wire recorder(kRecorderPort);
+  recorder.readMessage();
+  recorder.sendLine("startobjectspy");
+  const auto frameColor = [&] { return display_.colorAt(167, 271); };
+  ASSERT_TRUE(eventually(
+      [&] {
+        display_.moveTo(300, 400);
+        display_.moveTo(175, 271);
+        return eventually([&] { return frameColor() == green; }, 500ms);
+      },
+      30s))
+      << program->output();
+  EXPECT_EQ(display_.colorAt(175, 271), pictureColor);
+
+  display_.click(208, 273);
+  ASSERT_TRUE(awaitSteps(recorder, 3)) << program->output();
+  std::vector<std::string> spied;
+  for (const auto& object : steps_) {
+    spied.push_back(object["tagName"]);
+    EXPECT_EQ(object["mode"], "web");
+  }
+  EXPECT_THAT(spied, ElementsAre("A", "FORM", "BODY"));
+  EXPECT_EQ(steps_[0]["sahiText"], "Terms");
+  EXPECT_EQ(steps_[0]["xpath:position"], "//a[@href='next.html']");
+  EXPECT_EQ(display_.colorAt(175, 271), pictureColor) << "the link was not followed";
+
+  recorder.sendLine("stopobjectspy");
+  steps_.clear();
+  ASSERT_TRUE(eventually([&] {
+    display_.click(175, 271);
+    return awaitSteps(recorder, 1, 2s) && steps_[0].contains("action");
+  }));
+  EXPECT_EQ(lineOf(steps_[0]), "ClickImage IMG \"Logo\" \"\"");
+  EXPECT_EQ(frameColor(), pictureColor);
+  EXPECT_THAT(program->output(), Not(HasSubstr("js: "))) << "the page's console is the program's";
 }
 
 TEST_F(Pages, OfABrowserThatNobodyHereWroteAreUsed) {
