@@ -29,17 +29,17 @@ struct Point {
 
 // `picture` is where a hand presses the picture of the page; somebody presses it all by himself in
 // a program that needs no display.
-struct Subject {
+struct PageSubject {
   std::string name;
   std::string program;
   std::optional<Point> picture;
 };
 
-void PrintTo(const Subject& subject, std::ostream* output) {
+void PrintTo(const PageSubject& subject, std::ostream* output) {
   *output << subject.name;
 }
 
-class ConformancePages : public testing::TestWithParam<Subject> {
+class ConformancePages : public testing::TestWithParam<PageSubject> {
  protected:
   void SetUp() override {
     std::filesystem::create_directories(folder_);
@@ -85,11 +85,11 @@ class ConformancePages : public testing::TestWithParam<Subject> {
 
 INSTANTIATE_TEST_SUITE_P(
     On, ConformancePages,
-    testing::Values(Subject{"PagesHeadless", "tarni-headless-page", {}},
-                    Subject{"PagesQt5", "web-sample-5", Point{175, 272}},
-                    Subject{"PagesQt6", "web-sample-6", Point{175, 270}},
-                    Subject{"PagesQuick5", "web-quick-sample-5", Point{172, 285}},
-                    Subject{"PagesQuick6", "web-quick-sample-6", Point{172, 245}}),
+    testing::Values(PageSubject{"PagesHeadless", "tarni-headless-page", {}},
+                    PageSubject{"PagesQt5", "web-sample-5", Point{175, 272}},
+                    PageSubject{"PagesQt6", "web-sample-6", Point{175, 270}},
+                    PageSubject{"PagesQuick5", "web-quick-sample-5", Point{172, 285}},
+                    PageSubject{"PagesQuick6", "web-quick-sample-6", Point{172, 245}}),
     [](const auto& info) { return info.param.name; });
 
 TEST_P(ConformancePages, AreSearchedByTagTextPartOfATextAndPath) {
