@@ -1,13 +1,21 @@
 #include "samples/headless/HeadlessSample.h"
 
+#include "backends/headless/History.h"
 #include "samples/headless/LoginScreen.h"
 
 namespace tarni::samples {
+namespace {
 
-int runHeadlessSample(const std::function<void()>& ready) {
+constexpr std::size_t keptEntries = 100;
+
+}  // namespace
+
+int runHeadlessSample(const std::function<void()>& ready, bool skipsWaits) {
   // Never destroyed: the agent's threads use it until the process is gone.
   static auto& environment = *new headless::Environment;
   environment.install();
+  headless::historyCapacity = keptEntries;
+  if (skipsWaits) environment.useVirtualClock();
   buildLoginScreen(environment);
   if (ready) ready();
   environment.runLoop().run();
