@@ -7,8 +7,10 @@
 #include <cstdio>
 #include <cstdlib>
 #include <ctime>
+#include <filesystem>
 #include <fstream>
 #include <span>
+#include <system_error>
 
 #include "agent/core/MainThread.h"
 #include "agent/diagnostics/Errors.h"
@@ -97,6 +99,8 @@ Task<void> recordFailure(std::string name, std::string reason) {
   const char* const directory = std::getenv(kDirectoryVariable);
   if (!directory || !*directory) co_return;
   try {
+    std::error_code alreadyThere;
+    std::filesystem::create_directory(directory, alreadyThere);
     const std::string stem = timeStamp() + '-' + fileNamePart(name);
     // The text first: drawing may let the program run on.
     writeHierarchy(directory, stem + ".txt", reason);
