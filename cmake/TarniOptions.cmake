@@ -4,6 +4,8 @@ option(TARNI_BUILD_TESTS "Build the tests" ON)
 option(TARNI_BUILD_BENCHMARKS "Build the benchmarks" ON)
 set(TARNI_SANITIZE "" CACHE STRING "Sanitizer of all targets: address, undefined, thread or empty")
 
+option(TARNI_FUZZ "Build the fuzzers; needs clang, whose warnings count for nothing" OFF)
+
 set(CMAKE_CXX_STANDARD 20)
 set(CMAKE_CXX_STANDARD_REQUIRED ON)
 set(CMAKE_CXX_EXTENSIONS OFF)
@@ -32,8 +34,14 @@ find_package(Threads REQUIRED)
 find_package(PkgConfig REQUIRED)
 
 # g++ 12 takes a literal joined with a string for overlapping memory (GCC bug 105651).
-add_compile_options(-Wall -Wextra -Wpedantic -Werror
-  $<$<COMPILE_LANGUAGE:CXX,OBJCXX>:-Wnon-virtual-dtor> $<$<COMPILE_LANGUAGE:CXX>:-Wno-restrict>)
+if(TARNI_FUZZ)
+  add_compile_options(-w -fsanitize=fuzzer-no-link,address,undefined -fno-sanitize=vptr
+    -fno-sanitize-recover=all -fno-omit-frame-pointer)
+  add_link_options(-fsanitize=address,undefined)
+else()
+  add_compile_options(-Wall -Wextra -Wpedantic -Werror
+    $<$<COMPILE_LANGUAGE:CXX,OBJCXX>:-Wnon-virtual-dtor> $<$<COMPILE_LANGUAGE:CXX>:-Wno-restrict>)
+endif()
 if(CMAKE_UNITY_BUILD)
   # What is nobody else's in a source is nobody else's in the sources joined with it, too.
   add_compile_options($<$<COMPILE_LANG_AND_ID:CXX,GNU>:-Wno-subobject-linkage>)

@@ -11,6 +11,7 @@
 #pragma once
 
 #include <filesystem>
+#include <iosfwd>
 #include <nlohmann/json_fwd.hpp>
 #include <string>
 #include <vector>
@@ -28,6 +29,8 @@ struct RecordedSession {
 // Throws std::invalid_argument "FILE:LINE: what is wrong" for a file that is no whole session, and
 // std::runtime_error when it cannot be read.
 RecordedSession readSession(const std::filesystem::path& path);
+// The same from text that is called `name` in what is thrown.
+RecordedSession readSession(std::istream& file, const std::string& name);
 
 // Writes a session while it is being recorded: after every step the file is whole and on disk, so
 // that whatever ends the recording loses nothing. Failures are std::runtime_errors.

@@ -16,9 +16,8 @@ constexpr auto kCutShort = "the file is cut short here";
 // Lines of a file with their numbers, blank ones left out; errors name the line last read.
 class Lines {
  public:
-  explicit Lines(const std::filesystem::path& path) : path_(path), file_(path) {
-    if (!file_) throw std::runtime_error("cannot read " + path.string());
-  }
+  // `name` is what errors call the file.
+  Lines(std::istream& file, std::string name) : file_(file), name_(std::move(name)) {}
 
   bool next(std::string& line) {
     while (std::getline(file_, line)) {
@@ -33,12 +32,12 @@ class Lines {
   bool isTorn() const { return file_.eof(); }
 
   [[noreturn]] void fail(const std::string& what) const {
-    throw std::invalid_argument(path_.string() + ":" + std::to_string(number_) + ": " + what);
+    throw std::invalid_argument(name_ + ":" + std::to_string(number_) + ": " + what);
   }
 
  private:
-  std::filesystem::path path_;
-  std::ifstream file_;
+  std::istream& file_;
+  const std::string name_;
   std::size_t number_ = 0;
 };
 
@@ -83,7 +82,13 @@ RecordedStep stepOf(const Lines& lines, const std::string& line) {
 }  // namespace
 
 RecordedSession readSession(const std::filesystem::path& path) {
-  Lines lines(path);
+  std::ifstream file(path);
+  if (!file) throw std::runtime_error("cannot read " + path.string());
+  return readSession(file, path.string());
+}
+
+RecordedSession readSession(std::istream& file, const std::string& name) {
+  Lines lines(file, name);
   RecordedSession session;
   readHeader(lines, session);
   bool more = true;  // the line before ended with a comma, or is the header
