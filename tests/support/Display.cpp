@@ -1,30 +1,25 @@
 #include "tests/support/Display.h"
 
-#include <unistd.h>
-
 #include <stdexcept>
 
 namespace tarni::test {
-namespace {
 
-// Of this process alone: a server that looks for a free one itself sees those of its own network
-// namespace, and their files are everybody's.
-std::string freeName() {
-  static int made = 0;
-  return ':' + std::to_string(100 + (getpid() + 1000 * made++) % 50000);
-}
-
-}  // namespace
-
-Display::Display(int width, int height) : name_(freeName()) {
+Display::Display(int width, int height) {
   const std::string screen = std::to_string(width) + "x" + std::to_string(height) + "x24";
   server_ = std::make_unique<Program>(std::vector<std::string>{
-      "Xvfb", name_, "-displayfd", "1", "-screen", "0", screen, "-nolisten", "tcp", "-noreset"});
-  const bool answered =
-      eventually([this] { return !server_->output().empty() || !server_->isRunning(); });
-  if (!answered || !server_->isRunning()) {
+      "Xvfb", "-displayfd", "1", "-screen", "0", screen, "-nolisten", "tcp", "-noreset"});
+  std::string number;
+  const bool ready = eventually([&] {
+    number = server_->output();
+    return number.find('\n') != std::string::npos || !server_->isRunning();
+  });
+  if (!ready || !server_->isRunning()) {
     throw std::runtime_error("Xvfb did not start: " + server_->output());
   }
+  const auto start = number.find_last_not_of("0123456789\n");
+  name_ = ':';
+  name_ += number.substr(start == std::string::npos ? 0 : start + 1);
+  name_.erase(name_.find('\n'));
 }
 
 Program::Environment Display::environment() const {

@@ -10,7 +10,7 @@ namespace tarni::test {
 
 class Display {
  public:
-  // Starts Xvfb with a number of its own. Throws when it does not come up.
+  // Starts Xvfb on the first free display. Throws when it does not come up.
   explicit Display(int width = 1280, int height = 1024);
 
   // ":N"
