@@ -197,6 +197,22 @@ TEST_P(Sample, NativeControlsAndPagesMakeOneSession) {
   EXPECT_THAT(player.output(), HasSubstr("9 of 9 steps passed"));
 }
 
+TEST_P(Sample, AViewThatIsAWindowOfItsOwnIsOneAllTheSame) {
+  const std::string bare = built("bin/bare-page-" + std::string(1, sample().back()));
+  const auto program = start({bare, page("form.html")});
+  const Wire recorder(kRecorderPort);
+  recorder.readMessage();
+  ASSERT_TRUE(eventually([&] {
+    display_.click(164, 232);
+    return awaitSteps(recorder, 1, 2s);
+  })) << program->output();
+  EXPECT_EQ(lineOf(steps_[0]), "ClickImage IMG \"Logo\" \"\"");
+  EXPECT_THAT(steps_[0]["arguments"][0]["ObjectImage"].get<std::string>(), HasSubstr("/9j/"));
+  const Playback playback;
+  EXPECT_THAT(await(playback, "IMG", "Logo"), testing::StartsWith("web-"));
+  EXPECT_THAT(playback.find("UIWebView"), SizeIs(1));
+}
+
 TEST_P(Sample, AnAlertOfAPageIsClosedByTheNextCommand) {
   const auto program = startSample(page("form.html"));
   const Playback playback;

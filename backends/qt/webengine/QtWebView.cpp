@@ -37,12 +37,41 @@ std::shared_ptr<QtWebPage> pageIn(QWebEngineView& view) {
 
 }  // namespace
 
+QRect QtWebPart::shape() const {
+  const auto view = owner();
+  return view ? view->shape() : QRect();
+}
+
+bool QtWebPart::isUserInteractionEnabled() const {
+  const auto view = owner();
+  return view && view->isUserInteractionEnabled();
+}
+
+bool QtWebPart::exists() const {
+  return owner()->widget()->isWindow();
+}
+
+platform::Task<std::string> QtWebPart::stringByEvaluatingJavaScriptFromString(std::string script) {
+  const auto page = page_;
+  co_return co_await page->evaluate(std::move(script));
+}
+
 QtWebView::QtWebView(QWebEngineView& widget)
     : QtView(widget, Kind::WebView), page_(pageIn(widget)) {}
 
 platform::Task<std::string> QtWebView::stringByEvaluatingJavaScriptFromString(std::string script) {
   const auto page = page_;
   co_return co_await page->evaluate(std::move(script));
+}
+
+void QtWebView::appendParts(std::vector<platform::UIViewRef>& views) const {
+  if (!widget()->isWindow()) return;
+  if (!part_) {
+    const auto self = std::static_pointer_cast<const QtView>(shared_from_this());
+    part_ =
+        std::make_shared<QtWebPart>(self, classFor(widget()->metaObject(), Kind::WebView), page_);
+  }
+  views.push_back(part_);
 }
 
 }  // namespace tarni::qt
