@@ -48,12 +48,14 @@ export function holderOf(node) {
 // `scope` and all scopes inside of it.
 export function scopesFrom(scope) {
   const scopes = [scope];
+  const add = (inner) => {
+    if (inner) scopes[scopes.length] = inner;
+  };
   for (let at = 0; at < scopes.length; at += 1) {
+    const frames = scopes[at].querySelectorAll('iframe, frame');
+    for (let i = 0; i < frames.length; i += 1) add(scopeIn(frames[i]));
     const elements = scopes[at].querySelectorAll('*');
-    for (let i = 0; i < elements.length; i += 1) {
-      const inner = scopeIn(elements[i]);
-      if (inner) scopes[scopes.length] = inner;
-    }
+    for (let i = 0; i < elements.length; i += 1) add(elements[i].shadowRoot);
   }
   return scopes;
 }
@@ -105,15 +107,18 @@ export function textOf(element) {
   }
 }
 
-// Whether it stands on the page at all; it may be scrolled out of view.
+// Engines of old do not know the quick question.
+const canTell = Boolean(Element.prototype.checkVisibility);
+
+// Whether it stands on the page at all; it may be scrolled out of view. Asked of thousands: what
+// holds for most of them comes first.
 export function isRendered(element) {
+  if (canTell ? element.checkVisibility() : element.offsetParent) return true;
   if (element.localName === 'option' || element.localName === 'optgroup') {
     const list = element.closest('select');
     return Boolean(list) && isRendered(list);
   }
-  // The cheap questions first; engines of old do not know the first one.
-  if (element.checkVisibility) return element.checkVisibility();
-  return Boolean(element.offsetParent) || element.getClientRects().length > 0;
+  return !canTell && element.getClientRects().length > 0;
 }
 
 // In the coordinates of the page's own viewport.
