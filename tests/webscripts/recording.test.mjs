@@ -236,6 +236,7 @@ test('spying describes what is pointed at and keeps the click from the page', as
   assert.deepEqual(spied.map((object) => object.tagName), ['BUTTON', 'FORM', 'BODY']);
   assert.equal(spied[0].sahiText, 'Send order');
   assert.equal(spied[0].mode, 'web');
+  assert.ok(!spied[2].sahiText.includes('function'), 'no program of the page');
   assert.equal(spied[0].parent.title, 'FORM');
   assert.equal(await page.textContent('#said'), '');
   await page.reload();

@@ -101,7 +101,8 @@ export function textOf(element) {
       return normalized(element.alt);
     default: {
       if (element.hasAttribute('contenteditable')) return '';
-      const text = normalized(element.textContent);
+      const hasCode = element.firstElementChild && element.querySelector('script, style');
+      const text = normalized(hasCode ? element.innerText : element.textContent);
       return text.length > longestText ? '' : text;
     }
   }
