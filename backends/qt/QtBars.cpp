@@ -96,6 +96,11 @@ QRect QtBarButton::shape() const {
   return view ? view->rectOf(key_) & view->widget()->rect() : QRect();
 }
 
+bool QtBarButton::isHidden() const {
+  const auto view = bar();
+  return !view || (view->widget()->isVisible() && shape().isEmpty());
+}
+
 bool QtBarButton::isUserInteractionEnabled() const {
   const auto view = bar();
   return view && view->isUserInteractionEnabled() && view->isEnabled(key_);
@@ -141,7 +146,13 @@ QRect QtTabs::rectOf(Key key) const {
 }
 
 QString QtTabs::titleOf(Key key) const {
-  return withoutMnemonic(tabs(*this).tabText(indexOf(key)));
+  const int index = indexOf(key);
+  for (const QString& text :
+       {withoutMnemonic(tabs(*this).tabText(index)), tabs(*this).accessibleTabName(index),
+        tabs(*this).tabToolTip(index)}) {
+    if (!text.isEmpty()) return text;
+  }
+  return {};
 }
 
 bool QtTabs::isEnabled(Key key) const {

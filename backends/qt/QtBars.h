@@ -57,6 +57,8 @@ class QtBarButton final : public QtPart, public platform::UIControl, public plat
   bool isFor(QtBar::Key key) const { return key == key_ && (!hasObject_ || object_); }
 
   QRect shape() const override;
+  // Also while its bar has no room for it: a menu bar folds what does not fit into a menu.
+  bool isHidden() const override;
   bool isUserInteractionEnabled() const override;
   std::optional<std::string> currentTitle() const override;
   std::optional<std::string> accessibilityIdentifier() const override;

@@ -63,7 +63,10 @@ QRect QtButton::shape() const {
 
 std::optional<std::string> QtButton::currentTitle() const {
   const auto* const button = static_cast<QAbstractButton*>(widget());
-  return button ? nonEmpty(withoutMnemonic(button->text())) : std::nullopt;
+  if (!button) return std::nullopt;
+  if (auto title = nonEmpty(withoutMnemonic(button->text()))) return title;
+  if (auto label = accessibilityLabel()) return label;
+  return accessibilityHint();
 }
 
 QRect QtSwitch::shape() const {

@@ -21,7 +21,7 @@ class QtPart : public QtViewBase {
   platform::CGRect frame() const final { return toCGRect(shape()); }
   platform::UIViewRef hitTest(platform::CGPoint point) const final;
 
-  bool isHidden() const final { return widget() == nullptr; }
+  bool isHidden() const override { return widget() == nullptr; }
   bool isOpaque() const final { return false; }
   bool isFirstResponder() const final { return false; }
   bool canBecomeFirstResponder() const final { return false; }

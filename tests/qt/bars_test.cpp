@@ -41,6 +41,9 @@ TEST(Tabs, AreButtonsOfTheTabBar) {
   tabs.removeTab(2);
   EXPECT_EQ(subviewsOf(bar, "UITabBarButton").size(), 2U);
   EXPECT_TRUE(buttons[2]->isHidden());
+  tabs.setTabText(0, "");
+  tabs.setTabToolTip(0, "First");
+  EXPECT_EQ(titlesOf({buttons[0]}), std::vector<std::string>{"First"});
 }
 
 TEST(Actions, OfMenusAndMenuBarsAreButtons) {
@@ -81,6 +84,22 @@ TEST(Actions, OfMenusAndMenuBarsAreButtons) {
   file->hide();
 }
 
+TEST(Actions, FoldedAwayByAMenuBarAreHidden) {
+  QMainWindow window;
+  for (const char* title : {"File", "Edit", "View", "Tools", "Window", "Help"}) {
+    window.menuBar()->addMenu(title);
+  }
+  window.resize(120, 100);
+  show(window);
+  const auto buttons = subviewsOf(viewOf(*window.menuBar()), "UIActionButton");
+  ASSERT_EQ(buttons.size(), 6U);
+  EXPECT_FALSE(buttons.front()->isHidden());
+  EXPECT_TRUE(buttons.back()->isHidden());
+  window.resize(600, 100);
+  QCoreApplication::processEvents();
+  EXPECT_FALSE(buttons.back()->isHidden());
+}
+
 TEST(Actions, AnActionAtTheAddressOfOneThatWentIsAnotherButton) {
   QMenu menu;
   alignas(QAction) std::byte room[sizeof(QAction)];
@@ -107,6 +126,18 @@ TEST(Actions, OfAToolBarAreTheWidgetsThatItMakesOfThem) {
   EXPECT_EQ(classOf(viewOf(*button)), "UIButton");
   EXPECT_EQ(titlesOf({viewOf(*button)}), std::vector<std::string>{"Refresh"});
   EXPECT_EQ(viewOf(*button)->superview(), viewOf(*bar));
+}
+
+TEST(ToolButtons, WithoutATextAreCalledByWhatTheyAreSaidToBe) {
+  QToolButton button;
+  const auto title = [&] { return as<platform::UIButton>(viewOf(button))->currentTitle(); };
+  EXPECT_EQ(title(), std::nullopt);
+  button.setToolTip("<b>Go back</b>");
+  EXPECT_EQ(title(), "Go back");
+  button.setAccessibleName("Back");
+  EXPECT_EQ(title(), "Back");
+  button.setText("&Return");
+  EXPECT_EQ(title(), "Return");
 }
 
 TEST(Headers, HaveAButtonForEachVisibleSection) {

@@ -108,6 +108,7 @@ TEST_F(Controls, TellWhatScreenReadersSay) {
     Slider { objectName: "slider"; to: 10; value: 0.5 }
     Switch { objectName: "bare" }
     Label { objectName: "rich"; text: "<b>fat</b>" }
+    ToolButton { objectName: "icon"; ToolTip.text: "Go back" }
     GroupBox { objectName: "group"; title: "Colours" } })");
   EXPECT_EQ(view("button")->accessibilityLabel(), "Save");
   EXPECT_EQ(view("button")->accessibilityHint(), "Keeps it");
@@ -121,6 +122,7 @@ TEST_F(Controls, TellWhatScreenReadersSay) {
   EXPECT_EQ(view("bare")->accessibilityValue(), "not checked");
   EXPECT_EQ(as<platform::UILabel>(view("rich"))->labelText(), "fat");
   EXPECT_EQ(view("group")->accessibilityLabel(), "Colours");
+  EXPECT_EQ(as<platform::UIButton>(view("icon"))->currentTitle(), "Go back");
 }
 
 }  // namespace

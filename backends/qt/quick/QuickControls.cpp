@@ -93,7 +93,10 @@ std::optional<std::string> QuickLabel::labelText() const {
 }
 
 std::optional<std::string> QuickButton::currentTitle() const {
-  return item() ? ownText(*item()) : std::nullopt;
+  if (!item()) return std::nullopt;
+  if (auto title = ownText(*item())) return title;
+  if (auto label = accessibilityLabel()) return label;
+  return accessibilityHint();
 }
 
 bool QuickSwitch::isOn() const {
