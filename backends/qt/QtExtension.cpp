@@ -37,7 +37,14 @@ void QtExtensions::add(std::unique_ptr<QtExtension> extension) {
 }
 
 platform::UIWindowRef QtExtensions::viewOfWindow(QWindow& window) {
+  // Asked for each point that is converted: whether a library was mapped meanwhile takes longer.
+  if (platform::UIWindowRef view = askForWindow(window)) return view;
+  const std::size_t asked = extensions_.size();
   loadMapped();
+  return extensions_.size() == asked ? nullptr : askForWindow(window);
+}
+
+platform::UIWindowRef QtExtensions::askForWindow(QWindow& window) const {
   for (const auto& extension : extensions_) {
     if (platform::UIWindowRef view = extension->viewOfWindow(window)) return view;
   }

@@ -45,6 +45,7 @@ class QtExtensions {
   platform::NSURLLoader* urlLoader();
 
  private:
+  platform::UIWindowRef askForWindow(QWindow& window) const;
   void loadMapped();
   void load(const std::string& path);
 
