@@ -30,7 +30,7 @@ class QuickView : public QtViewCore {
   QWindow* nativeWindow() const final;
   std::unique_ptr<QtBorder> makeBorder() const final;
 
-  platform::Class getClass() const final { return class_; }
+  platform::Class getClass() const override { return class_; }
   platform::UIViewRef superview() const final;
   std::span<const platform::UIViewRef> subviews() const final;
   platform::UIWindowRef window() const final;

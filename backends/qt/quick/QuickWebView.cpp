@@ -5,6 +5,8 @@
 #include <QtQml/QQmlEngine>
 #include <utility>
 
+#include "platform/UIKit/Classes.h"
+
 namespace tarni::qt {
 namespace {
 
@@ -63,6 +65,11 @@ void QuickScriptAnswer::take(const QJSValue& value) {
 
 QuickWebView::QuickWebView(QQuickItem& item, QuickKind kind)
     : QuickView(item, kind), page_(pageIn(item)) {}
+
+platform::Class QuickWebView::getClass() const {
+  const bool isUnseen = item() && !item()->isVisible();
+  return isUnseen ? platform::uikit::UIView : QuickView::getClass();
+}
 
 platform::Task<std::string> QuickWebView::stringByEvaluatingJavaScriptFromString(
     std::string script) {
