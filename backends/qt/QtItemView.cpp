@@ -1,11 +1,14 @@
 #include "backends/qt/QtItemView.h"
 
 #include <QtWidgets/QListView>
+#include <QtWidgets/QStyle>
+#include <QtWidgets/QStyleOptionViewItem>
 #include <QtWidgets/QStyledItemDelegate>
 #include <algorithm>
 #include <unordered_map>
 
 #include "backends/qt/QtText.h"
+#include "backends/qt/ViewRegistry.h"
 #include "backends/qt/VisibleIndexes.h"
 #include "platform/UIKit/Classes.h"
 
@@ -26,9 +29,39 @@ const QStyledItemDelegate* delegateOf(const QAbstractItemView& view, const QMode
 #endif
 }
 
+std::optional<std::string> textOf(const QAbstractItemView& view, const QModelIndex& index) {
+  const QVariant value = index.data(Qt::DisplayRole);
+  // The delegate writes numbers and dates in the language of the view.
+  const QStyledItemDelegate* const delegate = delegateOf(view, index);
+  return nonEmpty(delegate ? delegate->displayText(value, view.locale()) : value.toString());
+}
+
+bool isCheckable(const QModelIndex& index) {
+  return index.flags().testFlag(Qt::ItemIsUserCheckable) &&
+         index.data(Qt::CheckStateRole).isValid();
+}
+
+// In the viewport.
+QRect checkBoxRect(const QAbstractItemView& view, const QModelIndex& index) {
+  QStyleOptionViewItem option;
+  option.initFrom(&view);
+  option.rect = view.visualRect(index);
+  option.index = index;
+  option.widget = &view;
+  option.text = index.data(Qt::DisplayRole).toString();
+  option.features = QStyleOptionViewItem::HasCheckIndicator | QStyleOptionViewItem::HasDisplay;
+  return view.style()->subElementRect(QStyle::SE_ItemViewItemCheckIndicator, &option, &view);
+}
+
 }  // namespace
 
 // ------------------------------------------------------------------------------------------ QtCell
+
+std::shared_ptr<QtCellSwitch> QtCell::checkBox() const {
+  if (!isCheckable(index_)) return nullptr;
+  if (!checkBox_) checkBox_ = std::make_shared<QtCellSwitch>(owner(), index_);
+  return checkBox_;
+}
 
 QRect QtCell::shape() const {
   const QAbstractItemView* const view = itemView();
@@ -44,11 +77,7 @@ bool QtCell::isUserInteractionEnabled() const {
 
 std::optional<std::string> QtCell::cellText() const {
   const QAbstractItemView* const view = itemView();
-  if (!view) return std::nullopt;
-  const QVariant value = index_.data(Qt::DisplayRole);
-  // The delegate writes numbers and dates in the language of the view.
-  const QStyledItemDelegate* const delegate = delegateOf(*view, index_);
-  return nonEmpty(delegate ? delegate->displayText(value, view->locale()) : value.toString());
+  return view ? textOf(*view, index_) : std::nullopt;
 }
 
 std::optional<std::string> QtCell::accessibilityValue() const {
@@ -66,6 +95,44 @@ std::optional<std::string> QtCell::accessibilityLabel() const {
 std::optional<std::string> QtCell::accessibilityHint() const {
   if (!itemView()) return std::nullopt;
   return nonEmpty(withoutMarkup(index_.data(Qt::ToolTipRole).toString()));
+}
+
+// ------------------------------------------------------------------------------------ QtCellSwitch
+
+QtCellSwitch::QtCellSwitch(std::weak_ptr<const QtView> owner, const QPersistentModelIndex& index)
+    : QtPart(std::move(owner), platform::uikit::UISwitch), index_(index) {}
+
+QRect QtCellSwitch::shape() const {
+  const auto* const view = static_cast<const QAbstractItemView*>(widget());
+  if (!view) return {};
+  const QWidget& viewport = *view->viewport();
+  return (checkBoxRect(*view, index_) & viewport.rect()).translated(viewport.pos());
+}
+
+bool QtCellSwitch::isUserInteractionEnabled() const {
+  const QWidget* const view = widget();
+  return view && view->isEnabled() && index_.flags().testFlag(Qt::ItemIsEnabled);
+}
+
+bool QtCellSwitch::isOn() const {
+  return exists() && index_.data(Qt::CheckStateRole).toInt() == Qt::Checked;
+}
+
+platform::Task<void> QtCellSwitch::setOn(bool on) {
+  return performInProgram([index = index_, on] {
+    if (!index.isValid() || !index.flags().testFlag(Qt::ItemIsEnabled)) return;
+    const_cast<QAbstractItemModel*>(index.model())
+        ->setData(index, on ? Qt::Checked : Qt::Unchecked, Qt::CheckStateRole);
+  });
+}
+
+platform::Task<void> QtCellSwitch::sendActionsForControlEvents(std::uint32_t) {
+  co_return;
+}
+
+std::optional<std::string> QtCellSwitch::accessibilityLabel() const {
+  const auto* const view = static_cast<const QAbstractItemView*>(widget());
+  return view ? textOf(*view, index_) : std::nullopt;
 }
 
 // -------------------------------------------------------------------------------------- QtItemView
@@ -88,7 +155,10 @@ bool QtItemView::scrollsPerItem(Qt::Orientation orientation) const {
 
 void QtItemView::appendParts(std::vector<UIViewRef>& views) const {
   renewCells();
-  views.insert(views.end(), cells_.begin(), cells_.end());
+  for (const auto& cell : cells_) {
+    views.push_back(cell);
+    if (auto box = cell->checkBox()) views.push_back(std::move(box));
+  }
 }
 
 UIViewRef QtItemView::partAt(const QPoint& point) const {
@@ -99,7 +169,9 @@ UIViewRef QtItemView::partAt(const QPoint& point) const {
   renewCells();
   const auto found =
       std::ranges::find_if(cells_, [&](const auto& cell) { return cell->index() == index; });
-  return found == cells_.end() ? nullptr : *found;
+  if (found == cells_.end()) return nullptr;
+  const auto box = (*found)->checkBox();
+  return box && box->shape().contains(point) ? UIViewRef(box) : *found;
 }
 
 void QtItemView::renewCells() const {

@@ -1,4 +1,5 @@
-// The views of lists, trees and tables, and of their cells. Only the cells on screen are views, so
+// The views of lists, trees and tables, of their cells and of the check boxes that people can click
+// in these. Only the cells on screen are views, so
 // a model of a million rows costs what is seen of it. A cell stays the same view while its item
 // stays on screen, wherever it moves. GUI thread.
 #pragma once
@@ -11,12 +12,17 @@
 
 namespace tarni::qt {
 
+class QtCellSwitch;
+
 class QtCell final : public QtPart, public platform::UITableViewCell {
  public:
   QtCell(std::weak_ptr<const QtView> owner, platform::Class cellClass, const QModelIndex& index)
       : QtPart(std::move(owner), cellClass), index_(index) {}
 
   const QPersistentModelIndex& index() const { return index_; }
+  // The check box that is drawn in the cell, another view that stands above it; null when there is
+  // none that could be clicked.
+  std::shared_ptr<QtCellSwitch> checkBox() const;
 
   // The visible part, so that the middle of a cell at the edge can be clicked.
   QRect shape() const override;
@@ -34,6 +40,30 @@ class QtCell final : public QtPart, public platform::UITableViewCell {
   // Null when the cell is no longer there.
   QAbstractItemView* itemView() const { return static_cast<QAbstractItemView*>(widget()); }
 
+  const QPersistentModelIndex index_;
+  mutable std::shared_ptr<QtCellSwitch> checkBox_;
+};
+
+class QtCellSwitch final : public QtPart, public platform::UIControl, public platform::UISwitch {
+ public:
+  QtCellSwitch(std::weak_ptr<const QtView> owner, const QPersistentModelIndex& index);
+
+  // Where the style draws it, as far as it is seen.
+  QRect shape() const override;
+  bool isUserInteractionEnabled() const override;
+  bool isOn() const override;
+  // As by a click: the model is told.
+  platform::Task<void> setOn(bool on) override;
+  platform::Task<void> sendActionsForControlEvents(std::uint32_t events) override;
+  std::optional<std::string> accessibilityValue() const override { return std::nullopt; }
+  // The cell's text.
+  std::optional<std::string> accessibilityLabel() const override;
+  std::optional<std::string> accessibilityHint() const override { return std::nullopt; }
+
+ protected:
+  bool exists() const override { return index_.isValid(); }
+
+ private:
   const QPersistentModelIndex index_;
 };
 

@@ -1,10 +1,15 @@
 // A synthesized tap does on every kind of widget what a click of the mouse does.
+#include <QtCore/QFile>
 #include <QtCore/QPointer>
+#include <QtCore/QTemporaryDir>
+#include <QtGui/QKeyEvent>
 #include <QtGui/QStyleHints>
 #include <QtGui/QTouchEvent>
 #include <QtWidgets/QCheckBox>
 #include <QtWidgets/QComboBox>
 #include <QtWidgets/QDialog>
+#include <QtWidgets/QDialogButtonBox>
+#include <QtWidgets/QFileDialog>
 #include <QtWidgets/QLineEdit>
 #include <QtWidgets/QListWidget>
 #include <QtWidgets/QMainWindow>
@@ -14,10 +19,14 @@
 #include <QtWidgets/QPushButton>
 #include <QtWidgets/QRadioButton>
 #include <QtWidgets/QScrollBar>
+#include <QtWidgets/QStyle>
 #include <QtWidgets/QTabWidget>
 #include <QtWidgets/QToolButton>
+#include <QtWidgets/QTreeWidget>
 #include <QtWidgets/QVBoxLayout>
+#include <algorithm>
 
+#include "platform/UIKit/UIControls.h"
 #include "tests/entry/QtScreen.h"
 
 namespace tarni::test {
@@ -118,6 +127,73 @@ TEST_F(Taps, ClickARowThatCouldScroll) {
   finish(tapAt(list->viewport(), list->visualItemRect(list->item(2)).center()));
   EXPECT_EQ(clicked, QStringList("2"));
   EXPECT_EQ(list->verticalScrollBar()->value(), 0);
+}
+
+TEST_F(Taps, SwitchTheCheckBoxOfARow) {
+  auto* const tree = add(new QTreeWidget);
+  auto* const item = new QTreeWidgetItem(tree, {"Sugar"});
+  item->setCheckState(0, Qt::Unchecked);
+  showWindow();
+  const auto views = qt::viewOfWidget(tree)->subviews();
+  const auto box = std::ranges::find_if(
+      views, [](const auto& view) { return view->getClass()->name() == "UISwitch"; });
+  ASSERT_NE(box, views.end());
+  const platform::UIViewRef view = *box;
+  EXPECT_EQ(view->accessibilityLabel(), "Sugar");
+  finish(KIFAdditions::tap(view));
+  EXPECT_EQ(item->checkState(0), Qt::Checked);
+  const auto control = platform::as<platform::UISwitch>(view);
+  EXPECT_TRUE(control->isOn());
+  finish(control->setOn(false));
+  EXPECT_EQ(item->checkState(0), Qt::Unchecked);
+  // The text beside it selects the row and switches nothing.
+  finish(tapAt(tree->viewport(), tree->visualItemRect(item).center()));
+  EXPECT_EQ(item->checkState(0), Qt::Unchecked);
+  EXPECT_TRUE(item->isSelected());
+  delete item;
+  EXPECT_TRUE(view->isHidden());
+}
+
+TEST_F(Taps, TypeIntoARowThatIsEdited) {
+  auto* const list = add(new QListWidget);
+  auto* const item = new QListWidgetItem("old", list);
+  item->setFlags(item->flags() | Qt::ItemIsEditable);
+  list->setEditTriggers(QAbstractItemView::SelectedClicked);
+  showWindow();
+  window_.activateWindow();
+  list->setCurrentItem(item);
+  finish(tapAt(list->viewport(), list->visualItemRect(item).center()));
+  ASSERT_TRUE(runUntil([&] { return list->findChild<QLineEdit*>(); }));
+  auto* const editor = list->findChild<QLineEdit*>();
+  const auto field = platform::as<platform::UITextField>(qt::viewOfWidget(editor));
+  ASSERT_TRUE(field);
+  finish(field->setText("new"));
+  QKeyEvent enter(QEvent::KeyPress, Qt::Key_Return, Qt::NoModifier);
+  QCoreApplication::sendEvent(editor, &enter);
+  EXPECT_TRUE(runUntil([&] { return item->text() == "new"; }));
+}
+
+TEST_F(Taps, ChooseFilesInADialogOfTheToolkit) {
+  QTemporaryDir folder;
+  QFile(folder.filePath("letter.txt")).open(QIODevice::WriteOnly);
+  QFileDialog dialog(nullptr, "Open", folder.path());
+  dialog.setOption(QFileDialog::DontUseNativeDialog);
+  dialog.setViewMode(QFileDialog::List);
+  show(dialog);
+  auto* const list = dialog.findChild<QListView*>("listView");
+  const auto row = [&]() -> platform::UIViewRef {
+    for (const auto& cell : qt::viewOfWidget(list)->subviews()) {
+      if (cell->accessibilityLabel() == "letter.txt") return cell;
+    }
+    return nullptr;
+  };
+  ASSERT_TRUE(runUntil([&] { return row() != nullptr; }));
+  finish(KIFAdditions::tap(row()));
+  EXPECT_EQ(dialog.findChild<QLineEdit*>("fileNameEdit")->text(), "letter.txt");
+  auto* const buttons = dialog.findChild<QDialogButtonBox*>();
+  finish(tap(buttons->button(QDialogButtonBox::Open)));
+  EXPECT_TRUE(runUntil([&] { return dialog.result() == QDialog::Accepted; }));
+  EXPECT_EQ(dialog.selectedFiles(), QStringList(folder.filePath("letter.txt")));
 }
 
 TEST_F(Taps, ChooseFromAComboBox) {
@@ -291,6 +367,64 @@ TEST_F(Taps, StayOutOfALoopThatHoldsInputBack) {
   EXPECT_EQ(clicks, 0);
   EXPECT_TRUE(runUntil([&] { return hasEnded; }));
   EXPECT_EQ(clicks, 1);
+}
+
+// A style, and the direction in which the desktop's language is read.
+struct Look {
+  const char* name;
+  const char* style;
+  Qt::LayoutDirection direction;
+};
+
+class Looks : public Taps, public testing::WithParamInterface<Look> {
+ protected:
+  void SetUp() override {
+    QApplication::setStyle(QString::fromLatin1(GetParam().style));
+    QApplication::setLayoutDirection(GetParam().direction);
+  }
+  void TearDown() override {
+    QApplication::setStyle(before_);
+    QApplication::setLayoutDirection(Qt::LeftToRight);
+  }
+
+ private:
+  const QString before_ = QApplication::style()->objectName();
+};
+
+INSTANTIATE_TEST_SUITE_P(As, Looks,
+                         testing::Values(Look{"Fusion", "Fusion", Qt::LeftToRight},
+                                         Look{"Windows", "Windows", Qt::LeftToRight},
+                                         Look{"FusionFromTheRight", "Fusion", Qt::RightToLeft},
+                                         Look{"WindowsFromTheRight", "Windows", Qt::RightToLeft}),
+                         [](const auto& info) { return std::string(info.param.name); });
+
+// The window lies half outside of the screen.
+TEST_P(Looks, ChangeNothingForAFinger) {
+  auto* const check = add(new QCheckBox("Check"));
+  auto* const radio = add(new QRadioButton("Radio"));
+  auto* const tree = add(new QTreeWidget);
+  auto* const item = new QTreeWidgetItem(tree, {"Sugar"});
+  item->setCheckState(0, Qt::Unchecked);
+  auto* const tabs = add(new QTabWidget);
+  for (const char* const title : {"One", "Two"}) tabs->addTab(new QWidget, title);
+  showWindow();
+  window_.move(-200, -50);
+  for (QWidget* const box : std::initializer_list<QWidget*>{check, radio}) {
+    finish(KIFAdditions::tap(qt::viewOfWidget(box)));
+  }
+  EXPECT_TRUE(check->isChecked());
+  EXPECT_TRUE(radio->isChecked());
+  for (const auto& [widget, name] :
+       {std::pair<QWidget*, const char*>{tree, "UISwitch"}, {tabs->tabBar(), "UITabBarButton"}}) {
+    platform::UIViewRef last;
+    for (const auto& view : qt::viewOfWidget(widget)->subviews()) {
+      if (view->getClass()->name() == name) last = view;
+    }
+    ASSERT_TRUE(last) << name;
+    finish(KIFAdditions::tap(last));
+  }
+  EXPECT_EQ(item->checkState(0), Qt::Checked);
+  EXPECT_EQ(tabs->currentIndex(), 1);
 }
 
 }  // namespace
