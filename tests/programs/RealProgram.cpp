@@ -16,6 +16,7 @@ RealProgram::RealProgram(std::vector<std::string> command)
 
 RealProgram::~RealProgram() {
   program_.reset();
+  bus_.reset();
   std::error_code ignored;
   fs::remove_all(home_, ignored);
 }
@@ -30,7 +31,19 @@ void RealProgram::SetUp() {
   environment["HOME"] = environment["XDG_RUNTIME_DIR"] = environment["TMPDIR"] = home_;
   environment["XDG_CONFIG_HOME"] = environment["XDG_DATA_HOME"] = environment["XDG_CACHE_HOME"] =
       "";
-  environment["DBUS_SESSION_BUS_ADDRESS"] = "unix:path=" + (home_ / "no-bus").string();
+  // By the renderer that needs no graphics card, and without the sandbox, which root does not get.
+  environment["QT_QUICK_BACKEND"] = "software";
+  environment["QTWEBENGINE_DISABLE_SANDBOX"] = "1";
+  const std::string bus = "unix:path=" + (home_ / "bus").string();
+  environment["DBUS_SESSION_BUS_ADDRESS"] = bus;
+  if (needsBus_) {
+    Program::Environment session = environment;
+    session["LD_PRELOAD"] = "";
+    bus_ = std::make_unique<Program>(
+        std::vector<std::string>{"dbus-daemon", "--session", "--nofork", "--address=" + bus},
+        session);
+    ASSERT_TRUE(eventually([this] { return fs::exists(home_ / "bus"); })) << bus_->output();
+  }
   environment["LC_ALL"] = "C.UTF-8";
   program_ = std::make_unique<Program>(command_, environment);
   playback_ = std::make_unique<Playback>();

@@ -19,6 +19,11 @@
 
 namespace tarni::test {
 
+// A page for browsers: its title and its button change together.
+inline constexpr auto kShop =
+    "<title>Shop</title>"
+    "<button onclick=\"document.title = this.textContent = 'Sold'\">Buy</button>";
+
 // The parameter is the platform of the toolkit: "xcb", with a display of its own, or "offscreen".
 class RealProgram : public testing::TestWithParam<const char*> {
  protected:
@@ -43,13 +48,17 @@ class RealProgram : public testing::TestWithParam<const char*> {
 
   // Makes a file in the program's home and has the program open it when it starts.
   void openAtStart(const std::string& name, const std::string& contents);
+  // Has the program start in a session with a bus, without which some do not.
+  void needSessionBus() { needsBus_ = true; }
   // Leaves the rest of the case out.
   void notYet(const std::string& why);
 
  private:
   std::vector<std::string> command_;
   std::filesystem::path home_;
+  bool needsBus_ = false;
   std::unique_ptr<Display> display_;
+  std::unique_ptr<Program> bus_;
   std::unique_ptr<Program> program_;
   std::unique_ptr<Playback> playback_;
   std::string toolkit_;
