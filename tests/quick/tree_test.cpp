@@ -1,5 +1,6 @@
 // Which items are views, in which order, where, and which of them a finger meets.
 
+#include "backends/qt/quick/QuickStill.h"
 #include "tests/quick/QuickScreen.h"
 
 namespace tarni::test {
@@ -121,6 +122,45 @@ TEST_F(HitTest, MeetsWhatTakesTheTouchOrIsDrawnInIt) {
   EXPECT_EQ(root()->hitTest({400, 10}), nullptr);
   EXPECT_EQ(root()->hitTest({-0.5, 10}), nullptr);
   EXPECT_EQ(nameOf(view("card")->hitTest({50, 30})), "caption") << "own coordinates";
+}
+
+Task<void> draw(UIViewRef view, std::function<void()> afterwards) {
+  co_await view->drawViewHierarchy();
+  afterwards();
+}
+
+TEST_F(HitTest, MeetsTheSameInASceneThatWasJustDrawn) {
+  show(R"(Rectangle { objectName: "page"; anchors.fill: parent; color: "white"
+    Rectangle { objectName: "turned"; x: 60; y: 40; width: 80; height: 30; rotation: 30; color: "red" }
+    Item { x: 200; y: 20
+      Rectangle { objectName: "outside"; x: 30; y: 10; width: 50; height: 50; color: "blue" } }
+    Item { x: 20; y: 150; width: 40; height: 40; clip: true
+      Rectangle { objectName: "clipped"; width: 100; height: 100; color: "green" } }
+    Rectangle { objectName: "large"; x: 200; y: 150; width: 80; height: 80; color: "gray"
+      Rectangle { objectName: "behind"; z: -1; x: -20; width: 60; height: 40; color: "black" } }
+    Rectangle { objectName: "unseen"; opacity: 0; x: 300; width: 50; height: 50; color: "red" }
+    Flickable { x: 300; y: 100; width: 60; height: 60; contentHeight: 200; contentY: 50
+      Rectangle { objectName: "row"; y: 60; width: 60; height: 30; color: "red" } }
+    ListView { objectName: "list"; x: 100; y: 240; width: 80; height: 50; model: 10
+      delegate: Rectangle { width: 80; height: 8; color: index % 2 ? "red" : "blue" } } })");
+  const auto metEverywhere = [this] {
+    Names all;
+    for (int y = 0; y < 300; y += 6) {
+      for (int x = 0; x < 400; x += 6) all.push_back(met(x, y));
+    }
+    return all;
+  };
+  const Names before = metEverywhere();
+  for (const char* const name : {"turned", "outside", "clipped", "behind", "row"}) {
+    EXPECT_THAT(before, Contains(name));
+  }
+  finish(draw(root(), [&] {
+    EXPECT_EQ(metEverywhere(), before);
+    EXPECT_TRUE(qt::stillOf(*window_) && qt::stillOf(*window_)->reach);
+    object("outside")->setX(80);
+    EXPECT_EQ(met(300, 50), "outside");
+  }));
+  EXPECT_EQ(qt::stillOf(*window_), nullptr) << "the program has run";
 }
 
 TEST_F(HitTest, AListThatIsNotFlickedLetsFingersThrough) {

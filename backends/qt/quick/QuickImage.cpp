@@ -1,7 +1,5 @@
 #include "backends/qt/quick/QuickImage.h"
 
-#include <private/qquickwindow_p.h>
-
 #include <QtCore/QPointer>
 #include <QtGui/QPainter>
 #include <QtQuick/QQuickItem>
@@ -14,6 +12,7 @@
 #include "backends/qt/QtImage.h"
 #include "backends/qt/QtProgram.h"
 #include "backends/qt/quick/QuickScene.h"
+#include "backends/qt/quick/QuickStill.h"
 #include "backends/qt/quick/QuickTree.h"
 
 namespace tarni::qt {
@@ -59,12 +58,8 @@ UIImageRef cut(const QImage& scene, const QRectF& part) {
 Task<QImage> nextFrame(QQuickWindow& scene) {
   const QSize size = scene.size();
   const double scale = scene.effectiveDevicePixelRatio();
-  const QPointer<Background> background = new Background(scene);
   const QSharedPointer<QQuickItemGrabResult> grab = scene.contentItem()->grabToImage(size * scale);
-  if (!grab) {
-    delete background;
-    co_return QImage();
-  }
+  if (!grab) co_return QImage();
   const auto suspension = std::make_shared<Suspension>();
   Pause pause{suspension,
               [suspension, grab] {
@@ -73,43 +68,25 @@ Task<QImage> nextFrame(QQuickWindow& scene) {
               },
               kFrameSeconds};
   co_await pause;
-  delete background;
   co_return grab->image();
-}
-
-// The last picture of a scene. Whoever describes a page asks for hundreds of its views in a row;
-// they are cut from one picture as long as the program does not run in between.
-struct Shot {
-  QPointer<QQuickWindow> scene;
-  QImage image;
-};
-
-Shot& lastShot() {
-  static auto* const shared = new Shot;
-  return *shared;
-}
-
-bool shows(const Shot& shot, QQuickWindow& scene) {
-  return shot.scene == &scene && !QQuickWindowPrivate::get(&scene)->dirtyItemList;
-}
-
-void keepUntilProgramRuns(QQuickWindow* scene, const QImage& image) {
-  lastShot() = {scene, image};
-  postToProgram([] { lastShot() = {}; });
 }
 
 // A null image when the scene is not shown.
 Task<QImage> picture(QQuickWindow& scene) {
-  if (shows(lastShot(), scene)) co_return lastShot().image;
+  if (const QuickStill* const still = stillOf(scene)) co_return still->image;
   // Grabbing a window that is not shown would show it for a moment.
   if (!scene.isVisible()) co_return QImage();
   const double width = scene.width();
   const QPointer<QQuickWindow> asked = &scene;
   QImage image = scene.grabWindow();
-  if (image.isNull()) image = co_await nextFrame(scene);
+  std::unique_ptr<QQuickItem> background;
+  if (image.isNull()) {
+    background = std::make_unique<Background>(scene);
+    image = co_await nextFrame(scene);
+  }
   // Not every renderer says how many pixels it gives a point.
   if (!image.isNull()) image.setDevicePixelRatio(image.width() / width);
-  keepUntilProgramRuns(asked, image);
+  keepStill(asked, image, std::move(background));
   co_return image;
 }
 

@@ -11,7 +11,9 @@
 #include <vector>
 
 #include "backends/qt/quick/QmlOrigin.h"
+#include "backends/qt/quick/QuickReach.h"
 #include "backends/qt/quick/QuickRegistry.h"
+#include "backends/qt/quick/QuickStill.h"
 
 namespace tarni::qt {
 namespace {
@@ -92,15 +94,10 @@ QList<QQuickItem*> childrenInPaintOrder(const QQuickItem& item) {
 
 // ---------------------------------------------------------------------------------- what is met
 
-bool isShown(const QQuickItem& item) {
-  return item.isVisible() && item.opacity() > 0;
-}
-
 // From the parent's coordinates into the child's. Mapping between any two items goes by the whole
 // scene instead.
 QPointF intoChild(const QQuickItem& child, QPointF point) {
-  QTransform toParent;
-  QQuickItemPrivate::get(&child)->itemToParentTransform(toParent);
+  const QTransform toParent = transformToParent(child);
   if (toParent.type() <= QTransform::TxTranslate) {
     return point - QPointF(toParent.dx(), toParent.dy());
   }
@@ -108,8 +105,13 @@ QPointF intoChild(const QQuickItem& child, QPointF point) {
 }
 
 bool clipsAway(const QQuickItem& item, QPointF point) {
-  const bool clips = item.clip() || flickableOf(item);
-  return clips && !item.clipRect().contains(point);
+  return clipsContents(item) && !item.clipRect().contains(point);
+}
+
+// Edges count, as they do for items.
+bool contains(const QRectF& rect, QPointF point) {
+  return point.x() >= rect.left() && point.x() <= rect.right() && point.y() >= rect.top() &&
+         point.y() <= rect.bottom();
 }
 
 // A frame that somebody laid over everything covers nothing.
@@ -142,7 +144,8 @@ bool takesTouches(const QQuickItem& item) {
 // view itself may stand above what its parent shows.
 class Probe {
  public:
-  Probe(QQuickItem& root, QPointF point) {
+  // With the reach of all items below `root`, when it is known.
+  Probe(QQuickItem& root, QPointF point, const QuickReach* reach) : reach_(reach) {
     steps_.push_back({&root, point, false});
     while (!steps_.empty() && (!taker || (isRecognizer(*taker) && !drawn))) {
       const Step step = steps_.back();
@@ -172,11 +175,22 @@ class Probe {
     const auto pushSelf = [&] {
       if (!std::exchange(isSelfPushed, true)) steps_.push_back({&item, point, true});
     };
-    for (QQuickItem* const child : childrenInPaintOrder(item)) {
-      if (child->z() >= 0) pushSelf();
-      steps_.push_back({child, intoChild(*child, point), false});
+    if (reach_) {
+      for (const QuickReach::Child& child : reach_->childrenOf(item)) {
+        if (child.z >= 0) pushSelf();
+        if (contains(child.rect, point)) push(*child.item, point);
+      }
+    } else {
+      for (QQuickItem* const child : childrenInPaintOrder(item)) {
+        if (child->z() >= 0) pushSelf();
+        push(*child, point);
+      }
     }
     pushSelf();
+  }
+
+  void push(QQuickItem& child, QPointF point) {
+    steps_.push_back({&child, intoChild(child, point), false});
   }
 
   void meet(QQuickItem& item, QPointF point) {
@@ -185,8 +199,18 @@ class Probe {
     if (!taker && takesTouches(item)) taker = &item;
   }
 
+  const QuickReach* const reach_;
   std::vector<Step> steps_;
 };
+
+// Known as long as the scene is as it was drawn, when many points of it are asked for.
+const QuickReach* reachOf(QQuickItem& root) {
+  QQuickWindow* const scene = root.window();
+  QuickStill* const still = scene && scene->contentItem() == &root ? stillOf(*scene) : nullptr;
+  if (!still) return nullptr;
+  if (!still->reach) still->reach.emplace(root);
+  return &*still->reach;
+}
 
 // True when a finger on `item` is meant for it although `taker` (null is the scene) takes the
 // touch: it stands in that, which is no control, with nothing between them that takes touches of
@@ -231,7 +255,7 @@ QQuickItem* viewItem(QQuickItem* item) {
 }
 
 QQuickItem* itemAt(QQuickItem& root, QPointF point) {
-  const Probe probe(root, point);
+  const Probe probe(root, point, reachOf(root));
   QQuickItem* const drawn = viewItem(probe.drawn);
   if (!probe.taker) return drawn;
   QQuickItem* const taker = viewItem(probe.taker);

@@ -1,0 +1,39 @@
+// QuickReach: where the items of a scene can be met, each with everything that stands in it. With
+// it, a search at a point leaves out what lies elsewhere without entering it; so searches at the
+// points of all items of a large page do not each go through all of them. It holds for the scene as
+// it was when this was made. GUI thread.
+#pragma once
+
+#include <QtQuick/QQuickItem>
+#include <unordered_map>
+#include <vector>
+
+namespace tarni::qt {
+
+class QuickReach {
+ public:
+  // Of everything below `root`.
+  explicit QuickReach(const QQuickItem& root);
+
+  struct Child {
+    QQuickItem* item;
+    QRectF rect;  // in the parent's coordinates
+    double z;
+  };
+  // The shown children in paint order.
+  const std::vector<Child>& childrenOf(const QQuickItem& item) const;
+
+ private:
+  std::unordered_map<const QQuickItem*, std::vector<Child>> children_;
+};
+
+// Into the parent's coordinates.
+QTransform transformToParent(const QQuickItem& item);
+
+// False for an item that nobody sees, whatever stands in it.
+bool isShown(const QQuickItem& item);
+
+// True for an item that keeps what stands in it inside its rectangle.
+bool clipsContents(const QQuickItem& item);
+
+}  // namespace tarni::qt
