@@ -149,7 +149,7 @@ bool isToolkitClass(const QMetaObject* metaObject) {
 Class classNamed(const char* name, Class superclass) {
   const Class named = platform::defineClass(name, superclass);
   if (named->superclass() == superclass) return named;
-  return new platform::ClassInfo(name, superclass);
+  return new platform::ClassInfo(std::string(name), superclass);
 }
 
 Kind kindOfWidget(const QWidget& widget) {

@@ -5,12 +5,18 @@
 #include <mutex>
 #include <unordered_set>
 
+#include "platform/UIKit/Classes.h"
+
 namespace tarni::platform {
 namespace {
 
 struct Registry {
+  Registry() {
+    for (const Class known : uikit::all) classes.emplace(known->name(), known);
+  }
+
   std::mutex mutex;
-  std::map<std::string, std::unique_ptr<ClassInfo>, std::less<>> classes;
+  std::map<std::string_view, Class> classes;
 };
 
 // Never destroyed: threads of the agent still run while the process exits.
@@ -37,28 +43,34 @@ std::string lowercase(std::string_view text) {
   return lower;
 }
 
-ClassInfo::ClassInfo(std::string name, Class superclass)
-    : name_(sharedName(std::move(name))),
-      lowercaseName_(lowercase(name_)),
-      superclass_(superclass) {
-  if (superclass) lineage_ = superclass->lineage_;
-  lineage_.push_back(this);
+ClassInfo::ClassInfo(const std::string& name, Class superclass)
+    : ClassInfo(sharedName(name).c_str(), superclass) {}
+
+// Whoever comes second takes what the first has made.
+const ClassInfo::Details& ClassInfo::makeDetails() const {
+  auto made = std::make_unique<Details>(Details{sharedName(text_), lowercase(text_), {}});
+  if (superclass_) made->lineage = superclass_->details().lineage;
+  made->lineage.push_back(this);
+  const Details* known = nullptr;
+  if (!details_.compare_exchange_strong(known, made.get())) return *known;
+  return *made.release();
 }
 
 Class defineClass(std::string_view name, Class superclass) {
   Registry& all = registry();
   const std::lock_guard lock(all.mutex);
   const auto known = all.classes.find(name);
-  if (known != all.classes.end()) return known->second.get();
-  auto made = std::make_unique<ClassInfo>(std::string(name), superclass);
-  return all.classes.emplace(std::string(name), std::move(made)).first->second.get();
+  if (known != all.classes.end()) return known->second;
+  const Class made = new ClassInfo(std::string(name), superclass);
+  all.classes.emplace(made->name(), made);
+  return made;
 }
 
 Class NSClassFromString(std::string_view name) {
   Registry& all = registry();
   const std::lock_guard lock(all.mutex);
   const auto known = all.classes.find(name);
-  return known == all.classes.end() ? nullptr : known->second.get();
+  return known == all.classes.end() ? nullptr : known->second;
 }
 
 }  // namespace tarni::platform

@@ -4,6 +4,9 @@
 // Classes are made once, live as long as the process and are compared by address. Any thread.
 #pragma once
 
+#include <algorithm>
+#include <atomic>
+#include <cstddef>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -15,27 +18,50 @@ using Class = const ClassInfo*;
 
 class ClassInfo {
  public:
-  ClassInfo(std::string name, Class superclass);
+  // `name` outlives the class.
+  constexpr ClassInfo(const char* name, Class superclass) : text_(name), superclass_(superclass) {}
+  // Keeps the name.
+  ClassInfo(const std::string& name, Class superclass);
   ClassInfo(const ClassInfo&) = delete;
   ClassInfo& operator=(const ClassInfo&) = delete;
 
   // One text for all classes of the name, so that names can be compared by address as well.
-  const std::string& name() const { return name_; }
-  const std::string& lowercaseName() const { return lowercaseName_; }
+  const std::string& name() const { return details().name; }
+  const std::string& lowercaseName() const { return details().lowercaseName; }
   Class superclass() const { return superclass_; }
 
   // Constant time, however deep the hierarchy.
   bool isSubclassOf(Class kind) const {
-    return kind && kind->depth() < lineage_.size() && lineage_[kind->depth()] == kind;
+    if (!kind) return false;
+    const std::vector<Class>& lineage = details().lineage;
+    const std::size_t depth = kind->details().lineage.size() - 1;
+    return depth < lineage.size() && lineage[depth] == kind;
   }
 
  private:
-  std::size_t depth() const { return lineage_.size() - 1; }
+  struct Details {
+    const std::string& name;
+    std::string lowercaseName;
+    std::vector<Class> lineage;  // from the root class to this one
+  };
 
-  const std::string& name_;
-  std::string lowercaseName_;
+  const Details& details() const {
+    const Details* const known = details_.load(std::memory_order_acquire);
+    return known ? *known : makeDetails();
+  }
+  const Details& makeDetails() const;
+
+  const char* text_;
   Class superclass_;
-  std::vector<Class> lineage_;  // from the root class to this one
+  mutable std::atomic<const Details*> details_ = nullptr;  // made when somebody asks
+};
+
+// A name as an argument of a template.
+template <std::size_t size>
+struct ClassName {
+  // NOLINTNEXTLINE(google-explicit-constructor)
+  constexpr ClassName(const char (&name)[size]) { std::copy_n(name, size, text); }
+  char text[size] = {};
 };
 
 // The class of that name; made on first use, below `superclass` (null for a root class). A name

@@ -6,42 +6,83 @@
 
 namespace tarni::platform::uikit {
 
-inline const Class NSObject = defineClass("NSObject", nullptr);
-inline const Class UIResponder = defineClass("UIResponder", NSObject);
-inline const Class UIApplication = defineClass("UIApplication", UIResponder);
-inline const Class UIViewController = defineClass("UIViewController", UIResponder);
-inline const Class UIView = defineClass("UIView", UIResponder);
-inline const Class UIWindow = defineClass("UIWindow", UIView);
-inline const Class UILabel = defineClass("UILabel", UIView);
-inline const Class UIImageView = defineClass("UIImageView", UIView);
-inline const Class UIControl = defineClass("UIControl", UIView);
-inline const Class UIButton = defineClass("UIButton", UIControl);
-inline const Class UITextField = defineClass("UITextField", UIControl);
-inline const Class UISwitch = defineClass("UISwitch", UIControl);
-inline const Class UISlider = defineClass("UISlider", UIControl);
-inline const Class UISegmentedControl = defineClass("UISegmentedControl", UIControl);
-inline const Class UIScrollView = defineClass("UIScrollView", UIView);
-inline const Class UITextView = defineClass("UITextView", UIScrollView);
-inline const Class UITableView = defineClass("UITableView", UIScrollView);
-inline const Class UICollectionView = defineClass("UICollectionView", UIScrollView);
-inline const Class UITableViewCell = defineClass("UITableViewCell", UIView);
-inline const Class UICollectionReusableView = defineClass("UICollectionReusableView", UIView);
-inline const Class UICollectionViewCell =
-    defineClass("UICollectionViewCell", UICollectionReusableView);
-inline const Class UIPickerView = defineClass("UIPickerView", UIView);
-inline const Class UIProgressView = defineClass("UIProgressView", UIView);
-inline const Class UINavigationBar = defineClass("UINavigationBar", UIView);
-inline const Class UIToolbar = defineClass("UIToolbar", UIView);
-inline const Class UITabBar = defineClass("UITabBar", UIView);
-inline const Class UIAlertView = defineClass("UIAlertView", UIView);
-inline const Class UIWebView = defineClass("UIWebView", UIView);
-inline const Class UIImage = defineClass("UIImage", NSObject);
-inline const Class UINavigationItem = defineClass("UINavigationItem", NSObject);
-inline const Class UIBarItem = defineClass("UIBarItem", NSObject);
-inline const Class UIBarButtonItem = defineClass("UIBarButtonItem", UIBarItem);
-inline const Class UITabBarItem = defineClass("UITabBarItem", UIBarItem);
-inline const Class UIGestureRecognizer = defineClass("UIGestureRecognizer", NSObject);
-inline const Class UITapGestureRecognizer =
-    defineClass("UITapGestureRecognizer", UIGestureRecognizer);
+// A class that stands from the start: load hooks of a class-loading runtime run before any
+// initialiser of the library.
+template <ClassName name, Class superclass = nullptr>
+inline constinit const ClassInfo knownClass{name.text, superclass};
+
+inline constexpr Class NSObject = &knownClass<"NSObject">;
+inline constexpr Class UIResponder = &knownClass<"UIResponder", NSObject>;
+inline constexpr Class UIApplication = &knownClass<"UIApplication", UIResponder>;
+inline constexpr Class UIViewController = &knownClass<"UIViewController", UIResponder>;
+inline constexpr Class UIView = &knownClass<"UIView", UIResponder>;
+inline constexpr Class UIWindow = &knownClass<"UIWindow", UIView>;
+inline constexpr Class UILabel = &knownClass<"UILabel", UIView>;
+inline constexpr Class UIImageView = &knownClass<"UIImageView", UIView>;
+inline constexpr Class UIControl = &knownClass<"UIControl", UIView>;
+inline constexpr Class UIButton = &knownClass<"UIButton", UIControl>;
+inline constexpr Class UITextField = &knownClass<"UITextField", UIControl>;
+inline constexpr Class UISwitch = &knownClass<"UISwitch", UIControl>;
+inline constexpr Class UISlider = &knownClass<"UISlider", UIControl>;
+inline constexpr Class UISegmentedControl = &knownClass<"UISegmentedControl", UIControl>;
+inline constexpr Class UIScrollView = &knownClass<"UIScrollView", UIView>;
+inline constexpr Class UITextView = &knownClass<"UITextView", UIScrollView>;
+inline constexpr Class UITableView = &knownClass<"UITableView", UIScrollView>;
+inline constexpr Class UICollectionView = &knownClass<"UICollectionView", UIScrollView>;
+inline constexpr Class UITableViewCell = &knownClass<"UITableViewCell", UIView>;
+inline constexpr Class UICollectionReusableView = &knownClass<"UICollectionReusableView", UIView>;
+inline constexpr Class UICollectionViewCell =
+    &knownClass<"UICollectionViewCell", UICollectionReusableView>;
+inline constexpr Class UIPickerView = &knownClass<"UIPickerView", UIView>;
+inline constexpr Class UIProgressView = &knownClass<"UIProgressView", UIView>;
+inline constexpr Class UINavigationBar = &knownClass<"UINavigationBar", UIView>;
+inline constexpr Class UIToolbar = &knownClass<"UIToolbar", UIView>;
+inline constexpr Class UITabBar = &knownClass<"UITabBar", UIView>;
+inline constexpr Class UIAlertView = &knownClass<"UIAlertView", UIView>;
+inline constexpr Class UIWebView = &knownClass<"UIWebView", UIView>;
+inline constexpr Class UIImage = &knownClass<"UIImage", NSObject>;
+inline constexpr Class UINavigationItem = &knownClass<"UINavigationItem", NSObject>;
+inline constexpr Class UIBarItem = &knownClass<"UIBarItem", NSObject>;
+inline constexpr Class UIBarButtonItem = &knownClass<"UIBarButtonItem", UIBarItem>;
+inline constexpr Class UITabBarItem = &knownClass<"UITabBarItem", UIBarItem>;
+inline constexpr Class UIGestureRecognizer = &knownClass<"UIGestureRecognizer", NSObject>;
+inline constexpr Class UITapGestureRecognizer =
+    &knownClass<"UITapGestureRecognizer", UIGestureRecognizer>;
+
+inline constexpr Class all[] = {NSObject,
+                                UIResponder,
+                                UIApplication,
+                                UIViewController,
+                                UIView,
+                                UIWindow,
+                                UILabel,
+                                UIImageView,
+                                UIControl,
+                                UIButton,
+                                UITextField,
+                                UISwitch,
+                                UISlider,
+                                UISegmentedControl,
+                                UIScrollView,
+                                UITextView,
+                                UITableView,
+                                UICollectionView,
+                                UITableViewCell,
+                                UICollectionReusableView,
+                                UICollectionViewCell,
+                                UIPickerView,
+                                UIProgressView,
+                                UINavigationBar,
+                                UIToolbar,
+                                UITabBar,
+                                UIAlertView,
+                                UIWebView,
+                                UIImage,
+                                UINavigationItem,
+                                UIBarItem,
+                                UIBarButtonItem,
+                                UITabBarItem,
+                                UIGestureRecognizer,
+                                UITapGestureRecognizer};
 
 }  // namespace tarni::platform::uikit
