@@ -1,8 +1,10 @@
 # Objective-C and Objective-C++, for backends/ios and its double of UIKit on Linux: clang on GNUstep,
 # since g++'s Objective-C has neither fast enumeration nor exceptions that meet C++'s. C++ stays with the
 # project's compiler; both use its standard library.
-find_program(CMAKE_OBJC_COMPILER clang-19 REQUIRED)
-find_program(CMAKE_OBJCXX_COMPILER clang++-19 REQUIRED)
+if(NOT IOS)
+  find_program(CMAKE_OBJC_COMPILER clang-19 REQUIRED)
+  find_program(CMAKE_OBJCXX_COMPILER clang++-19 REQUIRED)
+endif()
 enable_language(OBJC)
 enable_language(OBJCXX)
 set(CMAKE_OBJCXX_STANDARD 20)
@@ -16,8 +18,15 @@ if(TARNI_CCACHE)
   set(CMAKE_OBJCXX_COMPILER_LAUNCHER "${TARNI_CCACHE}")
 endif()
 
-# GNUstep's Foundation on the runtime that Debian has, whose headers come with gcc.
 add_library(tarni_foundation INTERFACE)
+if(IOS)
+  foreach(framework Foundation UIKit QuartzCore CoreGraphics CoreFoundation)
+    target_link_libraries(tarni_foundation INTERFACE "-framework ${framework}")
+  endforeach()
+  return()
+endif()
+
+# GNUstep's Foundation on the runtime that Debian has, whose headers come with gcc.
 set(objective_c $<COMPILE_LANGUAGE:OBJC,OBJCXX>)
 file(GLOB gcc_headers "/usr/lib/gcc/*/*/include/objc")
 list(GET gcc_headers -1 gcc_headers)
@@ -29,4 +38,6 @@ target_compile_definitions(tarni_foundation INTERFACE
   "$<${objective_c}:GNUSTEP;GNUSTEP_BASE_LIBRARY=1;GNU_RUNTIME=1;_NATIVE_OBJC_EXCEPTIONS>")
 target_include_directories(tarni_foundation SYSTEM INTERFACE
   $<${objective_c}:/usr/include/GNUstep>)
+# What of the system's C interfaces the backend uses, which tests/darwin stands in for.
+target_include_directories(tarni_foundation SYSTEM INTERFACE "${CMAKE_SOURCE_DIR}/tests/darwin/include")
 target_link_libraries(tarni_foundation INTERFACE gnustep-base objc)

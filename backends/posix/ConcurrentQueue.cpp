@@ -9,7 +9,7 @@ void ConcurrentQueue::async(platform::Block block) {
 }
 
 void ConcurrentQueue::sync(const platform::Block& block) {
-  const InsideQueue inside(*this);
+  const platform::InsideQueue inside(*this);
   platform::runGuarded(label_.c_str(), block);
 }
 

@@ -4,9 +4,9 @@
 #include <string>
 #include <utility>
 
-#include "backends/posix/InsideQueue.h"
 #include "backends/posix/WorkerPool.h"
 #include "platform/Dispatch/Dispatch.h"
+#include "platform/Dispatch/InsideQueue.h"
 
 namespace tarni::posix {
 
@@ -16,7 +16,7 @@ class ConcurrentQueue : public platform::DispatchQueue {
 
   const std::string& label() const override { return label_; }
   bool isConcurrent() const override { return true; }
-  bool isCurrent() const override { return InsideQueue::isInside(*this); }
+  bool isCurrent() const override { return platform::InsideQueue::isInside(*this); }
   void async(platform::Block block) override;
   // Runs the block on the calling thread.
   void sync(const platform::Block& block) override;

@@ -2,13 +2,13 @@
 
 #include <utility>
 
-#include "backends/posix/InsideQueue.h"
+#include "platform/Dispatch/InsideQueue.h"
 #include "platform/Foundation/Guarded.h"
 
 namespace tarni::posix {
 
 bool SerialQueue::isCurrent() const {
-  return InsideQueue::isInside(*this);
+  return platform::InsideQueue::isInside(*this);
 }
 
 void SerialQueue::async(platform::Block block) {
@@ -70,7 +70,7 @@ void SerialQueue::run(Lock& lock, const std::function<bool()>& isEnough) {
     blocks_.pop_front();
     lock.unlock();
     {
-      const InsideQueue inside(*this);
+      const platform::InsideQueue inside(*this);
       platform::runGuarded(label_.c_str(), block);
       block = nullptr;
     }

@@ -3,13 +3,15 @@
 
 #include <gtest/gtest.h>
 
-#include "backends/posix/Dispatch.h"
 #include "platform/Platform.h"
 #include "tests/posix/Immortal.h"
 #include "tests/posix/LineLog.h"
 #include "tests/posix/LoopMainQueue.h"
 
 namespace tarni::test {
+
+// The dispatch that the program's cases are about.
+platform::Dispatch& makeDispatch(platform::MainQueue& mainQueue);
 
 // What threads of a case that failed may still use is never destroyed.
 class PosixTest : public testing::Test {
@@ -23,7 +25,7 @@ class PosixTest : public testing::Test {
 
   LineLog& log_ = immortal<LineLog>();
   LoopMainQueue& mainQueue_ = immortal<LoopMainQueue>();
-  posix::Dispatch& dispatch_ = immortal<posix::Dispatch>(mainQueue_);
+  platform::Dispatch& dispatch_ = makeDispatch(mainQueue_);
 };
 
 }  // namespace tarni::test

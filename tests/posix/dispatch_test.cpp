@@ -1,5 +1,3 @@
-#include <pthread.h>
-#include <signal.h>
 #include <sys/socket.h>
 #include <unistd.h>
 
@@ -128,31 +126,6 @@ TEST_F(DispatchTest, SleepersOfTheBackgroundQueueKeepNobodyWaiting) {
   }
   std::future<void> reached = all.get_future();
   EXPECT_TRUE(isReached(reached));
-}
-
-TEST_F(DispatchTest, OurThreadsTakeNoSignalsAndHaveNames) {
-  const auto inspect = [](const std::string& expectedName) {
-    sigset_t blocked;
-    pthread_sigmask(SIG_SETMASK, nullptr, &blocked);
-    EXPECT_TRUE(sigismember(&blocked, SIGTERM) && sigismember(&blocked, SIGCHLD) &&
-                sigismember(&blocked, SIGUSR1));
-    std::array<char, 16> name{};
-    pthread_getname_np(pthread_self(), name.data(), name.size());
-    EXPECT_EQ(name.data(), expectedName);
-  };
-  std::latch both(2);
-  queue_->async([&] {
-    inspect("tarni-queue");
-    both.count_down();
-  });
-  dispatch_.backgroundQueue().async([&] {
-    inspect("tarni-bg");
-    both.count_down();
-  });
-  both.wait();
-  sigset_t own;
-  pthread_sigmask(SIG_SETMASK, nullptr, &own);
-  EXPECT_FALSE(sigismember(&own, SIGTERM)) << "the caller's mask is left as it was";
 }
 
 TEST_F(DispatchTest, DelaysEndInTheirOrderOnTheirQueue) {

@@ -3,20 +3,19 @@
 
 #include "platform/Dispatch/Dispatch.h"
 
-namespace tarni::posix {
+namespace tarni::platform {
 
 // Marks the calling thread as being inside `queue` for the life of the object.
 class InsideQueue {
  public:
-  explicit InsideQueue(const platform::DispatchQueue& queue) noexcept
-      : queue_(&queue), outer_(innermost) {
+  explicit InsideQueue(const DispatchQueue& queue) noexcept : queue_(&queue), outer_(innermost) {
     innermost = this;
   }
   ~InsideQueue() { innermost = outer_; }
   InsideQueue(const InsideQueue&) = delete;
   InsideQueue& operator=(const InsideQueue&) = delete;
 
-  static bool isInside(const platform::DispatchQueue& queue) noexcept {
+  static bool isInside(const DispatchQueue& queue) noexcept {
     for (const InsideQueue* inside = innermost; inside; inside = inside->outer_) {
       if (inside->queue_ == &queue) return true;
     }
@@ -26,8 +25,8 @@ class InsideQueue {
  private:
   inline static thread_local const InsideQueue* innermost = nullptr;
 
-  const platform::DispatchQueue* queue_;
+  const DispatchQueue* queue_;
   const InsideQueue* outer_;
 };
 
-}  // namespace tarni::posix
+}  // namespace tarni::platform

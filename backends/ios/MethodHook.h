@@ -1,0 +1,49 @@
+// MethodHook: an Objective-C method that calls what the agent gave for it, and the call that is
+// going on. Main thread.
+#pragma once
+
+#include <array>
+#include <string_view>
+#include <vector>
+
+#include "backends/ios/Apple.h"
+#include "platform/ObjectiveC/Runtime.h"
+
+namespace tarni::ios {
+
+// What a method is called with, beside its receiver and its selector.
+enum class MethodShape { Nothing, Flag, Object, TwoObjects, Other };
+
+// Of a type encoding, with or without the offsets that the runtime writes into it.
+MethodShape shapeOf(std::string_view types);
+
+// A function of the shape that calls `implementation` each time. Null, after a log line, when there
+// is none for the shape or all of them are in use.
+IMP makeHook(MethodShape shape, platform::Implementation implementation);
+
+// One call of a hook.
+class HookedCall {
+ public:
+  HookedCall(id receiver, id first, id second) noexcept;
+  ~HookedCall();
+  HookedCall(const HookedCall&) = delete;
+  HookedCall& operator=(const HookedCall&) = delete;
+
+  // The innermost call whose receiver is of the class; null when there is none.
+  static HookedCall* of(::Class cls);
+
+  id receiver() const { return receiver_; }
+  // What the method was called with; nil for what is no object.
+  id object(std::size_t index) const { return objects_.at(index); }
+  // Keeps what the application's method raised until the hook has done its own.
+  void setRaised(id raised) { raised_ = raised; }
+  id raised() const { return raised_; }
+
+ private:
+  id receiver_;
+  std::array<id, 2> objects_;
+  id raised_ = nil;
+  HookedCall* outer_;
+};
+
+}  // namespace tarni::ios

@@ -1,0 +1,13 @@
+// What a test sees and sets of the double of Mach.
+#pragma once
+
+#include <cstddef>
+
+namespace tarni::test {
+
+// The kernel gives no statistics.
+extern bool isKernelSilent;
+// The words that the kernel gave and nobody gave back.
+extern std::size_t wordsKept;
+
+}  // namespace tarni::test
