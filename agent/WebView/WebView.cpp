@@ -11,7 +11,8 @@
 
 namespace tarni {
 
-std::string REMOTE_CDN_URL;
+// Where class-load hooks start the agent they run before the initialisers of its library.
+constinit std::string REMOTE_CDN_URL;
 
 namespace {
 

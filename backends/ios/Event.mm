@@ -28,6 +28,7 @@ std::string Event::description() const {
 }
 
 void Event::_clearTouches() {
+  touches_.clear();
   privately(native(), @selector(_clearTouches), "gestures are not made",
             [&] { [native() _clearTouches]; });
 }

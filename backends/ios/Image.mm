@@ -15,8 +15,11 @@ bool isDrawable(::CGSize size) {
 template <typename Draw>
 platform::UIImageRef drawn(id subject, const char* operation, ::CGSize size, BOOL opaque,
                            CGFloat scale, Draw draw) {
-  if (!isDrawable(size)) return nullptr;
-  UIGraphicsBeginImageContextWithOptions(size, opaque, scale);
+  const bool isOpen = isDrawable(size) && answered(subject, "UIGraphicsBeginImageContext", [&] {
+    UIGraphicsBeginImageContextWithOptions(size, opaque, scale);
+    return true;
+  });
+  if (!isOpen) return nullptr;
   const bool isDrawn = answered(subject, operation, [&] {
     draw();
     return true;

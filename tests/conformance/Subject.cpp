@@ -23,8 +23,12 @@ void PrintTo(const Subject& subject, std::ostream* output) {
 }
 
 std::vector<Subject> subjects() {
-  return {
-      {"Headless", {built("bin/tarni-headless")}, {}}, qt("5"), qt("6"), quick("5"), quick("6")};
+  return {{"Headless", {built("bin/tarni-headless")}, {}},
+          qt("5"),
+          qt("6"),
+          quick("5"),
+          quick("6"),
+          {"iOS", {built("bin/ios-sample")}, {}}};
 }
 
 std::string subjectName(const testing::TestParamInfo<Subject>& info) {

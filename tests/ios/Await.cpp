@@ -1,0 +1,43 @@
+#include "tests/ios/Await.h"
+
+#include <exception>
+#include <stdexcept>
+#include <utility>
+
+namespace tarni::test {
+namespace {
+
+platform::Task<void> keep(platform::Task<std::optional<std::string>> task,
+                          std::optional<std::string>& result) {
+  result = co_await task;
+}
+
+}  // namespace
+
+void await(platform::Task<void> task) {
+  bool hasEnded = false;
+  std::exception_ptr failure;
+  platform::spawn(std::move(task), [&](const std::exception_ptr& raised) {
+    hasEnded = true;
+    failure = raised;
+  });
+  if (failure) std::rethrow_exception(failure);
+  if (!hasEnded) throw std::logic_error("the task was suspended");
+}
+
+std::optional<std::string> await(platform::Task<std::optional<std::string>> task) {
+  std::optional<std::string> result;
+  await(keep(std::move(task), result));
+  return result;
+}
+
+std::string failureOf(platform::Task<void> task) {
+  try {
+    await(std::move(task));
+  } catch (const std::exception& failure) {
+    return failure.what();
+  }
+  return "";
+}
+
+}  // namespace tarni::test

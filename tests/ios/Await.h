@@ -1,0 +1,17 @@
+// await(): the result of a task that ends without being suspended; what it throws is thrown.
+// Coroutines stand in a C++ file (backends/ios/GuardedCall.h).
+#pragma once
+
+#include <optional>
+#include <string>
+
+#include "platform/Task.h"
+
+namespace tarni::test {
+
+void await(platform::Task<void> task);
+std::optional<std::string> await(platform::Task<std::optional<std::string>> task);
+// The reason of the exception that the task ends with; empty when there is none.
+std::string failureOf(platform::Task<void> task);
+
+}  // namespace tarni::test

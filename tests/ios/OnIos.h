@@ -1,0 +1,57 @@
+// OnIos: an application of the double with one key window, in the process of the test, and the
+// platform of the backend over it. What is logged is kept.
+#pragma once
+
+#include <gtest/gtest.h>
+
+#include <mutex>
+#include <string>
+#include <vector>
+
+#include "backends/ios/View.h"
+#include "platform/Platform.h"
+#import "tests/ios/uikit/Faults.h"
+#import "tests/ios/uikit/Record.h"
+#import "tests/ios/uikit/UIKit.h"
+
+namespace tarni::test {
+
+class KeptLog : public platform::SystemLog {
+ public:
+  void write(std::string_view line) noexcept override;
+  // Those that hold the text.
+  std::vector<std::string> linesWith(std::string_view text) const;
+
+ private:
+  mutable std::mutex mutex_;
+  std::vector<std::string> lines_;
+};
+
+class OnIos : public testing::Test {
+ protected:
+  OnIos();
+  ~OnIos() override;
+
+  // A view of the kind in the window.
+  template <typename Kind>
+  Kind* add(Class kind, CGRect frame) {
+    return static_cast<Kind*>(addView(kind, frame));
+  }
+  UIView* addView(Class kind, CGRect frame);
+
+  // Runs a task of the platform's, which ends without being suspended; what it throws is thrown.
+  static void run(platform::Task<void> task);
+  // The answer of the agent to a playback command.
+  static std::string answer(const std::string& command);
+
+  // What was recorded since the last call, one line a call; only lines that start with `prefix`.
+  static std::string record(const std::string& prefix = "");
+  static platform::UIViewRef ref(id view) { return ios::viewOf(view); }
+
+  NSAutoreleasePool* const pool_ = [[NSAutoreleasePool alloc] init];
+  KeptLog& log_;
+  UIApplication* const application_;
+  UIWindow* const window_;
+};
+
+}  // namespace tarni::test

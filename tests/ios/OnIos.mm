@@ -1,0 +1,75 @@
+#include "tests/ios/OnIos.h"
+
+#include "agent/TcpCommunication/PlaybackExecutor.h"
+#include "backends/ios/IosPlatform.h"
+#include "tests/ios/Await.h"
+
+namespace tarni::test {
+namespace {
+
+// Threads of the agent write to it until the process ends.
+KeptLog& installedLog() {
+  auto& log = *new KeptLog;
+  platform::Platform platform = ios::iosPlatform();
+  platform.log = &log;
+  platform::install(platform);
+  return log;
+}
+
+UIApplication* anApplication() {
+  return UIApplicationMake(@"UIApplication");
+}
+
+}  // namespace
+
+void KeptLog::write(std::string_view line) noexcept {
+  const std::lock_guard lock(mutex_);
+  lines_.emplace_back(line);
+}
+
+std::vector<std::string> KeptLog::linesWith(std::string_view text) const {
+  const std::lock_guard lock(mutex_);
+  std::vector<std::string> found;
+  std::ranges::copy_if(lines_, std::back_inserter(found),
+                       [&](const std::string& line) { return line.find(text) != line.npos; });
+  return found;
+}
+
+OnIos::OnIos()
+    : log_(installedLog()),
+      application_(anApplication()),
+      window_([[UIWindow alloc] initWithFrame:[[UIScreen mainScreen] bounds]]) {
+  [window_ makeKeyAndVisible];
+  TakeRecord();
+}
+
+OnIos::~OnIos() {
+  EndFaults();
+  [pool_ release];
+}
+
+UIView* OnIos::addView(Class kind, CGRect frame) {
+  UIView* const view = [[kind alloc] initWithFrame:frame];
+  [window_ addSubview:view];
+  [view release];
+  return view;
+}
+
+void OnIos::run(platform::Task<void> task) {
+  await(std::move(task));
+}
+
+std::string OnIos::answer(const std::string& command) {
+  return await(PlaybackExecutor::execute(command)).value_or("(none)");
+}
+
+std::string OnIos::record(const std::string& prefix) {
+  std::string text;
+  for (NSString* line in TakeRecord()) {
+    const std::string utf8 = [line UTF8String];
+    if (utf8.starts_with(prefix)) text += utf8 + "\n";
+  }
+  return text;
+}
+
+}  // namespace tarni::test

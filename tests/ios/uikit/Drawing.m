@@ -1,0 +1,144 @@
+// Image contexts, pictures and the drawing of views, with cairo and turbojpeg.
+#import "tests/ios/uikit/Drawing.h"
+
+#include <cairo.h>
+#include <turbojpeg.h>
+
+#import "tests/ios/uikit/State.h"
+
+typedef struct {
+  cairo_surface_t* surface;
+  CGFloat scale;
+} ImageState;
+
+static NSMutableArray* contexts(void) {
+  static NSMutableArray* stack = nil;
+  if (!stack) stack = [[NSMutableArray alloc] init];
+  return stack;
+}
+
+static UIImage* current(void) {
+  return [contexts() lastObject];
+}
+
+@implementation UIImage
+
+STATE_IS(ImageState)
+
+- (void)dealloc {
+  cairo_surface_destroy(STATE(ImageState)->surface);
+  [super dealloc];
+}
+
+- (cairo_surface_t*)surface { return STATE(ImageState)->surface; }
+- (CGFloat)scale { return STATE(ImageState)->scale; }
+
+- (CGSize)size {
+  const ImageState* const state = STATE(ImageState);
+  return NSMakeSize(cairo_image_surface_get_width(state->surface) / state->scale,
+                    cairo_image_surface_get_height(state->surface) / state->scale);
+}
+
+- (void)setSize:(CGSize)size opaque:(BOOL)opaque scale:(CGFloat)scale {
+  ImageState* const state = STATE(ImageState);
+  state->scale = scale > 0 ? scale : [[UIScreen mainScreen] scale];
+  state->surface = cairo_image_surface_create(opaque ? CAIRO_FORMAT_RGB24 : CAIRO_FORMAT_ARGB32,
+                                              (int)(size.width * state->scale),
+                                              (int)(size.height * state->scale));
+}
+
+- (void)drawAtPoint:(CGPoint)point {
+  cairo_t* const cairo = cairo_create([current() surface]);
+  cairo_set_source_surface(cairo, [self surface], point.x * [self scale], point.y * [self scale]);
+  cairo_paint(cairo);
+  cairo_destroy(cairo);
+}
+
+@end
+
+void UIGraphicsBeginImageContextWithOptions(CGSize size, BOOL opaque, CGFloat scale) {
+  if (!(size.width > 0 && size.height > 0)) {
+    [NSException raise:NSInternalInconsistencyException format:@"a context of no extent"];
+  }
+  UIImage* const image = [[[UIImage alloc] init] autorelease];
+  [image setSize:size opaque:opaque scale:scale];
+  [contexts() addObject:image];
+}
+
+UIImage* UIGraphicsGetImageFromCurrentImageContext(void) {
+  return [[current() retain] autorelease];
+}
+
+void UIGraphicsEndImageContext(void) {
+  [contexts() removeLastObject];
+}
+
+NSData* UIImageJPEGRepresentation(UIImage* image, CGFloat quality) {
+  cairo_surface_t* const surface = [image surface];
+  cairo_surface_flush(surface);
+  unsigned char* bytes = NULL;
+  unsigned long length = 0;
+  const tjhandle encoder = tjInitCompress();
+  tjCompress2(encoder, cairo_image_surface_get_data(surface), cairo_image_surface_get_width(surface),
+              cairo_image_surface_get_stride(surface), cairo_image_surface_get_height(surface),
+              TJPF_BGRX, &bytes, &length, TJSAMP_420, (int)(quality * 100), 0);
+  NSData* const data = [NSData dataWithBytes:bytes length:length];
+  tjFree(bytes);
+  tjDestroy(encoder);
+  return data;
+}
+
+static void setColor(cairo_t* cairo, UIColor* color) {
+  const CGFloat* const c = CGColorGetComponents([color CGColor]);
+  cairo_set_source_rgba(cairo, c[0], c[1], c[2], c[3]);
+}
+
+static void draw(cairo_t* cairo, UIView* view) {
+  const CGRect bounds = [view bounds];
+  cairo_rectangle(cairo, bounds.origin.x, bounds.origin.y, bounds.size.width, bounds.size.height);
+  if ([view clipsToBounds]) cairo_clip_preserve(cairo);
+  if ([view backgroundColor]) {
+    setColor(cairo, [view backgroundColor]);
+    cairo_fill_preserve(cairo);
+  }
+  cairo_new_path(cairo);
+  NSString* const text = [view shownText];
+  if (text) {
+    cairo_set_source_rgb(cairo, 0, 0, 0);
+    cairo_set_font_size(cairo, 17);
+    cairo_move_to(cairo, bounds.origin.x + 4, bounds.origin.y + bounds.size.height / 2 + 6);
+    cairo_show_text(cairo, [text UTF8String]);
+    cairo_new_path(cairo);
+  }
+  for (UIView* below in [view subviews]) {
+    if ([below isHidden]) continue;
+    const CGAffineTransform t = [below transform];
+    const CGPoint center = [below center];
+    const CGRect own = [below bounds];
+    cairo_save(cairo);
+    cairo_translate(cairo, center.x, center.y);
+    const cairo_matrix_t matrix = {t.a, t.b, t.c, t.d, t.tx, t.ty};
+    cairo_transform(cairo, &matrix);
+    cairo_translate(cairo, -NSMidX(own), -NSMidY(own));
+    draw(cairo, below);
+    cairo_restore(cairo);
+  }
+  const CGFloat width = [[view layer] borderWidth];
+  if (width > 0) {
+    UIColor* const color = (UIColor*)[[view layer] borderColor];
+    setColor(cairo, color ? color : [UIColor blackColor]);
+    cairo_set_line_width(cairo, width);
+    cairo_rectangle(cairo, bounds.origin.x + width / 2, bounds.origin.y + width / 2,
+                    bounds.size.width - width, bounds.size.height - width);
+    cairo_stroke(cairo);
+  }
+}
+
+void DrawView(UIView* view, CGRect rect) {
+  UIImage* const target = current();
+  cairo_t* const cairo = cairo_create([target surface]);
+  cairo_scale(cairo, [target scale], [target scale]);
+  cairo_translate(cairo, -rect.origin.x, -rect.origin.y);
+  draw(cairo, view);
+  cairo_destroy(cairo);
+}

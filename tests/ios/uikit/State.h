@@ -1,0 +1,31 @@
+// Where objects of the double keep what they hold: the backend's header declares the classes
+// without instance variables, and the runtime on Linux allows them nowhere else.
+//
+// Numbers stand in a structure behind the object, which `STATE_IS(Type)` in the implementation of a
+// root class makes room for. Objects are kept as associated objects under their names.
+#pragma once
+
+#import "tests/ios/uikit/UIKit.h"
+
+#define STATE_IS(Type)                                 \
+  +(id)allocWithZone : (NSZone*)zone {                 \
+    return NSAllocateObject(self, sizeof(Type), zone); \
+  }
+#define STATE(Type) ((Type*)object_getIndexedIvars(self))
+
+#define KEPT(Type, getter, Setter) \
+  -(Type)getter {                  \
+    return kept(self, #getter);    \
+  }                                \
+  -(void)Setter : (Type)value {    \
+    keep(self, #getter, value);    \
+  }
+
+#ifdef __cplusplus
+extern "C" {
+#endif
+id kept(id object, const char* name);
+void keep(id object, const char* name, id value);
+#ifdef __cplusplus
+}
+#endif

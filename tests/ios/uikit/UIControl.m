@@ -1,0 +1,135 @@
+// Labels, controls and what they show.
+#import "tests/ios/uikit/State.h"
+
+@implementation UILabel
+
+- (id)initWithFrame:(CGRect)frame {
+  if ((self = [super initWithFrame:frame])) [self setUserInteractionEnabled:NO];
+  return self;
+}
+
+KEPT(NSString*, text, setText)
+
+- (NSString*)shownText { return [self text]; }
+- (NSString*)accessibilityLabel { return [self text]; }
+
+@end
+
+@implementation UIControl
+
+- (id)initWithFrame:(CGRect)frame {
+  if ((self = [super initWithFrame:frame])) keep(self, "actions", [NSMutableArray array]);
+  return self;
+}
+
+- (void)addTarget:(id)target action:(SEL)action forControlEvents:(NSUInteger)events {
+  NSValue* const held = [NSValue valueWithNonretainedObject:target];
+  [kept(self, "actions")
+      addObject:@{@"target" : held, @"action" : NSStringFromSelector(action), @"events" : @(events)}];
+}
+
+- (void)sendActionsForControlEvents:(NSUInteger)events {
+  for (NSDictionary* action in [[kept(self, "actions") copy] autorelease]) {
+    if (!([[action objectForKey:@"events"] unsignedIntegerValue] & events)) continue;
+    [[[action objectForKey:@"target"] nonretainedObjectValue]
+        performSelector:NSSelectorFromString([action objectForKey:@"action"])
+             withObject:self];
+  }
+}
+
+- (void)touchesBegan:(NSSet*)touches withEvent:(UIEvent*)event {
+  [self sendActionsForControlEvents:UIControlEventTouchDown];
+}
+
+- (void)touchesMoved:(NSSet*)touches withEvent:(UIEvent*)event {
+}
+
+- (void)touchesEnded:(NSSet*)touches withEvent:(UIEvent*)event {
+  if ([self pointInside:[[touches anyObject] locationInView:self] withEvent:event]) [self press];
+}
+
+- (void)press {
+  [self sendActionsForControlEvents:UIControlEventTouchUpInside];
+}
+
+@end
+
+@implementation UIButtonLabel
+@end
+
+@implementation UIButton
+
+- (id)initWithFrame:(CGRect)frame {
+  if ((self = [super initWithFrame:frame])) {
+    UIButtonLabel* const label = [[UIButtonLabel alloc] initWithFrame:[self bounds]];
+    keep(self, "titleLabel", label);
+    [self addSubview:label];
+    [label release];
+  }
+  return self;
+}
+
+- (NSString*)currentTitle { return [kept(self, "titleLabel") text]; }
+- (NSString*)accessibilityLabel { return [self currentTitle]; }
+- (void)setTitle:(NSString*)title forState:(NSUInteger)state {
+  [kept(self, "titleLabel") setText:title];
+}
+
+@end
+
+@implementation UITextField
+
+- (BOOL)canBecomeFirstResponder { return YES; }
+KEPT(NSString*, placeholder, setPlaceholder)
+
+- (NSString*)text {
+  NSString* const typed = kept(self, "text");
+  return typed ? typed : @"";
+}
+
+- (void)setText:(NSString*)text {
+  keep(self, "text", text);
+}
+
+- (NSString*)shownText { return [[self text] length] > 0 ? [self text] : [self placeholder]; }
+
+- (void)press {
+  [self becomeFirstResponder];
+  [super press];
+}
+
+@end
+
+@implementation UISwitch
+
+- (BOOL)isOn { return [kept(self, "on") boolValue]; }
+- (void)setOn:(BOOL)on { [self setOn:on animated:NO]; }
+- (void)setOn:(BOOL)on animated:(BOOL)animated { keep(self, "on", @(on)); }
+- (NSString*)shownText { return [self isOn] ? @"(on)" : @"(off)"; }
+
+- (void)press {
+  [self setOn:![self isOn] animated:YES];
+  [self sendActionsForControlEvents:UIControlEventValueChanged];
+  [super press];
+}
+
+@end
+
+@implementation UISegmentedControl
+
+- (id)initWithItems:(NSArray*)titles {
+  if ((self = [super initWithFrame:NSMakeRect(0, 0, 0, 0)])) {
+    keep(self, "titles", titles);
+    [self setSelectedSegmentIndex:-1];
+  }
+  return self;
+}
+
+- (NSUInteger)numberOfSegments { return [kept(self, "titles") count]; }
+- (NSInteger)selectedSegmentIndex { return [kept(self, "selected") integerValue]; }
+- (void)setSelectedSegmentIndex:(NSInteger)index { keep(self, "selected", @(index)); }
+- (NSString*)titleForSegmentAtIndex:(NSUInteger)index {
+  return [kept(self, "titles") objectAtIndex:index];
+}
+
+@end

@@ -1,0 +1,92 @@
+// What newer systems no longer have: web views that answer at once, and alert views.
+#import "tests/ios/uikit/State.h"
+
+@implementation UIWebBrowserView
+
+- (void)tapInteractionWithLocation:(CGPoint)point {
+  if (!kept(self, "taps")) keep(self, "taps", [NSMutableArray array]);
+  [kept(self, "taps") addObject:NSStringFromPoint(point)];
+}
+
+- (NSArray*)tapLocations { return kept(self, "taps"); }
+
+@end
+
+// The inside of a web view is no view.
+@interface UIWebViewInternal : NSObject {
+  UIWebBrowserView* browserView;
+}
+@end
+
+@implementation UIWebViewInternal
+
+- (id)init {
+  if ((self = [super init])) browserView = [[UIWebBrowserView alloc] init];
+  return self;
+}
+
+- (void)dealloc {
+  [browserView release];
+  [super dealloc];
+}
+
+@end
+
+@implementation UIWebView
+
+- (id)initWithFrame:(CGRect)frame {
+  if ((self = [super initWithFrame:frame])) {
+    _internal = [[UIWebViewInternal alloc] init];
+    keep(self, "answers", [NSMutableDictionary dictionary]);
+    keep(self, "evaluated", [NSMutableArray array]);
+  }
+  return self;
+}
+
+- (void)dealloc {
+  [_internal release];
+  [super dealloc];
+}
+
+- (BOOL)isLoading { return NO; }
+- (NSArray*)evaluated { return kept(self, "evaluated"); }
+
+- (void)answer:(NSString*)result toScript:(NSString*)script {
+  [kept(self, "answers") setObject:result forKey:script];
+}
+
+- (NSString*)stringByEvaluatingJavaScriptFromString:(NSString*)script {
+  [kept(self, "evaluated") addObject:script];
+  NSString* const result = [kept(self, "answers") objectForKey:script];
+  return result ? result : @"";
+}
+
+@end
+
+static NSMutableArray* shownAlerts(void) {
+  static NSMutableArray* all = nil;
+  if (!all) all = [[NSMutableArray alloc] init];
+  return all;
+}
+
+@implementation UIAlertView
+
++ (NSArray*)shown { return shownAlerts(); }
+
+- (id)initWithTitle:(NSString*)title
+              message:(NSString*)message
+             delegate:(id)delegate
+    cancelButtonTitle:(NSString*)cancelButtonTitle
+    otherButtonTitles:(NSString*)otherButtonTitles, ... {
+  if ((self = [super initWithFrame:NSMakeRect(0, 0, 0, 0)])) keep(self, "message", message);
+  return self;
+}
+
+- (void)show { [shownAlerts() addObject:self]; }
+- (NSString*)message { return kept(self, "message"); }
+- (BOOL)isVisible { return !kept(self, "dismissed"); }
+- (void)dismissWithClickedButtonIndex:(NSInteger)index animated:(BOOL)animated {
+  keep(self, "dismissed", @(index));
+}
+
+@end
