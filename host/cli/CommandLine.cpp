@@ -1,7 +1,11 @@
 #include "host/cli/CommandLine.h"
 
 #include <CLI/CLI.hpp>
+#include <algorithm>
 #include <iostream>
+#include <iterator>
+#include <string>
+#include <vector>
 
 #include "host/cli/Session.h"
 #include "host/cli/Subcommands.h"
@@ -104,6 +108,19 @@ ExitCode carryOut(CLI::App& app, Session& session, const Parse& parse) {
   }
 }
 
+// Last word first, as the parser takes them. It takes a "--" behind an option whose value may be
+// left out for the end of that value and no more, so such a one is doubled.
+std::vector<std::string> wordsOf(int argc, char** argv) {
+  std::vector<std::string> words(argv + 1, argv + argc);
+  const auto dashes = std::ranges::find(words, "--");
+  if (dashes != words.begin() && dashes != words.end()) {
+    const std::string& before = *std::prev(dashes);
+    if (before == "--display" || before == "--isolated") words.insert(dashes, "--");
+  }
+  std::ranges::reverse(words);
+  return words;
+}
+
 }  // namespace
 
 int runTool(int argc, char** argv) {
@@ -113,7 +130,7 @@ int runTool(int argc, char** argv) {
   app.set_version_flag("--version", "tarni " TARNI_VERSION);
   declareGlobalOptions(app, session.options);
   declareSubcommands(app, session, false);
-  const auto code = carryOut(app, session, [&] { app.parse(argc, argv); });
+  const auto code = carryOut(app, session, [&] { app.parse(wordsOf(argc, argv)); });
   return code == ExitCode::ok && session.programExitCode ? *session.programExitCode
                                                          : static_cast<int>(code);
 }

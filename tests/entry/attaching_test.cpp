@@ -98,6 +98,14 @@ TEST(OutOfReach, IsSaidWithItsReason) {
   EXPECT_THAT(tarni({"run", "--", flatpak, "run", "org.kde.kate"}).output,
               HasSubstr("starts its program in a sandbox, out of the agent's reach"));
   std::filesystem::remove_all(folder);
+
+  const Program::Environment wayland{
+      {"WAYLAND_DISPLAY", "wayland-9"}, {"DISPLAY", ""}, {"QT_QPA_PLATFORM", ""}};
+  EXPECT_THAT(tarni({"run", "--", "true"}, wayland).output,
+              HasSubstr("there is only Wayland here"));
+  EXPECT_THAT(
+      tarni({"run", "--display", "--", "sh", "-c", "echo on $QT_QPA_PLATFORM"}, wayland).output,
+      HasSubstr("on xcb"));
 }
 
 // An interpreter that imports Qt gets the agent then, and its children none.

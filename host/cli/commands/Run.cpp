@@ -29,12 +29,22 @@ struct RunOptions {
   bool ownDisplay = false;
 };
 
+std::string_view variable(const char* name) {
+  const char* const value = std::getenv(name);
+  return value != nullptr ? value : "";
+}
+
+void warnOfWayland() {
+  const auto platform = variable("QT_QPA_PLATFORM");
+  const bool mayBeChosen = platform.empty() || platform.starts_with("wayland");
+  if (mayBeChosen && variable("DISPLAY").empty() && !variable("WAYLAND_DISPLAY").empty()) {
+    std::cerr << "tarni: note: there is only Wayland here, where the agent cannot work: --display "
+                 "starts the program on a virtual X display\n";
+  }
+}
+
 // What a program in a network of its own no longer reaches, said before it is missed.
 void warnOfUnreachable(bool ownDisplay) {
-  const auto variable = [](const char* name) {
-    const char* value = std::getenv(name);
-    return std::string_view(value != nullptr ? value : "");
-  };
   if (variable("DBUS_SESSION_BUS_ADDRESS").find("abstract=") != std::string_view::npos) {
     std::cerr << "tarni: note: the D-Bus session bus is an abstract socket, which --isolated cuts "
                  "off\n";
@@ -97,7 +107,10 @@ void run(Session& session, const RunOptions& options) {
   if (options.ownDisplay) {
     display.emplace(options.displaySize.empty() ? kDisplaySize : options.displaySize);
     launch.environment["DISPLAY"] = display->name();
+    launch.environment["QT_QPA_PLATFORM"] = "xcb";
     std::cerr << "tarni: display " << display->name() << '\n';
+  } else {
+    warnOfWayland();
   }
   Readiness readiness;
   launch.onTick = [&readiness](pid_t pid) { return readiness.check(pid); };
