@@ -44,7 +44,8 @@ void RealProgram::SetUp() {
         session);
     ASSERT_TRUE(eventually([this] { return fs::exists(home_ / "bus"); })) << bus_->output();
   }
-  environment["LC_ALL"] = "C.UTF-8";
+  environment["LC_ALL"] = environment["LANGUAGE"] = language_;
+  if (scale_ != 1) environment["QT_SCALE_FACTOR"] = std::to_string(scale_);
   program_ = std::make_unique<Program>(command_, environment);
   playback_ = std::make_unique<Playback>();
   std::smatch version;

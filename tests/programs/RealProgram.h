@@ -50,6 +50,10 @@ class RealProgram : public testing::TestWithParam<const char*> {
   void openAtStart(const std::string& name, const std::string& contents);
   // Has the program start in a session with a bus, without which some do not.
   void needSessionBus() { needsBus_ = true; }
+  // Has the program start in that language of the desktop's ("de_DE.UTF-8").
+  void speak(const std::string& language) { language_ = language; }
+  // Has it start on a screen with that many pixels a point.
+  void scale(double pixels) { scale_ = pixels; }
   // Leaves the rest of the case out.
   void notYet(const std::string& why);
 
@@ -57,6 +61,8 @@ class RealProgram : public testing::TestWithParam<const char*> {
   std::vector<std::string> command_;
   std::filesystem::path home_;
   bool needsBus_ = false;
+  std::string language_ = "C.UTF-8";
+  double scale_ = 1;
   std::unique_ptr<Display> display_;
   std::unique_ptr<Program> bus_;
   std::unique_ptr<Program> program_;

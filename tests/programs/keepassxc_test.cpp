@@ -36,5 +36,21 @@ TEST_P(KeePassXC, OpensMenusAndPagesOfSettings) {
   EXPECT_TRUE(isShown("UITabBarButton", "Basic Settings"));
 }
 
+// In a language that is read from the right, with the layout turned round.
+class KeePassXCInHebrew : public KeePassXC {
+ protected:
+  KeePassXCInHebrew() {
+    speak("he_IL.UTF-8");
+    scale(2);
+  }
+};
+
+INSTANTIATE_TEST_SUITE_P(KeePassXC, KeePassXCInHebrew, platforms(), platformName);
+
+TEST_P(KeePassXCInHebrew, GoesThroughAWizardAtTwoPixelsAPoint) {
+  press("UIButton", "יצירת מסד־נתונים חדש");
+  EXPECT_TRUE(eventually([&] { return shown("NewDatabaseWizardPageMetaData").size() == 1; }));
+}
+
 }  // namespace
 }  // namespace tarni::test
