@@ -376,6 +376,10 @@ struct Look {
   Qt::LayoutDirection direction;
 };
 
+void PrintTo(const Look& look, std::ostream* output) {
+  *output << look.name;
+}
+
 class Looks : public Taps, public testing::WithParamInterface<Look> {
  protected:
   void SetUp() override {

@@ -24,5 +24,14 @@ TEST_P(Falkon, PressesButtonsThatShowIconsOnly) {
   EXPECT_TRUE(isShown("UIActionButton", "Find"));
 }
 
+TEST_P(Falkon, FindsWhatStandsInTheOpenTab) {
+  await("BUTTON", "Buy");
+  press("ToolButton", "Main Menu");
+  press("UIActionButton", "New Tab");
+  EXPECT_TRUE(eventually([this] { return playback().find("BUTTON", "text", "Buy").empty(); }));
+  press("UITabBarButton", "Shop");
+  await("BUTTON", "Buy");
+}
+
 }  // namespace
 }  // namespace tarni::test
