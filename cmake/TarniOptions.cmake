@@ -46,12 +46,14 @@ if(CMAKE_UNITY_BUILD)
   # What is nobody else's in a source is nobody else's in the sources joined with it, too.
   add_compile_options($<$<COMPILE_LANG_AND_ID:CXX,GNU>:-Wno-subobject-linkage>)
 endif()
+# Objective-C is left out: another compiler's sanitizer does not meet the runtime library of g++'s.
 if(TARNI_SANITIZE)
-  add_compile_options(-fsanitize=${TARNI_SANITIZE} -fno-omit-frame-pointer -g1)
-  add_link_options(-fsanitize=${TARNI_SANITIZE})
+  set(sanitized -fsanitize=${TARNI_SANITIZE} -fno-omit-frame-pointer -g1)
   if(TARNI_SANITIZE STREQUAL "undefined")
-    add_compile_options(-fno-sanitize-recover=all -fno-sanitize=vptr)
+    list(APPEND sanitized -fno-sanitize-recover=all -fno-sanitize=vptr)
   endif()
+  add_compile_options("$<$<COMPILE_LANGUAGE:CXX>:${sanitized}>")
+  add_link_options(-fsanitize=${TARNI_SANITIZE})
 endif()
 
 # Lets a library decide by its list of exports what of the target's is seen from outside.

@@ -7,8 +7,8 @@
 namespace tarni::test {
 namespace {
 
-platform::Task<void> keep(platform::Task<std::optional<std::string>> task,
-                          std::optional<std::string>& result) {
+template <typename Result>
+platform::Task<void> keep(platform::Task<Result> task, Result& result) {
   result = co_await task;
 }
 
@@ -27,6 +27,12 @@ void await(platform::Task<void> task) {
 
 std::optional<std::string> await(platform::Task<std::optional<std::string>> task) {
   std::optional<std::string> result;
+  await(keep(std::move(task), result));
+  return result;
+}
+
+platform::UIImageRef awaitImage(platform::Task<platform::UIImageRef> task) {
+  platform::UIImageRef result;
   await(keep(std::move(task), result));
   return result;
 }

@@ -1,0 +1,113 @@
+// What the backend takes from UIKit and Foundation beside views and touches.
+#include <nlohmann/json.hpp>
+
+#include "agent/WebView/WebView.h"
+#include "agent/core/GlobalVars.h"
+#include "agent/elements/Utilities.h"
+#include "platform/UIKit/UIControls.h"
+#include "tests/ios/Await.h"
+#include "tests/ios/OnIos.h"
+
+@interface Observer : NSObject {
+ @public
+  id sender;
+}
+@end
+
+@implementation Observer
+
+- (void)changed:(NSNotification*)notification {
+  sender = [notification object];
+}
+
+@end
+
+namespace tarni::test {
+namespace {
+
+class Services : public OnIos {};
+
+TEST_F(Services, TypedTextReachesTargetsAndObserversOfTheField) {
+  UITextField* const field = add<UITextField>([UITextField class], NSMakeRect(10, 10, 100, 30));
+  Observer* const observer = [[[Observer alloc] init] autorelease];
+  [[NSNotificationCenter defaultCenter] addObserver:observer
+                                           selector:@selector(changed:)
+                                               name:@"UITextFieldTextDidChangeNotification"
+                                             object:field];
+  const auto found = nlohmann::json::parse(
+      answer(R"({"functionname":"findelements","tagname":"UITextField"})" "\r\n"));
+  const nlohmann::json typing = {{"functionname", "sendkeysonelement"},
+                                 {"accessorvalue", found[0]["elementID"]},
+                                 {"datavalue", "Ada \xc3\xa9"}};
+  EXPECT_EQ(answer(typing.dump() + "\r\n"), "[]");
+  EXPECT_STREQ([[field text] UTF8String], "Ada \xc3\xa9");
+  EXPECT_EQ(observer->sender, field);
+  [[NSNotificationCenter defaultCenter] removeObserver:observer];
+}
+
+TEST_F(Services, WhatNoViewAnswersThePageDoes) {
+  UIWebView* const page = add<UIWebView>([UIWebView class], NSMakeRect(0, 0, 300, 300));
+  [page answer:@"DONE" toScript:@"IsInjectionDone()"];
+  tarni::WebView().performRecorderAndPlaybackInjection();
+  for (int i = 0; i < 100 && !GlobalVars::sharedInstance()._currentWebView(); ++i) UIRunFor(0.02);
+  [page answer:@"[{\"elementID\":\"7\"}]" toScript:@"findElements('input','id','a\\'b')"];
+  EXPECT_EQ(answer(R"({"functionname":"findelements","tagname":"input","accessortype":"id",)"
+                   R"("accessorvalue":"a'b"})" "\r\n"),
+            R"([{"elementID":"7"}])");
+  EXPECT_STREQ([[[page evaluated] lastObject] UTF8String], "findElements('input','id','a\\'b')");
+}
+
+TEST_F(Services, PicturesAreCutAndEncoded) {
+  UIView* const view = addView([UIView class], NSMakeRect(0, 0, 100, 50));
+  [view setBackgroundColor:[UIColor colorWithRed:1 green:0 blue:0 alpha:1]];
+  const platform::UIImageRef image = awaitImage(ref(view)->drawViewHierarchy());
+  ASSERT_TRUE(image);
+  EXPECT_EQ(image->size(), (platform::CGSize{100, 50}));
+  EXPECT_EQ(image->scale(), 2);
+  const platform::UIImageRef cut = image->crop({{-100, -100}, {300, 200}});
+  ASSERT_TRUE(cut);
+  EXPECT_EQ(cut->size(), (platform::CGSize{300, 200}));
+  EXPECT_GT(cut->JPEGRepresentation(0.6).size(), 500U);
+  UIView* const empty = addView([UIView class], NSMakeRect(0, 0, 0, 50));
+  EXPECT_FALSE(awaitImage(ref(empty)->drawViewHierarchy()));
+}
+
+TEST_F(Services, AddressesAreReadAndOpened) {
+  NSString* const path = [NSTemporaryDirectory() stringByAppendingPathComponent:@"tarni-ios.js"];
+  [@"script" writeToFile:path atomically:NO encoding:NSUTF8StringEncoding error:NULL];
+  platform::NSURLLoader& loader = *platform::current().urlLoader;
+  EXPECT_EQ(await(loader.stringWithContentsOfURL("file://" + std::string([path UTF8String]))),
+            "script");
+  EXPECT_EQ(await(loader.stringWithContentsOfURL("file:///nowhere/at/all")), std::nullopt);
+  EXPECT_EQ(await(loader.stringWithContentsOfURL("no address at all")), std::nullopt);
+  [[NSFileManager defaultManager] removeItemAtPath:path error:NULL];
+
+  EXPECT_TRUE(platform::current().application->openURL("tel:1"));
+  EXPECT_FALSE(platform::current().application->openURL("nothing"));
+  EXPECT_EQ([[application_ openedURLs] count], 1U);
+}
+
+TEST_F(Services, AToastGoesByItself) {
+  Utilities::ShowToastMessage("hello");
+  for (int i = 0; i < 100 && [[UIAlertView shown] count] == 0; ++i) UIRunFor(0.02);
+  ASSERT_EQ([[UIAlertView shown] count], 1U);
+  UIAlertView* const toast = [[UIAlertView shown] lastObject];
+  for (int i = 0; i < 500 && [toast isVisible]; ++i) UIRunFor(0.02);
+  EXPECT_FALSE([toast isVisible]);
+}
+
+TEST_F(Services, IdentifiersAndEncodingsAreFoundations) {
+  const platform::NSEncoding& encoding = *platform::current().encoding;
+  const std::string identifier = encoding.UUIDString();
+  EXPECT_EQ(identifier.size(), 36U);
+  EXPECT_EQ(identifier.find_first_not_of("0123456789ABCDEF-"), std::string::npos) << identifier;
+  EXPECT_NE(identifier, encoding.UUIDString());
+  const std::vector<std::byte> bytes(100, std::byte{0xff});
+  const std::string text = encoding.base64EncodedString(bytes);
+  EXPECT_EQ(text.size(), 136U);
+  EXPECT_EQ(text.find('\n'), std::string::npos);
+  EXPECT_EQ(encoding.base64EncodedString({}), "");
+}
+
+}  // namespace
+}  // namespace tarni::test
