@@ -1,6 +1,8 @@
 #include "bench/RatioReporter.h"
 
-#include <cstdio>
+#include <cstdlib>
+#include <fstream>
+#include <nlohmann/json.hpp>
 
 namespace tarni::bench {
 namespace {
@@ -36,8 +38,28 @@ double secondsOf(const benchmark::BenchmarkReporter::Run& run) {
   return isByTheClock ? run.real_accumulated_time : run.cpu_accumulated_time;
 }
 
-const char* verdict(bool kept) {
-  return kept ? "kept" : "MISSED";
+using nlohmann::ordered_json;
+
+ordered_json rowOf(const std::string& name, const std::string& what, double measured) {
+  ordered_json row;
+  row["name"] = name;
+  row["what"] = what.empty() ? name : what;
+  row["measuredNanoseconds"] = measured;
+  return row;
+}
+
+// `kind` says what the figure is: "ratio", "times faster", "more" or "an item" (nanoseconds both).
+void addFigure(ordered_json& row, const char* kind, double figure, double aim, bool isMet) {
+  row["kind"] = kind;
+  row["figure"] = figure;
+  row["aim"] = aim;
+  row["isMet"] = isMet;
+}
+
+void addBaseline(ordered_json& row, const std::string& name, const std::string& against,
+                 double baseline) {
+  row["against"] = against.empty() ? name : against;
+  row["baselineNanoseconds"] = baseline;
 }
 
 }  // namespace
@@ -77,34 +99,44 @@ std::optional<double> RatioReporter::nanoseconds(const std::string& name) const 
   return found == nanoseconds_.end() ? std::nullopt : std::optional(found->second);
 }
 
-void RatioReporter::Finalize() {
-  std::printf("\n%-44s %14s %14s %10s  %s\n", "benchmark", "time", "baseline", "ratio", "aim");
+ordered_json RatioReporter::rows() const {
+  ordered_json all = ordered_json::array();
   for (const Comparison& each : comparisons()) {
     const auto time = nanoseconds(each.name);
     const auto baseline = nanoseconds(each.baseline);
     if (!time || !baseline) continue;
     const double ratio = each.atLeast ? *baseline / *time : *time / *baseline;
-    const bool kept = each.atLeast ? ratio >= each.aim : ratio <= each.aim;
-    std::printf("%-44s %11.1f us %11.1f us %9.2fx  %s %gx: %s\n", each.name.c_str(), *time / 1e3,
-                *baseline / 1e3, ratio, each.atLeast ? "at least" : "at most", each.aim,
-                verdict(kept));
+    ordered_json& row = all.emplace_back(rowOf(each.name, each.what, *time));
+    addBaseline(row, each.baseline, each.against, *baseline);
+    addFigure(row, each.atLeast ? "times faster" : "ratio", ratio, each.aim,
+              each.atLeast ? ratio >= each.aim : ratio <= each.aim);
   }
   for (const Difference& each : differences()) {
     const auto time = nanoseconds(each.name);
     const auto baseline = nanoseconds(each.baseline);
     if (!time || !baseline) continue;
     const double more = *time - *baseline;
-    std::printf("%-44s %11.1f us %11.1f us %+8.1f us  under %g us: %s\n", each.name.c_str(),
-                *time / 1e3, *baseline / 1e3, more / 1e3, each.aimNanoseconds / 1e3,
-                verdict(more < each.aimNanoseconds));
+    ordered_json& row = all.emplace_back(rowOf(each.name, each.what, *time));
+    addBaseline(row, each.baseline, each.against, *baseline);
+    addFigure(row, "more", more, each.aimNanoseconds, more < each.aimNanoseconds);
   }
   for (const Limit& each : limits()) {
     const auto time = nanoseconds(each.name);
     if (!time) continue;
     const double item = *time / each.itemsPerIteration;
-    std::printf("%-44s %11.1f ns an item %24s  under %g ns: %s\n", each.name.c_str(), item, "",
-                each.aimNanoseconds, verdict(item < each.aimNanoseconds));
+    ordered_json& row = all.emplace_back(rowOf(each.name, each.what, *time));
+    addFigure(row, "an item", item, each.aimNanoseconds, item < each.aimNanoseconds);
   }
+  return all;
+}
+
+void RatioReporter::Finalize() {
+  const char* const path = std::getenv("TARNI_BENCH_ROWS");
+  if (!path) return;
+  ordered_json run;
+  run["rows"] = rows();
+  run["nanoseconds"] = nanoseconds_;
+  std::ofstream(path) << run.dump(1) << '\n';
 }
 
 }  // namespace tarni::bench

@@ -1,10 +1,12 @@
-// RatioReporter: the console reporter with a table behind it that says, for each benchmark that
-// names a baseline, how many times the baseline it cost in this very run, and what was aimed at.
+// RatioReporter: the console reporter, which also holds each figure against what was aimed at: a
+// baseline of the same run, or a plain time. The rows go as JSON to the file that TARNI_BENCH_ROWS
+// names, for bench/report.
 #pragma once
 
 #include <benchmark/benchmark.h>
 
 #include <map>
+#include <nlohmann/json_fwd.hpp>
 #include <optional>
 #include <string>
 #include <vector>
@@ -12,12 +14,14 @@
 namespace tarni::bench {
 
 // What a benchmark is held against. `name` and `baseline` are full names as Google Benchmark prints
-// them, arguments included ("gettext/1").
+// them, arguments included ("gettext/1"); `what` and `against` say them in a reader's words.
 struct Comparison {
   std::string name;
   std::string baseline;
   double aim = 0;        // the ratio aimed at
   bool atLeast = false;  // the baseline should cost at least `aim` times as much (a speed-up)
+  std::string what = {};
+  std::string against = {};
 };
 
 // An aim that is a plain time for one item, in nanoseconds.
@@ -25,6 +29,7 @@ struct Limit {
   std::string name;
   double aimNanoseconds = 0;
   double itemsPerIteration = 1;
+  std::string what = {};
 };
 
 // An aim for what a benchmark costs beyond its baseline, in nanoseconds.
@@ -32,6 +37,8 @@ struct Difference {
   std::string name;
   std::string baseline;
   double aimNanoseconds = 0;
+  std::string what = {};
+  std::string against = {};
 };
 
 // Registered by the benchmark files at start-up.
@@ -47,6 +54,7 @@ class RatioReporter : public benchmark::ConsoleReporter {
 
  private:
   std::optional<double> nanoseconds(const std::string& name) const;
+  nlohmann::ordered_json rows() const;
 
   std::map<std::string, double> nanoseconds_;
 };

@@ -89,9 +89,11 @@ void step_built(benchmark::State& state) {
 BENCHMARK(step_built)->Arg(1000)->Unit(benchmark::kMicrosecond);
 
 const bool registered = [] {
-  difference({"event_recorded", "event_bare", 10e3});
-  limit({"tap_recorded/1000", 20e6, 1});
-  compare({"step_built/1000", "step_snapshot_alone/1000", 1.3});
+  difference({"event_recorded", "event_bare", 10e3, "an event of a program that is recorded",
+              "the same event without the agent"});
+  limit({"tap_recorded/1000", 20e6, 1, "a recorded tap, on the main thread (1,000 views)"});
+  compare({"step_built/1000", "step_snapshot_alone/1000", 1.3, false,
+           "build a recorded step (1,000 views)", "its picture alone"});
   return true;
 }();
 

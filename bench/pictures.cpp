@@ -56,8 +56,10 @@ void ai_findelements(benchmark::State& state) {
 BENCHMARK(ai_findelements)->Arg(1000)->UseRealTime()->Unit(benchmark::kMillisecond);
 
 const bool registered = [] {
-  compare({"snapshot/1000", "draw_and_encode/1000", 1.15});
-  compare({"ai_findelements/1000", "draw_and_encode_each/1000", 1.2});
+  compare({"snapshot/1000", "draw_and_encode/1000", 1.15, false,
+           "a snapshot of the window (1,000 views)", "one bare draw and encode"});
+  compare({"ai_findelements/1000", "draw_and_encode_each/1000", 1.2, false,
+           "describe 1,000 views with their pictures", "bare draws and encodes of them"});
   return true;
 }();
 

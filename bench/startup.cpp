@@ -30,7 +30,8 @@ const bool registered = [] {
           ->UseRealTime()
           ->Unit(benchmark::kMillisecond);
     }
-    difference({loaded, bare, 30e6});
+    difference({loaded, bare, 30e6, std::string("start a Qt ") + major + " program with the agent",
+                "the same without it"});
   }
   return true;
 }();

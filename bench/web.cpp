@@ -89,10 +89,18 @@ void addFor(const std::string& major) {
       ->UseRealTime()
       ->Iterations(10)
       ->Unit(benchmark::kMicrosecond);
-  compare({"page:poll" + qt, "page:evaluate" + qt, 2});
-  limit({"page:poll-busy" + qt, 1e6});
-  compare({"page:find" + qt, "page:query" + qt, 3});
-  compare({.name = found, .baseline = "find_by_chromedriver", .aim = 1, .atLeast = true});
+  const std::string inEngine = ", in the web engine of Qt " + major;
+  compare({"page:poll" + qt, "page:evaluate" + qt, 2, false, "a poll of a page" + inEngine,
+           "a bare evaluation"});
+  limit({"page:poll-busy" + qt, 1e6, 1, "a poll, on the main thread" + inEngine});
+  compare({"page:find" + qt, "page:query" + qt, 3, false, "find 10,000 elements" + inEngine,
+           "a bare query for them"});
+  compare({.name = found,
+           .baseline = "find_by_chromedriver",
+           .aim = 1,
+           .atLeast = true,
+           .what = "find 10,000 elements over the wire" + inEngine,
+           .against = "chromedriver's find on the same page"});
 }
 
 const bool registered = [] {
