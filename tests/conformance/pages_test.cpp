@@ -168,7 +168,7 @@ TEST_P(ConformancePages, WhatAPersonDoesThereBecomesSteps) {
       return false;  // the page was not there yet
     }
   };
-  ASSERT_TRUE(eventually(press, 40s)) << program_->output();
+  ASSERT_TRUE(eventually(press, 90s)) << program_->output();
   const json& object = steps[0]["arguments"][0];
   EXPECT_EQ(steps[0]["action"], "ClickImage");
   EXPECT_EQ(object["className"], "IMG");
