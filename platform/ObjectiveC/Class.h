@@ -4,7 +4,6 @@
 // Classes are made once, live as long as the process and are compared by address. Any thread.
 #pragma once
 
-#include <algorithm>
 #include <atomic>
 #include <cstddef>
 #include <string>
@@ -54,14 +53,6 @@ class ClassInfo {
   const char* text_;
   Class superclass_;
   mutable std::atomic<const Details*> details_ = nullptr;  // made when somebody asks
-};
-
-// A name as an argument of a template.
-template <std::size_t size>
-struct ClassName {
-  // NOLINTNEXTLINE(google-explicit-constructor)
-  constexpr ClassName(const char (&name)[size]) { std::copy_n(name, size, text); }
-  char text[size] = {};
 };
 
 // The class of that name; made on first use, below `superclass` (null for a root class). A name
