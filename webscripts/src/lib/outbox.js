@@ -33,7 +33,9 @@ function restored() {
   const lines = kept.split('\n');
   const steps = [];
   if (Date.now() - Number(lines[0]) > longestStay) return steps;
-  for (let i = 1; i < lines.length; i += 1) steps[steps.length] = { text: lines[i], since: 0 };
+  for (let i = 1; i < lines.length; i += 1) {
+    steps[steps.length] = { text: lines[i].slice(1), isAlone: lines[i][0] === '1', since: 0 };
+  }
   return steps;
 }
 
@@ -45,21 +47,23 @@ export function arrive() {
   if (isEmpty()) arrival = performance.now();
 }
 
-export function put(text) {
-  waiting[waiting.length] = { text, since: performance.now() };
+// JSON texts, separated by commas. Those that go alone make an answer of their own.
+export function put(text, isAlone = false) {
+  waiting[waiting.length] = { text, isAlone, since: performance.now() };
 }
 
 export function isEmpty() {
   return waiting.length === 0;
 }
 
-// The JSON array of all that may go now; "" when there is none.
+// The JSON array of all that may go together now; "" when there is none.
 export function take() {
   const now = performance.now();
   if (now - lastAnswer < pauseBetweenAnswers || now - arrival < pauseAfterArrival) return '';
   let text = '';
   let count = 0;
   for (; count < waiting.length && now - waiting[count].since >= youngestAge; count += 1) {
+    if (count && (waiting[0].isAlone || waiting[count].isAlone)) break;
     text += (count ? ',' : '') + waiting[count].text;
   }
   if (count === 0) return '';
@@ -74,7 +78,9 @@ export function leaveToNextPage() {
   const store = storage();
   if (!store || isEmpty()) return;
   let kept = String(Date.now());
-  for (let i = 0; i < waiting.length; i += 1) kept += `\n${waiting[i].text}`;
+  for (let i = 0; i < waiting.length; i += 1) {
+    kept += `\n${Number(waiting[i].isAlone)}${waiting[i].text}`;
+  }
   try {
     store.setItem(key, kept);
     waiting = [];

@@ -32,7 +32,7 @@ export const spying = {
     const element = meantBy(target);
     highlight(element);
     // One answer of its own, as for native views.
-    put(toJson(spiedHierarchy(element)).slice(1, -1));
+    put(toJson(spiedHierarchy(element)).slice(1, -1), true);
   },
 };
 const swallowed = ['pointerdown', 'mousedown', 'pointerup', 'mouseup', 'touchstart', 'touchend'];
