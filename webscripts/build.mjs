@@ -26,7 +26,7 @@ const options = {
 
 async function buildScripts(outdir) {
   const entryPoints = scripts.map((name) => join(here, 'src', `${name}.js`));
-  await build({ ...options, entryPoints, outdir });
+  await build({ ...options, entryPoints, inject: [join(here, 'src/lib/set.js')], outdir });
 
   const jquery = createRequire(import.meta.url).resolve('jquery/dist/jquery.min.js');
   const library = await readFile(jquery, 'utf8');

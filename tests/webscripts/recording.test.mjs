@@ -170,6 +170,7 @@ test('pages that have changed the language are recorded all the same', async () 
     for (const name of ['push', 'map', 'filter', 'forEach', 'indexOf', 'join', 'slice', 'some']) {
       Array.prototype[name] = () => { throw new Error(name); };
     }
+    Array.prototype[Symbol.iterator] = () => { throw new Error('iterator'); };
     Array.prototype.added = Object.prototype.added = () => {};
     Array.prototype.toJSON = Object.prototype.toJSON = () => 'wrong';
     JSON.stringify = JSON.parse = () => 'wrong';
@@ -179,6 +180,8 @@ test('pages that have changed the language are recorded all the same', async () 
   assert.deepEqual((await agent.steps(1)).map(line), ['ClickButton BUTTON "Press" ""']);
   assert.equal(await agent.call('$'), 'mine');
   assert.equal((await agent.find('', 'text', 'Text')).length, 1);
+  const [found] = await agent.find('', 'xpath', '//button');
+  assert.equal(await agent.text(found), 'Press');
 });
 
 test('a content-security policy does not keep the scripts out', async () => {
@@ -241,10 +244,40 @@ test('spying describes what is pointed at and keeps the click from the page', as
   assert.equal(await page.textContent('#said'), '');
   await page.reload();
   await agent.inject();
+  await agent.call('switchtospymode()');
   await page.hover('img');
   assert.equal(await page.locator('[data-tarni=highlight]').count(), 1);
   await agent.call('switchtorecordermode()');
   assert.equal(await page.locator('[data-tarni=highlight]').count(), 0);
   await page.click('img');
   assert.equal(await page.textContent('#said'), 'logo');
+});
+
+test('a page that comes once spying has ended is recorded', async () => {
+  const { page, agent } = await browser.open('form.html');
+  await agent.call('switchtospymode()');
+  await page.reload();
+  await agent.inject();
+  await page.click('text=Send');
+  assert.deepEqual((await agent.steps(1)).map(line), ['ClickButton BUTTON "Send order" ""']);
+});
+
+test('each spied touch is an answer of its own, also on the next page', async () => {
+  const { page, agent } = await browser.open('form.html');
+  await page.click('img');
+  await agent.call('switchtospymode()');
+  await page.click('img');
+  await page.click('text=Send');
+  await agent.call('switchtorecordermode()');
+  await page.click('img');
+  await page.reload();
+  const answers = [];
+  await page.waitForTimeout(200);
+  while (answers.length < 4) {
+    const text = await agent.poll();
+    if (text) answers.push(JSON.parse(text));
+    await page.waitForTimeout(50);
+  }
+  const firsts = answers.map((answer) => answer[0].action ?? answer.map((of) => of.tagName).join());
+  assert.deepEqual(firsts, ['ClickImage', 'IMG,FORM,BODY', 'BUTTON,FORM,BODY', 'ClickImage']);
 });

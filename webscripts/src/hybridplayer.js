@@ -70,7 +70,7 @@ function soon(work) {
 function guarded(work) {
   return (...values) => {
     try {
-      return work(...values) || '';
+      return work.apply(null, values) || '';
     } catch (error) {
       console.error('tarni:', error);
       return '';
@@ -81,7 +81,7 @@ function guarded(work) {
 function call(work) {
   return guarded((...values) => {
     guarded(carryOut)();
-    return work(...values);
+    return work.apply(null, values);
   });
 }
 

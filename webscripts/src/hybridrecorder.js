@@ -6,20 +6,9 @@ import { leaveToNextPage, take } from './lib/outbox.js';
 import { recording } from './lib/recording.js';
 import { spying, stopSpying } from './lib/spying.js';
 
-const modeKey = 'tarni.spies';
-
-function storedMode(value) {
-  try {
-    if (value !== undefined) window.sessionStorage.setItem(modeKey, value);
-    return window.sessionStorage.getItem(modeKey) || '';
-  } catch (error) {
-    return ''; // a page without an origin
-  }
-}
-
 function start() {
-  // Kept over a navigation: the agent tells the mode once.
-  let handlers = storedMode() ? spying : recording;
+  // The agent tells every page that comes while it spies.
+  let handlers = recording;
 
   function handle(event) {
     const handler = handlers[event.type];
@@ -32,13 +21,14 @@ function start() {
   }
 
   const look = eachDocument((view) => {
-    const types = new Set(Object.keys({ ...recording, ...spying }));
-    types.forEach((type) => view.addEventListener(type, handle, { capture: true, passive: false }));
+    const types = Object.keys({ ...recording, ...spying });
+    for (let i = 0; i < types.length; i += 1) {
+      view.addEventListener(types[i], handle, { capture: true, passive: false });
+    }
   });
   window.addEventListener('pagehide', leaveToNextPage);
 
   function setMode(isSpying) {
-    storedMode(isSpying ? 'true' : '');
     handlers = isSpying ? spying : recording;
     if (!isSpying) stopSpying();
   }
