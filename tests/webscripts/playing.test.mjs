@@ -21,6 +21,8 @@ test('elements are found by tag, text, part of a text and path', async () => {
   assert.equal((await agent.find('input', 'xpath', '//option')).length, 0);
   const [fields] = await agent.find('fieldset');
   assert.equal((await agent.find('input', '', '', fields)).length, 3);
+  const [again] = await agent.find('fieldset');
+  assert.equal((await agent.find('input', 'xpath', '//input', again)).length, 3);
 });
 
 test('what cannot be found is answered by nothing', async () => {
@@ -122,6 +124,14 @@ test('paths are unique and survive small changes of a page', async () => {
   const path = await page.evaluate(() => TARNI.xpath.of(document.querySelector('a')));
   await page.evaluate(() => document.querySelector('#main').prepend(document.createElement('a')));
   assert.equal((await agent.find('a', 'xpath', path)).length, 1, path);
+  const isFound = await page.evaluate(() => {
+    const host = document.body.appendChild(document.createElement('div'));
+    host.attachShadow({ mode: 'open' }).innerHTML = '<svg></svg><svg><g></g></svg>';
+    const inner = host.shadowRoot.querySelector('g');
+    const found = TARNI.xpath.findAll(TARNI.xpath.of(inner), document);
+    return found.length === 1 && found[0] === inner;
+  });
+  assert.ok(isFound);
 });
 
 test('an alert in a click does not hold the call', async () => {

@@ -55,6 +55,9 @@ function evaluate(path, context) {
   return found;
 }
 
+// Of a path as they are built here: its first element, the place of that, and what follows.
+const firstStep = /^\/?(\*\[local-name\(\)='[^']*'\]|[^/[]+)(?:\[(\d+)\])?(.*)$/;
+
 // Browsers evaluate no path from a shadow root: each of its children takes its part of it.
 function evaluateInShadow(path, root) {
   const found = [];
@@ -68,8 +71,11 @@ function evaluateInShadow(path, root) {
     }
     return found;
   }
-  const [, first, position, rest] = /^\/?([^/[]+)(?:\[(\d+)\])?(.*)$/.exec(path) || [];
-  if (!first) return found;
+  const parts = firstStep.exec(path);
+  if (!parts) return found;
+  const first = parts[1];
+  const position = parts[2];
+  const rest = parts[3];
   let count = 0;
   for (let i = 0; i < children.length; i += 1) {
     if (evaluate(`self::${first}`, children[i]).length === 0) continue;

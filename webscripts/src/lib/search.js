@@ -1,6 +1,6 @@
 // Elements by tag, and by text, part of a text or XPath. What is not shown is left out, but for an
 // XPath, which names what it names.
-import { isRendered, normalized, scopesFrom, tagOf, textOf } from './dom.js';
+import { isRendered, normalized, parentAcross, scopesFrom, tagOf, textOf } from './dom.js';
 
 // Elements whose text is no content.
 const captioned = 'input, textarea, select, img';
@@ -49,11 +49,20 @@ function onlyRendered(elements) {
   return shown;
 }
 
+function isBelow(outer, element) {
+  if (outer === document) return true;
+  let at = parentAcross(element);
+  while (at && at !== outer) at = parentAcross(at);
+  return Boolean(at);
+}
+
+// A path may lead out of where it begins.
 function byXPath(outer, tag, path) {
   const named = window.TARNI.xpath.findAll(path, outer);
   const found = [];
   for (let i = 0; i < named.length; i += 1) {
-    if (!tag || tagOf(named[i]) === tag.toUpperCase()) found[found.length] = named[i];
+    const isOfTag = !tag || tagOf(named[i]) === tag.toUpperCase();
+    if (isOfTag && isBelow(outer, named[i])) found[found.length] = named[i];
   }
   return found;
 }
@@ -72,7 +81,8 @@ export function search(outer, tag, accessor, value) {
     ],
   };
   if (!Object.prototype.hasOwnProperty.call(tests, accessor)) return [];
-  const [fits, mayHold] = tests[accessor];
+  const fits = tests[accessor][0];
+  const mayHold = tests[accessor][1];
   const selector = tag.replace(/[:.]/g, '\\$&');
   const scopes = scopesFrom(outer);
   const found = [];
