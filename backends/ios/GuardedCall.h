@@ -1,4 +1,4 @@
-// The C function behind Guard.h: the one `@try` of the backend. It stands in a file of plain
+// The C function behind Guard.h: the `@try` round its calls. It stands in a file of plain
 // Objective-C, because no file may catch exceptions of both languages.
 #pragma once
 

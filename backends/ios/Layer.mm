@@ -24,8 +24,12 @@ const std::string* Layer::valueForKey(std::string_view key) const {
   return &values_.emplace(key, toTextOrEmpty(value)).first->second;
 }
 
+// A layer of the application's that takes no foreign keys still has its tag here.
 void Layer::setValueForKey(std::string value, std::string_view key) {
-  guarded([&] { [layer_ setValue:toNSString(value) forKey:toNSString(key)]; });
+  answered(layer_, "setValue:forKey:", [&] {
+    [layer_ setValue:toNSString(value) forKey:toNSString(key)];
+    return true;
+  });
   values_.insert_or_assign(std::string(key), std::move(value));
 }
 

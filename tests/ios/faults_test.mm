@@ -1,6 +1,7 @@
 // Systems that lack something and applications that raise: the application lives on, the log says once
 // what no longer works, and a command is answered.
 #include <nlohmann/json.hpp>
+#include <set>
 
 #include "agent/interaction/UIView_KIFAdditions_Gestures.h"
 #include "backends/ios/HIDEventSystem.h"
@@ -234,6 +235,9 @@ TEST_P(RaisingCall, LeavesTheApplicationRunningAndCommandsAnswered) {
           sel_registerName(GetParam().selector));
   useEverything();
   EndFaults();
+  const auto reports = log_.linesWith("] raised ");
+  EXPECT_EQ(std::set<std::string>(reports.begin(), reports.end()).size(), reports.size())
+      << "a question is reported once";
   const std::string found = command({{"functionname", "findelements"}, {"tagname", "UIButton"}});
   EXPECT_NE(found.find("elementID"), std::string::npos) << "all is well again: " << found;
 }
@@ -256,6 +260,12 @@ TEST_F(Faults, OneViewThatRaisesHidesNoOther) {
   EXPECT_EQ(log_.linesWith("-[UITextField placeholder] raised NSRangeException: a fault in placeholder")
                 .size(),
             1U);
+}
+
+TEST_F(Faults, ALayerThatTakesNoTagHidesNoView) {
+  RaiseIn(@"CALayer", @selector(setValue:forUndefinedKey:));
+  const std::string found = command({{"functionname", "findelements"}, {"tagname", "UIButton"}});
+  EXPECT_NE(found.find("elementID"), std::string::npos) << found;
 }
 
 TEST_F(Faults, WhatRaisesWhileItIsActedOnIsAnsweredWithTheReason) {
