@@ -23,6 +23,7 @@ if(IOS)
   foreach(framework Foundation UIKit QuartzCore CoreGraphics CoreFoundation)
     target_link_libraries(tarni_foundation INTERFACE "-framework ${framework}")
   endforeach()
+  target_link_libraries(tarni_foundation INTERFACE objc)
   return()
 endif()
 

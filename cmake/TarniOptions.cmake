@@ -24,14 +24,15 @@ if(TARNI_CCACHE)
   set(CMAKE_CXX_COMPILER_LAUNCHER "${TARNI_CCACHE}")
 endif()
 
-# Both majors of Qt stand side by side. The targets of Qt 6 name each other without the major
-# (Qt::Core), and such a name belongs to the major that is found first.
-set(QT_NO_CREATE_VERSIONLESS_FUNCTIONS ON)
-find_package(Qt6 REQUIRED COMPONENTS Core Gui Widgets Network OpenGL Qml QmlModels Quick
-  WebEngineWidgets WebEngineQuick)
-
+if(NOT IOS)
+  # Both majors of Qt stand side by side. The targets of Qt 6 name each other without the major
+  # (Qt::Core), and such a name belongs to the major that is found first.
+  set(QT_NO_CREATE_VERSIONLESS_FUNCTIONS ON)
+  find_package(Qt6 REQUIRED COMPONENTS Core Gui Widgets Network OpenGL Qml QmlModels Quick
+    WebEngineWidgets WebEngineQuick)
+  find_package(PkgConfig REQUIRED)
+endif()
 find_package(Threads REQUIRED)
-find_package(PkgConfig REQUIRED)
 
 # g++ 12 takes a literal joined with a string for overlapping memory (GCC bug 105651).
 if(TARNI_FUZZ)
@@ -40,7 +41,8 @@ if(TARNI_FUZZ)
   add_link_options(-fsanitize=address,undefined)
 else()
   add_compile_options(-Wall -Wextra -Wpedantic -Werror
-    $<$<COMPILE_LANGUAGE:CXX,OBJCXX>:-Wnon-virtual-dtor> $<$<COMPILE_LANGUAGE:CXX>:-Wno-restrict>)
+    $<$<COMPILE_LANGUAGE:CXX,OBJCXX>:-Wnon-virtual-dtor>
+    $<$<COMPILE_LANG_AND_ID:CXX,GNU>:-Wno-restrict>)
 endif()
 if(CMAKE_UNITY_BUILD)
   # What is nobody else's in a source is nobody else's in the sources joined with it, too.

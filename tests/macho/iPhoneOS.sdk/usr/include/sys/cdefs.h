@@ -1,0 +1,9 @@
+#pragma once
+#ifdef __cplusplus
+#define __BEGIN_DECLS extern "C" {
+#define __END_DECLS }
+#else
+#define __BEGIN_DECLS
+#define __END_DECLS
+#endif
+#define __DARWIN_ALIAS(symbol)

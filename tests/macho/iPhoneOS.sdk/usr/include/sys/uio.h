@@ -1,0 +1,6 @@
+#pragma once
+#include <sys/types.h>
+struct iovec {
+  void* iov_base;
+  size_t iov_len;
+};

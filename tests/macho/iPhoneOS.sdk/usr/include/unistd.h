@@ -1,0 +1,20 @@
+#pragma once
+#include <sys/types.h>
+#define _POSIX_TIMERS (-1)
+#define _SC_PAGESIZE 29
+#define _SC_NPROCESSORS_ONLN 58
+#define STDERR_FILENO 2
+__BEGIN_DECLS
+int close(int);
+int ftruncate(int, off_t);
+int getpagesize(void);
+pid_t getpid(void);
+int isatty(int);
+int pipe(int[2]);
+ssize_t read(int, void*, size_t);
+unsigned sleep(unsigned);
+long sysconf(int);
+int unlink(const char*);
+int usleep(useconds_t);
+ssize_t write(int, const void*, size_t);
+__END_DECLS
