@@ -25,8 +25,12 @@ void send(const std::string& text) {
       ServerManager::recorderPort, text);
 }
 
-// Steps go out in their order, whichever thread sends them.
-std::timed_mutex sending;
+// Steps go out in their order, whichever thread sends them. Made when it is first needed: where a
+// load hook starts the agent, the library's initialisers come later.
+std::timed_mutex& sending() {
+  static auto* const mutex = new std::timed_mutex;
+  return *mutex;
+}
 
 void sendAllSteps() {
   GlobalVars& shared = GlobalVars::sharedInstance();
@@ -62,12 +66,12 @@ void TcpChannel::start() {
 }
 
 void TcpChannel::sendPendingSteps() {
-  const std::lock_guard lock(sending);
+  const std::lock_guard lock(sending());
   sendAllSteps();
 }
 
 void TcpChannel::sendLastSteps(Clock::time_point deadline) {
-  const std::unique_lock lock(sending, deadline);
+  const std::unique_lock lock(sending(), deadline);
   if (!lock) return;
   sendAllSteps();
   const GCDAsyncSocketRef host = ServerManager::serverManager().recorderServerSocket();

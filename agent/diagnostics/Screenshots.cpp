@@ -1,5 +1,7 @@
 #include "agent/diagnostics/Screenshots.h"
 
+#include <sys/stat.h>
+
 #include <array>
 #include <atomic>
 #include <cctype>
@@ -7,10 +9,8 @@
 #include <cstdio>
 #include <cstdlib>
 #include <ctime>
-#include <filesystem>
 #include <fstream>
 #include <span>
-#include <system_error>
 
 #include "agent/core/MainThread.h"
 #include "agent/diagnostics/Errors.h"
@@ -99,8 +99,7 @@ Task<void> recordFailure(std::string name, std::string reason) {
   const char* const directory = std::getenv(kDirectoryVariable);
   if (!directory || !*directory) co_return;
   try {
-    std::error_code alreadyThere;
-    std::filesystem::create_directory(directory, alreadyThere);
+    mkdir(directory, 0777);  // fails when it is there already
     const std::string stem = timeStamp() + '-' + fileNamePart(name);
     // The text first: drawing may let the program run on.
     writeHierarchy(directory, stem + ".txt", reason);

@@ -18,18 +18,15 @@ namespace tarni::ios {
 
 namespace detail {
 
-platform::Task<void> run(std::function<void()> work);
-platform::Task<std::string> run(std::function<std::string()> work);
-platform::Task<std::optional<std::string>> run(std::function<std::optional<std::string>()> work);
-platform::Task<platform::UIImageRef> run(std::function<platform::UIImageRef()> work);
-platform::Task<platform::CFRunLoopRunResult> run(
-    std::function<platform::CFRunLoopRunResult()> work);
+// For the results of the seam's tasks.
+template <typename Result>
+platform::Task<Result> run(std::function<Result()> work);
 
 }  // namespace detail
 
 template <typename Work, typename Result = std::invoke_result_t<Work>>
 platform::Task<Result> completed(Work work) {
-  return detail::run(std::function<Result()>(std::move(work)));
+  return detail::run<Result>(std::move(work));
 }
 
 }  // namespace tarni::ios
