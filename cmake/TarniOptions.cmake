@@ -39,6 +39,8 @@ if(TARNI_FUZZ)
   add_compile_options(-w -fsanitize=fuzzer-no-link,address,undefined -fno-sanitize=vptr
     -fno-sanitize-recover=all -fno-omit-frame-pointer)
   add_link_options(-fsanitize=address,undefined)
+  # clang does not take an empty string of g++'s library for a constant.
+  add_compile_definitions(constinit=)
 else()
   add_compile_options(-Wall -Wextra -Wpedantic -Werror
     $<$<COMPILE_LANGUAGE:CXX,OBJCXX>:-Wnon-virtual-dtor>
