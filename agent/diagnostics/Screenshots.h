@@ -1,8 +1,8 @@
 // Screenshots of failures: what the screen showed when a playback command raised, for whoever asks
 // later why a run failed.
 //
-// They go into the directory that the environment variable KIF_SCREENSHOTS names, which is made when
-// only it is missing; without the variable nothing is written. Main thread.
+// They go into the directory that the environment variable KIF_SCREENSHOTS names, which is made
+// when only it is missing; without the variable nothing is written. Main thread.
 #pragma once
 
 #include <string>

@@ -23,11 +23,7 @@ void PrintTo(const Subject& subject, std::ostream* output) {
 }
 
 std::vector<Subject> subjects() {
-  return {{"Headless", {built("bin/tarni-headless")}, {}},
-          qt("5"),
-          qt("6"),
-          quick("5"),
-          quick("6"),
+  return {{"Headless", {built("bin/tarni-headless")}, {}}, qt("5"), qt("6"), quick("5"), quick("6"),
           {"iOS", {built("bin/ios-sample")}, {}}};
 }
 
