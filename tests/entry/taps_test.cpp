@@ -134,11 +134,12 @@ TEST_F(Taps, SwitchTheCheckBoxOfARow) {
   auto* const item = new QTreeWidgetItem(tree, {"Sugar"});
   item->setCheckState(0, Qt::Unchecked);
   showWindow();
-  const auto views = qt::viewOfWidget(tree)->subviews();
+  const auto shown = qt::viewOfWidget(tree)->subviews();
+  const std::vector<platform::UIViewRef> views(shown.begin(), shown.end());
   const auto box = std::ranges::find_if(
       views, [](const auto& view) { return view->getClass()->name() == "UISwitch"; });
   ASSERT_NE(box, views.end());
-  const platform::UIViewRef view = *box;
+  const platform::UIViewRef& view = *box;
   EXPECT_EQ(view->accessibilityLabel(), "Sugar");
   finish(KIFAdditions::tap(view));
   EXPECT_EQ(item->checkState(0), Qt::Checked);
