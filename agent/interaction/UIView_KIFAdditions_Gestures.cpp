@@ -82,6 +82,18 @@ Task<void> sendBeganAndEnded(std::vector<UITouchRef> touches) {
   co_await send(event);
 }
 
+// The touch of a tap, over by now; null in a web view, which takes taps by itself.
+Task<UITouchRef> touchAtPoint(UIViewRef view, CGPoint point) {
+  if (const UIViewRef browserView = webBrowserView(view)) {
+    co_await tapInteractionWithLocation(browserView, point);
+    co_return nullptr;
+  }
+  const UITouchRef touch = initAtPointInView(point, view);
+  const std::vector<UITouchRef> touches(1, touch);
+  co_await sendBeganAndEnded(touches);
+  co_return touch;
+}
+
 bool isDraggable(const std::vector<Path>& paths) {
   return !paths.empty() && !paths.front().empty() &&
          std::ranges::all_of(paths,
@@ -146,25 +158,14 @@ Task<void> tap(UIViewRef view) {
 }
 
 Task<void> tapAtPoint(UIViewRef view, CGPoint point) {
-  // 1. Web views take taps by themselves.
-  if (const UIViewRef browserView = webBrowserView(view)) {
-    co_await tapInteractionWithLocation(browserView, point);
-    co_return;
-  }
-  // 2. and 3. Began and Ended, with no wait between them.
-  const UITouchRef touch = initAtPointInView(point, view);
-  const std::vector<UITouchRef> touches(1, touch);
-  co_await sendBeganAndEnded(touches);
-  // 4. The first-responder step.
-  if (platform::isDescendantOfView(touch->view(), view)) {
+  const UITouchRef touch = co_await touchAtPoint(view, point);
+  if (touch && platform::isDescendantOfView(touch->view(), view)) {
     co_await becomeFirstResponderIfPossible(view);
   }
 }
 
 Task<void> FaketapAtPoint(UIViewRef view, CGPoint point) {
-  const UITouchRef touch = initAtPointInView(point, view);
-  const std::vector<UITouchRef> touches(1, touch);
-  co_await sendBeganAndEnded(touches);
+  co_await touchAtPoint(view, point);
 }
 
 Task<void> tapWebViewAtPoint(UIViewRef view, CGPoint point) {

@@ -26,7 +26,7 @@ platform::Task<void> tap(platform::UIViewRef view);
 // A view inside a web view takes the tap by itself; any other is touched, and becomes first
 // responder when it can.
 platform::Task<void> tapAtPoint(platform::UIViewRef view, platform::CGPoint point);
-// A touch without web views and first responder in mind.
+// The same without the first responder in mind.
 platform::Task<void> FaketapAtPoint(platform::UIViewRef view, platform::CGPoint point);
 // Taps the web view's inner view, found through its instance variables.
 platform::Task<void> tapWebViewAtPoint(platform::UIViewRef view, platform::CGPoint point);

@@ -127,9 +127,10 @@ TEST_F(Gestures, WebViewsTakeTapsByThemselves) {
   const auto web = build<headless::WebView>().frame({{0, 0}, {200, 100}}).in(*view);
   finish(KIFAdditions::tapAtPoint(web, {30, 40}));
   finish(KIFAdditions::tapAtPoint(web->browserView(), {1, 2}));
+  finish(KIFAdditions::FaketapAtPoint(web, {3, 4}));
   finish(KIFAdditions::tapWebViewAtPoint(web, {5, 6}));
   EXPECT_THAT(web->browserView()->taps(),
-              testing::ElementsAre(CGPoint{30, 40}, CGPoint{1, 2}, CGPoint{5, 6}));
+              testing::ElementsAre(CGPoint{30, 40}, CGPoint{1, 2}, CGPoint{3, 4}, CGPoint{5, 6}));
   EXPECT_EQ(phases(), "");
 }
 
