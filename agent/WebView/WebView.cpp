@@ -4,6 +4,7 @@
 #include <memory>
 
 #include "agent/core/GlobalVars.h"
+#include "agent/diagnostics/Errors.h"
 #include "agent/elements/UIViewFinder.h"
 #include "platform/Foundation/NSException.h"
 #include "platform/Platform.h"
@@ -44,9 +45,9 @@ Task<void> collectSteps(UIViewRef webView) {
   GlobalVars& shared = GlobalVars::sharedInstance();
   shared.set_currentWebView(webView);
   std::string steps = co_await WebView().callJavaScriptFunction(webView, "startRecording()");
+  if (!shared._webViewBase64Image()) shared.set_webViewBase64Image(onePixelImage);
   if (steps.empty()) co_return;
   platform::NSLog("**HYBRID RECORDED STEPS %s", steps.c_str());
-  if (!shared._webViewBase64Image()) shared.set_webViewBase64Image(onePixelImage);
   replaceAll(steps, imagePlaceholder, shared._webViewBase64Image().value_or(onePixelImage));
   shared.set_hybridRecordedSteps(std::move(steps));
 }
@@ -78,6 +79,17 @@ Task<void> recorderAndPlaybackInjection() {
     co_await collectSteps(webView);
   } else {
     co_await injectScripts(webView);
+  }
+}
+
+// The mode is the agent's, whether the page hears of it or not.
+Task<void> tellPageOnScreen(const char* call) {
+  try {
+    WebView bridge;
+    const UIViewRef webView = bridge.getCurrentDisplayedWebView();
+    if (webView) co_await bridge.callJavaScriptFunctionWithoutOutPut(webView, call);
+  } catch (...) {
+    Diagnostics::logCurrentException("The page has not heard of the mode");
   }
 }
 
@@ -136,13 +148,11 @@ Task<void> WebView::callJavaScriptFunctionWithoutOutPut(UIViewRef webView, std::
 }
 
 Task<void> WebView::switchToSpyMode() {
-  const UIViewRef webView = getCurrentDisplayedWebView();
-  if (webView) co_await callJavaScriptFunctionWithoutOutPut(webView, "switchtospymode()");
+  co_await tellPageOnScreen("switchtospymode()");
 }
 
 Task<void> WebView::switchToRecorderMode() {
-  const UIViewRef webView = getCurrentDisplayedWebView();
-  if (webView) co_await callJavaScriptFunctionWithoutOutPut(webView, "switchtorecordermode()");
+  co_await tellPageOnScreen("switchtorecordermode()");
 }
 
 }  // namespace tarni

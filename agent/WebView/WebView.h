@@ -33,7 +33,7 @@ class WebView {
   platform::Task<void> callJavaScriptFunctionWithoutOutPut(platform::UIViewRef webView,
                                                            std::string call);
 
-  // Tell the scripts of the web view on screen, if there is one.
+  // Tell the scripts of the web view on screen, if there is one. What fails ends in the log.
   platform::Task<void> switchToSpyMode();
   platform::Task<void> switchToRecorderMode();
 };

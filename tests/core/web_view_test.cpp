@@ -2,6 +2,7 @@
 
 #include <gmock/gmock.h>
 
+#include "agent/TcpCommunication/BaseManager/RecorderCommands.h"
 #include "agent/core/GlobalVars.h"
 #include "backends/headless/views/WebView.h"
 #include "platform/Foundation/NSException.h"
@@ -119,6 +120,7 @@ TEST_F(WebViews, PassWithoutStepsLeavesThoseThatWait) {
   GlobalVars::sharedInstance().set_hybridRecordedSteps("waiting");
   pass();
   EXPECT_EQ(pendingSteps(), "waiting");
+  EXPECT_EQ(GlobalVars::sharedInstance()._webViewBase64Image(), onePixel);
   web->setAnswer("startRecording()", "newer");
   pass();
   EXPECT_EQ(pendingSteps(), "newer");
@@ -151,10 +153,21 @@ TEST_F(WebViews, ModesAreToldToThePageOnScreen) {
   EXPECT_THAT(other->evaluatedScripts(), IsEmpty());
 }
 
-TEST_F(WebViews, ViewThatEvaluatesNothingRaises) {
+TEST_F(WebViews, ModeThatCannotBeToldIsAnnouncedAllTheSame) {
   const auto impostor = plainView({});
   impostor->setClass(platform::uikit::UIWebView);
-  EXPECT_THROW(finish(WebView().switchToSpyMode()), platform::NSException);
+  EXPECT_THROW(finish(WebView().callJavaScriptFunctionWithoutOutPut(impostor, "f()")),
+               platform::NSException);
+  std::size_t count = 0;
+  for (const auto& [command, toast] : {std::pair("startobjectspy", "Switched to Spy Mode"),
+                                       std::pair("stopobjectspy", "Switched to Recording Mode")}) {
+    finish(RecorderCommands::handle(command));
+    environment.runLoop().runUntil([&] { return environment.alerts().shown().size() > count; });
+    ASSERT_EQ(environment.alerts().shown().size(), ++count);
+    EXPECT_EQ(environment.alerts().shown().back()->message, toast);
+  }
+  EXPECT_TRUE(environment.log().contains(
+      "The page has not heard of the mode: the view evaluates no scripts"));
   pass();
 }
 
