@@ -122,11 +122,12 @@ Task<void> draw(StepDraftRef draft) {
     draft->picture = co_await Utilities::getUIImageOfUIView(view);
     co_return;
   }
+  // A drawing that fails leaves none, not that of the touch before.
+  GlobalVars& shared = GlobalVars::sharedInstance();
+  shared.set_webViewBase64Image(std::nullopt);
   const std::string picture =
       co_await Utilities::getBase64StringOfUIImageOfUIViewTouchedArea(view, draft->pointInWebView);
-  if (!picture.empty()) {
-    GlobalVars::sharedInstance().set_webViewBase64Image("data:image/jpeg;base64," + picture);
-  }
+  if (!picture.empty()) shared.set_webViewBase64Image("data:image/jpeg;base64," + picture);
 }
 
 std::string encodedPicture(const StepDraft& draft) {

@@ -172,6 +172,21 @@ TEST_F(Steps, TapInsideAWebViewLeavesOnlyThePictureOfTheTouchedArea) {
   EXPECT_EQ(image->substr(0, 27), "data:image/jpeg;base64,/9j/");
 }
 
+class BlankWebView : public View {
+ public:
+  BlankWebView() : View(platform::uikit::UIWebView) {}
+  platform::Task<platform::UIImageRef> drawViewHierarchy() override { co_return nullptr; }
+};
+
+TEST_F(Steps, TapInsideAWebViewThatCannotBeDrawnLeavesNoOlderPicture) {
+  GlobalVars::sharedInstance().set_webViewBase64Image("of the touch before");
+  const auto web = build<BlankWebView>().frame({{0, 0}, {300, 300}}).in(*window);
+  walk();
+  environment.finger().tap(*web, {50, 50});
+  runWorker();
+  EXPECT_FALSE(GlobalVars::sharedInstance()._webViewBase64Image());
+}
+
 TEST_F(Steps, ButtonThatClosesItsOwnDialogIsStillRecorded) {
   auto dialog = build<View>().frame({{50, 100}, {200, 200}}).identifier("dialog").in(*window);
   build<Button>("Help").frame({{0, 0}, {100, 40}}).in(*dialog);
