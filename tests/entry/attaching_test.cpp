@@ -108,6 +108,22 @@ TEST(OutOfReach, IsSaidWithItsReason) {
       HasSubstr("on xcb"));
 }
 
+TEST_P(Attaching, ADebuggerAsksTheAgent) {
+  Program::Environment environment = agentEnvironment();
+  environment["TARNI_LOG"] = "stderr";
+  const Program program({sample()}, environment);
+  const Playback playback;
+  const std::string refresh = playback.one("UIButton", "text", "Refresh");
+  run({"gdb", "-nx", "-batch", "-p", std::to_string(program.pid()), "-ex",
+       "call (void)tarni_printViewHierarchy()", "-ex", "call (void)tarni_showMemoryAndCpuStats()"});
+  playback.command("clickelement", refresh);
+  EXPECT_TRUE(eventually([&] {
+    const std::string output = program.output();
+    return output.find("UIButton  ") != std::string::npos &&
+           output.find("Used Ram ") != std::string::npos;
+  })) << program.output();
+}
+
 // An interpreter that imports Qt gets the agent then, and its children none.
 TEST(LateToolkit, IsFoundWhenAnInterpreterLoadsIt) {
   Program program({"/usr/bin/python3", "-c",

@@ -1,4 +1,5 @@
 // Every way of loading the agent, into whole programs and looked at over the wire.
+#include <dlfcn.h>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
@@ -86,6 +87,13 @@ TEST_P(Loading, ByLinking) {
   Program program({built("bin/qt-linked-sample-" + GetParam())},
                   {{"QT_QPA_PLATFORM", "offscreen"}});
   EXPECT_EQ(greeting(), kGreeting);
+}
+
+TEST_P(Loading, ProgramsLookUpTheAddressOfTheScripts) {
+  const std::string path = built("lib/libtarni-qt" + GetParam() + ".so");
+  void* const library = dlopen(path.c_str(), RTLD_NOW | RTLD_LOCAL);
+  ASSERT_TRUE(library) << dlerror();
+  EXPECT_TRUE(dlsym(library, "_ZN5tarni14REMOTE_CDN_URLB5cxx11E"));
 }
 
 TEST_P(Loading, WorksAtAnyScale) {
