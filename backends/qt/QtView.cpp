@@ -35,10 +35,10 @@ bool everyChild(const QObject& parent, Visit&& visit) {
   return true;
 }
 
-// False for a hidden widget that was neither shown nor sized yet, as in a page that nobody opened:
-// its rectangle is the toolkit's placeholder.
+// False for a widget that was neither shown nor sized yet, as in a page that nobody opened: its
+// rectangle is the toolkit's placeholder.
 bool isLaidOut(const QWidget& widget) {
-  return !widget.isHidden() || widget.testAttribute(Qt::WA_Resized) ||
+  return widget.isVisible() || widget.testAttribute(Qt::WA_Resized) ||
          widget.testAttribute(Qt::WA_WState_Created);
 }
 

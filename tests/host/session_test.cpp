@@ -131,6 +131,15 @@ TEST_F(Sessions, ThatAreBadAreNamedByLineBeforeAnythingIsStarted) {
   EXPECT_EQ(tarni({"play", (folder_ / "none").string()}).code, 5);
 }
 
+TEST_F(Sessions, StayWhenTheNextRecordingCannotBegin) {
+  { host::SessionWriter(file_, {program_}).add(1, step("Click", "UIView", "", "kept", 0)); }
+  EXPECT_NE(tarni({"record", "-o", file_.string()}).code, 0);
+  EXPECT_EQ(host::readSession(file_).steps.size(), 1U);
+  const auto other = folder_ / "other.json";
+  EXPECT_NE(tarni({"record", "-o", other.string()}).code, 0);
+  EXPECT_FALSE(std::filesystem::exists(other));
+}
+
 TEST_F(Sessions, KeepEveryStepOnceAndNotWhatWasRecordedBefore) {
   const auto message = [](const std::string& text) {
     return ordered_json{step("ClickButton", "UIButton", "\\UIView[0]", text, 0)}.dump();

@@ -165,6 +165,9 @@ TEST(Geometry, AHiddenWidgetThatNobodyLaidOutTakesNoRoom) {
   QLabel placed("p", &window);
   placed.setGeometry(5, 6, 70, 20);
   placed.hide();
+  QWidget wasAWindow;
+  wasAWindow.setParent(&later);
+  wasAWindow.setVisible(true);
   window.resize(400, 300);
   show(window);
   auto* const spare = bar.findChild<QWidget*>("qt_toolbar_ext_button");
@@ -172,6 +175,7 @@ TEST(Geometry, AHiddenWidgetThatNobodyLaidOutTakesNoRoom) {
   EXPECT_EQ(viewOf(*spare)->frame().size, CGSize{});
   EXPECT_EQ(viewOf(later)->frame().size, CGSize{});
   EXPECT_EQ(viewOf(radio)->bounds().size, CGSize{});
+  EXPECT_EQ(viewOf(wasAWindow)->bounds().size, CGSize{}) << "shown in a page that nobody opened";
   EXPECT_EQ(viewOf(placed)->frame(), (CGRect{{5, 6}, {70, 20}})) << "hidden, but it has its place";
   tabs.setCurrentIndex(1);
   const CGRect opened = viewOf(later)->frame();

@@ -4,6 +4,7 @@
 #include <nlohmann/json.hpp>
 #include <optional>
 
+#include "host/cli/Files.h"
 #include "host/cli/Listening.h"
 #include "host/cli/Session.h"
 #include "host/cli/Subcommands.h"
@@ -61,8 +62,11 @@ std::vector<std::string> startLine(const Session& session, const RecordOptions& 
 
 class Recording {
  public:
-  Recording(const Session& session, const RecordOptions& options) : json_(session.options.json) {
-    if (!options.file.empty()) file_.emplace(options.file, startLine(session, options));
+  // `program` is the start-up line to keep.
+  Recording(const Session& session, const RecordOptions& options,
+            const std::vector<std::string>& program)
+      : json_(session.options.json) {
+    if (!options.file.empty()) file_.emplace(options.file, program);
   }
 
   // How many steps the message holds that were recorded since this client came.
@@ -98,8 +102,11 @@ class Recording {
 
 void record(Session& session, const RecordOptions& options) {
   session.enterNetwork();
-  Recording recording(session, options);
+  // An earlier session stays until this one has begun.
+  if (!options.file.empty()) requireWritable(options.file);
+  const auto program = startLine(session, options);
   auto recorder = session.recorder();
+  Recording recording(session, options, program);
   options.listening.run(recorder, session, {[&recording](const auto& message) {
                           return recording.onMessage(message);
                         }});
