@@ -10,7 +10,7 @@
 namespace tarni {
 namespace {
 
-using Utf8 = std::codecvt<char32_t, char8_t, std::mbstate_t>;
+using Multibyte = std::codecvt<wchar_t, char, std::mbstate_t>;
 
 // Knows the letters of all scripts where the machine has such a locale, else those of ASCII.
 const std::locale& lettersLocale() {
@@ -27,28 +27,30 @@ const std::locale& lettersLocale() {
   return *shared;
 }
 
-std::u32string decode(std::u8string_view text) {
-  const auto& utf8 = std::use_facet<Utf8>(std::locale::classic());
-  std::u32string letters(text.size(), U'\0');
+// Empty when the text is none of the locale's.
+std::wstring decode(std::string_view text) {
+  const auto& multibyte = std::use_facet<Multibyte>(lettersLocale());
+  std::wstring letters(text.size(), L'\0');
   std::mbstate_t state{};
-  const char8_t* consumed = nullptr;
-  char32_t* end = nullptr;
-  const auto result = utf8.in(state, text.data(), text.data() + text.size(), consumed,
-                              letters.data(), letters.data() + letters.size(), end);
-  if (result != Utf8::ok) return {};
+  const char* consumed = nullptr;
+  wchar_t* end = nullptr;
+  const auto result = multibyte.in(state, text.data(), text.data() + text.size(), consumed,
+                                   letters.data(), letters.data() + letters.size(), end);
+  if (result != Multibyte::ok) return {};
   letters.resize(static_cast<std::size_t>(end - letters.data()));
   return letters;
 }
 
-std::string encode(const std::u32string& letters) {
-  const auto& utf8 = std::use_facet<Utf8>(std::locale::classic());
-  std::u8string text(letters.size() * 4, u8'\0');
+std::string encode(const std::wstring& letters) {
+  const auto& multibyte = std::use_facet<Multibyte>(lettersLocale());
+  std::string text(letters.size() * static_cast<std::size_t>(multibyte.max_length()), '\0');
   std::mbstate_t state{};
-  const char32_t* consumed = nullptr;
-  char8_t* end = nullptr;
-  utf8.out(state, letters.data(), letters.data() + letters.size(), consumed, text.data(),
-           text.data() + text.size(), end);
-  return {reinterpret_cast<const char*>(text.data()), reinterpret_cast<const char*>(end)};
+  const wchar_t* consumed = nullptr;
+  char* end = nullptr;
+  multibyte.out(state, letters.data(), letters.data() + letters.size(), consumed, text.data(),
+                text.data() + text.size(), end);
+  text.resize(static_cast<std::size_t>(end - text.data()));
+  return text;
 }
 
 }  // namespace
@@ -57,12 +59,10 @@ std::string Utilities::lowercaseString(std::string_view text) {
   const auto isAscii = [](char letter) { return static_cast<unsigned char>(letter) < 0x80; };
   if (std::ranges::all_of(text, isAscii)) return platform::lowercase(text);
 
-  std::u32string letters = decode({reinterpret_cast<const char8_t*>(text.data()), text.size()});
+  std::wstring letters = decode(text);
   if (letters.empty()) return platform::lowercase(text);  // it is not UTF-8
-  const auto& ctype = std::use_facet<std::ctype<wchar_t>>(lettersLocale());
-  for (char32_t& letter : letters) {
-    letter = static_cast<char32_t>(ctype.tolower(static_cast<wchar_t>(letter)));
-  }
+  std::use_facet<std::ctype<wchar_t>>(lettersLocale())
+      .tolower(letters.data(), letters.data() + letters.size());
   return encode(letters);
 }
 

@@ -1,4 +1,5 @@
-// Exchange of method implementations. Main thread. A method that does not exist changes nothing.
+// Exchange of method implementations. Main thread. A method that does not exist
+// changes nothing and gets a log line.
 #pragma once
 
 #include <string_view>

@@ -19,6 +19,7 @@ platform::UITouchRef initAtPointInWindow(platform::CGPoint point,
                                          const platform::UIWindowRef& window) {
   assertMainThread();
   platform::UITouchRef touch = platform::current().application->makeTouch();
+  if (!touch) return nullptr;
   touch->setWindow(window);
   touch->setTapCount(1);
   touch->_setLocationInWindow(point, true);
@@ -43,14 +44,16 @@ platform::UITouchRef initInView(const platform::UIViewRef& view) {
   return initAtPointInView({size.width / 2, size.height / 2}, view);
 }
 
-void setLocationInWindow(platform::UITouch& touch, platform::CGPoint point) {
-  touch.setTimestamp(platform::current().processInfo->systemUptime());
-  touch._setLocationInWindow(point, false);
+void setLocationInWindow(const platform::UITouchRef& touch, platform::CGPoint point) {
+  if (!touch) return;
+  touch->setTimestamp(platform::current().processInfo->systemUptime());
+  touch->_setLocationInWindow(point, false);
 }
 
-void setPhaseAndUpdateTimestamp(platform::UITouch& touch, platform::UITouchPhase phase) {
-  touch.setTimestamp(platform::current().processInfo->systemUptime());
-  touch.setPhase(phase);
+void setPhaseAndUpdateTimestamp(const platform::UITouchRef& touch, platform::UITouchPhase phase) {
+  if (!touch) return;
+  touch->setTimestamp(platform::current().processInfo->systemUptime());
+  touch->setPhase(phase);
 }
 
 void kif_setHidEvent(const platform::UITouchRef& touch) {

@@ -72,12 +72,16 @@ Task<void> tapInteractionWithLocation(UIViewRef browserView, CGPoint point) {
   co_await browser->tapInteractionWithLocation(point);
 }
 
+UIViewRef hitView(const UITouchRef& touch) {
+  return touch ? touch->view() : nullptr;
+}
+
 // Began and Ended in one event object, which still describes the first when it is sent again.
 Task<void> sendBeganAndEnded(std::vector<UITouchRef> touches) {
   platform::UIEvent& event = eventWithTouches(touches);
   co_await send(event);
   for (const UITouchRef& touch : touches) {
-    setPhaseAndUpdateTimestamp(*touch, UITouchPhase::Ended);
+    setPhaseAndUpdateTimestamp(touch, UITouchPhase::Ended);
   }
   co_await send(event);
 }
@@ -121,8 +125,8 @@ std::vector<UITouchRef> touchesAtStart(const std::vector<Path>& windowPaths,
 Task<void> sendMoved(std::vector<UITouchRef> touches, std::vector<Path> windowPaths,
                      std::size_t step) {
   for (std::size_t finger = 0; finger < touches.size(); ++finger) {
-    setLocationInWindow(*touches[finger], windowPaths[finger][step]);
-    setPhaseAndUpdateTimestamp(*touches[finger], UITouchPhase::Moved);
+    setLocationInWindow(touches[finger], windowPaths[finger][step]);
+    setPhaseAndUpdateTimestamp(touches[finger], UITouchPhase::Moved);
   }
   co_await send(eventWithTouches(touches));
   co_await wait(currentMode(), stepInterval);
@@ -131,15 +135,16 @@ Task<void> sendMoved(std::vector<UITouchRef> touches, std::vector<Path> windowPa
 // Each finger lifts in an event of its own.
 Task<void> sendEnded(std::vector<UITouchRef> touches) {
   for (const UITouchRef& touch : touches) {
-    setPhaseAndUpdateTimestamp(*touch, UITouchPhase::Ended);
+    setPhaseAndUpdateTimestamp(touch, UITouchPhase::Ended);
     co_await send(eventWithTouch(touch));
   }
 }
 
 }  // namespace
 
-platform::UIEvent& eventWithTouches(const std::vector<UITouchRef>& touches) {
+platform::UIEvent& eventWithTouches(std::vector<UITouchRef> touches) {
   assertMainThread();
+  std::erase(touches, nullptr);
   platform::UIEvent& event = platform::current().application->_touchesEvent();
   event._clearTouches();
   kif_setEventWithTouches(event, touches);
@@ -148,7 +153,7 @@ platform::UIEvent& eventWithTouches(const std::vector<UITouchRef>& touches) {
 }
 
 platform::UIEvent& eventWithTouch(const UITouchRef& touch) {
-  return eventWithTouches(touch ? std::vector{touch} : std::vector<UITouchRef>{});
+  return eventWithTouches({touch});
 }
 
 Task<void> tap(UIViewRef view) {
@@ -159,7 +164,7 @@ Task<void> tap(UIViewRef view) {
 
 Task<void> tapAtPoint(UIViewRef view, CGPoint point) {
   const UITouchRef touch = co_await touchAtPoint(view, point);
-  if (touch && platform::isDescendantOfView(touch->view(), view)) {
+  if (platform::isDescendantOfView(hitView(touch), view)) {
     co_await becomeFirstResponderIfPossible(view);
   }
 }
@@ -188,15 +193,15 @@ Task<void> longPressAtPoint(UIViewRef view, CGPoint point, double duration) {
   co_await wait(platform::kCFRunLoopDefaultMode, stepInterval);
   // 2. Stationary, as often as the duration holds.
   for (double elapsed = stepInterval; elapsed < duration; elapsed += stepInterval) {
-    setPhaseAndUpdateTimestamp(*touch, UITouchPhase::Stationary);
+    setPhaseAndUpdateTimestamp(touch, UITouchPhase::Stationary);
     co_await send(eventWithTouch(touch));
     co_await wait(platform::kCFRunLoopDefaultMode, stepInterval);
   }
   // 3. Ended.
-  setPhaseAndUpdateTimestamp(*touch, UITouchPhase::Ended);
+  setPhaseAndUpdateTimestamp(touch, UITouchPhase::Ended);
   co_await send(eventWithTouch(touch));
   // 4. The first-responder step.
-  if (platform::isDescendantOfView(touch->view(), view)) {
+  if (platform::isDescendantOfView(hitView(touch), view)) {
     co_await becomeFirstResponderIfPossible(view);
   }
 }
@@ -250,7 +255,7 @@ Task<void> dragPointsAlongPaths(UIViewRef view, std::vector<Path> paths) {
     if (step == steps - 1) co_await sendEnded(touches);
   }
   // 6. The first-responder step.
-  if (touches.front()->view() == view) co_await becomeFirstResponderIfPossible(view);
+  if (hitView(touches.front()) == view) co_await becomeFirstResponderIfPossible(view);
   // 7. The application settles.
   while (currentMode() != platform::kCFRunLoopDefaultMode) {
     co_await wait(currentMode(), modeInterval);

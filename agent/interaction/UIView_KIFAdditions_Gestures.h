@@ -16,9 +16,9 @@ namespace tarni::KIFAdditions {
 
 using Path = std::vector<platform::CGPoint>;
 
-// The application's one touches event, refilled with the touches as they are now. Null gives an
-// event without touches.
-platform::UIEvent& eventWithTouches(const std::vector<platform::UITouchRef>& touches);
+// The application's one touches event, refilled with the touches as they are now. Null touches are
+// left out.
+platform::UIEvent& eventWithTouches(std::vector<platform::UITouchRef> touches);
 platform::UIEvent& eventWithTouch(const platform::UITouchRef& touch);
 
 // In the middle of the view's frame size.

@@ -7,7 +7,8 @@ namespace tarni::ios {
 
 class Alerts : public platform::UIAlerts {
  public:
-  // Null, after a log line, on a system that no longer has the class.
+  // Null, after a log line with the message, on a system that no longer has the class, and in an
+  // application of scenes, where it raises.
   std::shared_ptr<platform::UIAlertView> show(std::string message,
                                               std::optional<std::string> cancelButtonTitle,
                                               std::optional<std::string> otherButtonTitle) override;

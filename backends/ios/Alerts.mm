@@ -4,9 +4,13 @@
 #include "backends/ios/Owned.h"
 #include "backends/ios/Report.h"
 #include "backends/ios/Values.h"
+#include "platform/Foundation/NSLog.h"
 
 namespace tarni::ios {
 namespace {
+
+constexpr const char* initSelector =
+    "initWithTitle:message:delegate:cancelButtonTitle:otherButtonTitles:";
 
 class Alert : public platform::UIAlertView {
  public:
@@ -34,15 +38,19 @@ std::shared_ptr<platform::UIAlertView> Alerts::show(std::string message,
     reportMissing("UIAlertView", "messages are not shown: " + message);
     return nullptr;
   }
-  auto alert = Owned<id>::adopting(guarded([&]() -> id {
+  auto alert = Owned<id>::adopting(answered(cls, initSelector, [&]() -> id {
     return [[cls alloc] initWithTitle:nil
                               message:toNSString(message)
                              delegate:nil
                     cancelButtonTitle:titleOrNil(cancelButtonTitle)
                     otherButtonTitles:titleOrNil(otherButtonTitle), nil];
   }));
-  guarded([&] { [alert.get() show]; });
-  return std::make_shared<Alert>(std::move(alert));
+  const bool isShown = alert && answered(alert.get(), "show", [&] {
+                         [alert.get() show];
+                         return true;
+                       });
+  if (!isShown) platform::NSLog("A message is not shown: %s", message.c_str());
+  return isShown ? std::make_shared<Alert>(std::move(alert)) : nullptr;
 }
 
 }  // namespace tarni::ios

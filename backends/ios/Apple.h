@@ -268,7 +268,6 @@ typedef struct __IOHIDEvent* IOHIDEventRef;
 
 @interface UIApplication (TarniPrivate)
 - (UIEvent*)_touchesEvent;
-- (NSArray*)windowsWithKeyWindow;
 @end
 
 @interface UIEvent (TarniPrivate)

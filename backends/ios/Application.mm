@@ -16,13 +16,6 @@ namespace {
                   [&]() -> ::UIApplication* { return [cls sharedApplication]; });
 }
 
-NSArray* windowsOf(::UIApplication* application) {
-  if (![application respondsToSelector:@selector(windowsWithKeyWindow)]) {
-    return [application windows];
-  }
-  return [application windowsWithKeyWindow];
-}
-
 }  // namespace
 
 platform::UIWindowRef Application::keyWindow() const {
@@ -35,7 +28,7 @@ std::vector<platform::UIWindowRef> Application::windowsWithKeyWindow() const {
   const platform::UIWindowRef key = keyWindow();
   if (key) shown.push_back(key);
   ::UIApplication* const application = shared();
-  NSArray* const all = answered(application, "windows", [&] { return windowsOf(application); });
+  NSArray* const all = answered(application, "windows", [&] { return [application windows]; });
   for (::UIWindow* window in all) {
     const platform::UIWindowRef other = viewOf(window);
     if (other != key && !other->isHidden()) shown.push_back(other);

@@ -16,16 +16,20 @@ template <typename Draw>
 platform::UIImageRef drawn(id subject, const char* operation, ::CGSize size, BOOL opaque,
                            CGFloat scale, Draw draw) {
   const bool isOpen = isDrawable(size) && answered(subject, "UIGraphicsBeginImageContext", [&] {
-    UIGraphicsBeginImageContextWithOptions(size, opaque, scale);
-    return true;
-  });
+                        UIGraphicsBeginImageContextWithOptions(size, opaque, scale);
+                        return true;
+                      });
   if (!isOpen) return nullptr;
   const bool isDrawn = answered(subject, operation, [&] {
     draw();
     return true;
   });
-  ::UIImage* const image = UIGraphicsGetImageFromCurrentImageContext();
-  UIGraphicsEndImageContext();
+  ::UIImage* const image = answered(subject, "UIGraphicsGetImageFromCurrentImageContext",
+                                    [] { return UIGraphicsGetImageFromCurrentImageContext(); });
+  answered(subject, "UIGraphicsEndImageContext", [] {
+    UIGraphicsEndImageContext();
+    return true;
+  });
   return isDrawn && image ? std::make_shared<Image>(image) : nullptr;
 }
 
@@ -47,7 +51,8 @@ double Image::scale() const {
 }
 
 platform::UIImageRef Image::crop(const platform::CGRect& rect) const {
-  const ::CGSize size{static_cast<CGFloat>(rect.size.width), static_cast<CGFloat>(rect.size.height)};
+  const ::CGSize size{static_cast<CGFloat>(rect.size.width),
+                      static_cast<CGFloat>(rect.size.height)};
   return drawn(image_.get(), "drawAtPoint:", size, NO, [image_.get() scale], [&] {
     [image_.get() drawAtPoint:fromPoint({-rect.origin.x, -rect.origin.y})];
   });

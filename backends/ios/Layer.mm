@@ -73,7 +73,9 @@ bool Layer::isHidden() const {
 }
 
 float Layer::speed() const {
-  return layer_ ? answered(layer_, "speed", [&] { return [layer_ speed]; }, 1.0F) : 1.0F;
+  return layer_ ? answered(
+                      layer_, "speed", [&] { return [layer_ speed]; }, 1.0F)
+                : 1.0F;
 }
 
 void Layer::setSpeed(float speed) {
@@ -102,12 +104,16 @@ std::vector<std::string> Layer::animationKeys() const {
 }
 
 const platform::CAAnimation* Layer::animationForKey(std::string_view key) const {
-  ::CAAnimation* const animation =
-      answered(layer_, "animationForKey:", [&] { return [layer_ animationForKey:toNSString(key)]; });
+  ::CAAnimation* const animation = answered(
+      layer_, "animationForKey:", [&] { return [layer_ animationForKey:toNSString(key)]; });
   if (!animation) return nullptr;
   platform::CAAnimation& copy = animations_[std::string(key)];
-  copy = {[animation beginTime], [animation duration], [animation repeatCount],
-          [animation repeatDuration]};
+  copy = answered(animation, "beginTime", [&] {
+    return platform::CAAnimation{[animation beginTime],
+                                 [animation duration],
+                                 [animation repeatCount],
+                                 [animation repeatDuration]};
+  });
   return &copy;
 }
 

@@ -17,9 +17,9 @@ enum class MethodShape { Nothing, Flag, Object, TwoObjects, Other };
 // Of a type encoding, with or without the offsets that the runtime writes into it.
 MethodShape shapeOf(std::string_view types);
 
-// A function of the shape that calls `implementation` each time. Null, after a log line, when there
-// is none for the shape or all of them are in use.
-IMP makeHook(MethodShape shape, platform::Implementation implementation);
+// A function of the shape that calls `implementation` each time. Null, after a log line with the
+// method's name, when there is none for the shape or all of them are in use.
+IMP makeHook(MethodShape shape, platform::Implementation implementation, std::string_view method);
 
 // One call of a hook.
 class HookedCall {

@@ -108,11 +108,12 @@ MethodShape shapeOf(std::string_view types) {
   return MethodShape::Other;
 }
 
-IMP makeHook(MethodShape shape, platform::Implementation implementation) {
+IMP makeHook(MethodShape shape, platform::Implementation implementation, std::string_view method) {
   static std::size_t used = 0;
   const bool isPossible = shape != MethodShape::Other && used < numberOfHooks && implementation;
   if (!isPossible) {
-    platform::NSLog("A method of the application cannot be hooked");
+    platform::NSLog("%.*s cannot be hooked: its calls are not followed",
+                    static_cast<int>(method.size()), method.data());
     return nullptr;
   }
   implementations()[used] = std::move(implementation);

@@ -109,10 +109,14 @@ struct NativeImplementation {
   }
 };
 
-// The function behind an implementation: its own when it came from the runtime, else a hook.
-IMP functionOf(platform::Implementation implementation, std::string_view types) {
+// The function behind an implementation: its own when it came from the runtime, else a hook for
+// the method.
+IMP functionOf(platform::Implementation implementation, std::string_view types, platform::Class cls,
+               std::string_view selector) {
   const auto* const own = implementation.target<NativeImplementation>();
-  return own ? own->function : makeHook(shapeOf(types), std::move(implementation));
+  if (own) return own->function;
+  return makeHook(shapeOf(types), std::move(implementation),
+                  "-[" + cls->name() + " " + std::string(selector) + "]");
 }
 
 }  // namespace
@@ -146,7 +150,7 @@ bool ObjectiveCRuntime::class_addMethod(platform::Class cls, std::string_view se
                                         std::string_view types) {
   const ::Class nativeClass = native(cls);
   if (!nativeClass || hasOwnMethod(nativeClass, selectorOf(selector))) return false;
-  const IMP function = functionOf(std::move(implementation), types);
+  const IMP function = functionOf(std::move(implementation), types, cls, selector);
   return function &&
          ::class_addMethod(nativeClass, selectorOf(selector), function, std::string(types).c_str());
 }
@@ -156,7 +160,7 @@ void ObjectiveCRuntime::class_replaceMethod(platform::Class cls, std::string_vie
                                             std::string_view types) {
   const ::Class nativeClass = native(cls);
   if (!nativeClass) return;
-  const IMP function = functionOf(std::move(implementation), types);
+  const IMP function = functionOf(std::move(implementation), types, cls, selector);
   if (!function) return;
   ::class_replaceMethod(nativeClass, selectorOf(selector), function, std::string(types).c_str());
 }

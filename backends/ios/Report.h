@@ -6,7 +6,7 @@
 
 namespace tarni::ios {
 
-// "UITouch setGestureView: is missing here: gesture views are not set".
+// "-[UITouch setGestureView:] is missing here: gesture views are not set".
 void reportMissing(std::string_view which, std::string_view whatNoLongerWorks) noexcept;
 
 // Writes the line unless one has been written for the same subject.

@@ -12,10 +12,10 @@ namespace tarni::ios {
 
 // Autoreleased. Bytes that are no UTF-8 are read as Latin-1: no text is lost.
 NSString* toNSString(std::string_view text);
-// Null for nil.
-std::optional<std::string> toText(NSString* string);
-// Empty for nil.
-std::string toTextOrEmpty(NSString* string);
+// Null for nil, and for what the application answers although it is no string.
+std::optional<std::string> toText(id string);
+// Empty for these.
+std::string toTextOrEmpty(id string);
 
 inline platform::CGPoint toPoint(::CGPoint point) {
   return {point.x, point.y};

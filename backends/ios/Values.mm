@@ -1,6 +1,6 @@
 #include "backends/ios/Values.h"
 
-#include "backends/ios/Owned.h"
+#include "backends/ios/Guard.h"
 
 namespace tarni::ios {
 
@@ -16,13 +16,15 @@ NSString* toNSString(std::string_view text) {
   return [string autorelease];
 }
 
-std::optional<std::string> toText(NSString* string) {
-  if (!string) return std::nullopt;
-  NSData* const bytes = [string dataUsingEncoding:NSUTF8StringEncoding allowLossyConversion:YES];
+std::optional<std::string> toText(id string) {
+  if (![string isKindOfClass:[NSString class]]) return std::nullopt;
+  NSData* const bytes = answered(string, "dataUsingEncoding:allowLossyConversion:", [&] {
+    return [string dataUsingEncoding:NSUTF8StringEncoding allowLossyConversion:YES];
+  });
   return std::string(static_cast<const char*>([bytes bytes]), [bytes length]);
 }
 
-std::string toTextOrEmpty(NSString* string) {
+std::string toTextOrEmpty(id string) {
   return toText(string).value_or("");
 }
 

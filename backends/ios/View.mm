@@ -4,6 +4,7 @@
 #include "backends/ios/Image.h"
 #include "backends/ios/Kinds.h"
 #include "backends/ios/Owned.h"
+#include "backends/ios/Report.h"
 #include "backends/ios/RuntimeClass.h"
 #include "backends/ios/Values.h"
 
@@ -117,16 +118,14 @@ platform::CGAffineTransform View::transform() const {
 
 platform::CGPoint View::convertPointToWindow(platform::CGPoint point) const {
   ::UIView* const top = topmost();
-  return toPoint(ask("convertPoint:toView:", [&] {
-    return [view_ convertPoint:fromPoint(point) toView:top];
-  }));
+  return toPoint(ask("convertPoint:toView:",
+                     [&] { return [view_ convertPoint:fromPoint(point) toView:top]; }));
 }
 
 platform::CGPoint View::convertPointFromWindow(platform::CGPoint point) const {
   ::UIView* const top = topmost();
-  return toPoint(ask("convertPoint:fromView:", [&] {
-    return [view_ convertPoint:fromPoint(point) fromView:top];
-  }));
+  return toPoint(ask("convertPoint:fromView:",
+                     [&] { return [view_ convertPoint:fromPoint(point) fromView:top]; }));
 }
 
 platform::UIViewRef View::hitTest(platform::CGPoint point) const {
@@ -149,7 +148,8 @@ bool View::clipsToBounds() const {
 }
 
 bool View::isUserInteractionEnabled() const {
-  return ask("isUserInteractionEnabled", [&]() -> bool { return [view_ isUserInteractionEnabled]; });
+  return ask("isUserInteractionEnabled",
+             [&]() -> bool { return [view_ isUserInteractionEnabled]; });
 }
 
 bool View::isFirstResponder() const {
@@ -161,8 +161,7 @@ bool View::canBecomeFirstResponder() const {
 }
 
 platform::Task<void> View::becomeFirstResponder() {
-  return completed(
-      [view = Owned(view_)] { guarded([&] { [view.get() becomeFirstResponder]; }); });
+  return completed([view = Owned(view_)] { guarded([&] { [view.get() becomeFirstResponder]; }); });
 }
 
 std::span<const platform::Class> View::gestureRecognizers() const {
@@ -210,7 +209,10 @@ platform::UIViewRef View::valueForKey(std::string_view key) const {
 platform::UIViewRef View::instanceVariable(std::string_view name) const {
   const Ivar variable =
       class_getInstanceVariable(object_getClass(object_), std::string(name).c_str());
-  if (!variable || ivar_getTypeEncoding(variable)[0] != '@') return nullptr;
+  if (!variable || ivar_getTypeEncoding(variable)[0] != '@') {
+    if (object_) reportMissing(class_->name() + "." + std::string(name), "web views take no taps");
+    return nullptr;
+  }
   return viewOf(object_getIvar(object_, variable));
 }
 

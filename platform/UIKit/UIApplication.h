@@ -70,8 +70,8 @@ class UIAlertView {
 class UIAlerts {
  public:
   virtual ~UIAlerts() = default;
-  // Shows an alert without title. Null buttons are left out. It must not take the focus away from
-  // the application, nor appear among its views.
+  // Shows an alert without title. Null buttons are left out. Null when it cannot be shown. It must
+  // not take the focus away from the application, nor appear among its views.
   virtual std::shared_ptr<UIAlertView> show(std::string message,
                                             std::optional<std::string> cancelButtonTitle,
                                             std::optional<std::string> otherButtonTitle) = 0;

@@ -66,11 +66,11 @@ TEST_F(TouchRecords, MovingKeepsThePreviousLocationAndTakesTheTime) {
   const auto touch = std::dynamic_pointer_cast<posix::TouchRecord>(KIFAdditions::initInView(view));
   const double began = touch->timestamp();
   environment.processInfo().skip(5);
-  KIFAdditions::setLocationInWindow(*touch, {1, 2});
+  KIFAdditions::setLocationInWindow(touch, {1, 2});
   EXPECT_EQ(touch->previousLocationInWindow(), (platform::CGPoint{200, 250}));
   EXPECT_GE(touch->timestamp(), began + 5);
   environment.processInfo().skip(5);
-  KIFAdditions::setPhaseAndUpdateTimestamp(*touch, UITouchPhase::Moved);
+  KIFAdditions::setPhaseAndUpdateTimestamp(touch, UITouchPhase::Moved);
   EXPECT_GE(touch->timestamp(), began + 10);
 }
 

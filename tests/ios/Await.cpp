@@ -38,8 +38,12 @@ platform::UIImageRef awaitImage(platform::Task<platform::UIImageRef> task) {
 }
 
 std::string failureOf(platform::Task<void> task) {
+  return failureOf([&task] { await(std::move(task)); });
+}
+
+std::string failureOf(const std::function<void()>& work) {
   try {
-    await(std::move(task));
+    work();
   } catch (const std::exception& failure) {
     return failure.what();
   }

@@ -2,6 +2,7 @@
 // Coroutines stand in a C++ file (backends/ios/GuardedCall.h).
 #pragma once
 
+#include <functional>
 #include <optional>
 #include <string>
 
@@ -15,5 +16,6 @@ std::optional<std::string> await(platform::Task<std::optional<std::string>> task
 platform::UIImageRef awaitImage(platform::Task<platform::UIImageRef> task);
 // The reason of the exception that the task ends with; empty when there is none.
 std::string failureOf(platform::Task<void> task);
+std::string failureOf(const std::function<void()>& work);
 
 }  // namespace tarni::test

@@ -3,8 +3,12 @@
 #include <nlohmann/json.hpp>
 #include <set>
 
+#include "agent/core/UIApplication_KIFAdditions.h"
+#include "agent/interaction/UIApplication_KIFAdditions.h"
 #include "agent/interaction/UIView_KIFAdditions_Gestures.h"
+#include "backends/ios/GuardedCall.h"
 #include "backends/ios/HIDEventSystem.h"
+#include "platform/UIKit/Classes.h"
 #include "platform/UIKit/UIControls.h"
 #include "tests/ios/Await.h"
 #include "tests/ios/OnIos.h"
@@ -39,7 +43,14 @@ INSTANTIATE_TEST_SUITE_P(
                     Lack{"UIEvent", "_clearTouches", "gestures are not made"},
                     Lack{"UIEvent", "_addTouch:forDelayedDelivery:", "gestures are not made"},
                     Lack{"UIEvent", "_setHIDEvent:", "events carry no digitizer record"},
-                    Lack{"UIApplication", "_touchesEvent", "gestures are not made"}),
+                    Lack{"UIEvent", "_setGSEvent:", "events carry no record of the old kind"},
+                    Lack{"UIEvent", "_setTimestamp:", "events have no time"},
+                    Lack{"UIApplication", "_touchesEvent", "gestures are not made"},
+                    Lack{"UIApplication", "pushRunLoopMode:", "its calls are not followed"},
+                    Lack{"UIApplication", "pushRunLoopMode:requester:", "are not followed"},
+                    Lack{"UIApplication", "popRunLoopMode:", "its calls are not followed"},
+                    Lack{"UIApplication", "popRunLoopMode:requester:", "are not followed"},
+                    Lack{"UIWebBrowserView", "tapInteractionWithLocation:", "take no taps"}),
     [](const auto& tested) {
       std::string name = std::string(tested.param.className) + "_" + tested.param.selector;
       std::ranges::replace(name, ':', '_');
@@ -53,6 +64,11 @@ TEST_P(Lacking, IsSaidOnceAndGesturesGoOn) {
                sel_registerName(lack.selector));
   run(KIFAdditions::tapAtPoint(ref(button), {20, 25}));
   run(KIFAdditions::dragFromPoint(ref(button), {20, 25}, {20, 35}));
+  run(KIFAdditions::tapAtPoint(ref(add<UIWebView>([UIWebView class], NSMakeRect(0, 0, 9, 9))), {1, 1}));
+  KIFAdditions::swizzleRunLoop();
+  UISystemVersion = {7, 1, 0};
+  run(KIFAdditions::tapAtPoint(ref(button), {20, 25}));
+  UISystemVersion = {12, 0, 0};
   const std::string asked = std::string("-[") + lack.className + " " + lack.selector + "]";
   const auto lines = log_.linesWith(asked);
   ASSERT_EQ(lines.size(), 1U);
@@ -61,6 +77,23 @@ TEST_P(Lacking, IsSaidOnceAndGesturesGoOn) {
 }
 
 class Systems : public OnIos {};
+
+TEST_F(Systems, WithoutTouchesSendEventsWithoutThem) {
+  UITextField* const field = add<UITextField>([UITextField class], NSMakeRect(40, 100, 100, 50));
+  AnswerIn(@"UITouch", @selector(init), nil);
+  run(KIFAdditions::tapAtPoint(ref(field), {20, 25}));
+  EXPECT_EQ(record("sendEvent:"), "sendEvent:\nsendEvent:\n");
+  run(KIFAdditions::dragFromPoint(ref(field), {10, 10}, {10, 50}));
+  run(KIFAdditions::longPressAtPoint(ref(field), {20, 25}, 0.01));
+  EXPECT_EQ(record("touch"), "");
+  EXPECT_FALSE([field isFirstResponder]);
+}
+
+TEST_F(Systems, WithoutAViewInsideAWebViewSayThatItTakesNoTaps) {
+  const platform::UIViewRef other = ref(addView([UIView class], NSMakeRect(0, 0, 10, 10)));
+  run(KIFAdditions::tapWebViewAtPoint(other, {5, 5}));
+  EXPECT_EQ(log_.linesWith("UIView._internal is missing here: web views take no taps").size(), 1U);
+}
 
 TEST_F(Systems, WithoutIOKitsFunctionsSendEventsWithoutRecords) {
   ios::HIDEventSystem without([](const char*) -> void* { return nullptr; });
@@ -81,6 +114,9 @@ TEST_F(Systems, WithoutAlertViewsSayWhatWouldHaveBeenShown) {
   EXPECT_TRUE(platform::current().alerts->show("hello", "Cancel", std::nullopt));
   ASSERT_EQ([[UIAlertView shown] count], 1U);
   EXPECT_STREQ([[[[UIAlertView shown] lastObject] message] UTF8String], "hello");
+  RaiseIn(@"UIAlertView", @selector(show));
+  EXPECT_FALSE(platform::current().alerts->show("in scenes", "Cancel", std::nullopt));
+  EXPECT_EQ(log_.linesWith("A message is not shown: in scenes").size(), 1U);
   ForgetClass(@"UIAlertView");
   EXPECT_FALSE(platform::current().alerts->show("hello", "Cancel", std::nullopt));
   EXPECT_EQ(log_.linesWith("UIAlertView is missing here: messages are not shown").size(), 1U);
@@ -121,7 +157,7 @@ class Faults : public OnIos {
   UIScrollView* const scroll_ =
       add<UIScrollView>([UIScrollView class], NSMakeRect(10, 250, 100, 100));
   UISegmentedControl* const segments_ =
-      add<UISegmentedControl>([UISegmentedControl class], NSMakeRect(10, 360, 100, 30));
+      [[[UISegmentedControl alloc] initWithItems:@[ @"day", @"week" ]] autorelease];
   UITableViewCell* const cell_ =
       add<UITableViewCell>([UITableViewCell class], NSMakeRect(10, 400, 100, 44));
 
@@ -129,6 +165,10 @@ class Faults : public OnIos {
     [label_ setText:@"label"];
     [button_ setTitle:@"button" forState:0];
     [field_ setPlaceholder:@"field"];
+    [segments_ setFrame:NSMakeRect(10, 360, 100, 30)];
+    [segments_ setSelectedSegmentIndex:0];
+    [window_ addSubview:segments_];
+    KIFAdditions::loadUIApplication(platform::uikit::UIApplication);
     [label_ addGestureRecognizer:[[[UITapGestureRecognizer alloc] initWithTarget:nil
                                                                           action:NULL] autorelease]];
   }
@@ -155,7 +195,45 @@ class Faults : public OnIos {
       }
     }
   }
+
+  // What no command asks for: questions of the seam, gestures and a finger.
+  void useTheRest();
 };
+
+void Faults::useTheRest() {
+  const platform::UIViewRef label = ref(label_);
+  const auto segments = platform::as<platform::UISegmentedControl>(ref(segments_));
+  [[label_ layer] addAnimation:[[[CAAnimation alloc] init] autorelease] forKey:@"move"];
+  const auto tap = [&] { run(KIFAdditions::tapAtPoint(ref(button_), {5, 5})); };
+  const std::function<void()> uses[] = {
+      [&] { label->tag(); },
+      [&] { label->center(); },
+      [&] { label->transform(); },
+      [&] { segments->titleForSegmentAtIndex(segments->selectedSegmentIndex()); },
+      [&] { label->valueForKey("superview"); },
+      [&] { label->layer().isHidden(); },
+      [&] { label->layer().superlayer(); },
+      [&] { label->layer().sublayers(); },
+      [&] { label->layer().animationKeys(); },
+      [&] { label->layer().animationForKey("move"); },
+      [&] { label->layer().setSpeed(label->layer().speed()); },
+      [&] { platform::current().alerts->show("hello", std::nullopt, std::nullopt); },
+      [&] { run(KIFAdditions::tapAtPoint(ref(page_), {5, 5})); },
+      tap,
+      [&] {
+        UISystemVersion = {7, 1, 0};
+        tap();
+      },
+      [&] {
+        TarniRaised raised{};
+        const auto finger = [](void* window) {
+          UIFingerTap(static_cast<UIWindow*>(window), NSMakePoint(60, 65));
+        };
+        tarni_guardedCall(finger, window_, &raised);
+      }};
+  for (const auto& use : uses) failureOf(use);
+  UISystemVersion = {12, 0, 0};
+}
 
 class RaisingCall : public Faults, public testing::WithParamInterface<Raising> {};
 
@@ -173,20 +251,29 @@ constexpr Raising raisingCalls[] = {
     {"UIView", "isOpaque"},
     {"UIView", "clipsToBounds"},
     {"UIView", "isUserInteractionEnabled"},
-    {"UIResponder", "canBecomeFirstResponder"},
-    {"UIView", "becomeFirstResponder"},
-    {"UIView", "isFirstResponder"},
     {"UIView", "gestureRecognizers"},
     {"UIView", "drawViewHierarchyInRect:afterScreenUpdates:"},
-    {"NSObject", "accessibilityLabel"},
-    {"NSObject", "accessibilityValue"},
-    {"NSObject", "accessibilityHint"},
+    {"UIView", "tag"},
+    {"UIView", "center"},
+    {"UIView", "transform"},
+    {"UIView", "valueForKey:"},
     {"CALayer", "setValue:forUndefinedKey:"},
     {"CALayer", "valueForUndefinedKey:"},
     {"CALayer", "borderWidth"},
     {"CALayer", "setBorderWidth:"},
     {"CALayer", "borderColor"},
     {"CALayer", "setBorderColor:"},
+    {"CALayer", "speed"},
+    {"CALayer", "setSpeed:"},
+    {"CALayer", "isHidden"},
+    {"CALayer", "superlayer"},
+    {"CALayer", "sublayers"},
+    {"CALayer", "animationKeys"},
+    {"CALayer", "animationForKey:"},
+    {"CAAnimation", "duration"},
+    {"CATransaction", "flush"},
+    {"UIAlertView", "initWithTitle:message:delegate:cancelButtonTitle:otherButtonTitles:"},
+    {"UIAlertView", "show"},
     {"UILabel", "text"},
     {"UIButton", "currentTitle"},
     {"UITextField", "text"},
@@ -196,27 +283,35 @@ constexpr Raising raisingCalls[] = {
     {"UISwitch", "setOn:"},
     {"UISegmentedControl", "numberOfSegments"},
     {"UISegmentedControl", "selectedSegmentIndex"},
+    {"UISegmentedControl", "titleForSegmentAtIndex:"},
     {"UIScrollView", "contentOffset"},
     {"UIScrollView", "setContentOffset:animated:"},
     {"UITextView", "text"},
     {"UITableViewCell", "textLabel"},
-    {"UIControl", "sendActionsForControlEvents:"},
-    {"UIWebView", "isLoading"},
-    {"UIWebView", "stringByEvaluatingJavaScriptFromString:"},
     {"UIWebBrowserView", "tapInteractionWithLocation:"},
     {"UITouch", "phase"},
     {"UITouch", "view"},
     {"UITouch", "window"},
     {"UITouch", "locationInView:"},
     {"UITouch", "timestamp"},
+    {"UITouch", "setWindow:"},
+    {"UITouch", "setTapCount:"},
+    {"UITouch", "_setLocationInWindow:resetPrevious:"},
+    {"UITouch", "setView:"},
     {"UITouch", "setPhase:"},
+    {"UITouch", "_setIsFirstTouchForView:"},
+    {"UITouch", "setIsTap:"},
+    {"UITouch", "setTimestamp:"},
+    {"UITouch", "setGestureView:"},
     {"UITouch", "_setHidEvent:"},
     {"UIEvent", "allTouches"},
+    {"UIEvent", "_setGSEvent:"},
+    {"UIEvent", "_setTimestamp:"},
     {"UIEvent", "_clearTouches"},
     {"UIEvent", "_addTouch:forDelayedDelivery:"},
     {"UIEvent", "_setHIDEvent:"},
     {"UIApplication", "keyWindow"},
-    {"UIApplication", "windowsWithKeyWindow"},
+    {"UIApplication", "windows"},
     {"UIApplication", "_touchesEvent"},
     {"UIApplication", "sendEvent:"},
     {"UIScreen", "bounds"},
@@ -234,6 +329,8 @@ TEST_P(RaisingCall, LeavesTheApplicationRunningAndCommandsAnswered) {
   RaiseIn([NSString stringWithUTF8String:GetParam().className],
           sel_registerName(GetParam().selector));
   useEverything();
+  useTheRest();
+  EXPECT_GT(RaisedFaults(), 0) << "nobody has called it";
   EndFaults();
   const auto reports = log_.linesWith("] raised ");
   EXPECT_EQ(std::set<std::string>(reports.begin(), reports.end()).size(), reports.size())
@@ -265,6 +362,20 @@ TEST_F(Faults, OneViewThatRaisesHidesNoOther) {
 TEST_F(Faults, ALayerThatTakesNoTagHidesNoView) {
   RaiseIn(@"CALayer", @selector(setValue:forUndefinedKey:));
   const std::string found = command({{"functionname", "findelements"}, {"tagname", "UIButton"}});
+  EXPECT_NE(found.find("elementID"), std::string::npos) << found;
+}
+
+TEST_F(Faults, ASegmentThatRaisesHasNoTitle) {
+  RaiseIn(@"UISegmentedControl", @selector(titleForSegmentAtIndex:));
+  const auto segments = platform::as<platform::UISegmentedControl>(ref(segments_));
+  EXPECT_EQ(segments->titleForSegmentAtIndex(0), std::nullopt);
+  EXPECT_GT(RaisedFaults(), 0);
+}
+
+TEST_F(Faults, WhatIsNoStringIsNoText) {
+  AnswerIn(@"UILabel", @selector(text), @42);
+  EXPECT_EQ(platform::as<platform::UILabel>(ref(label_))->labelText(), std::nullopt);
+  const std::string found = command({{"functionname", "findelements"}, {"tagname", "UILabel"}});
   EXPECT_NE(found.find("elementID"), std::string::npos) << found;
 }
 

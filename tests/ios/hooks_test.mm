@@ -170,5 +170,11 @@ TEST_F(Hooks, TheModesOfTheRunLoopAreFollowedAndPassedOn) {
             "popRunLoopMode: Other requester:\npopRunLoopMode: Tracking\n");
 }
 
+TEST_F(Hooks, AMethodOfAShapeThatNoneHasIsNamed) {
+  EXPECT_FALSE(platform::current().runtime->class_addMethod(
+      platform::uikit::UIApplication, "answer", [](const auto&) {}, "i@:"));
+  EXPECT_EQ(log_.linesWith("-[UIApplication answer] cannot be hooked").size(), 1U);
+}
+
 }  // namespace
 }  // namespace tarni::test

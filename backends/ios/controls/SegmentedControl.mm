@@ -27,7 +27,7 @@ class SegmentedControl : public ControlView, public platform::UISegmentedControl
       throw platform::NSException(platform::NSRangeException,
                                   "there is no segment " + std::to_string(index));
     }
-    return toText(guarded([&] {
+    return toText(ask("titleForSegmentAtIndex:", [&] {
       return [as<::UISegmentedControl>() titleForSegmentAtIndex:static_cast<NSUInteger>(index)];
     }));
   }

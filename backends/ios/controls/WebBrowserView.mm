@@ -1,6 +1,7 @@
 #include "backends/ios/Completed.h"
 #include "backends/ios/Kinds.h"
 #include "backends/ios/Owned.h"
+#include "backends/ios/PrivateCall.h"
 #include "backends/ios/Values.h"
 #include "platform/UIKit/UIControls.h"
 
@@ -13,7 +14,8 @@ class WebBrowserView : public View, public platform::UIWebBrowserView {
 
   platform::Task<void> tapInteractionWithLocation(platform::CGPoint point) override {
     return completed([view = Owned(as<NSObject>()), point] {
-      guarded([&] { [view.get() tapInteractionWithLocation:fromPoint(point)]; });
+      privately(view.get(), @selector(tapInteractionWithLocation:), "web views take no taps",
+                [&] { [view.get() tapInteractionWithLocation:fromPoint(point)]; });
     });
   }
 };

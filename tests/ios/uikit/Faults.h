@@ -13,6 +13,10 @@ void ForgetMethod(NSString* className, SEL selector);
 void ForgetClass(NSString* className);
 // The method raises "a fault", an NSRangeException, whatever it is called with.
 void RaiseIn(NSString* className, SEL selector);
+// How often that has happened since.
+int RaisedFaults(void);
+// The method answers this, whatever it is called with.
+void AnswerIn(NSString* className, SEL selector, id answer);
 void EndFaults(void);
 extern NSOperatingSystemVersion UISystemVersion;
 

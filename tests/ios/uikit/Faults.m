@@ -20,14 +20,21 @@ static NSMutableArray* faults(void) {
 static char forgottenClasses[8][64];
 static int forgottenClassCount = 0;
 
-static NSMutableSet* forgotten(void) {
-  static NSMutableSet* all = nil;
-  if (!all) all = [[NSMutableSet alloc] init];
-  return all;
+static SEL forgottenMethods[8];
+static int forgottenMethodCount = 0;
+
+static BOOL isForgotten(SEL selector) {
+  for (int i = 0; i < forgottenMethodCount; ++i) {
+    if (sel_isEqual(selector, forgottenMethods[i])) return YES;
+  }
+  return NO;
 }
+
+static int raisedFaults = 0;
 
 static id raiseFault(id self, SEL selector, ...) {
   (void)self;
+  ++raisedFaults;
   [NSException raise:NSRangeException format:@"a fault in %@", NSStringFromSelector(selector)];
   return nil;
 }
@@ -50,12 +57,29 @@ static void replace(NSString* className, SEL selector, IMP implementation) {
 }
 
 void RaiseIn(NSString* className, SEL selector) {
+  raisedFaults = 0;
   replace(className, selector, raiseFault);
+}
+
+int RaisedFaults(void) {
+  return raisedFaults;
+}
+
+static id givenAnswer = nil;
+
+static id answerGiven(id self, SEL selector, ...) {
+  return givenAnswer;
+}
+
+void AnswerIn(NSString* className, SEL selector, id answer) {
+  givenAnswer = answer;
+  replace(className, selector, answerGiven);
 }
 
 void ForgetMethod(NSString* className, SEL selector) {
   replace(className, selector, notRecognized);
-  [forgotten() addObject:NSStringFromSelector(selector)];
+  if (forgottenMethodCount == 8) abort();
+  forgottenMethods[forgottenMethodCount++] = selector;
 }
 
 void ForgetClass(NSString* className) {
@@ -69,12 +93,12 @@ void EndFaults(void) {
     method_setImplementation(fault->method, fault->original);
   }
   [faults() removeAllObjects];
-  [forgotten() removeAllObjects];
+  forgottenMethodCount = 0;
   forgottenClassCount = 0;
 }
 
-// In the place of the runtime's own, which stands behind it in the order of libraries. It is called while
-// classes are loaded, so it sends no message.
+// In the place of the runtime's own, which stand behind them in the order of libraries. They are called while
+// classes are loaded, so they send no message.
 Class objc_lookUpClass(const char* name) {
   for (int i = 0; i < forgottenClassCount; ++i) {
     if (strcmp(name, forgottenClasses[i]) == 0) return Nil;
@@ -82,6 +106,13 @@ Class objc_lookUpClass(const char* name) {
   static Class (*lookUp)(const char*) = NULL;
   if (!lookUp) *(void**)&lookUp = dlsym(RTLD_NEXT, "objc_lookUpClass");
   return lookUp(name);
+}
+
+Method class_getInstanceMethod(Class cls, SEL selector) {
+  if (isForgotten(selector)) return NULL;
+  static Method (*lookUp)(Class, SEL) = NULL;
+  if (!lookUp) *(void**)&lookUp = dlsym(RTLD_NEXT, "class_getInstanceMethod");
+  return lookUp(cls, selector);
 }
 
 @interface NSObject (TarniFaults)
@@ -96,10 +127,7 @@ Class objc_lookUpClass(const char* name) {
 }
 
 - (BOOL)tarniRespondsToSelector:(SEL)selector {
-  if ([forgotten() count] > 0 && [forgotten() containsObject:NSStringFromSelector(selector)]) {
-    return NO;
-  }
-  return [self tarniRespondsToSelector:selector];
+  return !isForgotten(selector) && [self tarniRespondsToSelector:selector];
 }
 
 @end

@@ -42,8 +42,6 @@ static UIApplication* sharedApplication = nil;
   if (![kept(self, "windows") containsObject:window]) [kept(self, "windows") addObject:window];
 }
 
-- (NSArray*)windowsWithKeyWindow { return [self windows]; }
-
 // --- events
 
 - (UIEvent*)_touchesEvent { return kept(self, "touchesEvent"); }
