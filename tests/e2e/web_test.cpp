@@ -290,6 +290,7 @@ TEST_P(Sample, OddPagesAreUsed) {
       for (const name of ['push', 'map', 'filter', 'forEach', 'indexOf', 'join', 'slice', 'some']) {
         Array.prototype[name] = () => { throw new Error(name); };
       }
+      Array.prototype[Symbol.iterator] = () => { throw new Error('iterator'); };
       Array.prototype.toJSON = Object.prototype.toJSON = () => 'wrong';
       JSON.stringify = JSON.parse = () => 'wrong';
     </script>

@@ -34,15 +34,26 @@ struct Fetch {
   std::optional<std::string> text;
 };
 
+// Null for bytes that are no UTF-8.
+std::optional<std::string> textOf(const QByteArray& bytes) {
+  const QByteArray text = QString::fromUtf8(bytes).toUtf8();
+  // A byte-order mark has gone.
+  if (!bytes.endsWith(text)) return std::nullopt;
+  return text.toStdString();
+}
+
 void begin(const QUrl& url, const std::shared_ptr<Fetch>& fetch) {
   QNetworkRequest request(url);
   request.setTransferTimeout(kFetchPatienceSeconds * 1000);
+  // Qt 5 follows none otherwise.
+  request.setAttribute(QNetworkRequest::RedirectPolicyAttribute,
+                       QNetworkRequest::NoLessSafeRedirectPolicy);
   QNetworkReply* const reply = manager().get(request);
   QObject::connect(reply, &QNetworkReply::finished, reply, [reply, fetch] {
     reply->deleteLater();
     // A time-out cancels.
     fetch->isAnswered = reply->error() != QNetworkReply::OperationCanceledError;
-    if (reply->error() == QNetworkReply::NoError) fetch->text = reply->readAll().toStdString();
+    if (reply->error() == QNetworkReply::NoError) fetch->text = textOf(reply->readAll());
     fetch->suspension->resumeLater();
   });
 }
