@@ -48,7 +48,7 @@ kern_return_t host_processor_info(mach_port_t, int flavor, natural_t* processors
 }
 
 kern_return_t vm_deallocate(mach_port_t, vm_address_t address, vm_size_t size) {
-  std::free(reinterpret_cast<void*>(address));
+  std::free(reinterpret_cast<void*>(address));  // NOLINT(performance-no-int-to-ptr)
   tarni::test::wordsKept -= size / sizeof(integer_t);
   return KERN_SUCCESS;
 }

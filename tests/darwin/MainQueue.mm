@@ -59,6 +59,7 @@ void serve() {
 // Libraries are loaded on the main thread.
 + (void)load {
   @autoreleasepool {
+    // NOLINTNEXTLINE(performance-no-int-to-ptr)
     [[NSRunLoop currentRunLoop] addEvent:reinterpret_cast<void*>(intptr_t{queue().woken})
                                     type:ET_RDESC
                                  watcher:static_cast<id<RunLoopEvents>>([self new])

@@ -162,6 +162,7 @@ class Faults : public OnIos {
       add<UITableViewCell>([UITableViewCell class], NSMakeRect(10, 400, 100, 44));
 
   Faults() {
+    UIWaitsAreSkipped = YES;
     [label_ setText:@"label"];
     [button_ setTitle:@"button" forState:0];
     [field_ setPlaceholder:@"field"];

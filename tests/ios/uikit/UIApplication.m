@@ -100,12 +100,15 @@ static void keepAlive(NSString* mode) {
   [[NSRunLoop currentRunLoop] addPort:[NSPort port] forMode:mode];
 }
 
+BOOL UIWaitsAreSkipped = NO;
+
 CFRunLoopRunResult CFRunLoopRunInMode(CFRunLoopMode mode, CFTimeInterval seconds,
                                       unsigned char returnAfterSourceHandled) {
   Record(@"CFRunLoopRunInMode(%@, %g, %d)", (NSString*)mode, seconds, returnAfterSourceHandled);
   NSString* const native = nativeMode(mode);
   keepAlive(native);
-  NSDate* const end = [NSDate dateWithTimeIntervalSinceNow:seconds];
+  NSDate* const end = [NSDate dateWithTimeIntervalSinceNow:UIWaitsAreSkipped ? 0 : seconds];
+  if (UIWaitsAreSkipped) [[NSRunLoop currentRunLoop] runMode:native beforeDate:end];
   while ([end timeIntervalSinceNow] > 0) {
     @autoreleasepool {
       [[NSRunLoop currentRunLoop] runMode:native beforeDate:end];

@@ -168,6 +168,8 @@ void UIRunFor(NSTimeInterval seconds);
 void UIFingerTap(UIWindow* window, CGPoint point);
 // The extent of everything on the screen.
 extern CGSize UIScreenSize;
+// Set by tests that look at no time: CFRunLoopRunInMode serves what is there and returns.
+extern BOOL UIWaitsAreSkipped;
 
 #ifdef __cplusplus
 }
