@@ -67,8 +67,8 @@ void ItemsView::layoutSubviews() {
     const ViewRef cell = source_(item, reusable);
     if (!cell) continue;
     cell->setFrame(frameOfItem(item));
-    const auto place = std::distance(cells_.begin(), cells_.emplace(item, cell).first);
-    insertSubview(cell, static_cast<std::size_t>(place));
+    const auto added = cells_.emplace(item, cell).first;
+    insertSubview(cell, static_cast<std::size_t>(std::distance(cells_.begin(), added)));
   }
 }
 
