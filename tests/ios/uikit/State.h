@@ -7,6 +7,8 @@
 
 #import "tests/ios/uikit/UIKit.h"
 
+// Types and names of methods take no parentheses.
+// NOLINTBEGIN(bugprone-macro-parentheses)
 #define STATE_IS(Type)                                 \
   +(id)allocWithZone : (NSZone*)zone {                 \
     return NSAllocateObject(self, sizeof(Type), zone); \
@@ -20,6 +22,7 @@
   -(void)Setter : (Type)value {    \
     keep(self, #getter, value);    \
   }
+// NOLINTEND(bugprone-macro-parentheses)
 
 #ifdef __cplusplus
 extern "C" {
