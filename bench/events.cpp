@@ -10,10 +10,10 @@
 #include "agent/elements/Utilities.h"
 #include "agent/recording/RecorderAction.h"
 #include "backends/headless/views/Button.h"
-#include "bench/Complete.h"
 #include "bench/RatioReporter.h"
 #include "bench/Screens.h"
 #include "platform/UIKit/Classes.h"
+#include "tests/support/Complete.h"
 
 namespace tarni::bench {
 namespace {
@@ -71,7 +71,7 @@ platform::UIViewRef recordedView(const headless::WindowRef& window) {
 void step_snapshot_alone(benchmark::State& state) {
   const platform::UIViewRef view = recordedView(makeTaggedScreen(state.range(0)));
   for (auto _ : state) {
-    benchmark::DoNotOptimize(complete(Utilities::getBase64StringOfUIImageOfUIView(view)));
+    benchmark::DoNotOptimize(test::complete(Utilities::getBase64StringOfUIImageOfUIView(view)));
   }
 }
 BENCHMARK(step_snapshot_alone)->Arg(1000)->Unit(benchmark::kMicrosecond);

@@ -6,9 +6,9 @@
 #include "agent/AI/AiAPI.h"
 #include "agent/elements/UIViewsManager.h"
 #include "agent/elements/Utilities.h"
-#include "bench/Complete.h"
 #include "bench/RatioReporter.h"
 #include "bench/Screens.h"
+#include "tests/support/Complete.h"
 
 namespace tarni::bench {
 namespace {
@@ -16,7 +16,7 @@ namespace {
 constexpr double kQuality = 0.6;
 
 std::size_t drawAndEncode(const platform::UIViewRef& view) {
-  const platform::UIImageRef image = complete(view->drawViewHierarchy());
+  const platform::UIImageRef image = test::complete(view->drawViewHierarchy());
   return image ? image->JPEGRepresentation(kQuality).size() : 0;
 }
 
@@ -29,7 +29,7 @@ BENCHMARK(draw_and_encode)->Arg(100)->Arg(1000)->Unit(benchmark::kMillisecond);
 void snapshot(benchmark::State& state) {
   makeScreen(state.range(0));
   for (auto _ : state) {
-    benchmark::DoNotOptimize(complete(AiAPI().getBase64ImageOfCurrentWindow()));
+    benchmark::DoNotOptimize(test::complete(AiAPI().getBase64ImageOfCurrentWindow()));
   }
 }
 BENCHMARK(snapshot)->Arg(100)->Arg(1000)->Unit(benchmark::kMillisecond);
@@ -47,7 +47,7 @@ BENCHMARK(draw_and_encode_each)->Arg(1000)->UseRealTime()->Unit(benchmark::kMill
 void ai_findelements(benchmark::State& state) {
   makeScreen(state.range(0));
   for (auto _ : state) {
-    const nlohmann::ordered_json answer = complete(AiAPI().getAllViewsInformation(""));
+    const nlohmann::ordered_json answer = test::complete(AiAPI().getAllViewsInformation(""));
     if (answer.size() != static_cast<std::size_t>(state.range(0))) {
       state.SkipWithError("views are missing");
     }

@@ -22,7 +22,7 @@ using testing::IsEmpty;
 class Ai : public Screen {
  protected:
   static Json describe(const platform::UIViewRef& view) {
-    return await(AiAPI().getViewProperty(view));
+    return complete(AiAPI().getViewProperty(view));
   }
   static Json findAll(const std::string& type) {
     return command({{"functionname", "ai_findelements"}, {"tagname", type}});

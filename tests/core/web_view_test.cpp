@@ -12,6 +12,7 @@
 namespace tarni {
 namespace {
 
+using test::complete;
 using testing::ElementsAre;
 using testing::IsEmpty;
 
@@ -144,11 +145,11 @@ TEST_F(WebViews, PassesDoNotPileUpWhileTheMainThreadIsBusy) {
 }
 
 TEST_F(WebViews, ModesAreToldToThePageOnScreen) {
-  finish(WebView().switchToSpyMode());
+  complete(WebView().switchToSpyMode());
   const auto web = page();
   const auto other = page();
-  finish(WebView().switchToSpyMode());
-  finish(WebView().switchToRecorderMode());
+  complete(WebView().switchToSpyMode());
+  complete(WebView().switchToRecorderMode());
   EXPECT_THAT(web->evaluatedScripts(), ElementsAre("switchtospymode()", "switchtorecordermode()"));
   EXPECT_THAT(other->evaluatedScripts(), IsEmpty());
 }
@@ -156,12 +157,12 @@ TEST_F(WebViews, ModesAreToldToThePageOnScreen) {
 TEST_F(WebViews, ModeThatCannotBeToldIsAnnouncedAllTheSame) {
   const auto impostor = plainView({});
   impostor->setClass(platform::uikit::UIWebView);
-  EXPECT_THROW(finish(WebView().callJavaScriptFunctionWithoutOutPut(impostor, "f()")),
+  EXPECT_THROW(complete(WebView().callJavaScriptFunctionWithoutOutPut(impostor, "f()")),
                platform::NSException);
   std::size_t count = 0;
   for (const auto& [command, toast] : {std::pair("startobjectspy", "Switched to Spy Mode"),
                                        std::pair("stopobjectspy", "Switched to Recording Mode")}) {
-    finish(RecorderCommands::handle(command));
+    complete(RecorderCommands::handle(command));
     environment.runLoop().runUntil([&] { return environment.alerts().shown().size() > count; });
     ASSERT_EQ(environment.alerts().shown().size(), ++count);
     EXPECT_EQ(environment.alerts().shown().back()->message, toast);

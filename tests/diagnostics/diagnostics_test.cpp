@@ -83,7 +83,7 @@ TEST_F(Failures, DirectoryThatCannotBeWrittenIsLoggedAndSwallowed) {
 }
 
 TEST_F(Failures, NamesStayInsideTheDirectory) {
-  await(Diagnostics::recordFailure("../../" + std::string(500, 'x'), "why"));
+  complete(Diagnostics::recordFailure("../../" + std::string(500, 'x'), "why"));
   EXPECT_THAT(files(), SizeIs(2));
 }
 

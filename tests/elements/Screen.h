@@ -22,31 +22,9 @@
 #include "platform/Platform.h"
 #include "platform/Task.h"
 #include "tests/elements/ManualTime.h"
+#include "tests/support/Complete.h"
 
 namespace tarni::test {
-
-template <typename T>
-platform::Task<void> storeResult(platform::Task<T> task, std::optional<T>& result) {
-  result = co_await task;
-}
-
-// The result of a task that ends without the run loop.
-template <typename T>
-T await(platform::Task<T> task) {
-  std::optional<T> result;
-  std::exception_ptr failure;
-  platform::spawn(storeResult(std::move(task), result),
-                  [&failure](const std::exception_ptr& thrown) { failure = thrown; });
-  if (failure) std::rethrow_exception(failure);
-  return std::move(result).value();
-}
-
-inline void await(platform::Task<void> task) {
-  std::exception_ptr failure;
-  platform::spawn(std::move(task),
-                  [&failure](const std::exception_ptr& thrown) { failure = thrown; });
-  if (failure) std::rethrow_exception(failure);
-}
 
 class Screen : public testing::Test {
  protected:
@@ -87,7 +65,7 @@ class Screen : public testing::Test {
   }
 
   static std::string answer(const std::string& message) {
-    return await(PlaybackExecutor::execute(message)).value_or("(no answer)");
+    return complete(PlaybackExecutor::execute(message)).value_or("(no answer)");
   }
   static Json command(const Json& fields) { return Json::parse(answer(fields.dump())); }
   // The command on an element that was put into the cache for it.

@@ -44,7 +44,7 @@ TEST_F(Command, WithoutMeaningIsAnsweredWithNothing) {
 }
 
 TEST_F(Command, GreetingIsNotAnswered) {
-  EXPECT_EQ(await(PlaybackExecutor::execute("Welcome PlayBackServer Started Successfully")),
+  EXPECT_EQ(complete(PlaybackExecutor::execute("Welcome PlayBackServer Started Successfully")),
             std::nullopt);
   EXPECT_EQ(answer("Welcome PlayBackServer Started Successfully\r\n"), "[]");
   EXPECT_TRUE(environment.log().contains("Msg is Welcome PlayBackServer Started Successfully"));

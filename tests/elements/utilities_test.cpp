@@ -114,10 +114,10 @@ TEST_F(UtilitiesTest, AnAlertIsOnlyFlashed) {
 
 TEST_F(UtilitiesTest, PicturesAreJpegsOfTheViewAtTheScreensScale) {
   const auto label = add<headless::Label>("Hello").get();
-  const auto image = await(Utilities::getUIImageOfUIView(label));
+  const auto image = complete(Utilities::getUIImageOfUIView(label));
   ASSERT_TRUE(image);
   EXPECT_EQ(image->size(), (platform::CGSize{100, 40}));
-  const std::string text = await(Utilities::getBase64StringOfUIImageOfUIView(label));
+  const std::string text = complete(Utilities::getBase64StringOfUIImageOfUIView(label));
   EXPECT_TRUE(text.starts_with("/9j/")) << "the first bytes of a JPEG";
   EXPECT_EQ(text.find('\n'), std::string::npos);
 }
@@ -125,16 +125,16 @@ TEST_F(UtilitiesTest, PicturesAreJpegsOfTheViewAtTheScreensScale) {
 TEST_F(UtilitiesTest, TouchedAreaIsThreeHundredByTwoHundred) {
   const auto label = add<headless::Label>("Hello").get();
   const platform::CGPoint corner{0, 0};
-  const auto image = await(Utilities::getUIImageOfUIViewTouchedArea(label, corner));
+  const auto image = complete(Utilities::getUIImageOfUIViewTouchedArea(label, corner));
   ASSERT_TRUE(image);
   EXPECT_EQ(image->size(), (platform::CGSize{300, 200}));
-  EXPECT_TRUE(await(Utilities::getBase64StringOfUIImageOfUIViewTouchedArea(label, corner))
+  EXPECT_TRUE(complete(Utilities::getBase64StringOfUIImageOfUIViewTouchedArea(label, corner))
                   .starts_with("/9j/"));
 }
 
 TEST_F(UtilitiesTest, AnEmptyViewHasAnEmptyPicture) {
   const auto label = add<headless::Label>("Hello").frame({{0, 0}, {0, 0}}).get();
-  EXPECT_EQ(await(Utilities::getBase64StringOfUIImageOfUIView(label)), "");
+  EXPECT_EQ(complete(Utilities::getBase64StringOfUIImageOfUIView(label)), "");
 }
 
 }  // namespace

@@ -38,7 +38,7 @@ class Faults : public Recording {
   }
 
   static ordered_json answer(const ordered_json& command) {
-    const auto text = result(PlaybackExecutor::execute(command.dump()));
+    const auto text = complete(PlaybackExecutor::execute(command.dump()));
     return ordered_json::parse(text.value_or("no answer"), nullptr, false);
   }
   static ordered_json answerOn(const platform::UIViewRef& view, ordered_json command) {
@@ -301,7 +301,7 @@ TEST_F(Clock, MayJumpUnderTapsAndDragsAndWaits) {
               ordered_json::array());
     EXPECT_GT(table->contentOffset().y, 0);
     answer({{"functionname", "swipereset"}});
-    finish(KIFAdditions::longPressAtPoint(table, {10, 10}, 0.1));
+    complete(KIFAdditions::longPressAtPoint(table, {10, 10}, 0.1));
     KIFAdditions::hasAnimations(window->layer());
     GlobalVars::sharedInstance().set_viewControllerLoaded("LOADING");
     EXPECT_TRUE(isFound("Log in"));

@@ -117,7 +117,7 @@ class Vanishing : public Recording, public testing::WithParamInterface<Victim> {
   void lightFuse(long calls) { fuse_.light(calls); }
 
   static std::string answer(const ordered_json& command) {
-    return result(PlaybackExecutor::execute(command.dump())).value_or("(no answer)");
+    return complete(PlaybackExecutor::execute(command.dump())).value_or("(no answer)");
   }
 
   // A button in a window of its own, which comes to the front.
@@ -216,7 +216,7 @@ TEST_P(Vanishing, ASpiedElementIsHighlightedOrNot) {
     lightFuse(last);
     environment.finger().tap(*std::exchange(victim, nullptr));
     try {
-      finish(RecorderCommands::handle("highlight=0"));
+      complete(RecorderCommands::handle("highlight=0"));
     } catch (const platform::NSException&) {
       // Nothing was spied.
     }

@@ -29,6 +29,7 @@
 #include "backends/headless/views/WebView.h"
 #include "platform/Platform.h"
 #include "tests/elements/ManualTime.h"
+#include "tests/support/Complete.h"
 
 namespace tarni::test {
 
@@ -67,24 +68,6 @@ class FuzzScreen {
     }
   }
 
-  // The result of work that completes at once, as all work does here.
-  template <typename Value>
-  static Value complete(platform::Task<Value> work) {
-    std::optional<Value> result;
-    complete(store(std::move(work), result));
-    return std::move(result).value();
-  }
-  static void complete(platform::Task<void> work) {
-    bool hasEnded = false;
-    std::exception_ptr failure;
-    platform::spawn(std::move(work), [&](const std::exception_ptr& thrown) {
-      hasEnded = true;
-      failure = thrown;
-    });
-    if (!hasEnded) throw std::logic_error("the work has not ended");
-    if (failure) std::rethrow_exception(failure);
-  }
-
   // Runs what the input left behind.
   void settle() {
     for (int round = 0; round < 2; ++round) {
@@ -95,11 +78,6 @@ class FuzzScreen {
   }
 
  private:
-  template <typename Value>
-  static platform::Task<void> store(platform::Task<Value> work, std::optional<Value>& result) {
-    result = co_await work;
-  }
-
   template <typename Kind, typename... Arguments>
   std::shared_ptr<Kind> add(Arguments&&... arguments) {
     const double top = 40.0 * static_cast<double>(views_.size());

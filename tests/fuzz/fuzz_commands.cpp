@@ -14,7 +14,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
                                                                        : nullptr);
   for (const std::string& line : tarni::test::linesOf(data, size)) {
     screen.nameViews();
-    const auto answer = FuzzScreen::complete(tarni::PlaybackExecutor::execute(line + "\r\n"));
+    const auto answer = tarni::test::complete(tarni::PlaybackExecutor::execute(line + "\r\n"));
     if (!answer) throw std::logic_error("a command with a line end is not answered");
     const auto entries = nlohmann::json::parse(*answer, nullptr, false);
     if (!entries.is_array()) throw std::logic_error("the answer is no array: " + *answer);

@@ -17,7 +17,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   }();
   for (const std::string& line : tarni::test::linesOf(data, size)) {
     try {
-      FuzzScreen::complete(tarni::RecorderCommands::handle(line + "\r\n"));
+      tarni::test::complete(tarni::RecorderCommands::handle(line + "\r\n"));
     } catch (const tarni::platform::NSException& exception) {
       if (exception.name() != tarni::platform::NSRangeException) throw;
     }

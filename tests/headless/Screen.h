@@ -4,20 +4,19 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include <exception>
 #include <memory>
-#include <optional>
-#include <utility>
 
 #include "backends/headless/Build.h"
 #include "backends/headless/Environment.h"
 #include "platform/Task.h"
+#include "tests/support/Complete.h"
 
 namespace tarni::headless::test {
 
 using platform::CGPoint;
 using platform::CGRect;
 using platform::UITouchPhase;
+using tarni::test::complete;
 
 class Screen : public testing::Test {
  protected:
@@ -30,24 +29,6 @@ class Screen : public testing::Test {
   ViewRef box(const CGRect& frame) { return box(frame, *window); }
   static ViewRef box(const CGRect& frame, View& parent) {
     return build<View>().frame(frame).in(parent);
-  }
-
-  // Runs a task that must not suspend; what leaves it is thrown again.
-  static void await(platform::Task<void> task) {
-    bool hasEnded = false;
-    std::exception_ptr failure;
-    platform::spawn(std::move(task), [&](const std::exception_ptr& thrown) {
-      hasEnded = true;
-      failure = thrown;
-    });
-    ASSERT_TRUE(hasEnded);
-    if (failure) std::rethrow_exception(failure);
-  }
-  template <typename T>
-  static T await(platform::Task<T> task) {
-    std::optional<T> result;
-    await(store(std::move(task), result));
-    return std::move(result).value();
   }
 
   // A touch as an agent makes it, not yet sent.
@@ -67,7 +48,7 @@ class Screen : public testing::Test {
       touch->setTimestamp(environment.processInfo().systemUptime());
       event._addTouch(touch, false);
     }
-    await(environment.application().sendEvent(event));
+    complete(environment.application().sendEvent(event));
   }
   void moveTo(const platform::UITouchRef& touch, CGPoint point) {
     touch->_setLocationInWindow(point, false);
@@ -76,12 +57,6 @@ class Screen : public testing::Test {
 
   Environment environment;
   WindowRef window;
-
- private:
-  template <typename T>
-  static platform::Task<void> store(platform::Task<T> task, std::optional<T>& result) {
-    result = co_await task;
-  }
 };
 
 inline void expectNear(CGPoint actual, CGPoint expected) {

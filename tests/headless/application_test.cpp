@@ -81,7 +81,7 @@ TEST_F(ApplicationTest, EventsPassThroughTheExchangedMethod) {
   runtime.method_exchangeImplementations(
       runtime.class_getInstanceMethod(uikit::UIApplication, "sendEvent:"),
       runtime.class_getInstanceMethod(uikit::UIApplication, "hooked:"));
-  await(tap(application, touchAt({10, 10})));
+  complete(tap(application, touchAt({10, 10})));
   EXPECT_THAT(seen, testing::ElementsAre("hook", "hook", "application"));
 }
 
@@ -96,7 +96,7 @@ TEST_F(ApplicationTest, AnEventThatIsRefilledWhileItIsWatchedActsAsRefilled) {
   runtime.class_replaceMethod(
       uikit::UIApplication, "sendEvent:",
       [&](const std::vector<platform::Argument>& arguments) {
-        if (!std::exchange(isInside, true)) await(tap(application, touchAt({-100, -200})));
+        if (!std::exchange(isInside, true)) complete(tap(application, touchAt({-100, -200})));
         original(arguments);
       },
       "v@:@");
@@ -122,7 +122,7 @@ TEST_F(ApplicationTest, TheLogKeepsEventsAsTheyWere) {
 
 TEST_F(ApplicationTest, OtherEventsAndStrayPhasesAreHarmless) {
   posix::EventRecord motion(platform::UIEventType::Motion);
-  await(application.sendEvent(motion));
+  complete(application.sendEvent(motion));
   const auto touch = touchAt({10, 10});
   send(UITouchPhase::Moved, {touch});
   send(UITouchPhase::Ended, {touch});
@@ -203,9 +203,9 @@ TEST_F(ApplicationTest, WhatWasAskedIsRemembered) {
   platform::UIViewRef sender;
   environment.notificationCenter().addObserver("changed",
                                                [&](const auto& object) { sender = object; });
-  await(environment.notificationCenter().postNotificationName("other", nullptr));
+  complete(environment.notificationCenter().postNotificationName("other", nullptr));
   EXPECT_EQ(sender, nullptr);
-  await(environment.notificationCenter().postNotificationName("changed", window));
+  complete(environment.notificationCenter().postNotificationName("changed", window));
   EXPECT_EQ(sender, window);
   EXPECT_EQ(environment.notificationCenter().posted().size(), 2U);
 }

@@ -106,7 +106,7 @@ TEST_F(ControlsTest, ASwitchTurnsByATapAndQuietlyByTheAgent) {
   EXPECT_TRUE(toggle->isOn());
   EXPECT_THAT(seen, testing::ElementsAre("down", "changed", "up inside"));
   seen.clear();
-  await(toggle->setOn(false));
+  complete(toggle->setOn(false));
   EXPECT_FALSE(toggle->isOn());
   EXPECT_TRUE(seen.empty());
 }
@@ -144,7 +144,7 @@ TEST_F(ControlsTest, FocusMovesFromFieldToField) {
   ASSERT_TRUE(first->isFirstResponder());
   EXPECT_TRUE(first->type("Ad"));
   EXPECT_TRUE(first->type("a"));
-  await(second->becomeFirstResponder());
+  complete(second->becomeFirstResponder());
   EXPECT_FALSE(first->isFirstResponder());
   EXPECT_EQ(window->firstResponder(), second.get());
   EXPECT_EQ(first->text(), "Ada");
@@ -165,10 +165,10 @@ TEST_F(ControlsTest, AFieldThatLeavesTheWindowLosesFocus) {
 
 TEST_F(ControlsTest, TheAgentSetsTextQuietlyAndSendsActionsByItself) {
   const auto field = watched(build<TextField>().in(*window));
-  await(field->setText("Ada"));
+  complete(field->setText("Ada"));
   EXPECT_EQ(field->text(), "Ada");
   EXPECT_TRUE(seen.empty());
-  await(field->sendActionsForControlEvents(platform::UIControlEventEditingChanged));
+  complete(field->sendActionsForControlEvents(platform::UIControlEventEditingChanged));
   EXPECT_THAT(seen, testing::ElementsAre("edited"));
 }
 
@@ -205,15 +205,16 @@ TEST_F(ControlsTest, BarItemsAreTitledAndOfTheirBarsClass) {
 
 TEST_F(ControlsTest, AWebViewAnswersAsItWasToldAndRemembersTheQuestions) {
   const auto web = build<WebView>().frame({{0, 0}, {200, 200}}).in(*window);
-  EXPECT_EQ(await(web->stringByEvaluatingJavaScriptFromString("1")), "");
+  EXPECT_EQ(complete(web->stringByEvaluatingJavaScriptFromString("1")), "");
   web->setEngine([](const std::string& script) -> std::string {
     if (script == "bad()") throw platform::NSException("JavaScript", "gone");
     return "engine " + script;
   });
   web->setAnswer("2", "two");
-  EXPECT_EQ(await(web->stringByEvaluatingJavaScriptFromString("2")), "two");
-  EXPECT_EQ(await(web->stringByEvaluatingJavaScriptFromString("3")), "engine 3");
-  EXPECT_THROW(await(web->stringByEvaluatingJavaScriptFromString("bad()")), platform::NSException);
+  EXPECT_EQ(complete(web->stringByEvaluatingJavaScriptFromString("2")), "two");
+  EXPECT_EQ(complete(web->stringByEvaluatingJavaScriptFromString("3")), "engine 3");
+  EXPECT_THROW(complete(web->stringByEvaluatingJavaScriptFromString("bad()")),
+               platform::NSException);
   EXPECT_THAT(web->evaluatedScripts(), testing::ElementsAre("1", "2", "3", "bad()"));
 }
 
@@ -223,7 +224,7 @@ TEST_F(ControlsTest, AWebViewsBrowserViewIsReachedByKeysAndByTouches) {
   EXPECT_EQ(browser, web->browserView());
   EXPECT_EQ(web->instanceVariable("_internal")->instanceVariable("browserView"), browser);
   EXPECT_EQ(window->hitTest({100, 100}), browser);
-  await(platform::as<platform::UIWebBrowserView>(browser)->tapInteractionWithLocation({3, 4}));
+  complete(platform::as<platform::UIWebBrowserView>(browser)->tapInteractionWithLocation({3, 4}));
   EXPECT_THAT(web->browserView()->taps(), testing::ElementsAre(CGPoint{3, 4}));
 }
 

@@ -71,7 +71,7 @@ class DrawingTest : public Screen {
   DrawingTest() { environment.screen().setScale(1); }
 
   Picture draw(View& view) {
-    return Picture(await(view.drawViewHierarchy())->JPEGRepresentation(1));
+    return Picture(complete(view.drawViewHierarchy())->JPEGRepresentation(1));
   }
   static ViewRef filled(const CGRect& frame, const CGColor& color, View& parent) {
     return build<View>().frame(frame).background(color).in(parent);
@@ -176,7 +176,7 @@ TEST_F(DrawingTest, AnImageFillsItsView) {
 TEST_F(DrawingTest, ACropMayReachBeyondTheImage) {
   filled({{0, 0}, {20, 20}}, red, *page);
   environment.screen().setScale(2);
-  const auto image = await(page->drawViewHierarchy());
+  const auto image = complete(page->drawViewHierarchy());
   const auto cropped = image->crop({{-100, -100}, {300, 200}});
   EXPECT_EQ(cropped->size(), (platform::CGSize{300, 200}));
   EXPECT_EQ(cropped->scale(), 2);
@@ -192,7 +192,7 @@ TEST_F(DrawingTest, WhatCannotBeDrawnIsAnEmptyImage) {
        {platform::CGSize{0, 10}, platform::CGSize{-5, 10}, platform::CGSize{1e6, 10},
         platform::CGSize{std::nan(""), 10}, platform::CGSize{HUGE_VAL, 10}}) {
     page->setBounds({{0, 0}, size});
-    const auto image = await(page->drawViewHierarchy());
+    const auto image = complete(page->drawViewHierarchy());
     EXPECT_EQ(image->size(), (platform::CGSize{0, 0}));
     EXPECT_TRUE(image->JPEGRepresentation(0.6).empty());
   }
@@ -200,7 +200,7 @@ TEST_F(DrawingTest, WhatCannotBeDrawnIsAnEmptyImage) {
 
 TEST_F(DrawingTest, QualityCostsBytes) {
   const auto login = samples::buildLoginScreen(environment);
-  const auto image = await(login->drawViewHierarchy());
+  const auto image = complete(login->drawViewHierarchy());
   EXPECT_LT(image->JPEGRepresentation(0.2).size(), image->JPEGRepresentation(0.9).size());
   EXPECT_FALSE(image->JPEGRepresentation(7).empty());
   EXPECT_FALSE(image->JPEGRepresentation(-1).empty());

@@ -45,7 +45,7 @@ TEST_F(RunLoopTest, ARealClockWaits) {
 TEST_F(RunLoopTest, AWaitDoesNotServeTheMainQueue) {
   loop.async(note("main queue"));
   loop.post(note("posted"));
-  await(environment.application().runLoopRunInMode("mode", 5, false));
+  complete(environment.application().runLoopRunInMode("mode", 5, false));
   EXPECT_THAT(seen, testing::ElementsAre("posted"));
   ASSERT_EQ(environment.application().runLoopRuns().size(), 1U);
   EXPECT_EQ(environment.application().runLoopRuns()[0].mode, "mode");

@@ -32,10 +32,10 @@ TEST_F(ScrollTest, TheContentStopsAtItsEdges) {
 }
 
 TEST_F(ScrollTest, TheAgentsOffsetIsTakenAsItIs) {
-  await(scroll->setContentOffset({0, 900}, true));
+  complete(scroll->setContentOffset({0, 900}, true));
   EXPECT_EQ(scroll->contentOffset(), (CGPoint{0, 900}));
   EXPECT_TRUE(scroll->wasAnimated());
-  await(scroll->setContentOffset({0, -50}, false));
+  complete(scroll->setContentOffset({0, -50}, false));
   EXPECT_EQ(scroll->contentOffset(), (CGPoint{0, -50}));
   EXPECT_FALSE(scroll->wasAnimated());
 }

@@ -12,6 +12,7 @@ namespace {
 
 using headless::build;
 using headless::View;
+using test::complete;
 
 constexpr double infinity = std::numeric_limits<double>::infinity();
 constexpr float forEver = std::numeric_limits<float>::infinity();
@@ -95,7 +96,7 @@ TEST_F(Animations, SpeedIsThatOfTheKeyWindow) {
 
 TEST_F(Animations, RelativeWaitIsShorterForAFasterApplication) {
   KIFAdditions::setAnimationSpeed(4);
-  result(KIFAdditions::KIFRunLoopRunInModeRelativeToAnimationSpeed("some mode", 2, true));
+  complete(KIFAdditions::KIFRunLoopRunInModeRelativeToAnimationSpeed("some mode", 2, true));
   ASSERT_EQ(environment.application().runLoopRuns().size(), 1U);
   const headless::RunLoopRun& run = environment.application().runLoopRuns()[0];
   EXPECT_EQ(run.mode, "some mode");

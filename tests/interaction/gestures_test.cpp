@@ -15,6 +15,7 @@ namespace {
 using headless::build;
 using headless::LoggedEvent;
 using platform::CGPoint;
+using test::complete;
 
 void expectNear(CGPoint actual, CGPoint expected) {
   EXPECT_NEAR(actual.x, expected.x, 1e-9);
@@ -40,7 +41,7 @@ class Gestures : public test::Screen {
 };
 
 TEST_F(Gestures, TapTouchesTheMiddleOfTheFrameOnceAndWaitsForNothing) {
-  finish(KIFAdditions::tap(view));
+  complete(KIFAdditions::tap(view));
   ASSERT_EQ(phases(), "Began Ended");
   for (const LoggedEvent& event : events()) {
     EXPECT_EQ(event.touches.at(0).locationInWindow, (CGPoint{200, 250}));
@@ -51,7 +52,7 @@ TEST_F(Gestures, TapTouchesTheMiddleOfTheFrameOnceAndWaitsForNothing) {
 
 TEST_F(Gestures, TapGoesThroughTheViewsTransform) {
   view->setTransform(platform::CGAffineTransform::rotation(std::numbers::pi / 2));
-  finish(KIFAdditions::tapAtPoint(view, {10, 0}));
+  complete(KIFAdditions::tapAtPoint(view, {10, 0}));
   // The centre of the view is at (200, 250); its own (10, 0) lies 90 left of and 50 above it.
   expectNear(events().at(0).touches.at(0).locationInWindow, {250, 160});
 }
@@ -59,7 +60,7 @@ TEST_F(Gestures, TapGoesThroughTheViewsTransform) {
 TEST_F(Gestures, TapGivesTheFocusToAFieldThatItTouches) {
   const auto field = build<headless::TextField>().frame({{10, 10}, {100, 30}}).in(*view);
   const auto label = build<headless::View>().frame({{0, 0}, {50, 30}}).in(*field);
-  finish(KIFAdditions::tapAtPoint(field, {5, 5}));
+  complete(KIFAdditions::tapAtPoint(field, {5, 5}));
   EXPECT_TRUE(field->isFirstResponder());
   EXPECT_EQ(events().at(0).touches.at(0).view.lock(), label);
 }
@@ -68,7 +69,7 @@ TEST_F(Gestures, TapLeavesTheFocusWhenAnotherViewLiesOverTheField) {
   const auto field = build<headless::View>().frame({{10, 10}, {100, 30}}).in(*view);
   field->setCanBecomeFirstResponder(true);
   build<headless::View>().frame({{0, 0}, {200, 100}}).in(*view);
-  finish(KIFAdditions::tap(field));
+  complete(KIFAdditions::tap(field));
   EXPECT_FALSE(field->isFirstResponder());
 }
 
@@ -79,7 +80,7 @@ TEST_F(Gestures, TapSurvivesAButtonThatThrowsItselfAway) {
     view->removeFromSuperview();
     view->removeAllSubviews();
   });
-  finish(KIFAdditions::tap(button));
+  complete(KIFAdditions::tap(button));
   EXPECT_EQ(phases(), "Began Ended");
   EXPECT_FALSE(button->isFirstResponder());
 }
@@ -108,7 +109,7 @@ TEST_F(Gestures, TapThatOpensADialogEndsWhileTheDialogIsOpen) {
 TEST_F(Gestures, ViewWithoutWindowIsTouchedNowhere) {
   view->removeFromSuperview();
   view->setCanBecomeFirstResponder(true);
-  finish(KIFAdditions::tap(view));
+  complete(KIFAdditions::tap(view));
   ASSERT_EQ(phases(), "Began Ended");
   EXPECT_EQ(events().at(0).touches.at(0).view.lock(), nullptr);
   EXPECT_FALSE(view->isFirstResponder());
@@ -116,19 +117,19 @@ TEST_F(Gestures, ViewWithoutWindowIsTouchedNowhere) {
 
 TEST_F(Gestures, FakeTapDoesNotGiveTheFocus) {
   view->setCanBecomeFirstResponder(true);
-  finish(KIFAdditions::FaketapAtPoint(view, {10, 10}));
+  complete(KIFAdditions::FaketapAtPoint(view, {10, 10}));
   EXPECT_EQ(phases(), "Began Ended");
   EXPECT_FALSE(view->isFirstResponder());
-  finish(KIFAdditions::tapAtPoint(view, {10, 10}));
+  complete(KIFAdditions::tapAtPoint(view, {10, 10}));
   EXPECT_TRUE(view->isFirstResponder());
 }
 
 TEST_F(Gestures, WebViewsTakeTapsByThemselves) {
   const auto web = build<headless::WebView>().frame({{0, 0}, {200, 100}}).in(*view);
-  finish(KIFAdditions::tapAtPoint(web, {30, 40}));
-  finish(KIFAdditions::tapAtPoint(web->browserView(), {1, 2}));
-  finish(KIFAdditions::FaketapAtPoint(web, {3, 4}));
-  finish(KIFAdditions::tapWebViewAtPoint(web, {5, 6}));
+  complete(KIFAdditions::tapAtPoint(web, {30, 40}));
+  complete(KIFAdditions::tapAtPoint(web->browserView(), {1, 2}));
+  complete(KIFAdditions::FaketapAtPoint(web, {3, 4}));
+  complete(KIFAdditions::tapWebViewAtPoint(web, {5, 6}));
   EXPECT_THAT(web->browserView()->taps(),
               testing::ElementsAre(CGPoint{30, 40}, CGPoint{1, 2}, CGPoint{3, 4}, CGPoint{5, 6}));
   EXPECT_EQ(phases(), "");
@@ -136,14 +137,14 @@ TEST_F(Gestures, WebViewsTakeTapsByThemselves) {
 
 TEST_F(Gestures, WebViewWithoutItsInnerViewIsTouchedLikeAnyOther) {
   view->setClass(platform::uikit::UIWebView);
-  finish(KIFAdditions::tapWebViewAtPoint(view, {5, 6}));
+  complete(KIFAdditions::tapWebViewAtPoint(view, {5, 6}));
   EXPECT_EQ(phases(), "");
-  finish(KIFAdditions::tap(view));
+  complete(KIFAdditions::tap(view));
   EXPECT_EQ(phases(), "Began Ended");
 }
 
 TEST_F(Gestures, TwoFingerTapStandsFortyPointsRoundThePoint) {
-  finish(KIFAdditions::twoFingerTapAtPoint(view, {100, 50}));
+  complete(KIFAdditions::twoFingerTapAtPoint(view, {100, 50}));
   ASSERT_EQ(phases(), "Began Began Ended Ended");
   ASSERT_EQ(events().size(), 2U);
   EXPECT_EQ(events()[0].touches[0].locationInWindow, (CGPoint{160, 210}));
@@ -152,7 +153,7 @@ TEST_F(Gestures, TwoFingerTapStandsFortyPointsRoundThePoint) {
 
 TEST_F(Gestures, LongPressRepeatsStationaryEveryHundredthOfASecond) {
   view->setCanBecomeFirstResponder(true);
-  finish(KIFAdditions::longPressAtPoint(view, {10, 10}, 0.05));
+  complete(KIFAdditions::longPressAtPoint(view, {10, 10}, 0.05));
   EXPECT_EQ(phases(), "Began Stationary Stationary Stationary Stationary Ended");
   const auto& runs = environment.application().runLoopRuns();
   ASSERT_EQ(runs.size(), 5U);
@@ -164,14 +165,14 @@ TEST_F(Gestures, LongPressRepeatsStationaryEveryHundredthOfASecond) {
 }
 
 TEST_F(Gestures, ShortestLongPressHasNoStationaryEvent) {
-  finish(KIFAdditions::longPressAtPoint(view, {10, 10}, 0.01));
+  complete(KIFAdditions::longPressAtPoint(view, {10, 10}, 0.01));
   EXPECT_EQ(phases(), "Began Ended");
   EXPECT_EQ(environment.application().runLoopRuns().size(), 1U);
 }
 
 TEST_F(Gestures, WaitsAreNotScaledByTheAnimationSpeed) {
   window->layer().setSpeed(4);
-  finish(KIFAdditions::dragFromPoint(view, {0, 0}, {10, 10}));
+  complete(KIFAdditions::dragFromPoint(view, {0, 0}, {10, 10}));
   EXPECT_EQ(environment.application().runLoopRuns().at(0).seconds, 0.01);
 }
 
@@ -185,7 +186,7 @@ TEST_F(Gestures, PointsRunFromTheStartToTheEnd) {
 }
 
 TEST_F(Gestures, DragHasThreeStepsUnlessToldOtherwise) {
-  finish(KIFAdditions::dragFromPoint(view, {10, 20}, {50, 40}));
+  complete(KIFAdditions::dragFromPoint(view, {10, 20}, {50, 40}));
   EXPECT_EQ(phases(), "Began Moved Moved Ended");
   EXPECT_EQ(pathOfFinger(0, 4),
             (std::vector<CGPoint>{{110, 220}, {130, 230}, {150, 240}, {150, 240}}));
@@ -195,29 +196,29 @@ TEST_F(Gestures, DragHasThreeStepsUnlessToldOtherwise) {
 TEST_F(Gestures, DragGivesTheFocusOnlyToTheViewThatItHits) {
   view->setCanBecomeFirstResponder(true);
   build<headless::View>().frame({{0, 0}, {50, 50}}).in(*view);
-  finish(KIFAdditions::dragFromPoint(view, {10, 10}, {60, 60}));
+  complete(KIFAdditions::dragFromPoint(view, {10, 10}, {60, 60}));
   EXPECT_FALSE(view->isFirstResponder());
-  finish(KIFAdditions::dragFromPoint(view, {60, 60}, {70, 70}));
+  complete(KIFAdditions::dragFromPoint(view, {60, 60}, {70, 70}));
   EXPECT_TRUE(view->isFirstResponder());
 }
 
 TEST_F(Gestures, PathOfOnePointLeavesTheFingerDown) {
-  finish(KIFAdditions::dragAlongPathWithPoints(view, {{10, 10}}));
+  complete(KIFAdditions::dragAlongPathWithPoints(view, {{10, 10}}));
   EXPECT_EQ(phases(), "Began");
 }
 
 TEST_F(Gestures, PathsThatDoNotMatchTouchNothing) {
   using Paths = std::vector<KIFAdditions::Path>;
-  finish(KIFAdditions::dragPointsAlongPaths(view, Paths{}));
-  finish(KIFAdditions::dragPointsAlongPaths(view, Paths{{}}));
-  finish(KIFAdditions::dragPointsAlongPaths(view, Paths{{{1, 1}, {2, 2}}, {{3, 3}}}));
-  finish(KIFAdditions::dragFromPoint(view, {0, 0}, {10, 10}, 0));
+  complete(KIFAdditions::dragPointsAlongPaths(view, Paths{}));
+  complete(KIFAdditions::dragPointsAlongPaths(view, Paths{{}}));
+  complete(KIFAdditions::dragPointsAlongPaths(view, Paths{{{1, 1}, {2, 2}}, {{3, 3}}}));
+  complete(KIFAdditions::dragFromPoint(view, {0, 0}, {10, 10}, 0));
   EXPECT_EQ(phases(), "");
 }
 
 TEST_F(Gestures, FingersMoveTogetherAndLiftOneByOne) {
   const std::vector<KIFAdditions::Path> paths{{{0, 0}, {10, 0}}, {{50, 50}, {50, 60}}};
-  finish(KIFAdditions::dragPointsAlongPaths(view, paths));
+  complete(KIFAdditions::dragPointsAlongPaths(view, paths));
   ASSERT_EQ(phases(), "Began Began Moved Moved Ended Ended");
   ASSERT_EQ(events().size(), 4U);
   EXPECT_EQ(events()[1].touches.size(), 2U);
@@ -228,23 +229,23 @@ TEST_F(Gestures, FingersMoveTogetherAndLiftOneByOne) {
 }
 
 TEST_F(Gestures, TwoFingerPanKeepsTheFingersApart) {
-  finish(KIFAdditions::twoFingerPanFromPoint(view, {50, 50}, {90, 50}, 2));
+  complete(KIFAdditions::twoFingerPanFromPoint(view, {50, 50}, {90, 50}, 2));
   EXPECT_EQ(pathOfFinger(0, 2), (std::vector<CGPoint>{{110, 210}, {150, 210}}));
   EXPECT_EQ(pathOfFinger(1, 2), (std::vector<CGPoint>{{190, 290}, {230, 290}}));
 }
 
 TEST_F(Gestures, PinchClosesAndZoomOpensTheFingers) {
-  finish(KIFAdditions::pinchAtPoint(view, {100, 50}, 30, 2));
+  complete(KIFAdditions::pinchAtPoint(view, {100, 50}, 30, 2));
   EXPECT_EQ(pathOfFinger(0, 2), (std::vector<CGPoint>{{130, 250}, {160, 250}}));
   EXPECT_EQ(pathOfFinger(1, 2), (std::vector<CGPoint>{{270, 250}, {240, 250}}));
   environment.application().eventLog().clear();
-  finish(KIFAdditions::zoomAtPoint(view, {100, 50}, 30, 2));
+  complete(KIFAdditions::zoomAtPoint(view, {100, 50}, 30, 2));
   EXPECT_EQ(pathOfFinger(0, 2), (std::vector<CGPoint>{{160, 250}, {130, 250}}));
   EXPECT_EQ(pathOfFinger(1, 2), (std::vector<CGPoint>{{240, 250}, {270, 250}}));
 }
 
 TEST_F(Gestures, RotationJumpsToTheWholeAngleAtItsEnd) {
-  finish(KIFAdditions::twoFingerRotateAtPoint(view, {100, 50}, -90));
+  complete(KIFAdditions::twoFingerRotateAtPoint(view, {100, 50}, -90));
   constexpr std::size_t steps = 45;
   ASSERT_EQ(events().size(), steps + 2);
   const auto at = [](double degrees, double side) {
@@ -258,7 +259,7 @@ TEST_F(Gestures, RotationJumpsToTheWholeAngleAtItsEnd) {
 }
 
 TEST_F(Gestures, SmallRotationHasTwoSteps) {
-  finish(KIFAdditions::twoFingerRotateAtPoint(view, {100, 50}, 3));
+  complete(KIFAdditions::twoFingerRotateAtPoint(view, {100, 50}, 3));
   EXPECT_EQ(phases(), "Began Began Moved Moved Ended Ended");
 }
 
@@ -266,7 +267,7 @@ TEST_F(Gestures, GestureRecognizersOfTheApplicationUnderstandThem) {
   double scale = 0;
   const auto pinch = std::make_shared<headless::PinchGestureRecognizer>([] {});
   view->addGestureRecognizer(pinch);
-  finish(KIFAdditions::zoomAtPoint(view, {100, 50}, 40, 5));
+  complete(KIFAdditions::zoomAtPoint(view, {100, 50}, 40, 5));
   scale = pinch->scale();
   EXPECT_NEAR(scale, 2, 0.01);
 }

@@ -11,14 +11,15 @@ namespace tarni {
 namespace {
 
 using headless::build;
+using test::complete;
 
 class PlayBackInteraction : public test::Screen {
  protected:
   bool click(const headless::ViewRef& view) {
-    return result(PlayBackInteractionMethods().performClickOnUIView(view));
+    return complete(PlayBackInteractionMethods().performClickOnUIView(view));
   }
   bool type(const headless::ViewRef& view, const std::string& text) {
-    return result(PlayBackInteractionMethods().performTypeTextOnUIView(view, text));
+    return complete(PlayBackInteractionMethods().performTypeTextOnUIView(view, text));
   }
   std::string phases() { return environment.application().eventLog().phases(); }
 };

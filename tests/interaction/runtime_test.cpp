@@ -9,6 +9,7 @@ namespace tarni {
 namespace {
 
 using Arguments = std::vector<platform::Argument>;
+using test::complete;
 
 class Swizzling : public test::Screen {
  protected:
@@ -86,7 +87,7 @@ TEST_F(Swizzling, RunLoopModesAreFollowedOnceSwizzled) {
 
   // A gesture then takes the default mode for the current one, and ends.
   const auto view = plainView({{0, 0}, {100, 100}});
-  finish(KIFAdditions::dragFromPoint(view, {10, 10}, {20, 20}));
+  complete(KIFAdditions::dragFromPoint(view, {10, 10}, {20, 20}));
   EXPECT_EQ(application.runLoopRuns().back().mode, "kCFRunLoopDefaultMode");
 }
 

@@ -15,6 +15,7 @@ using platform::DigitizerEventArguments;
 using platform::DigitizerFingerArguments;
 using platform::UITouchPhase;
 using posix::HIDEventRecord;
+using test::complete;
 
 constexpr std::uint32_t isDisplayIntegrated = 0xB0019;
 
@@ -75,7 +76,7 @@ TEST_F(TouchRecords, MovingKeepsThePreviousLocationAndTakesTheTime) {
 }
 
 TEST_F(TouchRecords, TapCarriesTheDigitizerRecordOfItsBeginningTwice) {
-  finish(KIFAdditions::tapAtPoint(view, {10, 20}));
+  complete(KIFAdditions::tapAtPoint(view, {10, 20}));
   ASSERT_EQ(events().size(), 2U);
   const auto hand = events()[0].hidEvent;
   ASSERT_TRUE(hand);
@@ -111,7 +112,7 @@ TEST_F(TouchRecords, TapCarriesTheDigitizerRecordOfItsBeginningTwice) {
 
 TEST_F(TouchRecords, EveryFingerOfADragHasItsOwnRecordInEveryEvent) {
   const std::vector<KIFAdditions::Path> paths{{{0, 0}, {10, 0}}, {{50, 50}, {50, 60}}};
-  finish(KIFAdditions::dragPointsAlongPaths(view, paths));
+  complete(KIFAdditions::dragPointsAlongPaths(view, paths));
   ASSERT_EQ(events().size(), 4U);
   const HIDEventRecord& down = *events()[0].hidEvent;
   ASSERT_EQ(down.children.size(), 2U);
@@ -141,7 +142,7 @@ TEST_F(TouchRecords, EveryFingerOfADragHasItsOwnRecordInEveryEvent) {
 }
 
 TEST_F(TouchRecords, StationaryFingersReportRangeAndTouch) {
-  finish(KIFAdditions::longPressAtPoint(view, {10, 10}, 0.015));
+  complete(KIFAdditions::longPressAtPoint(view, {10, 10}, 0.015));
   ASSERT_EQ(events().size(), 3U);
   EXPECT_EQ(fingerOf(*events()[1].hidEvent, 0).eventMask, 3U);
   EXPECT_TRUE(fingerOf(*events()[1].hidEvent, 0).range);
@@ -149,13 +150,13 @@ TEST_F(TouchRecords, StationaryFingersReportRangeAndTouch) {
 }
 
 TEST_F(TouchRecords, TouchesHaveRecordsOfTheirOwnFromVersion9On) {
-  finish(KIFAdditions::tap(view));
+  complete(KIFAdditions::tap(view));
   ASSERT_TRUE(events()[0].touches[0].hidEvent);
   EXPECT_EQ(events()[0].touches[0].hidEvent->children.size(), 1U);
   environment.application().eventLog().clear();
 
   claimVersion({8, 4, 0});
-  finish(KIFAdditions::tap(view));
+  complete(KIFAdditions::tap(view));
   EXPECT_TRUE(events()[0].hidEvent);
   EXPECT_FALSE(events()[0].touches[0].hidEvent);
   EXPECT_FALSE(events()[0].gsEvent);
@@ -163,7 +164,7 @@ TEST_F(TouchRecords, TouchesHaveRecordsOfTheirOwnFromVersion9On) {
 
 TEST_F(TouchRecords, BelowVersion8OnlyTheLegacyRecordIsUsed) {
   claimVersion({7, 1, 2});
-  finish(KIFAdditions::dragFromPoint(view, {10, 20}, {30, 20}, 2));
+  complete(KIFAdditions::dragFromPoint(view, {10, 20}, {30, 20}, 2));
   ASSERT_EQ(events().size(), 3U);
   for (const LoggedEvent& event : events()) {
     EXPECT_FALSE(event.hidEvent);
@@ -186,7 +187,7 @@ TEST_F(TouchRecords, BelowVersion8OnlyTheLegacyRecordIsUsed) {
 
 TEST_F(TouchRecords, SystemThatDoesNotKnowItsVersionGetsTheLegacyRecord) {
   environment.processInfo().setRespondsToIsOperatingSystemAtLeastVersion(false);
-  finish(KIFAdditions::tap(view));
+  complete(KIFAdditions::tap(view));
   EXPECT_TRUE(events()[0].gsEvent);
   EXPECT_FALSE(events()[0].hidEvent);
   EXPECT_FALSE(events()[0].touches[0].hidEvent);
