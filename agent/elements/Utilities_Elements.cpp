@@ -1,6 +1,7 @@
 #include "agent/elements/Utilities.h"
 #include "platform/Foundation/NSException.h"
 #include "platform/Foundation/NSLog.h"
+#include "platform/ObjectiveC/Runtime.h"
 #include "platform/UIKit/Classes.h"
 #include "platform/UIKit/UIControls.h"
 
@@ -151,11 +152,7 @@ ElementProperties Utilities::createElementProperties(const UIViewRef& view) {
 
 bool Utilities::isOn(const UIViewRef& view) {
   const auto* const control = kindOf<platform::UISwitch>(view);
-  if (!control) {
-    throw platform::NSException(
-        platform::NSInvalidArgumentException,
-        "-[" + getUIViewClassName(view) + " isOn]: unrecognized selector sent to instance");
-  }
+  if (!control) throw platform::unrecognizedSelector(view->getClass(), "isOn");
   return control->isOn();
 }
 

@@ -2,7 +2,7 @@
 
 #include "agent/core/MainThread.h"
 #include "agent/interaction/UIView_KIFAdditions.h"
-#include "platform/Foundation/NSException.h"
+#include "platform/ObjectiveC/Runtime.h"
 #include "platform/Platform.h"
 #include "platform/UIKit/Classes.h"
 #include "platform/UIKit/UIControls.h"
@@ -16,11 +16,7 @@ namespace uikit = platform::uikit;
 
 Task<void> toggle(UIViewRef view) {
   const auto control = platform::as<platform::UISwitch>(view);
-  if (!control) {
-    throw platform::NSException(
-        platform::NSInvalidArgumentException,
-        "-[" + view->getClass()->name() + " isOn]: unrecognized selector sent to instance");
-  }
+  if (!control) throw platform::unrecognizedSelector(view->getClass(), "isOn");
   const bool wasOn = control->isOn();
   co_await control->setOn(!wasOn);
 }

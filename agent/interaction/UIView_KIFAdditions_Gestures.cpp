@@ -9,7 +9,7 @@
 #include "agent/interaction/UIApplication_KIFAdditions.h"
 #include "agent/interaction/UIEvent_KIFAdditions.h"
 #include "agent/interaction/UITouch_KIFAdditions.h"
-#include "platform/Foundation/NSException.h"
+#include "platform/ObjectiveC/Runtime.h"
 #include "platform/Platform.h"
 #include "platform/UIKit/UIControls.h"
 
@@ -64,10 +64,7 @@ UIViewRef webBrowserView(const UIViewRef& view) {
 Task<void> tapInteractionWithLocation(UIViewRef browserView, CGPoint point) {
   const auto browser = platform::as<platform::UIWebBrowserView>(browserView);
   if (!browser) {
-    throw platform::NSException(platform::NSInvalidArgumentException,
-                                "-[" + browserView->getClass()->name() +
-                                    " tapInteractionWithLocation:]: unrecognized selector sent to "
-                                    "instance");
+    throw platform::unrecognizedSelector(browserView->getClass(), "tapInteractionWithLocation:");
   }
   co_await browser->tapInteractionWithLocation(point);
 }

@@ -7,7 +7,6 @@
 #include "backends/ios/MethodHook.h"
 #include "backends/ios/RaisedObject.h"
 #include "backends/ios/Values.h"
-#include "platform/Foundation/NSException.h"
 
 namespace tarni::ios {
 namespace {
@@ -50,12 +49,6 @@ id applicationObject() {
   return [objc_lookUpClass("UIApplication") sharedApplication];
 }
 
-platform::NSException unrecognized(platform::Class cls, std::string_view selector) {
-  return {platform::NSInvalidArgumentException, "-[" + (cls ? cls->name() : std::string("nil")) +
-                                                    " " + std::string(selector) +
-                                                    "]: unrecognized selector sent to instance"};
-}
-
 // What a method of the runtime did when it was looked up.
 struct NativeImplementation {
   ::Class cls;
@@ -67,7 +60,7 @@ struct NativeImplementation {
     HookedCall* const hooked = HookedCall::of(cls);
     const id receiver = hooked ? hooked->receiver() : applicationObject();
     if (![receiver isKindOfClass:cls]) {
-      throw unrecognized(nullptr, sel_getName(selector));
+      throw platform::unrecognizedSelector(nullptr, sel_getName(selector));
     }
     const auto call = [&, flag = flagAt(arguments, 0), first = objectAt(arguments, 0, hooked),
                        second = objectAt(arguments, 1, hooked)] {
@@ -175,7 +168,7 @@ void ObjectiveCRuntime::method_exchangeImplementations(platform::Method first,
 void ObjectiveCRuntime::perform(platform::Class cls, std::string_view selector,
                                 const Arguments& arguments) {
   const platform::Method method = class_getInstanceMethod(cls, selector);
-  if (!method) throw unrecognized(cls, selector);
+  if (!method) throw platform::unrecognizedSelector(cls, selector);
   const platform::Implementation implementation = method->implementation;
   implementation(arguments);
 }

@@ -2,8 +2,6 @@
 
 #include <utility>
 
-#include "platform/Foundation/NSException.h"
-
 namespace tarni::posix {
 
 platform::Method ObjectiveCRuntime::ownMethod(platform::Class cls,
@@ -49,12 +47,7 @@ void ObjectiveCRuntime::method_exchangeImplementations(platform::Method first,
 void ObjectiveCRuntime::perform(platform::Class cls, std::string_view selector,
                                 const std::vector<platform::Argument>& arguments) {
   const platform::Method method = class_getInstanceMethod(cls, selector);
-  if (!method || !method->implementation) {
-    throw platform::NSException(platform::NSInvalidArgumentException,
-                                "-[" + (cls ? cls->name() : std::string("nil")) + " " +
-                                    std::string(selector) +
-                                    "]: unrecognized selector sent to instance");
-  }
+  if (!method || !method->implementation) throw platform::unrecognizedSelector(cls, selector);
   const platform::Implementation implementation = method->implementation;
   implementation(arguments);
 }

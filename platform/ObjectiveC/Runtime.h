@@ -12,6 +12,7 @@
 #include <variant>
 #include <vector>
 
+#include "platform/Foundation/NSException.h"
 #include "platform/ObjectiveC/Class.h"
 
 namespace tarni::platform {
@@ -48,5 +49,8 @@ class ObjectiveCRuntime {
   virtual void perform(Class cls, std::string_view selector,
                        const std::vector<Argument>& arguments) = 0;
 };
+
+// What a message to an object that does not know it raises. Null is the class of nil.
+NSException unrecognizedSelector(Class cls, std::string_view selector);
 
 }  // namespace tarni::platform
