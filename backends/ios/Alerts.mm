@@ -45,10 +45,7 @@ std::shared_ptr<platform::UIAlertView> Alerts::show(std::string message,
                     cancelButtonTitle:titleOrNil(cancelButtonTitle)
                     otherButtonTitles:titleOrNil(otherButtonTitle), nil];
   }));
-  const bool isShown = alert && answered(alert.get(), "show", [&] {
-                         [alert.get() show];
-                         return true;
-                       });
+  const bool isShown = alert && answered(alert.get(), "show", [&] { [alert.get() show]; });
   if (!isShown) platform::NSLog("A message is not shown: %s", message.c_str());
   return isShown ? std::make_shared<Alert>(std::move(alert)) : nullptr;
 }

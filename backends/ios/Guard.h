@@ -56,4 +56,14 @@ Result answered(id object, const char* question, Call call,
   return otherwise;
 }
 
+// The same for a call without an answer: false when it raised.
+template <typename Call>
+requires std::is_void_v<std::invoke_result_t<Call>>
+bool answered(id object, const char* question, Call call) noexcept {
+  TarniRaised raised;
+  const bool cameBack = detail::invoke(call, raised);
+  if (!cameBack) detail::reportRaised(object, question, raised);
+  return cameBack;
+}
+
 }  // namespace tarni::ios

@@ -17,19 +17,12 @@ platform::UIImageRef drawn(id subject, const char* operation, ::CGSize size, BOO
                            CGFloat scale, Draw draw) {
   const bool isOpen = isDrawable(size) && answered(subject, "UIGraphicsBeginImageContext", [&] {
                         UIGraphicsBeginImageContextWithOptions(size, opaque, scale);
-                        return true;
                       });
   if (!isOpen) return nullptr;
-  const bool isDrawn = answered(subject, operation, [&] {
-    draw();
-    return true;
-  });
+  const bool isDrawn = answered(subject, operation, draw);
   ::UIImage* const image = answered(subject, "UIGraphicsGetImageFromCurrentImageContext",
                                     [] { return UIGraphicsGetImageFromCurrentImageContext(); });
-  answered(subject, "UIGraphicsEndImageContext", [] {
-    UIGraphicsEndImageContext();
-    return true;
-  });
+  answered(subject, "UIGraphicsEndImageContext", [] { UIGraphicsEndImageContext(); });
   return isDrawn && image ? std::make_shared<Image>(image) : nullptr;
 }
 

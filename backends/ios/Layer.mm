@@ -28,7 +28,6 @@ const std::string* Layer::valueForKey(std::string_view key) const {
 void Layer::setValueForKey(std::string value, std::string_view key) {
   answered(layer_, "setValue:forKey:", [&] {
     [layer_ setValue:toNSString(value) forKey:toNSString(key)];
-    return true;
   });
   values_.insert_or_assign(std::string(key), std::move(value));
 }
