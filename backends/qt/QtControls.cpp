@@ -63,10 +63,7 @@ QRect QtButton::shape() const {
 
 std::optional<std::string> QtButton::currentTitle() const {
   const auto* const button = static_cast<QAbstractButton*>(widget());
-  if (!button) return std::nullopt;
-  if (auto title = nonEmpty(withoutMnemonic(button->text()))) return title;
-  if (auto label = accessibilityLabel()) return label;
-  return accessibilityHint();
+  return button ? titleOrName(nonEmpty(withoutMnemonic(button->text()))) : std::nullopt;
 }
 
 QRect QtSwitch::shape() const {

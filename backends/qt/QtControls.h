@@ -30,7 +30,6 @@ class QtButton : public QtControl, public platform::UIButton {
  public:
   using QtControl::QtControl;
   QRect shape() const override;
-  // One that shows an icon only is called as a screen reader calls it, otherwise by its tool tip.
   std::optional<std::string> currentTitle() const override;
 };
 

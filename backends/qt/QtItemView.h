@@ -1,7 +1,6 @@
 // The views of lists, trees and tables, of their cells and of the check boxes that people can click
-// in these. Only the cells on screen are views, so
-// a model of a million rows costs what is seen of it. A cell stays the same view while its item
-// stays on screen, wherever it moves. GUI thread.
+// in these. Only the cells on screen are views, so a model of a million rows costs what is seen of
+// it. A cell stays the same view while its item stays on screen, wherever it moves. GUI thread.
 #pragma once
 
 #include <QtCore/QPersistentModelIndex>

@@ -7,4 +7,10 @@ platform::CGPoint QtViewCore::center() const {
   return {outer.midX(), outer.midY()};
 }
 
+std::optional<std::string> QtViewCore::titleOrName(std::optional<std::string> title) const {
+  if (title) return title;
+  if (auto label = accessibilityLabel()) return label;
+  return accessibilityHint();
+}
+
 }  // namespace tarni::qt

@@ -33,6 +33,11 @@ class QtViewCore : public platform::UIView {
   platform::UIViewRef valueForKey(std::string_view) const override { return nullptr; }
   platform::UIViewRef instanceVariable(std::string_view) const override { return nullptr; }
 
+ protected:
+  // `title`, and for a view that shows an icon only what a screen reader calls it, otherwise its
+  // tool tip.
+  std::optional<std::string> titleOrName(std::optional<std::string> title) const;
+
  private:
   mutable QtLayer layer_{*this};
 };

@@ -93,10 +93,7 @@ std::optional<std::string> QuickLabel::labelText() const {
 }
 
 std::optional<std::string> QuickButton::currentTitle() const {
-  if (!item()) return std::nullopt;
-  if (auto title = ownText(*item())) return title;
-  if (auto label = accessibilityLabel()) return label;
-  return accessibilityHint();
+  return item() ? titleOrName(ownText(*item())) : std::nullopt;
 }
 
 bool QuickSwitch::isOn() const {

@@ -25,7 +25,6 @@ class QuickLabel final : public QuickView, public platform::UILabel {
 class QuickButton final : public QuickControl, public platform::UIButton {
  public:
   using QuickControl::QuickControl;
-  // One that shows an icon only is called as a screen reader calls it, otherwise by its tool tip.
   std::optional<std::string> currentTitle() const override;
 };
 

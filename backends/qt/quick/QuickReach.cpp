@@ -3,8 +3,6 @@
 #include <private/qquickflickable_p.h>
 #include <private/qquickitem_p.h>
 
-#include <limits>
-
 namespace tarni::qt {
 namespace {
 
