@@ -30,10 +30,11 @@ std::string ownFolder() {
   return std::filesystem::absolute(info.dli_fname).parent_path();
 }
 
-// The address of the page scripts that were installed or built with this library; "" for none.
-std::string installedScripts() {
+// The address of the page scripts that were installed or built with the library in that folder; ""
+// for none.
+std::string scriptsBeside(const std::string& library) {
   for (const char* const up : {"/../..", "/.."}) {
-    const std::filesystem::path folder = ownFolder() + up + "/share/tarni/webscripts";
+    const std::filesystem::path folder = library + up + "/share/tarni/webscripts";
     std::error_code none;
     if (std::filesystem::is_directory(folder, none)) {
       return "file://" + folder.lexically_normal().string();
@@ -56,8 +57,9 @@ void start() noexcept {
     return;
   }
   try {
-    tarni::qt::extensions().loadFrom(ownFolder());
-    tarni::entry::startAgent(tarni::qt::qtPlatform(), installedScripts());
+    const std::string folder = ownFolder();
+    tarni::qt::extensions().loadFrom(folder);
+    tarni::entry::startAgent(tarni::qt::qtPlatform(), scriptsBeside(folder));
     QObject::connect(QCoreApplication::instance(), &QCoreApplication::aboutToQuit,
                      [] { tarni::entry::endAgent(); });
   } catch (const std::exception& failure) {

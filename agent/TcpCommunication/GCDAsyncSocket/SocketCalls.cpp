@@ -5,6 +5,8 @@
 #include <netinet/tcp.h>
 #include <sys/socket.h>
 
+#include <utility>
+
 namespace tarni {
 namespace {
 
