@@ -36,17 +36,17 @@ platform::UIImageRef Image::drawnFrom(::UIView* view) {
 }
 
 platform::CGSize Image::size() const {
-  return toSize([image_.get() size]);
+  return toSize(answered(image_.get(), "size", [&] { return [image_.get() size]; }));
 }
 
 double Image::scale() const {
-  return [image_.get() scale];
+  return answered(image_.get(), "scale", [&] { return [image_.get() scale]; }, 1);
 }
 
 platform::UIImageRef Image::crop(const platform::CGRect& rect) const {
   const ::CGSize size{static_cast<CGFloat>(rect.size.width),
                       static_cast<CGFloat>(rect.size.height)};
-  return drawn(image_.get(), "drawAtPoint:", size, NO, [image_.get() scale], [&] {
+  return drawn(image_.get(), "drawAtPoint:", size, NO, static_cast<CGFloat>(scale()), [&] {
     [image_.get() drawAtPoint:fromPoint({-rect.origin.x, -rect.origin.y})];
   });
 }

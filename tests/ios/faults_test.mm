@@ -3,9 +3,13 @@
 #include <nlohmann/json.hpp>
 #include <set>
 
+#include "agent/WebView/WebView.h"
+#include "agent/core/GlobalVars.h"
 #include "agent/core/UIApplication_KIFAdditions.h"
+#include "agent/elements/UIViewsManager.h"
 #include "agent/interaction/UIApplication_KIFAdditions.h"
 #include "agent/interaction/UIView_KIFAdditions_Gestures.h"
+#include "agent/recording/RecorderAction.h"
 #include "backends/ios/GuardedCall.h"
 #include "backends/ios/HIDEventSystem.h"
 #include "platform/UIKit/Classes.h"
@@ -170,14 +174,20 @@ class Faults : public OnIos {
     [segments_ setSelectedSegmentIndex:0];
     [window_ addSubview:segments_];
     KIFAdditions::loadUIApplication(platform::uikit::UIApplication);
+    [[label_ layer] addAnimation:[[[CAAnimation alloc] init] autorelease] forKey:@"move"];
     [label_ addGestureRecognizer:[[[UITapGestureRecognizer alloc] initWithTarget:nil
                                                                           action:NULL] autorelease]];
   }
 
-  static std::string command(const json& keys) { return answer(keys.dump() + "\r\n"); }
+  std::string command(const json& keys) {
+    const std::string reply = answer(keys.dump() + "\r\n");
+    told_ += reply;
+    return reply;
+  }
+  void attempt(const std::function<void()>& use) { told_ += failureOf(use); }
 
   // Everything that a host tool can ask for, with every element. Each answer is JSON.
-  static void useEverything() {
+  void useEverything() {
     const std::string described =
         command({{"functionname", "ai_findelements"}, {"tagname", ""}});
     ASSERT_TRUE(json::accept(described)) << described;
@@ -197,19 +207,33 @@ class Faults : public OnIos {
     }
   }
 
-  // What no command asks for: questions of the seam, gestures and a finger.
+  // What no command asks for: gestures, questions of the seam, a page, and what is recorded.
   void useTheRest();
+  void askTheRest();
+  void tapAsOlderSystems();
+  void evaluatePage();
+  void recordFinger();
+
+  // What the agent answered, and the reasons of what failed.
+  std::string told_;
 };
 
 void Faults::useTheRest() {
+  for (const auto use : {&Faults::askTheRest, &Faults::tapAsOlderSystems, &Faults::evaluatePage,
+                         &Faults::recordFinger}) {
+    attempt([&] { (this->*use)(); });
+  }
+}
+
+void Faults::askTheRest() {
   const platform::UIViewRef label = ref(label_);
   const auto segments = platform::as<platform::UISegmentedControl>(ref(segments_));
-  [[label_ layer] addAnimation:[[[CAAnimation alloc] init] autorelease] forKey:@"move"];
-  const auto tap = [&] { run(KIFAdditions::tapAtPoint(ref(button_), {5, 5})); };
+  platform::UIApplication& application = *platform::current().application;
   const std::function<void()> uses[] = {
       [&] { label->tag(); },
       [&] { label->center(); },
       [&] { label->transform(); },
+      [&] { label->accessibilityLanguage(); },
       [&] { segments->titleForSegmentAtIndex(segments->selectedSegmentIndex()); },
       [&] { label->valueForKey("superview"); },
       [&] { label->layer().isHidden(); },
@@ -218,22 +242,50 @@ void Faults::useTheRest() {
       [&] { label->layer().animationKeys(); },
       [&] { label->layer().animationForKey("move"); },
       [&] { label->layer().setSpeed(label->layer().speed()); },
-      [&] { platform::current().alerts->show("hello", std::nullopt, std::nullopt); },
-      [&] { run(KIFAdditions::tapAtPoint(ref(page_), {5, 5})); },
-      tap,
+      [&] { application.makeTouch()->tapCount(); },
+      [&] { application.openURL("tel:1"); },
       [&] {
-        UISystemVersion = {7, 1, 0};
-        tap();
+        const auto alert = platform::current().alerts->show("hello", std::nullopt, std::nullopt);
+        if (alert) alert->dismissWithClickedButtonIndex(0, false);
       },
       [&] {
-        TarniRaised raised{};
-        const auto finger = [](void* window) {
-          UIFingerTap(static_cast<UIWindow*>(window), NSMakePoint(60, 65));
-        };
-        tarni_guardedCall(finger, window_, &raised);
+        const platform::UIImageRef image = awaitImage(label->drawViewHierarchy());
+        if (image && image->size() != platform::CGSize{}) image->crop({{0, 0}, {10, 10}});
       }};
-  for (const auto& use : uses) failureOf(use);
+  for (const auto& use : uses) attempt(use);
+}
+
+void Faults::tapAsOlderSystems() {
+  for (const NSInteger version : {12, 7}) {
+    UISystemVersion = {version, 0, 0};
+    attempt([&] { run(KIFAdditions::tapAtPoint(ref(button_), {5, 5})); });
+    attempt([&] { run(KIFAdditions::tapAtPoint(ref(page_), {5, 5})); });
+  }
   UISystemVersion = {12, 0, 0};
+}
+
+void Faults::evaluatePage() {
+  tarni::WebView bridge;
+  bridge.performRecorderAndPlaybackInjection();
+  UIRunFor(0.01);
+  attempt([&] { run(bridge.callJavaScriptFunctionWithoutOutPut(ref(page_), "f()")); });
+}
+
+// The hook before the application's own code, and what it leaves to be recorded.
+void Faults::recordFinger() {
+  GlobalVars::sharedInstance().set_isPlaybackStarted("false");
+  attempt([&] {
+    UIViewsManager manager;
+    manager.GetAllViews(ref(window_), true);
+  });
+  const auto finger = [](void* window) {
+    UIFingerTap(static_cast<UIWindow*>(window), NSMakePoint(60, 65));
+  };
+  TarniRaised raised{};
+  tarni_guardedCall(finger, window_, &raised);
+  told_ += raised.reason;
+  GlobalVars::sharedInstance().set_isPlaybackStarted("true");
+  attempt([&] { RecorderAction().describeStep({"Click", ref(button_), "", {5, 5}}); });
 }
 
 class RaisingCall : public Faults, public testing::WithParamInterface<Raising> {};
@@ -318,6 +370,29 @@ constexpr Raising raisingCalls[] = {
     {"UIScreen", "bounds"},
     {"UIScreen", "scale"},
     {"UIResponder", "touchesBegan:withEvent:"},
+    {"UIView", "isFirstResponder"},
+    {"UIResponder", "canBecomeFirstResponder"},
+    {"UITextField", "canBecomeFirstResponder"},
+    {"UIView", "becomeFirstResponder"},
+    {"UIView", "accessibilityIdentifier"},
+    {"UIView", "accessibilityLanguage"},
+    {"UIView", "accessibilityValue"},
+    {"UIView", "accessibilityLabel"},
+    {"UIView", "accessibilityHint"},
+    {"UIControl", "sendActionsForControlEvents:"},
+    {"UIWebView", "isLoading"},
+    {"UIWebView", "stringByEvaluatingJavaScriptFromString:"},
+    {"UIEvent", "type"},
+    {"UIEvent", "description"},
+    {"UITouch", "tapCount"},
+    {"UITouch", "init"},
+    {"UIApplication", "sharedApplication"},
+    {"UIApplication", "openURL:options:completionHandler:"},
+    {"UIApplication", "canOpenURL:"},
+    {"UIAlertView", "dismissWithClickedButtonIndex:animated:"},
+    {"UIImage", "size"},
+    {"UIImage", "scale"},
+    {"UIImage", "drawAtPoint:"},
 };
 
 INSTANTIATE_TEST_SUITE_P(In, RaisingCall, testing::ValuesIn(raisingCalls), [](const auto& tested) {
@@ -333,6 +408,8 @@ TEST_P(RaisingCall, LeavesTheApplicationRunningAndCommandsAnswered) {
   useTheRest();
   EXPECT_GT(RaisedFaults(), 0) << "nobody has called it";
   EndFaults();
+  const std::string reason = std::string("a fault in ") + GetParam().selector;
+  EXPECT_TRUE(!log_.linesWith(reason).empty() || told_.find(reason) != told_.npos) << "silent";
   const auto reports = log_.linesWith("] raised ");
   EXPECT_EQ(std::set<std::string>(reports.begin(), reports.end()).size(), reports.size())
       << "a question is reported once";

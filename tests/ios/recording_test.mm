@@ -5,43 +5,107 @@
 #include <nlohmann/json.hpp>
 #include <thread>
 
+#include "tests/ios/Await.h"
 #include "tests/ios/uikit/UIKit.h"
 #include "tests/support/Wire.h"
+
+static BOOL isBuilt = NO;
+static int raisedGetters = 0;
+
+// Whatever it is asked once the screen is built, it raises. It takes no touches.
+@interface RaisingView : UIView
+@end
+
+// NOLINTBEGIN(bugprone-macro-parentheses)
+#define RAISES(Type, getter)                                   \
+  -(Type)getter {                                              \
+    if (!isBuilt) return [super getter];                       \
+    ++raisedGetters;                                           \
+    [NSException raise:NSRangeException format:@"a bad view"]; \
+    return [super getter];                                     \
+  }
+// NOLINTEND(bugprone-macro-parentheses)
+@implementation RaisingView
+RAISES(BOOL, isHidden)
+RAISES(BOOL, isUserInteractionEnabled)
+RAISES(BOOL, isFirstResponder)
+RAISES(BOOL, clipsToBounds)
+RAISES(NSArray*, gestureRecognizers)
+RAISES(NSArray*, subviews)
+RAISES(UIView*, superview)
+RAISES(UIWindow*, window)
+RAISES(CGRect, bounds)
+RAISES(CGRect, frame)
+RAISES(CGPoint, center)
+RAISES(CGAffineTransform, transform)
+RAISES(NSString*, accessibilityLabel)
+RAISES(NSString*, accessibilityIdentifier)
+RAISES(NSString*, accessibilityValue)
+- (UIView*)hitTest:(CGPoint)point withEvent:(UIEvent*)event {
+  return nil;
+}
+@end
 
 namespace tarni::test {
 namespace {
 
-TEST(Recording, AFingersTapIsAStep) {
-  NSAutoreleasePool* const pool = [[NSAutoreleasePool alloc] init];
-  UIApplicationMake(nil);
-  UIWindow* const window = [[UIWindow alloc] initWithFrame:[[UIScreen mainScreen] bounds]];
-  UIButton* const button = [[UIButton alloc] initWithFrame:NSMakeRect(40, 100, 100, 50)];
-  [button setTitle:@"Log in" forState:0];
-  [window addSubview:button];
-  [window makeKeyAndVisible];
+class Recording : public testing::Test {
+ protected:
+  Recording() {
+    UIApplicationMake(nil);
+    window_ = [[UIWindow alloc] initWithFrame:[[UIScreen mainScreen] bounds]];
+    button_ = [[UIButton alloc] initWithFrame:NSMakeRect(40, 100, 100, 50)];
+    [button_ setTitle:@"Log in" forState:0];
+    [window_ addSubview:button_];
+  }
+  ~Recording() override { [pool_ release]; }
 
-  std::atomic<bool> isConnected = false;
-  std::atomic<bool> hasEnded = false;
-  std::string step;
-  std::jthread host([&] {
-    const Wire recorder(kRecorderPort);
-    recorder.readMessage();
-    isConnected = true;
-    step = recorder.readMessage();
-    hasEnded = true;
-  });
-  while (!isConnected) UIRunFor(0.05);
-  // Views get their identities from the walk that runs every 0.2 s.
-  while (![[button layer] valueForKey:@"TarniUIVIewGuid"]) UIRunFor(0.05);
-  UIFingerTap(window, NSMakePoint(60, 125));
-  for (int i = 0; i < 200 && !hasEnded; ++i) UIRunFor(0.05);
-  host.join();
+  // What the host tool gets of a finger's tap on the button; "" when it waits for nothing.
+  std::string stepOfTap() {
+    [window_ makeKeyAndVisible];
+    std::atomic<bool> isConnected = false;
+    std::atomic<bool> hasEnded = false;
+    std::string step;
+    std::jthread host([&] {
+      const Wire recorder(kRecorderPort);
+      recorder.readMessage();
+      isConnected = true;
+      failureOf([&] { step = recorder.readMessage(); });
+      hasEnded = true;
+    });
+    while (!isConnected) UIRunFor(0.05);
+    // Views get their identities from the walk that runs every 0.2 s.
+    while (![[button_ layer] valueForKey:@"TarniUIVIewGuid"]) UIRunFor(0.05);
+    UIFingerTap(window_, NSMakePoint(60, 125));
+    while (!hasEnded) UIRunFor(0.05);
+    host.join();
+    return step;
+  }
 
-  const auto steps = nlohmann::json::parse(step);
-  ASSERT_EQ(steps.size(), 1U);
-  EXPECT_NE(step.find("ClickButton"), std::string::npos) << step;
-  EXPECT_NE(step.find("Log in"), std::string::npos) << step;
-  [pool release];
+  static void expectTheStep(const std::string& step) {
+    const auto steps = nlohmann::json::parse(step, nullptr, false);
+    ASSERT_EQ(steps.size(), 1U) << step;
+    EXPECT_NE(step.find("ClickButton"), std::string::npos) << step;
+    EXPECT_NE(step.find("Log in"), std::string::npos) << step;
+  }
+
+  NSAutoreleasePool* const pool_ = [[NSAutoreleasePool alloc] init];
+  UIWindow* window_;
+  UIButton* button_;
+};
+
+TEST_F(Recording, AFingersTapIsAStep) {
+  expectTheStep(stepOfTap());
+}
+
+TEST_F(Recording, ATapIsAStepThoughOtherViewsRaise) {
+  [window_ addSubview:[[RaisingView alloc] initWithFrame:NSMakeRect(40, 100, 200, 50)]];
+  UIView* const above = [[UIView alloc] initWithFrame:NSMakeRect(0, 300, 100, 50)];
+  [window_ addSubview:above];
+  isBuilt = YES;
+  expectTheStep(stepOfTap());
+  EXPECT_GT(raisedGetters, 0);
+  EXPECT_TRUE([[above layer] valueForKey:@"TarniUIVIewGuid"]) << "the walk has gone on";
 }
 
 }  // namespace

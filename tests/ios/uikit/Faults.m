@@ -6,7 +6,9 @@
 #include <stdlib.h>
 #include <string.h>
 
+// A method of the class that has it, which those below it inherit.
 struct Fault {
+  Class owner;
   Method method;
   IMP original;
 };
@@ -31,11 +33,12 @@ static BOOL isForgotten(SEL selector) {
 }
 
 static int raisedFaults = 0;
+static SEL raisingSelector = NULL;
 
+// Where the method answers a structure, its arguments do not stand where this function has them.
 static id raiseFault(id self, SEL selector, ...) {
-  (void)self;
   ++raisedFaults;
-  [NSException raise:NSRangeException format:@"a fault in %@", NSStringFromSelector(selector)];
+  [NSException raise:NSRangeException format:@"a fault in %@", NSStringFromSelector(raisingSelector)];
   return nil;
 }
 
@@ -44,20 +47,37 @@ static id notRecognized(id self, SEL selector, ...) {
   return nil;
 }
 
+// Subclasses that have been used keep what they have inherited until a method is added above them.
+static void refreshSubclasses(Class cls) {
+  static int count = 0;
+  char name[32];
+  snprintf(name, sizeof name, "tarniRefresh%d", ++count);
+  class_addMethod(cls, sel_registerName(name), notRecognized, "v@:");
+}
+
+static IMP exchange(const struct Fault* fault, IMP implementation) {
+  const IMP before = method_setImplementation(fault->method, implementation);
+  refreshSubclasses(fault->owner);
+  return before;
+}
+
 // Methods are replaced on the class that has them, and put back by `EndFaults`.
 static void replace(NSString* className, SEL selector, IMP implementation) {
-  const Class cls = NSClassFromString(className);
-  const Method method = class_getInstanceMethod(cls, selector)
-                            ? class_getInstanceMethod(cls, selector)
-                            : class_getClassMethod(cls, selector);
+  Class owner = NSClassFromString(className);
+  if (!class_getInstanceMethod(owner, selector)) owner = object_getClass(owner);
+  const Method method = class_getInstanceMethod(owner, selector);
   NSCAssert(method, @"%@ has no %@", className, NSStringFromSelector(selector));
-  const IMP original = method_setImplementation(method, implementation);
-  const struct Fault fault = {method, original};
+  while (class_getInstanceMethod(class_getSuperclass(owner), selector) == method) {
+    owner = class_getSuperclass(owner);
+  }
+  struct Fault fault = {owner, method, NULL};
+  fault.original = exchange(&fault, implementation);
   [faults() addObject:[NSData dataWithBytes:&fault length:sizeof fault]];
 }
 
 void RaiseIn(NSString* className, SEL selector) {
   raisedFaults = 0;
+  raisingSelector = selector;
   replace(className, selector, raiseFault);
 }
 
@@ -90,7 +110,7 @@ void ForgetClass(NSString* className) {
 void EndFaults(void) {
   for (NSData* data in [faults() reverseObjectEnumerator]) {
     const struct Fault* const fault = [data bytes];
-    method_setImplementation(fault->method, fault->original);
+    exchange(fault, fault->original);
   }
   [faults() removeAllObjects];
   forgottenMethodCount = 0;

@@ -97,7 +97,7 @@ static void keepAlive(NSString* mode) {
   if (!alive) alive = [[NSMutableSet alloc] init];
   if ([alive containsObject:mode]) return;
   [alive addObject:mode];
-  [[NSRunLoop currentRunLoop] addPort:[NSPort port] forMode:mode];
+  [[NSRunLoop currentRunLoop] addPort:[[NSPort port] retain] forMode:mode];
 }
 
 BOOL UIWaitsAreSkipped = NO;
