@@ -88,6 +88,7 @@ class ConformancePages : public testing::TestWithParam<PageSubject> {
 INSTANTIATE_TEST_SUITE_P(
     On, ConformancePages,
     testing::Values(PageSubject{"PagesHeadless", "tarni-headless-page", {}},
+                    PageSubject{"PagesIOS", "ios-page", {}},
                     PageSubject{"PagesQt5", "web-sample-5", Point{175, 272}},
                     PageSubject{"PagesQt6", "web-sample-6", Point{175, 270}},
                     PageSubject{"PagesQuick5", "web-quick-sample-5", Point{172, 285}},

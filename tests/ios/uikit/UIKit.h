@@ -116,10 +116,17 @@ enum {
 @interface UINavigationBar : UIView
 @end
 
-// A page that answers scripts with what it was told to answer.
+@protocol UIScriptEngine
+- (NSString*)evaluate:(NSString*)script;
+@end
+
+// A page that answers scripts with what it was told to answer, and all others with what its engine
+// does.
 @interface UIWebView : UIView {
   id _internal;
 }
+@property(nonatomic, getter=isLoading) BOOL loading;
+@property(nonatomic, retain) id<UIScriptEngine> engine;
 - (void)answer:(NSString*)result toScript:(NSString*)script;
 // The scripts that were evaluated, in order.
 - (NSArray*)evaluated;

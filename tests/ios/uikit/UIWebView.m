@@ -48,7 +48,9 @@
   [super dealloc];
 }
 
-- (BOOL)isLoading { return NO; }
+- (BOOL)isLoading { return [kept(self, "loading") boolValue]; }
+- (void)setLoading:(BOOL)loading { keep(self, "loading", @(loading)); }
+KEPT(id<UIScriptEngine>, engine, setEngine)
 - (NSArray*)evaluated { return kept(self, "evaluated"); }
 
 - (void)answer:(NSString*)result toScript:(NSString*)script {
@@ -58,6 +60,7 @@
 - (NSString*)stringByEvaluatingJavaScriptFromString:(NSString*)script {
   [kept(self, "evaluated") addObject:script];
   NSString* const result = [kept(self, "answers") objectForKey:script];
+  if (!result && [self engine]) return [[self engine] evaluate:script];
   return result ? result : @"";
 }
 
