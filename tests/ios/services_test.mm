@@ -1,4 +1,6 @@
 // What the backend takes from UIKit and Foundation beside views and touches.
+#include <filesystem>
+#include <fstream>
 #include <nlohmann/json.hpp>
 
 #include "agent/WebView/WebView.h"
@@ -55,6 +57,41 @@ TEST_F(Services, WhatNoViewAnswersThePageDoes) {
                    R"("accessorvalue":"a'b"})" "\r\n"),
             R"([{"elementID":"7"}])");
   EXPECT_STREQ([[[page evaluated] lastObject] UTF8String], "findElements('input','id','a\\'b')");
+}
+
+// Every script file holds its own name.
+TEST_F(Services, APageGetsTheScriptsIsPolledAndHearsOfTheModes) {
+  const std::filesystem::path folder = testing::TempDir() + "tarni-ios-scripts";
+  std::filesystem::create_directories(folder);
+  for (const char* file : {"preCheck.js", "jquery.js", "TARNI_bililiteRange.js", "TARNI_sendkeys.js",
+                           "xpathbuilder.js", "hybridrecorder.js", "hybridplayer.js"}) {
+    std::ofstream(folder / file) << file;
+  }
+  REMOTE_CDN_URL = "file://" + folder.string();
+  UIWebView* const page = add<UIWebView>([UIWebView class], NSMakeRect(0, 0, 300, 300));
+  const auto pass = [] {
+    tarni::WebView().performRecorderAndPlaybackInjection();
+    UIRunFor(0.02);
+  };
+  [page setLoading:YES];
+  pass();
+  EXPECT_EQ([[page evaluated] count], 0U);
+  [page setLoading:NO];
+  [page answer:@"False" toScript:@"IsJqueryLoaded()"];
+  pass();
+  [page answer:@"DONE" toScript:@"IsInjectionDone()"];
+  [page answer:@"[\"TARNI_OBJECT_IMAGE\"]" toScript:@"startRecording()"];
+  GlobalVars::sharedInstance().set_webViewBase64Image("picture");
+  pass();
+  EXPECT_EQ(GlobalVars::sharedInstance()._hybridRecordedSteps(), "[\"picture\"]");
+  run(tarni::WebView().switchToSpyMode());
+  run(tarni::WebView().switchToRecorderMode());
+  EXPECT_STREQ([[[page evaluated] componentsJoinedByString:@" "] UTF8String],
+               "IsInjectionDone() preCheck.js IsJqueryLoaded() jquery.js TARNI_bililiteRange.js "
+               "TARNI_sendkeys.js xpathbuilder.js hybridrecorder.js hybridplayer.js "
+               "IsInjectionDone() startRecording() switchtospymode() switchtorecordermode()");
+  REMOTE_CDN_URL.clear();
+  std::filesystem::remove_all(folder);
 }
 
 TEST_F(Services, PicturesAreCutAndEncoded) {
