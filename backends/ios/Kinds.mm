@@ -1,5 +1,7 @@
 #include "backends/ios/Kinds.h"
 
+#include "backends/ios/RuntimeClass.h"
+
 namespace tarni::ios {
 namespace {
 
@@ -28,7 +30,7 @@ constexpr Kind kinds[] = {
 std::shared_ptr<View> makeKind(::UIView* view) {
   for (const Kind& kind : kinds) {
     const ::Class cls = objc_lookUpClass(kind.className);
-    if (cls && [view isKindOfClass:cls]) return kind.make(view);
+    if (cls && isKindOf(view, cls)) return kind.make(view);
   }
   return std::make_shared<View>(view);
 }

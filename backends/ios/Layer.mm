@@ -1,6 +1,7 @@
 #include "backends/ios/Layer.h"
 
 #include "backends/ios/Guard.h"
+#include "backends/ios/RuntimeClass.h"
 #include "backends/ios/Values.h"
 
 namespace tarni::ios {
@@ -20,7 +21,7 @@ const std::string* Layer::valueForKey(std::string_view key) const {
   if (known != values_.end()) return &known->second;
   const id value =
       answered(layer_, "valueForKey:", [&] { return [layer_ valueForKey:toNSString(key)]; });
-  if (![value isKindOfClass:[NSString class]]) return nullptr;
+  if (!isKindOf(value, [NSString class])) return nullptr;
   return &values_.emplace(key, toTextOrEmpty(value)).first->second;
 }
 

@@ -6,6 +6,7 @@
 
 #include "backends/ios/Event.h"
 #include "backends/ios/RaisedObject.h"
+#include "backends/ios/RuntimeClass.h"
 #include "backends/ios/Values.h"
 #include "platform/Foundation/Guarded.h"
 #include "platform/Foundation/NSLog.h"
@@ -33,10 +34,10 @@ id runHook(std::size_t hook, HookedCall& call, const Arguments& arguments) {
 
 id runObjectHook(std::size_t hook, id receiver, id first, id second) {
   HookedCall call(receiver, first, second);
-  if ([first isKindOfClass:[NSString class]]) {
+  if (isKindOf(first, [NSString class])) {
     return runHook(hook, call, {toTextOrEmpty(first), std::monostate()});
   }
-  if ([first isKindOfClass:objc_lookUpClass("UIEvent")]) {
+  if (isKindOf(first, objc_lookUpClass("UIEvent"))) {
     Event event(first);
     return runHook(hook, call, {static_cast<platform::UIEvent*>(&event), std::monostate()});
   }
@@ -129,7 +130,7 @@ HookedCall::~HookedCall() {
 
 HookedCall* HookedCall::of(::Class cls) {
   HookedCall* call = innermost;
-  while (call && ![call->receiver_ isKindOfClass:cls]) call = call->outer_;
+  while (call && !isKindOf(call->receiver_, cls)) call = call->outer_;
   return call;
 }
 

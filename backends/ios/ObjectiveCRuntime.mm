@@ -6,6 +6,7 @@
 #include "backends/ios/Guard.h"
 #include "backends/ios/MethodHook.h"
 #include "backends/ios/RaisedObject.h"
+#include "backends/ios/RuntimeClass.h"
 #include "backends/ios/Values.h"
 
 namespace tarni::ios {
@@ -59,7 +60,7 @@ struct NativeImplementation {
   void operator()(const Arguments& arguments) const {
     HookedCall* const hooked = HookedCall::of(cls);
     const id receiver = hooked ? hooked->receiver() : applicationObject();
-    if (![receiver isKindOfClass:cls]) {
+    if (!isKindOf(receiver, cls)) {
       throw platform::unrecognizedSelector(nullptr, sel_getName(selector));
     }
     const auto call = [&, flag = flagAt(arguments, 0), first = objectAt(arguments, 0, hooked),

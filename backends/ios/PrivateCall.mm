@@ -3,8 +3,12 @@
 namespace tarni::ios {
 
 bool knows(id receiver, SEL selector, const char* whatNoLongerWorks) {
-  if (!receiver || [receiver respondsToSelector:selector]) return true;
-  reportMissing(std::string("-[") + class_getName([receiver class]) + " " +
+  if (!receiver || answered(receiver, "respondsToSelector:", [&]() -> bool {
+        return [receiver respondsToSelector:selector];
+      })) {
+    return true;
+  }
+  reportMissing(std::string("-[") + class_getName(object_getClass(receiver)) + " " +
                     sel_getName(selector) + "]",
                 whatNoLongerWorks);
   return false;

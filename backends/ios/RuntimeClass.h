@@ -10,4 +10,11 @@ namespace tarni::ios {
 // for Nil.
 platform::Class classFor(::Class cls);
 
+// The class that the object shows: an observed one's own is another. Null for nil.
+platform::Class classOf(id object);
+
+// Whether the object is of the class or of one below it; false for nil. The runtime is asked, since
+// what an object says of itself may be the application's code.
+bool isKindOf(id object, ::Class cls) noexcept;
+
 }  // namespace tarni::ios

@@ -3,6 +3,8 @@
 #include <mutex>
 #include <unordered_map>
 
+#include "backends/ios/Guard.h"
+
 namespace tarni::ios {
 namespace {
 
@@ -27,6 +29,17 @@ platform::Class classFor(::Class cls) {
     value = platform::defineClass(class_getName(cls), classFor(class_getSuperclass(cls)));
   }
   return value;
+}
+
+platform::Class classOf(id object) {
+  return classFor(answered(
+      object, "class", [&]() -> ::Class { return [object class]; }, object_getClass(object)));
+}
+
+bool isKindOf(id object, ::Class cls) noexcept {
+  ::Class own = object_getClass(object);
+  while (own && own != cls) own = class_getSuperclass(own);
+  return own;
 }
 
 }  // namespace tarni::ios

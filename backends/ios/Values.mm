@@ -1,6 +1,7 @@
 #include "backends/ios/Values.h"
 
 #include "backends/ios/Guard.h"
+#include "backends/ios/RuntimeClass.h"
 
 namespace tarni::ios {
 
@@ -17,7 +18,7 @@ NSString* toNSString(std::string_view text) {
 }
 
 std::optional<std::string> toText(id string) {
-  if (![string isKindOfClass:[NSString class]]) return std::nullopt;
+  if (!isKindOf(string, [NSString class])) return std::nullopt;
   NSData* const bytes = answered(string, "dataUsingEncoding:allowLossyConversion:", [&] {
     return [string dataUsingEncoding:NSUTF8StringEncoding allowLossyConversion:YES];
   });

@@ -12,12 +12,12 @@ namespace tarni::ios {
 namespace {
 
 bool isView(id object) {
-  return [object isKindOfClass:[::UIView class]];
+  return isKindOf(object, [::UIView class]);
 }
 
 // Known without asking: a window's own code may raise as any other's.
 bool isWindow(::UIView* view) {
-  return [view isKindOfClass:[::UIWindow class]];
+  return isKindOf(view, [::UIWindow class]);
 }
 
 }  // namespace
@@ -31,7 +31,7 @@ std::shared_ptr<View> viewOf(id object) {
 }
 
 View::View(id object)
-    : object_(object), view_(isView(object) ? object : nil), class_(classFor([object class])) {}
+    : object_(object), view_(isView(object) ? object : nil), class_(classOf(object)) {}
 
 void View::objectIsGoing() noexcept {
   object_ = view_ = nil;
@@ -168,7 +168,7 @@ std::span<const platform::Class> View::gestureRecognizers() const {
   gestureRecognizers_.clear();
   NSArray* const all = ask("gestureRecognizers", [&] { return [view_ gestureRecognizers]; });
   for (UIGestureRecognizer* recognizer in all) {
-    gestureRecognizers_.push_back(classFor([recognizer class]));
+    gestureRecognizers_.push_back(classOf(recognizer));
   }
   return gestureRecognizers_;
 }

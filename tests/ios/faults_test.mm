@@ -17,6 +17,23 @@
 #include "tests/ios/Await.h"
 #include "tests/ios/OnIos.h"
 
+// Tells nobody what it is.
+@interface SecretiveView : UILabel
+@end
+
+@implementation SecretiveView
+
+- (Class)class {
+  [NSException raise:NSRangeException format:@"a secret"];
+  return Nil;
+}
+
+- (BOOL)isKindOfClass:(Class)cls {
+  return [self class] == cls;
+}
+
+@end
+
 namespace tarni::test {
 namespace {
 
@@ -288,6 +305,11 @@ void Faults::recordFinger() {
   attempt([&] { RecorderAction().describeStep({"Click", ref(button_), "", {5, 5}}); });
 }
 
+// For the names of the cases.
+void PrintTo(const Raising& raising, std::ostream* output) {
+  *output << "-[" << raising.className << " " << raising.selector << "]";
+}
+
 class RaisingCall : public Faults, public testing::WithParamInterface<Raising> {};
 
 constexpr Raising raisingCalls[] = {
@@ -448,6 +470,14 @@ TEST_F(Faults, ASegmentThatRaisesHasNoTitle) {
   const auto segments = platform::as<platform::UISegmentedControl>(ref(segments_));
   EXPECT_EQ(segments->titleForSegmentAtIndex(0), std::nullopt);
   EXPECT_GT(RaisedFaults(), 0);
+}
+
+TEST_F(Faults, AViewThatRaisesWhenAskedWhatItIsIsAViewOfItsClass) {
+  [window_ addSubview:[[[SecretiveView alloc] initWithFrame:NSMakeRect(0, 0, 9, 9)] autorelease]];
+  const std::string found = command({{"functionname", "findelements"}, {"tagname", "SecretiveView"}});
+  EXPECT_NE(found.find("elementID"), std::string::npos) << found;
+  EXPECT_EQ(log_.linesWith("-[SecretiveView class] raised").size(), 1U);
+  EXPECT_TRUE(platform::as<platform::UILabel>(ref([[window_ subviews] lastObject])));
 }
 
 TEST_F(Faults, WhatIsNoStringIsNoText) {
