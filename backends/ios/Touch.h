@@ -13,10 +13,10 @@ class Touch : public platform::UITouch {
   // The touch of an object, the same one for as long as somebody holds it; null for nil.
   static std::shared_ptr<Touch> of(::UITouch* touch);
 
-  explicit Touch(::UITouch* touch) : touch_(touch) {}
+  Touch(::UITouch* touch, unsigned long number) : touch_(touch), number_(number) {}
 
   ::UITouch* native() const { return touch_.get(); }
-  // Touches that are made later have higher ones.
+  // Stays with the object; one that is first seen later has a higher one.
   unsigned long number() const { return number_; }
 
   platform::UITouchPhase phase() const override;
@@ -39,10 +39,8 @@ class Touch : public platform::UITouch {
   void _setHidEvent(const platform::IOHIDEventRef& event) override;
 
  private:
-  static unsigned long nextNumber();
-
   Owned<::UITouch*> touch_;
-  unsigned long number_ = nextNumber();
+  unsigned long number_;
 };
 
 }  // namespace tarni::ios

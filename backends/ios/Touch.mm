@@ -10,9 +10,15 @@
 namespace tarni::ios {
 namespace {
 
+unsigned long nextNumber() {
+  static unsigned long last = 0;
+  return ++last;
+}
+
 // The touch holds its object, so the object must not hold the touch.
 struct TouchLink : Attachment {
   std::weak_ptr<Touch> touch;
+  const unsigned long number = nextNumber();
   void objectIsGoing() noexcept override {}
 };
 
@@ -31,13 +37,8 @@ std::shared_ptr<Touch> Touch::of(::UITouch* touch) {
     attach(touch, link);
   }
   std::shared_ptr<Touch> known = link->touch.lock();
-  if (!known) link->touch = known = std::make_shared<Touch>(touch);
+  if (!known) link->touch = known = std::make_shared<Touch>(touch, link->number);
   return known;
-}
-
-unsigned long Touch::nextNumber() {
-  static unsigned long last = 0;
-  return ++last;
 }
 
 // --- what it says
