@@ -48,8 +48,9 @@ STATE_IS(ImageState)
 }
 
 - (void)drawAtPoint:(CGPoint)point {
+  const double scale = [self scale];
   cairo_t* const cairo = cairo_create([current() surface]);
-  cairo_set_source_surface(cairo, [self surface], point.x * [self scale], point.y * [self scale]);
+  cairo_set_source_surface(cairo, [self surface], point.x * scale, point.y * scale);
   cairo_paint(cairo);
   cairo_destroy(cairo);
 }
@@ -136,9 +137,13 @@ static void draw(cairo_t* cairo, UIView* view) {
 
 void DrawView(UIView* view, CGRect rect) {
   UIImage* const target = current();
+  const double scale = [target scale];
   cairo_t* const cairo = cairo_create([target surface]);
-  cairo_scale(cairo, [target scale], [target scale]);
+  cairo_scale(cairo, scale, scale);
   cairo_translate(cairo, -rect.origin.x, -rect.origin.y);
-  draw(cairo, view);
-  cairo_destroy(cairo);
+  @try {
+    draw(cairo, view);
+  } @finally {
+    cairo_destroy(cairo);
+  }
 }
