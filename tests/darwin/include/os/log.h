@@ -15,13 +15,12 @@ extern void* __dso_handle;
 void _os_log_impl(void* library, os_log_t log, uint8_t type, const char* format, uint8_t* buffer,
                   uint32_t size);
 #define OS_LOG_TYPE_DEFAULT 0
-#define os_log(log, format, ...)                                                                   \
-  __extension__({                                                                                  \
-    __attribute__((section("__TEXT,__oslogstring,cstring_literals"))) static const char kept[] =   \
-        format;                                                                                    \
-    uint8_t buffer[__builtin_os_log_format_buffer_size(format, ##__VA_ARGS__)];                    \
-    _os_log_impl(&__dso_handle, log, OS_LOG_TYPE_DEFAULT, kept,                                    \
-                 (uint8_t*)__builtin_os_log_format(buffer, format, ##__VA_ARGS__), sizeof buffer); \
+#define os_log(log, format, ...)                                                        \
+  __extension__({                                                                       \
+    static const char kept[] = format;                                                  \
+    uint8_t buffer[__builtin_os_log_format_buffer_size(format, ##__VA_ARGS__)];         \
+    __builtin_os_log_format(buffer, format, ##__VA_ARGS__);                             \
+    _os_log_impl(&__dso_handle, log, OS_LOG_TYPE_DEFAULT, kept, buffer, sizeof buffer); \
   })
 #else
 // The double takes the one format that the backend uses: a text with its length.

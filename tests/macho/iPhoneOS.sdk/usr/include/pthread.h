@@ -2,42 +2,23 @@
 #include <sched.h>
 #include <time.h>
 
-typedef struct _opaque_pthread_t* pthread_t;
+typedef struct pthread* pthread_t;
+typedef unsigned long pthread_key_t;
+
+// As large as there; empty, since what is built here never runs.
 typedef struct {
-  long __sig;
-  char __opaque[56];
-} pthread_mutex_t;
+  long words[8];
+} pthread_mutex_t, pthread_attr_t;
 typedef struct {
-  long __sig;
-  char __opaque[40];
+  long words[6];
 } pthread_cond_t;
 typedef struct {
-  long __sig;
-  char __opaque[8];
-} pthread_once_t, pthread_mutexattr_t, pthread_condattr_t;
-typedef struct {
-  long __sig;
-  char __opaque[56];
-} pthread_attr_t;
-typedef unsigned long pthread_key_t;
-#define PTHREAD_MUTEX_INITIALIZER \
-  {                               \
-    0x32AAABA7, {                 \
-      0                           \
-    }                             \
-  }
-#define PTHREAD_COND_INITIALIZER \
-  {                              \
-    0x3CB0B1BB, {                \
-      0                          \
-    }                            \
-  }
-#define PTHREAD_ONCE_INIT \
-  {                       \
-    0x30B1BCBA, {         \
-      0                   \
-    }                     \
-  }
+  long words[2];
+} pthread_once_t, pthread_mutexattr_t;
+
+#define PTHREAD_MUTEX_INITIALIZER {{0}}
+#define PTHREAD_COND_INITIALIZER {{0}}
+#define PTHREAD_ONCE_INIT {{0}}
 #define PTHREAD_MUTEX_RECURSIVE 2
 
 __BEGIN_DECLS

@@ -2,7 +2,7 @@
 #include <stdarg.h>
 #include <sys/types.h>
 
-typedef struct __sFILE FILE;
+typedef struct stream FILE;
 typedef int64_t fpos_t;
 #define BUFSIZ 1024
 #define EOF (-1)
@@ -18,12 +18,6 @@ typedef int64_t fpos_t;
 #define _IONBF 2
 
 __BEGIN_DECLS
-extern FILE* __stdinp;
-extern FILE* __stdoutp;
-extern FILE* __stderrp;
-#define stdin __stdinp
-#define stdout __stdoutp
-#define stderr __stderrp
 void clearerr(FILE*);
 int fclose(FILE*);
 int feof(FILE*);

@@ -15,7 +15,6 @@ typedef struct {
 } lldiv_t;
 
 __BEGIN_DECLS
-extern int __mb_cur_max;
 void abort(void) __attribute__((noreturn));
 int abs(int);
 int at_quick_exit(void (*)(void));
@@ -59,4 +58,3 @@ int unsetenv(const char*);
 size_t wcstombs(char*, const wchar_t*, size_t);
 int wctomb(char*, wchar_t);
 __END_DECLS
-#define MB_CUR_MAX __mb_cur_max

@@ -3,8 +3,9 @@
 #include <time.h>
 #include <wctype.h>
 
-typedef struct {
-  char __opaque[128];
+// Incomplete input between two calls: conversions alone look inside.
+typedef struct mbstate {
+  uint64_t words[16];
 } mbstate_t;
 
 __BEGIN_DECLS

@@ -1,6 +1,11 @@
 #pragma once
-#include <_ctype.h>
+#include <ctype.h>
+
+typedef int wint_t;
+typedef uint32_t wctype_t;
+typedef int wctrans_t;
 #define WEOF ((wint_t)-1)
+
 __BEGIN_DECLS
 int iswalnum(wint_t);
 int iswalpha(wint_t);

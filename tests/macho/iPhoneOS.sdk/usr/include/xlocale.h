@@ -11,7 +11,7 @@
 #define LC_NUMERIC_MASK (1 << 4)
 #define LC_TIME_MASK (1 << 5)
 #define LC_ALL_MASK 0x3f
-typedef struct _xlocale* locale_t;
+typedef struct locale* locale_t;
 
 __BEGIN_DECLS
 int ___mb_cur_max_l(locale_t);

@@ -13,12 +13,8 @@ struct in_addr {
   in_addr_t s_addr;
 };
 struct in6_addr {
-  union {
-    uint8_t __u6_addr8[16];
-    uint32_t __u6_addr32[4];
-  } __u6_addr;
+  uint8_t s6_addr[16];
 };
-#define s6_addr __u6_addr.__u6_addr8
 struct sockaddr_in {
   uint8_t sin_len;
   sa_family_t sin_family;

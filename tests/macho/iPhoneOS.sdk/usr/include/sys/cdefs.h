@@ -6,4 +6,3 @@
 #define __BEGIN_DECLS
 #define __END_DECLS
 #endif
-#define __DARWIN_ALIAS(symbol)

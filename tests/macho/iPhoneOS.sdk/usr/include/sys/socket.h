@@ -29,9 +29,8 @@ struct sockaddr {
 struct sockaddr_storage {
   uint8_t ss_len;
   sa_family_t ss_family;
-  char __pad1[6];
-  int64_t __align;
-  char __pad2[112];
+  uint8_t address[6];
+  uint64_t more[15];
 };
 struct linger {
   int l_onoff, l_linger;
