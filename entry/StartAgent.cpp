@@ -1,12 +1,12 @@
 #include "entry/StartAgent.h"
 
 #include <cstdlib>
-#include <exception>
 #include <utility>
 
 #include "agent/WebView/WebView.h"
 #include "agent/core/Load.h"
 #include "agent/core/RecordControl.h"
+#include "platform/Foundation/Guarded.h"
 
 namespace tarni::entry {
 namespace {
@@ -27,10 +27,8 @@ void startAgent(const platform::Platform& platform, const std::string& scripts) 
     platform::install(platform);
     findScripts(scripts);
     loadAgent();
-  } catch (const std::exception& failure) {
-    platform::NSLog("The agent cannot start: %s", failure.what());
   } catch (...) {
-    platform::NSLog("The agent cannot start");
+    platform::logFailure("The agent cannot start");
   }
 }
 

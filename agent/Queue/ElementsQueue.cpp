@@ -1,11 +1,11 @@
 #include "agent/Queue/ElementsQueue.h"
 
-#include <exception>
 #include <utility>
 
 #include "agent/Queue/RecorderWorker.h"
 #include "agent/core/MainThread.h"
 #include "agent/elements/IdentityTag.h"
+#include "platform/Foundation/Guarded.h"
 #include "platform/Platform.h"
 
 namespace tarni {
@@ -17,8 +17,8 @@ void runWorkerAndRearm() {
   bool goesOn = true;
   try {
     goesOn = RecorderWorker(ElementsQueue::sharedInstance()).run();
-  } catch (const std::exception& failure) {
-    platform::NSLog("Recording worker: %s", failure.what());
+  } catch (...) {
+    platform::logFailure("Recording worker");
   }
   if (goesOn) ElementsQueue::sharedInstance().startRecorderActionThread();
 }

@@ -4,8 +4,8 @@
 #include <memory>
 
 #include "agent/core/GlobalVars.h"
-#include "agent/diagnostics/Errors.h"
 #include "agent/elements/UIViewFinder.h"
+#include "platform/Foundation/Guarded.h"
 #include "platform/Foundation/NSException.h"
 #include "platform/Platform.h"
 #include "platform/UIKit/UIControls.h"
@@ -89,7 +89,7 @@ Task<void> tellPageOnScreen(const char* call) {
     const UIViewRef webView = bridge.getCurrentDisplayedWebView();
     if (webView) co_await bridge.callJavaScriptFunctionWithoutOutPut(webView, call);
   } catch (...) {
-    Diagnostics::logCurrentException("The page has not heard of the mode");
+    platform::logFailure("The page has not heard of the mode");
   }
 }
 

@@ -1,16 +1,15 @@
 #include "agent/core/RecordControl.h"
 
 #include <chrono>
-#include <exception>
 
 #include "agent/Queue/ElementsQueue.h"
 #include "agent/Queue/RecorderWorker.h"
 #include "agent/WebView/WebView.h"
 #include "agent/core/GlobalVars.h"
 #include "agent/core/TcpChannel.h"
-#include "agent/diagnostics/Errors.h"
 #include "agent/elements/UIViewsManager.h"
 #include "agent/recording/TypedText.h"
+#include "platform/Foundation/Guarded.h"
 #include "platform/Platform.h"
 
 namespace tarni {
@@ -53,7 +52,7 @@ void tickAndRearm() {
   try {
     goesOn = tick();
   } catch (...) {
-    Diagnostics::logCurrentException("Polling hook");
+    platform::logFailure("Polling hook");
   }
   if (goesOn) RecordControl::dispatchHook();
 }
@@ -80,10 +79,8 @@ void RecordControl::applicationWillTerminate() noexcept {
     if (GlobalVars::isTrue(GlobalVars::sharedInstance()._isPlaybackStarted())) return;
     RecorderWorker(ElementsQueue::sharedInstance()).finish(deadline);
     TcpChannel::sendLastSteps(deadline);
-  } catch (const std::exception& failure) {
-    platform::NSLog("Sending the last steps failed: %s", failure.what());
   } catch (...) {
-    platform::NSLog("Sending the last steps failed");
+    platform::logFailure("Sending the last steps failed");
   }
 }
 

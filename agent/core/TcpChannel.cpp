@@ -1,6 +1,5 @@
 #include "agent/core/TcpChannel.h"
 
-#include <exception>
 #include <mutex>
 #include <nlohmann/json.hpp>
 #include <thread>
@@ -8,8 +7,8 @@
 #include "agent/Queue/RecorderQueue.h"
 #include "agent/TcpCommunication/BaseManager/ServerManager.h"
 #include "agent/core/GlobalVars.h"
-#include "agent/diagnostics/Errors.h"
 #include "agent/elements/Utilities.h"
+#include "platform/Foundation/Guarded.h"
 #include "platform/Platform.h"
 
 namespace tarni {
@@ -50,7 +49,7 @@ void senderLoop() {
     try {
       TcpChannel::sendPendingSteps();
     } catch (...) {
-      Diagnostics::logCurrentException("Sender loop");
+      platform::logFailure("Sender loop");
     }
     std::this_thread::sleep_for(idleTime);
   }

@@ -1,10 +1,8 @@
 #include "agent/core/UIApplication_KIFAdditions.h"
 
-#include <exception>
-
-#include "agent/diagnostics/Errors.h"
 #include "agent/interaction/Swizzle.h"
 #include "agent/recording/RecorderEvent.h"
+#include "platform/Foundation/Guarded.h"
 #include "platform/Platform.h"
 #include "platform/UIKit/Classes.h"
 
@@ -33,14 +31,14 @@ void mtSendEvent(const std::vector<platform::Argument>& arguments) noexcept {
   try {
     showToRecorder(arguments);
   } catch (...) {
-    Diagnostics::logCurrentException("Recording an event failed");
+    platform::logFailure("Recording an event failed");
   }
   try {
     // After the exchange this is the application's own method.
     platform::current().runtime->perform(platform::uikit::UIApplication, mtSendEventSelector,
                                          arguments);
   } catch (...) {
-    Diagnostics::logCurrentException("Dispatching an event failed");
+    platform::logFailure("Dispatching an event failed");
   }
 }
 

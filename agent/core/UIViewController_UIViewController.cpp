@@ -1,10 +1,8 @@
 #include "agent/core/UIViewController_UIViewController.h"
 
-#include <exception>
-
 #include "agent/core/GlobalVars.h"
-#include "agent/diagnostics/Errors.h"
 #include "agent/interaction/Swizzle.h"
+#include "platform/Foundation/Guarded.h"
 #include "platform/Platform.h"
 #include "platform/UIKit/Classes.h"
 
@@ -19,7 +17,7 @@ void callSystemMethod(const char* hookSelector, const Arguments& arguments) {
     platform::current().runtime->perform(platform::uikit::UIViewController, hookSelector,
                                          arguments);
   } catch (...) {
-    Diagnostics::logCurrentException(hookSelector);
+    platform::logFailure(hookSelector);
   }
 }
 

@@ -3,7 +3,7 @@
 #include <exception>
 #include <utility>
 
-#include "platform/Foundation/NSLog.h"
+#include "platform/Foundation/Guarded.h"
 
 namespace tarni::Diagnostics {
 
@@ -17,21 +17,9 @@ std::string reasonOfCurrentException() {
   }
 }
 
-void logCurrentException(const char* context) noexcept {
-  try {
-    platform::NSLog("%s: %s", context, reasonOfCurrentException().c_str());
-  } catch (...) {
-    platform::NSLog("%s: no memory for the reason", context);
-  }
-}
-
 void spawnLogged(platform::Task<void> work, const char* context) {
   platform::spawn(std::move(work), [context](const std::exception_ptr& failure) {
-    try {
-      if (failure) std::rethrow_exception(failure);
-    } catch (...) {
-      logCurrentException(context);
-    }
+    platform::logFailure(context, failure);
   });
 }
 

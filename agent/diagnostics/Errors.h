@@ -10,9 +10,6 @@ namespace tarni::Diagnostics {
 // The reason of the exception that is being handled, for use inside a `catch`.
 std::string reasonOfCurrentException();
 
-// Logs "context: reason" of the exception that is being handled.
-void logCurrentException(const char* context) noexcept;
-
 // Starts work that nobody waits for. A platform that cannot finish at once goes on by itself, and
 // what fails then ends in the log. On the main thread, like the work.
 void spawnLogged(platform::Task<void> work, const char* context);

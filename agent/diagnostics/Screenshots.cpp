@@ -13,9 +13,9 @@
 #include <span>
 
 #include "agent/core/MainThread.h"
-#include "agent/diagnostics/Errors.h"
 #include "agent/diagnostics/ViewHierarchy.h"
 #include "agent/elements/Utilities.h"
+#include "platform/Foundation/Guarded.h"
 #include "platform/Platform.h"
 
 namespace tarni::Diagnostics {
@@ -105,7 +105,7 @@ Task<void> recordFailure(std::string name, std::string reason) {
     writeHierarchy(directory, stem + ".txt", reason);
     co_await writePicture(directory, stem + ".jpg");
   } catch (...) {
-    logCurrentException("Diagnostics");
+    platform::logFailure("Diagnostics");
   }
 }
 

@@ -1,19 +1,18 @@
 #include "agent/recording/RecorderAction.h"
 
 #include <algorithm>
-#include <exception>
 #include <nlohmann/json.hpp>
 
 #include "agent/Queue/RecorderQueue.h"
 #include "agent/core/GlobalVars.h"
 #include "agent/core/MainThread.h"
-#include "agent/diagnostics/Errors.h"
 #include "agent/elements/IdentityTag.h"
 #include "agent/elements/UIViewFinder.h"
 #include "agent/elements/UIViewsManager.h"
 #include "agent/elements/Utilities.h"
 #include "agent/elements/XpathManager.h"
 #include "agent/recording/MainRecorderAction.h"
+#include "platform/Foundation/Guarded.h"
 #include "platform/Foundation/NSException.h"
 #include "platform/Platform.h"
 #include "platform/UIKit/Classes.h"
@@ -134,7 +133,7 @@ std::string encodedPicture(const StepDraft& draft) {
   try {
     return Utilities::getBase64StringOfUIImage(draft.picture);
   } catch (...) {
-    Diagnostics::logCurrentException("Encoding the picture of a step failed");
+    platform::logFailure("Encoding the picture of a step failed");
     return {};
   }
 }
@@ -195,7 +194,7 @@ Task<void> RecorderAction::drawStep(StepDraftRef draft) {
   try {
     co_await draw(std::move(draft));
   } catch (...) {
-    Diagnostics::logCurrentException("Drawing a step failed");
+    platform::logFailure("Drawing a step failed");
   }
 }
 
@@ -221,8 +220,8 @@ StepDraftRef RecorderAction::draftStep(StepRequest request) {
     if (draft->isInWebView) return nullptr;
     platform::spawn(drawStep(draft), nullptr);
     return draft;
-  } catch (const std::exception& failure) {
-    platform::NSLog("Drafting a step failed: %s", failure.what());
+  } catch (...) {
+    platform::logFailure("Drafting a step failed");
     return nullptr;
   }
 }

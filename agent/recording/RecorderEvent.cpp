@@ -2,7 +2,6 @@
 
 #include <chrono>
 #include <cmath>
-#include <exception>
 #include <thread>
 
 #include "agent/Queue/ElementsQueue.h"
@@ -15,6 +14,7 @@
 #include "agent/interaction/UIView_KIFAdditions.h"
 #include "agent/recording/RecorderAction.h"
 #include "agent/recording/TypedText.h"
+#include "platform/Foundation/Guarded.h"
 #include "platform/Platform.h"
 #include "platform/UIKit/Classes.h"
 
@@ -187,8 +187,8 @@ void RecorderEvent::submitViewForRecording(const UIViewRef& view, platform::UIEv
   try {
     queueClick(view, event, point);
     recordTypedText(view, point);
-  } catch (const std::exception& failure) {
-    platform::NSLog("Recording a text field failed: %s", failure.what());
+  } catch (...) {
+    platform::logFailure("Recording a text field failed");
   }
   GlobalVars::sharedInstance().set_editAbleElement(view);
 }

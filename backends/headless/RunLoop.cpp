@@ -2,26 +2,10 @@
 
 #include <algorithm>
 #include <chrono>
-#include <exception>
 
-#include "platform/Foundation/NSLog.h"
+#include "platform/Foundation/Guarded.h"
 
 namespace tarni::headless {
-namespace {
-
-// The boundary between the loop and whatever it runs.
-void call(const platform::Block& block) noexcept {
-  try {
-    block();
-  } catch (const std::exception& error) {
-    platform::NSLog("Exception in the run loop: %s", error.what());
-  } catch (...) {
-    platform::NSLog("Unknown exception in the run loop");
-  }
-}
-
-}  // namespace
-
 void RunLoop::post(platform::Block block) {
   {
     const std::lock_guard lock(mutex_);
@@ -104,7 +88,7 @@ bool RunLoop::serveTimers() {
     if (earliest->second.due > time) break;
     const platform::Block block = std::move(earliest->second.block);
     timers_.erase(earliest);
-    call(block);
+    platform::runGuarded("run loop", block);
     served = true;
   }
   return served;
@@ -126,7 +110,7 @@ bool RunLoop::servePosted() {
       block = std::move(posted_.front());
       posted_.pop_front();
     }
-    call(block);
+    platform::runGuarded("run loop", block);
   }
   return served;
 }

@@ -9,7 +9,7 @@
 #include <utility>
 
 #include "backends/qt/ViewRegistry.h"
-#include "platform/Foundation/NSLog.h"
+#include "platform/Foundation/Guarded.h"
 
 namespace tarni::qt {
 namespace {
@@ -27,15 +27,7 @@ class WorkEvent : public QEvent {
   }
 
   // Nothing thrown reaches the program's event loop.
-  void run() const noexcept {
-    try {
-      work_();
-    } catch (const std::exception& failure) {
-      platform::NSLog("Exception in posted work: %s", failure.what());
-    } catch (...) {
-      platform::NSLog("Exception in posted work");
-    }
-  }
+  void run() const noexcept { platform::runGuarded("posted work", work_); }
 
  private:
   std::function<void()> work_;

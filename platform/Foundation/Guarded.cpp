@@ -4,22 +4,22 @@
 
 namespace tarni::platform {
 
-void logFailure(const char* place, const std::exception_ptr& failure) noexcept {
+void logFailure(const char* context, const std::exception_ptr& failure) noexcept {
   if (!failure) return;
   try {
     std::rethrow_exception(failure);
   } catch (const std::exception& error) {
-    NSLog("Exception in %s: %s", place, error.what());
+    NSLog("%s: %s", context, error.what());
   } catch (...) {
-    NSLog("Unknown exception in %s", place);
+    NSLog("%s: unknown exception", context);
   }
 }
 
-void runGuarded(const char* place, const std::function<void()>& block) noexcept {
+void runGuarded(const char* context, const std::function<void()>& block) noexcept {
   try {
     block();
   } catch (...) {
-    logFailure(place, std::current_exception());
+    logFailure(context);
   }
 }
 

@@ -1,5 +1,5 @@
 // The boundary at which exceptions end: nothing thrown by a block reaches a thread's top or the
-// application's event loop.
+// application's event loop. Any thread.
 #pragma once
 
 #include <exception>
@@ -7,10 +7,12 @@
 
 namespace tarni::platform {
 
-// Logs `failure` as what went wrong in `place`. Null is no failure.
-void logFailure(const char* place, const std::exception_ptr& failure) noexcept;
+// Logs "context: reason" of the failure, inside a `catch` of the one that is being handled. Null is
+// no failure.
+void logFailure(const char* context,
+                const std::exception_ptr& failure = std::current_exception()) noexcept;
 
 // Runs `block`; what it throws is logged.
-void runGuarded(const char* place, const std::function<void()>& block) noexcept;
+void runGuarded(const char* context, const std::function<void()>& block) noexcept;
 
 }  // namespace tarni::platform

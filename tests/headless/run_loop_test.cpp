@@ -80,8 +80,8 @@ TEST_F(RunLoopTest, ExceptionsAreLoggedAndDropped) {
   loop.after(0, [] { throw 1; });
   loop.post(note("next"));
   EXPECT_TRUE(loop.runUntil([&] { return !seen.empty(); }, 30));
-  EXPECT_TRUE(environment.log().contains("Exception in the run loop: a reason"));
-  EXPECT_TRUE(environment.log().contains("Unknown exception in the run loop"));
+  EXPECT_TRUE(environment.log().contains("run loop: a reason"));
+  EXPECT_TRUE(environment.log().contains("run loop: unknown exception"));
 }
 
 TEST_F(RunLoopTest, DelaysOfTheDispatcherReachTheMainQueue) {

@@ -110,8 +110,8 @@ TEST_F(DispatchTest, ABlockThatThrowsEndsThere) {
   queue_->async([] { throw std::runtime_error("broken block"); });
   dispatch_.backgroundQueue().async([] { throw std::runtime_error("broken worker"); });
   settle(*queue_);
-  EXPECT_TRUE(log_.waitFor("Exception in test queue: broken block"));
-  EXPECT_TRUE(log_.waitFor("Exception in background: broken worker"));
+  EXPECT_TRUE(log_.waitFor("test queue: broken block"));
+  EXPECT_TRUE(log_.waitFor("background: broken worker"));
 }
 
 TEST_F(DispatchTest, SleepersOfTheBackgroundQueueKeepNobodyWaiting) {

@@ -98,9 +98,9 @@ TEST_F(MainQueueTest, AFailingItemIsLoggedAndEndsThere) {
   bool isDone = false;
   mainQueue_.async([&] { isDone = true; });
   EXPECT_TRUE(run([&] { return isDone; }));
-  const std::vector<std::string> expected{"Exception in main queue: broken item",
-                                          "Exception in main queue: never became a task",
-                                          "Unknown exception in main queue"};
+  const std::vector<std::string> expected{"main queue: broken item",
+                                          "main queue: never became a task",
+                                          "main queue: unknown exception"};
   EXPECT_EQ(log_.lines(), expected);
 }
 

@@ -1,12 +1,12 @@
 #include "agent/TcpCommunication/BaseManager/ServerManager.h"
 
 #include <algorithm>
-#include <exception>
 #include <utility>
 
 #include "agent/TcpCommunication/BaseManager/Framing.h"
 #include "agent/TcpCommunication/BaseManager/RecorderCommands.h"
 #include "agent/TcpCommunication/PlaybackExecutor.h"
+#include "platform/Foundation/Guarded.h"
 #include "platform/Foundation/NSLog.h"
 #include "platform/Platform.h"
 
@@ -43,8 +43,8 @@ platform::Task<void> pauseOnMain() {
   try {
     co_await platform::current().application->runLoopRunInMode(std::move(mode),
                                                                pauseBeforeListening, false);
-  } catch (const std::exception& error) {
-    platform::NSLog("The pause ended early: %s", error.what());
+  } catch (...) {
+    platform::logFailure("The pause ended early");
   }
 }
 
