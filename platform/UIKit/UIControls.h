@@ -103,6 +103,11 @@ class UIWebBrowserView {
  public:
   virtual ~UIWebBrowserView() = default;
   virtual Task<void> tapInteractionWithLocation(CGPoint point) = 0;
+  // performSelector:withObject: of the same selector with the point in a value object. Where views
+  // are no objects of a runtime it is the same tap.
+  virtual Task<void> performTapInteractionWithLocation(CGPoint boxed) {
+    return tapInteractionWithLocation(boxed);
+  }
 };
 
 }  // namespace tarni::platform

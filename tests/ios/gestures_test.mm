@@ -137,8 +137,12 @@ TEST_F(Gestures, AWebViewTakesTheTapItself) {
   run(KIFAdditions::tapWebViewAtPoint(ref(page), {3, 4}));
   EXPECT_EQ(record(), "");
   UIWebBrowserView* const browser = [page valueForKeyPath:@"_internal.browserView"];
-  EXPECT_STREQ([[[browser tapLocations] description] UTF8String],
-               [[(@[ @"{x = 7; y = 9}", @"{x = 3; y = 4}" ]) description] UTF8String]);
+  ASSERT_EQ([[browser tapLocations] count], 2U);
+  EXPECT_STREQ([[[browser tapLocations] firstObject] UTF8String], "{x = 7; y = 9}");
+  NSValue* const boxed = [[browser tapLocations] lastObject];
+  EXPECT_STREQ([boxed objCType], @encode(CGPoint));
+  EXPECT_EQ([boxed pointValue].x, 3);
+  EXPECT_EQ([boxed pointValue].y, 4);
 }
 
 }  // namespace

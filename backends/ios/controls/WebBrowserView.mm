@@ -13,9 +13,22 @@ class WebBrowserView : public View, public platform::UIWebBrowserView {
   using View::View;
 
   platform::Task<void> tapInteractionWithLocation(platform::CGPoint point) override {
-    return completed([view = Owned(as<NSObject>()), point] {
+    return tapped([point](NSObject* view) { [view tapInteractionWithLocation:fromPoint(point)]; });
+  }
+
+  platform::Task<void> performTapInteractionWithLocation(platform::CGPoint boxed) override {
+    return tapped([point = fromPoint(boxed)](NSObject* view) {
+      [view performSelector:@selector(tapInteractionWithLocation:)
+                 withObject:[NSValue valueWithBytes:&point objCType:@encode(::CGPoint)]];
+    });
+  }
+
+ private:
+  template <typename Send>
+  platform::Task<void> tapped(Send send) {
+    return completed([view = Owned(as<NSObject>()), send] {
       privately(view.get(), @selector(tapInteractionWithLocation:), "web views take no taps",
-                [&] { [view.get() tapInteractionWithLocation:fromPoint(point)]; });
+                [&] { send(view.get()); });
     });
   }
 };

@@ -143,6 +143,7 @@ enum {
 - (NSString*)message;
 - (BOOL)isVisible;
 @end
+// A text for a point, and what was given for one in its place.
 
 // --- the application
 

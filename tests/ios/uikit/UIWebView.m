@@ -3,9 +3,22 @@
 
 @implementation UIWebBrowserView
 
-- (void)tapInteractionWithLocation:(CGPoint)point {
+- (void)keepTap:(id)location {
   if (!kept(self, "taps")) keep(self, "taps", [NSMutableArray array]);
-  [kept(self, "taps") addObject:NSStringFromPoint(point)];
+  [kept(self, "taps") addObject:location];
+}
+
+- (void)tapInteractionWithLocation:(CGPoint)point {
+  [self keepTap:NSStringFromPoint(point)];
+}
+
+// The method would look for a point where the object is.
+- (id)performSelector:(SEL)selector withObject:(id)object {
+  if (!sel_isEqual(selector, @selector(tapInteractionWithLocation:))) {
+    return [super performSelector:selector withObject:object];
+  }
+  [self keepTap:object];
+  return nil;
 }
 
 - (NSArray*)tapLocations { return kept(self, "taps"); }
