@@ -56,7 +56,7 @@ void setAnimationSpeed(float speed) {
 std::vector<std::string>& KIF_runLoopModes() {
   assertMainThread();
   using Modes = std::vector<std::string>;
-  std::any& held = platform::current().application->associatedObjects()[&KIFRunLoopModesKey];
+  std::any& held = platform::current().application->associatedObject(&KIFRunLoopModesKey);
   if (!held.has_value()) held = Modes{platform::kCFRunLoopDefaultMode};
   return *std::any_cast<Modes>(&held);
 }

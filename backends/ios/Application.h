@@ -20,6 +20,8 @@ class Application : public platform::UIApplication {
       std::string mode, double seconds, bool returnAfterSourceHandled) override;
   // True when the system has a program for the address; it is opened later.
   bool openURL(std::string_view url) override;
+  // Before the application object is made, the process keeps it.
+  std::any& associatedObject(const void* key) override;
 
  private:
   std::optional<Event> touchesEvent_;

@@ -1,10 +1,27 @@
 #include "backends/ios/Application.h"
 
 #include "backends/ios/Completed.h"
+#include "backends/ios/Owned.h"
 #include "backends/ios/PrivateCall.h"
 #include "backends/ios/Touch.h"
 #include "backends/ios/Values.h"
 #include "backends/ios/View.h"
+
+// A value of C++ as an associated object.
+@interface TarniAssociatedValue : NSObject {
+ @public
+  std::any* value_;
+}
+@end
+
+@implementation TarniAssociatedValue
+
+- (void)dealloc {
+  delete value_;
+  [super dealloc];
+}
+
+@end
 
 namespace tarni::ios {
 namespace {
@@ -77,6 +94,18 @@ bool Application::openURL(std::string_view url) {
     [application openURL:address options:@{} completionHandler:nil];
     return true;
   });
+}
+
+std::any& Application::associatedObject(const void* key) {
+  ::UIApplication* const application = shared();
+  if (!application) return platform::UIApplication::associatedObject(key);
+  if (const id known = objc_getAssociatedObject(application, key)) {
+    return *static_cast<TarniAssociatedValue*>(known)->value_;
+  }
+  const auto holder = Owned<TarniAssociatedValue*>::adopting([[TarniAssociatedValue alloc] init]);
+  holder.get()->value_ = new std::any;
+  objc_setAssociatedObject(application, key, holder.get(), OBJC_ASSOCIATION_RETAIN_NONATOMIC);
+  return *holder.get()->value_;
 }
 
 }  // namespace tarni::ios

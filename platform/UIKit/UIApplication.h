@@ -45,8 +45,9 @@ class UIApplication {
   // Hands the address to the program that the system has for it. False when there is none.
   virtual bool openURL(std::string_view url) = 0;
 
-  // objc_setAssociatedObject on the application object.
-  std::map<const void*, std::any>& associatedObjects() { return associatedObjects_; }
+  // The associated object of the application object under that key (retained, not atomic); empty
+  // at first. It goes with the application object.
+  virtual std::any& associatedObject(const void* key) { return associatedObjects_[key]; }
 
  private:
   std::map<const void*, std::any> associatedObjects_;

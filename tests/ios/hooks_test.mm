@@ -170,6 +170,13 @@ TEST_F(Hooks, TheModesOfTheRunLoopAreFollowedAndPassedOn) {
             "popRunLoopMode: Other requester:\npopRunLoopMode: Tracking\n");
 }
 
+TEST_F(Hooks, TheModesOfTheRunLoopAreTheApplicationObjects) {
+  KIFAdditions::KIF_runLoopModes().emplace_back("Tracking");
+  EXPECT_EQ(KIFAdditions::currentRunLoopMode(), "Tracking");
+  UIApplicationMake(@"UIApplication");
+  EXPECT_EQ(KIFAdditions::currentRunLoopMode(), "kCFRunLoopDefaultMode");
+}
+
 TEST_F(Hooks, AMethodOfAShapeThatNoneHasIsNamed) {
   EXPECT_FALSE(platform::current().runtime->class_addMethod(
       platform::uikit::UIApplication, "answer", [](const auto&) {}, "i@:"));
