@@ -9,6 +9,12 @@
 namespace tarni::ios {
 namespace {
 
+// Each call of mach_host_self would add a reference to the port.
+mach_port_t hostPort() {
+  static const mach_port_t port = mach_host_self();
+  return port;
+}
+
 template <typename Integer>
 Integer systemInteger(MachHost& host, std::string_view name) {
   const auto bytes = host.sysctlbyname(name);
@@ -24,7 +30,7 @@ std::optional<std::vector<platform::ProcessorTicks>> MachHost::hostProcessorInfo
   processor_info_array_t words = nullptr;
   mach_msg_type_number_t wordCount = 0;
   const kern_return_t result =
-      host_processor_info(mach_host_self(), PROCESSOR_CPU_LOAD_INFO, &cores, &words, &wordCount);
+      host_processor_info(hostPort(), PROCESSOR_CPU_LOAD_INFO, &cores, &words, &wordCount);
   if (result != KERN_SUCCESS) return std::nullopt;
   std::vector<platform::ProcessorTicks> ticks(cores);
   const auto* loads = reinterpret_cast<const processor_cpu_load_info*>(words);
@@ -44,7 +50,7 @@ std::optional<platform::VMStatistics64> MachHost::hostStatistics64() {
   vm_statistics64_data_t pages{};
   mach_msg_type_number_t wordCount = HOST_VM_INFO64_COUNT;
   const kern_return_t result = host_statistics64(
-      mach_host_self(), HOST_VM_INFO64, reinterpret_cast<host_info64_t>(&pages), &wordCount);
+      hostPort(), HOST_VM_INFO64, reinterpret_cast<host_info64_t>(&pages), &wordCount);
   if (result != KERN_SUCCESS) return std::nullopt;
   platform::VMStatistics64 statistics;
   statistics.activePages = pages.active_count;

@@ -9,5 +9,7 @@ namespace tarni::test {
 extern bool isKernelSilent;
 // The words that the kernel gave and nobody gave back.
 extern std::size_t wordsKept;
+// The references to the host's port that were given out.
+extern int hostReferences;
 
 }  // namespace tarni::test

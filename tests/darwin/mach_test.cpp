@@ -22,6 +22,7 @@ TEST(DarwinMachHost, ReadsWhatTheKernelGivesAndGivesItBack) {
   ASSERT_TRUE(pages);
   EXPECT_GT(pages->activePages, 0U);
   EXPECT_GT(pages->faults, 0U);
+  EXPECT_EQ(hostReferences, 1);
 
   EXPECT_EQ(host.physicalMemory(), static_cast<std::uint64_t>(sysconf(_SC_PHYS_PAGES)) *
                                        static_cast<std::uint64_t>(sysconf(_SC_PAGESIZE)));

@@ -30,7 +30,8 @@ typedef struct {
   natural_t compressor_page_count, throttled_count, external_page_count, internal_page_count;
   uint64_t total_uncompressed_pages_in_compressor;
 } vm_statistics64_data_t;
-#define HOST_VM_INFO64_COUNT ((mach_msg_type_number_t)(sizeof(vm_statistics64_data_t) / 4))
+#define HOST_VM_INFO64_COUNT \
+  ((mach_msg_type_number_t)(sizeof(vm_statistics64_data_t) / sizeof(integer_t)))
 
 #ifdef __cplusplus
 extern "C" {
