@@ -290,3 +290,27 @@ typedef struct __IOHIDEvent* IOHIDEventRef;
 - (void)setGestureView:(UIView*)view;
 - (void)_setHidEvent:(IOHIDEventRef)event;
 @end
+
+// --- IOKit's functions for human-interface records: for their types, since they are looked up by
+// name
+
+#ifdef __cplusplus
+extern "C" {
+#endif
+IOHIDEventRef IOHIDEventCreateDigitizerEvent(CFAllocatorRef allocator, uint64_t timeStamp,
+                                             uint32_t transducerType, uint32_t index,
+                                             uint32_t identity, uint32_t eventMask,
+                                             uint32_t buttonMask, double x, double y, double z,
+                                             double tipPressure, double barrelPressure,
+                                             unsigned char range, unsigned char touch,
+                                             uint32_t options);
+IOHIDEventRef IOHIDEventCreateDigitizerFingerEventWithQuality(
+    CFAllocatorRef allocator, uint64_t timeStamp, uint32_t index, uint32_t identity,
+    uint32_t eventMask, double x, double y, double z, double tipPressure, double twist,
+    double minorRadius, double majorRadius, double quality, double density, double irregularity,
+    unsigned char range, unsigned char touch, uint32_t options);
+void IOHIDEventSetIntegerValue(IOHIDEventRef event, uint32_t field, long value);
+void IOHIDEventAppendEvent(IOHIDEventRef parent, IOHIDEventRef child, uint32_t options);
+#ifdef __cplusplus
+}
+#endif

@@ -9,22 +9,10 @@
 namespace tarni::ios {
 namespace {
 
-using Boolean = unsigned char;
-
-using CreateHand = ::IOHIDEventRef(CFAllocatorRef, std::uint64_t timeStamp,
-                                   std::uint32_t transducerType, std::uint32_t index,
-                                   std::uint32_t identity, std::uint32_t eventMask,
-                                   std::uint32_t buttonMask, double x, double y, double z,
-                                   double tipPressure, double barrelPressure, Boolean range,
-                                   Boolean touch, std::uint32_t options);
-using CreateFinger = ::IOHIDEventRef(CFAllocatorRef, std::uint64_t timeStamp, std::uint32_t index,
-                                     std::uint32_t identity, std::uint32_t eventMask, double x,
-                                     double y, double z, double tipPressure, double twist,
-                                     double minorRadius, double majorRadius, double quality,
-                                     double density, double irregularity, Boolean range,
-                                     Boolean touch, std::uint32_t options);
-using SetIntegerValue = void(::IOHIDEventRef, std::uint32_t field, long value);
-using AppendEvent = void(::IOHIDEventRef parent, ::IOHIDEventRef child, std::uint32_t options);
+using CreateHand = decltype(IOHIDEventCreateDigitizerEvent);
+using CreateFinger = decltype(IOHIDEventCreateDigitizerFingerEventWithQuality);
+using SetIntegerValue = decltype(IOHIDEventSetIntegerValue);
+using AppendEvent = decltype(IOHIDEventAppendEvent);
 
 // UIKit has loaded it, so it is found without being loaded anew.
 void* lookUpInIOKit(const char* name) {

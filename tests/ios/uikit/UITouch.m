@@ -56,13 +56,10 @@ static NSString* ticksOf(uint64_t ticks) {
   return [NSString stringWithFormat:@"ticks%u", RecordNumber("ticks", (double)ticks)];
 }
 
-typedef double IOHIDFloat;
-#define EXPORTED __attribute__((visibility("default")))
-
-EXPORTED IOHIDEventRef IOHIDEventCreateDigitizerEvent(
+IOHIDEventRef IOHIDEventCreateDigitizerEvent(
     CFAllocatorRef allocator, uint64_t timeStamp, uint32_t transducer, uint32_t index,
-    uint32_t identity, uint32_t eventMask, uint32_t buttonMask, IOHIDFloat x, IOHIDFloat y,
-    IOHIDFloat z, IOHIDFloat tipPressure, IOHIDFloat barrelPressure, unsigned char range,
+    uint32_t identity, uint32_t eventMask, uint32_t buttonMask, double x, double y,
+    double z, double tipPressure, double barrelPressure, unsigned char range,
     unsigned char touch, uint32_t options) {
   const IOHIDEventRef event = makeHIDEvent("hand");
   Record(@"%@ = IOHIDEventCreateDigitizerEvent(%s, %@, transducer %u, index %u, identity %u, mask %u, "
@@ -73,11 +70,11 @@ EXPORTED IOHIDEventRef IOHIDEventCreateDigitizerEvent(
   return event;
 }
 
-EXPORTED IOHIDEventRef IOHIDEventCreateDigitizerFingerEventWithQuality(
+IOHIDEventRef IOHIDEventCreateDigitizerFingerEventWithQuality(
     CFAllocatorRef allocator, uint64_t timeStamp, uint32_t index, uint32_t identity,
-    uint32_t eventMask, IOHIDFloat x, IOHIDFloat y, IOHIDFloat z, IOHIDFloat tipPressure,
-    IOHIDFloat twist, IOHIDFloat minorRadius, IOHIDFloat majorRadius, IOHIDFloat quality,
-    IOHIDFloat density, IOHIDFloat irregularity, unsigned char range, unsigned char touch,
+    uint32_t eventMask, double x, double y, double z, double tipPressure,
+    double twist, double minorRadius, double majorRadius, double quality,
+    double density, double irregularity, unsigned char range, unsigned char touch,
     uint32_t options) {
   const IOHIDEventRef event = makeHIDEvent("finger");
   Record(@"%@ = IOHIDEventCreateDigitizerFingerEventWithQuality(%s, %@, index %u, identity %u, mask %u, "
@@ -89,11 +86,11 @@ EXPORTED IOHIDEventRef IOHIDEventCreateDigitizerFingerEventWithQuality(
   return event;
 }
 
-EXPORTED void IOHIDEventSetIntegerValue(IOHIDEventRef event, uint32_t field, long value) {
+void IOHIDEventSetIntegerValue(IOHIDEventRef event, uint32_t field, long value) {
   Record(@"IOHIDEventSetIntegerValue(%@, 0x%X, %ld)", nameOf(event), field, value);
 }
 
-EXPORTED void IOHIDEventAppendEvent(IOHIDEventRef parent, IOHIDEventRef child, uint32_t options) {
+void IOHIDEventAppendEvent(IOHIDEventRef parent, IOHIDEventRef child, uint32_t options) {
   Record(@"IOHIDEventAppendEvent(%@, %@, %u)", nameOf(parent), nameOf(child), options);
 }
 
