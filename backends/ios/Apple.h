@@ -236,6 +236,8 @@ typedef NSInteger UIEventType;
 // --- classes that an SDK marks as gone or never had; found by name
 
 @interface NSObject (TarniLegacyUIKit)
+// UITableViewCell
+- (NSString*)text;
 // UIAlertView
 - (id)initWithTitle:(NSString*)title
               message:(NSString*)message

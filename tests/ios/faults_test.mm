@@ -238,6 +238,7 @@ constexpr Raising raisingCalls[] = {
     {"UIScrollView", "contentOffset"},
     {"UIScrollView", "setContentOffset:animated:"},
     {"UITextView", "text"},
+    {"UITableViewCell", "text"},
     {"UITableViewCell", "textLabel"},
     {"UIWebBrowserView", "tapInteractionWithLocation:"},
     {"UITouch", "phase"},

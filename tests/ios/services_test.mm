@@ -24,6 +24,17 @@
 
 @end
 
+@interface OwnCell : UITableViewCell
+@end
+
+@implementation OwnCell
+
+- (NSString*)text {
+  return @"own";
+}
+
+@end
+
 namespace tarni::test {
 namespace {
 
@@ -92,6 +103,14 @@ TEST_F(Services, APageGetsTheScriptsIsPolledAndHearsOfTheModes) {
                "IsInjectionDone() startRecording() switchtospymode() switchtorecordermode()");
   REMOTE_CDN_URL.clear();
   std::filesystem::remove_all(folder);
+}
+
+TEST_F(Services, ACellsTextIsItsOwnOrElseItsLabels) {
+  UITableViewCell* const cell = [[[OwnCell alloc] initWithStyle:0 reuseIdentifier:nil] autorelease];
+  [[cell textLabel] setText:@"label"];
+  EXPECT_EQ(Utilities::getUIViewText(ref(cell)), "own");
+  ForgetMethod(@"UITableViewCell", @selector(text));
+  EXPECT_EQ(Utilities::getUIViewText(ref(cell)), "label");
 }
 
 TEST_F(Services, PicturesAreCutAndEncoded) {

@@ -9,9 +9,12 @@ class TableViewCell : public View, public platform::UITableViewCell {
  public:
   using View::View;
 
-  // The cell's own `text` is its label's, and newer systems have the label alone.
+  // The cell's own `text` is deprecated: a system may no longer have it.
   std::optional<std::string> cellText() const override {
-    return toText(ask("textLabel", [&] { return [[as<::UITableViewCell>() textLabel] text]; }));
+    return toText(ask("text", [&] {
+      const bool hasText = [native() respondsToSelector:@selector(text)];
+      return hasText ? [as<NSObject>() text] : [[as<::UITableViewCell>() textLabel] text];
+    }));
   }
 };
 

@@ -71,6 +71,7 @@ KEPT(NSString*, text, setText)
 }
 
 - (UILabel*)textLabel { return kept(self, "textLabel"); }
+- (NSString*)text { return [[self textLabel] text]; }
 
 @end
 
