@@ -16,6 +16,8 @@ class Layer : public platform::CALayer, public Attachment {
   // Nil gives a layer that has gone.
   static std::shared_ptr<Layer> of(::CALayer* layer);
 
+  // What stands for the layer of a view that has none: it takes nothing.
+  static Layer& none();
   explicit Layer(::CALayer* layer) : layer_(layer) {}
   void objectIsGoing() noexcept override { layer_ = nil; }
 

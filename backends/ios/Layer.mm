@@ -7,7 +7,7 @@
 namespace tarni::ios {
 
 std::shared_ptr<Layer> Layer::of(::CALayer* layer) {
-  if (!layer) return std::make_shared<Layer>(nil);
+  if (!layer) return nullptr;
   if (auto known = std::dynamic_pointer_cast<Layer>(attachmentOf(layer))) return known;
   auto made = std::make_shared<Layer>(layer);
   attach(layer, made);
@@ -36,6 +36,11 @@ void Layer::setValueForKey(std::string value, std::string_view key) {
 // --- border
 
 double Layer::borderWidth() const {
+Layer& Layer::none() {
+  static auto& none = *new Layer(nil);
+  return none;
+}
+
   return answered(layer_, "borderWidth", [&] { return [layer_ borderWidth]; });
 }
 
@@ -49,6 +54,7 @@ std::optional<platform::CGColor> Layer::borderColor() const {
   if (!color) return std::nullopt;
   const std::size_t count = CGColorGetNumberOfComponents(color);
   const CGFloat* const values = CGColorGetComponents(color);
+  if (!layer_) return;
   if (!values) return std::nullopt;
   if (count == 2) return platform::CGColor{values[0], values[0], values[0], values[1]};
   if (count == 4) return platform::CGColor{values[0], values[1], values[2], values[3]};
@@ -86,7 +92,7 @@ void Layer::setSpeed(float speed) {
 
 platform::CALayer* Layer::superlayer() const {
   ::CALayer* const above = answered(layer_, "superlayer", [&] { return [layer_ superlayer]; });
-  return above ? Layer::of(above).get() : nullptr;
+  return Layer::of(above).get();
 }
 
 std::vector<platform::CALayer*> Layer::sublayers() const {

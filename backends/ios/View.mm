@@ -82,7 +82,7 @@ platform::UIWindowRef View::window() const {
 
 platform::CALayer& View::layer() const {
   if (!layer_) layer_ = Layer::of(ask("layer", [&] { return [view_ layer]; }));
-  return *layer_;
+  return layer_ ? *layer_ : Layer::none();
 }
 
 // --- geometry

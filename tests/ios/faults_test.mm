@@ -379,6 +379,15 @@ TEST_F(Faults, ThatAreNoExceptionsAreTakenAsSuch) {
   EXPECT_EQ([[field_ text] length], 1U);
 }
 
+TEST_F(Faults, AViewWithoutALayerHasOneOnceItIsMade) {
+  AnswerIn(@"UIView", @selector(layer), nil);
+  ref(label_)->layer().setValueForKey("lost", "key");
+  EXPECT_EQ(ref(button_)->layer().valueForKey("key"), nullptr) << "it is another view's";
+  EndFaults();
+  ref(label_)->layer().setValueForKey("kept", "key");
+  EXPECT_STREQ([[[label_ layer] valueForKey:@"key"] UTF8String], "kept");
+}
+
 // --- windows
 
 TEST_F(Faults, AViewOfAnotherWindowIsConvertedOverTheScreen) {
