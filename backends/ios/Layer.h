@@ -7,17 +7,18 @@
 
 #include "backends/ios/Apple.h"
 #include "backends/ios/Attachment.h"
+#include "backends/ios/Owned.h"
 #include "platform/QuartzCore/CALayer.h"
 
 namespace tarni::ios {
 
 class Layer : public platform::CALayer, public Attachment {
  public:
-  // Nil gives a layer that has gone.
+  // Null for nil.
   static std::shared_ptr<Layer> of(::CALayer* layer);
-
   // What stands for the layer of a view that has none: it takes nothing.
   static Layer& none();
+
   explicit Layer(::CALayer* layer) : layer_(layer) {}
   void objectIsGoing() noexcept override { layer_ = nil; }
 
@@ -36,7 +37,16 @@ class Layer : public platform::CALayer, public Attachment {
   const platform::CAAnimation* animationForKey(std::string_view key) const override;
 
  private:
+  // A colour of the application's: a pattern, or one of another colour space, is more than what the
+  // agent is told of it.
+  struct OwnColor {
+    platform::CGColor answered;
+    Owned<id> native;
+  };
+
   ::CALayer* layer_;
+  mutable OwnColor ownBorderColor_;
+  std::optional<platform::CGColor> drawnBorderColor_;  // the agent's
   // What was read or written, so that a walk does not ask the layer for a tag that it has. Nobody
   // else writes these keys.
   mutable std::map<std::string, std::string, std::less<>> values_;

@@ -5,6 +5,28 @@
 #include "backends/ios/Values.h"
 
 namespace tarni::ios {
+namespace {
+
+// Two components are grey and alpha, four are red, green, blue and alpha. What has others is
+// answered as clear: it is a colour all the same.
+std::optional<platform::CGColor> componentsOf(CGColorRef color) {
+  if (!color) return std::nullopt;
+  const std::size_t count = CGColorGetNumberOfComponents(color);
+  const CGFloat* const values = CGColorGetComponents(color);
+  if (values && count == 2) return platform::CGColor{values[0], values[0], values[0], values[1]};
+  if (values && count == 4) return platform::CGColor{values[0], values[1], values[2], values[3]};
+  return platform::CGColor{};
+}
+
+CGColorRef colorOf(const std::optional<platform::CGColor>& color) {
+  if (!color) return nullptr;
+  return [[UIColor colorWithRed:static_cast<CGFloat>(color->red)
+                          green:static_cast<CGFloat>(color->green)
+                           blue:static_cast<CGFloat>(color->blue)
+                          alpha:static_cast<CGFloat>(color->alpha)] CGColor];
+}
+
+}  // namespace
 
 std::shared_ptr<Layer> Layer::of(::CALayer* layer) {
   if (!layer) return nullptr;
@@ -12,6 +34,11 @@ std::shared_ptr<Layer> Layer::of(::CALayer* layer) {
   auto made = std::make_shared<Layer>(layer);
   attach(layer, made);
   return made;
+}
+
+Layer& Layer::none() {
+  static auto& none = *new Layer(nil);
+  return none;
 }
 
 // --- tags
@@ -27,6 +54,7 @@ const std::string* Layer::valueForKey(std::string_view key) const {
 
 // A layer of the application's that takes no foreign keys still has its tag here.
 void Layer::setValueForKey(std::string value, std::string_view key) {
+  if (!layer_) return;
   answered(layer_, "setValue:forKey:", [&] {
     [layer_ setValue:toNSString(value) forKey:toNSString(key)];
   });
@@ -36,11 +64,6 @@ void Layer::setValueForKey(std::string value, std::string_view key) {
 // --- border
 
 double Layer::borderWidth() const {
-Layer& Layer::none() {
-  static auto& none = *new Layer(nil);
-  return none;
-}
-
   return answered(layer_, "borderWidth", [&] { return [layer_ borderWidth]; });
 }
 
@@ -48,27 +71,19 @@ void Layer::setBorderWidth(double width) {
   guarded([&] { [layer_ setBorderWidth:static_cast<CGFloat>(width)]; });
 }
 
-// Two components are grey and alpha, four are red, green, blue and alpha.
 std::optional<platform::CGColor> Layer::borderColor() const {
   const CGColorRef color = answered(layer_, "borderColor", [&] { return [layer_ borderColor]; });
-  if (!color) return std::nullopt;
-  const std::size_t count = CGColorGetNumberOfComponents(color);
-  const CGFloat* const values = CGColorGetComponents(color);
-  if (!layer_) return;
-  if (!values) return std::nullopt;
-  if (count == 2) return platform::CGColor{values[0], values[0], values[0], values[1]};
-  if (count == 4) return platform::CGColor{values[0], values[1], values[2], values[3]};
-  return std::nullopt;
+  const std::optional<platform::CGColor> seen = componentsOf(color);
+  if (seen && seen != drawnBorderColor_) ownBorderColor_ = {*seen, Owned<id>((id)color)};
+  return seen;
 }
 
 void Layer::setBorderColor(std::optional<platform::CGColor> color) {
+  const bool isOwn = ownBorderColor_.native && color == ownBorderColor_.answered;
+  drawnBorderColor_ = isOwn ? std::nullopt : color;
   guarded([&] {
-    UIColor* const made = color ? [UIColor colorWithRed:static_cast<CGFloat>(color->red)
-                                                  green:static_cast<CGFloat>(color->green)
-                                                   blue:static_cast<CGFloat>(color->blue)
-                                                  alpha:static_cast<CGFloat>(color->alpha)]
-                                : nil;
-    [layer_ setBorderColor:[made CGColor]];
+    const id own = ownBorderColor_.native.get();
+    [layer_ setBorderColor:isOwn ? (CGColorRef)own : colorOf(color)];
   });
 }
 

@@ -38,6 +38,8 @@ class CALayer {
   virtual void setBorderWidth(double width) = 0;
   // Null for the colour of a layer that never got one (opaque black).
   virtual std::optional<CGColor> borderColor() const = 0;
+  // A colour that this layer has answered comes back as it was, whatever more than its components
+  // the platform knows of it.
   virtual void setBorderColor(std::optional<CGColor> color) = 0;
 
   virtual bool isHidden() const = 0;

@@ -5,6 +5,7 @@
 
 #include "agent/WebView/WebView.h"
 #include "agent/core/GlobalVars.h"
+#include "agent/elements/UIView_Highlight.h"
 #include "agent/elements/Utilities.h"
 #include "platform/UIKit/UIControls.h"
 #include "tests/ios/Await.h"
@@ -111,6 +112,20 @@ TEST_F(Services, ACellsTextIsItsOwnOrElseItsLabels) {
   EXPECT_EQ(Utilities::getUIViewText(ref(cell)), "own");
   ForgetMethod(@"UITableViewCell", @selector(text));
   EXPECT_EQ(Utilities::getUIViewText(ref(cell)), "label");
+}
+
+TEST_F(Services, ABorderComesBackAsItWasWhateverItsColour) {
+  CALayer* const layer = [addView([UIView class], NSMakeRect(0, 0, 100, 50)) layer];
+  const platform::UIViewRef view = ref([[window_ subviews] lastObject]);
+  UIColor* const colors[] = {[UIColor colorWithPatternImage:nil], [UIColor blackColor], nil};
+  for (UIColor* color : colors) {
+    [layer setBorderColor:[color CGColor]];
+    Highlight::highlightView(view);
+    EXPECT_TRUE(Highlight::isHighlighted(view));
+    Highlight::highlightView(view);
+    Highlight::deHighlightView(view);
+    EXPECT_EQ([layer borderColor], [color CGColor]);
+  }
 }
 
 TEST_F(Services, PicturesAreCutAndEncoded) {

@@ -5,6 +5,7 @@
 
 typedef struct {
   CGFloat components[4];
+  size_t count;
 } ColorState;
 
 typedef struct {
@@ -25,7 +26,14 @@ STATE_IS(ColorState)
 
 + (UIColor*)colorWithRed:(CGFloat)red green:(CGFloat)green blue:(CGFloat)blue alpha:(CGFloat)alpha {
   UIColor* const color = [[[UIColor alloc] init] autorelease];
-  *(ColorState*)object_getIndexedIvars(color) = (ColorState){{red, green, blue, alpha}};
+  *(ColorState*)object_getIndexedIvars(color) = (ColorState){{red, green, blue, alpha}, 4};
+  return color;
+}
+
+// Its one component is the alpha; it is drawn black.
++ (UIColor*)colorWithPatternImage:(UIImage*)image {
+  UIColor* const color = [self blackColor];
+  ((ColorState*)object_getIndexedIvars(color))->count = 1;
   return color;
 }
 
@@ -49,10 +57,14 @@ STATE_IS(ColorState)
   return STATE(ColorState)->components;
 }
 
+- (size_t)count {
+  return STATE(ColorState)->count;
+}
+
 @end
 
 size_t CGColorGetNumberOfComponents(CGColorRef color) {
-  return 4;
+  return [(UIColor*)color count];
 }
 
 const CGFloat* CGColorGetComponents(CGColorRef color) {

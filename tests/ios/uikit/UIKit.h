@@ -25,6 +25,7 @@
 
 @interface UIResponder (Application)
 - (UIResponder*)nextResponder;
++ (UIColor*)colorWithPatternImage:(UIImage*)image;
 - (BOOL)resignFirstResponder;
 - (void)touchesBegan:(NSSet*)touches withEvent:(UIEvent*)event;
 - (void)touchesMoved:(NSSet*)touches withEvent:(UIEvent*)event;
