@@ -3,6 +3,14 @@
 #include "backends/ios/IosPlatform.h"
 #include "entry/StartAgent.h"
 
+// An application that is started on the device itself has no environment. Empty when it names no
+// address.
+static std::string scriptsOfApplication() {
+  const id address = [[NSBundle mainBundle] objectForInfoDictionaryKey:@"TarniScripts"];
+  const char* const text = [address isKindOfClass:[NSString class]] ? [address UTF8String] : nullptr;
+  return text ? text : "";
+}
+
 @interface TarniAgent : NSObject
 @end
 
@@ -10,7 +18,7 @@
 
 + (void)load {
   @autoreleasepool {
-    tarni::entry::startAgent(tarni::ios::iosPlatform());
+    tarni::entry::startAgent(tarni::ios::iosPlatform(), scriptsOfApplication());
     [[NSNotificationCenter defaultCenter]
         addObserver:self
            selector:@selector(applicationWillTerminate:)

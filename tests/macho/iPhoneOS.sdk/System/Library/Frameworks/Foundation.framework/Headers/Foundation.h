@@ -112,6 +112,11 @@ typedef struct {
 + (NSValue*)valueWithCGPoint:(CGPoint)point;
 @end
 
+@interface NSBundle : NSObject
++ (NSBundle*)mainBundle;
+- (id)objectForInfoDictionaryKey:(NSString*)key;
+@end
+
 @interface NSURL : NSObject
 + (id)URLWithString:(NSString*)text;
 @end
