@@ -9,7 +9,7 @@
 #import <Foundation/Foundation.h>
 #include <objc/runtime.h>
 
-#if __has_include(<UIKit/UIKit.h>)
+#if __has_include(<QuartzCore/QuartzCore.h>)
 #import <QuartzCore/QuartzCore.h>
 #import <UIKit/UIKit.h>
 #else

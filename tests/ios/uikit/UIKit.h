@@ -7,6 +7,10 @@
 
 @class UIViewController;
 
+static inline CGRect CGRectMake(CGFloat x, CGFloat y, CGFloat width, CGFloat height) {
+  return NSMakeRect(x, y, width, height);
+}
+
 // --- QuartzCore
 
 @interface CALayer (Application)
@@ -21,11 +25,11 @@
 @interface UIColor (Application)
 + (UIColor*)whiteColor;
 + (UIColor*)blackColor;
++ (UIColor*)colorWithPatternImage:(UIImage*)image;
 @end
 
 @interface UIResponder (Application)
 - (UIResponder*)nextResponder;
-+ (UIColor*)colorWithPatternImage:(UIImage*)image;
 - (BOOL)resignFirstResponder;
 - (void)touchesBegan:(NSSet*)touches withEvent:(UIEvent*)event;
 - (void)touchesMoved:(NSSet*)touches withEvent:(UIEvent*)event;
@@ -105,12 +109,16 @@ enum {
 @protocol UITableViewDataSource
 - (NSInteger)tableView:(UITableView*)table numberOfRowsInSection:(NSInteger)section;
 - (UITableViewCell*)tableView:(UITableView*)table cellForRowAtIndexPath:(NSIndexPath*)path;
+@end
+
+@protocol UITableViewDelegate
 - (void)tableView:(UITableView*)table didSelectRowAtIndexPath:(NSIndexPath*)path;
 @end
 
 // Asks for all rows at once, in one section; rows are 44 points high.
 @interface UITableView : UIScrollView
 @property(nonatomic, assign) id<UITableViewDataSource> dataSource;
+@property(nonatomic, assign) id<UITableViewDelegate> delegate;
 - (void)reloadData;
 @end
 
@@ -135,6 +143,7 @@ enum {
 
 // Where taps in the page of a UIWebView land: the view under "_internal" and "browserView".
 @interface UIWebBrowserView : UIView
+// A text for a point, and what was given for one in its place.
 - (NSArray*)tapLocations;
 @end
 
@@ -144,7 +153,6 @@ enum {
 - (NSString*)message;
 - (BOOL)isVisible;
 @end
-// A text for a point, and what was given for one in its place.
 
 // --- the application
 

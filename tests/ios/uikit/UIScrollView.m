@@ -86,6 +86,14 @@ KEPT(NSString*, text, setText)
   [self reloadData];
 }
 
+- (id<UITableViewDelegate>)delegate {
+  return [kept(self, "delegate") nonretainedObjectValue];
+}
+
+- (void)setDelegate:(id<UITableViewDelegate>)delegate {
+  keep(self, "delegate", [NSValue valueWithNonretainedObject:delegate]);
+}
+
 static NSIndexPath* pathOf(NSInteger row) {
   NSUInteger indexes[] = {0, (NSUInteger)row};
   return [NSIndexPath indexPathWithIndexes:indexes length:2];
@@ -107,7 +115,7 @@ static NSIndexPath* pathOf(NSInteger row) {
   const NSInteger row = (NSInteger)([[touches anyObject] locationInView:self].y / rowHeight);
   const NSInteger rows = [[self dataSource] tableView:self numberOfRowsInSection:0];
   if ([self wasDragged] || row < 0 || row >= rows) return;
-  [[self dataSource] tableView:self didSelectRowAtIndexPath:pathOf(row)];
+  [[self delegate] tableView:self didSelectRowAtIndexPath:pathOf(row)];
 }
 
 @end

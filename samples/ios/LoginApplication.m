@@ -1,12 +1,12 @@
 // The login screen as an application of UIKit's: the same content as the other samples. It knows nothing of
-// the agent.
-#import "tests/ios/uikit/UIKit.h"
+// the agent. Compiled without ARC, for iOS as well as for the double of UIKit that tests run it on.
+#import <UIKit/UIKit.h>
 
 static const CGFloat left = 20;
 static const CGFloat width = 350;
 static const NSInteger rowCount = 20;
 
-@interface LoginDelegate : NSObject <UIApplicationDelegate, UITableViewDataSource> {
+@interface LoginDelegate : NSObject <UIApplicationDelegate, UITableViewDataSource, UITableViewDelegate> {
   UIView* page_;
   UILabel* welcome_;
   UILabel* status_;
@@ -18,7 +18,7 @@ static const NSInteger rowCount = 20;
 @implementation LoginDelegate
 
 - (id)add:(Class)kind at:(CGFloat)top height:(CGFloat)height to:(UIView*)parent {
-  UIView* const view = [[kind alloc] initWithFrame:NSMakeRect(left, top, width, height)];
+  UIView* const view = [[kind alloc] initWithFrame:CGRectMake(left, top, width, height)];
   [parent addSubview:view];
   return [view autorelease];
 }
@@ -32,7 +32,7 @@ static const NSInteger rowCount = 20;
 - (UIButton*)button:(NSString*)title at:(CGFloat)top to:(UIView*)parent does:(SEL)action {
   UIButton* const button = [self add:[UIButton class] at:top height:44 to:parent];
   [button setTitle:title forState:0];
-  [button setBackgroundColor:[UIColor colorWithRed:0.6 green:0.8 blue:1 alpha:1]];
+  [button setBackgroundColor:[UIColor colorWithRed:0.1 green:0.4 blue:0.8 alpha:1]];
   [button addTarget:self action:action forControlEvents:UIControlEventTouchUpInside];
   return button;
 }
@@ -43,19 +43,23 @@ static const NSInteger rowCount = 20;
   page_ = [[UIView alloc] initWithFrame:screen];
   [page_ setBackgroundColor:[UIColor whiteColor]];
   UINavigationBar* const bar = [self add:[UINavigationBar class] at:44 height:44 to:page_];
-  [bar setBackgroundColor:[UIColor colorWithRed:0.9 green:0.9 blue:0.9 alpha:1]];
+  UIColor* const grey = [UIColor colorWithRed:0.9 green:0.9 blue:0.9 alpha:1];
+  [bar setBackgroundColor:grey];
   [self label:@"Tarni Sample" at:6 to:bar];
   welcome_ = [self label:@"Welcome" at:104 to:page_];
   username_ = [self add:[UITextField class] at:156 height:44 to:page_];
   [username_ setPlaceholder:@"User name"];
+  [username_ setBackgroundColor:grey];
   UITextField* const password = [self add:[UITextField class] at:208 height:44 to:page_];
   [password setPlaceholder:@"Password"];
+  [password setBackgroundColor:grey];
   [self label:@"Remember me" at:260 to:page_];
   UISwitch* const remember =
-      [[UISwitch alloc] initWithFrame:NSMakeRect(left + width - 51, 260, 51, 31)];
+      [[UISwitch alloc] initWithFrame:CGRectMake(left + width - 51, 260, 51, 31)];
   [page_ addSubview:[remember autorelease]];
   UITableView* const list = [self add:[UITableView class] at:307 height:308 to:page_];
   [list setDataSource:self];
+  [list setDelegate:self];
   [self button:@"Log in" at:631 to:page_ does:@selector(logIn)];
   [self button:@"Details…" at:687 to:page_ does:@selector(ask)];
   status_ = [self label:@"" at:743 to:page_];
@@ -73,7 +77,7 @@ static const NSInteger rowCount = 20;
 }
 
 - (void)ask {
-  question_ = [[[UIView alloc] initWithFrame:NSMakeRect(0, 200, 390, 200)] autorelease];
+  question_ = [[[UIView alloc] initWithFrame:CGRectMake(0, 200, 390, 200)] autorelease];
   [question_ setBackgroundColor:[UIColor whiteColor]];
   [self label:@"Really?" at:20 to:question_];
   [self button:@"OK" at:70 to:question_ does:@selector(accept)];

@@ -1,0 +1,2 @@
+// Where applications find UIKit: the double.
+#import "tests/ios/uikit/UIKit.h"
