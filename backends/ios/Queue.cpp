@@ -1,6 +1,7 @@
 #include "backends/ios/Queue.h"
 
 #include <algorithm>
+#include <utility>
 
 #include "platform/Foundation/Guarded.h"
 
@@ -15,9 +16,13 @@ struct Item {
   platform::Block block;
 };
 
+// What the block holds goes on the queue, too: it may wait for the queue as it goes.
 void runItem(void* context) {
-  const std::unique_ptr<const Item> item(static_cast<const Item*>(context));
-  item->queue->run(item->block);
+  const std::unique_ptr<Item> item(static_cast<Item*>(context));
+  item->queue->run([&] {
+    const platform::Block block = std::exchange(item->block, nullptr);
+    block();
+  });
 }
 
 struct Waiting {

@@ -89,8 +89,11 @@ void Source::handleEvent(void* context) {
   handler.queue->run(handler.block);
 }
 
+// What the block holds may wait for the queue as it goes.
 void Source::handleCancel(void* context) {
-  delete static_cast<Handler*>(context);
+  auto* const handler = static_cast<Handler*>(context);
+  const std::shared_ptr<Queue> queue = handler->queue;
+  queue->run([&] { delete handler; });
 }
 
 }  // namespace tarni::ios

@@ -90,6 +90,29 @@ TEST_F(DispatchTest, AQueueKnowsItsOwnBlocks) {
   EXPECT_TRUE(dispatch_.backgroundQueue().isConcurrent());
 }
 
+TEST_F(DispatchTest, WhatABlockHoldsMayWaitForTheQueueAsItGoes) {
+  struct Held {
+    ~Held() {
+      settle(*queue);
+      isGone.set_value();
+    }
+    Queue queue;
+    std::promise<void> isGone;
+  };
+  std::vector<std::future<void>> gone;
+  const auto hold = [&] {
+    auto held = std::make_shared<Held>();
+    held->queue = queue_;
+    gone.push_back(held->isGone.get_future());
+    return [held = std::move(held)] {};
+  };
+  queue_->async(hold());
+  dispatch_.after(0, *queue_, hold());
+  dispatch_.makeTimer(1000, queue_, hold()).reset();
+  dispatch_.makeReadSource(ends_[0], queue_, hold()).reset();
+  for (std::future<void>& one : gone) EXPECT_TRUE(isReached(one));
+}
+
 TEST_F(DispatchTest, ManyQueuesMayWaitForEachOther) {
   constexpr std::size_t length = 100;
   std::vector<Queue> chain;
