@@ -1,5 +1,6 @@
 #include "tests/conformance/Subject.h"
 
+#include <iostream>
 #include <ostream>
 
 namespace tarni::test {
@@ -35,6 +36,13 @@ INSTANTIATE_TEST_SUITE_P(On, Conformance, testing::ValuesIn(subjects()), subject
 
 void Conformance::SetUp() {
   program_ = std::make_unique<Program>(GetParam().command, GetParam().environment);
+}
+
+void Conformance::TearDown() {
+  if (!HasFailure()) return;
+  std::cout << (program_->isRunning() ? "the program runs" : "the program has ended")
+            << ", and has said:\n"
+            << program_->output() << std::endl;
 }
 
 Playback& Conformance::playback() {

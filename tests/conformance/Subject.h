@@ -28,6 +28,8 @@ std::vector<Subject> subjects();
 class Conformance : public testing::TestWithParam<Subject> {
  protected:
   void SetUp() override;
+  // What the program said helps to understand a failure.
+  void TearDown() override;
 
   Playback& playback();
   // The text of the element with that accessibility identifier is not part of the wire: labels are
