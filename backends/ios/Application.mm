@@ -1,5 +1,6 @@
 #include "backends/ios/Application.h"
 
+#include "backends/ios/Collection.h"
 #include "backends/ios/Completed.h"
 #include "backends/ios/Owned.h"
 #include "backends/ios/PrivateCall.h"
@@ -45,7 +46,8 @@ std::vector<platform::UIWindowRef> Application::windowsWithKeyWindow() const {
   const platform::UIWindowRef key = keyWindow();
   if (key) shown.push_back(key);
   ::UIApplication* const application = shared();
-  NSArray* const all = answered(application, "windows", [&] { return [application windows]; });
+  NSArray* const all = answeredAll(application, "windows", [::UIWindow class],
+                                   [&] { return [application windows]; });
   for (::UIWindow* window in all) {
     const platform::UIWindowRef other = viewOf(window);
     if (other != key && !other->isHidden()) shown.push_back(other);

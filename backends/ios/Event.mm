@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "backends/ios/Collection.h"
 #include "backends/ios/HIDEvent.h"
 #include "backends/ios/PrivateCall.h"
 #include "backends/ios/Touch.h"
@@ -16,7 +17,8 @@ platform::UIEventType Event::type() const {
 
 const std::vector<platform::UITouchRef>& Event::allTouches() const {
   std::vector<std::shared_ptr<Touch>> found;
-  NSSet* const all = answered(native(), "allTouches", [&] { return [native() allTouches]; });
+  NSArray* const all =
+      answeredAll(native(), "allTouches", [::UITouch class], [&] { return [native() allTouches]; });
   for (::UITouch* touch in all) found.push_back(Touch::of(touch));
   std::ranges::sort(found, {}, [](const auto& touch) { return touch->number(); });
   touches_.assign(found.begin(), found.end());

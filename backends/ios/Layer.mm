@@ -1,5 +1,6 @@
 #include "backends/ios/Layer.h"
 
+#include "backends/ios/Collection.h"
 #include "backends/ios/Guard.h"
 #include "backends/ios/RuntimeClass.h"
 #include "backends/ios/Values.h"
@@ -112,14 +113,16 @@ platform::CALayer* Layer::superlayer() const {
 
 std::vector<platform::CALayer*> Layer::sublayers() const {
   std::vector<platform::CALayer*> below;
-  NSArray* const layers = answered(layer_, "sublayers", [&] { return [layer_ sublayers]; });
+  NSArray* const layers =
+      answeredAll(layer_, "sublayers", [::CALayer class], [&] { return [layer_ sublayers]; });
   for (::CALayer* layer in layers) below.push_back(Layer::of(layer).get());
   return below;
 }
 
 std::vector<std::string> Layer::animationKeys() const {
   std::vector<std::string> keys;
-  NSArray* const all = answered(layer_, "animationKeys", [&] { return [layer_ animationKeys]; });
+  NSArray* const all = answeredAll(layer_, "animationKeys", [NSString class],
+                                   [&] { return [layer_ animationKeys]; });
   for (NSString* key in all) keys.push_back(toTextOrEmpty(key));
   return keys;
 }

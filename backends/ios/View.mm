@@ -1,5 +1,6 @@
 #include "backends/ios/View.h"
 
+#include "backends/ios/Collection.h"
 #include "backends/ios/Completed.h"
 #include "backends/ios/Image.h"
 #include "backends/ios/Kinds.h"
@@ -23,6 +24,10 @@ bool isWindow(::UIView* view) {
 }  // namespace
 
 std::shared_ptr<View> viewOf(id object) {
+  return isView(object) ? holderOfKeys(object) : nullptr;
+}
+
+std::shared_ptr<View> holderOfKeys(id object) {
   if (!object) return nullptr;
   if (auto known = std::dynamic_pointer_cast<View>(attachmentOf(object))) return known;
   std::shared_ptr<View> made = isView(object) ? makeKind(object) : std::make_shared<View>(object);
@@ -52,7 +57,8 @@ platform::UIViewRef View::superview() const {
 }
 
 std::span<const platform::UIViewRef> View::subviews() const {
-  NSArray* const shown = ask("subviews", [&] { return [view_ subviews]; });
+  NSArray* const shown =
+      answeredAll(view_, "subviews", [::UIView class], [&] { return [view_ subviews]; });
   if (!lists(shown)) list(shown);
   return subviews_;
 }
@@ -166,7 +172,8 @@ platform::Task<void> View::becomeFirstResponder() {
 
 std::span<const platform::Class> View::gestureRecognizers() const {
   gestureRecognizers_.clear();
-  NSArray* const all = ask("gestureRecognizers", [&] { return [view_ gestureRecognizers]; });
+  NSArray* const all = answeredAll(view_, "gestureRecognizers", [::UIGestureRecognizer class],
+                                   [&] { return [view_ gestureRecognizers]; });
   for (UIGestureRecognizer* recognizer in all) {
     gestureRecognizers_.push_back(classOf(recognizer));
   }
@@ -202,7 +209,7 @@ std::optional<std::string> View::accessibilityHint() const {
 // --- keys
 
 platform::UIViewRef View::valueForKey(std::string_view key) const {
-  return viewOf(ask("valueForKey:", [&] { return [object_ valueForKey:toNSString(key)]; }));
+  return holderOfKeys(ask("valueForKey:", [&] { return [object_ valueForKey:toNSString(key)]; }));
 }
 
 // An instance variable that holds no object has an encoding without "@".
@@ -213,7 +220,7 @@ platform::UIViewRef View::instanceVariable(std::string_view name) const {
     if (object_) reportMissing(class_->name() + "." + std::string(name), "web views take no taps");
     return nullptr;
   }
-  return viewOf(object_getIvar(object_, variable));
+  return holderOfKeys(object_getIvar(object_, variable));
 }
 
 platform::Task<platform::UIImageRef> View::drawViewHierarchy() {

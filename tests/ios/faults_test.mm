@@ -32,6 +32,30 @@
 
 @end
 
+// An array that raises as it is walked.
+@interface RaisingArray : NSArray
+@end
+
+@implementation RaisingArray
+
+- (NSUInteger)count {
+  return 3;
+}
+
+- (id)objectAtIndex:(NSUInteger)index {
+  [NSException raise:NSRangeException format:@"a bad array"];
+  return nil;
+}
+
+- (NSUInteger)countByEnumeratingWithState:(NSFastEnumerationState*)state
+                                  objects:(id __unsafe_unretained[])buffer
+                                    count:(NSUInteger)count {
+  [self objectAtIndex:0];
+  return 0;
+}
+
+@end
+
 namespace tarni::test {
 namespace {
 
@@ -294,11 +318,14 @@ constexpr Raising raisingCalls[] = {
     {"UIImage", "drawAtPoint:"},
 };
 
-INSTANTIATE_TEST_SUITE_P(In, RaisingCall, testing::ValuesIn(raisingCalls), [](const auto& tested) {
-  std::string name = std::string(tested.param.className) + "_" + tested.param.selector;
+std::string nameOf(const Raising& raising) {
+  std::string name = std::string(raising.className) + "_" + raising.selector;
   std::ranges::replace(name, ':', '_');
   return name;
-});
+}
+
+INSTANTIATE_TEST_SUITE_P(In, RaisingCall, testing::ValuesIn(raisingCalls),
+                         [](const auto& tested) { return nameOf(tested.param); });
 
 TEST_P(RaisingCall, LeavesTheApplicationRunningAndCommandsAnswered) {
   RaiseIn([NSString stringWithUTF8String:GetParam().className],
@@ -314,6 +341,47 @@ TEST_P(RaisingCall, LeavesTheApplicationRunningAndCommandsAnswered) {
       << "a question is reported once";
   const std::string found = command({{"functionname", "findelements"}, {"tagname", "UIButton"}});
   EXPECT_NE(found.find("elementID"), std::string::npos) << "all is well again: " << found;
+}
+
+class RubbishAnswer : public Faults, public testing::WithParamInterface<Raising> {};
+
+constexpr Raising rubbishAnswers[] = {
+    {"UIView", "superview"},          {"UIView", "subviews"},
+    {"UIView", "window"},             {"UIView", "layer"},
+    {"UIView", "hitTest:withEvent:"}, {"UIView", "gestureRecognizers"},
+    {"CALayer", "superlayer"},        {"CALayer", "sublayers"},
+    {"CALayer", "animationKeys"},     {"CALayer", "animationForKey:"},
+    {"UIEvent", "allTouches"},        {"UITouch", "view"},
+    {"UITouch", "window"},            {"UIApplication", "windows"},
+    {"UIApplication", "keyWindow"},   {"UIApplication", "_touchesEvent"},
+};
+
+INSTANTIATE_TEST_SUITE_P(To, RubbishAnswer, testing::ValuesIn(rubbishAnswers),
+                         [](const auto& tested) { return nameOf(tested.param); });
+
+TEST_P(RubbishAnswer, LeavesTheApplicationRunningAndCommandsAnswered) {
+  const id answers[] = {@42, @[ [NSNull null] ], [[[RaisingArray alloc] init] autorelease]};
+  for (const id answer : answers) {
+    AnswerIn([NSString stringWithUTF8String:GetParam().className],
+             sel_registerName(GetParam().selector), answer);
+    useEverything();
+    useTheRest();
+    EndFaults();
+    const std::string found = command({{"functionname", "findelements"}, {"tagname", "UIButton"}});
+    EXPECT_NE(found.find("elementID"), std::string::npos) << "all is well again: " << found;
+  }
+}
+
+TEST_F(Faults, WhatIsNoViewStandsAmongNoViews) {
+  AnswerIn(@"UIView", @selector(subviews), (@[ button_, [NSNull null], label_ ]));
+  const auto shown = ref(scroll_)->subviews();
+  ASSERT_EQ(shown.size(), 2U);
+  EXPECT_EQ(shown[0], ref(button_));
+  EXPECT_EQ(shown[1], ref(label_));
+  EndFaults();
+  AnswerIn(@"UIView", @selector(subviews), @42);
+  EXPECT_TRUE(ref(scroll_)->subviews().empty());
+  EXPECT_EQ(log_.linesWith("-[UIScrollView subviews] raised NSInvalidArgumentException").size(), 1U);
 }
 
 TEST_F(Faults, OneViewThatRaisesHidesNoOther) {

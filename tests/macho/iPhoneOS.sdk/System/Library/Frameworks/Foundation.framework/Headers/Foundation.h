@@ -91,6 +91,11 @@ typedef struct {
 - (id)objectAtIndex:(NSUInteger)index;
 @end
 
+@interface NSMutableArray : NSArray
++ (NSMutableArray*)array;
+- (void)addObject:(id)object;
+@end
+
 @interface NSSet : NSObject <NSFastEnumeration>
 - (NSUInteger)count;
 @end
