@@ -29,6 +29,7 @@ class ObjectiveCRuntime : public platform::ObjectiveCRuntime {
   void class_replaceMethod(platform::Class cls, std::string_view selector,
                            platform::Implementation implementation,
                            std::string_view types) override;
+  // Nothing, after a log line, for methods of different types: either would be called wrongly.
   void method_exchangeImplementations(platform::Method first, platform::Method second) override;
   // Outside of a hook the receiver is the application object. Throws NSException as well for what
   // the method raises then.

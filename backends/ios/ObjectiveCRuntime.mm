@@ -8,6 +8,7 @@
 #include "backends/ios/RaisedObject.h"
 #include "backends/ios/RuntimeClass.h"
 #include "backends/ios/Values.h"
+#include "platform/Foundation/NSLog.h"
 
 namespace tarni::ios {
 namespace {
@@ -47,7 +48,8 @@ bool hasOwnMethod(::Class cls, SEL selector) {
 
 // Nil before the application has made it.
 id applicationObject() {
-  return [objc_lookUpClass("UIApplication") sharedApplication];
+  const ::Class cls = objc_lookUpClass("UIApplication");
+  return answered(cls, "sharedApplication", [&]() -> id { return [cls sharedApplication]; });
 }
 
 // What a method of the runtime did when it was looked up.
@@ -162,6 +164,11 @@ void ObjectiveCRuntime::class_replaceMethod(platform::Class cls, std::string_vie
 void ObjectiveCRuntime::method_exchangeImplementations(platform::Method first,
                                                        platform::Method second) {
   if (!first || !second) return;
+  if (shapeOf(first->types) != shapeOf(second->types)) {
+    platform::NSLog("%s takes other arguments here than %s: its calls are not followed",
+                    first->selector.c_str(), second->selector.c_str());
+    return;
+  }
   ::method_exchangeImplementations(static_cast<NativeMethod*>(first)->native,
                                    static_cast<NativeMethod*>(second)->native);
 }

@@ -2,6 +2,7 @@
 #include "agent/core/GlobalVars.h"
 #include "agent/core/UIApplication_KIFAdditions.h"
 #include "agent/core/UIViewController_UIViewController.h"
+#include "agent/interaction/Swizzle.h"
 #include "agent/interaction/UIApplication_KIFAdditions.h"
 #include "backends/ios/GuardedCall.h"
 #include "platform/UIKit/Classes.h"
@@ -181,6 +182,15 @@ TEST_F(Hooks, AMethodOfAShapeThatNoneHasIsNamed) {
   EXPECT_FALSE(platform::current().runtime->class_addMethod(
       platform::uikit::UIApplication, "answer", [](const auto&) {}, "i@:"));
   EXPECT_EQ(log_.linesWith("-[UIApplication answer] cannot be hooked").size(), 1U);
+}
+
+TEST_F(Hooks, AMethodThatTakesOtherArgumentsThanItsHookStaysAsItIs) {
+  platform::current().runtime->class_addMethod(
+      platform::uikit::UIApplication, "ownHook:", [](const auto&) {}, "v@:B");
+  Swizzle(platform::uikit::UIApplication, "sendEvent:", "ownHook:");
+  tapButton();
+  EXPECT_EQ(presses_->count, 1);
+  EXPECT_EQ(log_.linesWith("sendEvent: takes other arguments here than ownHook:").size(), 1U);
 }
 
 }  // namespace
