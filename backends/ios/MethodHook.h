@@ -3,7 +3,9 @@
 #pragma once
 
 #include <array>
+#include <exception>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 #include "backends/ios/Apple.h"
@@ -35,14 +37,17 @@ class HookedCall {
   id receiver() const { return receiver_; }
   // What the method was called with; nil for what is no object.
   id object(std::size_t index) const { return objects_.at(index); }
-  // Keeps what the application's method raised until the hook has done its own.
+  // Keep what the application's method raised or threw until the hook has done its own.
   void setRaised(id raised) { raised_ = raised; }
   id raised() const { return raised_; }
+  void setThrown(std::exception_ptr thrown) { thrown_ = std::move(thrown); }
+  const std::exception_ptr& thrown() const { return thrown_; }
 
  private:
   id receiver_;
   std::array<id, 2> objects_;
   id raised_ = nil;
+  std::exception_ptr thrown_;
   HookedCall* outer_;
 };
 

@@ -26,9 +26,10 @@ std::array<platform::Implementation, numberOfHooks>& implementations() {
   return *all;
 }
 
-// Answers what the application's method raised.
+// Answers what the application's method raised, and throws what it threw.
 id runHook(std::size_t hook, HookedCall& call, const Arguments& arguments) {
   platform::runGuarded("a hook", [&] { implementations()[hook](arguments); });
+  if (call.thrown()) std::rethrow_exception(call.thrown());
   return call.raised();
 }
 
@@ -49,7 +50,7 @@ id runPlainHook(std::size_t hook, id receiver, const Arguments& arguments) {
   return runHook(hook, call, arguments);
 }
 
-// The functions themselves hold no object of C++: what is raised passes through them.
+// The functions themselves hold no object of C++: what is raised or thrown passes through them.
 template <std::size_t hook>
 void callNothing(id self, SEL) {
   tarni_raise(runPlainHook(hook, self, {}));

@@ -3,8 +3,8 @@
 // A method that the agent adds is one of a fixed number of functions, each of which calls what the
 // agent gave for it, so that it works whatever name an exchange gives it later, the application's
 // own exchanges included. While one runs, `perform` speaks to its receiver: what has no form in the
-// seam is passed on as it came, and what the application's method raises reaches the application.
-// Main thread.
+// seam is passed on as it came, and what the application's method raises or throws reaches the
+// application. Main thread.
 #pragma once
 
 #include <map>

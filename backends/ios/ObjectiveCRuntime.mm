@@ -7,6 +7,7 @@
 #include "backends/ios/MethodHook.h"
 #include "backends/ios/RaisedObject.h"
 #include "backends/ios/RuntimeClass.h"
+#include "backends/ios/Thrown.h"
 #include "backends/ios/Values.h"
 #include "platform/Foundation/NSLog.h"
 
@@ -70,7 +71,7 @@ struct NativeImplementation {
       send(receiver, flag, first, second);
     };
     if (hooked) {
-      hooked->setRaised(raisedBy(call));
+      hooked->setThrown(thrownBy([&] { hooked->setRaised(raisedBy(call)); }));
     } else {
       guarded(call);
     }

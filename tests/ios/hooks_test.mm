@@ -1,11 +1,15 @@
 // The methods of UIKit's that the agent exchanges, among the exchanges and subclasses of applications.
+#include <stdexcept>
+
 #include "agent/core/GlobalVars.h"
 #include "agent/core/UIApplication_KIFAdditions.h"
 #include "agent/core/UIViewController_UIViewController.h"
 #include "agent/interaction/Swizzle.h"
 #include "agent/interaction/UIApplication_KIFAdditions.h"
+#include "agent/interaction/UIView_KIFAdditions_Gestures.h"
 #include "backends/ios/GuardedCall.h"
 #include "platform/UIKit/Classes.h"
+#include "tests/ios/Await.h"
 #include "tests/ios/OnIos.h"
 
 static int ownEvents = 0;
@@ -61,6 +65,10 @@ static int ownEvents = 0;
 
 - (void)raise {
   [NSException raise:@"Own" format:@"raised by the application"];
+}
+
+- (void)throwText {
+  throw std::runtime_error("thrown by the application");
 }
 
 @end
@@ -143,6 +151,14 @@ TEST_F(Hooks, WhatTheApplicationRaisesReachesItAsWithoutTheAgent) {
   EXPECT_FALSE(tarni_guardedCall(call, this, &raised));
   EXPECT_STREQ(raised.reason, "raised by the application");
   EXPECT_EQ(log_.linesWith("Clicked").size(), 2U);
+}
+
+TEST_F(Hooks, WhatTheApplicationThrowsReachesItAsWithoutTheAgent) {
+  loadAgent();
+  EXPECT_EQ(failureOf([&] { tapButton(@selector(throwText)); }), "thrown by the application");
+  EXPECT_EQ(log_.linesWith("Clicked").size(), 2U);
+  const platform::UIViewRef button = ref([[window_ subviews] lastObject]);
+  EXPECT_EQ(failureOf(KIFAdditions::tapAtPoint(button, {5, 5})), "thrown by the application");
 }
 
 TEST_F(Hooks, ControllersOfAnyClassTellWhetherTheyHaveAppeared) {
