@@ -6,6 +6,7 @@
 #include "platform/Foundation/Guarded.h"
 
 namespace tarni::headless {
+
 void RunLoop::post(platform::Block block) {
   {
     const std::lock_guard lock(mutex_);
