@@ -16,9 +16,18 @@ typedef struct {
   long words[2];
 } pthread_once_t, pthread_mutexattr_t;
 
-#define PTHREAD_MUTEX_INITIALIZER {{0}}
-#define PTHREAD_COND_INITIALIZER {{0}}
-#define PTHREAD_ONCE_INIT {{0}}
+#define PTHREAD_MUTEX_INITIALIZER \
+  {                               \
+    { 0 }                         \
+  }
+#define PTHREAD_COND_INITIALIZER \
+  {                              \
+    { 0 }                        \
+  }
+#define PTHREAD_ONCE_INIT \
+  {                       \
+    { 0 }                 \
+  }
 #define PTHREAD_MUTEX_RECURSIVE 2
 
 __BEGIN_DECLS
