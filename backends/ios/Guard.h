@@ -2,10 +2,11 @@
 // what they like. Any thread.
 //
 // `guarded` is for what the agent does: what is raised goes on as platform::NSException, which a
-// command answers with its reason. `answered` is for what the agent asks: an answer that raised is
-// the given one, and the log says so once, so that one bad view does not hide all others.
+// command answers with its reason. `answered` is for what the agent asks: an answer that raised, or
+// threw what is C++'s, is the given one, and the log says so once, so that one bad view does not
+// hide all others.
 //
-// Calls hold messages only: what C++ throws inside one would end at the boundary of the languages.
+// Calls hold messages only.
 #pragma once
 
 #include <string>
@@ -14,6 +15,7 @@
 
 #include "backends/ios/Apple.h"
 #include "backends/ios/GuardedCall.h"
+#include "backends/ios/Thrown.h"
 #include "platform/Foundation/NSException.h"
 
 namespace tarni::ios {
@@ -22,10 +24,25 @@ namespace detail {
 
 // Writes "-[MyView hidden] raised …" once for each class and question.
 void reportRaised(id object, const char* question, const TarniRaised& raised) noexcept;
+// The same for what it threw.
+void reportThrown(id object, const char* question, const std::exception_ptr& thrown) noexcept;
 
 template <typename Call>
 bool invoke(Call& call, TarniRaised& raised) {
   return tarni_guardedCall([](void* context) { (*static_cast<Call*>(context))(); }, &call, &raised);
+}
+
+// False after a report.
+template <typename Call>
+bool comesBack(id object, const char* question, Call& call) noexcept {
+  TarniRaised raised;
+  bool cameBack = false;
+  if (const std::exception_ptr thrown = thrownBy([&] { cameBack = invoke(call, raised); })) {
+    reportThrown(object, question, thrown);
+  } else if (!cameBack) {
+    reportRaised(object, question, raised);
+  }
+  return cameBack;
 }
 
 }  // namespace detail
@@ -48,22 +65,16 @@ auto guarded(Call call) {
 template <typename Call, typename Result = std::invoke_result_t<Call>>
 Result answered(id object, const char* question, Call call,
                 std::type_identity_t<Result> otherwise = Result{}) noexcept {
-  TarniRaised raised;
   Result result{};
   auto keep = [&] { result = call(); };
-  if (detail::invoke(keep, raised)) return result;
-  detail::reportRaised(object, question, raised);
-  return otherwise;
+  return detail::comesBack(object, question, keep) ? result : otherwise;
 }
 
-// The same for a call without an answer: false when it raised.
+// The same for a call without an answer: false when it did not come back.
 template <typename Call>
 requires std::is_void_v<std::invoke_result_t<Call>>
 bool answered(id object, const char* question, Call call) noexcept {
-  TarniRaised raised;
-  const bool cameBack = detail::invoke(call, raised);
-  if (!cameBack) detail::reportRaised(object, question, raised);
-  return cameBack;
+  return detail::comesBack(object, question, call);
 }
 
 }  // namespace tarni::ios

@@ -5,11 +5,23 @@
 #include "backends/ios/Report.h"
 
 namespace tarni::ios {
+namespace {
+
+std::string asked(id object, const char* question) {
+  return std::string("-[") + class_getName(object_getClass(object)) + " " + question + "]";
+}
+
+}  // namespace
 
 void detail::reportRaised(id object, const char* question, const TarniRaised& raised) noexcept {
-  const std::string asked =
-      std::string("-[") + class_getName(object_getClass(object)) + " " + question + "]";
-  reportOnce(asked, asked + " raised " + raised.name + ": " + raised.reason);
+  const std::string message = asked(object, question);
+  reportOnce(message, message + " raised " + raised.name + ": " + raised.reason);
+}
+
+void detail::reportThrown(id object, const char* question,
+                          const std::exception_ptr& thrown) noexcept {
+  const std::string message = asked(object, question);
+  reportOnce(message, message + " threw " + reasonOf(thrown));
 }
 
 }  // namespace tarni::ios

@@ -2,6 +2,7 @@
 // answered.
 #include <nlohmann/json.hpp>
 #include <set>
+#include <stdexcept>
 
 #include "agent/WebView/WebView.h"
 #include "agent/core/GlobalVars.h"
@@ -28,6 +29,18 @@
 
 - (BOOL)isKindOfClass:(Class)cls {
   return [self class] == cls;
+}
+
+@end
+
+// A view of an application that is written in Objective-C++.
+@interface ThrowingView : UIView
+@end
+
+@implementation ThrowingView
+
+- (NSArray*)subviews {
+  throw std::runtime_error("a view's own");
 }
 
 @end
@@ -382,6 +395,16 @@ TEST_F(Faults, WhatIsNoViewStandsAmongNoViews) {
   AnswerIn(@"UIView", @selector(subviews), @42);
   EXPECT_TRUE(ref(scroll_)->subviews().empty());
   EXPECT_EQ(log_.linesWith("-[UIScrollView subviews] raised NSInvalidArgumentException").size(), 1U);
+}
+
+TEST_F(Faults, AViewThatThrowsWhatIsCppsHidesNoOther) {
+  ThrowingView* const thrower =
+      [[[ThrowingView alloc] initWithFrame:CGRectMake(0, 0, 10, 10)] autorelease];
+  [[button_ superview] addSubview:thrower];
+  const std::string found = command({{"functionname", "findelements"}, {"tagname", "UIButton"}});
+  EXPECT_NE(found.find("elementID"), std::string::npos) << found;
+  EXPECT_EQ(log_.linesWith("-[ThrowingView subviews] threw a view's own").size(), 1U);
+  [thrower removeFromSuperview];
 }
 
 TEST_F(Faults, OneViewThatRaisesHidesNoOther) {
