@@ -3,10 +3,10 @@
 #include <nlohmann/json.hpp>
 
 #include "agent/TcpCommunication/BaseManager/UTF8.h"
-#include "agent/diagnostics/Errors.h"
 #include "agent/diagnostics/Screenshots.h"
 #include "agent/elements/UIViewFinder.h"
 #include "agent/elements/Utilities.h"
+#include "platform/Foundation/Guarded.h"
 #include "platform/Foundation/NSLog.h"
 
 namespace tarni {
@@ -55,7 +55,7 @@ Task<std::optional<std::string>> PlaybackExecutor::execute(std::string message) 
   try {
     co_return co_await answerTo(message);
   } catch (...) {
-    reason = Diagnostics::reasonOfCurrentException();
+    reason = platform::reasonOf();
   }
   co_await Diagnostics::recordFailure("exceptionmsg", reason + '\n' + message);
   co_return exceptionAnswer(reason);

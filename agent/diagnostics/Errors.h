@@ -1,14 +1,9 @@
-// Helpers for the places at which exceptions end. Any thread.
+// Where exceptions of work that nobody waits for end.
 #pragma once
-
-#include <string>
 
 #include "platform/Task.h"
 
 namespace tarni::Diagnostics {
-
-// The reason of the exception that is being handled, for use inside a `catch`.
-std::string reasonOfCurrentException();
 
 // Starts work that nobody waits for. A platform that cannot finish at once goes on by itself, and
 // what fails then ends in the log. On the main thread, like the work.

@@ -3,6 +3,7 @@
 #include <string>
 
 #include "backends/ios/Report.h"
+#include "platform/Foundation/Guarded.h"
 
 namespace tarni::ios {
 namespace {
@@ -21,7 +22,7 @@ void detail::reportRaised(id object, const char* question, const TarniRaised& ra
 void detail::reportThrown(id object, const char* question,
                           const std::exception_ptr& thrown) noexcept {
   const std::string message = asked(object, question);
-  reportOnce(message, message + " threw " + reasonOf(thrown));
+  reportOnce(message, message + " threw " + platform::reasonOf(thrown));
 }
 
 }  // namespace tarni::ios

@@ -11,14 +11,4 @@ std::exception_ptr thrownBy(const std::function<void()>& call) noexcept {
   return nullptr;
 }
 
-std::string reasonOf(const std::exception_ptr& thrown) {
-  try {
-    std::rethrow_exception(thrown);
-  } catch (const std::exception& error) {
-    return error.what();
-  } catch (...) {
-    return "what is no std::exception";
-  }
-}
-
 }  // namespace tarni::ios

@@ -4,14 +4,10 @@
 
 #include <exception>
 #include <functional>
-#include <string>
 
 namespace tarni::ios {
 
 // What `call` threw; null when it came back.
 std::exception_ptr thrownBy(const std::function<void()>& call) noexcept;
-
-// What it says of itself.
-std::string reasonOf(const std::exception_ptr& thrown);
 
 }  // namespace tarni::ios

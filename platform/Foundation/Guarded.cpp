@@ -4,6 +4,17 @@
 
 namespace tarni::platform {
 
+std::string reasonOf(const std::exception_ptr& failure) {
+  try {
+    std::rethrow_exception(failure);
+  } catch (const std::exception& error) {
+    return error.what();
+  } catch (...) {
+    return "unknown exception";
+  }
+}
+
+// Takes no memory: that may be what failed.
 void logFailure(const char* context, const std::exception_ptr& failure) noexcept {
   if (!failure) return;
   try {

@@ -4,8 +4,12 @@
 
 #include <exception>
 #include <functional>
+#include <string>
 
 namespace tarni::platform {
+
+// What the failure says of itself, inside a `catch` of the one that is being handled.
+std::string reasonOf(const std::exception_ptr& failure = std::current_exception());
 
 // Logs "context: reason" of the failure, inside a `catch` of the one that is being handled. Null is
 // no failure.
