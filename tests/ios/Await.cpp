@@ -6,6 +6,7 @@
 #include "tests/support/Complete.h"
 
 namespace tarni::test {
+
 void await(platform::Task<void> task) {
   complete(std::move(task));
 }

@@ -7,12 +7,14 @@
 #include <QtCore/QCoreApplication>
 #include <QtWidgets/QWidget>
 #include <exception>
+#include <optional>
 #include <string>
 #include <vector>
 
 #include "backends/qt/ViewRegistry.h"
 #include "platform/UIKit/Classes.h"
 #include "platform/UIKit/UIControls.h"
+#include "tests/support/Complete.h"
 
 namespace tarni::test {
 
@@ -50,15 +52,10 @@ inline void finish(platform::Task<void> work) {
   if (failure) std::rethrow_exception(failure);
 }
 
-inline platform::Task<void> keepResult(platform::Task<platform::UIImageRef> work,
-                                       platform::UIImageRef& result) {
-  result = co_await work;
-}
-
 inline platform::UIImageRef pictureOf(const UIViewRef& view) {
-  platform::UIImageRef picture;
-  finish(keepResult(view->drawViewHierarchy(), picture));
-  return picture;
+  std::optional<platform::UIImageRef> picture;
+  finish(storeResult(view->drawViewHierarchy(), picture));
+  return picture.value();
 }
 
 inline std::vector<UIViewRef> subviewsOf(const UIViewRef& view) {
