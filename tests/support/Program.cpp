@@ -49,6 +49,8 @@ Program::Program(std::vector<std::string> command, const Environment& environmen
   if (output < 0) throw std::runtime_error("no file for the output of " + command.front());
   outputPath_ = path;
 
+  // What outlives the program that started it becomes a child of this process, to be waited for.
+  prctl(PR_SET_CHILD_SUBREAPER, 1);
   std::vector<std::string> variables = mergedEnvironment(environment);
   const std::vector<char*> arguments = pointers(command);
   const std::vector<char*> merged = pointers(variables);
@@ -68,12 +70,10 @@ Program::Program(std::vector<std::string> command, const Environment& environmen
   if (failure != 0) throw std::runtime_error("cannot start " + command.front());
 }
 
+// Its ports are free only when all that it started has ended, too.
 Program::~Program() {
-  if (isRunning()) {
-    kill(-pid_, SIGKILL);
-    waitpid(pid_, &status_, 0);
-  } else {
-    kill(-pid_, SIGKILL);  // what it left behind
+  kill(-pid_, SIGKILL);
+  while (waitpid(-pid_, nullptr, 0) > 0) {
   }
   unlink(outputPath_.c_str());
 }
