@@ -120,6 +120,8 @@ TEST_F(Isolation, OfAProgramLeavesNoWayToItsPorts) {
 // What the case above would see if a program were not alone.
 TEST_F(Isolation, IsWhatKeepsOthersOut) {
   const auto program = start({});
+  ASSERT_TRUE(eventually([] { return Wire::accepts(kPlaybackPort); }));
+  // Looking took the one connection, which ends recording: the playback port comes back.
   EXPECT_TRUE(eventually([&] { return reachedPorts() > 0; })) << program->output();
   EXPECT_THAT(networkFile(*program, "fib_trie"), HasSubstr(kOutside));
 }
