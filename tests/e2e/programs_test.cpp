@@ -121,8 +121,7 @@ TEST_P(Programs, ARealClickBecomesAStep) {
   const Wire recorder(kRecorderPort);
   EXPECT_EQ(recorder.readMessage(), "Welcome! RecorderServer StartedSuccessfully ");
   // A view that has just appeared has no identity yet, and a tap on it makes no step. So the hand
-  // closes what its last tap opened, gives the agent, which looks every second, time to look at the
-  // window without it, and taps again until a step comes.
+  // closes what its last tap opened, gives the agent a moment, and taps again until a step comes.
   std::string step;
   const auto stepComes = [&](milliseconds timeout) {
     try {
@@ -131,7 +130,7 @@ TEST_P(Programs, ARealClickBecomesAStep) {
     }
     return !step.empty();
   };
-  for (int attempt = 0; attempt < 10 && !stepComes(milliseconds(1200)); ++attempt) {
+  for (int attempt = 0; attempt < 10 && !stepComes(milliseconds(400)); ++attempt) {
     const Point origin = windowOrigin();
     display_.click(origin.x + inWindow->x, origin.y + inWindow->y);
     if (stepComes(milliseconds(1500))) break;
