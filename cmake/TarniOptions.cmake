@@ -1,7 +1,5 @@
 # Compiler settings of every target, and the functions with which layers are declared.
 
-option(TARNI_BUILD_TESTS "Build the tests" ON)
-option(TARNI_BUILD_BENCHMARKS "Build the benchmarks" ON)
 set(TARNI_SANITIZE "" CACHE STRING "Sanitizer of all targets: address, undefined, thread or empty")
 
 option(TARNI_FUZZ "Build the fuzzers; needs clang, whose warnings count for nothing" OFF)
@@ -25,11 +23,6 @@ if(TARNI_CCACHE)
 endif()
 
 if(NOT IOS)
-  # Both majors of Qt stand side by side. The targets of Qt 6 name each other without the major
-  # (Qt::Core), and such a name belongs to the major that is found first.
-  set(QT_NO_CREATE_VERSIONLESS_FUNCTIONS ON)
-  find_package(Qt6 REQUIRED COMPONENTS Core Gui Widgets Network OpenGL Qml QmlModels Quick
-    WebEngineWidgets WebEngineQuick)
   find_package(PkgConfig REQUIRED)
 endif()
 find_package(Threads REQUIRED)
