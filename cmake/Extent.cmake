@@ -6,12 +6,12 @@ option(TARNI_BUILD_TESTS "Build the tests" ON)
 option(TARNI_BUILD_BENCHMARKS "Build the benchmarks" ON)
 
 # Sets the variable to whether all of the other variables hold; says what is left out when not.
-#   tarni_extent(VARIABLE what group variable…)
-function(tarni_extent variable what group)
+#   tarni_extent(VARIABLE what "command that installs it" variable…)
+function(tarni_extent variable what command)
   foreach(needed ${ARGN})
     if(NOT ${needed})
       set(${variable} OFF PARENT_SCOPE)
-      set(message "left out: ${what} (tools/setup ${group} installs what is missing)")
+      set(message "left out: ${what} (${command} installs what is missing)")
       if(TARNI_COMPLETE)
         message(FATAL_ERROR "${message}")
       endif()
@@ -35,16 +35,16 @@ find_package(Qt6 REQUIRED COMPONENTS Core Gui Widgets Network OpenGL Qml QmlMode
 find_package(Qt5WebEngineWidgets QUIET)
 find_program(TARNI_NODE node)
 find_program(TARNI_NPM npm)
-tarni_extent(TARNI_WITH_PAGES "pages in web views" pages
+tarni_extent(TARNI_WITH_PAGES "pages in web views" "tools/setup pages"
   Qt5WebEngineWidgets_FOUND Qt6WebEngineWidgets_FOUND TARNI_NODE TARNI_NPM)
 
 find_program(TARNI_CLANG clang-19)
 find_path(TARNI_GNUSTEP Foundation/Foundation.h PATHS /usr/include/GNUstep NO_DEFAULT_PATH)
-tarni_extent(TARNI_WITH_IOS "the backend for iOS" ios TARNI_CLANG TARNI_GNUSTEP)
+tarni_extent(TARNI_WITH_IOS "the backend for iOS" "tools/setup ios" TARNI_CLANG TARNI_GNUSTEP)
 
 if(TARNI_BUILD_TESTS OR TARNI_BUILD_BENCHMARKS)
   find_package(GTest QUIET)
   find_package(benchmark QUIET)
-  tarni_extent(TARNI_WITH_TESTS "tests and benchmarks" ""
+  tarni_extent(TARNI_WITH_TESTS "tests and benchmarks" tools/setup
     TARNI_WITH_PAGES TARNI_WITH_IOS GTest_FOUND benchmark_FOUND)
 endif()
