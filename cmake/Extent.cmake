@@ -30,8 +30,8 @@ endif()
 # Both majors of Qt stand side by side. The targets of Qt 6 name each other without the major
 # (Qt::Core), and such a name belongs to the major that is found first.
 set(QT_NO_CREATE_VERSIONLESS_FUNCTIONS ON)
-find_package(Qt6 REQUIRED COMPONENTS Core Gui Widgets Network OpenGL Qml QmlModels Quick
-  OPTIONAL_COMPONENTS WebEngineWidgets WebEngineQuick)
+find_package(Qt6 REQUIRED COMPONENTS Core Gui Widgets Network OpenGL Qml QmlModels Quick)
+find_package(Qt6 QUIET OPTIONAL_COMPONENTS WebEngineWidgets WebEngineQuick)
 find_package(Qt5WebEngineWidgets QUIET)
 find_program(TARNI_NODE node)
 find_program(TARNI_NPM npm)
