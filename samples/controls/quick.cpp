@@ -1,5 +1,5 @@
-// Every standard control of Qt Quick on one page. It knows nothing of the agent. What the page tells
-// by console.info is a line on the standard output: "colour=Blue".
+// Every standard control of Qt Quick on one page. It knows nothing of the agent. What the page
+// tells by console.info is a line on the standard output: "colour=Blue".
 
 #include <QGuiApplication>
 #include <QQmlApplicationEngine>
