@@ -78,6 +78,13 @@ bool isBlockedByModal(QWindow* window) {
   return window && qt_window_private(window)->blockedByModalWindow;
 }
 
+// A mouse names the corner of the pixel that it points at, which lies on the edge of what begins
+// there.
+QPointF middleOfAPixel(const QWindow* window) {
+  const double half = 0.5 / (window ? window->devicePixelRatio() : 1);
+  return {half, half};
+}
+
 }  // namespace
 
 void postInput(std::function<void()> work) {
@@ -137,7 +144,8 @@ bool QtEventHook::followMouse(const MouseEvent& event) {
   if (event.nonClientArea || isOtherButton) return false;
   if (!mouse_.touch) {
     if (!isDown || isMove) return false;
-    mouse_ = beginFinger(event.window, event.localPos, event.globalPos);
+    mouse_ =
+        beginFinger(event.window, event.localPos + middleOfAPixel(event.window), event.globalPos);
     fingerEvent_._addTouch(mouse_.touch, false);
     return true;
   }

@@ -107,7 +107,7 @@ TEST_F(EventHook, ShowsAClickBeforeTheProgramHasIt) {
   EXPECT_EQ(clicks_, 1);
   EXPECT_THAT(phases(), testing::ElementsAre(UITouchPhase::Began, UITouchPhase::Ended));
   EXPECT_EQ(seen_[0].view, qt::viewOfWidget(button_));
-  EXPECT_EQ(seen_[0].location, (platform::CGPoint{double(at.x()), double(at.y())}));
+  EXPECT_EQ(seen_[0].location, (platform::CGPoint{at.x() + 0.5, at.y() + 0.5}));
 }
 
 TEST_F(EventHook, KeepsTheViewOnWhichATouchBegan) {
