@@ -71,11 +71,20 @@ Task<void> takeTouch(ElementsQueue& queue, StepDraftRef* result) {
   const ElementInfoRef info = ElementProcessor().getExactElementInfo(queue.takeBucket());
   if (!info) co_return;
   const UIViewRef view = info->getUIView();
-  if (RecorderAction::standsInWindow(view)) {
-    const StepRequest request{info->getAction(), view, info->getDatArgs(), info->getTouchedPoint()};
+  const StepDraftRef draft = info->getDraft();
+  const UIViewRef refined = draft ? draft->recordedView.lock() : nullptr;
+  // The tap may have closed or turned the page: what stands there now is not what was touched.
+  const bool isStillThere =
+      draft ? RecorderAction::isShown(refined) : RecorderAction::standsInWindow(view);
+  if (isStillThere) {
+    const StepRequest request{.action = info->getAction(),
+                              .view = view,
+                              .data = info->getDatArgs(),
+                              .point = info->getTouchedPoint(),
+                              .refined = refined};
     *result = co_await draftStep(request);
   } else {
-    *result = info->getDraft();
+    *result = draft;
   }
   if (*result) ++draftsInHand;
 }

@@ -11,6 +11,7 @@
 #include "agent/elements/UIViewsManager.h"
 #include "agent/elements/Utilities.h"
 #include "agent/elements/XpathManager.h"
+#include "agent/interaction/UIView_KIFAdditions.h"
 #include "agent/recording/MainRecorderAction.h"
 #include "platform/Foundation/Guarded.h"
 #include "platform/Foundation/NSException.h"
@@ -46,8 +47,7 @@ bool isStrictlyInside(const UIViewRef& candidate, const UIViewRef& touched, CGPo
 }
 
 // The view listed last that contains the point, so that what lies on top wins. The list holds
-// hidden views as well, and so a tap beside everything on a page may be that of a view on a hidden
-// one.
+// hidden views as well, but those are nowhere (UIView::center).
 UIViewRef refinedView(const UIViewRef& touched, CGPoint point) {
   if (takesTouchesWhole(touched)) return touched;
   UIViewsManager manager;
@@ -155,7 +155,7 @@ StepDraftRef RecorderAction::describeStep(const StepRequest& request) const {
   auto draft = std::make_shared<StepDraft>();
   // 1. and 2. The view under the finger.
   const UIViewRef& touched = request.view;
-  UIViewRef recorded = refinedView(touched, request.point);
+  UIViewRef recorded = request.refined ? request.refined : refinedView(touched, request.point);
   // 3. A segmented control is recorded as its selected segment; one that has yet to change, as the
   // segment under the finger.
   if (classNameContains(touched, "segmentedcontrol") && !request.isTouchPending) {
@@ -230,6 +230,10 @@ bool RecorderAction::standsInWindow(const UIViewRef& view) {
   assertMainThread();
   const platform::UIWindowRef window = view ? view->window() : nullptr;
   return window && !window->isHidden();
+}
+
+bool RecorderAction::isShown(const UIViewRef& view) {
+  return standsInWindow(view) && KIFAdditions::isVisibleInViewHierarchy(view);
 }
 
 std::string RecorderAction::typedText(const UIViewRef& view) {

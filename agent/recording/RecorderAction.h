@@ -28,6 +28,8 @@ struct StepRequest {
   platform::CGPoint point;
   // The application has not handled the touch yet: a switch is about to change.
   bool isTouchPending = false;
+  // What the touch was refined to when it began; null to look for it now.
+  platform::UIViewRef refined = nullptr;
 };
 
 // A step before its picture is encoded.
@@ -70,6 +72,8 @@ class RecorderAction {
 
   // True while the view is in a window that is on screen. Main thread.
   static bool standsInWindow(const platform::UIViewRef& view);
+  // True while a person can see the view: it stands in such a window, and nothing hides it.
+  static bool isShown(const platform::UIViewRef& view);
   // The text in a text field or text view; empty for any other view. Main thread.
   static std::string typedText(const platform::UIViewRef& view);
 

@@ -102,13 +102,28 @@ TEST_F(Steps, LabelWithNothingBelowItLooksOverTheWholeWindow) {
   EXPECT_EQ(objectOf(stepOfTap(*leaf)).at("sahiText"), "over");
 }
 
-TEST_F(Steps, HiddenViewUnderTheFingerIsACandidateLikeAnyOther) {
+TEST_F(Steps, WhatIsHiddenTakesNoTap) {
   const auto pages = build<View>().frame({{0, 0}, {200, 200}}).in(*window);
-  build<headless::Label>("of the hidden page").frame({{0, 0}, {200, 40}}).hidden().in(*pages);
+  build<headless::Label>("shown").frame({{0, 0}, {200, 40}}).in(*pages);
+  const auto page = build<View>().frame({{0, 0}, {200, 200}}).hidden().in(*pages);
+  build<headless::Label>("of the hidden page").frame({{0, 0}, {200, 40}}).in(*page);
   walk();
   environment.finger().tap(*pages, {50, 20});
   runWorker();
-  EXPECT_EQ(objectOf(takeSteps().at(0)).at("sahiText"), "of the hidden page");
+  EXPECT_EQ(objectOf(takeSteps().at(0)).at("sahiText"), "shown");
+}
+
+TEST_F(Steps, TapThatTurnsThePageIsThatOfThePageItWasOn) {
+  const auto row = build<headless::Label>("row").frame({{0, 0}, {200, 40}}).in(*window);
+  const auto page = build<View>().frame({{0, 0}, {200, 200}}).hidden().in(*window);
+  build<headless::Label>("next page").frame({{0, 0}, {200, 40}}).in(*page);
+  row->setUserInteractionEnabled(true);
+  walk();
+  environment.finger().tap(*row, {50, 20});
+  row->setHidden(true);
+  page->setHidden(false);
+  runWorker();
+  EXPECT_EQ(objectOf(takeSteps().at(0)).at("sahiText"), "row");
 }
 
 TEST_F(Steps, SelectedSegmentIsRecordedWithTheTextOfItsControl) {
