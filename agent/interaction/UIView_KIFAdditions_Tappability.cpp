@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <array>
 #include <cmath>
-#include <limits>
 #include <span>
 #include <vector>
 
@@ -62,15 +61,14 @@ bool isTappableWithHitTestResultView(const UIViewRef& view, const UIViewRef& hit
 }
 
 CGPoint tappablePointInRect(const UIViewRef& view, const CGRect& rect) {
-  constexpr double nan = std::numeric_limits<double>::quiet_NaN();
   const platform::UIWindowRef window = view->window();
-  if (!window) return {nan, nan};
+  if (!window) return platform::kNowhere;
   for (const CGPoint point : samplePoints(platform::convertRect(rect, view, window))) {
     if (isTappableWithHitTestResultView(view, window->hitTest(point))) {
       return platform::convertPoint(point, window, view);
     }
   }
-  return {nan, nan};
+  return platform::kNowhere;
 }
 
 bool isTappableInRect(const UIViewRef& view, const CGRect& rect) {

@@ -168,6 +168,13 @@ CGRect View::frame() const {
   return {{center_.x - size.width / 2, center_.y - size.height / 2}, size};
 }
 
+CGPoint View::center() const {
+  for (const View* at = this; at; at = at->superview_) {
+    if (at->isHidden()) return platform::kNowhere;
+  }
+  return center_;
+}
+
 void View::setBounds(const CGRect& bounds) {
   if (bounds_ == bounds) return;
   bounds_ = bounds;

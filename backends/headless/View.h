@@ -64,7 +64,7 @@ class View : public platform::UIView {
   // --- geometry
   platform::CGRect bounds() const override { return bounds_; }
   platform::CGRect frame() const override;
-  platform::CGPoint center() const override { return center_; }
+  platform::CGPoint center() const override;
   platform::CGAffineTransform transform() const override { return transform_; }
   void setBounds(const platform::CGRect& bounds);
   // Sets the centre and the size of the bounds such that `frame` gives the rectangle.

@@ -102,6 +102,9 @@ platform::CGRect View::frame() const {
 }
 
 platform::CGPoint View::center() const {
+  for (::UIView* at = view_; at; at = ask("superview", [&] { return [at superview]; })) {
+    if (ask("isHidden", [&]() -> bool { return [at isHidden]; })) return platform::kNowhere;
+  }
   return toPoint(ask("center", [&] { return [view_ center]; }));
 }
 

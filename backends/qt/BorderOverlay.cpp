@@ -10,18 +10,6 @@ namespace {
 
 constexpr int kFollowMilliseconds = 40;
 
-// The part of `rect` (in the widget's coordinates) that the widget and those above it do not clip.
-QRect visiblePart(const QWidget& widget, const QRect& rect) {
-  QRect visible = rect;
-  QPoint origin;
-  for (const QWidget* at = &widget; at; at = at->parentWidget()) {
-    visible &= at->rect().translated(-origin);
-    if (at->isWindow()) break;
-    origin += at->pos();
-  }
-  return visible;
-}
-
 }  // namespace
 
 BorderOverlay::BorderOverlay(QWidget& window, std::weak_ptr<const QtViewBase> view)
@@ -66,7 +54,7 @@ void BorderOverlay::follow() {
   QWidget* const window = widget->window();
   if (window != parentWidget()) setParent(window);
   const QRect shape = view->shape();
-  const QRect visible = visiblePart(*widget, shape);
+  const QRect visible = view->shownShape();
   const QRect inWindow(widget->mapTo(window, visible.topLeft()), visible.size());
   const QRect border = shape.translated(-visible.topLeft());
   if (border != border_) update();

@@ -12,6 +12,12 @@ platform::UIViewRef QtPart::superview() const {
   return widget() ? std::const_pointer_cast<QtView>(owner_.lock()) : nullptr;
 }
 
+platform::CGRect QtPart::frame() const {
+  const std::shared_ptr<const QtView> above = owner();
+  return above ? toCGRect(shownShape().translated(-above->shownShape().topLeft()))
+               : platform::CGRect{};
+}
+
 platform::UIViewRef QtPart::hitTest(platform::CGPoint point) const {
   const QWidget* const drawing = widget();
   if (!drawing || !drawing->isVisible() || !bounds().contains(point)) return nullptr;

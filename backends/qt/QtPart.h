@@ -18,7 +18,7 @@ class QtPart : public QtViewBase {
   platform::Class getClass() const final { return class_; }
   platform::UIViewRef superview() const final;
   std::span<const platform::UIViewRef> subviews() const final { return {}; }
-  platform::CGRect frame() const final { return toCGRect(shape()); }
+  platform::CGRect frame() const final;
   platform::UIViewRef hitTest(platform::CGPoint point) const final;
 
   bool isHidden() const override { return widget() == nullptr; }

@@ -108,17 +108,20 @@ bool QtView::isUpToDate() const {
 
 platform::CGRect QtView::frame() const {
   if (!widget_) return {};
-  const QRect own = shape();
+  const QRect own = shownShape();
   if (widget_->isWindow()) return toCGRect({widget_->mapToGlobal(own.topLeft()), own.size()});
   QPoint origin = widget_->pos();
   const QWidget* const parent = widget_->parentWidget();
   if (scrollAreaOfViewport(parent)) origin += parent->pos();
+  if (const UIViewRef above = superview()) {
+    origin -= static_cast<const QtView&>(*above).shownShape().topLeft();
+  }
   return toCGRect(own.translated(origin));
 }
 
 UIViewRef QtView::hitTest(CGPoint point) const {
   if (!widget_ || !widget_->isVisible() || !bounds().contains(point)) return nullptr;
-  const QPoint at = toQPoint(point) + shape().topLeft();
+  const QPoint at = toQPoint(point) + shownShape().topLeft();
   QWidget* hit = widget_->childAt(at);
   UIViewRef view;
   // Widgets of the agent have no view; what is under them counts.

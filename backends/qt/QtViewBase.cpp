@@ -30,8 +30,26 @@ std::unique_ptr<QtBorder> QtViewBase::makeBorder() const {
       std::static_pointer_cast<const QtViewBase>(shared_from_this()));
 }
 
+QRect QtViewBase::shownShape() const {
+  const QWidget* const drawing = widget();
+  const QRect all = shape();
+  if (!drawing || !drawing->isVisible()) return all;
+  QRect shown = all;
+  QPoint origin;
+  for (const QWidget* at = drawing; at; at = at->parentWidget()) {
+    shown &= at->rect().translated(-origin);
+    if (at->isWindow()) break;
+    origin += at->pos();
+  }
+  return shown.isEmpty() ? QRect() : shown;
+}
+
+bool QtViewBase::isShown() const {
+  return widget() && widget()->isVisible() && !isHidden();
+}
+
 CGRect QtViewBase::bounds() const {
-  const QSize size = shape().size();
+  const QSize size = shownShape().size();
   return {{0, 0}, {static_cast<double>(size.width()), static_cast<double>(size.height())}};
 }
 
@@ -52,11 +70,11 @@ std::optional<std::string> QtViewBase::accessibilityLanguage() const {
 
 platform::Task<platform::UIImageRef> QtViewBase::drawViewHierarchy() {
   QWidget* const drawing = widget();
-  co_return drawing ? draw(*drawing, shape()) : nullptr;
+  co_return drawing ? draw(*drawing, shownShape()) : nullptr;
 }
 
 QPoint QtViewBase::originInWindow() const {
-  QPoint origin = shape().topLeft();
+  QPoint origin = shownShape().topLeft();
   for (const QWidget* at = widget(); at && !at->isWindow(); at = at->parentWidget()) {
     origin += at->pos();
   }

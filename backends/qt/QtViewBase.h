@@ -14,6 +14,9 @@ class QtViewBase : public QtViewCore {
  public:
   // The view's rectangle in that widget's coordinates; empty when it has gone.
   virtual QRect shape() const = 0;
+  // What of it is on screen, where the widget and those above it do not clip it away: the rectangle
+  // that the view has for everybody else. The whole shape while the widget is hidden.
+  QRect shownShape() const;
 
   platform::UIWindowRef window() const final;
   QWindow* nativeWindow() const final;
@@ -27,6 +30,9 @@ class QtViewBase : public QtViewCore {
   bool clipsToBounds() const final { return true; }
   std::optional<std::string> accessibilityLanguage() const final;
   platform::Task<platform::UIImageRef> drawViewHierarchy() final;
+
+ protected:
+  bool isShown() const final;
 
  private:
   QPoint originInWindow() const;

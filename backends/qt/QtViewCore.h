@@ -34,6 +34,8 @@ class QtViewCore : public platform::UIView {
   platform::UIViewRef instanceVariable(std::string_view) const override { return nullptr; }
 
  protected:
+  // False when the view is hidden or stands in a hidden one.
+  virtual bool isShown() const = 0;
   // `title`, and for a view that shows an icon only what a screen reader calls it, otherwise its
   // tool tip.
   std::optional<std::string> titleOrName(std::optional<std::string> title) const;

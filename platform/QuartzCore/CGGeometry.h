@@ -14,6 +14,10 @@ struct CGPoint {
   bool operator==(const CGPoint&) const = default;
 };
 
+// No point: no rectangle contains it, and no rectangle round it contains a point.
+inline constexpr CGPoint kNowhere{std::numeric_limits<double>::quiet_NaN(),
+                                  std::numeric_limits<double>::quiet_NaN()};
+
 struct CGSize {
   double width = 0;
   double height = 0;

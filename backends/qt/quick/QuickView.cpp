@@ -144,6 +144,12 @@ bool QuickView::isHidden() const {
   return !item_ || !QQuickItemPrivate::get(item_)->explicitVisible || item_->opacity() <= 0;
 }
 
+bool QuickView::isShown() const {
+  const QQuickItem* at = item_ && item_->isVisible() ? item_.data() : nullptr;
+  while (at && at->opacity() > 0 && at->parentItem()) at = at->parentItem();
+  return at && at->opacity() > 0;
+}
+
 bool QuickView::clipsToBounds() const {
   return item_ && (item_->clip() || qobject_cast<QQuickFlickable*>(item_.data()));
 }

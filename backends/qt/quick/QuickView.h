@@ -59,6 +59,7 @@ class QuickView : public QtViewCore {
   platform::Task<platform::UIImageRef> drawViewHierarchy() final;
 
  protected:
+  bool isShown() const final;
   // The item's property as text; empty for one that it does not have.
   QString text(const char* property) const;
 
