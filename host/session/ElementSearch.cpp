@@ -6,6 +6,8 @@
 #include <cstdlib>
 #include <nlohmann/json.hpp>
 
+#include "host/session/ViewTree.h"
+
 namespace tarni::host {
 
 using nlohmann::ordered_json;
@@ -36,19 +38,38 @@ ElementOnScreen inPage(const std::string& id, const std::string& text) {
   return element;
 }
 
-// The recorded one of its class, when there are so many.
-const ElementOnScreen* recordedOne(const RecordedStep& step,
-                                   const std::vector<ElementOnScreen>& all) {
-  return step.index && *step.index < all.size() ? &all[*step.index] : nullptr;
+// The one at the recorded index of its class, when a person could see it.
+const ElementOnScreen* atIndex(const RecordedStep& step, const std::vector<ElementOnScreen>& all) {
+  const bool isThere = step.index && *step.index < all.size() && all[*step.index].isVisible;
+  return isThere ? &all[*step.index] : nullptr;
 }
 
-bool mayBeGuessed(const RecordedStep& step, const std::vector<ElementOnScreen>& all, Guess guess) {
-  const auto* const element = recordedOne(step, all);
-  if (guess == Guess::none || element == nullptr || !element->isVisible) return false;
-  if (guess == Guess::any) return true;
-  return step.text.empty() && (element->text.empty() || element->isEditable) &&
-         rounded(element->rectangle.width) == step.width &&
-         rounded(element->rectangle.height) == step.height;
+const ElementOnScreen* atPlace(const RecordedStep& step, const std::vector<ElementOnScreen>& all) {
+  const auto stands = [&step](const auto& element) { return element.xpath == step.xpath; };
+  const auto found = std::ranges::find_if(all, stands);
+  return found != all.end() && !step.xpath.empty() ? &*found : nullptr;
+}
+
+// `a UIButton stands at index 3 and shows "OK": --guess takes it`
+std::string proposal(const RecordedStep& step, const ElementOnScreen& element) {
+  const auto shown = element.text.empty() ? " without a text" : "";
+  return "a " + step.className + shown + " stands at index " + std::to_string(*step.index) +
+         (element.text.empty() ? "" : " and shows " + inQuotes(element.text)) +
+         ": --guess takes it";
+}
+
+// `3 fit and none stands at the recorded position: index 1 (80x20 at 8,40), index 2 (…), …`
+std::string choice(const std::vector<const ElementOnScreen*>& several,
+                   const std::vector<ElementOnScreen>& all) {
+  constexpr std::size_t kMost = 10;
+  auto words = std::to_string(several.size()) + " fit and none stands at the recorded position: ";
+  for (std::size_t i = 0; i < std::min(kMost, several.size()); ++i) {
+    const auto& frame = several[i]->rectangle;
+    words += (i > 0 ? ", index " : "index ") + std::to_string(several[i] - all.data()) + " (" +
+             rounded(frame.width) + "x" + rounded(frame.height) + " at " + rounded(frame.x) + "," +
+             rounded(frame.y) + ")";
+  }
+  return words + (several.size() > kMost ? ", …" : "");
 }
 
 }  // namespace
@@ -88,101 +109,165 @@ const char* nameOf(LocatorKind kind) {
   return "class and index";
 }
 
-std::optional<Located> ElementSearch::look(const RecordedStep& step, Guess guess) {
-  if (step.isInPage) return lookInPage(step, guess);
-  std::optional<Features> features;
-  if (!step.xpath.empty()) {
-    if (const auto id = only(step, "xpath", step.xpath); !id.empty()) features = featuresOf(id);
+Look ElementSearch::look(const RecordedStep& step, bool mayGuess) {
+  if (step.isInPage) return lookInPage(step, mayGuess);
+  const auto findings = findingsOf(step);
+  Look look;
+  look.sameClass = elementsOf(step.className);
+  look.located = sureOne(step, findings, look.sameClass);
+  if (look.located) return look;
+  if (const auto* const guessed = atIndex(step, look.sameClass); mayGuess && guessed != nullptr) {
+    look.located = {LocatorKind::index, *guessed};
+  } else {
+    look.whyNot = whyNot(step, findings, look.sameClass);
   }
-  const auto all = elementsOf(step.className);
-  if (const auto found = atPosition(step, features, all)) {
-    return Located{LocatorKind::position, *found};
-  }
-  if (const auto found = byText(step, all)) return Located{LocatorKind::text, *found};
-  if (!mayBeGuessed(step, all, guess)) return std::nullopt;
-  // Searching has made the identifiers of the first description void.
-  const auto now = elementsOf(step.className);
-  if (!mayBeGuessed(step, now, guess)) return std::nullopt;
-  return Located{LocatorKind::index, *recordedOne(step, now)};
+  return look;
 }
 
-std::optional<Located> ElementSearch::lookInPage(const RecordedStep& step, Guess guess) {
-  if (const auto id = only(step, "xpath", step.xpath); !id.empty()) {
-    return Located{LocatorKind::position, inPage(id, step.text)};
+// Before the elements are described, since searching makes the identifiers of descriptions void.
+ElementSearch::Findings ElementSearch::findingsOf(const RecordedStep& step) {
+  Findings findings;
+  if (!step.text.empty() && step.isTextItsOwn) {
+    for (const auto& id : find(step, "text", step.text)) {
+      findings.withText.push_back(featuresOf(id));
+    }
   }
-  if (const auto id = only(step, "text", step.text); !step.text.empty() && !id.empty()) {
-    return Located{LocatorKind::text, inPage(id, step.text)};
-  }
-  if (guess != Guess::any || !step.index) return std::nullopt;
-  const auto ids = client_.call({"findelements", step.className}).elementIds();
-  if (*step.index >= ids.size()) return std::nullopt;
-  return Located{LocatorKind::index, inPage(ids[*step.index], step.text)};
+  if (const auto id = idAtPosition(step); !id.empty()) findings.atPosition = featuresOf(id);
+  return findings;
 }
 
-std::vector<ElementOnScreen> ElementSearch::elementsLike(const RecordedStep& step) {
-  return step.isInPage ? elementsInPage(step.className) : elementsOf(step.className);
-}
-
-ElementSearch::Elements ElementSearch::elementsInPage(const std::string& tag) {
-  Elements elements;
-  for (const auto& id : client_.call({"findelements", tag}).elementIds()) {
-    elements.push_back(inPage(id, ask("gettext", id)));
-  }
-  return elements;
-}
-
-// Hidden views count as well for the index among a class, so the search, which leaves them out,
-// cannot tell it.
+// All views are described: only so their places in the tree are known, and hidden views count as
+// well for the index among a class.
 ElementSearch::Elements ElementSearch::elementsOf(const std::string& className) {
+  const auto descriptions = client_.call({"ai_findelements"}).entries();
+  const auto nodes = viewTree(descriptions);
   Elements elements;
-  for (const auto& entry : client_.call({"ai_findelements", className}).entries()) {
-    if (entry.is_object()) elements.push_back(ElementOnScreen::fromJson(entry));
+  for (std::size_t i = 0; i < nodes.size(); ++i) {
+    if (textIn(descriptions[i], "elementType") != className) continue;
+    elements.push_back(ElementOnScreen::fromJson(descriptions[i]));
+    elements.back().xpath = nodes[i].xpath;
   }
   return elements;
 }
 
-ElementSearch::Found ElementSearch::atPosition(const RecordedStep& step,
-                                               const std::optional<Features>& features,
-                                               const Elements& all) {
-  if (!features) return std::nullopt;
-  const auto* const there = withFeatures(*features, step, all);
-  if (there == nullptr || !there->isVisible) return std::nullopt;
-  // A text field is recorded with its placeholder and shows what was typed.
-  const bool isTextKnown = !step.text.empty() && step.isTextItsOwn && !there->isEditable;
-  if (isTextKnown && there->text != step.text) return std::nullopt;
-  // Several elements may look the same: only the position tells which one is meant.
-  const auto id = only(step, "xpath", step.xpath);
-  if (id.empty()) return std::nullopt;
-  auto element = *there;
-  element.id = id;
-  return element;
-}
-
-ElementSearch::Found ElementSearch::byText(const RecordedStep& step, const Elements& all) {
-  if (step.text.empty() || !step.isTextItsOwn) return std::nullopt;
-  const auto fits = [&step](const ElementOnScreen& element) {
-    return element.isVisible && element.text == step.text;
+std::optional<Located> ElementSearch::sureOne(const RecordedStep& step, const Findings& findings,
+                                              const Elements& all) {
+  const auto isSure = [&](const ElementOnScreen* element) {
+    return element != nullptr && element->isVisible && !speaksAgainst(step, findings, *element);
   };
-  const auto count = std::count_if(all.begin(), all.end(), fits);
-  if (count == 0) return byRecordedText(step, all);
-  if (count == 1) return *std::find_if(all.begin(), all.end(), fits);
-  const auto* const recorded = recordedOne(step, all);
-  return recorded != nullptr && fits(*recorded) ? Found(*recorded) : std::nullopt;
+  if (const auto* const kept = keptPosition(step, findings, all); isSure(kept)) {
+    // Several elements may look the same: only the position tells which one is meant.
+    auto element = *kept;
+    element.id = idAtPosition(step);
+    if (!element.id.empty()) return Located{LocatorKind::position, element};
+  }
+  const auto named = namesakes(step, findings, all);
+  if (named.size() == 1) return Located{LocatorKind::text, *named.front()};
+  if (const auto* const there = atPlace(step, all); isSure(there)) {
+    return Located{LocatorKind::position, *there};
+  }
+  return std::nullopt;
 }
 
-ElementSearch::Found ElementSearch::byRecordedText(const RecordedStep& step, const Elements& all) {
-  const auto id = only(step, "text", step.text);
-  if (id.empty()) return std::nullopt;
-  const auto* const found = withFeatures(featuresOf(id), step, all);
-  if (found == nullptr || !found->isVisible) return std::nullopt;
-  auto element = *found;
-  element.id = id;
-  return element;
+// What a text field holds, and what an element is set to, is another thing than its recorded text.
+bool ElementSearch::speaksAgainst(const RecordedStep& step, const Findings& findings,
+                                  const ElementOnScreen& element) {
+  if (!step.isTextItsOwn) return false;
+  if (step.text.empty()) {
+    return !element.isEditable && !element.text.empty() && element.text != step.label;
+  }
+  if (!element.isEditable && element.text == step.text) return false;
+  return std::ranges::find(findings.withText, featuresOf(element)) == findings.withText.end();
 }
 
-std::string ElementSearch::only(const RecordedStep& step, const char* accessor,
-                                const std::string& value) {
-  const auto ids = client_.call({"findelements", step.className, accessor, value}).elementIds();
+// The description of what the agent keeps the recorded position of.
+const ElementOnScreen* ElementSearch::keptPosition(const RecordedStep& step,
+                                                   const Findings& findings, const Elements& all) {
+  if (!findings.atPosition) return nullptr;
+  const auto fits = [&findings](const ElementOnScreen& element) {
+    return featuresOf(element) == *findings.atPosition;
+  };
+  for (const auto* const likely : {atPlace(step, all), atIndex(step, all)}) {
+    if (likely != nullptr && fits(*likely)) return likely;
+  }
+  const auto found = std::ranges::find_if(
+      all, [&fits](const auto& element) { return element.isVisible && fits(element); });
+  return found != all.end() ? &*found : nullptr;
+}
+
+// Those on screen that are called as the recorded one was: by its text, or else by its label.
+std::vector<const ElementOnScreen*> ElementSearch::namesakes(const RecordedStep& step,
+                                                             const Findings& findings,
+                                                             const Elements& all) {
+  std::vector<const ElementOnScreen*> named;
+  if (!step.isTextItsOwn || (step.text.empty() && step.label.empty())) return named;
+  for (const auto& element : all) {
+    const bool isSo = step.text.empty() ? !element.isEditable && element.text == step.label
+                                        : !speaksAgainst(step, findings, element);
+    if (element.isVisible && isSo) named.push_back(&element);
+  }
+  return named;
+}
+
+std::string ElementSearch::whyNot(const RecordedStep& step, const Findings& findings,
+                                  const Elements& all) {
+  const auto named = namesakes(step, findings, all);
+  if (named.size() > 1) return choice(named, all);
+  const auto* const proposed = atIndex(step, all);
+  const auto* there = keptPosition(step, findings, all);
+  if (there == nullptr) there = atPlace(step, all);
+  const bool isHidden = std::ranges::any_of(all, [&](const ElementOnScreen& element) {
+    return !element.isVisible && (!step.text.empty() || &element == there) &&
+           !speaksAgainst(step, findings, element);
+  });
+  std::string words = isHidden ? "it is there, but not on screen" : "it is not on screen";
+  if (there != nullptr && there != proposed && there->isVisible) {
+    words += "; in its place stands " + there->description();
+  }
+  return proposed != nullptr ? words + "; " + proposal(step, *proposed) : words;
+}
+
+Look ElementSearch::lookInPage(const RecordedStep& step, bool mayGuess) {
+  const auto found = [&step](LocatorKind by, const std::string& id) {
+    return Look{Located{by, inPage(id, step.text)}};
+  };
+  if (const auto id = idAtPosition(step); !id.empty()) {
+    if (step.text.empty()) return found(LocatorKind::position, id);
+    if (hasTextInPage(step, id)) return found(LocatorKind::position, idAtPosition(step));
+  }
+  const auto named = step.text.empty() ? std::vector<std::string>() : find(step, "text", step.text);
+  if (named.size() == 1) return found(LocatorKind::text, named.front());
+  Look look;
+  for (const auto& id : client_.call({"findelements", step.className}).elementIds()) {
+    look.sameClass.push_back(inPage(id, ask("gettext", id)));
+  }
+  if (const auto* const guessed = atIndex(step, look.sameClass); mayGuess && guessed != nullptr) {
+    look.located = {LocatorKind::index, *guessed};
+  } else {
+    look.whyNot = named.size() > 1
+                      ? std::to_string(named.size()) + " fit and none stands at its position"
+                      : "it is not on the page";
+    if (guessed != nullptr) look.whyNot += "; " + proposal(step, *guessed);
+  }
+  return look;
+}
+
+// What a field of a page shows is what it holds; the text it is known by can only be searched for.
+bool ElementSearch::hasTextInPage(const RecordedStep& step, const std::string& id) {
+  const auto shown = ask("gettext", id);
+  return std::ranges::any_of(find(step, "text", step.text), [&](const std::string& other) {
+    return ask("gettext", other) == shown;
+  });
+}
+
+std::vector<std::string> ElementSearch::find(const RecordedStep& step, const char* accessor,
+                                             const std::string& value) {
+  return client_.call({"findelements", step.className, accessor, value}).elementIds();
+}
+
+std::string ElementSearch::idAtPosition(const RecordedStep& step) {
+  if (step.xpath.empty()) return "";
+  const auto ids = find(step, "xpath", step.xpath);
   return ids.size() == 1 ? ids.front() : "";
 }
 
@@ -190,17 +275,8 @@ ElementSearch::Features ElementSearch::featuresOf(const std::string& id) {
   return {ask("gettext", id), ask("getwidth", id), ask("getheight", id)};
 }
 
-const ElementOnScreen* ElementSearch::withFeatures(const Features& features,
-                                                   const RecordedStep& step, const Elements& all) {
-  const auto fits = [&features](const ElementOnScreen& element) {
-    return element.text == features.text && rounded(element.rectangle.width) == features.width &&
-           rounded(element.rectangle.height) == features.height;
-  };
-  const auto* const recorded = recordedOne(step, all);
-  if (recorded != nullptr && fits(*recorded)) return recorded;
-  const auto visible = [&fits](const auto& element) { return element.isVisible && fits(element); };
-  const auto found = std::find_if(all.begin(), all.end(), visible);
-  return found != all.end() ? &*found : nullptr;
+ElementSearch::Features ElementSearch::featuresOf(const ElementOnScreen& element) {
+  return {element.text, rounded(element.rectangle.width), rounded(element.rectangle.height)};
 }
 
 std::string ElementSearch::ask(const char* function, const std::string& id) {

@@ -1,11 +1,13 @@
 // ElementSearch: finds the element that a recorded step names in the program as it stands now.
 //
-// Three locators are tried. The position in the view tree serves when the element there has the
-// recorded class and text; the class with the text serves when it fits one visible element, or the
-// recorded one among several; the class with the index among its kind is a guess, taken only as far
-// as asked for. An element of a web page is found in the same three ways by the scripts in the
-// page, which tell nothing about it but its text. Any thread, one at a time; failures are
-// WireErrors and AgentExceptions.
+// Sure is the element at the recorded position when it has the recorded class and nothing speaks
+// against it, and the only one on screen that has the recorded class and text. A text that differs
+// speaks against an element, whatever its position. Two positions count: the one that the agent
+// keeps of a view, made when it first saw it, and the view's place in the tree as it stands; each
+// outlives changes that the other does not. The index among a class is a guess, taken only when
+// asked for. An element of a web page is found in the same ways by the scripts in the page, which
+// tell nothing about it but its text. Any thread, one at a time; failures are WireErrors and
+// AgentExceptions.
 #pragma once
 
 #include <nlohmann/json_fwd.hpp>
@@ -24,8 +26,6 @@ struct Rectangle {
   double y = 0;
   double width = 0;
   double height = 0;
-
-  bool operator==(const Rectangle&) const = default;
 };
 
 // An element as the agent describes it.
@@ -38,6 +38,7 @@ struct ElementOnScreen {
   bool isTappable = false;  // a tap on it would reach it
   bool isEnabled = false;
   bool isEditable = false;
+  std::string xpath;  // its place in the tree as it stands; "" in a page
 
   static ElementOnScreen fromJson(const nlohmann::ordered_json& description);
   // `"OK" (disabled)`
@@ -48,16 +49,16 @@ enum class LocatorKind { position, text, index };
 // "position", "class and text", "class and index"
 const char* nameOf(LocatorKind kind);
 
-// Which elements may be found by their index.
-enum class Guess {
-  none,
-  likely,  // one of the recorded size, for a step without a text that could speak against it
-  any,
-};
-
 struct Located {
   LocatorKind by = LocatorKind::position;
   ElementOnScreen element;
+};
+
+// What one look has come to.
+struct Look {
+  std::optional<Located> located = {};
+  std::string whyNot = {};                      // when nothing is located, for a person
+  std::vector<ElementOnScreen> sameClass = {};  // visible or not, in the order of the tree
 };
 
 class ElementSearch {
@@ -65,37 +66,48 @@ class ElementSearch {
   explicit ElementSearch(PlaybackClient& client) : client_(client) {}
 
   // One look, without waiting. Identifiers of a former look are of no use afterwards.
-  std::optional<Located> look(const RecordedStep& step, Guess guess);
-
-  // All elements of the step's class, visible or not, in the order of the view tree; of its tag, in
-  // the order of the page.
-  std::vector<ElementOnScreen> elementsLike(const RecordedStep& step);
+  Look look(const RecordedStep& step, bool mayGuess);
 
  private:
   using Elements = std::vector<ElementOnScreen>;
-  using Found = std::optional<ElementOnScreen>;
 
   // What the agent tells of an element by its identifier; it ties the identifier to a description.
   struct Features {
     std::string text;
     std::string width;
     std::string height;
+
+    bool operator==(const Features&) const = default;
+  };
+  // What the agent finds by the step's own accessors.
+  struct Findings {
+    std::optional<Features> atPosition;
+    std::vector<Features> withText;
   };
 
+  Findings findingsOf(const RecordedStep& step);
   Elements elementsOf(const std::string& className);
-  Elements elementsInPage(const std::string& tag);
-  std::optional<Located> lookInPage(const RecordedStep& step, Guess guess);
+  std::optional<Located> sureOne(const RecordedStep& step, const Findings& findings,
+                                 const Elements& all);
+  Look lookInPage(const RecordedStep& step, bool mayGuess);
+  bool hasTextInPage(const RecordedStep& step, const std::string& id);
 
-  Found atPosition(const RecordedStep& step, const std::optional<Features>& features,
-                   const Elements& all);
-  Found byText(const RecordedStep& step, const Elements& all);
-  Found byRecordedText(const RecordedStep& step, const Elements& all);
-
-  // The identifier of the only element that fits; "" when there are none or several.
-  std::string only(const RecordedStep& step, const char* accessor, const std::string& value);
-  Features featuresOf(const std::string& id);
-  static const ElementOnScreen* withFeatures(const Features& features, const RecordedStep& step,
+  static Features featuresOf(const ElementOnScreen& element);
+  static bool speaksAgainst(const RecordedStep& step, const Findings& findings,
+                            const ElementOnScreen& element);
+  static const ElementOnScreen* keptPosition(const RecordedStep& step, const Findings& findings,
                                              const Elements& all);
+  static std::vector<const ElementOnScreen*> namesakes(const RecordedStep& step,
+                                                       const Findings& findings,
+                                                       const Elements& all);
+  static std::string whyNot(const RecordedStep& step, const Findings& findings,
+                            const Elements& all);
+
+  std::vector<std::string> find(const RecordedStep& step, const char* accessor,
+                                const std::string& value);
+  // The identifier of the only element at the recorded position; "" when there is none.
+  std::string idAtPosition(const RecordedStep& step);
+  Features featuresOf(const std::string& id);
   std::string ask(const char* function, const std::string& id);
 
   PlaybackClient& client_;

@@ -1,6 +1,7 @@
 #include "host/session/RecordedStep.h"
 
 #include <algorithm>
+#include <array>
 #include <cctype>
 #include <charconv>
 #include <map>
@@ -45,11 +46,22 @@ std::string withoutAddress(std::string picture) {
   return picture;
 }
 
-bool isSegmentedControl(const ordered_json& view) {
+bool mentions(const ordered_json& view, const char* part) {
   auto name = textIn(view, "classname");
   std::transform(name.begin(), name.end(), name.begin(),
                  [](unsigned char c) { return static_cast<char>(std::tolower(c)); });
-  return name.find("segmentedcontrol") != std::string::npos;
+  return name.find(part) != std::string::npos;
+}
+
+// Whether the text is what the element is called by, not what it is set to or holds: that differs
+// before and after the very tap.
+bool isOwnText(const RecordedStep& step, const ordered_json& parent) {
+  if (mentions(parent, "segmentedcontrol") || mentions(parent, "textview")) return false;
+  const bool isSwitch = step.kind == Kind::switchOn || step.kind == Kind::switchOff;
+  if (isSwitch && (step.text == "0" || step.text == "1")) return false;
+  constexpr std::array kHoldValues = {"UIControl", "UIPickerView", "UIProgressView",
+                                      "UISlider",  "UIStepper",    "UITextView"};
+  return std::find(kHoldValues.begin(), kHoldValues.end(), step.className) == kHoldValues.end();
 }
 
 }  // namespace
@@ -68,16 +80,11 @@ RecordedStep RecordedStep::fromJson(const ordered_json& step) {
   recorded.className = textIn(object, "className");
   if (recorded.className.empty()) throw std::invalid_argument("the step has no \"className\"");
   recorded.text = textIn(object, "sahiText");
-  const bool isState = recorded.text == "0" || recorded.text == "1";
-  const bool isSwitch = recorded.kind == Kind::switchOn || recorded.kind == Kind::switchOff;
-  recorded.isTextItsOwn =
-      !(isSwitch && isState) && !isSegmentedControl(object.value("parent", ordered_json()));
+  recorded.isTextItsOwn = isOwnText(recorded, object.value("parent", ordered_json()));
   recorded.id = textIn(object, "id");
   recorded.label = textIn(object, "label");
   recorded.xpath = textIn(object, "xpath:position");
   recorded.index = indexOf(textIn(object, "index"));
-  recorded.width = textIn(object, "width");
-  recorded.height = textIn(object, "height");
   recorded.isInPage = textIn(object, "mode") == "web";
   recorded.picture = withoutAddress(textIn(object, "ObjectImage"));
   if (arguments.size() > 1) recorded.data = textIn(arguments[1], "data");

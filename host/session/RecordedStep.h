@@ -19,12 +19,11 @@ struct RecordedStep {
   bool isInPage = false;  // of a web view; its class is a tag then
   std::string className;
   std::string text;          // as recording reads it: of a text field its placeholder
-  bool isTextItsOwn = true;  // false where it tells a state: "1" of a switch, that of a segment
+  bool isTextItsOwn = true;  // false where it tells a state: "1" of a switch, a slider's value
   std::string id;
-  std::string label;
+  std::string label;  // of accessibility; of a field what it holds
   std::string xpath;
-  std::optional<std::size_t> index;  // among all views of its class
-  std::string width, height;         // in points, rounded; "" when they were not told
+  std::optional<std::size_t> index;  // among all views of its class, from 0
   std::string data;                  // the text to type
   std::string picture;               // a JPEG in base-64, "" when there was none
 

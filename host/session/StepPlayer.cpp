@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <thread>
+#include <utility>
 
 #include "host/wire/WireError.h"
 
@@ -13,11 +14,8 @@ using Result = PlayedStep::Result;
 namespace {
 
 constexpr milliseconds kPauseBetweenLooks{150};
-// How long only what is certain or likely is taken: a screen that is still being built would be
-// misread.
+// How long only what is certain is taken: a screen that is still being built would be misread.
 constexpr milliseconds kTimeToBeCertain{2000};
-// How long what is likely has to stand still.
-constexpr milliseconds kTimeToSettle{300};
 constexpr milliseconds kTimeToTakeEffect{2000};
 // A page takes a click once it has answered; the agent itself waits as long after a native one.
 constexpr milliseconds kTimeOfPage{500};
@@ -44,8 +42,8 @@ std::string inSeconds(milliseconds time) {
 
 }  // namespace
 
-StepPlayer::StepPlayer(PlaybackClient& client, milliseconds patience, bool takesPictures)
-    : client_(client), search_(client), patience_(patience), takesPictures_(takesPictures) {}
+StepPlayer::StepPlayer(PlaybackClient& client, Manner manner)
+    : client_(client), search_(client), manner_(manner) {}
 
 PlayedStep StepPlayer::play(const RecordedStep& step) {
   PlayedStep played{step};
@@ -69,51 +67,40 @@ PlayedStep StepPlayer::play(const RecordedStep& step) {
 
 bool StepPlayer::comesTooEarly(const RecordedStep& step, const RecordedStep& next) {
   if (step.kind != Kind::type || next.kind == Kind::type) return false;
-  const auto certainUntil = Clock::now() + timeToBeCertain(patience_);
-  while (!isReady(step, Guess::likely)) {
+  const auto certainUntil = Clock::now() + timeToBeCertain(manner_.patience);
+  while (!isReady(step)) {
     if (Clock::now() >= certainUntil) {
-      return !isReady(step, Guess::any) && isReady(next, Guess::none);
+      return !isReady(step, manner_.guesses) && isReady(next);
     }
     std::this_thread::sleep_for(kPauseBetweenLooks);
   }
   return false;
 }
 
-bool StepPlayer::isReady(const RecordedStep& step, Guess guess) {
-  const auto located = search_.look(step, guess);
+bool StepPlayer::isReady(const RecordedStep& step, bool mayGuess) {
+  const auto located = search_.look(step, mayGuess).located;
   return located && located->element.isEnabled && located->element.isTappable;
 }
 
 bool StepPlayer::awaitElement(PlayedStep& played) {
   const auto start = Clock::now();
-  const auto certainUntil = start + timeToBeCertain(patience_);
-  guessed_ = {};
+  const auto certainUntil = start + timeToBeCertain(manner_.patience);
   while (true) {
     const auto now = Clock::now();
-    const bool mayGuess = now >= certainUntil;
-    played.located = search_.look(played.step, mayGuess ? Guess::any : Guess::likely);
+    const bool isLate = now >= certainUntil;
+    auto look = search_.look(played.step, isLate && manner_.guesses);
+    played.located = look.located;
     if (played.located) {
       const auto& element = played.located->element;
-      const bool isSure = mayGuess || hasSettled(*played.located);
-      if (isSure && element.isEnabled && element.isTappable) return true;
-      if (mayGuess && mayBeTappedThrough(played.step)) return true;
+      if (element.isEnabled && element.isTappable) return true;
+      if (isLate && mayBeTappedThrough(played.step)) return true;
     }
-    if (now >= start + patience_) {
-      explain(played);
+    if (now >= start + manner_.patience) {
+      explain(played, std::move(look));
       return false;
     }
     std::this_thread::sleep_for(kPauseBetweenLooks);
   }
-}
-
-bool StepPlayer::hasSettled(const Located& located) {
-  if (located.by != LocatorKind::index) return true;
-  const auto now = Clock::now();
-  if (guessed_ != located.element.rectangle) {
-    guessed_ = located.element.rectangle;
-    guessedSince_ = now;
-  }
-  return now >= guessedSince_ + kTimeToSettle;
 }
 
 void StepPlayer::act(PlayedStep& played, const ElementOnScreen& element) {
@@ -204,20 +191,20 @@ std::optional<std::string> StepPlayer::answer(const char* function, const std::s
 }
 
 std::string StepPlayer::picture() {
-  if (!takesPictures_) return "";
+  if (!manner_.takesPictures) return "";
   return client_.call({"ai_getscreensnapshot"}).output().value_or("");
 }
 
-void StepPlayer::explain(PlayedStep& played) {
+void StepPlayer::explain(PlayedStep& played, Look look) {
   if (played.located) {
     played.message = std::string("found by ") + nameOf(played.located->by) +
-                     ", but not to be tapped within " + inSeconds(patience_) + ": it is " +
+                     ", but not to be tapped within " + inSeconds(manner_.patience) + ": it is " +
                      played.located->element.description();
   } else {
-    played.message = "not found within " + inSeconds(patience_);
+    played.message = "not found within " + inSeconds(manner_.patience) + ": " + look.whyNot;
   }
   played.before = picture();
-  played.sameClass = search_.elementsLike(played.step);
+  played.sameClass = std::move(look.sameClass);
 }
 
 }  // namespace tarni::host

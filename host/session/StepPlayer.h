@@ -34,8 +34,12 @@ struct PlayedStep {
 
 class StepPlayer {
  public:
-  // `patience` is how long a step waits for its element to be there and tappable.
-  StepPlayer(PlaybackClient& client, milliseconds patience, bool takesPictures);
+  struct Manner {
+    milliseconds patience{};     // how long a step waits for its element to be there and tappable
+    bool guesses = false;        // takes the recorded index for the element when nothing is sure
+    bool takesPictures = false;  // of the window, before and after each step
+  };
+  StepPlayer(PlaybackClient& client, Manner manner);
 
   PlayedStep play(const RecordedStep& step);
 
@@ -44,9 +48,8 @@ class StepPlayer {
   bool comesTooEarly(const RecordedStep& step, const RecordedStep& next);
 
  private:
-  bool isReady(const RecordedStep& step, Guess guess);
+  bool isReady(const RecordedStep& step, bool mayGuess = false);
   bool awaitElement(PlayedStep& played);
-  bool hasSettled(const Located& located);
   void act(PlayedStep& played, const ElementOnScreen& element);
   void type(PlayedStep& played, const std::string& id);
   void setSwitch(PlayedStep& played, const std::string& id);
@@ -61,15 +64,11 @@ class StepPlayer {
   std::optional<std::string> state(const RecordedStep& step, const std::string& id);
   std::optional<std::string> answer(const char* function, const std::string& id);
   std::string picture();
-  void explain(PlayedStep& played);
+  void explain(PlayedStep& played, Look look);
 
   PlaybackClient& client_;
   ElementSearch search_;
-  milliseconds patience_;
-  bool takesPictures_;
-  // Where the element that was guessed last stands, and since when.
-  Rectangle guessed_;
-  Clock::time_point guessedSince_;
+  Manner manner_;
 };
 
 }  // namespace tarni::host

@@ -167,57 +167,75 @@ TEST_F(Sessions, KeepEveryStepOnceAndNotWhatWasRecordedBefore) {
   }
 }
 
-TEST_F(Sessions, FindElementsByPositionThenTextThenIndexAndSayWhich) {
+TEST_F(Sessions, FindElementsByPositionOrTextAndSayWhich) {
   ScriptedScreen screen({{"UIButton", "\\V[0]\\UIButton[0]", "OK"},
                          {"UIButton", "\\V[0]\\UIButton[1]", "Cancel"},
                          {"UIButton", "\\V[0]\\UIButton[2]", "Cancel"},
                          {"UIButton", "\\V[0]\\UIButton[3]", "Apply", "Apply", false},
-                         {"UITextField", "\\V[0]\\UITextField[0]", "typed", "Name"}});
+                         {.className = "UITextField",
+                          .xpath = "\\V[0]\\UITextField[0]",
+                          .text = "typed",
+                          .recordedText = "Name",
+                          .editable = true},
+                         {"UIButton", "\\V[0]\\UIButton[4]", "Close", ""},
+                         {"UISlider", "\\V[0]\\UISlider[0]", "10"}});
+  auto icon = step("ClickButton", "UIButton", "\\gone", "", 1);
+  icon["arguments"][0]["label"] = "Close";
   const auto result = play(screen, {step("ClickButton", "UIButton", "\\V[0]\\UIButton[0]", "OK", 0),
                                     // Another button stands at the position now.
                                     step("ClickButton", "UIButton", "\\V[0]\\UIButton[1]", "OK", 1),
-                                    // Two have the text: the recorded index tells.
-                                    step("ClickButton", "UIButton", "\\gone", "Cancel", 2),
+                                    // Two have the text: the place in the tree tells.
+                                    step("ClickButton", "UIButton", "\\UIButton[2]", "Cancel", 1),
                                     // What recording reads of a text field is not what it shows.
-                                    step("Click", "UITextField", "\\gone", "Name", 3),
-                                    // Neither position nor text.
-                                    step("ClickButton", "UIButton", "\\gone", "Abort", 1)});
+                                    step("Click", "UITextField", "\\gone", "Name", 3), icon,
+                                    // As the tap has left it.
+                                    step("Click", "UISlider", "\\V[0]\\UISlider[0]", "20", 0)});
   EXPECT_EQ(result.code, 0) << result.output;
   EXPECT_THAT(screen.deeds(), ElementsAre("clickelement 0", "clickelement 0", "clickelement 2",
-                                          "clickelement 4", "clickelement 1"));
+                                          "clickelement 4", "clickelement 5", "clickelement 6"));
   EXPECT_THAT(result.output, testing::ContainsRegex(
                                  "1  click UIButton \"OK\" .ClickButton.: passed, by position"));
   EXPECT_THAT(result.output, testing::ContainsRegex("2  .*: passed, by class and text"));
-  EXPECT_THAT(result.output, testing::ContainsRegex("3  .*: passed, by class and text"));
+  EXPECT_THAT(result.output, testing::ContainsRegex("3  .*: passed, by position"));
   EXPECT_THAT(result.output, testing::ContainsRegex("4  .*: passed, by class and text"));
-  EXPECT_THAT(result.output, testing::ContainsRegex("5  .*: passed, by class and index"));
-  EXPECT_THAT(result.output, HasSubstr("5 of 5 steps passed"));
+  EXPECT_THAT(result.output, testing::ContainsRegex("5  .*: passed, by class and text"));
+  EXPECT_THAT(result.output, HasSubstr("6 of 6 steps passed"));
   EXPECT_THAT(result.output, Not(HasSubstr("note:")));
 }
 
-// As a password field without a placeholder whose surroundings were built in another order.
-TEST_F(Sessions, GuessSoonAtWhatHasNoTextAndTheRecordedSizeOnceItStandsStill) {
-  auto click = step("Click", "UITextField", "\\gone", "", 1);
-  click["arguments"][0]["width"] = "80";
-  click["arguments"][0]["height"] = "20";
-  constexpr int firstLookInPlace = 4;
-  const auto looksUntilWidth = [&](int width) {
-    int looks = 0;
-    ScriptedScreen screen(
-        {{"UITextField", "\\UITextField[0]", "", "Name"},
-         {.className = "UITextField", .xpath = "\\UITextField[1]", .text = "", .editable = true}});
-    screen.onLook = [&](auto& elements, int count) {
-      looks = count;
-      elements[1].width = count < firstLookInPlace ? 100 - count : width;
-    };
-    const auto result = play(screen, {click}, {"--timeout", "6"});
-    EXPECT_THAT(result.output, HasSubstr("passed, by class and index"));
-    EXPECT_THAT(screen.deeds(), ElementsAre("clickelement 1"));
-    return looks;
+TEST_F(Sessions, DoNotPassOnAnElementOfTheSameIndex) {
+  struct Case {
+    ordered_json step;
+    const char* complaint;
   };
-  const int soon = looksUntilWidth(80);
-  EXPECT_GT(soon, firstLookInPlace + 1);
-  EXPECT_LT(soon, looksUntilWidth(81));
+  const auto row = [](const char* text) {
+    return step("Click", "UITableViewCell", "\\UITableViewCell[2]", text, 1);
+  };
+  const std::vector<Case> cases = {
+      {row("Row 15"),
+       "it is not on screen; in its place stands \"Row 5\"; a UITableViewCell stands at index 1 "
+       "and shows \"Row 4\": --guess takes it"},
+      {row("Row 3"), "it is there, but not on screen"},
+      {row("Row 9"), "2 fit and none stands at the recorded position: index 3 (80x20 at 1,2), "},
+      {row(""), "it is not on screen"},
+      {step("Click", "UIView", "\\gone", "", 0),
+       "it is not on screen; a UIView without a text stands at index 0: --guess takes it"}};
+  ScriptedScreen screen({{"UITableViewCell", "\\A[0]", "Row 3", "Row 3", false},
+                         {"UITableViewCell", "\\A[1]", "Row 4"},
+                         {"UITableViewCell", "\\A[2]", "Row 5"},
+                         {"UITableViewCell", "\\A[3]", "Row 9"},
+                         {"UITableViewCell", "\\A[4]", "Row 9"},
+                         {"UIView", "\\A[5]", ""}});
+  for (const auto& one : cases) {
+    const auto result = play(screen, {one.step}, {"--timeout", "0"});
+    EXPECT_EQ(result.code, 1) << one.complaint;
+    EXPECT_THAT(result.output, HasSubstr(one.complaint));
+  }
+  EXPECT_THAT(screen.deeds(), IsEmpty());
+  const auto guessed = play(screen, {row("Row 15")}, {"--timeout", "0", "--guess"});
+  EXPECT_EQ(guessed.code, 0) << guessed.output;
+  EXPECT_THAT(guessed.output, HasSubstr("passed, by class and index"));
+  EXPECT_THAT(screen.deeds(), ElementsAre("clickelement 1"));
 }
 
 TEST_F(Sessions, WaitUntilTheElementIsThereAndTappable) {
@@ -309,14 +327,6 @@ TEST_F(Sessions, TypeIntoADialogOnlyOnceItIsOpened) {
                           .visible = false,
                           .editable = true}});
   screen.onLook = [](auto& elements, int) { elements[1].visible = elements[0].state == "true"; };
-  // A field that moved is guessed at before the order is doubted.
-  ScriptedScreen moved(
-      {{"UITextField", "\\UITextField[0]", ""}, {"UIButton", "\\UIButton[0]", "OK"}});
-  const auto guessed =
-      play(moved, {step("TypeTextOnEditBox", "UITextField", "\\gone", "", 0, "text"),
-                   step("ClickButton", "UIButton", "\\UIButton[0]", "OK", 0)});
-  EXPECT_EQ(guessed.code, 0) << guessed.output;
-  EXPECT_THAT(moved.deeds(), ElementsAre("sendkeysonelement 0 text", "clickelement 1"));
   // As it is recorded when the field has the focus before the tap is made a step.
   const auto result =
       play(screen, {step("TypeTextOnEditBox", "UITextField", "\\UITextField[0]", "", 0, "Untitled"),

@@ -12,13 +12,13 @@
 #include "host/cli/Session.h"
 #include "host/cli/Subcommands.h"
 #include "host/cli/Terminal.h"
-#include "host/cli/ViewTree.h"
 #include "host/launch/ProgramRegistry.h"
 #include "host/session/Report.h"
 #include "host/session/SessionFile.h"
 #include "host/session/StartLine.h"
 #include "host/session/StartedProgram.h"
 #include "host/session/StepPlayer.h"
+#include "host/session/ViewTree.h"
 #include "host/wire/WireError.h"
 
 namespace tarni::host {
@@ -38,6 +38,7 @@ struct PlayOptions {
   std::string program;
   std::string displaySize;
   double stepSeconds = 10;
+  bool guesses = false;
   bool attaches = false;
   bool ownDisplay = false;
 };
@@ -190,8 +191,9 @@ class Play {
   }
 
   void playSteps() {
-    StepPlayer player(session_.playback(), fromSeconds(options_.stepSeconds),
-                      !options_.report.empty());
+    StepPlayer player(session_.playback(), {.patience = fromSeconds(options_.stepSeconds),
+                                            .guesses = options_.guesses,
+                                            .takesPictures = !options_.report.empty()});
     auto& steps = played_.steps;
     for (std::size_t i = 0; i < steps.size(); ++i) {
       const bool isPutOff = i + 1 < steps.size() && comesTooEarly(player, steps[i], steps[i + 1]);
@@ -272,6 +274,8 @@ void declarePlay(CLI::App& parser, Session& session) {
                   "how long each step waits for its element (default 10)")
       ->type_name("SECONDS")
       ->check(CLI::NonNegativeNumber.description(""));
+  parser.add_flag("--guess", options->guesses,
+                  "take the element of the recorded index where neither position nor text is sure");
   auto* const attaches = parser.add_flag("--attach-running", options->attaches,
                                          "play on the program that runs already (as with --in)");
   parser.add_option("--program", options->program, "start this instead of the recorded program")
@@ -286,9 +290,14 @@ void declarePlay(CLI::App& parser, Session& session) {
   parser.footer(
       "Starts the session's program with the agent loaded and plays the steps on it, then ends "
       "it.\n"
-      "An element is found by its position, or by its class and text, or by its class and index:\n"
-      "soon when it has no text and its size has not changed, else after two seconds. Each step\n"
-      "says which. A switch is set to the recorded state, whatever it is now. The first step that\n"
+      "An element is found by its position, unless a text there differs from the recorded one, "
+      "or by\n"
+      "its class and text, when one alone on screen has them. Anything else fails, and the message "
+      "says\n"
+      "what stands there; with --guess the element of the recorded index among its class is taken "
+      "then,\n"
+      "after two seconds. Each step says how it was found. A switch is set to the recorded state,\n"
+      "whatever it is now. The first step that\n"
       "fails ends the play, with exit code 1.");
   parser.callback([=, &session] {
     options->ownDisplay = display->count() > 0;

@@ -10,7 +10,7 @@
 #include "host/cli/Session.h"
 #include "host/cli/Subcommands.h"
 #include "host/cli/Terminal.h"
-#include "host/cli/ViewTree.h"
+#include "host/session/ViewTree.h"
 
 namespace tarni::host {
 

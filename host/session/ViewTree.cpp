@@ -1,10 +1,10 @@
-#include "host/cli/ViewTree.h"
+#include "host/session/ViewTree.h"
 
 #include <cstdlib>
 #include <nlohmann/json.hpp>
 #include <unordered_map>
 
-#include "host/cli/Listening.h"
+#include "host/session/RecordedStep.h"
 
 namespace tarni::host {
 
@@ -26,12 +26,12 @@ std::vector<ViewTreeNode> viewTree(const nlohmann::ordered_json& descriptions) {
     while (parents.size() > 1 && parents.back().childrenToCome == 0) parents.pop_back();
     auto& parent = parents.back();
     --parent.childrenToCome;
-    const auto name = textAt(description, "elementType");
+    const auto name = textIn(description, "elementType");
     ViewTreeNode node;
     node.depth = parents.size() - 1;
     node.step = name + "[" + std::to_string(parent.seenOfClass[name]++) + "]";
     node.xpath = parent.xpath + "\\" + node.step;
-    const auto children = std::strtol(textAt(description, "childCount").c_str(), nullptr, 10);
+    const auto children = std::strtol(textIn(description, "childCount").c_str(), nullptr, 10);
     parents.push_back({node.xpath, children, {}});
     nodes.push_back(std::move(node));
   }
