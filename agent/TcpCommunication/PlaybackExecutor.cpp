@@ -2,7 +2,6 @@
 
 #include <nlohmann/json.hpp>
 
-#include "agent/TcpCommunication/BaseManager/UTF8.h"
 #include "agent/diagnostics/Screenshots.h"
 #include "agent/elements/UIViewFinder.h"
 #include "agent/elements/Utilities.h"
@@ -17,20 +16,22 @@ using platform::Task;
 namespace {
 
 constexpr std::string_view kGreeting = "Welcome PlayBackServer Started Successfully";
+// The log cuts longer lines.
+constexpr std::size_t longestLine = 64UL * 1024;
 
-void logMessage(std::string_view message) {
-  if (!isUTF8(std::string(message))) {
-    platform::NSLog("A playback command of %zu bytes is not UTF-8", message.size());
+void logMessage(const PlaybackMessage& message) {
+  std::string_view text = message.text;
+  if (!message.isUTF8) {
+    platform::NSLog("A playback command of %zu bytes is not UTF-8", text.size());
     return;
   }
-  while (message.ends_with('\n') || message.ends_with('\r')) message.remove_suffix(1);
-  platform::NSLog("Msg is %s", std::string(message).c_str());
+  while (text.ends_with('\n') || text.ends_with('\r')) text.remove_suffix(1);
+  platform::NSLog("Msg is %s", std::string(text.substr(0, longestLine)).c_str());
 }
 
 // Runs the command in the web page and on the native views; the native answer goes first.
-Task<std::string> answerTo(std::string message) {
-  const auto dictionary = Utilities::convertStringToMutableDictionary(message);
-  const FunctionCallObject call = Utilities::createFunctionCallObject(dictionary);
+Task<std::string> answerTo(const PlaybackMessage& message) {
+  const FunctionCallObject call = Utilities::createFunctionCallObject(message.dictionary);
   const UIViewFinder finder;
   const std::optional<std::string> webText =
       co_await finder.parseFunctionCallObjectForWebView(call);
@@ -48,16 +49,16 @@ std::string exceptionAnswer(const std::string& reason) {
 
 }  // namespace
 
-Task<std::optional<std::string>> PlaybackExecutor::execute(std::string message) {
+Task<std::optional<std::string>> PlaybackExecutor::execute(PlaybackMessage message) {
   logMessage(message);
-  if (message == kGreeting) co_return std::nullopt;
+  if (message.text == kGreeting) co_return std::nullopt;
   std::string reason;
   try {
     co_return co_await answerTo(message);
   } catch (...) {
     reason = platform::reasonOf();
   }
-  co_await Diagnostics::recordFailure("exceptionmsg", reason + '\n' + message);
+  co_await Diagnostics::recordFailure("exceptionmsg", reason + '\n' + message.text);
   co_return exceptionAnswer(reason);
 }
 

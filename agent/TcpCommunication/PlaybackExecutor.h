@@ -5,16 +5,17 @@
 #include <optional>
 #include <string>
 
+#include "agent/TcpCommunication/PlaybackMessage.h"
 #include "platform/Task.h"
 
 namespace tarni {
 
 class PlaybackExecutor {
  public:
-  // The answer to `message` (the bytes as received, terminator included): the compact JSON of an
-  // array, or the text that the web view gave. Not framed. Null when nothing is to be answered (the
-  // greeting came back). Never throws: what is raised on the way is answered as "exceptionmsg".
-  static platform::Task<std::optional<std::string>> execute(std::string message);
+  // The answer to `message`: the compact JSON of an array, or the text that the web view gave. Not
+  // framed. Null when nothing is to be answered (the greeting came back). Never throws: what is
+  // raised on the way is answered as "exceptionmsg".
+  static platform::Task<std::optional<std::string>> execute(PlaybackMessage message);
 };
 
 }  // namespace tarni

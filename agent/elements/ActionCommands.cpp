@@ -21,16 +21,16 @@ namespace {
 constexpr double kAfterActionSeconds = 0.5;
 constexpr float kSwipeAmount = 200.0F;
 
-using Action = Task<bool> (*)(UIViewRef view, std::string data);
+using Action = Task<bool> (*)(UIViewRef view, PlaybackCommand command);
 
-Task<bool> click(UIViewRef view, std::string) {
+Task<bool> click(UIViewRef view, PlaybackCommand) {
   PlayBackInteractionMethods interaction;
   co_return co_await interaction.performClickOnUIView(view);
 }
 
-Task<bool> typeText(UIViewRef view, std::string text) {
+Task<bool> typeText(UIViewRef view, PlaybackCommand command) {
   PlayBackInteractionMethods interaction;
-  co_return co_await interaction.performTypeTextOnUIView(view, text);
+  co_return co_await interaction.performTypeTextOnUIView(view, command.dataValue.text());
 }
 
 // Shows the element while the action runs and for a moment after. The action may close the
@@ -45,7 +45,7 @@ Task<void> actOnElement(PlaybackCommand command, Action action) {
   Highlight::highlightView(element);
   platform.transaction->flush();
   // 2. Act.
-  co_await action(std::move(element), command.dataValue);
+  co_await action(std::move(element), command);
   // 3. Let the application run.
   co_await platform.application->runLoopRunInMode(platform::kCFRunLoopDefaultMode,
                                                   kAfterActionSeconds, false);
@@ -120,10 +120,11 @@ Entries swipereset(PlaybackCommand) {
 
 Entries swipeon(PlaybackCommand command) {
   // 1. The target is the element, or what fills the window when none is named.
-  UIViewRef target = command.accessorValue.empty() ? firstSubviewOfWindow() : elementOf(command);
+  UIViewRef target =
+      command.accessorValue.text().empty() ? firstSubviewOfWindow() : elementOf(command);
   if (!target) co_return ordered_json::array();
   // 2. Drag in its own coordinates.
-  const std::string direction = platform::lowercase(command.dataValue);
+  const std::string direction = platform::lowercase(command.dataValue.text());
   const Drag drag = dragInDirection(direction, target->bounds().size);
   co_await KIFAdditions::dragFromPoint(std::move(target), drag.from, drag.to);
   co_return ordered_json::array();

@@ -33,17 +33,18 @@ ordered_json collectIdentifiers() {
 ordered_json findBelow(const UIViewRef& parent, const PlaybackCommand& command) {
   UIViewMemoryCache::sharedInstance().clearMemoryCache();
   UIViewsManager manager;
-  manager.findElements(parent, command.tagName, command.accessorType, command.accessorValue);
+  manager.findElements(parent, command.tagName.text(), command.accessorType,
+                       command.accessorValue.text());
   return collectIdentifiers();
 }
 
 bool matchesText(const UIViewRef& field, const PlaybackCommand& command) {
   if (command.accessorType.empty()) return true;
   const std::string text = Utilities::getUIViewText(field);
-  if (command.accessorType == "text") return text == command.accessorValue;
+  if (command.accessorType == "text") return text == command.accessorValue.text();
   return command.accessorType == "partialtext" &&
-         Utilities::lowercaseString(text).find(Utilities::lowercaseString(command.accessorValue)) !=
-             std::string::npos;
+         Utilities::lowercaseString(text).find(
+             Utilities::lowercaseString(command.accessorValue.text())) != std::string::npos;
 }
 
 void addFieldsByText(const std::vector<UIViewRef>& views, const PlaybackCommand& command) {
@@ -78,7 +79,7 @@ Entries findelementsinsideelement(PlaybackCommand command) {
   co_await finder.waitForViewControllerLoaded();
   // 2. Take the parent before the search clears the cache that knows it.
   const UIViewRef parent =
-      UIViewMemoryCache::sharedInstance().getUIVIewAccordingToElementId(command.dataValue);
+      UIViewMemoryCache::sharedInstance().getUIVIewAccordingToElementId(command.dataValue.text());
   // 3. Search below it.
   co_return findBelow(parent, command);
 }
@@ -92,7 +93,7 @@ Entries findeditablecomponents(PlaybackCommand command) {
   const std::vector<UIViewRef> views = finder.getAllUIViewsAccordingToViewType("");
   // 3. Add the text fields that match, or the one view at a position.
   if (command.accessorType == "xpath") {
-    addViewByXpath(views, command.accessorValue);
+    addViewByXpath(views, command.accessorValue.text());
   } else {
     addFieldsByText(views, command);
   }
@@ -111,7 +112,7 @@ Entries findelements(PlaybackCommand command) {
 Entries ai_findelements(PlaybackCommand command) {
   // The answer is the array of descriptions as it is.
   const AiAPI api;
-  co_return co_await api.getAllViewsInformation(command.tagName);
+  co_return co_await api.getAllViewsInformation(command.tagName.text());
 }
 
 }  // namespace tarni::commands

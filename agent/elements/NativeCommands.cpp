@@ -49,7 +49,8 @@ platform::Task<ordered_json> runNativeCommand(PlaybackCommand command) {
 namespace commands {
 
 platform::UIViewRef elementOf(const PlaybackCommand& command) {
-  return UIViewMemoryCache::sharedInstance().getUIVIewAccordingToElementId(command.accessorValue);
+  return UIViewMemoryCache::sharedInstance().getUIVIewAccordingToElementId(
+      command.accessorValue.text());
 }
 
 ordered_json output(std::string value) {

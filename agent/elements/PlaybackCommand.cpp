@@ -5,10 +5,10 @@
 namespace tarni {
 
 PlaybackCommand::PlaybackCommand(const FunctionCallObject& call)
-    : name(platform::lowercase(call.getFunctionName().value_or(""))),
-      tagName(call.getTagName().value_or("")),
-      accessorType(platform::lowercase(call.getAccessorType().value_or(""))),
-      accessorValue(call.getAccessorValue().value_or("")),
-      dataValue(call.getDataValue().value_or("")) {}
+    : name(platform::lowercase(call.getFunctionName().text())),
+      tagName(call.getTagName()),
+      accessorType(platform::lowercase(call.getAccessorType().text())),
+      accessorValue(call.getAccessorValue()),
+      dataValue(call.getDataValue()) {}
 
 }  // namespace tarni

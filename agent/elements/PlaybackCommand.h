@@ -1,5 +1,5 @@
-// PlaybackCommand: the fields of a playback command as the command tables use them. A field that
-// the command lacks is empty. Plain value.
+// PlaybackCommand: the fields of a playback command as the command tables use them: the two that
+// every row compares, and those that are for the rows that use them. Plain value.
 #pragma once
 
 #include <string>
@@ -9,13 +9,14 @@
 namespace tarni {
 
 struct PlaybackCommand {
+  // Throws NSException when the name or the accessor type is no text.
   explicit PlaybackCommand(const FunctionCallObject& call);
 
   std::string name;  // in lower case
-  std::string tagName;
+  CommandField tagName;
   std::string accessorType;  // in lower case
-  std::string accessorValue;
-  std::string dataValue;
+  CommandField accessorValue;
+  CommandField dataValue;
 };
 
 }  // namespace tarni

@@ -6,7 +6,7 @@
 #include <sstream>
 
 #include "agent/core/GlobalVars.h"
-#include "platform/Foundation/NSException.h"
+#include "agent/elements/DictionaryReader.h"
 #include "platform/Platform.h"
 
 namespace tarni {
@@ -20,20 +20,11 @@ std::optional<std::string> compactText(const ordered_json& value) {
   return value.dump(-1, ' ', false, ordered_json::error_handler_t::replace);
 }
 
-std::optional<ordered_json> parse(std::string_view text) {
-  ordered_json value = ordered_json::parse(text, nullptr, false);
-  if (value.is_discarded()) return std::nullopt;
-  return value;
-}
-
-std::optional<std::string> textOfKey(const ordered_json& command, const char* key) {
+CommandField fieldOfKey(const ordered_json& command, const char* key) {
   const auto found = command.find(key);
-  if (found == command.end() || found->is_null()) return std::nullopt;
-  if (!found->is_string()) {
-    throw platform::NSException(platform::NSInvalidArgumentException,
-                                std::string(key) + " must be a string");
-  }
-  return found->get<std::string>();
+  if (found == command.end() || found->is_null()) return {};
+  if (!found->is_string()) return CommandField::thatIsNoText(key);
+  return CommandField(found->get<std::string>());
 }
 
 constexpr double kToastSeconds = 5.0;
@@ -50,13 +41,14 @@ std::optional<std::string> Utilities::convertMutableDictionaryToString(
 }
 
 std::optional<ordered_json> Utilities::convertStringToNSArray(std::string_view text) {
-  std::optional<ordered_json> value = parse(text);
-  return value && value->is_array() ? std::move(value) : std::nullopt;
+  ordered_json value = ordered_json::parse(text, nullptr, false);
+  if (!value.is_array()) return std::nullopt;
+  return value;
 }
 
-std::optional<ordered_json> Utilities::convertStringToMutableDictionary(std::string_view text) {
-  std::optional<ordered_json> value = parse(text);
-  return value && value->is_object() ? std::move(value) : std::nullopt;
+std::optional<ordered_json> Utilities::convertStringToMutableDictionary(
+    std::string_view text, std::span<const std::string_view> keys) {
+  return DictionaryReader::read(text, keys);
 }
 
 std::string Utilities::getGUIDString() {
@@ -75,13 +67,13 @@ FunctionCallObject Utilities::createFunctionCallObject(const std::optional<order
   GlobalVars::sharedInstance().set_isPlaybackStarted("true");
   FunctionCallObject call;
   if (!command) return call;
-  call.setFunctionName(textOfKey(*command, "functionname"));
-  call.setTagName(textOfKey(*command, "tagname"));
-  call.setAccessorType(textOfKey(*command, "accessortype"));
-  call.setAccessorValue(textOfKey(*command, "accessorvalue"));
-  call.setDataValue(textOfKey(*command, "datavalue"));
-  call.setFunctionType(textOfKey(*command, "functiontype"));
-  call.setFunctionResultType(textOfKey(*command, "functionresulttype"));
+  call.setFunctionName(fieldOfKey(*command, "functionname"));
+  call.setTagName(fieldOfKey(*command, "tagname"));
+  call.setAccessorType(fieldOfKey(*command, "accessortype"));
+  call.setAccessorValue(fieldOfKey(*command, "accessorvalue"));
+  call.setDataValue(fieldOfKey(*command, "datavalue"));
+  call.setFunctionType(fieldOfKey(*command, "functiontype"));
+  call.setFunctionResultType(fieldOfKey(*command, "functionresulttype"));
   return call;
 }
 

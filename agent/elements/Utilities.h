@@ -5,6 +5,7 @@
 #include <memory>
 #include <nlohmann/json_fwd.hpp>
 #include <optional>
+#include <span>
 #include <string>
 #include <string_view>
 
@@ -27,10 +28,12 @@ class Utilities {
   static std::optional<std::string> convertNSArrayToString(const nlohmann::ordered_json& array);
   static std::optional<std::string> convertMutableDictionaryToString(
       const nlohmann::ordered_json& dictionary);
-  // Null when the text is not a JSON array (object).
+  // Null when the text is not a JSON array.
   static std::optional<nlohmann::ordered_json> convertStringToNSArray(std::string_view text);
+  // Of a JSON object only what stands under `keys`; see DictionaryReader. Null when the text is not
+  // one.
   static std::optional<nlohmann::ordered_json> convertStringToMutableDictionary(
-      std::string_view text);
+      std::string_view text, std::span<const std::string_view> keys);
   // A new random UUID in upper case.
   static std::string getGUIDString();
   // The decimal digits of `value` with a point, whatever the application's locale.
@@ -41,7 +44,7 @@ class Utilities {
   // --- commands; main thread
 
   // Takes the fields of a playback command from its JSON (null: none) and notes that playback has
-  // started. Throws NSException naming the key when a field is neither text nor null.
+  // started. A field that is null is one that the command lacks.
   static FunctionCallObject createFunctionCallObject(
       const std::optional<nlohmann::ordered_json>& command);
 

@@ -29,24 +29,26 @@ std::string scriptCall(std::string_view function, std::initializer_list<std::str
 }
 
 std::string findElements(const PlaybackCommand& command) {
-  return scriptCall("findElements", {command.tagName, command.accessorType, command.accessorValue});
+  return scriptCall("findElements",
+                    {command.tagName.text(), command.accessorType, command.accessorValue.text()});
 }
 
 std::string findElementsInsideElement(const PlaybackCommand& command) {
-  return scriptCall("findElementsInsideElement", {command.tagName, command.accessorType,
-                                                  command.accessorValue, command.dataValue});
+  return scriptCall("findElementsInsideElement",
+                    {command.tagName.text(), command.accessorType, command.accessorValue.text(),
+                     command.dataValue.text()});
 }
 
 std::string performClick(const PlaybackCommand& command) {
-  return scriptCall("performClick", {command.accessorValue});
+  return scriptCall("performClick", {command.accessorValue.text()});
 }
 
 std::string performTypeText(const PlaybackCommand& command) {
-  return scriptCall("performTypeText", {command.accessorValue, command.dataValue});
+  return scriptCall("performTypeText", {command.accessorValue.text(), command.dataValue.text()});
 }
 
 std::string tarni_getText(const PlaybackCommand& command) {
-  return scriptCall("tarni_getText", {command.accessorValue});
+  return scriptCall("tarni_getText", {command.accessorValue.text()});
 }
 
 using Result = Task<std::optional<std::string>>;

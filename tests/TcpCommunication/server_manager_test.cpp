@@ -222,6 +222,18 @@ TEST_F(ServerManagerTest, ACommandMayArriveInPiecesOfAnySize) {
   EXPECT_EQ(player.readMessage(), "[]");
 }
 
+TEST_F(ServerManagerTest, ALineThatIsTooLongIsNoCommand) {
+  startBoth();
+  const LoopbackClient player(playbackPort);
+  player.readMessage();
+  player.send("{}\r\n");
+  EXPECT_EQ(player.readMessage(), "[]");
+  player.send("{\"functionname\":7}" + std::string(17UL * 1024 * 1024, ' ') + "\r\n");
+  EXPECT_EQ(player.readMessage(), "[]") << "it would be answered with an exception";
+  player.send("{\"functionname\":7}" + std::string(15UL * 1024 * 1024, ' ') + "\r\n");
+  EXPECT_THAT(player.readMessage(), StartsWith("[{\"exceptionmsg\":"));
+}
+
 TEST_F(ServerManagerTest, TheFirstPlaybackCommandEndsRecordingForGood) {
   startBoth();
   const LoopbackClient recorder(recorderPort);

@@ -44,17 +44,27 @@ TEST_F(Command, WithoutMeaningIsAnsweredWithNothing) {
 }
 
 TEST_F(Command, GreetingIsNotAnswered) {
-  EXPECT_EQ(complete(PlaybackExecutor::execute("Welcome PlayBackServer Started Successfully")),
-            std::nullopt);
+  const std::string greeting = "Welcome PlayBackServer Started Successfully";
+  EXPECT_EQ(complete(PlaybackExecutor::execute(greeting)), std::nullopt);
   EXPECT_EQ(answer("Welcome PlayBackServer Started Successfully\r\n"), "[]");
   EXPECT_TRUE(environment.log().contains("Msg is Welcome PlayBackServer Started Successfully"));
 }
 
-TEST_F(Command, FieldThatIsNoTextIsAnExceptionThatNamesIt) {
-  EXPECT_EQ(answer(R"({"functionname":"gettext","datavalue":12})"),
-            R"([{"exceptionmsg":"datavalue must be a string"}])");
+TEST_F(Command, FieldThatIsNoTextFailsTheCommandsThatUseIt) {
+  add<Label>("a");
+  EXPECT_EQ(answer(R"({"functionname":"findelements","tagname":12})"),
+            R"([{"exceptionmsg":"tagname must be a string"}])");
+  EXPECT_EQ(answer(R"({"functionname":"gettext","accessorvalue":[]})"),
+            R"([{"exceptionmsg":"accessorvalue must be a string"}])");
   EXPECT_EQ(answer(R"({"functionname":{}})"),
             R"([{"exceptionmsg":"functionname must be a string"}])");
+  const Json found = command({{"functionname", "findelements"},
+                              {"functiontype", 1},
+                              {"functionresulttype", true},
+                              {"datavalue", 1.5},
+                              {"tagname", "UILabel"}});
+  EXPECT_EQ(found.size(), 1U);
+  EXPECT_TRUE(found[0].contains("elementID"));
 }
 
 TEST_F(Command, RaisingIsAnsweredWithTheReason) {

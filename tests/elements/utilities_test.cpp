@@ -1,6 +1,7 @@
 // JSON, numbers, messages and pictures.
 #include "agent/elements/Utilities.h"
 
+#include <array>
 #include <set>
 
 #include "backends/headless/views/Label.h"
@@ -12,7 +13,13 @@ namespace {
 
 using testing::MatchesRegex;
 
-class UtilitiesTest : public Screen {};
+class UtilitiesTest : public Screen {
+ protected:
+  static std::optional<Json> dictionary(const std::string& text) {
+    constexpr std::array<std::string_view, 2> keys{"a", "b"};
+    return Utilities::convertStringToMutableDictionary(text, keys);
+  }
+};
 
 TEST_F(UtilitiesTest, JsonTextIsCompactAndKeepsTheOrderOfKeys) {
   const Json array = Json::parse(R"([ {"z": "1", "a": "é/\n"} ])");
@@ -30,14 +37,21 @@ TEST_F(UtilitiesTest, JsonTextReplacesWhatIsNotUtf8) {
 TEST_F(UtilitiesTest, ParsingGivesNothingForTheWrongKindOrNoJson) {
   EXPECT_EQ(Utilities::convertStringToNSArray("[1,2]"), Json::parse("[1,2]"));
   EXPECT_EQ(Utilities::convertStringToNSArray("{}"), std::nullopt);
-  EXPECT_EQ(Utilities::convertStringToMutableDictionary("{\"a\":{}}\r\n"),
-            Json::parse("{\"a\":{}}"));
   for (const char* text : {"", "[]", "null", "3", "{\"a\"", "{} {}", "{\"a\":\"\xFF\"}"}) {
-    EXPECT_EQ(Utilities::convertStringToMutableDictionary(text), std::nullopt) << text;
+    EXPECT_EQ(dictionary(text), std::nullopt) << text;
   }
-  const std::string deep(100000, '[');
-  EXPECT_EQ(Utilities::convertStringToNSArray(deep), std::nullopt);
-  EXPECT_TRUE(Utilities::convertStringToNSArray(deep + std::string(100000, ']')));
+}
+
+TEST_F(UtilitiesTest, ADictionaryHoldsWhatItIsAskedForAndTheLastOfTwo) {
+  EXPECT_EQ(dictionary("{\"a\":1,\"x\":{\"b\":[\"b\",2],\"a\":3},\"b\":\"é\",\"a\":null}\r\n"),
+            Json::parse("{\"a\":null,\"b\":\"é\"}"));
+  EXPECT_EQ(dictionary("{\"x\":[{\"a\":1}],\"b\":[[1],{}],\"a\":{\"b\":0}}"),
+            Json::parse("{\"b\":[],\"a\":{}}"));
+  const auto nested = [](std::size_t levels) {
+    return "{\"a\":" + std::string(levels, '[') + std::string(levels, ']') + "}";
+  };
+  EXPECT_EQ(dictionary(nested(511)), Json::parse("{\"a\":[]}"));
+  EXPECT_EQ(dictionary(nested(512)), std::nullopt);
 }
 
 TEST_F(UtilitiesTest, GuidsAreFreshUpperCaseUuids) {
@@ -66,24 +80,24 @@ TEST_F(UtilitiesTest, ACommandHasTheFieldsOfItsJson) {
   const FunctionCallObject call = Utilities::createFunctionCallObject(Json::parse(
       R"({"functionname":"Find","tagname":"T","accessortype":"A","accessorvalue":"V",
           "datavalue":"D","functiontype":"F","functionresulttype":"R","other":1})"));
-  EXPECT_EQ(call.getFunctionName(), "Find");
-  EXPECT_EQ(call.getTagName(), "T");
-  EXPECT_EQ(call.getAccessorType(), "A");
-  EXPECT_EQ(call.getAccessorValue(), "V");
-  EXPECT_EQ(call.getDataValue(), "D");
-  EXPECT_EQ(call.getFunctionType(), "F");
-  EXPECT_EQ(call.getFunctionResultType(), "R");
+  EXPECT_EQ(call.getFunctionName().text(), "Find");
+  EXPECT_EQ(call.getTagName().text(), "T");
+  EXPECT_EQ(call.getAccessorType().text(), "A");
+  EXPECT_EQ(call.getAccessorValue().text(), "V");
+  EXPECT_EQ(call.getDataValue().text(), "D");
+  EXPECT_EQ(call.getFunctionType().text(), "F");
+  EXPECT_EQ(call.getFunctionResultType().text(), "R");
   EXPECT_EQ(GlobalVars::sharedInstance()._isPlaybackStarted(), "true");
 }
 
 TEST_F(UtilitiesTest, ACommandWithoutJsonStartsPlaybackAllTheSame) {
   GlobalVars::sharedInstance().set_isPlaybackStarted(std::nullopt);
-  EXPECT_EQ(Utilities::createFunctionCallObject(std::nullopt).getFunctionName(), std::nullopt);
+  EXPECT_EQ(Utilities::createFunctionCallObject(std::nullopt).getFunctionName().text(), "");
   EXPECT_EQ(GlobalVars::sharedInstance()._isPlaybackStarted(), "true");
-  const Json nulls = Json::parse(R"({"functionname":null})");
-  EXPECT_EQ(Utilities::createFunctionCallObject(nulls).getFunctionName(), std::nullopt);
-  EXPECT_THROW(Utilities::createFunctionCallObject(Json::parse(R"({"datavalue":[]})")),
-               platform::NSException);
+  const Json noText = Json::parse(R"({"functionname":null,"datavalue":[]})");
+  const FunctionCallObject call = Utilities::createFunctionCallObject(noText);
+  EXPECT_EQ(call.getFunctionName().text(), "");
+  EXPECT_THROW(call.getDataValue().text(), platform::NSException);
 }
 
 TEST_F(UtilitiesTest, AToastGoesAfterFiveSeconds) {

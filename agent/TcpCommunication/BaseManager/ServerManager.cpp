@@ -21,8 +21,9 @@ constexpr double longestReadWait = 15.0;
 constexpr double readExtension = 10.0;
 constexpr double pauseBeforeListening = 1.0;
 
-// A host tool that sends no end of a command does not fill the application's memory.
-constexpr std::size_t longestCommand = 64UL * 1024 * 1024;
+// A host tool that sends no end of a command does not fill the application's memory: what is longer
+// is no command.
+constexpr std::size_t longestCommand = 16UL * 1024 * 1024;
 // Nor does one that does not read its steps.
 constexpr std::size_t mostPendingSteps = 256;
 constexpr std::size_t mostPendingBytes = 64UL * 1024 * 1024;
@@ -189,14 +190,15 @@ void ServerManager::socketDidReadDataWithTag(const GCDAsyncSocketRef& sock, std:
     mainQueue().asyncTask(
         [message = std::move(data)] { return RecorderCommands::handle(message); });
   } else if (sock->localPort() == playbackPort) {
-    mainQueue().asyncTask([self = shared_from_this(), sock, message = std::move(data)] {
-      return self->handlePlaybackCommandOnMain(sock, message);
-    });
+    mainQueue().asyncTask(
+        [self = shared_from_this(), sock, message = PlaybackMessage(std::move(data))] {
+          return self->handlePlaybackCommandOnMain(sock, message);
+        });
   }
 }
 
 platform::Task<void> ServerManager::handlePlaybackCommandOnMain(GCDAsyncSocketRef sock,
-                                                                std::string message) {
+                                                                PlaybackMessage message) {
   write(isPlaybackGetResponse_, true);
   stopRecordingWhilePlayBack();
   const std::optional<std::string> answer = co_await PlaybackExecutor::execute(std::move(message));

@@ -20,6 +20,7 @@
 
 #include "agent/TcpCommunication/GCDAsyncSocket/GCDAsyncSocket.h"
 #include "agent/TcpCommunication/GCDAsyncSocket/GCDAsyncSocketDelegate.h"
+#include "agent/TcpCommunication/PlaybackMessage.h"
 #include "platform/Dispatch/Dispatch.h"
 #include "platform/Task.h"
 
@@ -99,7 +100,7 @@ class ServerManager : public GCDAsyncSocketDelegate,
   void writePendingRecorderData(const GCDAsyncSocketRef& sock);
 
   // --- on the main queue
-  platform::Task<void> handlePlaybackCommandOnMain(GCDAsyncSocketRef sock, std::string message);
+  platform::Task<void> handlePlaybackCommandOnMain(GCDAsyncSocketRef sock, PlaybackMessage message);
   platform::Task<void> acceptPlaybackAgainOnMain(GCDAsyncSocketRef gone);
 
   const std::shared_ptr<platform::DispatchQueue> socketRecorderServerQueue_;

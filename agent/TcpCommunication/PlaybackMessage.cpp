@@ -1,0 +1,15 @@
+#include "agent/TcpCommunication/PlaybackMessage.h"
+
+#include <utility>
+
+#include "agent/TcpCommunication/BaseManager/UTF8.h"
+#include "agent/elements/Utilities.h"
+
+namespace tarni {
+
+PlaybackMessage::PlaybackMessage(std::string bytes)
+    : text(std::move(bytes)),
+      isUTF8(tarni::isUTF8(text)),
+      dictionary(Utilities::convertStringToMutableDictionary(text, FunctionCallObject::keys)) {}
+
+}  // namespace tarni
