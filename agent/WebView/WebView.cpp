@@ -20,7 +20,7 @@ namespace {
 using platform::Task;
 using platform::UIViewRef;
 
-constexpr const char* imagePlaceholder = "TARNI_OBJECT_IMAGE";
+constexpr std::string_view imagePlaceholder = "TARNI_OBJECT_IMAGE";
 constexpr const char* onePixelImage = "data:image/jpeg;base64,R0lGODlhAQABAAAAACwAAAAAAQABAAA=";
 
 std::shared_ptr<platform::UIWebView> asWebView(const UIViewRef& view) {
@@ -32,11 +32,20 @@ std::shared_ptr<platform::UIWebView> asWebView(const UIViewRef& view) {
   return webView;
 }
 
-void replaceAll(std::string& text, std::string_view part, std::string_view replacement) {
-  for (auto at = text.find(part); at != std::string::npos;
-       at = text.find(part, at + replacement.size())) {
-    text.replace(at, part.size(), replacement);
+// More is no steps that a person made; a page could fill the application's memory with it.
+constexpr std::size_t longestSteps = 64UL * 1024 * 1024;
+
+// Null when that would be longer than steps are.
+std::optional<std::string> withImages(std::string_view steps, std::string_view image) {
+  std::string text;
+  for (auto at = steps.find(imagePlaceholder); at != std::string_view::npos;
+       at = steps.find(imagePlaceholder)) {
+    text.append(steps.substr(0, at)).append(image);
+    steps.remove_prefix(at + imagePlaceholder.size());
+    if (text.size() > longestSteps) return std::nullopt;
   }
+  if (text.size() + steps.size() > longestSteps) return std::nullopt;
+  return std::move(text.append(steps));
 }
 
 // The page's steps since the last pass. A pass in which nothing was recorded leaves the steps
@@ -44,12 +53,16 @@ void replaceAll(std::string& text, std::string_view part, std::string_view repla
 Task<void> collectSteps(UIViewRef webView) {
   GlobalVars& shared = GlobalVars::sharedInstance();
   shared.set_currentWebView(webView);
-  std::string steps = co_await WebView().callJavaScriptFunction(webView, "startRecording()");
+  const std::string steps = co_await WebView().callJavaScriptFunction(webView, "startRecording()");
   if (!shared._webViewBase64Image()) shared.set_webViewBase64Image(onePixelImage);
   if (steps.empty()) co_return;
+  auto recorded = withImages(steps, shared._webViewBase64Image().value_or(onePixelImage));
+  if (!recorded) {
+    platform::NSLog("Steps of a page that are too long are dropped: %zu bytes", steps.size());
+    co_return;
+  }
   platform::NSLog("**HYBRID RECORDED STEPS %s", steps.c_str());
-  replaceAll(steps, imagePlaceholder, shared._webViewBase64Image().value_or(onePixelImage));
-  shared.set_hybridRecordedSteps(std::move(steps));
+  shared.set_hybridRecordedSteps(std::move(recorded));
 }
 
 Task<void> injectScripts(UIViewRef webView) {
