@@ -1,7 +1,8 @@
-#include <gtest/gtest.h>
+#include <gmock/gmock.h>
 
 #include <algorithm>
 #include <string>
+#include <vector>
 
 #include "agent/TcpCommunication/GCDAsyncSocket/GCDAsyncReadPacket.h"
 
@@ -78,17 +79,23 @@ TEST(ReadPacketTest, AFixedLengthLeavesTheRest) {
   EXPECT_EQ(preBuffer.readBuffer(), "fg");
 }
 
-TEST(ReadPacketTest, AMaximumLengthHoldsForTheWholeLine) {
-  GCDAsyncSocketPreBuffer preBuffer;
-  GCDAsyncReadPacket fits = readTo("\r\n");
-  fits.maxLength = 5;
-  put(preBuffer, "abc\r\nabcd");
-  EXPECT_EQ(fits.readFrom(preBuffer), Progress::Complete);
-  GCDAsyncReadPacket tooLong = readTo("\r\n");
-  tooLong.maxLength = 5;
-  EXPECT_EQ(tooLong.readFrom(preBuffer), Progress::Incomplete);
-  put(preBuffer, "\r\n");
-  EXPECT_EQ(tooLong.readFrom(preBuffer), Progress::MaxedOut);
+TEST(ReadPacketTest, OfALineThatIsTooLongItsEndIsLeft) {
+  const std::string lines = "abc\r\nabcd\r\nabcdefghijk\r\nx\r\n";
+  for (std::size_t step = 1; step <= lines.size(); ++step) {
+    GCDAsyncSocketPreBuffer preBuffer;
+    std::vector<std::string> taken;
+    for (std::size_t sent = 0; taken.size() < 4;) {
+      GCDAsyncReadPacket packet = readTo("\r\n");
+      packet.maxLength = 5;
+      while (packet.readFrom(preBuffer) == Progress::Incomplete) {
+        ASSERT_LT(sent, lines.size());
+        put(preBuffer, std::string_view(lines).substr(sent, step));
+        sent += step;
+      }
+      taken.push_back(packet.buffer);
+    }
+    EXPECT_THAT(taken, testing::ElementsAre("abc\r\n", "\r\n", "\r\n", "x\r\n")) << step;
+  }
 }
 
 }  // namespace

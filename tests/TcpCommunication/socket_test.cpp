@@ -296,13 +296,6 @@ TEST_F(SocketTest, AWriteTimesOut) {
   EXPECT_THAT(witness_->events(2), ElementsAre("accept", "disconnect GCDAsyncSocketErrorDomain 5"));
 }
 
-TEST_F(SocketTest, ALineLongerThanAllowedCloses) {
-  const LoopbackClient client(port_);
-  connection()->readDataToDataWithTimeoutMaxLengthTag(GCDAsyncSocket::CRLFData(), noTimeout, 8, 1);
-  client.send("123456789");
-  EXPECT_THAT(witness_->events(2), ElementsAre("accept", "disconnect GCDAsyncSocketErrorDomain 6"));
-}
-
 TEST_F(SocketTest, AClearedDelegateHearsNothingMore) {
   const LoopbackClient client(port_);
   const GCDAsyncSocketRef sock = connection();

@@ -35,6 +35,8 @@ class Connection {
   // What no request has taken yet.
   std::string_view untaken() const { return std::string_view(text_).substr(taken_); }
   std::size_t available() const { return arrived_ - taken_; }
+  // Of those, what the request has taken by now.
+  std::size_t consumed() const { return available() - buffer_.availableBytes(); }
   void take(std::size_t count) { taken_ += count; }
 
  private:
@@ -64,13 +66,25 @@ GCDAsyncReadPacket makeRequest(FuzzedDataProvider& input) {
       request.terminator = input.ConsumeRandomLengthString(5);
       break;
   }
-  if (input.ConsumeBool()) request.maxLength = input.ConsumeIntegralInRange<std::size_t>(1, 40);
+  if (!request.terminator.empty() && input.ConsumeBool()) {
+    request.maxLength = input.ConsumeIntegralInRange<std::size_t>(1, 40);
+  }
   return request;
 }
 
 // What the request should be given of the untaken text, as far as that has an end.
 void check(const GCDAsyncReadPacket& request, Connection& connection, Progress progress) {
   const std::string_view untaken = connection.untaken();
+  if (request.isTooLong) {
+    require(progress == Progress::Incomplete || request.buffer == request.terminator,
+            "more than the terminator is left");
+    require(connection.consumed() > request.maxLength, "it is not too long");
+    if (progress == Progress::Complete) {
+      require(connection.consumed() == untaken.find(request.terminator) + request.terminator.size(),
+              "not the first terminator");
+    }
+    return;
+  }
   require(untaken.starts_with(request.buffer), "bytes were lost, doubled or swapped");
   const std::size_t length = request.buffer.size();
   if (!request.terminator.empty()) {
@@ -86,9 +100,7 @@ void check(const GCDAsyncReadPacket& request, Connection& connection, Progress p
     require(length > 0, "nothing was read");
     if (request.readLength > 0) require(length == request.readLength, "not the fixed length");
   }
-  if (progress == Progress::Complete && request.maxLength > 0 && request.readLength == 0) {
-    require(length <= request.maxLength, "more than was allowed");
-  }
+  require(request.maxLength == 0 || length <= request.maxLength, "more than was allowed");
 }
 
 }  // namespace
@@ -105,7 +117,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
       check(request, connection, progress);
     }
     if (progress != Progress::Complete) break;
-    connection.take(request.buffer.size());
+    connection.take(connection.consumed());
   }
   return 0;
 }

@@ -7,7 +7,7 @@ namespace tarni {
 GCDAsyncReadPacket::Progress GCDAsyncReadPacket::readFrom(GCDAsyncSocketPreBuffer& preBuffer) {
   if (!terminator.empty()) return readToTerminator(preBuffer);
   if (readLength == 0) {
-    readAvailable(preBuffer, maxLength == 0 ? std::string::npos : maxLength);
+    readAvailable(preBuffer, std::string::npos);
     return buffer.empty() ? Progress::Incomplete : Progress::Complete;
   }
   return readAvailable(preBuffer, readLength);
@@ -26,10 +26,17 @@ GCDAsyncReadPacket::Progress GCDAsyncReadPacket::readToTerminator(
   const std::string_view chunk = preBuffer.readBuffer();
   const std::size_t found = lengthToTerminator(chunk);
   const std::size_t length = found == std::string::npos ? chunk.size() : found;
-  if (maxLength > 0 && buffer.size() + length > maxLength) return Progress::MaxedOut;
   buffer.append(chunk.substr(0, length));
   preBuffer.didRead(length);
-  return found == std::string::npos ? Progress::Incomplete : Progress::Complete;
+  const bool isComplete = found != std::string::npos;
+  isTooLong = isTooLong || (maxLength > 0 && buffer.size() > maxLength);
+  if (isTooLong) keepLast(isComplete ? terminator.size() : terminator.size() - 1);
+  return isComplete ? Progress::Complete : Progress::Incomplete;
+}
+
+// What may become a terminator is all that is needed of a line that nobody wants.
+void GCDAsyncReadPacket::keepLast(std::size_t length) {
+  if (buffer.size() > length) buffer.erase(0, buffer.size() - length);
 }
 
 std::size_t GCDAsyncReadPacket::lengthToTerminator(std::string_view chunk) const {

@@ -12,7 +12,7 @@
 namespace tarni {
 
 struct GCDAsyncReadPacket {
-  enum class Progress { Incomplete, Complete, MaxedOut };
+  enum class Progress { Incomplete, Complete };
 
   // Takes what belongs to the request out of the pre-buffer, and nothing behind it.
   Progress readFrom(GCDAsyncSocketPreBuffer& preBuffer);
@@ -21,8 +21,10 @@ struct GCDAsyncReadPacket {
   bool takesWhatIsAvailable() const { return terminator.empty() && readLength == 0; }
 
   std::string buffer;
-  // 0 for none.
+  // With a terminator: of more bytes, itself included, the terminator alone is kept. 0 for none.
   std::size_t maxLength = 0;
+  // More than that came.
+  bool isTooLong = false;
   // Seconds; negative for none. Grows by each extension.
   double timeout = -1;
   // 0 for none.
@@ -34,6 +36,7 @@ struct GCDAsyncReadPacket {
  private:
   Progress readAvailable(GCDAsyncSocketPreBuffer& preBuffer, std::size_t limit);
   Progress readToTerminator(GCDAsyncSocketPreBuffer& preBuffer);
+  void keepLast(std::size_t length);
   // The number of bytes of `chunk` up to and including the terminator, which may have begun in the
   // bytes read before; npos when it does not end in there.
   std::size_t lengthToTerminator(std::string_view chunk) const;

@@ -225,16 +225,10 @@ void GCDAsyncSocket::enqueue(GCDAsyncReadPacket packet) {
 void GCDAsyncSocket::serveReads() {
   while (isConnected()) {
     if (!currentRead_ && !beginRead()) return;
-    switch (currentRead_->readFrom(preBuffer_)) {
-      case GCDAsyncReadPacket::Progress::Complete:
-        completeRead();
-        break;
-      case GCDAsyncReadPacket::Progress::Incomplete:
-        if (!readMore()) return;
-        break;
-      case GCDAsyncReadPacket::Progress::MaxedOut:
-        closeWithError(socketError(GCDAsyncSocketErrorCode::ReadMaxedOut));
-        return;
+    if (currentRead_->readFrom(preBuffer_) == GCDAsyncReadPacket::Progress::Complete) {
+      completeRead();
+    } else if (!readMore()) {
+      return;
     }
   }
 }
@@ -276,6 +270,9 @@ ssize_t GCDAsyncSocket::receive() {
 
 void GCDAsyncSocket::completeRead() {
   readTimer_.reset();
+  if (currentRead_->isTooLong) {
+    platform::NSLog("A line of more than %zu bytes is dropped", currentRead_->maxLength);
+  }
   tellDelegate([data = std::move(currentRead_->buffer), tag = currentRead_->tag](
                    GCDAsyncSocketDelegate& delegate, const GCDAsyncSocketRef& self) mutable {
     delegate.socketDidReadDataWithTag(self, data, tag);

@@ -49,8 +49,8 @@ class GCDAsyncSocket : public std::enable_shared_from_this<GCDAsyncSocket> {
   // Closes at once, before it returns; pending reads and writes are dropped.
   void disconnect();
 
-  // Completes with everything up to and including `terminator`. More than `maxLength` bytes without
-  // it close the socket with code 6; 0 is no bound.
+  // Completes with everything up to and including `terminator`; when that is more than `maxLength`
+  // bytes (0 is no bound), with the terminator alone.
   void readDataToDataWithTimeoutMaxLengthTag(std::string terminator, double timeout,
                                              std::size_t maxLength, long tag);
   void readDataToDataWithTimeoutTag(std::string terminator, double timeout, long tag) {
