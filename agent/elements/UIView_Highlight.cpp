@@ -61,6 +61,10 @@ bool isHighlighted(const UIViewRef& view) {
   return layer.borderWidth() == kHighlightWidth && layer.borderColor() == kHighlightColor;
 }
 
+bool isLeftover(const UIViewRef& view) {
+  return isHighlighted(view) && !shown(view);
+}
+
 Border ownBorder(const UIViewRef& view) {
   const Shown* const highlight = shown(view);
   return highlight ? highlight->own : borderOf(view);

@@ -21,6 +21,9 @@ inline constexpr platform::CGColor kHighlightColor{0, 1, 0, 1};
 // True when the view's border looks like the highlight, whoever drew it.
 bool isHighlighted(const platform::UIViewRef& view);
 
+// The same for a border that nobody is going to take off: no highlight of the view is on.
+bool isLeftover(const platform::UIViewRef& view);
+
 // The border that the application gave the view, also while it is highlighted.
 Border ownBorder(const platform::UIViewRef& view);
 

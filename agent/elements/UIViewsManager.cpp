@@ -34,7 +34,7 @@ const std::string* tag(const WalkStep& step, std::string_view key) {
 }
 
 void takeOffLeftoverHighlight(const UIViewRef& view) {
-  if (Highlight::isHighlighted(view)) Highlight::deHighlightView(view);
+  if (Highlight::isLeftover(view)) Highlight::deHighlightView(view);
 }
 
 // Empty for all.

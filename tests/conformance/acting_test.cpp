@@ -3,8 +3,6 @@
 namespace tarni::test {
 namespace {
 
-using std::chrono::milliseconds;
-
 TEST_P(Conformance, TypesAndClicks) {
   const std::string field = playback().one("UITextField", "text", "User name");
   EXPECT_EQ(playback().command("sendkeysonelement", field, "Someone else"),
@@ -82,17 +80,16 @@ TEST_P(Conformance, ARowCanBeClicked) {
 }
 
 // No cursor blinks while a button has the focus: the pictures differ by the border alone.
-TEST_P(Conformance, AHighlightShowsAndGoesBackByItself) {
+TEST_P(Conformance, AHighlightLastsASecond) {
   const std::string button = playback().one("UIButton", "text", "Log in");
   playback().command("clickelement", button);
   const auto picture = [&] { return playback().command("ai_getscreensnapshot"); };
   const nlohmann::json plain = picture();
-  // On a slow machine the border may be gone again before the picture is taken.
-  EXPECT_TRUE(eventually([&] {
-    EXPECT_EQ(playback().command("highlight", button), nlohmann::json::array());
-    return picture() != plain;
-  }));
-  EXPECT_TRUE(eventually([&] { return picture() == plain; }));
+  const auto start = std::chrono::steady_clock::now();
+  EXPECT_EQ(playback().command("highlight", button), nlohmann::json::array());
+  EXPECT_NE(picture(), plain);
+  ASSERT_TRUE(eventually([&] { return picture() == plain; }));
+  EXPECT_GE(std::chrono::steady_clock::now() - start, std::chrono::seconds(1));
 }
 
 }  // namespace

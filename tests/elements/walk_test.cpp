@@ -73,21 +73,24 @@ TEST_F(Walk, RemembersTheFieldThatIsEdited) {
   EXPECT_EQ(GlobalVars::sharedInstance()._editAbleElement(), field);
 }
 
-TEST_F(Walk, TakesOffLeftoverHighlightsAndNoOtherBorder) {
+TEST_F(Walk, TakesOffLeftoverHighlightsAndNoLiveOneNorOtherBorder) {
   const platform::CGColor green{0, 1, 0, 1};
   const platform::CGColor nearlyGreen{0, 1, 0, 0.5};
   const auto leftover = add<Label>("a").get();
   const auto thin = add<Label>("b").get();
   const auto own = add<Label>("c").get();
+  const auto live = add<Label>("d").get();
   for (int pass = 0; pass < 2; ++pass) {
     Highlight::deHighlightView(leftover, 4.0, green);
     Highlight::deHighlightView(thin, 3.9, green);
     Highlight::deHighlightView(own, 4.0, nearlyGreen);
+    Highlight::highlightView(live);
     pass == 0 ? manager.GetAllViews(window, true) : manager.GetAllViewsForPlayer(window, true);
     EXPECT_EQ(leftover->layer().borderWidth(), 0);
     EXPECT_EQ(thin->layer().borderWidth(), 3.9);
     EXPECT_EQ(own->layer().borderWidth(), 4.0);
     EXPECT_EQ(own->layer().borderColor(), nearlyGreen);
+    EXPECT_TRUE(Highlight::isHighlighted(live));
   }
 }
 
