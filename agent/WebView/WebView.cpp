@@ -4,6 +4,7 @@
 #include <memory>
 
 #include "agent/core/GlobalVars.h"
+#include "agent/core/TcpChannel.h"
 #include "agent/elements/UIViewFinder.h"
 #include "platform/Foundation/Guarded.h"
 #include "platform/Foundation/NSException.h"
@@ -48,21 +49,35 @@ std::optional<std::string> withImages(std::string_view steps, std::string_view i
   return std::move(text.append(steps));
 }
 
-// The page's steps since the last pass. A pass in which nothing was recorded leaves the steps
-// alone that wait for the sender.
-Task<void> collectSteps(UIViewRef webView) {
+// A pass in which nothing was recorded leaves the steps alone that wait for the sender.
+void keepForSender(const std::string& steps) {
   GlobalVars& shared = GlobalVars::sharedInstance();
-  shared.set_currentWebView(webView);
-  const std::string steps = co_await WebView().callJavaScriptFunction(webView, "startRecording()");
   if (!shared._webViewBase64Image()) shared.set_webViewBase64Image(onePixelImage);
-  if (steps.empty()) co_return;
+  if (steps.empty()) return;
   auto recorded = withImages(steps, shared._webViewBase64Image().value_or(onePixelImage));
   if (!recorded) {
     platform::NSLog("Steps of a page that are too long are dropped: %zu bytes", steps.size());
-    co_return;
+    return;
   }
   platform::NSLog("**HYBRID RECORDED STEPS %s", steps.c_str());
   shared.set_hybridRecordedSteps(std::move(recorded));
+}
+
+// The page's steps since the last pass.
+Task<void> collectSteps(UIViewRef webView) {
+  GlobalVars::sharedInstance().set_currentWebView(webView);
+  keepForSender(co_await WebView().callJavaScriptFunction(webView, "startRecording()"));
+}
+
+// What waits for the sender came before these steps, and they would replace the page's among it.
+Task<void> collectStepsUntilNow() {
+  const UIViewRef webView = GlobalVars::sharedInstance()._currentWebView();
+  if (!webView || asWebView(webView)->isLoading()) co_return;
+  const std::string steps =
+      co_await WebView().callJavaScriptFunction(webView, "recordedUntilNow()");
+  if (steps.empty()) co_return;
+  TcpChannel::sendPendingSteps();
+  keepForSender(steps);
 }
 
 Task<void> injectScripts(UIViewRef webView) {
@@ -127,6 +142,11 @@ void WebView::performRecorderAndPlaybackInjection() {
   if (isPassWaiting.exchange(true)) return;
   const auto turn = std::make_shared<Turn>();
   platform::current().dispatch->mainQueue().asyncTask([turn] { return runPass(turn); });
+}
+
+void WebView::collectStepsBeforeTouch() {
+  if (!GlobalVars::sharedInstance()._currentWebView()) return;
+  platform::current().dispatch->mainQueue().asyncTask(collectStepsUntilNow);
 }
 
 UIViewRef WebView::getCurrentDisplayedWebView() {

@@ -19,6 +19,11 @@ class WebView {
   // them to one that has not. Any thread. Does nothing while the pass before it still waits.
   void performRecorderAndPlaybackInjection();
 
+  // Queues one pass on the main queue that takes all steps out of the page, the text that a person
+  // is still typing among them, so that they go to the host tool before the step of a touch outside
+  // the page that is about to be made. Any thread.
+  void collectStepsBeforeTouch();
+
   // The first web view of the current window; null when there is none.
   platform::UIViewRef getCurrentDisplayedWebView();
   // True once the scripts are in the page.

@@ -12,8 +12,8 @@ class TcpChannel {
   void start();
 
   // One pass of the sender loop: the pending web steps first, then everything that waits on
-  // RecorderQueue; in spy mode the first item only, the ones behind it are dropped. Background
-  // thread. A step that could not be delivered is not queued again.
+  // RecorderQueue; in spy mode the first item only, the ones behind it are dropped. Any thread.
+  // A step that could not be delivered is not queued again.
   static void sendPendingSteps();
 
   // The same before the application ends, at once: waits until the system has taken over what was

@@ -5,6 +5,7 @@
 #include <thread>
 
 #include "agent/Queue/ElementsQueue.h"
+#include "agent/WebView/WebView.h"
 #include "agent/core/GlobalVars.h"
 #include "agent/core/MainThread.h"
 #include "agent/diagnostics/Errors.h"
@@ -180,6 +181,8 @@ void RecorderEvent::submitViewForRecording(const UIViewRef& view, platform::UIEv
                                            double x, double y) {
   if (!view) return;
   const CGPoint point{x, y};
+  const bool isInPage = view->getClass()->lowercaseName().find("uiweb") != std::string::npos;
+  if (!isInPage) WebView().collectStepsBeforeTouch();
   if (!view->isKindOfClass(uikit::UITextField)) {
     queueClick(view, event, point);
     return;

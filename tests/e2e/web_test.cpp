@@ -10,6 +10,7 @@
 #include <fstream>
 #include <nlohmann/json.hpp>
 #include <sstream>
+#include <thread>
 
 #include "host/session/SessionFile.h"
 #include "tests/support/Display.h"
@@ -134,6 +135,19 @@ class Sample : public Pages, public testing::WithParamInterface<const char*> {
     return steps_.size() >= count;
   }
 
+  // Presses the logo until the page has its scripts.
+  void awaitRecording(const Wire& recorder, const Program& program) {
+    recorder.readMessage();
+    const auto press = [&] {
+      display_.click(175, 272);
+      return awaitSteps(recorder, 1, 2s);
+    };
+    ASSERT_TRUE(eventually(press, 30s)) << program.output();
+    while (awaitSteps(recorder, steps_.size() + 1, 2s)) {
+    }
+    steps_.clear();
+  }
+
   std::vector<ordered_json> steps_;
 };
 
@@ -147,17 +161,7 @@ TEST_P(Sample, NativeControlsAndPagesMakeOneSession) {
   {
     const auto program = startSample(page("form.html"));
     const Wire recorder(kRecorderPort);
-    recorder.readMessage();
-    // The logo, until the page has its scripts.
-    const auto press = [&] {
-      display_.click(175, 272);
-      return awaitSteps(recorder, 1, 2s);
-    };
-    ASSERT_TRUE(eventually(press, 30s)) << program->output();
-    while (awaitSteps(recorder, steps_.size() + 1, 2s)) {
-    }
-    steps_.clear();
-
+    awaitRecording(recorder, *program);
     display_.click(100, 22);
     EXPECT_TRUE(awaitSteps(recorder, 1));
     display_.type("4711");
@@ -195,6 +199,24 @@ TEST_P(Sample, NativeControlsAndPagesMakeOneSession) {
   Program player({built("bin/tarni"), "play", "--report", report, session}, environment());
   EXPECT_EQ(player.wait(60s), 0) << player.output();
   EXPECT_THAT(player.output(), HasSubstr("9 of 9 steps passed"));
+}
+
+// The sender goes its rounds meanwhile: the pauses are there for the tap to fall anywhere in them.
+TEST_P(Sample, TextTypedInAPageGoesBeforeTheTapThatFollows) {
+  const auto program = startSample(page("form.html"));
+  const Wire recorder(kRecorderPort);
+  awaitRecording(recorder, *program);
+  for (int round = 0; round < 5; ++round) {
+    steps_.clear();
+    display_.click(180, 69);
+    display_.type("A");
+    std::this_thread::sleep_for(round * 200ms);
+    display_.click(700, 597);
+    ASSERT_TRUE(awaitSteps(recorder, 3)) << program->output();
+    EXPECT_EQ(lineOf(steps_[0]), "Click INPUT \"Customer\" \"\"");
+    EXPECT_EQ(steps_[1]["arguments"][1]["data"], std::string(1 + round, 'A'));
+    EXPECT_EQ(lineOf(steps_[2]), "ClickButton UIButton \"Close order\" \"\"");
+  }
 }
 
 TEST_P(Sample, AViewThatIsAWindowOfItsOwnIsOneAllTheSame) {

@@ -2,8 +2,8 @@
 import { eachDocument } from './lib/frames.js';
 import { define } from './lib/globals.js';
 import { release } from './lib/hold.js';
-import { leaveToNextPage, take } from './lib/outbox.js';
-import { recording } from './lib/recording.js';
+import { leaveToNextPage, take, takeNow } from './lib/outbox.js';
+import { flush, recording } from './lib/recording.js';
 import { spying, stopSpying } from './lib/spying.js';
 
 function start() {
@@ -33,12 +33,20 @@ function start() {
     if (!isSpying) stopSpying();
   }
 
+  function handOver(steps) {
+    if (steps) setTimeout(release, 0);
+    return steps;
+  }
+
   define({
     startRecording() {
       look();
-      const steps = take();
-      if (steps) setTimeout(release, 0);
-      return steps;
+      return handOver(take());
+    },
+    // The person has gone on to a native control.
+    recordedUntilNow() {
+      flush();
+      return handOver(takeNow());
     },
     switchtospymode() {
       setMode(true);

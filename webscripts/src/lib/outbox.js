@@ -56,13 +56,11 @@ export function isEmpty() {
   return waiting.length === 0;
 }
 
-// The JSON array of all that may go together now; "" when there is none.
-export function take() {
+function takeOlderThan(age) {
   const now = performance.now();
-  if (now - lastAnswer < pauseBetweenAnswers || now - arrival < pauseAfterArrival) return '';
   let text = '';
   let count = 0;
-  for (; count < waiting.length && now - waiting[count].since >= youngestAge; count += 1) {
+  for (; count < waiting.length && now - waiting[count].since >= age; count += 1) {
     if (count && (waiting[0].isAlone || waiting[count].isAlone)) break;
     text += (count ? ',' : '') + waiting[count].text;
   }
@@ -72,6 +70,18 @@ export function take() {
   waiting = kept;
   lastAnswer = now;
   return `[${text}]`;
+}
+
+// The JSON array of all that may go together now; "" when there is none.
+export function take() {
+  const now = performance.now();
+  if (now - lastAnswer < pauseBetweenAnswers || now - arrival < pauseAfterArrival) return '';
+  return takeOlderThan(youngestAge);
+}
+
+// The same for a native step that is to come after them: the agent has sent all that came before.
+export function takeNow() {
+  return takeOlderThan(0);
 }
 
 export function leaveToNextPage() {

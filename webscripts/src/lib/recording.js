@@ -18,7 +18,7 @@ function targetOf(event) {
 
 let edited = null;
 
-function flush() {
+export function flush() {
   const element = edited;
   edited = null;
   if (element) record('TypeTextOnEditBox', element, valueOf(element));
