@@ -20,8 +20,7 @@ constexpr int kMargin = 12;
 class AlertWindow final : public QRasterWindow {
  public:
   explicit AlertWindow(QString text) : text_(std::move(text)) {
-    setFlags(Qt::ToolTip | Qt::FramelessWindowHint | Qt::WindowTransparentForInput |
-             Qt::WindowDoesNotAcceptFocus);
+    setFlags(Qt::ToolTip | Qt::FramelessWindowHint | Qt::WindowDoesNotAcceptFocus);
   }
 
   // Centred at the lower edge of the window, or of the screen when there is none.
@@ -88,6 +87,8 @@ std::shared_ptr<platform::UIAlertView> QtAlerts::show(std::string message,
   auto* const alert = new AlertWindow(alertText(message, cancelButtonTitle, otherButtonTitle));
   alert->placeOver(nativeWindowOf(platform::current().application->keyWindow()));
   alert->show();
+  // Under X11 a window that is not shown yet forgets it.
+  alert->setFlag(Qt::WindowTransparentForInput);
   return std::make_shared<QtAlertView>(alert);
 }
 
