@@ -21,8 +21,8 @@ constexpr auto kAbout =
     "A program is started with `tarni run -- PROGRAM`; the other commands then talk to it.";
 
 constexpr auto kFooter = R"(
-Exit codes: 0 done; 1 not found, or the answer is false; 2 the command line does not fit;
-3 no such program, no connection, or no answer in time; 4 the agent answered an exception;
+Exit codes: 0 done; 1 not found, not typed, or the answer is false; 2 the command line does not
+fit; 3 no such program, no connection, or no answer in time; 4 the agent answered an exception;
 5 anything else.
 `tarni run` ends with the program's own code.
 

@@ -116,6 +116,10 @@ std::string Target::resolve(Session& session, std::size_t others) const {
   return id;
 }
 
+std::string Target::description() const {
+  return isGiven() ? locator_.description() : arguments_.front();
+}
+
 std::vector<std::string> Target::others() const {
   return {arguments_.begin() + (isGiven() || arguments_.empty() ? 0 : 1), arguments_.end()};
 }

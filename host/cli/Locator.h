@@ -54,6 +54,8 @@ class Target {
   // asked for, as the agent answers an action on an unknown element like any other. `others` is how
   // many arguments the command takes besides.
   std::string resolve(Session& session, std::size_t others = 0) const;
+  // For messages: the locator's description, or the identifier.
+  std::string description() const;
   // The arguments besides the element.
   std::vector<std::string> others() const;
   const std::vector<std::string>& arguments() const { return arguments_; }

@@ -4,6 +4,7 @@
 #include <thread>
 #include <utility>
 
+#include "host/session/Typing.h"
 #include "host/wire/WireError.h"
 
 namespace tarni::host {
@@ -16,7 +17,6 @@ namespace {
 constexpr milliseconds kPauseBetweenLooks{150};
 // How long only what is certain is taken: a screen that is still being built would be misread.
 constexpr milliseconds kTimeToBeCertain{2000};
-constexpr milliseconds kTimeToTakeEffect{2000};
 // A page takes a click once it has answered; the agent itself waits as long after a native one.
 constexpr milliseconds kTimeOfPage{500};
 
@@ -120,16 +120,11 @@ void StepPlayer::act(PlayedStep& played, const ElementOnScreen& element) {
 }
 
 void StepPlayer::type(PlayedStep& played, const std::string& id) {
+  const Typing typing(client_, id);
   send(played, "sendkeysonelement", id, played.step.data);
-  // Enter has sent the field off.
-  if (played.step.isInPage && played.step.data.ends_with('\n')) return;
-  const auto shown = awaitAnswer("gettext", id, played.step.data);
-  if (!shown) {
-    played.message = "gone since";
-  } else if (*shown != played.step.data) {
-    played.result = Result::failed;
-    played.message = "typed " + inQuotes(played.step.data) + ", but it holds " + inQuotes(*shown);
-  }
+  const auto [isFailure, message] = typing.outcome(played.step.data);
+  if (isFailure) played.result = Result::failed;
+  played.message = message;
 }
 
 void StepPlayer::setSwitch(PlayedStep& played, const std::string& id) {
@@ -164,8 +159,8 @@ void StepPlayer::send(PlayedStep& played, const char* function, const std::strin
 // A box in a page tells its state as its text.
 std::optional<std::string> StepPlayer::awaitState(const RecordedStep& step, const std::string& id,
                                                   const std::string& wanted) {
-  if (!step.isInPage) return awaitAnswer("isselected", id, wanted);
-  awaitAnswer("gettext", id, wanted == "true" ? "1" : "0");
+  if (!step.isInPage) return awaitAnswer(client_, "isselected", id, wanted);
+  awaitAnswer(client_, "gettext", id, wanted == "true" ? "1" : "0");
   return state(step, id);
 }
 
@@ -174,16 +169,6 @@ std::optional<std::string> StepPlayer::state(const RecordedStep& step, const std
   const auto text = answer("gettext", id);
   if (text != "1" && text != "0") return std::nullopt;
   return text == "1" ? "true" : "false";
-}
-
-std::optional<std::string> StepPlayer::awaitAnswer(const char* function, const std::string& id,
-                                                   const std::string& wanted) {
-  const auto deadline = Clock::now() + kTimeToTakeEffect;
-  while (true) {
-    auto now = answer(function, id);
-    if (!now || *now == wanted || Clock::now() >= deadline) return now;
-    std::this_thread::sleep_for(kPauseBetweenLooks);
-  }
 }
 
 std::optional<std::string> StepPlayer::answer(const char* function, const std::string& id) {

@@ -55,9 +55,6 @@ class StepPlayer {
   void setSwitch(PlayedStep& played, const std::string& id);
   void send(PlayedStep& played, const char* function, const std::string& id,
             const std::string& data = "");
-  // Asks until the answer is `wanted` or a short time has passed; the last answer.
-  std::optional<std::string> awaitAnswer(const char* function, const std::string& id,
-                                         const std::string& wanted);
   // "true" or "false"; null for what has no state.
   std::optional<std::string> awaitState(const RecordedStep& step, const std::string& id,
                                         const std::string& wanted);

@@ -84,6 +84,7 @@ std::string ScriptedScreen::act(const std::string& name, std::size_t index,
   if (name == "gettext") return output(element.text);
   if (name == "getwidth") return output(std::to_string(element.width));
   if (name == "getheight") return output("20");
+  if (name == "isenabled") return output(flag(element.enabled));
   if (name == "isselected") {
     return element.state.empty() ? "[]" : json{{{"output", element.state}}}.dump();
   }

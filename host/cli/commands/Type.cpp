@@ -5,6 +5,7 @@
 #include "host/cli/Locator.h"
 #include "host/cli/Session.h"
 #include "host/cli/Subcommands.h"
+#include "host/session/Typing.h"
 
 namespace tarni::host {
 
@@ -13,8 +14,13 @@ void declareType(CLI::App& parser, Session& session) {
   target->declare(parser, "TEXT");
   parser.callback([target, &session] {
     const auto id = target->resolve(session, 1);
-    const auto answer = session.call({"sendkeysonelement", "", "", id, target->others().front()});
+    const auto text = target->others().front();
+    const Typing typing(session.playback(), id);
+    const auto answer = session.call({"sendkeysonelement", "", "", id, text});
     if (session.options.json) std::cout << answer.text() << '\n';
+    if (const auto outcome = typing.outcome(text); outcome.isFailure) {
+      throw NotFound(target->description() + ": " + outcome.message);
+    }
   });
 }
 
