@@ -87,18 +87,23 @@ class LoopbackClient {
     return false;
   }
 
+  // A forked child of the test may have a copy.
   void leave() {
-    if (descriptor_ >= 0) close(descriptor_);
-    descriptor_ = -1;
+    shutdown(descriptor_, SHUT_RDWR);
+    drop();
   }
   // Leaves with a reset instead of an orderly end.
   void reset() {
     const linger abort{1, 0};
     setsockopt(descriptor_, SOL_SOCKET, SO_LINGER, &abort, sizeof abort);
-    leave();
+    drop();
   }
 
  private:
+  void drop() {
+    if (descriptor_ >= 0) close(descriptor_);
+    descriptor_ = -1;
+  }
   bool waitReadable() const {
     pollfd readable{descriptor_, POLLIN, 0};
     return poll(&readable, 1, 20'000) > 0;

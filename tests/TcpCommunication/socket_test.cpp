@@ -1,6 +1,7 @@
 #include <fcntl.h>
 #include <gmock/gmock.h>
 #include <sys/resource.h>
+#include <sys/wait.h>
 
 #include <chrono>
 #include <condition_variable>
@@ -117,6 +118,19 @@ class SocketTest : public PosixTest {
   GCDAsyncSocketRef listener_ = std::make_shared<GCDAsyncSocket>(witness_, queue_);
   std::uint16_t port_ = 0;
 };
+
+// How many of the process's sockets have the local port.
+int socketsOn(std::uint16_t port) {
+  int count = 0;
+  for (int descriptor = 0; descriptor < 1024; ++descriptor) {
+    sockaddr_in6 address{};  // the port stands where that of an IPv4 address does
+    socklen_t length = sizeof address;
+    if (getsockname(descriptor, reinterpret_cast<sockaddr*>(&address), &length) != 0) continue;
+    const bool isInternet = address.sin6_family == AF_INET || address.sin6_family == AF_INET6;
+    if (isInternet && ntohs(address.sin6_port) == port) ++count;
+  }
+  return count;
+}
 
 class SocketFamilyTest : public SocketTest, public testing::WithParamInterface<int> {};
 
@@ -303,6 +317,17 @@ TEST_F(SocketTest, AClearedDelegateHearsNothingMore) {
   sock->disconnect();
   settle();
   EXPECT_THAT(witness_->events(1), ElementsAre("accept"));
+}
+
+TEST_F(SocketTest, AForkedChildInheritsNoSocket) {
+  const LoopbackClient client(port_);
+  ASSERT_NE(connection(), nullptr);
+  const pid_t child = fork();
+  if (child == 0) _exit(socketsOn(port_));
+  int status = 0;
+  waitpid(child, &status, 0);
+  EXPECT_EQ(socketsOn(port_), 3) << "a listener a family and the connection";
+  EXPECT_EQ(WEXITSTATUS(status), 0);
 }
 
 // The client waits until there is room for it, and the log says why, without a line a round.

@@ -1,15 +1,17 @@
-// FileDescriptor: closes its descriptor.
+// FileDescriptor: a socket's descriptor, which it closes. No child of the program keeps the socket.
 #pragma once
 
-#include <unistd.h>
-
 #include <utility>
+
+#include "agent/TcpCommunication/GCDAsyncSocket/ForkedChildren.h"
 
 namespace tarni {
 
 class FileDescriptor {
  public:
-  explicit FileDescriptor(int descriptor = -1) noexcept : descriptor_(descriptor) {}
+  explicit FileDescriptor(int descriptor = -1) : descriptor_(descriptor) {
+    if (isOpen()) ForkedChildren::keepFrom(descriptor_);
+  }
   FileDescriptor(FileDescriptor&& other) noexcept
       : descriptor_(std::exchange(other.descriptor_, -1)) {}
   FileDescriptor& operator=(FileDescriptor&& other) noexcept {
@@ -18,9 +20,7 @@ class FileDescriptor {
   }
   FileDescriptor(const FileDescriptor&) = delete;
   FileDescriptor& operator=(const FileDescriptor&) = delete;
-  ~FileDescriptor() {
-    if (isOpen()) close(descriptor_);
-  }
+  ~FileDescriptor();
 
   bool isOpen() const { return descriptor_ >= 0; }
   int get() const { return descriptor_; }
