@@ -1,4 +1,9 @@
 #include <gmock/gmock.h>
+#include <signal.h>
+#include <sys/resource.h>
+#include <sys/syscall.h>
+#include <sys/wait.h>
+#include <unistd.h>
 
 #include <algorithm>
 #include <future>
@@ -275,6 +280,85 @@ TEST_F(ServerManagerTest, ThePlaybackPortComesBackForOneUngreetedHostToolAfterTh
   }
   EXPECT_THAT(log_.lines(), IsSupersetOf({"Client Disconnected. Accepting port again-2",
                                           "run loop in kCFRunLoopDefaultMode for 1.000000"}));
+}
+
+// A child of the program that lives on as it is, with all that it inherits.
+class ForkedChild {
+ public:
+  // The system's own call leaves out what libraries do when somebody forks.
+  ForkedChild() : pid_(static_cast<pid_t>(syscall(SYS_fork))) {
+    if (pid_ == 0) {
+      for (;;) pause();
+    }
+  }
+  ForkedChild(const ForkedChild&) = delete;
+  ForkedChild& operator=(const ForkedChild&) = delete;
+  ~ForkedChild() {
+    kill(pid_, SIGKILL);
+    waitpid(pid_, nullptr, 0);
+  }
+
+ private:
+  const pid_t pid_;
+};
+
+TEST_F(ServerManagerTest, AChildThatLivesOnHoldsNeitherPortNorConnection) {
+  startBoth();
+  const LoopbackClient recorder(recorderPort);
+  recorder.readMessage();
+  const ForkedChild whileListening;
+  LoopbackClient first(playbackPort);
+  first.readMessage();
+  const ForkedChild whileConnected;
+  first.send("{}\r\n");
+  EXPECT_EQ(first.readMessage(), "[]");
+  EXPECT_TRUE(recorder.seesClose());
+  EXPECT_FALSE(LoopbackClient::isListening(playbackPort));
+  first.leave();
+  const LoopbackClient second;
+  ASSERT_TRUE(second.connectSoon(playbackPort));
+  second.send("{}\r\n");
+  EXPECT_EQ(second.readMessage(), "[]");
+}
+
+// For its life the process has no descriptor left.
+class NoDescriptors {
+ public:
+  NoDescriptors() {
+    getrlimit(RLIMIT_NOFILE, &before_);
+    const rlimit few{256, before_.rlim_max};
+    setrlimit(RLIMIT_NOFILE, &few);
+    for (int copy = dup(0); copy >= 0; copy = dup(0)) copies_.push_back(copy);
+  }
+  NoDescriptors(const NoDescriptors&) = delete;
+  NoDescriptors& operator=(const NoDescriptors&) = delete;
+  ~NoDescriptors() {
+    for (const int copy : copies_) close(copy);
+    setrlimit(RLIMIT_NOFILE, &before_);
+  }
+
+ private:
+  rlimit before_{};
+  std::vector<int> copies_;
+};
+
+TEST_F(ServerManagerTest, ThePlaybackPortComesBackWithoutDescriptors) {
+  startBoth();
+  auto player = std::make_unique<LoopbackClient>(playbackPort);
+  player->readMessage();
+  for (int pauses = 1; pauses <= 3; ++pauses) {
+    std::promise<void> isFull;
+    log_.holdAt("run loop in", isFull.get_future().share());
+    player = std::make_unique<LoopbackClient>();  // the one before leaves
+    ASSERT_TRUE(log_.waitFor("run loop in", pauses));
+    {
+      const NoDescriptors none;
+      isFull.set_value();
+      ASSERT_TRUE(player->connectSoon(playbackPort)) << pauses;
+    }
+    player->send("{}\r\n");
+    EXPECT_EQ(player->readMessage(), "[]") << pauses;
+  }
 }
 
 TEST_F(ServerManagerTest, AHostToolThatVanishesInTheMiddleOfACommandHarmsNothing) {

@@ -43,12 +43,13 @@ class LineLog : public platform::SystemLog {
     return std::ranges::count(lines_, line);
   }
 
-  // Waits for a line that holds `part`; false when none comes for a long time.
-  bool waitFor(const std::string& part) const {
+  // Waits for so many lines that hold `part`; false when they do not come for a long time.
+  bool waitFor(const std::string& part, long lines = 1) const {
     std::unique_lock lock(mutex_);
     return written_.wait_for(lock, std::chrono::seconds(20), [&] {
-      return std::ranges::any_of(
-          lines_, [&](const std::string& line) { return line.find(part) != std::string::npos; });
+      return std::ranges::count_if(lines_, [&](const std::string& line) {
+               return line.find(part) != std::string::npos;
+             }) >= lines;
     });
   }
 

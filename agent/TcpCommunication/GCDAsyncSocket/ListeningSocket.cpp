@@ -6,6 +6,7 @@
 #include <cerrno>
 #include <utility>
 
+#include "agent/TcpCommunication/GCDAsyncSocket/ReserveSockets.h"
 #include "agent/TcpCommunication/GCDAsyncSocket/SocketAddress.h"
 #include "agent/TcpCommunication/GCDAsyncSocket/SocketCalls.h"
 
@@ -31,7 +32,9 @@ bool setOption(int descriptor, int level, int option) {
 
 Attempt listenOn(const sockaddr& address, socklen_t length) {
   FileDescriptor descriptor = openStreamSocket(address.sa_family);
-  if (!descriptor.isOpen()) return Failure{errno, "Error in socket() function"};
+  const int systemCode = errno;
+  if (!descriptor.isOpen()) descriptor = ReserveSockets::shared().take(address.sa_family);
+  if (!descriptor.isOpen()) return Failure{systemCode, "Error in socket() function"};
   if (!makeNonBlocking(descriptor.get())) {
     return Failure{errno, "Error enabling non-blocking IO on socket (fcntl)"};
   }
@@ -86,6 +89,7 @@ std::variant<ListeningSockets, NSError> listenOnAllAddresses(std::uint16_t port)
   const auto* const failure6 = std::get_if<Failure>(&on6);
   if (failure6 && (failure4 || !failure6->isFamilyMissing())) return errorOf(*failure6);
   if (!failure6) sockets.socket6 = std::get<FileDescriptor>(std::move(on6));
+  ReserveSockets::shared().fill();
   return sockets;
 }
 
