@@ -4,8 +4,8 @@
 #pragma once
 
 #include <condition_variable>
-#include <deque>
 #include <functional>
+#include <list>
 #include <memory>
 #include <mutex>
 #include <string>
@@ -42,7 +42,7 @@ class SerialQueue : public platform::DispatchQueue,
   WorkerPool& pool_;
   std::mutex mutex_;
   std::condition_variable progressed_;
-  std::deque<platform::Block> blocks_;
+  std::list<platform::Block> blocks_;  // without memory while it is empty, as most of them are
   bool isRunning_ = false;
   bool isScheduled_ = false;
   int waiters_ = 0;

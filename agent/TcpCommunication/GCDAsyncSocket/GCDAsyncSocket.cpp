@@ -9,6 +9,7 @@
 #include <utility>
 
 #include "agent/TcpCommunication/GCDAsyncSocket/ListeningSocket.h"
+#include "agent/TcpCommunication/GCDAsyncSocket/ReserveSockets.h"
 #include "agent/TcpCommunication/GCDAsyncSocket/SocketCalls.h"
 #include "platform/Foundation/NSException.h"
 #include "platform/Foundation/NSLog.h"
@@ -417,11 +418,12 @@ void GCDAsyncSocket::closeWithError(const std::optional<NSError>& error) {
   isReadAwaited_ = isWriteAwaited_ = false;
   stopListening();
   connection_ = FileDescriptor();
+  ReserveSockets::shared().fill();  // descriptors have just become free
   readQueue_.clear();
   writeQueue_.clear();
   currentRead_.reset();
   currentWrite_.reset();
-  preBuffer_.reset();
+  preBuffer_ = GCDAsyncSocketPreBuffer();
   if (!std::exchange(isStarted_, false)) return;
   tellDelegate([error](GCDAsyncSocketDelegate& delegate, const GCDAsyncSocketRef& self) {
     delegate.socketDidDisconnectWithError(self, error);

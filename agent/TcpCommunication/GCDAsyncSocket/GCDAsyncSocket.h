@@ -6,14 +6,15 @@
 // served in order. A negative time-out is none.
 //
 // Nothing but its owner keeps the object: with the last reference it closes, and a listening socket
-// stops listening. Objects are made with std::make_shared.
+// stops listening. One that has closed holds no buffers, for owners may keep it for ever. Objects
+// are made with std::make_shared.
 #pragma once
 
 #include <sys/types.h>
 
 #include <cstddef>
 #include <cstdint>
-#include <deque>
+#include <list>
 #include <memory>
 #include <mutex>
 #include <optional>
@@ -140,14 +141,14 @@ class GCDAsyncSocket : public std::enable_shared_from_this<GCDAsyncSocket> {
   bool isStarted_ = false;  // listening or connected
 
   GCDAsyncSocketPreBuffer preBuffer_;
-  std::deque<GCDAsyncReadPacket> readQueue_;
+  std::list<GCDAsyncReadPacket> readQueue_;
   std::optional<GCDAsyncReadPacket> currentRead_;
   std::uint64_t currentReadNumber_ = 0;
   Source readSource_;
   bool isReadAwaited_ = false;
   Timer readTimer_;
 
-  std::deque<std::shared_ptr<GCDAsyncWritePacket>> writeQueue_;
+  std::list<std::shared_ptr<GCDAsyncWritePacket>> writeQueue_;
   std::shared_ptr<GCDAsyncWritePacket> currentWrite_;
   Source writeSource_;
   bool isWriteAwaited_ = false;

@@ -10,9 +10,6 @@ constexpr std::size_t keptCapacity = 1024 * 1024;
 
 }  // namespace
 
-GCDAsyncSocketPreBuffer::GCDAsyncSocketPreBuffer(std::size_t capacity)
-    : initialCapacity_(capacity), memory_(capacity) {}
-
 void GCDAsyncSocketPreBuffer::didRead(std::size_t bytes) {
   readOffset_ += bytes;
   if (readOffset_ == writeOffset_) reset();
@@ -25,7 +22,7 @@ void GCDAsyncSocketPreBuffer::ensureCapacityForWrite(std::size_t bytes) {
   writeOffset_ = unread.size();
   readOffset_ = 0;
   if (memory_.size() - writeOffset_ < bytes) {
-    memory_.resize(std::max(memory_.size() * 2, writeOffset_ + bytes));
+    memory_.resize(std::max({initialCapacity_, memory_.size() * 2, writeOffset_ + bytes}));
   }
 }
 

@@ -11,7 +11,8 @@ namespace tarni {
 
 class GCDAsyncSocketPreBuffer {
  public:
-  explicit GCDAsyncSocketPreBuffer(std::size_t capacity = 4096);
+  // Takes its first memory when something is to be written.
+  explicit GCDAsyncSocketPreBuffer(std::size_t capacity = 4096) : initialCapacity_(capacity) {}
 
   std::size_t availableBytes() const { return writeOffset_ - readOffset_; }
   // The unread bytes. Valid until the next call that writes.
