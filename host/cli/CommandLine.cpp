@@ -7,9 +7,12 @@
 #include <string>
 #include <vector>
 
+#include "host/cli/SafeOutput.h"
 #include "host/cli/Session.h"
 #include "host/cli/Subcommands.h"
 #include "host/cli/Terminal.h"
+#include "host/guard/Printable.h"
+#include "host/launch/ProgramRegistry.h"
 #include "host/wire/WireError.h"
 
 namespace tarni::host {
@@ -33,9 +36,20 @@ what it looks like (--text, --partial, --xpath, --tag). A position in the tree i
 Each command is a connection of its own, and the program takes the next one only a second after the
 last has gone: `tarni do` carries out many commands in one connection, without that second.)";
 
+// "" when the name is one that a program can have.
+std::string complaintAboutName(const std::string& name) {
+  try {
+    ProgramRegistry::checkName(name);
+    return "";
+  } catch (const std::invalid_argument& error) {
+    return error.what();
+  }
+}
+
 void declareGlobalOptions(CLI::App& app, GlobalOptions& options) {
   app.add_option("--in", options.in, "the program that was started with `run --isolated=NAME`")
-      ->type_name("NAME");
+      ->type_name("NAME")
+      ->check(CLI::Validator(complaintAboutName, ""));
   app.add_option("--port", options.port, "another port than 9898 (record, spy: than 9892)")
       ->type_name("N");
   app.add_option("--host-timeout", options.answerSeconds,
@@ -101,7 +115,8 @@ ExitCode carryOut(CLI::App& app, Session& session, const Parse& parse) {
     return complain(error, ExitCode::wire);
   } catch (const AgentException& error) {
     std::cout.flush();
-    std::cerr << Terminal::error("tarni: ") << "the agent reports: " << error.what() << '\n';
+    std::cerr << Terminal::error("tarni: ") << "the agent reports: " << printable(error.what())
+              << '\n';
     return ExitCode::exception;
   } catch (const std::exception& error) {
     return complain(error, ExitCode::failure);
@@ -124,6 +139,7 @@ std::vector<std::string> wordsOf(int argc, char** argv) {
 }  // namespace
 
 int runTool(int argc, char** argv) {
+  const SafeOutput safe;
   Session session;
   CLI::App app(kAbout, "tarni");
   app.footer(kFooter);

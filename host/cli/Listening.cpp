@@ -5,11 +5,11 @@
 #include <unistd.h>
 
 #include <CLI/CLI.hpp>
+#include <algorithm>
 #include <array>
 #include <csignal>
 #include <ctime>
 #include <iostream>
-#include <nlohmann/json.hpp>
 #include <vector>
 
 #include "host/cli/Session.h"
@@ -17,11 +17,11 @@
 
 namespace tarni::host {
 
-using nlohmann::ordered_json;
-
 namespace {
 
 constexpr milliseconds kForEver = std::chrono::hours(24);
+// For what has come already when the end is asked for.
+constexpr milliseconds kTimeToFinish{200};
 
 // A descriptor that becomes readable when the process is asked to end; it does not end by it while
 // this lives.
@@ -103,7 +103,7 @@ void Listening::run(RecorderClient& recorder, Session& session, const Handlers& 
   const EndRequests endRequests;
   TypedLines lines;
   const bool asksPerson = handlers.onLine && mayReadStandardInput();
-  const auto deadline = Clock::now() + (seconds_ ? fromSeconds(*seconds_) : kForEver);
+  auto deadline = Clock::now() + (seconds_ ? fromSeconds(*seconds_) : kForEver);
   int seen = 0;
   while ((!count_ || seen < *count_) && Clock::now() < deadline) {
     std::vector<int> wakeOn{endRequests.descriptor()};
@@ -119,6 +119,7 @@ void Listening::run(RecorderClient& recorder, Session& session, const Handlers& 
     if (message) {
       seen += handlers.onMessage(*message);
       std::cout.flush();
+      if (endRequests.take()) deadline = std::min(deadline, Clock::now() + kTimeToFinish);
     } else if (endRequests.take()) {
       break;
     } else if (wakeOn.size() > 1 && isReadable(STDIN_FILENO)) {
@@ -126,22 +127,6 @@ void Listening::run(RecorderClient& recorder, Session& session, const Handlers& 
     }
   }
   if (count_ && seen < *count_) session.result = ExitCode::no;
-}
-
-ordered_json objectsOf(const std::string& message) {
-  auto objects = ordered_json::array();
-  const auto parsed = ordered_json::parse(message, nullptr, false);
-  if (!parsed.is_array()) return objects;
-  for (const auto& entry : parsed) {
-    if (entry.is_object()) objects.push_back(entry);
-  }
-  return objects;
-}
-
-std::string textAt(const ordered_json& object, const char* key) {
-  if (!object.is_object()) return "";
-  const auto found = object.find(key);
-  return found != object.end() && found->is_string() ? found->get<std::string>() : "";
 }
 
 std::string timeOfDay() {

@@ -3,7 +3,6 @@
 #pragma once
 
 #include <functional>
-#include <nlohmann/json_fwd.hpp>
 #include <optional>
 #include <string>
 
@@ -37,12 +36,6 @@ class Listening {
   std::optional<int> count_;
   std::optional<double> seconds_;
 };
-
-// The entries of a message that are objects; none when it is text of a web page.
-nlohmann::ordered_json objectsOf(const std::string& message);
-
-// The text under a key of an object, "" when there is none.
-std::string textAt(const nlohmann::ordered_json& object, const char* key);
 
 // "12:03:11.250", in local time.
 std::string timeOfDay();

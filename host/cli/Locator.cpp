@@ -5,7 +5,7 @@
 #include <thread>
 
 #include "host/cli/Session.h"
-#include "host/cli/Terminal.h"
+#include "host/guard/Printable.h"
 
 namespace tarni::host {
 
@@ -46,8 +46,8 @@ bool Locator::isGiven() const {
 std::string Locator::description() const {
   const bool anyTag = tag.empty() || tag == "*";
   std::string words = editable_ ? "text field" : anyTag ? "element" : tag;
-  if (text_) words += " with the text " + Terminal::quoted(*text_);
-  if (partial_) words += " whose text contains " + Terminal::quoted(*partial_);
+  if (text_) words += " with the text " + inQuotes(*text_);
+  if (partial_) words += " whose text contains " + inQuotes(*partial_);
   if (xpath_) words += " at " + withBackslashes(*xpath_);
   if (!inside_.empty()) words += " inside " + inside_;
   return words;

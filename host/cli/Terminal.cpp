@@ -3,23 +3,17 @@
 #include <unistd.h>
 
 #include <algorithm>
-#include <cstdlib>
 #include <iostream>
-#include <nlohmann/json.hpp>
+#include <utility>
+
+#include "host/cli/SafeOutput.h"
+#include "host/guard/Printable.h"
 
 namespace tarni::host::Terminal {
 
 namespace {
 
 constexpr std::size_t kWorthShowing = std::size_t{512} * 1024;
-
-bool hasColours(int descriptor) {
-  return isatty(descriptor) == 1 && std::getenv("NO_COLOR") == nullptr;
-}
-
-std::string marked(const std::string& text, const char* code, int descriptor) {
-  return hasColours(descriptor) ? "\033[" + std::string(code) + "m" + text + "\033[0m" : text;
-}
 
 bool beginsCharacter(char byte) {
   return (static_cast<unsigned char>(byte) & 0xC0U) != 0x80U;
@@ -31,18 +25,21 @@ std::size_t length(const std::string& text) {
 
 }  // namespace
 
-std::string strong(const std::string& text) {
-  return marked(text, "1", STDOUT_FILENO);
+Styled strong(std::string text) {
+  return {std::move(text), "\033[1m"};
 }
-std::string faint(const std::string& text) {
-  return marked(text, "2", STDOUT_FILENO);
+Styled faint(std::string text) {
+  return {std::move(text), "\033[2m"};
 }
-std::string error(const std::string& text) {
-  return marked(text, "31", STDERR_FILENO);
+Styled error(std::string text) {
+  return {std::move(text), "\033[31m"};
 }
 
-std::string quoted(std::string_view text) {
-  return nlohmann::json(text).dump(-1, ' ', false, nlohmann::json::error_handler_t::replace);
+std::ostream& operator<<(std::ostream& out, const Styled& styled) {
+  SafeOutput::setStyle(out, styled.style);
+  out << styled.text;
+  SafeOutput::setStyle(out, "\033[0m");
+  return out;
 }
 
 std::string joined(const std::vector<std::string>& words) {
@@ -68,7 +65,10 @@ void showProgress(std::size_t received, std::size_t total) {
   if (total - received < kWorthShowing) std::fputs("\r\033[K", stderr);
 }
 
-void printTable(const std::vector<Row>& rows) {
+void printTable(std::vector<Row> rows) {
+  for (auto& row : rows) {
+    for (auto& cell : row) cell = printable(cell);
+  }
   std::vector<std::size_t> widths;
   for (const auto& row : rows) {
     widths.resize(std::max(widths.size(), row.size()));
@@ -80,7 +80,11 @@ void printTable(const std::vector<Row>& rows) {
       line += row[i];
       if (i + 1 < row.size()) line.append(widths[i] - length(row[i]) + 2, ' ');
     }
-    std::cout << (&row == &rows.front() ? strong(line) : line) << '\n';
+    if (&row == &rows.front()) {
+      std::cout << strong(line) << '\n';
+    } else {
+      std::cout << line << '\n';
+    }
   }
 }
 

@@ -3,19 +3,21 @@
 #pragma once
 
 #include <cstddef>
+#include <iosfwd>
 #include <string>
-#include <string_view>
 #include <vector>
 
 namespace tarni::host::Terminal {
 
-// Marked up when standard output (for `error`, standard error) is a terminal and NO_COLOR is unset.
-std::string strong(const std::string& text);
-std::string faint(const std::string& text);
-std::string error(const std::string& text);
-
-// In double quotes, on one line, control characters escaped.
-std::string quoted(std::string_view text);
+// Text with a style, to be put to std::cout or std::cerr: shown on terminals only.
+struct Styled {
+  std::string text;
+  const char* style;  // an escape sequence
+};
+Styled strong(std::string text);
+Styled faint(std::string text);
+Styled error(std::string text);
+std::ostream& operator<<(std::ostream& out, const Styled& styled);
 
 // A command's words with blanks between them.
 std::string joined(const std::vector<std::string>& words);
@@ -28,7 +30,7 @@ std::string clipped(const std::string& text, std::size_t columns);
 void showProgress(std::size_t received, std::size_t total);
 
 using Row = std::vector<std::string>;
-// Prints the rows in aligned columns; the first row is the heading.
-void printTable(const std::vector<Row>& rows);
+// Prints the rows in aligned columns, each on one line; the first row is the heading.
+void printTable(std::vector<Row> rows);
 
 }  // namespace tarni::host::Terminal

@@ -12,6 +12,9 @@
 #include <sstream>
 #include <stdexcept>
 
+#include "host/guard/Json.h"
+#include "host/guard/Printable.h"
+
 namespace tarni::host {
 
 namespace fs = std::filesystem;
@@ -48,7 +51,8 @@ bool fitsAFile(char c) {
 }
 
 bool fitsAFile(const std::string& name) {
-  return !name.empty() && name.front() != '.' &&
+  constexpr std::size_t kLongestName = 200;  // so that a suffix still fits
+  return !name.empty() && name.size() <= kLongestName && name.front() != '.' &&
          std::all_of(name.begin(), name.end(), [](char c) { return fitsAFile(c); });
 }
 
@@ -66,11 +70,16 @@ ProgramRegistry::ProgramRegistry(fs::path folder) : folder_(std::move(folder)) {
   }
 }
 
-void ProgramRegistry::checkName(const std::string& name) const {
-  if (!fitsAFile(name)) {
-    throw std::invalid_argument("the name \"" + name +
-                                "\" does not do: letters, digits, '-', '_' and '.' only");
-  }
+void ProgramRegistry::checkName(const std::string& name) {
+  if (fitsAFile(name)) return;
+  constexpr std::size_t kEnoughToTell = 40;
+  throw std::invalid_argument(
+      "the name " + inQuotes(name.substr(0, kEnoughToTell)) +
+      (name.size() > kEnoughToTell ? "…" : "") +
+      " does not do: at most 200 letters, digits, '-', '_' and '.', and no '.' in front");
+}
+
+void ProgramRegistry::checkFree(const std::string& name) const {
   if (const auto other = find(name)) {
     throw std::runtime_error("process " + std::to_string(other->pid) + " already runs as \"" +
                              name + "\"");
@@ -78,7 +87,8 @@ void ProgramRegistry::checkName(const std::string& name) const {
 }
 
 std::string ProgramRegistry::freeName(const std::string& wish) const {
-  std::string base = wish;
+  constexpr std::size_t kLongestBase = 100;
+  std::string base = wish.substr(0, kLongestBase);
   std::replace_if(
       base.begin(), base.end(), [](char c) { return !fitsAFile(c); }, '_');
   if (!fitsAFile(base)) base = "program";
@@ -95,10 +105,10 @@ void ProgramRegistry::add(const RegisteredProgram& program) const {
   const auto target = fileOf(program.name);
   auto part = target;
   part += "." + std::to_string(getpid());
-  const nlohmann::ordered_json entry = {
+  const Json entry = {
       {"pid", program.pid}, {"startTime", startTime(program.pid)}, {"command", program.command}};
   std::ofstream file(part);
-  file << entry.dump(-1, ' ', false, nlohmann::json::error_handler_t::replace) << '\n';
+  file << entry.dump(-1, ' ', false, Json::error_handler_t::replace) << '\n';
   file.close();
   if (!file) throw std::runtime_error("cannot write " + part.string());
   fs::rename(part, target);
@@ -112,12 +122,14 @@ void ProgramRegistry::remove(const std::string& name) const {
 std::optional<RegisteredProgram> ProgramRegistry::find(const std::string& name) const {
   if (!fitsAFile(name)) return std::nullopt;
   std::ifstream file(fileOf(name));
-  if (!file) return std::nullopt;
-  const auto entry = nlohmann::json::parse(file, nullptr, false);
-  if (!entry.is_object()) return std::nullopt;
-  const RegisteredProgram program{name, entry.value("pid", -1), entry.value("command", "")};
+  const std::string text{std::istreambuf_iterator<char>(file), {}};
+  const auto entry = readJson(text);
+  if (!entry.is_object() || !entry.contains("pid") || !entry["pid"].is_number_integer()) {
+    return std::nullopt;
+  }
+  const RegisteredProgram program{name, entry["pid"], textIn(entry, "command")};
   const auto started = startTime(program.pid);
-  if (started.empty() || started != entry.value("startTime", "")) {
+  if (started.empty() || started != textIn(entry, "startTime")) {
     remove(name);
     return std::nullopt;
   }

@@ -24,9 +24,10 @@ class ProgramRegistry {
   ProgramRegistry();
   explicit ProgramRegistry(std::filesystem::path folder);
 
-  // Throws std::invalid_argument when the name does not fit a file's, std::runtime_error when a
-  // running program has it.
-  void checkName(const std::string& name) const;
+  // Throws std::invalid_argument for what cannot be a program's name.
+  static void checkName(const std::string& name);
+  // Throws std::runtime_error when a running program has the name.
+  void checkFree(const std::string& name) const;
   // `wish` or, when a running program has it, the first free one of "wish-2", "wish-3", …
   std::string freeName(const std::string& wish) const;
 

@@ -3,22 +3,16 @@
 #include <algorithm>
 #include <array>
 #include <cstdio>
-#include <cstdlib>
 #include <nlohmann/json.hpp>
 
+#include "host/guard/Printable.h"
 #include "host/session/ViewTree.h"
 
 namespace tarni::host {
 
-using nlohmann::ordered_json;
-
 namespace {
 
-double numberIn(const ordered_json& object, const char* key) {
-  return std::strtod(textIn(object, key).c_str(), nullptr);
-}
-
-bool isTrue(const ordered_json& object, const char* key) {
+bool isTrue(const Json& object, const char* key) {
   return textIn(object, key) == "true";
 }
 
@@ -74,12 +68,12 @@ std::string choice(const std::vector<const ElementOnScreen*>& several,
 
 }  // namespace
 
-ElementOnScreen ElementOnScreen::fromJson(const ordered_json& description) {
+ElementOnScreen ElementOnScreen::fromJson(const Json& description) {
   ElementOnScreen element;
   element.id = textIn(description, "elementID");
   element.text = textIn(description, "text");
   element.picture = textIn(description, "imageBase64");
-  const auto frame = description.value("rectangle", ordered_json());
+  const auto frame = description.value("rectangle", Json());
   element.rectangle = {numberIn(frame, "x"), numberIn(frame, "y"), numberIn(frame, "width"),
                        numberIn(frame, "height")};
   element.isVisible = isTrue(description, "isVisibleInViewHierarchy") &&
@@ -139,13 +133,13 @@ ElementSearch::Findings ElementSearch::findingsOf(const RecordedStep& step) {
 // All views are described: only so their places in the tree are known, and hidden views count as
 // well for the index among a class.
 ElementSearch::Elements ElementSearch::elementsOf(const std::string& className) {
-  const auto descriptions = client_.call({"ai_findelements"}).entries();
-  const auto nodes = viewTree(descriptions);
+  ViewTree tree;
   Elements elements;
-  for (std::size_t i = 0; i < nodes.size(); ++i) {
-    if (textIn(descriptions[i], "elementType") != className) continue;
-    elements.push_back(ElementOnScreen::fromJson(descriptions[i]));
-    elements.back().xpath = nodes[i].xpath;
+  for (const auto& description : client_.call({"ai_findelements"}).entries()) {
+    tree.goTo(description);
+    if (textIn(description, "elementType") != className) continue;
+    elements.push_back(ElementOnScreen::fromJson(description));
+    elements.back().xpath = tree.xpath().value_or("");
   }
   return elements;
 }

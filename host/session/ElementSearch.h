@@ -10,11 +10,11 @@
 // AgentExceptions.
 #pragma once
 
-#include <nlohmann/json_fwd.hpp>
 #include <optional>
 #include <string>
 #include <vector>
 
+#include "host/guard/Json.h"
 #include "host/session/RecordedStep.h"
 #include "host/wire/PlaybackClient.h"
 
@@ -40,7 +40,7 @@ struct ElementOnScreen {
   bool isEditable = false;
   std::string xpath;  // its place in the tree as it stands; "" in a page
 
-  static ElementOnScreen fromJson(const nlohmann::ordered_json& description);
+  static ElementOnScreen fromJson(const Json& description);
   // `"OK" (disabled)`
   std::string description() const;
 };

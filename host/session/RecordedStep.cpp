@@ -8,9 +8,10 @@
 #include <nlohmann/json.hpp>
 #include <stdexcept>
 
+#include "host/guard/Printable.h"
+
 namespace tarni::host {
 
-using nlohmann::ordered_json;
 using Kind = RecordedStep::Kind;
 
 namespace {
@@ -46,7 +47,7 @@ std::string withoutAddress(std::string picture) {
   return picture;
 }
 
-bool mentions(const ordered_json& view, const char* part) {
+bool mentions(const Json& view, const char* part) {
   auto name = textIn(view, "classname");
   std::transform(name.begin(), name.end(), name.begin(),
                  [](unsigned char c) { return static_cast<char>(std::tolower(c)); });
@@ -55,7 +56,7 @@ bool mentions(const ordered_json& view, const char* part) {
 
 // Whether the text is what the element is called by, not what it is set to or holds: that differs
 // before and after the very tap.
-bool isOwnText(const RecordedStep& step, const ordered_json& parent) {
+bool isOwnText(const RecordedStep& step, const Json& parent) {
   if (mentions(parent, "segmentedcontrol") || mentions(parent, "textview")) return false;
   const bool isSwitch = step.kind == Kind::switchOn || step.kind == Kind::switchOff;
   if (isSwitch && (step.text == "0" || step.text == "1")) return false;
@@ -66,12 +67,12 @@ bool isOwnText(const RecordedStep& step, const ordered_json& parent) {
 
 }  // namespace
 
-RecordedStep RecordedStep::fromJson(const ordered_json& step) {
+RecordedStep RecordedStep::fromJson(const Json& step) {
   if (!step.is_object()) throw std::invalid_argument("the step is no JSON object");
   RecordedStep recorded;
   recorded.action = textIn(step, "action");
   recorded.kind = kindOf(recorded.action);
-  const auto arguments = step.value("arguments", ordered_json());
+  const auto arguments = step.value("arguments", Json());
   if (!arguments.is_array() || arguments.empty()) {
     throw std::invalid_argument("the step has no \"arguments\"");
   }
@@ -80,7 +81,7 @@ RecordedStep RecordedStep::fromJson(const ordered_json& step) {
   recorded.className = textIn(object, "className");
   if (recorded.className.empty()) throw std::invalid_argument("the step has no \"className\"");
   recorded.text = textIn(object, "sahiText");
-  recorded.isTextItsOwn = isOwnText(recorded, object.value("parent", ordered_json()));
+  recorded.isTextItsOwn = isOwnText(recorded, object.value("parent", Json()));
   recorded.id = textIn(object, "id");
   recorded.label = textIn(object, "label");
   recorded.xpath = textIn(object, "xpath:position");
@@ -92,7 +93,8 @@ RecordedStep RecordedStep::fromJson(const ordered_json& step) {
 }
 
 std::string RecordedStep::element() const {
-  return text.empty() ? className : className + " " + inQuotes(text);
+  const auto name = printable(className);
+  return text.empty() ? name : name + " " + inQuotes(text);
 }
 
 std::string RecordedStep::deed() const {
@@ -107,16 +109,6 @@ std::string RecordedStep::deed() const {
       break;
   }
   return "switch off";
-}
-
-std::string inQuotes(const std::string& text) {
-  return ordered_json(text).dump(-1, ' ', false, ordered_json::error_handler_t::replace);
-}
-
-std::string textIn(const ordered_json& object, const char* key) {
-  if (!object.is_object()) return "";
-  const auto found = object.find(key);
-  return found != object.end() && found->is_string() ? found->get<std::string>() : "";
 }
 
 }  // namespace tarni::host

@@ -2,9 +2,10 @@
 #pragma once
 
 #include <cstddef>
-#include <nlohmann/json_fwd.hpp>
 #include <optional>
 #include <string>
+
+#include "host/guard/Json.h"
 
 namespace tarni::host {
 
@@ -28,18 +29,12 @@ struct RecordedStep {
   std::string picture;               // a JPEG in base-64, "" when there was none
 
   // Throws std::invalid_argument that says what is wrong with it.
-  static RecordedStep fromJson(const nlohmann::ordered_json& step);
+  static RecordedStep fromJson(const Json& step);
 
-  // `UIButton "OK"`, without the text when there is none.
+  // For a person, on one line: `UIButton "OK"`, without the text when there is none.
   std::string element() const;
   // `type "secret" into`, the action in a person's words.
   std::string deed() const;
 };
-
-// "text" in double quotes, on one line.
-std::string inQuotes(const std::string& text);
-
-// The text under a key of an object, "" when there is none.
-std::string textIn(const nlohmann::ordered_json& object, const char* key);
 
 }  // namespace tarni::host

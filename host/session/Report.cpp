@@ -5,6 +5,7 @@
 #include <cmath>
 #include <cstdio>
 
+#include "host/guard/Printable.h"
 #include "host/session/Jpeg.h"
 #include "host/session/ReportStyle.h"
 
@@ -17,7 +18,7 @@ namespace {
 std::string escaped(const std::string& text) {
   std::string html;
   html.reserve(text.size());
-  for (const char c : text) {
+  for (const char c : printableLines(text)) {
     switch (c) {
       case '&':
         html += "&amp;";
@@ -251,6 +252,9 @@ std::string reportPage(const PlayedSession& session) {
   std::string cards;
   for (const auto& played : session.steps) cards += card(played, session);
   return "<!DOCTYPE html>\n<html lang=\"en\">\n<head>\n<meta charset=\"utf-8\">\n"
+         "<meta http-equiv=\"Content-Security-Policy\" content=\"default-src 'none'; img-src "
+         "data:; "
+         "style-src 'unsafe-inline'\">\n"
          "<meta name=\"viewport\" content=\"width=device-width, initial-scale=1\">\n" +
          tag("title", "", escaped((session.hasPassed() ? "Passed: " : "Failed: ") + session.file)) +
          tag("style", "", kReportStyle) + "</head>\n<body>\n" + header(session) +

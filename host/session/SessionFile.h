@@ -12,10 +12,10 @@
 
 #include <filesystem>
 #include <iosfwd>
-#include <nlohmann/json_fwd.hpp>
 #include <string>
 #include <vector>
 
+#include "host/guard/Json.h"
 #include "host/session/RecordedStep.h"
 
 namespace tarni::host {
@@ -42,7 +42,7 @@ class SessionWriter {
   ~SessionWriter();
 
   // `seconds` from the start of the recording; `step` as it came.
-  void add(double seconds, const nlohmann::ordered_json& step);
+  void add(double seconds, const Json& step);
   std::size_t steps() const { return steps_; }
 
  private:

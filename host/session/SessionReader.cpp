@@ -6,8 +6,6 @@
 
 namespace tarni::host {
 
-using nlohmann::ordered_json;
-
 namespace {
 
 constexpr int kVersion = 1;
@@ -31,6 +29,15 @@ class Lines {
   // True when the line last read has no end.
   bool isTorn() const { return file_.eof(); }
 
+  // Of the line last read. Discarded when it is no JSON.
+  Json parsed(const std::string& line) const {
+    try {
+      return readJson(line);
+    } catch (const JsonTooLarge& error) {
+      fail(error.what());
+    }
+  }
+
   [[noreturn]] void fail(const std::string& what) const {
     throw std::invalid_argument(name_ + ":" + std::to_string(number_) + ": " + what);
   }
@@ -44,14 +51,14 @@ class Lines {
 void readHeader(Lines& lines, RecordedSession& session) {
   std::string line;
   if (!lines.next(line)) lines.fail("the file is empty");
-  const auto header = ordered_json::parse(line + "]}", nullptr, false);
+  const auto header = lines.parsed(line + "]}");
   if (!header.is_object() || !header.contains("tarniSession")) {
     lines.fail("this is no session file: it does not begin with {\"tarniSession\":1,…\"steps\":[");
   }
   if (header["tarniSession"] != kVersion) {
     lines.fail("the file is of another version, " + header["tarniSession"].dump());
   }
-  const auto program = header.value("program", ordered_json::array());
+  const auto program = header.value("program", Json::array());
   if (!program.is_array()) lines.fail("\"program\" is no array of words");
   for (const auto& word : program) {
     if (!word.is_string()) lines.fail("\"program\" is no array of words");
@@ -61,7 +68,7 @@ void readHeader(Lines& lines, RecordedSession& session) {
 }
 
 RecordedStep stepOf(const Lines& lines, const std::string& line) {
-  const auto entry = ordered_json::parse(line, nullptr, false);
+  const auto entry = lines.parsed(line);
   if (entry.is_discarded()) {
     lines.fail(lines.isTorn() ? kCutShort : "this is no JSON; a step is one object on one line");
   }

@@ -12,8 +12,6 @@
 
 namespace tarni::host {
 
-using nlohmann::ordered_json;
-
 namespace {
 
 constexpr auto kEnd = "\n]}\n";
@@ -27,8 +25,8 @@ std::string utcNow() {
   return text.data();
 }
 
-std::string compact(const ordered_json& value) {
-  return value.dump(-1, ' ', false, ordered_json::error_handler_t::replace);
+std::string compact(const Json& value) {
+  return value.dump(-1, ' ', false, Json::error_handler_t::replace);
 }
 
 }  // namespace
@@ -37,7 +35,7 @@ SessionWriter::SessionWriter(std::filesystem::path path, const std::vector<std::
     : path_(std::move(path)),
       descriptor_(open(path_.c_str(), O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC, 0644)) {
   if (descriptor_ < 0) throw std::runtime_error("cannot write " + path_.string());
-  const ordered_json header = {{"tarniSession", 1}, {"program", program}, {"recorded", utcNow()}};
+  const Json header = {{"tarniSession", 1}, {"program", program}, {"recorded", utcNow()}};
   auto opening = compact(header);
   opening.pop_back();
   append(opening + ",\"steps\":[");
@@ -47,10 +45,10 @@ SessionWriter::~SessionWriter() {
   if (descriptor_ >= 0) close(descriptor_);
 }
 
-void SessionWriter::add(double seconds, const ordered_json& step) {
+void SessionWriter::add(double seconds, const Json& step) {
   constexpr double kMilliseconds = 1000;
-  const ordered_json entry = {{"time", std::round(seconds * kMilliseconds) / kMilliseconds},
-                              {"step", step}};
+  const Json entry = {{"time", std::round(seconds * kMilliseconds) / kMilliseconds},
+                      {"step", step}};
   append((steps_ == 0 ? "\n" : ",\n") + compact(entry));
   ++steps_;
 }

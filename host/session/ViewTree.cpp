@@ -1,41 +1,49 @@
 #include "host/session/ViewTree.h"
 
-#include <cstdlib>
+#include <algorithm>
 #include <nlohmann/json.hpp>
-#include <unordered_map>
 
-#include "host/session/RecordedStep.h"
+#include "host/guard/Printable.h"
 
 namespace tarni::host {
 
 namespace {
 
-struct Parent {
-  std::string xpath;
-  long childrenToCome = 0;
-  std::unordered_map<std::string, std::size_t> seenOfClass;
-};
+constexpr std::size_t kDeepestPath = 100;
+constexpr std::size_t kStepsOfALongPath = 5;
+constexpr std::size_t kDeepestIndentation = 40;
 
 }  // namespace
 
-std::vector<ViewTreeNode> viewTree(const nlohmann::ordered_json& descriptions) {
-  std::vector<ViewTreeNode> nodes;
-  nodes.reserve(descriptions.size());
-  std::vector<Parent> parents(1);  // the window, whose number of children nobody tells
-  for (const auto& description : descriptions) {
-    while (parents.size() > 1 && parents.back().childrenToCome == 0) parents.pop_back();
-    auto& parent = parents.back();
-    --parent.childrenToCome;
-    const auto name = textIn(description, "elementType");
-    ViewTreeNode node;
-    node.depth = parents.size() - 1;
-    node.step = name + "[" + std::to_string(parent.seenOfClass[name]++) + "]";
-    node.xpath = parent.xpath + "\\" + node.step;
-    const auto children = std::strtol(textIn(description, "childCount").c_str(), nullptr, 10);
-    parents.push_back({node.xpath, children, {}});
-    nodes.push_back(std::move(node));
-  }
-  return nodes;
+void ViewTree::goTo(const Json& description) {
+  while (!path_.empty() && path_.back().childrenToCome == 0) path_.pop_back();
+  auto& parent = path_.empty() ? window_ : path_.back();
+  --parent.childrenToCome;
+  const auto name = textIn(description, "elementType");
+  const auto place = parent.seenOfClass[name]++;
+  const auto children = std::max(0.0, numberIn(description, "childCount"));
+  path_.push_back({name + "[" + std::to_string(place) + "]", static_cast<long>(children)});
+}
+
+std::optional<std::string> ViewTree::xpath() const {
+  if (path_.size() > kDeepestPath) return std::nullopt;
+  return stepsFrom(0);
+}
+
+std::string ViewTree::position() const {
+  const auto whole = xpath();
+  return printable(whole ? *whole : "…" + stepsFrom(path_.size() - kStepsOfALongPath));
+}
+
+std::string ViewTree::indentation() const {
+  const auto blanks = std::string(2 * std::min(depth(), kDeepestIndentation), ' ');
+  return depth() <= kDeepestIndentation ? blanks : blanks + "(" + std::to_string(depth()) + ") ";
+}
+
+std::string ViewTree::stepsFrom(std::size_t level) const {
+  std::string steps;
+  for (; level < path_.size(); ++level) steps += "\\" + path_[level].step;
+  return steps;
 }
 
 }  // namespace tarni::host

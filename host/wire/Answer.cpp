@@ -1,21 +1,14 @@
 #include "host/wire/Answer.h"
 
-#include <nlohmann/json.hpp>
+#include <utility>
 
 #include "host/wire/WireError.h"
 
 namespace tarni::host {
 
-using nlohmann::ordered_json;
-
-Answer::Answer(std::string text) : text_(std::move(text)) {
+Answer::Answer(std::string text) : text_(std::move(text)), entries_(objectsOf(text_)) {
   const auto reasons = valuesOf("exceptionmsg");
   if (!reasons.empty()) throw AgentException(reasons.front());
-}
-
-ordered_json Answer::entries() const {
-  auto parsed = ordered_json::parse(text_, nullptr, false);
-  return parsed.is_array() ? parsed : ordered_json::array();
 }
 
 std::optional<std::string> Answer::output() const {
@@ -26,12 +19,25 @@ std::optional<std::string> Answer::output() const {
 
 std::vector<std::string> Answer::valuesOf(const char* key) const {
   std::vector<std::string> values;
-  for (const auto& entry : entries()) {
-    if (!entry.is_object()) continue;
+  for (const auto& entry : entries_) {
     const auto found = entry.find(key);
     if (found != entry.end() && found->is_string()) values.push_back(found->get<std::string>());
   }
   return values;
+}
+
+Json objectsOf(std::string_view message) {
+  try {
+    auto objects = Json::array();
+    auto parsed = readJson(message);
+    if (!parsed.is_array()) return objects;
+    for (auto& entry : parsed) {
+      if (entry.is_object()) objects.push_back(std::move(entry));
+    }
+    return objects;
+  } catch (const JsonTooLarge& error) {
+    throw WireError(std::string("the program sent what no agent sends: ") + error.what());
+  }
 }
 
 }  // namespace tarni::host

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <charconv>
 
+#include "host/guard/Printable.h"
 #include "host/wire/WireError.h"
 
 namespace tarni::host {
@@ -12,17 +13,11 @@ namespace {
 constexpr std::size_t kLengthDigits = 10;
 constexpr std::string_view kKeepAlivePrompt = "Are you still there?\r\n";
 
-std::string printable(std::string_view bytes) {
-  std::string text;
-  for (const char byte : bytes) text += byte >= ' ' && byte <= '~' ? byte : '.';
-  return text;
-}
-
 }  // namespace
 
 void FrameReader::append(std::string_view bytes) {
-  if (begin_ > 0 && begin_ == buffer_.size()) {
-    buffer_.clear();
+  if (begin_ > buffer_.size() / 2) {
+    buffer_.erase(0, begin_);
     begin_ = 0;
   }
   buffer_.append(bytes);
@@ -54,8 +49,8 @@ bool FrameReader::skipKeepAlivePrompts() {
 std::optional<std::size_t> FrameReader::payloadLength() const {
   const auto digits = std::string_view(buffer_).substr(begin_, kLengthDigits);
   if (!std::all_of(digits.begin(), digits.end(), [](char c) { return c >= '0' && c <= '9'; })) {
-    throw WireError("what answers is no agent: instead of a ten-digit length it sent \"" +
-                    printable(digits) + "\"");
+    throw WireError("what answers is no agent: instead of a ten-digit length it sent " +
+                    inQuotes(digits));
   }
   if (digits.size() < kLengthDigits) return std::nullopt;
   std::size_t length = 0;

@@ -10,12 +10,14 @@
 #include <string>
 #include <string_view>
 
+#include "host/guard/Json.h"
+
 namespace tarni::host {
 
 class FrameReader {
  public:
   // A payload longer than this is taken for a malformed length.
-  static constexpr std::size_t kLongestPayload = std::size_t{1} << 30;
+  static constexpr std::size_t kLongestPayload = kMostBytes;
 
   void append(std::string_view bytes);
 

@@ -21,11 +21,11 @@ constexpr std::string_view kCommandWithoutEffect = "{}";
 }  // namespace
 
 std::string PlaybackCommand::line() const {
-  nlohmann::ordered_json keys = {{"functionname", functionName},
-                                 {"tagname", tagName},
-                                 {"accessortype", accessorType},
-                                 {"accessorvalue", accessorValue},
-                                 {"datavalue", dataValue}};
+  const Json keys = {{"functionname", functionName},
+                     {"tagname", tagName},
+                     {"accessortype", accessorType},
+                     {"accessorvalue", accessorValue},
+                     {"datavalue", dataValue}};
   try {
     return keys.dump();
   } catch (const nlohmann::json::type_error&) {

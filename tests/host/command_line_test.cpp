@@ -20,6 +20,7 @@ using host::kPlaybackPort;
 using host::kRecorderPort;
 using nlohmann::json;
 using testing::HasSubstr;
+using testing::Not;
 using Peer = ScriptedAgent::Peer;
 
 std::string answerOf(const std::string& text) {
@@ -98,6 +99,8 @@ TEST_F(CommandLine, EndsWithACodeForEveryOutcome) {
       {{"frobnicate"}, 2, "\"frobnicate\" is no command"},
       {{"--json", "--frobnicate"}, 2, "--frobnicate"},
       {{}, 2, "which command?"},
+      {{"--in", "", "find", "UIButton"}, 2, "the name \"\" does not do"},
+      {{"--in", "a/b", "find", "UIButton"}, 2, "the name \"a/b\" does not do"},
       {{"--in", "nosuch", "find", "UIButton"}, 3, "no isolated program named \"nosuch\""},
       {{"width", "--text", "OK"}, 4, "no width"},
       {{"send", "not json"}, 0, "[]\n"},
@@ -177,6 +180,60 @@ TEST_F(CommandLine, PutsTheViewTreeTogetherAndWritesPictures) {
   picture >> bytes;
   EXPECT_EQ(bytes, "hello");
   std::filesystem::remove_all(folder);
+  agent_.reset();
+  auto chain = json::array();
+  for (int i = 0; i < 200; ++i) chain.push_back(view("A", "1"));
+  agent_ = std::make_unique<ScriptedAgent>(
+      kPlaybackPort, answering([answer = chain.dump()](const auto&) { return answer; }), 2);
+  EXPECT_THAT(tarni({"tree", "--paths"}).output, HasSubstr("\n…\\A[0]\\A[0]\\A[0]\\A[0]\\A[0]  "));
+  const auto flat = json::parse(tarni({"--json", "tree"}).output);
+  EXPECT_EQ(flat[99]["xpath"].get<std::string>().size(), 100 * 5U);
+  EXPECT_EQ(flat[199]["depth"], 199);
+  EXPECT_FALSE(flat[199].contains("xpath"));
+}
+
+TEST_F(CommandLine, ShowsWhatWouldSteerTheTerminal) {
+  const std::string evil = "\x1B[2J\x7F\u009B\u202E\nA\\[0]'$(id)";
+  const std::string shown = R"(\u001b[2J\u007f\u009b\u202e\nA\[0]'$(id))";
+  const auto element = json{{{"elementID", evil},
+                             {"elementType", evil},
+                             {"text", evil},
+                             {"childCount", "0"},
+                             {"imageBase64", "aGVsbG8="}}};
+  agent_ = std::make_unique<ScriptedAgent>(
+      kPlaybackPort, answering([&](const std::string& line) {
+        const bool fails = line.find("getwidth") != std::string::npos;
+        return fails ? json{{{"exceptionmsg", evil}}}.dump() : element.dump();
+      }),
+      6);
+  const auto folder =
+      std::filesystem::temp_directory_path() / ("tarni-evil-" + std::to_string(getpid()));
+  for (const auto& command :
+       std::vector<std::vector<std::string>>{{"find", "A"},
+                                             {"tree"},
+                                             {"tree", "--paths"},
+                                             {"describe", "--images", folder.string()},
+                                             {"--json", "describe"},
+                                             {"width", "A"}}) {
+    const auto result = tarni(command);
+    EXPECT_THAT(result.output, HasSubstr(shown.substr(0, 28))) << command.front();
+    EXPECT_THAT(result.output,
+                Not(testing::ContainsRegex("[\x01-\x09\x0B-\x1F\x7F]|\u009B|\u202E")));
+    EXPECT_THAT(result.output, Not(HasSubstr("\nA"))) << command.front();
+  }
+  std::filesystem::remove_all(folder);
+  const ScriptedAgent recorder(kRecorderPort, [&](Peer& peer) {
+    peer.sendFramed(json{{{"tagName", "A"}, {"class", evil}, {"xpath:position", evil}}}.dump());
+    peer.readLine();
+    peer.sendFramed(json{{{"tagName", "A"}, {"class", evil}, {"xpath:position", evil}}}.dump());
+    peer.readLine();
+  });
+  const auto spied = tarni({"spy", "--count", "1"}).output;
+  // A shell reads the suggestion as what came, and does not run what is in it.
+  const auto words = spied.substr(spied.find("tarni find ") + 11);
+  Program shell({"bash", "-c", "printf '%s' " + words.substr(0, words.find(" --xpath"))});
+  shell.wait(10s);
+  EXPECT_EQ(shell.output(), evil) << spied;
 }
 
 TEST_F(CommandLine, RecordsUntilTheCountIsReached) {

@@ -120,6 +120,7 @@ TEST_F(Sessions, ThatAreBadAreNamedByLineBeforeAnythingIsStarted) {
       {header + "\n" + entry("text of a page") + "\n]}\n", ":2: this came from a web page"},
       {header + "\n" + entry({{"action", "Click"}, {"arguments", {7}}}) + "\n]}\n",
        ":2: the step names no element"},
+      {header + "\n{\"step\":" + std::string(200'000, '['), ":2: JSON nested deeper than 64"},
       {header + "\n" + good + "\n]}\nmore\n", ":4: there is more behind"},
   };
   for (const auto& one : cases) {

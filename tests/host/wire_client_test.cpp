@@ -121,12 +121,38 @@ TEST(PlaybackClient, SaysWhatWentWrong) {
   EXPECT_THAT([&] { failure(silent); }, ThrowsMessage<WireError>(HasSubstr("did not answer")));
   const auto foreign = [](Peer& peer) { peer.send("220 mail.example.org ESMTP\r\n"); };
   EXPECT_THAT([&] { failure(foreign); }, ThrowsMessage<WireError>(HasSubstr("no agent")));
+  const auto flood = [](Peer& peer) {
+    std::string prompts;
+    while (prompts.size() < 100'000) prompts += "Are you still there?\r\n";
+    for (const auto end = Clock::now() + 1s; Clock::now() < end;) peer.send(prompts);
+  };
+  EXPECT_THAT([&] { failure(flood); }, ThrowsMessage<WireError>(HasSubstr("did not answer")));
   const auto exception = [](Peer& peer) {
     peer.readLine();
     peer.sendFramed(R"([{"exceptionmsg":"out of range"}])");
   };
   EXPECT_THAT([&] { failure(exception); }, ThrowsMessage<AgentException>("out of range"));
   EXPECT_THROW(PlaybackCommand({"findelements", "\xFF"}).line(), std::invalid_argument);
+}
+
+TEST(Answer, IsRefusedBeyondWhatAnAgentSends) {
+  const auto nested = [](std::size_t depth) {
+    return std::string(depth, '[') + std::string(depth, ']');
+  };
+  const auto withKeys = [](std::size_t count) {
+    nlohmann::json object;
+    for (std::size_t i = 0; i < count; ++i) object[std::to_string(i)] = "";
+    return nlohmann::json::array({object}).dump();
+  };
+  EXPECT_TRUE(Answer(nested(kDeepestJson)).entries().empty());
+  EXPECT_EQ(Answer(withKeys(kMostKeys)).entries()[0].size(), kMostKeys);
+  std::string manyValues = "[0";
+  for (std::size_t i = 0; i < kMostValues; ++i) manyValues += ",0";
+  for (const auto& text :
+       {nested(kDeepestJson + 1), nested(1'000'000), withKeys(kMostKeys + 1), manyValues + "]"}) {
+    EXPECT_THAT([&text] { Answer refused(text); },
+                ThrowsMessage<WireError>(HasSubstr("sent what no agent sends")));
+  }
 }
 
 TEST(Connecting, TellsAMissingProgramFromAPortThatIsHeld) {

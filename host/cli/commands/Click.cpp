@@ -5,6 +5,7 @@
 #include "host/cli/Locator.h"
 #include "host/cli/Session.h"
 #include "host/cli/Subcommands.h"
+#include "host/guard/Printable.h"
 
 namespace tarni::host {
 
@@ -15,7 +16,7 @@ void declareAction(CLI::App& parser, Session& session, const char* function) {
   target->declare(parser);
   parser.callback([target, &session, function] {
     const auto answer = session.call({function, "", "", target->resolve(session)});
-    if (session.options.json) std::cout << answer.text() << '\n';
+    if (session.options.json) std::cout << printableJson(answer.text()) << '\n';
   });
 }
 

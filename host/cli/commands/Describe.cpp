@@ -1,7 +1,6 @@
 #include <CLI/CLI.hpp>
 #include <algorithm>
 #include <cmath>
-#include <cstdlib>
 #include <filesystem>
 #include <iostream>
 #include <memory>
@@ -9,14 +8,13 @@
 
 #include "host/cli/Base64.h"
 #include "host/cli/Files.h"
-#include "host/cli/Listening.h"
 #include "host/cli/Session.h"
 #include "host/cli/Subcommands.h"
 #include "host/cli/Terminal.h"
+#include "host/guard/Json.h"
+#include "host/guard/Printable.h"
 
 namespace tarni::host {
-
-using nlohmann::ordered_json;
 
 namespace {
 
@@ -28,7 +26,7 @@ struct DescribeOptions {
 };
 
 // The state in words; what is usual is not said.
-std::string stateOf(const ordered_json& element) {
+std::string stateOf(const Json& element) {
   struct Word {
     const char* key;
     const char* value;
@@ -46,39 +44,40 @@ std::string stateOf(const ordered_json& element) {
   };
   std::string words;
   for (const auto& [key, value, word] : kWords) {
-    if (textAt(element, key) == value) words += (words.empty() ? "" : ",") + std::string(word);
+    if (textIn(element, key) == value) words += (words.empty() ? "" : ",") + std::string(word);
   }
   return words;
 }
 
-Terminal::Row rowOf(const ordered_json& element) {
-  const auto rectangle = element.value("rectangle", ordered_json::object());
+Terminal::Row rowOf(const Json& element) {
+  const auto rectangle = element.value("rectangle", Json::object());
   const auto number = [&rectangle](const char* key) {
-    return std::to_string(std::lround(std::strtod(textAt(rectangle, key).c_str(), nullptr)));
+    return std::to_string(std::lround(numberIn(rectangle, key)));
   };
-  return {textAt(element, "elementID"),
-          textAt(element, "elementType"),
+  return {textIn(element, "elementID"),
+          textIn(element, "elementType"),
           number("x") + "," + number("y"),
           number("width") + "x" + number("height"),
-          textAt(element, "childCount"),
+          textIn(element, "childCount"),
           stateOf(element),
-          Terminal::clipped(Terminal::quoted(textAt(element, "text")), kTextColumns)};
+          Terminal::clipped(inQuotes(textIn(element, "text")), kTextColumns)};
 }
 
-std::string fileName(std::size_t number, std::size_t count, const ordered_json& element) {
+std::string fileName(std::size_t number, std::size_t count, const Json& element) {
   auto digits = std::to_string(number);
   digits.insert(0, std::to_string(count).size() - digits.size(), '0');
-  auto type = textAt(element, "elementType");
+  constexpr std::size_t kLongestType = 100;
+  auto type = textIn(element, "elementType").substr(0, kLongestType);
   std::replace_if(
       type.begin(), type.end(), [](unsigned char c) { return std::isalnum(c) == 0; }, '_');
   return digits + "-" + type + ".jpg";
 }
 
-void writePictures(const ordered_json& elements, const std::filesystem::path& folder) {
+void writePictures(const Json& elements, const std::filesystem::path& folder) {
   std::filesystem::create_directories(folder);
   std::size_t written = 0;
   for (std::size_t i = 0; i < elements.size(); ++i) {
-    const auto picture = decodeBase64(textAt(elements[i], "imageBase64"));
+    const auto picture = decodeBase64(textIn(elements[i], "imageBase64"));
     if (picture.empty()) continue;
     writeFile(folder / fileName(i + 1, elements.size(), elements[i]), picture);
     ++written;
@@ -89,13 +88,13 @@ void writePictures(const ordered_json& elements, const std::filesystem::path& fo
 
 void describe(Session& session, const DescribeOptions& options) {
   const auto answer = session.call({"ai_findelements", options.tag == "*" ? "" : options.tag});
-  const auto elements = answer.entries();
+  const auto& elements = answer.entries();
   if (session.options.json) {
-    std::cout << answer.text() << '\n';
+    std::cout << printableJson(answer.text()) << '\n';
   } else if (!elements.empty()) {
     std::vector<Terminal::Row> rows{{"ID", "CLASS", "AT", "SIZE", "CHILDREN", "STATE", "TEXT"}};
     for (const auto& element : elements) rows.push_back(rowOf(element));
-    Terminal::printTable(rows);
+    Terminal::printTable(std::move(rows));
   }
   if (!options.folder.empty()) writePictures(elements, options.folder);
   if (elements.empty()) {

@@ -4,6 +4,7 @@
 
 #include "host/cli/Session.h"
 #include "host/cli/Subcommands.h"
+#include "host/guard/Printable.h"
 
 namespace tarni::host {
 
@@ -29,9 +30,9 @@ void declareEditable(CLI::App& parser, Session& session) {
     const auto answer = session.call(*command);
     const auto ids = answer.elementIds();
     if (session.options.json) {
-      std::cout << answer.text() << '\n';
+      std::cout << printableJson(answer.text()) << '\n';
     } else {
-      for (const auto& id : ids) std::cout << id << '\n';
+      for (const auto& id : ids) std::cout << printable(id) << '\n';
     }
     if (ids.empty()) throw NotFound("no such text field is on screen");
   });

@@ -6,6 +6,7 @@
 #include "host/cli/Session.h"
 #include "host/cli/Subcommands.h"
 #include "host/cli/Terminal.h"
+#include "host/guard/Printable.h"
 
 namespace tarni::host {
 
@@ -18,20 +19,20 @@ void printWithDetails(Session& session, const std::vector<std::string>& ids) {
   std::vector<Terminal::Row> rows{{"ID", "SIZE", "ENABLED", "DISPLAYED", "TEXT"}};
   for (const auto& id : ids) {
     rows.push_back({id, ask("getwidth", id) + "x" + ask("getheight", id), ask("isenabled", id),
-                    ask("isdisplayed", id), Terminal::quoted(ask("gettext", id))});
+                    ask("isdisplayed", id), inQuotes(ask("gettext", id))});
   }
-  Terminal::printTable(rows);
+  Terminal::printTable(std::move(rows));
 }
 
 void find(Session& session, const Locator& locator, bool details) {
   const auto answer = locator.find(session);
   const auto ids = answer.elementIds();
   if (session.options.json) {
-    std::cout << answer.text() << '\n';
+    std::cout << printableJson(answer.text()) << '\n';
   } else if (details && !ids.empty()) {
     printWithDetails(session, ids);
   } else {
-    for (const auto& id : ids) std::cout << id << '\n';
+    for (const auto& id : ids) std::cout << printable(id) << '\n';
   }
   if (ids.empty()) throw NotFound("no " + locator.description() + " is on screen");
 }

@@ -5,22 +5,24 @@
 #include "host/cli/Session.h"
 #include "host/cli/Subcommands.h"
 #include "host/cli/Terminal.h"
+#include "host/guard/Json.h"
+#include "host/guard/Printable.h"
 #include "host/launch/ProgramRegistry.h"
 
 namespace tarni::host {
 
 void declareList(CLI::App& parser, Session& session) {
   parser.callback([&session] {
-    auto json = nlohmann::ordered_json::array();
+    auto json = Json::array();
     std::vector<Terminal::Row> rows{{"NAME", "PROCESS", "COMMAND"}};
     for (const auto& program : ProgramRegistry().all()) {
       json.push_back({{"name", program.name}, {"pid", program.pid}, {"command", program.command}});
       rows.push_back({program.name, std::to_string(program.pid), program.command});
     }
     if (session.options.json) {
-      std::cout << json.dump() << '\n';
+      std::cout << printableJson(json.dump()) << '\n';
     } else if (rows.size() > 1) {
-      Terminal::printTable(rows);
+      Terminal::printTable(std::move(rows));
     }
     if (json.empty()) throw NotFound("no isolated program is running");
   });

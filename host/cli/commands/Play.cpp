@@ -8,10 +8,10 @@
 #include <sstream>
 
 #include "host/cli/Files.h"
-#include "host/cli/Listening.h"
 #include "host/cli/Session.h"
 #include "host/cli/Subcommands.h"
 #include "host/cli/Terminal.h"
+#include "host/guard/Printable.h"
 #include "host/launch/ProgramRegistry.h"
 #include "host/session/Report.h"
 #include "host/session/SessionFile.h"
@@ -23,7 +23,6 @@
 
 namespace tarni::host {
 
-using nlohmann::ordered_json;
 using Result = PlayedStep::Result;
 
 namespace {
@@ -64,43 +63,48 @@ void print(const PlayedStep& played) {
   const bool hasPassed = played.result == Result::passed;
   std::cout << std::setw(3) << step.number << "  " << step.deed() << " "
             << Terminal::strong(Terminal::clipped(step.element(), kColumnsOfText)) << " "
-            << Terminal::faint("(" + step.action + ")") << ": "
-            << (hasPassed ? "passed" : Terminal::strong("FAILED"));
+            << Terminal::faint("(" + step.action + ")") << ": ";
+  if (hasPassed) {
+    std::cout << "passed";
+  } else {
+    std::cout << Terminal::strong("FAILED");
+  }
   if (played.located) std::cout << ", by " << nameOf(played.located->by);
   std::cout << ", " << inSeconds(played.seconds);
-  if (hasPassed && !played.message.empty()) std::cout << " (" << played.message << ")";
+  if (hasPassed && !played.message.empty()) std::cout << " (" << printable(played.message) << ")";
   std::cout << std::endl;
 }
 
 void printAsJson(const PlayedStep& played) {
   const auto& step = played.step;
-  const ordered_json line = {{"number", step.number},
-                             {"action", step.action},
-                             {"className", step.className},
-                             {"text", step.text},
-                             {"passed", played.result == Result::passed},
-                             {"locator", played.located ? nameOf(played.located->by) : ""},
-                             {"seconds", played.seconds},
-                             {"message", played.message}};
-  std::cout << line.dump(-1, ' ', false, ordered_json::error_handler_t::replace) << std::endl;
+  const Json line = {{"number", step.number},
+                     {"action", step.action},
+                     {"className", step.className},
+                     {"text", step.text},
+                     {"passed", played.result == Result::passed},
+                     {"locator", played.located ? nameOf(played.located->by) : ""},
+                     {"seconds", played.seconds},
+                     {"message", played.message}};
+  std::cout << printableJson(line.dump(-1, ' ', false, Json::error_handler_t::replace))
+            << std::endl;
 }
 
 // What the step looked for and what was there, for a person who has to find out why.
 void printFailure(const PlayOptions& options, const PlayedStep& played) {
   const auto& step = played.step;
   std::cerr << Terminal::error("tarni: ") << options.file << ":" << step.line << ": step "
-            << step.number << " (" << step.action << "): " << played.message << '\n'
+            << step.number << " (" << step.action << "): " << printable(played.message) << '\n'
             << "  looked for: " << step.element();
-  if (!step.xpath.empty()) std::cerr << " at " << step.xpath;
+  if (!step.xpath.empty()) std::cerr << " at " << printable(step.xpath);
   if (step.index) std::cerr << ", number " << *step.index << " of its class";
   std::cerr << '\n';
   if (played.located || played.result == Result::lost) return;
   std::cerr << "  was there: ";
-  if (played.sameClass.empty()) std::cerr << "no " << step.className << " at all";
+  if (played.sameClass.empty()) std::cerr << "no " << printable(step.className) << " at all";
   constexpr std::size_t kMost = 20;
   for (std::size_t i = 0; i < std::min(kMost, played.sameClass.size()); ++i) {
     const auto& element = played.sameClass[i];
-    std::cerr << (i > 0 ? ", " : step.className + " ")
+    std::cerr << (i > 0 ? ", " : printable(step.className) + " ")
               << Terminal::clipped(element.description(), 80);
   }
   if (played.sameClass.size() > kMost) std::cerr << ", … " << played.sameClass.size() << " in all";
@@ -110,13 +114,12 @@ void printFailure(const PlayOptions& options, const PlayedStep& played) {
 // One line an element, indented by its depth.
 std::string treeOf(PlaybackClient& client) {
   try {
-    const auto descriptions = client.call({"ai_findelements"}).entries();
-    const auto nodes = viewTree(descriptions);
+    ViewTree tree;
     std::string text;
-    for (std::size_t i = 0; i < nodes.size(); ++i) {
-      const auto element = ElementOnScreen::fromJson(descriptions[i]);
-      text += std::string(2 * nodes[i].depth, ' ') + nodes[i].step + "  " + element.description() +
-              "\n";
+    for (const auto& description : client.call({"ai_findelements"}).entries()) {
+      tree.goTo(description);
+      text += tree.indentation() + printable(tree.step()) + "  " +
+              ElementOnScreen::fromJson(description).description() + "\n";
     }
     return text;
   } catch (const std::exception& error) {

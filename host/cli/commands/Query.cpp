@@ -1,23 +1,37 @@
+#include <unistd.h>
+
 #include <CLI/CLI.hpp>
 #include <iostream>
 #include <memory>
 
 #include "host/cli/Locator.h"
+#include "host/cli/SafeOutput.h"
 #include "host/cli/Session.h"
 #include "host/cli/Subcommands.h"
+#include "host/guard/Printable.h"
 
 namespace tarni::host {
 
 namespace {
+
+// As it is for a program, which may compare it.
+void print(const std::string& value) {
+  if (isatty(STDOUT_FILENO) == 1) {
+    std::cout << value;
+  } else {
+    SafeOutput::writeRaw(std::cout, value);
+  }
+  std::cout << '\n';
+}
 
 void ask(Session& session, const Target& target, const char* function) {
   const auto id = target.resolve(session);
   const auto answer = session.call({function, "", "", id});
   const auto output = answer.output();
   if (session.options.json) {
-    std::cout << answer.text() << '\n';
+    std::cout << printableJson(answer.text()) << '\n';
   } else if (output) {
-    std::cout << *output << '\n';
+    print(*output);
   }
   if (!output) {
     throw NotFound(std::string(function) == "isselected" ? "the element is no switch"

@@ -9,13 +9,13 @@
 #include "host/cli/Session.h"
 #include "host/cli/Subcommands.h"
 #include "host/cli/Terminal.h"
+#include "host/guard/Json.h"
+#include "host/guard/Printable.h"
 #include "host/launch/ProgramRegistry.h"
 #include "host/session/SessionFile.h"
 #include "host/session/StartLine.h"
 
 namespace tarni::host {
-
-using nlohmann::ordered_json;
 
 namespace {
 
@@ -25,10 +25,9 @@ struct RecordOptions {
   std::string program;
 };
 
-ordered_json argument(const ordered_json& step, std::size_t index) {
-  const auto arguments = step.value("arguments", ordered_json::array());
-  return arguments.is_array() && index < arguments.size() ? arguments[index]
-                                                          : ordered_json::object();
+Json argument(const Json& step, std::size_t index) {
+  const auto arguments = step.value("arguments", Json::array());
+  return arguments.is_array() && index < arguments.size() ? arguments[index] : Json::object();
 }
 
 std::string padded(std::string text, std::size_t width) {
@@ -36,17 +35,17 @@ std::string padded(std::string text, std::size_t width) {
   return text;
 }
 
-// "12:03:11.250  ClickButton          UIButton "OK"  \UIView[0]\UIButton[1]"
-std::string readable(const ordered_json& step) {
+// "ClickButton          UIButton "OK"  \UIView[0]\UIButton[1]"
+void printStep(const Json& step) {
   const auto object = argument(step, 0);
-  const auto data = textAt(argument(step, 1), "data");
-  const auto action = textAt(step, "action");
-  std::string line = padded(action.empty() ? "(element)" : action, 22) + " ";
-  line += Terminal::strong(textAt(object, "className"));
-  const auto text = textAt(object, "sahiText");
-  if (!text.empty()) line += " " + Terminal::quoted(text);
-  if (!data.empty()) line += " <- " + Terminal::quoted(data);
-  return line + "  " + Terminal::faint(textAt(object, "xpath:position"));
+  const auto data = textIn(argument(step, 1), "data");
+  const auto action = printable(textIn(step, "action"));
+  std::cout << padded(action.empty() ? "(element)" : action, 22) << " "
+            << Terminal::strong(printable(textIn(object, "className")));
+  const auto text = textIn(object, "sahiText");
+  if (!text.empty()) std::cout << " " << inQuotes(text);
+  if (!data.empty()) std::cout << " <- " << inQuotes(data);
+  std::cout << "  " << Terminal::faint(printable(textIn(object, "xpath:position"))) << '\n';
 }
 
 // The program's start-up line: as a person gives it, else as the kernel knows it.
@@ -72,7 +71,7 @@ class Recording {
   // How many steps the message holds that were recorded since this client came.
   int onMessage(const RecorderClient::Message& message) {
     const auto steps = objectsOf(message.text);
-    if (json_) std::cout << message.text << '\n';
+    if (json_) std::cout << printableJson(message.text) << '\n';
     if (!json_) print(message, steps);
     if (message.earlier) return 0;
     if (file_) keep(message.text, steps);
@@ -82,14 +81,17 @@ class Recording {
   std::size_t kept() const { return file_ ? file_->steps() : 0; }
 
  private:
-  static void print(const RecorderClient::Message& message, const ordered_json& steps) {
+  static void print(const RecorderClient::Message& message, const Json& steps) {
     const auto time = padded(message.earlier ? "earlier" : timeOfDay(), 12) + "  ";
-    for (const auto& step : steps) std::cout << Terminal::faint(time) << readable(step) << '\n';
-    if (steps.empty()) std::cout << Terminal::faint(time) << Terminal::quoted(message.text) << '\n';
+    for (const auto& step : steps) {
+      std::cout << Terminal::faint(time);
+      printStep(step);
+    }
+    if (steps.empty()) std::cout << Terminal::faint(time) << inQuotes(message.text) << '\n';
   }
 
   // Text of a web page is kept as it is, so that nothing is lost, though it cannot be played.
-  void keep(const std::string& text, const ordered_json& steps) {
+  void keep(const std::string& text, const Json& steps) {
     const auto seconds = std::chrono::duration<double>(Clock::now() - start_).count();
     for (const auto& step : steps) file_->add(seconds, step);
     if (steps.empty()) file_->add(seconds, text);

@@ -64,7 +64,8 @@ class Registration {
       const auto program = std::filesystem::path(options.command.front()).filename().string();
       name_ = registry_.freeName(program);
     } else {
-      registry_.checkName(options.name);
+      ProgramRegistry::checkName(options.name);
+      registry_.checkFree(options.name);
       name_ = options.name;
     }
   }

@@ -6,6 +6,8 @@
 
 #include "host/cli/Session.h"
 #include "host/cli/Subcommands.h"
+#include "host/guard/Json.h"
+#include "host/guard/Printable.h"
 
 namespace tarni::host {
 
@@ -14,8 +16,10 @@ namespace {
 // JSON over several lines becomes one line; anything else goes as it stands, so that the agent's
 // answers to what is no command can be seen.
 std::string asLine(const std::string& text) {
-  const auto parsed = nlohmann::ordered_json::parse(text, nullptr, false);
-  if (!parsed.is_discarded() && text.find('\n') != std::string::npos) return parsed.dump();
+  if (text.find('\n') != std::string::npos) {
+    const auto parsed = readJson(text);
+    if (!parsed.is_discarded()) return parsed.dump();
+  }
   auto end = text.size();
   while (end > 0 && (text[end - 1] == '\n' || text[end - 1] == '\r')) --end;
   auto line = text.substr(0, end);
@@ -28,7 +32,7 @@ std::string asLine(const std::string& text) {
 void send(Session& session, const std::string& json) {
   const auto text = json != "-" ? json : std::string(std::istreambuf_iterator<char>(std::cin), {});
   const auto answer = session.playback().exchange(asLine(text));
-  std::cout << answer << '\n';
+  std::cout << printableJson(answer) << '\n';
   const Answer failsOnException(answer);
 }
 

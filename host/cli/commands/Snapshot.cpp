@@ -4,6 +4,7 @@
 
 #include "host/cli/Base64.h"
 #include "host/cli/Files.h"
+#include "host/cli/SafeOutput.h"
 #include "host/cli/Session.h"
 #include "host/cli/Subcommands.h"
 
@@ -16,7 +17,7 @@ void snapshot(Session& session, const std::string& file) {
   const auto picture = decodeBase64(answer.output().value_or(""));
   if (picture.empty()) throw NotFound("the program has no window to take a picture of");
   if (file == "-") {
-    std::cout.write(picture.data(), static_cast<std::streamsize>(picture.size()));
+    SafeOutput::writeRaw(std::cout, picture);
   } else {
     writeFile(file, picture);
   }

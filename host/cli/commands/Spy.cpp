@@ -1,5 +1,6 @@
 #include <CLI/CLI.hpp>
 #include <charconv>
+#include <cmath>
 #include <iostream>
 #include <memory>
 #include <nlohmann/json.hpp>
@@ -8,56 +9,52 @@
 #include "host/cli/Session.h"
 #include "host/cli/Subcommands.h"
 #include "host/cli/Terminal.h"
+#include "host/guard/Json.h"
+#include "host/guard/Printable.h"
 
 namespace tarni::host {
 
-using nlohmann::ordered_json;
-
 namespace {
 
-std::string shellQuoted(const std::string& text) {
-  std::string quoted = "'";
-  for (const char c : text) quoted += c == '\'' ? std::string("'\\''") : std::string(1, c);
-  return quoted + "'";
-}
-
-std::string summary(const ordered_json& element) {
-  std::string line = Terminal::strong(textAt(element, "class"));
-  const auto text = textAt(element, "sahiText");
-  if (!text.empty()) line += " " + Terminal::quoted(text);
+void printSummary(const Json& element) {
+  std::cout << Terminal::strong(printable(textIn(element, "class")));
+  const auto text = textIn(element, "sahiText");
+  if (!text.empty()) std::cout << " " << inQuotes(text);
   for (const auto* key : {"id", "label"}) {
-    const auto value = textAt(element, key);
-    if (!value.empty() && value != text)
-      line += std::string(" ") + key + "=" + Terminal::quoted(value);
+    const auto value = textIn(element, key);
+    if (!value.empty() && value != text) std::cout << " " << key << "=" << inQuotes(value);
   }
-  return line + " " + textAt(element, "width") + "x" + textAt(element, "height");
+  std::cout << " " << std::lround(numberIn(element, "width")) << "x"
+            << std::lround(numberIn(element, "height"));
 }
 
 // Command lines that find the element again, ready to be copied.
-void printLocators(const ordered_json& element, const std::string& tool) {
-  const auto name = textAt(element, "class");
-  const auto text = textAt(element, "sahiText");
-  const auto xpath = textAt(element, "xpath:position");
-  const auto find = "     " + tool + " find " + shellQuoted(name);
-  if (!text.empty()) std::cout << find << " --text " << shellQuoted(text) << '\n';
-  if (!xpath.empty()) std::cout << find << " --xpath " << shellQuoted(xpath) << '\n';
+void printLocators(const Json& element, const std::string& tool) {
+  const auto name = textIn(element, "class");
+  const auto text = textIn(element, "sahiText");
+  const auto xpath = textIn(element, "xpath:position");
+  const auto find = "     " + tool + " find " + quotedForShell(name);
+  if (!text.empty()) std::cout << find << " --text " << quotedForShell(text) << '\n';
+  if (!xpath.empty()) std::cout << find << " --xpath " << quotedForShell(xpath) << '\n';
 }
 
 // Elements of one touch: the one pointed at, then its ancestors outwards.
-void print(const ordered_json& elements, const std::string& tool) {
+void print(const Json& elements, const std::string& tool) {
   std::cout << Terminal::faint(timeOfDay()) << '\n';
   for (std::size_t i = 0; i < elements.size(); ++i) {
-    std::cout << (i < 10 ? "  " : " ") << i << "  " << summary(elements[i]);
+    std::cout << (i < 10 ? "  " : " ") << i << "  ";
+    printSummary(elements[i]);
     if (i == 0) {
       std::cout << '\n';
       printLocators(elements[i], tool);
     } else {
-      std::cout << "  " << Terminal::faint(textAt(elements[i], "xpath:position")) << '\n';
+      std::cout << "  " << Terminal::faint(printable(textIn(elements[i], "xpath:position")))
+                << '\n';
     }
   }
 }
 
-bool isSpied(const ordered_json& element) {
+bool isSpied(const Json& element) {
   return element.contains("xpath:position") || element.contains("tagName");
 }
 
@@ -81,7 +78,7 @@ class Spying {
     const auto elements = objectsOf(message.text);
     if (elements.empty() || !isSpied(elements.front())) return 0;
     if (json_) {
-      std::cout << message.text << '\n';
+      std::cout << printableJson(message.text) << '\n';
     } else {
       print(elements, tool_);
     }

@@ -6,6 +6,7 @@
 #include "host/cli/Locator.h"
 #include "host/cli/Session.h"
 #include "host/cli/Subcommands.h"
+#include "host/guard/Printable.h"
 
 namespace tarni::host {
 
@@ -27,13 +28,13 @@ void swipe(Session& session, const Target& target) {
   }
   const auto id = elementOf(target, session, arguments);
   const auto answer = session.call({"swipeon", "", "", id, arguments.back()});
-  if (session.options.json) std::cout << answer.text() << '\n';
+  if (session.options.json) std::cout << printableJson(answer.text()) << '\n';
 }
 
 void declareEverywhere(CLI::App& parser, Session& session, const char* function) {
   parser.callback([&session, function] {
     const auto answer = session.call({function});
-    if (session.options.json) std::cout << answer.text() << '\n';
+    if (session.options.json) std::cout << printableJson(answer.text()) << '\n';
   });
 }
 

@@ -5,6 +5,7 @@
 #include "host/cli/Locator.h"
 #include "host/cli/Session.h"
 #include "host/cli/Subcommands.h"
+#include "host/guard/Printable.h"
 #include "host/session/Typing.h"
 
 namespace tarni::host {
@@ -17,7 +18,7 @@ void declareType(CLI::App& parser, Session& session) {
     const auto text = target->others().front();
     const Typing typing(session.playback(), id);
     const auto answer = session.call({"sendkeysonelement", "", "", id, text});
-    if (session.options.json) std::cout << answer.text() << '\n';
+    if (session.options.json) std::cout << printableJson(answer.text()) << '\n';
     if (const auto outcome = typing.outcome(text); outcome.isFailure) {
       throw NotFound(target->description() + ": " + outcome.message);
     }

@@ -1,0 +1,38 @@
+// Json: the one reader of JSON that came from outside: from the program, from a file. It takes time
+// and memory in proportion to the text, whoever wrote it, and what it returns is nested so little
+// that it can be copied and printed by recursion. Plain values, any thread.
+#pragma once
+
+#include <cstddef>
+#include <nlohmann/json_fwd.hpp>
+#include <stdexcept>
+#include <string>
+#include <string_view>
+
+namespace tarni::host {
+
+using Json = nlohmann::ordered_json;  // an object is a list, in which a key is searched for
+
+// Far beyond what an agent sends: it nests to a depth of five, and 100,000 views take two million
+// values.
+inline constexpr std::size_t kDeepestJson = 64;
+inline constexpr std::size_t kMostKeys = 256;  // of one object
+inline constexpr std::size_t kMostValues = 5'000'000;
+inline constexpr std::size_t kMostBytes = std::size_t{512} * 1024 * 1024;
+
+// JSON beyond the bounds; the text says beyond which one.
+class JsonTooLarge : public std::runtime_error {
+ public:
+  using std::runtime_error::runtime_error;
+};
+
+// Discarded when the text is no JSON. Throws JsonTooLarge.
+Json readJson(std::string_view text);
+
+// The text under a key of an object, "" when there is none.
+std::string textIn(const Json& object, const char* key);
+// The number that is written as text under a key of an object; 0 when there is none that could be a
+// length on a screen.
+double numberIn(const Json& object, const char* key);
+
+}  // namespace tarni::host
