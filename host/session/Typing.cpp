@@ -2,7 +2,7 @@
 
 #include <thread>
 
-#include "host/session/RecordedStep.h"
+#include "host/guard/Printable.h"
 
 namespace tarni::host {
 
