@@ -1,8 +1,13 @@
 #include "host/session/Typing.h"
 
+#include <cmath>
+#include <nlohmann/json.hpp>
+#include <set>
 #include <thread>
 
+#include "host/guard/Json.h"
 #include "host/guard/Printable.h"
+#include "host/session/ElementSearch.h"
 
 namespace tarni::host {
 
@@ -16,9 +21,32 @@ std::optional<std::string> ask(PlaybackClient& client, const char* function,
   return client.call({function, "", "", id}).output();
 }
 
+bool isInPage(const std::string& id) {
+  return id.starts_with("web-");
+}
+
 // Enter in a field of a page sends it off, and what it holds then is the page's affair.
 bool isSentOff(const std::string& id, const std::string& text) {
-  return id.starts_with("web-") && text.ends_with('\n');
+  return isInPage(id) && text.ends_with('\n');
+}
+
+std::string sizeOf(PlaybackClient& client, const std::string& id) {
+  return ask(client, "getwidth", id).value_or("") + "x" + ask(client, "getheight", id).value_or("");
+}
+
+// As the agent rounds it.
+std::string sizeOf(const ElementOnScreen& element) {
+  const auto rounded = [](double length) { return std::to_string(std::lrint(length)); };
+  return rounded(element.rectangle.width) + "x" + rounded(element.rectangle.height);
+}
+
+std::string reasonOf(const ElementOnScreen& element, const std::string& className) {
+  if (!element.isEditable) {
+    return "a " + className +
+           " takes no text by this command, only a UITextField does (as the one " +
+           "inside a spin box)";
+  }
+  return element.isEnabled ? "it is read-only or allows no such text" : "it is disabled";
 }
 
 }  // namespace
@@ -42,15 +70,24 @@ Typing::Outcome Typing::outcome(const std::string& text) const {
   const auto holds = awaitAnswer(client_, "gettext", id_, text);
   if (!holds) return {false, "gone since"};
   if (*holds == text) return {};
-  if (holds == before_) return {true, whyUnchanged() + ": it still holds " + inQuotes(*holds)};
+  if (holds == before_) return {true, whyNot() + "; it still holds " + inQuotes(*holds)};
   return {true, "typed " + inQuotes(text) + ", but it holds " + inQuotes(*holds)};
 }
 
-std::string Typing::whyUnchanged() const {
-  if (ask(client_, "isenabled", id_) == "false") return "it is disabled and takes no text";
-  return "it takes no text, as it is read-only or no text field (only a UITextField is one, such "
-         "as "
-         "the one inside a spin box)";
+// An identifier does not tell what it names, but what is described is told by its text and size.
+std::string Typing::whyNot() const {
+  if (isInPage(id_)) return "it is disabled, read-only, no field, or allows no such text";
+  const auto text = ask(client_, "gettext", id_);
+  const auto size = sizeOf(client_, id_);
+  std::set<std::string> reasons;
+  for (const auto& description : client_.call({"ai_findelements"}).entries()) {
+    const auto element = ElementOnScreen::fromJson(description);
+    if (element.text == text && sizeOf(element) == size) {
+      reasons.insert(reasonOf(element, textIn(description, "elementType")));
+    }
+  }
+  return reasons.size() == 1 ? *reasons.begin()
+                             : "it is disabled, read-only, no text field, or allows no such text";
 }
 
 }  // namespace tarni::host

@@ -26,11 +26,11 @@ class Typing {
   Typing(PlaybackClient& client, std::string id);
 
   // To be asked once the text was sent. A text that the element held before counts as taken, and
-  // so does an empty one.
+  // so does an empty one. A failure makes identifiers void, as a find does.
   Outcome outcome(const std::string& text) const;
 
  private:
-  std::string whyUnchanged() const;
+  std::string whyNot() const;
 
   PlaybackClient& client_;
   const std::string id_;

@@ -46,7 +46,7 @@ std::string screen(const std::string& line) {
   if (name == "isselected" && value == "ID-SWITCH")
     return R"([{"output":"false"},{"output":"false"}])";
   if (name == "isenabled" && value == "ID-OK") return answerOf("true");
-  if (name == "getwidth") return R"([{"exceptionmsg":"no width"}])";
+  if (name == "getwidth" && value == "ID-OK") return R"([{"exceptionmsg":"no width"}])";
   return "[]";
 }
 
@@ -88,7 +88,7 @@ TEST_F(CommandLine, EndsWithACodeForEveryOutcome) {
       {{"find", "--text", "No"}, 1, "no element with the text \"No\" is on screen"},
       {{"text", "--text", "OK"}, 0, "OK\n"},
       {{"type", "--text", "OK", "OK"}, 0, ""},
-      {{"type", "--text", "OK", "No"}, 1, "the text \"OK\": it takes no text"},
+      {{"type", "--xpath", "/UIView[0]/UISwitch[0]", "No"}, 1, "no text field, or allows no such"},
       {{"enabled", "ID-OK"}, 0, "true\n"},
       {{"selected", "--xpath", "/UIView[0]/UISwitch[0]"}, 1, "false\n"},
       {{"selected", "ID-OK"}, 1, "no switch"},

@@ -312,7 +312,8 @@ TEST_F(Sessions, CheckWhatTheFieldHoldsAfterTyping) {
   stubborn.obeys = false;
   const auto failed = play(stubborn, {type});
   EXPECT_EQ(failed.code, 1);
-  EXPECT_THAT(failed.output, HasSubstr("it takes no text"));
+  EXPECT_THAT(failed.output,
+              HasSubstr("it is read-only or allows no such text; it still holds \"\""));
 }
 
 TEST_F(Sessions, TypeIntoADialogOnlyOnceItIsOpened) {
