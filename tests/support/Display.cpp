@@ -1,5 +1,6 @@
 #include "tests/support/Display.h"
 
+#include <regex>
 #include <stdexcept>
 
 namespace tarni::test {
@@ -8,18 +9,18 @@ Display::Display(int width, int height) {
   const std::string screen = std::to_string(width) + "x" + std::to_string(height) + "x24";
   server_ = std::make_unique<Program>(std::vector<std::string>{
       "Xvfb", "-displayfd", "1", "-screen", "0", screen, "-nolisten", "tcp", "-noreset"});
-  std::string number;
+  // The number stands alone on a line; what the server complains of may come before it.
+  std::smatch number;
+  std::string said;
   const bool ready = eventually([&] {
-    number = server_->output();
-    return number.find('\n') != std::string::npos || !server_->isRunning();
+    said = server_->output();
+    return std::regex_search(said, number, std::regex("(?:^|\n)([0-9]+)\n")) ||
+           !server_->isRunning();
   });
   if (!ready || !server_->isRunning()) {
     throw std::runtime_error("Xvfb did not start: " + server_->output());
   }
-  const auto start = number.find_last_not_of("0123456789\n");
-  name_ = ':';
-  name_ += number.substr(start == std::string::npos ? 0 : start + 1);
-  name_.erase(name_.find('\n'));
+  name_ = ":" + number[1].str();
 }
 
 Program::Environment Display::environment() const {
