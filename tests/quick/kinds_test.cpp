@@ -83,6 +83,8 @@ TEST_F(OwnTypes, KeepTheirNamesWithoutTheEnginesNumbers) {
       "CalcKey { objectName: \"key\"; property int more }\nBigKey { objectName: \"big\" }\n"
       "Panel { objectName: \"panel\" }\n"
       "ListView { objectName: \"list\"; width: 100; height: 90; model: 2; delegate: Row7 {} }\n"
+      "ListView { objectName: \"fields\"; width: 90; height: 90; model: 2; delegate: TextField {} "
+      "}\n"
       "Ask { objectName: \"ask\"; visible: true } }");
   show("Loader { source: \"file://" + folder_.filePath("Screen.qml").toStdString() + "\" }");
   const auto superclassOf = [&](const char* name) {
@@ -98,6 +100,8 @@ TEST_F(OwnTypes, KeepTheirNamesWithoutTheEnginesNumbers) {
   const auto row = view("list")->subviews().front()->getClass();
   EXPECT_EQ(row->name(), "Row7");
   EXPECT_EQ(row->superclass()->name(), "UITableViewCell");
+  ASSERT_TRUE(runUntil([&] { return view("fields")->subviews().size() == 2; }));
+  EXPECT_TRUE(view("fields")->subviews().front()->isKindOfClass(uikit::UITextField));
   const UIViewRef dialog = root()->subviews().back();
   EXPECT_EQ(dialog->getClass()->name(), "Ask");
   EXPECT_TRUE(dialog->isKindOfClass(uikit::UIAlertView));

@@ -8,6 +8,7 @@ namespace {
 
 using testing::Contains;
 using testing::ElementsAre;
+using testing::Not;
 using Names = std::vector<std::string>;
 
 class Tree : public QuickScreen {};
@@ -111,7 +112,7 @@ TEST_F(HitTest, MeetsWhatTakesTheTouchOrIsDrawnInIt) {
     Button { objectName: "off"; enabled: false; x: 260; y: 20; width: 60; height: 60; text: "C" }
     Text { objectName: "words"; x: 20; y: 120; text: "Words" }
     Item { anchors.fill: parent }
-    Rectangle { color: "transparent"; border.width: 1; anchors.fill: parent } })");
+    Rectangle { objectName: "frame"; color: "transparent"; border.width: 1; anchors.fill: parent } })");
   EXPECT_EQ(metInMiddle("card"), "caption");
   EXPECT_EQ(met(12 + 25, 12 + 25), "card");
   EXPECT_EQ(metInMiddle("button"), "button");
@@ -122,6 +123,7 @@ TEST_F(HitTest, MeetsWhatTakesTheTouchOrIsDrawnInIt) {
   EXPECT_EQ(root()->hitTest({400, 10}), nullptr);
   EXPECT_EQ(root()->hitTest({-0.5, 10}), nullptr);
   EXPECT_EQ(nameOf(view("card")->hitTest({50, 30})), "caption") << "own coordinates";
+  EXPECT_THAT(names(view("card")->superview()->subviews()), Not(Contains("frame")));
 }
 
 Task<void> draw(UIViewRef view, std::function<void()> afterwards) {

@@ -164,7 +164,9 @@ const QQuickItem* listOfDelegate(const QQuickItem& item, const char* attachedCla
                   : nullptr;
 }
 
+// A field takes text wherever it stands, also as a cell.
 QuickKind kindOfDelegate(const QQuickItem& item, QuickKind own) {
+  if (own == QuickKind::TextField) return own;
   const QQuickItem* list = listOfDelegate(item, "QQuickItemViewAttached");
   if (!list) list = listOfDelegate(item, "QQuickTableViewAttached");
   if (!list || showsItemsOfItsOwn(*list)) return own;

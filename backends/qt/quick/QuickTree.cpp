@@ -4,8 +4,8 @@
 #include <private/qquickitem_p.h>
 #include <private/qquickmousearea_p.h>
 #include <private/qquickpointerhandler_p.h>
+#include <private/qquickrectangle_p.h>
 
-#include <QtGui/QColor>
 #include <algorithm>
 #include <unordered_set>
 #include <vector>
@@ -39,11 +39,18 @@ bool isRecognizer(const QQuickItem& item) {
          QQuickItemPrivate::get(&item)->childItems.isEmpty();
 }
 
-// An item that draws nothing, takes no touches and has nothing in it, however large it is.
+bool isTransparentRectangle(const QQuickItem& item) {
+  const auto* const rectangle = qobject_cast<const QQuickRectangle*>(&item);
+  return rectangle && rectangle->color().alpha() == 0;
+}
+
+// An item that shows nothing but an edge, takes no touches and has nothing in it, however large it
+// is. Popups have such a frame above their rows.
 bool isNothing(const QQuickItem& item) {
   const auto* const hidden = QQuickItemPrivate::get(&item);
-  return item.metaObject() == &QQuickItem::staticMetaObject && hidden->childItems.isEmpty() &&
-         !hidden->hasPointerHandlers() && isDeclared(item);
+  const bool isBare = item.metaObject() == &QQuickItem::staticMetaObject && isDeclared(item);
+  return hidden->childItems.isEmpty() && !hidden->hasPointerHandlers() &&
+         (isBare || isTransparentRectangle(item));
 }
 
 // What a control of the toolkit is drawn with. The field of a combo box or a spin box that can be
@@ -116,9 +123,7 @@ bool contains(const QRectF& rect, QPointF point) {
 
 // A frame that somebody laid over everything covers nothing.
 bool draws(const QQuickItem& item) {
-  if (!item.flags().testFlag(QQuickItem::ItemHasContents)) return false;
-  const QVariant color = item.property("color");
-  return !item.inherits("QQuickRectangle") || color.value<QColor>().alpha() > 0;
+  return item.flags().testFlag(QQuickItem::ItemHasContents) && !isTransparentRectangle(item);
 }
 
 // The overlay keeps everything from what is below it only while a modal popup is in it.
