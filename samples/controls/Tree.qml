@@ -2,6 +2,7 @@ import QtQuick
 import QtQuick.Controls
 
 TreeView {
+    id: tree
     objectName: "tree"
     clip: true
     model: treeModel
@@ -9,8 +10,11 @@ TreeView {
         model: treeModel
         onCurrentChanged: current => window.tell("tree", model.data(current))
     }
-    delegate: TreeViewDelegate {
-        id: node
-        onExpandedChanged: window.tell(model.display, expanded ? "open" : "closed")
+    delegate: TreeViewDelegate {}
+    onExpanded: row => window.tell(textOf(row), "open")
+    onCollapsed: row => window.tell(textOf(row), "closed")
+
+    function textOf(row) {
+        return model.data(modelIndex(Qt.point(0, row)));
     }
 }
