@@ -12,6 +12,7 @@
 #include "host/cli/Subcommands.h"
 #include "host/cli/Terminal.h"
 #include "host/guard/Printable.h"
+#include "host/launch/NoSuchProgram.h"
 #include "host/launch/ProgramRegistry.h"
 #include "host/wire/WireError.h"
 
@@ -106,6 +107,8 @@ ExitCode carryOut(CLI::App& app, Session& session, const Parse& parse) {
       return complain(std::invalid_argument(what), ExitCode::usage);
     }
     return app.exit(error) == 0 ? ExitCode::ok : ExitCode::usage;
+  } catch (const NoSuchProgram& error) {
+    return complain(error, ExitCode::wire);
   } catch (const NotFound& error) {
     return complain(error, ExitCode::no);
   } catch (const std::invalid_argument& error) {

@@ -17,13 +17,17 @@ void refuseTakenPorts(const std::string& networkOf = "self");
 // Begins to wait when it is made.
 class Readiness {
  public:
+  // `hint` is said with it.
+  explicit Readiness(std::string hint = "") : hint_(std::move(hint)) {}
+
   // True when there is nothing left to watch for: the ports of that process are open, or have not
-  // opened in time.
-  bool check(pid_t pid);
+  // opened in time, which is worth saying when they are expected to.
+  bool check(pid_t pid, bool isExpected = true);
   // Whether the last check found them open.
   bool isReady() const { return isReady_; }
 
  private:
+  std::string hint_;
   Clock::time_point start_ = Clock::now();
   bool isReady_ = false;
 };

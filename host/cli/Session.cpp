@@ -33,8 +33,13 @@ void Session::enterNetwork() {
   if (!program) {
     std::string known;
     for (const auto& other : registry.all()) known += (known.empty() ? "" : ", ") + other.name;
-    throw WireError("no isolated program named \"" + options.in + "\" is running (" +
-                    (known.empty() ? "none is" : "running: " + known) + ")");
+    auto why = "no isolated program named \"" + options.in + "\" is running (" +
+               (known.empty() ? "none is" : "running: " + known) + ")";
+    if (const auto elsewhere = registry.folderElsewhere(options.in)) {
+      why += "; one is known in " + elsewhere->string() + ", but this command looks in " +
+             registry.folder().string() + ": it needs the XDG_RUNTIME_DIR of `tarni run`";
+    }
+    throw WireError(why);
   }
   joinNetworkOf(program->pid);
   entered_ = true;

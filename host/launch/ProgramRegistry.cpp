@@ -23,12 +23,24 @@ namespace {
 
 constexpr auto kSuffix = ".json";
 
-fs::path folderOfThisUser() {
-  const char* runtime = std::getenv("XDG_RUNTIME_DIR");
+fs::path folderIn(const char* runtime) {
   if (runtime != nullptr && *runtime == '/' && access(runtime, W_OK) == 0) {
     return fs::path(runtime) / "tarni";
   }
   return "/tmp/tarni-" + std::to_string(geteuid());
+}
+
+// Of a process that runs this tool; null for any other.
+std::optional<fs::path> folderOfProcess(const fs::path& process) {
+  std::error_code hidden;
+  const auto tool = fs::read_symlink("/proc/self/exe").filename();
+  if (fs::read_symlink(process / "exe", hidden).filename() != tool) return std::nullopt;
+  constexpr std::string_view kVariable = "XDG_RUNTIME_DIR=";
+  std::ifstream environment(process / "environ", std::ios::binary);
+  for (std::string entry; std::getline(environment, entry, '\0');) {
+    if (entry.starts_with(kVariable)) return folderIn(entry.c_str() + kVariable.size());
+  }
+  return folderIn(nullptr);
 }
 
 // Field 22 of the kernel's line; with the identifier it names a process for good. Empty when there
@@ -58,7 +70,7 @@ bool fitsAFile(const std::string& name) {
 
 }  // namespace
 
-ProgramRegistry::ProgramRegistry() : ProgramRegistry(folderOfThisUser()) {}
+ProgramRegistry::ProgramRegistry() : ProgramRegistry(folderIn(std::getenv("XDG_RUNTIME_DIR"))) {}
 
 ProgramRegistry::ProgramRegistry(fs::path folder) : folder_(std::move(folder)) {
   mkdir(folder_.c_str(), S_IRWXU);
@@ -145,6 +157,17 @@ std::vector<RegisteredProgram> ProgramRegistry::all() const {
   std::sort(programs.begin(), programs.end(),
             [](const auto& a, const auto& b) { return a.name < b.name; });
   return programs;
+}
+
+std::optional<fs::path> ProgramRegistry::folderElsewhere(const std::string& name) const {
+  std::error_code gone;
+  for (fs::directory_iterator entry("/proc", gone), end; !gone && entry != end;
+       entry.increment(gone)) {
+    const auto other = folderOfProcess(entry->path());
+    const bool isElsewhere = other && *other != folder_ && fs::is_directory(*other, gone);
+    if (isElsewhere && ProgramRegistry(*other).find(name)) return other;
+  }
+  return std::nullopt;
 }
 
 fs::path ProgramRegistry::fileOf(const std::string& name) const {

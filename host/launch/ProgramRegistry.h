@@ -36,6 +36,10 @@ class ProgramRegistry {
   // Null when no running program has the name.
   std::optional<RegisteredProgram> find(const std::string& name) const;
   std::vector<RegisteredProgram> all() const;
+  // Where commands with another XDG_RUNTIME_DIR find a running program of that name; null when none
+  // of this user's `tarni run` has such a one.
+  std::optional<std::filesystem::path> folderElsewhere(const std::string& name) const;
+  const std::filesystem::path& folder() const { return folder_; }
 
  private:
   std::filesystem::path fileOf(const std::string& name) const;

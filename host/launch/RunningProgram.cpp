@@ -4,6 +4,7 @@
 #include <sys/syscall.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <array>
 #include <cerrno>
 #include <cstdio>
@@ -15,6 +16,8 @@
 #include <sstream>
 #include <stdexcept>
 #include <string_view>
+
+#include "host/launch/NoSuchProgram.h"
 
 namespace tarni::host {
 
@@ -43,6 +46,34 @@ std::string contents(const fs::path& path) {
 
 bool mentions(const std::string& text, std::string_view part) {
   return text.find(part) != std::string::npos;
+}
+
+bool mentionsAny(const std::string& text, std::initializer_list<std::string_view> parts) {
+  return std::ranges::any_of(parts, [&text](auto part) { return mentions(text, part); });
+}
+
+bool hasQtForWindows(const std::string& maps) {
+  return mentionsAny(maps, {"/libQt5Gui.so", "/libQt6Gui.so"});
+}
+
+std::vector<pid_t> childrenOf(pid_t pid) {
+  std::vector<pid_t> children;
+  std::error_code gone;
+  const auto threads = fs::path("/proc") / std::to_string(pid) / "task";
+  for (fs::directory_iterator entry(threads, gone), end; !gone && entry != end;
+       entry.increment(gone)) {
+    std::ifstream list(entry->path() / "children");
+    children.insert(children.end(), std::istream_iterator<pid_t>(list), {});
+  }
+  return children;
+}
+
+ProcessSeen processSeen(pid_t pid) {
+  const auto folder = fs::path("/proc") / std::to_string(pid);
+  std::error_code hidden;
+  const std::string maps = contents(folder / "maps");
+  return {pid, fs::read_symlink(folder / "exe", hidden).filename().string(), hasQtForWindows(maps),
+          mentionsAny(maps, {"/libX11.so", "/libxcb.so", "/libwayland-client.so"})};
 }
 
 // Qt says in each binary that it is built into how that was done.
@@ -179,6 +210,26 @@ std::optional<std::string> lineAfter(const std::string& text, const std::string&
 
 }  // namespace
 
+void requireProgram(const std::string& command) {
+  if (access(pathOfCommand(command).c_str(), X_OK) == 0) return;
+  throw NoSuchProgram("cannot start " + command + ": " + std::system_category().message(errno));
+}
+
+bool namesQt(const std::string& command) {
+  return mentionsAny(contents(pathOfCommand(command)), {"libQt5", "libQt6"});
+}
+
+std::vector<ProcessSeen> processesFrom(pid_t pid) {
+  std::vector<ProcessSeen> processes;
+  for (std::vector<pid_t> left{pid}; !left.empty();) {
+    processes.push_back(processSeen(left.back()));
+    left.pop_back();
+    const auto children = childrenOf(processes.back().pid);
+    left.insert(left.end(), children.begin(), children.end());
+  }
+  return processes;
+}
+
 std::string whyOutOfReach(const std::string& command) {
   const auto program = pathOfCommand(command);
   std::error_code failure;
@@ -194,7 +245,7 @@ std::string whyOutOfReach(const std::string& command) {
 void checkAttachable(pid_t pid) {
   const auto process = "process " + std::to_string(pid);
   const fs::path folder = "/proc/" + std::to_string(pid);
-  if (pid <= 0 || !fs::exists(folder)) throw std::runtime_error("there is no " + process);
+  if (pid <= 0 || !fs::exists(folder)) throw NoSuchProgram("there is no " + process);
   std::error_code failure;
   const auto program = fs::read_symlink(folder / "exe", failure);
   const std::string maps = contents(folder / "maps");
@@ -206,7 +257,7 @@ void checkAttachable(pid_t pid) {
                              "it does not see the agent's library");
   }
   if (mentions(maps, "/libtarni-qt")) throw std::runtime_error(name + " has the agent already");
-  if (!mentions(maps, "/libQt5Gui.so") && !mentions(maps, "/libQt6Gui.so")) {
+  if (!hasQtForWindows(maps)) {
     throw std::runtime_error(
         name + (hasToolkitBuiltIn(folder / "exe") ? kBuiltIn : " uses no Qt with windows"));
   }

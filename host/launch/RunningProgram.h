@@ -6,16 +6,34 @@
 
 #include <filesystem>
 #include <string>
+#include <vector>
 
 namespace tarni::host {
+
+// Throws NoSuchProgram when nothing of that name or path can be started.
+void requireProgram(const std::string& command);
+
+// Whether the file of that program names a library of Qt's.
+bool namesQt(const std::string& command);
+
+struct ProcessSeen {
+  pid_t pid = -1;
+  std::string name;
+  bool usesQt = false;        // it has Qt's library for windows mapped
+  bool showsWindows = false;  // it has some library for windows mapped
+};
+
+// The process and all that it has started, as far as this user may look.
+std::vector<ProcessSeen> processesFrom(pid_t pid);
 
 // Why the agent cannot be loaded into the program of that name or path before it starts: a launcher
 // that puts its program into a sandbox, a program that has the toolkit built in. Empty when nothing
 // speaks against it.
 std::string whyOutOfReach(const std::string& command);
 
-// Throws std::runtime_error with a sentence for a person when the agent cannot be brought into the
-// process: there is none, not permitted, no toolkit, agent already there, ….
+// Throws with a sentence for a person when the agent cannot be brought into the process:
+// NoSuchProgram when there is none, otherwise (not permitted, no toolkit, agent already there, …)
+// std::runtime_error.
 void checkAttachable(pid_t pid);
 
 // Loads the agent into an attachable process, by gdb and at a moment when its main thread waits;

@@ -102,6 +102,8 @@ TEST_F(CommandLine, EndsWithACodeForEveryOutcome) {
       {{"--in", "", "find", "UIButton"}, 2, "the name \"\" does not do"},
       {{"--in", "a/b", "find", "UIButton"}, 2, "the name \"a/b\" does not do"},
       {{"--in", "nosuch", "find", "UIButton"}, 3, "no isolated program named \"nosuch\""},
+      {{"attach", "4194305"}, 3, "there is no process 4194305"},
+      {{"do", "/no/such/file"}, 5, "cannot read /no/such/file"},
       {{"width", "--text", "OK"}, 4, "no width"},
       {{"send", "not json"}, 0, "[]\n"},
   };
@@ -295,12 +297,26 @@ TEST_F(Running, PassesOnTheExitCodeTheEnvironmentAndSignals) {
 
 TEST_F(Running, RefusesWhatCannotWork) {
   const auto missing = tarni({"run", "--", "/no/such/program"}, environment_);
-  EXPECT_EQ(missing.code, 5);
+  EXPECT_EQ(missing.code, 3);
   EXPECT_THAT(missing.output, HasSubstr("cannot start /no/such/program"));
+  EXPECT_EQ(tarni({"--in", "name", "run", "--", "true"}, environment_).code, 2);
   EXPECT_THAT(tarni({"run", "--", "true"}, {{"TARNI_LIBRARY", "/none"}}).output,
               HasSubstr("TARNI_LIBRARY names no file"));
   const ScriptedAgent other(kPlaybackPort, [](Peer&) {});
   EXPECT_THAT(tarni({"run", "--", "true"}, environment_).output, HasSubstr("9898 is taken"));
+}
+
+TEST_F(Running, SaysThatAProgramUsesNoQtWhileItRunsOrWhenItHasEnded) {
+  const auto ended = tarni({"run", "--", "sh", "-c", "true"}, environment_).output;
+  EXPECT_THAT(ended, HasSubstr("sh has ended and used no Qt"));
+  Program wrapper({built("bin/tarni"), "run", "--isolated", "--", "sh", "-c", "sleep 30; true"},
+                  environment_);
+  const auto said = [&wrapper](const char* text) {
+    return wrapper.output().find(text) != std::string::npos;
+  };
+  EXPECT_TRUE(eventually([&said] { return said("no Qt so far in ") && said(", sleep (process "); }))
+      << wrapper.output();
+  EXPECT_FALSE(said("reach it with"));
 }
 
 TEST_F(Running, IsolatedProgramsShareTheFixedPortsAndAreReachedByName) {
@@ -336,8 +352,11 @@ TEST_F(Running, IsolatedProgramsShareTheFixedPortsAndAreReachedByName) {
   EXPECT_THAT(tarni({"list"}, environment_).output, HasSubstr("second"));
   EXPECT_THAT(tarni({"run", "--isolated=first", "--", "true"}, environment_).output,
               HasSubstr("already runs as \"first\""));
-  EXPECT_TRUE(eventually(
-      [&] { return first->output().find("ready: ports 9892 and 9898") != std::string::npos; }));
+  EXPECT_TRUE(eventually([&] {
+    return first->output().find("s: reach it with tarni --in first …\n") != std::string::npos;
+  }));
+  const auto elsewhere = tarni({"--in", "first", "find"}, {{"XDG_RUNTIME_DIR", ""}}).output;
+  EXPECT_THAT(elsewhere, HasSubstr("one is known in " + folder.string() + "/tarni, but"));
   first->signal(SIGTERM);
   EXPECT_EQ(first->wait(10s), 128 + SIGTERM);
   const auto gone = tarni({"--in", "first", "find"}, environment_);

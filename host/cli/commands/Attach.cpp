@@ -16,10 +16,14 @@ namespace {
 constexpr std::chrono::milliseconds kTick{20};
 
 void attach(Session& session, pid_t pid) {
+  if (!session.options.in.empty()) {
+    throw std::invalid_argument("attach names its program by the process: --in is for others");
+  }
   checkAttachable(pid);
   refuseTakenPorts(std::to_string(pid));
   Readiness readiness;
-  std::cerr << "tarni: " << attachAgent(pid, agentLibrary()) << '\n';
+  const auto said = attachAgent(pid, agentLibrary());
+  std::cerr << "tarni: " << said << '\n';
   while (!readiness.check(pid)) std::this_thread::sleep_for(kTick);
   if (!readiness.isReady()) session.result = ExitCode::wire;
 }

@@ -28,7 +28,7 @@ void carryOut(Session& session, const DoOptions& options) {
   std::ifstream file;
   if (options.file != "-") {
     file.open(options.file);
-    if (!file) throw std::invalid_argument("cannot read " + options.file);
+    if (!file) throw std::runtime_error("cannot read " + options.file);
   }
   std::istream& lines = options.file == "-" ? std::cin : file;
   const bool isTalk = options.file == "-" && isatty(STDIN_FILENO) == 1;

@@ -13,6 +13,7 @@
 #include "host/cli/Terminal.h"
 #include "host/guard/Printable.h"
 #include "host/launch/ProgramRegistry.h"
+#include "host/launch/RunningProgram.h"
 #include "host/session/Report.h"
 #include "host/session/SessionFile.h"
 #include "host/session/StartLine.h"
@@ -139,6 +140,10 @@ class Play {
   }
 
   void run() {
+    if (!session_.options.in.empty() && (!options_.program.empty() || options_.ownDisplay)) {
+      throw std::invalid_argument("--in plays on the program that runs as " + session_.options.in +
+                                  ": --program and --display are for one that is started");
+    }
     if (!options_.report.empty()) std::filesystem::create_directories(options_.report);
     const auto start = Clock::now();
     if (attaches()) {
@@ -175,6 +180,7 @@ class Play {
                                   ":1: the session does not tell its program: name it by --program "
                                   "or play with --attach-running or --in");
     }
+    requireProgram(command.front());
     played_.program = Terminal::joined(command);
     warnOfAnother(command);
     std::vector<std::string> runOptions;

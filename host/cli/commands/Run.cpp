@@ -10,6 +10,7 @@
 #include "host/cli/Session.h"
 #include "host/cli/Subcommands.h"
 #include "host/cli/Terminal.h"
+#include "host/cli/ToolkitWatch.h"
 #include "host/launch/ProgramLauncher.h"
 #include "host/launch/ProgramRegistry.h"
 #include "host/launch/RunningProgram.h"
@@ -78,9 +79,9 @@ class Registration {
   void add(pid_t pid) {
     registry_.add({name_, pid, command_});
     isAdded_ = true;
-    std::cerr << "tarni: isolated as \"" << name_ << "\": reach it with tarni --in " << name_
-              << " …\n";
+    std::cerr << "tarni: isolated as \"" << name_ << "\"\n";
   }
+  const std::string& name() const { return name_; }
 
  private:
   ProgramRegistry registry_;
@@ -90,6 +91,11 @@ class Registration {
 };
 
 void run(Session& session, const RunOptions& options) {
+  if (!session.options.in.empty()) {
+    throw std::invalid_argument("--in names a program that runs; --isolated=" + session.options.in +
+                                " gives the name to one that is started");
+  }
+  requireProgram(options.command.front());
   if (const auto why = whyOutOfReach(options.command.front()); !why.empty()) {
     std::cerr << "tarni: note: " << why << '\n';
   }
@@ -113,9 +119,12 @@ void run(Session& session, const RunOptions& options) {
   } else {
     warnOfWayland();
   }
-  Readiness readiness;
-  launch.onTick = [&readiness](pid_t pid) { return readiness.check(pid); };
+  Readiness readiness(registration ? ": reach it with tarni --in " + registration->name() + " …"
+                                   : "");
+  ToolkitWatch toolkit(options.command.front());
+  launch.onTick = [&](pid_t pid) { return readiness.check(pid, toolkit.seesQt(pid)); };
   session.programExitCode = runToTheEnd(launch);
+  if (!readiness.isReady()) toolkit.conclude();
 }
 
 }  // namespace
