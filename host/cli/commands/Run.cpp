@@ -96,7 +96,8 @@ void run(Session& session, const RunOptions& options) {
                                 " gives the name to one that is started");
   }
   requireProgram(options.command.front());
-  if (const auto why = whyOutOfReach(options.command.front()); !why.empty()) {
+  const auto why = whyOutOfReach(options.command.front());
+  if (!why.empty()) {
     std::cerr << "tarni: note: " << why << '\n';
   }
   Launch launch{options.command};
@@ -121,10 +122,11 @@ void run(Session& session, const RunOptions& options) {
   }
   Readiness readiness(registration ? ": reach it with tarni --in " + registration->name() + " …"
                                    : "");
-  ToolkitWatch toolkit(options.command.front());
-  launch.onTick = [&](pid_t pid) { return readiness.check(pid, toolkit.seesQt(pid)); };
+  std::optional<ToolkitWatch> toolkit;
+  if (why.empty()) toolkit.emplace(options.command.front());
+  launch.onTick = [&](pid_t pid) { return readiness.check(pid, toolkit && toolkit->seesQt(pid)); };
   session.programExitCode = runToTheEnd(launch);
-  if (!readiness.isReady()) toolkit.conclude();
+  if (toolkit && !readiness.isReady()) toolkit->conclude();
 }
 
 }  // namespace
