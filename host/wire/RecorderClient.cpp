@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <string_view>
+#include <thread>
 #include <utility>
 
 namespace tarni::host {
@@ -10,6 +11,8 @@ namespace {
 
 constexpr std::string_view kRecorderGreeting = "Welcome! RecorderServer ";
 constexpr milliseconds kSendTimeout{5000};
+constexpr milliseconds kBetweenCommands{100};
+constexpr int kReadsPerMessage = 2;
 
 }  // namespace
 
@@ -23,6 +26,7 @@ std::optional<RecorderClient::Message> RecorderClient::next(milliseconds timeout
     const auto left = std::chrono::ceil<milliseconds>(deadline - Clock::now());
     auto text = wire_.receive(std::max(left, milliseconds{0}), wakeOn);
     if (!text) return std::nullopt;
+    readsLeft_ += kReadsPerMessage;
     const bool earlier = std::exchange(isFirst_, false);
     if (!earlier || !text->starts_with(kRecorderGreeting))
       return Message{*std::move(text), earlier};
@@ -30,15 +34,24 @@ std::optional<RecorderClient::Message> RecorderClient::next(milliseconds timeout
 }
 
 void RecorderClient::startObjectSpy() {
-  wire_.sendLine("startobjectspy", kSendTimeout);
+  send("startobjectspy");
 }
 
 void RecorderClient::stopObjectSpy() {
-  wire_.sendLine("stopobjectspy", kSendTimeout);
+  send("stopobjectspy");
 }
 
-void RecorderClient::highlight(int index) {
-  wire_.sendLine("highlight=" + std::to_string(index), kSendTimeout);
+bool RecorderClient::highlight(int index) {
+  if (readsLeft_ < 2) return false;
+  send("highlight=" + std::to_string(index));
+  return true;
+}
+
+void RecorderClient::send(std::string_view command) {
+  std::this_thread::sleep_until(nextCommand_);
+  wire_.sendLine(command, kSendTimeout);
+  --readsLeft_;
+  nextCommand_ = Clock::now() + kBetweenCommands;
 }
 
 }  // namespace tarni::host

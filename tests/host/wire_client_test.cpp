@@ -179,6 +179,31 @@ TEST(Connecting, WaitsForAPortThatOpensLate) {
   EXPECT_EQ(client.get(), "late");
 }
 
+TEST(RecorderClient, SendsNoMoreCommandsThanTheAgentReads) {
+  std::vector<std::string> received;
+  {
+    const ScriptedAgent agent(kRecorderPort, [&received](Peer& peer) {
+      peer.sendFramed(kRecorderGreeting);
+      for (const auto* message : {"[1]", "[2]"}) peer.sendFramed(message);
+      for (auto line = peer.readLine(); !line.empty(); line = peer.readLine()) {
+        received.push_back(line);
+      }
+    });
+    RecorderClient client(2s);
+    client.startObjectSpy();
+    EXPECT_FALSE(client.highlight(0)) << "nothing has come that makes the agent read";
+    ASSERT_TRUE(client.next(5s));
+    EXPECT_TRUE(client.highlight(1));
+    EXPECT_TRUE(client.highlight(2));
+    EXPECT_FALSE(client.highlight(3)) << "one read is left for the end";
+    ASSERT_TRUE(client.next(5s));
+    EXPECT_TRUE(client.highlight(4));
+    client.stopObjectSpy();
+  }
+  EXPECT_THAT(received, ElementsAre("startobjectspy", "highlight=1", "highlight=2", "highlight=4",
+                                    "stopobjectspy"));
+}
+
 TEST(RecorderClient, TellsWhatWasRecordedBeforeItCame) {
   for (const bool greets : {true, false}) {
     const ScriptedAgent agent(kRecorderPort, [greets](Peer& peer) {

@@ -95,7 +95,10 @@ class Spying {
       std::cerr << "tarni: a number that stands before an element above highlights it\n";
       return;
     }
-    recorder_.highlight(spied_ - 1 - number);
+    if (recorder_.highlight(spied_ - 1 - number)) return;
+    std::cerr
+        << "tarni: not shown: the program takes two numbers for each thing that is pointed at; "
+           "point at one for more\n";
   }
 
  private:
@@ -121,7 +124,7 @@ void declareSpy(CLI::App& parser, Session& session) {
   parser.footer(
       "Runs until Ctrl-C. While it runs, a touch does not reach the program: it highlights the\n"
       "element under the finger and prints it (0), its ancestors (1, 2, …) and how to find it.\n"
-      "Typing one of the numbers highlights that element again.");
+      "Typing one of the numbers highlights that element again, twice for each touch.");
   parser.callback([listening, &session] { spy(session, *listening); });
 }
 
