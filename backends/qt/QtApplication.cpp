@@ -7,6 +7,7 @@
 #include <algorithm>
 
 #include "backends/posix/TouchRecord.h"
+#include "backends/qt/QtPopup.h"
 #include "backends/qt/QtProgram.h"
 #include "backends/qt/ViewRegistry.h"
 
@@ -40,17 +41,10 @@ UIWindowRef popupWithoutWidget() {
   return nullptr;
 }
 
-// A list of completions leaves the keyboard, and with it the user, in the field below it.
-QWidget* popupThatHoldsTheUser() {
-  QWidget* const popup = QApplication::activePopupWidget();
-  const QWidget* const typedInto = popup ? popup->focusProxy() : nullptr;
-  return typedInto && typedInto->window() != popup ? nullptr : popup;
-}
-
 }  // namespace
 
 UIWindowRef QtApplication::keyWindow() const {
-  if (UIWindowRef window = shownWindow(popupThatHoldsTheUser())) return window;
+  if (UIWindowRef window = shownWindow(openPopup())) return window;
   if (UIWindowRef window = popupWithoutWidget()) return window;
   if (UIWindowRef window = shownWindow(QApplication::activeModalWidget())) return window;
   if (UIWindowRef window = shownWindow(QGuiApplication::modalWindow())) return window;

@@ -5,6 +5,7 @@
 #include <QtCore/QCoreApplication>
 #include <algorithm>
 
+#include "backends/qt/QtPopup.h"
 #include "backends/qt/QtProgram.h"
 #include "backends/qt/QtTouchScreen.h"
 #include "backends/qt/ViewRegistry.h"
@@ -85,6 +86,22 @@ QPointF middleOfAPixel(const QWindow* window) {
   return {half, half};
 }
 
+std::shared_ptr<posix::TouchRecord> makeTouch(const platform::UIViewRef& view,
+                                              const platform::UIWindowRef& window,
+                                              platform::CGPoint location) {
+  auto touch = std::make_shared<posix::TouchRecord>();
+  touch->setWindow(window);
+  touch->setTapCount(1);
+  touch->_setLocationInWindow(location, true);
+  touch->setView(view);
+  touch->setPhase(UITouchPhase::Began);
+  touch->_setIsFirstTouchForView(true);
+  touch->setIsTap(true);
+  touch->setTimestamp(platform::current().processInfo->systemUptime());
+  touch->setGestureView(view);
+  return touch;
+}
+
 }  // namespace
 
 void postInput(std::function<void()> work) {
@@ -94,6 +111,10 @@ void postInput(std::function<void()> work) {
   if (!dispatcher) return postToProgram(std::move(work));
   Interface::windowSystemEventQueue.append(new InputWork(std::move(work)));
   dispatcher->wakeUp();
+}
+
+void noteMenuOpened(const platform::UIViewRef& opener) {
+  if (installed) installed->menuOpened(opener);
 }
 
 QtEventHook::QtEventHook(QtEventDispatch& dispatch, const QtTouchesEvent& touchesEvent,
@@ -115,6 +136,7 @@ bool QtEventHook::sendEvent(NativeEvent* event) {
     case Interface::Touch:
       return sendTouch(static_cast<TouchEvent*>(event));
     case Interface::Key:
+      wasKeyLast_ = true;
       return show(keyEvent_, event);
     case Interface::Wheel:
       return show(wheelEvent_, event);
@@ -130,6 +152,7 @@ bool QtEventHook::sendEvent(NativeEvent* event) {
 
 bool QtEventHook::sendMouse(MouseEvent* event) {
   fingerEvent_._clearTouches();
+  wasKeyLast_ = false;
   bool isOfFinger = false;
   platform::runGuarded("mouse event", [&] { isOfFinger = followMouse(*event); });
   return isOfFinger ? showFingers(event) : QWindowSystemEventHandler::sendEvent(event);
@@ -195,26 +218,24 @@ void QtEventHook::cancelTouches() {
 }
 
 QtEventHook::Finger QtEventHook::beginFinger(QWindow* window, QPointF local, QPointF global) {
-  const bool isBlocked = isBlockedByModal(window);
+  bool isBlocked = isBlockedByModal(window);
   while (window && window->parent()) {
     local += window->position();
     window = window->parent();
+  }
+  // The window system names the window that grabs the mouse, which the first popup does.
+  if (const QWidget* const pressed = windowPressedBesidePopup(global.toPoint())) {
+    const QPoint origin = window ? window->mapToGlobal(QPoint()) : QPoint();
+    local += origin - pressed->mapToGlobal(QPoint());
+    window = pressed->windowHandle();
+    isBlocked = false;
   }
   const platform::CGPoint location{local.x(), local.y()};
   const platform::UIWindowRef windowView = viewOfWindow(window);
   const platform::UIViewRef view =
       windowView && !isBlocked ? windowView->hitTest(location) : nullptr;
-  auto touch = std::make_shared<posix::TouchRecord>();
-  touch->setWindow(windowView);
-  touch->setTapCount(1);
-  touch->_setLocationInWindow(location, true);
-  touch->setView(view);
-  touch->setPhase(UITouchPhase::Began);
-  touch->_setIsFirstTouchForView(true);
-  touch->setIsTap(true);
-  touch->setTimestamp(platform::current().processInfo->systemUptime());
-  touch->setGestureView(view);
-  return {std::move(touch), global - local};
+  lastTouched_ = view;
+  return {makeTouch(view, windowView, location), global - local};
 }
 
 void QtEventHook::moveFinger(const Finger& finger, QPointF global, UITouchPhase phase) {
@@ -229,7 +250,34 @@ bool QtEventHook::sendExpose(ExposeEvent* event) {
   if (appears) dispatch_.viewWillAppear();
   const bool isProcessed = QWindowSystemEventHandler::sendEvent(event);
   if (appears) dispatch_.viewDidAppear();
+  platform::runGuarded("menu", [&] { followMenu(*event); });
   return isProcessed;
+}
+
+void QtEventHook::followMenu(const ExposeEvent& event) {
+  if (!event.isExposed) {
+    if (menu_ == event.window) menu_ = nullptr;
+    return;
+  }
+  const QWidget* const popup = openPopup();
+  if (!popup || popup->windowHandle() != event.window || menu_ == event.window) return;
+  menu_ = event.window;
+  menuOpened(openerOf(*popup));
+}
+
+void QtEventHook::menuOpened(const platform::UIViewRef& opener) {
+  if (!opener || opener == lastTouched_.lock()) return;
+  if (wasKeyLast_ || mouse_.touch || !fingers_.empty()) return;
+  lastTouched_ = opener;
+  const platform::CGRect bounds = opener->bounds();
+  const platform::CGPoint middle = opener->convertPointToWindow({bounds.midX(), bounds.midY()});
+  const auto touch = makeTouch(opener, opener->window(), middle);
+  for (const UITouchPhase phase : {UITouchPhase::Began, UITouchPhase::Ended}) {
+    touch->setPhase(phase);
+    pointingEvent_._clearTouches();
+    pointingEvent_._addTouch(touch, false);
+    dispatch_.sendEvent(pointingEvent_, [] {});
+  }
 }
 
 bool QtEventHook::isFirstExposure(const ExposeEvent& event) {

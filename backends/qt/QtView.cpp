@@ -4,6 +4,7 @@
 #include <QtWidgets/QAbstractScrollArea>
 #include <utility>
 
+#include "backends/qt/QtPopup.h"
 #include "backends/qt/QtProgram.h"
 #include "backends/qt/QtText.h"
 #include "backends/qt/ViewRegistry.h"
@@ -84,16 +85,26 @@ std::span<const UIViewRef> QtView::subviews() const {
   std::vector<UIViewRef> views = std::move(*spare);
   views.clear();
   if (widget_) appendParts(views);
-  if (!views.empty() || !isUpToDate()) {
+  const UIViewRef outside = this->outside();
+  if (!views.empty() || outside || !isUpToDate()) {
     everySubwidget([&views](QWidget& child) {
       if (UIViewRef view = viewOfWidget(&child)) views.push_back(std::move(view));
       return true;
     });
+    if (outside) {
+      appendOrigins(*widget_, views);
+      views.push_back(outside);
+    }
     if (views != subviews_) subviews_.swap(views);
     views.clear();
   }
   *spare = std::move(views);
   return subviews_;
+}
+
+UIViewRef QtView::outside() const {
+  const bool isPopup = widget_ && widget_->isWindow() && widget_ == openPopup();
+  return isPopup ? QtPopupOutside::shared() : nullptr;
 }
 
 // Of a list without parts, which is quicker to see than to collect it anew.
@@ -120,7 +131,8 @@ platform::CGRect QtView::frame() const {
 }
 
 UIViewRef QtView::hitTest(CGPoint point) const {
-  if (!widget_ || !widget_->isVisible() || !bounds().contains(point)) return nullptr;
+  if (!widget_ || !widget_->isVisible()) return nullptr;
+  if (!bounds().contains(point)) return outside();
   const QPoint at = toQPoint(point) + shownShape().topLeft();
   QWidget* hit = widget_->childAt(at);
   UIViewRef view;

@@ -30,7 +30,7 @@ class QtView : public QtViewBase {
   bool isHidden() const final;
   bool isOpaque() const final;
   bool isUserInteractionEnabled() const final;
-  bool isFirstResponder() const final;
+  bool isFirstResponder() const override;
   // As in UIKit, text inputs only. Other widgets take the focus by being clicked, and giving it to
   // them once more would take it away from where the program put it in answer to the click.
   bool canBecomeFirstResponder() const final;
@@ -56,6 +56,8 @@ class QtView : public QtViewBase {
   template <typename Visit>
   bool everySubwidget(Visit&& visit) const;
   bool isUpToDate() const;
+  // The rest of the screen while the widget is the popup that holds the user, otherwise null.
+  platform::UIViewRef outside() const;
 
   const QPointer<QWidget> widget_;
   const Kind kind_;

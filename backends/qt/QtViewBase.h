@@ -16,7 +16,7 @@ class QtViewBase : public QtViewCore {
   virtual QRect shape() const = 0;
   // What of it is on screen, where the widget and those above it do not clip it away: the rectangle
   // that the view has for everybody else. The whole shape while the widget is hidden.
-  QRect shownShape() const;
+  virtual QRect shownShape() const;
 
   platform::UIWindowRef window() const final;
   QWindow* nativeWindow() const final;

@@ -3,6 +3,7 @@
 #include <QtWidgets/QDialog>
 #include <QtWidgets/QLineEdit>
 #include <QtWidgets/QMenu>
+#include <QtWidgets/QMenuBar>
 #include <QtWidgets/QPushButton>
 #include <QtWidgets/QStackedWidget>
 #include <QtWidgets/QTabWidget>
@@ -135,6 +136,44 @@ TEST_F(EventHook, HitsNothingInAWindowBehindAModalOne) {
   release(at);
   EXPECT_EQ(clicks_, 1);
   EXPECT_EQ(seen_[2].view, qt::viewOfWidget(button_));
+}
+
+TEST_F(EventHook, FindsWhatIsMeantWhileMenusAreOpen) {
+  auto* const bar = new QMenuBar;
+  layout_->setMenuBar(bar);
+  QMenu* const file = bar->addMenu("File");
+  QMenu* const sub = file->addMenu("Sub");
+  QAction* const deep = sub->addAction("Deep");
+  QCoreApplication::processEvents();
+  const auto entry = [](auto& widget, QAction* action) {
+    const QPoint middle = widget.actionGeometry(action).center();
+    return qt::viewOfWidget(&widget)->hitTest({double(middle.x()), double(middle.y())});
+  };
+  // Whatever popup is open, the window system names the window that has the mouse.
+  const auto place = [this](auto& widget, QAction* action) {
+    return window_.mapFromGlobal(widget.mapToGlobal(widget.actionGeometry(action).center()));
+  };
+  press(place(*bar, file->menuAction()));
+  release(place(*bar, file->menuAction()));
+  ASSERT_TRUE(runUntil([&] { return file->isVisible(); }));
+  seen_.clear();
+  for (const int x : {-2, -1, 0}) move(place(*file, sub->menuAction()) + QPoint(x, 0));
+  ASSERT_TRUE(runUntil([&] { return sub->isVisible() && !seen_.empty(); }));
+  EXPECT_EQ(seen_[0].view, entry(*file, sub->menuAction())) << "pointing opened it";
+  EXPECT_THAT(phases(), testing::ElementsAre(UITouchPhase::Began, UITouchPhase::Ended));
+  seen_.clear();
+  const platform::UIViewRef deepEntry = entry(*sub, deep);
+  press(place(*sub, deep));
+  release(place(*sub, deep));
+  EXPECT_EQ(seen_.at(0).view, deepEntry);
+  EXPECT_FALSE(file->isVisible());
+  press(place(*bar, file->menuAction()));
+  release(place(*bar, file->menuAction()));
+  seen_.clear();
+  press(place(*bar, file->menuAction()));
+  release(place(*bar, file->menuAction()));
+  EXPECT_EQ(seen_.at(0).view->accessibilityLabel(), "dismiss popup");
+  EXPECT_FALSE(file->isVisible());
 }
 
 TEST_F(EventHook, TakesNeitherHoveringNorOtherButtonsForFingers) {

@@ -2,8 +2,11 @@
 
 #include <QtCore/QPointer>
 
+#include "backends/qt/QtEventHook.h"
 #include "backends/qt/QtPlatform.h"
 #include "backends/qt/quick/QuickKind.h"
+#include "backends/qt/quick/QuickRegistry.h"
+#include "backends/qt/quick/QuickView.h"
 
 namespace tarni::qt {
 namespace {
@@ -34,12 +37,21 @@ class OpenPopup : public QObject {
   explicit OpenPopup(QObject& popup) : QObject(&popup) {
     connect(&popup, SIGNAL(opened()), this, SLOT(appear()));
     connect(&popup, SIGNAL(closed()), this, SLOT(end()));
+    noteMenu(popup);
     eventDispatch().viewWillAppear();
     if (popup.property("opened").toBool()) appear();
   }
   ~OpenPopup() override { appear(); }
 
  private:
+  static void noteMenu(const QObject& popup) {
+    auto* const opener = popup.property("parent").value<QQuickItem*>();
+    const bool isMenu =
+        opener && popup.inherits("QQuickMenu") &&
+        (opener->inherits("QQuickMenuItem") || opener->inherits("QQuickMenuBarItem"));
+    if (isMenu) noteMenuOpened(viewOfItem(opener));
+  }
+
   Q_SLOT void appear() {
     if (!std::exchange(hasAppeared_, true)) eventDispatch().viewDidAppear();
   }
