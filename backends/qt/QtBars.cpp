@@ -5,16 +5,12 @@
 #include <QtWidgets/QMenuBar>
 #include <QtWidgets/QTabBar>
 #include <QtWidgets/QWidgetAction>
-#include <algorithm>
 
 #include "backends/qt/QtText.h"
 #include "backends/qt/VisibleIndexes.h"
-#include "platform/UIKit/Classes.h"
 
 namespace tarni::qt {
 namespace {
-
-using platform::UIViewRef;
 
 QTabBar& tabs(const QtBar& bar) {
   return static_cast<QTabBar&>(*bar.widget());
@@ -42,98 +38,6 @@ bool isButton(QAction& action) {
 }
 
 }  // namespace
-
-// ------------------------------------------------------------------------------------------- QtBar
-
-void QtBar::appendParts(std::vector<UIViewRef>& views) const {
-  renew();
-  views.insert(views.end(), buttons_.begin(), buttons_.end());
-}
-
-UIViewRef QtBar::partAt(const QPoint& point) const {
-  const std::optional<Key> key = keyAt(point);
-  if (!key) return nullptr;
-  renew();
-  return buttonOf(*key);
-}
-
-void QtBar::renew() const {
-  keys_.clear();
-  collectKeys(keys_);
-  const auto fits = [](Key key, const auto& button) { return button->isFor(key); };
-  if (std::ranges::equal(keys_, buttons_, fits)) return;
-  const platform::Class kind = platform::defineClass(buttonClass(), platform::uikit::UIButton);
-  std::vector<std::shared_ptr<QtBarButton>> renewed;
-  renewed.reserve(keys_.size());
-  for (const Key key : keys_) {
-    std::shared_ptr<QtBarButton> button = buttonOf(key);
-    if (!button) {
-      button = std::make_shared<QtBarButton>(
-          std::static_pointer_cast<const QtView>(shared_from_this()), kind, key, objectOf(key));
-    }
-    renewed.push_back(std::move(button));
-  }
-  buttons_ = std::move(renewed);
-}
-
-std::shared_ptr<QtBarButton> QtBar::buttonOf(Key key) const {
-  const auto found =
-      std::ranges::find_if(buttons_, [&](const auto& button) { return button->isFor(key); });
-  return found == buttons_.end() ? nullptr : *found;
-}
-
-// ------------------------------------------------------------------------------------- QtBarButton
-
-QtBarButton::QtBarButton(std::weak_ptr<const QtView> bar, platform::Class buttonClass,
-                         QtBar::Key key, QObject* object)
-    : QtPart(std::move(bar), buttonClass),
-      key_(key),
-      hasObject_(object != nullptr),
-      object_(object) {}
-
-QRect QtBarButton::shape() const {
-  const auto view = bar();
-  return view ? view->rectOf(key_) & view->widget()->rect() : QRect();
-}
-
-bool QtBarButton::isHidden() const {
-  const auto view = bar();
-  return !view || (view->widget()->isVisible() && shape().isEmpty());
-}
-
-bool QtBarButton::isUserInteractionEnabled() const {
-  const auto view = bar();
-  return view && view->isUserInteractionEnabled() && view->isEnabled(key_);
-}
-
-std::optional<std::string> QtBarButton::currentTitle() const {
-  const auto view = bar();
-  return view ? nonEmpty(view->titleOf(key_)) : std::nullopt;
-}
-
-std::optional<std::string> QtBarButton::accessibilityIdentifier() const {
-  const auto view = bar();
-  return view ? view->identifierOf(key_) : std::nullopt;
-}
-
-std::optional<std::string> QtBarButton::accessibilityValue() const {
-  const auto view = bar();
-  return view ? view->valueOf(key_) : std::nullopt;
-}
-
-platform::Task<void> QtBarButton::sendActionsForControlEvents(std::uint32_t) {
-  co_return;
-}
-
-bool QtBarButton::exists() const {
-  return bar() != nullptr;
-}
-
-std::shared_ptr<const QtBar> QtBarButton::bar() const {
-  auto view = std::static_pointer_cast<const QtBar>(owner());
-  const bool there = view && view->widget() && isFor(key_) && view->has(key_);
-  return there ? view : nullptr;
-}
 
 // ------------------------------------------------------------------------------------------ QtTabs
 

@@ -85,6 +85,11 @@ platform::Task<void> QtSwitch::setOn(bool on) {
   });
 }
 
+bool QtTextField::isFirstResponder() const {
+  const auto* const edit = static_cast<QLineEdit*>(widget());
+  return edit && QtView::isFirstResponder() && (!edit->focusProxy() || edit->isModified());
+}
+
 std::optional<std::string> QtTextField::placeholder() const {
   const auto* const edit = static_cast<QLineEdit*>(widget());
   return edit ? nonEmpty(edit->placeholderText()) : std::nullopt;

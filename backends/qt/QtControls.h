@@ -46,6 +46,10 @@ class QtSwitch final : public QtControl, public platform::UISwitch {
 class QtTextField final : public QtControl, public platform::UITextField {
  public:
   using QtControl::QtControl;
+  // The field in a spin box or a combo box leaves the focus to its box, which has it as well when
+  // its arrows are used: such a field is edited from when somebody types until the box sets its
+  // text.
+  bool isFirstResponder() const override;
   std::optional<std::string> placeholder() const override;
   // As the program has it: a password in clear.
   std::string text() const override;

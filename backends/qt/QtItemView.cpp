@@ -1,9 +1,11 @@
 #include "backends/qt/QtItemView.h"
 
+#include <QtWidgets/QHeaderView>
 #include <QtWidgets/QListView>
 #include <QtWidgets/QStyle>
 #include <QtWidgets/QStyleOptionViewItem>
 #include <QtWidgets/QStyledItemDelegate>
+#include <QtWidgets/QTreeView>
 #include <algorithm>
 #include <unordered_map>
 
@@ -53,6 +55,32 @@ QRect checkBoxRect(const QAbstractItemView& view, const QModelIndex& index) {
   return view.style()->subElementRect(QStyle::SE_ItemViewItemCheckIndicator, &option, &view);
 }
 
+const QTreeView* treeWithNodeAt(const QAbstractItemView& view, const QModelIndex& index) {
+  const auto* const tree = qobject_cast<const QTreeView*>(&view);
+  if (!tree || !tree->itemsExpandable()) return nullptr;
+  const int column =
+      tree->treePosition() < 0 ? tree->header()->logicalIndex(0) : tree->treePosition();
+  if (index.column() != column || !index.model()->hasChildren(index.siblingAtColumn(0))) {
+    return nullptr;
+  }
+  return tree->rootIsDecorated() || index.parent() != tree->rootIndex() ? tree : nullptr;
+}
+
+// In the viewport: the last indentation before the row's contents.
+QRect nodeRect(const QTreeView& tree, const QModelIndex& index) {
+  const QRect row = tree.visualRect(index);
+  QStyleOption option;
+  option.initFrom(&tree);
+  option.rect = row;
+  option.rect.setWidth(tree.indentation());
+  if (tree.isRightToLeft()) {
+    option.rect.moveLeft(row.right() + 1);
+  } else {
+    option.rect.moveRight(row.left() - 1);
+  }
+  return tree.style()->subElementRect(QStyle::SE_TreeViewDisclosureItem, &option, &tree);
+}
+
 }  // namespace
 
 // ------------------------------------------------------------------------------------------ QtCell
@@ -61,6 +89,13 @@ std::shared_ptr<QtCellSwitch> QtCell::checkBox() const {
   if (!isCheckable(index_)) return nullptr;
   if (!checkBox_) checkBox_ = std::make_shared<QtCellSwitch>(owner(), index_);
   return checkBox_;
+}
+
+std::shared_ptr<QtTreeNode> QtCell::node() const {
+  const QAbstractItemView* const view = itemView();
+  if (!view || !treeWithNodeAt(*view, index_)) return nullptr;
+  if (!node_) node_ = std::make_shared<QtTreeNode>(owner(), index_);
+  return node_;
 }
 
 QRect QtCell::shape() const {
@@ -135,6 +170,40 @@ std::optional<std::string> QtCellSwitch::accessibilityLabel() const {
   return view ? textOf(*view, index_) : std::nullopt;
 }
 
+// -------------------------------------------------------------------------------------- QtTreeNode
+
+QtTreeNode::QtTreeNode(std::weak_ptr<const QtView> owner, const QPersistentModelIndex& index)
+    : QtPart(std::move(owner),
+             platform::defineClass(names::disclosureButton, platform::uikit::UIButton)),
+      index_(index) {}
+
+QRect QtTreeNode::shape() const {
+  const auto* const tree = static_cast<const QTreeView*>(widget());
+  if (!tree) return {};
+  const QWidget& viewport = *tree->viewport();
+  return (nodeRect(*tree, index_) & viewport.rect()).translated(viewport.pos());
+}
+
+bool QtTreeNode::isUserInteractionEnabled() const {
+  const QWidget* const tree = widget();
+  return tree && tree->isEnabled();
+}
+
+platform::Task<void> QtTreeNode::sendActionsForControlEvents(std::uint32_t) {
+  co_return;
+}
+
+std::optional<std::string> QtTreeNode::currentTitle() const {
+  const auto* const tree = static_cast<const QTreeView*>(widget());
+  return tree ? textOf(*tree, index_) : std::nullopt;
+}
+
+std::optional<std::string> QtTreeNode::accessibilityValue() const {
+  const auto* const tree = static_cast<const QTreeView*>(widget());
+  if (!tree) return std::nullopt;
+  return tree->isExpanded(index_.sibling(index_.row(), 0)) ? "expanded" : "collapsed";
+}
+
 // -------------------------------------------------------------------------------------- QtItemView
 
 QAbstractItemView& QtItemView::itemView() const {
@@ -158,6 +227,7 @@ void QtItemView::appendParts(std::vector<UIViewRef>& views) const {
   for (const auto& cell : cells_) {
     views.push_back(cell);
     if (auto box = cell->checkBox()) views.push_back(std::move(box));
+    if (auto node = cell->node()) views.push_back(std::move(node));
   }
 }
 
@@ -170,8 +240,9 @@ UIViewRef QtItemView::partAt(const QPoint& point) const {
   const auto found =
       std::ranges::find_if(cells_, [&](const auto& cell) { return cell->index() == index; });
   if (found == cells_.end()) return nullptr;
-  const auto box = (*found)->checkBox();
-  return box && box->shape().contains(point) ? UIViewRef(box) : *found;
+  if (const auto box = (*found)->checkBox(); box && box->shape().contains(point)) return box;
+  if (const auto node = (*found)->node(); node && node->shape().contains(point)) return node;
+  return *found;
 }
 
 void QtItemView::renewCells() const {

@@ -62,6 +62,7 @@ inline const char* const tabBarButton = "UITabBarButton";
 inline const char* const headerView = "UITableViewHeaderFooterView";
 inline const char* const webDocument = "UIWebDocumentView";
 inline const char* const headerButton = "UITableViewHeaderButton";
+inline const char* const disclosureButton = "UITableViewDisclosureButton";
 }  // namespace names
 
 }  // namespace tarni::qt

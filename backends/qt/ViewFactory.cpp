@@ -1,21 +1,40 @@
 #include "backends/qt/ViewFactory.h"
 
+#include <QtWidgets/QAbstractSpinBox>
+#include <QtWidgets/QScrollBar>
+#include <QtWidgets/QSlider>
+#include <QtWidgets/QToolButton>
+
 #include "backends/qt/QtBars.h"
 #include "backends/qt/QtControls.h"
 #include "backends/qt/QtItemView.h"
 #include "backends/qt/QtScrollView.h"
+#include "backends/qt/QtSubControls.h"
 
 namespace tarni::qt {
+namespace {
+
+std::shared_ptr<QtView> makeControl(QWidget& widget, Kind kind) {
+  if (qobject_cast<QAbstractSpinBox*>(&widget)) return std::make_shared<QtSpinBox>(widget, kind);
+  if (qobject_cast<QSlider*>(&widget)) return std::make_shared<QtSlider>(widget, kind);
+  if (qobject_cast<::QScrollBar*>(&widget)) return std::make_shared<QtScrollBar>(widget, kind);
+  return std::make_shared<QtControl>(widget, kind);
+}
+
+}  // namespace
 
 std::shared_ptr<QtView> makeView(QWidget& widget) {
   const Kind kind = kindOfWidget(widget);
   switch (kind) {
     case Kind::Control:
     case Kind::Slider:
-      return std::make_shared<QtControl>(widget, kind);
+      return makeControl(widget, kind);
+    case Kind::Picker:
+      return std::make_shared<QtComboBox>(widget, kind);
     case Kind::Label:
       return std::make_shared<QtLabel>(widget, kind);
     case Kind::Button:
+      if (qobject_cast<QToolButton*>(&widget)) return std::make_shared<QtToolButton>(widget, kind);
       return std::make_shared<QtButton>(widget, kind);
     case Kind::Switch:
       return std::make_shared<QtSwitch>(widget, kind);

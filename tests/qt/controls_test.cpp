@@ -250,6 +250,8 @@ TEST(Focus, OnlyTextInputsTakeItFromTheAgent) {
   EXPECT_FALSE(viewOf(first)->isFirstResponder());
   const UIViewRef inside = subviewsOf(viewOf(box), "UITextField").front();
   finish(inside->becomeFirstResponder());
+  EXPECT_FALSE(inside->isFirstResponder()) << "nobody has typed: the arrows give the focus as well";
+  finish(as<platform::UITextField>(inside)->setText("5"));
   EXPECT_TRUE(inside->isFirstResponder());
   EXPECT_FALSE(viewOf(second)->isFirstResponder());
   second.setEnabled(false);
