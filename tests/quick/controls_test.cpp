@@ -74,6 +74,34 @@ TEST_F(Controls, ASwitchIsToggledAsByAClick) {
   EXPECT_FALSE(as<platform::UISwitch>(view("off"))->isOn());
 }
 
+TEST_F(Controls, PartsThatDoThingsOfTheirOwnAreButtons) {
+  show(R"(Column {
+    SpinBox { objectName: "spin" }
+    ComboBox { objectName: "words"; editable: true; model: ["red", "green"] }
+    ComboBox { objectName: "plain"; model: ["red", "green"] }
+    Slider { objectName: "slider" } })");
+  const auto part = [this](const char* control, const std::string& title) -> UIViewRef {
+    for (const UIViewRef& child : view(control)->subviews()) {
+      const auto button = as<platform::UIButton>(child);
+      if (button && button->currentTitle() == title) return child;
+    }
+    return nullptr;
+  };
+  ASSERT_TRUE(part("spin", "Increase") && part("spin", "Decrease"));
+  finish(KIFAdditions::tap(part("spin", "Increase")));
+  finish(KIFAdditions::tap(part("spin", "Increase")));
+  finish(KIFAdditions::tap(part("spin", "Decrease")));
+  EXPECT_EQ(object("spin")->property("value").toInt(), 1);
+  ASSERT_TRUE(part("words", "Open"));
+  finish(KIFAdditions::tap(part("words", "Open")));
+  EXPECT_TRUE(object("words")->property("popup").value<QObject*>()->property("visible").toBool());
+  EXPECT_EQ(part("plain", "Open"), nullptr);
+  const CGRect slider = view("slider")->bounds();
+  const CGPoint end = view("slider")->convertPointToWindow({slider.maxX() - 5, slider.midY()});
+  object("words")->property("popup").value<QObject*>()->setProperty("visible", false);
+  ASSERT_TRUE(runUntil([&] { return root()->hitTest(end) == part("slider", "Handle"); }));
+}
+
 TEST_F(Controls, AFlickableScrollsAsFarAsThereIsContent) {
   show(R"(Flickable { objectName: "area"; width: 100; height: 100; contentWidth: 100
     contentHeight: 250; topMargin: 10 })");

@@ -93,7 +93,9 @@ std::optional<std::string> QuickLabel::labelText() const {
 }
 
 std::optional<std::string> QuickButton::currentTitle() const {
-  return item() ? titleOrName(ownText(*item())) : std::nullopt;
+  if (!item()) return std::nullopt;
+  if (const char* const title = titleOfControlPart(*item())) return title;
+  return titleOrName(ownText(*item()));
 }
 
 bool QuickSwitch::isOn() const {

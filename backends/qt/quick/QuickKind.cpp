@@ -190,9 +190,27 @@ const QObject* popupOfItem(const QQuickItem& item) {
   return popup && popup->inherits("QQuickPopup") ? popup : nullptr;
 }
 
+const char* titleOfControlPart(const QQuickItem& item) {
+  const QQuickItem* const control = item.parentItem();
+  if (!control) return nullptr;
+  const auto isIn = [&item](const QObject* group, const char* property) {
+    return group && group->property(property).value<QQuickItem*>() == &item;
+  };
+  if (control->inherits("QQuickSpinBox")) {
+    if (isIn(control->property("up").value<QObject*>(), "indicator")) return "Increase";
+    if (isIn(control->property("down").value<QObject*>(), "indicator")) return "Decrease";
+  } else if (control->inherits("QQuickComboBox")) {
+    if (isIn(control, "indicator") && control->property("editable").toBool()) return "Open";
+  } else if (control->inherits("QQuickSlider")) {
+    if (isIn(control, "handle")) return "Handle";
+  }
+  return nullptr;
+}
+
 QuickKind kindOfItem(const QQuickItem& item) {
   if (const QObject* const popup = popupOfItem(item)) return kindOfClass(popup->metaObject());
   if (isDocumentOfWebView(item)) return QuickKind::WebDocument;
+  if (titleOfControlPart(item)) return QuickKind::Button;
   const QuickKind own = kindOfClass(item.metaObject());
   const bool isList = own == QuickKind::TableView || own == QuickKind::CollectionView;
   if (isList && showsItemsOfItsOwn(item)) return QuickKind::ScrollView;

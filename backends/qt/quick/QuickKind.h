@@ -44,6 +44,11 @@ platform::Class classOfWindow(const QQuickWindow& window);
 // The popup that the item shows, or null.
 const QObject* popupOfItem(const QQuickItem& item);
 
+// What an item is called that stands in a control of the toolkit and does a thing of its own there:
+// the arrows of a spin box, the arrow of a combo box with a text field, the handle of a slider.
+// Null for any other.
+const char* titleOfControlPart(const QQuickItem& item);
+
 // True for kinds that are drawn by parts which nobody takes for things of their own (a button's
 // background and its text).
 bool drawsItself(QuickKind kind);

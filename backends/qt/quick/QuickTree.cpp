@@ -57,6 +57,7 @@ bool isNothing(const QQuickItem& item) {
 // edited is a field.
 bool isPartOfDrawing(const QQuickItem& item, const QQuickItem& parent) {
   if (!drawsItself(kindOf(parent)) || isDeclaredByApplication(item)) return false;
+  if (titleOfControlPart(item)) return false;
   return kindOf(item) != QuickKind::TextField || !parent.property("editable").toBool();
 }
 
@@ -75,7 +76,8 @@ Role roleOf(const QQuickItem& item) {
   if (!ownItems().empty() && ownItems().contains(&item)) return Role::NoView;
   const QQuickItem* const parent = item.parentItem();
   if (!parent) return Role::View;
-  if (isRecognizer(item) || isNothing(item)) return Role::NoView;
+  if (isRecognizer(item)) return Role::NoView;
+  if (isNothing(item) && !titleOfControlPart(item)) return Role::NoView;
   const KnownItem& known = knownItem(item);
   if (known.parent == parent) return known.role;
   const Role role = roleBelow(*parent, item);
@@ -229,6 +231,17 @@ bool isMeant(const QQuickItem* item, const QQuickItem* taker) {
   return true;
 }
 
+// The part of the control that a finger means there. A slider goes by where the finger is, and no
+// tap tells that again: one on its handle is one that leaves it as it is.
+QQuickItem* controlPartAt(const QQuickItem& control, QPointF point) {
+  const bool isAnywhere = control.inherits("QQuickSlider");
+  for (QQuickItem* const child : control.childItems()) {
+    if (!child->isVisible() || !titleOfControlPart(*child)) continue;
+    if (isAnywhere || child->contains(child->mapFromItem(&control, point))) return child;
+  }
+  return nullptr;
+}
+
 }  // namespace
 
 void eachSubviewItem(const QQuickItem& item, const std::function<void(QQuickItem&)>& visit) {
@@ -264,6 +277,9 @@ QQuickItem* itemAt(QQuickItem& root, QPointF point) {
   QQuickItem* const drawn = viewItem(probe.drawn);
   if (!probe.taker) return drawn;
   QQuickItem* const taker = viewItem(probe.taker);
+  QQuickItem* const part =
+      taker ? controlPartAt(*taker, taker->mapFromItem(&root, point)) : nullptr;
+  if (part) return part;
   return isMeant(drawn, taker) ? drawn : taker;
 }
 
