@@ -1,6 +1,7 @@
 #include "host/cli/Session.h"
 
 #include "host/cli/Terminal.h"
+#include "host/guard/Printable.h"
 #include "host/launch/NetworkNamespace.h"
 #include "host/launch/ProgramRegistry.h"
 #include "host/wire/WireError.h"
@@ -36,8 +37,9 @@ void Session::enterNetwork() {
     auto why = "no isolated program named \"" + options.in + "\" is running (" +
                (known.empty() ? "none is" : "running: " + known) + ")";
     if (const auto elsewhere = registry.folderElsewhere(options.in)) {
-      why += "; one is known in " + elsewhere->string() + ", but this command looks in " +
-             registry.folder().string() + ": it needs the XDG_RUNTIME_DIR of `tarni run`";
+      why += "; one is known in " + printable(elsewhere->string()) +
+             ", but this command looks in " + printable(registry.folder().string()) +
+             ": it needs the XDG_RUNTIME_DIR of `tarni run`";
     }
     throw WireError(why);
   }

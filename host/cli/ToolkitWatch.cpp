@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <iostream>
 
+#include "host/guard/Printable.h"
 #include "host/launch/RunningProgram.h"
 
 namespace tarni::host {
@@ -15,7 +16,7 @@ constexpr std::chrono::milliseconds kTimeToMap{300};
 constexpr std::chrono::milliseconds kTimeToComeUp{1500};
 
 std::string called(const ProcessSeen& process) {
-  return process.name + " (process " + std::to_string(process.pid) + ")";
+  return printable(process.name) + " (process " + std::to_string(process.pid) + ")";
 }
 
 }  // namespace
@@ -39,7 +40,7 @@ bool ToolkitWatch::seesQt(pid_t pid) {
 
 void ToolkitWatch::conclude() {
   if (!hasSeen_ && !hasSaid_ && !namesQt(command_)) {
-    say(command_ + " has ended and used no Qt: nothing was loaded");
+    say(printable(command_) + " has ended and used no Qt: nothing was loaded");
   }
 }
 

@@ -4,6 +4,7 @@
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
+#include <map>
 #include <mutex>
 #include <nlohmann/json.hpp>
 
@@ -103,6 +104,8 @@ TEST_F(CommandLine, EndsWithACodeForEveryOutcome) {
       {{"--in", "a/b", "find", "UIButton"}, 2, "the name \"a/b\" does not do"},
       {{"--in", "nosuch", "find", "UIButton"}, 3, "no isolated program named \"nosuch\""},
       {{"attach", "4194305"}, 3, "there is no process 4194305"},
+      {{"find", "--tag", "UIButton"}, 0, "ID-OK\nID-CANCEL\n"},
+      {{"snapshot", "-o", "picture.PNG"}, 2, "the agent's pictures are JPEG"},
       {{"do", "/no/such/file"}, 5, "cannot read /no/such/file"},
       {{"width", "--text", "OK"}, 4, "no width"},
       {{"send", "not json"}, 0, "[]\n"},
@@ -163,6 +166,8 @@ TEST_F(CommandLine, PutsTheViewTreeTogetherAndWritesPictures) {
         {"elementType", type},
         {"childCount", children},
         {"text", ""},
+        {"isVisibleInViewHierarchy", "true"},
+        {"isVisibleInWindowFrame", "true"},
         {"imageBase64", "aGVsbG8="},
         {"rectangle", {{"x", "1.00"}, {"y", "2.00"}, {"width", "3.00"}, {"height", "4.00"}}}};
   };
@@ -236,6 +241,39 @@ TEST_F(CommandLine, ShowsWhatWouldSteerTheTerminal) {
   Program shell({"bash", "-c", "printf '%s' " + words.substr(0, words.find(" --xpath"))});
   shell.wait(10s);
   EXPECT_EQ(shell.output(), evil) << spied;
+}
+
+// The wire calls it displayed: the frame lies within the screen.
+TEST_F(CommandLine, TellsOfAPageThatIsNotShownThatItIsNotOnScreen) {
+  const auto view = [](const char* text, const char* isVisible) {
+    return json{{"elementType", "UIButton"},
+                {"childCount", "0"},
+                {"text", text},
+                {"isVisibleInViewHierarchy", isVisible},
+                {"isVisibleInWindowFrame", "true"},
+                {"rectangle", {{"width", "3.00"}, {"height", "4.00"}}}};
+  };
+  const std::map<std::string, std::string> answers = {
+      {"findelements", R"([{"elementID":"ID"}])"},
+      {"gettext", answerOf("Next")},
+      {"getwidth", answerOf("3")},
+      {"getheight", answerOf("4")},
+      {"isdisplayed", answerOf("true")},
+      {"ai_findelements", json{view("Next", "false"), view("Back", "true")}.dump()}};
+  agent_ = std::make_unique<ScriptedAgent>(kPlaybackPort, answering([&answers](const auto& line) {
+                                             const auto found =
+                                                 answers.find(json::parse(line)["functionname"]);
+                                             return found != answers.end() ? found->second : "[]";
+                                           }),
+                                           6);
+  const auto displayed = tarni({"displayed", "--text", "Next"});
+  EXPECT_EQ(displayed.code, 1);
+  EXPECT_EQ(displayed.output, "false\n");
+  EXPECT_THAT(tarni({"find", "--long"}).output, HasSubstr("false"));
+  EXPECT_EQ(tarni({"find", "--on-screen"}).code, 1);
+  EXPECT_THAT(tarni({"tree"}).output, HasSubstr("\"Next\"  (off screen)\n"));
+  EXPECT_THAT(tarni({"tree", "--on-screen"}).output, testing::Not(HasSubstr("Next")));
+  EXPECT_THAT(tarni({"describe", "--on-screen"}).output, testing::Not(HasSubstr("Next")));
 }
 
 TEST_F(CommandLine, RecordsUntilTheCountIsReached) {

@@ -9,6 +9,7 @@
 #include "host/cli/Base64.h"
 #include "host/cli/Files.h"
 #include "host/cli/Session.h"
+#include "host/cli/Showing.h"
 #include "host/cli/Subcommands.h"
 #include "host/cli/Terminal.h"
 #include "host/guard/Json.h"
@@ -23,6 +24,7 @@ constexpr std::size_t kTextColumns = 40;
 struct DescribeOptions {
   std::string tag;
   std::string folder;
+  bool onScreen = false;
 };
 
 // The state in words; what is usual is not said.
@@ -39,13 +41,12 @@ std::string stateOf(const Json& element) {
       {"isImageObject", "true", "image"},
       {"isUserInteractionEnabled", "false", "disabled"},
       {"isHidden", "true", "hidden"},
-      {"isVisibleInViewHierarchy", "false", "invisible"},
-      {"isVisibleInWindowFrame", "false", "outside"},
   };
   std::string words;
   for (const auto& [key, value, word] : kWords) {
     if (textIn(element, key) == value) words += (words.empty() ? "" : ",") + std::string(word);
   }
+  if (!isOnScreen(element)) words += std::string(words.empty() ? "" : ",") + "off-screen";
   return words;
 }
 
@@ -88,9 +89,13 @@ void writePictures(const Json& elements, const std::filesystem::path& folder) {
 
 void describe(Session& session, const DescribeOptions& options) {
   const auto answer = session.call({"ai_findelements", options.tag == "*" ? "" : options.tag});
-  const auto& elements = answer.entries();
+  Json elements = answer.entries();
+  if (options.onScreen) {
+    std::erase_if(elements.get_ref<Json::array_t&>(),
+                  [](const Json& element) { return !isOnScreen(element); });
+  }
   if (session.options.json) {
-    std::cout << printableJson(answer.text()) << '\n';
+    std::cout << printableJson(options.onScreen ? elements.dump() : answer.text()) << '\n';
   } else if (!elements.empty()) {
     std::vector<Terminal::Row> rows{{"ID", "CLASS", "AT", "SIZE", "CHILDREN", "STATE", "TEXT"}};
     for (const auto& element : elements) rows.push_back(rowOf(element));
@@ -106,7 +111,10 @@ void describe(Session& session, const DescribeOptions& options) {
 
 void declareDescribe(CLI::App& parser, Session& session) {
   const auto options = std::make_shared<DescribeOptions>();
-  parser.add_option("TAG", options->tag, "only this class, as UIButton")->option_text(" ");
+  auto* const tag =
+      parser.add_option("--tag", options->tag, "only this class, as UIButton")->type_name("CLASS");
+  parser.add_option("TAG", options->tag, "the same")->option_text(" ")->excludes(tag);
+  parser.add_flag("--on-screen", options->onScreen, "only what a person could see");
   parser.add_option("--images", options->folder, "write a picture of each into this folder")
       ->type_name("FOLDER");
   parser.callback([options, &session] { describe(session, *options); });

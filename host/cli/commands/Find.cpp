@@ -1,9 +1,11 @@
 #include <CLI/CLI.hpp>
 #include <iostream>
 #include <memory>
+#include <nlohmann/json.hpp>
 
 #include "host/cli/Locator.h"
 #include "host/cli/Session.h"
+#include "host/cli/Showing.h"
 #include "host/cli/Subcommands.h"
 #include "host/cli/Terminal.h"
 #include "host/guard/Printable.h"
@@ -12,44 +14,86 @@ namespace tarni::host {
 
 namespace {
 
-void printWithDetails(Session& session, const std::vector<std::string>& ids) {
+struct FindOptions {
+  Locator locator;
+  bool details = false;
+  bool onScreen = false;
+};
+
+// The identifiers with what is known of each, in the columns of --long.
+std::vector<Terminal::Row> rowsOf(Session& session, const std::vector<std::string>& ids,
+                                  const Showing& showing) {
   const auto ask = [&session](const char* function, const std::string& id) {
     return session.call({function, "", "", id}).output().value_or("");
   };
-  std::vector<Terminal::Row> rows{{"ID", "SIZE", "ENABLED", "DISPLAYED", "TEXT"}};
+  std::vector<Terminal::Row> rows;
   for (const auto& id : ids) {
-    rows.push_back({id, ask("getwidth", id) + "x" + ask("getheight", id), ask("isenabled", id),
-                    ask("isdisplayed", id), inQuotes(ask("gettext", id))});
+    const auto looks = Looks::of(session, id);
+    rows.push_back({id, looks.width + "x" + looks.height, ask("isenabled", id),
+                    showing.of(looks).value_or(ask("isdisplayed", id)), inQuotes(looks.text)});
   }
-  Terminal::printTable(std::move(rows));
+  return rows;
 }
 
-void find(Session& session, const Locator& locator, bool details) {
-  const auto answer = locator.find(session);
+void printIds(const std::vector<Terminal::Row>& rows, bool json) {
+  auto entries = Json::array();
+  for (const auto& row : rows) {
+    if (json) {
+      entries.push_back({{"elementID", row.front()}});
+    } else {
+      std::cout << printable(row.front()) << '\n';
+    }
+  }
+  if (json) std::cout << printableJson(entries.dump()) << '\n';
+}
+
+// Described before they are found, as it makes identifiers void.
+void findWithDetails(Session& session, const FindOptions& options) {
+  const Showing showing(session, true);
+  auto rows = rowsOf(session, options.locator.find(session).elementIds(), showing);
+  if (options.onScreen) std::erase_if(rows, [](const auto& row) { return row[3] == "false"; });
+  const bool isEmpty = rows.empty();
+  if (!options.details || session.options.json) {
+    printIds(rows, session.options.json);
+  } else if (!isEmpty) {
+    rows.insert(rows.begin(), {"ID", "SIZE", "ENABLED", "DISPLAYED", "TEXT"});
+    Terminal::printTable(std::move(rows));
+  }
+  if (isEmpty) throw NotFound("no " + options.locator.description() + " is on screen");
+}
+
+void find(Session& session, const FindOptions& options) {
+  if (options.onScreen || (options.details && !session.options.json)) {
+    findWithDetails(session, options);
+    return;
+  }
+  const auto answer = options.locator.find(session);
   const auto ids = answer.elementIds();
   if (session.options.json) {
     std::cout << printableJson(answer.text()) << '\n';
-  } else if (details && !ids.empty()) {
-    printWithDetails(session, ids);
   } else {
     for (const auto& id : ids) std::cout << printable(id) << '\n';
   }
-  if (ids.empty()) throw NotFound("no " + locator.description() + " is on screen");
+  if (ids.empty()) throw NotFound("no " + options.locator.description() + " is on screen");
 }
 
 }  // namespace
 
 void declareFind(CLI::App& parser, Session& session) {
-  struct Options {
-    Locator locator;
-    bool details = false;
-  };
-  const auto options = std::make_shared<Options>();
+  const auto options = std::make_shared<FindOptions>();
   options->locator.declare(parser);
-  parser.add_option("TAG", options->locator.tag, "its class, as UIButton; \"\" or \"*\" for any")
-      ->option_text(" ");
+  auto* const tag = parser.add_option("--tag", options->locator.tag, "its class, as UIButton")
+                        ->type_name("CLASS");
+  parser.add_option("TAG", options->locator.tag, "the same; \"\" or \"*\" for any")
+      ->option_text(" ")
+      ->excludes(tag);
   parser.add_flag("--long", options->details, "with size, state and text of each");
-  parser.callback([options, &session] { find(session, options->locator, options->details); });
+  parser.add_flag("--on-screen", options->onScreen, "only those that a person could see");
+  parser.callback([options, &session] { find(session, *options); });
+  parser.footer(
+      "What is on a page that is not shown is found, too. DISPLAYED tells it apart; it is \"?\" "
+      "for\n"
+      "one that looks like another of which this differs.");
 }
 
 }  // namespace tarni::host

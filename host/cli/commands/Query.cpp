@@ -7,6 +7,7 @@
 #include "host/cli/Locator.h"
 #include "host/cli/SafeOutput.h"
 #include "host/cli/Session.h"
+#include "host/cli/Showing.h"
 #include "host/cli/Subcommands.h"
 #include "host/guard/Printable.h"
 
@@ -42,6 +43,20 @@ void ask(Session& session, const Target& target, const char* function) {
   }
 }
 
+// Where the descriptions do not tell, as of a page's element, the agent's own answer stands.
+void tellDisplayed(Session& session, const Target& target) {
+  const auto id = target.resolve(session);
+  const auto looks = Looks::of(session, id);
+  const auto byWire = session.call({"isdisplayed", "", "", id}).output();
+  if (!byWire) throw NotFound("the element has no answer to this");
+  const auto output = Showing(session, target.isGiven()).of(looks).value_or(*byWire);
+  if (output == "?") {
+    throw NotFound("others look like it, some of them on screen and some not: `tarni tree` tells");
+  }
+  std::cout << (session.options.json ? "[{\"output\":\"" + output + "\"}]" : output) << '\n';
+  if (output == "false") session.result = ExitCode::no;
+}
+
 void declareQuery(CLI::App& parser, Session& session, const char* function) {
   const auto target = std::make_shared<Target>();
   target->declare(parser);
@@ -51,7 +66,13 @@ void declareQuery(CLI::App& parser, Session& session, const char* function) {
 }  // namespace
 
 void declareDisplayed(CLI::App& parser, Session& session) {
-  declareQuery(parser, session, "isdisplayed");
+  const auto target = std::make_shared<Target>();
+  target->declare(parser);
+  parser.footer(
+      "False also for what is on a page that is not shown or is clipped away, where the wire's\n"
+      "`isdisplayed` tells of geometry alone. It describes all elements for it, so that\n"
+      "identifiers of a former find hold no longer.");
+  parser.callback([target, &session] { tellDisplayed(session, *target); });
 }
 void declareEnabled(CLI::App& parser, Session& session) {
   declareQuery(parser, session, "isenabled");

@@ -1,4 +1,7 @@
 #include <CLI/CLI.hpp>
+#include <algorithm>
+#include <cctype>
+#include <filesystem>
 #include <iostream>
 #include <memory>
 
@@ -12,7 +15,21 @@ namespace tarni::host {
 
 namespace {
 
+// A name of another format would promise what the file does not hold.
+void requireJpeg(const std::filesystem::path& file) {
+  auto extension = file.extension().string();
+  std::ranges::transform(extension, extension.begin(),
+                         [](unsigned char c) { return static_cast<char>(std::tolower(c)); });
+  for (const auto* other : {".png", ".gif", ".bmp", ".webp", ".tif", ".tiff", ".svg", ".pdf"}) {
+    if (extension == other) {
+      throw std::invalid_argument("the agent's pictures are JPEG: name the file .jpg, not " +
+                                  extension);
+    }
+  }
+}
+
 void snapshot(Session& session, const std::string& file) {
+  requireJpeg(file);
   const auto answer = session.call({"ai_getscreensnapshot"});
   const auto picture = decodeBase64(answer.output().value_or(""));
   if (picture.empty()) throw NotFound("the program has no window to take a picture of");

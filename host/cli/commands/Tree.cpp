@@ -5,6 +5,7 @@
 #include <nlohmann/json.hpp>
 
 #include "host/cli/Session.h"
+#include "host/cli/Showing.h"
 #include "host/cli/Subcommands.h"
 #include "host/cli/Terminal.h"
 #include "host/guard/Json.h"
@@ -32,7 +33,11 @@ void printView(const ViewTree& tree, const Json& description, bool paths) {
   std::cout << "  " << Terminal::faint(place(description));
   const auto text = textIn(description, "text");
   if (!text.empty()) std::cout << "  " << inQuotes(text);
-  if (textIn(description, "isHidden") == "true") std::cout << "  (hidden)";
+  if (textIn(description, "isHidden") == "true") {
+    std::cout << "  (hidden)";
+  } else if (!isOnScreen(description)) {
+    std::cout << "  (off screen)";
+  }
   std::cout << '\n';
 }
 
@@ -46,19 +51,27 @@ void printAsJson(const ViewTree& tree, const Json& description) {
   std::cout << printableJson(entry.dump());
 }
 
-void tree(Session& session, bool paths) {
+struct TreeOptions {
+  bool paths = false;
+  bool onScreen = false;
+};
+
+void tree(Session& session, const TreeOptions& options) {
   const auto descriptions = session.call({"ai_findelements"}).entries();
   const bool json = session.options.json;
   ViewTree tree;
+  bool isFirst = true;
   if (json) std::cout << '[';
   for (const auto& description : descriptions) {
     tree.goTo(description);
+    if (options.onScreen && !isOnScreen(description)) continue;
     if (json) {
-      std::cout << (&description == &descriptions.front() ? "" : ",");
+      std::cout << (isFirst ? "" : ",");
       printAsJson(tree, description);
     } else {
-      printView(tree, description, paths);
+      printView(tree, description, options.paths);
     }
+    isFirst = false;
   }
   if (json) std::cout << "]\n";
   if (descriptions.empty()) throw NotFound("the program has no window, or it is empty");
@@ -67,14 +80,17 @@ void tree(Session& session, bool paths) {
 }  // namespace
 
 void declareTree(CLI::App& parser, Session& session) {
-  const auto paths = std::make_shared<bool>(false);
-  parser.add_flag("--paths", *paths, "print each view's whole position, as --xpath takes it");
+  const auto options = std::make_shared<TreeOptions>();
+  parser.add_flag("--paths", options->paths,
+                  "print each view's whole position, as --xpath takes it");
+  parser.add_flag("--on-screen", options->onScreen, "only what a person could see");
   parser.footer(
-      "Hidden views are in it. With --json one flat array, parents first, each with its depth and\n"
+      "What is hidden, and off screen for it or clipped away, is in it and marked. With --json one "
+      "flat array, parents first, each with its depth and\n"
       "its step; a view more than 100 levels down has no xpath there, and --paths shows the end of "
       "it:\n"
       "it is made of the steps of the views above it.");
-  parser.callback([paths, &session] { tree(session, *paths); });
+  parser.callback([options, &session] { tree(session, *options); });
 }
 
 }  // namespace tarni::host

@@ -1,0 +1,43 @@
+#include "host/cli/Showing.h"
+
+#include <cmath>
+#include <nlohmann/json.hpp>
+
+#include "host/cli/Session.h"
+
+namespace tarni::host {
+
+bool isOnScreen(const Json& description) {
+  return textIn(description, "isVisibleInViewHierarchy") == "true" &&
+         textIn(description, "isVisibleInWindowFrame") == "true";
+}
+
+Looks Looks::of(Session& session, const std::string& id) {
+  const auto ask = [&](const char* function) {
+    return session.call({function, "", "", id}).output().value_or("");
+  };
+  return {ask("gettext"), ask("getwidth"), ask("getheight")};
+}
+
+Showing::Showing(Session& session, bool isOfFind) {
+  const auto rounded = [](const Json& frame, const char* key) {
+    return std::to_string(std::lrint(numberIn(frame, key)));
+  };
+  const auto descriptions = session.call({"ai_findelements"}).entries();
+  for (const auto& description : descriptions) {
+    if (isOfFind && textIn(description, "isVisibleInWindowFrame") != "true") continue;
+    const auto frame = description.value("rectangle", Json::object());
+    const Looks looks{textIn(description, "text"), rounded(frame, "width"),
+                      rounded(frame, "height")};
+    const std::string answer = isOnScreen(description) ? "true" : "false";
+    auto& known = answers_[looks];
+    known = known.empty() || known == answer ? answer : "?";
+  }
+}
+
+std::optional<std::string> Showing::of(const Looks& looks) const {
+  const auto found = answers_.find(looks);
+  return found != answers_.end() ? std::optional(found->second) : std::nullopt;
+}
+
+}  // namespace tarni::host

@@ -1,0 +1,44 @@
+// Showing: which elements a person could see, told by the descriptions of all elements. What the
+// wire calls displayed is about geometry alone. Main thread.
+#pragma once
+
+#include <map>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "host/guard/Json.h"
+
+namespace tarni::host {
+
+class Session;
+
+// Whether the element of that description is on screen: not hidden, nor on a page that is, and not
+// clipped away.
+bool isOnScreen(const Json& description);
+
+// What ties an identifier to descriptions, which come with identifiers of their own.
+struct Looks {
+  std::string text;
+  std::string width;
+  std::string height;
+
+  static Looks of(Session& session, const std::string& id);
+  auto operator<=>(const Looks&) const = default;
+};
+
+class Showing {
+ public:
+  // Describes all, which makes earlier identifiers void. With `isOfFind` elements are told about
+  // that a find returned, which leaves out what is clipped away.
+  Showing(Session& session, bool isOfFind);
+
+  // "true" or "false"; null when no element of these looks is described, "?" when some of them are
+  // on screen and some are not.
+  std::optional<std::string> of(const Looks& looks) const;
+
+ private:
+  std::map<Looks, std::string> answers_;
+};
+
+}  // namespace tarni::host
