@@ -1,15 +1,17 @@
 #include "agent/diagnostics/Screenshots.h"
 
+#include <fcntl.h>
 #include <sys/stat.h>
+#include <unistd.h>
 
 #include <array>
 #include <atomic>
 #include <cctype>
+#include <cerrno>
 #include <chrono>
 #include <cstdio>
 #include <cstdlib>
 #include <ctime>
-#include <fstream>
 #include <span>
 
 #include "agent/core/MainThread.h"
@@ -54,16 +56,23 @@ std::string fileNamePart(const std::string& name) {
   return part;
 }
 
+// A new file, for this user alone: it shows what the program shows.
+bool isWritten(const std::string& path, std::span<const std::byte> bytes) {
+  const int file = open(path.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_NOFOLLOW | O_CLOEXEC, 0600);
+  while (file >= 0 && !bytes.empty()) {
+    const ssize_t count = write(file, bytes.data(), bytes.size());
+    if (count < 0 && errno != EINTR) break;
+    if (count > 0) bytes = bytes.subspan(static_cast<std::size_t>(count));
+  }
+  return file >= 0 && close(file) == 0 && bytes.empty();
+}
+
 // Under a hidden name first, so that nobody ever reads half a file.
 void writeAtomically(const std::string& directory, const std::string& name,
                      std::span<const std::byte> bytes) {
   const std::string path = directory + '/' + name;
   const std::string unfinished = directory + "/." + name + ".unfinished";
-  std::ofstream file(unfinished, std::ios::binary);
-  file.write(reinterpret_cast<const char*>(bytes.data()),
-             static_cast<std::streamsize>(bytes.size()));
-  file.close();
-  if (file && std::rename(unfinished.c_str(), path.c_str()) == 0) {
+  if (isWritten(unfinished, bytes) && std::rename(unfinished.c_str(), path.c_str()) == 0) {
     NSLog("Diagnostics: wrote %s", path.c_str());
     return;
   }
@@ -99,7 +108,7 @@ Task<void> recordFailure(std::string name, std::string reason) {
   const char* const directory = std::getenv(kDirectoryVariable);
   if (!directory || !*directory) co_return;
   try {
-    mkdir(directory, 0777);  // fails when it is there already
+    mkdir(directory, 0700);  // fails when it is there already
     const std::string stem = timeStamp() + '-' + fileNamePart(name);
     // The text first: drawing may let the program run on.
     writeHierarchy(directory, stem + ".txt", reason);

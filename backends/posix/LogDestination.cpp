@@ -2,6 +2,7 @@
 
 #include <fcntl.h>
 #include <poll.h>
+#include <sys/stat.h>
 #include <syslog.h>
 #include <unistd.h>
 
@@ -85,6 +86,24 @@ class SyslogDestination : public LogDestination {
   void flush() override {}
 };
 
+bool isTrusted(uid_t owner) {
+  return owner == geteuid() || owner == 0;
+}
+
+// The log has all that is typed: a new file is for this user alone, and neither a link nor a file
+// that somebody else laid is written to. -1 when it cannot be opened.
+int openPrivate(const std::string& path) {
+  struct stat info {};
+  const bool isOwnLink =
+      lstat(path.c_str(), &info) == 0 && S_ISLNK(info.st_mode) && isTrusted(info.st_uid);
+  const int flags = O_WRONLY | O_CREAT | O_APPEND | O_CLOEXEC | (isOwnLink ? 0 : O_NOFOLLOW);
+  const int file = open(path.c_str(), flags, 0600);
+  if (file < 0 || fstat(file, &info) != 0) return file;
+  if (S_ISCHR(info.st_mode) || isTrusted(info.st_uid)) return file;
+  close(file);
+  return -1;
+}
+
 }  // namespace
 
 std::unique_ptr<LogDestination> openLogDestination(std::string_view target) {
@@ -92,7 +111,7 @@ std::unique_ptr<LogDestination> openLogDestination(std::string_view target) {
   auto systemLog = std::make_unique<SyslogDestination>();
   if (target.empty()) return systemLog;
   const std::string path(target);
-  const int file = open(path.c_str(), O_WRONLY | O_CREAT | O_APPEND | O_CLOEXEC, 0644);
+  const int file = openPrivate(path);
   if (file >= 0) return std::make_unique<DescriptorDestination>(file);
   systemLog->write(0, "Cannot open the log file " + path);
   return systemLog;

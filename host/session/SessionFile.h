@@ -15,6 +15,7 @@
 #include <string>
 #include <vector>
 
+#include "host/guard/Files.h"
 #include "host/guard/Json.h"
 #include "host/session/RecordedStep.h"
 
@@ -24,6 +25,7 @@ struct RecordedSession {
   std::vector<std::string> program;
   std::string recorded;  // when, in UTC
   std::vector<RecordedStep> steps;
+  std::string whyForeign;  // why the file may not be this user's own work; "" when it is
 };
 
 // Throws std::invalid_argument "FILE:LINE: what is wrong" for a file that is no whole session, and
@@ -33,13 +35,11 @@ RecordedSession readSession(const std::filesystem::path& path);
 RecordedSession readSession(std::istream& file, const std::string& name);
 
 // Writes a session while it is being recorded: after every step the file is whole and on disk, so
-// that whatever ends the recording loses nothing. Failures are std::runtime_errors.
+// that whatever ends the recording loses nothing. Only this user can read it. Failures are
+// std::runtime_errors.
 class SessionWriter {
  public:
-  SessionWriter(std::filesystem::path path, const std::vector<std::string>& program);
-  SessionWriter(const SessionWriter&) = delete;
-  SessionWriter& operator=(const SessionWriter&) = delete;
-  ~SessionWriter();
+  SessionWriter(const std::filesystem::path& path, const std::vector<std::string>& program);
 
   // `seconds` from the start of the recording; `step` as it came.
   void add(double seconds, const Json& step);
@@ -48,8 +48,7 @@ class SessionWriter {
  private:
   void append(std::string text);
 
-  std::filesystem::path path_;
-  int descriptor_ = -1;
+  PrivateFile file_;
   long end_ = 0;  // where the next step goes, over the closing brackets
   std::size_t steps_ = 0;
 };

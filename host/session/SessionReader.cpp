@@ -1,6 +1,7 @@
-#include <fstream>
 #include <nlohmann/json.hpp>
+#include <sstream>
 #include <stdexcept>
+#include <utility>
 
 #include "host/session/SessionFile.h"
 
@@ -89,9 +90,11 @@ RecordedStep stepOf(const Lines& lines, const std::string& line) {
 }  // namespace
 
 RecordedSession readSession(const std::filesystem::path& path) {
-  std::ifstream file(path);
-  if (!file) throw std::runtime_error("cannot read " + path.string());
-  return readSession(file, path.string());
+  auto [text, whyForeign] = readFile(path);
+  std::istringstream file(std::move(text));
+  auto session = readSession(file, path.string());
+  session.whyForeign = std::move(whyForeign);
+  return session;
 }
 
 RecordedSession readSession(std::istream& file, const std::string& name) {

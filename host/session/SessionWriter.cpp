@@ -1,12 +1,7 @@
-#include <fcntl.h>
-#include <unistd.h>
-
 #include <array>
 #include <cmath>
 #include <ctime>
 #include <nlohmann/json.hpp>
-#include <stdexcept>
-#include <utility>
 
 #include "host/session/SessionFile.h"
 
@@ -31,18 +26,14 @@ std::string compact(const Json& value) {
 
 }  // namespace
 
-SessionWriter::SessionWriter(std::filesystem::path path, const std::vector<std::string>& program)
-    : path_(std::move(path)),
-      descriptor_(open(path_.c_str(), O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC, 0644)) {
-  if (descriptor_ < 0) throw std::runtime_error("cannot write " + path_.string());
+SessionWriter::SessionWriter(const std::filesystem::path& path,
+                             const std::vector<std::string>& program)
+    : file_(path) {
   const Json header = {{"tarniSession", 1}, {"program", program}, {"recorded", utcNow()}};
   auto opening = compact(header);
   opening.pop_back();
   append(opening + ",\"steps\":[");
-}
-
-SessionWriter::~SessionWriter() {
-  if (descriptor_ >= 0) close(descriptor_);
+  file_.keep();
 }
 
 void SessionWriter::add(double seconds, const Json& step) {
@@ -57,13 +48,7 @@ void SessionWriter::add(double seconds, const Json& step) {
 void SessionWriter::append(std::string text) {
   const auto end = end_ + static_cast<long>(text.size());
   text += kEnd;
-  const char* bytes = text.data();
-  for (std::size_t left = text.size(); left > 0;) {
-    const auto count = pwrite(descriptor_, bytes, left, end_ + (bytes - text.data()));
-    if (count < 0) throw std::runtime_error("cannot write " + path_.string());
-    bytes += count;
-    left -= static_cast<std::size_t>(count);
-  }
+  file_.write(text, end_);
   end_ = end;
 }
 

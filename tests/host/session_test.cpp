@@ -1,6 +1,7 @@
 // Sessions as a person meets them: what `tarni record` keeps, and what `tarni play` makes of it.
 #include <gmock/gmock.h>
 #include <signal.h>
+#include <unistd.h>
 
 #include <filesystem>
 #include <fstream>
@@ -27,6 +28,10 @@ using testing::HasSubstr;
 using testing::IsEmpty;
 using testing::Not;
 using Peer = ScriptedAgent::Peer;
+
+constexpr auto kAll = std::filesystem::perms{0666};
+constexpr auto kOwn = std::filesystem::perms{0600};
+constexpr uid_t kNobody = 65534;
 
 std::string contents(const std::filesystem::path& path) {
   std::ifstream file(path, std::ios::binary);
@@ -139,6 +144,43 @@ TEST_F(Sessions, StayWhenTheNextRecordingCannotBegin) {
   const auto other = folder_ / "other.json";
   EXPECT_NE(tarni({"record", "-o", other.string()}).code, 0);
   EXPECT_FALSE(std::filesystem::exists(other));
+}
+
+TEST_F(Sessions, AreReadByTheirUserAloneAndWrittenOverNobodyElsesLink) {
+  const auto secret = folder_ / "secret.json";
+  const auto link = folder_ / "link.json";
+  std::ofstream(file_) << "old";
+  std::filesystem::permissions(file_, kAll);
+  std::filesystem::create_symlink(secret, link);
+  for (const auto& path : {file_, link}) {
+    host::SessionWriter(path, {program_}).add(1, step("Click", "UIView", "", "kept", 0));
+    EXPECT_EQ(std::filesystem::status(path).permissions(), kOwn);
+    EXPECT_EQ(host::readSession(path).steps.size(), 1U);
+  }
+  EXPECT_TRUE(std::filesystem::is_symlink(link));
+  if (lchown(link.c_str(), kNobody, kNobody) != 0) GTEST_SKIP() << "takes root";
+  const auto result = tarni({"record", "-o", link.string()});
+  EXPECT_EQ(result.code, 5);
+  EXPECT_THAT(result.output, HasSubstr("it is a link that user 65534 laid"));
+  EXPECT_EQ(host::readSession(secret).steps.size(), 1U);
+}
+
+TEST_F(Sessions, ThatOthersMayWriteStartTheirProgramOnlyWhenTrusted) {
+  const auto proof = folder_ / "started";
+  { const host::SessionWriter writer(file_, {"touch", proof.string()}); }
+  const Program::Environment environment = {{"TARNI_LIBRARY", "/lib/x86_64-linux-gnu/libm.so.6"}};
+  std::filesystem::permissions(file_, kAll);
+  const auto refused = tarni({"play", file_.string()}, environment);
+  EXPECT_EQ(refused.code, 2);
+  EXPECT_THAT(refused.output, AllOf(HasSubstr("others may write to it: give --trust to start"),
+                                    HasSubstr("touch " + proof.string())));
+  EXPECT_FALSE(std::filesystem::exists(proof));
+  if (lchown(file_.c_str(), kNobody, kNobody) == 0) {
+    EXPECT_THAT(tarni({"play", file_.string()}, environment).output,
+                HasSubstr("it belongs to user 65534"));
+  }
+  tarni({"play", "--trust", file_.string()}, environment);
+  EXPECT_TRUE(std::filesystem::exists(proof));
 }
 
 TEST_F(Sessions, KeepEveryStepOnceAndNotWhatWasRecordedBefore) {
@@ -374,6 +416,9 @@ TEST_F(Sessions, AreReportedOnOnePageWithEverythingEscaped) {
                             step("ClickButton", "UIButton", "\\UIButton[0]", evil, 0)},
                            {"--timeout", "0.2", "--report", report.string()});
   EXPECT_EQ(result.code, 1);
+  EXPECT_EQ(std::filesystem::status(report).permissions(),
+            kOwn | std::filesystem::perms::owner_exec);
+  EXPECT_EQ(std::filesystem::status(report / "index.html").permissions(), kOwn);
   const auto page = contents(report / "index.html");
   EXPECT_THAT(page, Not(HasSubstr("<script")));
   EXPECT_THAT(page, HasSubstr("&lt;script&gt;alert(&#39;&amp;\\&quot;&#39;)&lt;/script&gt;"));

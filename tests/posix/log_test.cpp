@@ -110,6 +110,27 @@ TEST_F(LogTest, AFileGetsOneLineEachAppended) {
                   R"([0-9]{2}:[0-9]{2}:[0-9]{2}\.250 tarni\[[0-9]+\]: two\\r\\nlines\?)"));
 }
 
+TEST_F(LogTest, AFileIsForItsUserAloneAndNoLinkThatSomebodyElseLaid) {
+  const auto writeTo = [](const std::string& path) {
+    const auto log = posix::openLogDestination(path);
+    log->write(0, "secret");
+    log->flush();
+  };
+  std::filesystem::remove(path_);
+  writeTo(path_);
+  EXPECT_EQ(std::filesystem::status(path_).permissions(), std::filesystem::perms{0600});
+  const std::string link = path_ + ".link";
+  std::filesystem::create_symlink(path_, link);
+  writeTo(link);
+  EXPECT_EQ(fileLines().size(), 2U);
+  constexpr uid_t kNobody = 65534;
+  if (lchown(link.c_str(), kNobody, kNobody) == 0) {
+    writeTo(link);
+    EXPECT_EQ(fileLines().size(), 2U);
+  }
+  std::filesystem::remove(link);
+}
+
 TEST_F(LogTest, AFileThatCannotBeOpenedIsNoReasonToFail) {
   const auto destination = posix::openLogDestination("/nonexistent/folder/log");
   ASSERT_NE(destination, nullptr);

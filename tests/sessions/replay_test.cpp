@@ -288,7 +288,7 @@ TEST(ReplaysOfKeePassXC, CreateADatabaseInAFreshHome) {
   for (const auto* name : {"XDG_CONFIG_HOME", "XDG_DATA_HOME", "XDG_CACHE_HOME"}) {
     environment[name] = "";
   }
-  Program player({built("bin/tarni"), "play", kept("keepassxc.json")}, environment);
+  Program player({built("bin/tarni"), "play", "--trust", kept("keepassxc.json")}, environment);
   EXPECT_EQ(player.wait(100s), 0) << player.output();
   EXPECT_THAT(player.output(), HasSubstr("15 of 15 steps passed"));
   EXPECT_TRUE(std::filesystem::exists(home / "family.kdbx"));

@@ -7,11 +7,11 @@
 #include <nlohmann/json.hpp>
 
 #include "host/cli/Base64.h"
-#include "host/cli/Files.h"
 #include "host/cli/Session.h"
 #include "host/cli/Showing.h"
 #include "host/cli/Subcommands.h"
 #include "host/cli/Terminal.h"
+#include "host/guard/Files.h"
 #include "host/guard/Json.h"
 #include "host/guard/Printable.h"
 
@@ -75,12 +75,12 @@ std::string fileName(std::size_t number, std::size_t count, const Json& element)
 }
 
 void writePictures(const Json& elements, const std::filesystem::path& folder) {
-  std::filesystem::create_directories(folder);
+  makePrivateFolder(folder);
   std::size_t written = 0;
   for (std::size_t i = 0; i < elements.size(); ++i) {
     const auto picture = decodeBase64(textIn(elements[i], "imageBase64"));
     if (picture.empty()) continue;
-    writeFile(folder / fileName(i + 1, elements.size(), elements[i]), picture);
+    writePrivateFile(folder / fileName(i + 1, elements.size(), elements[i]), picture);
     ++written;
   }
   std::cerr << "tarni: " << written << " pictures in " << folder.string()

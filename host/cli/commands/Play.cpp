@@ -7,10 +7,10 @@
 #include <optional>
 #include <sstream>
 
-#include "host/cli/Files.h"
 #include "host/cli/Session.h"
 #include "host/cli/Subcommands.h"
 #include "host/cli/Terminal.h"
+#include "host/guard/Files.h"
 #include "host/guard/Printable.h"
 #include "host/launch/ProgramRegistry.h"
 #include "host/launch/RunningProgram.h"
@@ -41,6 +41,7 @@ struct PlayOptions {
   bool guesses = false;
   bool attaches = false;
   bool ownDisplay = false;
+  bool trusts = false;
 };
 
 std::string inSeconds(double value) {
@@ -144,14 +145,15 @@ class Play {
       throw std::invalid_argument("--in plays on the program that runs as " + session_.options.in +
                                   ": --program and --display are for one that is started");
     }
-    if (!options_.report.empty()) std::filesystem::create_directories(options_.report);
+    if (!options_.report.empty()) makePrivateFolder(options_.report);
     const auto start = Clock::now();
     if (attaches()) {
       attach();
     } else {
       startProgram();
     }
-    for (const auto& warning : played_.warnings) std::cerr << "tarni: note: " << warning << '\n';
+    for (const auto& warning : played_.warnings)
+      std::cerr << "tarni: note: " << printable(warning) << '\n';
     playSteps();
     played_.seconds = std::chrono::duration<double>(Clock::now() - start).count();
     finish();
@@ -180,6 +182,7 @@ class Play {
                                   ":1: the session does not tell its program: name it by --program "
                                   "or play with --attach-running or --in");
     }
+    if (options_.program.empty()) requireTrust(command);
     requireProgram(command.front());
     played_.program = Terminal::joined(command);
     warnOfAnother(command);
@@ -190,6 +193,15 @@ class Play {
     }
     program_.emplace(command, runOptions);
     program_->awaitAgent(Clock::now() + fromSeconds(kSecondsToStart));
+  }
+
+  // Who writes a session says what is started.
+  void requireTrust(const std::vector<std::string>& command) const {
+    if (options_.trusts || recorded_.whyForeign.empty()) return;
+    throw std::invalid_argument(options_.file + " starts a program of its own choice, and " +
+                                recorded_.whyForeign + ": give --trust to start " +
+                                inQuotes(Terminal::joined(command)) +
+                                ", or name the program by --program");
   }
 
   void warnOfAnother(const std::vector<std::string>& running) {
@@ -258,7 +270,7 @@ class Play {
         << inSeconds(played_.seconds) << '\n';
     if (options_.report.empty()) return;
     const auto page = std::filesystem::path(options_.report) / "index.html";
-    writeFile(page, reportPage(played_));
+    writePrivateFile(page, reportPage(played_));
     out << "report: " << page.string() << '\n';
   }
 
@@ -289,6 +301,10 @@ void declarePlay(CLI::App& parser, Session& session) {
                                          "play on the program that runs already (as with --in)");
   parser.add_option("--program", options->program, "start this instead of the recorded program")
       ->type_name("LINE")
+      ->excludes(attaches);
+  parser
+      .add_flag("--trust", options->trusts,
+                "start the session's program although the file is not this user's alone")
       ->excludes(attaches);
   auto* const display = parser
                             .add_option("--display", options->displaySize,

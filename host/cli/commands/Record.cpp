@@ -4,11 +4,11 @@
 #include <nlohmann/json.hpp>
 #include <optional>
 
-#include "host/cli/Files.h"
 #include "host/cli/Listening.h"
 #include "host/cli/Session.h"
 #include "host/cli/Subcommands.h"
 #include "host/cli/Terminal.h"
+#include "host/guard/Files.h"
 #include "host/guard/Json.h"
 #include "host/guard/Printable.h"
 #include "host/launch/ProgramRegistry.h"

@@ -6,10 +6,10 @@
 #include <memory>
 
 #include "host/cli/Base64.h"
-#include "host/cli/Files.h"
 #include "host/cli/SafeOutput.h"
 #include "host/cli/Session.h"
 #include "host/cli/Subcommands.h"
+#include "host/guard/Files.h"
 
 namespace tarni::host {
 
@@ -36,7 +36,7 @@ void snapshot(Session& session, const std::string& file) {
   if (file == "-") {
     SafeOutput::writeRaw(std::cout, picture);
   } else {
-    writeFile(file, picture);
+    writePrivateFile(file, picture);
   }
 }
 
