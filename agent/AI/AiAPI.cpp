@@ -6,6 +6,7 @@
 
 #include "agent/elements/UIViewFinder.h"
 #include "agent/elements/UIViewMemoryCache.h"
+#include "agent/elements/UIViewsManager.h"
 #include "agent/elements/Utilities.h"
 #include "agent/interaction/UIView_KIFAdditions.h"
 #include "platform/Platform.h"
@@ -103,17 +104,23 @@ ordered_json describe(const AiAPI& api, const UIViewRef& view) {
   return description;
 }
 
-std::vector<UIViewWeakRef> viewsOfType(const std::string& type) {
-  const std::vector<UIViewRef> views = UIViewFinder().getAllUIViewsAccordingToViewType(type);
+std::vector<UIViewWeakRef> viewsOfType(const std::string& type,
+                                       const platform::UIWindowRef& window) {
+  const std::vector<UIViewRef> views = UIViewsManager().viewsForPlayerOfType(window, type);
   return {views.begin(), views.end()};
 }
 
 }  // namespace
 
 Task<ordered_json> AiAPI::getAllViewsInformation(std::string viewType) const {
+  co_return co_await getAllViewsInformation(std::move(viewType), UIViewFinder().getCurrentWindow());
+}
+
+Task<ordered_json> AiAPI::getAllViewsInformation(std::string viewType,
+                                                 platform::UIWindowRef window) const {
   // 1. Forget what was found before; keep none of the views while pictures are drawn.
   UIViewMemoryCache::sharedInstance().clearMemoryCache();
-  const std::vector<UIViewWeakRef> views = viewsOfType(viewType);
+  const std::vector<UIViewWeakRef> views = viewsOfType(viewType, std::exchange(window, nullptr));
   // 2. Draw and describe each view; its picture is encoded beside the drawing of the next.
   ordered_json descriptions = ordered_json::array();
   PictureEncoder encoder(descriptions);

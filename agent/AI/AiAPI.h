@@ -12,9 +12,12 @@ namespace tarni {
 
 class AiAPI {
  public:
-  // Clears UIViewMemoryCache and describes every view of the type (empty: all), filing each under
-  // its "elementID". A view that goes meanwhile is left out.
+  // Clears UIViewMemoryCache and describes every view of the type (empty: all) in the current
+  // window, filing each under its "elementID". A view that goes meanwhile is left out.
   platform::Task<nlohmann::ordered_json> getAllViewsInformation(std::string viewType) const;
+  // The same for any window; null has no views.
+  platform::Task<nlohmann::ordered_json> getAllViewsInformation(std::string viewType,
+                                                                platform::UIWindowRef window) const;
 
   // The description of one view, which it files in UIViewMemoryCache.
   platform::Task<nlohmann::ordered_json> getViewProperty(platform::UIViewRef view) const;

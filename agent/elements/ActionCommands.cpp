@@ -1,3 +1,4 @@
+#include <algorithm>
 #include <nlohmann/json.hpp>
 
 #include "agent/elements/NativeCommands.h"
@@ -33,23 +34,37 @@ Task<bool> typeText(UIViewRef view, PlaybackCommand command) {
   co_return co_await interaction.performTypeTextOnUIView(view, command.dataValue.text());
 }
 
+// A person who acts on something in another window touches that window.
+Task<void> makeWindowKey(UIViewWeakRef weakElement) {
+  platform::UIApplication& application = *platform::current().application;
+  platform::UIWindowRef window;
+  if (const UIViewRef element = weakElement.lock()) window = element->window();
+  if (!window || window == application.keyWindow()) co_return;
+  const std::vector<platform::UIWindowRef> reached = application.windowsThatTakeInput();
+  if (std::ranges::find(reached, window) == reached.end()) co_return;
+  co_await application.makeKeyWindow(std::move(window));
+}
+
 // Shows the element while the action runs and for a moment after. The action may close the
 // element's window, so nothing here keeps the element over a wait.
 Task<void> actOnElement(PlaybackCommand command, Action action) {
   const platform::Platform& platform = platform::current();
-  // 1. Keep the element's border and show the highlight.
+  // 1. Turn to the element's window.
+  UIViewWeakRef sought = elementOf(command);
+  co_await makeWindowKey(std::move(sought));
   UIViewRef element = elementOf(command);
   if (!element) co_return;
+  // 2. Keep the element's border and show the highlight.
   const UIViewWeakRef weakElement = element;
   const Highlight::Border kept = Highlight::ownBorder(element);
   Highlight::highlightView(element);
   platform.transaction->flush();
-  // 2. Act.
+  // 3. Act.
   co_await action(std::move(element), command);
-  // 3. Let the application run.
+  // 4. Let the application run.
   co_await platform.application->runLoopRunInMode(platform::kCFRunLoopDefaultMode,
                                                   kAfterActionSeconds, false);
-  // 4. Bring the border back.
+  // 5. Bring the border back.
   if (const UIViewRef still = weakElement.lock()) {
     Highlight::deHighlightView(still, kept.width, kept.color);
   }
@@ -120,6 +135,8 @@ Entries swipereset(PlaybackCommand) {
 
 Entries swipeon(PlaybackCommand command) {
   // 1. The target is the element, or what fills the window when none is named.
+  UIViewWeakRef sought = elementOf(command);
+  co_await makeWindowKey(std::move(sought));
   UIViewRef target =
       command.accessorValue.text().empty() ? firstSubviewOfWindow() : elementOf(command);
   if (!target) co_return ordered_json::array();

@@ -9,6 +9,7 @@
 #include "agent/elements/UIViewsManager.h"
 #include "agent/elements/Utilities.h"
 #include "agent/elements/XpathManager.h"
+#include "platform/Platform.h"
 #include "platform/UIKit/Classes.h"
 
 namespace tarni::commands {
@@ -29,13 +30,29 @@ ordered_json collectIdentifiers() {
   return entries;
 }
 
-// Searches below `parent` (null: nowhere) and answers what was found.
-ordered_json findBelow(const UIViewRef& parent, const PlaybackCommand& command) {
-  UIViewMemoryCache::sharedInstance().clearMemoryCache();
+// Searches below `parent`; null is nowhere.
+void findBelow(const UIViewRef& parent, const PlaybackCommand& command) {
   UIViewsManager manager;
   manager.findElements(parent, command.tagName.text(), command.accessorType,
                        command.accessorValue.text());
-  return collectIdentifiers();
+}
+
+bool foundSomething() {
+  return !UIViewMemoryCache::sharedInstance().getUIViewsMemoryCache().empty();
+}
+
+// Calls `search(window)` for the current window and, as long as nothing was found, for the others
+// that take input, front to back.
+template <typename Search>
+void searchWindows(Search&& search) {
+  const platform::UIWindowRef current = UIViewFinder().getCurrentWindow();
+  search(current);
+  if (foundSomething()) return;
+  for (const auto& other : platform::current().application->windowsThatTakeInput()) {
+    if (other == current) continue;
+    search(other);
+    if (foundSomething()) return;
+  }
 }
 
 bool matchesText(const UIViewRef& field, const PlaybackCommand& command) {
@@ -81,22 +98,26 @@ Entries findelementsinsideelement(PlaybackCommand command) {
   const UIViewRef parent =
       UIViewMemoryCache::sharedInstance().getUIVIewAccordingToElementId(command.dataValue.text());
   // 3. Search below it.
-  co_return findBelow(parent, command);
+  UIViewMemoryCache::sharedInstance().clearMemoryCache();
+  findBelow(parent, command);
+  co_return collectIdentifiers();
 }
 
 Entries findeditablecomponents(PlaybackCommand command) {
   // 1. Wait for a view controller that is about to appear.
   const UIViewFinder finder;
   co_await finder.waitForViewControllerLoaded();
-  // 2. Clear the cache and take every view.
+  // 2. Clear the cache.
   UIViewMemoryCache::sharedInstance().clearMemoryCache();
-  const std::vector<UIViewRef> views = finder.getAllUIViewsAccordingToViewType("");
-  // 3. Add the text fields that match, or the one view at a position.
-  if (command.accessorType == "xpath") {
-    addViewByXpath(views, command.accessorValue.text());
-  } else {
-    addFieldsByText(views, command);
-  }
+  // 3. Of all views, add the text fields that match, or the one view at a position.
+  searchWindows([&command](const platform::UIWindowRef& window) {
+    const std::vector<UIViewRef> views = UIViewsManager().viewsForPlayerOfType(window, "");
+    if (command.accessorType == "xpath") {
+      addViewByXpath(views, command.accessorValue.text());
+    } else {
+      addFieldsByText(views, command);
+    }
+  });
   // 4. Answer what was added.
   co_return collectIdentifiers();
 }
@@ -105,14 +126,19 @@ Entries findelements(PlaybackCommand command) {
   // 1. Wait for a view controller that is about to appear.
   const UIViewFinder finder;
   co_await finder.waitForViewControllerLoaded();
-  // 2. Search the whole window.
-  co_return findBelow(finder.getCurrentWindow(), command);
+  // 2. Search the whole window, and the others when nothing in it fits.
+  UIViewMemoryCache::sharedInstance().clearMemoryCache();
+  searchWindows([&command](const platform::UIWindowRef& window) { findBelow(window, command); });
+  co_return collectIdentifiers();
 }
 
 Entries ai_findelements(PlaybackCommand command) {
-  // The answer is the array of descriptions as it is.
+  // 1. The current window, or the one of the element that the command names.
+  const UIViewRef element = elementOf(command);
+  platform::UIWindowRef window = element ? element->window() : UIViewFinder().getCurrentWindow();
+  // 2. The answer is the array of descriptions as it is.
   const AiAPI api;
-  co_return co_await api.getAllViewsInformation(command.tagName.text());
+  co_return co_await api.getAllViewsInformation(command.tagName.text(), std::move(window));
 }
 
 }  // namespace tarni::commands

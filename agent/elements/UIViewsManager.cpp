@@ -115,6 +115,14 @@ const std::vector<UIViewRef>& UIViewsManager::GetAllViews(const UIViewRef& root,
   return buffers_.views;
 }
 
+void UIViewsManager::identifyViews(const UIViewRef& root) {
+  walkSubviews(root, buffers_.levels, [](const WalkStep& step) {
+    if (step.view->isHidden()) return false;
+    tag(step, kRecordingTag);
+    return true;
+  });
+}
+
 const std::vector<UIViewRef>& UIViewsManager::GetAllViewsForPlayer(const UIViewRef& root,
                                                                    bool topLevel) & {
   if (topLevel) buffers_.views.clear();

@@ -29,6 +29,10 @@ class UIViewsManager {
   const std::vector<platform::UIViewRef>& GetAllViews(const platform::UIViewRef& root,
                                                       bool topLevel) &;
 
+  // Gives new visible views below `root` their recording tag and XPath position, and no more: for
+  // windows beside the key window.
+  void identifyViews(const platform::UIViewRef& root);
+
   // Lists all views below `root`, hidden ones included, in the same order; gives new views their
   // playback tag and XPath position and takes leftover highlights off.
   const std::vector<platform::UIViewRef>& GetAllViewsForPlayer(const platform::UIViewRef& root,

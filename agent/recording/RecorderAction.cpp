@@ -46,6 +46,13 @@ bool isStrictlyInside(const UIViewRef& candidate, const UIViewRef& touched, CGPo
          point.y > center.y - size.height / 2 && point.y < center.y + size.height / 2;
 }
 
+// The window that was touched is the one that counts for the tap, whether or not it has become the
+// key window already.
+platform::UIWindowRef windowOf(const UIViewRef& touched) {
+  const platform::UIWindowRef window = touched->window();
+  return window ? window : UIViewFinder().getCurrentWindow();
+}
+
 // The view listed last that contains the point, so that what lies on top wins. The list holds
 // hidden views as well, but those are nowhere (UIView::center).
 UIViewRef refinedView(const UIViewRef& touched, CGPoint point) {
@@ -53,7 +60,7 @@ UIViewRef refinedView(const UIViewRef& touched, CGPoint point) {
   UIViewsManager manager;
   const std::vector<UIViewRef>* candidates = &manager.GetAllViewsForPlayer(touched, true);
   if (candidates->empty()) {
-    candidates = &manager.GetAllViewsForPlayer(UIViewFinder().getCurrentWindow(), true);
+    candidates = &manager.GetAllViewsForPlayer(windowOf(touched), true);
   }
   const auto last = std::find_if(
       candidates->rbegin(), candidates->rend(),
@@ -251,7 +258,7 @@ std::string RecorderAction::getLogicalNameOfElement(const UIViewRef& view) const
 long RecorderAction::getClassNameIndexOfUIView(const UIViewRef& view) const {
   const std::string* const tag = view->layer().valueForKey(kRecordingTag);
   const auto sameClass =
-      UIViewFinder().getAllUIViewsAccordingToViewType(Utilities::getUIViewClassName(view));
+      UIViewsManager().viewsForPlayerOfType(windowOf(view), Utilities::getUIViewClassName(view));
   const auto found = std::ranges::find_if(sameClass, [tag](const UIViewRef& other) {
     const std::string* const otherTag = other->layer().valueForKey(kRecordingTag);
     return tag && otherTag && *otherTag == *tag;

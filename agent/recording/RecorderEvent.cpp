@@ -1,5 +1,6 @@
 #include "agent/recording/RecorderEvent.h"
 
+#include <algorithm>
 #include <chrono>
 #include <cmath>
 #include <thread>
@@ -49,6 +50,17 @@ std::vector<platform::UIViewWeakRef> textFieldsThereFor(const UIViewRef& view) {
   std::vector<platform::UIViewWeakRef> fields = UIViewsManager().shownTextFields(view->window());
   fields.emplace_back(GlobalVars::sharedInstance()._editAbleElement());
   return fields;
+}
+
+bool hasIdentity(const UIViewRef& view) {
+  return ElementsQueue::getTarniIdOfUIView(view).has_value();
+}
+
+// A window that has just opened has not been walked yet, and its first tap counts as well.
+void identifyViewsOfNewWindow(const UIViewRef& touched) {
+  const platform::UIWindowRef window = touched ? touched->window() : nullptr;
+  if (!window || std::ranges::any_of(window->subviews(), hasIdentity)) return;
+  UIViewsManager().identifyViews(window);
 }
 
 void queueClick(const UIViewRef& view, const platform::UIEvent& event, CGPoint point) {
@@ -132,6 +144,7 @@ void RecorderEvent::touchesBeganOnView(const UITouchRef& touch, platform::UIEven
   initialTouchPoint_ = locationOf(touch);
   isScrolling_ = false;
   platform::NSLog("Intial Coordinate: x = %f, y = %f", initialTouchPoint_.x, initialTouchPoint_.y);
+  identifyViewsOfNewWindow(view);
   if (isInSpyMode()) {
     selectForSpy(view, initialTouchPoint_);
   } else if (!IsViewIsNotOfEventType(view)) {

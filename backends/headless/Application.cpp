@@ -103,6 +103,19 @@ std::vector<platform::UIWindowRef> Application::windowsWithKeyWindow() const {
   return shown;
 }
 
+std::vector<platform::UIWindowRef> Application::windowsThatTakeInput() const {
+  std::vector<platform::UIWindowRef> shown;
+  for (const WindowRef& window : windows_) {
+    if (!window->isHidden()) shown.push_back(window);
+  }
+  return platform::windowsInReach(shown, keyWindow_);
+}
+
+platform::Task<void> Application::makeKeyWindow(platform::UIWindowRef window) {
+  if (auto own = std::dynamic_pointer_cast<Window>(window)) own->makeKeyAndVisible(*this);
+  co_return;
+}
+
 void Application::addWindow(const WindowRef& window) {
   std::erase(windows_, window);
   windows_.push_back(window);
@@ -139,7 +152,16 @@ void Application::performSendEvent(platform::UIEvent& event) {
 
 void Application::dispatch(platform::UIEvent& event) {
   eventLog_.add(event);
+  makeTouchedWindowKey(event);
   dispatcher_.dispatch(event);
+}
+
+void Application::makeTouchedWindowKey(const platform::UIEvent& event) {
+  for (const platform::UITouchRef& touch : event.allTouches()) {
+    const auto window = std::dynamic_pointer_cast<Window>(touch->window());
+    const bool isOther = window && window != keyWindow_ && touch->view();
+    if (isOther && touch->phase() == platform::UITouchPhase::Began) setKeyWindow(window);
+  }
 }
 
 void Application::endDelivery() {

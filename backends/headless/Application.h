@@ -39,6 +39,8 @@ class Application : public platform::UIApplication {
   // --- windows
   platform::UIWindowRef keyWindow() const override { return keyWindow_; }
   std::vector<platform::UIWindowRef> windowsWithKeyWindow() const override;
+  std::vector<platform::UIWindowRef> windowsThatTakeInput() const override;
+  platform::Task<void> makeKeyWindow(platform::UIWindowRef window) override;
   // Shows a window in front of the others.
   void addWindow(const WindowRef& window);
   void removeWindow(const WindowRef& window);
@@ -80,6 +82,7 @@ class Application : public platform::UIApplication {
 
   void defineMethods();
   void dispatch(platform::UIEvent& event);
+  void makeTouchedWindowKey(const platform::UIEvent& event);
   void endDelivery();
 
   platform::ObjectiveCRuntime& runtime_;

@@ -155,6 +155,7 @@ NSData* UIImageJPEGRepresentation(UIImage* image, CGFloat quality);
 @end
 
 @interface UIWindow : UIView
+- (void)makeKeyWindow;
 @end
 
 @interface UIGestureRecognizer : NSObject

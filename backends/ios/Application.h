@@ -13,6 +13,8 @@ class Application : public platform::UIApplication {
  public:
   platform::UIWindowRef keyWindow() const override;
   std::vector<platform::UIWindowRef> windowsWithKeyWindow() const override;
+  std::vector<platform::UIWindowRef> windowsThatTakeInput() const override;
+  platform::Task<void> makeKeyWindow(platform::UIWindowRef window) override;
   platform::UITouchRef makeTouch() override;
   platform::UIEvent& _touchesEvent() override;
   platform::Task<void> sendEvent(platform::UIEvent& event) override;

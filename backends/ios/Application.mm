@@ -55,6 +55,25 @@ std::vector<platform::UIWindowRef> Application::windowsWithKeyWindow() const {
   return shown;
 }
 
+std::vector<platform::UIWindowRef> Application::windowsThatTakeInput() const {
+  std::vector<platform::UIWindowRef> shown;
+  ::UIApplication* const application = shared();
+  NSArray* const all = answeredAll(application, "windows", [::UIWindow class],
+                                   [&] { return [application windows]; });
+  for (::UIWindow* window in all) {
+    const platform::UIWindowRef view = viewOf(window);
+    if (!view->isHidden() && view->isUserInteractionEnabled()) shown.push_back(view);
+  }
+  return platform::windowsInReach(shown, keyWindow());
+}
+
+platform::Task<void> Application::makeKeyWindow(platform::UIWindowRef window) {
+  const auto view = std::dynamic_pointer_cast<View>(window);
+  return completed([window = Owned(view ? (::UIWindow*)view->native() : nil)] {
+    if (window) guarded([&] { [window.get() makeKeyWindow]; });
+  });
+}
+
 platform::UITouchRef Application::makeTouch() {
   const auto touch = Owned<::UITouch*>::adopting(guarded([] { return [[::UITouch alloc] init]; }));
   return Touch::of(touch.get());

@@ -7,6 +7,7 @@
 #include <algorithm>
 
 #include "backends/posix/TouchRecord.h"
+#include "backends/qt/QtEventHook.h"
 #include "backends/qt/QtPopup.h"
 #include "backends/qt/QtProgram.h"
 #include "backends/qt/ViewRegistry.h"
@@ -41,11 +42,25 @@ UIWindowRef popupWithoutWidget() {
   return nullptr;
 }
 
+// A popup may refuse.
+void closePopups() {
+  constexpr int kMostNested = 16;
+  for (int closed = 0; closed < kMostNested; ++closed) {
+    QWidget* const popup = QApplication::activePopupWidget();
+    if (!popup) return;
+    popup->close();
+  }
+}
+
+constexpr int kLooksForFocus = 20;
+constexpr double kPauseBetweenLooks = 0.02;  // seconds
+
 }  // namespace
 
 UIWindowRef QtApplication::keyWindow() const {
   if (UIWindowRef window = shownWindow(openPopup())) return window;
   if (UIWindowRef window = popupWithoutWidget()) return window;
+  if (UIWindowRef window = chosenWindow()) return window;
   if (UIWindowRef window = shownWindow(QApplication::activeModalWidget())) return window;
   if (UIWindowRef window = shownWindow(QGuiApplication::modalWindow())) return window;
   if (UIWindowRef window = shownWindow(QApplication::activeWindow())) return window;
@@ -61,6 +76,40 @@ std::vector<UIWindowRef> QtApplication::windowsWithKeyWindow() const {
     if (UIWindowRef view = viewOfWindow(window)) windows.push_back(std::move(view));
   }
   return windows;
+}
+
+UIWindowRef QtApplication::chosenWindow() const {
+  if (!chosen_ || QGuiApplication::focusWindow() != focusedThen_) return nullptr;
+  return isBlockedByModal(*chosen_) ? nullptr : shownWindow(chosen_.data());
+}
+
+std::vector<UIWindowRef> QtApplication::windowsThatTakeInput() const {
+  std::vector<UIWindowRef> windows;
+  if (UIWindowRef key = keyWindow()) windows.push_back(std::move(key));
+  const QWindowList opened = QGuiApplication::topLevelWindows();
+  for (auto window = opened.rbegin(); window != opened.rend(); ++window) {
+    UIWindowRef view = isBlockedByModal(**window) ? nullptr : shownWindow(*window);
+    if (view && view != windows.front()) windows.push_back(std::move(view));
+  }
+  return windows;
+}
+
+platform::Task<void> QtApplication::makeKeyWindow(UIWindowRef window) {
+  const QPointer<QWindow> native = nativeWindowOf(window);
+  if (!native || native->type() == Qt::Popup) co_return;
+  std::function<void()> activate = [native] {
+    closePopups();
+    if (!native) return;
+    native->raise();
+    native->requestActivate();
+  };
+  co_await performInProgram(std::move(activate));
+  // Nothing tells that a window system does not let the program have the keyboard.
+  for (int look = 0; look < kLooksForFocus && QGuiApplication::focusWindow() != native; ++look) {
+    co_await letProgramRun(kPauseBetweenLooks);
+  }
+  chosen_ = native;
+  focusedThen_ = QGuiApplication::focusWindow();
 }
 
 platform::UITouchRef QtApplication::makeTouch() {

@@ -74,11 +74,6 @@ UITouchPhase phaseOf(const QEventPoint& point) {
   return isStationary(point) ? UITouchPhase::Stationary : UITouchPhase::Moved;
 }
 
-// Qt drops what comes to a window behind a modal one, as a view behind an alert is hit by nothing.
-bool isBlockedByModal(QWindow* window) {
-  return window && qt_window_private(window)->blockedByModalWindow;
-}
-
 // A mouse names the corner of the pixel that it points at, which lies on the edge of what begins
 // there.
 QPointF middleOfAPixel(const QWindow* window) {
@@ -103,6 +98,10 @@ std::shared_ptr<posix::TouchRecord> makeTouch(const platform::UIViewRef& view,
 }
 
 }  // namespace
+
+bool isBlockedByModal(const QWindow& window) {
+  return qt_window_private(const_cast<QWindow*>(&window))->blockedByModalWindow;
+}
 
 void postInput(std::function<void()> work) {
   auto* const dispatcher =
@@ -218,7 +217,7 @@ void QtEventHook::cancelTouches() {
 }
 
 QtEventHook::Finger QtEventHook::beginFinger(QWindow* window, QPointF local, QPointF global) {
-  bool isBlocked = isBlockedByModal(window);
+  bool isBlocked = window && isBlockedByModal(*window);
   while (window && window->parent()) {
     local += window->position();
     window = window->parent();

@@ -22,6 +22,9 @@
 
 namespace tarni::qt {
 
+// Qt drops what comes to a window behind a modal one, as a view behind an alert is hit by nothing.
+bool isBlockedByModal(const QWindow& window);
+
 class QtEventHook : public QWindowSystemEventHandler {
  public:
   // `touchesEvent` is the application's shared one. Takes the one place that Qt has for such a

@@ -110,6 +110,12 @@ Look ElementSearch::look(const RecordedStep& step, bool mayGuess) {
   look.sameClass = elementsOf(step.className);
   look.located = sureOne(step, findings, look.sameClass);
   if (look.located) return look;
+  if (const auto id = idInAnyWindow(step); !id.empty()) {
+    look.located = sureOne(step, findings, elementsOf(step.className, id));
+    if (look.located) return look;
+    // Searching and describing have made the identifiers void.
+    look.sameClass = elementsOf(step.className);
+  }
   if (const auto* const guessed = atIndex(step, look.sameClass); mayGuess && guessed != nullptr) {
     look.located = {LocatorKind::index, *guessed};
   } else {
@@ -132,10 +138,11 @@ ElementSearch::Findings ElementSearch::findingsOf(const RecordedStep& step) {
 
 // All views are described: only so their places in the tree are known, and hidden views count as
 // well for the index among a class.
-ElementSearch::Elements ElementSearch::elementsOf(const std::string& className) {
+ElementSearch::Elements ElementSearch::elementsOf(const std::string& className,
+                                                  const std::string& beside) {
   ViewTree tree;
   Elements elements;
-  for (const auto& description : client_.call({"ai_findelements"}).entries()) {
+  for (const auto& description : client_.call({"ai_findelements", "", "", beside}).entries()) {
     tree.goTo(description);
     if (textIn(description, "elementType") != className) continue;
     elements.push_back(ElementOnScreen::fromJson(description));
@@ -257,6 +264,13 @@ bool ElementSearch::hasTextInPage(const RecordedStep& step, const std::string& i
 std::vector<std::string> ElementSearch::find(const RecordedStep& step, const char* accessor,
                                              const std::string& value) {
   return client_.call({"findelements", step.className, accessor, value}).elementIds();
+}
+
+std::string ElementSearch::idInAnyWindow(const RecordedStep& step) {
+  if (!step.text.empty() && step.isTextItsOwn) {
+    if (const auto ids = find(step, "text", step.text); !ids.empty()) return ids.front();
+  }
+  return idAtPosition(step);
 }
 
 std::string ElementSearch::idAtPosition(const RecordedStep& step) {

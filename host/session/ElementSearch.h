@@ -86,7 +86,8 @@ class ElementSearch {
   };
 
   Findings findingsOf(const RecordedStep& step);
-  Elements elementsOf(const std::string& className);
+  // Those of the current window; of the window of the element `beside`, when one is named.
+  Elements elementsOf(const std::string& className, const std::string& beside = "");
   std::optional<Located> sureOne(const RecordedStep& step, const Findings& findings,
                                  const Elements& all);
   Look lookInPage(const RecordedStep& step, bool mayGuess);
@@ -105,6 +106,9 @@ class ElementSearch {
 
   std::vector<std::string> find(const RecordedStep& step, const char* accessor,
                                 const std::string& value);
+  // Of an element that fits: the agent searches the windows beside the current one when nothing in
+  // that fits. "" when there is none.
+  std::string idInAnyWindow(const RecordedStep& step);
   // The identifier of the only element at the recorded position; "" when there is none.
   std::string idAtPosition(const RecordedStep& step);
   Features featuresOf(const std::string& id);

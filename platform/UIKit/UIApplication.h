@@ -28,6 +28,13 @@ class UIApplication {
   // The key window and all others that are shown.
   virtual std::vector<UIWindowRef> windowsWithKeyWindow() const = 0;
 
+  // Those of them that take touches, front to back, the key window first: none that a modal window
+  // keeps from the user.
+  virtual std::vector<UIWindowRef> windowsThatTakeInput() const = 0;
+  // Makes the window the key window and brings it to the front, as a finger on it does. What keeps
+  // a finger from it only until it is touched beside (an open menu) is closed.
+  virtual Task<void> makeKeyWindow(UIWindowRef window) = 0;
+
   // A fresh touch with nothing set.
   virtual UITouchRef makeTouch() = 0;
   // The one touches event of the application, cleared and refilled for every send.
@@ -52,6 +59,12 @@ class UIApplication {
  private:
   std::map<const void*, std::any> associatedObjects_;
 };
+
+// Of windows that are shown, back to front: those that a finger can reach, front to back, the key
+// window first. One whose middle lies below another that takes the touch there (that of an alert)
+// is out of reach.
+std::vector<UIWindowRef> windowsInReach(const std::vector<UIWindowRef>& shown,
+                                        const UIWindowRef& key);
 
 class UIScreen {
  public:

@@ -23,7 +23,16 @@ int run() {
   static auto& environment = *new headless::Environment;
   environment.install();
   const auto window = environment.makeWindow();
-  headless::build<headless::Button>("Close order").frame({{20, 780}, {350, 44}}).in(*window);
+  const auto close =
+      headless::build<headless::Button>("Close order").frame({{20, 780}, {350, 44}}).in(*window);
+  const auto second = std::make_shared<headless::Window>(platform::CGRect{{20, 20}, {350, 60}});
+  environment.application().addWindow(second);
+  headless::build<headless::Button>("Press here")
+      .frame({{10, 10}, {200, 40}})
+      .with([&](headless::Button& button) {
+        button.onTap([close = close.get()] { close->setTitle("again=1"); });
+      })
+      .in(*second);
   const auto view =
       headless::build<headless::WebView>().frame({{0, 100}, {390, 600}}).in(*window).get();
   OrderPage page([&] {

@@ -5,6 +5,7 @@
 
 @interface PageDelegate : NSObject <UIApplicationDelegate, UIScriptEngine> {
   UIWindow* window_;
+  UIButton* close_;
   UIWebView* view_;
   tarni::test::OrderPage* page_;
 }
@@ -24,13 +25,25 @@
   UIButton* const close = [[UIButton alloc] initWithFrame:NSMakeRect(20, 780, 350, 44)];
   [close setTitle:@"Close order" forState:0];
   [window_ addSubview:[close autorelease]];
+  close_ = close;
+  UIWindow* const second = [[UIWindow alloc] initWithFrame:NSMakeRect(20, 20, 350, 60)];
+  UIButton* const again = [[UIButton alloc] initWithFrame:NSMakeRect(10, 10, 200, 40)];
+  [again setTitle:@"Press here" forState:0];
+  [again addTarget:self action:@selector(pressedAgain) forControlEvents:UIControlEventTouchUpInside];
+  [second addSubview:[again autorelease]];
   view_ = [[UIWebView alloc] initWithFrame:NSMakeRect(0, 100, 390, 600)];
   [window_ addSubview:view_];
   page_ = new tarni::test::OrderPage([self] { [self load]; });
   [view_ setEngine:self];
   [window_ makeKeyAndVisible];
+  [second makeKeyAndVisible];
+  [window_ makeKeyWindow];
   [self touchPicture];
   return YES;
+}
+
+- (void)pressedAgain {
+  [close_ setTitle:@"again=1" forState:0];
 }
 
 - (void)load {

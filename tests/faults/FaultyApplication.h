@@ -19,6 +19,12 @@ class FaultyApplication : public platform::UIApplication {
   std::vector<platform::UIWindowRef> windowsWithKeyWindow() const override {
     return real_.windowsWithKeyWindow();
   }
+  std::vector<platform::UIWindowRef> windowsThatTakeInput() const override {
+    return real_.windowsThatTakeInput();
+  }
+  platform::Task<void> makeKeyWindow(platform::UIWindowRef window) override {
+    return real_.makeKeyWindow(std::move(window));
+  }
   platform::UITouchRef makeTouch() override { return real_.makeTouch(); }
   platform::UIEvent& _touchesEvent() override { return real_._touchesEvent(); }
   platform::Task<void> sendEvent(platform::UIEvent& event) override {

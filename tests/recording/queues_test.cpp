@@ -78,6 +78,8 @@ TEST_F(Bucket, SecondRecordOfAViewIsRefusedUntilTheBucketIsEmptied) {
 }
 
 TEST_F(Bucket, ViewWithoutIdentityIsDroppedSilently) {
+  button("known", 50);
+  walk();
   const auto fresh = button("fresh", 0);
   environment.log().clear();
   environment.finger().tap(*fresh);

@@ -102,6 +102,22 @@ TEST_F(Steps, LabelWithNothingBelowItLooksOverTheWholeWindow) {
   EXPECT_EQ(objectOf(stepOfTap(*leaf)).at("sahiText"), "over");
 }
 
+TEST_F(Steps, FirstTapInAWindowBesideTheKeyWindowIsItsOwn) {
+  build<Button>("Save").frame({{0, 0}, {50, 30}}).in(*window);
+  walk();
+  const auto other = std::make_shared<headless::Window>(platform::CGRect{{0, 400}, {390, 100}});
+  environment.application().addWindow(other);
+  const auto save = build<Button>("Save").frame({{0, 0}, {50, 30}}).in(*other);
+  environment.finger().tap(*save);
+  runWorker();
+  const auto steps = takeSteps();
+  ASSERT_EQ(steps.size(), 1U) << "though no walk has seen the window";
+  EXPECT_EQ(objectOf(steps[0]).at("index"), "0") << "in its own window";
+  EXPECT_EQ(objectOf(steps[0]).at("xpath:position"), "\\UIButton[0]");
+  EXPECT_EQ(environment.application().keyWindow(), other);
+  environment.application().removeWindow(other);
+}
+
 TEST_F(Steps, WhatIsHiddenTakesNoTap) {
   const auto pages = build<View>().frame({{0, 0}, {200, 200}}).in(*window);
   build<headless::Label>("shown").frame({{0, 0}, {200, 40}}).in(*pages);

@@ -308,6 +308,8 @@ KEPT(UIView*, view, setView)
 - (UIWindow*)window { return self; }
 - (UIResponder*)nextResponder { return [UIApplication sharedApplication]; }
 
+- (void)makeKeyWindow { [[UIApplication sharedApplication] setKeyWindow:self]; }
+
 - (void)makeKeyAndVisible {
   [[UIApplication sharedApplication] addWindow:self];
   [[UIApplication sharedApplication] setKeyWindow:self];
@@ -341,6 +343,7 @@ KEPT(UIView*, view, setView)
     NSSet* const touches = [NSSet setWithObject:touch];
     switch ([touch phase]) {
       case 0:
+        if (view && [[UIApplication sharedApplication] keyWindow] != self) [self makeKeyWindow];
         [view touchesBegan:touches withEvent:event];
         break;
       case 1:

@@ -1,0 +1,65 @@
+// A window beside the key window: what is looked for in vain in that one is found in the other, and
+// acting there makes it the key window.
+#include <gmock/gmock.h>
+
+#include "tests/conformance/Subject.h"
+
+namespace tarni::test {
+namespace {
+
+struct TwoWindows {
+  const char* name;
+  const char* program;
+  const char* opensTheSecond;  // the text of a button; null for a window that is there already
+  const char* inTheFirst;      // the text of a button
+};
+
+class ConformanceWindows : public testing::TestWithParam<TwoWindows> {
+ protected:
+  static Program::Environment environment() {
+    Program::Environment environment = agentEnvironment();
+    environment["QT_QUICK_BACKEND"] = "software";
+    return environment;
+  }
+  std::string button(const char* text) const { return playback_.one("UIButton", "text", text); }
+  bool shows(const std::string& text) const { return !playback_.find("", "text", text).empty(); }
+  // Of the window of that element; of the current one for none.
+  std::vector<std::string> buttonsBeside(const std::string& element) const {
+    std::vector<std::string> texts;
+    for (const auto& described : playback_.ask({{"functionname", "ai_findelements"},
+                                                {"tagname", "UIButton"},
+                                                {"accessorvalue", element}})) {
+      texts.push_back(described["text"]);
+    }
+    return texts;
+  }
+
+  const Program program_{{built("bin/" + std::string(GetParam().program))}, environment()};
+  const Playback playback_;
+};
+
+TEST_P(ConformanceWindows, BesideTheKeyWindowAreReachedAsWell) {
+  const auto [name, program, opensTheSecond, inTheFirst] = GetParam();
+  if (opensTheSecond) playback_.command("clickelement", button(opensTheSecond));
+  ASSERT_TRUE(eventually([&] { return shows("Press here"); }));
+  // Whichever is the key window, the other one becomes it.
+  playback_.command("clickelement", button(inTheFirst));
+  EXPECT_THAT(buttonsBeside(""), testing::Contains(inTheFirst));
+  EXPECT_THAT(buttonsBeside(button("Press here")), testing::Not(testing::Contains(inTheFirst)));
+  playback_.command("clickelement", button("Press here"));
+  EXPECT_THAT(buttonsBeside(""), testing::Contains("Press here"));
+  EXPECT_TRUE(eventually([&] { return shows("again=1"); }));
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    On, ConformanceWindows,
+    testing::Values(TwoWindows{"Headless", "tarni-headless-page", nullptr, "Close order"},
+                    TwoWindows{"Qt5", "qt-controls-5", "Window…", "Press"},
+                    TwoWindows{"Qt6", "qt-controls-6", "Window…", "Press"},
+                    TwoWindows{"Quick5", "quick-controls-5", "Window…", "Press"},
+                    TwoWindows{"Quick6", "quick-controls-6", "Window…", "Press"},
+                    TwoWindows{"iOS", "ios-page", nullptr, "Close order"}),
+    [](const auto& info) { return std::string(info.param.name); });
+
+}  // namespace
+}  // namespace tarni::test
