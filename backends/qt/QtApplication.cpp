@@ -24,7 +24,7 @@ bool isForUser(const QWindow& window) {
 }
 
 UIWindowRef shownWindow(QWidget* widget) {
-  return widget && widget->isVisible() ? viewOfWidget(widget->window()) : nullptr;
+  return widget && widget->isVisible() ? windowOfWidget(widget) : nullptr;
 }
 
 UIWindowRef shownWindow(QWindow* window) {

@@ -55,9 +55,20 @@ QRect QtView::shape() const {
   return widget_ && isLaidOut(*widget_) ? widget_->rect() : QRect();
 }
 
+// A popup is a window whatever it shows: it stands for what it was opened from, and what closes it
+// stands in it.
+bool QtView::isInSoleWindow() const {
+  if (!widget_ || !widget_->isWindow() || widget_->windowType() == Qt::Popup) return false;
+  return kind_ != Kind::View && kind_ != Kind::Menu && kind_ != Kind::WebView;
+}
+
+bool QtView::isWindow() const {
+  return widget_ && widget_->isWindow() && !isInSoleWindow();
+}
+
 platform::Class QtView::getClass() const {
   if (!widget_) return class_;
-  const Kind now = widget_->isWindow() ? Kind::Window : kind();
+  const Kind now = isWindow() ? Kind::Window : kind();
   if (now != classKind_) {
     classKind_ = now;
     class_ = classFor(widget_->metaObject(), now);
@@ -66,6 +77,7 @@ platform::Class QtView::getClass() const {
 }
 
 UIViewRef QtView::superview() const {
+  if (isInSoleWindow()) return windowOfWidget(widget_);
   return widget_ && !widget_->isWindow() ? viewOfWidget(widget_->parentWidget()) : nullptr;
 }
 
@@ -103,7 +115,7 @@ std::span<const UIViewRef> QtView::subviews() const {
 }
 
 UIViewRef QtView::outside() const {
-  const bool isPopup = widget_ && widget_->isWindow() && widget_ == openPopup();
+  const bool isPopup = isWindow() && widget_ == openPopup();
   return isPopup ? QtPopupOutside::shared() : nullptr;
 }
 
@@ -120,7 +132,8 @@ bool QtView::isUpToDate() const {
 platform::CGRect QtView::frame() const {
   if (!widget_) return {};
   const QRect own = shownShape();
-  if (widget_->isWindow()) return toCGRect({widget_->mapToGlobal(own.topLeft()), own.size()});
+  if (isWindow()) return toCGRect({widget_->mapToGlobal(own.topLeft()), own.size()});
+  if (widget_->isWindow()) return toCGRect(own);
   QPoint origin = widget_->pos();
   const QWidget* const parent = widget_->parentWidget();
   if (scrollAreaOfViewport(parent)) origin += parent->pos();
@@ -151,7 +164,7 @@ bool QtView::isHidden() const {
 
 bool QtView::isOpaque() const {
   if (!widget_) return false;
-  if (widget_->isWindow()) return !widget_->testAttribute(Qt::WA_TranslucentBackground);
+  if (isWindow()) return !widget_->testAttribute(Qt::WA_TranslucentBackground);
   return widget_->testAttribute(Qt::WA_OpaquePaintEvent) || widget_->autoFillBackground();
 }
 

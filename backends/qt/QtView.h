@@ -1,4 +1,5 @@
-// QtView: the view of one widget. A top-level widget is a view of the kind UIWindow. The kinds of
+// QtView: the view of one widget. A top-level widget is a view of the kind UIWindow, and a control
+// that is one stands in a window of its own (QtSoleWindow.h). The kinds of
 // widgets add to it in QtControls.h, QtScrollView.h, QtItemView.h and QtBars.h. GUI thread.
 //
 // The viewport of a scroll area is no view of its own: what stands in it are the scroll area's
@@ -21,6 +22,9 @@ class QtView : public QtViewBase {
   QWidget* widget() const final { return widget_; }
   QRect shape() const override;
 
+  // True for a top-level widget that is a control itself.
+  bool isInSoleWindow() const;
+
   platform::Class getClass() const final;
   platform::UIViewRef superview() const final;
   std::span<const platform::UIViewRef> subviews() const final;
@@ -42,7 +46,7 @@ class QtView : public QtViewBase {
   std::optional<std::string> accessibilityHint() const final;
 
  protected:
-  // The kind while the widget is no window; some change it with their contents.
+  // The kind while the view is no window; some change it with their contents.
   virtual Kind kind() const { return kind_; }
   // The child whose children are taken for this view's own.
   virtual const QWidget* transparentChild() const { return nullptr; }
@@ -56,6 +60,7 @@ class QtView : public QtViewBase {
   template <typename Visit>
   bool everySubwidget(Visit&& visit) const;
   bool isUpToDate() const;
+  bool isWindow() const;
   // The rest of the screen while the widget is the popup that holds the user, otherwise null.
   platform::UIViewRef outside() const;
 

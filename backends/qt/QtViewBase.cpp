@@ -15,8 +15,7 @@ using platform::CGPoint;
 using platform::CGRect;
 
 platform::UIWindowRef QtViewBase::window() const {
-  QWidget* const drawing = widget();
-  return drawing ? viewOfWidget(drawing->window()) : nullptr;
+  return windowOfWidget(widget());
 }
 
 QWindow* QtViewBase::nativeWindow() const {

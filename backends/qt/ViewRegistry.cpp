@@ -8,6 +8,7 @@
 
 #include "backends/qt/QtExtension.h"
 #include "backends/qt/QtPages.h"
+#include "backends/qt/QtSoleWindow.h"
 #include "backends/qt/ViewFactory.h"
 
 namespace tarni::qt {
@@ -15,6 +16,7 @@ namespace {
 
 struct Registry {
   std::unordered_map<const QObject*, std::shared_ptr<QtView>> views;
+  std::unordered_map<const QObject*, std::shared_ptr<QtSoleWindow>> soleWindows;
   std::unordered_set<const QObject*> own;  // widgets of the agent
 };
 
@@ -28,8 +30,10 @@ std::shared_ptr<QtView> makeKnown(QWidget& widget) {
   std::shared_ptr<QtView> view = extensions().makeView(widget);
   if (!view) view = makeView(widget);
   registry().views.insert_or_assign(&widget, view);
-  QObject::connect(&widget, &QObject::destroyed,
-                   [](QObject* gone) { registry().views.erase(gone); });
+  QObject::connect(&widget, &QObject::destroyed, [](QObject* gone) {
+    registry().views.erase(gone);
+    registry().soleWindows.erase(gone);
+  });
   watchPages(widget);
   return view;
 }
@@ -46,6 +50,16 @@ platform::UIViewRef viewOfWidget(QWidget* widget) {
   return makeKnown(*widget);
 }
 
+platform::UIWindowRef windowOfWidget(QWidget* widget) {
+  if (!widget) return nullptr;
+  QWidget* const top = widget->window();
+  const platform::UIViewRef view = viewOfWidget(top);
+  if (!view || !static_cast<const QtView&>(*view).isInSoleWindow()) return view;
+  std::shared_ptr<QtSoleWindow>& window = registry().soleWindows[top];
+  if (!window || window->widget() != top) window = std::make_shared<QtSoleWindow>(*top);
+  return window;
+}
+
 QWidget* widgetOfView(const platform::UIViewRef& view) {
   const auto* const ours = dynamic_cast<const QtViewCore*>(view.get());
   return ours ? ours->widget() : nullptr;
@@ -60,7 +74,7 @@ platform::UIWindowRef viewOfWindow(QWindow* window) {
   // Without a platform window there is nothing that anybody could see or touch.
   if (!window || !window->handle()) return nullptr;
   QWidget* const widget = QWidget::find(window->winId());
-  return widget ? viewOfWidget(widget->window()) : extensions().viewOfWindow(*window);
+  return widget ? windowOfWidget(widget) : extensions().viewOfWindow(*window);
 }
 
 void hideFromWalks(QWidget* widget) {

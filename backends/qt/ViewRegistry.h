@@ -15,9 +15,13 @@ QT_END_NAMESPACE
 
 namespace tarni::qt {
 
-// The view of a widget (a top-level widget gives a view of the kind UIWindow). Null for null and
-// for widgets of the agent itself (highlights, toasts).
+// The view of a widget (a top-level widget gives a view of the kind UIWindow, unless it is a
+// control that stands in one, see QtSoleWindow.h). Null for null and for widgets of the agent
+// itself (highlights, toasts).
 platform::UIViewRef viewOfWidget(QWidget* widget);
+
+// The window-kind view that the widget's view is or stands in; null as above.
+platform::UIWindowRef windowOfWidget(QWidget* widget);
 
 // The widget that draws the view: the widget itself, or the item view of a row, the tab bar of a
 // tab. Null when it has gone, and for views of other backends.

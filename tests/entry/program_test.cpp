@@ -132,7 +132,7 @@ TEST(Program, StaysInTheFieldWhileCompletionsAreOffered) {
   completer.setCompletionPrefix("al");
   completer.complete();
   ASSERT_TRUE(runUntil([&] { return completer.popup()->isVisible(); }));
-  EXPECT_EQ(current().application->keyWindow(), qt::viewOfWidget(&field));
+  EXPECT_EQ(current().application->keyWindow(), qt::windowOfWidget(&field));
 }
 
 TEST(Program, KeepsItsFocusAndItsViewsWhenAnAlertIsShown) {

@@ -123,13 +123,28 @@ TEST(Kinds, AButtonThatIsCalledASwitchIsOne) {
   EXPECT_TRUE(button->isChecked());
 }
 
-TEST(Kinds, TopLevelWidgetsAreWindowsWhateverTheyAre) {
+TEST(Kinds, ATopLevelWidgetIsAWindowAndAControlThatIsOneStandsInAWindow) {
   QMessageBox question;
-  QPushButton alone;
   EXPECT_EQ(classOf(viewOf(question)), "UIWindow");
-  EXPECT_EQ(classOf(viewOf(alone)), "UIWindow");
-  EXPECT_EQ(viewOf(alone)->window(), viewOf(alone));
-  EXPECT_EQ(viewOf(alone)->superview(), nullptr);
+  EXPECT_EQ(viewOf(question)->window(), viewOf(question));
+  QRadioButton alone("Alone");
+  alone.setWindowTitle("Title");
+  alone.resize(400, 40);
+  show(alone);
+  const UIViewRef button = viewOf(alone);
+  const UIViewRef window = button->window();
+  EXPECT_EQ(qt::viewOfWindow(alone.windowHandle()), window);
+  EXPECT_EQ(classOf(window), "UIWindow");
+  EXPECT_EQ(window->accessibilityLabel(), "Title");
+  EXPECT_EQ(window->superview(), nullptr);
+  EXPECT_EQ(window->bounds().size, (CGSize{400, 40}));
+  EXPECT_EQ(subviewsOf(window), std::vector{button});
+  EXPECT_EQ(classOf(button), "UIButton");
+  EXPECT_EQ(button->superview(), window);
+  EXPECT_EQ(button->frame().size, button->bounds().size);
+  EXPECT_EQ(button->convertPointToWindow({0, 0}), button->frame().origin);
+  EXPECT_EQ(window->hitTest(button->center()), button);
+  EXPECT_EQ(window->hitTest({390, 20}), window) << "beside what a click works on";
 }
 
 TEST(Kinds, AClassThatIsBothWindowAndViewIsOfTheKindThatItIsNow) {

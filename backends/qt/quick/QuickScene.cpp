@@ -42,7 +42,7 @@ QWindow* topLevelOfScene(QQuickWindow& scene) {
 
 platform::UIWindowRef windowViewOfScene(QQuickWindow& scene) {
   QWidget* const host = sceneHost(scene);
-  return host ? viewOfWidget(host->window()) : viewOfWindow(&scene);
+  return host ? windowOfWidget(host) : viewOfWindow(&scene);
 }
 
 QPointF originOfScene(const QQuickWindow& scene) {
