@@ -47,6 +47,8 @@ class BareApplication : public platform::UIApplication {
 
   platform::UIWindowRef keyWindow() const override { return nullptr; }
   std::vector<platform::UIWindowRef> windowsWithKeyWindow() const override { return {}; }
+  std::vector<platform::UIWindowRef> windowsThatTakeInput() const override { return {}; }
+  Task<void> makeKeyWindow(platform::UIWindowRef /*window*/) override { co_return; }
   platform::UITouchRef makeTouch() override { return std::make_shared<posix::TouchRecord>(); }
   platform::UIEvent& _touchesEvent() override { return event_; }
   Task<void> sendEvent(platform::UIEvent& /*event*/) override { co_return; }
