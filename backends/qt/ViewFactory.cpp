@@ -1,12 +1,14 @@
 #include "backends/qt/ViewFactory.h"
 
 #include <QtWidgets/QAbstractSpinBox>
+#include <QtWidgets/QGraphicsView>
 #include <QtWidgets/QScrollBar>
 #include <QtWidgets/QSlider>
 #include <QtWidgets/QToolButton>
 
 #include "backends/qt/QtBars.h"
 #include "backends/qt/QtControls.h"
+#include "backends/qt/QtGraphicsView.h"
 #include "backends/qt/QtItemView.h"
 #include "backends/qt/QtScrollView.h"
 #include "backends/qt/QtSubControls.h"
@@ -43,6 +45,9 @@ std::shared_ptr<QtView> makeView(QWidget& widget) {
     case Kind::TextView:
       return std::make_shared<QtTextView>(widget, kind);
     case Kind::ScrollView:
+      if (qobject_cast<QGraphicsView*>(&widget)) {
+        return std::make_shared<QtGraphicsView>(widget, kind);
+      }
       return std::make_shared<QtScrollView>(widget, kind);
     case Kind::TableView:
       return std::make_shared<QtItemView>(widget, kind);
