@@ -6,8 +6,8 @@
 #include <QtWidgets/QGraphicsProxyWidget>
 #include <QtWidgets/QGraphicsView>
 #include <algorithm>
-#include <ranges>
 #include <unordered_map>
+#include <utility>
 
 #include "backends/qt/QtText.h"
 #include "platform/UIKit/Classes.h"
@@ -126,17 +126,18 @@ UIViewRef QtGraphicsView::partAt(const QPoint& point) const {
 }
 
 void QtGraphicsView::renewItems() const {
-  const QList<QGraphicsItem*> foremostFirst =
-      graphicsView().items(graphicsView().viewport()->rect());
-  const auto backToFront = std::views::reverse(foremostFirst);
+  QList<QGraphicsItem*> backToFront = graphicsView().items(graphicsView().viewport()->rect());
+  std::reverse(backToFront.begin(), backToFront.end());
   const auto fits = [](const QGraphicsItem* item, const auto& known) {
     return known->item() == item;
   };
-  if (std::ranges::equal(backToFront, items_, fits)) return;
+  if (std::equal(backToFront.cbegin(), backToFront.cend(), items_.begin(), items_.end(), fits)) {
+    return;
+  }
   std::unordered_map<const QGraphicsItem*, std::shared_ptr<QtGraphicsItem>> known;
   for (const auto& item : items_) known.emplace(item->item(), item);
   items_.clear();
-  for (QGraphicsItem* const item : backToFront) {
+  for (QGraphicsItem* const item : std::as_const(backToFront)) {
     const auto same = known.find(item);
     items_.push_back(same != known.end() ? same->second : makeItem(*item));
   }
