@@ -1,0 +1,149 @@
+#include "bench/Describing.h"
+
+#include <benchmark/benchmark.h>
+
+#include <cmath>
+#include <nlohmann/json.hpp>
+
+#include "agent/AI/AiAPI.h"
+#include "agent/elements/UIViewFinder.h"
+#include "agent/elements/UIViewMemoryCache.h"
+#include "agent/elements/UIViewsManager.h"
+#include "agent/elements/Utilities.h"
+#include "agent/elements/XpathManager.h"
+#include "agent/recording/RecorderAction.h"
+#include "bench/RatioReporter.h"
+
+namespace tarni::bench {
+namespace {
+
+using platform::UIViewRef;
+using platform::UIWindowRef;
+
+// The pictures of a chain are as many drawings of all of it as it has views, whatever their size.
+constexpr platform::CGSize kChain{120, 40};
+
+// What is asked of the window; true when it was answered as it should.
+using Question = std::function<bool(const UIWindowRef&)>;
+
+platform::Task<void> describe(std::string type, std::size_t& described) {
+  const nlohmann::ordered_json answer = co_await AiAPI().getAllViewsInformation(std::move(type));
+  benchmark::DoNotOptimize(Utilities::convertNSArrayToString(answer));
+  described = answer.size();
+}
+
+std::size_t found(const UIWindowRef& window, const std::string& tag, const std::string& type,
+                  const std::string& value) {
+  UIViewMemoryCache& cache = UIViewMemoryCache::sharedInstance();
+  cache.clearMemoryCache();
+  UIViewsManager().findElements(window, tag, type, value);
+  return cache.getAllUIViewsIdentifier().size();
+}
+
+UIViewRef lastView(const UIWindowRef& window) {
+  UIViewsManager manager;
+  const auto& views = manager.GetAllViewsForPlayer(window, true);
+  return views.empty() ? nullptr : views.back();
+}
+
+void ask(benchmark::State& state, const Screens& screens, Shape shape, long count,
+         const Question& question) {
+  const UIWindowRef window = screens.show(shape, count);
+  if (UIViewFinder().getCurrentWindow() != window || !lastView(window)) {
+    return state.SkipWithError("the window is not the key window");
+  }
+  for (auto _ : state) {
+    if (!question(window)) return state.SkipWithError("not the answer");
+  }
+}
+
+const char* nameOf(Shape shape) {
+  return shape == Shape::Flat ? "flat" : shape == Shape::Tree ? "tree" : "chain";
+}
+
+void measure(const Screens& screens, Shape shape, long count) {
+  const auto add = [&](const std::string& what, const Question& question) {
+    const std::string name = what + "_" + screens.toolkit + "_" + nameOf(shape);
+    benchmark::RegisterBenchmark(
+        (name + "/" + std::to_string(count)).c_str(),
+        [=](benchmark::State& state) { ask(state, screens, shape, count, question); })
+        ->UseRealTime()
+        ->Unit(benchmark::kMillisecond);
+  };
+  const auto describes = [&screens](const std::string& type) {
+    return [finish = screens.finish, type](const UIWindowRef&) {
+      std::size_t described = 0;
+      finish(describe(type, described));
+      return described > 0;
+    };
+  };
+  const auto finds = [](const std::string& type, const std::string& value) {
+    return [=](const UIWindowRef& window) { return found(window, "", type, value) > 0; };
+  };
+  add("describe_all", describes(""));
+  add("describe_buttons", describes("UIButton"));
+  add("find_by_text", finds("text", "Button 0"));
+  add("find_by_part", finds("partialtext", "button 0"));
+  add("find_by_class",
+      [](const UIWindowRef& window) { return found(window, "UIButton", "", "") > 0; });
+  add("find_by_xpath", [](const UIWindowRef& window) {
+    const auto path =
+        XpathManager::sharedInstance().getPositionXpathOfUIView(window->subviews().front());
+    return path && found(window, "", "xpath", *path) == 1;
+  });
+  // What the recorder does while the program waits.
+  add("tap", [](const UIWindowRef& window) {
+    StepRequest request{"Click", lastView(window), "", {1, 1}};
+    request.isTouchPending = true;
+    return !RecorderAction().describeStep(request)->object.empty();
+  });
+}
+
+void aim(const Screens& screens, const std::string& what, const std::string& words) {
+  for (const Shape shape : {Shape::Flat, Shape::Tree}) {
+    const std::string name = what + "_" + screens.toolkit + "_" + nameOf(shape);
+    compare({name + "/100000", name + "/10000", 12, false,
+             words + " 100,000 views (" + screens.toolkit + ", " + nameOf(shape) + ")",
+             "the same of 10,000"});
+  }
+}
+
+// A place of its own.
+platform::CGRect cell(long number, long count, platform::CGSize window) {
+  const auto columns = static_cast<long>(
+      std::ceil(std::sqrt(static_cast<double>(count) * window.width / window.height)));
+  const long rows = (count + columns - 1) / columns;
+  const auto edge = [](long at, long of, double length) {
+    return std::floor(length * static_cast<double>(at) / static_cast<double>(of));
+  };
+  const long column = number % columns;
+  const long row = number / columns;
+  const double x = edge(column, columns, window.width);
+  const double y = edge(row, rows, window.height);
+  return {{x, y},
+          {edge(column + 1, columns, window.width) - x, edge(row + 1, rows, window.height) - y}};
+}
+
+}  // namespace
+
+void measureDescribing(const Screens& screens) {
+  for (const Shape shape : {Shape::Flat, Shape::Tree}) {
+    for (const long count : {1000L, 10'000L, 100'000L}) measure(screens, shape, count);
+  }
+  for (const long count : screens.chains) measure(screens, Shape::Chain, count);
+  aim(screens, "describe_all", "describe");
+  aim(screens, "describe_buttons", "describe the buttons among");
+  aim(screens, "find_by_text", "find by text among");
+  aim(screens, "tap", "record a tap among");
+}
+
+platform::CGRect placeOf(Shape shape, long number, long count, platform::CGSize window) {
+  if (shape == Shape::Chain) return {{}, kChain};
+  if (shape == Shape::Flat || number < 10) {
+    return cell(number, shape == Shape::Flat ? count : 10, window);
+  }
+  const double offset = static_cast<double>(number % 10);
+  return {{offset, offset}, {100, 80}};
+}
+
+}  // namespace tarni::bench

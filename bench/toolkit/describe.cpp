@@ -1,0 +1,107 @@
+// Screens of the toolkit's widgets and of Qt Quick's items, to be described.
+#include <QtQml/QQmlComponent>
+#include <QtQml/QQmlEngine>
+#include <QtQuick/QQuickItem>
+#include <QtQuick/QQuickWindow>
+#include <QtWidgets/QApplication>
+#include <QtWidgets/QLabel>
+#include <QtWidgets/QPushButton>
+#include <memory>
+
+#include "backends/qt/ViewRegistry.h"
+#include "bench/Describing.h"
+
+namespace tarni::bench {
+namespace {
+
+constexpr platform::CGSize kWindow{1000, 800};
+void finish(platform::Task<void> work) {
+  bool ended = false;
+  platform::spawn(std::move(work), [&](const std::exception_ptr&) { ended = true; });
+  while (!ended) QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
+}
+
+void letItShow(const std::function<bool()>& isShown) {
+  while (!isShown()) QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
+  for (int i = 0; i < 10; ++i) QCoreApplication::processEvents();
+}
+
+// ---------------------------------------------------------------------------------------- widgets
+
+QWidget* makeWidget(QWidget* parent, long number) {
+  const QString text = QString::number(number);
+  if (number % 4 == 0) return new QPushButton("Button " + text, parent);
+  if (number % 4 == 1) return new QLabel("Label " + text, parent);
+  return new QWidget(parent);
+}
+
+platform::UIWindowRef showWidgets(Shape shape, long count) {
+  static std::unique_ptr<QWidget> window;
+  window = std::make_unique<QWidget>();
+  window->resize(static_cast<int>(kWindow.width), static_cast<int>(kWindow.height));
+  std::vector<QWidget*> views{window.get()};
+  for (long number = 0; number < count; ++number) {
+    QWidget* const widget = makeWidget(parentOf(shape, number, views), number);
+    const platform::CGRect rect = placeOf(shape, number, count, kWindow);
+    widget->setGeometry(QRectF(rect.minX(), rect.minY(), rect.size.width, rect.size.height)
+                            .toRect());
+    views.push_back(widget);
+  }
+  window->show();
+  window->activateWindow();
+  letItShow([] { return window->isActiveWindow(); });
+  return qt::viewOfWidget(window.get());
+}
+
+// ------------------------------------------------------------------------------------------ Quick
+
+const char* const kItems[] = {
+    "import QtQuick 2.15\nimport QtQuick.Controls 2.15\nButton { property int number: 0; "
+    "text: 'Button ' + number }",
+    "import QtQuick 2.15\nText { property int number: 0; text: 'Label ' + number }",
+    "import QtQuick 2.15\nRectangle { property int number: 0; color: 'lightgrey' }"};
+
+QQuickItem* makeItem(QQmlEngine& engine, QQuickItem* parent, long number) {
+  static auto* const components = [&engine] {
+    auto* const made = new std::vector<std::unique_ptr<QQmlComponent>>;
+    for (const char* const text : kItems) {
+      made->push_back(std::make_unique<QQmlComponent>(&engine));
+      made->back()->setData(text, QUrl("file:///application/item.qml"));
+    }
+    return made;
+  }();
+  const auto kind = static_cast<std::size_t>(std::min(number % 4, 2L));
+  auto* const item = qobject_cast<QQuickItem*>((*components)[kind]->create());
+  item->setProperty("number", static_cast<int>(number));
+  item->setParentItem(parent);
+  item->setParent(parent);
+  return item;
+}
+
+platform::UIWindowRef showItems(Shape shape, long count) {
+  static auto* const engine = new QQmlEngine;
+  static std::unique_ptr<QQuickWindow> window;
+  window = std::make_unique<QQuickWindow>();
+  window->resize(static_cast<int>(kWindow.width), static_cast<int>(kWindow.height));
+  std::vector<QQuickItem*> views{window->contentItem()};
+  for (long number = 0; number < count; ++number) {
+    QQuickItem* const item = makeItem(*engine, parentOf(shape, number, views), number);
+    const platform::CGRect rect = placeOf(shape, number, count, kWindow);
+    item->setPosition({rect.minX(), rect.minY()});
+    item->setSize({rect.size.width, rect.size.height});
+    views.push_back(item);
+  }
+  window->show();
+  window->requestActivate();
+  letItShow([] { return window->isActive() && window->isExposed(); });
+  return qt::viewOfWindow(window.get());
+}
+
+const bool registered = [] {
+  measureDescribing({"widgets", showWidgets, finish, {1000}});
+  measureDescribing({"quick", showItems, finish, {1000}});
+  return true;
+}();
+
+}  // namespace
+}  // namespace tarni::bench
