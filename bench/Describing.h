@@ -1,5 +1,5 @@
-// What is asked of a whole screen: to describe it, to describe its buttons, to find in it, to record
-// a tap on it. Measured by how many views stand in it and how, on any toolkit.
+// What is asked of a whole screen: to describe it, to describe its buttons, to find in it, to
+// record a tap on it. Measured by how many views stand in it and how, on any toolkit.
 #pragma once
 
 #include <functional>
@@ -30,7 +30,8 @@ struct Screens {
 
 void measureDescribing(const Screens& screens);
 
-// Where view `number` of `count` stands in its parent, so that all of them fill a window of that size.
+// Where view `number` of `count` stands in its parent, so that all of them fill a window of that
+// size.
 platform::CGRect placeOf(Shape shape, long number, long count, platform::CGSize window);
 
 // The parent of view `number`, when `views` are the window and the views before it.

@@ -4,6 +4,7 @@
 #include <mutex>
 #include <nlohmann/json.hpp>
 
+#include "agent/elements/ScreenSurvey.h"
 #include "agent/elements/UIViewFinder.h"
 #include "agent/elements/UIViewMemoryCache.h"
 #include "agent/elements/UIViewsManager.h"
@@ -46,54 +47,55 @@ class Picture {
   std::string text_;
 };
 
-// Fills descriptions with their pictures while the next ones are being drawn.
+// Encodes pictures while the next ones are being drawn.
 class PictureEncoder {
  public:
-  explicit PictureEncoder(ordered_json& descriptions) : descriptions_(descriptions) {}
-
-  // The picture belongs to the description at `index`.
-  void add(std::size_t index, UIImageRef image) {
-    const auto picture = std::make_shared<Picture>(std::move(image));
-    platform::current().dispatch->backgroundQueue().async([picture] { picture->base64(); });
-    pending_.push_back({index, picture});
+  void add(UIImageRef image) {
+    pending_.push_back(std::make_shared<Picture>(std::move(image)));
+    platform::current().dispatch->backgroundQueue().async(
+        [picture = pending_.back()] { picture->base64(); });
     if (pending_.size() > kMaximumPending) finishOldest();
   }
-  void finish() {
+  // The texts of all of them, in their order.
+  std::vector<std::string> finish() {
     while (!pending_.empty()) finishOldest();
+    return std::move(texts_);
   }
 
  private:
   // Bounds the memory of the pictures that wait.
   static constexpr std::size_t kMaximumPending = 8;
 
-  struct Pending {
-    std::size_t index;
-    std::shared_ptr<Picture> picture;
-  };
-
   void finishOldest() {
-    const Pending& oldest = pending_.front();
-    descriptions_[oldest.index]["imageBase64"] = oldest.picture->base64();
+    texts_.push_back(pending_.front()->base64());
     pending_.pop_front();
   }
 
-  ordered_json& descriptions_;
-  std::deque<Pending> pending_;
+  std::deque<std::shared_ptr<Picture>> pending_;
+  std::vector<std::string> texts_;
 };
 
-// The description without its picture, whose place is kept. Files the view under its "elementID".
-ordered_json describe(const AiAPI& api, const UIViewRef& view) {
+// What takes a look at the whole screen to know.
+struct Standing {
+  bool isProbablyTappable;
+  bool isVisibleInViewHierarchy;
+  bool isVisibleInWindowFrame;
+};
+
+// Files the view under its "elementID".
+ordered_json describe(const AiAPI& api, const UIViewRef& view, const Standing& standing,
+                      std::string picture) {
   std::string identifier = Utilities::getGUIDString();
   const auto flag = [&api](bool value) { return api.convertBooleanToString(value); };
   ordered_json description;
   description["elementID"] = identifier;
   description["text"] = Utilities::getUIViewTextForPlayBack(view);
   description["elementType"] = Utilities::getUIViewClassName(view);
-  description["imageBase64"] = "";
+  description["imageBase64"] = std::move(picture);
   description["childCount"] = std::to_string(view->subviews().size());
-  description["isProbablyTappable"] = flag(api.IsActuallyTappable(view));
-  description["isVisibleInViewHierarchy"] = flag(KIFAdditions::isVisibleInViewHierarchy(view));
-  description["isVisibleInWindowFrame"] = flag(KIFAdditions::isVisibleInWindowFrame(view));
+  description["isProbablyTappable"] = flag(standing.isProbablyTappable);
+  description["isVisibleInViewHierarchy"] = flag(standing.isVisibleInViewHierarchy);
+  description["isVisibleInWindowFrame"] = flag(standing.isVisibleInWindowFrame);
   description["isUserInteractionEnabled"] = flag(view->isUserInteractionEnabled());
   description["isHidden"] = flag(view->isHidden());
   description["isEditable"] = flag(view->isKindOfClass(uikit::UITextField));
@@ -118,29 +120,38 @@ Task<ordered_json> AiAPI::getAllViewsInformation(std::string viewType) const {
 
 Task<ordered_json> AiAPI::getAllViewsInformation(std::string viewType,
                                                  platform::UIWindowRef window) const {
+  const std::shared_ptr<void> still = platform::current().application->holdStill();
+  const UIViewWeakRef described = window;
   // 1. Forget what was found before; keep none of the views while pictures are drawn.
   UIViewMemoryCache::sharedInstance().clearMemoryCache();
   const std::vector<UIViewWeakRef> views = viewsOfType(viewType, std::exchange(window, nullptr));
-  // 2. Draw and describe each view; its picture is encoded beside the drawing of the next.
-  ordered_json descriptions = ordered_json::array();
-  PictureEncoder encoder(descriptions);
+  // 2. Draw each view; its picture is encoded beside the drawing of the next.
+  PictureEncoder encoder;
   for (const UIViewWeakRef& weakView : views) {
-    const UIViewRef view = weakView.lock();
-    if (!view) continue;
-    UIImageRef image = co_await Utilities::getUIImageOfUIView(view);
-    descriptions.push_back(describe(*this, view));
-    encoder.add(descriptions.size() - 1, std::move(image));
+    UIImageRef image;
+    if (const UIViewRef view = weakView.lock())
+      image = co_await Utilities::getUIImageOfUIView(view);
+    encoder.add(std::move(image));
   }
-  // 3. Wait for the last pictures.
-  encoder.finish();
+  std::vector<std::string> pictures = encoder.finish();
+  // 3. Describe those that are still there, as they stand now that nothing runs in between.
+  const ScreenSurvey survey(described.lock());
+  ordered_json descriptions = ordered_json::array();
+  for (std::size_t index = 0; index < views.size(); ++index) {
+    const UIViewRef view = views[index].lock();
+    if (!view) continue;
+    const Standing standing{survey.isProbablyTappable(view), survey.isVisibleInViewHierarchy(view),
+                            survey.isVisibleInWindowFrame(view)};
+    descriptions.push_back(describe(*this, view, standing, std::move(pictures[index])));
+  }
   co_return descriptions;
 }
 
 Task<ordered_json> AiAPI::getViewProperty(UIViewRef view) const {
-  std::string image = co_await Utilities::getBase64StringOfUIImageOfUIView(view);
-  ordered_json description = describe(*this, view);
-  description["imageBase64"] = std::move(image);
-  co_return description;
+  std::string picture = co_await Utilities::getBase64StringOfUIImageOfUIView(view);
+  const Standing standing{IsActuallyTappable(view), KIFAdditions::isVisibleInViewHierarchy(view),
+                          KIFAdditions::isVisibleInWindowFrame(view)};
+  co_return describe(*this, view, standing, std::move(picture));
 }
 
 ordered_json AiAPI::getRectObjectOfView(const UIViewRef& view) const {

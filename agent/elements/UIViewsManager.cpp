@@ -9,6 +9,7 @@
 #include "agent/elements/WalkVisibility.h"
 #include "agent/elements/XpathManager.h"
 #include "agent/interaction/UIView_KIFAdditions.h"
+#include "platform/Platform.h"
 #include "platform/UIKit/Classes.h"
 
 namespace tarni {
@@ -144,6 +145,7 @@ std::vector<UIViewRef> UIViewsManager::viewsForPlayerOfType(const UIViewRef& roo
 void UIViewsManager::findElements(const UIViewRef& parent, const std::string& tagName,
                                   const std::string& accessorType,
                                   const std::string& accessorValue) {
+  const std::shared_ptr<void> still = platform::current().application->holdStill();
   const std::string className = platform::lowercase(tagName);
   Accessor accessor(accessorType, accessorValue);
   WalkVisibility visibility;

@@ -48,39 +48,39 @@ CGRect frameInWindow(const UIViewRef& view) {
 
 }  // namespace
 
-bool isTappableWithHitTestResultView(const UIViewRef& view, const UIViewRef& hitView) {
+bool isTappableWithHitTestResultView(const UIViewRef& view, const UIViewRef& hitView,
+                                     const DescendsFrom& descendsFrom) {
   if (!hitView) return false;
-  if (hitView->isKindOfClass(uikit::UIControl) && platform::isDescendantOfView(view, hitView)) {
-    return true;
-  }
+  if (hitView->isKindOfClass(uikit::UIControl) && descendsFrom(view, hitView)) return true;
   if (hitView->isKindOfClass(uikit::UINavigationBar) && isNavigationItemView(view) &&
-      platform::isDescendantOfView(view, hitView)) {
+      descendsFrom(view, hitView)) {
     return true;
   }
-  return platform::isDescendantOfView(hitView, view);
+  return descendsFrom(hitView, view);
 }
 
-CGPoint tappablePointInRect(const UIViewRef& view, const CGRect& rect) {
+CGPoint tappablePointInRect(const UIViewRef& view, const CGRect& rect,
+                            const DescendsFrom& descendsFrom) {
   const platform::UIWindowRef window = view->window();
   if (!window) return platform::kNowhere;
   for (const CGPoint point : samplePoints(platform::convertRect(rect, view, window))) {
-    if (isTappableWithHitTestResultView(view, window->hitTest(point))) {
+    if (isTappableWithHitTestResultView(view, window->hitTest(point), descendsFrom)) {
       return platform::convertPoint(point, window, view);
     }
   }
   return platform::kNowhere;
 }
 
-bool isTappableInRect(const UIViewRef& view, const CGRect& rect) {
-  return !std::isnan(tappablePointInRect(view, rect).x);
+bool isTappableInRect(const UIViewRef& view, const CGRect& rect, const DescendsFrom& descendsFrom) {
+  return !std::isnan(tappablePointInRect(view, rect, descendsFrom).x);
 }
 
-bool isTappable(const UIViewRef& view) {
-  return hasTapGestureRecognizer(view) || isTappableInRect(view, view->bounds());
+bool isTappable(const UIViewRef& view, const DescendsFrom& descendsFrom) {
+  return hasTapGestureRecognizer(view) || isTappableInRect(view, view->bounds(), descendsFrom);
 }
 
-bool isProbablyTappable(const UIViewRef& view) {
-  return view->getClass()->name() == "UIWebBrowserView" || isTappable(view);
+bool isProbablyTappable(const UIViewRef& view, const DescendsFrom& descendsFrom) {
+  return view->getClass()->name() == "UIWebBrowserView" || isTappable(view, descendsFrom);
 }
 
 bool isTappable_AI(const UIViewRef& view) {

@@ -8,16 +8,26 @@
 
 namespace tarni::KIFAdditions {
 
+// Whether `view` is `ancestor` or stands below it, for a caller who knows that without going up the
+// tree.
+using DescendsFrom =
+    std::function<bool(const platform::UIViewRef& view, const platform::UIViewRef& ancestor)>;
+
 // True when a hit test that gave `hitView` means that `view` takes the touch.
-bool isTappableWithHitTestResultView(const platform::UIViewRef& view,
-                                     const platform::UIViewRef& hitView);
+bool isTappableWithHitTestResultView(
+    const platform::UIViewRef& view, const platform::UIViewRef& hitView,
+    const DescendsFrom& descendsFrom = platform::isDescendantOfView);
 // The first of five sample points of `rect` (the centre, then one point inside each corner) at
 // which the view takes a touch; not a number when there is none. Both in the view's coordinates.
-platform::CGPoint tappablePointInRect(const platform::UIViewRef& view,
-                                      const platform::CGRect& rect);
-bool isTappableInRect(const platform::UIViewRef& view, const platform::CGRect& rect);
-bool isTappable(const platform::UIViewRef& view);
-bool isProbablyTappable(const platform::UIViewRef& view);
+platform::CGPoint tappablePointInRect(
+    const platform::UIViewRef& view, const platform::CGRect& rect,
+    const DescendsFrom& descendsFrom = platform::isDescendantOfView);
+bool isTappableInRect(const platform::UIViewRef& view, const platform::CGRect& rect,
+                      const DescendsFrom& descendsFrom = platform::isDescendantOfView);
+bool isTappable(const platform::UIViewRef& view,
+                const DescendsFrom& descendsFrom = platform::isDescendantOfView);
+bool isProbablyTappable(const platform::UIViewRef& view,
+                        const DescendsFrom& descendsFrom = platform::isDescendantOfView);
 // By its tap gesture recognizer alone, without a hit test.
 bool isTappable_AI(const platform::UIViewRef& view);
 bool hasTapGestureRecognizer(const platform::UIViewRef& view);

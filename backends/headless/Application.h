@@ -13,6 +13,7 @@
 
 #include "backends/headless/RunLoop.h"
 #include "backends/headless/events/EventLog.h"
+#include "backends/headless/events/SubviewIndex.h"
 #include "backends/headless/events/TouchDispatcher.h"
 #include "backends/headless/views/Window.h"
 #include "backends/posix/EventRecord.h"
@@ -48,6 +49,8 @@ class Application : public platform::UIApplication {
   void setKeyWindow(const WindowRef& window);
   // Back to front.
   const std::vector<WindowRef>& windows() const { return windows_; }
+
+  std::shared_ptr<void> holdStill() override { return SubviewIndex::hold(); }
 
   // --- events
   platform::UITouchRef makeTouch() override;

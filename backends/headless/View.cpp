@@ -4,6 +4,7 @@
 
 #include "backends/headless/drawing/Renderer.h"
 #include "backends/headless/events/GestureRecognizer.h"
+#include "backends/headless/events/SubviewIndex.h"
 #include "backends/headless/views/Window.h"
 #include "platform/Platform.h"
 
@@ -226,17 +227,25 @@ CGPoint View::convertPointFromWindow(CGPoint point) const {
 // A view that takes the point gives a result for certain, itself at least: the search only ever
 // goes down.
 UIViewRef View::hitTest(CGPoint point) const {
-  const View* hit = takesTouch(*this, point) ? this : nullptr;
-  for (const View* next = hit; next;) {
+  const std::shared_ptr<SubviewIndex> index = SubviewIndex::held();
+  const View* hit = nullptr;
+  for (const View* next = takesTouch(*this, point) ? this : nullptr; next;) {
     hit = next;
     next = nullptr;
-    for (std::size_t index = hit->subviews_.size(); index > 0 && !next; --index) {
-      const View& candidate = hit->child(index - 1);
-      if (candidate.isHidden() || !candidate.isUserInteractionEnabled()) continue;
+    // Takes the point into the subview when that takes it.
+    const auto enter = [&, in = hit](std::size_t position) {
+      const View& candidate = in->child(position);
+      if (candidate.isHidden() || !candidate.isUserInteractionEnabled()) return false;
       const CGPoint inside = candidate.convertPointFromSuperview(point);
-      if (!takesTouch(candidate, inside)) continue;
+      if (!takesTouch(candidate, inside)) return false;
       next = &candidate;
       point = inside;
+      return true;
+    };
+    if (index) {
+      index->placesIn(*hit).eachAt(point, enter);
+    } else {
+      for (std::size_t at = hit->subviews_.size(); at > 0 && !enter(at - 1);) --at;
     }
   }
   return hit ? const_cast<View*>(hit)->weak_from_this().lock() : nullptr;

@@ -10,6 +10,7 @@
 #include "backends/qt/QtEventHook.h"
 #include "backends/qt/QtPopup.h"
 #include "backends/qt/QtProgram.h"
+#include "backends/qt/Stillness.h"
 #include "backends/qt/ViewRegistry.h"
 
 namespace tarni::qt {
@@ -110,6 +111,10 @@ platform::Task<void> QtApplication::makeKeyWindow(UIWindowRef window) {
   }
   chosen_ = native;
   focusedThen_ = QGuiApplication::focusWindow();
+}
+
+std::shared_ptr<void> QtApplication::holdStill() {
+  return stillness();
 }
 
 platform::UITouchRef QtApplication::makeTouch() {

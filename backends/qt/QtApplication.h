@@ -28,6 +28,8 @@ class QtApplication : public platform::UIApplication {
   // Closes open menus, unless the window is one, and lets the window system activate the window.
   platform::Task<void> makeKeyWindow(platform::UIWindowRef window) override;
 
+  std::shared_ptr<void> holdStill() override;
+
   platform::UITouchRef makeTouch() override;
   QtTouchesEvent& _touchesEvent() override { return touchesEvent_; }
   platform::Task<void> sendEvent(platform::UIEvent& event) override;

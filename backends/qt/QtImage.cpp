@@ -1,5 +1,6 @@
 #include "backends/qt/QtImage.h"
 
+#include <private/qwidget_p.h>
 #include <turbojpeg.h>
 
 #include <QtGui/QPainter>
@@ -7,7 +8,10 @@
 #include <algorithm>
 #include <cmath>
 #include <memory>
+#include <unordered_set>
 #include <vector>
+
+#include "backends/qt/Stillness.h"
 
 namespace tarni::qt {
 namespace {
@@ -16,10 +20,28 @@ int pixels(double points, double scale) {
   return static_cast<int>(std::ceil(points * scale));
 }
 
+// True when the window was laid out for another drawing and the program has not run since. The next
+// drawing is done with it.
+bool isLaidOut(const QWidget& window) {
+  static const char key = 0;
+  auto* const windows = keptWhileStill<std::unordered_set<const QWidget*>>(&key);
+  return windows && !windows->insert(&window).second;
+}
+
 void render(QWidget& widget, const QRect& part, QPoint at, QImage& onto,
             QWidget::RenderFlags flags) {
   if (widget.isWindow()) flags |= QWidget::DrawWindowBackground;
-  widget.render(&onto, at, QRegion(part), flags);
+  if (!isLaidOut(*widget.window())) return widget.render(&onto, at, QRegion(part), flags);
+  // The toolkit goes through all widgets of the window, to lay them out, before it draws one of
+  // them, unless it is drawing that one already.
+  QWidgetPrivate& hidden = *QWidgetPrivate::get(&widget);
+  hidden.createExtra();
+  const bool isDrawing = hidden.extra->inRenderWithPainter;
+  hidden.extra->inRenderWithPainter = true;
+  const QRegion mask = widget.mask();
+  QPainter painter(&onto);
+  widget.render(&painter, at, mask.isEmpty() ? QRegion(part) : mask & part, flags);
+  hidden.extra->inRenderWithPainter = isDrawing;
 }
 
 bool hidesWhatIsBehind(const QWidget& widget) {

@@ -8,8 +8,10 @@
 #include <QtWidgets/QTreeView>
 #include <algorithm>
 #include <unordered_map>
+#include <unordered_set>
 
 #include "backends/qt/QtText.h"
+#include "backends/qt/Stillness.h"
 #include "backends/qt/ViewRegistry.h"
 #include "backends/qt/VisibleIndexes.h"
 #include "platform/UIKit/Classes.h"
@@ -246,6 +248,9 @@ UIViewRef QtItemView::partAt(const QPoint& point) const {
 }
 
 void QtItemView::renewCells() const {
+  static const char key = 0;
+  auto* const renewed = keptWhileStill<std::unordered_set<const QtItemView*>>(&key);
+  if (renewed && !renewed->insert(this).second) return;
   static auto* const spare = new std::vector<QModelIndex>;
   std::vector<QModelIndex> indexes = std::move(*spare);
   indexes.clear();

@@ -2,11 +2,19 @@
 
 #include <QtGui/QAccessible>
 #include <QtWidgets/QAbstractScrollArea>
+#include <QtWidgets/QAccessibleWidget>
+#include <QtWidgets/QGroupBox>
+#include <QtWidgets/QLabel>
+#include <typeinfo>
+#include <unordered_map>
+#include <unordered_set>
 #include <utility>
 
+#include "backends/qt/ChildSearch.h"
 #include "backends/qt/QtPopup.h"
 #include "backends/qt/QtProgram.h"
 #include "backends/qt/QtText.h"
+#include "backends/qt/Stillness.h"
 #include "backends/qt/ViewRegistry.h"
 
 namespace tarni::qt {
@@ -20,9 +28,34 @@ QAccessibleInterface* accessible(QWidget* widget) {
   return widget ? QAccessible::queryAccessibleInterface(widget) : nullptr;
 }
 
-QString accessibleText(QWidget* widget, QAccessible::Text which) {
-  QAccessibleInterface* const interface = accessible(widget);
-  return interface ? interface->text(which) : QString();
+// The children that a label beside them is the label of.
+std::unordered_set<const QWidget*> labelledChildren(const QWidget& parent) {
+  std::unordered_set<const QWidget*> labelled;
+  for (const QObject* const child : parent.children()) {
+    const auto* const label = qobject_cast<const QLabel*>(child);
+    if (label && label->buddy()) labelled.insert(label->buddy());
+  }
+  return labelled;
+}
+
+// True when the toolkit's own name for a plain widget is that of something beside or round it,
+// which it looks for among all siblings. So is it when that is not known.
+bool isNamedByOthers(const QWidget& widget) {
+  using Labelled = std::unordered_map<const QWidget*, std::unordered_set<const QWidget*>>;
+  static const char key = 0;
+  const QWidget* const parent = widget.parentWidget();
+  auto* const known = parent ? keptWhileStill<Labelled>(&key) : nullptr;
+  if (!known || widget.isWindow() || qobject_cast<const QGroupBox*>(parent)) return true;
+  const auto [place, isNew] = known->try_emplace(parent);
+  if (isNew) place->second = labelledChildren(*parent);
+  return place->second.contains(&widget);
+}
+
+QString accessibleName(QWidget& widget) {
+  QAccessibleInterface* const interface = accessible(&widget);
+  if (!interface) return {};
+  const bool isPlain = typeid(*interface) == typeid(QAccessibleWidget);
+  return isPlain && !isNamedByOthers(widget) ? QString() : interface->text(QAccessible::Name);
 }
 
 // Calls `visit` for every child widget that is no window until it answers false.
@@ -34,6 +67,12 @@ bool everyChild(const QObject& parent, Visit&& visit) {
     if (!widget.isWindow() && !visit(widget)) return false;
   }
   return true;
+}
+
+QWidget* childAt(QWidget& widget, QPoint point) {
+  static const char key = 0;
+  auto* const search = keptWhileStill<ChildSearch>(&key);
+  return search ? search->childAt(widget, point) : widget.childAt(point);
 }
 
 // False for a widget that was neither shown nor sized yet, as in a page that nobody opened: its
@@ -147,7 +186,7 @@ UIViewRef QtView::hitTest(CGPoint point) const {
   if (!widget_ || !widget_->isVisible()) return nullptr;
   if (!bounds().contains(point)) return outside();
   const QPoint at = toQPoint(point) + shownShape().topLeft();
-  QWidget* hit = widget_->childAt(at);
+  QWidget* hit = childAt(*widget_, at);
   UIViewRef view;
   // Widgets of the agent have no view; what is under them counts.
   while (hit && !(view = viewOfWidget(hit)) && hit != widget_) hit = hit->parentWidget();
@@ -214,7 +253,7 @@ std::optional<std::string> QtView::accessibilityValue() const {
 std::optional<std::string> QtView::accessibilityLabel() const {
   if (!widget_) return std::nullopt;
   if (!widget_->accessibleName().isEmpty()) return utf8(widget_->accessibleName());
-  return nonEmpty(withoutMnemonic(accessibleText(widget_, QAccessible::Name)));
+  return nonEmpty(withoutMnemonic(accessibleName(*widget_)));
 }
 
 std::optional<std::string> QtView::accessibilityHint() const {

@@ -43,8 +43,8 @@ platform::UIWindowRef showWidgets(Shape shape, long count) {
   for (long number = 0; number < count; ++number) {
     QWidget* const widget = makeWidget(parentOf(shape, number, views), number);
     const platform::CGRect rect = placeOf(shape, number, count, kWindow);
-    widget->setGeometry(QRectF(rect.minX(), rect.minY(), rect.size.width, rect.size.height)
-                            .toRect());
+    widget->setGeometry(
+        QRectF(rect.minX(), rect.minY(), rect.size.width, rect.size.height).toRect());
     views.push_back(widget);
   }
   window->show();

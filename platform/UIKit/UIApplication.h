@@ -35,6 +35,11 @@ class UIApplication {
   // a finger from it only until it is touched beside (an open menu) is closed.
   virtual Task<void> makeKeyWindow(UIWindowRef window) = 0;
 
+  // While somebody keeps what this gives, views are asked and drawn only, many of them one after
+  // the other. The backend may keep what it works out for one of them for the next ones (what
+  // stands where, say), until it is let go of or the application runs. Null when it keeps nothing.
+  virtual std::shared_ptr<void> holdStill() { return nullptr; }
+
   // A fresh touch with nothing set.
   virtual UITouchRef makeTouch() = 0;
   // The one touches event of the application, cleared and refilled for every send.

@@ -1,4 +1,6 @@
 // Descriptions for finding elements from a picture.
+#include <random>
+
 #include "agent/AI/AiAPI.h"
 #include "backends/headless/views/Button.h"
 #include "backends/headless/views/ImageView.h"
@@ -105,6 +107,31 @@ TEST_F(Ai, FindelementsDescribesTheViewsOfTheTypeInTheirOrder) {
     EXPECT_EQ(descriptions[index]["text"], titles[index]);
     EXPECT_EQ(descriptions[index]["imageBase64"], describe(views[index])["imageBase64"])
         << "each has its own picture";
+  }
+}
+
+// What is worked out once for all of them must be what is true of each alone.
+TEST_F(Ai, DescriptionsOfAScreenAreThoseOfEachViewAlone) {
+  std::mt19937 random(5);
+  const auto upTo = [&random](int limit) { return static_cast<double>(random() % limit); };
+  std::vector<headless::ViewRef> parents{window};
+  for (int made = 0; made < 400; ++made) {
+    const auto view = made % 3 ? std::make_shared<View>() : std::make_shared<Button>("b");
+    view->setFrame({{upTo(300) - 40, upTo(600) - 90}, {upTo(9) * 20, upTo(9) * 20}});
+    view->setHidden(random() % 9 == 0);
+    view->setClipsToBounds(random() % 3 == 0);
+    view->setUserInteractionEnabled(random() % 8 != 0);
+    if (random() % 6 == 0) view->setTransform(platform::CGAffineTransform::rotation(upTo(6)));
+    parents[random() % parents.size()]->addSubview(view);
+    parents.push_back(view);
+  }
+  Json descriptions = findAll("");
+  const auto views = viewsOf(descriptions);
+  ASSERT_GT(views.size(), 400U);
+  for (std::size_t index = 0; index < views.size(); ++index) {
+    Json alone = describe(views[index]);
+    alone["elementID"] = descriptions[index]["elementID"];
+    EXPECT_EQ(descriptions[index].dump(), alone.dump());
   }
 }
 

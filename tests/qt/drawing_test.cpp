@@ -5,9 +5,11 @@
 #include <QtWidgets/QScrollArea>
 #include <QtWidgets/QScrollBar>
 #include <QtWidgets/QSplitter>
+#include <random>
 #include <thread>
 
 #include "backends/qt/QtImage.h"
+#include "backends/qt/Stillness.h"
 #include "tests/qt/Support.h"
 
 namespace tarni::test {
@@ -65,6 +67,41 @@ TEST(Layer, StandsInTheTreeOfItsView) {
   EXPECT_EQ(viewOf(window)->layer().superlayer(), nullptr);
   EXPECT_EQ(layer.speed(), 1);
   EXPECT_TRUE(layer.animationKeys().empty());
+}
+
+// Pages of widgets upon widgets, some of them hidden, masked or closed to the mouse.
+TEST(HeldStill, EveryPointAndEveryPictureIsWhatItIsOtherwise) {
+  std::mt19937 random(7);
+  const auto upTo = [&random](int limit) { return static_cast<int>(random() % limit); };
+  QWidget window;
+  window.resize(200, 150);
+  std::vector<QWidget*> widgets{&window};
+  for (int made = 0; made < 300; ++made) {
+    auto* const widget = new Painted(widgets[random() % widgets.size()],
+                                     static_cast<Qt::GlobalColor>(Qt::red + upTo(8)));
+    widget->setGeometry(upTo(160) - 20, upTo(120) - 20, upTo(90), upTo(90));
+    widget->setAttribute(Qt::WA_OpaquePaintEvent, upTo(4) == 0);
+    widget->setAttribute(Qt::WA_TransparentForMouseEvents, upTo(8) == 0);
+    if (upTo(6) == 0) widget->setMask(QRegion(5, 5, 20, 60, QRegion::Ellipse));
+    if (upTo(8) == 0) widget->hide();
+    widgets.push_back(widget);
+  }
+  show(window);
+  const auto answers = [&] {
+    std::vector<UIViewRef> met;
+    for (int at = 0; at < 200 * 150; at += 3) {
+      met.push_back(viewOf(window)->hitTest({at % 200 + 0.5, at / 200 + 0.5}));
+    }
+    std::vector<std::vector<std::byte>> pictures;
+    for (QWidget* const widget : widgets) {
+      const auto picture = pictureOf(viewOf(*widget));
+      pictures.push_back(picture ? picture->JPEGRepresentation(1) : std::vector<std::byte>());
+    }
+    return std::pair(met, pictures);
+  };
+  const auto before = answers();
+  const auto held = qt::stillness();
+  EXPECT_EQ(answers(), before);
 }
 
 TEST(Border, IsDrawnOverTheViewAndIsNothingElse) {

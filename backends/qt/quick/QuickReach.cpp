@@ -3,6 +3,8 @@
 #include <private/qquickflickable_p.h>
 #include <private/qquickitem_p.h>
 
+#include <algorithm>
+
 namespace tarni::qt {
 namespace {
 
@@ -11,6 +13,10 @@ QRectF ownReach(const QQuickItem& item) {
   constexpr double kFar = 1e9;
   if (item.containmentMask()) return {-kFar, -kFar, 2 * kFar, 2 * kFar};
   return {{}, item.size()};
+}
+
+platform::CGRect asCGRect(const QRectF& rect) {
+  return {{rect.x(), rect.y()}, {rect.width(), rect.height()}};
 }
 
 struct Entry {
@@ -39,14 +45,25 @@ QuickReach::QuickReach(const QQuickItem& root) {
   }
   for (std::size_t at = 1; at < entries.size(); ++at) {
     const Entry& entry = entries[at];
-    children_[entries[entry.parent].item].push_back({entry.item, entry.reach, entry.item->z()});
+    Children& children = children_[entries[entry.parent].item];
+    children.items.emplace_back(entry.item);
+    children.reaches.push_back(asCGRect(entry.reach));
+  }
+  for (auto& [item, children] : children_) {
+    children.places = platform::RectIndex(std::move(children.reaches));
   }
 }
 
-const std::vector<QuickReach::Child>& QuickReach::childrenOf(const QQuickItem& item) const {
-  static const std::vector<Child> none;
+std::vector<QQuickItem*> QuickReach::childrenAt(const QQuickItem& item, QPointF point) const {
+  std::vector<QQuickItem*> met;
   const auto found = children_.find(&item);
-  return found == children_.end() ? none : found->second;
+  if (found == children_.end()) return met;
+  found->second.places.eachAt({point.x(), point.y()}, [&](std::size_t position) {
+    if (QQuickItem* const child = found->second.items[position]) met.push_back(child);
+    return false;
+  });
+  std::ranges::reverse(met);
+  return met;
 }
 
 QTransform transformToParent(const QQuickItem& item) {

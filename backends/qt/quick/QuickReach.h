@@ -4,9 +4,12 @@
 // it was when this was made. GUI thread.
 #pragma once
 
+#include <QtCore/QPointer>
 #include <QtQuick/QQuickItem>
 #include <unordered_map>
 #include <vector>
+
+#include "platform/QuartzCore/RectIndex.h"
 
 namespace tarni::qt {
 
@@ -15,16 +18,16 @@ class QuickReach {
   // Of everything below `root`.
   explicit QuickReach(const QQuickItem& root);
 
-  struct Child {
-    QQuickItem* item;
-    QRectF rect;  // in the parent's coordinates
-    double z;
-  };
-  // The shown children in paint order.
-  const std::vector<Child>& childrenOf(const QQuickItem& item) const;
+  // The shown children that may be met at a point of the item, in paint order.
+  std::vector<QQuickItem*> childrenAt(const QQuickItem& item, QPointF point) const;
 
  private:
-  std::unordered_map<const QQuickItem*, std::vector<Child>> children_;
+  struct Children {
+    std::vector<QPointer<QQuickItem>> items;  // in paint order
+    std::vector<platform::CGRect> reaches;    // in the parent's coordinates
+    platform::RectIndex places;
+  };
+  std::unordered_map<const QQuickItem*, Children> children_;
 };
 
 // Into the parent's coordinates.

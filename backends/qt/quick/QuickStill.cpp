@@ -28,7 +28,7 @@ QuickStill* stillOf(QQuickWindow& scene) {
 }
 
 void keepStill(QQuickWindow* scene, QImage image, std::unique_ptr<QQuickItem> background) {
-  last() = {scene, {std::move(image), std::move(background), std::nullopt}};
+  last() = {scene, {std::move(image), std::move(background)}};
   postToProgram([] { last() = {}; });
 }
 

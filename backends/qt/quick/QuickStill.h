@@ -1,21 +1,17 @@
-// QuickStill: a scene as it was drawn last, and what has been worked out about it. Whoever
-// describes a page asks for the pictures of hundreds of its views, and for each what a finger meets
-// there; as long as the program does not run in between, nothing of that changes. GUI thread.
+// QuickStill: a scene as it was drawn last. Whoever describes a page asks for the pictures of
+// hundreds of its views; as long as the program does not run in between, nothing of that changes.
+// GUI thread.
 #pragma once
 
 #include <QtGui/QImage>
 #include <QtQuick/QQuickWindow>
 #include <memory>
-#include <optional>
-
-#include "backends/qt/quick/QuickReach.h"
 
 namespace tarni::qt {
 
 struct QuickStill {
   QImage image;
   std::unique_ptr<QQuickItem> background;  // that was drawn behind all others; mostly null
-  std::optional<QuickReach> reach;         // null until somebody works it out
 };
 
 // Null when the scene has changed since it was drawn, or the program has run. Valid until then.

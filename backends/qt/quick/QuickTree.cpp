@@ -7,13 +7,14 @@
 #include <private/qquickrectangle_p.h>
 
 #include <algorithm>
+#include <unordered_map>
 #include <unordered_set>
 #include <vector>
 
+#include "backends/qt/Stillness.h"
 #include "backends/qt/quick/QmlOrigin.h"
 #include "backends/qt/quick/QuickReach.h"
 #include "backends/qt/quick/QuickRegistry.h"
-#include "backends/qt/quick/QuickStill.h"
 
 namespace tarni::qt {
 namespace {
@@ -117,12 +118,6 @@ bool clipsAway(const QQuickItem& item, QPointF point) {
   return clipsContents(item) && !item.clipRect().contains(point);
 }
 
-// Edges count, as they do for items.
-bool contains(const QRectF& rect, QPointF point) {
-  return point.x() >= rect.left() && point.x() <= rect.right() && point.y() >= rect.top() &&
-         point.y() <= rect.bottom();
-}
-
 // A frame that somebody laid over everything covers nothing.
 bool draws(const QQuickItem& item) {
   return item.flags().testFlag(QQuickItem::ItemHasContents) && !isTransparentRectangle(item);
@@ -182,22 +177,16 @@ class Probe {
     const auto pushSelf = [&] {
       if (!std::exchange(isSelfPushed, true)) steps_.push_back({&item, point, true});
     };
+    const auto push = [&](QQuickItem* child) {
+      if (child->z() >= 0) pushSelf();
+      steps_.push_back({child, intoChild(*child, point), false});
+    };
     if (reach_) {
-      for (const QuickReach::Child& child : reach_->childrenOf(item)) {
-        if (child.z >= 0) pushSelf();
-        if (contains(child.rect, point)) push(*child.item, point);
-      }
+      std::ranges::for_each(reach_->childrenAt(item, point), push);
     } else {
-      for (QQuickItem* const child : childrenInPaintOrder(item)) {
-        if (child->z() >= 0) pushSelf();
-        push(*child, point);
-      }
+      std::ranges::for_each(childrenInPaintOrder(item), push);
     }
     pushSelf();
-  }
-
-  void push(QQuickItem& child, QPointF point) {
-    steps_.push_back({&child, intoChild(child, point), false});
   }
 
   void meet(QQuickItem& item, QPointF point) {
@@ -210,13 +199,12 @@ class Probe {
   std::vector<Step> steps_;
 };
 
-// Known as long as the scene is as it was drawn, when many points of it are asked for.
+// Known while many points of the scene are asked for.
 const QuickReach* reachOf(QQuickItem& root) {
-  QQuickWindow* const scene = root.window();
-  QuickStill* const still = scene && scene->contentItem() == &root ? stillOf(*scene) : nullptr;
-  if (!still) return nullptr;
-  if (!still->reach) still->reach.emplace(root);
-  return &*still->reach;
+  using Reaches = std::unordered_map<const QQuickItem*, QuickReach>;
+  static const char key = 0;
+  auto* const known = keptWhileStill<Reaches>(&key);
+  return known ? &known->try_emplace(&root, root).first->second : nullptr;
 }
 
 // True when a finger on `item` is meant for it although `taker` (null is the scene) takes the
