@@ -113,9 +113,9 @@ Look ElementSearch::look(const RecordedStep& step, bool mayGuess) {
   if (const auto id = idInAnyWindow(step); !id.empty()) {
     look.located = sureOne(step, findings, elementsOf(step.className, id));
     if (look.located) return look;
-    // Searching and describing have made the identifiers void.
-    look.sameClass = elementsOf(step.className);
   }
+  // The search has made the identifiers void.
+  if (mayGuess) look.sameClass = elementsOf(step.className);
   if (const auto* const guessed = atIndex(step, look.sameClass); mayGuess && guessed != nullptr) {
     look.located = {LocatorKind::index, *guessed};
   } else {

@@ -4,6 +4,7 @@
 #define O_WRONLY 1
 #define O_RDWR 2
 #define O_NONBLOCK 4
+#define O_NOFOLLOW 0x100
 #define O_CREAT 0x200
 #define O_EXCL 0x800
 #define O_CLOEXEC 0x1000000

@@ -38,6 +38,7 @@ int pthread_cond_destroy(pthread_cond_t*);
 int pthread_cond_signal(pthread_cond_t*);
 int pthread_cond_timedwait(pthread_cond_t*, pthread_mutex_t*, const struct timespec*);
 int pthread_cond_wait(pthread_cond_t*, pthread_mutex_t*);
+int pthread_atfork(void (*)(void), void (*)(void), void (*)(void));
 int pthread_create(pthread_t*, const pthread_attr_t*, void* (*)(void*), void*);
 int pthread_detach(pthread_t);
 int pthread_equal(pthread_t, pthread_t);

@@ -6,6 +6,7 @@
 #define STDERR_FILENO 2
 __BEGIN_DECLS
 int close(int);
+int dup2(int, int);
 int ftruncate(int, off_t);
 int getpagesize(void);
 pid_t getpid(void);
