@@ -27,6 +27,8 @@ class Display {
   std::string colorAt(int x, int y) const;
 
  private:
+  bool start(int width, int height);
+
   std::string name_;
   std::unique_ptr<Program> server_;
 };
