@@ -220,6 +220,7 @@ QuickKind kindOfItem(const QQuickItem& item) {
 Class classOfItem(const QQuickItem& item, QuickKind kind) {
   // Told by exactly that name, whatever the application makes of it.
   if (kind == QuickKind::WebView || kind == QuickKind::WebDocument) return uikitClass(kind);
+  if (titleOfControlPart(item)) return uikitClass(kind);
   const QObject* const popup = popupOfItem(item);
   return classFor(popup ? popup->metaObject() : item.metaObject(), uikitClass(kind));
 }
