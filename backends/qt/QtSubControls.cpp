@@ -41,7 +41,6 @@ struct Drawn : Widget {
     (static_cast<const Widget&>(widget).*&Drawn::initStyleOption)(&option);
     return option;
   }
-  using Widget::initStyleOption;
 };
 
 QRect placeIn(const QWidget& widget, QStyle::ComplexControl control,
