@@ -5,6 +5,7 @@
 #include <QtWidgets/QScrollArea>
 #include <QtWidgets/QScrollBar>
 #include <QtWidgets/QSplitter>
+#include <cmath>
 #include <random>
 #include <thread>
 
@@ -90,7 +91,7 @@ TEST(HeldStill, EveryPointAndEveryPictureIsWhatItIsOtherwise) {
   const auto answers = [&] {
     std::vector<UIViewRef> met;
     for (int at = 0; at < 200 * 150; at += 3) {
-      met.push_back(viewOf(window)->hitTest({at % 200 + 0.5, at / 200 + 0.5}));
+      met.push_back(viewOf(window)->hitTest({at % 200 + 0.5, std::floor(at / 200.0) + 0.5}));
     }
     std::vector<std::vector<std::byte>> pictures;
     for (QWidget* const widget : widgets) {
