@@ -56,8 +56,7 @@ platform::UIWindowRef showWidgets(Shape shape, long count) {
 // ------------------------------------------------------------------------------------------ Quick
 
 const char* const kItems[] = {
-    "import QtQuick 2.15\nimport QtQuick.Controls 2.15\nButton { property int number: 0; "
-    "text: 'Button ' + number }",
+    "import QtQuick.Controls 2.15\nButton { property int number: 0; text: 'Button ' + number }",
     "import QtQuick 2.15\nText { property int number: 0; text: 'Label ' + number }",
     "import QtQuick 2.15\nRectangle { property int number: 0; color: 'lightgrey' }"};
 
