@@ -157,10 +157,12 @@ std::optional<Located> ElementSearch::sureOne(const RecordedStep& step, const Fi
     return element != nullptr && element->isVisible && !speaksAgainst(step, findings, *element);
   };
   if (const auto* const kept = keptPosition(step, findings, all); isSure(kept)) {
-    // Several elements may look the same: only the position tells which one is meant.
+    // Several elements may look the same: only the position tells which one is meant. Where it no
+    // longer does, the screen changes, and the search has made all other identifiers void.
     auto element = *kept;
     element.id = idAtPosition(step);
-    if (!element.id.empty()) return Located{LocatorKind::position, element};
+    if (element.id.empty()) return std::nullopt;
+    return Located{LocatorKind::position, element};
   }
   const auto named = namesakes(step, findings, all);
   if (named.size() == 1) return Located{LocatorKind::text, *named.front()};
@@ -232,15 +234,16 @@ Look ElementSearch::lookInPage(const RecordedStep& step, bool mayGuess) {
   const auto found = [&step](LocatorKind by, const std::string& id) {
     return Look{Located{by, inPage(id, step.text)}};
   };
-  if (const auto id = idAtPosition(step); !id.empty()) {
-    if (step.text.empty()) return found(LocatorKind::position, id);
-    if (hasTextInPage(step, id)) return found(LocatorKind::position, idAtPosition(step));
+  auto id = idAtPosition(step);
+  if (!id.empty() && !step.text.empty()) {
+    id = hasTextInPage(step, id) ? idAtPosition(step) : "";
   }
+  if (!id.empty()) return found(LocatorKind::position, id);
   const auto named = step.text.empty() ? std::vector<std::string>() : find(step, "text", step.text);
   if (named.size() == 1) return found(LocatorKind::text, named.front());
   Look look;
-  for (const auto& id : client_.call({"findelements", step.className}).elementIds()) {
-    look.sameClass.push_back(inPage(id, ask("gettext", id)));
+  for (const auto& each : client_.call({"findelements", step.className}).elementIds()) {
+    look.sameClass.push_back(inPage(each, ask("gettext", each)));
   }
   if (const auto* const guessed = atIndex(step, look.sameClass); mayGuess && guessed != nullptr) {
     look.located = {LocatorKind::index, *guessed};

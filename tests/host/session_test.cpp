@@ -299,6 +299,16 @@ TEST_F(Sessions, WaitUntilTheElementIsThereAndTappable) {
   EXPECT_THAT(screen.deeds(), ElementsAre("clickelement 0"));
 }
 
+TEST_F(Sessions, ActOnAnElementThatMovesWhileItIsLookedFor) {
+  ScriptedScreen screen({{"UIButton", "\\UIButton[0]", "OK"}});
+  screen.onLook = [](auto& elements, int looks) {
+    if (looks == 0) elements[0].xpath = "\\UIView[0]\\UIButton[0]";
+  };
+  const auto result = play(screen, {step("ClickButton", "UIButton", "\\UIButton[0]", "OK", 0)});
+  EXPECT_EQ(result.code, 0) << result.output;
+  EXPECT_THAT(screen.deeds(), ElementsAre("clickelement 0"));
+}
+
 TEST_F(Sessions, TellWhatWasLookedForAndWhatWasThere) {
   ScriptedScreen screen({{"UIButton", "\\UIButton[0]", "Yes"},
                          {"UIButton", "\\UIButton[1]", "Later", "Later", true, false}});
