@@ -20,7 +20,7 @@ BorderOverlay::BorderOverlay(QWidget& window, std::weak_ptr<const QtViewBase> vi
   setFocusPolicy(Qt::NoFocus);
   d_ptr->sendChildEvents = false;
   setParent(&window);
-  startTimer(kFollowMilliseconds);
+  follower_.start(kFollowMilliseconds, this);
 }
 
 void BorderOverlay::setBorder(double width, const platform::CGColor& color) {
@@ -29,6 +29,12 @@ void BorderOverlay::setBorder(double width, const platform::CGColor& color) {
                             static_cast<float>(color.blue), static_cast<float>(color.alpha));
   follow();
   update();
+}
+
+void BorderOverlay::end() {
+  follower_.stop();
+  hide();
+  deleteLater();
 }
 
 void BorderOverlay::paintEvent(QPaintEvent*) {
@@ -64,16 +70,11 @@ void BorderOverlay::follow() {
   setVisible(!visible.isEmpty());
 }
 
-// Later, because a view goes while its window is deleting its children.
 WidgetBorder::~WidgetBorder() {
-  if (overlay_) overlay_->deleteLater();
+  if (overlay_) overlay_->end();
 }
 
 void WidgetBorder::setBorder(double width, const platform::CGColor& color) {
-  if (width <= 0) {
-    if (overlay_) overlay_->hide();
-    return;
-  }
   const std::shared_ptr<const QtViewBase> view = view_.lock();
   QWidget* const widget = view ? view->widget() : nullptr;
   if (!widget) return;

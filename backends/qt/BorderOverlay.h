@@ -6,6 +6,7 @@
 // a second or so. GUI thread.
 #pragma once
 
+#include <QtCore/QBasicTimer>
 #include <QtCore/QPointer>
 #include <QtWidgets/QWidget>
 #include <memory>
@@ -22,6 +23,9 @@ class BorderOverlay final : public QWidget {
 
   // Shows the border where its view is now.
   void setBorder(double width, const platform::CGColor& color);
+  // Off the screen at once. Deleted later, which may be long after, because a view goes while its
+  // window is deleting its children.
+  void end();
 
  protected:
   void paintEvent(QPaintEvent* event) override;
@@ -34,6 +38,7 @@ class BorderOverlay final : public QWidget {
   QRect border_;  // the view's rectangle in this widget, which is as large as its visible part
   double width_ = 0;
   QColor color_;
+  QBasicTimer follower_;
 };
 
 // Makes the overlay of a view, and makes it anew when the window that it was in has gone.

@@ -32,10 +32,13 @@ std::vector<platform::CALayer*> QtLayer::sublayers() const {
 }
 
 void QtLayer::showBorder() {
-  if (borderWidth_ > 0 && !border_) border_ = view_.makeBorder();
+  if (borderWidth_ <= 0) {
+    border_.reset();
+    return;
+  }
+  if (!border_) border_ = view_.makeBorder();
   if (border_)
     border_->setBorder(borderWidth_, borderColor_.value_or(platform::CGColor{0, 0, 0, 1}));
-  if (borderWidth_ <= 0) border_.reset();
 }
 
 }  // namespace tarni::qt

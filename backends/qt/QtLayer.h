@@ -13,12 +13,12 @@ namespace tarni::qt {
 
 class QtViewCore;
 
-// The border of one view, drawn above everything else in the view's window. Gone with its last
+// The border of one view, drawn above everything else in the view's window. Off the screen with its
 // owner.
 class QtBorder {
  public:
   virtual ~QtBorder() = default;
-  // Shows the border where its view is now; a width of 0 hides it.
+  // Shows the border, which has a width, where its view is now.
   virtual void setBorder(double width, const platform::CGColor& color) = 0;
 };
 

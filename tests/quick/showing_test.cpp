@@ -63,6 +63,23 @@ TEST_F(Showing, ABorderStandsAboveEverythingAndIsNothingElse) {
   EXPECT_EQ(at(pictureOf(root()), 202, 62), QColor(Qt::blue));
 }
 
+TEST_F(Showing, ABorderThatIsTakenOffStaysOffWhileNothingCanBeDeleted) {
+  show(R"(Rectangle { objectName: "red"; width: 100; height: 80 })");
+  const auto countAll = [this] {
+    return std::ranges::count_if(window_->contentItem()->childItems(), &QQuickItem::isVisible);
+  };
+  const auto before = countAll();
+  platform::CALayer& layer = view("red")->layer();
+  layer.setBorderWidth(4);
+  EXPECT_EQ(countAll(), before + 1);
+  layer.setBorderWidth(0);
+  // As in a program that runs its events itself.
+  bool isLater = false;
+  QTimer::singleShot(100, [&] { isLater = true; });
+  while (!isLater) QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
+  EXPECT_EQ(countAll(), before);
+}
+
 class Appearances : public QuickScreen {
  protected:
   void SetUp() override {

@@ -1,5 +1,6 @@
 #include "backends/qt/quick/QuickBorder.h"
 
+#include <QtCore/QBasicTimer>
 #include <QtGui/QPainter>
 #include <QtQuick/QQuickPaintedItem>
 #include <QtQuick/QQuickWindow>
@@ -21,7 +22,7 @@ class QuickBorderItem final : public QQuickPaintedItem {
     hideFromWalks(*this);
     setZ(kAboveAll);
     setParentItem(followed.window()->contentItem());
-    startTimer(kFollowMilliseconds);
+    follower_.start(kFollowMilliseconds, this);
   }
 
   void setBorder(double width, const QColor& color) {
@@ -29,6 +30,14 @@ class QuickBorderItem final : public QQuickPaintedItem {
     color_ = color;
     follow();
     update();
+  }
+
+  // Off the screen at once. Deleted later, which may be long after, because a view goes while its
+  // scene is deleting its items.
+  void end() {
+    follower_.stop();
+    setVisible(false);
+    deleteLater();
   }
 
   void paint(QPainter* painter) override {
@@ -55,18 +64,14 @@ class QuickBorderItem final : public QQuickPaintedItem {
   const QPointer<QQuickItem> followed_;
   double width_ = 0;
   QColor color_;
+  QBasicTimer follower_;
 };
 
-// Later, because a view goes while its scene is deleting its items.
 QuickBorder::~QuickBorder() {
-  if (border_) border_->deleteLater();
+  if (border_) border_->end();
 }
 
 void QuickBorder::setBorder(double width, const platform::CGColor& color) {
-  if (width <= 0) {
-    if (border_) border_->setVisible(false);
-    return;
-  }
   if (!item_ || !item_->window()) return;
   if (!border_) border_ = new QuickBorderItem(*item_);
   border_->setBorder(
