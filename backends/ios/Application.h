@@ -4,7 +4,7 @@
 
 #include <optional>
 
-#include "backends/ios/Event.h"
+#include "backends/ios/touch/Event.h"
 #include "platform/UIKit/UIApplication.h"
 
 namespace tarni::ios {

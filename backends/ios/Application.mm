@@ -1,12 +1,12 @@
 #include "backends/ios/Application.h"
 
-#include "backends/ios/Collection.h"
-#include "backends/ios/Completed.h"
-#include "backends/ios/Owned.h"
-#include "backends/ios/PrivateCall.h"
-#include "backends/ios/Touch.h"
-#include "backends/ios/Values.h"
-#include "backends/ios/View.h"
+#include "backends/ios/guard/Collection.h"
+#include "backends/ios/guard/Completed.h"
+#include "backends/ios/guard/Owned.h"
+#include "backends/ios/guard/PrivateCall.h"
+#include "backends/ios/touch/Touch.h"
+#include "backends/ios/runtime/Values.h"
+#include "backends/ios/views/View.h"
 
 // A value of C++ as an associated object.
 @interface TarniAssociatedValue : NSObject {

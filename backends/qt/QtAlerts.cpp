@@ -8,7 +8,7 @@
 #include <QtGui/QScreen>
 #include <algorithm>
 
-#include "backends/qt/ViewRegistry.h"
+#include "backends/qt/views/ViewRegistry.h"
 #include "platform/Platform.h"
 
 namespace tarni::qt {

@@ -7,11 +7,12 @@
 #include <algorithm>
 
 #include "backends/posix/TouchRecord.h"
-#include "backends/qt/QtEventHook.h"
-#include "backends/qt/QtPopup.h"
-#include "backends/qt/QtProgram.h"
-#include "backends/qt/Stillness.h"
-#include "backends/qt/ViewRegistry.h"
+#include "backends/qt/input/QtEventHook.h"
+#include "backends/qt/program/InputQueue.h"
+#include "backends/qt/program/QtProgram.h"
+#include "backends/qt/program/Stillness.h"
+#include "backends/qt/views/QtPopup.h"
+#include "backends/qt/views/ViewRegistry.h"
 
 namespace tarni::qt {
 
@@ -104,7 +105,7 @@ platform::Task<void> QtApplication::makeKeyWindow(UIWindowRef window) {
     native->raise();
     native->requestActivate();
   };
-  co_await performInProgram(std::move(activate));
+  co_await performAsInput(std::move(activate));
   // Nothing tells that a window system does not let the program have the keyboard.
   for (int look = 0; look < kLooksForFocus && QGuiApplication::focusWindow() != native; ++look) {
     co_await letProgramRun(kPauseBetweenLooks);

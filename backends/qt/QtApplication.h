@@ -4,9 +4,9 @@
 #include <QtCore/QPointer>
 #include <QtGui/QWindow>
 
-#include "backends/qt/QtEventDispatch.h"
-#include "backends/qt/QtFingers.h"
-#include "backends/qt/QtTouchesEvent.h"
+#include "backends/qt/input/QtEventDispatch.h"
+#include "backends/qt/input/QtFingers.h"
+#include "backends/qt/input/QtTouchesEvent.h"
 #include "platform/UIKit/UIApplication.h"
 
 namespace tarni::qt {

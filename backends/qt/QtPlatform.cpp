@@ -12,12 +12,13 @@
 #include "backends/posix/SystemLog.h"
 #include "backends/qt/QtAlerts.h"
 #include "backends/qt/QtApplication.h"
-#include "backends/qt/QtEncoding.h"
-#include "backends/qt/QtEventHook.h"
-#include "backends/qt/QtExtension.h"
-#include "backends/qt/QtMainQueue.h"
-#include "backends/qt/QtTransaction.h"
-#include "backends/qt/ViewRegistry.h"
+#include "backends/qt/ViewFactory.h"
+#include "backends/qt/drawing/QtTransaction.h"
+#include "backends/qt/input/QtEventHook.h"
+#include "backends/qt/program/QtEncoding.h"
+#include "backends/qt/program/QtMainQueue.h"
+#include "backends/qt/views/QtExtension.h"
+#include "backends/qt/views/ViewRegistry.h"
 
 namespace tarni::qt {
 namespace {
@@ -103,7 +104,10 @@ platform::Platform platformOf(Parts& parts) {
 }
 
 Parts& parts() {
-  static auto* const made = new Parts;
+  static auto* const made = [] {
+    makeViewsWith(makeView);
+    return new Parts;
+  }();
   return *made;
 }
 

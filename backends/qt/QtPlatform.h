@@ -1,7 +1,7 @@
 // QtPlatform: the platform that a Qt program is.
 #pragma once
 
-#include "backends/qt/QtEventDispatch.h"
+#include "backends/qt/input/QtEventDispatch.h"
 #include "platform/Platform.h"
 
 namespace tarni::qt {

@@ -6,12 +6,15 @@
 #include <QtWidgets/QSlider>
 #include <QtWidgets/QToolButton>
 
-#include "backends/qt/QtBars.h"
-#include "backends/qt/QtControls.h"
-#include "backends/qt/QtGraphicsView.h"
-#include "backends/qt/QtItemView.h"
-#include "backends/qt/QtScrollView.h"
-#include "backends/qt/QtSubControls.h"
+#include "backends/qt/QtPages.h"
+#include "backends/qt/items/QtGraphicsView.h"
+#include "backends/qt/items/QtHeader.h"
+#include "backends/qt/items/QtItemView.h"
+#include "backends/qt/views/QtBars.h"
+#include "backends/qt/views/QtControls.h"
+#include "backends/qt/views/QtExtension.h"
+#include "backends/qt/views/QtScrollView.h"
+#include "backends/qt/views/QtSubControls.h"
 
 namespace tarni::qt {
 namespace {
@@ -23,9 +26,7 @@ std::shared_ptr<QtView> makeControl(QWidget& widget, Kind kind) {
   return std::make_shared<QtControl>(widget, kind);
 }
 
-}  // namespace
-
-std::shared_ptr<QtView> makeView(QWidget& widget) {
+std::shared_ptr<QtView> makeByKind(QWidget& widget) {
   const Kind kind = kindOfWidget(widget);
   switch (kind) {
     case Kind::Control:
@@ -61,6 +62,15 @@ std::shared_ptr<QtView> makeView(QWidget& widget) {
     default:
       return std::make_shared<QtView>(widget, kind);
   }
+}
+
+}  // namespace
+
+std::shared_ptr<QtView> makeView(QWidget& widget) {
+  std::shared_ptr<QtView> view = extensions().makeView(widget);
+  if (!view) view = makeByKind(widget);
+  watchPages(widget);
+  return view;
 }
 
 }  // namespace tarni::qt

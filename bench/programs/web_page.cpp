@@ -13,8 +13,8 @@
 
 #include "agent/WebView/WebView.h"
 #include "agent/core/GlobalVars.h"
-#include "backends/qt/QtExtension.h"
 #include "backends/qt/QtPlatform.h"
+#include "backends/qt/views/QtExtension.h"
 #include "backends/qt/webengine/WebEngineExtension.h"
 #include "platform/Platform.h"
 

@@ -8,7 +8,7 @@
 #include <QtWidgets/QPushButton>
 #include <memory>
 
-#include "backends/qt/ViewRegistry.h"
+#include "backends/qt/views/ViewRegistry.h"
 #include "bench/Describing.h"
 
 namespace tarni::bench {

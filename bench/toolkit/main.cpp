@@ -4,9 +4,9 @@
 
 #include <QtWidgets/QApplication>
 
-#include "backends/qt/QtExtension.h"
 #include "backends/qt/QtPlatform.h"
 #include "backends/qt/quick/QuickExtension.h"
+#include "backends/qt/views/QtExtension.h"
 #include "bench/RatioReporter.h"
 
 int main(int argc, char** argv) {

@@ -17,7 +17,7 @@
 #include <vector>
 
 #include "agent/elements/UIViewsManager.h"
-#include "backends/qt/ViewRegistry.h"
+#include "backends/qt/views/ViewRegistry.h"
 #include "bench/RatioReporter.h"
 
 namespace tarni::bench {

@@ -9,8 +9,8 @@
 #include <filesystem>
 
 #include "backends/posix/SystemLog.h"
-#include "backends/qt/QtExtension.h"
 #include "backends/qt/QtPlatform.h"
+#include "backends/qt/views/QtExtension.h"
 #include "entry/StartAgent.h"
 
 namespace {

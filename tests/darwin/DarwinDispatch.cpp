@@ -1,4 +1,4 @@
-#include "backends/ios/Dispatch.h"
+#include "backends/ios/system/Dispatch.h"
 #include "tests/posix/PosixTest.h"
 
 namespace tarni::test {

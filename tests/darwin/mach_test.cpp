@@ -4,7 +4,7 @@
 
 #include <string>
 
-#include "backends/ios/MachHost.h"
+#include "backends/ios/system/MachHost.h"
 #include "tests/darwin/Mach.h"
 
 namespace tarni::test {

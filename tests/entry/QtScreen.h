@@ -16,7 +16,7 @@
 #include <utility>
 
 #include "agent/interaction/UIView_KIFAdditions_Gestures.h"
-#include "backends/qt/ViewRegistry.h"
+#include "backends/qt/views/ViewRegistry.h"
 #include "platform/Platform.h"
 #include "platform/UIKit/Classes.h"
 

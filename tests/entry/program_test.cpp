@@ -14,7 +14,8 @@
 #include "agent/elements/UIViewMemoryCache.h"
 #include "agent/elements/UIViewsManager.h"
 #include "agent/interaction/UIView_KIFAdditions.h"
-#include "backends/qt/QtProgram.h"
+#include "backends/qt/program/InputQueue.h"
+#include "backends/qt/program/QtProgram.h"
 #include "tests/entry/QtScreen.h"
 
 namespace tarni::test {
@@ -23,7 +24,7 @@ namespace {
 using platform::current;
 
 Task<void> note(std::vector<std::string>& log, std::function<void()> action, std::string end) {
-  co_await qt::performInProgram(std::move(action));
+  co_await qt::performAsInput(std::move(action));
   log.push_back(std::move(end));
 }
 

@@ -1,5 +1,5 @@
 // await(): the result of a task that ends without being suspended; what it throws is thrown.
-// Coroutines stand in a C++ file (backends/ios/GuardedCall.h).
+// Coroutines stand in a C++ file (backends/ios/guard/GuardedCall.h).
 #pragma once
 
 #include <functional>

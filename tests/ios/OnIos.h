@@ -8,7 +8,7 @@
 #include <string>
 #include <vector>
 
-#include "backends/ios/View.h"
+#include "backends/ios/views/View.h"
 #include "platform/Platform.h"
 #import "tests/ios/uikit/Faults.h"
 #import "tests/ios/uikit/Record.h"

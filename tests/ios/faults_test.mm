@@ -10,7 +10,7 @@
 #include "agent/elements/UIViewsManager.h"
 #include "agent/interaction/UIView_KIFAdditions_Gestures.h"
 #include "agent/recording/RecorderAction.h"
-#include "backends/ios/GuardedCall.h"
+#include "backends/ios/guard/GuardedCall.h"
 #include "platform/UIKit/Classes.h"
 #include "platform/UIKit/UIControls.h"
 #include "tests/ios/Await.h"

@@ -7,7 +7,7 @@
 #include "agent/interaction/Swizzle.h"
 #include "agent/interaction/UIApplication_KIFAdditions.h"
 #include "agent/interaction/UIView_KIFAdditions_Gestures.h"
-#include "backends/ios/GuardedCall.h"
+#include "backends/ios/guard/GuardedCall.h"
 #include "platform/UIKit/Classes.h"
 #include "tests/ios/Await.h"
 #include "tests/ios/OnIos.h"

@@ -11,7 +11,7 @@
 #include <string>
 #include <vector>
 
-#include "backends/qt/ViewRegistry.h"
+#include "backends/qt/views/ViewRegistry.h"
 #include "platform/UIKit/Classes.h"
 #include "platform/UIKit/UIControls.h"
 #include "tests/support/Complete.h"

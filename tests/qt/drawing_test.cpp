@@ -9,8 +9,8 @@
 #include <random>
 #include <thread>
 
-#include "backends/qt/QtImage.h"
-#include "backends/qt/Stillness.h"
+#include "backends/qt/drawing/QtImage.h"
+#include "backends/qt/program/Stillness.h"
 #include "tests/qt/Support.h"
 
 namespace tarni::test {

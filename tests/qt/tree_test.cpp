@@ -15,7 +15,8 @@
 #include <QtWidgets/QToolBar>
 #include <memory>
 
-#include "backends/qt/QtViewBase.h"
+#include "backends/qt/program/OwnWidgets.h"
+#include "backends/qt/views/QtViewBase.h"
 #include "tests/qt/Support.h"
 
 namespace tarni::test {

@@ -4,7 +4,7 @@
 #include <QtWidgets/QPushButton>
 #include <QtWidgets/QVBoxLayout>
 
-#include "backends/qt/QtImage.h"
+#include "backends/qt/drawing/QtImage.h"
 #include "tests/quick/QuickScreen.h"
 
 namespace tarni::test {

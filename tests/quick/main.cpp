@@ -2,9 +2,9 @@
 
 #include <QtWidgets/QApplication>
 
-#include "backends/qt/QtExtension.h"
 #include "backends/qt/QtPlatform.h"
 #include "backends/qt/quick/QuickExtension.h"
+#include "backends/qt/views/QtExtension.h"
 
 int main(int argc, char** argv) {
   qputenv("QT_QPA_PLATFORM", "offscreen");

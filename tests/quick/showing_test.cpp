@@ -1,5 +1,5 @@
 // Pictures, borders, and what the hooks of appearance hear of popups and pages.
-#include "backends/qt/QtImage.h"
+#include "backends/qt/drawing/QtImage.h"
 #include "tests/quick/QuickScreen.h"
 
 namespace tarni::test {

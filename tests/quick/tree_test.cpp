@@ -1,6 +1,6 @@
 // Which items are views, in which order, where, and which of them a finger meets.
 
-#include "backends/qt/Stillness.h"
+#include "backends/qt/program/Stillness.h"
 #include "tests/quick/QuickScreen.h"
 
 namespace tarni::test {

@@ -1,7 +1,7 @@
 // ControlView: what the kinds of controls have in common. Main thread.
 #pragma once
 
-#include "backends/ios/View.h"
+#include "backends/ios/views/View.h"
 #include "platform/UIKit/UIControls.h"
 
 namespace tarni::ios {

@@ -1,8 +1,8 @@
 #include "backends/ios/controls/ControlView.h"
 
-#include "backends/ios/Completed.h"
-#include "backends/ios/Kinds.h"
-#include "backends/ios/Owned.h"
+#include "backends/ios/guard/Completed.h"
+#include "backends/ios/views/Kinds.h"
+#include "backends/ios/guard/Owned.h"
 
 namespace tarni::ios {
 

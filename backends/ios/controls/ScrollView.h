@@ -1,7 +1,7 @@
 // ScrollView: a UIScrollView, also the one that a table or a text view is. Main thread.
 #pragma once
 
-#include "backends/ios/View.h"
+#include "backends/ios/views/View.h"
 #include "platform/UIKit/UIControls.h"
 
 namespace tarni::ios {

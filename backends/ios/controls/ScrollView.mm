@@ -1,9 +1,9 @@
 #include "backends/ios/controls/ScrollView.h"
 
-#include "backends/ios/Completed.h"
-#include "backends/ios/Kinds.h"
-#include "backends/ios/Owned.h"
-#include "backends/ios/Values.h"
+#include "backends/ios/guard/Completed.h"
+#include "backends/ios/views/Kinds.h"
+#include "backends/ios/guard/Owned.h"
+#include "backends/ios/runtime/Values.h"
 
 namespace tarni::ios {
 

@@ -1,6 +1,6 @@
-#include "backends/ios/Completed.h"
-#include "backends/ios/Kinds.h"
-#include "backends/ios/Owned.h"
+#include "backends/ios/guard/Completed.h"
+#include "backends/ios/views/Kinds.h"
+#include "backends/ios/guard/Owned.h"
 #include "backends/ios/controls/ControlView.h"
 
 namespace tarni::ios {

@@ -1,5 +1,5 @@
-#include "backends/ios/Kinds.h"
-#include "backends/ios/Values.h"
+#include "backends/ios/views/Kinds.h"
+#include "backends/ios/runtime/Values.h"
 #include "backends/ios/controls/ScrollView.h"
 
 namespace tarni::ios {

@@ -1,8 +1,8 @@
-#include "backends/ios/Completed.h"
-#include "backends/ios/Kinds.h"
-#include "backends/ios/Owned.h"
-#include "backends/ios/PrivateCall.h"
-#include "backends/ios/Values.h"
+#include "backends/ios/guard/Completed.h"
+#include "backends/ios/views/Kinds.h"
+#include "backends/ios/guard/Owned.h"
+#include "backends/ios/guard/PrivateCall.h"
+#include "backends/ios/runtime/Values.h"
 #include "platform/UIKit/UIControls.h"
 
 namespace tarni::ios {

@@ -2,8 +2,8 @@
 
 #include <QtCore/QPointer>
 
-#include "backends/qt/QtEventHook.h"
 #include "backends/qt/QtPlatform.h"
+#include "backends/qt/input/QtEventHook.h"
 #include "backends/qt/quick/QuickKind.h"
 #include "backends/qt/quick/QuickRegistry.h"
 #include "backends/qt/quick/QuickView.h"

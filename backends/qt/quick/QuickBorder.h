@@ -7,7 +7,7 @@
 #include <QtCore/QPointer>
 #include <QtQuick/QQuickItem>
 
-#include "backends/qt/QtLayer.h"
+#include "backends/qt/views/QtLayer.h"
 
 namespace tarni::qt {
 

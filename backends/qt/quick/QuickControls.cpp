@@ -9,9 +9,10 @@
 #include <algorithm>
 #include <vector>
 
-#include "backends/qt/QtText.h"
-#include "backends/qt/ViewRegistry.h"
+#include "backends/qt/program/InputQueue.h"
+#include "backends/qt/program/QtText.h"
 #include "backends/qt/quick/QuickWebView.h"
+#include "backends/qt/views/ViewRegistry.h"
 
 namespace tarni::qt {
 namespace {
@@ -103,7 +104,7 @@ bool QuickSwitch::isOn() const {
 }
 
 Task<void> QuickSwitch::setOn(bool on) {
-  return performInProgram([target = QPointer(item()), on] {
+  return performAsInput([target = QPointer(item()), on] {
     if (!target || !target->isEnabled() || target->property("checked").toBool() == on) return;
     // As the control itself does when it is released under a finger.
     for (const char* const method : {"toggle", "toggled", "clicked"}) {
@@ -121,7 +122,7 @@ std::string QuickTextField::text() const {
 }
 
 Task<void> QuickTextField::setText(std::string text) {
-  return performInProgram([field = QPointer(item()), typed = QString::fromStdString(text)] {
+  return performAsInput([field = QPointer(item()), typed = QString::fromStdString(text)] {
     if (!field || !field->isEnabled() || field->property("readOnly").toBool()) return;
     QMetaObject::invokeMethod(field, "selectAll");
     if (typed.isEmpty()) {
@@ -146,7 +147,7 @@ CGPoint QuickScrollView::contentOffset() const {
 }
 
 Task<void> QuickScrollView::setContentOffset(CGPoint offset, bool) {
-  return performInProgram([target = QPointer(qobject_cast<QQuickFlickable*>(item())), offset] {
+  return performAsInput([target = QPointer(qobject_cast<QQuickFlickable*>(item())), offset] {
     if (!target) return;
     QMetaObject::invokeMethod(target, "cancelFlick");
     const double lastX = target->contentWidth() - target->width() + target->rightMargin();

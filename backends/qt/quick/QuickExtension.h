@@ -2,7 +2,7 @@
 // thread.
 #pragma once
 
-#include "backends/qt/QtExtension.h"
+#include "backends/qt/views/QtExtension.h"
 #include "backends/qt/web/QtURLLoader.h"
 
 namespace tarni::qt {

@@ -9,8 +9,8 @@
 #include <cmath>
 #include <limits>
 
-#include "backends/qt/QtImage.h"
-#include "backends/qt/QtProgram.h"
+#include "backends/qt/drawing/QtImage.h"
+#include "backends/qt/program/QtProgram.h"
 #include "backends/qt/quick/QuickScene.h"
 #include "backends/qt/quick/QuickStill.h"
 #include "backends/qt/quick/QuickTree.h"

@@ -4,8 +4,8 @@
 #include <map>
 #include <vector>
 
-#include "backends/qt/QtKind.h"
 #include "backends/qt/quick/QmlOrigin.h"
+#include "backends/qt/views/QtKind.h"
 #include "platform/UIKit/Classes.h"
 
 namespace tarni::qt {

@@ -5,7 +5,7 @@
 #include <QtWidgets/QWidget>
 #include <unordered_map>
 
-#include "backends/qt/ViewRegistry.h"
+#include "backends/qt/views/ViewRegistry.h"
 
 namespace tarni::qt {
 namespace {

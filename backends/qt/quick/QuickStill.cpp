@@ -5,7 +5,7 @@
 #include <QtCore/QPointer>
 #include <utility>
 
-#include "backends/qt/QtProgram.h"
+#include "backends/qt/program/QtProgram.h"
 
 namespace tarni::qt {
 namespace {

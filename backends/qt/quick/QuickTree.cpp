@@ -11,7 +11,7 @@
 #include <unordered_set>
 #include <vector>
 
-#include "backends/qt/Stillness.h"
+#include "backends/qt/program/Stillness.h"
 #include "backends/qt/quick/QmlOrigin.h"
 #include "backends/qt/quick/QuickReach.h"
 #include "backends/qt/quick/QuickRegistry.h"

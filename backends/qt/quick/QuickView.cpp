@@ -8,14 +8,15 @@
 #include <array>
 #include <utility>
 
-#include "backends/qt/QtText.h"
-#include "backends/qt/ViewRegistry.h"
+#include "backends/qt/program/InputQueue.h"
+#include "backends/qt/program/QtText.h"
 #include "backends/qt/quick/QmlOrigin.h"
 #include "backends/qt/quick/QuickBorder.h"
 #include "backends/qt/quick/QuickImage.h"
 #include "backends/qt/quick/QuickRegistry.h"
 #include "backends/qt/quick/QuickScene.h"
 #include "backends/qt/quick/QuickTree.h"
+#include "backends/qt/views/ViewRegistry.h"
 #include "platform/UIKit/Classes.h"
 
 namespace tarni::qt {
@@ -167,7 +168,7 @@ bool QuickView::canBecomeFirstResponder() const {
 }
 
 platform::Task<void> QuickView::becomeFirstResponder() {
-  return performInProgram([target = item_] {
+  return performAsInput([target = item_] {
     if (target) target->forceActiveFocus(Qt::OtherFocusReason);
   });
 }

@@ -5,8 +5,8 @@
 #include <QtQuick/QQuickItem>
 #include <vector>
 
-#include "backends/qt/QtViewCore.h"
 #include "backends/qt/quick/QuickKind.h"
+#include "backends/qt/views/QtViewCore.h"
 
 namespace tarni::qt {
 

@@ -5,7 +5,7 @@
 #include <QtCore/QLocale>
 #include <QtWidgets/QWidget>
 
-#include "backends/qt/QtText.h"
+#include "backends/qt/program/QtText.h"
 #include "backends/qt/quick/QmlOrigin.h"
 #include "backends/qt/quick/QuickBorder.h"
 #include "backends/qt/quick/QuickImage.h"

@@ -3,8 +3,8 @@
 
 #include <QtQuick/QQuickWindow>
 
-#include "backends/qt/QtView.h"
 #include "backends/qt/quick/QuickView.h"
+#include "backends/qt/views/QtView.h"
 
 namespace tarni::qt {
 

@@ -8,7 +8,7 @@
 #include <QtNetwork/QNetworkRequest>
 #include <memory>
 
-#include "backends/qt/QtProgram.h"
+#include "backends/qt/program/QtProgram.h"
 
 namespace tarni::qt {
 namespace {

@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <optional>
 
-#include "backends/qt/QtProgram.h"
+#include "backends/qt/program/QtProgram.h"
 #include "platform/Foundation/NSException.h"
 #include "platform/Foundation/NSLog.h"
 

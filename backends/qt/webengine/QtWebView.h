@@ -5,8 +5,8 @@
 #include <QtWebEngineWidgets/QWebEngineView>
 #include <memory>
 
-#include "backends/qt/QtPart.h"
-#include "backends/qt/QtView.h"
+#include "backends/qt/views/QtPart.h"
+#include "backends/qt/views/QtView.h"
 #include "backends/qt/web/QtWebPage.h"
 #include "platform/UIKit/UIControls.h"
 

@@ -1,7 +1,7 @@
 // WebEngineExtension: what the backend knows of the web engine in widgets. GUI thread.
 #pragma once
 
-#include "backends/qt/QtExtension.h"
+#include "backends/qt/views/QtExtension.h"
 #include "backends/qt/web/QtURLLoader.h"
 
 namespace tarni::qt {

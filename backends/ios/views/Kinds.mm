@@ -1,0 +1,38 @@
+#include "backends/ios/views/Kinds.h"
+
+#include "backends/ios/runtime/RuntimeClass.h"
+
+namespace tarni::ios {
+namespace {
+
+struct Kind {
+  const char* className;
+  std::shared_ptr<View> (*make)(::UIView* view);
+};
+
+// Subclasses before their superclasses. By name, since no system has all of them.
+constexpr Kind kinds[] = {
+    {"UIButton", makeButton},
+    {"UITextField", makeTextField},
+    {"UISwitch", makeSwitch},
+    {"UISegmentedControl", makeSegmentedControl},
+    {"UIControl", makeControl},
+    {"UILabel", makeLabel},
+    {"UITextView", makeTextView},
+    {"UIScrollView", makeScrollView},
+    {"UITableViewCell", makeTableViewCell},
+    {"UIWebView", makeWebView},
+    {"UIWebBrowserView", makeWebBrowserView},
+};
+
+}  // namespace
+
+std::shared_ptr<View> makeKind(::UIView* view) {
+  for (const Kind& kind : kinds) {
+    const ::Class cls = objc_lookUpClass(kind.className);
+    if (cls && isKindOf(view, cls)) return kind.make(view);
+  }
+  return std::make_shared<View>(view);
+}
+
+}  // namespace tarni::ios

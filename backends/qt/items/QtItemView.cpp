@@ -1,0 +1,284 @@
+#include "backends/qt/items/QtItemView.h"
+
+#include <QtWidgets/QHeaderView>
+#include <QtWidgets/QListView>
+#include <QtWidgets/QStyle>
+#include <QtWidgets/QStyleOptionViewItem>
+#include <QtWidgets/QStyledItemDelegate>
+#include <QtWidgets/QTreeView>
+#include <algorithm>
+#include <unordered_map>
+#include <unordered_set>
+
+#include "backends/qt/items/VisibleIndexes.h"
+#include "backends/qt/program/InputQueue.h"
+#include "backends/qt/program/QtText.h"
+#include "backends/qt/program/Stillness.h"
+#include "backends/qt/views/ViewRegistry.h"
+#include "platform/UIKit/Classes.h"
+
+namespace tarni::qt {
+namespace {
+
+using platform::UIViewRef;
+
+struct HashIndex {
+  std::size_t operator()(const QModelIndex& index) const { return qHash(index); }
+};
+
+const QStyledItemDelegate* delegateOf(const QAbstractItemView& view, const QModelIndex& index) {
+#if QT_VERSION >= QT_VERSION_CHECK(6, 0, 0)
+  return qobject_cast<QStyledItemDelegate*>(view.itemDelegateForIndex(index));
+#else
+  return qobject_cast<QStyledItemDelegate*>(view.itemDelegate(index));
+#endif
+}
+
+std::optional<std::string> textOf(const QAbstractItemView& view, const QModelIndex& index) {
+  const QVariant value = index.data(Qt::DisplayRole);
+  // The delegate writes numbers and dates in the language of the view.
+  const QStyledItemDelegate* const delegate = delegateOf(view, index);
+  return nonEmpty(delegate ? delegate->displayText(value, view.locale()) : value.toString());
+}
+
+bool isCheckable(const QModelIndex& index) {
+  return index.flags().testFlag(Qt::ItemIsUserCheckable) &&
+         index.data(Qt::CheckStateRole).isValid();
+}
+
+// In the viewport.
+QRect checkBoxRect(const QAbstractItemView& view, const QModelIndex& index) {
+  QStyleOptionViewItem option;
+  option.initFrom(&view);
+  option.rect = view.visualRect(index);
+  option.index = index;
+  option.widget = &view;
+  option.text = index.data(Qt::DisplayRole).toString();
+  option.features = QStyleOptionViewItem::HasCheckIndicator | QStyleOptionViewItem::HasDisplay;
+  return view.style()->subElementRect(QStyle::SE_ItemViewItemCheckIndicator, &option, &view);
+}
+
+const QTreeView* treeWithNodeAt(const QAbstractItemView& view, const QModelIndex& index) {
+  const auto* const tree = qobject_cast<const QTreeView*>(&view);
+  if (!tree || !tree->itemsExpandable()) return nullptr;
+  const int column =
+      tree->treePosition() < 0 ? tree->header()->logicalIndex(0) : tree->treePosition();
+  if (index.column() != column || !index.model()->hasChildren(index.siblingAtColumn(0))) {
+    return nullptr;
+  }
+  return tree->rootIsDecorated() || index.parent() != tree->rootIndex() ? tree : nullptr;
+}
+
+// In the viewport: the last indentation before the row's contents.
+QRect nodeRect(const QTreeView& tree, const QModelIndex& index) {
+  const QRect row = tree.visualRect(index);
+  QStyleOption option;
+  option.initFrom(&tree);
+  option.rect = row;
+  option.rect.setWidth(tree.indentation());
+  if (tree.isRightToLeft()) {
+    option.rect.moveLeft(row.right() + 1);
+  } else {
+    option.rect.moveRight(row.left() - 1);
+  }
+  return tree.style()->subElementRect(QStyle::SE_TreeViewDisclosureItem, &option, &tree);
+}
+
+}  // namespace
+
+// ------------------------------------------------------------------------------------------ QtCell
+
+std::shared_ptr<QtCellSwitch> QtCell::checkBox() const {
+  if (!isCheckable(index_)) return nullptr;
+  if (!checkBox_) checkBox_ = std::make_shared<QtCellSwitch>(owner(), index_);
+  return checkBox_;
+}
+
+std::shared_ptr<QtTreeNode> QtCell::node() const {
+  const QAbstractItemView* const view = itemView();
+  if (!view || !treeWithNodeAt(*view, index_)) return nullptr;
+  if (!node_) node_ = std::make_shared<QtTreeNode>(owner(), index_);
+  return node_;
+}
+
+QRect QtCell::shape() const {
+  const QAbstractItemView* const view = itemView();
+  if (!view) return {};
+  const QWidget& viewport = *view->viewport();
+  return (view->visualRect(index_) & viewport.rect()).translated(viewport.pos());
+}
+
+bool QtCell::isUserInteractionEnabled() const {
+  const QAbstractItemView* const view = itemView();
+  return view && view->isEnabled() && index_.flags().testFlag(Qt::ItemIsEnabled);
+}
+
+std::optional<std::string> QtCell::cellText() const {
+  const QAbstractItemView* const view = itemView();
+  return view ? textOf(*view, index_) : std::nullopt;
+}
+
+std::optional<std::string> QtCell::accessibilityValue() const {
+  const QVariant state = itemView() ? index_.data(Qt::CheckStateRole) : QVariant();
+  if (!state.isValid()) return std::nullopt;
+  return checkText(state.toInt() == Qt::Checked);
+}
+
+std::optional<std::string> QtCell::accessibilityLabel() const {
+  if (!itemView()) return std::nullopt;
+  const QString told = index_.data(Qt::AccessibleTextRole).toString();
+  return told.isEmpty() ? cellText() : utf8(told);
+}
+
+std::optional<std::string> QtCell::accessibilityHint() const {
+  if (!itemView()) return std::nullopt;
+  return nonEmpty(withoutMarkup(index_.data(Qt::ToolTipRole).toString()));
+}
+
+// ------------------------------------------------------------------------------------ QtCellSwitch
+
+QtCellSwitch::QtCellSwitch(std::weak_ptr<const QtView> owner, const QPersistentModelIndex& index)
+    : QtPart(std::move(owner), platform::uikit::UISwitch), index_(index) {}
+
+QRect QtCellSwitch::shape() const {
+  const auto* const view = static_cast<const QAbstractItemView*>(widget());
+  if (!view) return {};
+  const QWidget& viewport = *view->viewport();
+  return (checkBoxRect(*view, index_) & viewport.rect()).translated(viewport.pos());
+}
+
+bool QtCellSwitch::isUserInteractionEnabled() const {
+  const QWidget* const view = widget();
+  return view && view->isEnabled() && index_.flags().testFlag(Qt::ItemIsEnabled);
+}
+
+bool QtCellSwitch::isOn() const {
+  return exists() && index_.data(Qt::CheckStateRole).toInt() == Qt::Checked;
+}
+
+platform::Task<void> QtCellSwitch::setOn(bool on) {
+  return performAsInput([index = index_, on] {
+    if (!index.isValid() || !index.flags().testFlag(Qt::ItemIsEnabled)) return;
+    const_cast<QAbstractItemModel*>(index.model())
+        ->setData(index, on ? Qt::Checked : Qt::Unchecked, Qt::CheckStateRole);
+  });
+}
+
+platform::Task<void> QtCellSwitch::sendActionsForControlEvents(std::uint32_t) {
+  co_return;
+}
+
+std::optional<std::string> QtCellSwitch::accessibilityLabel() const {
+  const auto* const view = static_cast<const QAbstractItemView*>(widget());
+  return view ? textOf(*view, index_) : std::nullopt;
+}
+
+// -------------------------------------------------------------------------------------- QtTreeNode
+
+QtTreeNode::QtTreeNode(std::weak_ptr<const QtView> owner, const QPersistentModelIndex& index)
+    : QtPart(std::move(owner),
+             platform::defineClass(names::disclosureButton, platform::uikit::UIButton)),
+      index_(index) {}
+
+QRect QtTreeNode::shape() const {
+  const auto* const tree = static_cast<const QTreeView*>(widget());
+  if (!tree) return {};
+  const QWidget& viewport = *tree->viewport();
+  return (nodeRect(*tree, index_) & viewport.rect()).translated(viewport.pos());
+}
+
+bool QtTreeNode::isUserInteractionEnabled() const {
+  const QWidget* const tree = widget();
+  return tree && tree->isEnabled();
+}
+
+platform::Task<void> QtTreeNode::sendActionsForControlEvents(std::uint32_t) {
+  co_return;
+}
+
+std::optional<std::string> QtTreeNode::currentTitle() const {
+  const auto* const tree = static_cast<const QTreeView*>(widget());
+  return tree ? textOf(*tree, index_) : std::nullopt;
+}
+
+std::optional<std::string> QtTreeNode::accessibilityValue() const {
+  const auto* const tree = static_cast<const QTreeView*>(widget());
+  if (!tree) return std::nullopt;
+  return tree->isExpanded(index_.sibling(index_.row(), 0)) ? "expanded" : "collapsed";
+}
+
+// -------------------------------------------------------------------------------------- QtItemView
+
+QAbstractItemView& QtItemView::itemView() const {
+  return static_cast<QAbstractItemView&>(*widget());
+}
+
+Kind QtItemView::kind() const {
+  const auto* const list = qobject_cast<QListView*>(widget());
+  return list && list->viewMode() == QListView::IconMode ? Kind::CollectionView : Kind::TableView;
+}
+
+bool QtItemView::scrollsPerItem(Qt::Orientation orientation) const {
+  const QAbstractItemView::ScrollMode mode = orientation == Qt::Horizontal
+                                                 ? itemView().horizontalScrollMode()
+                                                 : itemView().verticalScrollMode();
+  return mode == QAbstractItemView::ScrollPerItem;
+}
+
+void QtItemView::appendParts(std::vector<UIViewRef>& views) const {
+  renewCells();
+  for (const auto& cell : cells_) {
+    views.push_back(cell);
+    if (auto box = cell->checkBox()) views.push_back(std::move(box));
+    if (auto node = cell->node()) views.push_back(std::move(node));
+  }
+}
+
+UIViewRef QtItemView::partAt(const QPoint& point) const {
+  const QPoint inside = point - itemView().viewport()->pos();
+  if (!itemView().viewport()->rect().contains(inside)) return nullptr;
+  const QModelIndex index = itemView().indexAt(inside);
+  if (!index.isValid()) return nullptr;
+  renewCells();
+  const auto found =
+      std::ranges::find_if(cells_, [&](const auto& cell) { return cell->index() == index; });
+  if (found == cells_.end()) return nullptr;
+  if (const auto box = (*found)->checkBox(); box && box->shape().contains(point)) return box;
+  if (const auto node = (*found)->node(); node && node->shape().contains(point)) return node;
+  return *found;
+}
+
+void QtItemView::renewCells() const {
+  static const char key = 0;
+  auto* const renewed = keptWhileStill<std::unordered_set<const QtItemView*>>(&key);
+  if (renewed && !renewed->insert(this).second) return;
+  static auto* const spare = new std::vector<QModelIndex>;
+  std::vector<QModelIndex> indexes = std::move(*spare);
+  indexes.clear();
+  appendVisibleIndexes(itemView(), indexes);
+  const platform::Class kind = this->kind() == Kind::CollectionView
+                                   ? platform::uikit::UICollectionViewCell
+                                   : platform::uikit::UITableViewCell;
+  const auto fits = [&](const QModelIndex& index, const auto& cell) {
+    return cell->index() == index && cell->getClass() == kind;
+  };
+  if (!std::ranges::equal(indexes, cells_, fits)) {
+    std::unordered_map<QModelIndex, std::shared_ptr<QtCell>, HashIndex> known;
+    for (const auto& cell : cells_) {
+      if (cell->getClass() == kind) known.emplace(cell->index(), cell);
+    }
+    cells_.clear();
+    for (const QModelIndex& index : indexes) {
+      const auto same = known.find(index);
+      cells_.push_back(
+          same != known.end()
+              ? same->second
+              : std::make_shared<QtCell>(std::static_pointer_cast<const QtView>(shared_from_this()),
+                                         kind, index));
+    }
+  }
+  indexes.clear();
+  *spare = std::move(indexes);
+}
+
+}  // namespace tarni::qt

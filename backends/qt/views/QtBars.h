@@ -1,0 +1,48 @@
+// The views of widgets that draw a row of buttons by themselves: tab bars, menus and menu bars. GUI
+// thread.
+#pragma once
+
+#include "backends/qt/views/QtDrawnButtons.h"
+
+QT_BEGIN_NAMESPACE
+class QAction;
+QT_END_NAMESPACE
+
+namespace tarni::qt {
+
+using QtBar = QtWithButtons<QtView>;
+
+// The tabs by their position.
+class QtTabs final : public QtBar {
+ public:
+  using QtBar::QtBar;
+  bool has(Key key) const override;
+  QRect rectOf(Key key) const override;
+  QString titleOf(Key key) const override;
+  bool isEnabled(Key key) const override;
+
+ protected:
+  void collectKeys(std::vector<Key>& keys) const override;
+  std::optional<Key> keyAt(const QPoint& point) const override;
+  const char* buttonClass() const override { return names::tabBarButton; }
+};
+
+// The entries of a menu or menu bar, without separators and without those that are widgets.
+class QtActions final : public QtBar {
+ public:
+  using QtBar::QtBar;
+  bool has(Key key) const override;
+  QRect rectOf(Key key) const override;
+  QString titleOf(Key key) const override;
+  bool isEnabled(Key key) const override;
+  std::optional<std::string> identifierOf(Key key) const override;
+  std::optional<std::string> valueOf(Key key) const override;
+
+ protected:
+  void collectKeys(std::vector<Key>& keys) const override;
+  std::optional<Key> keyAt(const QPoint& point) const override;
+  const char* buttonClass() const override { return names::actionButton; }
+  QObject* objectOf(Key key) const override;
+};
+
+}  // namespace tarni::qt
