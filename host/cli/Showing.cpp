@@ -12,6 +12,15 @@ bool isOnScreen(const Json& description) {
          textIn(description, "isVisibleInWindowFrame") == "true";
 }
 
+bool isCovered(const Json& description) {
+  return textIn(description, "isUserInteractionEnabled") == "true" &&
+         textIn(description, "isProbablyTappable") == "false";
+}
+
+bool isInSight(const Json& description) {
+  return isOnScreen(description) && !isCovered(description);
+}
+
 Looks Looks::of(Session& session, const std::string& id) {
   const auto ask = [&](const char* function) {
     return session.call({function, "", "", id}).output().value_or("");
@@ -19,7 +28,7 @@ Looks Looks::of(Session& session, const std::string& id) {
   return {ask("gettext"), ask("getwidth"), ask("getheight")};
 }
 
-Showing::Showing(Session& session, bool isOfFind) {
+Showing::Showing(Session& session, bool isOfFind, bool (*isShown)(const Json&)) {
   const auto rounded = [](const Json& frame, const char* key) {
     return std::to_string(std::lrint(numberIn(frame, key)));
   };
@@ -29,7 +38,7 @@ Showing::Showing(Session& session, bool isOfFind) {
     const auto frame = description.value("rectangle", Json::object());
     const Looks looks{textIn(description, "text"), rounded(frame, "width"),
                       rounded(frame, "height")};
-    const std::string answer = isOnScreen(description) ? "true" : "false";
+    const std::string answer = isShown(description) ? "true" : "false";
     auto& known = answers_[looks];
     known = known.empty() || known == answer ? answer : "?";
   }

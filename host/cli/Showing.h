@@ -16,6 +16,13 @@ class Session;
 // Whether the element of that description is on screen: not hidden, nor on a page that is, and not
 // clipped away.
 bool isOnScreen(const Json& description);
+// Whether a finger meets something else wherever it tries. What takes no touches cannot be told.
+bool isCovered(const Json& description);
+bool isInSight(const Json& description);  // on screen and not covered
+
+// What `--on-screen` means in every command.
+constexpr const char* kOnScreenHelp =
+    "only what a person could see: not what is hidden, clipped away or covered";
 
 // What ties an identifier to descriptions, which come with identifiers of their own.
 struct Looks {
@@ -31,10 +38,10 @@ class Showing {
  public:
   // Describes all, which makes earlier identifiers void. With `isOfFind` elements are told about
   // that a find returned, which leaves out what is clipped away.
-  Showing(Session& session, bool isOfFind);
+  Showing(Session& session, bool isOfFind, bool (*isShown)(const Json&) = isOnScreen);
 
   // "true" or "false"; null when no element of these looks is described, "?" when some of them are
-  // on screen and some are not.
+  // shown and some are not.
   std::optional<std::string> of(const Looks& looks) const;
 
  private:

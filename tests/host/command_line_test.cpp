@@ -20,6 +20,7 @@ using namespace std::chrono_literals;
 using host::kPlaybackPort;
 using host::kRecorderPort;
 using nlohmann::json;
+using testing::AllOf;
 using testing::HasSubstr;
 using testing::Not;
 using Peer = ScriptedAgent::Peer;
@@ -244,13 +245,15 @@ TEST_F(CommandLine, ShowsWhatWouldSteerTheTerminal) {
 }
 
 // The wire calls it displayed: the frame lies within the screen.
-TEST_F(CommandLine, TellsOfAPageThatIsNotShownThatItIsNotOnScreen) {
-  const auto view = [](const char* text, const char* isVisible) {
+TEST_F(CommandLine, TellsWhatIsOnAPageThatIsNotShownOrCoveredFromWhatIsOnScreen) {
+  const auto view = [](const char* text, const char* isVisible, const char* isTappable = "true") {
     return json{{"elementType", "UIButton"},
                 {"childCount", "0"},
                 {"text", text},
                 {"isVisibleInViewHierarchy", isVisible},
                 {"isVisibleInWindowFrame", "true"},
+                {"isUserInteractionEnabled", "true"},
+                {"isProbablyTappable", isTappable},
                 {"rectangle", {{"width", "3.00"}, {"height", "4.00"}}}};
   };
   const std::map<std::string, std::string> answers = {
@@ -259,7 +262,8 @@ TEST_F(CommandLine, TellsOfAPageThatIsNotShownThatItIsNotOnScreen) {
       {"getwidth", answerOf("3")},
       {"getheight", answerOf("4")},
       {"isdisplayed", answerOf("true")},
-      {"ai_findelements", json{view("Next", "false"), view("Back", "true")}.dump()}};
+      {"ai_findelements",
+       json{view("Next", "false"), view("Back", "true"), view("Below", "true", "false")}.dump()}};
   agent_ = std::make_unique<ScriptedAgent>(kPlaybackPort, answering([&answers](const auto& line) {
                                              const auto found =
                                                  answers.find(json::parse(line)["functionname"]);
@@ -271,9 +275,12 @@ TEST_F(CommandLine, TellsOfAPageThatIsNotShownThatItIsNotOnScreen) {
   EXPECT_EQ(displayed.output, "false\n");
   EXPECT_THAT(tarni({"find", "--long"}).output, HasSubstr("false"));
   EXPECT_EQ(tarni({"find", "--on-screen"}).code, 1);
-  EXPECT_THAT(tarni({"tree"}).output, HasSubstr("\"Next\"  (off screen)\n"));
-  EXPECT_THAT(tarni({"tree", "--on-screen"}).output, testing::Not(HasSubstr("Next")));
-  EXPECT_THAT(tarni({"describe", "--on-screen"}).output, testing::Not(HasSubstr("Next")));
+  EXPECT_THAT(tarni({"tree"}).output,
+              AllOf(HasSubstr("\"Next\"  (off screen)\n"), HasSubstr("\"Below\"  (covered)\n")));
+  for (const auto* command : {"tree", "describe"}) {
+    EXPECT_THAT(tarni({command, "--on-screen"}).output,
+                AllOf(HasSubstr("Back"), Not(HasSubstr("Next")), Not(HasSubstr("Below"))));
+  }
 }
 
 TEST_F(CommandLine, RecordsUntilTheCountIsReached) {

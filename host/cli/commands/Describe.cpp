@@ -43,10 +43,17 @@ std::string stateOf(const Json& element) {
       {"isHidden", "true", "hidden"},
   };
   std::string words;
+  const auto add = [&words](const char* word) {
+    words += std::string(words.empty() ? "" : ",") + word;
+  };
   for (const auto& [key, value, word] : kWords) {
-    if (textIn(element, key) == value) words += (words.empty() ? "" : ",") + std::string(word);
+    if (textIn(element, key) == value) add(word);
   }
-  if (!isOnScreen(element)) words += std::string(words.empty() ? "" : ",") + "off-screen";
+  if (!isOnScreen(element)) {
+    add("off-screen");
+  } else if (isCovered(element)) {
+    add("covered");
+  }
   return words;
 }
 
@@ -92,7 +99,7 @@ void describe(Session& session, const DescribeOptions& options) {
   Json elements = answer.entries();
   if (options.onScreen) {
     std::erase_if(elements.get_ref<Json::array_t&>(),
-                  [](const Json& element) { return !isOnScreen(element); });
+                  [](const Json& element) { return !isInSight(element); });
   }
   if (session.options.json) {
     std::cout << printableJson(options.onScreen ? elements.dump() : answer.text()) << '\n';
@@ -114,7 +121,7 @@ void declareDescribe(CLI::App& parser, Session& session) {
   auto* const tag =
       parser.add_option("--tag", options->tag, "only this class, as UIButton")->type_name("CLASS");
   parser.add_option("TAG", options->tag, "the same")->option_text(" ")->excludes(tag);
-  parser.add_flag("--on-screen", options->onScreen, "only what a person could see");
+  parser.add_flag("--on-screen", options->onScreen, kOnScreenHelp);
   parser.add_option("--images", options->folder, "write a picture of each into this folder")
       ->type_name("FOLDER");
   parser.callback([options, &session] { describe(session, *options); });

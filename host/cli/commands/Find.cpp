@@ -49,7 +49,7 @@ void printIds(const std::vector<Terminal::Row>& rows, bool json) {
 
 // Described before they are found, as it makes identifiers void.
 void findWithDetails(Session& session, const FindOptions& options) {
-  const Showing showing(session, true);
+  const Showing showing(session, true, options.onScreen ? isInSight : isOnScreen);
   auto rows = rowsOf(session, options.locator.find(session).elementIds(), showing);
   if (options.onScreen) std::erase_if(rows, [](const auto& row) { return row[3] == "false"; });
   const bool isEmpty = rows.empty();
@@ -88,7 +88,7 @@ void declareFind(CLI::App& parser, Session& session) {
       ->option_text(" ")
       ->excludes(tag);
   parser.add_flag("--long", options->details, "with size, state and text of each");
-  parser.add_flag("--on-screen", options->onScreen, "only those that a person could see");
+  parser.add_flag("--on-screen", options->onScreen, kOnScreenHelp);
   parser.callback([options, &session] { find(session, *options); });
   parser.footer(
       "What is on a page that is not shown is found, too. DISPLAYED tells it apart; it is \"?\" "

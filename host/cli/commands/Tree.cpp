@@ -37,6 +37,8 @@ void printView(const ViewTree& tree, const Json& description, bool paths) {
     std::cout << "  (hidden)";
   } else if (!isOnScreen(description)) {
     std::cout << "  (off screen)";
+  } else if (isCovered(description)) {
+    std::cout << "  (covered)";
   }
   std::cout << '\n';
 }
@@ -64,7 +66,7 @@ void tree(Session& session, const TreeOptions& options) {
   if (json) std::cout << '[';
   for (const auto& description : descriptions) {
     tree.goTo(description);
-    if (options.onScreen && !isOnScreen(description)) continue;
+    if (options.onScreen && !isInSight(description)) continue;
     if (json) {
       std::cout << (isFirst ? "" : ",");
       printAsJson(tree, description);
@@ -83,13 +85,14 @@ void declareTree(CLI::App& parser, Session& session) {
   const auto options = std::make_shared<TreeOptions>();
   parser.add_flag("--paths", options->paths,
                   "print each view's whole position, as --xpath takes it");
-  parser.add_flag("--on-screen", options->onScreen, "only what a person could see");
+  parser.add_flag("--on-screen", options->onScreen, kOnScreenHelp);
   parser.footer(
-      "What is hidden, and off screen for it or clipped away, is in it and marked. With --json one "
-      "flat array, parents first, each with its depth and\n"
-      "its step; a view more than 100 levels down has no xpath there, and --paths shows the end of "
-      "it:\n"
-      "it is made of the steps of the views above it.");
+      "What is hidden, off screen for it or clipped away, or covered is in it and marked. With\n"
+      "--json one flat array, parents first, each with its depth and its step; a view more than "
+      "100\n"
+      "levels down has no xpath there, and --paths shows the end of it: it is made of the steps "
+      "of\n"
+      "the views above it.");
   parser.callback([options, &session] { tree(session, *options); });
 }
 
