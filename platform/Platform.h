@@ -14,6 +14,7 @@
 #include "platform/Mach/MachHost.h"
 #include "platform/ObjectiveC/Runtime.h"
 #include "platform/QuartzCore/CALayer.h"
+#include "platform/UIKit/InputDevices.h"
 #include "platform/UIKit/UIApplication.h"
 
 namespace tarni::platform {
@@ -31,6 +32,8 @@ struct Platform {
   UIScreen* mainScreen = nullptr;
   UIAlerts* alerts = nullptr;
   IOHIDEventSystem* hidEvents = nullptr;
+  // Null on a platform that has none.
+  InputDevices* inputDevices = nullptr;
   // Null on a platform without a loader: every address then reads as empty.
   NSURLLoader* urlLoader = nullptr;
 };

@@ -10,6 +10,7 @@
 #include <vector>
 
 #include "platform/Task.h"
+#include "platform/UIKit/RunLoopObserver.h"
 #include "platform/UIKit/UIEvent.h"
 #include "platform/UIKit/UIView.h"
 
@@ -53,6 +54,10 @@ class UIApplication {
   // meanwhile.
   virtual Task<CFRunLoopRunResult> runLoopRunInMode(std::string mode, double seconds,
                                                     bool returnAfterSourceHandled) = 0;
+
+  // One observer; null takes it off. It is called from then on, and lives until it is taken off.
+  // False on a platform that cannot tell.
+  virtual bool setRunLoopObserver(RunLoopObserver*) { return false; }
 
   // Hands the address to the program that the system has for it. False when there is none.
   virtual bool openURL(std::string_view url) = 0;

@@ -23,6 +23,9 @@ class UIImage {
   virtual UIImageRef crop(const CGRect& rect) const = 0;
   // JPEG bytes, quality from 0 to 1; empty for an image without pixels.
   virtual std::vector<std::byte> JPEGRepresentation(double quality) const = 0;
+  // PNG bytes, nothing lost; empty for an image without pixels and where the platform has no
+  // encoder.
+  virtual std::vector<std::byte> PNGRepresentation() const { return {}; }
 };
 
 }  // namespace tarni::platform

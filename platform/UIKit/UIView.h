@@ -35,8 +35,8 @@ class UIView : public std::enable_shared_from_this<UIView> {
   bool isKindOfClass(Class kind) const { return getClass()->isSubclassOf(kind); }
 
   // --- the tree
-  // ----------------------------------------------------------------------------------- Null for a
-  // window and for a view that stands in no tree.
+
+  // Null for a window and for a view that stands in no tree.
   virtual UIViewRef superview() const = 0;
   // Back to front. Valid until the program runs again; asking twice without that in between gives
   // the same memory.
@@ -47,8 +47,8 @@ class UIView : public std::enable_shared_from_this<UIView> {
   virtual CALayer& layer() const = 0;
 
   // --- geometry, in points
-  // ------------------------------------------------------------------------ The view's own
-  // coordinates; a scroll view's origin is its content offset.
+
+  // The view's own coordinates; a scroll view's origin is its content offset.
   virtual CGRect bounds() const = 0;
   // The upright rectangle in the superview's coordinates.
   virtual CGRect frame() const = 0;
@@ -64,7 +64,7 @@ class UIView : public std::enable_shared_from_this<UIView> {
   virtual UIViewRef hitTest(CGPoint point) const = 0;
 
   // --- state
-  // --------------------------------------------------------------------------------------
+
   virtual bool isHidden() const = 0;
   virtual bool isOpaque() const = 0;
   virtual bool clipsToBounds() const = 0;
@@ -76,7 +76,7 @@ class UIView : public std::enable_shared_from_this<UIView> {
   virtual std::span<const Class> gestureRecognizers() const = 0;
 
   // --- description; null is nil
-  // -------------------------------------------------------------------
+
   virtual long tag() const = 0;
   virtual std::optional<std::string> accessibilityIdentifier() const = 0;
   virtual std::optional<std::string> accessibilityLanguage() const = 0;

@@ -1,0 +1,49 @@
+// What lists, tables, trees and their cells tell beyond what is on screen. A backend's view derives
+// from UIView and from these; `as<UIItems>(view)` asks for one. Main thread only.
+#pragma once
+
+#include <optional>
+#include <string>
+
+#include "platform/UIKit/UIView.h"
+
+namespace tarni::platform {
+
+struct ItemPlace {
+  long row = 0;
+  long column = 0;
+};
+
+class UIItems {
+ public:
+  virtual ~UIItems() = default;
+  // Of the top level of a tree.
+  virtual long numberOfRows() const = 0;
+  virtual long numberOfColumns() const = 0;
+  // Brings the first item with this text on screen, whether or not it has a cell yet, and opens the
+  // nodes of a tree above it. False when no item has the text.
+  virtual Task<bool> scrollToText(std::string text) = 0;
+};
+
+class UIItemCell {
+ public:
+  virtual ~UIItemCell() = default;
+  // Below the node that it stands under, in a tree.
+  virtual ItemPlace place() const = 0;
+  // Null for what cannot be expanded.
+  virtual std::optional<bool> isExpanded() const = 0;
+  virtual Task<void> setExpanded(bool expanded) = 0;
+};
+
+// A control with a value that is not a text field's: a combo box, a spin box, a slider, a tab bar.
+class UIValueControl {
+ public:
+  virtual ~UIValueControl() = default;
+  // What it shows.
+  virtual std::string currentValue() const = 0;
+  // By its text, as a person would choose or type it; the application hears of it as of a person's
+  // choice. Throws NSException (invalid argument) that names what can be chosen when it cannot be.
+  virtual Task<void> chooseValue(std::string value) = 0;
+};
+
+}  // namespace tarni::platform
