@@ -11,6 +11,7 @@
 #include <stdexcept>
 #include <system_error>
 
+#include "host/guard/Descriptor.h"
 #include "host/guard/Json.h"
 
 namespace tarni::host {
@@ -18,20 +19,6 @@ namespace tarni::host {
 namespace fs = std::filesystem;
 
 namespace {
-
-class Opened {
- public:
-  Opened(const fs::path& path, int flags) : number_(open(path.c_str(), flags | O_CLOEXEC)) {}
-  Opened(const Opened&) = delete;
-  Opened& operator=(const Opened&) = delete;
-  ~Opened() {
-    if (number_ >= 0) close(number_);
-  }
-  int number() const { return number_; }
-
- private:
-  int number_;
-};
 
 bool isTrusted(uid_t owner) {
   return owner == geteuid() || owner == 0;
@@ -42,7 +29,7 @@ bool isTrusted(uid_t owner) {
 fs::path followed(fs::path path) {
   constexpr int kMostLinks = 40;
   for (int links = 0; links < kMostLinks; ++links) {
-    const Opened link(path, O_PATH | O_NOFOLLOW);
+    const Descriptor link(open(path.c_str(), O_PATH | O_NOFOLLOW | O_CLOEXEC));
     struct stat info {};
     if (link.number() < 0 || fstat(link.number(), &info) != 0 || !S_ISLNK(info.st_mode)) {
       return path;
@@ -143,7 +130,7 @@ void makePrivateFolder(const fs::path& path) {
 }
 
 ReadFile readFile(const fs::path& path) {
-  const Opened file(path, O_RDONLY);
+  const Descriptor file(open(path.c_str(), O_RDONLY | O_CLOEXEC));
   struct stat info {};
   if (file.number() < 0 || fstat(file.number(), &info) != 0) {
     throw std::runtime_error("cannot read " + path.string());

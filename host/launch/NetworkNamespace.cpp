@@ -15,6 +15,8 @@
 #include <string>
 #include <system_error>
 
+#include "host/guard/Descriptor.h"
+
 namespace tarni::host {
 
 namespace {
@@ -22,20 +24,6 @@ namespace {
 [[noreturn]] void fail(const std::string& what) {
   throw std::runtime_error(what + ": " + std::system_category().message(errno));
 }
-
-class Descriptor {
- public:
-  explicit Descriptor(int number) : number_(number) {}
-  Descriptor(const Descriptor&) = delete;
-  Descriptor& operator=(const Descriptor&) = delete;
-  ~Descriptor() {
-    if (number_ >= 0) close(number_);
-  }
-  int number() const { return number_; }
-
- private:
-  int number_;
-};
 
 void writeTo(const char* path, const std::string& text) {
   std::ofstream file(path);

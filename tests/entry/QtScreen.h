@@ -10,6 +10,8 @@
 #include <QtCore/QTimer>
 #include <QtGui/QWindow>
 #include <QtWidgets/QApplication>
+#include <QtWidgets/QMainWindow>
+#include <QtWidgets/QVBoxLayout>
 #include <QtWidgets/QWidget>
 #include <exception>
 #include <functional>
@@ -75,5 +77,23 @@ inline Task<void> drag(QWidget* widget, QPoint from, QPoint to) {
                                      {double(start.x()), double(start.y())},
                                      {double(end.x()), double(end.y())});
 }
+
+// A window with a page that widgets are added to, one below the other.
+class PageTest : public testing::Test {
+ protected:
+  template <typename Widget>
+  Widget* add(Widget* widget) {
+    layout_->addWidget(widget);
+    return widget;
+  }
+
+  QMainWindow window_;
+  QWidget* page_ = [this] {
+    auto* const page = new QWidget;
+    window_.setCentralWidget(page);
+    return page;
+  }();
+  QVBoxLayout* layout_ = new QVBoxLayout(page_);
+};
 
 }  // namespace tarni::test

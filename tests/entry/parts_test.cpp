@@ -6,7 +6,6 @@
 #include <QtWidgets/QSpinBox>
 #include <QtWidgets/QToolButton>
 #include <QtWidgets/QTreeWidget>
-#include <QtWidgets/QVBoxLayout>
 
 #include "platform/UIKit/UIControls.h"
 #include "tests/entry/QtScreen.h"
@@ -16,13 +15,8 @@ namespace {
 
 using platform::UIViewRef;
 
-class Parts : public testing::Test {
+class Parts : public PageTest {
  protected:
-  template <typename Widget>
-  Widget* add(Widget* widget) {
-    layout_->addWidget(widget);
-    return widget;
-  }
   void SetUp() override {
     slider_->setRange(0, 100);
     slider_->setValue(50);
@@ -78,8 +72,6 @@ class Parts : public testing::Test {
     EXPECT_EQ(clicks_, 1);
   }
 
-  QWidget window_;
-  QVBoxLayout* layout_ = new QVBoxLayout(&window_);
   QSpinBox* spin_ = add(new QSpinBox);
   QSlider* slider_ = add(new QSlider(Qt::Horizontal));
   QScrollBar* bar_ = add(new QScrollBar(Qt::Horizontal));
@@ -111,6 +103,8 @@ TEST_F(Parts, GrooveOfASliderStepsAndItsHandleLeavesItAsItIs) {
   finish(tapOn(bar_, "Line right"));
   finish(tapOn(bar_, "Page left"));
   EXPECT_EQ(bar_->value(), 41);
+  bar_->hide();
+  EXPECT_THAT(qt::viewOfWidget(bar_)->subviews(), testing::IsEmpty());
 }
 
 TEST_F(Parts, ArrowsOpenWhatATapBesideItCloses) {

@@ -12,7 +12,6 @@
 #include <QtWidgets/QFileDialog>
 #include <QtWidgets/QLineEdit>
 #include <QtWidgets/QListWidget>
-#include <QtWidgets/QMainWindow>
 #include <QtWidgets/QMenu>
 #include <QtWidgets/QMenuBar>
 #include <QtWidgets/QMessageBox>
@@ -23,7 +22,6 @@
 #include <QtWidgets/QTabWidget>
 #include <QtWidgets/QToolButton>
 #include <QtWidgets/QTreeWidget>
-#include <QtWidgets/QVBoxLayout>
 #include <algorithm>
 
 #include "platform/UIKit/UIControls.h"
@@ -32,26 +30,12 @@
 namespace tarni::test {
 namespace {
 
-class Taps : public testing::Test {
+class Taps : public PageTest {
  protected:
-  template <typename Widget>
-  Widget* add(Widget* widget) {
-    layout_->addWidget(widget);
-    return widget;
-  }
-
   void showWindow() {
     window_.resize(400, 300);
     show(window_);
   }
-
-  QMainWindow window_;
-  QWidget* page_ = [this] {
-    auto* const page = new QWidget;
-    window_.setCentralWidget(page);
-    return page;
-  }();
-  QVBoxLayout* layout_ = new QVBoxLayout(page_);
 };
 
 TEST_F(Taps, ReachAViewThatMovedToAnotherWindow) {

@@ -86,78 +86,76 @@ QRect nodeRect(const QTreeView& tree, const QModelIndex& index) {
 
 }  // namespace
 
+// -------------------------------------------------------------------------------------- QtItemPart
+
+QRect QtItemPart::shape() const {
+  const QAbstractItemView* const view = itemView();
+  if (!view) return {};
+  const QWidget& viewport = *view->viewport();
+  return (placeIn(*view) & viewport.rect()).translated(viewport.pos());
+}
+
+bool QtItemPart::isUserInteractionEnabled() const {
+  const QAbstractItemView* const view = itemView();
+  return view && view->isEnabled() && index_.flags().testFlag(Qt::ItemIsEnabled);
+}
+
+std::optional<std::string> QtItemPart::text() const {
+  const QAbstractItemView* const view = itemView();
+  return view ? textOf(*view, index_) : std::nullopt;
+}
+
 // ------------------------------------------------------------------------------------------ QtCell
 
 std::shared_ptr<QtCellSwitch> QtCell::checkBox() const {
-  if (!isCheckable(index_)) return nullptr;
-  if (!checkBox_) checkBox_ = std::make_shared<QtCellSwitch>(owner(), index_);
+  if (!isCheckable(index())) return nullptr;
+  if (!checkBox_) checkBox_ = std::make_shared<QtCellSwitch>(owner(), index());
   return checkBox_;
 }
 
 std::shared_ptr<QtTreeNode> QtCell::node() const {
   const QAbstractItemView* const view = itemView();
-  if (!view || !treeWithNodeAt(*view, index_)) return nullptr;
-  if (!node_) node_ = std::make_shared<QtTreeNode>(owner(), index_);
+  if (!view || !treeWithNodeAt(*view, index())) return nullptr;
+  if (!node_) node_ = std::make_shared<QtTreeNode>(owner(), index());
   return node_;
 }
 
-QRect QtCell::shape() const {
-  const QAbstractItemView* const view = itemView();
-  if (!view) return {};
-  const QWidget& viewport = *view->viewport();
-  return (view->visualRect(index_) & viewport.rect()).translated(viewport.pos());
-}
-
-bool QtCell::isUserInteractionEnabled() const {
-  const QAbstractItemView* const view = itemView();
-  return view && view->isEnabled() && index_.flags().testFlag(Qt::ItemIsEnabled);
-}
-
-std::optional<std::string> QtCell::cellText() const {
-  const QAbstractItemView* const view = itemView();
-  return view ? textOf(*view, index_) : std::nullopt;
+QRect QtCell::placeIn(const QAbstractItemView& view) const {
+  return view.visualRect(index());
 }
 
 std::optional<std::string> QtCell::accessibilityValue() const {
-  const QVariant state = itemView() ? index_.data(Qt::CheckStateRole) : QVariant();
+  const QVariant state = itemView() ? index().data(Qt::CheckStateRole) : QVariant();
   if (!state.isValid()) return std::nullopt;
   return checkText(state.toInt() == Qt::Checked);
 }
 
 std::optional<std::string> QtCell::accessibilityLabel() const {
   if (!itemView()) return std::nullopt;
-  const QString told = index_.data(Qt::AccessibleTextRole).toString();
+  const QString told = index().data(Qt::AccessibleTextRole).toString();
   return told.isEmpty() ? cellText() : utf8(told);
 }
 
 std::optional<std::string> QtCell::accessibilityHint() const {
   if (!itemView()) return std::nullopt;
-  return nonEmpty(withoutMarkup(index_.data(Qt::ToolTipRole).toString()));
+  return nonEmpty(withoutMarkup(index().data(Qt::ToolTipRole).toString()));
 }
 
 // ------------------------------------------------------------------------------------ QtCellSwitch
 
 QtCellSwitch::QtCellSwitch(std::weak_ptr<const QtView> owner, const QPersistentModelIndex& index)
-    : QtPart(std::move(owner), platform::uikit::UISwitch), index_(index) {}
+    : QtItemPart(std::move(owner), platform::uikit::UISwitch, index) {}
 
-QRect QtCellSwitch::shape() const {
-  const auto* const view = static_cast<const QAbstractItemView*>(widget());
-  if (!view) return {};
-  const QWidget& viewport = *view->viewport();
-  return (checkBoxRect(*view, index_) & viewport.rect()).translated(viewport.pos());
-}
-
-bool QtCellSwitch::isUserInteractionEnabled() const {
-  const QWidget* const view = widget();
-  return view && view->isEnabled() && index_.flags().testFlag(Qt::ItemIsEnabled);
+QRect QtCellSwitch::placeIn(const QAbstractItemView& view) const {
+  return checkBoxRect(view, index());
 }
 
 bool QtCellSwitch::isOn() const {
-  return exists() && index_.data(Qt::CheckStateRole).toInt() == Qt::Checked;
+  return exists() && index().data(Qt::CheckStateRole).toInt() == Qt::Checked;
 }
 
 platform::Task<void> QtCellSwitch::setOn(bool on) {
-  return performAsInput([index = index_, on] {
+  return performAsInput([index = index(), on] {
     if (!index.isValid() || !index.flags().testFlag(Qt::ItemIsEnabled)) return;
     const_cast<QAbstractItemModel*>(index.model())
         ->setData(index, on ? Qt::Checked : Qt::Unchecked, Qt::CheckStateRole);
@@ -168,23 +166,15 @@ platform::Task<void> QtCellSwitch::sendActionsForControlEvents(std::uint32_t) {
   co_return;
 }
 
-std::optional<std::string> QtCellSwitch::accessibilityLabel() const {
-  const auto* const view = static_cast<const QAbstractItemView*>(widget());
-  return view ? textOf(*view, index_) : std::nullopt;
-}
-
 // -------------------------------------------------------------------------------------- QtTreeNode
 
 QtTreeNode::QtTreeNode(std::weak_ptr<const QtView> owner, const QPersistentModelIndex& index)
-    : QtPart(std::move(owner),
-             platform::defineClass(names::disclosureButton, platform::uikit::UIButton)),
-      index_(index) {}
+    : QtItemPart(std::move(owner),
+                 platform::defineClass(names::disclosureButton, platform::uikit::UIButton), index) {
+}
 
-QRect QtTreeNode::shape() const {
-  const auto* const tree = static_cast<const QTreeView*>(widget());
-  if (!tree) return {};
-  const QWidget& viewport = *tree->viewport();
-  return (nodeRect(*tree, index_) & viewport.rect()).translated(viewport.pos());
+QRect QtTreeNode::placeIn(const QAbstractItemView& view) const {
+  return nodeRect(static_cast<const QTreeView&>(view), index());
 }
 
 bool QtTreeNode::isUserInteractionEnabled() const {
@@ -196,15 +186,10 @@ platform::Task<void> QtTreeNode::sendActionsForControlEvents(std::uint32_t) {
   co_return;
 }
 
-std::optional<std::string> QtTreeNode::currentTitle() const {
-  const auto* const tree = static_cast<const QTreeView*>(widget());
-  return tree ? textOf(*tree, index_) : std::nullopt;
-}
-
 std::optional<std::string> QtTreeNode::accessibilityValue() const {
   const auto* const tree = static_cast<const QTreeView*>(widget());
   if (!tree) return std::nullopt;
-  return tree->isExpanded(index_.sibling(index_.row(), 0)) ? "expanded" : "collapsed";
+  return tree->isExpanded(index().sibling(index().row(), 0)) ? "expanded" : "collapsed";
 }
 
 // -------------------------------------------------------------------------------------- QtItemView

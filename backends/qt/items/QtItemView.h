@@ -15,81 +15,88 @@ namespace tarni::qt {
 class QtCellSwitch;
 class QtTreeNode;
 
-class QtCell final : public QtPart, public platform::UITableViewCell {
+// What an item view draws for one item of its model.
+class QtItemPart : public QtPart {
  public:
-  QtCell(std::weak_ptr<const QtView> owner, platform::Class cellClass, const QModelIndex& index)
-      : QtPart(std::move(owner), cellClass), index_(index) {}
+  QtItemPart(std::weak_ptr<const QtView> owner, platform::Class partClass,
+             const QPersistentModelIndex& index)
+      : QtPart(std::move(owner), partClass), index_(index) {}
 
   const QPersistentModelIndex& index() const { return index_; }
+  // The visible part, so that the middle of what stands at the edge can be clicked.
+  QRect shape() const final;
+  bool isUserInteractionEnabled() const override;
+  std::optional<std::string> accessibilityHint() const override { return std::nullopt; }
+
+ protected:
+  bool exists() const final { return index_.isValid(); }
+  // In the viewport.
+  virtual QRect placeIn(const QAbstractItemView& view) const = 0;
+  // Null when the item is no longer there.
+  QAbstractItemView* itemView() const { return static_cast<QAbstractItemView*>(widget()); }
+  // What the view shows for the item.
+  std::optional<std::string> text() const;
+
+ private:
+  const QPersistentModelIndex index_;
+};
+
+class QtCell final : public QtItemPart, public platform::UITableViewCell {
+ public:
+  using QtItemPart::QtItemPart;
+
   // The check box that is drawn in the cell, another view that stands above it; null when there is
   // none that could be clicked.
   std::shared_ptr<QtCellSwitch> checkBox() const;
   // What opens and closes the row of a tree, before its text; null when there is nothing below it.
   std::shared_ptr<QtTreeNode> node() const;
 
-  // The visible part, so that the middle of a cell at the edge can be clicked.
-  QRect shape() const override;
-  bool isUserInteractionEnabled() const override;
-  std::optional<std::string> cellText() const override;
+  std::optional<std::string> cellText() const override { return text(); }
   // The check mark, when the cell has one.
   std::optional<std::string> accessibilityValue() const override;
   std::optional<std::string> accessibilityLabel() const override;
   std::optional<std::string> accessibilityHint() const override;
 
  protected:
-  bool exists() const override { return index_.isValid(); }
+  QRect placeIn(const QAbstractItemView& view) const override;
 
  private:
-  // Null when the cell is no longer there.
-  QAbstractItemView* itemView() const { return static_cast<QAbstractItemView*>(widget()); }
-
-  const QPersistentModelIndex index_;
   mutable std::shared_ptr<QtCellSwitch> checkBox_;
   mutable std::shared_ptr<QtTreeNode> node_;
 };
 
-class QtCellSwitch final : public QtPart, public platform::UIControl, public platform::UISwitch {
+class QtCellSwitch final : public QtItemPart,
+                           public platform::UIControl,
+                           public platform::UISwitch {
  public:
   QtCellSwitch(std::weak_ptr<const QtView> owner, const QPersistentModelIndex& index);
 
-  // Where the style draws it, as far as it is seen.
-  QRect shape() const override;
-  bool isUserInteractionEnabled() const override;
   bool isOn() const override;
   // As by a click: the model is told.
   platform::Task<void> setOn(bool on) override;
   platform::Task<void> sendActionsForControlEvents(std::uint32_t events) override;
   std::optional<std::string> accessibilityValue() const override { return std::nullopt; }
   // The cell's text.
-  std::optional<std::string> accessibilityLabel() const override;
-  std::optional<std::string> accessibilityHint() const override { return std::nullopt; }
+  std::optional<std::string> accessibilityLabel() const override { return text(); }
 
  protected:
-  bool exists() const override { return index_.isValid(); }
-
- private:
-  const QPersistentModelIndex index_;
+  QRect placeIn(const QAbstractItemView& view) const override;
 };
 
-class QtTreeNode final : public QtPart, public platform::UIControl, public platform::UIButton {
+class QtTreeNode final : public QtItemPart, public platform::UIControl, public platform::UIButton {
  public:
   QtTreeNode(std::weak_ptr<const QtView> owner, const QPersistentModelIndex& index);
 
-  // Where the style draws it, as far as it is seen.
-  QRect shape() const override;
+  // Also in a row that is disabled.
   bool isUserInteractionEnabled() const override;
   platform::Task<void> sendActionsForControlEvents(std::uint32_t events) override;
   // The row's text: a click changes the state, and the node is the same before and after.
-  std::optional<std::string> currentTitle() const override;
+  std::optional<std::string> currentTitle() const override { return text(); }
   std::optional<std::string> accessibilityValue() const override;
   std::optional<std::string> accessibilityLabel() const override { return currentTitle(); }
-  std::optional<std::string> accessibilityHint() const override { return std::nullopt; }
 
  protected:
-  bool exists() const override { return index_.isValid(); }
-
- private:
-  const QPersistentModelIndex index_;
+  QRect placeIn(const QAbstractItemView& view) const override;
 };
 
 class QtItemView final : public QtScrollView {
