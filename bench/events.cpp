@@ -5,7 +5,7 @@
 
 #include "agent/Queue/ElementsQueue.h"
 #include "agent/Queue/RecorderQueue.h"
-#include "agent/core/UIApplication_KIFAdditions.h"
+#include "agent/core/startup/UIApplication_KIFAdditions.h"
 #include "agent/elements/UIViewsManager.h"
 #include "agent/elements/Utilities.h"
 #include "agent/recording/RecorderAction.h"

@@ -4,8 +4,8 @@
 #include <utility>
 
 #include "agent/WebView/WebView.h"
-#include "agent/core/Load.h"
-#include "agent/core/RecordControl.h"
+#include "agent/core/startup/Load.h"
+#include "agent/core/startup/RecordControl.h"
 #include "platform/Foundation/Guarded.h"
 
 namespace tarni::entry {

@@ -4,11 +4,11 @@
 #include <mutex>
 #include <nlohmann/json.hpp>
 
-#include "agent/elements/ScreenSurvey.h"
 #include "agent/elements/UIViewFinder.h"
 #include "agent/elements/UIViewMemoryCache.h"
 #include "agent/elements/UIViewsManager.h"
 #include "agent/elements/Utilities.h"
+#include "agent/interaction/ScreenSurvey.h"
 #include "agent/interaction/UIView_KIFAdditions.h"
 #include "platform/Platform.h"
 #include "platform/UIKit/Classes.h"

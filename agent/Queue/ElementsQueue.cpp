@@ -2,9 +2,9 @@
 
 #include <utility>
 
-#include "agent/Queue/RecorderWorker.h"
-#include "agent/core/MainThread.h"
+#include "agent/core/state/MainThread.h"
 #include "agent/elements/IdentityTag.h"
+#include "agent/recording/RecorderWorker.h"
 #include "platform/Foundation/Guarded.h"
 #include "platform/Platform.h"
 

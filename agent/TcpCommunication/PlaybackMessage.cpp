@@ -2,7 +2,7 @@
 
 #include <utility>
 
-#include "agent/TcpCommunication/BaseManager/UTF8.h"
+#include "agent/core/state/UTF8.h"
 #include "agent/elements/Utilities.h"
 
 namespace tarni {

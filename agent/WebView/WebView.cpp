@@ -3,8 +3,8 @@
 #include <atomic>
 #include <memory>
 
-#include "agent/core/GlobalVars.h"
-#include "agent/core/TcpChannel.h"
+#include "agent/core/startup/TcpChannel.h"
+#include "agent/core/state/GlobalVars.h"
 #include "agent/elements/UIViewFinder.h"
 #include "platform/Foundation/Guarded.h"
 #include "platform/Foundation/NSException.h"

@@ -14,7 +14,7 @@
 #include <ctime>
 #include <span>
 
-#include "agent/core/MainThread.h"
+#include "agent/core/state/MainThread.h"
 #include "agent/diagnostics/ViewHierarchy.h"
 #include "agent/elements/Utilities.h"
 #include "platform/Foundation/Guarded.h"

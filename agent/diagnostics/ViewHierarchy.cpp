@@ -4,7 +4,7 @@
 #include <sstream>
 #include <vector>
 
-#include "agent/core/MainThread.h"
+#include "agent/core/state/MainThread.h"
 #include "agent/elements/Utilities.h"
 #include "agent/elements/ViewWalk.h"
 #include "platform/Platform.h"

@@ -2,10 +2,10 @@
 
 #include <nlohmann/json.hpp>
 
-#include "agent/core/GlobalVars.h"
-#include "agent/elements/NativeCommands.h"
+#include "agent/commands/NativeCommands.h"
+#include "agent/commands/WebViewCommands.h"
+#include "agent/core/state/GlobalVars.h"
 #include "agent/elements/UIViewsManager.h"
-#include "agent/elements/WebViewCommands.h"
 #include "platform/Platform.h"
 #include "platform/UIKit/Classes.h"
 #include "platform/UIKit/UIControls.h"

@@ -7,7 +7,7 @@
 #include <string>
 #include <vector>
 
-#include "agent/TcpCommunication/FunctionCallObject.h"
+#include "agent/commands/FunctionCallObject.h"
 #include "platform/Task.h"
 #include "platform/UIKit/UIView.h"
 

@@ -1,6 +1,6 @@
 #include "agent/elements/UIViewMemoryCache.h"
 
-#include "agent/core/MainThread.h"
+#include "agent/core/state/MainThread.h"
 #include "agent/elements/Utilities.h"
 
 namespace tarni {

@@ -2,7 +2,7 @@
 
 #include <cstdlib>
 
-#include "agent/core/MainThread.h"
+#include "agent/core/state/MainThread.h"
 #include "agent/elements/Utilities.h"
 
 namespace tarni {

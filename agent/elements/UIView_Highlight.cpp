@@ -3,7 +3,7 @@
 #include <cstdint>
 #include <unordered_map>
 
-#include "agent/core/MainThread.h"
+#include "agent/core/state/MainThread.h"
 #include "platform/Platform.h"
 
 namespace tarni::Highlight {

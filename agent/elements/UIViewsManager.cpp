@@ -1,7 +1,7 @@
 #include "agent/elements/UIViewsManager.h"
 
-#include "agent/core/GlobalVars.h"
-#include "agent/core/MainThread.h"
+#include "agent/core/state/GlobalVars.h"
+#include "agent/core/state/MainThread.h"
 #include "agent/elements/IdentityTag.h"
 #include "agent/elements/UIViewMemoryCache.h"
 #include "agent/elements/UIView_Highlight.h"

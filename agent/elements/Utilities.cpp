@@ -5,8 +5,8 @@
 #include <nlohmann/json.hpp>
 #include <sstream>
 
-#include "agent/core/GlobalVars.h"
-#include "agent/elements/DictionaryReader.h"
+#include "agent/core/state/DictionaryReader.h"
+#include "agent/core/state/GlobalVars.h"
 #include "platform/Platform.h"
 
 namespace tarni {

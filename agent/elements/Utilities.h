@@ -9,7 +9,7 @@
 #include <string>
 #include <string_view>
 
-#include "agent/TcpCommunication/FunctionCallObject.h"
+#include "agent/commands/FunctionCallObject.h"
 #include "agent/elements/ElementProperties.h"
 #include "agent/elements/MappedActionObject.h"
 #include "platform/Task.h"

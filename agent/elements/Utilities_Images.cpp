@@ -1,4 +1,4 @@
-#include "agent/core/MainThread.h"
+#include "agent/core/state/MainThread.h"
 #include "agent/elements/Utilities.h"
 #include "platform/Platform.h"
 

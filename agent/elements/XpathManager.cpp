@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-#include "agent/core/MainThread.h"
+#include "agent/core/state/MainThread.h"
 #include "agent/elements/IdentityTag.h"
 
 namespace tarni {

@@ -5,7 +5,7 @@
 #include <string>
 #include <vector>
 
-#include "agent/core/MainThread.h"
+#include "agent/core/state/MainThread.h"
 #include "agent/interaction/CAAnimation_KIFAdditions.h"
 #include "platform/Platform.h"
 

@@ -1,6 +1,6 @@
 #include "agent/interaction/PlayBackInteractionMethods.h"
 
-#include "agent/core/MainThread.h"
+#include "agent/core/state/MainThread.h"
 #include "agent/interaction/UIView_KIFAdditions.h"
 #include "platform/ObjectiveC/Runtime.h"
 #include "platform/Platform.h"

@@ -2,7 +2,7 @@
 
 #include <mutex>
 
-#include "agent/core/MainThread.h"
+#include "agent/core/state/MainThread.h"
 #include "agent/interaction/Swizzle.h"
 #include "platform/Platform.h"
 #include "platform/UIKit/Classes.h"

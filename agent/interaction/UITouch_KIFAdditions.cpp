@@ -1,6 +1,6 @@
 #include "agent/interaction/UITouch_KIFAdditions.h"
 
-#include "agent/core/MainThread.h"
+#include "agent/core/state/MainThread.h"
 #include "agent/interaction/UIEvent_KIFAdditions.h"
 #include "platform/Platform.h"
 

@@ -5,7 +5,7 @@
 #include <numbers>
 #include <string>
 
-#include "agent/core/MainThread.h"
+#include "agent/core/state/MainThread.h"
 #include "agent/interaction/UIApplication_KIFAdditions.h"
 #include "agent/interaction/UIEvent_KIFAdditions.h"
 #include "agent/interaction/UITouch_KIFAdditions.h"

@@ -6,7 +6,7 @@
 #include <span>
 #include <vector>
 
-#include "agent/core/MainThread.h"
+#include "agent/core/state/MainThread.h"
 #include "platform/Platform.h"
 #include "platform/UIKit/Classes.h"
 

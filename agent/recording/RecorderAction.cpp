@@ -4,8 +4,8 @@
 #include <nlohmann/json.hpp>
 
 #include "agent/Queue/RecorderQueue.h"
-#include "agent/core/GlobalVars.h"
-#include "agent/core/MainThread.h"
+#include "agent/core/state/GlobalVars.h"
+#include "agent/core/state/MainThread.h"
 #include "agent/elements/IdentityTag.h"
 #include "agent/elements/UIViewFinder.h"
 #include "agent/elements/UIViewsManager.h"
@@ -13,6 +13,7 @@
 #include "agent/elements/XpathManager.h"
 #include "agent/interaction/UIView_KIFAdditions.h"
 #include "agent/recording/MainRecorderAction.h"
+#include "agent/recording/TouchedView.h"
 #include "platform/Foundation/Guarded.h"
 #include "platform/Foundation/NSException.h"
 #include "platform/Platform.h"
@@ -32,20 +33,6 @@ bool classNameContains(const UIViewRef& view, std::string_view part) {
   return view->getClass()->lowercaseName().find(part) != std::string::npos;
 }
 
-bool takesTouchesWhole(const UIViewRef& view) {
-  return view->isKindOfClass(uikit::UIButton) || view->isKindOfClass(uikit::UITextField) ||
-         view->isKindOfClass(uikit::UISwitch);
-}
-
-// True when the point, in the coordinates of `touched`, lies strictly inside the candidate.
-bool isStrictlyInside(const UIViewRef& candidate, const UIViewRef& touched, CGPoint point) {
-  const CGPoint center =
-      platform::convertPoint(candidate->center(), candidate->superview(), touched);
-  const platform::CGSize size = candidate->bounds().size;
-  return point.x > center.x - size.width / 2 && point.x < center.x + size.width / 2 &&
-         point.y > center.y - size.height / 2 && point.y < center.y + size.height / 2;
-}
-
 // The window that was touched is the one that counts for the tap, whether or not it has become the
 // key window already.
 platform::UIWindowRef windowOf(const UIViewRef& touched) {
@@ -53,8 +40,6 @@ platform::UIWindowRef windowOf(const UIViewRef& touched) {
   return window ? window : UIViewFinder().getCurrentWindow();
 }
 
-// The view listed last that contains the point, so that what lies on top wins. The list holds
-// hidden views as well, but those are nowhere (UIView::center).
 UIViewRef refinedView(const UIViewRef& touched, CGPoint point) {
   if (takesTouchesWhole(touched)) return touched;
   UIViewsManager manager;
@@ -62,10 +47,8 @@ UIViewRef refinedView(const UIViewRef& touched, CGPoint point) {
   if (candidates->empty()) {
     candidates = &manager.GetAllViewsForPlayer(windowOf(touched), true);
   }
-  const auto last = std::find_if(
-      candidates->rbegin(), candidates->rend(),
-      [&](const UIViewRef& candidate) { return isStrictlyInside(candidate, touched, point); });
-  return last == candidates->rend() ? touched : *last;
+  const UIViewRef foremost = foremostAt(*candidates, touched, point);
+  return foremost ? foremost : touched;
 }
 
 UIViewRef selectedSegmentView(const UIViewRef& view) {

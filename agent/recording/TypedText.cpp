@@ -2,8 +2,8 @@
 
 #include <utility>
 
-#include "agent/core/GlobalVars.h"
-#include "agent/core/MainThread.h"
+#include "agent/core/state/GlobalVars.h"
+#include "agent/core/state/MainThread.h"
 #include "platform/Platform.h"
 
 namespace tarni {

@@ -12,7 +12,7 @@
 #include <string>
 
 #include "agent/WebView/WebView.h"
-#include "agent/core/GlobalVars.h"
+#include "agent/core/state/GlobalVars.h"
 #include "backends/qt/QtPlatform.h"
 #include "backends/qt/views/QtExtension.h"
 #include "backends/qt/webengine/WebEngineExtension.h"

@@ -15,7 +15,7 @@
 
 #include "agent/TcpCommunication/BaseManager/RecorderCommands.h"
 #include "agent/TcpCommunication/BaseManager/ServerManager.h"
-#include "agent/core/GlobalVars.h"
+#include "agent/core/state/GlobalVars.h"
 #include "backends/posix/Dispatch.h"
 #include "backends/posix/EventRecord.h"
 #include "backends/posix/ProcessInfo.h"

@@ -3,7 +3,7 @@
 #include <gmock/gmock.h>
 
 #include "agent/TcpCommunication/BaseManager/RecorderCommands.h"
-#include "agent/core/GlobalVars.h"
+#include "agent/core/state/GlobalVars.h"
 #include "backends/headless/views/WebView.h"
 #include "platform/Foundation/NSException.h"
 #include "platform/Foundation/NSURLLoader.h"

@@ -12,7 +12,7 @@
 #include <vector>
 
 #include "agent/TcpCommunication/PlaybackExecutor.h"
-#include "agent/core/GlobalVars.h"
+#include "agent/core/state/GlobalVars.h"
 #include "agent/elements/IdentityTag.h"
 #include "agent/elements/UIViewMemoryCache.h"
 #include "agent/elements/UIViewsManager.h"

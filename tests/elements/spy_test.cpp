@@ -1,8 +1,8 @@
 // Spy mode: which element is picked, and what is told of it.
 #include "agent/Queue/RecorderQueue.h"
-#include "agent/elements/ElementSpy.h"
 #include "agent/elements/UIViewStorage.h"
 #include "agent/elements/UIView_Highlight.h"
+#include "agent/recording/ElementSpy.h"
 #include "backends/headless/views/Button.h"
 #include "backends/headless/views/Label.h"
 #include "backends/headless/views/WebView.h"

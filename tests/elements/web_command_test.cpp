@@ -1,7 +1,7 @@
 // The commands inside a web page.
-#include "agent/elements/WebViewCommands.h"
+#include "agent/commands/WebViewCommands.h"
 
-#include "agent/core/GlobalVars.h"
+#include "agent/core/state/GlobalVars.h"
 #include "backends/headless/views/Label.h"
 #include "backends/headless/views/WebView.h"
 #include "platform/Foundation/NSException.h"

@@ -4,7 +4,7 @@
 #include <nlohmann/json.hpp>
 
 #include "agent/TcpCommunication/BaseManager/ServerManager.h"
-#include "agent/core/Load.h"
+#include "agent/core/startup/Load.h"
 #include "backends/headless/views/Button.h"
 #include "backends/headless/views/Label.h"
 #include "tests/faults/NarrowSockets.h"

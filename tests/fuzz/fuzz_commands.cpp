@@ -3,7 +3,7 @@
 #include <nlohmann/json.hpp>
 
 #include "agent/TcpCommunication/PlaybackExecutor.h"
-#include "agent/core/GlobalVars.h"
+#include "agent/core/state/GlobalVars.h"
 #include "tests/fuzz/FuzzScreen.h"
 
 using tarni::test::FuzzScreen;

@@ -5,8 +5,8 @@
 #include <stdexcept>
 
 #include "agent/WebView/WebView.h"
-#include "agent/core/GlobalVars.h"
-#include "agent/core/UIApplication_KIFAdditions.h"
+#include "agent/core/state/GlobalVars.h"
+#include "agent/core/startup/UIApplication_KIFAdditions.h"
 #include "agent/elements/UIViewsManager.h"
 #include "agent/interaction/UIView_KIFAdditions_Gestures.h"
 #include "agent/recording/RecorderAction.h"

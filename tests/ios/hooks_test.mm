@@ -1,9 +1,9 @@
 // The methods of UIKit's that the agent exchanges, among the exchanges and subclasses of applications.
 #include <stdexcept>
 
-#include "agent/core/GlobalVars.h"
-#include "agent/core/UIApplication_KIFAdditions.h"
-#include "agent/core/UIViewController_UIViewController.h"
+#include "agent/core/state/GlobalVars.h"
+#include "agent/core/startup/UIApplication_KIFAdditions.h"
+#include "agent/core/startup/UIViewController_UIViewController.h"
 #include "agent/interaction/Swizzle.h"
 #include "agent/interaction/UIApplication_KIFAdditions.h"
 #include "agent/interaction/UIView_KIFAdditions_Gestures.h"

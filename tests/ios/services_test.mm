@@ -4,7 +4,7 @@
 #include <nlohmann/json.hpp>
 
 #include "agent/WebView/WebView.h"
-#include "agent/core/GlobalVars.h"
+#include "agent/core/state/GlobalVars.h"
 #include "agent/elements/UIView_Highlight.h"
 #include "agent/elements/Utilities.h"
 #include "platform/UIKit/UIControls.h"

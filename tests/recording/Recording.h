@@ -11,10 +11,10 @@
 
 #include "agent/Queue/ElementsQueue.h"
 #include "agent/Queue/RecorderQueue.h"
-#include "agent/Queue/RecorderWorker.h"
-#include "agent/core/GlobalVars.h"
-#include "agent/core/UIApplication_KIFAdditions.h"
+#include "agent/core/startup/UIApplication_KIFAdditions.h"
+#include "agent/core/state/GlobalVars.h"
 #include "agent/elements/UIViewsManager.h"
+#include "agent/recording/RecorderWorker.h"
 #include "agent/recording/TypedText.h"
 #include "tests/interaction/Screen.h"
 

@@ -5,9 +5,9 @@
 #include <string_view>
 #include <system_error>
 
-#include "agent/TcpCommunication/BaseManager/UTF8.h"
 #include "agent/WebView/WebView.h"
-#include "agent/core/GlobalVars.h"
+#include "agent/core/state/GlobalVars.h"
+#include "agent/core/state/UTF8.h"
 #include "agent/elements/UIViewStorage.h"
 #include "agent/elements/UIView_Highlight.h"
 #include "agent/elements/Utilities.h"

@@ -1,20 +1,19 @@
-#include "agent/elements/ElementSpy.h"
+#include "agent/recording/ElementSpy.h"
 
 #include <nlohmann/json.hpp>
 
 #include "agent/Queue/RecorderQueue.h"
-#include "agent/core/MainThread.h"
+#include "agent/core/state/MainThread.h"
 #include "agent/elements/UIViewStorage.h"
 #include "agent/elements/UIView_Highlight.h"
 #include "agent/elements/UIViewsManager.h"
 #include "agent/elements/Utilities.h"
 #include "agent/elements/XpathManager.h"
 #include "agent/recording/MainRecorderAction.h"
-#include "platform/UIKit/Classes.h"
+#include "agent/recording/TouchedView.h"
 
 namespace tarni {
 
-namespace uikit = platform::uikit;
 using nlohmann::ordered_json;
 using platform::CGPoint;
 using platform::CGRect;
@@ -22,31 +21,14 @@ using platform::UIViewRef;
 
 namespace {
 
-bool isTakenWhole(const UIViewRef& view) {
-  return view->isKindOfClass(uikit::UIButton) || view->isKindOfClass(uikit::UITextField) ||
-         view->isKindOfClass(uikit::UISwitch);
-}
-
-// Whether the point (coordinates of `selection`) lies strictly inside the candidate.
-bool isStrictlyInside(const UIViewRef& candidate, const UIViewRef& selection, CGPoint point) {
-  const CGPoint center =
-      platform::convertPoint(candidate->center(), candidate->superview(), selection);
-  const platform::CGSize size = candidate->bounds().size;
-  const CGRect area{{center.x - size.width / 2, center.y - size.height / 2}, size};
-  return area.minX() < point.x && point.x < area.maxX() && area.minY() < point.y &&
-         point.y < area.maxY();
-}
-
-// The view listed last, so the deepest and foremost, that holds the point; the touched view when
-// none does or when it is one that is never looked into.
+// The foremost view at the point; the touched view when there is none or when it
+// is one that is never looked into. The walk gives all of them their identities.
 UIViewRef selectionAt(const UIViewRef& touchedView, CGPoint point) {
   UIViewsManager manager;
   const std::vector<UIViewRef>& views = manager.GetAllViews(touchedView, true);
-  if (isTakenWhole(touchedView)) return touchedView;
-  for (auto candidate = views.rbegin(); candidate != views.rend(); ++candidate) {
-    if (isStrictlyInside(*candidate, touchedView, point)) return *candidate;
-  }
-  return touchedView;
+  if (takesTouchesWhole(touchedView)) return touchedView;
+  const UIViewRef foremost = foremostAt(views, touchedView, point);
+  return foremost ? foremost : touchedView;
 }
 
 std::string rounded(double value) {

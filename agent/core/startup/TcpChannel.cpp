@@ -1,4 +1,4 @@
-#include "agent/core/TcpChannel.h"
+#include "agent/core/startup/TcpChannel.h"
 
 #include <mutex>
 #include <nlohmann/json.hpp>
@@ -6,7 +6,7 @@
 
 #include "agent/Queue/RecorderQueue.h"
 #include "agent/TcpCommunication/BaseManager/ServerManager.h"
-#include "agent/core/GlobalVars.h"
+#include "agent/core/state/GlobalVars.h"
 #include "agent/elements/Utilities.h"
 #include "platform/Foundation/Guarded.h"
 #include "platform/Platform.h"

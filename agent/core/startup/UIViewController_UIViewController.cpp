@@ -1,6 +1,6 @@
-#include "agent/core/UIViewController_UIViewController.h"
+#include "agent/core/startup/UIViewController_UIViewController.h"
 
-#include "agent/core/GlobalVars.h"
+#include "agent/core/state/GlobalVars.h"
 #include "agent/interaction/Swizzle.h"
 #include "platform/Foundation/Guarded.h"
 #include "platform/Platform.h"

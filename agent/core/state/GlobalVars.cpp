@@ -1,4 +1,4 @@
-#include "agent/core/GlobalVars.h"
+#include "agent/core/state/GlobalVars.h"
 
 #include <utility>
 

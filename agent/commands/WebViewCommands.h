@@ -6,7 +6,7 @@
 #include <string>
 #include <string_view>
 
-#include "agent/elements/PlaybackCommand.h"
+#include "agent/commands/PlaybackCommand.h"
 #include "platform/Task.h"
 
 namespace tarni {

@@ -4,7 +4,7 @@
 
 #include <string>
 
-#include "agent/TcpCommunication/FunctionCallObject.h"
+#include "agent/commands/FunctionCallObject.h"
 
 namespace tarni {
 

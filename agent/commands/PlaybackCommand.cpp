@@ -1,4 +1,4 @@
-#include "agent/elements/PlaybackCommand.h"
+#include "agent/commands/PlaybackCommand.h"
 
 #include "platform/ObjectiveC/Class.h"
 

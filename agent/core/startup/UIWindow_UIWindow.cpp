@@ -1,6 +1,6 @@
-#include "agent/core/UIWindow_UIWindow.h"
+#include "agent/core/startup/UIWindow_UIWindow.h"
 
-#include "agent/core/GlobalVars.h"
+#include "agent/core/state/GlobalVars.h"
 #include "platform/Platform.h"
 #include "platform/UIKit/Classes.h"
 

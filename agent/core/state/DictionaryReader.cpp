@@ -1,4 +1,4 @@
-#include "agent/elements/DictionaryReader.h"
+#include "agent/core/state/DictionaryReader.h"
 
 #include <algorithm>
 

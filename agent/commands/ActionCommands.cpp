@@ -1,7 +1,7 @@
 #include <algorithm>
 #include <nlohmann/json.hpp>
 
-#include "agent/elements/NativeCommands.h"
+#include "agent/commands/NativeCommands.h"
 #include "agent/elements/UIViewFinder.h"
 #include "agent/elements/UIView_Highlight.h"
 #include "agent/interaction/PlayBackInteractionMethods.h"

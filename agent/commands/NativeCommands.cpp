@@ -1,4 +1,4 @@
-#include "agent/elements/NativeCommands.h"
+#include "agent/commands/NativeCommands.h"
 
 #include <algorithm>
 #include <array>

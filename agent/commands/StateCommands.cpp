@@ -1,7 +1,7 @@
 #include <nlohmann/json.hpp>
 
 #include "agent/AI/AiAPI.h"
-#include "agent/elements/NativeCommands.h"
+#include "agent/commands/NativeCommands.h"
 #include "agent/elements/Utilities.h"
 #include "platform/Platform.h"
 #include "platform/UIKit/Classes.h"

@@ -1,11 +1,11 @@
-#include "agent/Queue/RecorderWorker.h"
+#include "agent/recording/RecorderWorker.h"
 
 #include <algorithm>
 #include <atomic>
 #include <thread>
 
 #include "agent/Queue/ElementProcessor.h"
-#include "agent/core/GlobalVars.h"
+#include "agent/core/state/GlobalVars.h"
 #include "agent/elements/Utilities.h"
 #include "agent/recording/RecorderAction.h"
 #include "agent/recording/TypedText.h"
@@ -17,7 +17,7 @@ namespace {
 using platform::Task;
 using platform::UIViewRef;
 
-constexpr auto pauseAfterTypedText = std::chrono::milliseconds(500);
+constexpr auto pauseBeforeNextStep = std::chrono::milliseconds(500);
 constexpr auto pauseBetweenLooks = std::chrono::milliseconds(1);
 
 // What the worker has taken from the bucket and not yet queued.
@@ -106,7 +106,7 @@ bool RecorderWorker::flushTypedText() {
   platform::MainQueue& main = platform::current().dispatch->mainQueue();
   if (!main.syncTask([&] { return takePendingText(queue_, &pending); })) return false;
   for (const StepDraftRef& draft : pending.drafts) enqueue(draft);
-  if (pending.wasPending) std::this_thread::sleep_for(pauseAfterTypedText);
+  if (pending.wasPending) std::this_thread::sleep_for(pauseBeforeNextStep);
   return true;
 }
 

@@ -1,4 +1,4 @@
-#include "agent/elements/ScreenSurvey.h"
+#include "agent/interaction/ScreenSurvey.h"
 
 #include <algorithm>
 

@@ -2,8 +2,8 @@
 #include <nlohmann/json.hpp>
 
 #include "agent/AI/AiAPI.h"
+#include "agent/commands/NativeCommands.h"
 #include "agent/elements/IdentityTag.h"
-#include "agent/elements/NativeCommands.h"
 #include "agent/elements/UIViewFinder.h"
 #include "agent/elements/UIViewMemoryCache.h"
 #include "agent/elements/UIViewsManager.h"

@@ -8,7 +8,7 @@
 
 #include <nlohmann/json_fwd.hpp>
 
-#include "agent/elements/PlaybackCommand.h"
+#include "agent/commands/PlaybackCommand.h"
 #include "platform/Task.h"
 #include "platform/UIKit/UIView.h"
 

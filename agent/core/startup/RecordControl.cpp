@@ -1,13 +1,13 @@
-#include "agent/core/RecordControl.h"
+#include "agent/core/startup/RecordControl.h"
 
 #include <chrono>
 
 #include "agent/Queue/ElementsQueue.h"
-#include "agent/Queue/RecorderWorker.h"
 #include "agent/WebView/WebView.h"
-#include "agent/core/GlobalVars.h"
-#include "agent/core/TcpChannel.h"
+#include "agent/core/startup/TcpChannel.h"
+#include "agent/core/state/GlobalVars.h"
 #include "agent/elements/UIViewsManager.h"
+#include "agent/recording/RecorderWorker.h"
 #include "agent/recording/TypedText.h"
 #include "platform/Foundation/Guarded.h"
 #include "platform/Platform.h"

@@ -1,4 +1,4 @@
-#include "agent/TcpCommunication/BaseManager/UTF8.h"
+#include "agent/core/state/UTF8.h"
 
 #include <nlohmann/json.hpp>
 

@@ -1,4 +1,4 @@
-#include "agent/elements/WebViewCommands.h"
+#include "agent/commands/WebViewCommands.h"
 
 #include <algorithm>
 #include <array>
@@ -6,7 +6,7 @@
 #include <initializer_list>
 
 #include "agent/WebView/WebView.h"
-#include "agent/core/GlobalVars.h"
+#include "agent/core/state/GlobalVars.h"
 #include "agent/elements/Utilities.h"
 #include "platform/Foundation/NSException.h"
 

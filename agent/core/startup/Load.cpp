@@ -1,11 +1,11 @@
-#include "agent/core/Load.h"
+#include "agent/core/startup/Load.h"
 
 #include <cstdlib>
 
-#include "agent/core/RecordControl.h"
-#include "agent/core/UIApplication_KIFAdditions.h"
-#include "agent/core/UIViewController_UIViewController.h"
-#include "agent/core/UIWindow_UIWindow.h"
+#include "agent/core/startup/RecordControl.h"
+#include "agent/core/startup/UIApplication_KIFAdditions.h"
+#include "agent/core/startup/UIViewController_UIViewController.h"
+#include "agent/core/startup/UIWindow_UIWindow.h"
 #include "platform/UIKit/Classes.h"
 
 namespace tarni {

@@ -6,7 +6,7 @@
 #include <string_view>
 #include <utility>
 
-#include "agent/TcpCommunication/CommandField.h"
+#include "agent/commands/CommandField.h"
 
 namespace tarni {
 
