@@ -24,6 +24,7 @@ namespace {
 // The foremost view at the point; the touched view when there is none or when it
 // is one that is never looked into. The walk gives all of them their identities.
 UIViewRef selectionAt(const UIViewRef& touchedView, CGPoint point) {
+  const std::shared_ptr<void> still = platform::current().application->holdStill();
   UIViewsManager manager;
   const std::vector<UIViewRef>& views = manager.GetAllViews(touchedView, true);
   if (takesTouchesWhole(touchedView)) return touchedView;

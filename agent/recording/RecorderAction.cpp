@@ -42,6 +42,7 @@ platform::UIWindowRef windowOf(const UIViewRef& touched) {
 
 UIViewRef refinedView(const UIViewRef& touched, CGPoint point) {
   if (takesTouchesWhole(touched)) return touched;
+  const std::shared_ptr<void> still = platform::current().application->holdStill();
   UIViewsManager manager;
   const std::vector<UIViewRef>* candidates = &manager.GetAllViewsForPlayer(touched, true);
   if (candidates->empty()) {

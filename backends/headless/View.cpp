@@ -170,8 +170,14 @@ CGRect View::frame() const {
 }
 
 CGPoint View::center() const {
+  CGRect shown = bounds_;
+  const auto isClippedAway = [&shown] { return shown.size.width <= 0 || shown.size.height <= 0; };
+  const bool hasSize = !isClippedAway();
   for (const View* at = this; at; at = at->superview_) {
     if (at->isHidden()) return platform::kNowhere;
+    if (at->clipsToBounds_) shown = platform::CGRectIntersection(shown, at->bounds_);
+    if (hasSize && isClippedAway()) return platform::kNowhere;
+    shown = CGRectApplyAffineTransform(shown, at->transformToSuperview());
   }
   return center_;
 }

@@ -52,8 +52,9 @@ class UIView : public std::enable_shared_from_this<UIView> {
   virtual CGRect bounds() const = 0;
   // The upright rectangle in the superview's coordinates.
   virtual CGRect frame() const = 0;
-  // Where a finger finds the view: the middle of the frame, and `kNowhere` for a view that is
-  // hidden or stands below a hidden one.
+  // Where a finger finds the view: the middle of the frame, and `kNowhere` for one that no finger
+  // finds: it is hidden or stands below a hidden one, is clipped away by those above it, or lets
+  // fingers through to what lies below.
   virtual CGPoint center() const = 0;
   virtual CGAffineTransform transform() const = 0;
   // Between the view's coordinates and those of its window (of the topmost view, when it is in

@@ -91,6 +91,7 @@ class RandomLayout {
       panel->setGeometry(number(60), number(60), 120, 30);
       panel->setVisible(oneIn(2));
       panel->setAutoFillBackground(true);
+      panel->setAttribute(Qt::WA_TransparentForMouseEvents, oneIn(2));
     }
     return in;
   }

@@ -207,11 +207,36 @@ TEST_F(HitTest, OnlyAModalPopupKeepsFingersFromThePage) {
   EXPECT_EQ(metInMiddle("inPopup"), "inPopup");
 }
 
-TEST_F(HitTest, WhatIsClippedIsNotMet) {
-  show(R"(Item { width: 50; height: 50; clip: true
-    Rectangle { objectName: "wide"; width: 200; height: 50; color: "red" } })");
-  EXPECT_EQ(met(25, 25), "wide");
+TEST_F(HitTest, WhatIsClippedAwayIsNowhere) {
+  show(R"(Item { x: 10; width: 50; height: 50; clip: true
+    Rectangle { objectName: "wide"; x: -20; width: 200; height: 50; color: "red"
+      Rectangle { objectName: "in"; x: 30; y: 10; width: 100; height: 10 } } }
+    Flickable { y: 100; width: 50; height: 50; contentHeight: 500
+      Button { objectName: "below"; y: 60; width: 50; height: 30 } })");
+  EXPECT_EQ(met(35, 40), "wide");
   EXPECT_NE(met(100, 25), "wide");
+  EXPECT_EQ(view("wide")->bounds(), (CGRect{{0, 0}, {50, 50}})) << "what is seen of it";
+  EXPECT_EQ(view("wide")->convertPointToWindow({0, 0}), (CGPoint{10, 0}));
+  EXPECT_EQ(view("wide")->convertPointFromWindow({10, 0}), CGPoint());
+  EXPECT_EQ(view("wide")->center(), (CGPoint{25, 25}));
+  EXPECT_EQ(view("in")->frame(), (CGRect{{10, 10}, {40, 10}}));
+  EXPECT_TRUE(std::isnan(view("below")->center().x));
+  EXPECT_EQ(view("below")->bounds(), CGRect{});
+}
+
+TEST_F(HitTest, WhatLetsFingersThroughIsNowhere) {
+  show(R"(Rectangle { objectName: "card"; width: 100; height: 60
+      MouseArea { anchors.fill: parent } }
+    Rectangle { objectName: "shade"; width: 100; height: 60; color: "#40000000" }
+    Item { objectName: "layer"; width: 400; height: 300
+      Button { objectName: "button"; x: 200; width: 100; height: 60 } }
+    Text { objectName: "words"; y: 100; text: "Words" })");
+  for (const char* const name : {"shade", "layer"}) {
+    EXPECT_TRUE(std::isnan(view(name)->center().x)) << name;
+  }
+  for (const char* const name : {"card", "button", "words"}) {
+    EXPECT_FALSE(std::isnan(view(name)->center().x)) << name;
+  }
 }
 
 TEST_F(Lists, HaveCellsForWhatTheirViewportShows) {

@@ -129,6 +129,18 @@ TEST_F(Steps, WhatIsHiddenTakesNoTap) {
   EXPECT_EQ(objectOf(takeSteps().at(0)).at("sahiText"), "shown");
 }
 
+TEST_F(Steps, WhatIsClippedAwayTakesNoTap) {
+  const auto page = build<View>().frame({{0, 0}, {200, 200}}).in(*window);
+  build<headless::Label>("shown").frame({{0, 0}, {200, 40}}).in(*page);
+  const auto panel = build<View>().frame({{0, 100}, {200, 50}}).in(*page);
+  panel->setClipsToBounds(true);
+  build<headless::Label>("clipped away").frame({{0, -100}, {200, 40}}).in(*panel);
+  walk();
+  environment.finger().tap(*page, {50, 20});
+  runWorker();
+  EXPECT_EQ(objectOf(takeSteps().at(0)).at("sahiText"), "shown");
+}
+
 TEST_F(Steps, TapThatTurnsThePageIsThatOfThePageItWasOn) {
   const auto row = build<headless::Label>("row").frame({{0, 0}, {200, 40}}).in(*window);
   const auto page = build<View>().frame({{0, 0}, {200, 200}}).hidden().in(*window);

@@ -5,6 +5,8 @@
 
 #include <algorithm>
 
+#include "backends/qt/quick/QuickScene.h"
+
 namespace tarni::qt {
 namespace {
 
@@ -70,6 +72,24 @@ QTransform transformToParent(const QQuickItem& item) {
   QTransform transform;
   QQuickItemPrivate::get(&item)->itemToParentTransform(transform);
   return transform;
+}
+
+QRectF shownPart(const QQuickItem& item) {
+  const QRectF own({}, item.size());
+  if (own.isEmpty() || !item.isVisible() || !item.window()) return own;
+  QRectF shown = own;
+  QTransform toAbove;
+  const auto clipBy = [&](const QRectF& clip) {
+    bool isFlat = false;
+    const QTransform fromAbove = toAbove.inverted(&isFlat);
+    shown &= isFlat ? fromAbove.mapRect(clip) : QRectF();
+  };
+  for (const QQuickItem* at = &item; at; at = at->parentItem()) {
+    if (at != &item && clipsContents(*at)) clipBy(at->clipRect());
+    toAbove *= transformToParent(*at);
+  }
+  clipBy(shownPartOfScene(*item.window()));
+  return shown.isEmpty() ? QRectF() : shown;
 }
 
 bool isShown(const QQuickItem& item) {

@@ -5,6 +5,7 @@
 #include <QtWidgets/QWidget>
 #include <unordered_map>
 
+#include "backends/qt/views/QtViewBase.h"
 #include "backends/qt/views/ViewRegistry.h"
 
 namespace tarni::qt {
@@ -48,6 +49,13 @@ platform::UIWindowRef windowViewOfScene(QQuickWindow& scene) {
 QPointF originOfScene(const QQuickWindow& scene) {
   const QWidget* const host = sceneHost(scene);
   return host ? QPointF(host->mapTo(host->window(), QPoint())) : QPointF();
+}
+
+QRectF shownPartOfScene(const QQuickWindow& scene) {
+  QWidget* const host = sceneHost(scene);
+  const platform::UIViewRef shown = host ? viewOfWidget(host) : nullptr;
+  if (!shown) return QRectF({}, scene.size());
+  return static_cast<const QtViewBase&>(*shown).shownShape();
 }
 
 QQuickItem* focusItemOfScene(const QQuickWindow& scene) {

@@ -3,6 +3,7 @@
 #pragma once
 
 #include <QtCore/QPointF>
+#include <QtCore/QRectF>
 #include <QtQuick/QQuickWindow>
 
 #include "platform/UIKit/UIView.h"
@@ -25,6 +26,8 @@ platform::UIViewRef viewOfScene(QQuickWindow& scene);
 QWindow* topLevelOfScene(QQuickWindow& scene);
 platform::UIWindowRef windowViewOfScene(QQuickWindow& scene);
 QPointF originOfScene(const QQuickWindow& scene);
+// What the window or the host shows of it, in its own coordinates.
+QRectF shownPartOfScene(const QQuickWindow& scene);
 
 // The item that has the keyboard, or would have it if the window were active. Null for none.
 QQuickItem* focusItemOfScene(const QQuickWindow& scene);

@@ -271,6 +271,18 @@ QQuickItem* itemAt(QQuickItem& root, QPointF point) {
   return isMeant(drawn, taker) ? drawn : taker;
 }
 
+bool isMetAt(QQuickItem& item, QPointF point) {
+  const auto isRecognizing = [](const QQuickItem* child) {
+    return isRecognizer(*child) && takesTouches(*child);
+  };
+  if (takesTouches(item) || std::ranges::any_of(item.childItems(), isRecognizing)) return true;
+  if (!draws(item) && !drawsItself(kindOf(item))) return false;
+  QQuickItem& root = *item.window()->contentItem();
+  const QQuickItem* const taker =
+      viewItem(Probe(root, item.mapToItem(&root, point), reachOf(root)).taker);
+  return !taker || taker == &item || taker->isAncestorOf(&item) || item.isAncestorOf(taker);
+}
+
 bool hasTapHandler(const QQuickItem& item) {
   const auto* const hidden = QQuickItemPrivate::get(&item);
   if (hidden->hasPointerHandlers()) {

@@ -27,6 +27,10 @@ QQuickItem* viewItem(QQuickItem* item);
 // first.
 QQuickItem* itemAt(QQuickItem& root, QPointF point);
 
+// True when a finger on that point of the item may mean it: it takes touches, or it draws something
+// and leaves them to what it stands in. Whether something above it covers the point is not asked.
+bool isMetAt(QQuickItem& item, QPointF point);
+
 // True when a tap in the middle of the item does something by a handler or a mouse area.
 bool hasTapHandler(const QQuickItem& item);
 

@@ -13,6 +13,7 @@
 #include "backends/qt/quick/QmlOrigin.h"
 #include "backends/qt/quick/QuickBorder.h"
 #include "backends/qt/quick/QuickImage.h"
+#include "backends/qt/quick/QuickReach.h"
 #include "backends/qt/quick/QuickRegistry.h"
 #include "backends/qt/quick/QuickScene.h"
 #include "backends/qt/quick/QuickTree.h"
@@ -108,32 +109,37 @@ platform::UIWindowRef QuickView::window() const {
 }
 
 CGRect QuickView::bounds() const {
-  return item_ ? toCGRect({{}, item_->size()}) : CGRect{};
+  return toCGRect({{}, part().size()});
 }
 
 CGRect QuickView::frame() const {
   if (!item_) return {};
   const QQuickItem* const above = superviewItem(*item_);
-  const QRectF own({}, item_->size());
-  return toCGRect(above ? item_->mapRectToItem(above, own) : item_->mapRectToScene(own));
+  if (!above) {
+    const QPointF origin =
+        item_->window() ? shownPartOfScene(*item_->window()).topLeft() : QPointF();
+    return toCGRect(item_->mapRectToScene(part()).translated(-origin));
+  }
+  return toCGRect(item_->mapRectToItem(above, part()).translated(-shownPart(*above).topLeft()));
 }
 
 CGPoint QuickView::convertPointToWindow(CGPoint point) const {
   if (!item_ || !item_->window()) return point;
-  const QPointF inScene = item_->mapToScene({point.x, point.y}) + originOfScene(*item_->window());
+  const QPointF own = part().topLeft() + QPointF(point.x, point.y);
+  const QPointF inScene = item_->mapToScene(own) + originOfScene(*item_->window());
   return {inScene.x(), inScene.y()};
 }
 
 CGPoint QuickView::convertPointFromWindow(CGPoint point) const {
   if (!item_ || !item_->window()) return point;
   const QPointF inScene = QPointF(point.x, point.y) - originOfScene(*item_->window());
-  const QPointF own = item_->mapFromScene(inScene);
+  const QPointF own = item_->mapFromScene(inScene) - part().topLeft();
   return {own.x(), own.y()};
 }
 
 UIViewRef QuickView::hitTest(CGPoint point) const {
   if (!item_ || !item_->isVisible()) return nullptr;
-  const QPointF at(point.x, point.y);
+  const QPointF at = part().topLeft() + QPointF(point.x, point.y);
   QQuickItem* const met = itemAt(*item_, at);
   if (met && (met == item_ || item_->isAncestorOf(met))) return viewOfItem(met);
   return item_->contains(at) ? std::const_pointer_cast<UIView>(shared_from_this()) : nullptr;
@@ -145,10 +151,13 @@ bool QuickView::isHidden() const {
   return !item_ || !QQuickItemPrivate::get(item_)->explicitVisible || item_->opacity() <= 0;
 }
 
-bool QuickView::isShown() const {
-  const QQuickItem* at = item_ && item_->isVisible() ? item_.data() : nullptr;
+bool QuickView::canBeFound() const {
+  const bool isShown = item_ && item_->window() && item_->isVisible();
+  const QQuickItem* at = isShown ? item_.data() : nullptr;
   while (at && at->opacity() > 0 && at->parentItem()) at = at->parentItem();
-  return at && at->opacity() > 0;
+  if (!at || at->opacity() <= 0) return false;
+  const QRectF shown = part();
+  return !shown.isEmpty() && isMetAt(*item_, shown.center());
 }
 
 bool QuickView::clipsToBounds() const {
@@ -225,8 +234,11 @@ std::optional<std::string> QuickView::accessibilityHint() const {
 
 platform::Task<platform::UIImageRef> QuickView::drawViewHierarchy() {
   if (!item_ || !item_->window()) co_return nullptr;
-  const QRectF part = item_->mapRectToScene({{}, item_->size()});
-  co_return co_await drawScene(*item_->window(), part);
+  co_return co_await drawScene(*item_->window(), item_->mapRectToScene(part()));
+}
+
+QRectF QuickView::part() const {
+  return item_ ? shownPart(*item_) : QRectF();
 }
 
 QString QuickView::text(const char* property) const {

@@ -59,11 +59,14 @@ class QuickView : public QtViewCore {
   platform::Task<platform::UIImageRef> drawViewHierarchy() final;
 
  protected:
-  bool isShown() const final;
+  bool canBeFound() const final;
   // The item's property as text; empty for one that it does not have.
   QString text(const char* property) const;
 
  private:
+  // The rectangle that the view has for everybody else, in the item's coordinates (QuickReach.h).
+  QRectF part() const;
+
   const QPointer<QQuickItem> item_;
   const platform::Class class_;
   mutable QuickSubviews subviews_;

@@ -31,7 +31,7 @@ class QuickWindowView final : public QtViewCore {
   platform::UIViewRef hitTest(platform::CGPoint point) const final;
 
   bool isHidden() const final { return !window_ || !window_->isVisible(); }
-  bool isShown() const final { return !isHidden(); }
+  bool canBeFound() const final { return !isHidden(); }
   bool isOpaque() const final { return window_ && window_->color().alpha() == 255; }
   bool clipsToBounds() const final { return true; }
   bool isUserInteractionEnabled() const final { return window_ != nullptr; }

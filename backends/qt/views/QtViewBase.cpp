@@ -47,8 +47,15 @@ QRect QtViewBase::shownShape() const {
   return shown.isEmpty() ? QRect() : shown;
 }
 
-bool QtViewBase::isShown() const {
-  return widget() && widget()->isVisible() && !isHidden();
+bool QtViewBase::canBeFound() const {
+  const QWidget* at = widget();
+  if (!at || !at->isVisible() || isHidden()) return false;
+  // What lets the mouse through does so with everything in it.
+  while (!at->testAttribute(Qt::WA_TransparentForMouseEvents)) {
+    if (at->isWindow()) return true;
+    at = at->parentWidget();
+  }
+  return at->isWindow();
 }
 
 CGRect QtViewBase::bounds() const {

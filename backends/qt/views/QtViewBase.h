@@ -32,7 +32,7 @@ class QtViewBase : public QtViewCore {
   platform::Task<platform::UIImageRef> drawViewHierarchy() final;
 
  protected:
-  bool isShown() const final;
+  bool canBeFound() const final;
 
  private:
   QPoint originInWindow() const;

@@ -3,7 +3,7 @@
 namespace tarni::qt {
 
 platform::CGPoint QtViewCore::center() const {
-  if (!isShown()) return platform::kNowhere;
+  if (!canBeFound()) return platform::kNowhere;
   const platform::CGRect outer = frame();
   return {outer.midX(), outer.midY()};
 }

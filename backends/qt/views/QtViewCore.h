@@ -34,8 +34,9 @@ class QtViewCore : public platform::UIView {
   platform::UIViewRef instanceVariable(std::string_view) const override { return nullptr; }
 
  protected:
-  // False when the view is hidden or stands in a hidden one.
-  virtual bool isShown() const = 0;
+  // False for a view that no finger finds at its place: it is hidden or stands in a hidden one, or
+  // what lies below it takes the touch.
+  virtual bool canBeFound() const = 0;
   // `title`, and for a view that shows an icon only what a screen reader calls it, otherwise its
   // tool tip.
   std::optional<std::string> titleOrName(std::optional<std::string> title) const;
