@@ -6,6 +6,8 @@
 #include <QtWidgets/QButtonGroup>
 #include <QtWidgets/QCheckBox>
 #include <QtWidgets/QComboBox>
+#include <QtWidgets/QDateEdit>
+#include <QtWidgets/QDial>
 #include <QtWidgets/QDialog>
 #include <QtWidgets/QGroupBox>
 #include <QtWidgets/QLabel>
@@ -20,8 +22,10 @@
 #include <QtWidgets/QStatusBar>
 #include <QtWidgets/QTableView>
 #include <QtWidgets/QTextEdit>
+#include <QtWidgets/QToolButton>
 #include <QtWidgets/QVBoxLayout>
 
+#include "backends/qt/program/Stillness.h"
 #include "tests/qt/Support.h"
 
 namespace tarni::test {
@@ -50,6 +54,30 @@ TEST(Texts, OfLabelsAreWhatIsReadOnScreen) {
   EXPECT_EQ(labelText(label), "&Name");
   label.setBuddy(&field);
   EXPECT_EQ(labelText(label), "Name") << "with a buddy the mark is a mnemonic";
+}
+
+TEST(Texts, OfWidgetsWithoutOneAreTheSameWhileTheProgramHoldsStill) {
+  QWidget window;
+  const std::vector<QWidget*> widgets = {
+      new QWidget(&window),   new QPushButton(&window),       new QPushButton("text", &window),
+      new QCheckBox(&window), new QToolButton(&window),       new QLineEdit("text", &window),
+      new QSpinBox(&window),  new QSlider(&window),           new QScrollBar(&window),
+      new QDial(&window),     new QGroupBox("text", &window), new QDateEdit(&window)};
+  const auto labels = [&] {
+    std::vector<std::optional<std::string>> all;
+    for (QWidget* const widget : widgets) all.push_back(viewOf(*widget)->accessibilityLabel());
+    return all;
+  };
+  const auto nameless = labels();
+  EXPECT_EQ(nameless.front(), std::nullopt);
+  {
+    const auto held = qt::stillness();
+    EXPECT_EQ(labels(), nameless);
+  }
+  for (QWidget* const widget : widgets) (new QLabel("named", &window))->setBuddy(widget);
+  const auto held = qt::stillness();
+  EXPECT_EQ(labels().front(), "named");
+  EXPECT_EQ(labels()[4], "named") << "a tool button";
 }
 
 TEST(Texts, OfButtonsComeWithoutMnemonic) {

@@ -1,10 +1,12 @@
 #include "backends/qt/views/QtView.h"
 
 #include <QtGui/QAccessible>
+#include <QtWidgets/QAbstractButton>
 #include <QtWidgets/QAbstractScrollArea>
-#include <QtWidgets/QAccessibleWidget>
 #include <QtWidgets/QGroupBox>
 #include <QtWidgets/QLabel>
+#include <algorithm>
+#include <string_view>
 #include <typeinfo>
 #include <unordered_map>
 #include <unordered_set>
@@ -39,8 +41,8 @@ std::unordered_set<const QWidget*> labelledChildren(const QWidget& parent) {
   return labelled;
 }
 
-// True when the toolkit's own name for a plain widget is that of something beside or round it,
-// which it looks for among all siblings. So is it when that is not known.
+// True when the toolkit's own name for a widget that has none is that of something beside or round
+// it, which it looks for among all siblings. So is it when that is not known.
 bool isNamedByOthers(const QWidget& widget) {
   using Labelled = std::unordered_map<const QWidget*, std::unordered_set<const QWidget*>>;
   static const char key = 0;
@@ -52,11 +54,23 @@ bool isNamedByOthers(const QWidget& widget) {
   return place->second.contains(&widget);
 }
 
+// Whether the toolkit knows no name for the widget but that of something beside or round it. Only
+// interfaces of the toolkit's own are of these types; all but one are private to it.
+bool isNameless(const QAccessibleInterface& interface, const QWidget& widget) {
+  constexpr std::string_view kNameless[] = {
+      "17QAccessibleWidget",        "17QAccessibleButton",          "21QAccessibleToolButton",
+      "19QAccessibleLineEdit",      "26QAccessibleAbstractSpinBox", "18QAccessibleSpinBox",
+      "24QAccessibleDoubleSpinBox", "17QAccessibleSlider",          "20QAccessibleScrollBar"};
+  const auto* const button = qobject_cast<const QAbstractButton*>(&widget);
+  if (button && !button->text().isEmpty()) return false;
+  return std::ranges::find(kNameless, typeid(interface).name()) != std::end(kNameless);
+}
+
 QString accessibleName(QWidget& widget) {
   QAccessibleInterface* const interface = accessible(&widget);
   if (!interface) return {};
-  const bool isPlain = typeid(*interface) == typeid(QAccessibleWidget);
-  return isPlain && !isNamedByOthers(widget) ? QString() : interface->text(QAccessible::Name);
+  if (isNameless(*interface, widget) && !isNamedByOthers(widget)) return {};
+  return interface->text(QAccessible::Name);
 }
 
 // Calls `visit` for every child widget that is no window until it answers false.
