@@ -7,8 +7,8 @@
 #include <string>
 #include <vector>
 
+#include "host/cli/Invocation.h"
 #include "host/cli/SafeOutput.h"
-#include "host/cli/Session.h"
 #include "host/cli/Subcommands.h"
 #include "host/cli/Terminal.h"
 #include "host/guard/Printable.h"
@@ -64,13 +64,13 @@ void declareGlobalOptions(CLI::App& app, GlobalOptions& options) {
   app.add_flag("--json", options.json, "print what the agent answered, for programs");
 }
 
-void declareSubcommands(CLI::App& app, Session& session, bool inScript) {
+void declareSubcommands(CLI::App& app, Invocation& invocation, bool inScript) {
   for (const auto& subcommand : subcommands()) {
     if (inScript && !subcommand.inScript) continue;
     auto* const parser = app.add_subcommand(subcommand.name, subcommand.summary);
     parser->fallthrough();
     parser->footer("");
-    subcommand.declare(*parser, session);
+    subcommand.declare(*parser, invocation);
   }
   app.require_subcommand(0, 1);
 }
@@ -92,15 +92,15 @@ std::string unknownCommand(const CLI::App& app) {
 
 // Parses by `parse` and so carries out the subcommand; turns what goes wrong into an exit code.
 template <typename Parse>
-ExitCode carryOut(CLI::App& app, Session& session, const Parse& parse) {
-  session.result = ExitCode::ok;
+ExitCode carryOut(CLI::App& app, Invocation& invocation, const Parse& parse) {
+  invocation.result = ExitCode::ok;
   try {
     parse();
     if (app.get_subcommands().empty()) {
       throw std::invalid_argument(std::string("which command? ") + kWhereCommandsAre);
     }
     std::cout.flush();
-    return session.result;
+    return invocation.result;
   } catch (const CLI::ParseError& error) {
     if (const auto word = unknownCommand(app); !word.empty()) {
       const auto what = "\"" + word + "\" is no command: " + kWhereCommandsAre;
@@ -114,7 +114,7 @@ ExitCode carryOut(CLI::App& app, Session& session, const Parse& parse) {
   } catch (const std::invalid_argument& error) {
     return complain(error, ExitCode::usage);
   } catch (const WireError& error) {
-    session.disconnect();
+    invocation.disconnect();
     return complain(error, ExitCode::wire);
   } catch (const AgentException& error) {
     std::cout.flush();
@@ -143,24 +143,24 @@ std::vector<std::string> wordsOf(int argc, char** argv) {
 
 int runTool(int argc, char** argv) {
   const SafeOutput safe;
-  Session session;
+  Invocation invocation;
   CLI::App app(kAbout, "tarni");
   app.footer(kFooter);
   app.set_version_flag("--version", "tarni " TARNI_VERSION);
-  declareGlobalOptions(app, session.options);
-  declareSubcommands(app, session, false);
-  const auto code = carryOut(app, session, [&] { app.parse(wordsOf(argc, argv)); });
-  return code == ExitCode::ok && session.programExitCode ? *session.programExitCode
-                                                         : static_cast<int>(code);
+  declareGlobalOptions(app, invocation.options);
+  declareSubcommands(app, invocation, false);
+  const auto code = carryOut(app, invocation, [&] { app.parse(wordsOf(argc, argv)); });
+  return code == ExitCode::ok && invocation.programExitCode ? *invocation.programExitCode
+                                                            : static_cast<int>(code);
 }
 
-ExitCode runLine(const std::string& line, Session& session) {
+ExitCode runLine(const std::string& line, Invocation& invocation) {
   CLI::App app("", "");
-  const bool json = session.options.json;
-  app.add_flag("--json", session.options.json);
-  declareSubcommands(app, session, true);
-  const auto code = carryOut(app, session, [&] { app.parse(line); });
-  session.options.json = json;
+  const bool json = invocation.options.json;
+  app.add_flag("--json", invocation.options.json);
+  declareSubcommands(app, invocation, true);
+  const auto code = carryOut(app, invocation, [&] { app.parse(line); });
+  invocation.options.json = json;
   return code;
 }
 

@@ -7,12 +7,12 @@
 
 namespace tarni::host {
 
-class Session;
+class Invocation;
 
 int runTool(int argc, char** argv);
 
-// Carries out one line of a script, as `tarni do` reads it, on the session's connection. Failures
-// are said on standard error and returned.
-ExitCode runLine(const std::string& line, Session& session);
+// Carries out one line of a script, as `tarni do` reads it, on the connection of the invocation.
+// Failures are said on standard error and returned.
+ExitCode runLine(const std::string& line, Invocation& invocation);
 
 }  // namespace tarni::host

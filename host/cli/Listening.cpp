@@ -12,7 +12,7 @@
 #include <iostream>
 #include <vector>
 
-#include "host/cli/Session.h"
+#include "host/cli/Invocation.h"
 #include "host/wire/WireError.h"
 
 namespace tarni::host {
@@ -99,7 +99,8 @@ void Listening::declare(CLI::App& parser, const std::string& things) {
       ->check(CLI::NonNegativeNumber.description(""));
 }
 
-void Listening::run(RecorderClient& recorder, Session& session, const Handlers& handlers) const {
+void Listening::run(RecorderClient& recorder, Invocation& invocation,
+                    const Handlers& handlers) const {
   const EndRequests endRequests;
   TypedLines lines;
   const bool asksPerson = handlers.onLine && mayReadStandardInput();
@@ -126,7 +127,7 @@ void Listening::run(RecorderClient& recorder, Session& session, const Handlers& 
       lines.take(handlers.onLine);
     }
   }
-  if (count_ && seen < *count_) session.result = ExitCode::no;
+  if (count_ && seen < *count_) invocation.result = ExitCode::no;
 }
 
 std::string timeOfDay() {

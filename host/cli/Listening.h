@@ -14,7 +14,7 @@ class App;
 
 namespace tarni::host {
 
-class Session;
+class Invocation;
 
 class Listening {
  public:
@@ -28,9 +28,9 @@ class Listening {
     std::function<void(const std::string&)> onLine = {};
   };
   // Returns when the count is reached, the seconds have passed, Ctrl-C or a termination signal
-  // comes, or the program closes the connection. Sets the session's result to "no" when fewer came
-  // than were asked for.
-  void run(RecorderClient& recorder, Session& session, const Handlers& handlers) const;
+  // comes, or the program closes the connection. Sets the invocation's result to "no" when fewer
+  // came than were asked for.
+  void run(RecorderClient& recorder, Invocation& invocation, const Handlers& handlers) const;
 
  private:
   std::optional<int> count_;

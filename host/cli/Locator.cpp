@@ -4,7 +4,7 @@
 #include <algorithm>
 #include <thread>
 
-#include "host/cli/Session.h"
+#include "host/cli/Invocation.h"
 #include "host/guard/Printable.h"
 
 namespace tarni::host {
@@ -53,7 +53,7 @@ std::string Locator::description() const {
   return words;
 }
 
-Answer Locator::findOnce(Session& session) const {
+Answer Locator::findOnce(Invocation& invocation) const {
   PlaybackCommand command{"findelements", tag == "*" ? "" : tag};
   if (text_) {
     command.accessorType = "text";
@@ -70,13 +70,13 @@ Answer Locator::findOnce(Session& session) const {
     command.functionName = "findelementsinsideelement";
     command.dataValue = inside_;
   }
-  return session.call(command);
+  return invocation.call(command);
 }
 
-Answer Locator::find(Session& session) const {
+Answer Locator::find(Invocation& invocation) const {
   const auto deadline = Clock::now() + fromSeconds(waitSeconds_);
   while (true) {
-    auto answer = findOnce(session);
+    auto answer = findOnce(invocation);
     if (!answer.elementIds().empty() || Clock::now() >= deadline) return answer;
     std::this_thread::sleep_for(kPauseBetweenSearches);
   }
@@ -99,7 +99,7 @@ bool Target::isGiven() const {
   return locator_.isGiven();
 }
 
-std::string Target::resolve(Session& session, std::size_t others) const {
+std::string Target::resolve(Invocation& invocation, std::size_t others) const {
   const auto expected = others + (isGiven() ? 0 : 1);
   if (arguments_.size() != expected) {
     throw std::invalid_argument(
@@ -107,9 +107,9 @@ std::string Target::resolve(Session& session, std::size_t others) const {
             ? "too many arguments: an element is named by its identifier or by options, not both"
             : "which element? Give its identifier, or --text, --partial, --xpath or --tag");
   }
-  if (isGiven()) return choose(locator_.find(session).elementIds());
+  if (isGiven()) return choose(locator_.find(invocation).elementIds());
   const auto& id = arguments_.front();
-  if (session.call({"gettext", "", "", id}).text() == "[]") {
+  if (invocation.call({"gettext", "", "", id}).text() == "[]") {
     throw NotFound("no element has the identifier " + id +
                    ": it is of a former find, or the element is gone");
   }

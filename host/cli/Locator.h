@@ -14,7 +14,7 @@ class App;
 
 namespace tarni::host {
 
-class Session;
+class Invocation;
 
 class Locator {
  public:
@@ -31,9 +31,9 @@ class Locator {
   std::string description() const;
 
   // One search, without waiting.
-  Answer findOnce(Session& session) const;
+  Answer findOnce(Invocation& invocation) const;
   // Searches until something is found or the time of --wait has passed.
-  Answer find(Session& session) const;
+  Answer find(Invocation& invocation) const;
 
  private:
   std::optional<std::string> text_;
@@ -53,7 +53,7 @@ class Target {
   // The identifier of the only element that fits; throws NotFound. What an identifier names is
   // asked for, as the agent answers an action on an unknown element like any other. `others` is how
   // many arguments the command takes besides.
-  std::string resolve(Session& session, std::size_t others = 0) const;
+  std::string resolve(Invocation& invocation, std::size_t others = 0) const;
   // For messages: the locator's description, or the identifier.
   std::string description() const;
   // The arguments besides the element.

@@ -3,17 +3,17 @@
 #include <cmath>
 #include <nlohmann/json.hpp>
 
-#include "host/cli/Session.h"
+#include "host/cli/Invocation.h"
 
 namespace tarni::host {
 
 bool isOnScreen(const Json& description) {
-  return textIn(description, "isVisibleInViewHierarchy") == "true" &&
-         textIn(description, "isVisibleInWindowFrame") == "true";
+  return isTrue(description, "isVisibleInViewHierarchy") &&
+         isTrue(description, "isVisibleInWindowFrame");
 }
 
 bool isCovered(const Json& description) {
-  return textIn(description, "isUserInteractionEnabled") == "true" &&
+  return isTrue(description, "isUserInteractionEnabled") &&
          textIn(description, "isProbablyTappable") == "false";
 }
 
@@ -21,21 +21,21 @@ bool isInSight(const Json& description) {
   return isOnScreen(description) && !isCovered(description);
 }
 
-Looks Looks::of(Session& session, const std::string& id) {
+Looks Looks::of(Invocation& invocation, const std::string& id) {
   const auto ask = [&](const char* function) {
-    return session.call({function, "", "", id}).output().value_or("");
+    return invocation.call({function, "", "", id}).output().value_or("");
   };
   return {ask("gettext"), ask("getwidth"), ask("getheight")};
 }
 
-Showing::Showing(Session& session, bool isOfFind, bool (*isShown)(const Json&)) {
+Showing::Showing(Invocation& invocation, bool isOfFind, bool (*isShown)(const Json&)) {
   const auto rounded = [](const Json& frame, const char* key) {
     return std::to_string(std::lrint(numberIn(frame, key)));
   };
-  const auto descriptions = session.call({"ai_findelements"}).entries();
+  const auto descriptions = invocation.call({"ai_findelements"}).entries();
   for (const auto& description : descriptions) {
-    if (isOfFind && textIn(description, "isVisibleInWindowFrame") != "true") continue;
-    const auto frame = description.value("rectangle", Json::object());
+    if (isOfFind && !isTrue(description, "isVisibleInWindowFrame")) continue;
+    const auto& frame = objectIn(description, "rectangle");
     const Looks looks{textIn(description, "text"), rounded(frame, "width"),
                       rounded(frame, "height")};
     const std::string answer = isShown(description) ? "true" : "false";

@@ -11,7 +11,7 @@
 
 namespace tarni::host {
 
-class Session;
+class Invocation;
 
 // Whether the element of that description is on screen: not hidden, nor on a page that is, and not
 // clipped away.
@@ -30,7 +30,7 @@ struct Looks {
   std::string width;
   std::string height;
 
-  static Looks of(Session& session, const std::string& id);
+  static Looks of(Invocation& invocation, const std::string& id);
   auto operator<=>(const Looks&) const = default;
 };
 
@@ -38,7 +38,7 @@ class Showing {
  public:
   // Describes all, which makes earlier identifiers void. With `isOfFind` elements are told about
   // that a find returned, which leaves out what is clipped away.
-  Showing(Session& session, bool isOfFind, bool (*isShown)(const Json&) = isOnScreen);
+  Showing(Invocation& invocation, bool isOfFind, bool (*isShown)(const Json&) = isOnScreen);
 
   // "true" or "false"; null when no element of these looks is described, "?" when some of them are
   // shown and some are not.

@@ -10,46 +10,46 @@ class App;
 
 namespace tarni::host {
 
-class Session;
+class Invocation;
 
 struct Subcommand {
   const char* name;
   const char* summary;
-  void (*declare)(CLI::App& parser, Session& session);
+  void (*declare)(CLI::App& parser, Invocation& invocation);
   bool inScript = true;  // may stand in a line of `tarni do`
 };
 
 std::span<const Subcommand> subcommands();
 
-void declareAttach(CLI::App& parser, Session& session);
-void declareClick(CLI::App& parser, Session& session);
-void declareDescribe(CLI::App& parser, Session& session);
-void declareDo(CLI::App& parser, Session& session);
-void declareEditable(CLI::App& parser, Session& session);
-void declareFind(CLI::App& parser, Session& session);
-void declareHighlight(CLI::App& parser, Session& session);
-void declareList(CLI::App& parser, Session& session);
-void declarePlay(CLI::App& parser, Session& session);
-void declareRecord(CLI::App& parser, Session& session);
-void declareReference(CLI::App& parser, Session& session);
-void declareRun(CLI::App& parser, Session& session);
-void declareScripts(CLI::App& parser, Session& session);
-void declareSend(CLI::App& parser, Session& session);
-void declareSnapshot(CLI::App& parser, Session& session);
-void declareSpy(CLI::App& parser, Session& session);
-void declareSwipe(CLI::App& parser, Session& session);
-void declareSwipeReset(CLI::App& parser, Session& session);
-void declareSwipeTo(CLI::App& parser, Session& session);
-void declareTree(CLI::App& parser, Session& session);
-void declareType(CLI::App& parser, Session& session);
-void declareWait(CLI::App& parser, Session& session);
+void declareAttach(CLI::App& parser, Invocation& invocation);
+void declareClick(CLI::App& parser, Invocation& invocation);
+void declareDescribe(CLI::App& parser, Invocation& invocation);
+void declareDo(CLI::App& parser, Invocation& invocation);
+void declareEditable(CLI::App& parser, Invocation& invocation);
+void declareFind(CLI::App& parser, Invocation& invocation);
+void declareHighlight(CLI::App& parser, Invocation& invocation);
+void declareList(CLI::App& parser, Invocation& invocation);
+void declarePlay(CLI::App& parser, Invocation& invocation);
+void declareRecord(CLI::App& parser, Invocation& invocation);
+void declareReference(CLI::App& parser, Invocation& invocation);
+void declareRun(CLI::App& parser, Invocation& invocation);
+void declareScripts(CLI::App& parser, Invocation& invocation);
+void declareSend(CLI::App& parser, Invocation& invocation);
+void declareSnapshot(CLI::App& parser, Invocation& invocation);
+void declareSpy(CLI::App& parser, Invocation& invocation);
+void declareSwipe(CLI::App& parser, Invocation& invocation);
+void declareSwipeReset(CLI::App& parser, Invocation& invocation);
+void declareSwipeTo(CLI::App& parser, Invocation& invocation);
+void declareTree(CLI::App& parser, Invocation& invocation);
+void declareType(CLI::App& parser, Invocation& invocation);
+void declareWait(CLI::App& parser, Invocation& invocation);
 
 // All in commands/Query.cpp.
-void declareDisplayed(CLI::App& parser, Session& session);
-void declareEnabled(CLI::App& parser, Session& session);
-void declareHeight(CLI::App& parser, Session& session);
-void declareSelected(CLI::App& parser, Session& session);
-void declareText(CLI::App& parser, Session& session);
-void declareWidth(CLI::App& parser, Session& session);
+void declareDisplayed(CLI::App& parser, Invocation& invocation);
+void declareEnabled(CLI::App& parser, Invocation& invocation);
+void declareHeight(CLI::App& parser, Invocation& invocation);
+void declareSelected(CLI::App& parser, Invocation& invocation);
+void declareText(CLI::App& parser, Invocation& invocation);
+void declareWidth(CLI::App& parser, Invocation& invocation);
 
 }  // namespace tarni::host

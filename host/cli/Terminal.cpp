@@ -42,12 +42,6 @@ std::ostream& operator<<(std::ostream& out, const Styled& styled) {
   return out;
 }
 
-std::string joined(const std::vector<std::string>& words) {
-  std::string text;
-  for (const auto& word : words) text += (text.empty() ? "" : " ") + word;
-  return text;
-}
-
 std::string clipped(const std::string& text, std::size_t columns) {
   if (length(text) <= columns) return text;
   std::size_t end = 0;

@@ -19,9 +19,6 @@ Styled faint(std::string text);
 Styled error(std::string text);
 std::ostream& operator<<(std::ostream& out, const Styled& styled);
 
-// A command's words with blanks between them.
-std::string joined(const std::vector<std::string>& words);
-
 // At most `columns` characters, with "…" for what is left out.
 std::string clipped(const std::string& text, std::size_t columns);
 

@@ -80,6 +80,10 @@ Json readJson(std::string_view text) {
                                                       : Json(Json::value_t::discarded);
 }
 
+std::string compact(const Json& value) {
+  return value.dump(-1, ' ', false, Json::error_handler_t::replace);
+}
+
 std::string textIn(const Json& object, const char* key) {
   if (!object.is_object()) return "";
   const auto found = object.find(key);
@@ -90,6 +94,17 @@ double numberIn(const Json& object, const char* key) {
   constexpr double kLongest = 1e9;
   const double number = std::strtod(textIn(object, key).c_str(), nullptr);
   return std::abs(number) <= kLongest ? number : 0;
+}
+
+bool isTrue(const Json& object, const char* key) {
+  return textIn(object, key) == "true";
+}
+
+const Json& objectIn(const Json& object, const char* key) {
+  static const Json nothing = Json::object();
+  if (!object.is_object()) return nothing;
+  const auto found = object.find(key);
+  return found != object.end() && found->is_object() ? *found : nothing;
 }
 
 }  // namespace tarni::host

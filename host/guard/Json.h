@@ -1,6 +1,7 @@
-// Json: the one reader of JSON that came from outside: from the program, from a file. It takes time
-// and memory in proportion to the text, whoever wrote it, and what it returns is nested so little
-// that it can be copied and printed by recursion. Plain values, any thread.
+// Json: JSON that came from outside, from the program or from a file: its one reader, and how parts
+// of it are looked up that may be missing or of another kind. Reading takes time and memory in
+// proportion to the text, whoever wrote it, and what it returns is nested so little that it can be
+// copied and printed by recursion. Plain values, any thread.
 #pragma once
 
 #include <cstddef>
@@ -29,10 +30,17 @@ class JsonTooLarge : public std::runtime_error {
 // Discarded when the text is no JSON. Throws JsonTooLarge.
 Json readJson(std::string_view text);
 
+// On one line; what is not UTF-8 becomes U+FFFD.
+std::string compact(const Json& value);
+
 // The text under a key of an object, "" when there is none.
 std::string textIn(const Json& object, const char* key);
 // The number that is written as text under a key of an object; 0 when there is none that could be a
 // length on a screen.
 double numberIn(const Json& object, const char* key);
+// Whether "true" is written under a key of an object.
+bool isTrue(const Json& object, const char* key);
+// The object under a key of an object, an empty one when there is none.
+const Json& objectIn(const Json& object, const char* key);
 
 }  // namespace tarni::host

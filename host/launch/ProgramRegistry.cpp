@@ -120,7 +120,7 @@ void ProgramRegistry::add(const RegisteredProgram& program) const {
   const Json entry = {
       {"pid", program.pid}, {"startTime", startTime(program.pid)}, {"command", program.command}};
   std::ofstream file(part);
-  file << entry.dump(-1, ' ', false, Json::error_handler_t::replace) << '\n';
+  file << compact(entry) << '\n';
   file.close();
   if (!file) throw std::runtime_error("cannot write " + part.string());
   fs::rename(part, target);

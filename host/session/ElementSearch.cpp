@@ -12,10 +12,6 @@ namespace tarni::host {
 
 namespace {
 
-bool isTrue(const Json& object, const char* key) {
-  return textIn(object, key) == "true";
-}
-
 // As the agent answers "getwidth".
 std::string rounded(double length) {
   std::array<char, 64> text{};
@@ -73,7 +69,7 @@ ElementOnScreen ElementOnScreen::fromJson(const Json& description) {
   element.id = textIn(description, "elementID");
   element.text = textIn(description, "text");
   element.picture = textIn(description, "imageBase64");
-  const auto frame = description.value("rectangle", Json());
+  const auto& frame = objectIn(description, "rectangle");
   element.rectangle = {numberIn(frame, "x"), numberIn(frame, "y"), numberIn(frame, "width"),
                        numberIn(frame, "height")};
   element.isVisible = isTrue(description, "isVisibleInViewHierarchy") &&

@@ -81,7 +81,7 @@ RecordedStep RecordedStep::fromJson(const Json& step) {
   recorded.className = textIn(object, "className");
   if (recorded.className.empty()) throw std::invalid_argument("the step has no \"className\"");
   recorded.text = textIn(object, "sahiText");
-  recorded.isTextItsOwn = isOwnText(recorded, object.value("parent", Json()));
+  recorded.isTextItsOwn = isOwnText(recorded, objectIn(object, "parent"));
   recorded.id = textIn(object, "id");
   recorded.label = textIn(object, "label");
   recorded.xpath = textIn(object, "xpath:position");

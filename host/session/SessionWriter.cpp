@@ -20,10 +20,6 @@ std::string utcNow() {
   return text.data();
 }
 
-std::string compact(const Json& value) {
-  return value.dump(-1, ' ', false, Json::error_handler_t::replace);
-}
-
 }  // namespace
 
 SessionWriter::SessionWriter(const std::filesystem::path& path,

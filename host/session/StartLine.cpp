@@ -98,6 +98,12 @@ std::vector<std::string> wordsOf(const std::string& line) {
   return words;
 }
 
+std::string joined(const std::vector<std::string>& words) {
+  std::string text;
+  for (const auto& word : words) text += (text.empty() ? "" : " ") + word;
+  return text;
+}
+
 std::string programName(const std::vector<std::string>& startLine) {
   return startLine.empty() ? "" : fs::path(startLine.front()).filename().string();
 }

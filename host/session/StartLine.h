@@ -22,6 +22,9 @@ std::optional<pid_t> processServing(std::uint16_t port);
 // Throws std::invalid_argument.
 std::vector<std::string> wordsOf(const std::string& line);
 
+// The words with blanks between them, for a person.
+std::string joined(const std::vector<std::string>& words);
+
 // "keepassxc" of "/usr/bin/keepassxc --debug"; "" of nothing.
 std::string programName(const std::vector<std::string>& startLine);
 

@@ -3,8 +3,8 @@
 #include <memory>
 #include <thread>
 
+#include "host/cli/Invocation.h"
 #include "host/cli/Readiness.h"
-#include "host/cli/Session.h"
 #include "host/cli/Subcommands.h"
 #include "host/launch/ProgramLauncher.h"
 #include "host/launch/RunningProgram.h"
@@ -15,8 +15,8 @@ namespace {
 
 constexpr std::chrono::milliseconds kTick{20};
 
-void attach(Session& session, pid_t pid) {
-  if (!session.options.in.empty()) {
+void attach(Invocation& invocation, pid_t pid) {
+  if (!invocation.options.in.empty()) {
     throw std::invalid_argument("attach names its program by the process: --in is for others");
   }
   checkAttachable(pid);
@@ -25,19 +25,19 @@ void attach(Session& session, pid_t pid) {
   const auto said = attachAgent(pid, agentLibrary());
   std::cerr << "tarni: " << said << '\n';
   while (!readiness.check(pid)) std::this_thread::sleep_for(kTick);
-  if (!readiness.isReady()) session.result = ExitCode::wire;
+  if (!readiness.isReady()) invocation.result = ExitCode::wire;
 }
 
 }  // namespace
 
-void declareAttach(CLI::App& parser, Session& session) {
+void declareAttach(CLI::App& parser, Invocation& invocation) {
   const auto pid = std::make_shared<pid_t>(0);
   parser.add_option("PID", *pid, "the process, which uses Qt and has windows")->required();
   parser.footer(
       "Takes gdb, which calls into the program at a moment when it waits, and lets it go again.\n"
       "Who may debug a process may attach to it. Out of reach are programs in a sandbox (Flatpak,\n"
       "Snap, containers), programs with Qt built in, and those that another debugger holds.");
-  parser.callback([pid, &session] { attach(session, *pid); });
+  parser.callback([pid, &invocation] { attach(invocation, *pid); });
 }
 
 }  // namespace tarni::host

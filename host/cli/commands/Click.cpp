@@ -2,8 +2,8 @@
 #include <iostream>
 #include <memory>
 
+#include "host/cli/Invocation.h"
 #include "host/cli/Locator.h"
-#include "host/cli/Session.h"
 #include "host/cli/Subcommands.h"
 #include "host/guard/Printable.h"
 
@@ -11,23 +11,23 @@ namespace tarni::host {
 
 namespace {
 
-void declareAction(CLI::App& parser, Session& session, const char* function) {
+void declareAction(CLI::App& parser, Invocation& invocation, const char* function) {
   const auto target = std::make_shared<Target>();
   target->declare(parser);
-  parser.callback([target, &session, function] {
-    const auto answer = session.call({function, "", "", target->resolve(session)});
-    if (session.options.json) std::cout << printableJson(answer.text()) << '\n';
+  parser.callback([target, &invocation, function] {
+    const auto answer = invocation.call({function, "", "", target->resolve(invocation)});
+    if (invocation.options.json) std::cout << printableJson(answer.text()) << '\n';
   });
 }
 
 }  // namespace
 
-void declareClick(CLI::App& parser, Session& session) {
-  declareAction(parser, session, "clickelement");
+void declareClick(CLI::App& parser, Invocation& invocation) {
+  declareAction(parser, invocation, "clickelement");
 }
 
-void declareHighlight(CLI::App& parser, Session& session) {
-  declareAction(parser, session, "highlight");
+void declareHighlight(CLI::App& parser, Invocation& invocation) {
+  declareAction(parser, invocation, "highlight");
 }
 
 }  // namespace tarni::host

@@ -7,7 +7,7 @@
 #include <nlohmann/json.hpp>
 
 #include "host/cli/Base64.h"
-#include "host/cli/Session.h"
+#include "host/cli/Invocation.h"
 #include "host/cli/Showing.h"
 #include "host/cli/Subcommands.h"
 #include "host/cli/Terminal.h"
@@ -58,7 +58,7 @@ std::string stateOf(const Json& element) {
 }
 
 Terminal::Row rowOf(const Json& element) {
-  const auto rectangle = element.value("rectangle", Json::object());
+  const auto& rectangle = objectIn(element, "rectangle");
   const auto number = [&rectangle](const char* key) {
     return std::to_string(std::lround(numberIn(rectangle, key)));
   };
@@ -94,14 +94,14 @@ void writePictures(const Json& elements, const std::filesystem::path& folder) {
             << ", numbered as the elements\n";
 }
 
-void describe(Session& session, const DescribeOptions& options) {
-  const auto answer = session.call({"ai_findelements", options.tag == "*" ? "" : options.tag});
+void describe(Invocation& invocation, const DescribeOptions& options) {
+  const auto answer = invocation.call({"ai_findelements", options.tag == "*" ? "" : options.tag});
   Json elements = answer.entries();
   if (options.onScreen) {
     std::erase_if(elements.get_ref<Json::array_t&>(),
                   [](const Json& element) { return !isInSight(element); });
   }
-  if (session.options.json) {
+  if (invocation.options.json) {
     std::cout << printableJson(options.onScreen ? elements.dump() : answer.text()) << '\n';
   } else if (!elements.empty()) {
     std::vector<Terminal::Row> rows{{"ID", "CLASS", "AT", "SIZE", "CHILDREN", "STATE", "TEXT"}};
@@ -116,7 +116,7 @@ void describe(Session& session, const DescribeOptions& options) {
 
 }  // namespace
 
-void declareDescribe(CLI::App& parser, Session& session) {
+void declareDescribe(CLI::App& parser, Invocation& invocation) {
   const auto options = std::make_shared<DescribeOptions>();
   auto* const tag =
       parser.add_option("--tag", options->tag, "only this class, as UIButton")->type_name("CLASS");
@@ -124,7 +124,7 @@ void declareDescribe(CLI::App& parser, Session& session) {
   parser.add_flag("--on-screen", options->onScreen, kOnScreenHelp);
   parser.add_option("--images", options->folder, "write a picture of each into this folder")
       ->type_name("FOLDER");
-  parser.callback([options, &session] { describe(session, *options); });
+  parser.callback([options, &invocation] { describe(invocation, *options); });
 }
 
 }  // namespace tarni::host

@@ -6,7 +6,7 @@
 #include <memory>
 
 #include "host/cli/CommandLine.h"
-#include "host/cli/Session.h"
+#include "host/cli/Invocation.h"
 #include "host/cli/Subcommands.h"
 #include "host/cli/Terminal.h"
 
@@ -24,7 +24,7 @@ bool isCommand(const std::string& line) {
   return first != std::string::npos && line[first] != '#';
 }
 
-void carryOut(Session& session, const DoOptions& options) {
+void carryOut(Invocation& invocation, const DoOptions& options) {
   std::ifstream file;
   if (options.file != "-") {
     file.open(options.file);
@@ -41,19 +41,19 @@ void carryOut(Session& session, const DoOptions& options) {
   for (prompt(); std::getline(lines, line); prompt()) {
     ++number;
     if (!isCommand(line)) continue;
-    const auto code = runLine(line, session);
+    const auto code = runLine(line, invocation);
     if (code == ExitCode::ok) continue;
     if (failure == ExitCode::ok) failure = code;
     if (isTalk) continue;
     std::cerr << Terminal::error("tarni: ") << "line " << number << " failed: " << line << '\n';
     if (!options.keepGoing) break;
   }
-  session.result = isTalk ? ExitCode::ok : failure;
+  invocation.result = isTalk ? ExitCode::ok : failure;
 }
 
 }  // namespace
 
-void declareDo(CLI::App& parser, Session& session) {
+void declareDo(CLI::App& parser, Invocation& invocation) {
   const auto options = std::make_shared<DoOptions>();
   parser.add_option("FILE", options->file, "the commands; standard input without it")
       ->option_text(" ");
@@ -64,7 +64,7 @@ void declareDo(CLI::App& parser, Session& session) {
       "  wait --text Welcome --timeout 5\n"
       "Blank lines and lines that begin with # are skipped. Stops at the first command that fails\n"
       "and ends with its exit code. At a terminal it prompts and goes on.");
-  parser.callback([options, &session] { carryOut(session, *options); });
+  parser.callback([options, &invocation] { carryOut(invocation, *options); });
 }
 
 }  // namespace tarni::host

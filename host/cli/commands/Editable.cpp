@@ -2,13 +2,13 @@
 #include <iostream>
 #include <memory>
 
-#include "host/cli/Session.h"
+#include "host/cli/Invocation.h"
 #include "host/cli/Subcommands.h"
 #include "host/guard/Printable.h"
 
 namespace tarni::host {
 
-void declareEditable(CLI::App& parser, Session& session) {
+void declareEditable(CLI::App& parser, Invocation& invocation) {
   const auto command = std::make_shared<PlaybackCommand>();
   command->functionName = "findeditablecomponents";
   const auto accessor = [&parser, &command](const char* option, const char* type,
@@ -26,10 +26,10 @@ void declareEditable(CLI::App& parser, Session& session) {
   auto* const xpath = accessor("--xpath", "xpath", "its position in the view tree");
   text->excludes(partial)->excludes(xpath);
   partial->excludes(xpath);
-  parser.callback([command, &session] {
-    const auto answer = session.call(*command);
+  parser.callback([command, &invocation] {
+    const auto answer = invocation.call(*command);
     const auto ids = answer.elementIds();
-    if (session.options.json) {
+    if (invocation.options.json) {
       std::cout << printableJson(answer.text()) << '\n';
     } else {
       for (const auto& id : ids) std::cout << printable(id) << '\n';

@@ -3,8 +3,8 @@
 #include <memory>
 #include <nlohmann/json.hpp>
 
+#include "host/cli/Invocation.h"
 #include "host/cli/Locator.h"
-#include "host/cli/Session.h"
 #include "host/cli/Showing.h"
 #include "host/cli/Subcommands.h"
 #include "host/cli/Terminal.h"
@@ -21,14 +21,14 @@ struct FindOptions {
 };
 
 // The identifiers with what is known of each, in the columns of --long.
-std::vector<Terminal::Row> rowsOf(Session& session, const std::vector<std::string>& ids,
+std::vector<Terminal::Row> rowsOf(Invocation& invocation, const std::vector<std::string>& ids,
                                   const Showing& showing) {
-  const auto ask = [&session](const char* function, const std::string& id) {
-    return session.call({function, "", "", id}).output().value_or("");
+  const auto ask = [&invocation](const char* function, const std::string& id) {
+    return invocation.call({function, "", "", id}).output().value_or("");
   };
   std::vector<Terminal::Row> rows;
   for (const auto& id : ids) {
-    const auto looks = Looks::of(session, id);
+    const auto looks = Looks::of(invocation, id);
     rows.push_back({id, looks.width + "x" + looks.height, ask("isenabled", id),
                     showing.of(looks).value_or(ask("isdisplayed", id)), inQuotes(looks.text)});
   }
@@ -48,13 +48,13 @@ void printIds(const std::vector<Terminal::Row>& rows, bool json) {
 }
 
 // Described before they are found, as it makes identifiers void.
-void findWithDetails(Session& session, const FindOptions& options) {
-  const Showing showing(session, true, options.onScreen ? isInSight : isOnScreen);
-  auto rows = rowsOf(session, options.locator.find(session).elementIds(), showing);
+void findWithDetails(Invocation& invocation, const FindOptions& options) {
+  const Showing showing(invocation, true, options.onScreen ? isInSight : isOnScreen);
+  auto rows = rowsOf(invocation, options.locator.find(invocation).elementIds(), showing);
   if (options.onScreen) std::erase_if(rows, [](const auto& row) { return row[3] == "false"; });
   const bool isEmpty = rows.empty();
-  if (!options.details || session.options.json) {
-    printIds(rows, session.options.json);
+  if (!options.details || invocation.options.json) {
+    printIds(rows, invocation.options.json);
   } else if (!isEmpty) {
     rows.insert(rows.begin(), {"ID", "SIZE", "ENABLED", "DISPLAYED", "TEXT"});
     Terminal::printTable(std::move(rows));
@@ -62,14 +62,14 @@ void findWithDetails(Session& session, const FindOptions& options) {
   if (isEmpty) throw NotFound("no " + options.locator.description() + " is on screen");
 }
 
-void find(Session& session, const FindOptions& options) {
-  if (options.onScreen || (options.details && !session.options.json)) {
-    findWithDetails(session, options);
+void find(Invocation& invocation, const FindOptions& options) {
+  if (options.onScreen || (options.details && !invocation.options.json)) {
+    findWithDetails(invocation, options);
     return;
   }
-  const auto answer = options.locator.find(session);
+  const auto answer = options.locator.find(invocation);
   const auto ids = answer.elementIds();
-  if (session.options.json) {
+  if (invocation.options.json) {
     std::cout << printableJson(answer.text()) << '\n';
   } else {
     for (const auto& id : ids) std::cout << printable(id) << '\n';
@@ -79,7 +79,7 @@ void find(Session& session, const FindOptions& options) {
 
 }  // namespace
 
-void declareFind(CLI::App& parser, Session& session) {
+void declareFind(CLI::App& parser, Invocation& invocation) {
   const auto options = std::make_shared<FindOptions>();
   options->locator.declare(parser);
   auto* const tag = parser.add_option("--tag", options->locator.tag, "its class, as UIButton")
@@ -89,7 +89,7 @@ void declareFind(CLI::App& parser, Session& session) {
       ->excludes(tag);
   parser.add_flag("--long", options->details, "with size, state and text of each");
   parser.add_flag("--on-screen", options->onScreen, kOnScreenHelp);
-  parser.callback([options, &session] { find(session, *options); });
+  parser.callback([options, &invocation] { find(invocation, *options); });
   parser.footer(
       "What is on a page that is not shown is found, too. DISPLAYED tells it apart; it is \"?\" "
       "for\n"

@@ -4,23 +4,15 @@
 #include <iostream>
 #include <memory>
 #include <nlohmann/json.hpp>
-#include <optional>
 #include <sstream>
 
-#include "host/cli/Session.h"
+#include "host/cli/Invocation.h"
 #include "host/cli/Subcommands.h"
 #include "host/cli/Terminal.h"
 #include "host/guard/Files.h"
 #include "host/guard/Printable.h"
-#include "host/launch/ProgramRegistry.h"
-#include "host/launch/RunningProgram.h"
 #include "host/session/Report.h"
-#include "host/session/SessionFile.h"
-#include "host/session/StartLine.h"
-#include "host/session/StartedProgram.h"
-#include "host/session/StepPlayer.h"
-#include "host/session/ViewTree.h"
-#include "host/wire/WireError.h"
+#include "host/session/SessionPlayer.h"
 
 namespace tarni::host {
 
@@ -28,8 +20,6 @@ using Result = PlayedStep::Result;
 
 namespace {
 
-constexpr double kSecondsToStart = 20;
-constexpr double kSecondsForAnEnd = 3;
 constexpr std::size_t kColumnsOfText = 60;
 
 struct PlayOptions {
@@ -47,15 +37,6 @@ struct PlayOptions {
 std::string inSeconds(double value) {
   std::ostringstream text;
   text << std::fixed << std::setprecision(1) << value << " s";
-  return text.str();
-}
-
-std::string localTime() {
-  const auto now = std::time(nullptr);
-  std::tm parts{};
-  localtime_r(&now, &parts);
-  std::ostringstream text;
-  text << std::put_time(&parts, "%Y-%m-%d %H:%M:%S");
   return text.str();
 }
 
@@ -87,8 +68,7 @@ void printAsJson(const PlayedStep& played) {
                      {"locator", played.located ? nameOf(played.located->by) : ""},
                      {"seconds", played.seconds},
                      {"message", played.message}};
-  std::cout << printableJson(line.dump(-1, ' ', false, Json::error_handler_t::replace))
-            << std::endl;
+  std::cout << printableJson(compact(line)) << std::endl;
 }
 
 // What the step looked for and what was there, for a person who has to find out why.
@@ -113,177 +93,62 @@ void printFailure(const PlayOptions& options, const PlayedStep& played) {
   std::cerr << '\n';
 }
 
-// One line an element, indented by its depth.
-std::string treeOf(PlaybackClient& client) {
-  try {
-    ViewTree tree;
-    std::string text;
-    for (const auto& description : client.call({"ai_findelements"}).entries()) {
-      tree.goTo(description);
-      text += tree.indentation() + printable(tree.step()) + "  " +
-              ElementOnScreen::fromJson(description).description() + "\n";
-    }
-    return text;
-  } catch (const std::exception& error) {
-    return std::string("(not to be had: ") + error.what() + ")";
+void tell(Invocation& invocation, const PlayOptions& options, const PlayedStep& played) {
+  if (invocation.options.json) {
+    printAsJson(played);
+  } else {
+    print(played);
   }
+  if (played.result == Result::passed) return;
+  invocation.result = played.result == Result::lost ? ExitCode::wire : ExitCode::no;
+  printFailure(options, played);
 }
 
-// One play of one session, from the program's start to the report.
-class Play {
- public:
-  Play(Session& session, const PlayOptions& options)
-      : session_(session), options_(options), recorded_(readSession(options.file)) {
-    played_.file = std::filesystem::path(options.file).filename().string();
-    played_.recorded = recorded_.recorded;
-    played_.played = localTime();
-    for (const auto& step : recorded_.steps) played_.steps.push_back({step});
+SessionPlayer::Start startOf(const PlayOptions& options) {
+  SessionPlayer::Start start{options.program, options.trusts};
+  if (options.ownDisplay) {
+    start.runOptions.push_back("--display" +
+                               (options.displaySize.empty() ? "" : "=" + options.displaySize));
   }
+  return start;
+}
 
-  void run() {
-    if (!session_.options.in.empty() && (!options_.program.empty() || options_.ownDisplay)) {
-      throw std::invalid_argument("--in plays on the program that runs as " + session_.options.in +
-                                  ": --program and --display are for one that is started");
-    }
-    if (!options_.report.empty()) makePrivateFolder(options_.report);
-    const auto start = Clock::now();
-    if (attaches()) {
-      attach();
-    } else {
-      startProgram();
-    }
-    for (const auto& warning : played_.warnings)
-      std::cerr << "tarni: note: " << printable(warning) << '\n';
-    playSteps();
-    played_.seconds = std::chrono::duration<double>(Clock::now() - start).count();
-    finish();
+void conclude(std::ostream& out, const PlayOptions& options, const PlayedSession& played) {
+  out << played.count(Result::passed) << " of " << played.steps.size() << " steps passed, "
+      << inSeconds(played.seconds) << '\n';
+  if (options.report.empty()) return;
+  const auto page = std::filesystem::path(options.report) / "index.html";
+  writePrivateFile(page, reportPage(played));
+  out << "report: " << page.string() << '\n';
+}
+
+void play(Invocation& invocation, const PlayOptions& options) {
+  SessionPlayer player(options.file);
+  const auto& name = invocation.options.in;
+  if (!name.empty() && (!options.program.empty() || options.ownDisplay)) {
+    throw std::invalid_argument("--in plays on the program that runs as " + name +
+                                ": --program and --display are for one that is started");
   }
-
- private:
-  bool attaches() const { return options_.attaches || !session_.options.in.empty(); }
-
-  void attach() {
-    std::optional<pid_t> pid;
-    if (!session_.options.in.empty()) {
-      const auto program = ProgramRegistry().find(session_.options.in);
-      if (program) pid = program->pid;
-    } else {
-      pid = processServing(session_.playbackPort());
-    }
-    const auto running = pid ? startLineOf(*pid) : std::vector<std::string>();
-    played_.program = Terminal::joined(running);
-    warnOfAnother(running);
+  if (!options.report.empty()) makePrivateFolder(options.report);
+  if (options.attaches || !name.empty()) {
+    player.attach(invocation.program(invocation.playbackPort()));
+  } else {
+    player.start(startOf(options));
   }
-
-  void startProgram() {
-    const auto command = options_.program.empty() ? recorded_.program : wordsOf(options_.program);
-    if (command.empty()) {
-      throw std::invalid_argument(options_.file +
-                                  ":1: the session does not tell its program: name it by --program "
-                                  "or play with --attach-running or --in");
-    }
-    if (options_.program.empty()) requireTrust(command);
-    requireProgram(command.front());
-    played_.program = Terminal::joined(command);
-    warnOfAnother(command);
-    std::vector<std::string> runOptions;
-    if (options_.ownDisplay) {
-      runOptions.push_back("--display" +
-                           (options_.displaySize.empty() ? "" : "=" + options_.displaySize));
-    }
-    program_.emplace(command, runOptions);
-    program_->awaitAgent(Clock::now() + fromSeconds(kSecondsToStart));
-  }
-
-  // Who writes a session says what is started.
-  void requireTrust(const std::vector<std::string>& command) const {
-    if (options_.trusts || recorded_.whyForeign.empty()) return;
-    throw std::invalid_argument(options_.file + " starts a program of its own choice, and " +
-                                recorded_.whyForeign + ": give --trust to start " +
-                                inQuotes(Terminal::joined(command)) +
-                                ", or name the program by --program");
-  }
-
-  void warnOfAnother(const std::vector<std::string>& running) {
-    const auto expected = programName(recorded_.program);
-    const auto name = programName(running);
-    if (expected.empty() || name.empty() || expected == name) return;
-    played_.warnings.push_back("the session was recorded with " + expected + ", not with " + name);
-  }
-
-  void playSteps() {
-    StepPlayer player(session_.playback(), {.patience = fromSeconds(options_.stepSeconds),
-                                            .guesses = options_.guesses,
-                                            .takesPictures = !options_.report.empty()});
-    auto& steps = played_.steps;
-    for (std::size_t i = 0; i < steps.size(); ++i) {
-      const bool isPutOff = i + 1 < steps.size() && comesTooEarly(player, steps[i], steps[i + 1]);
-      if (isPutOff) std::swap(steps[i], steps[i + 1]);
-      if (!playStep(player, steps[i]) || (isPutOff && !playStep(player, steps[++i]))) return;
-    }
-  }
-
-  static bool comesTooEarly(StepPlayer& player, const PlayedStep& one, const PlayedStep& next) {
-    try {
-      return player.comesTooEarly(one.step, next.step);
-    } catch (const AgentException&) {
-      return false;  // the step itself will tell
-    } catch (const WireError&) {
-      return false;
-    }
-  }
-
-  bool playStep(StepPlayer& player, PlayedStep& played) {
-    played = player.play(played.step);
-    const bool isLast = played.step.number == played_.steps.size();
-    if (isLast && played.result == Result::lost && played.hasActed && hasProgramEnded()) {
-      played.result = Result::passed;
-      played.message = "the program ended";
-    }
-    if (session_.options.json) {
-      printAsJson(played);
-    } else {
-      print(played);
-    }
-    if (played.result == Result::passed) return true;
-    explain(played);
-    return false;
-  }
-
-  // Another's program is taken to have ended when it closed the connection.
-  bool hasProgramEnded() {
-    return !program_ || program_->hasEnded(Clock::now() + fromSeconds(kSecondsForAnEnd));
-  }
-
-  void explain(const PlayedStep& played) {
-    const bool isLost = played.result == Result::lost;
-    session_.result = isLost ? ExitCode::wire : ExitCode::no;
-    printFailure(options_, played);
-    if (program_) played_.output = program_->lastOutput();
-    if (!isLost && !options_.report.empty()) played_.tree = treeOf(session_.playback());
-  }
-
-  void finish() {
-    const auto passed = played_.count(Result::passed);
-    std::ostream& out = session_.options.json ? std::cerr : std::cout;
-    out << passed << " of " << played_.steps.size() << " steps passed, "
-        << inSeconds(played_.seconds) << '\n';
-    if (options_.report.empty()) return;
-    const auto page = std::filesystem::path(options_.report) / "index.html";
-    writePrivateFile(page, reportPage(played_));
-    out << "report: " << page.string() << '\n';
-  }
-
-  Session& session_;
-  const PlayOptions& options_;
-  RecordedSession recorded_;
-  PlayedSession played_;
-  std::optional<StartedProgram> program_;
-};
+  for (const auto& warning : player.played().warnings)
+    std::cerr << "tarni: note: " << printable(warning) << '\n';
+  const auto& played =
+      player.play(invocation.playback(),
+                  {.patience = fromSeconds(options.stepSeconds),
+                   .guesses = options.guesses,
+                   .takesPictures = !options.report.empty()},
+                  [&](const PlayedStep& step) { tell(invocation, options, step); });
+  conclude(invocation.options.json ? std::cerr : std::cout, options, played);
+}
 
 }  // namespace
 
-void declarePlay(CLI::App& parser, Session& session) {
+void declarePlay(CLI::App& parser, Invocation& invocation) {
   const auto options = std::make_shared<PlayOptions>();
   parser.add_option("SESSION", options->file, "what `tarni record -o` has kept")
       ->option_text(" ")
@@ -324,9 +189,9 @@ void declarePlay(CLI::App& parser, Session& session) {
       "after two seconds. Each step says how it was found. A switch is set to the recorded state,\n"
       "whatever it is now. The first step that\n"
       "fails ends the play, with exit code 1.");
-  parser.callback([=, &session] {
+  parser.callback([=, &invocation] {
     options->ownDisplay = display->count() > 0;
-    Play(session, *options).run();
+    play(invocation, *options);
   });
 }
 

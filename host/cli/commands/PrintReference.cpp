@@ -8,7 +8,7 @@
 namespace tarni::host {
 
 // Kept out of the list of commands: the installation calls it.
-void declareReference(CLI::App& parser, Session& /*session*/) {
+void declareReference(CLI::App& parser, Invocation& /*invocation*/) {
   parser.group("");
   parser.add_subcommand("man", "Print the manual page")->callback([&parser] {
     std::cout << manualPage(*parser.get_parent());

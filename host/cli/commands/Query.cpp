@@ -4,9 +4,9 @@
 #include <iostream>
 #include <memory>
 
+#include "host/cli/Invocation.h"
 #include "host/cli/Locator.h"
 #include "host/cli/SafeOutput.h"
-#include "host/cli/Session.h"
 #include "host/cli/Showing.h"
 #include "host/cli/Subcommands.h"
 #include "host/guard/Printable.h"
@@ -25,11 +25,11 @@ void print(const std::string& value) {
   std::cout << '\n';
 }
 
-void ask(Session& session, const Target& target, const char* function) {
-  const auto id = target.resolve(session);
-  const auto answer = session.call({function, "", "", id});
+void ask(Invocation& invocation, const Target& target, const char* function) {
+  const auto id = target.resolve(invocation);
+  const auto answer = invocation.call({function, "", "", id});
   const auto output = answer.output();
-  if (session.options.json) {
+  if (invocation.options.json) {
     std::cout << printableJson(answer.text()) << '\n';
   } else if (output) {
     print(*output);
@@ -39,55 +39,55 @@ void ask(Session& session, const Target& target, const char* function) {
                                                          : "the element has no answer to this");
   }
   if (*output == "false" && std::string_view(function).starts_with("is")) {
-    session.result = ExitCode::no;
+    invocation.result = ExitCode::no;
   }
 }
 
 // Where the descriptions do not tell, as of a page's element, the agent's own answer stands.
-void tellDisplayed(Session& session, const Target& target) {
-  const auto id = target.resolve(session);
-  const auto looks = Looks::of(session, id);
-  const auto byWire = session.call({"isdisplayed", "", "", id}).output();
+void tellDisplayed(Invocation& invocation, const Target& target) {
+  const auto id = target.resolve(invocation);
+  const auto looks = Looks::of(invocation, id);
+  const auto byWire = invocation.call({"isdisplayed", "", "", id}).output();
   if (!byWire) throw NotFound("the element has no answer to this");
-  const auto output = Showing(session, target.isGiven()).of(looks).value_or(*byWire);
+  const auto output = Showing(invocation, target.isGiven()).of(looks).value_or(*byWire);
   if (output == "?") {
     throw NotFound("others look like it, some of them on screen and some not: `tarni tree` tells");
   }
-  std::cout << (session.options.json ? "[{\"output\":\"" + output + "\"}]" : output) << '\n';
-  if (output == "false") session.result = ExitCode::no;
+  std::cout << (invocation.options.json ? "[{\"output\":\"" + output + "\"}]" : output) << '\n';
+  if (output == "false") invocation.result = ExitCode::no;
 }
 
-void declareQuery(CLI::App& parser, Session& session, const char* function) {
+void declareQuery(CLI::App& parser, Invocation& invocation, const char* function) {
   const auto target = std::make_shared<Target>();
   target->declare(parser);
-  parser.callback([target, &session, function] { ask(session, *target, function); });
+  parser.callback([target, &invocation, function] { ask(invocation, *target, function); });
 }
 
 }  // namespace
 
-void declareDisplayed(CLI::App& parser, Session& session) {
+void declareDisplayed(CLI::App& parser, Invocation& invocation) {
   const auto target = std::make_shared<Target>();
   target->declare(parser);
   parser.footer(
       "False also for what is on a page that is not shown or is clipped away, where the wire's\n"
       "`isdisplayed` tells of geometry alone. It describes all elements for it, so that\n"
       "identifiers of a former find hold no longer.");
-  parser.callback([target, &session] { tellDisplayed(session, *target); });
+  parser.callback([target, &invocation] { tellDisplayed(invocation, *target); });
 }
-void declareEnabled(CLI::App& parser, Session& session) {
-  declareQuery(parser, session, "isenabled");
+void declareEnabled(CLI::App& parser, Invocation& invocation) {
+  declareQuery(parser, invocation, "isenabled");
 }
-void declareHeight(CLI::App& parser, Session& session) {
-  declareQuery(parser, session, "getheight");
+void declareHeight(CLI::App& parser, Invocation& invocation) {
+  declareQuery(parser, invocation, "getheight");
 }
-void declareSelected(CLI::App& parser, Session& session) {
-  declareQuery(parser, session, "isselected");
+void declareSelected(CLI::App& parser, Invocation& invocation) {
+  declareQuery(parser, invocation, "isselected");
 }
-void declareText(CLI::App& parser, Session& session) {
-  declareQuery(parser, session, "gettext");
+void declareText(CLI::App& parser, Invocation& invocation) {
+  declareQuery(parser, invocation, "gettext");
 }
-void declareWidth(CLI::App& parser, Session& session) {
-  declareQuery(parser, session, "getwidth");
+void declareWidth(CLI::App& parser, Invocation& invocation) {
+  declareQuery(parser, invocation, "getwidth");
 }
 
 }  // namespace tarni::host

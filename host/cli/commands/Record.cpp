@@ -4,14 +4,13 @@
 #include <nlohmann/json.hpp>
 #include <optional>
 
+#include "host/cli/Invocation.h"
 #include "host/cli/Listening.h"
-#include "host/cli/Session.h"
 #include "host/cli/Subcommands.h"
 #include "host/cli/Terminal.h"
 #include "host/guard/Files.h"
 #include "host/guard/Json.h"
 #include "host/guard/Printable.h"
-#include "host/launch/ProgramRegistry.h"
 #include "host/session/SessionFile.h"
 #include "host/session/StartLine.h"
 
@@ -49,22 +48,18 @@ void printStep(const Json& step) {
 }
 
 // The program's start-up line: as a person gives it, else as the kernel knows it.
-std::vector<std::string> startLine(const Session& session, const RecordOptions& options) {
+std::vector<std::string> startLine(const Invocation& invocation, const RecordOptions& options) {
   if (!options.program.empty()) return wordsOf(options.program);
-  if (session.options.in.empty()) {
-    const auto pid = processServing(session.recorderPort());
-    return pid ? startLineOf(*pid) : std::vector<std::string>();
-  }
-  const auto program = ProgramRegistry().find(session.options.in);
-  return program ? startLineOf(program->pid) : std::vector<std::string>();
+  const auto program = invocation.program(invocation.recorderPort());
+  return program ? startLineOf(*program) : std::vector<std::string>();
 }
 
 class Recording {
  public:
   // `program` is the start-up line to keep.
-  Recording(const Session& session, const RecordOptions& options,
+  Recording(const Invocation& invocation, const RecordOptions& options,
             const std::vector<std::string>& program)
-      : json_(session.options.json) {
+      : json_(invocation.options.json) {
     if (!options.file.empty()) file_.emplace(options.file, program);
   }
 
@@ -102,14 +97,14 @@ class Recording {
   bool json_;
 };
 
-void record(Session& session, const RecordOptions& options) {
-  session.enterNetwork();
+void record(Invocation& invocation, const RecordOptions& options) {
+  invocation.enterNetwork();
   // An earlier session stays until this one has begun.
   if (!options.file.empty()) requireWritable(options.file);
-  const auto program = startLine(session, options);
-  auto recorder = session.recorder();
-  Recording recording(session, options, program);
-  options.listening.run(recorder, session, {[&recording](const auto& message) {
+  const auto program = startLine(invocation, options);
+  auto recorder = invocation.recorder();
+  Recording recording(invocation, options, program);
+  options.listening.run(recorder, invocation, {[&recording](const auto& message) {
                           return recording.onMessage(message);
                         }});
   if (!options.file.empty()) {
@@ -119,7 +114,7 @@ void record(Session& session, const RecordOptions& options) {
 
 }  // namespace
 
-void declareRecord(CLI::App& parser, Session& session) {
+void declareRecord(CLI::App& parser, Invocation& invocation) {
   const auto options = std::make_shared<RecordOptions>();
   options->listening.declare(parser, "steps");
   parser.add_option("-o,--output", options->file, "keep a session here, for `tarni play`")
@@ -137,7 +132,7 @@ void declareRecord(CLI::App& parser, Session& session) {
       "after\n"
       "every step, whatever ends the recording. What is typed is kept as it was typed, passwords\n"
       "included.");
-  parser.callback([options, &session] { record(session, *options); });
+  parser.callback([options, &invocation] { record(invocation, *options); });
 }
 
 }  // namespace tarni::host

@@ -6,8 +6,8 @@
 #include <optional>
 #include <string_view>
 
+#include "host/cli/Invocation.h"
 #include "host/cli/Readiness.h"
-#include "host/cli/Session.h"
 #include "host/cli/Subcommands.h"
 #include "host/cli/Terminal.h"
 #include "host/cli/ToolkitWatch.h"
@@ -15,6 +15,7 @@
 #include "host/launch/ProgramRegistry.h"
 #include "host/launch/RunningProgram.h"
 #include "host/launch/VirtualDisplay.h"
+#include "host/session/StartLine.h"
 
 namespace tarni::host {
 
@@ -60,7 +61,7 @@ void warnOfUnreachable(bool ownDisplay) {
 // The program's entry among the isolated ones, for as long as this lives.
 class Registration {
  public:
-  explicit Registration(const RunOptions& options) : command_(Terminal::joined(options.command)) {
+  explicit Registration(const RunOptions& options) : command_(joined(options.command)) {
     if (options.name.empty()) {
       const auto program = std::filesystem::path(options.command.front()).filename().string();
       name_ = registry_.freeName(program);
@@ -90,10 +91,10 @@ class Registration {
   bool isAdded_ = false;
 };
 
-void run(Session& session, const RunOptions& options) {
-  if (!session.options.in.empty()) {
-    throw std::invalid_argument("--in names a program that runs; --isolated=" + session.options.in +
-                                " gives the name to one that is started");
+void run(Invocation& invocation, const RunOptions& options) {
+  if (!invocation.options.in.empty()) {
+    throw std::invalid_argument("--in names a program that runs; --isolated=" +
+                                invocation.options.in + " gives the name to one that is started");
   }
   requireProgram(options.command.front());
   const auto why = whyOutOfReach(options.command.front());
@@ -125,13 +126,13 @@ void run(Session& session, const RunOptions& options) {
   std::optional<ToolkitWatch> toolkit;
   if (why.empty()) toolkit.emplace(options.command.front());
   launch.onTick = [&](pid_t pid) { return readiness.check(pid, toolkit && toolkit->seesQt(pid)); };
-  session.programExitCode = runToTheEnd(launch);
+  invocation.programExitCode = runToTheEnd(launch);
   if (toolkit && !readiness.isReady()) toolkit->conclude();
 }
 
 }  // namespace
 
-void declareRun(CLI::App& parser, Session& session) {
+void declareRun(CLI::App& parser, Invocation& invocation) {
   const auto options = std::make_shared<RunOptions>();
   auto* const isolated =
       parser
@@ -156,10 +157,10 @@ void declareRun(CLI::App& parser, Session& session) {
       "X\n"
       "display on this machine works (through its file in /tmp/.X11-unix), abstract sockets, as\n"
       "some D-Bus session buses are, do not.");
-  parser.callback([=, &session] {
+  parser.callback([=, &invocation] {
     options->isolated = isolated->count() > 0;
     options->ownDisplay = display->count() > 0;
-    run(session, *options);
+    run(invocation, *options);
   });
 }
 

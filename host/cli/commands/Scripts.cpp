@@ -35,7 +35,7 @@ void serve(const ServeOptions& options) {
 
 }  // namespace
 
-void declareScripts(CLI::App& parser, Session&) {
+void declareScripts(CLI::App& parser, Invocation&) {
   const auto options = std::make_shared<ServeOptions>();
   auto* const command =
       parser.add_subcommand("serve", "Offer them on this machine over HTTP; prints the address");

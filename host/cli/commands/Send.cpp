@@ -4,7 +4,7 @@
 #include <memory>
 #include <nlohmann/json.hpp>
 
-#include "host/cli/Session.h"
+#include "host/cli/Invocation.h"
 #include "host/cli/Subcommands.h"
 #include "host/guard/Json.h"
 #include "host/guard/Printable.h"
@@ -29,21 +29,21 @@ std::string asLine(const std::string& text) {
   return line;
 }
 
-void send(Session& session, const std::string& json) {
+void send(Invocation& invocation, const std::string& json) {
   const auto text = json != "-" ? json : std::string(std::istreambuf_iterator<char>(std::cin), {});
-  const auto answer = session.playback().exchange(asLine(text));
+  const auto answer = invocation.playback().exchange(asLine(text));
   std::cout << printableJson(answer) << '\n';
   const Answer failsOnException(answer);
 }
 
 }  // namespace
 
-void declareSend(CLI::App& parser, Session& session) {
+void declareSend(CLI::App& parser, Invocation& invocation) {
   const auto json = std::make_shared<std::string>();
   parser.add_option("JSON", *json, "the command; \"-\" reads it from standard input")
       ->required()
       ->option_text(" ");
-  parser.callback([json, &session] { send(session, *json); });
+  parser.callback([json, &invocation] { send(invocation, *json); });
 }
 
 }  // namespace tarni::host

@@ -6,8 +6,8 @@
 #include <memory>
 
 #include "host/cli/Base64.h"
+#include "host/cli/Invocation.h"
 #include "host/cli/SafeOutput.h"
-#include "host/cli/Session.h"
 #include "host/cli/Subcommands.h"
 #include "host/guard/Files.h"
 
@@ -28,9 +28,9 @@ void requireJpeg(const std::filesystem::path& file) {
   }
 }
 
-void snapshot(Session& session, const std::string& file) {
+void snapshot(Invocation& invocation, const std::string& file) {
   requireJpeg(file);
-  const auto answer = session.call({"ai_getscreensnapshot"});
+  const auto answer = invocation.call({"ai_getscreensnapshot"});
   const auto picture = decodeBase64(answer.output().value_or(""));
   if (picture.empty()) throw NotFound("the program has no window to take a picture of");
   if (file == "-") {
@@ -42,12 +42,12 @@ void snapshot(Session& session, const std::string& file) {
 
 }  // namespace
 
-void declareSnapshot(CLI::App& parser, Session& session) {
+void declareSnapshot(CLI::App& parser, Invocation& invocation) {
   const auto file = std::make_shared<std::string>();
   parser.add_option("-o,--output", *file, "the JPEG file; \"-\" for standard output")
       ->type_name("FILE.jpg")
       ->required();
-  parser.callback([file, &session] { snapshot(session, *file); });
+  parser.callback([file, &invocation] { snapshot(invocation, *file); });
 }
 
 }  // namespace tarni::host

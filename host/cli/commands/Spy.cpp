@@ -5,8 +5,8 @@
 #include <memory>
 #include <nlohmann/json.hpp>
 
+#include "host/cli/Invocation.h"
 #include "host/cli/Listening.h"
-#include "host/cli/Session.h"
 #include "host/cli/Subcommands.h"
 #include "host/cli/Terminal.h"
 #include "host/guard/Json.h"
@@ -60,9 +60,9 @@ bool isSpied(const Json& element) {
 
 class Spying {
  public:
-  Spying(Session& session, RecorderClient& recorder)
-      : recorder_(recorder), json_(session.options.json) {
-    if (!session.options.in.empty()) tool_ += " --in " + session.options.in;
+  Spying(Invocation& invocation, RecorderClient& recorder)
+      : recorder_(recorder), json_(invocation.options.json) {
+    if (!invocation.options.in.empty()) tool_ += " --in " + invocation.options.in;
     recorder_.startObjectSpy();
   }
   Spying(const Spying&) = delete;
@@ -108,24 +108,24 @@ class Spying {
   int spied_ = 0;
 };
 
-void spy(Session& session, const Listening& listening) {
-  auto recorder = session.recorder();
-  Spying spying(session, recorder);
-  listening.run(recorder, session,
+void spy(Invocation& invocation, const Listening& listening) {
+  auto recorder = invocation.recorder();
+  Spying spying(invocation, recorder);
+  listening.run(recorder, invocation,
                 {[&spying](const auto& message) { return spying.onMessage(message); },
                  [&spying](const auto& line) { spying.onLine(line); }});
 }
 
 }  // namespace
 
-void declareSpy(CLI::App& parser, Session& session) {
+void declareSpy(CLI::App& parser, Invocation& invocation) {
   const auto listening = std::make_shared<Listening>();
   listening->declare(parser, "elements");
   parser.footer(
       "Runs until Ctrl-C. While it runs, a touch does not reach the program: it highlights the\n"
       "element under the finger and prints it (0), its ancestors (1, 2, …) and how to find it.\n"
       "Typing one of the numbers highlights that element again, twice for each touch.");
-  parser.callback([listening, &session] { spy(session, *listening); });
+  parser.callback([listening, &invocation] { spy(invocation, *listening); });
 }
 
 }  // namespace tarni::host

@@ -3,8 +3,8 @@
 #include <iostream>
 #include <memory>
 
+#include "host/cli/Invocation.h"
 #include "host/cli/Locator.h"
-#include "host/cli/Session.h"
 #include "host/cli/Subcommands.h"
 #include "host/guard/Printable.h"
 
@@ -13,45 +13,45 @@ namespace tarni::host {
 namespace {
 
 // Without an element, or with an empty identifier, the agent takes the window's first view.
-std::string elementOf(const Target& target, Session& session,
+std::string elementOf(const Target& target, Invocation& invocation,
                       const std::vector<std::string>& arguments) {
   const bool isWindow = !target.isGiven() && (arguments.size() < 2 || arguments.front().empty());
-  return isWindow ? "" : target.resolve(session, 1);
+  return isWindow ? "" : target.resolve(invocation, 1);
 }
 
-void swipe(Session& session, const Target& target) {
+void swipe(Invocation& invocation, const Target& target) {
   const auto& arguments = target.arguments();
   const std::vector<std::string> directions = {"left", "right", "up", "down"};
   if (arguments.empty() ||
       std::find(directions.begin(), directions.end(), arguments.back()) == directions.end()) {
     throw std::invalid_argument("where to? left, right, up or down");
   }
-  const auto id = elementOf(target, session, arguments);
-  const auto answer = session.call({"swipeon", "", "", id, arguments.back()});
-  if (session.options.json) std::cout << printableJson(answer.text()) << '\n';
+  const auto id = elementOf(target, invocation, arguments);
+  const auto answer = invocation.call({"swipeon", "", "", id, arguments.back()});
+  if (invocation.options.json) std::cout << printableJson(answer.text()) << '\n';
 }
 
-void declareEverywhere(CLI::App& parser, Session& session, const char* function) {
-  parser.callback([&session, function] {
-    const auto answer = session.call({function});
-    if (session.options.json) std::cout << printableJson(answer.text()) << '\n';
+void declareEverywhere(CLI::App& parser, Invocation& invocation, const char* function) {
+  parser.callback([&invocation, function] {
+    const auto answer = invocation.call({function});
+    if (invocation.options.json) std::cout << printableJson(answer.text()) << '\n';
   });
 }
 
 }  // namespace
 
-void declareSwipe(CLI::App& parser, Session& session) {
+void declareSwipe(CLI::App& parser, Invocation& invocation) {
   const auto target = std::make_shared<Target>();
   target->declare(parser, "left|right|up|down");
-  parser.callback([target, &session] { swipe(session, *target); });
+  parser.callback([target, &invocation] { swipe(invocation, *target); });
 }
 
-void declareSwipeTo(CLI::App& parser, Session& session) {
-  declareEverywhere(parser, session, "swipeto");
+void declareSwipeTo(CLI::App& parser, Invocation& invocation) {
+  declareEverywhere(parser, invocation, "swipeto");
 }
 
-void declareSwipeReset(CLI::App& parser, Session& session) {
-  declareEverywhere(parser, session, "swipereset");
+void declareSwipeReset(CLI::App& parser, Invocation& invocation) {
+  declareEverywhere(parser, invocation, "swipereset");
 }
 
 }  // namespace tarni::host

@@ -4,7 +4,7 @@
 #include <memory>
 #include <nlohmann/json.hpp>
 
-#include "host/cli/Session.h"
+#include "host/cli/Invocation.h"
 #include "host/cli/Showing.h"
 #include "host/cli/Subcommands.h"
 #include "host/cli/Terminal.h"
@@ -17,7 +17,7 @@ namespace tarni::host {
 namespace {
 
 std::string place(const Json& description) {
-  const auto rectangle = description.value("rectangle", Json::object());
+  const auto& rectangle = objectIn(description, "rectangle");
   const auto number = [&rectangle](const char* key) {
     return std::to_string(std::lround(numberIn(rectangle, key)));
   };
@@ -33,7 +33,7 @@ void printView(const ViewTree& tree, const Json& description, bool paths) {
   std::cout << "  " << Terminal::faint(place(description));
   const auto text = textIn(description, "text");
   if (!text.empty()) std::cout << "  " << inQuotes(text);
-  if (textIn(description, "isHidden") == "true") {
+  if (isTrue(description, "isHidden")) {
     std::cout << "  (hidden)";
   } else if (!isOnScreen(description)) {
     std::cout << "  (off screen)";
@@ -58,9 +58,9 @@ struct TreeOptions {
   bool onScreen = false;
 };
 
-void tree(Session& session, const TreeOptions& options) {
-  const auto descriptions = session.call({"ai_findelements"}).entries();
-  const bool json = session.options.json;
+void tree(Invocation& invocation, const TreeOptions& options) {
+  const auto descriptions = invocation.call({"ai_findelements"}).entries();
+  const bool json = invocation.options.json;
   ViewTree tree;
   bool isFirst = true;
   if (json) std::cout << '[';
@@ -81,7 +81,7 @@ void tree(Session& session, const TreeOptions& options) {
 
 }  // namespace
 
-void declareTree(CLI::App& parser, Session& session) {
+void declareTree(CLI::App& parser, Invocation& invocation) {
   const auto options = std::make_shared<TreeOptions>();
   parser.add_flag("--paths", options->paths,
                   "print each view's whole position, as --xpath takes it");
@@ -93,7 +93,7 @@ void declareTree(CLI::App& parser, Session& session) {
       "levels down has no xpath there, and --paths shows the end of it: it is made of the steps "
       "of\n"
       "the views above it.");
-  parser.callback([options, &session] { tree(session, *options); });
+  parser.callback([options, &invocation] { tree(invocation, *options); });
 }
 
 }  // namespace tarni::host

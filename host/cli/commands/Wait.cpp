@@ -3,8 +3,8 @@
 #include <memory>
 #include <thread>
 
+#include "host/cli/Invocation.h"
 #include "host/cli/Locator.h"
-#include "host/cli/Session.h"
 #include "host/cli/Subcommands.h"
 #include "host/wire/WireError.h"
 
@@ -31,9 +31,9 @@ bool repeatUntil(Deadline deadline, const Attempt& attempt) {
 }
 
 // The network can be entered only once the program is there.
-bool entersNetwork(Session& session) {
+bool entersNetwork(Invocation& invocation) {
   try {
-    session.enterNetwork();
+    invocation.enterNetwork();
     return true;
   } catch (const WireError&) {
     return false;
@@ -41,34 +41,34 @@ bool entersNetwork(Session& session) {
 }
 
 // Looks at the port without connecting, as a connection that comes and goes ends recording.
-bool isServed(const Session& session) {
-  const auto use = portUse(session.playbackPort());
+bool isServed(const Invocation& invocation) {
+  const auto use = portUse(invocation.playbackPort());
   return use == PortUse::listening || use == PortUse::held;
 }
 
-void waitForElement(Session& session, const WaitOptions& options, Deadline deadline) {
+void waitForElement(Invocation& invocation, const WaitOptions& options, Deadline deadline) {
   const bool done = repeatUntil(deadline, [&] {
-    return options.locator.findOnce(session).elementIds().empty() == options.gone;
+    return options.locator.findOnce(invocation).elementIds().empty() == options.gone;
   });
   if (done) return;
   throw NotFound(options.gone ? options.locator.description() + " is still on screen"
                               : "no " + options.locator.description() + " came up in time");
 }
 
-void wait(Session& session, const WaitOptions& options) {
+void wait(Invocation& invocation, const WaitOptions& options) {
   const auto deadline = Clock::now() + fromSeconds(options.timeout);
-  repeatUntil(deadline, [&session] { return entersNetwork(session); });
-  session.enterNetwork();
-  if (!repeatUntil(deadline, [&session] { return isServed(session); })) {
-    throw WireError("nothing listens on " + std::to_string(session.playbackPort()) +
+  repeatUntil(deadline, [&invocation] { return entersNetwork(invocation); });
+  invocation.enterNetwork();
+  if (!repeatUntil(deadline, [&invocation] { return isServed(invocation); })) {
+    throw WireError("nothing listens on " + std::to_string(invocation.playbackPort()) +
                     ": is the program running with the agent?");
   }
-  if (options.locator.isGiven()) waitForElement(session, options, deadline);
+  if (options.locator.isGiven()) waitForElement(invocation, options, deadline);
 }
 
 }  // namespace
 
-void declareWait(CLI::App& parser, Session& session) {
+void declareWait(CLI::App& parser, Invocation& invocation) {
   const auto options = std::make_shared<WaitOptions>();
   parser.footer(
       "Without an element, waits until the agent's port is open and does not touch it, so that\n"
@@ -79,7 +79,7 @@ void declareWait(CLI::App& parser, Session& session) {
   parser.add_option("--timeout", options->timeout, "how long to wait (default 10)")
       ->type_name("SECONDS")
       ->check(CLI::NonNegativeNumber.description(""));
-  parser.callback([options, &session] { wait(session, *options); });
+  parser.callback([options, &invocation] { wait(invocation, *options); });
 }
 
 }  // namespace tarni::host

@@ -1,9 +1,10 @@
-#include "host/cli/Session.h"
+#include "host/cli/Invocation.h"
 
 #include "host/cli/Terminal.h"
 #include "host/guard/Printable.h"
 #include "host/launch/NetworkNamespace.h"
 #include "host/launch/ProgramRegistry.h"
+#include "host/session/StartLine.h"
 #include "host/wire/WireError.h"
 
 namespace tarni::host {
@@ -12,7 +13,7 @@ milliseconds fromSeconds(double seconds) {
   return std::chrono::round<milliseconds>(std::chrono::duration<double>(seconds));
 }
 
-PlaybackClient& Session::playback() {
+PlaybackClient& Invocation::playback() {
   if (!playback_) {
     enterNetwork();
     playback_ = std::make_unique<PlaybackClient>(
@@ -22,12 +23,12 @@ PlaybackClient& Session::playback() {
   return *playback_;
 }
 
-RecorderClient Session::recorder() {
+RecorderClient Invocation::recorder() {
   enterNetwork();
   return RecorderClient(fromSeconds(options.connectSeconds), recorderPort());
 }
 
-void Session::enterNetwork() {
+void Invocation::enterNetwork() {
   if (options.in.empty() || entered_) return;
   const ProgramRegistry registry;
   const auto program = registry.find(options.in);
@@ -45,6 +46,12 @@ void Session::enterNetwork() {
   }
   joinNetworkOf(program->pid);
   entered_ = true;
+}
+
+std::optional<pid_t> Invocation::program(std::uint16_t port) const {
+  if (options.in.empty()) return processServing(port);
+  const auto program = ProgramRegistry().find(options.in);
+  return program ? std::optional(program->pid) : std::nullopt;
 }
 
 }  // namespace tarni::host

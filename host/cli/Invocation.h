@@ -1,6 +1,8 @@
-// Session: what the subcommands of one call of `tarni` share: the options that all have, and the
+// Invocation: what the subcommands of one call of `tarni` share: the options that all have, and the
 // connection, which is made when the first subcommand needs it. Main thread.
 #pragma once
+
+#include <sys/types.h>
 
 #include <chrono>
 #include <cstdint>
@@ -24,7 +26,7 @@ struct GlobalOptions {
 
 milliseconds fromSeconds(double seconds);
 
-class Session {
+class Invocation {
  public:
   GlobalOptions options;
   ExitCode result = ExitCode::ok;
@@ -41,6 +43,9 @@ class Session {
   // Goes into the network of the program that --in names, once. Throws WireError when none has
   // the name.
   void enterNetwork();
+
+  // The process that --in names or, without it, that serves `port`; null when it is not known.
+  std::optional<pid_t> program(std::uint16_t port) const;
 
   std::uint16_t playbackPort() const { return options.port != 0 ? options.port : kPlaybackPort; }
   std::uint16_t recorderPort() const { return options.port != 0 ? options.port : kRecorderPort; }
