@@ -13,7 +13,7 @@ namespace tarni::qt {
 
 class QtApplication : public platform::UIApplication {
  public:
-  // Both must outlive the application, which lives as long as the process.
+  // `dispatch` must outlive the application, which lives as long as the process.
   explicit QtApplication(QtEventDispatch& dispatch) : dispatch_(dispatch) {}
 
   // The popup or modal dialog that keeps the user from everything else, otherwise the window that

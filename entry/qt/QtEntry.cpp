@@ -69,7 +69,7 @@ void start() noexcept {
   }
 }
 
-// The application object is still being made when Qt calls this: it is no QGuiApplication yet.
+// The application object is still being made when Qt calls this: it is not a QGuiApplication yet.
 void startLater() {
   QMetaObject::invokeMethod(
       QCoreApplication::instance(), [] { start(); }, Qt::QueuedConnection);

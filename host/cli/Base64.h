@@ -5,7 +5,7 @@
 
 namespace tarni::host {
 
-// The bytes; empty when the text is no base-64.
+// The bytes; empty when the text is not base-64.
 std::string decodeBase64(const std::string& text);
 
 }  // namespace tarni::host

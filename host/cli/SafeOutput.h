@@ -1,6 +1,6 @@
 // SafeOutput: what stands between the tool and the terminals of its standard output and standard
 // error. Whatever goes to std::cout and std::cerr passes through: control characters and overrides
-// of the writing direction are shown as escapes, what is no UTF-8 as U+FFFD. Lines and tabs are
+// of the writing direction are shown as escapes, what is not UTF-8 as U+FFFD. Lines and tabs are
 // kept, so whoever prints text from outside in the middle of a line makes it `printable`. Main
 // thread.
 #pragma once

@@ -1,5 +1,5 @@
-// Subcommands: the table of what `tarni` can do; each row's work is in commands/, in the file that
-// bears the row's name. A row declares its options and what is to be done with them.
+// Subcommands: the table of what `tarni` can do. A row declares its options and what is to be done
+// with them, in a file of commands/ that bears its name or that of its kind (Query, Swipe).
 #pragma once
 
 #include <span>

@@ -14,7 +14,7 @@ namespace tarni::host {
 // A file that only this user reads. It is made anew beside its place and takes it when it is kept:
 // until then the file that stands there stays, and afterwards it is replaced, never written into. A
 // link is followed when it is this user's or root's; one that somebody else laid is refused. What
-// is no ordinary file, as /dev/null, is written to as it stands.
+// is not an ordinary file, as /dev/null, is written to as it stands.
 class PrivateFile {
  public:
   explicit PrivateFile(const std::filesystem::path& path);

@@ -27,7 +27,7 @@ class JsonTooLarge : public std::runtime_error {
   using std::runtime_error::runtime_error;
 };
 
-// Discarded when the text is no JSON. Throws JsonTooLarge.
+// Discarded when the text is not JSON. Throws JsonTooLarge.
 Json readJson(std::string_view text);
 
 // On one line; what is not UTF-8 becomes U+FFFD.

@@ -13,7 +13,7 @@ constexpr auto kReplacement = "\uFFFD";
 
 struct Character {
   std::size_t bytes = 1;
-  char32_t code = kNoCharacter;  // when the bytes are no UTF-8
+  char32_t code = kNoCharacter;  // when the bytes are not UTF-8
 };
 
 // 0 for a byte that no character of UTF-8 begins with.

@@ -1,6 +1,6 @@
 // Printable: text that came from outside, put so that a terminal shows it and does not obey it.
 // What could steer one is escaped the way JSON does it ("\n", "\u001b"): control characters, the
-// overrides of the direction in which text runs, the separators of lines. What is no UTF-8 becomes
+// overrides of the direction in which text runs, the separators of lines. What is not UTF-8 becomes
 // U+FFFD. Plain values, any thread.
 #pragma once
 

@@ -11,7 +11,7 @@ struct PixelSize {
   int height = 0;
 };
 
-// Null when the text is no base-64 of a JPEG.
+// Null when the text is not base-64 of a JPEG.
 std::optional<PixelSize> jpegSize(const std::string& base64);
 
 }  // namespace tarni::host

@@ -28,8 +28,8 @@ struct RecordedSession {
   std::string whyForeign;  // why the file may not be this user's own work; "" when it is
 };
 
-// Throws std::invalid_argument "FILE:LINE: what is wrong" for a file that is no whole session, and
-// std::runtime_error when it cannot be read.
+// Throws std::invalid_argument "FILE:LINE: what is wrong" for a file that is not a whole session,
+// and std::runtime_error when it cannot be read.
 RecordedSession readSession(const std::filesystem::path& path);
 // The same from text that is called `name` in what is thrown.
 RecordedSession readSession(std::istream& file, const std::string& name);

@@ -30,7 +30,7 @@ class Lines {
   // True when the line last read has no end.
   bool isTorn() const { return file_.eof(); }
 
-  // Of the line last read. Discarded when it is no JSON.
+  // Of the line last read. Discarded when it is not JSON.
   Json parsed(const std::string& line) const {
     try {
       return readJson(line);

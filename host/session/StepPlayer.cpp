@@ -28,7 +28,7 @@ double secondsSince(Clock::time_point start) {
   return std::chrono::duration<double>(Clock::now() - start).count();
 }
 
-// What is no control lets a tap through to what stands behind it.
+// What is not a control lets a tap through to what stands behind it.
 bool mayBeTappedThrough(const RecordedStep& step) {
   return step.action == "Click" || step.action == "ClickImage";
 }

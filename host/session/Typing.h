@@ -1,6 +1,6 @@
 // Typing: whether an element took the text that was sent to it. The agent answers "[]" in either
-// case: what is no text field takes none, nor does a field that a person could not type into. Any
-// thread, one at a time; failures are WireErrors and AgentExceptions.
+// case: what is not a text field takes none, nor does a field that a person could not type into.
+// Any thread, one at a time; failures are WireErrors and AgentExceptions.
 #pragma once
 
 #include <optional>

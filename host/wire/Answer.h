@@ -18,7 +18,7 @@ class Answer {
   // answers.
   explicit Answer(std::string text);
 
-  // As it came. A web page may answer text that is no JSON; it then has no entries.
+  // As it came. A web page may answer text that is not JSON; it then has no entries.
   const std::string& text() const { return text_; }
   const Json& entries() const& { return entries_; }
   Json entries() && { return std::move(entries_); }

@@ -12,7 +12,7 @@ namespace tarni::platform {
 std::string reasonOf(const std::exception_ptr& failure = std::current_exception());
 
 // Logs "context: reason" of the failure, inside a `catch` of the one that is being handled. Null is
-// no failure.
+// not a failure.
 void logFailure(const char* context,
                 const std::exception_ptr& failure = std::current_exception()) noexcept;
 

@@ -12,7 +12,7 @@ namespace tarni::platform {
 class RectIndex {
  public:
   RectIndex() = default;
-  // The last one is in front. A rectangle whose edges are no numbers holds no point.
+  // The last one is in front. A rectangle whose edges are not numbers holds no point.
   explicit RectIndex(std::vector<CGRect> rects);
 
   // Calls `visit(position)` for the rectangles that hold the point, edges included, from front to

@@ -104,7 +104,7 @@ class UIWebBrowserView {
   virtual ~UIWebBrowserView() = default;
   virtual Task<void> tapInteractionWithLocation(CGPoint point) = 0;
   // performSelector:withObject: of the same selector with the point in a value object. Where views
-  // are no objects of a runtime it is the same tap.
+  // are not objects of a runtime it is the same tap.
   virtual Task<void> performTapInteractionWithLocation(CGPoint boxed) {
     return tapInteractionWithLocation(boxed);
   }

@@ -95,7 +95,7 @@ class UIView : public std::enable_shared_from_this<UIView> {
   virtual Task<UIImageRef> drawViewHierarchy() = 0;
 };
 
-// The view as one of the kinds of UIControls.h, or null when it is none.
+// The view as one of the kinds of UIControls.h, or null when it is not one.
 template <typename Kind>
 std::shared_ptr<Kind> as(const UIViewRef& view) {
   return std::dynamic_pointer_cast<Kind>(view);

@@ -1,4 +1,4 @@
-// A program that is no easy host: it blocks, ends and deletes when touched, changes while it is
+// A program that is not an easy host: it blocks, ends and deletes when touched, changes while it is
 // looked at, and with an argument keeps events to itself ("--swallow" in its application object,
 // "--filter" in a filter).
 #include <QtCore/QAbstractListModel>

@@ -1,4 +1,4 @@
-// Programs that are no easy hosts: whatever they do, commands are answered and they stay what they
+// Programs that are not easy hosts: whatever they do, commands are answered and they stay what they
 // are.
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>

@@ -1,4 +1,4 @@
-// Tabs, menu entries and header sections, which are no widgets either.
+// Tabs, menu entries and header sections, which are not widgets either.
 #include <QtWidgets/QHeaderView>
 #include <QtWidgets/QLabel>
 #include <QtWidgets/QMainWindow>

@@ -1,4 +1,4 @@
-// Rows and cells of item views, which are no widgets.
+// Rows and cells of item views, which are not widgets.
 #include <QtCore/QAbstractTableModel>
 #include <QtCore/QStringListModel>
 #include <QtGui/QStandardItemModel>

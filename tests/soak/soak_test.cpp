@@ -122,7 +122,7 @@ class Soak : public testing::Test {
     find("UILabel", "Hello, " + user);
   }
 
-  // Commands that change nothing, and some that are none.
+  // Commands that change nothing, and some that are not commands.
   void round() {
     const std::string button = find("UIButton", "Log in");
     expect(output("Log in"), ask("gettext", button));

@@ -18,7 +18,7 @@ const tellingAttributes = [
   'href',
   'for',
 ];
-const telledByText = /^(a|button|label|option|summary|legend|th|li|h[1-6])$/;
+const namedByText = /^(a|button|label|option|summary|legend|th|li|h[1-6])$/;
 const oneOfAKind = /-|^(main|nav|header|footer|aside|form|table|dialog|iframe|frame|svg|h1)$/;
 const longestText = 60;
 
@@ -106,7 +106,7 @@ function partsOf(path) {
   return parts;
 }
 
-// All elements that the path names; a path that is none names nothing.
+// All elements that the path names; what is not a path names nothing.
 function findAll(path, scope) {
   const parts = partsOf(path);
   try {
@@ -161,7 +161,7 @@ function conditionsOf(element) {
     }
   }
   const text = normalized(element.textContent);
-  if (telledByText.test(element.localName) && text && text.length <= longestText) {
+  if (namedByText.test(element.localName) && text && text.length <= longestText) {
     conditions[conditions.length] = `normalize-space(.)=${literal(text)}`;
   }
   // Better than a place in the page, worse than all else.

@@ -21,7 +21,7 @@ class ScrollView : public View, public platform::UIScrollView {
 
   platform::CGPoint contentOffset() const override { return bounds().origin; }
   platform::Task<void> setContentOffset(platform::CGPoint offset, bool animated) override;
-  // The same without a task; as there, the content's edges are no limit.
+  // The same without a task; as there, the content's edges are not a limit.
   void scrollTo(platform::CGPoint offset);
   platform::CGSize contentSize() const { return contentSize_; }
   void setContentSize(platform::CGSize size) { contentSize_ = size; }

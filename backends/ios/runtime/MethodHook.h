@@ -35,7 +35,7 @@ class HookedCall {
   static HookedCall* of(::Class cls);
 
   id receiver() const { return receiver_; }
-  // What the method was called with; nil for what is no object.
+  // What the method was called with; nil for what is not an object.
   id object(std::size_t index) const { return objects_.at(index); }
   // Keep what the application's method raised or threw until the hook has done its own.
   void setRaised(id raised) { raised_ = raised; }

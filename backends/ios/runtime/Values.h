@@ -10,9 +10,9 @@
 
 namespace tarni::ios {
 
-// Autoreleased. Bytes that are no UTF-8 are read as Latin-1: no text is lost.
+// Autoreleased. Bytes that are not UTF-8 are read as Latin-1: no text is lost.
 NSString* toNSString(std::string_view text);
-// Null for nil, and for what the application answers although it is no string.
+// Null for nil, and for what the application answers although it is not a string.
 std::optional<std::string> toText(id string);
 // Empty for these.
 std::string toTextOrEmpty(id string);

@@ -75,7 +75,7 @@ class View : public platform::UIView, public Attachment {
   ::UIView* topmost() const;
 
   id object_;
-  ::UIView* view_;  // null as well for an object that is none
+  ::UIView* view_;  // null as well for an object that is not one
   platform::Class class_;
   mutable std::shared_ptr<Layer> layer_;
   mutable std::vector<platform::UIViewRef> subviews_;
@@ -83,9 +83,10 @@ class View : public platform::UIView, public Attachment {
   mutable std::weak_ptr<platform::UIView> listedBy_;  // whose subviews_ hold this view
 };
 
-// The view of an object, made when it is first asked for; null for nil and for what is no UIView.
+// The view of an object, made when it is first asked for; null for nil and for what is not a
+// UIView.
 std::shared_ptr<View> viewOf(id object);
-// The same for what a key holds: an object that is no UIView but stands between one and another
+// The same for what a key holds: an object that is not a UIView but stands between one and another
 // (the inside of a web view) becomes a view of nothing but its keys.
 std::shared_ptr<View> holderOfKeys(id object);
 

@@ -1,8 +1,8 @@
 // The views of the items of a QGraphicsView: those that are seen, in the order in which they lie on
 // each other, each a subview of the graphics view's. GUI thread.
 //
-// An item is no object that tells of its end. It ends for its view when it leaves the scene; one
-// that is put back is another view.
+// An item is not an object that tells of its end. It ends for its view when it leaves the scene;
+// one that is put back is another view.
 #pragma once
 
 #include "backends/qt/views/QtPart.h"

@@ -208,7 +208,7 @@ const QuickReach* reachOf(QQuickItem& root) {
 }
 
 // True when a finger on `item` is meant for it although `taker` (null is the scene) takes the
-// touch: it stands in that, which is no control, with nothing between them that takes touches of
+// touch: it stands in that, which is not a control, with nothing between them that takes touches of
 // its own.
 bool isMeant(const QQuickItem* item, const QQuickItem* taker) {
   if (!item || (taker && item != taker && !taker->isAncestorOf(item))) return false;

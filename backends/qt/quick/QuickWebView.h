@@ -46,8 +46,8 @@ class QuickWebView final : public QuickView, public platform::UIWebView {
  public:
   QuickWebView(QQuickItem& item, QuickKind kind);
 
-  // A page that nobody sees, as in a tab that is not open, is no web view: the agent works with the
-  // first there is.
+  // A page that nobody sees, as in a tab that is not open, is not a web view: the agent works with
+  // the first there is.
   platform::Class getClass() const override;
   bool isLoading() const override { return page_->isLoading(); }
   platform::Task<std::string> stringByEvaluatingJavaScriptFromString(std::string script) override;

@@ -18,7 +18,7 @@ class QtExtension {
  public:
   virtual ~QtExtension() = default;
 
-  // The window-kind view of a window that no widget draws; null when it is none of the extension's.
+  // The window-kind view of a window that no widget draws; null when it is not of the extension.
   // The same view as long as the window lives.
   virtual platform::UIWindowRef viewOfWindow(QWindow&) { return nullptr; }
   // A view for a widget of which the extension knows more than that it is a widget; null for all

@@ -73,7 +73,7 @@ QString accessibleName(QWidget& widget) {
   return interface->text(QAccessible::Name);
 }
 
-// Calls `visit` for every child widget that is no window until it answers false.
+// Calls `visit` for every child widget that is not a window until it answers false.
 template <typename Visit>
 bool everyChild(const QObject& parent, Visit&& visit) {
   for (QObject* child : parent.children()) {

@@ -2,7 +2,7 @@
 // that is one stands in a window of its own (QtSoleWindow.h). The kinds of
 // widgets add to it in QtControls.h, QtScrollView.h, QtItemView.h and QtBars.h. GUI thread.
 //
-// The viewport of a scroll area is no view of its own: what stands in it are the scroll area's
+// The viewport of a scroll area is not a view of its own: what stands in it are the scroll area's
 // subviews, as in UIKit.
 #pragma once
 
@@ -46,7 +46,7 @@ class QtView : public QtViewBase {
   std::optional<std::string> accessibilityHint() const final;
 
  protected:
-  // The kind while the view is no window; some change it with their contents.
+  // The kind while the view is not a window; some change it with their contents.
   virtual Kind kind() const { return kind_; }
   // The child whose children are taken for this view's own.
   virtual const QWidget* transparentChild() const { return nullptr; }

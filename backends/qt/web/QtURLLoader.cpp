@@ -34,7 +34,7 @@ struct Fetch {
   std::optional<std::string> text;
 };
 
-// Null for bytes that are no UTF-8.
+// Null for bytes that are not UTF-8.
 std::optional<std::string> textOf(const QByteArray& bytes) {
   const QByteArray text = QString::fromUtf8(bytes).toUtf8();
   // A byte-order mark has gone.

@@ -44,8 +44,8 @@ class QtWebView final : public QtView, public platform::UIWebView {
 
  protected:
   void appendParts(std::vector<platform::UIViewRef>& views) const override;
-  // A page that nobody sees, as in a tab that is not open, is no web view: the agent works with the
-  // first there is.
+  // A page that nobody sees, as in a tab that is not open, is not a web view: the agent works with
+  // the first there is.
   Kind kind() const override { return widget()->isVisible() ? Kind::WebView : Kind::View; }
 
  private:

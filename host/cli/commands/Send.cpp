@@ -14,7 +14,7 @@ namespace tarni::host {
 namespace {
 
 // JSON over several lines becomes one line; anything else goes as it stands, so that the agent's
-// answers to what is no command can be seen.
+// answers to what is not a command can be seen.
 std::string asLine(const std::string& text) {
   if (text.find('\n') != std::string::npos) {
     const auto parsed = readJson(text);

@@ -25,7 +25,7 @@
 
 @end
 
-// The inside of a web view is no view.
+// The inside of a web view is not a view.
 @interface UIWebViewInternal : NSObject {
   UIWebBrowserView* browserView;
 }

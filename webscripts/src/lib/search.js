@@ -2,7 +2,7 @@
 // XPath, which names what it names.
 import { isRendered, normalized, parentAcross, scopesFrom, tagOf, textOf } from './dom.js';
 
-// Elements whose text is no content.
+// Elements whose text is not content.
 const captioned = 'input, textarea, select, img';
 
 function append(list, items) {
@@ -67,7 +67,7 @@ function byXPath(outer, tag, path) {
   return found;
 }
 
-// `outer` is the page's document or an element. An accessor or a tag that is none finds nothing.
+// `outer` is the page's document or an element. An unknown accessor or tag finds nothing.
 export function search(outer, tag, accessor, value) {
   if (tag && !/^[a-z][\w:.-]*$/i.test(tag)) return [];
   if (accessor === 'xpath') return byXPath(outer, tag, value);

@@ -6,7 +6,7 @@ const special = /["\\\u0000-\u001f\u007f\u2028\u2029]|[\ud800-\udbff][\udc00-\ud
 function escaped(match) {
   if (match.length === 2) return match;
   const code = match.charCodeAt(0);
-  // Half a surrogate pair is no character.
+  // Half a surrogate pair is not a character.
   if (code >= 0xd800 && code <= 0xdfff) return '\ufffd';
   const digits = code.toString(16);
   return short[match] || `\\u${'0000'.slice(digits.length)}${digits}`;
