@@ -7,13 +7,17 @@
 
 namespace tarni::platform {
 
+// What a stretch began with in which the main thread served the main queue and nothing else.
+inline constexpr std::string_view kMainQueueAlone = "main queue";
+
 class RunLoopObserver {
  public:
   virtual ~RunLoopObserver() = default;
   // Main thread, in nested loops as well. Quick, and throws nothing.
   virtual void didWake() noexcept = 0;
   // `beganWith` names what the main thread handled first since it woke (the event's kind and the
-  // class of what received it); empty where the platform does not tell.
+  // class of what received it), or is `kMainQueueAlone`, since what the agent does by itself is
+  // nothing that happened in the application; empty where the platform does not tell.
   virtual void willWait(std::string_view beganWith) noexcept = 0;
 };
 
