@@ -1,0 +1,129 @@
+#include "tests/controls/Hand.h"
+
+#include <algorithm>
+#include <map>
+#include <sstream>
+#include <stdexcept>
+
+namespace tarni::test {
+namespace {
+
+using Words = std::vector<std::string>;
+
+constexpr std::chrono::seconds kPatience{5};
+
+void append(Words& words, const Words& more) {
+  words.insert(words.end(), more.begin(), more.end());
+}
+
+Words wordsFor(const Act& act) {
+  static const std::map<std::string, Words> kWords = {
+      {"click", {"click", "1"}},           {"right-click", {"click", "3"}},
+      {"wheel", {"click", "5"}},           {"hover", {}},
+      {"type", {"type", "--delay", "20"}}, {"press", {"key"}},
+      {"drag", {"mousedown", "1"}}};
+  Words words = kWords.at(act.verb);
+  if (!act.text.empty()) words.push_back(act.text);
+  if (act.verb != "drag") return words;
+  for (int step = 1; step <= 4; ++step) {
+    append(words,
+           {"sleep", "0.02", "mousemove_relative", "--", std::to_string(act.pixels / 4), "0"});
+  }
+  append(words, {"sleep", "0.02", "mouseup", "1"});
+  return words;
+}
+
+}  // namespace
+
+Hand::Hand(const Display& scouted, const Display& recorded, const Playback& scout)
+    : displays_{&scouted, &recorded}, scout_(scout), page_(elements()) {}
+
+void Hand::act(const Act& act) const {
+  Words words = {"xdotool"};
+  if (act.isOfPointer()) {
+    std::optional<Rectangle> found;
+    if (!eventually([&] { return (found = find(act.target)).has_value(); }, kPatience)) {
+      throw std::runtime_error("nothing shows \"" + act.target.text + "\"");
+    }
+    // A button that is pressed the moment the pointer comes may hit what has not seen it come.
+    append(words,
+           {"mousemove", std::to_string(static_cast<int>(found->x + found->width * act.target.x)),
+            std::to_string(static_cast<int>(found->y + found->height * act.target.y)), "sleep",
+            "0.05"});
+  }
+  append(words, wordsFor(act));
+  for (const Display* const display : displays_) run(words, display->environment());
+}
+
+std::optional<Hand::Rectangle> Hand::find(const Target& target) const {
+  if (target.kind == Target::Kind::window) {
+    const auto called = windows({"--name", "^" + target.text + "$"});
+    return called.empty() ? std::nullopt : std::optional(called.front());
+  }
+  if (const auto inFront = find(target, elements())) return inFront;
+  return find(target, page_);
+}
+
+std::optional<Hand::Rectangle> Hand::find(const Target& target, const std::vector<Element>& all) {
+  const auto named = std::ranges::find(all, target.text, &Element::text);
+  if (named == all.end()) return std::nullopt;
+  if (target.kind == Target::Kind::element) return named->at;
+  // The nearest to the right; what is within it starts where it does, or further on.
+  const Rectangle label = named->at;
+  const double middle = label.y + label.height / 2;
+  std::optional<Rectangle> nearest;
+  for (const auto& [text, at] : all) {
+    const bool isInRow = at.y <= middle && middle < at.y + at.height;
+    if (!isInRow || at.x < label.x + label.width) continue;
+    const bool isAsNear = nearest && at.x == nearest->x;
+    if (!nearest || at.x < nearest->x || (isAsNear && at.width > nearest->width)) nearest = at;
+  }
+  return nearest;
+}
+
+// Each lies in the topmost window that has room for it.
+std::vector<Hand::Element> Hand::elements() const {
+  const auto shown = windows({"--maxdepth", "1", ".*"});
+  std::vector<Element> all;
+  for (const auto& element : scout_.command("ai_findelements")) {
+    if (!element.contains("rectangle") || element["isVisibleInViewHierarchy"] != "true") continue;
+    const auto value = [&element](const char* key) {
+      return std::stod(element["rectangle"][key].get<std::string>());
+    };
+    Rectangle at = {value("x"), value("y"), value("width"), value("height")};
+    const auto window = std::find_if(shown.rbegin(), shown.rend(), [&at](const Rectangle& of) {
+      return at.x + at.width <= of.width && at.y + at.height <= of.height;
+    });
+    if (window == shown.rend()) continue;
+    at.x += window->x;
+    at.y += window->y;
+    all.push_back({element["text"], at});
+  }
+  return all;
+}
+
+// From "WINDOW=1\nX=12\nY=40\nWIDTH=…" for each. One that closes meanwhile ends the search.
+std::vector<Hand::Rectangle> Hand::windows(const Words& search) const {
+  Words words = {"xdotool", "search", "--onlyvisible"};
+  append(words, search);
+  append(words, {"getwindowgeometry", "--shell", "%@"});
+  Program asked(words, displays_.front()->environment());
+  asked.wait(kPatience);
+  std::istringstream lines(asked.output());
+  std::vector<Rectangle> all;
+  for (std::string line; std::getline(lines, line);) {
+    const auto equals = line.find('=');
+    if (equals == std::string::npos) continue;
+    const std::string name = line.substr(0, equals);
+    if (name == "WINDOW") all.emplace_back();
+    if (all.empty()) continue;
+    const double value = std::stod(line.substr(equals + 1));
+    if (name == "X") all.back().x = value;
+    if (name == "Y") all.back().y = value;
+    if (name == "WIDTH") all.back().width = value;
+    if (name == "HEIGHT") all.back().height = value;
+  }
+  return all;
+}
+
+}  // namespace tarni::test

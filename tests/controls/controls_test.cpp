@@ -1,0 +1,234 @@
+// Every standard control of both toolkits, on both majors of Qt: a hand uses it, the steps are
+// recorded and played on a fresh copy of the page, which has to tell the same. What is done, and
+// what comes of it, stands in docs/controls.md.
+#include <gmock/gmock.h>
+#include <sched.h>
+#include <signal.h>
+
+#include <algorithm>
+#include <filesystem>
+#include <fstream>
+#include <future>
+#include <map>
+#include <sstream>
+#include <system_error>
+#include <thread>
+
+#include "host/session/SessionFile.h"
+#include "tests/controls/Hand.h"
+
+namespace tarni::test {
+namespace {
+
+using namespace std::chrono_literals;
+namespace fs = std::filesystem;
+using testing::Contains;
+using testing::HasSubstr;
+
+using Lines = std::vector<std::string>;
+
+// A text step takes the recorder half a second, in which taps are lost.
+constexpr auto kPause = 750ms;
+constexpr auto kPauseAfterKeys = 300ms;
+constexpr auto kLongest = 3s;
+
+bool isTyped(const std::string& step) {
+  return step.starts_with("TypeText");
+}
+
+long clicksIn(const Lines& steps) {
+  return static_cast<long>(steps.size()) - std::ranges::count_if(steps, isTyped);
+}
+
+// `ClickButton UIButton "Press"` for each.
+Lines stepsIn(const fs::path& session) {
+  Lines words;
+  try {
+    for (const auto& step : host::readSession(session).steps) {
+      const std::string data = step.data.empty() ? "" : " = " + step.data;
+      words.push_back(step.action + " " + step.element() + data);
+    }
+  } catch (const std::exception&) {
+    // it is being written
+  }
+  return words;
+}
+
+// Without what the stream tells of fields that merely had the focus: the text is not among the
+// wanted steps, or it is told again.
+Lines withoutInvented(const Lines& steps, const Lines& wanted) {
+  Lines kept;
+  for (const auto& step : steps) {
+    const bool isWanted = std::ranges::count(wanted, step) > std::ranges::count(kept, step);
+    if (!isTyped(step) || isWanted) kept.push_back(step);
+  }
+  return kept;
+}
+
+// "colour=Blue" a line, among what else the program prints.
+Lines statesIn(const std::string& output) {
+  std::istringstream text(output);
+  Lines states;
+  for (std::string line; std::getline(text, line);) {
+    const auto equals = line.find('=');
+    if (equals != std::string::npos && line.find(' ') > equals) states.push_back(line);
+  }
+  return states;
+}
+
+// What is typed comes key by key: only its end counts, and only when that is news.
+Lines changes(const Lines& states) {
+  Lines news;
+  std::map<std::string, std::string> known;
+  for (auto state = states.begin(); state != states.end(); ++state) {
+    const auto next = state + 1;
+    const bool isBegun =
+        next != states.end() && (next->starts_with(*state) || state->starts_with(*next));
+    const std::string control = state->substr(0, state->find('='));
+    if (!isBegun && std::exchange(known[control], *state) != *state) news.push_back(*state);
+  }
+  return news;
+}
+
+// One session: what a hand does with the page while it is recorded, and what becomes of that.
+class Try {
+ public:
+  Try(const std::string& program, const Session& session, const fs::path& folder)
+      : program_(program), session_(session), folder_(folder), file_(folder / "session.json") {
+    fs::create_directories(folder);
+  }
+
+  // False when something else came than was wanted.
+  bool record() {
+    const auto scout = start(scouted_, "scout", {});
+    const auto recorded = start(recorded_, "recorded", {"--isolated=recorded"});
+    const Playback playback;
+    await({"--in", "recorded"}, *recorded);
+    Program recorder = tarni({"--in", "recorded", "record", "-o", file_});
+    EXPECT_TRUE(eventually([this] { return fs::exists(file_); })) << recorder.output();
+    const Hand hand(scouted_, recorded_, playback);
+    Lines expected;
+    for (const Row& row : session_) {
+      SCOPED_TRACE(row.control);
+      const auto printed = recorded->output().size();
+      const long clicks = clicksIn(expected);
+      expected.insert(expected.end(), row.steps.begin(), row.steps.end());
+      for (const Act& act : row.acts) {
+        hand.act(act);
+        if (act.isOfPointer()) awaitOneMore(clicks, clicksIn(expected));
+        std::this_thread::sleep_for(act.isOfPointer() ? kPause : kPauseAfterKeys);
+      }
+      const auto steps = [&] { return withoutInvented(stepsIn(file_), expected); };
+      eventually([&] { return steps() == expected; }, kLongest);
+      EXPECT_EQ(steps(), expected);
+      if (steps() != expected) return false;
+      const auto told = statesIn(recorded->output().substr(printed));
+      for (const auto& state : row.states) EXPECT_THAT(told, Contains(state));
+      const Lines& played = row.played == Row::Played::same ? told : row.statesPlayed;
+      told_.insert(told_.end(), played.begin(), played.end());
+    }
+    recorder.signal(SIGINT);
+    recorder.wait(10s);
+    return true;
+  }
+
+  void playAgain() {
+    // Nobody points at anything meanwhile.
+    scouted_.moveTo(1023, 899);
+    const auto again = start(scouted_, "again", {});
+    await({}, *again);
+    const auto printed = again->output().size();
+    Program player = tarni({"play", file_, "--attach-running", "--timeout", "4"});
+    const bool stops = session_.back().played == Row::Played::stops;
+    EXPECT_EQ(player.wait(100s), stops ? 1 : 0) << player.output();
+    EXPECT_THAT(player.output(), HasSubstr(stops ? "not found" : "steps passed"));
+    const auto told = [&] { return changes(statesIn(again->output().substr(printed))); };
+    eventually([&] { return told() == changes(told_); }, kLongest);
+    EXPECT_EQ(told(), changes(told_)) << player.output();
+  }
+
+ private:
+  // In a home of its own, with two files in it.
+  std::unique_ptr<Program> start(const Display& display, const std::string& name,
+                                 const Lines& options) const {
+    const fs::path home = folder_ / name;
+    fs::create_directories(home);
+    for (const char* const file : {"alpha.txt", "beta.txt"}) std::ofstream(home / file) << file;
+    auto environment = display.environment();
+    environment["HOME"] = home;
+    environment["XDG_CONFIG_HOME"] = environment["XDG_DATA_HOME"] = "";
+    environment["XDG_RUNTIME_DIR"] = folder_;
+    environment["QT_QUICK_BACKEND"] = "software";
+    Lines command = {built("bin/tarni"), "run"};
+    command.insert(command.end(), options.begin(), options.end());
+    command.insert(command.end(), {"--", built("bin/" + program_)});
+    return std::make_unique<Program>(command, environment);
+  }
+
+  // Until its page is there.
+  void await(Lines where, const Program& started) const {
+    where.push_back("wait");
+    EXPECT_EQ(tarni(where).wait(60s), 0) << started.output();
+  }
+
+  Program tarni(Lines command) const {
+    command.insert(command.begin(), built("bin/tarni"));
+    return Program(command, {{"XDG_RUNTIME_DIR", folder_}});
+  }
+
+  // A click more than before, unless all that are wanted were there.
+  void awaitOneMore(long before, long wanted) {
+    const auto clicks = [this] { return clicksIn(stepsIn(file_)); };
+    clicks_ = std::max(clicks_, before);
+    if (clicks_ == wanted) return;
+    eventually([&] { return clicks() > clicks_; }, kLongest);
+    clicks_ = clicks();
+  }
+
+  const std::string program_;
+  const Session& session_;
+  const fs::path folder_;
+  const fs::path file_;
+  const Display scouted_{1024, 900};
+  const Display recorded_{1024, 900};
+  Lines told_;
+  long clicks_ = 0;
+};
+
+// From now on what the thread starts is in a network of its own, where the agent's ports are free.
+// X servers have to be up by then: in several networks they would take the same display.
+void enterOwnNetwork() {
+  if (unshare(CLONE_NEWNET) != 0) throw std::system_error(errno, std::generic_category());
+  run({"ip", "link", "set", "lo", "up"});
+}
+
+class Controls : public testing::TestWithParam<std::string> {};
+
+INSTANTIATE_TEST_SUITE_P(Of, Controls,
+                         testing::Values("qt-controls-5", "qt-controls-6", "quick-controls-5",
+                                         "quick-controls-6"),
+                         [](const auto& info) {
+                           return (info.param.starts_with("qt") ? "Widgets" : "Quick") +
+                                  info.param.substr(info.param.size() - 1);
+                         });
+
+TEST_P(Controls, AreRecordedAndPlayedAgain) {
+  const std::string program = GetParam();
+  const fs::path folder =
+      fs::temp_directory_path() / ("tarni-controls-" + std::to_string(getpid()));
+  const auto sessions =
+      sessionsOf(program.starts_with("qt") ? "Widgets" : "Qt Quick", program.back());
+  std::vector<std::future<void>> running;
+  for (std::size_t i = 0; i < sessions.size(); ++i) {
+    running.push_back(std::async(std::launch::async, [&, i] {
+      Try once(program, sessions[i], folder / std::to_string(i));
+      enterOwnNetwork();
+      if (once.record()) once.playAgain();
+    }));
+  }
+  for (auto& session : running) EXPECT_NO_THROW(session.get());
+  fs::remove_all(folder);
+}
+
+}  // namespace
+}  // namespace tarni::test
