@@ -15,6 +15,7 @@
 #include "backends/qt/ViewFactory.h"
 #include "backends/qt/drawing/QtTransaction.h"
 #include "backends/qt/input/QtEventHook.h"
+#include "backends/qt/input/QtInputDevices.h"
 #include "backends/qt/program/QtEncoding.h"
 #include "backends/qt/program/QtMainQueue.h"
 #include "backends/qt/views/QtExtension.h"
@@ -83,6 +84,7 @@ struct Parts {
   posix::HIDEventSystem hidEvents;
   URLLoader urlLoader;
   QtEventHook hook{events, application._touchesEvent(), log};
+  QtInputDevices inputDevices;
 };
 
 platform::Platform platformOf(Parts& parts) {
@@ -99,6 +101,7 @@ platform::Platform platformOf(Parts& parts) {
   made.mainScreen = &parts.screen;
   made.alerts = &parts.alerts;
   made.hidEvents = &parts.hidEvents;
+  made.inputDevices = &parts.inputDevices;
   made.urlLoader = &parts.urlLoader;
   return made;
 }

@@ -2,6 +2,7 @@
 
 #include <QtGui/private/qwindow_p.h>
 #include <QtCore/QCoreApplication>
+#include <QtWidgets/QWidget>
 #include <algorithm>
 
 #include "backends/qt/input/QtTouchScreen.h"
@@ -92,6 +93,10 @@ void noteMenuOpened(const platform::UIViewRef& opener) {
   if (installed) installed->menuOpened(opener);
 }
 
+void noteInputOfAgent() {
+  if (installed) installed->inputOfAgent();
+}
+
 QtEventHook::QtEventHook(QtEventDispatch& dispatch, const QtTouchesEvent& touchesEvent,
                          platform::SystemLog& log)
     : dispatch_(dispatch), touchesEvent_(touchesEvent) {
@@ -112,7 +117,7 @@ bool QtEventHook::sendEvent(NativeEvent* event) {
     case Interface::Touch:
       return sendTouch(static_cast<TouchEvent*>(event));
     case Interface::Key:
-      wasKeyLast_ = true;
+      isPointing_ = false;
       return show(keyEvent_, event);
     case Interface::Wheel:
       return show(wheelEvent_, event);
@@ -125,7 +130,7 @@ bool QtEventHook::sendEvent(NativeEvent* event) {
 
 bool QtEventHook::sendMouse(MouseEvent* event) {
   fingerEvent_._clearTouches();
-  wasKeyLast_ = false;
+  isPointing_ = true;
   bool isOfFinger = false;
   platform::runGuarded("mouse event", [&] { isOfFinger = followMouse(*event); });
   return isOfFinger ? showFingers(event) : QWindowSystemEventHandler::sendEvent(event);
@@ -240,7 +245,7 @@ void QtEventHook::followMenu(const ExposeEvent& event) {
 
 void QtEventHook::menuOpened(const platform::UIViewRef& opener) {
   if (!opener || opener == lastTouched_.lock()) return;
-  if (wasKeyLast_ || mouse_.touch || !fingers_.empty()) return;
+  if (!isPointing_ || mouse_.touch || !fingers_.empty()) return;
   lastTouched_ = opener;
   const platform::CGRect bounds = opener->bounds();
   const platform::CGPoint middle = opener->convertPointToWindow({bounds.midX(), bounds.midY()});

@@ -35,9 +35,11 @@ class QtEventHook : public QWindowSystemEventHandler {
 
   bool sendEvent(QWindowSystemInterfacePrivate::WindowSystemEvent* event) override;
 
-  // A menu has opened from that entry. Unless the entry was touched, or a key opened it, the mouse
-  // rests there, and the entry is shown as tapped.
+  // A menu has opened from that entry. Unless the entry was touched, or a key or the agent opened
+  // it, the mouse rests there, and the entry is shown as tapped.
   void menuOpened(const platform::UIViewRef& opener);
+  // What happens next is the doing of the agent's own devices, whose events do not come by here.
+  void inputOfAgent() { isPointing_ = false; }
 
  private:
   using NativeEvent = QWindowSystemInterfacePrivate::WindowSystemEvent;
@@ -72,7 +74,7 @@ class QtEventHook : public QWindowSystemEventHandler {
   posix::EventRecord pointingEvent_{platform::UIEventType::Touches};
   Finger mouse_;  // without a touch while the left button is up
   platform::UIViewWeakRef lastTouched_;
-  bool wasKeyLast_ = false;        // and no mouse moved since
+  bool isPointing_ = true;         // the last input was a person's mouse
   std::map<int, Finger> fingers_;  // on touch screens, by point
   bool isSwallowing_ = false;      // until the fingers are up
   std::vector<QPointer<QWindow>> exposed_;
@@ -81,5 +83,7 @@ class QtEventHook : public QWindowSystemEventHandler {
 
 // The same for a menu that no window is made for. Does nothing while there is no hook.
 void noteMenuOpened(const platform::UIViewRef& opener);
+// The same for the agent's devices.
+void noteInputOfAgent();
 
 }  // namespace tarni::qt

@@ -6,6 +6,7 @@
 #include <QtWidgets/QWidget>
 #include <algorithm>
 
+#include "backends/qt/input/NativeWindows.h"
 #include "backends/qt/views/ViewRegistry.h"
 
 namespace tarni::qt {
@@ -17,28 +18,6 @@ using platform::UITouchRef;
 QPointF locationInWindow(const UITouchRef& touch) {
   const platform::CGPoint point = touch->locationInView(nullptr);
   return {point.x, point.y};
-}
-
-// The window of the window system at `position`: a top-level window may embed others.
-QWindow* windowAt(QWindow* window, QPointF position) {
-  const auto holds = [&position](const QObject* child) {
-    const auto* const inner = qobject_cast<const QWindow*>(child);
-    return inner && inner->isVisible() && inner->geometry().contains(position.toPoint());
-  };
-  while (window) {
-    const QObjectList& children = window->children();
-    const auto found = std::find_if(children.rbegin(), children.rend(), holds);
-    if (found == children.rend()) break;
-    window = static_cast<QWindow*>(*found);
-    position -= window->position();
-  }
-  return window;
-}
-
-QPointF originInTopLevel(const QWindow* window) {
-  QPointF origin;
-  for (; window->parent(); window = window->parent()) origin += window->position();
-  return origin;
 }
 
 // A program may switch off that Qt makes mouse events of touches that nobody took.

@@ -8,6 +8,8 @@
 #include <QtGui/QWindow>
 #include <algorithm>
 
+#include "backends/qt/input/NativeWindows.h"
+
 #if QT_VERSION_MAJOR >= 6
 #include <QtGui/QPointingDevice>
 #else
@@ -63,7 +65,7 @@ Device& device() {
 }
 
 QPointF globalPosition(const QWindow& window, QPointF position) {
-  return QPointF(window.mapToGlobal(QPoint(0, 0))) + position;
+  return originOnScreen(window) + position;
 }
 
 // Presses are far enough apart never to become a double click.
@@ -113,7 +115,7 @@ void QtTouchScreen::mouse(QWindow& window, const Point& point) {
       &window, nextTimestamp(isPress), point.position, globalPosition(window, point.position),
       point.state == State::Released ? Qt::NoButton : Qt::LeftButton, Qt::NoModifier,
       isMove ? Qt::NoButton : Qt::LeftButton, type);
-  QWindowSystemEventHandler().QWindowSystemEventHandler::sendEvent(&event);
+  process(event);
 }
 
 bool QtTouchScreen::isOwn(const void* device) {

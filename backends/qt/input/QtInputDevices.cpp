@@ -1,0 +1,111 @@
+#include "backends/qt/input/QtInputDevices.h"
+
+#include <QtGui/QGuiApplication>
+#include <QtWidgets/QApplication>
+#include <cmath>
+#include <utility>
+
+#include "backends/qt/input/NativeWindows.h"
+#include "backends/qt/input/QtEventHook.h"
+#include "backends/qt/program/InputQueue.h"
+#include "backends/qt/views/ViewRegistry.h"
+#include "platform/Foundation/NSException.h"
+#include "platform/Platform.h"
+
+namespace tarni::qt {
+namespace {
+
+using platform::PointerButton;
+
+constexpr int kAnglePerNotch = 120;
+
+Qt::MouseButton nativeButton(PointerButton button) {
+  switch (button) {
+    case PointerButton::Left:
+      return Qt::LeftButton;
+    case PointerButton::Right:
+      return Qt::RightButton;
+    case PointerButton::Middle:
+      return Qt::MiddleButton;
+    case PointerButton::Back:
+      return Qt::BackButton;
+    case PointerButton::Forward:
+      return Qt::ForwardButton;
+  }
+  return Qt::NoButton;
+}
+
+int angleOf(double notches) {
+  return static_cast<int>(std::lround(-notches * kAnglePerNotch));
+}
+
+platform::Task<void> performOwnInput(std::function<void()> work) {
+  return performAsInput([work = std::move(work)] {
+    noteInputOfAgent();
+    work();
+  });
+}
+
+QWindow& windowWithKeyboard() {
+  QWindow* window = QGuiApplication::focusWindow();
+  if (!window) window = nativeWindowOf(platform::current().application->keyWindow());
+  if (!window) {
+    throw platform::NSException(platform::NSGenericException, "No window has the keyboard");
+  }
+  return *window;
+}
+
+// What a press there has to make the active window first; null for nothing.
+platform::UIWindowRef windowToActivate(QWindow* pressed) {
+  QWindow* const top = topLevelOf(pressed);
+  if (!top || QApplication::activePopupWidget() || isBlockedByModal(*top)) return nullptr;
+  if (top->flags().testFlag(Qt::WindowDoesNotAcceptFocus)) return nullptr;
+  if (topLevelOf(QGuiApplication::focusWindow()) == top) return nullptr;
+  return viewOfWindow(top);
+}
+
+}  // namespace
+
+platform::Task<void> QtInputDevices::movePointer(platform::UIWindowRef window,
+                                                 platform::CGPoint point) {
+  const QPointer<QWindow> native = nativeWindowOf(window);
+  if (!native) {
+    throw platform::NSException(platform::NSInvalidArgumentException, "The window has gone");
+  }
+  std::function<void()> move = [this, native, position = QPointF(point.x, point.y)] {
+    if (native) mouse_.moveTo(*native, position, keyboard_.modifiers());
+  };
+  co_await performOwnInput(std::move(move));
+}
+
+platform::Task<void> QtInputDevices::setButton(PointerButton button, bool isDown) {
+  const platform::UIWindowRef inactive = isDown ? windowToActivate(mouse_.target()) : nullptr;
+  if (inactive) co_await platform::current().application->makeKeyWindow(inactive);
+  std::function<void()> set = [this, button, isDown] {
+    mouse_.setButton(nativeButton(button), isDown, keyboard_.modifiers());
+  };
+  co_await performOwnInput(std::move(set));
+}
+
+platform::Task<void> QtInputDevices::turnWheel(double right, double down) {
+  for (const QPoint angle : {QPoint(angleOf(right), 0), QPoint(0, angleOf(down))}) {
+    std::function<void()> turn = [this, angle] { mouse_.turnWheel(angle, keyboard_.modifiers()); };
+    if (!angle.isNull()) co_await performOwnInput(std::move(turn));
+  }
+}
+
+platform::Task<void> QtInputDevices::setKey(std::string name, bool isDown) {
+  std::function<void()> set = [this, key = QtKeyboard::named(name), isDown] {
+    keyboard_.setKey(windowWithKeyboard(), key, isDown);
+  };
+  co_await performOwnInput(std::move(set));
+}
+
+platform::Task<void> QtInputDevices::commitText(std::string text) {
+  std::function<void()> commit = [this, text = QString::fromStdString(text)] {
+    keyboard_.commit(windowWithKeyboard(), text);
+  };
+  co_await performOwnInput(std::move(commit));
+}
+
+}  // namespace tarni::qt

@@ -1,0 +1,26 @@
+// QtInputDevices: mouse and keyboard of the agent. Their events come in the order of the program's
+// input and go by those who see what the window system sends, the recorder included. GUI thread.
+#pragma once
+
+#include "backends/qt/input/QtKeyboard.h"
+#include "backends/qt/input/QtMouse.h"
+#include "platform/UIKit/InputDevices.h"
+
+namespace tarni::qt {
+
+class QtInputDevices final : public platform::InputDevices {
+ public:
+  platform::Task<void> movePointer(platform::UIWindowRef window, platform::CGPoint point) override;
+  // A press on a window that is not the active one makes it so first, as a window manager does.
+  platform::Task<void> setButton(platform::PointerButton button, bool isDown) override;
+  platform::Task<void> turnWheel(double right, double down) override;
+  // To the window with the keyboard focus; to the key window while none of the program's has it.
+  platform::Task<void> setKey(std::string key, bool isDown) override;
+  platform::Task<void> commitText(std::string text) override;
+
+ private:
+  QtMouse mouse_;
+  QtKeyboard keyboard_;
+};
+
+}  // namespace tarni::qt
