@@ -6,10 +6,10 @@
 #include <nlohmann/json.hpp>
 
 #include "agent/AI/AiAPI.h"
+#include "agent/core/state/Utilities_Json.h"
 #include "agent/elements/UIViewFinder.h"
 #include "agent/elements/UIViewMemoryCache.h"
 #include "agent/elements/UIViewsManager.h"
-#include "agent/elements/Utilities.h"
 #include "agent/elements/XpathManager.h"
 #include "agent/recording/RecorderAction.h"
 #include "bench/RatioReporter.h"

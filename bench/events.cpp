@@ -7,7 +7,7 @@
 #include "agent/Queue/RecorderQueue.h"
 #include "agent/core/startup/UIApplication_KIFAdditions.h"
 #include "agent/elements/UIViewsManager.h"
-#include "agent/elements/Utilities.h"
+#include "agent/elements/Utilities_Images.h"
 #include "agent/recording/RecorderAction.h"
 #include "backends/headless/views/Button.h"
 #include "bench/RatioReporter.h"

@@ -5,7 +5,6 @@
 
 #include "agent/AI/AiAPI.h"
 #include "agent/elements/UIViewsManager.h"
-#include "agent/elements/Utilities.h"
 #include "bench/RatioReporter.h"
 #include "bench/Screens.h"
 #include "tests/support/Complete.h"

@@ -4,10 +4,12 @@
 #include <mutex>
 #include <nlohmann/json.hpp>
 
+#include "agent/core/state/Utilities_Text.h"
 #include "agent/elements/UIViewFinder.h"
 #include "agent/elements/UIViewMemoryCache.h"
 #include "agent/elements/UIViewsManager.h"
 #include "agent/elements/Utilities.h"
+#include "agent/elements/Utilities_Images.h"
 #include "agent/interaction/ScreenSurvey.h"
 #include "agent/interaction/UIView_KIFAdditions.h"
 #include "platform/Platform.h"
@@ -115,7 +117,7 @@ std::vector<UIViewWeakRef> viewsOfType(const std::string& type,
 }  // namespace
 
 Task<ordered_json> AiAPI::getAllViewsInformation(std::string viewType) const {
-  co_return co_await getAllViewsInformation(std::move(viewType), UIViewFinder().getCurrentWindow());
+  co_return co_await getAllViewsInformation(std::move(viewType), UIViewFinder::getCurrentWindow());
 }
 
 Task<ordered_json> AiAPI::getAllViewsInformation(std::string viewType,
@@ -190,7 +192,7 @@ std::string AiAPI::convertBooleanToString(bool value) const {
 }
 
 Task<std::string> AiAPI::getBase64ImageOfCurrentWindow() const {
-  const platform::UIWindowRef window = UIViewFinder().getCurrentWindow();
+  const platform::UIWindowRef window = UIViewFinder::getCurrentWindow();
   if (!window) co_return std::string();
   co_return co_await Utilities::getBase64StringOfUIImageOfUIView(window);
 }

@@ -7,6 +7,7 @@
 #include <string>
 #include <vector>
 
+#include "agent/Queue/StepDraft.h"
 #include "platform/QuartzCore/CGGeometry.h"
 #include "platform/UIKit/UIEvent.h"
 #include "platform/UIKit/UIView.h"
@@ -14,7 +15,6 @@
 namespace tarni {
 
 class ElementProperties;
-struct StepDraft;
 
 class ElementInfo {
  public:
@@ -47,8 +47,8 @@ class ElementInfo {
   }
 
   // The step as the touch found its view, for a view that is gone when the worker comes to it.
-  void setDraft(std::shared_ptr<StepDraft> draft) { draft_ = std::move(draft); }
-  const std::shared_ptr<StepDraft>& getDraft() const { return draft_; }
+  void setDraft(StepDraftRef draft) { draft_ = std::move(draft); }
+  const StepDraftRef& getDraft() const { return draft_; }
 
   // The text fields that there were when the touch came; null when nobody looked.
   using TextFields = std::optional<std::vector<platform::UIViewWeakRef>>;
@@ -62,7 +62,7 @@ class ElementInfo {
   std::string dataArgs_;
   platform::CGPoint touchedPoint_;
   std::shared_ptr<ElementProperties> elementProperties_;
-  std::shared_ptr<StepDraft> draft_;
+  StepDraftRef draft_;
   TextFields textFields_;
 };
 using ElementInfoRef = std::shared_ptr<ElementInfo>;

@@ -4,7 +4,6 @@
 
 #include "agent/core/state/MainThread.h"
 #include "agent/elements/IdentityTag.h"
-#include "agent/recording/RecorderWorker.h"
 #include "platform/Foundation/Guarded.h"
 #include "platform/Platform.h"
 
@@ -12,16 +11,6 @@ namespace tarni {
 namespace {
 
 constexpr double workerInterval = 0.1;  // seconds
-
-void runWorkerAndRearm() {
-  bool goesOn = true;
-  try {
-    goesOn = RecorderWorker(ElementsQueue::sharedInstance()).run();
-  } catch (...) {
-    platform::logFailure("Recording worker");
-  }
-  if (goesOn) ElementsQueue::sharedInstance().startRecorderActionThread();
-}
 
 }  // namespace
 
@@ -83,7 +72,17 @@ ElementInfoRef ElementsQueue::getEditAbleElementInfo() const {
 
 void ElementsQueue::startRecorderActionThread() {
   platform::Dispatch& dispatch = *platform::current().dispatch;
-  dispatch.after(workerInterval, dispatch.backgroundQueue(), runWorkerAndRearm);
+  dispatch.after(workerInterval, dispatch.backgroundQueue(), [this] { runWorkerAndRearm(); });
+}
+
+void ElementsQueue::runWorkerAndRearm() {
+  bool goesOn = true;
+  try {
+    goesOn = worker_();
+  } catch (...) {
+    platform::logFailure("Recording worker");
+  }
+  if (goesOn) startRecorderActionThread();
 }
 
 }  // namespace tarni

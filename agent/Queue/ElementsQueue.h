@@ -5,10 +5,12 @@
 // operation is atomic.
 #pragma once
 
+#include <functional>
 #include <mutex>
 #include <optional>
 #include <string>
 #include <unordered_set>
+#include <utility>
 #include <vector>
 
 #include "agent/Queue/ElementInfo.h"
@@ -36,15 +38,23 @@ class ElementsQueue {
   void setEditAbleElementInfo(ElementInfoRef info);
   ElementInfoRef getEditAbleElementInfo() const;
 
+  // One run of whoever makes steps of the bucket. False once the application's event loop is gone.
+  using Worker = std::function<bool()>;
+  // Hands the worker in. Once, before the thread starts.
+  void setWorker(Worker worker) { worker_ = std::move(worker); }
+
   // Schedules one run of the worker 0.1 s from now; each run schedules the next, for as long as the
   // application's event loop lives. Any thread.
   void startRecorderActionThread();
 
  private:
+  void runWorkerAndRearm();
+
   mutable std::mutex mutex_;
   std::vector<ElementInfoRef> bucket_;
   std::unordered_set<std::string> identities_;
   ElementInfoRef editAbleElementInfo_;
+  Worker worker_;
 };
 
 }  // namespace tarni

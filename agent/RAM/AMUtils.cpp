@@ -7,7 +7,7 @@
 #include <random>
 #include <vector>
 
-#include "agent/elements/Utilities.h"
+#include "agent/core/state/Utilities_Text.h"
 #include "platform/Platform.h"
 
 namespace tarni {

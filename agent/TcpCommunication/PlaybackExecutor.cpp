@@ -2,9 +2,12 @@
 
 #include <nlohmann/json.hpp>
 
+#include "agent/commands/FunctionCallObject.h"
+#include "agent/commands/NativeCommands.h"
+#include "agent/commands/WebViewCommands.h"
+#include "agent/core/state/GlobalVars.h"
+#include "agent/core/state/Utilities_Json.h"
 #include "agent/diagnostics/Screenshots.h"
-#include "agent/elements/UIViewFinder.h"
-#include "agent/elements/Utilities.h"
 #include "platform/Foundation/Guarded.h"
 #include "platform/Foundation/NSLog.h"
 
@@ -29,13 +32,19 @@ void logMessage(const PlaybackMessage& message) {
   platform::NSLog("Msg is %s", std::string(text.substr(0, longestLine)).c_str());
 }
 
+// A command ends recording for good: from here on the polling hook walks no windows and the event
+// hook makes no steps. The server has closed the recorder's connection already
+// (ServerManager::handlePlaybackCommandOnMain), for the greeting that comes back as well.
+void endRecording() {
+  GlobalVars::sharedInstance().set_isPlaybackStarted("true");
+}
+
 // Runs the command in the web page and on the native views; the native answer goes first.
 Task<std::string> answerTo(const PlaybackMessage& message) {
   const FunctionCallObject call = Utilities::createFunctionCallObject(message.dictionary);
-  const UIViewFinder finder;
   const std::optional<std::string> webText =
-      co_await finder.parseFunctionCallObjectForWebView(call);
-  const ordered_json entries = co_await finder.parseFunctionCallObject(call);
+      co_await UIViewFinder::parseFunctionCallObjectForWebView(call);
+  const ordered_json entries = co_await UIViewFinder::parseFunctionCallObject(call);
   if (entries.empty() && webText) co_return *webText;
   co_return Utilities::convertNSArrayToString(entries).value_or("[]");
 }
@@ -52,6 +61,7 @@ std::string exceptionAnswer(const std::string& reason) {
 Task<std::optional<std::string>> PlaybackExecutor::execute(PlaybackMessage message) {
   logMessage(message);
   if (message.text == kGreeting) co_return std::nullopt;
+  endRecording();
   std::string reason;
   try {
     co_return co_await answerTo(message);

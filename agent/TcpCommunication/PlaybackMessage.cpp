@@ -2,8 +2,7 @@
 
 #include <utility>
 
-#include "agent/core/state/UTF8.h"
-#include "agent/elements/Utilities.h"
+#include "agent/core/state/Utilities_Json.h"
 
 namespace tarni {
 

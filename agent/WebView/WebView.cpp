@@ -3,7 +3,6 @@
 #include <atomic>
 #include <memory>
 
-#include "agent/core/startup/TcpChannel.h"
 #include "agent/core/state/GlobalVars.h"
 #include "agent/elements/UIViewFinder.h"
 #include "platform/Foundation/Guarded.h"
@@ -69,6 +68,8 @@ Task<void> collectSteps(UIViewRef webView) {
   keepForSender(co_await WebView().callJavaScriptFunction(webView, "startRecording()"));
 }
 
+constinit std::atomic<void (*)()> sendPendingSteps = nullptr;
+
 // What waits for the sender came before these steps, and they would replace the page's among it.
 Task<void> collectStepsUntilNow() {
   const UIViewRef webView = GlobalVars::sharedInstance()._currentWebView();
@@ -76,7 +77,7 @@ Task<void> collectStepsUntilNow() {
   const std::string steps =
       co_await WebView().callJavaScriptFunction(webView, "recordedUntilNow()");
   if (steps.empty()) co_return;
-  TcpChannel::sendPendingSteps();
+  if (const auto send = sendPendingSteps.load()) send();
   keepForSender(steps);
 }
 
@@ -138,6 +139,10 @@ Task<void> runPass(std::shared_ptr<Turn> /*held until the pass ends*/) {
 
 }  // namespace
 
+void WebView::setSender(void (*send)()) {
+  sendPendingSteps = send;
+}
+
 void WebView::performRecorderAndPlaybackInjection() {
   if (isPassWaiting.exchange(true)) return;
   const auto turn = std::make_shared<Turn>();
@@ -150,7 +155,7 @@ void WebView::collectStepsBeforeTouch() {
 }
 
 UIViewRef WebView::getCurrentDisplayedWebView() {
-  const auto webViews = UIViewFinder().getAllUIViewsAccordingToViewType("uiwebview");
+  const auto webViews = UIViewFinder::getAllUIViewsAccordingToViewType("uiwebview");
   return webViews.empty() ? nullptr : webViews.front();
 }
 

@@ -15,6 +15,9 @@ namespace tarni {
 
 class WebView {
  public:
+  // Hands in what sends the steps that wait for the sender. Once, at start-up.
+  static void setSender(void (*send)());
+
   // Queues one pass on the main queue: collects the steps of a page that has the scripts, gives
   // them to one that has not. Any thread. Does nothing while the pass before it still waits.
   void performRecorderAndPlaybackInjection();

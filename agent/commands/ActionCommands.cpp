@@ -22,16 +22,16 @@ namespace {
 constexpr double kAfterActionSeconds = 0.5;
 constexpr float kSwipeAmount = 200.0F;
 
-using Action = Task<bool> (*)(UIViewRef view, PlaybackCommand command);
+using Action = Task<bool> (*)(UIViewRef view, FunctionCallObject command);
 
-Task<bool> click(UIViewRef view, PlaybackCommand) {
+Task<bool> click(UIViewRef view, FunctionCallObject) {
   PlayBackInteractionMethods interaction;
   co_return co_await interaction.performClickOnUIView(view);
 }
 
-Task<bool> typeText(UIViewRef view, PlaybackCommand command) {
+Task<bool> typeText(UIViewRef view, FunctionCallObject command) {
   PlayBackInteractionMethods interaction;
-  co_return co_await interaction.performTypeTextOnUIView(view, command.dataValue.text());
+  co_return co_await interaction.performTypeTextOnUIView(view, command.getDataValue());
 }
 
 // A person who acts on something in another window touches that window.
@@ -47,7 +47,7 @@ Task<void> makeWindowKey(UIViewWeakRef weakElement) {
 
 // Shows the element while the action runs and for a moment after. The action may close the
 // element's window, so nothing here keeps the element over a wait.
-Task<void> actOnElement(PlaybackCommand command, Action action) {
+Task<void> actOnElement(FunctionCallObject command, Action action) {
   const platform::Platform& platform = platform::current();
   // 1. Turn to the element's window.
   UIViewWeakRef sought = elementOf(command);
@@ -73,7 +73,7 @@ Task<void> actOnElement(PlaybackCommand command, Action action) {
 
 // Every view of the window, none of them kept.
 std::vector<UIViewWeakRef> allViews() {
-  const std::vector<UIViewRef> views = UIViewFinder().getAllUIViewsAccordingToViewType("");
+  const std::vector<UIViewRef> views = UIViewFinder::getAllUIViewsAccordingToViewType("");
   return {views.begin(), views.end()};
 }
 
@@ -96,58 +96,56 @@ Drag dragInDirection(const std::string& direction, CGSize size) {
 }
 
 UIViewRef firstSubviewOfWindow() {
-  const platform::UIWindowRef window = UIViewFinder().getCurrentWindow();
+  const platform::UIWindowRef window = UIViewFinder::getCurrentWindow();
   if (!window || window->subviews().empty()) return nullptr;
   return window->subviews().front();
 }
 
 }  // namespace
 
-Entries clickelement(PlaybackCommand command) {
+Entries clickelement(FunctionCallObject command) {
   co_await actOnElement(std::move(command), click);
   co_return ordered_json::array();
 }
 
-Entries sendkeysonelement(PlaybackCommand command) {
+Entries sendkeysonelement(FunctionCallObject command) {
   co_await actOnElement(std::move(command), typeText);
   co_return ordered_json::array();
 }
 
-Entries swipeto(PlaybackCommand) {
-  const UIViewFinder finder;
+Entries swipeto(FunctionCallObject) {
   const std::vector<UIViewWeakRef> views = allViews();
   for (const UIViewWeakRef& view : views) {
     UIViewRef alive = view.lock();
-    if (alive) co_await finder.swipeBy(kSwipeAmount, std::move(alive));
+    if (alive) co_await UIViewFinder::swipeBy(kSwipeAmount, std::move(alive));
   }
   co_return ordered_json::array();
 }
 
-Entries swipereset(PlaybackCommand) {
-  const UIViewFinder finder;
+Entries swipereset(FunctionCallObject) {
   const std::vector<UIViewWeakRef> views = allViews();
   for (const UIViewWeakRef& view : views) {
     UIViewRef alive = view.lock();
-    if (alive) co_await finder.swipeReset(-kSwipeAmount, std::move(alive));
+    if (alive) co_await UIViewFinder::swipeReset(-kSwipeAmount, std::move(alive));
   }
   co_return ordered_json::array();
 }
 
-Entries swipeon(PlaybackCommand command) {
+Entries swipeon(FunctionCallObject command) {
   // 1. The target is the element, or what fills the window when none is named.
   UIViewWeakRef sought = elementOf(command);
   co_await makeWindowKey(std::move(sought));
   UIViewRef target =
-      command.accessorValue.text().empty() ? firstSubviewOfWindow() : elementOf(command);
+      command.getAccessorValue().empty() ? firstSubviewOfWindow() : elementOf(command);
   if (!target) co_return ordered_json::array();
   // 2. Drag in its own coordinates.
-  const std::string direction = platform::lowercase(command.dataValue.text());
+  const std::string direction = platform::lowercase(command.getDataValue());
   const Drag drag = dragInDirection(direction, target->bounds().size);
   co_await KIFAdditions::dragFromPoint(std::move(target), drag.from, drag.to);
   co_return ordered_json::array();
 }
 
-Entries highlight(PlaybackCommand command) {
+Entries highlight(FunctionCallObject command) {
   if (const UIViewRef element = elementOf(command)) Highlight::highlightView(element);
   co_return ordered_json::array();
 }

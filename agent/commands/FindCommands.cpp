@@ -3,6 +3,7 @@
 
 #include "agent/AI/AiAPI.h"
 #include "agent/commands/NativeCommands.h"
+#include "agent/core/state/Utilities_Text.h"
 #include "agent/elements/IdentityTag.h"
 #include "agent/elements/UIViewFinder.h"
 #include "agent/elements/UIViewMemoryCache.h"
@@ -31,10 +32,10 @@ ordered_json collectIdentifiers() {
 }
 
 // Searches below `parent`; null is nowhere.
-void findBelow(const UIViewRef& parent, const PlaybackCommand& command) {
+void findBelow(const UIViewRef& parent, const FunctionCallObject& command) {
   UIViewsManager manager;
-  manager.findElements(parent, command.tagName.text(), command.accessorType,
-                       command.accessorValue.text());
+  manager.findElements(parent, command.getTagName(), command.getAccessorType(),
+                       command.getAccessorValue());
 }
 
 bool foundSomething() {
@@ -45,7 +46,7 @@ bool foundSomething() {
 // that take input, front to back.
 template <typename Search>
 void searchWindows(Search&& search) {
-  const platform::UIWindowRef current = UIViewFinder().getCurrentWindow();
+  const platform::UIWindowRef current = UIViewFinder::getCurrentWindow();
   search(current);
   if (foundSomething()) return;
   for (const auto& other : platform::current().application->windowsThatTakeInput()) {
@@ -55,16 +56,16 @@ void searchWindows(Search&& search) {
   }
 }
 
-bool matchesText(const UIViewRef& field, const PlaybackCommand& command) {
-  if (command.accessorType.empty()) return true;
+bool matchesText(const UIViewRef& field, const FunctionCallObject& command) {
+  if (command.getAccessorType().empty()) return true;
   const std::string text = Utilities::getUIViewText(field);
-  if (command.accessorType == "text") return text == command.accessorValue.text();
-  return command.accessorType == "partialtext" &&
+  if (command.getAccessorType() == "text") return text == command.getAccessorValue();
+  return command.getAccessorType() == "partialtext" &&
          Utilities::lowercaseString(text).find(
-             Utilities::lowercaseString(command.accessorValue.text())) != std::string::npos;
+             Utilities::lowercaseString(command.getAccessorValue())) != std::string::npos;
 }
 
-void addFieldsByText(const std::vector<UIViewRef>& views, const PlaybackCommand& command) {
+void addFieldsByText(const std::vector<UIViewRef>& views, const FunctionCallObject& command) {
   for (const UIViewRef& view : views) {
     const bool isField = view->isKindOfClass(platform::uikit::UITextField);
     if (isField && matchesText(view, command)) {
@@ -90,30 +91,28 @@ void addViewByXpath(const std::vector<UIViewRef>& views, const std::string& xpat
 
 }  // namespace
 
-Entries findelementsinsideelement(PlaybackCommand command) {
+Entries findelementsinsideelement(FunctionCallObject command) {
   // 1. Wait for a view controller that is about to appear.
-  const UIViewFinder finder;
-  co_await finder.waitForViewControllerLoaded();
+  co_await UIViewFinder::waitForViewControllerLoaded();
   // 2. Take the parent before the search clears the cache that knows it.
   const UIViewRef parent =
-      UIViewMemoryCache::sharedInstance().getUIVIewAccordingToElementId(command.dataValue.text());
+      UIViewMemoryCache::sharedInstance().getUIVIewAccordingToElementId(command.getDataValue());
   // 3. Search below it.
   UIViewMemoryCache::sharedInstance().clearMemoryCache();
   findBelow(parent, command);
   co_return collectIdentifiers();
 }
 
-Entries findeditablecomponents(PlaybackCommand command) {
+Entries findeditablecomponents(FunctionCallObject command) {
   // 1. Wait for a view controller that is about to appear.
-  const UIViewFinder finder;
-  co_await finder.waitForViewControllerLoaded();
+  co_await UIViewFinder::waitForViewControllerLoaded();
   // 2. Clear the cache.
   UIViewMemoryCache::sharedInstance().clearMemoryCache();
   // 3. Of all views, add the text fields that match, or the one view at a position.
   searchWindows([&command](const platform::UIWindowRef& window) {
     const std::vector<UIViewRef> views = UIViewsManager().viewsForPlayerOfType(window, "");
-    if (command.accessorType == "xpath") {
-      addViewByXpath(views, command.accessorValue.text());
+    if (command.getAccessorType() == "xpath") {
+      addViewByXpath(views, command.getAccessorValue());
     } else {
       addFieldsByText(views, command);
     }
@@ -122,23 +121,22 @@ Entries findeditablecomponents(PlaybackCommand command) {
   co_return collectIdentifiers();
 }
 
-Entries findelements(PlaybackCommand command) {
+Entries findelements(FunctionCallObject command) {
   // 1. Wait for a view controller that is about to appear.
-  const UIViewFinder finder;
-  co_await finder.waitForViewControllerLoaded();
+  co_await UIViewFinder::waitForViewControllerLoaded();
   // 2. Search the whole window, and the others when nothing in it fits.
   UIViewMemoryCache::sharedInstance().clearMemoryCache();
   searchWindows([&command](const platform::UIWindowRef& window) { findBelow(window, command); });
   co_return collectIdentifiers();
 }
 
-Entries ai_findelements(PlaybackCommand command) {
+Entries ai_findelements(FunctionCallObject command) {
   // 1. The current window, or the one of the element that the command names.
   const UIViewRef element = elementOf(command);
-  platform::UIWindowRef window = element ? element->window() : UIViewFinder().getCurrentWindow();
+  platform::UIWindowRef window = element ? element->window() : UIViewFinder::getCurrentWindow();
   // 2. The answer is the array of descriptions as it is.
   const AiAPI api;
-  co_return co_await api.getAllViewsInformation(command.tagName.text(), std::move(window));
+  co_return co_await api.getAllViewsInformation(command.getTagName(), std::move(window));
 }
 
 }  // namespace tarni::commands

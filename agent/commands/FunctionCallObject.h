@@ -1,10 +1,14 @@
-// FunctionCallObject: one parsed playback command, as the host tool sent it. Plain value; any
-// thread.
+// FunctionCallObject: one playback command, as the host tool sent it. Plain value; any thread.
+//
+// All of its fields are text, empty where the command lacks them. One of another kind is kept as
+// such: only a command that asks for it fails, with an NSException that names its key.
 #pragma once
 
 #include <array>
+#include <nlohmann/json_fwd.hpp>
+#include <optional>
+#include <string>
 #include <string_view>
-#include <utility>
 
 #include "agent/commands/CommandField.h"
 
@@ -12,40 +16,41 @@ namespace tarni {
 
 class FunctionCallObject {
  public:
-  // The keys under which a command may hold something, in the order of the getters.
+  // The keys under which a command may hold something.
   static constexpr std::array<std::string_view, 7> keys{
       "functionname", "tagname",      "accessortype",      "accessorvalue",
       "datavalue",    "functiontype", "functionresulttype"};
+  using Fields = std::array<CommandField, keys.size()>;
 
-  // The command; compared in lower case.
-  const CommandField& getFunctionName() const { return functionName_; }
+  // The fields in the order of the keys. NSException when the name or the accessor type, which
+  // every command is asked for, is no text.
+  explicit FunctionCallObject(Fields fields);
+
+  // The command, in lower case.
+  const std::string& getFunctionName() const { return functionName_; }
   // The kind of element sought.
-  const CommandField& getTagName() const { return tagName_; }
-  // How the element is identified; compared in lower case.
-  const CommandField& getAccessorType() const { return accessorType_; }
+  const std::string& getTagName() const { return fields_[1].text(); }
+  // How the element is identified, in lower case.
+  const std::string& getAccessorType() const { return accessorType_; }
   // The identifying value, or the identifier of an element found before.
-  const CommandField& getAccessorValue() const { return accessorValue_; }
+  const std::string& getAccessorValue() const { return fields_[3].text(); }
   // Text to type, a parent element's identifier, or a swipe direction.
-  const CommandField& getDataValue() const { return dataValue_; }
-  const CommandField& getFunctionType() const { return functionType_; }
-  const CommandField& getFunctionResultType() const { return functionResultType_; }
-
-  void setFunctionName(CommandField value) { functionName_ = std::move(value); }
-  void setTagName(CommandField value) { tagName_ = std::move(value); }
-  void setAccessorType(CommandField value) { accessorType_ = std::move(value); }
-  void setAccessorValue(CommandField value) { accessorValue_ = std::move(value); }
-  void setDataValue(CommandField value) { dataValue_ = std::move(value); }
-  void setFunctionType(CommandField value) { functionType_ = std::move(value); }
-  void setFunctionResultType(CommandField value) { functionResultType_ = std::move(value); }
+  const std::string& getDataValue() const { return fields_[4].text(); }
+  // Kept: host tools send both, and no command uses them.
+  const std::string& getFunctionType() const { return fields_[5].text(); }
+  const std::string& getFunctionResultType() const { return fields_[6].text(); }
 
  private:
-  CommandField functionName_;
-  CommandField tagName_;
-  CommandField accessorType_;
-  CommandField accessorValue_;
-  CommandField dataValue_;
-  CommandField functionType_;
-  CommandField functionResultType_;
+  Fields fields_;
+  std::string functionName_;
+  std::string accessorType_;
 };
 
+namespace Utilities {
+
+// Takes the fields of a playback command from its JSON (null: it has none). A field that is null is
+// one that the command lacks. Throws like the constructor.
+FunctionCallObject createFunctionCallObject(const std::optional<nlohmann::ordered_json>& command);
+
+}  // namespace Utilities
 }  // namespace tarni

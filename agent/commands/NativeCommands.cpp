@@ -15,7 +15,7 @@ namespace {
 
 struct Row {
   std::string_view name;
-  commands::Entries (*handler)(PlaybackCommand);
+  commands::Entries (*handler)(FunctionCallObject);
 };
 
 constexpr std::array rows{
@@ -40,17 +40,17 @@ constexpr std::array rows{
 
 }  // namespace
 
-platform::Task<ordered_json> runNativeCommand(PlaybackCommand command) {
-  const auto row = std::ranges::find(rows, std::string_view(command.name), &Row::name);
+platform::Task<ordered_json> UIViewFinder::parseFunctionCallObject(FunctionCallObject command) {
+  const auto row = std::ranges::find(rows, command.getFunctionName(), &Row::name);
   if (row == rows.end()) co_return ordered_json::array();
   co_return co_await row->handler(std::move(command));
 }
 
 namespace commands {
 
-platform::UIViewRef elementOf(const PlaybackCommand& command) {
+platform::UIViewRef elementOf(const FunctionCallObject& command) {
   return UIViewMemoryCache::sharedInstance().getUIVIewAccordingToElementId(
-      command.accessorValue.text());
+      command.getAccessorValue());
 }
 
 ordered_json output(std::string value) {

@@ -8,47 +8,52 @@
 
 #include <nlohmann/json_fwd.hpp>
 
-#include "agent/commands/PlaybackCommand.h"
+#include "agent/commands/FunctionCallObject.h"
 #include "platform/Task.h"
 #include "platform/UIKit/UIView.h"
 
 namespace tarni {
 
-// Nothing for a name that is no command.
-platform::Task<nlohmann::ordered_json> runNativeCommand(PlaybackCommand command);
+namespace UIViewFinder {
+
+// Runs the native command; the array of its answer entries, empty for a name that is no command.
+// Throws what the platform raises.
+platform::Task<nlohmann::ordered_json> parseFunctionCallObject(FunctionCallObject command);
+
+}  // namespace UIViewFinder
 
 namespace commands {
 
 using Entries = platform::Task<nlohmann::ordered_json>;
 
 // The element that the command names; null when there is none.
-platform::UIViewRef elementOf(const PlaybackCommand& command);
+platform::UIViewRef elementOf(const FunctionCallObject& command);
 // One entry, as the whole answer.
 nlohmann::ordered_json output(std::string value);
 nlohmann::ordered_json output(bool value);
 
 // Searches (FindCommands.cpp). They clear the cache of found elements and fill it anew.
-Entries findelementsinsideelement(PlaybackCommand command);
-Entries findeditablecomponents(PlaybackCommand command);
-Entries findelements(PlaybackCommand command);
-Entries ai_findelements(PlaybackCommand command);
+Entries findelementsinsideelement(FunctionCallObject command);
+Entries findeditablecomponents(FunctionCallObject command);
+Entries findelements(FunctionCallObject command);
+Entries ai_findelements(FunctionCallObject command);
 
 // Actions (ActionCommands.cpp).
-Entries clickelement(PlaybackCommand command);
-Entries sendkeysonelement(PlaybackCommand command);
-Entries swipeto(PlaybackCommand command);
-Entries swipereset(PlaybackCommand command);
-Entries swipeon(PlaybackCommand command);
-Entries highlight(PlaybackCommand command);
+Entries clickelement(FunctionCallObject command);
+Entries sendkeysonelement(FunctionCallObject command);
+Entries swipeto(FunctionCallObject command);
+Entries swipereset(FunctionCallObject command);
+Entries swipeon(FunctionCallObject command);
+Entries highlight(FunctionCallObject command);
 
 // Questions (StateCommands.cpp).
-Entries isselected(PlaybackCommand command);
-Entries isenabled(PlaybackCommand command);
-Entries isdisplayed(PlaybackCommand command);
-Entries gettext(PlaybackCommand command);
-Entries getheight(PlaybackCommand command);
-Entries getwidth(PlaybackCommand command);
-Entries ai_getscreensnapshot(PlaybackCommand command);
+Entries isselected(FunctionCallObject command);
+Entries isenabled(FunctionCallObject command);
+Entries isdisplayed(FunctionCallObject command);
+Entries gettext(FunctionCallObject command);
+Entries getheight(FunctionCallObject command);
+Entries getwidth(FunctionCallObject command);
+Entries ai_getscreensnapshot(FunctionCallObject command);
 
 }  // namespace commands
 }  // namespace tarni

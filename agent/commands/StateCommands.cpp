@@ -2,6 +2,7 @@
 
 #include "agent/AI/AiAPI.h"
 #include "agent/commands/NativeCommands.h"
+#include "agent/core/state/Utilities_Text.h"
 #include "agent/elements/Utilities.h"
 #include "platform/Platform.h"
 #include "platform/UIKit/Classes.h"
@@ -20,7 +21,7 @@ void append(ordered_json& entries, ordered_json more) {
 }  // namespace
 
 // A UISwitch answers twice: as a switch, and as a view that is called one.
-Entries isselected(PlaybackCommand command) {
+Entries isselected(FunctionCallObject command) {
   ordered_json entries = ordered_json::array();
   const UIViewRef element = elementOf(command);
   if (!element) co_return entries;
@@ -40,38 +41,38 @@ Entries isselected(PlaybackCommand command) {
   co_return entries;
 }
 
-Entries isenabled(PlaybackCommand command) {
+Entries isenabled(FunctionCallObject command) {
   const UIViewRef element = elementOf(command);
   if (!element) co_return ordered_json::array();
   co_return output(element->isUserInteractionEnabled());
 }
 
 // The frame is compared as the element reports it, in its superview's coordinates.
-Entries isdisplayed(PlaybackCommand command) {
+Entries isdisplayed(FunctionCallObject command) {
   const UIViewRef element = elementOf(command);
   if (!element) co_return ordered_json::array();
   co_return output(platform::current().mainScreen->bounds().contains(element->frame()));
 }
 
-Entries gettext(PlaybackCommand command) {
+Entries gettext(FunctionCallObject command) {
   const UIViewRef element = elementOf(command);
   if (!element) co_return ordered_json::array();
   co_return output(Utilities::getUIViewTextForPlayBack(element));
 }
 
-Entries getheight(PlaybackCommand command) {
+Entries getheight(FunctionCallObject command) {
   const UIViewRef element = elementOf(command);
   if (!element) co_return ordered_json::array();
   co_return output(Utilities::decimalText(element->bounds().size.height, 0));
 }
 
-Entries getwidth(PlaybackCommand command) {
+Entries getwidth(FunctionCallObject command) {
   const UIViewRef element = elementOf(command);
   if (!element) co_return ordered_json::array();
   co_return output(Utilities::decimalText(element->bounds().size.width, 0));
 }
 
-Entries ai_getscreensnapshot(PlaybackCommand) {
+Entries ai_getscreensnapshot(FunctionCallObject) {
   const AiAPI api;
   std::string image = co_await api.getBase64ImageOfCurrentWindow();
   co_return output(std::move(image));

@@ -7,7 +7,7 @@
 
 #include "agent/WebView/WebView.h"
 #include "agent/core/state/GlobalVars.h"
-#include "agent/elements/Utilities.h"
+#include "agent/core/state/Utilities_Messages.h"
 #include "platform/Foundation/NSException.h"
 
 namespace tarni {
@@ -28,27 +28,27 @@ std::string scriptCall(std::string_view function, std::initializer_list<std::str
   return call + ')';
 }
 
-std::string findElements(const PlaybackCommand& command) {
+std::string findElements(const FunctionCallObject& command) {
   return scriptCall("findElements",
-                    {command.tagName.text(), command.accessorType, command.accessorValue.text()});
+                    {command.getTagName(), command.getAccessorType(), command.getAccessorValue()});
 }
 
-std::string findElementsInsideElement(const PlaybackCommand& command) {
+std::string findElementsInsideElement(const FunctionCallObject& command) {
   return scriptCall("findElementsInsideElement",
-                    {command.tagName.text(), command.accessorType, command.accessorValue.text(),
-                     command.dataValue.text()});
+                    {command.getTagName(), command.getAccessorType(), command.getAccessorValue(),
+                     command.getDataValue()});
 }
 
-std::string performClick(const PlaybackCommand& command) {
-  return scriptCall("performClick", {command.accessorValue.text()});
+std::string performClick(const FunctionCallObject& command) {
+  return scriptCall("performClick", {command.getAccessorValue()});
 }
 
-std::string performTypeText(const PlaybackCommand& command) {
-  return scriptCall("performTypeText", {command.accessorValue.text(), command.dataValue.text()});
+std::string performTypeText(const FunctionCallObject& command) {
+  return scriptCall("performTypeText", {command.getAccessorValue(), command.getDataValue()});
 }
 
-std::string tarni_getText(const PlaybackCommand& command) {
-  return scriptCall("tarni_getText", {command.accessorValue.text()});
+std::string tarni_getText(const FunctionCallObject& command) {
+  return scriptCall("tarni_getText", {command.getAccessorValue()});
 }
 
 using Result = Task<std::optional<std::string>>;
@@ -77,7 +77,7 @@ Result withoutOutputAlerting(UIViewRef webView, std::string script) {
 
 struct WebViewRow {
   std::string_view name;
-  std::string (*script)(const PlaybackCommand&);
+  std::string (*script)(const FunctionCallObject&);
   Result (*call)(UIViewRef webView, std::string script);
 };
 
@@ -91,9 +91,9 @@ constexpr std::array webViewRows{
 
 }  // namespace
 
-Task<std::optional<std::string>> runWebViewCommand(PlaybackCommand command) {
-  const auto row =
-      std::ranges::find(webViewRows, std::string_view(command.name), &WebViewRow::name);
+Task<std::optional<std::string>> UIViewFinder::parseFunctionCallObjectForWebView(
+    FunctionCallObject command) {
+  const auto row = std::ranges::find(webViewRows, command.getFunctionName(), &WebViewRow::name);
   if (row == webViewRows.end()) co_return std::nullopt;
   UIViewRef webView = GlobalVars::sharedInstance()._currentWebView();
   if (!webView) co_return std::nullopt;

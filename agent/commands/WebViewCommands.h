@@ -6,14 +6,19 @@
 #include <string>
 #include <string_view>
 
-#include "agent/commands/PlaybackCommand.h"
+#include "agent/commands/FunctionCallObject.h"
 #include "platform/Task.h"
 
 namespace tarni {
+namespace UIViewFinder {
 
-// The text that the script gave. Null while no web view was found ready, for a name that is no such
-// command, for a command without result, and for a script that gave nothing.
-platform::Task<std::optional<std::string>> runWebViewCommand(PlaybackCommand command);
+// Runs the command in the displayed web view; the text that the script gave. Null while no web view
+// was found ready, for a name that is no such command, for a command without result, and for a
+// script that gave nothing.
+platform::Task<std::optional<std::string>> parseFunctionCallObjectForWebView(
+    FunctionCallObject command);
+
+}  // namespace UIViewFinder
 
 // The text as it stands between the quotes of a JavaScript string.
 std::string escapedForJavaScript(std::string_view text);

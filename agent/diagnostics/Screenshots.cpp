@@ -16,7 +16,6 @@
 
 #include "agent/core/state/MainThread.h"
 #include "agent/diagnostics/ViewHierarchy.h"
-#include "agent/elements/Utilities.h"
 #include "platform/Foundation/Guarded.h"
 #include "platform/Platform.h"
 

@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "agent/core/state/MainThread.h"
+#include "agent/core/state/Utilities_Text.h"
 #include "agent/elements/Utilities.h"
 #include "agent/elements/ViewWalk.h"
 #include "platform/Platform.h"

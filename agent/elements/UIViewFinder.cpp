@@ -1,16 +1,12 @@
 #include "agent/elements/UIViewFinder.h"
 
-#include <nlohmann/json.hpp>
-
-#include "agent/commands/NativeCommands.h"
-#include "agent/commands/WebViewCommands.h"
 #include "agent/core/state/GlobalVars.h"
 #include "agent/elements/UIViewsManager.h"
 #include "platform/Platform.h"
 #include "platform/UIKit/Classes.h"
 #include "platform/UIKit/UIControls.h"
 
-namespace tarni {
+namespace tarni::UIViewFinder {
 
 namespace uikit = platform::uikit;
 using platform::CGPoint;
@@ -32,16 +28,15 @@ int scrollsForSwipe(const UIViewRef& view) {
 
 }  // namespace
 
-platform::UIWindowRef UIViewFinder::getCurrentWindow() const {
+platform::UIWindowRef getCurrentWindow() {
   return platform::current().application->keyWindow();
 }
 
-std::vector<UIViewRef> UIViewFinder::getAllUIViewsAccordingToViewType(
-    const std::string& type) const {
+std::vector<UIViewRef> getAllUIViewsAccordingToViewType(const std::string& type) {
   return UIViewsManager().viewsForPlayerOfType(getCurrentWindow(), type);
 }
 
-Task<void> UIViewFinder::waitForViewControllerLoaded() const {
+Task<void> waitForViewControllerLoaded() {
   platform::UIApplication& application = *platform::current().application;
   for (int step = 0; step < kLoadingSteps; ++step) {
     if (GlobalVars::sharedInstance()._viewControllerLoaded() != "LOADING") co_return;
@@ -50,7 +45,7 @@ Task<void> UIViewFinder::waitForViewControllerLoaded() const {
   }
 }
 
-Task<void> UIViewFinder::swipeBy(float amount, UIViewRef view) const {
+Task<void> swipeBy(float amount, UIViewRef view) {
   const auto scrollView = platform::as<platform::UIScrollView>(view);
   if (!scrollView) co_return;
   for (int scrolls = scrollsForSwipe(view); scrolls > 0; --scrolls) {
@@ -59,7 +54,7 @@ Task<void> UIViewFinder::swipeBy(float amount, UIViewRef view) const {
   }
 }
 
-Task<void> UIViewFinder::swipeReset(float, UIViewRef view) const {
+Task<void> swipeReset(float, UIViewRef view) {
   const auto scrollView = platform::as<platform::UIScrollView>(view);
   if (!scrollView) co_return;
   for (int scrolls = scrollsForSwipe(view); scrolls > 0; --scrolls) {
@@ -68,15 +63,4 @@ Task<void> UIViewFinder::swipeReset(float, UIViewRef view) const {
   }
 }
 
-Task<nlohmann::ordered_json> UIViewFinder::parseFunctionCallObject(FunctionCallObject call) const {
-  PlaybackCommand command(call);
-  co_return co_await runNativeCommand(std::move(command));
-}
-
-Task<std::optional<std::string>> UIViewFinder::parseFunctionCallObjectForWebView(
-    FunctionCallObject call) const {
-  PlaybackCommand command(call);
-  co_return co_await runWebViewCommand(std::move(command));
-}
-
-}  // namespace tarni
+}  // namespace tarni::UIViewFinder

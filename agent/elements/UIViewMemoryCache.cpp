@@ -1,7 +1,7 @@
 #include "agent/elements/UIViewMemoryCache.h"
 
 #include "agent/core/state/MainThread.h"
-#include "agent/elements/Utilities.h"
+#include "agent/core/state/Utilities_Text.h"
 
 namespace tarni {
 

@@ -3,7 +3,7 @@
 #include <cstdlib>
 
 #include "agent/core/state/MainThread.h"
-#include "agent/elements/Utilities.h"
+#include "agent/core/state/Utilities_Text.h"
 
 namespace tarni {
 

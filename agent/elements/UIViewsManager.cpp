@@ -2,13 +2,14 @@
 
 #include "agent/core/state/GlobalVars.h"
 #include "agent/core/state/MainThread.h"
+#include "agent/core/state/Utilities_Text.h"
 #include "agent/elements/IdentityTag.h"
 #include "agent/elements/UIViewMemoryCache.h"
 #include "agent/elements/UIView_Highlight.h"
+#include "agent/elements/UIView_KIFAdditions_Visibility.h"
 #include "agent/elements/Utilities.h"
 #include "agent/elements/WalkVisibility.h"
 #include "agent/elements/XpathManager.h"
-#include "agent/interaction/UIView_KIFAdditions.h"
 #include "platform/Platform.h"
 #include "platform/UIKit/Classes.h"
 

@@ -1,98 +1,186 @@
 #include "agent/elements/Utilities.h"
 
-#include <iomanip>
-#include <locale>
-#include <nlohmann/json.hpp>
-#include <sstream>
+#include <optional>
+#include <string_view>
 
-#include "agent/core/state/DictionaryReader.h"
-#include "agent/core/state/GlobalVars.h"
-#include "platform/Platform.h"
+#include "platform/Foundation/NSException.h"
+#include "platform/Foundation/NSLog.h"
+#include "platform/ObjectiveC/Runtime.h"
+#include "platform/UIKit/Classes.h"
+#include "platform/UIKit/UIControls.h"
 
-namespace tarni {
+namespace tarni::Utilities {
 
-using nlohmann::ordered_json;
+namespace uikit = platform::uikit;
+using platform::UIViewRef;
 
 namespace {
 
-std::optional<std::string> compactText(const ordered_json& value) {
-  if (!value.is_structured()) return std::nullopt;
-  return value.dump(-1, ' ', false, ordered_json::error_handler_t::replace);
+using Text = std::optional<std::string>;
+
+// The view as one of the kinds of UIControls.h without taking a share in it; null when it is none.
+template <typename Kind>
+const Kind* kindOf(const UIViewRef& view) {
+  return dynamic_cast<const Kind*>(view.get());
 }
 
-CommandField fieldOfKey(const ordered_json& command, const char* key) {
-  const auto found = command.find(key);
-  if (found == command.end() || found->is_null()) return {};
-  if (!found->is_string()) return CommandField::thatIsNoText(key);
-  return CommandField(found->get<std::string>());
+template <typename Kind>
+Text text(const UIViewRef& view, Text (Kind::*getter)() const) {
+  const Kind* const kind = kindOf<Kind>(view);
+  return kind ? (kind->*getter)() : std::nullopt;
 }
 
-constexpr double kToastSeconds = 5.0;
+bool classNameContains(const UIViewRef& view, std::string_view part) {
+  return view->getClass()->lowercaseName().find(part) != std::string::npos;
+}
+
+bool isInSegmentedControl(const UIViewRef& superview) {
+  if (!superview || !classNameContains(superview, "segmentedcontrol")) return false;
+  platform::NSLog("***FOUND UISEGMENTCONTROL");
+  return true;
+}
+
+std::string selectedTitle(const UIViewRef& segmentedControl) {
+  const auto* const control = kindOf<platform::UISegmentedControl>(segmentedControl);
+  if (!control) return {};
+  const long selected = control->selectedSegmentIndex();
+  if (selected < 0 || selected >= control->numberOfSegments()) return {};
+  return control->titleForSegmentAtIndex(selected).value_or("");
+}
+
+std::string allTitles(const UIViewRef& segmentedControl) {
+  const auto* const control = kindOf<platform::UISegmentedControl>(segmentedControl);
+  if (!control) return {};
+  std::string titles;
+  for (long index = 0; index < control->numberOfSegments(); ++index) {
+    const std::string title = control->titleForSegmentAtIndex(index).value_or("");
+    if (!title.empty()) titles += title + ";";
+  }
+  return titles;
+}
+
+std::string shownText(const platform::UITextField& field) {
+  std::string typed = field.text();
+  return typed.empty() ? field.placeholder().value_or("") : typed;
+}
+
+// The kinds whose text is the same for recording and for playback; null for all others.
+Text textOfPlainKind(const UIViewRef& view) {
+  const platform::Class cls = view->getClass();
+  const auto is = [cls](platform::Class kind) { return cls->isSubclassOf(kind); };
+  if (is(uikit::UINavigationItem) || is(uikit::UIBarButtonItem)) {
+    return text(view, &platform::UITitledItem::title).value_or("");
+  }
+  if (is(uikit::UITextView)) return text(view, &platform::UITextView::textViewText).value_or("");
+  if (is(uikit::UITableViewCell)) {
+    return text(view, &platform::UITableViewCell::cellText).value_or("");
+  }
+  if (is(uikit::UITabBarItem)) return text(view, &platform::UITitledItem::title).value_or("");
+  if (is(uikit::UISegmentedControl)) return view->accessibilityValue().value_or("");
+  return std::nullopt;
+}
 
 }  // namespace
 
-std::optional<std::string> Utilities::convertNSArrayToString(const ordered_json& array) {
-  return compactText(array);
+std::string getUIViewClassName(const UIViewRef& view) {
+  return view->getClass()->name();
 }
 
-std::optional<std::string> Utilities::convertMutableDictionaryToString(
-    const ordered_json& dictionary) {
-  return compactText(dictionary);
+std::string getUIViewAccesibilityId(const UIViewRef& view) {
+  return view->accessibilityIdentifier().value_or("");
 }
 
-std::optional<ordered_json> Utilities::convertStringToNSArray(std::string_view text) {
-  ordered_json value = ordered_json::parse(text, nullptr, false);
-  if (!value.is_array()) return std::nullopt;
-  return value;
+std::string getUIViewAccesibilityLanguage(const UIViewRef& view) {
+  return view->accessibilityLanguage().value_or("");
 }
 
-std::optional<ordered_json> Utilities::convertStringToMutableDictionary(
-    std::string_view text, std::span<const std::string_view> keys) {
-  return DictionaryReader::read(text, keys);
+std::string getUIViewAccesibilityLabel(const UIViewRef& view) {
+  if (Text value = view->accessibilityValue()) return *std::move(value);
+  if (Text label = view->accessibilityLabel()) return *std::move(label);
+  return view->accessibilityHint().value_or("");
 }
 
-std::string Utilities::getGUIDString() {
-  return platform::current().encoding->UUIDString();
+long getUIViewTag(const UIViewRef& view) {
+  return view->tag();
 }
 
-std::string Utilities::decimalText(double value, int decimals) {
-  // Not `to_chars`, which the oldest supported systems lack for fractions.
-  std::ostringstream text;
-  text.imbue(std::locale::classic());
-  text << std::fixed << std::setprecision(decimals) << value;
-  return text.str();
+std::string getUIViewText(const UIViewRef& view) {
+  if (view->isKindOfClass(uikit::UILabel)) {
+    return text(view, &platform::UILabel::labelText).value_or("");
+  }
+  if (view->isKindOfClass(uikit::UIButton)) {
+    return text(view, &platform::UIButton::currentTitle).value_or("");
+  }
+  if (view->isKindOfClass(uikit::UITextField)) {
+    return text(view, &platform::UITextField::placeholder).value_or("");
+  }
+  if (Text plain = textOfPlainKind(view)) return *std::move(plain);
+  const UIViewRef superview = view->superview();
+  if (isInSegmentedControl(superview)) return selectedTitle(superview);
+  return getUIViewAccesibilityLabel(view);
 }
 
-FunctionCallObject Utilities::createFunctionCallObject(const std::optional<ordered_json>& command) {
-  GlobalVars::sharedInstance().set_isPlaybackStarted("true");
-  FunctionCallObject call;
-  if (!command) return call;
-  call.setFunctionName(fieldOfKey(*command, "functionname"));
-  call.setTagName(fieldOfKey(*command, "tagname"));
-  call.setAccessorType(fieldOfKey(*command, "accessortype"));
-  call.setAccessorValue(fieldOfKey(*command, "accessorvalue"));
-  call.setDataValue(fieldOfKey(*command, "datavalue"));
-  call.setFunctionType(fieldOfKey(*command, "functiontype"));
-  call.setFunctionResultType(fieldOfKey(*command, "functionresulttype"));
-  return call;
+std::string getUIViewTextForPlayBack(const UIViewRef& view) {
+  const UIViewRef superview = view->superview();
+  if (superview && superview->isKindOfClass(uikit::UITextView)) {
+    return text(superview, &platform::UITextView::textViewText).value_or("");
+  }
+  if (view->isKindOfClass(uikit::UILabel)) {
+    if (Text label = text(view, &platform::UILabel::labelText)) return *std::move(label);
+  }
+  if (view->isKindOfClass(uikit::UIButton)) {
+    if (Text title = text(view, &platform::UIButton::currentTitle)) return *std::move(title);
+  }
+  if (view->isKindOfClass(uikit::UITextField)) {
+    const auto* const field = kindOf<platform::UITextField>(view);
+    return field ? shownText(*field) : std::string();
+  }
+  if (Text plain = textOfPlainKind(view)) return *std::move(plain);
+  if (isInSegmentedControl(superview)) return allTitles(superview);
+  return getUIViewAccesibilityLabel(view);
 }
 
-void Utilities::ShowToastMessage(std::string text) {
-  platform::current().dispatch->mainQueue().async([text = std::move(text)] {
-    const platform::Platform& platform = platform::current();
-    const auto alert = platform.alerts->show(text, std::nullopt, std::nullopt);
-    platform.dispatch->afterOnMain(kToastSeconds, [alert] { dismissAlert(alert); });
-  });
+std::string getUIViewXpath(const UIViewRef&) {
+  return {};
 }
 
-void Utilities::ShowAlertMessage(std::string text) {
-  platform::current().dispatch->mainQueue().async([text = std::move(text)] {
-    dismissAlert(platform::current().alerts->show(text, "Cancel", "Ok"));
-  });
+ElementProperties createElementProperties(const UIViewRef& view) {
+  ElementProperties properties;
+  properties.setClassName(getUIViewClassName(view));
+  properties.setInnertext(getUIViewText(view));
+  if (const std::string* const xpath = view->layer().valueForKey("tarni_xpath")) {
+    properties.setXpath(*xpath);
+  }
+  return properties;
 }
 
-void Utilities::dismissAlert(const std::shared_ptr<platform::UIAlertView>& alert) {
-  if (alert) alert->dismissWithClickedButtonIndex(0, true);
+bool isOn(const UIViewRef& view) {
+  const auto* const control = kindOf<platform::UISwitch>(view);
+  if (!control) throw platform::unrecognizedSelector(view->getClass(), "isOn");
+  return control->isOn();
 }
 
-}  // namespace tarni
+MappedActionObject getActionAndDataAccordingToComponent(const UIViewRef& view) {
+  if (view->isKindOfClass(uikit::UISwitch)) platform::NSLog("********SWITCH FOUND");
+  return mappedAction(view);
+}
+
+MappedActionObject mappedAction(const UIViewRef& view) {
+  const auto is = [&view](platform::Class kind) { return view->isKindOfClass(kind); };
+  MappedActionObject action;
+  action.setActionName("Click");
+  if (is(uikit::UISwitch) || classNameContains(view, "switch")) {
+    try {
+      action.setActionName(isOn(view) ? "Mobile_SelectSwitch" : "Mobile_DeSelectSwitch");
+    } catch (const platform::NSException&) {
+      // A view that is a switch by its name only is clicked.
+    }
+  } else if (is(uikit::UIButton)) {
+    action.setActionName("ClickButton");
+  } else if (is(uikit::UIImage) || is(uikit::UIImageView)) {
+    action.setActionName("ClickImage");
+  }
+  return action;
+}
+
+}  // namespace tarni::Utilities

@@ -1,8 +1,9 @@
+#include "agent/elements/Utilities_Images.h"
+
 #include "agent/core/state/MainThread.h"
-#include "agent/elements/Utilities.h"
 #include "platform/Platform.h"
 
-namespace tarni {
+namespace tarni::Utilities {
 
 using platform::CGPoint;
 using platform::CGRect;
@@ -21,30 +22,29 @@ CGRect touchedArea(CGPoint point) {
 
 }  // namespace
 
-Task<UIImageRef> Utilities::getUIImageOfUIView(UIViewRef view) {
+Task<UIImageRef> getUIImageOfUIView(UIViewRef view) {
   assertMainThread();
   co_return co_await view->drawViewHierarchy();
 }
 
-Task<UIImageRef> Utilities::getUIImageOfUIViewTouchedArea(UIViewRef view, CGPoint point) {
+Task<UIImageRef> getUIImageOfUIViewTouchedArea(UIViewRef view, CGPoint point) {
   const UIImageRef image = co_await getUIImageOfUIView(view);
   co_return image ? image->crop(touchedArea(point)) : nullptr;
 }
 
-Task<std::string> Utilities::getBase64StringOfUIImageOfUIView(UIViewRef view) {
+Task<std::string> getBase64StringOfUIImageOfUIView(UIViewRef view) {
   const UIImageRef image = co_await getUIImageOfUIView(view);
   co_return getBase64StringOfUIImage(image);
 }
 
-Task<std::string> Utilities::getBase64StringOfUIImageOfUIViewTouchedArea(UIViewRef view,
-                                                                         CGPoint point) {
+Task<std::string> getBase64StringOfUIImageOfUIViewTouchedArea(UIViewRef view, CGPoint point) {
   const UIImageRef image = co_await getUIImageOfUIViewTouchedArea(view, point);
   co_return getBase64StringOfUIImage(image);
 }
 
-std::string Utilities::getBase64StringOfUIImage(const UIImageRef& image) {
+std::string getBase64StringOfUIImage(const UIImageRef& image) {
   if (!image) return {};
   return platform::current().encoding->base64EncodedString(image->JPEGRepresentation(kJpegQuality));
 }
 
-}  // namespace tarni
+}  // namespace tarni::Utilities

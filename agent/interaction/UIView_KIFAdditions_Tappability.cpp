@@ -3,10 +3,7 @@
 #include <algorithm>
 #include <array>
 #include <cmath>
-#include <span>
-#include <vector>
 
-#include "agent/core/state/MainThread.h"
 #include "platform/Platform.h"
 #include "platform/UIKit/Classes.h"
 
@@ -40,10 +37,6 @@ UIViewRef nearestAncestor(const UIViewRef& view, Test test) {
 
 bool isEnabled(const UIViewRef& view) {
   return view && view->isUserInteractionEnabled();
-}
-
-CGRect frameInWindow(const UIViewRef& view) {
-  return platform::convertRect(view->frame(), view->superview(), nullptr);
 }
 
 }  // namespace
@@ -122,27 +115,6 @@ bool isUserInteractionActuallyEnabled(const UIViewRef& view) {
   return false;
 }
 
-bool isVisibleInViewHierarchy(const UIViewRef& view) {
-  bool visible = true;
-  performBlockOnAscendentViews(view, [&](const UIViewRef& current, bool& stop) {
-    visible = !current->isHidden();
-    stop = !visible;
-  });
-  return visible;
-}
-
-bool isVisibleInWindowFrame(const UIViewRef& view) {
-  CGRect visible = frameInWindow(view);
-  const platform::UIWindowRef window = view->window();
-  performBlockOnAscendentViews(view, [&](const UIViewRef& current, bool& stop) {
-    if (current->clipsToBounds()) {
-      visible = platform::CGRectIntersection(visible, frameInWindow(current));
-    }
-    stop = visible.size == platform::CGSize{} || current->superview() == window;
-  });
-  return visible.size != platform::CGSize{};
-}
-
 platform::UIWindowRef windowOrIdentityWindow(const UIViewRef& view) {
   platform::UIWindowRef own = view->window();
   if (own && own->transform().isIdentity()) return own;
@@ -151,31 +123,6 @@ platform::UIWindowRef windowOrIdentityWindow(const UIViewRef& view) {
     if (window->transform().isIdentity()) return window;
   }
   return nullptr;
-}
-
-void performBlockOnDescendentViews(const UIViewRef& view, const ViewBlock& block) {
-  bool stop = false;
-  performBlockOnDescendentViews(view, block, stop);
-}
-
-void performBlockOnDescendentViews(const UIViewRef& view, const ViewBlock& block, bool& stop) {
-  assertMainThread();
-  std::vector<UIViewRef> waiting{view};
-  while (!waiting.empty() && !stop) {
-    const UIViewRef current = std::move(waiting.back());
-    waiting.pop_back();
-    block(current, stop);
-    const std::span<const UIViewRef> below = current->subviews();
-    waiting.insert(waiting.end(), below.rbegin(), below.rend());
-  }
-}
-
-void performBlockOnAscendentViews(const UIViewRef& view, const ViewBlock& block) {
-  assertMainThread();
-  bool stop = false;
-  for (UIViewRef current = view; current && !stop; current = current->superview()) {
-    block(current, stop);
-  }
 }
 
 }  // namespace tarni::KIFAdditions

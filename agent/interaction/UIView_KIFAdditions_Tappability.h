@@ -1,5 +1,5 @@
-// UIView(KIFAdditions), the questions: whether a view could take a touch, whether any of it is on
-// screen, and walks over views. Main thread. A view that has gone is neither tappable nor visible.
+// UIView(KIFAdditions), the questions about touches: whether a view could take one. Main thread. A
+// view that has gone is not tappable.
 #pragma once
 
 #include <functional>
@@ -36,24 +36,8 @@ bool isNavigationItemView(const platform::UIViewRef& view);
 // The view's own setting, or that of the bar or control that answers for it.
 bool isUserInteractionActuallyEnabled(const platform::UIViewRef& view);
 
-// False when the view or one of its ancestors is hidden, whatever the frame.
-bool isVisibleInViewHierarchy(const platform::UIViewRef& view);
-// False when clipping ancestors leave nothing of the view; hidden ancestors do not count. A
-// rectangle that is empty in one direction only counts as visible.
-bool isVisibleInWindowFrame(const platform::UIViewRef& view);
-
 // The view's window when it is not transformed, else the first such window of the application,
 // else null.
 platform::UIWindowRef windowOrIdentityWindow(const platform::UIViewRef& view);
-
-// A block that is given a view and may set the flag to end the walk. It does not change the tree.
-using ViewBlock = std::function<void(const platform::UIViewRef&, bool& stop)>;
-
-// The view itself, then everything below it, parents before children.
-void performBlockOnDescendentViews(const platform::UIViewRef& view, const ViewBlock& block);
-void performBlockOnDescendentViews(const platform::UIViewRef& view, const ViewBlock& block,
-                                   bool& stop);
-// The view itself, then each of its ancestors outwards.
-void performBlockOnAscendentViews(const platform::UIViewRef& view, const ViewBlock& block);
 
 }  // namespace tarni::KIFAdditions

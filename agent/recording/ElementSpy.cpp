@@ -4,6 +4,7 @@
 
 #include "agent/Queue/RecorderQueue.h"
 #include "agent/core/state/MainThread.h"
+#include "agent/core/state/Utilities_Text.h"
 #include "agent/elements/UIViewStorage.h"
 #include "agent/elements/UIView_Highlight.h"
 #include "agent/elements/UIViewsManager.h"

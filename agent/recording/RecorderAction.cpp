@@ -6,12 +6,14 @@
 #include "agent/Queue/RecorderQueue.h"
 #include "agent/core/state/GlobalVars.h"
 #include "agent/core/state/MainThread.h"
+#include "agent/core/state/Utilities_Text.h"
 #include "agent/elements/IdentityTag.h"
 #include "agent/elements/UIViewFinder.h"
+#include "agent/elements/UIView_KIFAdditions_Visibility.h"
 #include "agent/elements/UIViewsManager.h"
 #include "agent/elements/Utilities.h"
+#include "agent/elements/Utilities_Images.h"
 #include "agent/elements/XpathManager.h"
-#include "agent/interaction/UIView_KIFAdditions.h"
 #include "agent/recording/MainRecorderAction.h"
 #include "agent/recording/TouchedView.h"
 #include "platform/Foundation/Guarded.h"
@@ -37,7 +39,7 @@ bool classNameContains(const UIViewRef& view, std::string_view part) {
 // key window already.
 platform::UIWindowRef windowOf(const UIViewRef& touched) {
   const platform::UIWindowRef window = touched->window();
-  return window ? window : UIViewFinder().getCurrentWindow();
+  return window ? window : UIViewFinder::getCurrentWindow();
 }
 
 UIViewRef refinedView(const UIViewRef& touched, CGPoint point) {

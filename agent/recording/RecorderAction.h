@@ -6,14 +6,11 @@
 #pragma once
 
 #include <memory>
-#include <optional>
 #include <string>
-#include <utility>
-#include <vector>
 
+#include "agent/Queue/StepDraft.h"
 #include "platform/QuartzCore/CGGeometry.h"
 #include "platform/Task.h"
-#include "platform/UIKit/UIImage.h"
 #include "platform/UIKit/UIView.h"
 
 namespace tarni {
@@ -31,24 +28,6 @@ struct StepRequest {
   // What the touch was refined to when it began; null to look for it now.
   platform::UIViewRef refined = nullptr;
 };
-
-// A step before its picture is encoded.
-struct StepDraft {
-  // Null values are left out of the step.
-  using Properties = std::vector<std::pair<const char*, std::optional<std::string>>>;
-
-  std::string actionName;
-  std::string data;
-  Properties object;
-  Properties parent;
-  platform::UIViewWeakRef recordedView;
-  // Drawn, not encoded; null until then, and when nothing can be drawn.
-  platform::UIImageRef picture;
-  // A tap inside a web view, in the coordinates of the recorded view: the page makes the step.
-  bool isInWebView = false;
-  platform::CGPoint pointInWebView;
-};
-using StepDraftRef = std::shared_ptr<StepDraft>;
 
 class RecorderAction {
  public:

@@ -1,7 +1,6 @@
 #include "agent/recording/RecorderWorker.h"
 
 #include <algorithm>
-#include <atomic>
 #include <thread>
 
 #include "agent/Queue/ElementProcessor.h"
@@ -20,9 +19,6 @@ using platform::UIViewRef;
 constexpr auto pauseBeforeNextStep = std::chrono::milliseconds(500);
 constexpr auto pauseBetweenLooks = std::chrono::milliseconds(1);
 
-// What the worker has taken from the bucket and not yet queued.
-std::atomic<int> draftsInHand = 0;
-
 Task<StepDraftRef> draftStep(StepRequest request) {
   const StepDraftRef draft = RecorderAction().describeStep(request);
   co_await RecorderAction::drawStep(draft);
@@ -40,20 +36,27 @@ bool hasAppearedSince(const UIViewRef& field, const std::vector<ElementInfoRef>&
   });
 }
 
-struct PendingText {
+}  // namespace
+
+RecorderWorker& RecorderWorker::sharedInstance() {
+  static auto* const shared = new RecorderWorker(ElementsQueue::sharedInstance());
+  return *shared;
+}
+
+struct RecorderWorker::PendingText {
   bool wasPending = false;
   std::vector<StepDraftRef> drafts;  // empty when nothing was typed
 };
 
 // Takes the text field that is being edited out of the shared state, so that its text is recorded
 // once, and the texts of those that have gone.
-Task<void> takePendingText(ElementsQueue& queue, PendingText* result) {
+Task<void> RecorderWorker::takePendingText(PendingText* result) {
   TypedText& typed = TypedText::sharedInstance();
   result->drafts = typed.takeGone();
-  draftsInHand += static_cast<int>(result->drafts.size());
+  draftsInHand_ += static_cast<int>(result->drafts.size());
   result->wasPending = !result->drafts.empty();
   const UIViewRef field = GlobalVars::sharedInstance()._editAbleElement();
-  if (!field || hasAppearedSince(field, queue.getElementsBucket())) co_return;
+  if (!field || hasAppearedSince(field, queue_.getElementsBucket())) co_return;
   result->wasPending = true;
   GlobalVars::sharedInstance().set_editAbleElement(nullptr);
   typed.forget();
@@ -63,12 +66,12 @@ Task<void> takePendingText(ElementsQueue& queue, PendingText* result) {
   if (text.empty()) co_return;
   const StepRequest request{"TypeTextOnEditBox", field, text, {0, 0}};
   result->drafts.push_back(co_await draftStep(request));
-  ++draftsInHand;
+  ++draftsInHand_;
 }
 
 // Picks the record that counts and drops the others, in one go.
-Task<void> takeTouch(ElementsQueue& queue, StepDraftRef* result) {
-  const ElementInfoRef info = ElementProcessor().getExactElementInfo(queue.takeBucket());
+Task<void> RecorderWorker::takeTouch(StepDraftRef* result) {
+  const ElementInfoRef info = ElementProcessor().getExactElementInfo(queue_.takeBucket());
   if (!info) co_return;
   const UIViewRef view = info->getUIView();
   const StepDraftRef draft = info->getDraft();
@@ -86,15 +89,13 @@ Task<void> takeTouch(ElementsQueue& queue, StepDraftRef* result) {
   } else {
     *result = draft;
   }
-  if (*result) ++draftsInHand;
+  if (*result) ++draftsInHand_;
 }
 
-void enqueue(const StepDraftRef& draft) {
+void RecorderWorker::enqueue(const StepDraftRef& draft) {
   RecorderAction::enqueueStep(*draft);
-  --draftsInHand;
+  --draftsInHand_;
 }
-
-}  // namespace
 
 bool RecorderWorker::run() {
   if (queue_.getElementsBucketSize() == 0) return true;
@@ -104,7 +105,7 @@ bool RecorderWorker::run() {
 bool RecorderWorker::flushTypedText() {
   PendingText pending;
   platform::MainQueue& main = platform::current().dispatch->mainQueue();
-  if (!main.syncTask([&] { return takePendingText(queue_, &pending); })) return false;
+  if (!main.syncTask([&] { return takePendingText(&pending); })) return false;
   for (const StepDraftRef& draft : pending.drafts) enqueue(draft);
   if (pending.wasPending) std::this_thread::sleep_for(pauseBeforeNextStep);
   return true;
@@ -113,13 +114,13 @@ bool RecorderWorker::flushTypedText() {
 bool RecorderWorker::recordTouch() {
   StepDraftRef draft;
   platform::MainQueue& main = platform::current().dispatch->mainQueue();
-  if (!main.syncTask([&] { return takeTouch(queue_, &draft); })) return false;
+  if (!main.syncTask([&] { return takeTouch(&draft); })) return false;
   if (draft) enqueue(draft);
   return true;
 }
 
 void RecorderWorker::finish(std::chrono::steady_clock::time_point deadline) {
-  while (draftsInHand > 0 && std::chrono::steady_clock::now() < deadline) {
+  while (draftsInHand_ > 0 && std::chrono::steady_clock::now() < deadline) {
     std::this_thread::sleep_for(pauseBetweenLooks);
   }
   const ElementInfoRef info = ElementProcessor().getExactElementInfo(queue_.takeBucket());

@@ -6,14 +6,20 @@
 // when the touch came.
 #pragma once
 
+#include <atomic>
 #include <chrono>
 
 #include "agent/Queue/ElementsQueue.h"
+#include "agent/Queue/StepDraft.h"
+#include "platform/Task.h"
 
 namespace tarni {
 
 class RecorderWorker {
  public:
+  // The one of the agent, on its ElementsQueue.
+  static RecorderWorker& sharedInstance();
+
   explicit RecorderWorker(ElementsQueue& queue) : queue_(queue) {}
 
   // One run. False once the application's event loop is gone: nothing can be recorded any more.
@@ -24,10 +30,17 @@ class RecorderWorker {
   void finish(std::chrono::steady_clock::time_point deadline);
 
  private:
+  struct PendingText;
+
   bool flushTypedText();
   bool recordTouch();
+  platform::Task<void> takePendingText(PendingText* result);
+  platform::Task<void> takeTouch(StepDraftRef* result);
+  void enqueue(const StepDraftRef& draft);
 
   ElementsQueue& queue_;
+  // What was taken from the bucket and is not queued yet.
+  std::atomic<int> draftsInHand_ = 0;
 };
 
 }  // namespace tarni

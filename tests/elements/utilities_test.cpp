@@ -1,5 +1,9 @@
 // JSON, numbers, messages and pictures.
-#include "agent/elements/Utilities.h"
+#include "agent/commands/FunctionCallObject.h"
+#include "agent/core/state/Utilities_Json.h"
+#include "agent/core/state/Utilities_Messages.h"
+#include "agent/core/state/Utilities_Text.h"
+#include "agent/elements/Utilities_Images.h"
 
 #include <array>
 #include <set>
@@ -76,28 +80,24 @@ TEST_F(UtilitiesTest, LowerCaseKnowsMoreThanAscii) {
 }
 
 TEST_F(UtilitiesTest, ACommandHasTheFieldsOfItsJson) {
-  GlobalVars::sharedInstance().set_isPlaybackStarted(std::nullopt);
   const FunctionCallObject call = Utilities::createFunctionCallObject(Json::parse(
       R"({"functionname":"Find","tagname":"T","accessortype":"A","accessorvalue":"V",
           "datavalue":"D","functiontype":"F","functionresulttype":"R","other":1})"));
-  EXPECT_EQ(call.getFunctionName().text(), "Find");
-  EXPECT_EQ(call.getTagName().text(), "T");
-  EXPECT_EQ(call.getAccessorType().text(), "A");
-  EXPECT_EQ(call.getAccessorValue().text(), "V");
-  EXPECT_EQ(call.getDataValue().text(), "D");
-  EXPECT_EQ(call.getFunctionType().text(), "F");
-  EXPECT_EQ(call.getFunctionResultType().text(), "R");
-  EXPECT_EQ(GlobalVars::sharedInstance()._isPlaybackStarted(), "true");
+  EXPECT_EQ(call.getFunctionName(), "find");
+  EXPECT_EQ(call.getTagName(), "T");
+  EXPECT_EQ(call.getAccessorType(), "a");
+  EXPECT_EQ(call.getAccessorValue(), "V");
+  EXPECT_EQ(call.getDataValue(), "D");
+  EXPECT_EQ(call.getFunctionType(), "F");
+  EXPECT_EQ(call.getFunctionResultType(), "R");
 }
 
-TEST_F(UtilitiesTest, ACommandWithoutJsonStartsPlaybackAllTheSame) {
-  GlobalVars::sharedInstance().set_isPlaybackStarted(std::nullopt);
-  EXPECT_EQ(Utilities::createFunctionCallObject(std::nullopt).getFunctionName().text(), "");
-  EXPECT_EQ(GlobalVars::sharedInstance()._isPlaybackStarted(), "true");
+TEST_F(UtilitiesTest, AFieldThatIsNoTextFailsWhenItIsAskedFor) {
+  EXPECT_EQ(Utilities::createFunctionCallObject(std::nullopt).getFunctionName(), "");
   const Json noText = Json::parse(R"({"functionname":null,"datavalue":[]})");
   const FunctionCallObject call = Utilities::createFunctionCallObject(noText);
-  EXPECT_EQ(call.getFunctionName().text(), "");
-  EXPECT_THROW(call.getDataValue().text(), platform::NSException);
+  EXPECT_EQ(call.getFunctionName(), "");
+  EXPECT_THROW(call.getDataValue(), platform::NSException);
 }
 
 TEST_F(UtilitiesTest, AToastGoesAfterFiveSeconds) {

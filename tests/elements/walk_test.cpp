@@ -134,11 +134,11 @@ TEST_F(Walk, FinderGivesTheViewsOfATypeInAnyCase) {
   const auto first = add<Button>().get();
   const auto hidden = add<Button>().hidden().get();
   add<Button>().className("MyButton");
-  const UIViewFinder finder;
-  EXPECT_THAT(finder.getAllUIViewsAccordingToViewType("uibutton"), ElementsAre(first, hidden));
-  EXPECT_EQ(finder.getAllUIViewsAccordingToViewType("").size(), 3U);
+  EXPECT_THAT(UIViewFinder::getAllUIViewsAccordingToViewType("uibutton"),
+              ElementsAre(first, hidden));
+  EXPECT_EQ(UIViewFinder::getAllUIViewsAccordingToViewType("").size(), 3U);
   environment.application().setKeyWindow(nullptr);
-  EXPECT_THAT(finder.getAllUIViewsAccordingToViewType(""), IsEmpty());
+  EXPECT_THAT(UIViewFinder::getAllUIViewsAccordingToViewType(""), IsEmpty());
 }
 
 }  // namespace

@@ -6,6 +6,7 @@
 #include "agent/WebView/WebView.h"
 #include "agent/core/state/GlobalVars.h"
 #include "agent/elements/UIView_Highlight.h"
+#include "agent/core/state/Utilities_Messages.h"
 #include "agent/elements/Utilities.h"
 #include "platform/UIKit/UIControls.h"
 #include "tests/ios/Await.h"

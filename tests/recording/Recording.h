@@ -45,7 +45,7 @@ class Recording : public Screen {
   void runWorker() {
     std::atomic<bool> hasEnded = false;
     std::thread worker([&] {
-      RecorderWorker(ElementsQueue::sharedInstance()).run();
+      RecorderWorker::sharedInstance().run();
       hasEnded = true;
       environment.runLoop().post([] {});
     });

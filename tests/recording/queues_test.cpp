@@ -122,7 +122,7 @@ TEST_F(Bucket, WorkerEndsWhenTheEventLoopIsGone) {
   environment.finger().tap(*ok);
   environment.runLoop().close();
   bool goesOn = true;
-  std::thread([&] { goesOn = RecorderWorker(ElementsQueue::sharedInstance()).run(); }).join();
+  std::thread([&] { goesOn = RecorderWorker::sharedInstance().run(); }).join();
   EXPECT_FALSE(goesOn);
 }
 

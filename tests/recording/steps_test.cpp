@@ -317,7 +317,7 @@ TEST_F(Steps, ViewThatGoesAwayWhileItIsDrawnIsStillRecorded) {
   view->drawNow();
   std::atomic<bool> hasEnded = false;
   std::thread worker([&] {
-    RecorderWorker(ElementsQueue::sharedInstance()).run();
+    RecorderWorker::sharedInstance().run();
     hasEnded = true;
     environment.runLoop().post([] {});
   });

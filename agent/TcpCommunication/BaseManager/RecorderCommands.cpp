@@ -7,10 +7,10 @@
 
 #include "agent/WebView/WebView.h"
 #include "agent/core/state/GlobalVars.h"
-#include "agent/core/state/UTF8.h"
+#include "agent/core/state/Utilities_Json.h"
+#include "agent/core/state/Utilities_Messages.h"
 #include "agent/elements/UIViewStorage.h"
 #include "agent/elements/UIView_Highlight.h"
-#include "agent/elements/Utilities.h"
 #include "platform/Foundation/NSException.h"
 #include "platform/Foundation/NSLog.h"
 #include "platform/ObjectiveC/Class.h"

@@ -52,6 +52,12 @@ bool tick() {
   return true;
 }
 
+// What lower rooms call without knowing whom.
+void handIn() {
+  ElementsQueue::sharedInstance().setWorker([] { return RecorderWorker::sharedInstance().run(); });
+  WebView::setSender(TcpChannel::sendPendingSteps);
+}
+
 void tickAndRearm() {
   bool goesOn = true;
   try {
@@ -65,6 +71,7 @@ void tickAndRearm() {
 }  // namespace
 
 void RecordControl::load() {
+  handIn();
   ElementsQueue::sharedInstance().startRecorderActionThread();
   TcpChannel().start();
   GlobalVars::sharedInstance().set_spyMode("false");
@@ -82,7 +89,7 @@ void RecordControl::applicationWillTerminate() noexcept {
   const auto deadline = std::chrono::steady_clock::now() + timeToEnd;
   try {
     if (GlobalVars::isTrue(GlobalVars::sharedInstance()._isPlaybackStarted())) return;
-    RecorderWorker(ElementsQueue::sharedInstance()).finish(deadline);
+    RecorderWorker::sharedInstance().finish(deadline);
     TcpChannel::sendLastSteps(deadline);
   } catch (...) {
     platform::logFailure("Sending the last steps failed");

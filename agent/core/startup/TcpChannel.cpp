@@ -7,7 +7,7 @@
 #include "agent/Queue/RecorderQueue.h"
 #include "agent/TcpCommunication/BaseManager/ServerManager.h"
 #include "agent/core/state/GlobalVars.h"
-#include "agent/elements/Utilities.h"
+#include "agent/core/state/Utilities_Json.h"
 #include "platform/Foundation/Guarded.h"
 #include "platform/Platform.h"
 

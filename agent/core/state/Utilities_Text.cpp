@@ -1,13 +1,17 @@
+#include "agent/core/state/Utilities_Text.h"
+
 #include <algorithm>
 #include <array>
 #include <cwchar>
+#include <iomanip>
 #include <locale>
+#include <sstream>
 #include <stdexcept>
 
-#include "agent/elements/Utilities.h"
 #include "platform/ObjectiveC/Class.h"
+#include "platform/Platform.h"
 
-namespace tarni {
+namespace tarni::Utilities {
 namespace {
 
 using Multibyte = std::codecvt<wchar_t, char, std::mbstate_t>;
@@ -55,7 +59,7 @@ std::string encode(const std::wstring& letters) {
 
 }  // namespace
 
-std::string Utilities::lowercaseString(std::string_view text) {
+std::string lowercaseString(std::string_view text) {
   const auto isAscii = [](char letter) { return static_cast<unsigned char>(letter) < 0x80; };
   if (std::ranges::all_of(text, isAscii)) return platform::lowercase(text);
 
@@ -66,4 +70,16 @@ std::string Utilities::lowercaseString(std::string_view text) {
   return encode(letters);
 }
 
-}  // namespace tarni
+std::string decimalText(double value, int decimals) {
+  // Not `to_chars`, which the oldest supported systems lack for fractions.
+  std::ostringstream text;
+  text.imbue(std::locale::classic());
+  text << std::fixed << std::setprecision(decimals) << value;
+  return text.str();
+}
+
+std::string getGUIDString() {
+  return platform::current().encoding->UUIDString();
+}
+
+}  // namespace tarni::Utilities

@@ -1,0 +1,36 @@
+#include "agent/commands/FunctionCallObject.h"
+
+#include <nlohmann/json.hpp>
+#include <utility>
+
+#include "platform/ObjectiveC/Class.h"
+
+namespace tarni {
+
+using nlohmann::ordered_json;
+
+namespace {
+
+CommandField fieldOfKey(const ordered_json& command, std::string_view key) {
+  const auto found = command.find(std::string(key));
+  if (found == command.end() || found->is_null()) return {};
+  if (!found->is_string()) return CommandField::thatIsNoText(std::string(key));
+  return CommandField(found->get<std::string>());
+}
+
+}  // namespace
+
+FunctionCallObject::FunctionCallObject(Fields fields)
+    : fields_(std::move(fields)),
+      functionName_(platform::lowercase(fields_[0].text())),
+      accessorType_(platform::lowercase(fields_[2].text())) {}
+
+FunctionCallObject Utilities::createFunctionCallObject(const std::optional<ordered_json>& command) {
+  FunctionCallObject::Fields fields;
+  for (std::size_t index = 0; command && index < fields.size(); ++index) {
+    fields[index] = fieldOfKey(*command, FunctionCallObject::keys[index]);
+  }
+  return FunctionCallObject(std::move(fields));
+}
+
+}  // namespace tarni
