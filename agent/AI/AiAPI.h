@@ -13,13 +13,15 @@ namespace tarni {
 class AiAPI {
  public:
   // Clears UIViewMemoryCache and describes every view of the type (empty: all) in the current
-  // window, filing each under its "elementID". A view that goes meanwhile is left out.
+  // window, hidden or not, filing each under its "elementID". All of them are drawn first;
+  // described is what stands there then, and a view that has gone by that time is left out.
   platform::Task<nlohmann::ordered_json> getAllViewsInformation(std::string viewType) const;
   // The same for any window; null has no views.
   platform::Task<nlohmann::ordered_json> getAllViewsInformation(std::string viewType,
                                                                 platform::UIWindowRef window) const;
 
-  // The description of one view, which it files in UIViewMemoryCache.
+  // The description of one view, which it files in UIViewMemoryCache. Kept for
+  // callers from outside.
   platform::Task<nlohmann::ordered_json> getViewProperty(platform::UIViewRef view) const;
 
   // "width", "height", "x", "y" in window coordinates, with two decimals.

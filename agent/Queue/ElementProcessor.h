@@ -11,7 +11,7 @@ class ElementProcessor {
  public:
   // Null for an empty bucket.
   ElementInfoRef getExactElementInfo(const std::vector<ElementInfoRef>& bucket) const;
-  // The record that was added last.
+  // The record that was added last. Kept under its name, though no subviews are counted.
   ElementInfoRef getElementInfoAccordingToSubViewCount(
       const std::vector<ElementInfoRef>& bucket) const;
 };

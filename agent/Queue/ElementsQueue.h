@@ -35,6 +35,7 @@ class ElementsQueue {
   // Empties the bucket and gives what was in it.
   std::vector<ElementInfoRef> takeBucket();
 
+  // Kept for callers from outside: the worker uses the shared state's text field.
   void setEditAbleElementInfo(ElementInfoRef info);
   ElementInfoRef getEditAbleElementInfo() const;
 

@@ -60,6 +60,7 @@ std::string exceptionAnswer(const std::string& reason) {
 
 Task<std::optional<std::string>> PlaybackExecutor::execute(PlaybackMessage message) {
   logMessage(message);
+  // Kept: the greeting that comes back is not answered, and nothing is read after it.
   if (message.text == kGreeting) co_return std::nullopt;
   endRecording();
   std::string reason;

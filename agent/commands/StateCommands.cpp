@@ -20,7 +20,8 @@ void append(ordered_json& entries, ordered_json more) {
 
 }  // namespace
 
-// A UISwitch answers twice: as a switch, and as a view that is called one.
+// A UISwitch answers twice: as a switch, and as a view that is called one. Kept: host tools rely
+// on it.
 Entries isselected(FunctionCallObject command) {
   ordered_json entries = ordered_json::array();
   const UIViewRef element = elementOf(command);

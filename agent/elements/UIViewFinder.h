@@ -23,7 +23,8 @@ platform::Task<void> waitForViewControllerLoaded();
 // Scrolls the view down by `amount` points, once for each test that it passes: a class name with
 // "scrollview" in it, a collection view, a table view. The horizontal offset becomes 0.
 platform::Task<void> swipeBy(float amount, platform::UIViewRef view);
-// The same back to the top left corner; the amount is not read.
+// The same back to the top left corner. The amount is not read, and a view that
+// passes two tests scrolls twice. Kept: host tools rely on it.
 platform::Task<void> swipeReset(float amount, platform::UIViewRef view);
 
 }  // namespace tarni::UIViewFinder

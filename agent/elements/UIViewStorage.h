@@ -20,6 +20,7 @@ class UIViewStorage {
   // Null when there is no such index or its view has gone.
   platform::UIViewRef viewAtIndex(long index) const;
 
+  // Kept for callers from outside.
   const std::string& commonString() const { return commonString_; }
   // From GUID to view.
   const std::unordered_map<std::string, platform::UIViewWeakRef>& _viewsStorageWithIdentifier()
@@ -32,7 +33,8 @@ class UIViewStorage {
   }
   // The last index handed out, as decimal text; "-1" before the first.
   const std::string& _key() const { return key_; }
-  // The number of views that the last spy selection walked over; 0 after a highlight.
+  // The number of views that the last spy selection walked over; 0 after a highlight. Kept: indices
+  // count from the entries, not from here.
   long count() const { return count_; }
   void setCount(long count) { count_ = count; }
 

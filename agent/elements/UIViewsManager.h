@@ -49,14 +49,15 @@ class UIViewsManager {
   void findElements(const platform::UIViewRef& parent, const std::string& tagName,
                     const std::string& accessorType, const std::string& accessorValue);
 
-  // Adds the view to UIViewMemoryCache when it is visible in its window and the accessor matches.
+  // Kept as the test of one view by itself; `findElements` makes it in its own walk. Adds the view
+  // to UIViewMemoryCache when it is visible in its window and the accessor matches.
   void identifyElementByAccessor(const platform::UIViewRef& view, const std::string& tagName,
                                  const std::string& accessorType, const std::string& accessorValue);
 
   // The visible text fields below `root`. Leaves no trace.
   std::vector<platform::UIViewWeakRef> shownTextFields(const platform::UIViewRef& root);
 
-  // True for labels.
+  // True for labels. Kept for callers from outside.
   bool isApplicableforInteractionEnabling(const platform::UIViewRef& view) const;
 
  private:

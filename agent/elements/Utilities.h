@@ -23,7 +23,7 @@ long getUIViewTag(const platform::UIViewRef& view);
 std::string getUIViewText(const platform::UIViewRef& view);
 // The text that the view shows now.
 std::string getUIViewTextForPlayBack(const platform::UIViewRef& view);
-// Always empty; XPath positions are XpathManager's.
+// Always empty, and kept so: XPath positions are XpathManager's.
 std::string getUIViewXpath(const platform::UIViewRef& view);
 ElementProperties createElementProperties(const platform::UIViewRef& view);
 // The on state of a switch, or of a view that is called one. Throws NSException when the view has

@@ -7,7 +7,8 @@
 
 namespace tarni::KIFAdditions {
 
-// True when the layer or one below it has an animation that runs now and will end.
+// True when the layer or one below it has an animation that runs now and will end. Kept for
+// callers from outside: gestures do not wait for it.
 bool hasAnimations(platform::CALayer& layer);
 
 // The product of the speeds of the layer and all its ancestors.

@@ -1,6 +1,8 @@
 // UIView(KIFAdditions), the gestures: sequences of touch events as a finger would make them, handed
 // to the application's ordinary event entry. Main thread.
 //
+// Playback taps and drags; the other gestures are kept for callers from outside.
+//
 // Points are in the view's coordinates, durations in seconds. A gesture ends once the application
 // was given its last event. It reports no failure: in a view that has gone it touches nothing.
 #pragma once

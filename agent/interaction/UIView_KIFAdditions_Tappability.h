@@ -28,12 +28,13 @@ bool isTappable(const platform::UIViewRef& view,
                 const DescendsFrom& descendsFrom = platform::isDescendantOfView);
 bool isProbablyTappable(const platform::UIViewRef& view,
                         const DescendsFrom& descendsFrom = platform::isDescendantOfView);
-// By its tap gesture recognizer alone, without a hit test.
+// By its tap gesture recognizer alone, without a hit test. Kept for callers from outside.
 bool isTappable_AI(const platform::UIViewRef& view);
 bool hasTapGestureRecognizer(const platform::UIViewRef& view);
 
 bool isNavigationItemView(const platform::UIViewRef& view);
-// The view's own setting, or that of the bar or control that answers for it.
+// The view's own setting, or that of the bar or control that answers for it. Kept for callers from
+// outside: playback acts on what it was told to.
 bool isUserInteractionActuallyEnabled(const platform::UIViewRef& view);
 
 // The view's window when it is not transformed, else the first such window of the application,

@@ -12,6 +12,7 @@
 #include "agent/elements/XpathManager.h"
 #include "agent/recording/MainRecorderAction.h"
 #include "agent/recording/TouchedView.h"
+#include "platform/Platform.h"
 
 namespace tarni {
 
@@ -22,8 +23,8 @@ using platform::UIViewRef;
 
 namespace {
 
-// The foremost view at the point; the touched view when there is none or when it
-// is one that is never looked into. The walk gives all of them their identities.
+// The foremost view at the point; the touched view when there is none or when it is one that is
+// never looked into. The walk gives all of them their identities.
 UIViewRef selectionAt(const UIViewRef& touchedView, CGPoint point) {
   const std::shared_ptr<void> still = platform::current().application->holdStill();
   UIViewsManager manager;

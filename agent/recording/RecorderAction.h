@@ -60,7 +60,7 @@ class RecorderAction {
   std::string getLogicalNameOfElement(const platform::UIViewRef& view) const;
   // The place of the view among all views of its class, from 0. Main thread.
   long getClassNameIndexOfUIView(const platform::UIViewRef& view) const;
-  // The switch that the view is or stands in, or null. Main thread.
+  // The switch that the view is or stands in, or null. Kept for callers from outside. Main thread.
   platform::UIViewRef getActualParentComponent(const platform::UIViewRef& view) const;
 };
 

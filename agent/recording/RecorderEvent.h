@@ -28,6 +28,8 @@ class RecorderEvent {
  private:
   double distanceFromInitialTouchPoint(platform::CGPoint point) const;
 
+  // Of the event at hand. Kept: since a fresh object serves each event, a touch that has moved ends
+  // like one that has not, and both are recorded.
   platform::CGPoint initialTouchPoint_;
   bool isScrolling_ = false;
   bool isVerticalScroll_ = false;

@@ -93,6 +93,7 @@ platform::Task<void> handle(std::string message) {
   } else if (contains("highlight")) {
     highlight(message);
   } else {
+    // Kept: an unknown command has always been told to the log in these words.
     platform::NSLog("Error converting received data into UTF-8 String");
   }
 }

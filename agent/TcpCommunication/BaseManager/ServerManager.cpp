@@ -118,6 +118,8 @@ void ServerManager::initialisePlayBackServerOnPortNumberWithPlayBackResponse(
     if (!sock->acceptOnPortError(port, &error)) {
       platform::NSLog("1 Error starting server: %s", error.description().c_str());
     }
+    // Kept: the log says so and the state goes with it after a failure, too. The playback server is
+    // not tried again.
     platform::NSLog("Playback server started on port %hu", sock->localPort());
     write(isPlaybackRunning_, true);
   }
@@ -129,7 +131,8 @@ void ServerManager::socketDidConnectToHostPort(const GCDAsyncSocketRef& sock,
                                                std::uint16_t /*port*/) {
   platform::NSLog("DidConnect to host");
   // Queued before the write, whose end queues a read as well: the first read of a connection takes
-  // whatever arrives.
+  // whatever arrives. Kept: every step queues one more, on a listening socket too, where the read
+  // and the write are never carried out.
   sock->readDataWithTimeoutTag(noTimeout, readTag);
   if (sock == recorderServerSocket()) {
     writePendingRecorderData(sock);
@@ -200,6 +203,7 @@ void ServerManager::socketDidReadDataWithTag(const GCDAsyncSocketRef& sock, std:
 platform::Task<void> ServerManager::handlePlaybackCommandOnMain(GCDAsyncSocketRef sock,
                                                                 PlaybackMessage message) {
   write(isPlaybackGetResponse_, true);
+  // The other half of what ends recording is the executor's.
   stopRecordingWhilePlayBack();
   const std::optional<std::string> answer = co_await PlaybackExecutor::execute(std::move(message));
   if (answer) sock->writeDataWithTimeoutTag(framed(*answer), noTimeout, framedMessageTag);
@@ -214,6 +218,7 @@ void ServerManager::socketDidWriteDataWithTag(const GCDAsyncSocketRef& sock, lon
 double ServerManager::socketShouldTimeoutReadWithTagElapsedBytesDone(const GCDAsyncSocketRef& sock,
                                                                      long /*tag*/, double elapsed,
                                                                      std::size_t /*bytesDone*/) {
+  // Kept for reads with a time-out; the server itself makes none.
   if (elapsed > longestReadWait) return 0;
   sock->writeDataWithTimeoutTag("Are you still there?\r\n", noTimeout, keepAliveTag);
   return readExtension;
@@ -224,6 +229,8 @@ void ServerManager::socketDidDisconnectWithError(const GCDAsyncSocketRef& sock,
   if (sock != playBackServerSocket()) return;
   mainQueue().asyncTask(
       [self = shared_from_this(), sock] { return self->acceptPlaybackAgainOnMain(sock); });
+  // Kept: a playback connection leaves the recorder's array, where it never was, and stays in its
+  // own, which holds the object that listens again.
   connectedRecorderSocketArray_.remove(sock);
 }
 

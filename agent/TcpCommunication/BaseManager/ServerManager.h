@@ -66,6 +66,7 @@ class ServerManager : public GCDAsyncSocketDelegate,
 
   bool isRecorderRunning() const { return read(isRecorderRunning_); }
   bool isPlaybackRunning() const { return read(isPlaybackRunning_); }
+  // True from the first command on. Kept for callers from outside.
   bool IsPlaybackGetResponse() const { return read(isPlaybackGetResponse_); }
   GCDAsyncSocketRef recorderServerSocket() const { return read(recorderServerSocket_); }
   GCDAsyncSocketRef playBackServerSocket() const { return read(playBackServerSocket_); }

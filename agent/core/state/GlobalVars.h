@@ -27,7 +27,8 @@ class GlobalVars {
   platform::UIViewRef _editAbleElement() const { return copy(editAbleElement_).lock(); }
   void set_editAbleElement(const platform::UIViewRef& view) { assign(editAbleElement_, view); }
 
-  // The key window as the polling hook last saw it.
+  // The key window as the polling hook last saw it. This, the dialog's window and the window class
+  // are kept for whoever looks at the state from outside; the agent reads none of them.
   platform::UIWindowRef _uiWindow() const { return copy(uiWindow_).lock(); }
   void set_uiWindow(const platform::UIWindowRef& window) { assign(uiWindow_, window); }
 
