@@ -2,6 +2,7 @@
 
 #include <utility>
 
+#include "agent/commands/FunctionCallObject.h"
 #include "agent/core/state/Utilities_Json.h"
 
 namespace tarni {
