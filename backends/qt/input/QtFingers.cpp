@@ -95,6 +95,7 @@ QtFingers::Finger* QtFingers::begin(const UITouchRef& touch, bool isAlone) {
   finger.window = windowAt(native, location);
   finger.origin = originInTopLevel(finger.window);
   finger.start = location - finger.origin;
+  finger.isMouse = !takesTouches(*finger.window) || !takesTouches(touch->view());
   if (QWidget* const widget = isAlone ? widgetOfView(touch->window()) : nullptr) {
     finger.scrollAreas = areasScrolledFrom(widget->childAt(location.toPoint()));
   }
@@ -160,10 +161,10 @@ void QtFingers::perform(const Step& step) {
   for (const auto& [drag, displacement] : drags) drag.scrollTo(displacement);
   for (const Batch& batch : batches) {
     if (!batch.window) continue;
-    if (takesTouches(*batch.window)) {
-      QtTouchScreen::touch(*batch.window, batch.points);
-    } else {
+    if (batch.isForMouse) {
       QtTouchScreen::mouse(*batch.window, batch.points.front());
+    } else {
+      QtTouchScreen::touch(*batch.window, batch.points);
     }
   }
 }
@@ -172,7 +173,7 @@ void QtFingers::addPoint(std::vector<Batch>& batches, const Finger& finger, Stat
   auto batch = std::find_if(batches.begin(), batches.end(), [&finger](const Batch& known) {
     return known.window == finger.window;
   });
-  if (batch == batches.end()) batch = batches.insert(batch, {finger.window, {}});
+  if (batch == batches.end()) batch = batches.insert(batch, {finger.window, finger.isMouse, {}});
   const QPointF position = state == State::Pressed ? finger.start : finger.position;
   batch->points.push_back({finger.identifier, state, position});
 }

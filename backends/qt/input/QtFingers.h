@@ -41,6 +41,7 @@ class QtFingers {
     QPointF start;   // both in `window`
     QPointF position;
     bool isDown = false;
+    bool isMouse = false;     // for what answers to the mouse alone
     ScrollAreas scrollAreas;  // not empty while the touch is held back
     std::optional<QtScrollDrag> drag;
   };
@@ -54,6 +55,7 @@ class QtFingers {
   // What one window gets in a step.
   struct Batch {
     QPointer<QWindow> window;
+    bool isForMouse = false;
     std::vector<QtTouchScreen::Point> points;
   };
 

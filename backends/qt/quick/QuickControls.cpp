@@ -50,6 +50,22 @@ std::optional<std::string> readText(const QQuickItem& item) {
   return nonEmpty(withoutMarkup(item.property("text").toString(), format));
 }
 
+// Its own text, or the first that stands in it.
+std::optional<std::string> shownText(const QQuickItem& item) {
+  if (auto own = ownText(item)) return own;
+  std::vector<const QQuickItem*> waiting{&item};
+  while (!waiting.empty()) {
+    const QQuickItem* const at = waiting.back();
+    waiting.pop_back();
+    if (at->inherits("QQuickText") && at->isVisible()) {
+      if (auto found = readText(*at)) return found;
+    }
+    const QList<QQuickItem*> children = at->childItems();
+    waiting.insert(waiting.end(), children.rbegin(), children.rend());
+  }
+  return std::nullopt;
+}
+
 double clamped(double value, double first, double last) {
   return std::max(first, std::min(value, last));
 }
@@ -61,6 +77,7 @@ std::shared_ptr<QuickView> makeQuickView(QQuickItem& item, QuickKind kind) {
     case QuickKind::Label:
       return std::make_shared<QuickLabel>(item, kind);
     case QuickKind::Button:
+    case QuickKind::Disclosure:
       return std::make_shared<QuickButton>(item, kind);
     case QuickKind::Switch:
       return std::make_shared<QuickSwitch>(item, kind);
@@ -96,6 +113,7 @@ std::optional<std::string> QuickLabel::labelText() const {
 std::optional<std::string> QuickButton::currentTitle() const {
   if (!item()) return std::nullopt;
   if (const char* const title = titleOfControlPart(*item())) return title;
+  if (isControlPart(*item())) return shownText(*item()->parentItem());
   return titleOrName(ownText(*item()));
 }
 
@@ -158,19 +176,7 @@ Task<void> QuickScrollView::setContentOffset(CGPoint offset, bool) {
 }
 
 std::optional<std::string> QuickCell::cellText() const {
-  if (!item()) return std::nullopt;
-  if (auto own = ownText(*item())) return own;
-  std::vector<const QQuickItem*> waiting{item()};
-  while (!waiting.empty()) {
-    const QQuickItem* const at = waiting.back();
-    waiting.pop_back();
-    if (at->inherits("QQuickText") && at->isVisible()) {
-      if (auto found = readText(*at)) return found;
-    }
-    const QList<QQuickItem*> children = at->childItems();
-    waiting.insert(waiting.end(), children.rbegin(), children.rend());
-  }
-  return std::nullopt;
+  return item() ? shownText(*item()) : std::nullopt;
 }
 
 }  // namespace tarni::qt

@@ -93,6 +93,8 @@ Class uikitClass(QuickKind kind) {
       return uikit::UIWebView;
     case QuickKind::WebDocument:
       return platform::defineClass(names::webDocument, uikit::UIView);
+    case QuickKind::Disclosure:
+      return platform::defineClass(names::disclosureButton, uikit::UIButton);
   }
   return uikit::UIView;
 }
@@ -182,6 +184,11 @@ bool isDocumentOfWebView(const QQuickItem& item) {
   return parent && !isDeclared(item) && kindOfClass(parent->metaObject()) == QuickKind::WebView;
 }
 
+bool isTreeNode(const QQuickItem& item) {
+  const QQuickItem* const row = item.parentItem();
+  return row && isTreeRow(*row) && row->property("indicator").value<QQuickItem*>() == &item;
+}
+
 }  // namespace
 
 const QObject* popupOfItem(const QQuickItem& item) {
@@ -207,10 +214,19 @@ const char* titleOfControlPart(const QQuickItem& item) {
   return nullptr;
 }
 
+bool isControlPart(const QQuickItem& item) {
+  return titleOfControlPart(item) || isTreeNode(item);
+}
+
+bool isTreeRow(const QQuickItem& item) {
+  return item.inherits("QQuickTreeViewDelegate");
+}
+
 QuickKind kindOfItem(const QQuickItem& item) {
   if (const QObject* const popup = popupOfItem(item)) return kindOfClass(popup->metaObject());
   if (isDocumentOfWebView(item)) return QuickKind::WebDocument;
   if (titleOfControlPart(item)) return QuickKind::Button;
+  if (isTreeNode(item)) return QuickKind::Disclosure;
   const QuickKind own = kindOfClass(item.metaObject());
   const bool isList = own == QuickKind::TableView || own == QuickKind::CollectionView;
   if (isList && showsItemsOfItsOwn(item)) return QuickKind::ScrollView;
@@ -220,7 +236,7 @@ QuickKind kindOfItem(const QQuickItem& item) {
 Class classOfItem(const QQuickItem& item, QuickKind kind) {
   // Told by exactly that name, whatever the application makes of it.
   if (kind == QuickKind::WebView || kind == QuickKind::WebDocument) return uikitClass(kind);
-  if (titleOfControlPart(item)) return uikitClass(kind);
+  if (isControlPart(item)) return uikitClass(kind);
   const QObject* const popup = popupOfItem(item);
   return classFor(popup ? popup->metaObject() : item.metaObject(), uikitClass(kind));
 }
@@ -242,6 +258,7 @@ bool drawsItself(QuickKind kind) {
     case QuickKind::Control:
     case QuickKind::TableCell:
     case QuickKind::CollectionCell:
+    case QuickKind::Disclosure:
       return true;
     default:
       return false;

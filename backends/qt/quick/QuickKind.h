@@ -29,6 +29,7 @@ enum class QuickKind : std::uint8_t {
   Alert,
   WebView,
   WebDocument,  // what draws the page in a web view
+  Disclosure,   // what opens a node of a tree
 };
 
 // By the first of the item's C++ classes that is known; a delegate is a cell. A popup counts by the
@@ -44,10 +45,18 @@ platform::Class classOfWindow(const QQuickWindow& window);
 // The popup that the item shows, or null.
 const QObject* popupOfItem(const QQuickItem& item);
 
-// What an item is called that stands in a control of the toolkit and does a thing of its own there:
-// the arrows of a spin box, the arrow of a combo box with a text field, the handle of a slider.
-// Null for any other.
+// True for an item that stands in a control of the toolkit and does a thing of its own there: the
+// arrows of a spin box, the arrow of a combo box with a text field, the handle of a slider, the
+// arrow of a tree's node.
+bool isControlPart(const QQuickItem& item);
+
+// What such a part is called; null for a tree's node, which is called like its row, and for any
+// other item.
 const char* titleOfControlPart(const QQuickItem& item);
+
+// True for a row of a tree: it leaves the mouse to the tree but keeps touches for itself, although
+// it does nothing with them.
+bool isTreeRow(const QQuickItem& item);
 
 // True for kinds that are drawn by parts which nobody takes for things of their own (a button's
 // background and its text).

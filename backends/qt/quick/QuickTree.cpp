@@ -58,7 +58,7 @@ bool isNothing(const QQuickItem& item) {
 // edited is a field.
 bool isPartOfDrawing(const QQuickItem& item, const QQuickItem& parent) {
   if (!drawsItself(kindOf(parent)) || isDeclaredByApplication(item)) return false;
-  if (titleOfControlPart(item)) return false;
+  if (isControlPart(item)) return false;
   return kindOf(item) != QuickKind::TextField || !parent.property("editable").toBool();
 }
 
@@ -78,7 +78,7 @@ Role roleOf(const QQuickItem& item) {
   const QQuickItem* const parent = item.parentItem();
   if (!parent) return Role::View;
   if (isRecognizer(item)) return Role::NoView;
-  if (isNothing(item) && !titleOfControlPart(item)) return Role::NoView;
+  if (isNothing(item) && !isControlPart(item)) return Role::NoView;
   const KnownItem& known = knownItem(item);
   if (known.parent == parent) return known.role;
   const Role role = roleBelow(*parent, item);
@@ -224,7 +224,7 @@ bool isMeant(const QQuickItem* item, const QQuickItem* taker) {
 QQuickItem* controlPartAt(const QQuickItem& control, QPointF point) {
   const bool isAnywhere = control.inherits("QQuickSlider");
   for (QQuickItem* const child : control.childItems()) {
-    if (!child->isVisible() || !titleOfControlPart(*child)) continue;
+    if (!child->isVisible() || !isControlPart(*child)) continue;
     if (isAnywhere || child->contains(child->mapFromItem(&control, point))) return child;
   }
   return nullptr;

@@ -89,6 +89,12 @@ QWindow* QuickView::nativeWindow() const {
   return item_ && item_->window() ? topLevelOfScene(*item_->window()) : nullptr;
 }
 
+bool QuickView::takesTouches() const {
+  if (!item_) return true;
+  const QQuickItem* const above = item_->parentItem();
+  return !isTreeRow(*item_) && !(above && isTreeRow(*above));
+}
+
 std::unique_ptr<QtBorder> QuickView::makeBorder() const {
   if (!item_ || !item_->window()) return nullptr;
   return std::make_unique<QuickBorder>(*item_);

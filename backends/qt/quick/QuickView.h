@@ -28,6 +28,7 @@ class QuickView : public QtViewCore {
   // What draws the item's whole scene, when a widget does.
   QWidget* widget() const final;
   QWindow* nativeWindow() const final;
+  bool takesTouches() const final;
   std::unique_ptr<QtBorder> makeBorder() const final;
 
   platform::Class getClass() const override { return class_; }

@@ -22,6 +22,8 @@ class QtViewCore : public platform::UIView {
   virtual QWidget* widget() const = 0;
   // The top-level window of the window system that the view is shown in; null when it is in none.
   virtual QWindow* nativeWindow() const = 0;
+  // False where the toolkit answers to the mouse alone.
+  virtual bool takesTouches() const { return true; }
   // A border over the view, nothing drawn yet. Null when the view is in no window.
   virtual std::unique_ptr<QtBorder> makeBorder() const = 0;
 

@@ -70,6 +70,11 @@ QWindow* nativeWindowOf(const platform::UIViewRef& view) {
   return ours ? ours->nativeWindow() : nullptr;
 }
 
+bool takesTouches(const platform::UIViewRef& view) {
+  const auto* const ours = dynamic_cast<const QtViewCore*>(view.get());
+  return !ours || ours->takesTouches();
+}
+
 platform::UIWindowRef viewOfWindow(QWindow* window) {
   // Without a platform window there is nothing that anybody could see or touch.
   if (!window || !window->handle()) return nullptr;

@@ -38,6 +38,9 @@ QWidget* widgetOfView(const platform::UIViewRef& view);
 // other backends.
 QWindow* nativeWindowOf(const platform::UIViewRef& view);
 
+// False for a view that answers to the mouse alone.
+bool takesTouches(const platform::UIViewRef& view);
+
 // The window-kind view whose native window this is; null when neither a widget nor an extension
 // (QtExtension.h) draws it.
 platform::UIWindowRef viewOfWindow(QWindow* window);
