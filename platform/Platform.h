@@ -6,6 +6,8 @@
 // run while it exits.
 #pragma once
 
+#include <string>
+
 #include "platform/Dispatch/Dispatch.h"
 #include "platform/Foundation/Foundation.h"
 #include "platform/Foundation/NSLog.h"
@@ -20,6 +22,8 @@
 namespace tarni::platform {
 
 struct Platform {
+  // What the application is made with ("Qt 5.15.8"); empty when the platform does not say.
+  std::string toolkit;
   SystemLog* log = nullptr;
   NSProcessInfo* processInfo = nullptr;
   MachHost* machHost = nullptr;

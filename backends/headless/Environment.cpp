@@ -19,6 +19,7 @@ Environment::Shared& Environment::makeShared() {
 
 void Environment::install() {
   platform::Platform parts;
+  parts.toolkit = "headless";
   parts.log = &shared_.log;
   parts.processInfo = &shared_.processInfo;
   parts.machHost = &shared_.machHost;

@@ -49,6 +49,7 @@ struct Parts : Log {
 platform::Platform iosPlatform() {
   static auto& parts = *new Parts;
   platform::Platform platform;
+  platform.toolkit = "UIKit";
   platform.log = &parts.log;
   platform.processInfo = &parts.processInfo;
   platform.machHost = &parts.machHost;

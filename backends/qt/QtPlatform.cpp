@@ -89,6 +89,7 @@ struct Parts {
 
 platform::Platform platformOf(Parts& parts) {
   platform::Platform made;
+  made.toolkit = std::string("Qt ") + qVersion();
   made.log = &parts.log;
   made.processInfo = &parts.processInfo;
   made.machHost = &parts.machHost;

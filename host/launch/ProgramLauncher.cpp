@@ -97,6 +97,9 @@ constexpr auto kPrepared = ".";
   report.write(kPrepared);
   if (goAhead.read(1).empty()) _exit(126);
   for (const auto& [name, value] : launch.environment) setenv(name.c_str(), value.c_str(), 1);
+  if (!launch.sessionFolder.empty()) {
+    setenv("TARNI_SESSION", sessionPath(launch.sessionFolder, getpid()).c_str(), 1);
+  }
   std::vector<char*> arguments;
   for (const auto& argument : launch.command) {
     arguments.push_back(const_cast<char*>(argument.c_str()));
@@ -164,6 +167,10 @@ fs::path scriptsFolder() {
   return (folderOfThisTool() / "../share/tarni/webscripts").lexically_normal();
 }
 
+fs::path sessionPath(const fs::path& folder, pid_t pid) {
+  return folder / (std::to_string(pid) + ".session");
+}
+
 int runToTheEnd(const Launch& launch) {
   const BlockedSignals signals;
   Pipe report;
@@ -184,7 +191,11 @@ int runToTheEnd(const Launch& launch) {
   if (launch.onStarted) launch.onStarted(pid);
   goAhead.write(kPrepared);
   if (const auto why = report.read(kLongestReason); !why.empty()) refuse(why);
-  return attend(launch, pid, signals.handled());
+  const int code = attend(launch, pid, signals.handled());
+  // A program that was killed leaves its socket behind.
+  std::error_code isGone;
+  if (!launch.sessionFolder.empty()) fs::remove(sessionPath(launch.sessionFolder, pid), isGone);
+  return code;
 }
 
 }  // namespace tarni::host

@@ -16,6 +16,9 @@ struct Launch {
   std::vector<std::string> command;
   std::map<std::string, std::string> environment = {};  // added to the caller's
   bool isolated = false;                                // in a network of its own
+  // Where the program's session channel opens, as PID.session; the folder is this user's alone.
+  // Empty for no channel.
+  std::filesystem::path sessionFolder = {};
   // Called once, when the program is there but has not begun.
   std::function<void(pid_t)> onStarted = {};
   // Called every few milliseconds until it returns true: it is done then.
@@ -32,6 +35,9 @@ void addAgent(std::map<std::string, std::string>& environment,
 
 // Where the page scripts are, beside this tool (../share/tarni/webscripts).
 std::filesystem::path scriptsFolder();
+
+// The path of the session channel of a program that was started with that folder.
+std::filesystem::path sessionPath(const std::filesystem::path& folder, pid_t pid);
 
 // Runs the program to its end; its exit code, or 128 + N when signal N ended it, as a shell says
 // it. Throws std::runtime_error when it cannot be started.

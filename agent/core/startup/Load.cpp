@@ -6,6 +6,7 @@
 #include "agent/core/startup/UIApplication_KIFAdditions.h"
 #include "agent/core/startup/UIViewController_UIViewController.h"
 #include "agent/core/startup/UIWindow_UIWindow.h"
+#include "agent/session/Channel.h"
 #include "platform/UIKit/Classes.h"
 
 namespace tarni {
@@ -16,8 +17,11 @@ void loadAgent() {
   UIViewController::load(platform::uikit::UIViewController);
   UIWindow::load(platform::uikit::UIWindow);
   RecordControl::load();
+  session::open();
 }
 
-void destroy_recorder() {}
+void destroy_recorder() {
+  session::close();
+}
 
 }  // namespace tarni

@@ -8,7 +8,8 @@ namespace tarni {
 // lives as long as the process.
 void loadAgent();
 
-// The process-exit handler. Nothing is torn down: the agent's threads may still run.
+// The process-exit handler. Nothing is torn down, since the agent's threads may still run; only the
+// session channel's socket goes.
 void destroy_recorder();
 
 }  // namespace tarni

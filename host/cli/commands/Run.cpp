@@ -58,6 +58,16 @@ void warnOfUnreachable(bool ownDisplay) {
   }
 }
 
+// Empty when this user has none.
+std::filesystem::path sessionFolder() {
+  try {
+    return ProgramRegistry().folder();
+  } catch (const std::runtime_error& error) {
+    std::cerr << "tarni: note: no session channel: " << error.what() << '\n';
+    return {};
+  }
+}
+
 // The program's entry among the isolated ones, for as long as this lives.
 class Registration {
  public:
@@ -103,6 +113,7 @@ void run(Invocation& invocation, const RunOptions& options) {
   }
   Launch launch{options.command};
   addAgent(launch.environment, agentLibrary());
+  launch.sessionFolder = sessionFolder();
   std::optional<Registration> registration;
   if (options.isolated) {
     registration.emplace(options);

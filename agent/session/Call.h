@@ -1,0 +1,89 @@
+// Call: one request on its way from a client to its answer.
+//
+// Its work is a coroutine that begins in a turn of the main queue. Where it waits for something of
+// the program's it parks: the turn ends, so that others get theirs, and another turn takes it up
+// again. It is answered once; what comes after that (its time is over, the client went) is dropped.
+#pragma once
+
+#include <atomic>
+#include <coroutine>
+#include <functional>
+#include <memory>
+#include <optional>
+#include <string>
+
+#include "agent/session/Costs.h"
+#include "agent/session/Method.h"
+#include "agent/session/SessionError.h"
+#include "platform/Task.h"
+
+namespace tarni::session {
+
+class HeldInput;
+
+class Call : public std::enable_shared_from_this<Call> {
+ public:
+  // Gets the result or the error; the other is null. On the thread on which the work ended.
+  using Answer = std::function<void(std::shared_ptr<Result> result, const SessionError* error)>;
+
+  Call(const Method& method, Json parameters, std::shared_ptr<HeldInput> held, Answer answer);
+
+  const Method& method() const { return method_; }
+  const Json& parameters() const { return parameters_; }
+  const std::shared_ptr<HeldInput>& held() const { return held_; }
+  // Milliseconds, as asked for or usual for the method; null for none.
+  std::optional<double> timeout() const;
+
+  // Any thread. Begins in a turn of the main queue.
+  void begin();
+  // Any thread. Answers at once with the error, and what has not begun never begins.
+  void abandon(const SessionError& error);
+  // Main thread. Work that is parked goes on with the error; true when there was such work.
+  bool interrupt(const SessionError& error);
+
+  // --- for the work itself; main thread
+
+  // Ends the turn. The work goes on when `resume` or `takeTurn` is called, or ends with the error
+  // of `interrupt`.
+  auto park() { return Parking{*this}; }
+  // Takes a parked work up where the caller stands. For what touches nothing of the program any
+  // more, since it is in no turn.
+  void resume();
+  // Takes it up in a turn of its own. Any thread.
+  void takeTurn();
+  // Parks for that long.
+  platform::Task<void> pause(double milliseconds);
+
+ private:
+  struct Parking {
+    Call& call;
+    bool await_ready() const noexcept { return false; }
+    void await_suspend(std::coroutine_handle<> work) const noexcept { call.didPark(work); }
+    void await_resume() const { call.throwIfInterrupted(); }
+  };
+  struct Turn;
+
+  platform::Task<void> turn();
+  platform::Task<void> work();
+  platform::Task<Result> measuredResult();
+  void proceed();
+  void didPark(std::coroutine_handle<> work) noexcept;
+  void endTurn() noexcept;
+  void throwIfInterrupted();
+  void answer(std::shared_ptr<Result> result, const SessionError* error);
+
+  const Method& method_;
+  const Json parameters_;
+  const std::shared_ptr<HeldInput> held_;
+  const Answer answer_;
+  std::atomic<bool> isAnswered_ = false;
+
+  // Main thread.
+  bool hasBegun_ = false;
+  bool isInTurn_ = false;
+  std::coroutine_handle<> parked_;
+  std::coroutine_handle<> item_;  // the turn's, while it waits for the work
+  std::optional<SessionError> interruption_;
+};
+
+}  // namespace tarni::session

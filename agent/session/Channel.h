@@ -1,0 +1,15 @@
+// The session channel: the agent's second, additive way in, beside the two fixed ports
+// (docs/session.md). Main thread.
+#pragma once
+
+namespace tarni::session {
+
+// Opens the channel where TARNI_SESSION says, and takes the variable out of the environment, which
+// children of the program inherit. Without the variable there is no channel; what keeps it from
+// opening is one line in the log. Called once.
+void open();
+
+// Takes the socket away; the program is about to end.
+void close() noexcept;
+
+}  // namespace tarni::session

@@ -1,0 +1,278 @@
+#include "agent/session/Client.h"
+
+#include <sys/socket.h>
+
+#include <algorithm>
+#include <cerrno>
+#include <system_error>
+#include <utility>
+
+#include "agent/TcpCommunication/GCDAsyncSocket/SocketCalls.h"
+#include "agent/session/HeldInput.h"
+#include "agent/session/JsonRpc.h"
+#include "platform/Foundation/Guarded.h"
+#include "platform/Foundation/NSLog.h"
+#include "platform/Platform.h"
+
+namespace tarni::session {
+namespace {
+
+constexpr std::size_t readSize = 64UL * 1024;
+// With so much unread by the client no further request begins.
+constexpr std::size_t enoughUnread = 1024UL * 1024;
+// A wait that is over says itself what it waited for, unless the main thread keeps it from that.
+constexpr double graceMilliseconds = 250;
+
+SessionError timeoutError(const Call& call) {
+  const auto busy =
+      std::chrono::duration_cast<std::chrono::milliseconds>(MainWatch::sharedInstance().busyFor())
+          .count();
+  const std::string method(call.method().name);
+  if (busy > 0) {
+    return {errors::timeout,
+            method + ": the program's main thread has been busy for " + std::to_string(busy) +
+                " ms without a break",
+            {{"busyMs", busy}}};
+  }
+  return {errors::timeout, method + ": another command has the program's main thread"};
+}
+
+}  // namespace
+
+Client::Client(FileDescriptor connection)
+    : connection_(std::move(connection)),
+      queue_(platform::current().dispatch->makeSerialQueue("session client")),
+      held_(std::make_shared<HeldInput>()) {}
+
+Client::~Client() = default;
+
+template <typename Handler>
+platform::Block Client::whileAlive(Handler handler) {
+  return [weak = weak_from_this(), handler = std::move(handler)] {
+    if (const auto self = weak.lock()) handler(*self);
+  };
+}
+
+void Client::start(std::function<void(const Client*)> onClosed) {
+  queue_->async([self = shared_from_this(), onClosed = std::move(onClosed)] {
+    self->onClosed_ = onClosed;
+    self->readOn();
+  });
+}
+
+// --- in
+
+bool Client::takesRequests() const {
+  return requests_.size() < mostRequests && outbox_.size() - written_ < enoughUnread;
+}
+
+void Client::readOn() {
+  while (connection_.isOpen() && !isReadAwaited_) {
+    takeLines();
+    if (!connection_.isOpen() || !takesRequests()) return;
+    if (!receive()) return;
+  }
+}
+
+// False when there is nothing to be read now.
+bool Client::receive() {
+  const std::size_t before = input_.size();
+  input_.resize(before + readSize);
+  const ssize_t length = recv(connection_.get(), input_.data() + before, readSize, 0);
+  const int systemCode = errno;
+  input_.resize(before + static_cast<std::size_t>(std::max<ssize_t>(length, 0)));
+  if (length > 0) return true;
+  if (length < 0 && systemCode == EINTR) return true;
+  if (length == 0 || systemCode != EAGAIN) {
+    close();
+    return false;
+  }
+  if (!readSource_) {
+    readSource_ = platform::current().dispatch->makeReadSource(connection_.get(), queue_,
+                                                               whileAlive([](Client& self) {
+                                                                 self.isReadAwaited_ = false;
+                                                                 self.readOn();
+                                                               }));
+  }
+  isReadAwaited_ = true;
+  readSource_->resume();
+  return false;
+}
+
+void Client::takeLines() {
+  std::size_t begin = 0;
+  while (connection_.isOpen() && takesRequests()) {
+    const std::size_t end = input_.find('\n', std::max(begin, searched_));
+    if (end == std::string::npos) {
+      searched_ = input_.size();
+      break;
+    }
+    takeLine(std::string_view(input_).substr(begin, end - begin));
+    begin = end + 1;
+    searched_ = begin;
+  }
+  input_.erase(0, begin);
+  searched_ -= std::min(searched_, begin);
+  if (input_.size() - searched_ > 0 || input_.size() <= longestLine) return;
+  send(errorAnswer(nullptr, {errors::parseError, "the line is longer than 16 MiB"}));
+  close();
+}
+
+void Client::takeLine(std::string_view line) {
+  if (line.ends_with('\r')) line.remove_suffix(1);
+  if (line.empty()) return;
+  try {
+    request(parseRequest(line));
+  } catch (const SessionError& error) {
+    send(errorAnswer(nullptr, error));
+  }
+}
+
+void Client::request(const Json& message) {
+  const bool isNotification = !message.contains("id");
+  const Json id = message.value("id", Json());
+  try {
+    const std::string& name = message["method"].get_ref<const std::string&>();
+    const Method* const method = methodNamed(name);
+    if (!method) {
+      throw SessionError(errors::unknownMethod, "there is no method \"" + name +
+                                                    "\"; app.info lists those that there are");
+    }
+    Json parameters = message.value("params", Json::object());
+    checkParameters(*method, parameters);
+    if (!method->handler) {
+      cancel(id, parameters);
+    } else {
+      perform(isNotification ? Json(Json::value_t::discarded) : id, *method, std::move(parameters));
+    }
+  } catch (const SessionError& error) {
+    if (!isNotification) send(errorAnswer(id, error));
+  }
+}
+
+void Client::perform(const Json& id, const Method& method, Json parameters) {
+  const bool isNotification = id.is_discarded();
+  const std::string key =
+      isNotification ? "notification " + std::to_string(notifications_++) : jsonText(id);
+  if (requests_.contains(key)) {
+    throw SessionError(errors::invalidRequest, "request " + key + " is not answered yet");
+  }
+  Request& entry = requests_[key];
+  entry.call = std::make_shared<Call>(
+      method, std::move(parameters), held_,
+      [weak = weak_from_this(), queue = queue_, key, id](std::shared_ptr<Result> result,
+                                                         const SessionError* error) {
+        std::string refusal = error ? errorAnswer(id, *error) : "";
+        queue->async([weak, key, id, result = std::move(result), refusal = std::move(refusal)] {
+          const auto self = weak.lock();
+          if (self) self->didEnd(key, id, result ? resultAnswer(id, result->text()) : refusal);
+        });
+      });
+  armTimer(entry, key);
+  entry.call->begin();
+}
+
+void Client::armTimer(Request& request, const std::string& key) {
+  const std::optional<double> timeout = request.call->timeout();
+  if (!timeout) return;
+  const double grace = request.call->method().effect == Effect::Waits ? graceMilliseconds : 0;
+  request.timer = platform::current().dispatch->makeTimer(
+      (*timeout + grace) / 1000, queue_, whileAlive([key](Client& self) {
+        const auto entry = self.requests_.find(key);
+        if (entry == self.requests_.end()) return;
+        const CallRef call = entry->second.call;
+        const SessionError error = timeoutError(*call);
+        call->abandon(error);
+        platform::current().dispatch->mainQueue().async([call, error] { call->interrupt(error); });
+      }));
+}
+
+void Client::cancel(const Json& id, const Json& parameters) {
+  const auto entry = requests_.find(jsonText(parameters["request"]));
+  const bool isFound = entry != requests_.end();
+  if (isFound) {
+    const CallRef call = entry->second.call;
+    const SessionError error(errors::cancelled, "the request was cancelled");
+    call->abandon(error);
+    platform::current().dispatch->mainQueue().async([call, error] { call->interrupt(error); });
+  }
+  if (!id.is_null()) send(resultAnswer(id, jsonText({{"cancelled", isFound}})));
+}
+
+void Client::didEnd(const std::string& key, const Json& id, const std::string& answer) {
+  const bool wasFull = !takesRequests();
+  requests_.erase(key);
+  if (!id.is_discarded()) send(answer);
+  if (wasFull) readOn();
+}
+
+// --- out
+
+void Client::send(const std::string& line) {
+  if (!connection_.isOpen()) return;
+  outbox_.append(line).append("\n");
+  writeOn();
+}
+
+void Client::writeOn() {
+  while (connection_.isOpen() && !isWriteAwaited_ && written_ < outbox_.size()) {
+    const ssize_t length =
+        sendWithoutSignal(connection_.get(), std::string_view(outbox_).substr(written_));
+    if (length >= 0) {
+      written_ += static_cast<std::size_t>(length);
+      stall_.reset();
+    } else if (errno == EAGAIN) {
+      armStall();
+    } else if (errno != EINTR) {
+      return close();
+    }
+  }
+  if (written_ == outbox_.size()) {
+    outbox_.clear();
+    written_ = 0;
+  } else if (outbox_.size() - written_ > mostUnread) {
+    platform::NSLog("A client of the session channel reads nothing and is closed");
+    close();
+  }
+}
+
+void Client::armStall() {
+  platform::Dispatch& dispatch = *platform::current().dispatch;
+  if (!writeSource_) {
+    writeSource_ = dispatch.makeWriteSource(connection_.get(), queue_, whileAlive([](Client& self) {
+                                              self.isWriteAwaited_ = false;
+                                              const bool wasFull = !self.takesRequests();
+                                              self.writeOn();
+                                              if (wasFull) self.readOn();
+                                            }));
+  }
+  isWriteAwaited_ = true;
+  writeSource_->resume();
+  if (stall_) return;
+  stall_ = dispatch.makeTimer(
+      longestStall, queue_, whileAlive([](Client& self) {
+        platform::NSLog("A client of the session channel reads nothing and is closed");
+        self.close();
+      }));
+}
+
+// --- the end
+
+void Client::close() {
+  if (!connection_.isOpen()) return;
+  readSource_.reset();
+  writeSource_.reset();
+  connection_ = FileDescriptor();
+  outbox_ = {};
+  written_ = 0;
+  const SessionError gone(errors::cancelled, "the client has gone");
+  auto& main = platform::current().dispatch->mainQueue();
+  for (auto& [key, request] : std::exchange(requests_, {})) {
+    request.call->abandon(gone);
+    main.async([call = request.call, gone] { call->interrupt(gone); });
+  }
+  main.asyncTask([held = held_] { return held->releaseAll(); });
+  if (onClosed_) std::exchange(onClosed_, nullptr)(this);
+}
+
+}  // namespace tarni::session

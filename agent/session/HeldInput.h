@@ -1,0 +1,28 @@
+// HeldInput: the buttons and keys that a client has down, so that none stays down when the client
+// goes. Main thread.
+#pragma once
+
+#include <set>
+#include <string>
+
+#include "platform/Task.h"
+#include "platform/UIKit/InputDevices.h"
+
+namespace tarni::session {
+
+class HeldInput {
+ public:
+  platform::Task<void> setButton(platform::PointerButton button, bool isDown);
+  platform::Task<void> setKey(std::string key, bool isDown);
+  // Lets go of all of them. Never throws.
+  platform::Task<void> releaseAll();
+
+ private:
+  std::set<platform::PointerButton> buttons_;
+  std::set<std::string> keys_;
+};
+
+// The platform's devices. Throws SessionError (unsupported operation) where it has none.
+platform::InputDevices& inputDevices();
+
+}  // namespace tarni::session

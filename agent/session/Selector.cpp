@@ -1,0 +1,182 @@
+#include "agent/session/Selector.h"
+
+#include <charconv>
+
+#include "agent/elements/Utilities.h"
+#include "agent/session/Description.h"
+#include "agent/session/Elements.h"
+#include "platform/Platform.h"
+
+namespace tarni::session {
+
+using platform::UIViewRef;
+
+namespace {
+
+constexpr Parameter members[] = {
+    {"identifier", Kind::Text, optional, "Its accessibility identifier."},
+    {"label", Kind::Text, optional, "Its accessibility label."},
+    {"text", Kind::Text, optional, "The text that it shows, all of it."},
+    {"textContains", Kind::Text, optional, "A part of that text, in any case."},
+    {"class", Kind::Text, optional, "The name of its class, in any case."},
+    {"kind", Kind::Text, optional, "The name of its class or of one that it is a kind of."},
+    {"xpath", Kind::Text, optional,
+     "Its position from its window (or from `within`) down, as `tarni tree` prints it: "
+     "`\\UIWindowContent[0]\\UIButton[1]`."},
+    {"visible", Kind::Flag, optional, "Whether anything of it is to be seen."},
+    {"within", Kind::Integer, optional, "The handle of a window or an element that it stands in."},
+};
+
+template <typename Value>
+std::optional<Value> member(const Json& selector, const char* name) {
+  const auto found = selector.find(name);
+  if (found == selector.end()) return std::nullopt;
+  try {
+    return found->template get<Value>();
+  } catch (const Json::exception&) {
+    throw SessionError(errors::invalidArgument,
+                       "\"" + std::string(name) + "\" of a selector has the wrong type");
+  }
+}
+
+bool containsIgnoringCase(const std::string& text, const std::string& part) {
+  return Utilities::lowercaseString(text).find(Utilities::lowercaseString(part)) !=
+         std::string::npos;
+}
+
+bool isKindNamed(platform::Class cls, const std::string& name) {
+  for (; cls; cls = cls->superclass()) {
+    if (cls->name() == name) return true;
+  }
+  return false;
+}
+
+// The next step "\Class[index]" of the path, which is taken off.
+struct PathStep {
+  std::string_view name;
+  long index = 0;
+};
+
+PathStep takeStep(std::string_view& path) {
+  const std::size_t open = path.find('[');
+  const std::size_t close = path.find(']');
+  PathStep step;
+  const bool isWhole = path.starts_with('\\') && open != std::string_view::npos &&
+                       close != std::string_view::npos && open < close;
+  if (isWhole) {
+    step.name = path.substr(1, open - 1);
+    const auto [end, error] =
+        std::from_chars(path.data() + open + 1, path.data() + close, step.index);
+    if (error == std::errc() && end == path.data() + close) {
+      path.remove_prefix(close + 1);
+      return step;
+    }
+  }
+  throw SessionError(errors::invalidSelector,
+                     "\"" + std::string(path) + "\" is no position like \\UIButton[0]");
+}
+
+UIViewRef subviewAt(const UIViewRef& parent, const PathStep& step) {
+  long index = 0;
+  for (const UIViewRef& view : parent->subviews()) {
+    if (view->getClass()->name() == step.name && index++ == step.index) return view;
+  }
+  return nullptr;
+}
+
+UIViewRef viewAt(UIViewRef root, std::string_view path) {
+  while (root && !path.empty()) root = subviewAt(root, takeStep(path));
+  return root;
+}
+
+}  // namespace
+
+std::span<const Parameter> Selector::parameters() {
+  return members;
+}
+
+Selector::Selector(const Json& selector)
+    : members_(Json::object()),
+      identifier_(member<std::string>(selector, "identifier")),
+      label_(member<std::string>(selector, "label")),
+      text_(member<std::string>(selector, "text")),
+      textContains_(member<std::string>(selector, "textContains")),
+      class_(member<std::string>(selector, "class")),
+      kind_(member<std::string>(selector, "kind")),
+      xpath_(member<std::string>(selector, "xpath")),
+      visible_(member<bool>(selector, "visible")),
+      within_(member<long>(selector, "within")) {
+  for (const Parameter& parameter : members) {
+    const auto found = selector.find(parameter.name);
+    if (found != selector.end()) members_[std::string(parameter.name)] = *found;
+  }
+  if (members_.empty()) {
+    throw SessionError(errors::invalidSelector,
+                       "a selector says at least one of identifier, label, text, textContains, "
+                       "class, kind, xpath, visible and within");
+  }
+  if (xpath_ && !xpath_->starts_with('\\')) {
+    throw SessionError(errors::invalidSelector,
+                       "\"" + *xpath_ + "\" is no position like \\UIWindowContent[0]\\UIButton[1]");
+  }
+  if (class_) class_ = platform::lowercase(*class_);
+}
+
+// What costs least is asked first.
+bool Selector::matches(const Seen& seen) const {
+  const UIViewRef& view = seen.view;
+  if (class_ && view->getClass()->lowercaseName() != *class_) return false;
+  if (kind_ && !isKindNamed(view->getClass(), *kind_)) return false;
+  if (visible_ && seen.place.isVisible != *visible_) return false;
+  if (identifier_ && view->accessibilityIdentifier() != *identifier_) return false;
+  if (text_ && textOf(view) != *text_) return false;
+  if (textContains_ && !containsIgnoringCase(textOf(view).value_or(""), *textContains_)) {
+    return false;
+  }
+  return !label_ || view->accessibilityLabel() == *label_;
+}
+
+std::vector<Match> Selector::byPath() const {
+  std::vector<UIViewRef> roots;
+  if (within_) {
+    roots.push_back(Elements::sharedInstance().viewOf(*within_));
+  } else {
+    roots = shownWindows();
+  }
+  std::vector<Match> found;
+  for (const UIViewRef& root : roots) {
+    const UIViewRef view = viewAt(root, *xpath_);
+    if (!view) continue;
+    const Place place = placeOf(view);
+    if (matches(Seen{view, root, 0, place})) found.push_back({view, place});
+  }
+  return found;
+}
+
+std::vector<Match> Selector::find(std::size_t limit) const {
+  const std::shared_ptr<void> still = platform::current().application->holdStill();
+  if (xpath_) {
+    std::vector<Match> found = byPath();
+    if (limit > 0 && found.size() > limit) found.resize(limit);
+    return found;
+  }
+  std::vector<Match> found;
+  const auto take = [&](const Seen& seen) {
+    if (matches(seen)) found.push_back({seen.view, seen.place});
+    return limit == 0 || found.size() < limit;
+  };
+  if (within_) {
+    surveyBelow(Elements::sharedInstance().viewOf(*within_), take);
+    return found;
+  }
+  for (const platform::UIWindowRef& window : shownWindows()) {
+    if (!surveyWindow(window, take)) break;
+  }
+  return found;
+}
+
+std::string Selector::inWords() const {
+  return jsonText(members_);
+}
+
+}  // namespace tarni::session

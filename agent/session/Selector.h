@@ -1,0 +1,44 @@
+// Selector: by what a client names elements. All that it says must hold. Main thread.
+#pragma once
+
+#include <optional>
+#include <span>
+#include <string>
+#include <vector>
+
+#include "agent/session/Method.h"
+#include "agent/session/Survey.h"
+
+namespace tarni::session {
+
+struct Match {
+  platform::UIViewRef view;
+  Place place;
+};
+
+class Selector {
+ public:
+  // The parameters that make a selector, for the rows of methods that take one.
+  static std::span<const Parameter> parameters();
+
+  // From an object with such members; others are not looked at. Throws SessionError: invalid
+  // selector for one that says nothing or what it cannot mean, invalid argument for wrong types.
+  explicit Selector(const Json& members);
+
+  // In the order of the tree, at most `limit` (0 for all). Throws SessionError when the element to
+  // search in has gone.
+  std::vector<Match> find(std::size_t limit) const;
+  // As a person would say it, for errors.
+  std::string inWords() const;
+
+ private:
+  bool matches(const Seen& seen) const;
+  std::vector<Match> byPath() const;
+
+  Json members_;
+  std::optional<std::string> identifier_, label_, text_, textContains_, class_, kind_, xpath_;
+  std::optional<bool> visible_;
+  std::optional<long> within_;
+};
+
+}  // namespace tarni::session

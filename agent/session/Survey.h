@@ -1,0 +1,80 @@
+// Survey: the walk of the session channel over windows and views, with what can be told of each
+// from its way down: where it stands in its window, and whether anything of it is to be seen. It
+// leaves no trace in the views. Main thread, without a wait in between.
+#pragma once
+
+#include <optional>
+#include <vector>
+
+#include "agent/elements/ViewWalk.h"
+#include "platform/QuartzCore/CGGeometry.h"
+#include "platform/UIKit/UIView.h"
+
+namespace tarni::session {
+
+// Where a view stands, in the coordinates of its window.
+struct Place {
+  platform::CGRect rect;
+  bool isVisible = false;  // neither hidden nor clipped away; what covers it does not count
+};
+
+// Of a view by itself; a way up the tree.
+Place placeOf(const platform::UIViewRef& view);
+
+// What the views above do to those below.
+class Surroundings {
+ public:
+  // Of what stands in `parent`, with all above it.
+  static Surroundings inside(const platform::UIViewRef& parent);
+  // Of what stands in `view`, which stands in these.
+  Surroundings below(const platform::UIViewRef& view) const;
+  Place placeOf(const platform::UIViewRef& view) const;
+
+ private:
+  bool isHidden_ = false;
+  bool isMovedOnly_ = true;               // nothing above is transformed
+  platform::CGPoint origin_;              // of the coordinates, when only moved
+  std::optional<platform::CGRect> clip_;  // in window coordinates
+};
+
+// A view that a survey has come to.
+struct Seen {
+  const platform::UIViewRef& view;
+  const platform::UIViewRef& parent;  // null for a window
+  std::size_t position;               // among the parent's subviews
+  const Place& place;
+};
+
+// Calls `visit(seen)` for every view below `root`, parents first, siblings back to front; false
+// ends the survey.
+template <typename Visit>
+bool surveyBelow(const platform::UIViewRef& root, Visit&& visit) {
+  std::vector<WalkLevel> levels;
+  std::vector<Surroundings> surroundings{Surroundings::inside(root)};
+  bool goesOn = true;
+  walkSubviews(root, levels, [&](const WalkStep& step) {
+    if (!goesOn) return false;
+    const std::size_t depth = step.path.size();
+    const Surroundings& outer = surroundings[depth - 1];
+    const Place place = outer.placeOf(step.view);
+    goesOn = visit(Seen{step.view, step.parent(), step.position, place});
+    if (!goesOn || step.view->subviews().empty()) return false;
+    if (surroundings.size() == depth) surroundings.emplace_back();
+    surroundings[depth] = surroundings[depth - 1].below(step.view);
+    return true;
+  });
+  return goesOn;
+}
+
+// The shown windows, and the key window, back to front as far as the platform says.
+std::vector<platform::UIWindowRef> shownWindows();
+
+// The same for a window and everything below it.
+template <typename Visit>
+bool surveyWindow(const platform::UIWindowRef& window, Visit&& visit) {
+  const platform::UIViewRef nobody;
+  const Place place{{{0, 0}, window->bounds().size}, !window->isHidden()};
+  return visit(Seen{window, nobody, 0, place}) && surveyBelow(window, visit);
+}
+
+}  // namespace tarni::session
