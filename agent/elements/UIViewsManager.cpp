@@ -54,11 +54,6 @@ void walkForPlayer(const UIViewRef& root, std::vector<WalkLevel>& levels, Take&&
   });
 }
 
-bool containsIgnoringCase(std::string_view text, std::string_view part) {
-  return Utilities::lowercaseString(text).find(Utilities::lowercaseString(part)) !=
-         std::string::npos;
-}
-
 // How a search knows its elements. A position is looked up once, and not for every view.
 class Accessor {
  public:
@@ -76,7 +71,8 @@ class Accessor {
 
   bool matches(const UIViewRef& view) const {
     if (type_ == "text") return Utilities::getUIViewText(view) == value_;
-    if (type_ == "partialtext") return containsIgnoringCase(Utilities::getUIViewText(view), value_);
+    if (type_ == "partialtext")
+      return Utilities::containsIgnoringCase(Utilities::getUIViewText(view), value_);
     if (type_.empty()) return true;
     if (type_ != "xpath" || !sought_) return false;
     const std::string* const guid = view->layer().valueForKey(kPlaybackTag);

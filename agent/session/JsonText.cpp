@@ -1,6 +1,9 @@
 #include "agent/session/JsonText.h"
 
 #include <algorithm>
+#include <array>
+#include <charconv>
+#include <cmath>
 
 namespace tarni::session {
 
@@ -13,6 +16,23 @@ void JsonText::write(std::string_view value) {
   } else {
     text_ += jsonText(Json(value));
   }
+}
+
+void JsonText::write(long value) {
+  std::array<char, 24> digits;
+  const auto end = std::to_chars(digits.data(), digits.data() + digits.size(), value).ptr;
+  text_.append(digits.data(), end);
+}
+
+// The library's own digits: `to_chars` knows no fractions on the oldest supported systems.
+void JsonText::write(double value) {
+  if (!std::isfinite(value)) {
+    text_ += "null";
+    return;
+  }
+  std::array<char, 64> digits;
+  text_.append(digits.data(),
+               nlohmann::detail::to_chars(digits.data(), digits.data() + digits.size(), value));
 }
 
 }  // namespace tarni::session

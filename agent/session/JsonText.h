@@ -2,8 +2,6 @@
 // it, for which a tree of values would take several times as long. Plain value; any thread.
 #pragma once
 
-#include <charconv>
-#include <cmath>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -78,15 +76,9 @@ class JsonText {
   }
 
   void write(std::string_view value);
-  void write(long value) { append(value); }
+  void write(long value);
   // What is no number is null.
-  void write(double value) {
-    if (std::isfinite(value)) {
-      append(value);
-    } else {
-      text_ += "null";
-    }
-  }
+  void write(double value);
 
  private:
   void separate() {
@@ -94,13 +86,6 @@ class JsonText {
     const char last = text_.back();
     if (last != '{' && last != '[' && last != ':') text_ += ',';
   }
-  template <typename Number>
-  void append(Number value) {
-    char digits[32];
-    const auto end = std::to_chars(digits, digits + sizeof digits, value).ptr;
-    text_.append(digits, end);
-  }
-
   std::string text_;
 };
 

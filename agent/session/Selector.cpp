@@ -2,7 +2,7 @@
 
 #include <charconv>
 
-#include "agent/elements/Utilities.h"
+#include "agent/core/state/Utilities_Text.h"
 #include "agent/session/Description.h"
 #include "agent/session/Elements.h"
 #include "platform/Platform.h"
@@ -37,11 +37,6 @@ std::optional<Value> member(const Json& selector, const char* name) {
     throw SessionError(errors::invalidArgument,
                        "\"" + std::string(name) + "\" of a selector has the wrong type");
   }
-}
-
-bool containsIgnoringCase(const std::string& text, const std::string& part) {
-  return Utilities::lowercaseString(text).find(Utilities::lowercaseString(part)) !=
-         std::string::npos;
 }
 
 bool isKindNamed(platform::Class cls, const std::string& name) {
@@ -130,7 +125,8 @@ bool Selector::matches(const Seen& seen) const {
   if (visible_ && seen.place.isVisible != *visible_) return false;
   if (identifier_ && view->accessibilityIdentifier() != *identifier_) return false;
   if (text_ && textOf(view) != *text_) return false;
-  if (textContains_ && !containsIgnoringCase(textOf(view).value_or(""), *textContains_)) {
+  if (textContains_ &&
+      !Utilities::containsIgnoringCase(textOf(view).value_or(""), *textContains_)) {
     return false;
   }
   return !label_ || view->accessibilityLabel() == *label_;

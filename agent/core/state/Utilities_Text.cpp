@@ -70,6 +70,10 @@ std::string lowercaseString(std::string_view text) {
   return encode(letters);
 }
 
+bool containsIgnoringCase(std::string_view text, std::string_view part) {
+  return lowercaseString(text).find(lowercaseString(part)) != std::string::npos;
+}
+
 std::string decimalText(double value, int decimals) {
   // Not `to_chars`, which the oldest supported systems lack for fractions.
   std::ostringstream text;
