@@ -49,7 +49,7 @@ UIViewRef lastView(const UIWindowRef& window) {
 void ask(benchmark::State& state, const Screens& screens, Shape shape, long count,
          const Question& question) {
   const UIWindowRef window = screens.show(shape, count);
-  if (UIViewFinder().getCurrentWindow() != window || !lastView(window)) {
+  if (UIViewFinder::getCurrentWindow() != window || !lastView(window)) {
     return state.SkipWithError("the window is not the key window");
   }
   for (auto _ : state) {
