@@ -15,7 +15,7 @@ struct PlaybackMessage {
 
   std::string text;
   bool isUTF8;
-  // The fields of the command; null when the text is no JSON object.
+  // The fields of the command; null when the text is not a JSON object.
   std::optional<nlohmann::ordered_json> dictionary;
 };
 

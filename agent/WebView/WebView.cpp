@@ -32,7 +32,7 @@ std::shared_ptr<platform::UIWebView> asWebView(const UIViewRef& view) {
   return webView;
 }
 
-// More is no steps that a person made; a page could fill the application's memory with it.
+// More are not steps that a person made; a page could fill the application's memory with it.
 constexpr std::size_t longestSteps = 64UL * 1024 * 1024;
 
 // Null when that would be longer than steps are.

@@ -82,7 +82,7 @@ struct Drag {
   CGPoint to;
 };
 
-// Over the middle half of the size; nowhere for a direction that is none.
+// Over the middle half of the size; nowhere for an unknown direction.
 Drag dragInDirection(const std::string& direction, CGSize size) {
   const CGPoint left{size.width / 4, size.height / 2};
   const CGPoint right{size.width - size.width / 4, size.height / 2};

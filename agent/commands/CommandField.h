@@ -22,7 +22,7 @@ class CommandField {
   }
 
   // Empty when the command lacks the key. Throws NSException that names the key when its value is
-  // no text.
+  // not text.
   const std::string& text() const {
     if (!keyOfOtherKind_) return text_;
     throw platform::NSException(platform::NSInvalidArgumentException,

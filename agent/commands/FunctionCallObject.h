@@ -23,7 +23,7 @@ class FunctionCallObject {
   using Fields = std::array<CommandField, keys.size()>;
 
   // The fields in the order of the keys. NSException when the name or the accessor type, which
-  // every command is asked for, is no text.
+  // every command is asked for, is not text.
   explicit FunctionCallObject(Fields fields);
 
   // The command, in lower case.

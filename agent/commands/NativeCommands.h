@@ -16,7 +16,7 @@ namespace tarni {
 
 namespace UIViewFinder {
 
-// Runs the native command; the array of its answer entries, empty for a name that is no command.
+// Runs the native command; the array of its answer entries, empty for a name that is not a command.
 // Throws what the platform raises.
 platform::Task<nlohmann::ordered_json> parseFunctionCallObject(FunctionCallObject command);
 

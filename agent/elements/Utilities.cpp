@@ -18,7 +18,7 @@ namespace {
 
 using Text = std::optional<std::string>;
 
-// The view as one of the kinds of UIControls.h without taking a share in it; null when it is none.
+// The view as one of the kinds of UIControls.h without a share in it; null when it is not one.
 template <typename Kind>
 const Kind* kindOf(const UIViewRef& view) {
   return dynamic_cast<const Kind*>(view.get());

@@ -61,7 +61,7 @@ UIViewRef webBrowserView(const UIViewRef& view) {
   return internal ? internal->valueForKey("browserView") : nullptr;
 }
 
-platform::UIWebBrowserView& takerOfTaps(const UIViewRef& browserView) {
+platform::UIWebBrowserView& webBrowserOf(const UIViewRef& browserView) {
   const auto browser = platform::as<platform::UIWebBrowserView>(browserView);
   if (!browser) {
     throw platform::unrecognizedSelector(browserView->getClass(), "tapInteractionWithLocation:");
@@ -86,7 +86,7 @@ Task<void> sendBeganAndEnded(std::vector<UITouchRef> touches) {
 // The touch of a tap, over by now; null in a web view, which takes taps by itself.
 Task<UITouchRef> touchAtPoint(UIViewRef view, CGPoint point) {
   if (const UIViewRef browserView = webBrowserView(view)) {
-    co_await takerOfTaps(browserView).tapInteractionWithLocation(point);
+    co_await webBrowserOf(browserView).tapInteractionWithLocation(point);
     co_return nullptr;
   }
   const UITouchRef touch = initAtPointInView(point, view);
@@ -173,7 +173,7 @@ Task<void> FaketapAtPoint(UIViewRef view, CGPoint point) {
 Task<void> tapWebViewAtPoint(UIViewRef view, CGPoint point) {
   const UIViewRef internal = view->instanceVariable("_internal");
   const UIViewRef browserView = internal ? internal->instanceVariable("browserView") : nullptr;
-  if (browserView) co_await takerOfTaps(browserView).performTapInteractionWithLocation(point);
+  if (browserView) co_await webBrowserOf(browserView).performTapInteractionWithLocation(point);
 }
 
 Task<void> twoFingerTapAtPoint(UIViewRef view, CGPoint point) {

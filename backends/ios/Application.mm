@@ -4,8 +4,8 @@
 #include "backends/ios/guard/Completed.h"
 #include "backends/ios/guard/Owned.h"
 #include "backends/ios/guard/PrivateCall.h"
-#include "backends/ios/touch/Touch.h"
 #include "backends/ios/runtime/Values.h"
+#include "backends/ios/touch/Touch.h"
 #include "backends/ios/views/View.h"
 
 // A value of C++ as an associated object.

@@ -1,19 +1,19 @@
 #include "backends/ios/IosPlatform.h"
 
-#include "backends/ios/views/Alerts.h"
 #include "backends/ios/Application.h"
+#include "backends/ios/runtime/ObjectiveCRuntime.h"
 #include "backends/ios/system/Dispatch.h"
 #include "backends/ios/system/Encoding.h"
-#include "backends/ios/touch/HIDEventSystem.h"
 #include "backends/ios/system/MachHost.h"
 #include "backends/ios/system/MainQueue.h"
 #include "backends/ios/system/NotificationCenter.h"
-#include "backends/ios/runtime/ObjectiveCRuntime.h"
 #include "backends/ios/system/ProcessInfo.h"
-#include "backends/ios/views/Screen.h"
 #include "backends/ios/system/SystemLog.h"
-#include "backends/ios/views/Transaction.h"
 #include "backends/ios/system/URLLoader.h"
+#include "backends/ios/touch/HIDEventSystem.h"
+#include "backends/ios/views/Alerts.h"
+#include "backends/ios/views/Screen.h"
+#include "backends/ios/views/Transaction.h"
 
 namespace tarni::ios {
 namespace {

@@ -7,7 +7,8 @@
 // address.
 static std::string scriptsOfApplication() {
   const id address = [[NSBundle mainBundle] objectForInfoDictionaryKey:@"TarniScripts"];
-  const char* const text = [address isKindOfClass:[NSString class]] ? [address UTF8String] : nullptr;
+  const char* const text =
+      [address isKindOfClass:[NSString class]] ? [address UTF8String] : nullptr;
   return text ? text : "";
 }
 
@@ -19,11 +20,10 @@ static std::string scriptsOfApplication() {
 + (void)load {
   @autoreleasepool {
     tarni::entry::startAgent(tarni::ios::iosPlatform(), scriptsOfApplication());
-    [[NSNotificationCenter defaultCenter]
-        addObserver:self
-           selector:@selector(applicationWillTerminate:)
-               name:@"UIApplicationWillTerminateNotification"
-             object:nil];
+    [[NSNotificationCenter defaultCenter] addObserver:self
+                                             selector:@selector(applicationWillTerminate:)
+                                                 name:@"UIApplicationWillTerminateNotification"
+                                               object:nil];
   }
 }
 

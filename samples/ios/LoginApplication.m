@@ -1,12 +1,14 @@
-// The login screen as an application of UIKit's: the same content as the other samples. It knows nothing of
-// the agent. Compiled without ARC, for iOS as well as for the double of UIKit that tests run it on.
+// The login screen as an application of UIKit's: the same content as the other samples. It knows
+// nothing of the agent. Compiled without ARC, for iOS as well as for the double of UIKit that tests
+// run it on.
 #import <UIKit/UIKit.h>
 
 static const CGFloat left = 20;
 static const CGFloat width = 350;
 static const NSInteger rowCount = 20;
 
-@interface LoginDelegate : NSObject <UIApplicationDelegate, UITableViewDataSource, UITableViewDelegate> {
+@interface LoginDelegate
+    : NSObject <UIApplicationDelegate, UITableViewDataSource, UITableViewDelegate> {
   UIView* page_;
   UILabel* welcome_;
   UILabel* status_;
@@ -110,8 +112,8 @@ static const NSInteger rowCount = 20;
 }
 
 - (void)tableView:(UITableView*)table didSelectRowAtIndexPath:(NSIndexPath*)path {
-  [status_ setText:[NSString stringWithFormat:@"Row %lu",
-                                              (unsigned long)[path indexAtPosition:1] + 1]];
+  [status_
+      setText:[NSString stringWithFormat:@"Row %lu", (unsigned long)[path indexAtPosition:1] + 1]];
 }
 
 @end

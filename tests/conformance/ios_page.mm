@@ -29,7 +29,9 @@
   UIWindow* const second = [[UIWindow alloc] initWithFrame:NSMakeRect(20, 20, 350, 60)];
   UIButton* const again = [[UIButton alloc] initWithFrame:NSMakeRect(10, 10, 200, 40)];
   [again setTitle:@"Press here" forState:0];
-  [again addTarget:self action:@selector(pressedAgain) forControlEvents:UIControlEventTouchUpInside];
+  [again addTarget:self
+                action:@selector(pressedAgain)
+      forControlEvents:UIControlEventTouchUpInside];
   [second addSubview:[again autorelease]];
   view_ = [[UIWebView alloc] initWithFrame:NSMakeRect(0, 100, 390, 600)];
   [window_ addSubview:view_];
@@ -70,6 +72,4 @@
 
 @end
 
-int main(int argc, char** argv) {
-  return UIApplicationMain(argc, argv, nil, @"PageDelegate");
-}
+int main(int argc, char** argv) { return UIApplicationMain(argc, argv, nil, @"PageDelegate"); }

@@ -16,9 +16,7 @@ KeptLog& installedLog() {
   return log;
 }
 
-UIApplication* anApplication() {
-  return UIApplicationMake(@"UIApplication");
-}
+UIApplication* anApplication() { return UIApplicationMake(@"UIApplication"); }
 
 }  // namespace
 
@@ -55,9 +53,7 @@ UIView* OnIos::addView(Class kind, CGRect frame) {
   return view;
 }
 
-void OnIos::run(platform::Task<void> task) {
-  await(std::move(task));
-}
+void OnIos::run(platform::Task<void> task) { await(std::move(task)); }
 
 std::string OnIos::answer(const std::string& command) {
   return await(PlaybackExecutor::execute(command)).value_or("(none)");

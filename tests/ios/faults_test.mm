@@ -1,12 +1,12 @@
-// Applications that raise: they live on, a line of the log or an answer says so, and every command is
-// answered.
+// Applications that raise: they live on, a line of the log or an answer says so, and every command
+// is answered.
 #include <nlohmann/json.hpp>
 #include <set>
 #include <stdexcept>
 
 #include "agent/WebView/WebView.h"
-#include "agent/core/state/GlobalVars.h"
 #include "agent/core/startup/UIApplication_KIFAdditions.h"
+#include "agent/core/state/GlobalVars.h"
 #include "agent/elements/UIViewsManager.h"
 #include "agent/interaction/UIView_KIFAdditions_Gestures.h"
 #include "agent/recording/RecorderAction.h"
@@ -105,8 +105,8 @@ class Faults : public OnIos {
     [window_ addSubview:segments_];
     KIFAdditions::loadUIApplication(platform::uikit::UIApplication);
     [[label_ layer] addAnimation:[[[CAAnimation alloc] init] autorelease] forKey:@"move"];
-    [label_ addGestureRecognizer:[[[UITapGestureRecognizer alloc] initWithTarget:nil
-                                                                          action:NULL] autorelease]];
+    [label_ addGestureRecognizer:[[[UITapGestureRecognizer alloc] initWithTarget:nil action:NULL]
+                                     autorelease]];
   }
 
   std::string command(const json& keys) {
@@ -118,8 +118,7 @@ class Faults : public OnIos {
 
   // Everything that a host tool can ask for, with every element. Each answer is JSON.
   void useEverything() {
-    const std::string described =
-        command({{"functionname", "ai_findelements"}, {"tagname", ""}});
+    const std::string described = command({{"functionname", "ai_findelements"}, {"tagname", ""}});
     ASSERT_TRUE(json::accept(described)) << described;
     for (const char* name : {"ai_getscreensnapshot", "swipeto", "swipereset"}) {
       EXPECT_TRUE(json::accept(command({{"functionname", name}}))) << name;
@@ -129,9 +128,8 @@ class Faults : public OnIos {
           "clickelement", "sendkeysonelement", "swipeon", "highlight"}) {
       for (const json& element : json::parse(described)) {
         if (!element.contains("elementID")) continue;
-        const std::string reply = command({{"functionname", name},
-                                           {"accessorvalue", element["elementID"]},
-                                           {"datavalue", "up"}});
+        const std::string reply = command(
+            {{"functionname", name}, {"accessorvalue", element["elementID"]}, {"datavalue", "up"}});
         EXPECT_TRUE(json::accept(reply)) << name << ": " << reply;
       }
     }
@@ -359,21 +357,29 @@ TEST_P(RaisingCall, LeavesTheApplicationRunningAndCommandsAnswered) {
 class RubbishAnswer : public Faults, public testing::WithParamInterface<Raising> {};
 
 constexpr Raising rubbishAnswers[] = {
-    {"UIView", "superview"},          {"UIView", "subviews"},
-    {"UIView", "window"},             {"UIView", "layer"},
-    {"UIView", "hitTest:withEvent:"}, {"UIView", "gestureRecognizers"},
-    {"CALayer", "superlayer"},        {"CALayer", "sublayers"},
-    {"CALayer", "animationKeys"},     {"CALayer", "animationForKey:"},
-    {"UIEvent", "allTouches"},        {"UITouch", "view"},
-    {"UITouch", "window"},            {"UIApplication", "windows"},
-    {"UIApplication", "keyWindow"},   {"UIApplication", "_touchesEvent"},
+    {"UIView", "superview"},
+    {"UIView", "subviews"},
+    {"UIView", "window"},
+    {"UIView", "layer"},
+    {"UIView", "hitTest:withEvent:"},
+    {"UIView", "gestureRecognizers"},
+    {"CALayer", "superlayer"},
+    {"CALayer", "sublayers"},
+    {"CALayer", "animationKeys"},
+    {"CALayer", "animationForKey:"},
+    {"UIEvent", "allTouches"},
+    {"UITouch", "view"},
+    {"UITouch", "window"},
+    {"UIApplication", "windows"},
+    {"UIApplication", "keyWindow"},
+    {"UIApplication", "_touchesEvent"},
 };
 
 INSTANTIATE_TEST_SUITE_P(To, RubbishAnswer, testing::ValuesIn(rubbishAnswers),
                          [](const auto& tested) { return nameOf(tested.param); });
 
 TEST_P(RubbishAnswer, LeavesTheApplicationRunningAndCommandsAnswered) {
-  const id answers[] = {@42, @[ [NSNull null] ], [[[RaisingArray alloc] init] autorelease]};
+  const id answers[] = { @42, @[ [NSNull null] ], [[[RaisingArray alloc] init] autorelease] };
   for (const id answer : answers) {
     AnswerIn([NSString stringWithUTF8String:GetParam().className],
              sel_registerName(GetParam().selector), answer);
@@ -394,7 +400,8 @@ TEST_F(Faults, WhatIsNoViewStandsAmongNoViews) {
   EndFaults();
   AnswerIn(@"UIView", @selector(subviews), @42);
   EXPECT_TRUE(ref(scroll_)->subviews().empty());
-  EXPECT_EQ(log_.linesWith("-[UIScrollView subviews] raised NSInvalidArgumentException").size(), 1U);
+  EXPECT_EQ(log_.linesWith("-[UIScrollView subviews] raised NSInvalidArgumentException").size(),
+            1U);
 }
 
 TEST_F(Faults, AViewThatThrowsWhatIsCppsHidesNoOther) {
@@ -422,9 +429,10 @@ TEST_F(Faults, OneViewThatRaisesHidesNoOther) {
                        {"accessorvalue", "field"}}),
               "[]");
   }
-  EXPECT_EQ(log_.linesWith("-[UITextField placeholder] raised NSRangeException: a fault in placeholder")
-                .size(),
-            1U);
+  EXPECT_EQ(
+      log_.linesWith("-[UITextField placeholder] raised NSRangeException: a fault in placeholder")
+          .size(),
+      1U);
 }
 
 TEST_F(Faults, ALayerThatTakesNoTagHidesNoView) {
@@ -442,7 +450,8 @@ TEST_F(Faults, ASegmentThatRaisesHasNoTitle) {
 
 TEST_F(Faults, AViewThatRaisesWhenAskedWhatItIsIsAViewOfItsClass) {
   [window_ addSubview:[[[SecretiveView alloc] initWithFrame:NSMakeRect(0, 0, 9, 9)] autorelease]];
-  const std::string found = command({{"functionname", "findelements"}, {"tagname", "SecretiveView"}});
+  const std::string found =
+      command({{"functionname", "findelements"}, {"tagname", "SecretiveView"}});
   EXPECT_NE(found.find("elementID"), std::string::npos) << found;
   EXPECT_EQ(log_.linesWith("-[SecretiveView class] raised").size(), 1U);
   EXPECT_TRUE(platform::as<platform::UILabel>(ref([[window_ subviews] lastObject])));
@@ -456,7 +465,8 @@ TEST_F(Faults, WhatIsNoStringIsNoText) {
 }
 
 TEST_F(Faults, WhatRaisesWhileItIsActedOnIsAnsweredWithTheReason) {
-  const json found = json::parse(command({{"functionname", "findelements"}, {"tagname", "UITextField"}}));
+  const json found =
+      json::parse(command({{"functionname", "findelements"}, {"tagname", "UITextField"}}));
   RaiseIn(@"UITextField", @selector(setText:));
   const std::string reply = command({{"functionname", "sendkeysonelement"},
                                      {"accessorvalue", found[0]["elementID"]},
@@ -465,7 +475,8 @@ TEST_F(Faults, WhatRaisesWhileItIsActedOnIsAnsweredWithTheReason) {
 }
 
 TEST_F(Faults, ThatAreNoExceptionsAreTakenAsSuch) {
-  const std::string reason = failureOf(platform::as<platform::UITextField>(ref(field_))->setText("x"));
+  const std::string reason =
+      failureOf(platform::as<platform::UITextField>(ref(field_))->setText("x"));
   EXPECT_EQ(reason, "");
   EXPECT_EQ([[field_ text] length], 1U);
 }
@@ -482,11 +493,14 @@ TEST_F(Faults, AViewWithoutALayerHasOneOnceItIsMade) {
 // --- windows
 
 TEST_F(Faults, AViewOfAnotherWindowIsConvertedOverTheScreen) {
-  UIWindow* const other = [[[UIWindow alloc] initWithFrame:NSMakeRect(0, 400, 390, 444)] autorelease];
-  UIButton* const button = [[[UIButton alloc] initWithFrame:NSMakeRect(10, 20, 100, 30)] autorelease];
+  UIWindow* const other =
+      [[[UIWindow alloc] initWithFrame:NSMakeRect(0, 400, 390, 444)] autorelease];
+  UIButton* const button =
+      [[[UIButton alloc] initWithFrame:NSMakeRect(10, 20, 100, 30)] autorelease];
   [other addSubview:button];
   [application_ addWindow:other];
-  EXPECT_EQ(platform::convertPoint({0, 0}, ref(button), ref(window_)), (platform::CGPoint{10, 420}));
+  EXPECT_EQ(platform::convertPoint({0, 0}, ref(button), ref(window_)),
+            (platform::CGPoint{10, 420}));
   EXPECT_EQ(platform::current().application->windowsWithKeyWindow().size(), 2U);
   TakeRecord();
   run(KIFAdditions::tapAtPoint(ref(button), {5, 5}));

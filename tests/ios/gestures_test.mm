@@ -1,6 +1,6 @@
 // What a gesture of the agent's asks of UIKit and IOKit, call by call.
-#include "agent/interaction/UIView_KIFAdditions_Gestures.h"
 #include "agent/interaction/UIEvent_KIFAdditions.h"
+#include "agent/interaction/UIView_KIFAdditions_Gestures.h"
 #include "tests/ios/OnIos.h"
 
 namespace tarni::test {
@@ -57,14 +57,13 @@ TEST_F(Gestures, ADragMovesInStepsAndLiftsItsFinger) {
     const std::string text = [line UTF8String];
     if (text.starts_with("sendEvent:") || text.starts_with("CFRunLoop")) events += text + "\n";
   }
-  EXPECT_EQ(events,
-            "sendEvent: (phase 0 at 50 110)\n"
-            "CFRunLoopRunInMode(kCFRunLoopDefaultMode, 0.01, 0)\n"
-            "sendEvent: (phase 1 at 50 130)\n"
-            "CFRunLoopRunInMode(kCFRunLoopDefaultMode, 0.01, 0)\n"
-            "sendEvent: (phase 1 at 50 150)\n"
-            "CFRunLoopRunInMode(kCFRunLoopDefaultMode, 0.01, 0)\n"
-            "sendEvent: (phase 3 at 50 150)\n");
+  EXPECT_EQ(events, "sendEvent: (phase 0 at 50 110)\n"
+                    "CFRunLoopRunInMode(kCFRunLoopDefaultMode, 0.01, 0)\n"
+                    "sendEvent: (phase 1 at 50 130)\n"
+                    "CFRunLoopRunInMode(kCFRunLoopDefaultMode, 0.01, 0)\n"
+                    "sendEvent: (phase 1 at 50 150)\n"
+                    "CFRunLoopRunInMode(kCFRunLoopDefaultMode, 0.01, 0)\n"
+                    "sendEvent: (phase 3 at 50 150)\n");
 }
 
 TEST_F(Gestures, MovedAndLiftedFingersAreTheirOwnInTheRecords) {
@@ -78,20 +77,20 @@ TEST_F(Gestures, MovedAndLiftedFingersAreTheirOwnInTheRecords) {
        }) {
     EXPECT_NE(fingers.find(wanted), std::string::npos) << wanted << " in\n" << fingers;
   }
-  EXPECT_NE(fingers.find("mask 3, 130 125 0, pressure 0, twist 0, radii 5 5, quality 1 1 1, range 0, "
-                         "touch 0"),
-            std::string::npos)
+  EXPECT_NE(
+      fingers.find("mask 3, 130 125 0, pressure 0, twist 0, radii 5 5, quality 1 1 1, range 0, "
+                   "touch 0"),
+      std::string::npos)
       << fingers;
 }
 
 TEST_F(Gestures, ALongPressRestsBetweenDownAndUp) {
   run(KIFAdditions::longPressAtPoint(ref(button_), {20, 25}, 0.035));
-  EXPECT_EQ(record("sendEvent:"),
-            "sendEvent: (phase 0 at 60 125)\n"
-            "sendEvent: (phase 2 at 60 125)\n"
-            "sendEvent: (phase 2 at 60 125)\n"
-            "sendEvent: (phase 2 at 60 125)\n"
-            "sendEvent: (phase 3 at 60 125)\n");
+  EXPECT_EQ(record("sendEvent:"), "sendEvent: (phase 0 at 60 125)\n"
+                                  "sendEvent: (phase 2 at 60 125)\n"
+                                  "sendEvent: (phase 2 at 60 125)\n"
+                                  "sendEvent: (phase 2 at 60 125)\n"
+                                  "sendEvent: (phase 3 at 60 125)\n");
 }
 
 TEST_F(Gestures, EveryRecordIsGivenBack) {

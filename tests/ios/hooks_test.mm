@@ -1,9 +1,10 @@
-// The methods of UIKit's that the agent exchanges, among the exchanges and subclasses of applications.
+// The methods of UIKit's that the agent exchanges, among the exchanges and subclasses of
+// applications.
 #include <stdexcept>
 
-#include "agent/core/state/GlobalVars.h"
 #include "agent/core/startup/UIApplication_KIFAdditions.h"
 #include "agent/core/startup/UIViewController_UIViewController.h"
+#include "agent/core/state/GlobalVars.h"
 #include "agent/interaction/Swizzle.h"
 #include "agent/interaction/UIApplication_KIFAdditions.h"
 #include "agent/interaction/UIView_KIFAdditions_Gestures.h"
@@ -182,9 +183,8 @@ TEST_F(Hooks, TheModesOfTheRunLoopAreFollowedAndPassedOn) {
   EXPECT_EQ(KIFAdditions::currentRunLoopMode(), "Tracking");
   [application_ popRunLoopMode:@"Tracking"];
   EXPECT_EQ(KIFAdditions::currentRunLoopMode(), "kCFRunLoopDefaultMode");
-  EXPECT_EQ(record(),
-            "pushRunLoopMode: Tracking\npushRunLoopMode: Other requester:\n"
-            "popRunLoopMode: Other requester:\npopRunLoopMode: Tracking\n");
+  EXPECT_EQ(record(), "pushRunLoopMode: Tracking\npushRunLoopMode: Other requester:\n"
+                      "popRunLoopMode: Other requester:\npopRunLoopMode: Tracking\n");
 }
 
 TEST_F(Hooks, TheModesOfTheRunLoopAreTheApplicationObjects) {

@@ -49,11 +49,11 @@ INSTANTIATE_TEST_SUITE_P(
 TEST_P(Lacking, IsSaidOnceAndGesturesGoOn) {
   const Lack& lack = GetParam();
   UIButton* const button = add<UIButton>([UIButton class], NSMakeRect(40, 100, 100, 50));
-  ForgetMethod([NSString stringWithUTF8String:lack.className],
-               sel_registerName(lack.selector));
+  ForgetMethod([NSString stringWithUTF8String:lack.className], sel_registerName(lack.selector));
   run(KIFAdditions::tapAtPoint(ref(button), {20, 25}));
   run(KIFAdditions::dragFromPoint(ref(button), {20, 25}, {20, 35}));
-  run(KIFAdditions::tapAtPoint(ref(add<UIWebView>([UIWebView class], NSMakeRect(0, 0, 9, 9))), {1, 1}));
+  run(KIFAdditions::tapAtPoint(ref(add<UIWebView>([UIWebView class], NSMakeRect(0, 0, 9, 9))),
+                               {1, 1}));
   KIFAdditions::swizzleRunLoop();
   UISystemVersion = {7, 1, 0};
   run(KIFAdditions::tapAtPoint(ref(button), {20, 25}));
@@ -91,7 +91,8 @@ TEST_F(Systems, WithoutIOKitsFunctionsSendEventsWithoutRecords) {
   platform::install(platform);
   UIButton* const button = add<UIButton>([UIButton class], NSMakeRect(40, 100, 100, 50));
   run(KIFAdditions::tapAtPoint(ref(button), {20, 25}));
-  EXPECT_EQ(record("sendEvent:"), "sendEvent: (phase 0 at 60 125)\nsendEvent: (phase 3 at 60 125)\n");
+  EXPECT_EQ(record("sendEvent:"),
+            "sendEvent: (phase 0 at 60 125)\nsendEvent: (phase 3 at 60 125)\n");
   for (const char* name :
        {"IOHIDEventCreateDigitizerEvent", "IOHIDEventCreateDigitizerFingerEventWithQuality",
         "IOHIDEventSetIntegerValue", "IOHIDEventAppendEvent"}) {

@@ -94,9 +94,7 @@ class Recording : public testing::Test {
   UIButton* button_;
 };
 
-TEST_F(Recording, AFingersTapIsAStep) {
-  expectTheStep(stepOfTap());
-}
+TEST_F(Recording, AFingersTapIsAStep) { expectTheStep(stepOfTap()); }
 
 TEST_F(Recording, ATapIsAStepThoughOtherViewsRaise) {
   [window_ addSubview:[[RaisingView alloc] initWithFrame:NSMakeRect(40, 100, 200, 50)]];

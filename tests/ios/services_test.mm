@@ -5,8 +5,8 @@
 
 #include "agent/WebView/WebView.h"
 #include "agent/core/state/GlobalVars.h"
-#include "agent/elements/UIView_Highlight.h"
 #include "agent/core/state/Utilities_Messages.h"
+#include "agent/elements/UIView_Highlight.h"
 #include "agent/elements/Utilities.h"
 #include "platform/UIKit/UIControls.h"
 #include "tests/ios/Await.h"
@@ -49,8 +49,9 @@ TEST_F(Services, TypedTextReachesTargetsAndObserversOfTheField) {
                                            selector:@selector(changed:)
                                                name:@"UITextFieldTextDidChangeNotification"
                                              object:field];
-  const auto found = nlohmann::json::parse(
-      answer(R"({"functionname":"findelements","tagname":"UITextField"})" "\r\n"));
+  const auto found =
+      nlohmann::json::parse(answer(R"({"functionname":"findelements","tagname":"UITextField"})"
+                                   "\r\n"));
   const nlohmann::json typing = {{"functionname", "sendkeysonelement"},
                                  {"accessorvalue", found[0]["elementID"]},
                                  {"datavalue", "Ada \xc3\xa9"}};
@@ -67,7 +68,8 @@ TEST_F(Services, WhatNoViewAnswersThePageDoes) {
   for (int i = 0; i < 100 && !GlobalVars::sharedInstance()._currentWebView(); ++i) UIRunFor(0.02);
   [page answer:@"[{\"elementID\":\"7\"}]" toScript:@"findElements('input','id','a\\'b')"];
   EXPECT_EQ(answer(R"({"functionname":"findelements","tagname":"input","accessortype":"id",)"
-                   R"("accessorvalue":"a'b"})" "\r\n"),
+                   R"("accessorvalue":"a'b"})"
+                   "\r\n"),
             R"([{"elementID":"7"}])");
   EXPECT_STREQ([[[page evaluated] lastObject] UTF8String], "findElements('input','id','a\\'b')");
 }
@@ -76,8 +78,9 @@ TEST_F(Services, WhatNoViewAnswersThePageDoes) {
 TEST_F(Services, APageGetsTheScriptsIsPolledAndHearsOfTheModes) {
   const std::filesystem::path folder = testing::TempDir() + "tarni-ios-scripts";
   std::filesystem::create_directories(folder);
-  for (const char* file : {"preCheck.js", "jquery.js", "TARNI_bililiteRange.js", "TARNI_sendkeys.js",
-                           "xpathbuilder.js", "hybridrecorder.js", "hybridplayer.js"}) {
+  for (const char* file :
+       {"preCheck.js", "jquery.js", "TARNI_bililiteRange.js", "TARNI_sendkeys.js",
+        "xpathbuilder.js", "hybridrecorder.js", "hybridplayer.js"}) {
     std::ofstream(folder / file) << file;
   }
   REMOTE_CDN_URL = "file://" + folder.string();

@@ -25,13 +25,9 @@ using platform::CGRect;
 using platform::CGSize;
 using platform::UIViewRef;
 
-inline UIViewRef viewOf(QWidget& widget) {
-  return qt::viewOfWidget(&widget);
-}
+inline UIViewRef viewOf(QWidget& widget) { return qt::viewOfWidget(&widget); }
 
-inline std::string classOf(const UIViewRef& view) {
-  return view->getClass()->name();
-}
+inline std::string classOf(const UIViewRef& view) { return view->getClass()->name(); }
 
 // Shows the window and lets it lay itself out.
 inline void show(QWidget& window) {

@@ -22,7 +22,7 @@ constexpr double readExtension = 10.0;
 constexpr double pauseBeforeListening = 1.0;
 
 // A host tool that sends no end of a command does not fill the application's memory: what is longer
-// is no command.
+// is not a command.
 constexpr std::size_t longestCommand = 16UL * 1024 * 1024;
 // Nor does one that does not read its steps.
 constexpr std::size_t mostPendingSteps = 256;

@@ -19,7 +19,7 @@ class DictionaryReader : private nlohmann::json_sax<nlohmann::ordered_json> {
   static constexpr std::size_t deepestLevel = 512;
 
   // What the object holds under `keys`, the last value of a key that comes twice. An array or an
-  // object is kept as an empty one. Null when the text is no JSON object or has too many levels.
+  // object is kept as an empty one. Null when the text is not a JSON object or has too many levels.
   static std::optional<nlohmann::ordered_json> read(std::string_view text,
                                                     std::span<const std::string_view> keys);
 

@@ -1,6 +1,6 @@
-#include "backends/ios/views/Kinds.h"
-#include "backends/ios/runtime/Values.h"
 #include "backends/ios/controls/ControlView.h"
+#include "backends/ios/runtime/Values.h"
+#include "backends/ios/views/Kinds.h"
 
 namespace tarni::ios {
 namespace {
@@ -16,8 +16,6 @@ class Button : public ControlView, public platform::UIButton {
 
 }  // namespace
 
-std::shared_ptr<View> makeButton(::UIView* view) {
-  return std::make_shared<Button>(view);
-}
+std::shared_ptr<View> makeButton(::UIView* view) { return std::make_shared<Button>(view); }
 
 }  // namespace tarni::ios

@@ -1,8 +1,8 @@
 #include "backends/ios/controls/ControlView.h"
 
 #include "backends/ios/guard/Completed.h"
-#include "backends/ios/views/Kinds.h"
 #include "backends/ios/guard/Owned.h"
+#include "backends/ios/views/Kinds.h"
 
 namespace tarni::ios {
 
@@ -12,8 +12,6 @@ platform::Task<void> ControlView::sendActionsForControlEvents(std::uint32_t even
   });
 }
 
-std::shared_ptr<View> makeControl(::UIView* view) {
-  return std::make_shared<ControlView>(view);
-}
+std::shared_ptr<View> makeControl(::UIView* view) { return std::make_shared<ControlView>(view); }
 
 }  // namespace tarni::ios

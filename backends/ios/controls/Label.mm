@@ -1,5 +1,5 @@
-#include "backends/ios/views/Kinds.h"
 #include "backends/ios/runtime/Values.h"
+#include "backends/ios/views/Kinds.h"
 #include "platform/UIKit/UIControls.h"
 
 namespace tarni::ios {
@@ -16,8 +16,6 @@ class Label : public View, public platform::UILabel {
 
 }  // namespace
 
-std::shared_ptr<View> makeLabel(::UIView* view) {
-  return std::make_shared<Label>(view);
-}
+std::shared_ptr<View> makeLabel(::UIView* view) { return std::make_shared<Label>(view); }
 
 }  // namespace tarni::ios

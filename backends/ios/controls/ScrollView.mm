@@ -1,9 +1,9 @@
 #include "backends/ios/controls/ScrollView.h"
 
 #include "backends/ios/guard/Completed.h"
-#include "backends/ios/views/Kinds.h"
 #include "backends/ios/guard/Owned.h"
 #include "backends/ios/runtime/Values.h"
+#include "backends/ios/views/Kinds.h"
 
 namespace tarni::ios {
 
@@ -17,8 +17,6 @@ platform::Task<void> ScrollView::setContentOffset(platform::CGPoint offset, bool
   });
 }
 
-std::shared_ptr<View> makeScrollView(::UIView* view) {
-  return std::make_shared<ScrollView>(view);
-}
+std::shared_ptr<View> makeScrollView(::UIView* view) { return std::make_shared<ScrollView>(view); }
 
 }  // namespace tarni::ios

@@ -1,6 +1,6 @@
-#include "backends/ios/views/Kinds.h"
-#include "backends/ios/runtime/Values.h"
 #include "backends/ios/controls/ControlView.h"
+#include "backends/ios/runtime/Values.h"
+#include "backends/ios/views/Kinds.h"
 
 namespace tarni::ios {
 namespace {

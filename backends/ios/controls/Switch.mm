@@ -1,7 +1,7 @@
-#include "backends/ios/guard/Completed.h"
-#include "backends/ios/views/Kinds.h"
-#include "backends/ios/guard/Owned.h"
 #include "backends/ios/controls/ControlView.h"
+#include "backends/ios/guard/Completed.h"
+#include "backends/ios/guard/Owned.h"
+#include "backends/ios/views/Kinds.h"
 
 namespace tarni::ios {
 namespace {
@@ -15,16 +15,13 @@ class Switch : public ControlView, public platform::UISwitch {
   }
 
   platform::Task<void> setOn(bool on) override {
-    return completed([control = Owned(as<::UISwitch>()), on] {
-      guarded([&] { [control.get() setOn:on]; });
-    });
+    return completed(
+        [control = Owned(as<::UISwitch>()), on] { guarded([&] { [control.get() setOn:on]; }); });
   }
 };
 
 }  // namespace
 
-std::shared_ptr<View> makeSwitch(::UIView* view) {
-  return std::make_shared<Switch>(view);
-}
+std::shared_ptr<View> makeSwitch(::UIView* view) { return std::make_shared<Switch>(view); }
 
 }  // namespace tarni::ios

@@ -1,5 +1,5 @@
-#include "backends/ios/views/Kinds.h"
 #include "backends/ios/runtime/Values.h"
+#include "backends/ios/views/Kinds.h"
 #include "platform/UIKit/UIControls.h"
 
 namespace tarni::ios {

@@ -1,8 +1,8 @@
+#include "backends/ios/controls/ControlView.h"
 #include "backends/ios/guard/Completed.h"
-#include "backends/ios/views/Kinds.h"
 #include "backends/ios/guard/Owned.h"
 #include "backends/ios/runtime/Values.h"
-#include "backends/ios/controls/ControlView.h"
+#include "backends/ios/views/Kinds.h"
 
 namespace tarni::ios {
 namespace {
@@ -28,8 +28,6 @@ class TextField : public ControlView, public platform::UITextField {
 
 }  // namespace
 
-std::shared_ptr<View> makeTextField(::UIView* view) {
-  return std::make_shared<TextField>(view);
-}
+std::shared_ptr<View> makeTextField(::UIView* view) { return std::make_shared<TextField>(view); }
 
 }  // namespace tarni::ios

@@ -1,6 +1,6 @@
-#include "backends/ios/views/Kinds.h"
-#include "backends/ios/runtime/Values.h"
 #include "backends/ios/controls/ScrollView.h"
+#include "backends/ios/runtime/Values.h"
+#include "backends/ios/views/Kinds.h"
 
 namespace tarni::ios {
 namespace {
@@ -16,8 +16,6 @@ class TextView : public ScrollView, public platform::UITextView {
 
 }  // namespace
 
-std::shared_ptr<View> makeTextView(::UIView* view) {
-  return std::make_shared<TextView>(view);
-}
+std::shared_ptr<View> makeTextView(::UIView* view) { return std::make_shared<TextView>(view); }
 
 }  // namespace tarni::ios

@@ -1,8 +1,8 @@
 #include "backends/ios/guard/Completed.h"
-#include "backends/ios/views/Kinds.h"
 #include "backends/ios/guard/Owned.h"
 #include "backends/ios/guard/PrivateCall.h"
 #include "backends/ios/runtime/Values.h"
+#include "backends/ios/views/Kinds.h"
 #include "platform/UIKit/UIControls.h"
 
 namespace tarni::ios {

@@ -1,7 +1,7 @@
 #include "backends/ios/guard/Completed.h"
-#include "backends/ios/views/Kinds.h"
 #include "backends/ios/guard/Owned.h"
 #include "backends/ios/runtime/Values.h"
+#include "backends/ios/views/Kinds.h"
 #include "platform/UIKit/UIControls.h"
 
 namespace tarni::ios {
@@ -18,17 +18,14 @@ class WebView : public View, public platform::UIWebView {
   // The page is evaluated while the caller waits.
   platform::Task<std::string> stringByEvaluatingJavaScriptFromString(std::string script) override {
     return completed([view = Owned(as<NSObject>()), script = std::move(script)] {
-      return toTextOrEmpty(guarded([&] {
-        return [view.get() stringByEvaluatingJavaScriptFromString:toNSString(script)];
-      }));
+      return toTextOrEmpty(guarded(
+          [&] { return [view.get() stringByEvaluatingJavaScriptFromString:toNSString(script)]; }));
     });
   }
 };
 
 }  // namespace
 
-std::shared_ptr<View> makeWebView(::UIView* view) {
-  return std::make_shared<WebView>(view);
-}
+std::shared_ptr<View> makeWebView(::UIView* view) { return std::make_shared<WebView>(view); }
 
 }  // namespace tarni::ios

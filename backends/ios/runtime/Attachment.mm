@@ -33,8 +33,7 @@ std::shared_ptr<Attachment> attachmentOf(id object) {
 }
 
 void attach(id object, std::shared_ptr<Attachment> attachment) {
-  const auto holder =
-      Owned<TarniAttachmentHolder*>::adopting([[TarniAttachmentHolder alloc] init]);
+  const auto holder = Owned<TarniAttachmentHolder*>::adopting([[TarniAttachmentHolder alloc] init]);
   holder.get()->attachment_ = new std::shared_ptr<Attachment>(std::move(attachment));
   objc_setAssociatedObject(object, &attachmentKey, holder.get(), OBJC_ASSOCIATION_RETAIN_NONATOMIC);
 }

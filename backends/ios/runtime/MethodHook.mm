@@ -4,10 +4,10 @@
 #include <cctype>
 #include <utility>
 
-#include "backends/ios/touch/Event.h"
 #include "backends/ios/guard/RaisedObject.h"
 #include "backends/ios/runtime/RuntimeClass.h"
 #include "backends/ios/runtime/Values.h"
+#include "backends/ios/touch/Event.h"
 #include "platform/Foundation/Guarded.h"
 #include "platform/Foundation/NSLog.h"
 
@@ -125,9 +125,7 @@ IMP makeHook(MethodShape shape, platform::Implementation implementation, std::st
 HookedCall::HookedCall(id receiver, id first, id second) noexcept
     : receiver_(receiver), objects_{first, second}, outer_(std::exchange(innermost, this)) {}
 
-HookedCall::~HookedCall() {
-  innermost = outer_;
-}
+HookedCall::~HookedCall() { innermost = outer_; }
 
 HookedCall* HookedCall::of(::Class cls) {
   HookedCall* call = innermost;

@@ -2,13 +2,13 @@
 
 #include <utility>
 
-#include "backends/ios/touch/Event.h"
 #include "backends/ios/guard/Guard.h"
-#include "backends/ios/runtime/MethodHook.h"
 #include "backends/ios/guard/RaisedObject.h"
-#include "backends/ios/runtime/RuntimeClass.h"
 #include "backends/ios/guard/Thrown.h"
+#include "backends/ios/runtime/MethodHook.h"
+#include "backends/ios/runtime/RuntimeClass.h"
 #include "backends/ios/runtime/Values.h"
+#include "backends/ios/touch/Event.h"
 #include "platform/Foundation/NSLog.h"
 
 namespace tarni::ios {
@@ -16,9 +16,7 @@ namespace {
 
 using Arguments = std::vector<platform::Argument>;
 
-::Class native(platform::Class cls) {
-  return cls ? objc_lookUpClass(cls->name().c_str()) : Nil;
-}
+::Class native(platform::Class cls) { return cls ? objc_lookUpClass(cls->name().c_str()) : Nil; }
 
 SEL selectorOf(std::string_view selector) {
   return sel_registerName(std::string(selector).c_str());

@@ -17,17 +17,11 @@ std::optional<std::string> toText(id string);
 // Empty for these.
 std::string toTextOrEmpty(id string);
 
-inline platform::CGPoint toPoint(::CGPoint point) {
-  return {point.x, point.y};
-}
+inline platform::CGPoint toPoint(::CGPoint point) { return {point.x, point.y}; }
 inline ::CGPoint fromPoint(platform::CGPoint point) {
   return {static_cast<CGFloat>(point.x), static_cast<CGFloat>(point.y)};
 }
-inline platform::CGSize toSize(::CGSize size) {
-  return {size.width, size.height};
-}
-inline platform::CGRect toRect(::CGRect rect) {
-  return {toPoint(rect.origin), toSize(rect.size)};
-}
+inline platform::CGSize toSize(::CGSize size) { return {size.width, size.height}; }
+inline platform::CGRect toRect(::CGRect rect) { return {toPoint(rect.origin), toSize(rect.size)}; }
 
 }  // namespace tarni::ios

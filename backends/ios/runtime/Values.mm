@@ -25,8 +25,6 @@ std::optional<std::string> toText(id string) {
   return std::string(static_cast<const char*>([bytes bytes]), [bytes length]);
 }
 
-std::string toTextOrEmpty(id string) {
-  return toText(string).value_or("");
-}
+std::string toTextOrEmpty(id string) { return toText(string).value_or(""); }
 
 }  // namespace tarni::ios

@@ -12,8 +12,8 @@ std::string Encoding::UUIDString() const {
 
 std::string Encoding::base64EncodedString(std::span<const std::byte> data) const {
   @autoreleasepool {
-    return toTextOrEmpty([[NSData dataWithBytes:data.data() length:data.size()]
-        base64EncodedStringWithOptions:0]);
+    return toTextOrEmpty([[NSData dataWithBytes:data.data()
+                                         length:data.size()] base64EncodedStringWithOptions:0]);
   }
 }
 

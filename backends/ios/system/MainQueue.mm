@@ -6,9 +6,7 @@
 
 namespace tarni::ios {
 
-bool MainQueue::isMainThread() const {
-  return [NSThread isMainThread];
-}
+bool MainQueue::isMainThread() const { return [NSThread isMainThread]; }
 
 void MainQueue::wake() noexcept {
   dispatch_async_f(dispatch_get_main_queue(), this,

@@ -8,13 +8,9 @@ double ProcessInfo::systemUptime() const {
   return static_cast<double>([[::NSProcessInfo processInfo] systemUptime]);
 }
 
-double ProcessInfo::currentMediaTime() const {
-  return CACurrentMediaTime();
-}
+double ProcessInfo::currentMediaTime() const { return CACurrentMediaTime(); }
 
-std::uint64_t ProcessInfo::machAbsoluteTime() const {
-  return mach_absolute_time();
-}
+std::uint64_t ProcessInfo::machAbsoluteTime() const { return mach_absolute_time(); }
 
 bool ProcessInfo::respondsToIsOperatingSystemAtLeastVersion() const {
   return [[::NSProcessInfo processInfo]

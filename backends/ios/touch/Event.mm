@@ -3,10 +3,10 @@
 #include <algorithm>
 
 #include "backends/ios/guard/Collection.h"
-#include "backends/ios/touch/HIDEvent.h"
 #include "backends/ios/guard/PrivateCall.h"
-#include "backends/ios/touch/Touch.h"
 #include "backends/ios/runtime/Values.h"
+#include "backends/ios/touch/HIDEvent.h"
+#include "backends/ios/touch/Touch.h"
 
 namespace tarni::ios {
 
@@ -38,9 +38,8 @@ void Event::_clearTouches() {
 void Event::_addTouch(const platform::UITouchRef& touch, bool forDelayedDelivery) {
   const auto own = std::dynamic_pointer_cast<Touch>(touch);
   if (!own) return;
-  privately(native(), @selector(_addTouch:forDelayedDelivery:), "gestures are not made", [&] {
-    [native() _addTouch:own->native() forDelayedDelivery:forDelayedDelivery];
-  });
+  privately(native(), @selector(_addTouch:forDelayedDelivery:), "gestures are not made",
+            [&] { [native() _addTouch:own->native() forDelayedDelivery:forDelayedDelivery]; });
 }
 
 void Event::_setHIDEvent(const platform::IOHIDEventRef& event) {

@@ -3,8 +3,8 @@
 #include <dlfcn.h>
 
 #include "backends/ios/Apple.h"
-#include "backends/ios/touch/HIDEvent.h"
 #include "backends/ios/guard/Report.h"
+#include "backends/ios/touch/HIDEvent.h"
 
 namespace tarni::ios {
 namespace {
@@ -15,9 +15,7 @@ using SetIntegerValue = decltype(IOHIDEventSetIntegerValue);
 using AppendEvent = decltype(IOHIDEventAppendEvent);
 
 // UIKit has loaded it, so it is found without being loaded anew.
-void* lookUpInIOKit(const char* name) {
-  return dlsym(RTLD_DEFAULT, name);
-}
+void* lookUpInIOKit(const char* name) { return dlsym(RTLD_DEFAULT, name); }
 
 void* found(const HIDEventSystem::LookUp& lookUp, const char* name, const char* whatNoLongerWorks) {
   void* const function = lookUp(name);

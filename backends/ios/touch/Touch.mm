@@ -1,10 +1,10 @@
 #include "backends/ios/touch/Touch.h"
 
-#include "backends/ios/runtime/Attachment.h"
 #include "backends/ios/guard/Guard.h"
-#include "backends/ios/touch/HIDEvent.h"
 #include "backends/ios/guard/PrivateCall.h"
+#include "backends/ios/runtime/Attachment.h"
 #include "backends/ios/runtime/Values.h"
+#include "backends/ios/touch/HIDEvent.h"
 #include "backends/ios/views/View.h"
 
 namespace tarni::ios {
@@ -73,9 +73,8 @@ long Touch::tapCount() const {
 // --- the private setters
 
 void Touch::setWindow(const platform::UIWindowRef& window) {
-  privately(native(), @selector(setWindow:), "touches belong to no window", [&] {
-    [native() setWindow:static_cast<::UIWindow*>(nativeView(window))];
-  });
+  privately(native(), @selector(setWindow:), "touches belong to no window",
+            [&] { [native() setWindow:static_cast<::UIWindow*>(nativeView(window))]; });
 }
 
 void Touch::setTapCount(long count) {
@@ -85,9 +84,7 @@ void Touch::setTapCount(long count) {
 
 void Touch::_setLocationInWindow(platform::CGPoint point, bool resetPrevious) {
   privately(native(), @selector(_setLocationInWindow:resetPrevious:), "touches have no location",
-            [&] {
-              [native() _setLocationInWindow:fromPoint(point) resetPrevious:resetPrevious];
-            });
+            [&] { [native() _setLocationInWindow:fromPoint(point) resetPrevious:resetPrevious]; });
 }
 
 void Touch::setView(const platform::UIViewRef& view) {

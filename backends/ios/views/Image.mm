@@ -7,9 +7,7 @@ namespace tarni::ios {
 namespace {
 
 // A context of no extent is an error to UIKit.
-bool isDrawable(::CGSize size) {
-  return size.width > 0 && size.height > 0;
-}
+bool isDrawable(::CGSize size) { return size.width > 0 && size.height > 0; }
 
 // What `draw` draws into a new context. Null when it raised.
 template <typename Draw>
@@ -40,7 +38,8 @@ platform::CGSize Image::size() const {
 }
 
 double Image::scale() const {
-  return answered(image_.get(), "scale", [&] { return [image_.get() scale]; }, 1);
+  return answered(
+      image_.get(), "scale", [&] { return [image_.get() scale]; }, 1);
 }
 
 platform::UIImageRef Image::crop(const platform::CGRect& rect) const {

@@ -56,9 +56,8 @@ const std::string* Layer::valueForKey(std::string_view key) const {
 // A layer of the application's that takes no foreign keys still has its tag here.
 void Layer::setValueForKey(std::string value, std::string_view key) {
   if (!layer_) return;
-  answered(layer_, "setValue:forKey:", [&] {
-    [layer_ setValue:toNSString(value) forKey:toNSString(key)];
-  });
+  answered(layer_,
+           "setValue:forKey:", [&] { [layer_ setValue:toNSString(value) forKey:toNSString(key)]; });
   values_.insert_or_assign(std::string(key), std::move(value));
 }
 

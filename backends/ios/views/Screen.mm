@@ -12,7 +12,8 @@ platform::CGRect Screen::bounds() const {
 
 double Screen::scale() const {
   ::UIScreen* const screen = [::UIScreen mainScreen];
-  return answered(screen, "scale", [&] { return [screen scale]; }, 1);
+  return answered(
+      screen, "scale", [&] { return [screen scale]; }, 1);
 }
 
 }  // namespace tarni::ios

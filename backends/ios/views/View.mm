@@ -2,30 +2,24 @@
 
 #include "backends/ios/guard/Collection.h"
 #include "backends/ios/guard/Completed.h"
-#include "backends/ios/views/Image.h"
-#include "backends/ios/views/Kinds.h"
 #include "backends/ios/guard/Owned.h"
 #include "backends/ios/guard/Report.h"
 #include "backends/ios/runtime/RuntimeClass.h"
 #include "backends/ios/runtime/Values.h"
+#include "backends/ios/views/Image.h"
+#include "backends/ios/views/Kinds.h"
 
 namespace tarni::ios {
 namespace {
 
-bool isView(id object) {
-  return isKindOf(object, [::UIView class]);
-}
+bool isView(id object) { return isKindOf(object, [::UIView class]); }
 
 // Known without asking: a window's own code may raise as any other's.
-bool isWindow(::UIView* view) {
-  return isKindOf(view, [::UIWindow class]);
-}
+bool isWindow(::UIView* view) { return isKindOf(view, [::UIWindow class]); }
 
 }  // namespace
 
-std::shared_ptr<View> viewOf(id object) {
-  return isView(object) ? holderOfKeys(object) : nullptr;
-}
+std::shared_ptr<View> viewOf(id object) { return isView(object) ? holderOfKeys(object) : nullptr; }
 
 std::shared_ptr<View> holderOfKeys(id object) {
   if (!object) return nullptr;
@@ -45,9 +39,7 @@ void View::objectIsGoing() noexcept {
   }
 }
 
-platform::Class View::getClass() const {
-  return class_;
-}
+platform::Class View::getClass() const { return class_; }
 
 // --- the tree
 

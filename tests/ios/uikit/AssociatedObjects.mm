@@ -1,5 +1,5 @@
-// Associated objects, which the runtime on Linux lacks. They go with their object: in its NSObject's
-// `dealloc`, after those of its subclasses, as on Apple's systems.
+// Associated objects, which the runtime on Linux lacks. They go with their object: in its
+// NSObject's `dealloc`, after those of its subclasses, as on Apple's systems.
 #include <map>
 #include <mutex>
 #include <string>
@@ -63,9 +63,7 @@ void objc_setAssociatedObject(id object, const void* key, id value, objc_Associa
   [previous release];
 }
 
-id kept(id object, const char* name) {
-  return objc_getAssociatedObject(object, nameKey(name));
-}
+id kept(id object, const char* name) { return objc_getAssociatedObject(object, nameKey(name)); }
 
 void keep(id object, const char* name, id value) {
   objc_setAssociatedObject(object, nameKey(name), value, OBJC_ASSOCIATION_RETAIN_NONATOMIC);

@@ -63,26 +63,38 @@ STATE_IS(ColorState)
 
 @end
 
-size_t CGColorGetNumberOfComponents(CGColorRef color) {
-  return [(UIColor*)color count];
-}
+size_t CGColorGetNumberOfComponents(CGColorRef color) { return [(UIColor*)color count]; }
 
-const CGFloat* CGColorGetComponents(CGColorRef color) {
-  return [(UIColor*)color components];
-}
+const CGFloat* CGColorGetComponents(CGColorRef color) { return [(UIColor*)color components]; }
 
 @implementation CAAnimation
 
 STATE_IS(AnimationState)
 
-- (CFTimeInterval)beginTime { return STATE(AnimationState)->beginTime; }
-- (void)setBeginTime:(CFTimeInterval)time { STATE(AnimationState)->beginTime = time; }
-- (CFTimeInterval)duration { return STATE(AnimationState)->duration; }
-- (void)setDuration:(CFTimeInterval)time { STATE(AnimationState)->duration = time; }
-- (CFTimeInterval)repeatDuration { return STATE(AnimationState)->repeatDuration; }
-- (void)setRepeatDuration:(CFTimeInterval)time { STATE(AnimationState)->repeatDuration = time; }
-- (float)repeatCount { return STATE(AnimationState)->repeatCount; }
-- (void)setRepeatCount:(float)count { STATE(AnimationState)->repeatCount = count; }
+- (CFTimeInterval)beginTime {
+  return STATE(AnimationState)->beginTime;
+}
+- (void)setBeginTime:(CFTimeInterval)time {
+  STATE(AnimationState)->beginTime = time;
+}
+- (CFTimeInterval)duration {
+  return STATE(AnimationState)->duration;
+}
+- (void)setDuration:(CFTimeInterval)time {
+  STATE(AnimationState)->duration = time;
+}
+- (CFTimeInterval)repeatDuration {
+  return STATE(AnimationState)->repeatDuration;
+}
+- (void)setRepeatDuration:(CFTimeInterval)time {
+  STATE(AnimationState)->repeatDuration = time;
+}
+- (float)repeatCount {
+  return STATE(AnimationState)->repeatCount;
+}
+- (void)setRepeatCount:(float)count {
+  STATE(AnimationState)->repeatCount = count;
+}
 
 @end
 
@@ -105,20 +117,48 @@ STATE_IS(LayerState)
   [super dealloc];
 }
 
-- (CGFloat)borderWidth { return STATE(LayerState)->borderWidth; }
-- (void)setBorderWidth:(CGFloat)width { STATE(LayerState)->borderWidth = width; }
-- (CGFloat)cornerRadius { return STATE(LayerState)->cornerRadius; }
-- (void)setCornerRadius:(CGFloat)radius { STATE(LayerState)->cornerRadius = radius; }
-- (float)speed { return STATE(LayerState)->speed; }
-- (void)setSpeed:(float)speed { STATE(LayerState)->speed = speed; }
-- (BOOL)isHidden { return STATE(LayerState)->hidden; }
-- (void)setHidden:(BOOL)hidden { STATE(LayerState)->hidden = hidden; }
-- (CGColorRef)borderColor { return (CGColorRef)kept(self, "borderColor"); }
-- (void)setBorderColor:(CGColorRef)color { keep(self, "borderColor", (id)color); }
-- (CALayer*)superlayer { return STATE(LayerState)->superlayer; }
-- (void)leaveSuperlayer { STATE(LayerState)->superlayer = nil; }
-- (NSArray*)sublayers { return kept(self, "sublayers"); }
-- (void)setSublayers:(NSArray*)layers { [kept(self, "sublayers") setArray:layers]; }
+- (CGFloat)borderWidth {
+  return STATE(LayerState)->borderWidth;
+}
+- (void)setBorderWidth:(CGFloat)width {
+  STATE(LayerState)->borderWidth = width;
+}
+- (CGFloat)cornerRadius {
+  return STATE(LayerState)->cornerRadius;
+}
+- (void)setCornerRadius:(CGFloat)radius {
+  STATE(LayerState)->cornerRadius = radius;
+}
+- (float)speed {
+  return STATE(LayerState)->speed;
+}
+- (void)setSpeed:(float)speed {
+  STATE(LayerState)->speed = speed;
+}
+- (BOOL)isHidden {
+  return STATE(LayerState)->hidden;
+}
+- (void)setHidden:(BOOL)hidden {
+  STATE(LayerState)->hidden = hidden;
+}
+- (CGColorRef)borderColor {
+  return (CGColorRef)kept(self, "borderColor");
+}
+- (void)setBorderColor:(CGColorRef)color {
+  keep(self, "borderColor", (id)color);
+}
+- (CALayer*)superlayer {
+  return STATE(LayerState)->superlayer;
+}
+- (void)leaveSuperlayer {
+  STATE(LayerState)->superlayer = nil;
+}
+- (NSArray*)sublayers {
+  return kept(self, "sublayers");
+}
+- (void)setSublayers:(NSArray*)layers {
+  [kept(self, "sublayers") setArray:layers];
+}
 
 - (void)addSublayer:(CALayer*)layer {
   [kept(self, "sublayers") addObject:layer];
@@ -131,7 +171,9 @@ STATE_IS(LayerState)
   [kept(above, "sublayers") removeObjectIdenticalTo:self];
 }
 
-- (NSArray*)animationKeys { return [kept(self, "animations") allKeys]; }
+- (NSArray*)animationKeys {
+  return [kept(self, "animations") allKeys];
+}
 - (CAAnimation*)animationForKey:(NSString*)key {
   return [kept(self, "animations") objectForKey:key];
 }
@@ -162,9 +204,7 @@ static double monotonicSeconds(void) {
   return (double)now.tv_sec + (double)now.tv_nsec / 1e9;
 }
 
-CFTimeInterval CACurrentMediaTime(void) {
-  return monotonicSeconds();
-}
+CFTimeInterval CACurrentMediaTime(void) { return monotonicSeconds(); }
 
 uint64_t mach_absolute_time(void) {
   struct timespec now;

@@ -17,9 +17,7 @@ static NSMutableArray* contexts(void) {
   return stack;
 }
 
-static UIImage* current(void) {
-  return [contexts() lastObject];
-}
+static UIImage* current(void) { return [contexts() lastObject]; }
 
 @implementation UIImage
 
@@ -30,8 +28,12 @@ STATE_IS(ImageState)
   [super dealloc];
 }
 
-- (cairo_surface_t*)surface { return STATE(ImageState)->surface; }
-- (CGFloat)scale { return STATE(ImageState)->scale; }
+- (cairo_surface_t*)surface {
+  return STATE(ImageState)->surface;
+}
+- (CGFloat)scale {
+  return STATE(ImageState)->scale;
+}
 
 - (CGSize)size {
   const ImageState* const state = STATE(ImageState);
@@ -70,9 +72,7 @@ UIImage* UIGraphicsGetImageFromCurrentImageContext(void) {
   return [[current() retain] autorelease];
 }
 
-void UIGraphicsEndImageContext(void) {
-  [contexts() removeLastObject];
-}
+void UIGraphicsEndImageContext(void) { [contexts() removeLastObject]; }
 
 NSData* UIImageJPEGRepresentation(UIImage* image, CGFloat quality) {
   cairo_surface_t* const surface = [image surface];
@@ -80,9 +80,10 @@ NSData* UIImageJPEGRepresentation(UIImage* image, CGFloat quality) {
   unsigned char* bytes = NULL;
   unsigned long length = 0;
   const tjhandle encoder = tjInitCompress();
-  tjCompress2(encoder, cairo_image_surface_get_data(surface), cairo_image_surface_get_width(surface),
-              cairo_image_surface_get_stride(surface), cairo_image_surface_get_height(surface),
-              TJPF_BGRX, &bytes, &length, TJSAMP_420, (int)(quality * 100), 0);
+  tjCompress2(encoder, cairo_image_surface_get_data(surface),
+              cairo_image_surface_get_width(surface), cairo_image_surface_get_stride(surface),
+              cairo_image_surface_get_height(surface), TJPF_BGRX, &bytes, &length, TJSAMP_420,
+              (int)(quality * 100), 0);
   NSData* const data = [NSData dataWithBytes:bytes length:length];
   tjFree(bytes);
   tjDestroy(encoder);

@@ -38,7 +38,8 @@ static SEL raisingSelector = NULL;
 // Where the method answers a structure, its arguments do not stand where this function has them.
 static id raiseFault(id self, SEL selector, ...) {
   ++raisedFaults;
-  [NSException raise:NSRangeException format:@"a fault in %@", NSStringFromSelector(raisingSelector)];
+  [NSException raise:NSRangeException
+              format:@"a fault in %@", NSStringFromSelector(raisingSelector)];
   return nil;
 }
 
@@ -81,15 +82,11 @@ void RaiseIn(NSString* className, SEL selector) {
   replace(className, selector, raiseFault);
 }
 
-int RaisedFaults(void) {
-  return raisedFaults;
-}
+int RaisedFaults(void) { return raisedFaults; }
 
 static id givenAnswer = nil;
 
-static id answerGiven(id self, SEL selector, ...) {
-  return givenAnswer;
-}
+static id answerGiven(id self, SEL selector, ...) { return givenAnswer; }
 
 void AnswerIn(NSString* className, SEL selector, id answer) {
   givenAnswer = answer;
@@ -117,8 +114,8 @@ void EndFaults(void) {
   forgottenClassCount = 0;
 }
 
-// In the place of the runtime's own, which stand behind them in the order of libraries. They are called while
-// classes are loaded, so they send no message.
+// In the place of the runtime's own, which stand behind them in the order of libraries. They are
+// called while classes are loaded, so they send no message.
 Class objc_lookUpClass(const char* name) {
   for (int i = 0; i < forgottenClassCount; ++i) {
     if (strcmp(name, forgottenClasses[i]) == 0) return Nil;

@@ -35,6 +35,4 @@ unsigned RecordNumber(const char* kind, double value) {
   return (unsigned)[known indexOfObject:number] + 1;
 }
 
-NSString* RecordName(id object) {
-  return object ? NSStringFromClass([object class]) : @"nil";
-}
+NSString* RecordName(id object) { return object ? NSStringFromClass([object class]) : @"nil"; }

@@ -14,14 +14,20 @@ static UIApplication* sharedApplication = nil;
   return screen;
 }
 
-- (CGRect)bounds { return NSMakeRect(0, 0, UIScreenSize.width, UIScreenSize.height); }
-- (CGFloat)scale { return 2; }
+- (CGRect)bounds {
+  return NSMakeRect(0, 0, UIScreenSize.width, UIScreenSize.height);
+}
+- (CGFloat)scale {
+  return 2;
+}
 
 @end
 
 @implementation UIApplication
 
-+ (UIApplication*)sharedApplication { return sharedApplication; }
++ (UIApplication*)sharedApplication {
+  return sharedApplication;
+}
 
 - (id)init {
   if ((self = [super init])) {
@@ -34,9 +40,15 @@ static UIApplication* sharedApplication = nil;
 
 // --- windows
 
-- (UIWindow*)keyWindow { return kept(self, "keyWindow"); }
-- (void)setKeyWindow:(UIWindow*)window { keep(self, "keyWindow", window); }
-- (NSArray*)windows { return [[kept(self, "windows") copy] autorelease]; }
+- (UIWindow*)keyWindow {
+  return kept(self, "keyWindow");
+}
+- (void)setKeyWindow:(UIWindow*)window {
+  keep(self, "keyWindow", window);
+}
+- (NSArray*)windows {
+  return [[kept(self, "windows") copy] autorelease];
+}
 
 - (void)addWindow:(UIWindow*)window {
   if (![kept(self, "windows") containsObject:window]) [kept(self, "windows") addObject:window];
@@ -44,7 +56,9 @@ static UIApplication* sharedApplication = nil;
 
 // --- events
 
-- (UIEvent*)_touchesEvent { return kept(self, "touchesEvent"); }
+- (UIEvent*)_touchesEvent {
+  return kept(self, "touchesEvent");
+}
 
 static NSString* described(UIEvent* event) {
   NSMutableArray* const touches = [NSMutableArray array];
@@ -64,19 +78,27 @@ static NSString* described(UIEvent* event) {
 
 // --- addresses
 
-- (BOOL)canOpenURL:(NSURL*)url { return [[url scheme] length] > 0; }
-- (NSArray*)openedURLs { return kept(self, "openedURLs"); }
+- (BOOL)canOpenURL:(NSURL*)url {
+  return [[url scheme] length] > 0;
+}
+- (NSArray*)openedURLs {
+  return kept(self, "openedURLs");
+}
 - (void)openURL:(NSURL*)url options:(NSDictionary*)options completionHandler:(void*)completion {
   [kept(self, "openedURLs") addObject:[url absoluteString]];
 }
 
 // --- the mode stack
 
-- (void)pushRunLoopMode:(NSString*)mode { Record(@"pushRunLoopMode: %@", mode); }
+- (void)pushRunLoopMode:(NSString*)mode {
+  Record(@"pushRunLoopMode: %@", mode);
+}
 - (void)pushRunLoopMode:(NSString*)mode requester:(id)requester {
   Record(@"pushRunLoopMode: %@ requester:", mode);
 }
-- (void)popRunLoopMode:(NSString*)mode { Record(@"popRunLoopMode: %@", mode); }
+- (void)popRunLoopMode:(NSString*)mode {
+  Record(@"popRunLoopMode: %@", mode);
+}
 - (void)popRunLoopMode:(NSString*)mode requester:(id)requester {
   Record(@"popRunLoopMode: %@ requester:", mode);
 }
@@ -85,7 +107,7 @@ static NSString* described(UIEvent* event) {
 
 // --- the run loop
 
-const CFRunLoopMode kCFRunLoopDefaultMode = (CFRunLoopMode)@"kCFRunLoopDefaultMode";
+const CFRunLoopMode kCFRunLoopDefaultMode = (CFRunLoopMode) @"kCFRunLoopDefaultMode";
 
 static NSString* nativeMode(CFRunLoopMode mode) {
   return mode == kCFRunLoopDefaultMode ? NSDefaultRunLoopMode : (NSString*)mode;

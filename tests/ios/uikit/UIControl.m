@@ -10,8 +10,12 @@
 
 KEPT(NSString*, text, setText)
 
-- (NSString*)shownText { return [self text]; }
-- (NSString*)accessibilityLabel { return [self text]; }
+- (NSString*)shownText {
+  return [self text];
+}
+- (NSString*)accessibilityLabel {
+  return [self text];
+}
 
 @end
 
@@ -24,8 +28,11 @@ KEPT(NSString*, text, setText)
 
 - (void)addTarget:(id)target action:(SEL)action forControlEvents:(NSUInteger)events {
   NSValue* const held = [NSValue valueWithNonretainedObject:target];
-  [kept(self, "actions")
-      addObject:@{@"target" : held, @"action" : NSStringFromSelector(action), @"events" : @(events)}];
+  [kept(self, "actions") addObject:@{
+    @"target" : held,
+    @"action" : NSStringFromSelector(action),
+    @"events" : @(events)
+  }];
 }
 
 - (void)sendActionsForControlEvents:(NSUInteger)events {
@@ -69,8 +76,12 @@ KEPT(NSString*, text, setText)
   return self;
 }
 
-- (NSString*)currentTitle { return [kept(self, "titleLabel") text]; }
-- (NSString*)accessibilityLabel { return [self currentTitle]; }
+- (NSString*)currentTitle {
+  return [kept(self, "titleLabel") text];
+}
+- (NSString*)accessibilityLabel {
+  return [self currentTitle];
+}
 - (void)setTitle:(NSString*)title forState:(NSUInteger)state {
   [kept(self, "titleLabel") setText:title];
 }
@@ -79,7 +90,9 @@ KEPT(NSString*, text, setText)
 
 @implementation UITextField
 
-- (BOOL)canBecomeFirstResponder { return YES; }
+- (BOOL)canBecomeFirstResponder {
+  return YES;
+}
 KEPT(NSString*, placeholder, setPlaceholder)
 
 - (NSString*)text {
@@ -91,7 +104,9 @@ KEPT(NSString*, placeholder, setPlaceholder)
   keep(self, "text", text);
 }
 
-- (NSString*)shownText { return [[self text] length] > 0 ? [self text] : [self placeholder]; }
+- (NSString*)shownText {
+  return [[self text] length] > 0 ? [self text] : [self placeholder];
+}
 
 - (void)press {
   [self becomeFirstResponder];
@@ -102,10 +117,18 @@ KEPT(NSString*, placeholder, setPlaceholder)
 
 @implementation UISwitch
 
-- (BOOL)isOn { return [kept(self, "on") boolValue]; }
-- (void)setOn:(BOOL)on { [self setOn:on animated:NO]; }
-- (void)setOn:(BOOL)on animated:(BOOL)animated { keep(self, "on", @(on)); }
-- (NSString*)shownText { return [self isOn] ? @"(on)" : @"(off)"; }
+- (BOOL)isOn {
+  return [kept(self, "on") boolValue];
+}
+- (void)setOn:(BOOL)on {
+  [self setOn:on animated:NO];
+}
+- (void)setOn:(BOOL)on animated:(BOOL)animated {
+  keep(self, "on", @(on));
+}
+- (NSString*)shownText {
+  return [self isOn] ? @"(on)" : @"(off)";
+}
 
 - (void)press {
   [self setOn:![self isOn] animated:YES];
@@ -125,9 +148,15 @@ KEPT(NSString*, placeholder, setPlaceholder)
   return self;
 }
 
-- (NSUInteger)numberOfSegments { return [kept(self, "titles") count]; }
-- (NSInteger)selectedSegmentIndex { return [kept(self, "selected") integerValue]; }
-- (void)setSelectedSegmentIndex:(NSInteger)index { keep(self, "selected", @(index)); }
+- (NSUInteger)numberOfSegments {
+  return [kept(self, "titles") count];
+}
+- (NSInteger)selectedSegmentIndex {
+  return [kept(self, "selected") integerValue];
+}
+- (void)setSelectedSegmentIndex:(NSInteger)index {
+  keep(self, "selected", @(index));
+}
 - (NSString*)titleForSegmentAtIndex:(NSUInteger)index {
   return [kept(self, "titles") objectAtIndex:index];
 }

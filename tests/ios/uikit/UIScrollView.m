@@ -15,10 +15,18 @@ static CGFloat within(CGFloat value, CGFloat most) {
   return self;
 }
 
-- (CGSize)contentSize { return [kept(self, "contentSize") sizeValue]; }
-- (void)setContentSize:(CGSize)size { keep(self, "contentSize", [NSValue valueWithSize:size]); }
-- (CGPoint)contentOffset { return [self bounds].origin; }
-- (void)setContentOffset:(CGPoint)offset { [self setContentOffset:offset animated:NO]; }
+- (CGSize)contentSize {
+  return [kept(self, "contentSize") sizeValue];
+}
+- (void)setContentSize:(CGSize)size {
+  keep(self, "contentSize", [NSValue valueWithSize:size]);
+}
+- (CGPoint)contentOffset {
+  return [self bounds].origin;
+}
+- (void)setContentOffset:(CGPoint)offset {
+  [self setContentOffset:offset animated:NO];
+}
 - (void)setContentOffset:(CGPoint)offset animated:(BOOL)animated {
   CGRect bounds = [self bounds];
   bounds.origin = offset;
@@ -46,15 +54,21 @@ static CGFloat within(CGFloat value, CGFloat most) {
 - (void)touchesEnded:(NSSet*)touches withEvent:(UIEvent*)event {
 }
 
-- (BOOL)wasDragged { return kept(self, "dragged") != nil; }
+- (BOOL)wasDragged {
+  return kept(self, "dragged") != nil;
+}
 
 @end
 
 @implementation UITextView
 
 KEPT(NSString*, text, setText)
-- (NSString*)shownText { return [self text]; }
-- (BOOL)canBecomeFirstResponder { return YES; }
+- (NSString*)shownText {
+  return [self text];
+}
+- (BOOL)canBecomeFirstResponder {
+  return YES;
+}
 
 @end
 
@@ -70,8 +84,12 @@ KEPT(NSString*, text, setText)
   return self;
 }
 
-- (UILabel*)textLabel { return kept(self, "textLabel"); }
-- (NSString*)text { return [[self textLabel] text]; }
+- (UILabel*)textLabel {
+  return kept(self, "textLabel");
+}
+- (NSString*)text {
+  return [[self textLabel] text];
+}
 
 @end
 
@@ -103,7 +121,8 @@ static NSIndexPath* pathOf(NSInteger row) {
   for (UIView* view in [self subviews]) [view removeFromSuperview];
   const NSInteger rows = [[self dataSource] tableView:self numberOfRowsInSection:0];
   for (NSInteger row = 0; row < rows; ++row) {
-    UITableViewCell* const cell = [[self dataSource] tableView:self cellForRowAtIndexPath:pathOf(row)];
+    UITableViewCell* const cell = [[self dataSource] tableView:self
+                                         cellForRowAtIndexPath:pathOf(row)];
     [cell setFrame:NSMakeRect(0, row * rowHeight, [self bounds].size.width, rowHeight)];
     [self addSubview:cell];
   }

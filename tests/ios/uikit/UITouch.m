@@ -1,4 +1,5 @@
-// Touches, events with their private setters, and IOKit's digitizer calls; all of them are recorded.
+// Touches, events with their private setters, and IOKit's digitizer calls; all of them are
+// recorded.
 #import "tests/ios/uikit/Record.h"
 #import "tests/ios/uikit/State.h"
 
@@ -35,16 +36,15 @@ void CFRelease(CFTypeRef object) {
   free(event);
 }
 
-int LivingHIDEvents(void) {
-  return living;
-}
+int LivingHIDEvents(void) { return living; }
 
 const CFAllocatorRef kCFAllocatorDefault = NULL;
 
 static NSString* nameOf(IOHIDEventRef event) {
   if (!event) return @"nil";
   const HIDEvent* const known = (HIDEvent*)event;
-  return [NSString stringWithFormat:@"%s %u", known->kind, RecordNumber(known->kind, known->serial)];
+  return
+      [NSString stringWithFormat:@"%s %u", known->kind, RecordNumber(known->kind, known->serial)];
 }
 
 // The uptime that Foundation tells on Linux counts whole seconds.
@@ -56,28 +56,30 @@ static NSString* ticksOf(uint64_t ticks) {
   return [NSString stringWithFormat:@"ticks%u", RecordNumber("ticks", (double)ticks)];
 }
 
-IOHIDEventRef IOHIDEventCreateDigitizerEvent(
-    CFAllocatorRef allocator, uint64_t timeStamp, uint32_t transducer, uint32_t index,
-    uint32_t identity, uint32_t eventMask, uint32_t buttonMask, double x, double y,
-    double z, double tipPressure, double barrelPressure, unsigned char range,
-    unsigned char touch, uint32_t options) {
+IOHIDEventRef IOHIDEventCreateDigitizerEvent(CFAllocatorRef allocator, uint64_t timeStamp,
+                                             uint32_t transducer, uint32_t index, uint32_t identity,
+                                             uint32_t eventMask, uint32_t buttonMask, double x,
+                                             double y, double z, double tipPressure,
+                                             double barrelPressure, unsigned char range,
+                                             unsigned char touch, uint32_t options) {
   const IOHIDEventRef event = makeHIDEvent("hand");
-  Record(@"%@ = IOHIDEventCreateDigitizerEvent(%s, %@, transducer %u, index %u, identity %u, mask %u, "
-         @"buttons %u, %g %g %g, pressure %g %g, range %d, touch %d, options %u)",
-         nameOf(event), allocator == kCFAllocatorDefault ? "default" : "other", ticksOf(timeStamp),
-         transducer, index, identity, eventMask, buttonMask, x, y, z, tipPressure, barrelPressure,
-         range, touch, options);
+  Record(
+      @"%@ = IOHIDEventCreateDigitizerEvent(%s, %@, transducer %u, index %u, identity %u, mask %u, "
+      @"buttons %u, %g %g %g, pressure %g %g, range %d, touch %d, options %u)",
+      nameOf(event), allocator == kCFAllocatorDefault ? "default" : "other", ticksOf(timeStamp),
+      transducer, index, identity, eventMask, buttonMask, x, y, z, tipPressure, barrelPressure,
+      range, touch, options);
   return event;
 }
 
 IOHIDEventRef IOHIDEventCreateDigitizerFingerEventWithQuality(
     CFAllocatorRef allocator, uint64_t timeStamp, uint32_t index, uint32_t identity,
-    uint32_t eventMask, double x, double y, double z, double tipPressure,
-    double twist, double minorRadius, double majorRadius, double quality,
-    double density, double irregularity, unsigned char range, unsigned char touch,
-    uint32_t options) {
+    uint32_t eventMask, double x, double y, double z, double tipPressure, double twist,
+    double minorRadius, double majorRadius, double quality, double density, double irregularity,
+    unsigned char range, unsigned char touch, uint32_t options) {
   const IOHIDEventRef event = makeHIDEvent("finger");
-  Record(@"%@ = IOHIDEventCreateDigitizerFingerEventWithQuality(%s, %@, index %u, identity %u, mask %u, "
+  Record(@"%@ = IOHIDEventCreateDigitizerFingerEventWithQuality(%s, %@, index %u, identity %u, "
+         @"mask %u, "
          @"%g %g %g, pressure %g, twist %g, radii %g %g, quality %g %g %g, range %d, touch %d, "
          @"options %u)",
          nameOf(event), allocator == kCFAllocatorDefault ? "default" : "other", ticksOf(timeStamp),
@@ -124,11 +126,21 @@ STATE_IS(TouchState)
   return [NSString stringWithFormat:@"touch %u", RecordNumber("touch", STATE(TouchState)->serial)];
 }
 
-- (UITouchPhase)phase { return STATE(TouchState)->phase; }
-- (NSUInteger)tapCount { return STATE(TouchState)->tapCount; }
-- (NSTimeInterval)timestamp { return STATE(TouchState)->timestamp; }
-- (UIWindow*)window { return kept(self, "window"); }
-- (UIView*)view { return kept(self, "view"); }
+- (UITouchPhase)phase {
+  return STATE(TouchState)->phase;
+}
+- (NSUInteger)tapCount {
+  return STATE(TouchState)->tapCount;
+}
+- (NSTimeInterval)timestamp {
+  return STATE(TouchState)->timestamp;
+}
+- (UIWindow*)window {
+  return kept(self, "window");
+}
+- (UIView*)view {
+  return kept(self, "view");
+}
 
 - (CGPoint)locationInView:(UIView*)view {
   const CGPoint point = STATE(TouchState)->location;
@@ -209,8 +221,12 @@ STATE_IS(EventState)
   [super dealloc];
 }
 
-- (UIEventType)type { return [kept(self, "type") integerValue]; }
-- (NSSet*)allTouches { return [[kept(self, "touches") copy] autorelease]; }
+- (UIEventType)type {
+  return [kept(self, "type") integerValue];
+}
+- (NSSet*)allTouches {
+  return [[kept(self, "touches") copy] autorelease];
+}
 
 - (void)_clearTouches {
   Record(@"event _clearTouches");

@@ -1,5 +1,5 @@
-// UIResponder, UIView, UIWindow and gesture recognizers: the tree, geometry, hit testing and the way of
-// a touch up the responder chain.
+// UIResponder, UIView, UIWindow and gesture recognizers: the tree, geometry, hit testing and the
+// way of a touch up the responder chain.
 #import "tests/ios/uikit/Drawing.h"
 #import "tests/ios/uikit/State.h"
 
@@ -34,11 +34,21 @@ static CGAffineTransform inverted(CGAffineTransform t) {
 
 @implementation UIResponder
 
-- (UIResponder*)nextResponder { return nil; }
-- (BOOL)canBecomeFirstResponder { return NO; }
-- (BOOL)becomeFirstResponder { return NO; }
-- (BOOL)resignFirstResponder { return NO; }
-- (BOOL)isFirstResponder { return NO; }
+- (UIResponder*)nextResponder {
+  return nil;
+}
+- (BOOL)canBecomeFirstResponder {
+  return NO;
+}
+- (BOOL)becomeFirstResponder {
+  return NO;
+}
+- (BOOL)resignFirstResponder {
+  return NO;
+}
+- (BOOL)isFirstResponder {
+  return NO;
+}
 
 - (void)touchesBegan:(NSSet*)touches withEvent:(UIEvent*)event {
   [[self nextResponder] touchesBegan:touches withEvent:event];
@@ -81,20 +91,33 @@ STATE_IS(ViewState)
   return self;
 }
 
-- (id)init { return [self initWithFrame:NSMakeRect(0, 0, 0, 0)]; }
+- (id)init {
+  return [self initWithFrame:NSMakeRect(0, 0, 0, 0)];
+}
 
 - (void)dealloc {
-  for (UIView* view in kept(self, "subviews")) ((ViewState*)object_getIndexedIvars(view))->superview = nil;
+  for (UIView* view in kept(self, "subviews"))
+    ((ViewState*)object_getIndexedIvars(view))->superview = nil;
   [super dealloc];
 }
 
 // --- the tree
 
-- (CALayer*)layer { return kept(self, "layer"); }
-- (UIView*)superview { return STATE(ViewState)->superview; }
-- (NSArray*)subviews { return [[kept(self, "subviews") copy] autorelease]; }
-- (UIResponder*)nextResponder { return [self superview]; }
-- (UIWindow*)window { return [[self superview] window]; }
+- (CALayer*)layer {
+  return kept(self, "layer");
+}
+- (UIView*)superview {
+  return STATE(ViewState)->superview;
+}
+- (NSArray*)subviews {
+  return [[kept(self, "subviews") copy] autorelease];
+}
+- (UIResponder*)nextResponder {
+  return [self superview];
+}
+- (UIWindow*)window {
+  return [[self superview] window];
+}
 
 - (BOOL)isDescendantOfView:(UIView*)ancestor {
   for (UIView* view = self; view; view = [view superview]) {
@@ -122,19 +145,32 @@ STATE_IS(ViewState)
 
 // --- geometry
 
-- (CGRect)bounds { return STATE(ViewState)->bounds; }
-- (void)setBounds:(CGRect)bounds { STATE(ViewState)->bounds = bounds; }
-- (CGPoint)center { return STATE(ViewState)->center; }
-- (void)setCenter:(CGPoint)center { STATE(ViewState)->center = center; }
-- (CGAffineTransform)transform { return STATE(ViewState)->transform; }
-- (void)setTransform:(CGAffineTransform)transform { STATE(ViewState)->transform = transform; }
+- (CGRect)bounds {
+  return STATE(ViewState)->bounds;
+}
+- (void)setBounds:(CGRect)bounds {
+  STATE(ViewState)->bounds = bounds;
+}
+- (CGPoint)center {
+  return STATE(ViewState)->center;
+}
+- (void)setCenter:(CGPoint)center {
+  STATE(ViewState)->center = center;
+}
+- (CGAffineTransform)transform {
+  return STATE(ViewState)->transform;
+}
+- (void)setTransform:(CGAffineTransform)transform {
+  STATE(ViewState)->transform = transform;
+}
 
 - (CGRect)frame {
   const CGRect bounds = [self bounds];
   CGFloat left = INFINITY, top = INFINITY, right = -INFINITY, bottom = -INFINITY;
   for (int corner = 0; corner < 4; ++corner) {
-    const CGPoint point = [self toSuperview:NSMakePoint(NSMinX(bounds) + (corner & 1) * NSWidth(bounds),
-                                                        NSMinY(bounds) + (corner >> 1) * NSHeight(bounds))];
+    const CGPoint point =
+        [self toSuperview:NSMakePoint(NSMinX(bounds) + (corner & 1) * NSWidth(bounds),
+                                      NSMinY(bounds) + (corner >> 1) * NSHeight(bounds))];
     left = fmin(left, point.x);
     right = fmax(right, point.x);
     top = fmin(top, point.y);
@@ -204,21 +240,43 @@ STATE_IS(ViewState)
 
 // --- state
 
-- (BOOL)isHidden { return STATE(ViewState)->hidden; }
+- (BOOL)isHidden {
+  return STATE(ViewState)->hidden;
+}
 - (void)setHidden:(BOOL)hidden {
   STATE(ViewState)->hidden = hidden;
   [[self layer] setHidden:hidden];
 }
-- (BOOL)isOpaque { return STATE(ViewState)->opaque; }
-- (void)setOpaque:(BOOL)opaque { STATE(ViewState)->opaque = opaque; }
-- (BOOL)clipsToBounds { return STATE(ViewState)->clipsToBounds; }
-- (void)setClipsToBounds:(BOOL)clips { STATE(ViewState)->clipsToBounds = clips; }
-- (BOOL)isUserInteractionEnabled { return !STATE(ViewState)->ignoresTouches; }
-- (void)setUserInteractionEnabled:(BOOL)enabled { STATE(ViewState)->ignoresTouches = !enabled; }
-- (CGFloat)alpha { return STATE(ViewState)->alpha; }
-- (void)setAlpha:(CGFloat)alpha { STATE(ViewState)->alpha = alpha; }
-- (NSInteger)tag { return STATE(ViewState)->tag; }
-- (void)setTag:(NSInteger)tag { STATE(ViewState)->tag = tag; }
+- (BOOL)isOpaque {
+  return STATE(ViewState)->opaque;
+}
+- (void)setOpaque:(BOOL)opaque {
+  STATE(ViewState)->opaque = opaque;
+}
+- (BOOL)clipsToBounds {
+  return STATE(ViewState)->clipsToBounds;
+}
+- (void)setClipsToBounds:(BOOL)clips {
+  STATE(ViewState)->clipsToBounds = clips;
+}
+- (BOOL)isUserInteractionEnabled {
+  return !STATE(ViewState)->ignoresTouches;
+}
+- (void)setUserInteractionEnabled:(BOOL)enabled {
+  STATE(ViewState)->ignoresTouches = !enabled;
+}
+- (CGFloat)alpha {
+  return STATE(ViewState)->alpha;
+}
+- (void)setAlpha:(CGFloat)alpha {
+  STATE(ViewState)->alpha = alpha;
+}
+- (NSInteger)tag {
+  return STATE(ViewState)->tag;
+}
+- (void)setTag:(NSInteger)tag {
+  STATE(ViewState)->tag = tag;
+}
 KEPT(UIColor*, backgroundColor, setBackgroundColor)
 
 - (BOOL)isFirstResponder {
@@ -239,7 +297,9 @@ KEPT(UIColor*, backgroundColor, setBackgroundColor)
 
 // --- gestures
 
-- (NSArray*)gestureRecognizers { return kept(self, "gestureRecognizers"); }
+- (NSArray*)gestureRecognizers {
+  return kept(self, "gestureRecognizers");
+}
 - (void)setGestureRecognizers:(NSArray*)recognizers {
   [kept(self, "gestureRecognizers") setArray:recognizers];
 }
@@ -249,7 +309,9 @@ KEPT(UIColor*, backgroundColor, setBackgroundColor)
 
 // --- drawing
 
-- (NSString*)shownText { return nil; }
+- (NSString*)shownText {
+  return nil;
+}
 
 - (BOOL)drawViewHierarchyInRect:(CGRect)rect afterScreenUpdates:(BOOL)afterUpdates {
   DrawView(self, rect);
@@ -305,17 +367,25 @@ KEPT(UIView*, view, setView)
   return self;
 }
 
-- (UIWindow*)window { return self; }
-- (UIResponder*)nextResponder { return [UIApplication sharedApplication]; }
+- (UIWindow*)window {
+  return self;
+}
+- (UIResponder*)nextResponder {
+  return [UIApplication sharedApplication];
+}
 
-- (void)makeKeyWindow { [[UIApplication sharedApplication] setKeyWindow:self]; }
+- (void)makeKeyWindow {
+  [[UIApplication sharedApplication] setKeyWindow:self];
+}
 
 - (void)makeKeyAndVisible {
   [[UIApplication sharedApplication] addWindow:self];
   [[UIApplication sharedApplication] setKeyWindow:self];
 }
 
-- (UIViewController*)rootViewController { return kept(self, "rootViewController"); }
+- (UIViewController*)rootViewController {
+  return kept(self, "rootViewController");
+}
 
 - (void)setRootViewController:(UIViewController*)controller {
   keep(self, "rootViewController", controller);

@@ -21,7 +21,9 @@
   return nil;
 }
 
-- (NSArray*)tapLocations { return kept(self, "taps"); }
+- (NSArray*)tapLocations {
+  return kept(self, "taps");
+}
 
 @end
 
@@ -61,10 +63,16 @@
   [super dealloc];
 }
 
-- (BOOL)isLoading { return [kept(self, "loading") boolValue]; }
-- (void)setLoading:(BOOL)loading { keep(self, "loading", @(loading)); }
+- (BOOL)isLoading {
+  return [kept(self, "loading") boolValue];
+}
+- (void)setLoading:(BOOL)loading {
+  keep(self, "loading", @(loading));
+}
 KEPT(id<UIScriptEngine>, engine, setEngine)
-- (NSArray*)evaluated { return kept(self, "evaluated"); }
+- (NSArray*)evaluated {
+  return kept(self, "evaluated");
+}
 
 - (void)answer:(NSString*)result toScript:(NSString*)script {
   [kept(self, "answers") setObject:result forKey:script];
@@ -87,7 +95,9 @@ static NSMutableArray* shownAlerts(void) {
 
 @implementation UIAlertView
 
-+ (NSArray*)shown { return shownAlerts(); }
++ (NSArray*)shown {
+  return shownAlerts();
+}
 
 - (id)initWithTitle:(NSString*)title
               message:(NSString*)message
@@ -98,9 +108,15 @@ static NSMutableArray* shownAlerts(void) {
   return self;
 }
 
-- (void)show { [shownAlerts() addObject:self]; }
-- (NSString*)message { return kept(self, "message"); }
-- (BOOL)isVisible { return !kept(self, "dismissed"); }
+- (void)show {
+  [shownAlerts() addObject:self];
+}
+- (NSString*)message {
+  return kept(self, "message");
+}
+- (BOOL)isVisible {
+  return !kept(self, "dismissed");
+}
 - (void)dismissWithClickedButtonIndex:(NSInteger)index animated:(BOOL)animated {
   keep(self, "dismissed", @(index));
 }
