@@ -40,16 +40,16 @@ struct Application::Delivery {
 
 struct Application::DeliveryAwaiter {
   Application& application;
-  platform::UIEvent& event;
+  std::function<void()> handle;
   std::shared_ptr<Delivery> delivery = std::make_shared<Delivery>();
 
   bool await_ready() const noexcept { return false; }
   void await_suspend(std::coroutine_handle<> sender) {
     delivery->sender = sender;
     application.delivery_ = delivery;
-    application.runLoop_.post([&application = application, &event = event, delivery = delivery] {
+    application.runLoop_.post([&application = application, handle = handle, delivery = delivery] {
       try {
-        application.performSendEvent(event);
+        handle();
       } catch (...) {
         // Nobody is left to hear of it once the sender has gone on.
         if (!delivery->sender) throw;
@@ -138,11 +138,19 @@ platform::UITouchRef Application::makeTouch() {
 }
 
 platform::Task<void> Application::sendEvent(platform::UIEvent& event) {
+  return deliver(event, [this, &event] { performSendEvent(event); });
+}
+
+platform::Task<void> Application::handleUnseen(platform::UIEvent& event) {
+  return deliver(event, [this, &event] { dispatch(event); });
+}
+
+platform::Task<void> Application::deliver(platform::UIEvent& event, std::function<void()> handle) {
   if (hitsControlWithNestedLoop(event)) {
-    DeliveryAwaiter delivery{*this, event};
+    DeliveryAwaiter delivery{*this, std::move(handle)};
     co_await delivery;
   } else {
-    performSendEvent(event);
+    handle();
   }
 }
 
@@ -181,6 +189,11 @@ platform::Task<platform::CFRunLoopRunResult> Application::runLoopRunInMode(
   remember(runLoopRuns_, RunLoopRun{std::move(mode), seconds, returnAfterSourceHandled});
   runLoop_.wait(seconds);
   co_return platform::CFRunLoopRunResult::TimedOut;
+}
+
+bool Application::setRunLoopObserver(platform::RunLoopObserver* observer) {
+  runLoop_.setObserver(observer);
+  return true;
 }
 
 void Application::pushRunLoopMode(const std::string& mode) {

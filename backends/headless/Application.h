@@ -56,6 +56,8 @@ class Application : public platform::UIApplication {
   platform::UITouchRef makeTouch() override;
   posix::EventRecord& _touchesEvent() override { return touchesEvent_; }
   platform::Task<void> sendEvent(platform::UIEvent& event) override;
+  // The same without the method "sendEvent:", for devices of the agent's.
+  platform::Task<void> handleUnseen(platform::UIEvent& event);
   // Calls the method "sendEvent:" on the spot, as the platform does for a finger.
   void performSendEvent(platform::UIEvent& event);
   EventLog& eventLog() { return eventLog_; }
@@ -70,7 +72,8 @@ class Application : public platform::UIApplication {
   // --- run loop
   platform::Task<platform::CFRunLoopRunResult> runLoopRunInMode(
       std::string mode, double seconds, bool returnAfterSourceHandled) override;
-  // The calls of the above, the latest last.
+  bool setRunLoopObserver(platform::RunLoopObserver* observer) override;
+  // The calls of runLoopRunInMode, the latest last.
   const std::deque<RunLoopRun>& runLoopRuns() const { return runLoopRuns_; }
   void clearRunLoopRuns() { runLoopRuns_.clear(); }
   // The application's own mode changes, through the methods "pushRunLoopMode:" and
@@ -84,6 +87,7 @@ class Application : public platform::UIApplication {
   struct DeliveryAwaiter;
 
   void defineMethods();
+  platform::Task<void> deliver(platform::UIEvent& event, std::function<void()> handle);
   void dispatch(platform::UIEvent& event);
   void makeTouchedWindowKey(const platform::UIEvent& event);
   void endDelivery();

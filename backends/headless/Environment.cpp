@@ -32,6 +32,7 @@ void Environment::install() {
   parts.mainScreen = &screen_;
   parts.alerts = &alerts_;
   parts.hidEvents = &hidEvents_;
+  parts.inputDevices = &inputDevices_;
   platform::install(parts);
 }
 

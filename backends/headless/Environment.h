@@ -22,6 +22,7 @@
 #include "backends/headless/Screen.h"
 #include "backends/headless/Transaction.h"
 #include "backends/headless/events/Finger.h"
+#include "backends/headless/events/InputDevices.h"
 #include "backends/posix/Dispatch.h"
 #include "backends/posix/HIDEventSystem.h"
 #include "backends/posix/MachHost.h"
@@ -82,6 +83,7 @@ class Environment {
   Alerts alerts_;
   posix::HIDEventSystem hidEvents_;
   Finger finger_{application_};
+  InputDevices inputDevices_{application_};
 };
 
 }  // namespace tarni::headless

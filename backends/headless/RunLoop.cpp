@@ -37,7 +37,7 @@ bool RunLoop::runUntil(const std::function<bool()>& done, double seconds) {
   if (depth_++ > 0 && nestedLoop_) nestedLoop_();
   bool isDone = done();
   while (!isDone && !isStopped() && now() < deadline) {
-    if (!pump()) sleepUntil(std::min(deadline, nextTimer()));
+    if (!pump()) sleepAndTell(std::min(deadline, nextTimer()));
     isDone = done();
   }
   const std::lock_guard lock(mutex_);
@@ -59,7 +59,7 @@ void RunLoop::wait(double seconds) {
     if (clock_.isVirtual()) {
       clock_.skip(std::max(0.0, next - now()));
     } else {
-      sleepUntil(next);
+      sleepAndTell(next);
     }
     serveTimers();
     servePosted();
@@ -89,6 +89,7 @@ bool RunLoop::serveTimers() {
     if (earliest->second.due > time) break;
     const platform::Block block = std::move(earliest->second.block);
     timers_.erase(earliest);
+    note("timer");
     platform::runGuarded("run loop", block);
     served = true;
   }
@@ -111,6 +112,7 @@ bool RunLoop::servePosted() {
       block = std::move(posted_.front());
       posted_.pop_front();
     }
+    note("posted block");
     platform::runGuarded("run loop", block);
   }
   return served;
@@ -121,8 +123,20 @@ bool RunLoop::serveMainQueue() {
     const std::lock_guard lock(mutex_);
     if (!std::exchange(mainQueueWaits_, false)) return false;
   }
+  if (beganWith_.empty()) beganWith_ = platform::kMainQueueAlone;
   drain();
   return true;
+}
+
+void RunLoop::note(std::string_view served) {
+  if (beganWith_.empty() || beganWith_ == platform::kMainQueueAlone) beganWith_ = served;
+}
+
+void RunLoop::sleepAndTell(double deadline) {
+  if (observer_) observer_->willWait(beganWith_);
+  beganWith_ = {};
+  sleepUntil(deadline);
+  if (observer_) observer_->didWake();
 }
 
 void RunLoop::sleepUntil(double deadline) {

@@ -14,6 +14,7 @@
 
 #include "backends/headless/ProcessInfo.h"
 #include "platform/Dispatch/SerialMainQueue.h"
+#include "platform/UIKit/RunLoopObserver.h"
 
 namespace tarni::headless {
 
@@ -45,6 +46,9 @@ class RunLoop : public platform::SerialMainQueue {
   // clock it only skips them.
   void wait(double seconds);
 
+  // Main thread: told before and after every sleep; null takes it off.
+  void setObserver(platform::RunLoopObserver* observer) { observer_ = observer; }
+
   // Called at the start of every nested loop.
   void onNestedLoop(std::function<void()> action) { nestedLoop_ = std::move(action); }
 
@@ -52,6 +56,8 @@ class RunLoop : public platform::SerialMainQueue {
   void wake() noexcept override;
 
  private:
+  void note(std::string_view served);
+  void sleepAndTell(double deadline);
   bool serveTimers();
   bool servePosted();
   bool serveMainQueue();
@@ -72,6 +78,8 @@ class RunLoop : public platform::SerialMainQueue {
   TimerId lastTimer_ = 0;
   int depth_ = 0;
   std::function<void()> nestedLoop_;
+  platform::RunLoopObserver* observer_ = nullptr;
+  std::string_view beganWith_;  // since the last sleep; empty for nothing
 
   std::mutex mutex_;  // guards what follows
   std::condition_variable woken_;

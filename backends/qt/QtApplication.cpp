@@ -9,6 +9,7 @@
 #include "backends/posix/TouchRecord.h"
 #include "backends/qt/input/QtEventHook.h"
 #include "backends/qt/program/InputQueue.h"
+#include "backends/qt/program/LoopWatch.h"
 #include "backends/qt/program/QtProgram.h"
 #include "backends/qt/program/Stillness.h"
 #include "backends/qt/views/QtPopup.h"
@@ -137,6 +138,11 @@ platform::Task<platform::CFRunLoopRunResult> QtApplication::runLoopRunInMode(std
                                                                              double seconds, bool) {
   co_await letProgramRun(seconds);
   co_return platform::CFRunLoopRunResult::TimedOut;
+}
+
+bool QtApplication::setRunLoopObserver(platform::RunLoopObserver* observer) {
+  watchLoops(observer);
+  return true;
 }
 
 bool QtApplication::openURL(std::string_view url) {

@@ -1,5 +1,7 @@
 // What a window has that other views do not. A backend's view of the kind UIWindow derives from
-// UIView and from this; `as<UIWindow>(view)` asks for it. Null texts are nil. Main thread only.
+// UIView and from this; `as<UIWindow>(view)` asks for it. Where views become windows and cease to
+// be, others derive from it as well, so that their class says what they are at the moment; they
+// answer with nothing and do nothing. Null texts are nil. Main thread only.
 #pragma once
 
 #include <optional>

@@ -1,5 +1,6 @@
 // The agent's mouse and keyboard do to a program what a person's do, and nobody takes them for a
 // person's.
+#include <QtGui/QCloseEvent>
 #include <QtWidgets/QDialog>
 #include <QtWidgets/QLineEdit>
 #include <QtWidgets/QListWidget>
@@ -11,6 +12,7 @@
 #include <QtWidgets/QSplitter>
 
 #include "platform/Foundation/NSException.h"
+#include "platform/UIKit/UIWindow.h"
 #include "tests/entry/QtScreen.h"
 
 namespace tarni::test {
@@ -199,6 +201,31 @@ TEST_F(Devices, PointerReachesTheMenuThatHoldsTheUserAndNothingBehindADialog) {
   finish(dismiss());
   EXPECT_FALSE(dialog.isVisible());
   EXPECT_EQ(clicks, 1);
+}
+
+TEST_F(Devices, LeaveAWindowToBeResizedAndToRefuseToClose) {
+  struct Asking : QDialog {
+    void closeEvent(QCloseEvent* event) override {
+      EXPECT_TRUE(event->spontaneous());
+      event->setAccepted(++asked > 1);
+    }
+    int asked = 0;
+  };
+  Asking dialog;
+  dialog.setWindowTitle("Really?");
+  dialog.setModal(true);
+  dialog.setMinimumSize(200, 100);
+  show(dialog);
+  const auto window = platform::as<platform::UIWindow>(qt::viewOfWidget(&dialog));
+  EXPECT_EQ(window->windowTitle(), "Really?");
+  EXPECT_TRUE(window->isModal());
+  EXPECT_FALSE(window->isPopup());
+  finish(window->resize({300, 20}));
+  EXPECT_TRUE(runUntil([&] { return dialog.size() == QSize(300, 100); }));
+  finish(window->close());
+  EXPECT_TRUE(dialog.isVisible());
+  finish(window->close());
+  EXPECT_FALSE(dialog.isVisible());
 }
 
 TEST_F(Devices, KeysTypeCarryModifiersAndRunShortcuts) {

@@ -9,6 +9,7 @@
 #include <QtWidgets/QPushButton>
 #include <QtWidgets/QScrollArea>
 #include <QtWidgets/QScrollBar>
+#include <algorithm>
 #include <thread>
 
 #include "agent/elements/UIViewMemoryCache.h"
@@ -49,6 +50,48 @@ TEST(Program, IsWaitedForUnlessItNestsALoop) {
   });
   ASSERT_TRUE(runUntil([&] { return hasEnded && log.size() == 3; }));
   EXPECT_THAT(log, testing::ElementsAre("opening", "resumed", "closed"));
+}
+
+struct LoopLog : platform::RunLoopObserver {
+  LoopLog() { current().application->setRunLoopObserver(this); }
+  ~LoopLog() override { current().application->setRunLoopObserver(nullptr); }
+  void didWake() noexcept override { EXPECT_TRUE(std::exchange(isWaiting, false)); }
+  void willWait(std::string_view beganWith) noexcept override {
+    EXPECT_FALSE(std::exchange(isWaiting, true));
+    began.emplace_back(beganWith);
+  }
+  bool has(const std::string& stretch) const {
+    return std::ranges::find(began, stretch) != began.end();
+  }
+  std::vector<std::string> began;
+  bool isWaiting = false;
+};
+
+TEST(Program, SaysWhatItsThreadDidBetweenItsWaits) {
+  QPushButton button("Press");
+  button.resize(100, 50);
+  show(button);
+  finish(current().inputDevices->movePointer(qt::windowOfWidget(&button), {10, 10}));
+  QEventLoop loop;
+  QObject::connect(&button, &QPushButton::pressed, &loop, &QEventLoop::quit);
+  LoopLog log;
+  ASSERT_TRUE(runUntil([&] { return !log.began.empty(); }));
+  std::thread client([] {
+    current().dispatch->mainQueue().asyncTask(
+        [] { return current().inputDevices->setButton(platform::PointerButton::Left, true); });
+  });
+  loop.exec();
+  client.join();
+  EXPECT_TRUE(runUntil([&] { return log.has("MouseButtonPress QPushButton"); }))
+      << testing::PrintToString(log.began);
+
+  // The agent's own work is nothing that the program did.
+  QTimer::singleShot(100, &loop, &QEventLoop::quit);
+  log.began.clear();
+  std::thread agent([] { current().dispatch->mainQueue().sync([] {}); });
+  loop.exec();
+  agent.join();
+  EXPECT_TRUE(log.has(std::string(platform::kMainQueueAlone))) << testing::PrintToString(log.began);
 }
 
 TEST(Program, TellsWhatItsCodeThrew) {

@@ -185,6 +185,10 @@ TEST_F(DrawingTest, ACropMayReachBeyondTheImage) {
   EXPECT_TRUE(picture.shows(red, 210, 210));
   EXPECT_TRUE(picture.shows(white, 190, 190));
   EXPECT_TRUE(image->crop({{0, 0}, {0, 5}})->JPEGRepresentation(0.6).empty());
+  const auto bytes = cropped->PNGRepresentation();
+  ASSERT_GT(bytes.size(), 24U);
+  EXPECT_EQ(bytes[1], std::byte{'P'});
+  EXPECT_EQ(int(bytes[18]) * 256 + int(bytes[19]), 600) << "the width in the header";
 }
 
 TEST_F(DrawingTest, WhatCannotBeDrawnIsAnEmptyImage) {

@@ -283,6 +283,10 @@ TEST(Picture, IsEncodedAsJPEGOnAnyThread) {
   EXPECT_NEAR(middle.green(), 100, 4);
   EXPECT_NEAR(middle.blue(), 50, 4);
   EXPECT_LT(image.JPEGRepresentation(0.1).size(), image.JPEGRepresentation(1).size());
+  bytes = image.PNGRepresentation();
+  EXPECT_EQ(QImage::fromData(reinterpret_cast<const uchar*>(bytes.data()),
+                             static_cast<int>(bytes.size()), "PNG"),
+            source);
 }
 
 }  // namespace

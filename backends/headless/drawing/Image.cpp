@@ -97,4 +97,16 @@ std::vector<std::byte> Image::JPEGRepresentation(double quality) const {
   return {bytes, bytes + encoded.size};
 }
 
+std::vector<std::byte> Image::PNGRepresentation() const {
+  std::vector<std::byte> encoded;
+  const auto append = [](void* all, const unsigned char* data, unsigned int length) {
+    const auto* const first = reinterpret_cast<const std::byte*>(data);
+    auto& bytes = *static_cast<std::vector<std::byte>*>(all);
+    bytes.insert(bytes.end(), first, first + length);
+    return CAIRO_STATUS_SUCCESS;
+  };
+  if (surface_) cairo_surface_write_to_png_stream(surface_, append, &encoded);
+  return encoded;
+}
+
 }  // namespace tarni::headless

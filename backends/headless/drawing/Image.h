@@ -27,6 +27,7 @@ class Image : public platform::UIImage {
   // What lies outside this image is white.
   platform::UIImageRef crop(const platform::CGRect& rect) const override;
   std::vector<std::byte> JPEGRepresentation(double quality) const override;
+  std::vector<std::byte> PNGRepresentation() const override;
 
   cairo_surface_t* surface() const { return surface_; }
 

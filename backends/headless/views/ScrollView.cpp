@@ -35,6 +35,11 @@ void ScrollView::scrollTo(platform::CGPoint offset) {
   if (scrolled_) scrolled_();
 }
 
+void ScrollView::scrollBy(platform::CGPoint way) {
+  const platform::CGPoint from = contentOffset();
+  scrollTo(limited({from.x + way.x, from.y + way.y}));
+}
+
 void ScrollView::panned() {
   if (pan_->state() == GestureRecognizer::State::Began) offsetAtStart_ = contentOffset();
   if (!pan_->isRecognizing()) return;

@@ -23,6 +23,8 @@ class ScrollView : public View, public platform::UIScrollView {
   platform::Task<void> setContentOffset(platform::CGPoint offset, bool animated) override;
   // The same without a task; as there, the content's edges are not a limit.
   void scrollTo(platform::CGPoint offset);
+  // By a way, up to the edges.
+  void scrollBy(platform::CGPoint way);
   platform::CGSize contentSize() const { return contentSize_; }
   void setContentSize(platform::CGSize size) { contentSize_ = size; }
   // Called after every change of the offset.

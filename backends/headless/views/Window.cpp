@@ -18,7 +18,20 @@ Window::~Window() {
   removeAllSubviews();
 }
 
+platform::Task<void> Window::resize(platform::CGSize size) {
+  setFrame({frame().origin, size});
+  if (rootViewController_ && !subviews().empty()) child(0).setFrame({{0, 0}, size});
+  co_return;
+}
+
+platform::Task<void> Window::close() {
+  setHidden(true);
+  if (application_) application_->removeWindow(std::static_pointer_cast<Window>(ref()));
+  co_return;
+}
+
 void Window::makeKeyAndVisible(Application& application) {
+  application_ = &application;
   setHidden(false);
   const auto self = std::static_pointer_cast<Window>(ref());
   application.addWindow(self);

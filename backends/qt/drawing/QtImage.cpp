@@ -3,6 +3,7 @@
 #include <private/qwidget_p.h>
 #include <turbojpeg.h>
 
+#include <QtCore/QBuffer>
 #include <QtGui/QPainter>
 #include <QtWidgets/QWidget>
 #include <algorithm>
@@ -105,6 +106,16 @@ std::vector<std::byte> QtImage::JPEGRepresentation(double quality) const {
   if (failed != 0) return {};
   const auto* const first = reinterpret_cast<const std::byte*>(bytes.get());
   return {first, first + length};
+}
+
+std::vector<std::byte> QtImage::PNGRepresentation() const {
+  QByteArray bytes;
+  QBuffer buffer(&bytes);
+  buffer.open(QIODevice::WriteOnly);
+  // An alpha channel would be written, unused as it is.
+  if (!image_.convertToFormat(QImage::Format_RGB32).save(&buffer, "PNG")) return {};
+  const auto* const first = reinterpret_cast<const std::byte*>(bytes.constData());
+  return {first, first + bytes.size()};
 }
 
 platform::UIImageRef draw(QWidget& widget, const QRect& part) {

@@ -22,6 +22,7 @@ class QtImage final : public platform::UIImage {
   double scale() const override { return image_.devicePixelRatio(); }
   platform::UIImageRef crop(const platform::CGRect& rect) const override;
   std::vector<std::byte> JPEGRepresentation(double quality) const override;
+  std::vector<std::byte> PNGRepresentation() const override;
 
   const QImage& image() const { return image_; }
 

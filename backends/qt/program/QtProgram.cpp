@@ -3,8 +3,9 @@
 #include <QtCore/QCoreApplication>
 #include <QtCore/QEvent>
 #include <QtCore/QThread>
-#include <QtCore/QTimer>
+#include <algorithm>
 #include <cmath>
+#include <unordered_map>
 #include <utility>
 
 #include "platform/Foundation/Guarded.h"
@@ -35,12 +36,31 @@ class Receiver : public QObject {
     static_cast<WorkEvent*>(event)->run();
     return true;
   }
+
+  int after(int milliseconds, std::function<void()> work) {
+    const int timer = startTimer(milliseconds, Qt::PreciseTimer);
+    timers_.insert_or_assign(timer, std::move(work));
+    return timer;
+  }
+  void cancel(int timer) {
+    if (timers_.erase(timer) > 0) killTimer(timer);
+  }
+
+ protected:
+  void timerEvent(QTimerEvent* event) override {
+    const auto due = timers_.extract(event->timerId());
+    killTimer(event->timerId());
+    if (due) due.mapped()();
+  }
+
+ private:
+  std::unordered_map<int, std::function<void()>> timers_;
 };
 
 // On the GUI thread, which need not be the process's first nor the one that asks first. Never
 // destroyed: threads of the agent still post while the process exits.
-QObject& receiver() {
-  static QObject* const shared = [] {
+Receiver& receiver() {
+  static auto* const shared = [] {
     auto* const made = new Receiver;
     if (QCoreApplication::instance()) made->moveToThread(QCoreApplication::instance()->thread());
     return made;
@@ -54,6 +74,10 @@ bool isGuiThread() {
   return receiver().thread() == QThread::currentThread();
 }
 
+bool isOfAgent(const QObject& object) {
+  return &object == &receiver();
+}
+
 void postToProgram(std::function<void()> work) {
   QCoreApplication::postEvent(&receiver(), new WorkEvent(std::move(work)));
 }
@@ -61,8 +85,7 @@ void postToProgram(std::function<void()> work) {
 void Suspension::begin(std::coroutine_handle<> waiting, double atMostSeconds) {
   waiting_ = waiting;
   const auto milliseconds = static_cast<int>(std::ceil(std::max(atMostSeconds, 0.0) * 1000));
-  QTimer::singleShot(milliseconds, Qt::PreciseTimer, &receiver(),
-                     [self = shared_from_this()] { self->resumeNow(); });
+  timer_ = receiver().after(milliseconds, [self = shared_from_this()] { self->resumeNow(); });
 }
 
 void Suspension::resumeLater() {
@@ -71,6 +94,8 @@ void Suspension::resumeLater() {
 }
 
 void Suspension::resumeNow() {
+  // A program that rests is not woken for what has come already.
+  receiver().cancel(timer_);
   if (const std::coroutine_handle<> waiting = std::exchange(waiting_, nullptr)) waiting.resume();
 }
 

@@ -10,16 +10,25 @@
 // A program that ends in the middle leaves the coroutine as it is, never resumed.
 #pragma once
 
+#include <QtCore/qglobal.h>
+
 #include <coroutine>
 #include <functional>
 #include <memory>
 
 #include "platform/Task.h"
 
+QT_BEGIN_NAMESPACE
+class QObject;
+QT_END_NAMESPACE
+
 namespace tarni::qt {
 
 // True on the thread on which the program's windows live.
 bool isGuiThread();
+
+// True for what the agent's own posted work and timers arrive at. Any thread.
+bool isOfAgent(const QObject& object);
 
 // Runs `work` on the GUI thread, from whichever loop of the program runs next. Any thread.
 void postToProgram(std::function<void()> work);
@@ -36,6 +45,7 @@ class Suspension : public std::enable_shared_from_this<Suspension> {
   void resumeNow();
 
   std::coroutine_handle<> waiting_;
+  int timer_ = 0;
   bool queued_ = false;
 };
 

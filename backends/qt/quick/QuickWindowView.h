@@ -8,7 +8,7 @@
 
 namespace tarni::qt {
 
-class QuickWindowView final : public QtViewCore {
+class QuickWindowView final : public QtViewCore, public QtNativeWindow {
  public:
   explicit QuickWindowView(QQuickWindow& window);
 
@@ -46,6 +46,9 @@ class QuickWindowView final : public QtViewCore {
   std::optional<std::string> accessibilityHint() const final { return std::nullopt; }
 
   platform::Task<platform::UIImageRef> drawViewHierarchy() final;
+
+ protected:
+  QWindow* ownWindow() const final { return window_; }
 
  private:
   const QPointer<QQuickWindow> window_;

@@ -7,11 +7,12 @@
 #include <QtWidgets/QWidget>
 #include <array>
 
+#include "backends/qt/views/QtNativeWindow.h"
 #include "backends/qt/views/QtViewBase.h"
 
 namespace tarni::qt {
 
-class QtSoleWindow final : public QtViewBase {
+class QtSoleWindow final : public QtViewBase, public QtNativeWindow {
  public:
   explicit QtSoleWindow(QWidget& widget) : widget_(&widget) {}
 
@@ -34,6 +35,9 @@ class QtSoleWindow final : public QtViewBase {
   std::optional<std::string> accessibilityValue() const override { return std::nullopt; }
   std::optional<std::string> accessibilityLabel() const override;
   std::optional<std::string> accessibilityHint() const override { return std::nullopt; }
+
+ protected:
+  QWindow* ownWindow() const override { return nativeWindow(); }
 
  private:
   const QPointer<QWidget> widget_;

@@ -120,6 +120,10 @@ bool QtView::isWindow() const {
   return widget_ && widget_->isWindow() && !isInSoleWindow();
 }
 
+QWindow* QtView::ownWindow() const {
+  return isWindow() ? widget_->windowHandle() : nullptr;
+}
+
 platform::Class QtView::getClass() const {
   if (!widget_) return class_;
   const Kind now = isWindow() ? Kind::Window : kind();

@@ -11,11 +11,12 @@
 #include <vector>
 
 #include "backends/qt/views/QtKind.h"
+#include "backends/qt/views/QtNativeWindow.h"
 #include "backends/qt/views/QtViewBase.h"
 
 namespace tarni::qt {
 
-class QtView : public QtViewBase {
+class QtView : public QtViewBase, public QtNativeWindow {
  public:
   QtView(QWidget& widget, Kind kind);
 
@@ -46,6 +47,7 @@ class QtView : public QtViewBase {
   std::optional<std::string> accessibilityHint() const final;
 
  protected:
+  QWindow* ownWindow() const final;
   // The kind while the view is not a window; some change it with their contents.
   virtual Kind kind() const { return kind_; }
   // The child whose children are taken for this view's own.

@@ -1,0 +1,153 @@
+#include "backends/headless/events/InputDevices.h"
+
+#include <algorithm>
+#include <array>
+#include <string_view>
+
+#include "backends/headless/Application.h"
+#include "backends/headless/views/TextField.h"
+#include "backends/headless/views/TextView.h"
+#include "platform/Foundation/NSException.h"
+#include "platform/Platform.h"
+
+namespace tarni::headless {
+namespace {
+
+using platform::NSException;
+using platform::UITouchPhase;
+
+constexpr double kPointsPerNotch = 40;
+
+constexpr std::array<std::string_view, 21> kKeysWithoutText{
+    "Alt",   "AltGraph", "ArrowDown",   "ArrowLeft", "ArrowRight", "ArrowUp", "CapsLock",
+    "Clear", "Control",  "ContextMenu", "Delete",    "End",        "Enter",   "Escape",
+    "Help",  "Home",     "Insert",      "Meta",      "PageDown",   "PageUp",  "Tab"};
+
+bool isFunctionKey(std::string_view key) {
+  const auto isDigit = [](char digit) { return digit >= '0' && digit <= '9'; };
+  return (key.size() == 2 || key.size() == 3) && key.front() == 'F' && key[1] != '0' &&
+         std::ranges::all_of(key.substr(1), isDigit);
+}
+
+bool isInsideCharacter(char byte) {
+  return (static_cast<unsigned char>(byte) & 0xC0U) == 0x80U;
+}
+
+bool isCharacter(std::string_view key) {
+  return !key.empty() && !isInsideCharacter(key.front()) &&
+         static_cast<unsigned char>(key.front()) >= ' ' &&
+         std::ranges::all_of(key.substr(1), isInsideCharacter);
+}
+
+bool isNamed(std::string_view key) {
+  return key == "Shift" || key == "Backspace" || isFunctionKey(key) ||
+         std::ranges::find(kKeysWithoutText, key) != kKeysWithoutText.end();
+}
+
+std::string withoutLastCharacter(std::string text) {
+  while (!text.empty() && isInsideCharacter(text.back())) text.pop_back();
+  if (!text.empty()) text.pop_back();
+  return text;
+}
+
+void typeInto(View* view, const std::string& text) {
+  if (auto* const field = dynamic_cast<TextField*>(view)) field->type(text);
+  if (auto* const editor = dynamic_cast<TextView*>(view)) editor->type(text);
+}
+
+void takeCharacterFrom(View* view) {
+  if (auto* const field = dynamic_cast<TextField*>(view)) {
+    field->replaceText(withoutLastCharacter(field->text()));
+    field->sendActions(ControlEvent::EditingChanged);
+  }
+  if (auto* const editor = dynamic_cast<TextView*>(view)) {
+    editor->setText(withoutLastCharacter(*editor->textViewText()));
+  }
+}
+
+}  // namespace
+
+platform::Task<void> InputDevices::movePointer(platform::UIWindowRef window,
+                                               platform::CGPoint point) {
+  if (touch_) {
+    touch_->_setLocationInWindow(convertPoint(point, window, touch_->window()), false);
+    co_await sendTouch(UITouchPhase::Moved);
+  } else {
+    window_ = window;
+    point_ = point;
+  }
+}
+
+platform::Task<void> InputDevices::setButton(platform::PointerButton button, bool isDown) {
+  if (button != platform::PointerButton::Left) {
+    throw NSException(platform::NSInvalidArgumentException,
+                      "The pointer of this platform has one button, the left one");
+  }
+  const platform::UIWindowRef window = window_.lock();
+  if (isDown == (touch_ != nullptr) || (isDown && !window)) co_return;
+  if (!isDown) {
+    co_await sendTouch(UITouchPhase::Ended);
+    co_return;
+  }
+  touch_ = application_.makeTouch();
+  touch_->setWindow(window);
+  touch_->setTapCount(1);
+  touch_->_setLocationInWindow(point_, true);
+  touch_->setView(window->hitTest(point_));
+  touch_->_setIsFirstTouchForView(true);
+  co_await sendTouch(UITouchPhase::Began);
+}
+
+platform::Task<void> InputDevices::turnWheel(double right, double down) {
+  const platform::UIWindowRef window = window_.lock();
+  platform::UIViewRef view = window ? window->hitTest(point_) : nullptr;
+  while (view && !dynamic_cast<ScrollView*>(view.get())) view = view->superview();
+  if (const auto scrolled = std::dynamic_pointer_cast<ScrollView>(view)) {
+    scrolled->scrollBy({right * kPointsPerNotch, down * kPointsPerNotch});
+  }
+  co_return;
+}
+
+platform::Task<void> InputDevices::setKey(std::string key, bool isDown) {
+  if (!isNamed(key) && !isCharacter(key)) {
+    throw NSException(platform::NSInvalidArgumentException, "There is no key \"" + key + "\"");
+  }
+  if (key == "Shift") isShiftDown_ = isDown;
+  if (!isDown) co_return;
+  View* const typedInto = focused();
+  if (key == "Backspace") takeCharacterFrom(typedInto);
+  if (key == "Enter" && dynamic_cast<TextView*>(typedInto)) typeInto(typedInto, "\n");
+  if (!isCharacter(key)) co_return;
+  const bool isSmall = key.size() == 1 && key[0] >= 'a' && key[0] <= 'z';
+  if (isShiftDown_ && isSmall) key[0] = static_cast<char>(key[0] - 'a' + 'A');
+  typeInto(typedInto, key);
+}
+
+platform::Task<void> InputDevices::commitText(std::string text) {
+  View* const typedInto = focused();
+  if (!typedInto) throw NSException(platform::NSGenericException, "Nothing has the focus");
+  typeInto(typedInto, text);
+  co_return;
+}
+
+platform::Task<void> InputDevices::sendTouch(UITouchPhase phase) {
+  const platform::UITouchRef touch = touch_;
+  if (phase == UITouchPhase::Ended) {
+    window_ = touch->window();
+    point_ = touch->locationInView(nullptr);
+    touch_ = nullptr;
+  }
+  touch->setPhase(phase);
+  touch->setTimestamp(platform::current().processInfo->systemUptime());
+  posix::EventRecord event{platform::UIEventType::Touches};
+  event._addTouch(touch, false);
+  event._setTimestamp(touch->timestamp());
+  co_await application_.handleUnseen(event);
+}
+
+View* InputDevices::focused() const {
+  const auto window = std::dynamic_pointer_cast<Window>(application_.keyWindow());
+  return window ? window->firstResponder() : nullptr;
+}
+
+}  // namespace tarni::headless

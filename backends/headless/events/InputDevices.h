@@ -1,0 +1,36 @@
+// InputDevices: a mouse and a keyboard of the agent's. The pointer's left button is a finger of
+// which "sendEvent:" hears nothing; there is nothing that a second button would do. Main thread.
+#pragma once
+
+#include "backends/headless/View.h"
+#include "platform/UIKit/InputDevices.h"
+
+namespace tarni::headless {
+
+class Application;
+
+class InputDevices final : public platform::InputDevices {
+ public:
+  explicit InputDevices(Application& application) : application_(application) {}
+
+  platform::Task<void> movePointer(platform::UIWindowRef window, platform::CGPoint point) override;
+  // Throws for buttons that the platform lacks.
+  platform::Task<void> setButton(platform::PointerButton button, bool isDown) override;
+  // Scrolls the innermost scroll view there.
+  platform::Task<void> turnWheel(double right, double down) override;
+  // Types characters; "Backspace" takes one away, and "Enter" starts a line where there are lines.
+  platform::Task<void> setKey(std::string key, bool isDown) override;
+  platform::Task<void> commitText(std::string text) override;
+
+ private:
+  platform::Task<void> sendTouch(platform::UITouchPhase phase);
+  View* focused() const;
+
+  Application& application_;
+  std::weak_ptr<platform::UIView> window_;
+  platform::CGPoint point_;
+  platform::UITouchRef touch_;  // while the left button is down
+  bool isShiftDown_ = false;
+};
+
+}  // namespace tarni::headless

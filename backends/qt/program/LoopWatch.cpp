@@ -1,0 +1,140 @@
+#include "backends/qt/program/LoopWatch.h"
+
+#include <glib.h>
+#include <private/qeventdispatcher_glib_p.h>
+
+#include <QtCore/QAbstractEventDispatcher>
+#include <QtCore/QCoreApplication>
+#include <QtCore/QEvent>
+#include <QtCore/QMetaEnum>
+#include <QtCore/QThread>
+#include <array>
+#include <atomic>
+#include <cstring>
+#include <string>
+
+#include "backends/qt/program/QtProgram.h"
+
+namespace tarni::qt {
+namespace {
+
+using platform::RunLoopObserver;
+
+// Whether the next events say what a stretch of work began with. All that the notification of every
+// event of every thread looks at as a rule.
+std::atomic<bool> isLookingForFirst = false;
+
+class LoopWatch {
+ public:
+  void start(RunLoopObserver* observer) {
+    observer_ = observer;
+    isWaiting_ = false;
+    begin();
+  }
+  void stop() {
+    observer_ = nullptr;
+    isLookingForFirst = false;
+  }
+
+  void wait() {
+    if (!observer_ || std::exchange(isWaiting_, true)) return;
+    observer_->willWait(name());
+    // Who is not told of the end of the wait takes the first event for it.
+    begin();
+  }
+  void wake() {
+    if (!observer_ || !std::exchange(isWaiting_, false)) return;
+    observer_->didWake();
+  }
+
+  void note(const QObject& receiver, const QEvent& event) {
+    wake();
+    if (isOfAgent(receiver)) {
+      sawAgent_ = true;
+      return;
+    }
+    // A window passes the same event on to what it is meant for.
+    if (type_ != QEvent::None && type_ != event.type()) return;
+    type_ = event.type();
+    std::strncpy(className_.data(), receiver.metaObject()->className(), className_.size() - 1);
+    isLookingForFirst = receiver.isWindowType();
+  }
+
+ private:
+  void begin() {
+    type_ = QEvent::None;
+    sawAgent_ = false;
+    isLookingForFirst = true;
+  }
+
+  std::string_view name() {
+    if (type_ == QEvent::None) return sawAgent_ ? platform::kMainQueueAlone : std::string_view();
+    static const QMetaEnum types = QMetaEnum::fromType<QEvent::Type>();
+    const char* const known = types.valueToKey(type_);
+    name_ = known ? known : "User";
+    name_ += ' ';
+    name_ += className_.data();
+    return name_;
+  }
+
+  RunLoopObserver* observer_ = nullptr;
+  bool isWaiting_ = false;
+  bool sawAgent_ = false;
+  QEvent::Type type_ = QEvent::None;
+  std::array<char, 128> className_{};  // of an object that may be gone when it is asked for
+  std::string name_;
+};
+
+LoopWatch& loopWatch() {
+  static auto* const only = new LoopWatch;
+  return *only;
+}
+
+bool noteEvent(void** receiverAndEvent) {
+  if (!isLookingForFirst.load(std::memory_order_relaxed) || !isGuiThread()) return false;
+  loopWatch().note(*static_cast<QObject*>(receiverAndEvent[0]),
+                   *static_cast<QEvent*>(receiverAndEvent[1]));
+  return false;
+}
+
+GPollFunc originalPoll = nullptr;
+
+int pollAndTell(GPollFD* descriptors, unsigned int count, int timeout) {
+  const bool isWait = timeout != 0 && isGuiThread();
+  if (isWait) loopWatch().wait();
+  const int ready = originalPoll(descriptors, count, timeout);
+  if (isWait) loopWatch().wake();
+  return ready;
+}
+
+// The toolkit's signals come once in a round of GLib's loop, in which it need not wait; the other
+// dispatcher has no place but them.
+void hookDispatcher(QAbstractEventDispatcher& dispatcher) {
+  if (dispatcher.inherits("QEventDispatcherGlib")) {
+    GMainContext* const context =
+        static_cast<QEventDispatcherGlibPrivate*>(QObjectPrivate::get(&dispatcher))->mainContext;
+    originalPoll = g_main_context_get_poll_func(context);
+    g_main_context_set_poll_func(context, pollAndTell);
+    return;
+  }
+  QObject::connect(&dispatcher, &QAbstractEventDispatcher::aboutToBlock,
+                   [] { loopWatch().wait(); });
+  QObject::connect(&dispatcher, &QAbstractEventDispatcher::awake, [] { loopWatch().wake(); });
+}
+
+void hookOnce() {
+  static bool isHooked = false;
+  if (std::exchange(isHooked, true)) return;
+  QInternal::registerCallback(QInternal::EventNotifyCallback, noteEvent);
+  hookDispatcher(*QAbstractEventDispatcher::instance(QCoreApplication::instance()->thread()));
+}
+
+}  // namespace
+
+void watchLoops(RunLoopObserver* observer) {
+  if (!observer) return loopWatch().stop();
+  hookOnce();
+  loopWatch().start(observer);
+}
+
+}  // namespace tarni::qt

@@ -1,0 +1,12 @@
+// LoopWatch: tells the agent's observer when the GUI thread waits for events, in whichever of the
+// program's loops. What the thread waits in tells it; nothing wakes it for that. GUI thread.
+#pragma once
+
+#include "platform/UIKit/RunLoopObserver.h"
+
+namespace tarni::qt {
+
+// From now on; null ends it. The observer must live until then.
+void watchLoops(platform::RunLoopObserver* observer);
+
+}  // namespace tarni::qt
