@@ -131,6 +131,15 @@ std::string encodedPicture(const StepDraft& draft) {
   }
 }
 
+// The text that stood in a view when it was said to be no person's.
+constexpr std::string_view leftOutText = "TarniLeftOutText";
+
+std::string textIn(const UIViewRef& view) {
+  if (const auto field = platform::as<platform::UITextField>(view)) return field->text();
+  const auto textView = platform::as<platform::UITextView>(view);
+  return textView ? textView->textViewText().value_or("") : "";
+}
+
 }  // namespace
 
 Task<void> RecorderAction::CreateRecorderAction(std::string action, UIViewRef view,
@@ -231,9 +240,15 @@ bool RecorderAction::isShown(const UIViewRef& view) {
 
 std::string RecorderAction::typedText(const UIViewRef& view) {
   assertMainThread();
-  if (const auto field = platform::as<platform::UITextField>(view)) return field->text();
-  const auto textView = platform::as<platform::UITextView>(view);
-  return textView ? textView->textViewText().value_or("") : "";
+  std::string text = textIn(view);
+  const std::string* const leftOut =
+      text.empty() ? nullptr : view->layer().valueForKey(leftOutText);
+  return leftOut && *leftOut == text ? "" : text;
+}
+
+void RecorderAction::leaveOutTextOf(const UIViewRef& view) {
+  assertMainThread();
+  view->layer().setValueForKey(textIn(view), leftOutText);
 }
 
 std::string RecorderAction::getLogicalNameOfElement(const UIViewRef& view) const {

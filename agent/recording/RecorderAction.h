@@ -53,8 +53,11 @@ class RecorderAction {
   static bool standsInWindow(const platform::UIViewRef& view);
   // True while a person can see the view: it stands in such a window, and nothing hides it.
   static bool isShown(const platform::UIViewRef& view);
-  // The text in a text field or text view; empty for any other view. Main thread.
+  // What a person has typed into a text field or text view; empty for any other view. Main thread.
   static std::string typedText(const platform::UIViewRef& view);
+  // What stands in the view now is no person's: it is not recorded, unless it is changed. Main
+  // thread.
+  static void leaveOutTextOf(const platform::UIViewRef& view);
 
   // The view's text, or its class name when the text is empty. Main thread.
   std::string getLogicalNameOfElement(const platform::UIViewRef& view) const;

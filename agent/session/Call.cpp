@@ -101,11 +101,9 @@ void Call::endTurn() noexcept {
   if (item_) std::exchange(item_, nullptr).resume();
 }
 
-bool Call::interrupt(const SessionError& error) {
-  if (!parked_) return false;
+void Call::interrupt(const SessionError& error) {
   interruption_ = error;
   resume();
-  return true;
 }
 
 void Call::abandon(const SessionError& error) {

@@ -38,8 +38,8 @@ class Call : public std::enable_shared_from_this<Call> {
   void begin();
   // Any thread. Answers at once with the error, and what has not begun never begins.
   void abandon(const SessionError& error);
-  // Main thread. Work that is parked goes on with the error; true when there was such work.
-  bool interrupt(const SessionError& error);
+  // Main thread. Ends the work with the error where it is parked, or where it would park next.
+  void interrupt(const SessionError& error);
 
   // --- for the work itself; main thread
 
@@ -57,7 +57,7 @@ class Call : public std::enable_shared_from_this<Call> {
  private:
   struct Parking {
     Call& call;
-    bool await_ready() const noexcept { return false; }
+    bool await_ready() const noexcept { return call.interruption_.has_value(); }
     void await_suspend(std::coroutine_handle<> work) const noexcept { call.didPark(work); }
     void await_resume() const { call.throwIfInterrupted(); }
   };

@@ -1,10 +1,12 @@
 #include "agent/interaction/PlayBackInteractionMethods.h"
+#include "agent/recording/RecorderAction.h"
 #include "agent/session/Acting.h"
 #include "agent/session/Description.h"
 #include "agent/session/Elements.h"
 #include "agent/session/Handlers.h"
 #include "agent/session/HeldInput.h"
 #include "agent/session/Keys.h"
+#include "agent/session/Pages.h"
 #include "agent/session/Pictures.h"
 #include "agent/session/Selector.h"
 #include "platform/Platform.h"
@@ -28,6 +30,11 @@ UIViewRef viewIn(const CallRef& call) {
   return Elements::sharedInstance().viewOf(handleIn(call));
 }
 
+// Null for a view.
+const PageElement* pageElementIn(const CallRef& call) {
+  return Elements::sharedInstance().pageElementOf(handleIn(call));
+}
+
 [[noreturn]] void refuse(const UIViewRef& view, const std::string& why) {
   throw SessionError(errors::unsupported, "a " + view->getClass()->name() + " " + why);
 }
@@ -45,6 +52,14 @@ Task<void> retype(CallRef call, std::string text) {
     co_await pressKeys(held, "Delete");
   } else {
     co_await inputDevices().commitText(std::move(text));
+  }
+}
+
+// The view may have gone with what it was given.
+void leaveOutOfRecording(const CallRef& call) {
+  try {
+    RecorderAction::leaveOutTextOf(viewIn(call));
+  } catch (const SessionError&) {
   }
 }
 
@@ -78,12 +93,16 @@ Answer find(CallRef call) {
 }
 
 Answer describe(CallRef call) {
+  Result result;
+  if (const PageElement* const element = pageElementIn(call)) {
+    result.written.emplace_back("description", co_await descriptionOf(*element));
+    co_return result;
+  }
   const UIViewRef view = viewIn(call);
   JsonText text;
   text.open('{');
   describeWhole(view, text);
   text.close('}');
-  Result result;
   result.written.emplace_back("description", text.take());
   co_return result;
 }
@@ -97,6 +116,10 @@ Answer picture(CallRef call) {
 }
 
 Answer click(CallRef call) {
+  if (const PageElement* const element = pageElementIn(call)) {
+    co_await clickIn(*element);
+    co_return Result();
+  }
   const Json& parameters = call->parameters();
   const platform::PointerButton button = buttonNamed(parameters.value("button", "left"));
   const long count = parameters.value("count", 1L);
@@ -130,8 +153,12 @@ Answer focus(CallRef call) {
 }
 
 Answer setText(CallRef call) {
-  UIViewRef view = viewIn(call);
   std::string text = call->parameters()["text"].get<std::string>();
+  if (const PageElement* const element = pageElementIn(call)) {
+    co_await setTextIn(*element, std::move(text));
+    co_return Result();
+  }
+  UIViewRef view = viewIn(call);
   requireEnabled(view);
   const bool isField =
       view->isKindOfClass(uikit::UITextField) && platform::as<platform::UITextField>(view);
@@ -146,6 +173,7 @@ Answer setText(CallRef call) {
     co_await view->becomeFirstResponder();
     co_await retype(call, std::move(text));
   }
+  leaveOutOfRecording(call);
   co_return Result();
 }
 
@@ -166,6 +194,7 @@ Answer setValue(CallRef call) {
   } else if (view->isKindOfClass(uikit::UITextField)) {
     PlayBackInteractionMethods interaction;
     co_await interaction.performTypeTextOnUIView(view, std::move(text));
+    leaveOutOfRecording(call);
   } else {
     refuse(view, "has no value that can be set");
   }
@@ -181,6 +210,10 @@ Answer setExpanded(CallRef call) {
 }
 
 Answer scrollIntoView(CallRef call) {
+  if (const PageElement* const element = pageElementIn(call)) {
+    co_await scrollToIn(*element);
+    co_return Result(Json{{"visible", true}});
+  }
   UIViewRef view = viewIn(call);
   co_await bringIntoView(view);
   co_return Result(Json{{"visible", placeOf(viewIn(call)).isVisible}});

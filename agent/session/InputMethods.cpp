@@ -1,11 +1,13 @@
 #include <algorithm>
 #include <cmath>
 
+#include "agent/recording/RecorderAction.h"
 #include "agent/session/Acting.h"
 #include "agent/session/Elements.h"
 #include "agent/session/Handlers.h"
 #include "agent/session/HeldInput.h"
 #include "agent/session/Keys.h"
+#include "agent/session/Survey.h"
 #include "platform/Platform.h"
 
 namespace tarni::session::input {
@@ -128,6 +130,17 @@ Task<void> focusOn(const Json& parameters) {
   co_await view->becomeFirstResponder();
 }
 
+// What the keyboard wrote is no person's text.
+void leaveOutOfRecording() {
+  for (const UIWindowRef& window : shownWindows()) {
+    surveyWindow(window, [](const Seen& seen) {
+      if (!seen.view->isFirstResponder()) return true;
+      RecorderAction::leaveOutTextOf(seen.view);
+      return false;
+    });
+  }
+}
+
 }  // namespace
 
 Answer pointer(CallRef call) {
@@ -146,6 +159,7 @@ Answer keys(CallRef call) {
     auto [name, value] = stepOf(step);
     co_await keyStep(call, std::move(name), std::move(value));
   }
+  leaveOutOfRecording();
   co_return Result();
 }
 
@@ -163,6 +177,7 @@ Answer text(CallRef call) {
   co_await focusOn(call->parameters());
   std::string text = call->parameters()["text"].get<std::string>();
   co_await inputDevices().commitText(std::move(text));
+  leaveOutOfRecording();
   co_return Result();
 }
 

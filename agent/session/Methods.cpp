@@ -82,6 +82,18 @@ constexpr Parameter inputDrag[] = {
     {"moves", Kind::Integer, optional, "In so many moves, 12 without."},
     {"duration", Kind::Number, optional, "Milliseconds that the way takes, 200 without."},
 };
+constexpr Parameter thePage{"page", Kind::Integer, optional,
+                            "The handle of the web view; not needed where there is one."};
+constexpr Parameter pageOnly[] = {thePage};
+constexpr Parameter pageEvaluate[] = {
+    thePage, {"script", Kind::Text, required, "An expression of JavaScript."}};
+constexpr Parameter pageFind[] = {
+    thePage,
+    {"css", Kind::Text, optional, "A CSS selector."},
+    {"xpath", Kind::Text, optional, "An XPath expression."},
+    {"text", Kind::Text, optional, "The text that it is known by, all of it."},
+    {"textContains", Kind::Text, optional, "A part of that text, in any case."},
+};
 constexpr Parameter waitFor[] = {
     {"conditions", Kind::List, required, "1 to 100 conditions that must hold at the same moment."}};
 constexpr Parameter waitRest[] = {
@@ -159,6 +171,18 @@ const std::vector<Method>& table() {
        "nothing", Effect::Acts, input::text},
       {"input.drag", "Drags from one place to another.", inputDrag, "nothing", Effect::Acts,
        input::drag},
+      {"page.list",
+       "The web views that are shown, with their pages.",
+       {},
+       "`pages`: each with `page` (its handle), `title`, `address`, `loading`",
+       Effect::Asks,
+       page::list},
+      {"page.evaluate", "Evaluates a script in a page.", pageEvaluate, "`text`: its result as text",
+       Effect::Acts, page::evaluate},
+      {"page.find", "The elements of a page that fit, in its frames and shadow trees as well.",
+       pageFind, "`elements`: descriptions", Effect::Asks, page::find},
+      {"page.tree", "Everything that is shown of a page.", pageOnly, "`elements`: descriptions",
+       Effect::Asks, page::tree},
       {"wait.for", "Waits until all conditions hold.", waitFor, "`waitedMs`", Effect::Waits,
        wait::forConditions},
       {"wait.rest", "Waits until the program has handled nothing for a while.", waitRest,

@@ -1,6 +1,7 @@
 #include "agent/session/Description.h"
 #include "agent/session/Elements.h"
 #include "agent/session/Handlers.h"
+#include "agent/session/Pages.h"
 #include "agent/session/Pictures.h"
 #include "agent/session/TreeVersions.h"
 #include "platform/Platform.h"
@@ -36,6 +37,18 @@ void lookAtViews(TreeVersions::Version known, JsonText& list) {
   }
 }
 
+Task<void> lookAtPages(TreeVersions::Version known, JsonText& list) {
+  const std::vector<UIViewRef> views = webViews();
+  for (const UIViewRef& webView : views) {
+    const std::vector<PageNode> nodes = co_await nodesOf(webView);
+    for (const PageNode& node : nodes) {
+      if (TreeVersions::sharedInstance().note(node.element, node.description, known)) {
+        list.raw(node.description);
+      }
+    }
+  }
+}
+
 struct WindowPicture {
   Handle window;
   platform::UIImageRef image;
@@ -65,6 +78,7 @@ Answer get(CallRef call) {
   list.open('[');
   versions.begin();
   lookAtViews(known, list);
+  co_await lookAtPages(known, list);
   const TreeVersions::Version version = versions.end();
   list.close(']');
   Result result(Json{{"version", version}, {"whole", isWhole}});

@@ -1,0 +1,129 @@
+// The session channel over the wire, on every backend, beside the fixed ports.
+#include <gmock/gmock.h>
+#include <sys/stat.h>
+
+#include "tests/conformance/Subject.h"
+#include "tests/support/SessionWire.h"
+
+namespace tarni::test {
+namespace {
+
+using nlohmann::json;
+
+class ConformanceSession : public Conformance {
+ protected:
+  void SetUp() override {
+    Program::Environment environment = GetParam().environment;
+    environment["TARNI_SESSION"] = folder_.socket();
+    program_ = std::make_unique<Program>(GetParam().command, environment);
+  }
+  SessionWire client() const { return SessionWire(folder_.socket()); }
+  static json find(const SessionWire& client, json selector) {
+    selector["all"] = false;
+    return client.ask("element.find", selector)["elements"][0];
+  }
+  static long handle(const SessionWire& client, const json& selector) {
+    return find(client, selector)["element"];
+  }
+  static json shows(const std::string& text) {
+    return {{"find", {{"kind", "UILabel"}, {"text", text}}}, {"is", "visible"}};
+  }
+
+  const SessionFolder folder_;
+};
+INSTANTIATE_TEST_SUITE_P(On, ConformanceSession, testing::ValuesIn(subjects()), subjectName);
+
+TEST_P(ConformanceSession, IsThisUsersAlone) {
+  const SessionWire one = client();
+  struct stat info {};
+  ASSERT_EQ(stat(folder_.socket().c_str(), &info), 0);
+  EXPECT_EQ(info.st_mode & 0777, 0600U);
+  EXPECT_EQ(one.ask("app.info", json::object())["pid"], program_->pid());
+}
+
+TEST_P(ConformanceSession, ElementsStayAndTheTreeTellsWhatChanged) {
+  const SessionWire one = client();
+  const SessionWire other = client();
+  const long field = handle(one, {{"kind", "UITextField"}, {"identifier", "username"}});
+  EXPECT_EQ(handle(other, {{"identifier", "username"}}), field) << "one handle for all clients";
+  const json whole = one.ask("tree.get", json::object());
+  EXPECT_TRUE(whole["whole"]);
+  // A search over the fixed port makes its own identifiers void, and none of these.
+  EXPECT_EQ(playback().find("UITextField").size(), 2U);
+  const json answer = other.ask("element.setText", {{"element", field}, {"text", "Ada Ω 🐦"}});
+  EXPECT_TRUE(answer["costs"].contains("cpuMs"));
+  const json changes = one.ask("tree.get", {{"since", whole["version"]}});
+  EXPECT_FALSE(changes["whole"]);
+  EXPECT_LT(changes["elements"].size(), whole["elements"].size());
+  const json described = one.ask("element.describe", {{"element", field}})["description"];
+  EXPECT_EQ(described["text"], "Ada Ω 🐦");
+  EXPECT_THAT(described["kinds"], testing::Contains("UITextField"));
+  const std::string found = playback().one("UITextField", "text", "User name");
+  EXPECT_EQ(playback().output("gettext", found), "Ada Ω 🐦") << "the fixed port sees the same";
+}
+
+// The other client is answered meanwhile, and what it does ends the wait.
+TEST_P(ConformanceSession, AWaitIsWokenByAnotherClient) {
+  const SessionWire waiting = client();
+  const SessionWire acting = client();
+  waiting.send("wait.for", {{"conditions", json::array({shows("Hello, Grace")})}}, 7);
+  acting.ask("element.setText",
+             {{"element", handle(acting, {{"identifier", "username"}})}, {"text", "Grace"}});
+  if (acting.ask("app.info", json::object())["hasInput"]) {
+    acting.ask("element.click", {{"element", handle(acting, {{"text", "Log in"}})}});
+  } else {
+    playback().command("clickelement", playback().one("UIButton", "text", "Log in"));
+  }
+  const json answer = waiting.answer();
+  EXPECT_EQ(answer["id"], 7);
+  EXPECT_TRUE(answer["result"].contains("waitedMs")) << answer;
+}
+
+TEST_P(ConformanceSession, ADialogThatAClickOpensKeepsNobodyFromBeingAnswered) {
+  const SessionWire one = client();
+  const long details = handle(one, {{"textContains", "details"}});
+  if (!one.ask("app.info", json::object())["hasInput"]) {
+    one.send("element.click", {{"element", details}}, 1);
+    EXPECT_EQ(one.answer()["error"]["data"]["error"], "unsupported operation");
+    return;
+  }
+  one.ask("element.click", {{"element", details}});
+  one.ask("wait.for", {{"conditions", json::array({shows("Really?")})}});
+  const long button = handle(one, {{"kind", "UIButton"}, {"text", "OK"}});
+  one.ask("element.click", {{"element", button}});
+  one.ask("wait.for", {{"conditions", json::array({shows("Accepted")})}});
+  one.ask("wait.for", {{"conditions", json::array({{{"element", button}, {"is", "gone"}}})}});
+}
+
+TEST_P(ConformanceSession, BadInputIsAnsweredAndHarmsNobody) {
+  const SessionWire one = client();
+  const std::pair<const char*, const char*> cases[] = {
+      {"nonsense", "parse error"},
+      {"[]", "invalid request"},
+      {R"({"jsonrpc":"2.0","id":1,"method":5})", "invalid request"},
+      {R"({"jsonrpc":"2.0","id":1,"method":"nothing"})", "unknown method"},
+      {R"({"jsonrpc":"2.0","id":1,"method":"element.click"})", "invalid argument"},
+      {R"({"jsonrpc":"2.0","id":1,"method":"app.info","params":{"x":1}})", "invalid argument"},
+      {R"({"jsonrpc":"2.0","id":1,"method":"element.find"})", "invalid selector"},
+      {R"({"jsonrpc":"2.0","id":1,"method":"element.describe","params":{"element":99999999}})",
+       "no such element"},
+      {R"({"jsonrpc":"2.0","id":1,"method":"wait.for","params":{"timeout":1,"conditions":)"
+       R"([{"find":{"text":"nobody"}}]}})",
+       "timeout"},
+  };
+  for (const auto& [line, name] : cases) {
+    one.sendLine(line);
+    EXPECT_EQ(one.answer()["error"]["data"]["error"], name) << line;
+  }
+  // Half a line of one that goes, a wait of one that goes, many requests of one that reads late.
+  client().sendRaw(R"({"jsonrpc":)");
+  client().send("wait.for", {{"conditions", json::array({shows("never")})}}, 1);
+  constexpr int many = 2000;
+  for (int id = 1; id <= many; ++id) one.send("app.info", json::object(), id);
+  for (int id = 1; id <= many; ++id) ASSERT_TRUE(one.answer().contains("result"));
+  EXPECT_TRUE(program_->isRunning());
+  EXPECT_EQ(playback().find("UIButton", "text", "Log in").size(), 1U);
+}
+
+}  // namespace
+}  // namespace tarni::test
