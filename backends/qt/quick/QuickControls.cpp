@@ -3,8 +3,7 @@
 #include <private/qquickflickable_p.h>
 
 #include <QtCore/QCoreApplication>
-#include <QtCore/QTextBoundaryFinder>
-#include <QtGui/QKeyEvent>
+#include <QtGui/QInputMethodEvent>
 #include <QtGui/QTextDocumentFragment>
 #include <algorithm>
 #include <vector>
@@ -19,27 +18,6 @@ namespace {
 
 using platform::CGPoint;
 using platform::Task;
-
-void pressKey(const QPointer<QQuickItem>& item, int key, const QString& text) {
-  for (const auto type : {QEvent::KeyPress, QEvent::KeyRelease}) {
-    QKeyEvent event(type, key, Qt::NoModifier, text);
-    if (item) QCoreApplication::sendEvent(item, &event);
-  }
-}
-
-int keyFor(const QString& character) {
-  const ushort first = character.toUpper().at(0).unicode();
-  return first > 0x20 && first < 0x7f ? first : int{Qt::Key_unknown};
-}
-
-// One key for each character as people count them.
-void typeText(const QPointer<QQuickItem>& item, const QString& text) {
-  QTextBoundaryFinder characters(QTextBoundaryFinder::Grapheme, text);
-  for (qsizetype start = 0, end = 0; (end = characters.toNextBoundary()) > start; start = end) {
-    const QString character = text.mid(start, end - start);
-    pressKey(item, keyFor(character), character);
-  }
-}
 
 std::optional<std::string> ownText(const QQuickItem& item) {
   return nonEmpty(withoutMnemonic(item.property("text").toString()));
@@ -143,11 +121,11 @@ Task<void> QuickTextField::setText(std::string text) {
   return performAsInput([field = QPointer(item()), typed = QString::fromStdString(text)] {
     if (!field || !field->isEnabled() || field->property("readOnly").toBool()) return;
     QMetaObject::invokeMethod(field, "selectAll");
-    if (typed.isEmpty()) {
-      pressKey(field, Qt::Key_Backspace, QString());
-    } else {
-      typeText(field, typed);
-    }
+    if (!field) return;
+    // An event that neither inserts nor replaces anything leaves the selection as it is.
+    QInputMethodEvent event;
+    event.setCommitString(typed, 0, typed.isEmpty() ? 1 : 0);
+    QCoreApplication::sendEvent(field, &event);
   });
 }
 

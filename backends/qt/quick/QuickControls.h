@@ -42,9 +42,9 @@ class QuickTextField final : public QuickControl, public platform::UITextField {
   std::optional<std::string> placeholder() const override;
   // As the program has it: a password in clear.
   std::string text() const override;
-  // Selects what is there and types over it key by key, so that key handlers, validators, masks and
-  // the length limit see what they see of a keyboard, and the program hears that it was edited. A
-  // field that takes no keys stays as it is.
+  // Replaces what is there as an input method does, whole: validators, masks and the length limit
+  // hold, and the program hears once that it was edited, of no keys. A field that a person could
+  // not type into stays as it is.
   platform::Task<void> setText(std::string text) override;
 };
 
