@@ -46,6 +46,26 @@ TEST(Tabs, AreButtonsOfTheTabBar) {
   EXPECT_EQ(titlesOf({buttons[0]}), std::vector<std::string>{"First"});
 }
 
+TEST(Tabs, StayThemselvesWhenOthersCloseOrAreMoved) {
+  QTabWidget paged;
+  QTabBar bare;
+  for (const char* title : {"One", "Two", "Three"}) {
+    paged.addTab(new QWidget, title);
+    bare.addTab(title);
+  }
+  for (QTabBar* const bar : {paged.tabBar(), &bare}) {
+    show(*bar->window());
+    const std::vector<UIViewRef> buttons = subviewsOf(viewOf(*bar), "UITabBarButton");
+    bar == &bare ? bare.removeTab(0) : paged.removeTab(0);
+    EXPECT_TRUE(buttons[0]->isHidden());
+    EXPECT_EQ(titlesOf({buttons[1], buttons[2]}), (std::vector<std::string>{"Two", "Three"}));
+    bar->moveTab(0, 1);
+    EXPECT_EQ(titlesOf({buttons[1], buttons[2]}), (std::vector<std::string>{"Two", "Three"}));
+    EXPECT_EQ(subviewsOf(viewOf(*bar), "UITabBarButton"),
+              (std::vector<UIViewRef>{buttons[2], buttons[1]}));
+  }
+}
+
 TEST(Actions, OfMenusAndMenuBarsAreButtons) {
   QMainWindow window;
   QMenu* const file = window.menuBar()->addMenu("&File");
@@ -153,7 +173,10 @@ TEST(Headers, HaveAButtonForEachVisibleSection) {
   const std::vector<UIViewRef> buttons = subviewsOf(header, "UITableViewHeaderButton");
   ASSERT_THAT(titlesOf(buttons), testing::ElementsAre("Name", "Date"));
   EXPECT_EQ(viewOf(table)->hitTest(middleInWindow(buttons[1])), buttons[1]);
-  table.setColumnCount(1);
+  table.setColumnCount(4);
+  EXPECT_EQ(subviewsOf(header, "UITableViewHeaderButton")[1], buttons[1]);
+  table.removeColumn(0);
+  EXPECT_TRUE(buttons[0]->isHidden()) << "its index is another section now";
   EXPECT_TRUE(buttons[1]->isHidden());
 }
 

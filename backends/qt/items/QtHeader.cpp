@@ -1,14 +1,17 @@
 #include "backends/qt/items/QtHeader.h"
 
 #include <QtWidgets/QHeaderView>
+#include <limits>
 
 #include "backends/qt/items/VisibleIndexes.h"
 
 namespace tarni::qt {
 namespace {
 
+constexpr unsigned kSectionBits = std::numeric_limits<QtHeader::Key>::digits - 16;
+
 int sectionOf(QtHeader::Key key) {
-  return static_cast<int>(key);
+  return static_cast<int>(key & ((QtHeader::Key{1} << kSectionBits) - 1));
 }
 
 }  // namespace
@@ -18,7 +21,9 @@ QHeaderView& QtHeader::header() const {
 }
 
 bool QtHeader::has(Key key) const {
-  return sectionOf(key) < header().count() && !header().isSectionHidden(sectionOf(key));
+  follow();
+  const int section = sectionOf(key);
+  return key == keyOf(section) && section < header().count() && !header().isSectionHidden(section);
 }
 
 QRect QtHeader::rectOf(Key key) const {
@@ -46,8 +51,9 @@ const QWidget* QtHeader::transparentChild() const {
 }
 
 void QtHeader::collectKeys(std::vector<Key>& keys) const {
+  follow();
   if (!header().isVisible()) return;
-  eachVisibleSection(header(), [&](int section) { keys.push_back(static_cast<Key>(section)); });
+  eachVisibleSection(header(), [&](int section) { keys.push_back(keyOf(section)); });
 }
 
 std::optional<QtHeader::Key> QtHeader::keyAt(const QPoint& point) const {
@@ -55,7 +61,40 @@ std::optional<QtHeader::Key> QtHeader::keyAt(const QPoint& point) const {
   if (!header().viewport()->rect().contains(inside)) return std::nullopt;
   const int section = header().logicalIndexAt(inside);
   if (section < 0) return std::nullopt;
-  return static_cast<Key>(section);
+  follow();
+  return keyOf(section);
+}
+
+QtHeader::Key QtHeader::keyOf(int section) const {
+  return Key{*shifts_} << kSectionBits | static_cast<Key>(section);
+}
+
+void QtHeader::follow() const {
+  const QAbstractItemModel* const model = header().model();
+  if (model == model_ && listener_) return;
+  ++*shifts_;
+  model_ = model;
+  listener_ = std::make_unique<QObject>();
+  if (!model) return;
+  using Model = QAbstractItemModel;
+  const bool isAcross = header().orientation() == Qt::Horizontal;
+  const auto count = [model, isAcross] {
+    return isAcross ? model->columnCount() : model->rowCount();
+  };
+  // At the end none is shifted.
+  const auto inserted = [shifts = shifts_, count](const QModelIndex& parent, int, int last) {
+    if (!parent.isValid() && last + 1 < count()) ++*shifts;
+  };
+  const auto removed = [shifts = shifts_, count](const QModelIndex& parent, int first, int) {
+    if (!parent.isValid() && first < count()) ++*shifts;
+  };
+  const auto moved = [shifts = shifts_] { ++*shifts; };
+  QObject* const listener = listener_.get();
+  QObject::connect(model, isAcross ? &Model::columnsInserted : &Model::rowsInserted, listener,
+                   inserted);
+  QObject::connect(model, isAcross ? &Model::columnsRemoved : &Model::rowsRemoved, listener,
+                   removed);
+  QObject::connect(model, isAcross ? &Model::columnsMoved : &Model::rowsMoved, listener, moved);
 }
 
 }  // namespace tarni::qt

@@ -1,8 +1,10 @@
 #include "backends/qt/views/QtBars.h"
 
+#include <QtWidgets/private/qtabbar_p.h>
 #include <QtWidgets/QMenu>
 #include <QtWidgets/QMenuBar>
 #include <QtWidgets/QTabBar>
+#include <QtWidgets/QTabWidget>
 #include <QtWidgets/QWidgetAction>
 
 #include "backends/qt/program/QtText.h"
@@ -14,13 +16,23 @@ QTabBar& tabs(const QtBar& bar) {
   return static_cast<QTabBar&>(*bar.widget());
 }
 
-int indexOf(QtBar::Key key) {
-  return static_cast<int>(key);
+// The page that a tab opens; null in a bar that stands alone.
+QWidget* pageOf(const QTabBar& bar, int index) {
+  for (const QWidget* at = bar.parentWidget(); at; at = at->parentWidget()) {
+    const auto* const pages = qobject_cast<const QTabWidget*>(at);
+    if (pages && pages->tabBar() == &bar) return pages->widget(index);
+  }
+  return nullptr;
 }
 
-std::optional<QtBar::Key> keyOf(int index) {
-  if (index < 0) return std::nullopt;
-  return static_cast<QtBar::Key>(index);
+// What the bar keeps of a tab stays where it is: it holds values in Qt 5 and pointers in Qt 6.
+template <typename Tab>
+const void* addressOf(const Tab& tab) {
+  return &tab;
+}
+template <typename Tab>
+const void* addressOf(Tab* tab) {
+  return tab;
 }
 
 QAction* actionOf(QtBar::Key key) {
@@ -40,7 +52,7 @@ bool isButton(QAction& action) {
 // ------------------------------------------------------------------------------------------ QtTabs
 
 bool QtTabs::has(Key key) const {
-  return indexOf(key) < tabs(*this).count();
+  return indexOf(key) >= 0;
 }
 
 QRect QtTabs::rectOf(Key key) const {
@@ -63,12 +75,31 @@ bool QtTabs::isEnabled(Key key) const {
 
 void QtTabs::collectKeys(std::vector<Key>& keys) const {
   for (int index = 0; index < tabs(*this).count(); ++index) {
-    if (tabs(*this).isTabVisible(index)) keys.push_back(static_cast<Key>(index));
+    if (tabs(*this).isTabVisible(index)) keys.push_back(keyAt(index));
   }
 }
 
 std::optional<QtBar::Key> QtTabs::keyAt(const QPoint& point) const {
-  return keyOf(tabs(*this).tabAt(point));
+  const int index = tabs(*this).tabAt(point);
+  return index >= 0 ? std::optional(keyAt(index)) : std::nullopt;
+}
+
+QObject* QtTabs::objectOf(Key key) const {
+  return pageOf(tabs(*this), indexOf(key));
+}
+
+QtBar::Key QtTabs::keyAt(int index) const {
+  if (const QWidget* const page = pageOf(tabs(*this), index)) {
+    return reinterpret_cast<Key>(page);
+  }
+  const auto* const hidden = static_cast<const QTabBarPrivate*>(QObjectPrivate::get(&tabs(*this)));
+  return reinterpret_cast<Key>(addressOf(hidden->tabList.at(index)));
+}
+
+int QtTabs::indexOf(Key key) const {
+  int index = tabs(*this).count() - 1;
+  while (index >= 0 && keyAt(index) != key) --index;
+  return index;
 }
 
 // --------------------------------------------------------------------------------------- QtActions

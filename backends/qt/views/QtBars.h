@@ -12,7 +12,8 @@ namespace tarni::qt {
 
 using QtBar = QtWithButtons<QtView>;
 
-// The tabs by their position.
+// The tabs. A tab is known by the page that it opens, and in a bar without pages by what the bar
+// keeps of it, so that it stays itself when others before it close or it is moved.
 class QtTabs final : public QtBar {
  public:
   using QtBar::QtBar;
@@ -25,6 +26,12 @@ class QtTabs final : public QtBar {
   void collectKeys(std::vector<Key>& keys) const override;
   std::optional<Key> keyAt(const QPoint& point) const override;
   const char* buttonClass() const override { return names::tabBarButton; }
+  QObject* objectOf(Key key) const override;
+
+ private:
+  Key keyAt(int index) const;
+  // Negative for a tab that has gone.
+  int indexOf(Key key) const;
 };
 
 // The entries of a menu or menu bar, without separators and without those that are widgets.
