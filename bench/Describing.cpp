@@ -81,11 +81,12 @@ void measure(const Screens& screens, Shape shape, long count) {
     return [=](const UIWindowRef& window) { return found(window, "", type, value) > 0; };
   };
   add("describe_all", describes(""));
-  add("describe_buttons", describes("UIButton"));
+  add("describe_buttons", describes(screens.button));
   add("find_by_text", finds("text", "Button 0"));
   add("find_by_part", finds("partialtext", "button 0"));
-  add("find_by_class",
-      [](const UIWindowRef& window) { return found(window, "UIButton", "", "") > 0; });
+  add("find_by_class", [button = screens.button](const UIWindowRef& window) {
+    return found(window, button, "", "") > 0;
+  });
   add("find_by_xpath", [](const UIWindowRef& window) {
     const auto path =
         XpathManager::sharedInstance().getPositionXpathOfUIView(window->subviews().front());

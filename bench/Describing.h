@@ -26,6 +26,8 @@ struct Screens {
   std::function<void(platform::Task<void>)> finish;
   // How deep a chain the toolkit itself survives.
   std::vector<long> chains;
+  // What stands for a button.
+  std::string button = "UIButton";
 };
 
 void measureDescribing(const Screens& screens);

@@ -4,6 +4,9 @@
 #include <QtQuick/QQuickItem>
 #include <QtQuick/QQuickWindow>
 #include <QtWidgets/QApplication>
+#include <QtWidgets/QGraphicsItem>
+#include <QtWidgets/QGraphicsScene>
+#include <QtWidgets/QGraphicsView>
 #include <QtWidgets/QLabel>
 #include <QtWidgets/QPushButton>
 #include <memory>
@@ -46,6 +49,33 @@ platform::UIWindowRef showWidgets(Shape shape, long count) {
     widget->setGeometry(
         QRectF(rect.minX(), rect.minY(), rect.size.width, rect.size.height).toRect());
     views.push_back(widget);
+  }
+  window->show();
+  window->activateWindow();
+  letItShow([] { return window->isActiveWindow(); });
+  return qt::viewOfWidget(window.get());
+}
+
+// --------------------------------------------------------------------------------- graphics items
+
+platform::UIWindowRef showGraphics(Shape shape, long count) {
+  static std::unique_ptr<QWidget> window;
+  window = std::make_unique<QWidget>();
+  window->resize(static_cast<int>(kWindow.width), static_cast<int>(kWindow.height));
+  auto* const scene = new QGraphicsScene(0, 0, kWindow.width, kWindow.height, window.get());
+  auto* const view = new QGraphicsView(scene, window.get());
+  view->setFrameShape(QFrame::NoFrame);
+  view->resize(window->size());
+  std::vector<QGraphicsItem*> views{nullptr};
+  for (long number = 0; number < count; ++number) {
+    const platform::CGRect rect = placeOf(shape, number, count, kWindow);
+    auto* const item = new QGraphicsRectItem(0, 0, rect.size.width, rect.size.height);
+    QGraphicsItem* const parent = parentOf(shape, number, views);
+    parent ? item->setParentItem(parent) : scene->addItem(item);
+    item->setPos(rect.minX(), rect.minY());
+    item->setFlag(QGraphicsItem::ItemIsSelectable, number % 4 == 0);
+    item->setToolTip((number % 4 == 0 ? "Button " : "Label ") + QString::number(number));
+    views.push_back(item);
   }
   window->show();
   window->activateWindow();
@@ -98,6 +128,7 @@ platform::UIWindowRef showItems(Shape shape, long count) {
 
 const bool registered = [] {
   measureDescribing({"widgets", showWidgets, finish, {1000}});
+  measureDescribing({"graphics", showGraphics, finish, {}, "UIControl"});
   measureDescribing({"quick", showItems, finish, {1000}});
   return true;
 }();

@@ -6,10 +6,11 @@
 #include <QtWidgets/QGraphicsProxyWidget>
 #include <QtWidgets/QGraphicsView>
 #include <algorithm>
-#include <unordered_map>
+#include <unordered_set>
 #include <utility>
 
 #include "backends/qt/program/QtText.h"
+#include "backends/qt/program/Stillness.h"
 #include "platform/UIKit/Classes.h"
 
 namespace tarni::qt {
@@ -119,10 +120,12 @@ UIViewRef QtGraphicsView::partAt(const QPoint& point) const {
   const QGraphicsItem* const item =
       viewport.rect().contains(inside) ? graphicsView().itemAt(inside) : nullptr;
   if (!item) return nullptr;
-  renewItems();
-  const auto found =
-      std::ranges::find_if(items_, [&](const auto& known) { return known->item() == item; });
-  return found == items_.end() ? nullptr : *found;
+  // All of the items for each point are a long look in a scene of many.
+  static const char key = 0;
+  auto* const renewed = keptWhileStill<std::unordered_set<const QtGraphicsView*>>(&key);
+  if (!renewed || renewed->insert(this).second) renewItems();
+  const auto found = known_.find(item);
+  return found == known_.end() ? nullptr : found->second;
 }
 
 void QtGraphicsView::renewItems() const {
@@ -134,13 +137,15 @@ void QtGraphicsView::renewItems() const {
   if (std::equal(backToFront.cbegin(), backToFront.cend(), items_.begin(), items_.end(), fits)) {
     return;
   }
-  std::unordered_map<const QGraphicsItem*, std::shared_ptr<QtGraphicsItem>> known;
-  for (const auto& item : items_) known.emplace(item->item(), item);
+  decltype(known_) renewed;
   items_.clear();
   for (QGraphicsItem* const item : std::as_const(backToFront)) {
-    const auto same = known.find(item);
-    items_.push_back(same != known.end() ? same->second : makeItem(*item));
+    const auto same = known_.find(item);
+    const bool isSame = same != known_.end() && same->second->item() == item;
+    items_.push_back(isSame ? same->second : makeItem(*item));
+    renewed.emplace(item, items_.back());
   }
+  known_ = std::move(renewed);
 }
 
 std::shared_ptr<QtGraphicsItem> QtGraphicsView::makeItem(QGraphicsItem& item) const {

@@ -5,6 +5,8 @@
 // one that is put back is another view.
 #pragma once
 
+#include <unordered_map>
+
 #include "backends/qt/views/QtPart.h"
 #include "backends/qt/views/QtScrollView.h"
 
@@ -80,7 +82,8 @@ class QtGraphicsView final : public QtScrollView {
   void renewItems() const;
   std::shared_ptr<QtGraphicsItem> makeItem(QGraphicsItem& item) const;
 
-  mutable std::vector<std::shared_ptr<QtGraphicsItem>> items_;
+  mutable std::vector<std::shared_ptr<QtGraphicsItem>> items_;  // back to front
+  mutable std::unordered_map<const QGraphicsItem*, std::shared_ptr<QtGraphicsItem>> known_;
 };
 
 }  // namespace tarni::qt
