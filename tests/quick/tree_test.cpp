@@ -203,8 +203,13 @@ TEST_F(HitTest, OnlyAModalPopupKeepsFingersFromThePage) {
   popup->setProperty("modal", true);
   QMetaObject::invokeMethod(popup, "open");
   ASSERT_TRUE(runUntil([&] { return popup->property("opened").toBool(); }));
-  EXPECT_NE(metInMiddle("below"), "below");
   EXPECT_EQ(metInMiddle("inPopup"), "inPopup");
+  const CGPoint onButton = view("below")->convertPointToWindow({50, 30});
+  const UIViewRef outside = root()->hitTest(onButton);
+  ASSERT_TRUE(as<platform::UIButton>(outside));
+  EXPECT_EQ(as<platform::UIButton>(outside)->currentTitle(), "dismiss popup");
+  finish(KIFAdditions::tap(outside));
+  EXPECT_TRUE(runUntil([&] { return !popup->property("visible").toBool(); }));
 }
 
 TEST_F(HitTest, WhatIsClippedAwayIsNowhere) {

@@ -1,6 +1,9 @@
 #include "backends/qt/quick/QuickKind.h"
 
+#include <private/qquickitem_p.h>
+
 #include <QtQuick/QQuickWindow>
+#include <algorithm>
 #include <map>
 #include <vector>
 
@@ -197,12 +200,24 @@ const QObject* popupOfItem(const QQuickItem& item) {
   return popup && popup->inherits("QQuickPopup") ? popup : nullptr;
 }
 
+const QQuickItem* popupDismissedBy(const QQuickItem& item) {
+  const QQuickItem* const overlay = item.parentItem();
+  if (!overlay || item.acceptedMouseButtons() == Qt::NoButton) return nullptr;
+  if (!overlay->inherits("QQuickOverlay") || item.inherits("QQuickPopupItem")) return nullptr;
+  const auto stacked = QQuickItemPrivate::get(overlay)->paintOrderChildItems();
+  const auto own = std::ranges::find(stacked, &item);
+  const auto above =
+      std::find_if(own, stacked.end(), [](const auto* other) { return popupOfItem(*other); });
+  return above == stacked.end() ? nullptr : *above;
+}
+
 const char* titleOfControlPart(const QQuickItem& item) {
   const QQuickItem* const control = item.parentItem();
   if (!control) return nullptr;
   const auto isIn = [&item](const QObject* group, const char* property) {
     return group && group->property(property).value<QQuickItem*>() == &item;
   };
+  if (popupDismissedBy(item)) return "dismiss popup";
   if (control->inherits("QQuickSpinBox")) {
     if (isIn(control->property("up").value<QObject*>(), "indicator")) return "Increase";
     if (isIn(control->property("down").value<QObject*>(), "indicator")) return "Decrease";

@@ -47,7 +47,7 @@ const QObject* popupOfItem(const QQuickItem& item);
 
 // True for an item that stands in a control of the toolkit and does a thing of its own there: the
 // arrows of a spin box, the arrow of a combo box with a text field, the handle of a slider, the
-// arrow of a tree's node.
+// arrow of a tree's node; and for what dims the page behind a modal popup.
 bool isControlPart(const QQuickItem& item);
 
 // What such a part is called; null for a tree's node, which is called like its row, and for any
@@ -57,6 +57,10 @@ const char* titleOfControlPart(const QQuickItem& item);
 // True for a row of a tree: it leaves the mouse to the tree but keeps touches for itself, although
 // it does nothing with them.
 bool isTreeRow(const QQuickItem& item);
+
+// The item of the modal popup that is closed by a press on `item`, which dims the page behind it.
+// Null for any other item.
+const QQuickItem* popupDismissedBy(const QQuickItem& item);
 
 // True for kinds that are drawn by parts which nobody takes for things of their own (a button's
 // background and its text).

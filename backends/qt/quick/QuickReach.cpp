@@ -4,7 +4,9 @@
 #include <private/qquickitem_p.h>
 
 #include <algorithm>
+#include <array>
 
+#include "backends/qt/quick/QuickKind.h"
 #include "backends/qt/quick/QuickScene.h"
 
 namespace tarni::qt {
@@ -19,6 +21,23 @@ QRectF ownReach(const QQuickItem& item) {
 
 platform::CGRect asCGRect(const QRectF& rect) {
   return {{rect.x(), rect.y()}, {rect.width(), rect.height()}};
+}
+
+QRectF largestPartBeside(const QQuickItem& popup, const QQuickItem& item) {
+  const QRectF all({}, item.size());
+  const QRectF taken = item.mapRectFromItem(&popup, {{}, popup.size()}) & all;
+  if (taken.isEmpty()) return all;
+  QRectF left = all;
+  left.setRight(taken.left());
+  QRectF right = all;
+  right.setLeft(taken.right());
+  QRectF above = all;
+  above.setBottom(taken.top());
+  QRectF below = all;
+  below.setTop(taken.bottom());
+  const std::array free{left, right, above, below};
+  return std::ranges::max(free, {},
+                          [](const QRectF& part) { return part.width() * part.height(); });
 }
 
 struct Entry {
@@ -75,7 +94,8 @@ QTransform transformToParent(const QQuickItem& item) {
 }
 
 QRectF shownPart(const QQuickItem& item) {
-  const QRectF own({}, item.size());
+  const QQuickItem* const popup = popupDismissedBy(item);
+  const QRectF own = popup ? largestPartBeside(*popup, item) : QRectF({}, item.size());
   if (own.isEmpty() || !item.isVisible() || !item.window()) return own;
   QRectF shown = own;
   QTransform toAbove;

@@ -37,8 +37,9 @@ QTransform transformToParent(const QQuickItem& item);
 bool isShown(const QQuickItem& item);
 
 // What of the item is on screen, where nothing above it clips it away, in its own coordinates; the
-// smallest upright rectangle round that when the item is turned. The whole item while it is hidden,
-// and nothing, at its origin, when all of it is clipped away.
+// smallest upright rectangle round that when the item is turned. Of what dims the page behind a
+// modal popup it is the largest part beside that popup. The whole item while it is hidden, and
+// nothing, at its origin, when all of it is clipped away.
 QRectF shownPart(const QQuickItem& item);
 
 // True for an item that keeps what stands in it inside its rectangle.
