@@ -30,7 +30,7 @@ using platform::UIViewRef;
 namespace uikit = platform::uikit;
 
 constexpr double tapThreshold = 10;                    // points
-constexpr CGPoint outsideEveryScreen{-100.0, -200.0};  // in window coordinates
+constexpr CGPoint outsideEveryScreen{-100.0, -200.0};
 constexpr auto pauseAfterTypedText = std::chrono::milliseconds(100);
 
 bool isInSpyMode() {
@@ -101,7 +101,10 @@ void recordTypedText(const UIViewRef& tapped, CGPoint point) {
 void selectForSpy(const UIViewRef& view, CGPoint touched) {
   if (!view || !ElementSpy().createSpyHierarchy(view, touched)) return;
   // The touch that selected the element must not act on the application.
-  const CGPoint point = platform::convertPoint(outsideEveryScreen, view->window(), view);
+  const platform::UIWindowRef window = view->window();
+  const CGPoint corner = window ? window->frame().origin : CGPoint{};
+  const CGPoint outside{outsideEveryScreen.x - corner.x, outsideEveryScreen.y - corner.y};
+  const CGPoint point = platform::convertPoint(outside, window, view);
   Diagnostics::spawnLogged(KIFAdditions::FaketapAtPoint(view, point), "Recording failed");
 }
 

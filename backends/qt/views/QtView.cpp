@@ -1,6 +1,7 @@
 #include "backends/qt/views/QtView.h"
 
 #include <QtGui/QAccessible>
+#include <QtGui/QGuiApplication>
 #include <QtWidgets/QAbstractButton>
 #include <QtWidgets/QAbstractScrollArea>
 #include <QtWidgets/QGroupBox>
@@ -203,8 +204,10 @@ platform::CGRect QtView::frame() const {
 
 UIViewRef QtView::hitTest(CGPoint point) const {
   if (!widget_ || !widget_->isVisible()) return nullptr;
-  if (!bounds().contains(point)) return outside();
   const QPoint at = toQPoint(point) + shownShape().topLeft();
+  if (!bounds().contains(point)) {
+    return QGuiApplication::screenAt(widget_->mapToGlobal(at)) ? outside() : nullptr;
+  }
   QWidget* hit = childAt(*widget_, at);
   UIViewRef view;
   // Widgets of the agent have no view; what is under them counts.
