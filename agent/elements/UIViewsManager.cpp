@@ -30,8 +30,15 @@ const std::string* tag(const WalkStep& step, std::string_view key) {
   if (layer.valueForKey(key)) return nullptr;
   const std::string guid = Utilities::getGUIDString();
   layer.setValueForKey(guid, key);
-  XpathManager::sharedInstance().createXpathPositionOfUIView(step.parent(), step.view, guid,
-                                                             step.index());
+  // What is listed where it does not stand, as the menus that a submenu was opened from, has its
+  // place elsewhere; a window has none.
+  const UIViewRef above = step.view->superview();
+  XpathManager& positions = XpathManager::sharedInstance();
+  if (!above || above == step.parent()) {
+    positions.createXpathPositionOfUIView(above, step.view, guid, step.index());
+  } else {
+    positions.createXpathPositionOfUIView(above, step.view, guid);
+  }
   return layer.valueForKey(key);
 }
 

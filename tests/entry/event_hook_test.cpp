@@ -10,6 +10,10 @@
 #include <QtWidgets/QVBoxLayout>
 #include <QtWidgets/QWizard>
 
+#include <algorithm>
+
+#include "agent/elements/UIViewsManager.h"
+#include "agent/elements/XpathManager.h"
 #include "tests/entry/QtScreen.h"
 
 namespace tarni::test {
@@ -160,6 +164,12 @@ TEST_F(EventHook, FindsWhatIsMeantWhileMenusAreOpen) {
   for (const int x : {-2, -1, 0}) move(place(*file, sub->menuAction()) + QPoint(x, 0));
   ASSERT_TRUE(runUntil([&] { return sub->isVisible() && !seen_.empty(); }));
   EXPECT_EQ(seen_[0].view, entry(*file, sub->menuAction())) << "pointing opened it";
+  UIViewsManager().identifyViews(platform::current().application->keyWindow());
+  for (QWidget* const origin : {static_cast<QWidget*>(bar), static_cast<QWidget*>(file)}) {
+    const auto position =
+        XpathManager::sharedInstance().getPositionXpathOfUIView(qt::viewOfWidget(origin));
+    EXPECT_EQ(std::ranges::count(position.value_or(""), '\\'), 1) << *position;
+  }
   EXPECT_THAT(phases(), testing::ElementsAre(UITouchPhase::Began, UITouchPhase::Ended));
   seen_.clear();
   const platform::UIViewRef deepEntry = entry(*sub, deep);
