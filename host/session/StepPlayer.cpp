@@ -1,6 +1,7 @@
 #include "host/session/StepPlayer.h"
 
 #include <algorithm>
+#include <array>
 #include <thread>
 #include <utility>
 
@@ -28,9 +29,12 @@ double secondsSince(Clock::time_point start) {
   return std::chrono::duration<double>(Clock::now() - start).count();
 }
 
-// What is not a control lets a tap through to what stands behind it.
+// What is not a control lets a tap through to what stands behind it. A class of the application's
+// own may be one.
 bool mayBeTappedThrough(const RecordedStep& step) {
-  return step.action == "Click" || step.action == "ClickImage";
+  constexpr std::array plain{"UIView", "UILabel", "UIWindow"};
+  return step.action == "ClickImage" ||
+         (step.action == "Click" && std::ranges::find(plain, step.className) != plain.end());
 }
 
 std::string inSeconds(milliseconds time) {

@@ -329,6 +329,16 @@ TEST_F(Sessions, TellWhatWasLookedForAndWhatWasThere) {
   EXPECT_THAT(screen.deeds(), IsEmpty());
 }
 
+TEST_F(Sessions, TapThroughWhatIsNoControlOnly) {
+  ScriptedScreen screen({{"UILabel", "\\A[0]", "Name", "Name", true, true, false},
+                         {"UITableViewCell", "\\A[1]", "Row", "Row", true, false, false}});
+  const auto label = step("Click", "UILabel", "\\A[0]", "Name", 0);
+  const auto row = step("Click", "UITableViewCell", "\\A[1]", "Row", 0);
+  EXPECT_EQ(play(screen, {label}, {"--timeout", "0"}).code, 0);
+  EXPECT_EQ(play(screen, {row}, {"--timeout", "0"}).code, 1);
+  EXPECT_THAT(screen.deeds(), ElementsAre("clickelement 0"));
+}
+
 TEST_F(Sessions, SetSwitchesToTheRecordedState) {
   const std::vector<ScriptedElement> one = {{.className = "UISwitch",
                                              .xpath = "\\UISwitch[0]",
