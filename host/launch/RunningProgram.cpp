@@ -211,8 +211,12 @@ std::optional<std::string> lineAfter(const std::string& text, const std::string&
 }  // namespace
 
 void requireProgram(const std::string& command) {
-  if (access(pathOfCommand(command).c_str(), X_OK) == 0) return;
-  throw NoSuchProgram("cannot start " + command + ": " + std::system_category().message(errno));
+  const auto path = pathOfCommand(command);
+  std::error_code ignored;
+  int error = access(path.c_str(), X_OK) == 0 ? 0 : errno;
+  if (error == 0 && fs::is_directory(path, ignored)) error = EISDIR;
+  if (error == 0) return;
+  throw NoSuchProgram("cannot start " + command + ": " + std::system_category().message(error));
 }
 
 bool namesQt(const std::string& command) {

@@ -344,6 +344,7 @@ TEST_F(Running, RefusesWhatCannotWork) {
   const auto missing = tarni({"run", "--", "/no/such/program"}, environment_);
   EXPECT_EQ(missing.code, 3);
   EXPECT_THAT(missing.output, HasSubstr("cannot start /no/such/program"));
+  EXPECT_EQ(tarni({"run", "--", "/tmp"}, environment_).code, 3);
   EXPECT_EQ(tarni({"--in", "name", "run", "--", "true"}, environment_).code, 2);
   EXPECT_THAT(tarni({"run", "--", "true"}, {{"TARNI_LIBRARY", "/none"}}).output,
               HasSubstr("TARNI_LIBRARY names no file"));
