@@ -6,6 +6,7 @@
 #include <syslog.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <array>
 #include <cerrno>
 #include <cmath>
@@ -18,16 +19,32 @@ namespace {
 
 constexpr std::size_t flushedAt = 64 * 1024;
 
+// How many bytes, at the start of the text, are of a character that a terminal may obey or that
+// hides the order of the letters; 0 for any other character.
+std::size_t steeringBytes(std::string_view text) {
+  const auto isWithin = [&text](std::size_t at, unsigned first, unsigned last) {
+    const unsigned byte = at < text.size() ? static_cast<unsigned char>(text[at]) : 0U;
+    return byte >= first && byte <= last;
+  };
+  if (text.front() == '\t') return 0;
+  if (isWithin(0, 0, ' ' - 1) || isWithin(0, 0x7F, 0x7F)) return 1;
+  if (isWithin(0, 0xC2, 0xC2) && isWithin(1, 0x80, 0x9F)) return 2;  // U+0080 to U+009F
+  if (!isWithin(0, 0xE2, 0xE2)) return 0;
+  const bool separates = isWithin(1, 0x80, 0x80) && isWithin(2, 0xA8, 0xAE);  // U+2028 to U+202E
+  const bool isolates = isWithin(1, 0x81, 0x81) && isWithin(2, 0xA6, 0xA9);   // U+2066 to U+2069
+  return separates || isolates ? 3 : 0;
+}
+
 // A line stays one line, whatever is in it.
 void appendPrintable(std::string& text, std::string_view line) {
-  for (const char letter : line) {
-    if (letter == '\n') {
-      text += "\\n";
-    } else if (letter == '\r') {
-      text += "\\r";
+  while (!line.empty()) {
+    const std::size_t steering = steeringBytes(line);
+    if (line.front() == '\n' || line.front() == '\r') {
+      text += line.front() == '\n' ? "\\n" : "\\r";
     } else {
-      text += static_cast<unsigned char>(letter) < ' ' && letter != '\t' ? '?' : letter;
+      text += steering > 0 ? '?' : line.front();
     }
+    line.remove_prefix(std::max<std::size_t>(steering, 1));
   }
 }
 

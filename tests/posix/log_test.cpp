@@ -100,14 +100,14 @@ TEST_F(LogTest, AVeryLongLineIsCut) {
 TEST_F(LogTest, AFileGetsOneLineEachAppended) {
   std::ofstream(path_) << "before\n";
   const auto file = posix::openLogDestination(path_);
-  file->write(1'700'000'000.25, "two\r\nlines\x01");
+  file->write(1'700'000'000.25, "two\r\nlines\x01\x7F\u009B\u202E\u2066");
   file->flush();
   const std::vector<std::string> lines = fileLines();
   ASSERT_EQ(lines.size(), 2U);
   EXPECT_EQ(lines[0], "before");
   EXPECT_THAT(lines[1],
               testing::MatchesRegex(
-                  R"([0-9]{2}:[0-9]{2}:[0-9]{2}\.250 tarni\[[0-9]+\]: two\\r\\nlines\?)"));
+                  R"([0-9]{2}:[0-9]{2}:[0-9]{2}\.250 tarni\[[0-9]+\]: two\\r\\nlines\?\?\?\?\?)"));
 }
 
 TEST_F(LogTest, AFileIsForItsUserAloneAndNoLinkThatSomebodyElseLaid) {
