@@ -70,6 +70,9 @@ Answer Locator::findOnce(Invocation& invocation) const {
     command.functionName = "findelementsinsideelement";
     command.dataValue = inside_;
   }
+  auto answer = invocation.call(command);
+  if (!answer.elementIds().empty() || !inside_.empty()) return answer;
+  command.window = kAnyWindow;
   return invocation.call(command);
 }
 

@@ -6,7 +6,7 @@
 #include <string>
 #include <vector>
 
-#include "host/wire/Answer.h"
+#include "host/wire/PlaybackClient.h"
 
 namespace CLI {
 class App;
@@ -30,7 +30,7 @@ class Locator {
   // For messages: `UIButton with the text "OK"`.
   std::string description() const;
 
-  // One search, without waiting.
+  // One search, without waiting: in the key window, and in the others when nothing in it fits.
   Answer findOnce(Invocation& invocation) const;
   // Searches until something is found or the time of --wait has passed.
   Answer find(Invocation& invocation) const;

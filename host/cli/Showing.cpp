@@ -28,11 +28,13 @@ Looks Looks::of(Invocation& invocation, const std::string& id) {
   return {ask("gettext"), ask("getwidth"), ask("getheight")};
 }
 
-Showing::Showing(Invocation& invocation, bool isOfFind, bool (*isShown)(const Json&)) {
+Showing::Showing(Invocation& invocation, const std::string& beside, bool isOfFind,
+                 bool (*isShown)(const Json&)) {
   const auto rounded = [](const Json& frame, const char* key) {
     return std::to_string(std::lrint(numberIn(frame, key)));
   };
-  const auto descriptions = invocation.call({"ai_findelements"}).entries();
+  const auto descriptions =
+      invocation.call({.functionName = "ai_findelements", .window = beside}).entries();
   for (const auto& description : descriptions) {
     if (isOfFind && !isTrue(description, "isVisibleInWindowFrame")) continue;
     const auto& frame = objectIn(description, "rectangle");

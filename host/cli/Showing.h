@@ -36,9 +36,10 @@ struct Looks {
 
 class Showing {
  public:
-  // Describes all, which makes earlier identifiers void. With `isOfFind` elements are told about
-  // that a find returned, which leaves out what is clipped away.
-  Showing(Invocation& invocation, bool isOfFind, bool (*isShown)(const Json&) = isOnScreen);
+  // Describes all in the window of the element `beside`, which makes earlier identifiers void. With
+  // `isOfFind` elements are told about that a find returned, which leaves out what is clipped away.
+  Showing(Invocation& invocation, const std::string& beside, bool isOfFind,
+          bool (*isShown)(const Json&) = isOnScreen);
 
   // "true" or "false"; null when no element of these looks is described, "?" when some of them are
   // shown and some are not.

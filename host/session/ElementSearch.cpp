@@ -101,17 +101,14 @@ const char* nameOf(LocatorKind kind) {
 
 Look ElementSearch::look(const RecordedStep& step, bool mayGuess) {
   if (step.isInPage) return lookInPage(step, mayGuess);
-  const auto findings = findingsOf(step);
+  const auto findings = findingsOf(step, "");
   Look look;
-  look.sameClass = elementsOf(step.className);
-  look.located = sureOne(step, findings, look.sameClass);
+  look.sameClass = elementsOf(step.className, "");
+  look.located = sureOne(step, findings, look.sameClass, "");
+  if (!look.located) look.located = besideKeyWindow(step);
   if (look.located) return look;
-  if (const auto id = idInAnyWindow(step); !id.empty()) {
-    look.located = sureOne(step, findings, elementsOf(step.className, id));
-    if (look.located) return look;
-  }
   // The search has made the identifiers void.
-  if (mayGuess) look.sameClass = elementsOf(step.className);
+  if (mayGuess) look.sameClass = elementsOf(step.className, "");
   if (const auto* const guessed = atIndex(step, look.sameClass); mayGuess && guessed != nullptr) {
     look.located = {LocatorKind::index, *guessed};
   } else {
@@ -120,25 +117,34 @@ Look ElementSearch::look(const RecordedStep& step, bool mayGuess) {
   return look;
 }
 
+std::optional<Located> ElementSearch::besideKeyWindow(const RecordedStep& step) {
+  const auto findings = findingsOf(step, kAnyWindow);
+  const auto id = idInAnyWindow(step);
+  if (id.empty()) return std::nullopt;
+  return sureOne(step, findings, elementsOf(step.className, id), kAnyWindow);
+}
+
 // Before the elements are described, since searching makes the identifiers of descriptions void.
-ElementSearch::Findings ElementSearch::findingsOf(const RecordedStep& step) {
+ElementSearch::Findings ElementSearch::findingsOf(const RecordedStep& step,
+                                                  const std::string& window) {
   Findings findings;
   if (!step.text.empty() && step.isTextItsOwn) {
-    for (const auto& id : find(step, "text", step.text)) {
+    for (const auto& id : find(step, "text", step.text, window)) {
       findings.withText.push_back(featuresOf(id));
     }
   }
-  if (const auto id = idAtPosition(step); !id.empty()) findings.atPosition = featuresOf(id);
+  if (const auto id = idAtPosition(step, window); !id.empty()) findings.atPosition = featuresOf(id);
   return findings;
 }
 
 // All views are described: only so their places in the tree are known, and hidden views count as
 // well for the index among a class.
 ElementSearch::Elements ElementSearch::elementsOf(const std::string& className,
-                                                  const std::string& beside) {
+                                                  const std::string& window) {
   ViewTree tree;
   Elements elements;
-  for (const auto& description : client_.call({"ai_findelements", "", "", beside}).entries()) {
+  for (const auto& description :
+       client_.call({.functionName = "ai_findelements", .window = window}).entries()) {
     tree.goTo(description);
     if (textIn(description, "elementType") != className) continue;
     elements.push_back(ElementOnScreen::fromJson(description));
@@ -148,7 +154,7 @@ ElementSearch::Elements ElementSearch::elementsOf(const std::string& className,
 }
 
 std::optional<Located> ElementSearch::sureOne(const RecordedStep& step, const Findings& findings,
-                                              const Elements& all) {
+                                              const Elements& all, const std::string& window) {
   const auto isSure = [&](const ElementOnScreen* element) {
     return element != nullptr && element->isVisible && !speaksAgainst(step, findings, *element);
   };
@@ -156,7 +162,7 @@ std::optional<Located> ElementSearch::sureOne(const RecordedStep& step, const Fi
     // Several elements may look the same: only the position tells which one is meant. Where it no
     // longer does, the screen changes, and the search has made all other identifiers void.
     auto element = *kept;
-    element.id = idAtPosition(step);
+    element.id = idAtPosition(step, window);
     if (element.id.empty()) return std::nullopt;
     return Located{LocatorKind::position, element};
   }
@@ -261,20 +267,22 @@ bool ElementSearch::hasTextInPage(const RecordedStep& step, const std::string& i
 }
 
 std::vector<std::string> ElementSearch::find(const RecordedStep& step, const char* accessor,
-                                             const std::string& value) {
-  return client_.call({"findelements", step.className, accessor, value}).elementIds();
+                                             const std::string& value, const std::string& window) {
+  return client_.call({"findelements", step.className, accessor, value, "", window}).elementIds();
 }
 
 std::string ElementSearch::idInAnyWindow(const RecordedStep& step) {
   if (!step.text.empty() && step.isTextItsOwn) {
-    if (const auto ids = find(step, "text", step.text); !ids.empty()) return ids.front();
+    if (const auto ids = find(step, "text", step.text, kAnyWindow); !ids.empty()) {
+      return ids.front();
+    }
   }
-  return idAtPosition(step);
+  return idAtPosition(step, kAnyWindow);
 }
 
-std::string ElementSearch::idAtPosition(const RecordedStep& step) {
+std::string ElementSearch::idAtPosition(const RecordedStep& step, const std::string& window) {
   if (step.xpath.empty()) return "";
-  const auto ids = find(step, "xpath", step.xpath);
+  const auto ids = find(step, "xpath", step.xpath, window);
   return ids.size() == 1 ? ids.front() : "";
 }
 

@@ -85,11 +85,12 @@ class ElementSearch {
     std::vector<Features> withText;
   };
 
-  Findings findingsOf(const RecordedStep& step);
-  // Those of the current window; of the window of the element `beside`, when one is named.
-  Elements elementsOf(const std::string& className, const std::string& beside = "");
+  // `window` as in a command: "" is the key window.
+  Findings findingsOf(const RecordedStep& step, const std::string& window);
+  Elements elementsOf(const std::string& className, const std::string& window);
   std::optional<Located> sureOne(const RecordedStep& step, const Findings& findings,
-                                 const Elements& all);
+                                 const Elements& all, const std::string& window);
+  std::optional<Located> besideKeyWindow(const RecordedStep& step);
   Look lookInPage(const RecordedStep& step, bool mayGuess);
   bool hasTextInPage(const RecordedStep& step, const std::string& id);
 
@@ -105,12 +106,11 @@ class ElementSearch {
                             const Elements& all);
 
   std::vector<std::string> find(const RecordedStep& step, const char* accessor,
-                                const std::string& value);
-  // Of an element that fits: the agent searches the windows beside the current one when nothing in
-  // that fits. "" when there is none.
+                                const std::string& value, const std::string& window = "");
+  // Of an element that fits, "" when there is none.
   std::string idInAnyWindow(const RecordedStep& step);
   // The identifier of the only element at the recorded position; "" when there is none.
-  std::string idAtPosition(const RecordedStep& step);
+  std::string idAtPosition(const RecordedStep& step, const std::string& window = "");
   Features featuresOf(const std::string& id);
   std::string ask(const char* function, const std::string& id);
 

@@ -21,11 +21,12 @@ constexpr std::string_view kCommandWithoutEffect = "{}";
 }  // namespace
 
 std::string PlaybackCommand::line() const {
-  const Json keys = {{"functionname", functionName},
+  Json keys = {{"functionname", functionName},
                      {"tagname", tagName},
                      {"accessortype", accessorType},
                      {"accessorvalue", accessorValue},
                      {"datavalue", dataValue}};
+  if (!window.empty()) keys["window"] = window;
   try {
     return keys.dump();
   } catch (const nlohmann::json::type_error&) {

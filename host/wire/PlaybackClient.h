@@ -12,12 +12,18 @@
 
 namespace tarni::host {
 
+// All windows that take input; the first in which something fits counts.
+constexpr const char* kAnyWindow = "any";
+
 struct PlaybackCommand {
   std::string functionName;
   std::string tagName = {};
   std::string accessorType = {};
   std::string accessorValue = {};
   std::string dataValue = {};
+  // Where to search: empty for the key window, kAnyWindow, or the identifier of an element for the
+  // one that it stands in.
+  std::string window = {};
 
   // One line of JSON. Throws std::invalid_argument when a value is not UTF-8.
   std::string line() const;

@@ -95,7 +95,12 @@ void writePictures(const Json& elements, const std::filesystem::path& folder) {
 }
 
 void describe(Invocation& invocation, const DescribeOptions& options) {
-  const auto answer = invocation.call({"ai_findelements", options.tag == "*" ? "" : options.tag});
+  PlaybackCommand command{"ai_findelements", options.tag == "*" ? "" : options.tag};
+  auto answer = invocation.call(command);
+  if (answer.entries().empty()) {
+    command.window = kAnyWindow;
+    answer = invocation.call(command);
+  }
   Json elements = answer.entries();
   if (options.onScreen) {
     std::erase_if(elements.get_ref<Json::array_t&>(),

@@ -47,10 +47,14 @@ void printIds(const std::vector<Terminal::Row>& rows, bool json) {
   if (json) std::cout << printableJson(entries.dump()) << '\n';
 }
 
-// Described before they are found, as it makes identifiers void.
+// Found to know their window, and again once that is described, as it makes identifiers void.
 void findWithDetails(Invocation& invocation, const FindOptions& options) {
-  const Showing showing(invocation, true, options.onScreen ? isInSight : isOnScreen);
-  auto rows = rowsOf(invocation, options.locator.find(invocation).elementIds(), showing);
+  std::vector<Terminal::Row> rows;
+  if (const auto first = options.locator.find(invocation).elementIds(); !first.empty()) {
+    const Showing showing(invocation, first.front(), true,
+                          options.onScreen ? isInSight : isOnScreen);
+    rows = rowsOf(invocation, options.locator.findOnce(invocation).elementIds(), showing);
+  }
   if (options.onScreen) std::erase_if(rows, [](const auto& row) { return row[3] == "false"; });
   const bool isEmpty = rows.empty();
   if (!options.details || invocation.options.json) {

@@ -49,7 +49,7 @@ void tellDisplayed(Invocation& invocation, const Target& target) {
   const auto looks = Looks::of(invocation, id);
   const auto byWire = invocation.call({"isdisplayed", "", "", id}).output();
   if (!byWire) throw NotFound("the element has no answer to this");
-  const auto output = Showing(invocation, target.isGiven()).of(looks).value_or(*byWire);
+  const auto output = Showing(invocation, id, target.isGiven()).of(looks).value_or(*byWire);
   if (output == "?") {
     throw NotFound("others look like it, some of them on screen and some not: `tarni tree` tells");
   }
