@@ -110,7 +110,10 @@ ordered_json describe(const AiAPI& api, const UIViewRef& view, const Standing& s
 
 std::vector<UIViewWeakRef> viewsOfType(const std::string& type,
                                        const platform::UIWindowRef& window) {
-  const std::vector<UIViewRef> views = UIViewsManager().viewsForPlayerOfType(window, type);
+  const auto positions = window == UIViewFinder::getCurrentWindow()
+                             ? UIViewsManager::Positions::ofKeyWindow
+                             : UIViewsManager::Positions::ofEachWindow;
+  const std::vector<UIViewRef> views = UIViewsManager(positions).viewsForPlayerOfType(window, type);
   return {views.begin(), views.end()};
 }
 

@@ -4,12 +4,11 @@
 #include "agent/AI/AiAPI.h"
 #include "agent/commands/NativeCommands.h"
 #include "agent/core/state/Utilities_Text.h"
-#include "agent/elements/IdentityTag.h"
+#include "agent/elements/PositionSearch.h"
 #include "agent/elements/UIViewFinder.h"
 #include "agent/elements/UIViewMemoryCache.h"
 #include "agent/elements/UIViewsManager.h"
 #include "agent/elements/Utilities.h"
-#include "agent/elements/XpathManager.h"
 #include "platform/Platform.h"
 #include "platform/UIKit/Classes.h"
 
@@ -31,44 +30,55 @@ ordered_json collectIdentifiers() {
   return entries;
 }
 
+// A search beside the key window takes positions as they are and leaves them to what has them.
+UIViewsManager::Positions positionsFor(const FunctionCallObject& command, const UIViewRef& root) {
+  const bool isBeside = root && root->window() != UIViewFinder::getCurrentWindow();
+  return isBeside || !command.getWindow().empty() ? UIViewsManager::Positions::ofEachWindow
+                                                  : UIViewsManager::Positions::ofKeyWindow;
+}
+
 // Searches below `parent`; null is nowhere.
 void findBelow(const UIViewRef& parent, const FunctionCallObject& command) {
-  UIViewsManager manager;
+  UIViewsManager manager(positionsFor(command, parent));
   manager.findElements(parent, command.getTagName(), command.getAccessorType(),
                        command.getAccessorValue());
 }
 
-bool foundSomething() {
-  return !UIViewMemoryCache::sharedInstance().getUIViewsMemoryCache().empty();
+// In which the command searches, in turn. Asked before the cache of found elements is cleared.
+std::vector<platform::UIWindowRef> windowsOf(const FunctionCallObject& command) {
+  if (command.getWindow().empty()) return {UIViewFinder::getCurrentWindow()};
+  if (command.getWindow() == "any") return platform::current().application->windowsThatTakeInput();
+  const UIViewRef element =
+      UIViewMemoryCache::sharedInstance().getUIVIewAccordingToElementId(command.getWindow());
+  return {element ? element->window() : nullptr};
 }
 
-// Calls `search(window)` for the current window and, as long as nothing was found, for the others
-// that take input, front to back.
+// Calls `search(window)` for one window after the other as long as nothing was found.
 template <typename Search>
-void searchWindows(Search&& search) {
-  const platform::UIWindowRef current = UIViewFinder::getCurrentWindow();
-  search(current);
-  if (foundSomething()) return;
-  for (const auto& other : platform::current().application->windowsThatTakeInput()) {
-    if (other == current) continue;
-    search(other);
-    if (foundSomething()) return;
+void searchWindows(const FunctionCallObject& command, Search&& search) {
+  const std::vector<platform::UIWindowRef> windows = windowsOf(command);
+  UIViewMemoryCache& cache = UIViewMemoryCache::sharedInstance();
+  cache.clearMemoryCache();
+  for (const platform::UIWindowRef& window : windows) {
+    search(window);
+    if (!cache.getUIViewsMemoryCache().empty()) return;
   }
 }
 
-bool matchesText(const UIViewRef& field, const FunctionCallObject& command) {
-  if (command.getAccessorType().empty()) return true;
-  const std::string text = Utilities::getUIViewText(field);
-  if (command.getAccessorType() == "text") return text == command.getAccessorValue();
-  return command.getAccessorType() == "partialtext" &&
-         Utilities::lowercaseString(text).find(
-             Utilities::lowercaseString(command.getAccessorValue())) != std::string::npos;
-}
-
 void addFieldsByText(const std::vector<UIViewRef>& views, const FunctionCallObject& command) {
+  const std::string& type = command.getAccessorType();
+  const std::string& value = command.getAccessorValue();
+  const std::string lowercaseValue = Utilities::lowercaseString(value);
+  const auto matches = [&](const UIViewRef& field) {
+    if (type.empty()) return true;
+    const std::string text = Utilities::getUIViewText(field);
+    if (type == "text") return text == value;
+    return type == "partialtext" &&
+           Utilities::lowercaseString(text).find(lowercaseValue) != std::string::npos;
+  };
   for (const UIViewRef& view : views) {
     const bool isField = view->isKindOfClass(platform::uikit::UITextField);
-    if (isField && matchesText(view, command)) {
+    if (isField && matches(view)) {
       UIViewMemoryCache::sharedInstance().addViewInMemoryCache(view);
     }
   }
@@ -76,16 +86,15 @@ void addFieldsByText(const std::vector<UIViewRef>& views, const FunctionCallObje
 
 // Adds the first view of all, text field or not, that has the position; nothing on a screen without
 // a text field.
-void addViewByXpath(const std::vector<UIViewRef>& views, const std::string& xpath) {
+void addViewByXpath(const std::vector<UIViewRef>& views, UIViewsManager::Positions positions,
+                    const std::string& xpath) {
   const auto isField = [](const UIViewRef& view) {
     return view->isKindOfClass(platform::uikit::UITextField);
   };
-  const auto guid = XpathManager::sharedInstance().getIdentificationGUIDFromXpath(xpath);
-  if (!guid || std::ranges::none_of(views, isField)) return;
-  const auto found = std::ranges::find_if(views, [&guid](const UIViewRef& view) {
-    const std::string* const tag = view->layer().valueForKey(kPlaybackTag);
-    return tag && *tag == *guid;
-  });
+  if (std::ranges::none_of(views, isField)) return;
+  const PositionSearch search(positions, xpath);
+  const auto found =
+      std::ranges::find_if(views, [&](const UIViewRef& view) { return search.matches(view); });
   if (found != views.end()) UIViewMemoryCache::sharedInstance().addViewInMemoryCache(*found);
 }
 
@@ -106,13 +115,12 @@ Entries findelementsinsideelement(FunctionCallObject command) {
 Entries findeditablecomponents(FunctionCallObject command) {
   // 1. Wait for a view controller that is about to appear.
   co_await UIViewFinder::waitForViewControllerLoaded();
-  // 2. Clear the cache.
-  UIViewMemoryCache::sharedInstance().clearMemoryCache();
-  // 3. Of all views, add the text fields that match, or the one view at a position.
-  searchWindows([&command](const platform::UIWindowRef& window) {
-    const std::vector<UIViewRef> views = UIViewsManager().viewsForPlayerOfType(window, "");
+  // 2. Clear the cache. 3. Of all views, add the text fields that match, or the one at a position.
+  searchWindows(command, [&command](const platform::UIWindowRef& window) {
+    const auto positions = positionsFor(command, window);
+    const std::vector<UIViewRef> views = UIViewsManager(positions).viewsForPlayerOfType(window, "");
     if (command.getAccessorType() == "xpath") {
-      addViewByXpath(views, command.getAccessorValue());
+      addViewByXpath(views, positions, command.getAccessorValue());
     } else {
       addFieldsByText(views, command);
     }
@@ -124,19 +132,23 @@ Entries findeditablecomponents(FunctionCallObject command) {
 Entries findelements(FunctionCallObject command) {
   // 1. Wait for a view controller that is about to appear.
   co_await UIViewFinder::waitForViewControllerLoaded();
-  // 2. Search the whole window, and the others when nothing in it fits.
-  UIViewMemoryCache::sharedInstance().clearMemoryCache();
-  searchWindows([&command](const platform::UIWindowRef& window) { findBelow(window, command); });
+  // 2. Search the whole window.
+  searchWindows(command,
+                [&command](const platform::UIWindowRef& window) { findBelow(window, command); });
   co_return collectIdentifiers();
 }
 
 Entries ai_findelements(FunctionCallObject command) {
-  // 1. The current window, or the one of the element that the command names.
-  const UIViewRef element = elementOf(command);
-  platform::UIWindowRef window = element ? element->window() : UIViewFinder::getCurrentWindow();
-  // 2. The answer is the array of descriptions as it is.
+  // The answer is the array of descriptions as it is.
   const AiAPI api;
-  co_return co_await api.getAllViewsInformation(command.getTagName(), std::move(window));
+  ordered_json descriptions = ordered_json::array();
+  std::vector<platform::UIViewWeakRef> windows;
+  for (const platform::UIWindowRef& window : windowsOf(command)) windows.emplace_back(window);
+  for (std::size_t at = 0; at < windows.size() && descriptions.empty(); ++at) {
+    platform::UIWindowRef window = windows[at].lock();
+    descriptions = co_await api.getAllViewsInformation(command.getTagName(), std::move(window));
+  }
+  co_return descriptions;
 }
 
 }  // namespace tarni::commands

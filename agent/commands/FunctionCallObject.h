@@ -17,9 +17,9 @@ namespace tarni {
 class FunctionCallObject {
  public:
   // The keys under which a command may hold something.
-  static constexpr std::array<std::string_view, 7> keys{
-      "functionname", "tagname",      "accessortype",      "accessorvalue",
-      "datavalue",    "functiontype", "functionresulttype"};
+  static constexpr std::array<std::string_view, 8> keys{
+      "functionname", "tagname",      "accessortype",       "accessorvalue",
+      "datavalue",    "functiontype", "functionresulttype", "window"};
   using Fields = std::array<CommandField, keys.size()>;
 
   // The fields in the order of the keys. NSException when the name or the accessor type, which
@@ -36,6 +36,9 @@ class FunctionCallObject {
   const std::string& getAccessorValue() const { return fields_[3].text(); }
   // Text to type, a parent element's identifier, or a swipe direction.
   const std::string& getDataValue() const { return fields_[4].text(); }
+  // Where to search: empty for the key window, "any", or the identifier of an element found before
+  // for the window that it stands in.
+  const std::string& getWindow() const { return fields_[7].text(); }
   // Kept: host tools send both, and no command uses them.
   const std::string& getFunctionType() const { return fields_[5].text(); }
   const std::string& getFunctionResultType() const { return fields_[6].text(); }

@@ -4,6 +4,7 @@
 #include "agent/core/state/MainThread.h"
 #include "agent/core/state/Utilities_Text.h"
 #include "agent/elements/IdentityTag.h"
+#include "agent/elements/PositionSearch.h"
 #include "agent/elements/UIViewMemoryCache.h"
 #include "agent/elements/UIView_Highlight.h"
 #include "agent/elements/UIView_KIFAdditions_Visibility.h"
@@ -25,7 +26,7 @@ WalkBuffers& spareBuffers() {
 }
 
 // Gives the view its identity when it has none yet; the new one, or null.
-const std::string* tag(const WalkStep& step, std::string_view key) {
+const std::string* tag(const WalkStep& step, std::string_view key, bool takesPosition = true) {
   platform::CALayer& layer = step.view->layer();
   if (layer.valueForKey(key)) return nullptr;
   const std::string guid = Utilities::getGUIDString();
@@ -35,7 +36,7 @@ const std::string* tag(const WalkStep& step, std::string_view key) {
   const UIViewRef above = step.view->superview();
   XpathManager& positions = XpathManager::sharedInstance();
   if (!above || above == step.parent()) {
-    positions.createXpathPositionOfUIView(above, step.view, guid, step.index());
+    positions.createXpathPositionOfUIView(above, step.view, guid, step.index(), takesPosition);
   } else {
     positions.createXpathPositionOfUIView(above, step.view, guid);
   }
@@ -52,49 +53,48 @@ bool isOfClass(const UIViewRef& view, const std::string& lowercaseName) {
 }
 
 template <typename Take>
-void walkForPlayer(const UIViewRef& root, std::vector<WalkLevel>& levels, Take&& take) {
-  walkSubviews(root, levels, [&take](const WalkStep& step) {
-    tag(step, kPlaybackTag);
+void walkForPlayer(const UIViewRef& root, std::vector<WalkLevel>& levels, bool takesPositions,
+                   Take&& take) {
+  walkSubviews(root, levels, [&](const WalkStep& step) {
+    tag(step, kPlaybackTag, takesPositions);
     takeOffLeftoverHighlight(step.view);
     take(step.view);
     return true;
   });
 }
 
-// How a search knows its elements. A position is looked up once, and not for every view.
+// How a search knows its elements. What does not depend on the view is worked out once.
 class Accessor {
  public:
-  Accessor(const std::string& type, const std::string& value) : type_(type), value_(value) {
-    if (type == "xpath") {
-      sought_ = XpathManager::sharedInstance().getIdentificationGUIDFromXpath(value);
-    }
+  Accessor(UIViewsManager::Positions positions, const std::string& type, const std::string& value)
+      : type_(type), value_(value) {
+    if (type == "xpath") position_.emplace(positions, value);
+    if (type == "partialtext") lowercaseValue_ = Utilities::lowercaseString(value);
   }
 
-  // A view got its identity in the middle of the search, and may have taken the position.
   void noteNewIdentity(const std::string& guid) {
-    if (type_ != "xpath") return;
-    if (XpathManager::sharedInstance().isFiledUnder(guid, value_)) sought_ = guid;
+    if (position_) position_->noteNewIdentity(guid);
   }
 
   bool matches(const UIViewRef& view) const {
     if (type_ == "text") return Utilities::getUIViewText(view) == value_;
-    if (type_ == "partialtext")
-      return Utilities::containsIgnoringCase(Utilities::getUIViewText(view), value_);
-    if (type_.empty()) return true;
-    if (type_ != "xpath" || !sought_) return false;
-    const std::string* const guid = view->layer().valueForKey(kPlaybackTag);
-    return guid && *guid == *sought_;
+    if (type_ == "partialtext") {
+      const std::string text = Utilities::lowercaseString(Utilities::getUIViewText(view));
+      return text.find(lowercaseValue_) != std::string::npos;
+    }
+    return type_.empty() || (position_ && position_->matches(view));
   }
 
  private:
   const std::string& type_;
   const std::string& value_;
-  std::optional<std::string> sought_;  // the identity of the view at the position
+  std::string lowercaseValue_;
+  std::optional<PositionSearch> position_;
 };
 
 }  // namespace
 
-UIViewsManager::UIViewsManager() {
+UIViewsManager::UIViewsManager(Positions positions) : positions_(positions) {
   assertMainThread();
   std::swap(buffers_, spareBuffers());
 }
@@ -131,7 +131,7 @@ void UIViewsManager::identifyViews(const UIViewRef& root) {
 const std::vector<UIViewRef>& UIViewsManager::GetAllViewsForPlayer(const UIViewRef& root,
                                                                    bool topLevel) & {
   if (topLevel) buffers_.views.clear();
-  walkForPlayer(root, buffers_.levels,
+  walkForPlayer(root, buffers_.levels, positions_ == Positions::ofKeyWindow,
                 [this](const UIViewRef& view) { buffers_.views.push_back(view); });
   return buffers_.views;
 }
@@ -140,9 +140,10 @@ std::vector<UIViewRef> UIViewsManager::viewsForPlayerOfType(const UIViewRef& roo
                                                             const std::string& type) {
   const std::string className = platform::lowercase(type);
   std::vector<UIViewRef> views;
-  walkForPlayer(root, buffers_.levels, [&](const UIViewRef& view) {
-    if (isOfClass(view, className)) views.push_back(view);
-  });
+  walkForPlayer(root, buffers_.levels, positions_ == Positions::ofKeyWindow,
+                [&](const UIViewRef& view) {
+                  if (isOfClass(view, className)) views.push_back(view);
+                });
   return views;
 }
 
@@ -151,10 +152,13 @@ void UIViewsManager::findElements(const UIViewRef& parent, const std::string& ta
                                   const std::string& accessorValue) {
   const std::shared_ptr<void> still = platform::current().application->holdStill();
   const std::string className = platform::lowercase(tagName);
-  Accessor accessor(accessorType, accessorValue);
+  Accessor accessor(positions_, accessorType, accessorValue);
+  const bool takesPositions = positions_ == Positions::ofKeyWindow;
   WalkVisibility visibility;
   walkSubviews(parent, buffers_.levels, [&](const WalkStep& step) {
-    if (const std::string* const guid = tag(step, kPlaybackTag)) accessor.noteNewIdentity(*guid);
+    if (const std::string* const guid = tag(step, kPlaybackTag, takesPositions)) {
+      accessor.noteNewIdentity(*guid);
+    }
     if (isOfClass(step.view, className) && visibility.isVisibleInWindowFrame(step) &&
         accessor.matches(step.view)) {
       UIViewMemoryCache::sharedInstance().addViewInMemoryCache(step.view);
@@ -166,7 +170,7 @@ void UIViewsManager::findElements(const UIViewRef& parent, const std::string& ta
 void UIViewsManager::identifyElementByAccessor(const UIViewRef& view, const std::string&,
                                                const std::string& accessorType,
                                                const std::string& accessorValue) {
-  if (!Accessor(accessorType, accessorValue).matches(view)) return;
+  if (!Accessor(positions_, accessorType, accessorValue).matches(view)) return;
   if (!KIFAdditions::isVisibleInWindowFrame(view)) return;
   UIViewMemoryCache::sharedInstance().addViewInMemoryCache(view);
 }

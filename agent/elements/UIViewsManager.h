@@ -16,7 +16,12 @@ namespace tarni {
 
 class UIViewsManager {
  public:
-  UIViewsManager();
+  // What a walk for playback does about positions that views of other windows have as well. Of the
+  // key window: a new view takes its position over, and only who has a position last is found
+  // there. Of each window: a position is left to who has it, and every view is found at its own.
+  enum class Positions { ofKeyWindow, ofEachWindow };
+
+  explicit UIViewsManager(Positions positions = Positions::ofKeyWindow);
   ~UIViewsManager();
   UIViewsManager(const UIViewsManager&) = delete;
   UIViewsManager& operator=(const UIViewsManager&) = delete;
@@ -29,8 +34,8 @@ class UIViewsManager {
   const std::vector<platform::UIViewRef>& GetAllViews(const platform::UIViewRef& root,
                                                       bool topLevel) &;
 
-  // Gives new visible views below `root` their recording tag and XPath position, and no more: for
-  // windows beside the key window.
+  // Gives new visible views below `root` their recording tag and XPath position, and no more: for a
+  // window that is touched beside the key window.
   void identifyViews(const platform::UIViewRef& root);
 
   // Lists all views below `root`, hidden ones included, in the same order; gives new views their
@@ -61,6 +66,7 @@ class UIViewsManager {
   bool isApplicableforInteractionEnabling(const platform::UIViewRef& view) const;
 
  private:
+  const Positions positions_;
   WalkBuffers buffers_;
 };
 

@@ -43,9 +43,10 @@ void XpathManager::createXpathPositionOfUIView(const UIViewRef& parent, const UI
 }
 
 void XpathManager::createXpathPositionOfUIView(const UIViewRef& parent, const UIViewRef& view,
-                                               const std::string& guid, long index) {
+                                               const std::string& guid, long index,
+                                               bool takesOver) {
   const XpathTrie::Node prefix = positionOf(positions_, parent).value_or(XpathTrie::kRoot);
-  positions_.file(prefix, view->getClass(), index, guid);
+  positions_.file(prefix, view->getClass(), index, guid, takesOver);
 }
 
 std::optional<std::string> XpathManager::getPositionXpathOfUIView(const UIViewRef& view) const {
@@ -62,6 +63,12 @@ bool XpathManager::isFiledUnder(std::string_view guid, std::string_view xpath) c
   const std::optional<XpathTrie::Node> position = positions_.nodeOfGuid(guid);
   return position && positions_.textLength(*position) == xpath.size() &&
          positions_.objectForKey(xpath) == guid;
+}
+
+bool XpathManager::hasPosition(std::string_view guid, std::string_view xpath) const {
+  const std::optional<XpathTrie::Node> position = positions_.nodeOfGuid(guid);
+  return position && positions_.textLength(*position) == xpath.size() &&
+         positions_.text(*position) == xpath;
 }
 
 }  // namespace tarni

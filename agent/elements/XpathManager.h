@@ -20,10 +20,11 @@ class XpathManager {
   // name.
   void createXpathPositionOfUIView(const platform::UIViewRef& parent,
                                    const platform::UIViewRef& view, const std::string& guid);
-  // The same with the index already counted.
+  // The same with the index already counted. Unless it takes the position over, that is left to who
+  // has it, and is the view's own as well.
   void createXpathPositionOfUIView(const platform::UIViewRef& parent,
                                    const platform::UIViewRef& view, const std::string& guid,
-                                   long index);
+                                   long index, bool takesOver = true);
 
   // The position filed for the view's recording tag, or for its playback tag when it has only that.
   // Null for a view without tag.
@@ -33,6 +34,8 @@ class XpathManager {
   // True when `guid` is the one filed last under the position. For a GUID that was filed once, as
   // all tags are; quick where it is false.
   bool isFiledUnder(std::string_view guid, std::string_view xpath) const;
+  // True when the position is the one filed for `guid`, whoever is filed under it.
+  bool hasPosition(std::string_view guid, std::string_view xpath) const;
   // From position to GUID.
   const XpathTrie& getXpathPosition_PlaybackDictionary() const { return positions_; }
 

@@ -23,7 +23,8 @@ std::size_t XpathTrie::KeyHash::operator()(const Key& key) const {
   return ((hash >> 32) ^ hash ^ static_cast<std::size_t>(key.index)) * spread;
 }
 
-void XpathTrie::file(Node prefix, platform::Class cls, long index, const std::string& guid) {
+void XpathTrie::file(Node prefix, platform::Class cls, long index, const std::string& guid,
+                     bool takesOver) {
   const std::string* const name = &cls->name();
   const auto [child, isNew] =
       children_.try_emplace(Key{prefix, name, index}, static_cast<Node>(steps_.size()));
@@ -34,7 +35,7 @@ void XpathTrie::file(Node prefix, platform::Class cls, long index, const std::st
   }
   const auto filed = guids_.insert_or_assign(guid, node).first;
   if (!steps_[node].guid) ++count_;
-  steps_[node].guid = &filed->first;
+  if (!steps_[node].guid || takesOver) steps_[node].guid = &filed->first;
 }
 
 std::optional<XpathTrie::Node> XpathTrie::nodeOfGuid(std::string_view guid) const {

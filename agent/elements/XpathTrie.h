@@ -26,8 +26,10 @@ class XpathTrie {
   XpathTrie();
 
   // Files `guid` under the position one step below `prefix`: it takes the position over from the
-  // GUID filed there before, which keeps the position as its own.
-  void file(Node prefix, platform::Class cls, long index, const std::string& guid);
+  // GUID filed there before, which keeps the position as its own; or it leaves the position to
+  // that, and has it as its own as well.
+  void file(Node prefix, platform::Class cls, long index, const std::string& guid,
+            bool takesOver = true);
 
   // The position filed for the GUID, or null.
   std::optional<Node> nodeOfGuid(std::string_view guid) const;

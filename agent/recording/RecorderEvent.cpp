@@ -29,7 +29,7 @@ using platform::UITouchRef;
 using platform::UIViewRef;
 namespace uikit = platform::uikit;
 
-constexpr double tapThreshold = 10;                    // points
+constexpr double tapThreshold = 10;  // points
 constexpr CGPoint outsideEveryScreen{-100.0, -200.0};
 constexpr auto pauseAfterTypedText = std::chrono::milliseconds(100);
 
@@ -52,14 +52,11 @@ std::vector<platform::UIViewWeakRef> textFieldsThereFor(const UIViewRef& view) {
   return fields;
 }
 
-bool hasIdentity(const UIViewRef& view) {
-  return ElementsQueue::getTarniIdOfUIView(view).has_value();
-}
-
-// A window that has just opened has not been walked yet, and its first tap counts as well.
-void identifyViewsOfNewWindow(const UIViewRef& touched) {
+// A window beside the key window is not walked, nor is one that has just opened, and taps in it
+// count as well.
+void identifyViewsBesideKeyWindow(const UIViewRef& touched) {
   const platform::UIWindowRef window = touched ? touched->window() : nullptr;
-  if (!window || std::ranges::any_of(window->subviews(), hasIdentity)) return;
+  if (!window || window == GlobalVars::sharedInstance()._uiWindow()) return;
   UIViewsManager().identifyViews(window);
 }
 
@@ -147,7 +144,7 @@ void RecorderEvent::touchesBeganOnView(const UITouchRef& touch, platform::UIEven
   initialTouchPoint_ = locationOf(touch);
   isScrolling_ = false;
   platform::NSLog("Intial Coordinate: x = %f, y = %f", initialTouchPoint_.x, initialTouchPoint_.y);
-  identifyViewsOfNewWindow(view);
+  identifyViewsBesideKeyWindow(view);
   if (isInSpyMode()) {
     selectForSpy(view, initialTouchPoint_);
   } else if (!IsViewIsNotOfEventType(view)) {

@@ -3,6 +3,7 @@
 #include "backends/headless/views/Button.h"
 #include "backends/headless/views/Label.h"
 #include "backends/headless/views/TextField.h"
+#include "backends/headless/views/Window.h"
 #include "tests/elements/Screen.h"
 
 namespace tarni::test {
@@ -94,6 +95,45 @@ TEST_F(FindCommand, FindeditablecomponentsByXpathFindsTheFirstViewThere) {
   EXPECT_THAT(find("\\XpathField[0]"), ElementsAre(field));
   EXPECT_THAT(find("\\XpathLabel[0]"), ElementsAre(label)) << "the position decides alone";
   EXPECT_THAT(find("\\XpathField[1]"), IsEmpty());
+}
+
+TEST_F(FindCommand, LeavesTheKeyWindowOnlyWhenAskedTo) {
+  const auto first = add<Button>("Save").className("TwinButton").get();
+  const auto other = std::make_shared<headless::Window>(platform::CGRect{{0, 400}, {390, 100}});
+  environment.application().addWindow(other);
+  environment.application().setKeyWindow(window);
+  const auto build = [&other](const char* title) {
+    return headless::build<Button>(title)
+        .className("TwinButton")
+        .frame({{0, 0}, {50, 30}})
+        .in(*other);
+  };
+  const auto twin = build("Save");
+  const auto only = build("Only here");
+  const auto find = [](const char* type, const char* value, const std::string& where) {
+    return found({{"functionname", "findelements"},
+                  {"tagname", "TwinButton"},
+                  {"accessortype", type},
+                  {"accessorvalue", value},
+                  {"window", where}});
+  };
+  EXPECT_THAT(find("text", "Only here", ""), IsEmpty());
+  EXPECT_THAT(find("text", "Only here", "any"), ElementsAre(only));
+  EXPECT_THAT(find("text", "Save", "any"), ElementsAre(first)) << "the key window comes first";
+  EXPECT_THAT(find("xpath", "\\TwinButton[1]", "any"), ElementsAre(only));
+  EXPECT_THAT(find("xpath", "\\TwinButton[0]", ""), ElementsAre(first)) << "the twin took nothing";
+  UIViewMemoryCache::sharedInstance().addViewInMemoryCache(only, "only");
+  EXPECT_THAT(find("xpath", "\\TwinButton[0]", "only"), ElementsAre(twin));
+  UIViewMemoryCache::sharedInstance().addViewInMemoryCache(only, "only");
+  EXPECT_THAT(found({{"functionname", "ai_findelements"},
+                     {"tagname", "TwinButton"},
+                     {"accessorvalue", "only"}}),
+              ElementsAre(first));
+  UIViewMemoryCache::sharedInstance().addViewInMemoryCache(only, "only");
+  EXPECT_THAT(
+      found({{"functionname", "ai_findelements"}, {"tagname", "TwinButton"}, {"window", "only"}}),
+      ElementsAre(twin, only));
+  environment.application().removeWindow(other);
 }
 
 TEST_F(FindCommand, SearchWaitsForTheViewControllerAtMostTenSeconds) {

@@ -36,6 +36,7 @@ class Recording : public Screen {
 
   // What the polling hook does: gives views their identities and follows what is typed.
   void walk() {
+    GlobalVars::sharedInstance().set_uiWindow(window);
     UIViewsManager manager;
     manager.GetAllViews(window, true);
     TypedText::sharedInstance().follow();

@@ -102,12 +102,13 @@ nlohmann::json Playback::command(const std::string& name, const std::string& val
 }
 
 std::vector<std::string> Playback::find(const std::string& tag, const std::string& type,
-                                        const std::string& value) const {
+                                        const std::string& value, const std::string& window) const {
   std::vector<std::string> identifiers;
   const nlohmann::json answer = ask({{"functionname", "findelements"},
                                      {"tagname", tag},
                                      {"accessortype", type},
-                                     {"accessorvalue", value}});
+                                     {"accessorvalue", value},
+                                     {"window", window}});
   for (const auto& entry : answer) {
     if (!entry.contains("elementID")) throw std::runtime_error("not found but: " + answer.dump());
     identifiers.push_back(entry["elementID"]);

@@ -48,9 +48,10 @@ class Playback {
   nlohmann::json ask(const nlohmann::json& keys) const;
   nlohmann::json command(const std::string& name, const std::string& value = "",
                          const std::string& data = "") const;
-  // The identifiers of the elements found.
+  // The identifiers of the elements found: in the key window, or where `window` says.
   std::vector<std::string> find(const std::string& tag, const std::string& type = "",
-                                const std::string& value = "") const;
+                                const std::string& value = "",
+                                const std::string& window = "") const;
   // The only element found; throws when there is none or more than one.
   std::string one(const std::string& tag, const std::string& type = "",
                   const std::string& value = "") const;

@@ -18,17 +18,12 @@ namespace {
 constexpr double tickInterval = 0.2;  // seconds
 constexpr auto timeToEnd = std::chrono::milliseconds(200);
 
-// Gives new views their identities. False when there is no key window. It comes last: what is found
-// by its position is found there. Main thread.
-bool walkWindows() {
-  platform::UIApplication& application = *platform::current().application;
-  const platform::UIWindowRef window = application.keyWindow();
+// Gives new views their identities. False when there is no key window. Main thread.
+bool walkKeyWindow() {
+  const platform::UIWindowRef window = platform::current().application->keyWindow();
   if (!window) return false;
   GlobalVars::sharedInstance().set_uiWindow(window);
   UIViewsManager manager;
-  for (const platform::UIWindowRef& other : application.windowsThatTakeInput()) {
-    if (other != window) manager.identifyViews(other);
-  }
   manager.GetAllViews(window, true);
   TypedText::sharedInstance().follow();
   return true;
@@ -41,7 +36,7 @@ bool tick() {
     return true;
   }
   bool hasWindow = false;
-  if (!platform::current().dispatch->mainQueue().sync([&] { hasWindow = walkWindows(); })) {
+  if (!platform::current().dispatch->mainQueue().sync([&] { hasWindow = walkKeyWindow(); })) {
     return false;
   }
   if (hasWindow) {

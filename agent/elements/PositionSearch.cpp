@@ -1,0 +1,26 @@
+#include "agent/elements/PositionSearch.h"
+
+#include "agent/elements/IdentityTag.h"
+#include "agent/elements/XpathManager.h"
+
+namespace tarni {
+
+using Positions = UIViewsManager::Positions;
+
+PositionSearch::PositionSearch(Positions positions, const std::string& xpath)
+    : positions_(positions),
+      xpath_(xpath),
+      sought_(XpathManager::sharedInstance().getIdentificationGUIDFromXpath(xpath)) {}
+
+void PositionSearch::noteNewIdentity(const std::string& guid) {
+  if (XpathManager::sharedInstance().isFiledUnder(guid, xpath_)) sought_ = guid;
+}
+
+bool PositionSearch::matches(const platform::UIViewRef& view) const {
+  const std::string* const guid = view->layer().valueForKey(kPlaybackTag);
+  if (!guid) return false;
+  if (positions_ == Positions::ofKeyWindow) return sought_ == *guid;
+  return XpathManager::sharedInstance().hasPosition(*guid, xpath_);
+}
+
+}  // namespace tarni
