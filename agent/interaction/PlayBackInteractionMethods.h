@@ -13,8 +13,8 @@ namespace tarni {
 
 class PlayBackInteractionMethods {
  public:
-  // Toggles a switch (the view itself, or one round it), taps anything else. The application's
-  // targets are not told of a toggle.
+  // Toggles a switch (the view itself, or one round it), taps anything else. What the application
+  // hears of a toggle is the platform's affair (UISwitch::setOn).
   platform::Task<bool> performClickOnUIView(platform::UIViewRef view);
 
   // Replaces the text of a text field; false for any other view.

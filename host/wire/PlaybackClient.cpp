@@ -22,10 +22,10 @@ constexpr std::string_view kCommandWithoutEffect = "{}";
 
 std::string PlaybackCommand::line() const {
   Json keys = {{"functionname", functionName},
-                     {"tagname", tagName},
-                     {"accessortype", accessorType},
-                     {"accessorvalue", accessorValue},
-                     {"datavalue", dataValue}};
+               {"tagname", tagName},
+               {"accessortype", accessorType},
+               {"accessorvalue", accessorValue},
+               {"datavalue", dataValue}};
   if (!window.empty()) keys["window"] = window;
   try {
     return keys.dump();

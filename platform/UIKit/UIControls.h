@@ -67,7 +67,8 @@ class UISwitch {
  public:
   virtual ~UISwitch() = default;
   virtual bool isOn() const = 0;
-  // Sends no value-changed action to the application's targets.
+  // As the platform does it when a program asks: no value-changed action where the home platform
+  // sends none, and a click on Qt, whose programs listen to that.
   virtual Task<void> setOn(bool on) = 0;
 };
 
