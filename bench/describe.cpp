@@ -33,7 +33,7 @@ platform::UIWindowRef show(Shape shape, long count) {
   return window;
 }
 
-const bool registered = [] {
+const bool kRegistered = [] {
   measureDescribing({"headless",
                      show,
                      [](platform::Task<void> work) { platform::spawn(std::move(work), nullptr); },

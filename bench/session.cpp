@@ -120,11 +120,11 @@ void session_find_text(benchmark::State& state) {
 }
 BENCHMARK(session_find_text)->Arg(1000)->Arg(10000)->Unit(benchmark::kMicrosecond);
 
-const platform::CGRect pressed{{20, 20}, {100, 40}};
+const platform::CGRect kPressed{{20, 20}, {100, 40}};
 
 headless::WindowRef makePressed() {
   const auto window = std::dynamic_pointer_cast<headless::Window>(makeScreen(100));
-  headless::build<headless::Button>("Pressed").frame(pressed).in(*window);
+  headless::build<headless::Button>("Pressed").frame(kPressed).in(*window);
   return window;
 }
 
@@ -132,7 +132,7 @@ void two_events(benchmark::State& state) {
   const headless::WindowRef window = makePressed();
   headless::Finger& finger = environment().finger();
   for (auto _ : state) {
-    finger.down(*window, {pressed.midX(), pressed.midY()});
+    finger.down(*window, {kPressed.midX(), kPressed.midY()});
     finger.up();
   }
 }
@@ -151,7 +151,7 @@ void session_click(benchmark::State& state) {
 }
 BENCHMARK(session_click)->Unit(benchmark::kMicrosecond);
 
-const bool registered = [] {
+const bool kRegistered = [] {
   for (const std::string program : {"headless", "qt5"}) {
     compare({"session_describe/" + program, "echo_unix", 3, false,
              "a question over the session channel, " + program,

@@ -103,7 +103,7 @@ void addFor(const std::string& major) {
            .against = "chromedriver's find on the same page"});
 }
 
-const bool registered = [] {
+const bool kRegistered = [] {
   benchmark::RegisterBenchmark("find_by_chromedriver", find_by_chromedriver)
       ->UseManualTime()
       ->Iterations(5)

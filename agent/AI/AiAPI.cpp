@@ -111,8 +111,8 @@ ordered_json describe(const AiAPI& api, const UIViewRef& view, const Standing& s
 std::vector<UIViewWeakRef> viewsOfType(const std::string& type,
                                        const platform::UIWindowRef& window) {
   const auto positions = window == UIViewFinder::getCurrentWindow()
-                             ? UIViewsManager::Positions::ofKeyWindow
-                             : UIViewsManager::Positions::ofEachWindow;
+                             ? UIViewsManager::Positions::OfKeyWindow
+                             : UIViewsManager::Positions::OfEachWindow;
   const std::vector<UIViewRef> views = UIViewsManager(positions).viewsForPlayerOfType(window, type);
   return {views.begin(), views.end()};
 }

@@ -10,7 +10,7 @@
 namespace tarni {
 namespace {
 
-constexpr double workerInterval = 0.1;  // seconds
+constexpr double kWorkerInterval = 0.1;  // seconds
 
 }  // namespace
 
@@ -72,7 +72,7 @@ ElementInfoRef ElementsQueue::getEditAbleElementInfo() const {
 
 void ElementsQueue::startRecorderActionThread() {
   platform::Dispatch& dispatch = *platform::current().dispatch;
-  dispatch.after(workerInterval, dispatch.backgroundQueue(), [this] { runWorkerAndRearm(); });
+  dispatch.after(kWorkerInterval, dispatch.backgroundQueue(), [this] { runWorkerAndRearm(); });
 }
 
 void ElementsQueue::runWorkerAndRearm() {

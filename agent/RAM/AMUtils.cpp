@@ -85,10 +85,10 @@ double AMUtils::random() {
 
 std::string AMUtils::toNearestMetric(std::uint64_t value, int desiredFraction) {
   static constexpr std::array kUnits{"B", "KB", "MB", "GB", "TB"};
-  constexpr double step = 1024;
+  constexpr double kStep = 1024;
   auto scaled = static_cast<double>(value);
   std::size_t unit = 0;
-  for (; scaled >= step && unit + 1 < kUnits.size(); ++unit) scaled /= step;
+  for (; scaled >= kStep && unit + 1 < kUnits.size(); ++unit) scaled /= kStep;
   return Utilities::decimalText(scaled, desiredFraction) + ' ' + kUnits[unit];
 }
 

@@ -20,7 +20,7 @@ namespace {
 
 constexpr std::string_view kGreeting = "Welcome PlayBackServer Started Successfully";
 // The log cuts longer lines.
-constexpr std::size_t longestLine = 64UL * 1024;
+constexpr std::size_t kLongestLine = 64UL * 1024;
 
 void logMessage(const PlaybackMessage& message) {
   std::string_view text = message.text;
@@ -29,7 +29,7 @@ void logMessage(const PlaybackMessage& message) {
     return;
   }
   while (text.ends_with('\n') || text.ends_with('\r')) text.remove_suffix(1);
-  platform::NSLog("Msg is %s", std::string(text.substr(0, longestLine)).c_str());
+  platform::NSLog("Msg is %s", std::string(text.substr(0, kLongestLine)).c_str());
 }
 
 // A command ends recording for good: from here on the polling hook walks no windows and the event

@@ -10,6 +10,6 @@ namespace tarni {
 PlaybackMessage::PlaybackMessage(std::string bytes)
     : text(std::move(bytes)),
       isUTF8(tarni::isUTF8(text)),
-      dictionary(Utilities::convertStringToMutableDictionary(text, FunctionCallObject::keys)) {}
+      dictionary(Utilities::convertStringToMutableDictionary(text, FunctionCallObject::kKeys)) {}
 
 }  // namespace tarni

@@ -20,8 +20,8 @@ namespace {
 using platform::Task;
 using platform::UIViewRef;
 
-constexpr std::string_view imagePlaceholder = "TARNI_OBJECT_IMAGE";
-constexpr const char* onePixelImage = "data:image/jpeg;base64,R0lGODlhAQABAAAAACwAAAAAAQABAAA=";
+constexpr std::string_view kImagePlaceholder = "TARNI_OBJECT_IMAGE";
+constexpr const char* kOnePixelImage = "data:image/jpeg;base64,R0lGODlhAQABAAAAACwAAAAAAQABAAA=";
 
 std::shared_ptr<platform::UIWebView> asWebView(const UIViewRef& view) {
   auto webView = platform::as<platform::UIWebView>(view);
@@ -33,27 +33,27 @@ std::shared_ptr<platform::UIWebView> asWebView(const UIViewRef& view) {
 }
 
 // More are not steps that a person made; a page could fill the application's memory with it.
-constexpr std::size_t longestSteps = 64UL * 1024 * 1024;
+constexpr std::size_t kLongestSteps = 64UL * 1024 * 1024;
 
 // Null when that would be longer than steps are.
 std::optional<std::string> withImages(std::string_view steps, std::string_view image) {
   std::string text;
-  for (auto at = steps.find(imagePlaceholder); at != std::string_view::npos;
-       at = steps.find(imagePlaceholder)) {
+  for (auto at = steps.find(kImagePlaceholder); at != std::string_view::npos;
+       at = steps.find(kImagePlaceholder)) {
     text.append(steps.substr(0, at)).append(image);
-    steps.remove_prefix(at + imagePlaceholder.size());
-    if (text.size() > longestSteps) return std::nullopt;
+    steps.remove_prefix(at + kImagePlaceholder.size());
+    if (text.size() > kLongestSteps) return std::nullopt;
   }
-  if (text.size() + steps.size() > longestSteps) return std::nullopt;
+  if (text.size() + steps.size() > kLongestSteps) return std::nullopt;
   return std::move(text.append(steps));
 }
 
 // A pass in which nothing was recorded leaves the steps alone that wait for the sender.
 void keepForSender(const std::string& steps) {
   GlobalVars& shared = GlobalVars::sharedInstance();
-  if (!shared._webViewBase64Image()) shared.set_webViewBase64Image(onePixelImage);
+  if (!shared._webViewBase64Image()) shared.set_webViewBase64Image(kOnePixelImage);
   if (steps.empty()) return;
-  auto recorded = withImages(steps, shared._webViewBase64Image().value_or(onePixelImage));
+  auto recorded = withImages(steps, shared._webViewBase64Image().value_or(kOnePixelImage));
   if (!recorded) {
     platform::NSLog("Steps of a page that are too long are dropped: %zu bytes", steps.size());
     return;

@@ -33,8 +33,8 @@ ordered_json collectIdentifiers() {
 // A search beside the key window takes positions as they are and leaves them to what has them.
 UIViewsManager::Positions positionsFor(const FunctionCallObject& command, const UIViewRef& root) {
   const bool isBeside = root && root->window() != UIViewFinder::getCurrentWindow();
-  return isBeside || !command.getWindow().empty() ? UIViewsManager::Positions::ofEachWindow
-                                                  : UIViewsManager::Positions::ofKeyWindow;
+  return isBeside || !command.getWindow().empty() ? UIViewsManager::Positions::OfEachWindow
+                                                  : UIViewsManager::Positions::OfKeyWindow;
 }
 
 // Searches below `parent`; null is nowhere.

@@ -28,7 +28,7 @@ FunctionCallObject::FunctionCallObject(Fields fields)
 FunctionCallObject Utilities::createFunctionCallObject(const std::optional<ordered_json>& command) {
   FunctionCallObject::Fields fields;
   for (std::size_t index = 0; command && index < fields.size(); ++index) {
-    fields[index] = fieldOfKey(*command, FunctionCallObject::keys[index]);
+    fields[index] = fieldOfKey(*command, FunctionCallObject::kKeys[index]);
   }
   return FunctionCallObject(std::move(fields));
 }

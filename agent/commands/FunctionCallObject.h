@@ -17,10 +17,10 @@ namespace tarni {
 class FunctionCallObject {
  public:
   // The keys under which a command may hold something.
-  static constexpr std::array<std::string_view, 8> keys{
+  static constexpr std::array<std::string_view, 8> kKeys{
       "functionname", "tagname",      "accessortype",       "accessorvalue",
       "datavalue",    "functiontype", "functionresulttype", "window"};
-  using Fields = std::array<CommandField, keys.size()>;
+  using Fields = std::array<CommandField, kKeys.size()>;
 
   // The fields in the order of the keys. NSException when the name or the accessor type, which
   // every command is asked for, is not text.

@@ -18,7 +18,7 @@ struct Row {
   commands::Entries (*handler)(FunctionCallObject);
 };
 
-constexpr std::array rows{
+constexpr std::array kRows{
     Row{"findelementsinsideelement", commands::findelementsinsideelement},
     Row{"findeditablecomponents", commands::findeditablecomponents},
     Row{"findelements", commands::findelements},
@@ -41,8 +41,8 @@ constexpr std::array rows{
 }  // namespace
 
 platform::Task<ordered_json> UIViewFinder::parseFunctionCallObject(FunctionCallObject command) {
-  const auto row = std::ranges::find(rows, command.getFunctionName(), &Row::name);
-  if (row == rows.end()) co_return ordered_json::array();
+  const auto row = std::ranges::find(kRows, command.getFunctionName(), &Row::name);
+  if (row == kRows.end()) co_return ordered_json::array();
   co_return co_await row->handler(std::move(command));
 }
 

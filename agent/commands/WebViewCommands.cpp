@@ -81,7 +81,7 @@ struct WebViewRow {
   Result (*call)(UIViewRef webView, std::string script);
 };
 
-constexpr std::array webViewRows{
+constexpr std::array kWebViewRows{
     WebViewRow{"findelements", findElements, withOutput},
     WebViewRow{"findelementsinsideelement", findElementsInsideElement, withOutput},
     WebViewRow{"clickelement", performClick, withoutOutputAlerting},
@@ -93,8 +93,8 @@ constexpr std::array webViewRows{
 
 Task<std::optional<std::string>> UIViewFinder::parseFunctionCallObjectForWebView(
     FunctionCallObject command) {
-  const auto row = std::ranges::find(webViewRows, command.getFunctionName(), &WebViewRow::name);
-  if (row == webViewRows.end()) co_return std::nullopt;
+  const auto row = std::ranges::find(kWebViewRows, command.getFunctionName(), &WebViewRow::name);
+  if (row == kWebViewRows.end()) co_return std::nullopt;
   UIViewRef webView = GlobalVars::sharedInstance()._currentWebView();
   if (!webView) co_return std::nullopt;
   std::string script = row->script(command);
@@ -102,16 +102,16 @@ Task<std::optional<std::string>> UIViewFinder::parseFunctionCallObjectForWebView
 }
 
 std::string escapedForJavaScript(std::string_view text) {
-  constexpr std::string_view lineSeparator = "\u2028";
-  constexpr std::string_view paragraphSeparator = "\u2029";
+  constexpr std::string_view kLineSeparator = "\u2028";
+  constexpr std::string_view kParagraphSeparator = "\u2029";
   std::string escaped;
   escaped.reserve(text.size());
   while (!text.empty()) {
     std::size_t taken = 1;
     const char letter = text.front();
-    if (text.starts_with(lineSeparator) || text.starts_with(paragraphSeparator)) {
-      escaped += text.starts_with(lineSeparator) ? "\\u2028" : "\\u2029";
-      taken = lineSeparator.size();
+    if (text.starts_with(kLineSeparator) || text.starts_with(kParagraphSeparator)) {
+      escaped += text.starts_with(kLineSeparator) ? "\\u2028" : "\\u2029";
+      taken = kLineSeparator.size();
     } else if (static_cast<unsigned char>(letter) < 0x20 || letter == 0x7F) {
       std::array<char, 5> code;
       std::snprintf(code.data(), code.size(), "\\x%02x", static_cast<unsigned>(letter));

@@ -19,7 +19,7 @@ void PositionSearch::noteNewIdentity(const std::string& guid) {
 bool PositionSearch::matches(const platform::UIViewRef& view) const {
   const std::string* const guid = view->layer().valueForKey(kPlaybackTag);
   if (!guid) return false;
-  if (positions_ == Positions::ofKeyWindow) return sought_ == *guid;
+  if (positions_ == Positions::OfKeyWindow) return sought_ == *guid;
   return XpathManager::sharedInstance().hasPosition(*guid, xpath_);
 }
 

@@ -131,7 +131,7 @@ void UIViewsManager::identifyViews(const UIViewRef& root) {
 const std::vector<UIViewRef>& UIViewsManager::GetAllViewsForPlayer(const UIViewRef& root,
                                                                    bool topLevel) & {
   if (topLevel) buffers_.views.clear();
-  walkForPlayer(root, buffers_.levels, positions_ == Positions::ofKeyWindow,
+  walkForPlayer(root, buffers_.levels, positions_ == Positions::OfKeyWindow,
                 [this](const UIViewRef& view) { buffers_.views.push_back(view); });
   return buffers_.views;
 }
@@ -140,7 +140,7 @@ std::vector<UIViewRef> UIViewsManager::viewsForPlayerOfType(const UIViewRef& roo
                                                             const std::string& type) {
   const std::string className = platform::lowercase(type);
   std::vector<UIViewRef> views;
-  walkForPlayer(root, buffers_.levels, positions_ == Positions::ofKeyWindow,
+  walkForPlayer(root, buffers_.levels, positions_ == Positions::OfKeyWindow,
                 [&](const UIViewRef& view) {
                   if (isOfClass(view, className)) views.push_back(view);
                 });
@@ -153,7 +153,7 @@ void UIViewsManager::findElements(const UIViewRef& parent, const std::string& ta
   const std::shared_ptr<void> still = platform::current().application->holdStill();
   const std::string className = platform::lowercase(tagName);
   Accessor accessor(positions_, accessorType, accessorValue);
-  const bool takesPositions = positions_ == Positions::ofKeyWindow;
+  const bool takesPositions = positions_ == Positions::OfKeyWindow;
   WalkVisibility visibility;
   walkSubviews(parent, buffers_.levels, [&](const WalkStep& step) {
     if (const std::string* const guid = tag(step, kPlaybackTag, takesPositions)) {

@@ -19,9 +19,9 @@ class UIViewsManager {
   // What a walk for playback does about positions that views of other windows have as well. Of the
   // key window: a new view takes its position over, and only who has a position last is found
   // there. Of each window: a position is left to who has it, and every view is found at its own.
-  enum class Positions { ofKeyWindow, ofEachWindow };
+  enum class Positions { OfKeyWindow, OfEachWindow };
 
-  explicit UIViewsManager(Positions positions = Positions::ofKeyWindow);
+  explicit UIViewsManager(Positions positions = Positions::OfKeyWindow);
   ~UIViewsManager();
   UIViewsManager(const UIViewsManager&) = delete;
   UIViewsManager& operator=(const UIViewsManager&) = delete;

@@ -17,10 +17,10 @@ XpathTrie::XpathTrie() {
 }
 
 std::size_t XpathTrie::KeyHash::operator()(const Key& key) const {
-  constexpr std::size_t spread = 0x9E3779B97F4A7C15;
+  constexpr std::size_t kSpread = 0x9E3779B97F4A7C15;
   std::size_t hash = std::hash<const std::string*>{}(key.name);
-  hash = (hash ^ key.prefix) * spread;
-  return ((hash >> 32) ^ hash ^ static_cast<std::size_t>(key.index)) * spread;
+  hash = (hash ^ key.prefix) * kSpread;
+  return ((hash >> 32) ^ hash ^ static_cast<std::size_t>(key.index)) * kSpread;
 }
 
 void XpathTrie::file(Node prefix, platform::Class cls, long index, const std::string& guid,

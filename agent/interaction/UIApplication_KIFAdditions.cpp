@@ -21,7 +21,7 @@ struct ModeMethod {
   bool pushes;
 };
 
-constexpr ModeMethod modeMethods[] = {
+constexpr ModeMethod kModeMethods[] = {
     {"pushRunLoopMode:", "KIF_pushRunLoopMode:", "v@:@", true},
     {"pushRunLoopMode:requester:", "KIF_pushRunLoopMode:requester:", "v@:@@", true},
     {"popRunLoopMode:", "KIF_popRunLoopMode:", "v@:@", false},
@@ -71,7 +71,7 @@ void swizzleRunLoop() {
   static std::once_flag once;
   std::call_once(once, [] {
     const platform::Class application = platform::uikit::UIApplication;
-    for (const ModeMethod& method : modeMethods) {
+    for (const ModeMethod& method : kModeMethods) {
       platform::current().runtime->class_addMethod(
           application, method.replacement,
           [&method](const std::vector<Argument>& arguments) { followMode(method, arguments); },

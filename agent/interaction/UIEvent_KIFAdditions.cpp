@@ -7,17 +7,17 @@ namespace {
 
 using platform::UITouchPhase;
 
-constexpr std::uint32_t transducerTypeHand = 3;
-constexpr std::uint32_t eventMaskRangeAndTouch = 3;
-constexpr std::uint32_t eventMaskTouch = 2;
-constexpr std::uint32_t eventMaskPosition = 4;
-constexpr std::uint32_t fingerIdentity = 2;  // the same for all fingers
+constexpr std::uint32_t kTransducerTypeHand = 3;
+constexpr std::uint32_t kEventMaskRangeAndTouch = 3;
+constexpr std::uint32_t kEventMaskTouch = 2;
+constexpr std::uint32_t kEventMaskPosition = 4;
+constexpr std::uint32_t kFingerIdentity = 2;  // the same for all fingers
 
 platform::DigitizerEventArguments handArguments(std::uint64_t timeStamp) {
   platform::DigitizerEventArguments hand;
   hand.timeStamp = timeStamp;
-  hand.transducerType = transducerTypeHand;
-  hand.eventMask = eventMaskTouch;
+  hand.transducerType = kTransducerTypeHand;
+  hand.eventMask = kEventMaskTouch;
   hand.touch = true;
   return hand;
 }
@@ -29,9 +29,9 @@ platform::DigitizerFingerArguments fingerArguments(const platform::UITouch& touc
   platform::DigitizerFingerArguments finger;
   finger.timeStamp = timeStamp;
   finger.index = index;
-  finger.identity = fingerIdentity;
+  finger.identity = kFingerIdentity;
   finger.eventMask =
-      touch.phase() == UITouchPhase::Moved ? eventMaskPosition : eventMaskRangeAndTouch;
+      touch.phase() == UITouchPhase::Moved ? kEventMaskPosition : kEventMaskRangeAndTouch;
   finger.x = location.x;
   finger.y = location.y;
   finger.minorRadius = finger.majorRadius = 5.0;

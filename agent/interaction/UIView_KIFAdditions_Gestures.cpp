@@ -22,11 +22,11 @@ using platform::UITouchPhase;
 using platform::UITouchRef;
 using platform::UIViewRef;
 
-constexpr double stepInterval = 0.01;        // seconds between the events of a gesture
-constexpr double modeInterval = 0.1;         // seconds between looks at the run-loop mode
-constexpr double twoFingerConstant = 40;     // half the distance between two fingers, per axis
-constexpr double rotationRadius = 80;        // points
-constexpr std::size_t defaultDragSteps = 3;  // points of a drag that names no number
+constexpr double kStepInterval = 0.01;        // seconds between the events of a gesture
+constexpr double kModeInterval = 0.1;         // seconds between looks at the run-loop mode
+constexpr double kTwoFingerConstant = 40;     // half the distance between two fingers, per axis
+constexpr double kRotationRadius = 80;        // points
+constexpr std::size_t kDefaultDragSteps = 3;  // points of a drag that names no number
 
 constexpr double KIFDegreesToRadians(double degrees) {
   return degrees * std::numbers::pi / 180;
@@ -126,7 +126,7 @@ Task<void> sendMoved(std::vector<UITouchRef> touches, std::vector<Path> windowPa
     setPhaseAndUpdateTimestamp(touches[finger], UITouchPhase::Moved);
   }
   co_await send(eventWithTouches(touches));
-  co_await wait(currentMode(), stepInterval);
+  co_await wait(currentMode(), kStepInterval);
 }
 
 // Each finger lifts in an event of its own.
@@ -178,8 +178,8 @@ Task<void> tapWebViewAtPoint(UIViewRef view, CGPoint point) {
 
 Task<void> twoFingerTapAtPoint(UIViewRef view, CGPoint point) {
   const std::vector<UITouchRef> touches{
-      initAtPointInView(offset(point, -twoFingerConstant, -twoFingerConstant), view),
-      initAtPointInView(offset(point, twoFingerConstant, twoFingerConstant), view)};
+      initAtPointInView(offset(point, -kTwoFingerConstant, -kTwoFingerConstant), view),
+      initAtPointInView(offset(point, kTwoFingerConstant, kTwoFingerConstant), view)};
   co_await sendBeganAndEnded(touches);
 }
 
@@ -187,12 +187,12 @@ Task<void> longPressAtPoint(UIViewRef view, CGPoint point, double duration) {
   // 1. Began.
   const UITouchRef touch = initAtPointInView(point, view);
   co_await send(eventWithTouch(touch));
-  co_await wait(platform::kCFRunLoopDefaultMode, stepInterval);
+  co_await wait(platform::kCFRunLoopDefaultMode, kStepInterval);
   // 2. Stationary, as often as the duration holds.
-  for (double elapsed = stepInterval; elapsed < duration; elapsed += stepInterval) {
+  for (double elapsed = kStepInterval; elapsed < duration; elapsed += kStepInterval) {
     setPhaseAndUpdateTimestamp(touch, UITouchPhase::Stationary);
     co_await send(eventWithTouch(touch));
-    co_await wait(platform::kCFRunLoopDefaultMode, stepInterval);
+    co_await wait(platform::kCFRunLoopDefaultMode, kStepInterval);
   }
   // 3. Ended.
   setPhaseAndUpdateTimestamp(touch, UITouchPhase::Ended);
@@ -215,7 +215,7 @@ Path pointsFromStartPoint(CGPoint start, CGPoint end, std::size_t steps) {
 }
 
 Task<void> dragFromPoint(UIViewRef view, CGPoint start, CGPoint end) {
-  co_await dragFromPoint(view, start, end, defaultDragSteps);
+  co_await dragFromPoint(view, start, end, kDefaultDragSteps);
 }
 
 Task<void> dragFromPoint(UIViewRef view, CGPoint start, CGPoint end, std::size_t steps) {
@@ -244,7 +244,7 @@ Task<void> dragPointsAlongPaths(UIViewRef view, std::vector<Path> paths) {
   // 4. All fingers go down.
   const std::vector<UITouchRef> touches = touchesAtStart(windowPaths, view);
   co_await send(eventWithTouches(touches));
-  co_await wait(currentMode(), stepInterval);
+  co_await wait(currentMode(), kStepInterval);
   // 5. They move together, and lift one after the other. A path of one point has no further step:
   // its finger stays down.
   for (std::size_t step = 1; step < steps; ++step) {
@@ -255,33 +255,33 @@ Task<void> dragPointsAlongPaths(UIViewRef view, std::vector<Path> paths) {
   if (hitView(touches.front()) == view) co_await becomeFirstResponderIfPossible(view);
   // 7. The application settles.
   while (currentMode() != platform::kCFRunLoopDefaultMode) {
-    co_await wait(currentMode(), modeInterval);
+    co_await wait(currentMode(), kModeInterval);
   }
 }
 
 Task<void> twoFingerPanFromPoint(UIViewRef view, CGPoint start, CGPoint end, std::size_t steps) {
-  constexpr double d = twoFingerConstant;
+  constexpr double kHalf = kTwoFingerConstant;
   const std::vector<Path> paths{
-      pointsFromStartPoint(offset(start, -d, -d), offset(end, -d, -d), steps),
-      pointsFromStartPoint(offset(start, d, d), offset(end, d, d), steps)};
+      pointsFromStartPoint(offset(start, -kHalf, -kHalf), offset(end, -kHalf, -kHalf), steps),
+      pointsFromStartPoint(offset(start, kHalf, kHalf), offset(end, kHalf, kHalf), steps)};
   co_await dragPointsAlongPaths(view, paths);
 }
 
 Task<void> pinchAtPoint(UIViewRef view, CGPoint center, double distance, std::size_t steps) {
-  constexpr double near = twoFingerConstant;
-  const double far = near + distance;
+  constexpr double kNear = kTwoFingerConstant;
+  const double far = kNear + distance;
   const std::vector<Path> paths{
-      pointsFromStartPoint(offset(center, -far, 0), offset(center, -near, 0), steps),
-      pointsFromStartPoint(offset(center, far, 0), offset(center, near, 0), steps)};
+      pointsFromStartPoint(offset(center, -far, 0), offset(center, -kNear, 0), steps),
+      pointsFromStartPoint(offset(center, far, 0), offset(center, kNear, 0), steps)};
   co_await dragPointsAlongPaths(view, paths);
 }
 
 Task<void> zoomAtPoint(UIViewRef view, CGPoint center, double distance, std::size_t steps) {
-  constexpr double near = twoFingerConstant;
-  const double far = near + distance;
+  constexpr double kNear = kTwoFingerConstant;
+  const double far = kNear + distance;
   const std::vector<Path> paths{
-      pointsFromStartPoint(offset(center, -near, 0), offset(center, -far, 0), steps),
-      pointsFromStartPoint(offset(center, near, 0), offset(center, far, 0), steps)};
+      pointsFromStartPoint(offset(center, -kNear, 0), offset(center, -far, 0), steps),
+      pointsFromStartPoint(offset(center, kNear, 0), offset(center, far, 0), steps)};
   co_await dragPointsAlongPaths(view, paths);
 }
 
@@ -292,8 +292,8 @@ Task<void> twoFingerRotateAtPoint(UIViewRef view, CGPoint center, double angle) 
   for (std::size_t i = 0; i < steps; ++i) {
     const double progress =
         i == steps - 1 ? 1 : static_cast<double>(i) / static_cast<double>(steps);
-    const double x = rotationRadius * std::cos(radians * progress);
-    const double y = rotationRadius * std::sin(radians * progress);
+    const double x = kRotationRadius * std::cos(radians * progress);
+    const double y = kRotationRadius * std::sin(radians * progress);
     paths[0].push_back(offset(center, x, y));
     paths[1].push_back(offset(center, -x, -y));
   }

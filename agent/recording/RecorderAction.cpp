@@ -132,7 +132,7 @@ std::string encodedPicture(const StepDraft& draft) {
 }
 
 // The text that stood in a view when it was said to be no person's.
-constexpr std::string_view leftOutText = "TarniLeftOutText";
+constexpr std::string_view kLeftOutText = "TarniLeftOutText";
 
 std::string textIn(const UIViewRef& view) {
   if (const auto field = platform::as<platform::UITextField>(view)) return field->text();
@@ -242,13 +242,13 @@ std::string RecorderAction::typedText(const UIViewRef& view) {
   assertMainThread();
   std::string text = textIn(view);
   const std::string* const leftOut =
-      text.empty() ? nullptr : view->layer().valueForKey(leftOutText);
+      text.empty() ? nullptr : view->layer().valueForKey(kLeftOutText);
   return leftOut && *leftOut == text ? "" : text;
 }
 
 void RecorderAction::leaveOutTextOf(const UIViewRef& view) {
   assertMainThread();
-  view->layer().setValueForKey(textIn(view), leftOutText);
+  view->layer().setValueForKey(textIn(view), kLeftOutText);
 }
 
 std::string RecorderAction::getLogicalNameOfElement(const UIViewRef& view) const {

@@ -29,9 +29,9 @@ using platform::UITouchRef;
 using platform::UIViewRef;
 namespace uikit = platform::uikit;
 
-constexpr double tapThreshold = 10;  // points
-constexpr CGPoint outsideEveryScreen{-100.0, -200.0};
-constexpr auto pauseAfterTypedText = std::chrono::milliseconds(100);
+constexpr double kTapThreshold = 10;  // points
+constexpr CGPoint kOutsideEveryScreen{-100.0, -200.0};
+constexpr auto kPauseAfterTypedText = std::chrono::milliseconds(100);
 
 bool isInSpyMode() {
   return GlobalVars::isTrue(GlobalVars::sharedInstance()._spyMode());
@@ -92,7 +92,7 @@ void recordTypedText(const UIViewRef& tapped, CGPoint point) {
     typed.forget();
   }
   shared.set_editAbleElement(nullptr);
-  std::this_thread::sleep_for(pauseAfterTypedText);
+  std::this_thread::sleep_for(kPauseAfterTypedText);
 }
 
 void selectForSpy(const UIViewRef& view, CGPoint touched) {
@@ -100,7 +100,7 @@ void selectForSpy(const UIViewRef& view, CGPoint touched) {
   // The touch that selected the element must not act on the application.
   const platform::UIWindowRef window = view->window();
   const CGPoint corner = window ? window->frame().origin : CGPoint{};
-  const CGPoint outside{outsideEveryScreen.x - corner.x, outsideEveryScreen.y - corner.y};
+  const CGPoint outside{kOutsideEveryScreen.x - corner.x, kOutsideEveryScreen.y - corner.y};
   const CGPoint point = platform::convertPoint(outside, window, view);
   Diagnostics::spawnLogged(KIFAdditions::FaketapAtPoint(view, point), "Recording failed");
 }
@@ -159,7 +159,7 @@ void RecorderEvent::touchesMovedOnView(const UITouchRef& touch, platform::UIEven
   const double dx = location.x - initialTouchPoint_.x;
   const double dy = location.y - initialTouchPoint_.y;
   const double distance = distanceFromInitialTouchPoint(location);
-  if (distance <= tapThreshold) return;
+  if (distance <= kTapThreshold) return;
   isScrolling_ = true;
   isVerticalScroll_ = std::abs(dy) > std::abs(dx);
   platform::NSLog(isVerticalScroll_ ? "Scrolling vertically... distance: %f"

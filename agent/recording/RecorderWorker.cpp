@@ -16,8 +16,8 @@ namespace {
 using platform::Task;
 using platform::UIViewRef;
 
-constexpr auto pauseBeforeNextStep = std::chrono::milliseconds(500);
-constexpr auto pauseBetweenLooks = std::chrono::milliseconds(1);
+constexpr auto kPauseBeforeNextStep = std::chrono::milliseconds(500);
+constexpr auto kPauseBetweenLooks = std::chrono::milliseconds(1);
 
 Task<StepDraftRef> draftStep(StepRequest request) {
   const StepDraftRef draft = RecorderAction().describeStep(request);
@@ -107,7 +107,7 @@ bool RecorderWorker::flushTypedText() {
   platform::MainQueue& main = platform::current().dispatch->mainQueue();
   if (!main.syncTask([&] { return takePendingText(&pending); })) return false;
   for (const StepDraftRef& draft : pending.drafts) enqueue(draft);
-  if (pending.wasPending) std::this_thread::sleep_for(pauseBeforeNextStep);
+  if (pending.wasPending) std::this_thread::sleep_for(kPauseBeforeNextStep);
   return true;
 }
 
@@ -121,7 +121,7 @@ bool RecorderWorker::recordTouch() {
 
 void RecorderWorker::finish(std::chrono::steady_clock::time_point deadline) {
   while (draftsInHand_ > 0 && std::chrono::steady_clock::now() < deadline) {
-    std::this_thread::sleep_for(pauseBetweenLooks);
+    std::this_thread::sleep_for(kPauseBetweenLooks);
   }
   const ElementInfoRef info = ElementProcessor().getExactElementInfo(queue_.takeBucket());
   if (!info) return;

@@ -12,7 +12,7 @@ namespace {
 using platform::UIViewRef;
 
 // Who closes dialogs with the keyboard all day and never taps does not fill the memory.
-constexpr std::size_t mostGone = 64;
+constexpr std::size_t kMostGone = 64;
 
 }  // namespace
 
@@ -80,8 +80,8 @@ void TypedText::letGo() {
   if (RecorderAction::standsInWindow(field)) return;
   GlobalVars& shared = GlobalVars::sharedInstance();
   if (field && shared._editAbleElement() == field) shared.set_editAbleElement(nullptr);
-  if (gone_.size() == mostGone) {
-    platform::NSLog("The oldest of %zu typed texts that no tap has followed is dropped", mostGone);
+  if (gone_.size() == kMostGone) {
+    platform::NSLog("The oldest of %zu typed texts that no tap has followed is dropped", kMostGone);
     gone_.erase(gone_.begin());
   }
   edited.draft->data = edited.text;

@@ -43,7 +43,7 @@ Task<void> turnToWindowOf(UIViewRef view) {
   if (window == application.keyWindow()) co_return;
   const auto reached = application.windowsThatTakeInput();
   if (std::ranges::find(reached, window) == reached.end()) {
-    throw SessionError(errors::notInteractable,
+    throw SessionError(errors::kNotInteractable,
                        "another window keeps the user from the element's; window.list says which");
   }
   co_await application.makeKeyWindow(window);
@@ -67,14 +67,14 @@ Task<void> bringIntoView(UIViewRef view) {
 CGPoint pressablePoint(const UIViewRef& view) {
   const CGRect rect = inSight(view);
   if (!placeOf(view).isVisible || rect.size.width <= 0 || rect.size.height <= 0) {
-    throw SessionError(errors::notInteractable, "nothing of the element is in sight");
+    throw SessionError(errors::kNotInteractable, "nothing of the element is in sight");
   }
   const platform::UIWindowRef window = view->window();
   const CGRect own = platform::convertRect(rect, window, view);
   const CGPoint point = KIFAdditions::tappablePointInRect(view, own);
   if (std::isnan(point.x)) {
     const UIViewRef taker = window->hitTest({rect.midX(), rect.midY()});
-    throw SessionError(errors::clickIntercepted,
+    throw SessionError(errors::kClickIntercepted,
                        taker ? "element " +
                                    std::to_string(Elements::sharedInstance().handleOf(taker)) +
                                    " (" + taker->getClass()->name() + ") takes the press instead"

@@ -12,7 +12,7 @@ using platform::Task;
 
 namespace {
 
-constexpr double usualWait = 10'000;  // milliseconds
+constexpr double kUsualWait = 10'000;  // milliseconds
 
 // What platforms raise is, but for what names a wrong argument, nobody's fault.
 SessionError errorOf(const std::exception_ptr& failure) {
@@ -23,9 +23,9 @@ SessionError errorOf(const std::exception_ptr& failure) {
   } catch (const platform::NSException& exception) {
     const bool isArgument = exception.name() == platform::NSInvalidArgumentException ||
                             exception.name() == platform::NSRangeException;
-    return {isArgument ? errors::invalidArgument : errors::unknownError, exception.reason()};
+    return {isArgument ? errors::kInvalidArgument : errors::kUnknownError, exception.reason()};
   } catch (...) {
-    return {errors::unknownError, platform::reasonOf(failure)};
+    return {errors::kUnknownError, platform::reasonOf(failure)};
   }
 }
 
@@ -55,7 +55,7 @@ Call::Call(const Method& method, Json parameters, std::shared_ptr<HeldInput> hel
 std::optional<double> Call::timeout() const {
   const auto given = parameters_.find("timeout");
   if (given != parameters_.end()) return given->get<double>();
-  if (method_.effect == Effect::Waits) return usualWait;
+  if (method_.effect == Effect::Waits) return kUsualWait;
   return std::nullopt;
 }
 

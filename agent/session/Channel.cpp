@@ -21,7 +21,7 @@
 namespace tarni::session {
 namespace {
 
-constexpr double acceptRetryDelay = 0.5;  // seconds
+constexpr double kAcceptRetryDelay = 0.5;  // seconds
 
 // The door at which clients come in. On a queue of its own, but for its making and its end.
 class Door {
@@ -61,7 +61,7 @@ class Door {
 
   // Without descriptors the client stays pending and would wake us over and over.
   void tryAgainLater() {
-    retry_ = platform::current().dispatch->makeTimer(acceptRetryDelay, queue_,
+    retry_ = platform::current().dispatch->makeTimer(kAcceptRetryDelay, queue_,
                                                      [this] { acceptClients(); });
   }
 

@@ -17,11 +17,11 @@
 namespace tarni::session {
 namespace {
 
-constexpr std::size_t readSize = 64UL * 1024;
+constexpr std::size_t kReadSize = 64UL * 1024;
 // With so much unread by the client no further request begins.
-constexpr std::size_t enoughUnread = 1024UL * 1024;
+constexpr std::size_t kEnoughUnread = 1024UL * 1024;
 // A wait that is over says itself what it waited for, unless the main thread keeps it from that.
-constexpr double graceMilliseconds = 250;
+constexpr double kGraceMilliseconds = 250;
 
 SessionError timeoutError(const Call& call) {
   const auto busy =
@@ -29,12 +29,12 @@ SessionError timeoutError(const Call& call) {
           .count();
   const std::string method(call.method().name);
   if (busy > 0) {
-    return {errors::timeout,
+    return {errors::kTimeout,
             method + ": the program's main thread has been busy for " + std::to_string(busy) +
                 " ms without a break",
             {{"busyMs", busy}}};
   }
-  return {errors::timeout, method + ": another command has the program's main thread"};
+  return {errors::kTimeout, method + ": another command has the program's main thread"};
 }
 
 }  // namespace
@@ -63,7 +63,7 @@ void Client::start(std::function<void(const Client*)> onClosed) {
 // --- in
 
 bool Client::takesRequests() const {
-  return requests_.size() < mostRequests && outbox_.size() - written_ < enoughUnread;
+  return requests_.size() < kMostRequests && outbox_.size() - written_ < kEnoughUnread;
 }
 
 void Client::readOn() {
@@ -77,8 +77,8 @@ void Client::readOn() {
 // False when there is nothing to be read now.
 bool Client::receive() {
   const std::size_t before = input_.size();
-  input_.resize(before + readSize);
-  const ssize_t length = recv(connection_.get(), input_.data() + before, readSize, 0);
+  input_.resize(before + kReadSize);
+  const ssize_t length = recv(connection_.get(), input_.data() + before, kReadSize, 0);
   const int systemCode = errno;
   input_.resize(before + static_cast<std::size_t>(std::max<ssize_t>(length, 0)));
   if (length > 0) return true;
@@ -113,8 +113,8 @@ void Client::takeLines() {
   }
   input_.erase(0, begin);
   searched_ -= std::min(searched_, begin);
-  if (input_.size() - searched_ > 0 || input_.size() <= longestLine) return;
-  send(errorAnswer(nullptr, {errors::parseError, "the line is longer than 16 MiB"}));
+  if (input_.size() - searched_ > 0 || input_.size() <= kLongestLine) return;
+  send(errorAnswer(nullptr, {errors::kParseError, "the line is longer than 16 MiB"}));
   close();
 }
 
@@ -135,8 +135,8 @@ void Client::request(const Json& message) {
     const std::string& name = message["method"].get_ref<const std::string&>();
     const Method* const method = methodNamed(name);
     if (!method) {
-      throw SessionError(errors::unknownMethod, "there is no method \"" + name +
-                                                    "\"; app.info lists those that there are");
+      throw SessionError(errors::kUnknownMethod, "there is no method \"" + name +
+                                                     "\"; app.info lists those that there are");
     }
     Json parameters = message.value("params", Json::object());
     checkParameters(*method, parameters);
@@ -155,7 +155,7 @@ void Client::perform(const Json& id, const Method& method, Json parameters) {
   const std::string key =
       isNotification ? "notification " + std::to_string(notifications_++) : jsonText(id);
   if (requests_.contains(key)) {
-    throw SessionError(errors::invalidRequest, "request " + key + " is not answered yet");
+    throw SessionError(errors::kInvalidRequest, "request " + key + " is not answered yet");
   }
   Request& entry = requests_[key];
   entry.call = std::make_shared<Call>(
@@ -175,7 +175,7 @@ void Client::perform(const Json& id, const Method& method, Json parameters) {
 void Client::armTimer(Request& request, const std::string& key) {
   const std::optional<double> timeout = request.call->timeout();
   if (!timeout) return;
-  const double grace = request.call->method().effect == Effect::Waits ? graceMilliseconds : 0;
+  const double grace = request.call->method().effect == Effect::Waits ? kGraceMilliseconds : 0;
   request.timer = platform::current().dispatch->makeTimer(
       (*timeout + grace) / 1000, queue_, whileAlive([key](Client& self) {
         const auto entry = self.requests_.find(key);
@@ -192,7 +192,7 @@ void Client::cancel(const Json& id, const Json& parameters) {
   const bool isFound = entry != requests_.end();
   if (isFound) {
     const CallRef call = entry->second.call;
-    const SessionError error(errors::cancelled, "the request was cancelled");
+    const SessionError error(errors::kCancelled, "the request was cancelled");
     call->abandon(error);
     platform::current().dispatch->mainQueue().async([call, error] { call->interrupt(error); });
   }
@@ -230,7 +230,7 @@ void Client::writeOn() {
   if (written_ == outbox_.size()) {
     outbox_.clear();
     written_ = 0;
-  } else if (outbox_.size() - written_ > mostUnread) {
+  } else if (outbox_.size() - written_ > kMostUnread) {
     platform::NSLog("A client of the session channel reads nothing and is closed");
     close();
   }
@@ -250,7 +250,7 @@ void Client::armStall() {
   writeSource_->resume();
   if (stall_) return;
   stall_ = dispatch.makeTimer(
-      longestStall, queue_, whileAlive([](Client& self) {
+      kLongestStall, queue_, whileAlive([](Client& self) {
         platform::NSLog("A client of the session channel reads nothing and is closed");
         self.close();
       }));
@@ -265,7 +265,7 @@ void Client::close() {
   connection_ = FileDescriptor();
   outbox_ = {};
   written_ = 0;
-  const SessionError gone(errors::cancelled, "the client has gone");
+  const SessionError gone(errors::kCancelled, "the client has gone");
   auto& main = platform::current().dispatch->mainQueue();
   for (auto& [key, request] : std::exchange(requests_, {})) {
     request.call->abandon(gone);

@@ -22,10 +22,10 @@ class HeldInput;
 
 class Client : public std::enable_shared_from_this<Client> {
  public:
-  static constexpr std::size_t longestLine = 16UL * 1024 * 1024;
-  static constexpr std::size_t mostRequests = 256;
-  static constexpr std::size_t mostUnread = 256UL * 1024 * 1024;
-  static constexpr double longestStall = 10;  // seconds in which nothing is read of what waits
+  static constexpr std::size_t kLongestLine = 16UL * 1024 * 1024;
+  static constexpr std::size_t kMostRequests = 256;
+  static constexpr std::size_t kMostUnread = 256UL * 1024 * 1024;
+  static constexpr double kLongestStall = 10;  // seconds in which nothing is read of what waits
 
   explicit Client(FileDescriptor connection);
   Client(const Client&) = delete;

@@ -13,12 +13,12 @@ using platform::UIViewRef;
 
 namespace {
 
-constexpr std::array<std::string_view, 10> states{"there",    "gone",        "visible",   "enabled",
-                                                  "disabled", "checked",     "unchecked", "focused",
-                                                  "textIs",   "textContains"};
+constexpr std::array<std::string_view, 10> kStates{
+    "there",   "gone",      "visible", "enabled", "disabled",
+    "checked", "unchecked", "focused", "textIs",  "textContains"};
 
 [[noreturn]] void refuseCondition(const std::string& why) {
-  throw SessionError(errors::invalidArgument, "a condition " + why);
+  throw SessionError(errors::kInvalidArgument, "a condition " + why);
 }
 
 // Null for an element that has gone; one that never was is an error.
@@ -28,7 +28,7 @@ std::optional<Match> matchOf(long handle) {
     const Place place = placeOf(view);
     return Match{std::move(view), place};
   } catch (const SessionError& error) {
-    if (error.kind().code != errors::staleElement.code) throw;
+    if (error.kind().code != errors::kStaleElement.code) throw;
     return std::nullopt;
   }
 }
@@ -58,7 +58,7 @@ Condition::Condition(const Json& text) : text_(text) {
   if (state.is_string()) state_ = state.get<std::string>();
   if (text.contains("textIs")) state_ = "textIs";
   if (text.contains("textContains")) state_ = "textContains";
-  if (std::ranges::find(states, state_) == states.end()) {
+  if (std::ranges::find(kStates, state_) == kStates.end()) {
     refuseCondition(
         "has \"is\": there, gone, visible, enabled, disabled, checked, unchecked or focused; or "
         "\"textIs\", \"textContains\" or \"count\"");
@@ -106,14 +106,14 @@ bool Condition::holds() const {
 }
 
 Json Condition::instead() const {
-  constexpr std::size_t enough = 5;
+  constexpr std::size_t kEnough = 5;
   Json told = {{"condition", text_}, {"holds", holds()}};
   if (text_.contains("window")) return told;
   const std::vector<Match> found = matches(0);
   told["found"] = found.size();
   Json elements = Json::array();
   for (const Match& match : found) {
-    if (elements.size() == enough) break;
+    if (elements.size() == kEnough) break;
     elements.push_back({{"element", Elements::sharedInstance().handleOf(match.view)},
                         {"text", textOf(match.view).value_or("")},
                         {"visible", match.place.isVisible},

@@ -36,12 +36,12 @@ const PageElement* pageElementIn(const CallRef& call) {
 }
 
 [[noreturn]] void refuse(const UIViewRef& view, const std::string& why) {
-  throw SessionError(errors::unsupported, "a " + view->getClass()->name() + " " + why);
+  throw SessionError(errors::kUnsupported, "a " + view->getClass()->name() + " " + why);
 }
 
 void requireEnabled(const UIViewRef& view) {
   if (view->isUserInteractionEnabled()) return;
-  throw SessionError(errors::notInteractable, "the element is disabled");
+  throw SessionError(errors::kNotInteractable, "the element is disabled");
 }
 
 // As a person does who marks all and types, in an editor that only its own keys reach.
@@ -77,7 +77,7 @@ Answer find(CallRef call) {
   const std::size_t limit = all ? parameters.value("limit", std::size_t{0}) : 1;
   const std::vector<Match> matches = selector.find(limit);
   if (matches.empty() && !all) {
-    throw SessionError(errors::noSuchElement, "nothing on screen is " + selector.inWords());
+    throw SessionError(errors::kNoSuchElement, "nothing on screen is " + selector.inWords());
   }
   JsonText text;
   text.open('[');
@@ -125,7 +125,7 @@ Answer click(CallRef call) {
   const long count = parameters.value("count", 1L);
   const KeyChord modifiers(parameters.value("modifiers", ""));
   if (count < 1 || count > 3) {
-    throw SessionError(errors::invalidArgument, "\"count\" is 1, 2 or 3");
+    throw SessionError(errors::kInvalidArgument, "\"count\" is 1, 2 or 3");
   }
   HeldInput& held = *call->held();
   platform::InputDevices& devices = inputDevices();
@@ -183,7 +183,7 @@ Answer setValue(CallRef call) {
   requireEnabled(view);
   if (view->isKindOfClass(uikit::UISwitch) && platform::as<platform::UISwitch>(view)) {
     if (!value.is_boolean()) {
-      throw SessionError(errors::invalidArgument, "the value of a switch is true or false");
+      throw SessionError(errors::kInvalidArgument, "the value of a switch is true or false");
     }
     co_await setSwitch(view, value.get<bool>());
     co_return Result();
@@ -225,7 +225,7 @@ Answer scrollToText(CallRef call) {
   const auto items = platform::as<platform::UIItems>(view);
   if (!items) refuse(view, "is no list, table or tree that can be searched");
   const bool isFound = co_await items->scrollToText(text);
-  if (!isFound) throw SessionError(errors::noSuchElement, "no item has the text \"" + text + "\"");
+  if (!isFound) throw SessionError(errors::kNoSuchElement, "no item has the text \"" + text + "\"");
   co_return Result();
 }
 

@@ -39,17 +39,17 @@ Handle Elements::handleOf(const UIViewRef& webView, const std::string& document,
 UIViewRef Elements::viewOf(Handle handle) const {
   const auto text = std::to_string(handle);
   if (handle < 1 || handle >= next_) {
-    throw SessionError(errors::noSuchElement, "no element was ever called " + text +
-                                                  "; element.find and tree.get give handles");
+    throw SessionError(errors::kNoSuchElement, "no element was ever called " + text +
+                                                   "; element.find and tree.get give handles");
   }
   if (pageElementOf(handle)) {
-    throw SessionError(errors::unsupported,
+    throw SessionError(errors::kUnsupported,
                        "element " + text + " is in a page, where this method cannot reach");
   }
   const auto entry = views_.find(handle);
   const UIViewRef view = entry == views_.end() ? nullptr : known_.at(entry->second).view.lock();
   if (!view || !view->window()) {
-    throw SessionError(errors::staleElement, "element " + text + " is no longer there");
+    throw SessionError(errors::kStaleElement, "element " + text + " is no longer there");
   }
   return view;
 }

@@ -44,7 +44,7 @@ Task<void> HeldInput::releaseAll() {
 platform::InputDevices& inputDevices() {
   platform::InputDevices* const devices = platform::current().inputDevices;
   if (devices) return *devices;
-  throw SessionError(errors::unsupported,
+  throw SessionError(errors::kUnsupported,
                      "this platform has no pointer and no keyboard that could be moved");
 }
 

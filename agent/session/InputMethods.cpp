@@ -19,10 +19,10 @@ using platform::UIWindowRef;
 
 namespace {
 
-constexpr std::size_t mostSteps = 10'000;
+constexpr std::size_t kMostSteps = 10'000;
 
 [[noreturn]] void refuse(const std::string& why) {
-  throw SessionError(errors::invalidArgument, why);
+  throw SessionError(errors::kInvalidArgument, why);
 }
 
 template <typename Value>
@@ -59,7 +59,7 @@ Spot spotOf(const Json& target) {
     return {view->window(), point};
   }
   UIWindowRef key = platform::current().application->keyWindow();
-  if (!key) throw SessionError(errors::noSuchWindow, "the program shows no window");
+  if (!key) throw SessionError(errors::kNoSuchWindow, "the program shows no window");
   return {std::move(key), point};
 }
 
@@ -89,7 +89,7 @@ std::pair<std::string, Json> stepOf(const Json& step) {
 
 const Json& stepsIn(const CallRef& call) {
   const Json& steps = call->parameters()["steps"];
-  if (steps.size() > mostSteps) refuse("more than 10,000 steps");
+  if (steps.size() > kMostSteps) refuse("more than 10,000 steps");
   return steps;
 }
 

@@ -5,7 +5,7 @@
 namespace tarni::session {
 namespace {
 
-constexpr int deepest = 64;
+constexpr int kDeepest = 64;
 
 // A parser's recursion must not be a client's to choose.
 bool isTooDeep(std::string_view line) {
@@ -18,7 +18,7 @@ bool isTooDeep(std::string_view line) {
     } else if (letter == '"') {
       isInText = !isInText;
     } else if (!isInText && (letter == '[' || letter == '{')) {
-      if (++depth > deepest) return true;
+      if (++depth > kDeepest) return true;
     } else if (!isInText && (letter == ']' || letter == '}')) {
       --depth;
     }
@@ -27,15 +27,15 @@ bool isTooDeep(std::string_view line) {
 }
 
 void require(bool holds, const char* why) {
-  if (!holds) throw SessionError(errors::invalidRequest, why);
+  if (!holds) throw SessionError(errors::kInvalidRequest, why);
 }
 
 }  // namespace
 
 Json parseRequest(std::string_view line) {
-  if (isTooDeep(line)) throw SessionError(errors::parseError, "the line is nested too deeply");
+  if (isTooDeep(line)) throw SessionError(errors::kParseError, "the line is nested too deeply");
   Json message = Json::parse(line, nullptr, false);
-  if (message.is_discarded()) throw SessionError(errors::parseError, "the line is no JSON text");
+  if (message.is_discarded()) throw SessionError(errors::kParseError, "the line is no JSON text");
   require(!message.is_array(), "requests come one a line, not in an array");
   require(message.is_object(), "a request is an object");
   require(message.value("jsonrpc", Json()) == "2.0", "\"jsonrpc\" must be \"2.0\"");

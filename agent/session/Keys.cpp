@@ -13,7 +13,7 @@ using platform::Task;
 
 namespace {
 
-constexpr std::array<std::pair<std::string_view, PointerButton>, 5> buttons{{
+constexpr std::array<std::pair<std::string_view, PointerButton>, 5> kButtons{{
     {"left", PointerButton::Left},
     {"right", PointerButton::Right},
     {"middle", PointerButton::Middle},
@@ -31,9 +31,9 @@ std::string keyNamed(const std::string& name) {
 
 PointerButton buttonNamed(const std::string& name) {
   const auto found =
-      std::ranges::find(buttons, name, &std::pair<std::string_view, PointerButton>::first);
-  if (found != buttons.end()) return found->second;
-  throw SessionError(errors::invalidArgument,
+      std::ranges::find(kButtons, name, &std::pair<std::string_view, PointerButton>::first);
+  if (found != kButtons.end()) return found->second;
+  throw SessionError(errors::kInvalidArgument,
                      "\"" + name + "\" is none of left, right, middle, back and forward");
 }
 

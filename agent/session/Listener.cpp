@@ -18,8 +18,8 @@
 namespace tarni::session {
 namespace {
 
-constexpr std::string_view tcpPrefix = "tcp:127.0.0.1:";
-constexpr int backlog = 64;
+constexpr std::string_view kTcpPrefix = "tcp:127.0.0.1:";
+constexpr int kBacklog = 64;
 
 [[noreturn]] void refuse(const std::string& why) {
   throw std::runtime_error(why);
@@ -34,11 +34,11 @@ void listenAt(const FileDescriptor& descriptor, const sockaddr& address, socklen
   if (!makeNonBlocking(descriptor.get()) || bind(descriptor.get(), &address, length) != 0) {
     refuseForErrno(name);
   }
-  if (listen(descriptor.get(), backlog) != 0) refuseForErrno(name);
+  if (listen(descriptor.get(), kBacklog) != 0) refuseForErrno(name);
 }
 
 FileDescriptor listenOnPort(const std::string& address) {
-  const std::string_view digits = std::string_view(address).substr(tcpPrefix.size());
+  const std::string_view digits = std::string_view(address).substr(kTcpPrefix.size());
   std::uint16_t port = 0;
   const auto [end, error] = std::from_chars(digits.data(), digits.data() + digits.size(), port);
   if (error != std::errc() || end != digits.data() + digits.size()) {
@@ -114,7 +114,7 @@ uid_t userAtTheOtherEnd(int client) {
 }  // namespace
 
 Listener::Listener(const std::string& address) {
-  if (address.starts_with(tcpPrefix)) {
+  if (address.starts_with(kTcpPrefix)) {
     descriptor_ = listenOnPort(address);
   } else {
     descriptor_ = listenAtPath(address);

@@ -27,8 +27,8 @@ struct Parameter {
   std::string_view description;
 };
 
-inline constexpr bool required = true;
-inline constexpr bool optional = false;
+inline constexpr bool kRequired = true;
+inline constexpr bool kOptional = false;
 
 struct Method {
   std::string_view name;

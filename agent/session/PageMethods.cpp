@@ -15,12 +15,12 @@ UIViewRef pageOf(const CallRef& call) {
   if (!parameters.contains("page")) {
     const std::vector<UIViewRef> all = webViews();
     if (all.size() == 1) return all.front();
-    throw SessionError(errors::invalidArgument,
+    throw SessionError(errors::kInvalidArgument,
                        "\"page\" is needed where there is not exactly one; page.list has them");
   }
   const UIViewRef view = Elements::sharedInstance().viewOf(parameters["page"].get<Handle>());
   if (platform::as<platform::UIWebView>(view)) return view;
-  throw SessionError(errors::invalidArgument, "\"page\" is not the handle of a web view");
+  throw SessionError(errors::kInvalidArgument, "\"page\" is not the handle of a web view");
 }
 
 Result listed(const std::vector<PageNode>& nodes) {
@@ -69,7 +69,7 @@ Answer find(CallRef call) {
     std::string value = parameters[way].get<std::string>();
     co_return listed(co_await nodesFound(std::move(view), way, std::move(value)));
   }
-  throw SessionError(errors::invalidSelector,
+  throw SessionError(errors::kInvalidSelector,
                      "page.find takes one of css, xpath, text and textContains");
 }
 

@@ -13,7 +13,7 @@ using platform::UIViewRef;
 
 namespace {
 
-constexpr const char* script = "session.js";
+constexpr const char* kScript = "session.js";
 
 // JSON texts are JavaScript texts, but for two separators that old engines take for ends of lines.
 std::string asScript(const std::string& text) {
@@ -33,13 +33,13 @@ Task<Json> ask(UIViewRef webView, std::string call) {
   WebView bridge;
   std::string answer = co_await bridge.callJavaScriptFunction(webView, guarded);
   if (answer == "none") {
-    co_await bridge.injectJSFile(webView, script);
+    co_await bridge.injectJSFile(webView, kScript);
     answer = co_await bridge.callJavaScriptFunction(webView, guarded);
   }
   Json told = Json::parse(answer, nullptr, false);
   if (!told.is_object()) co_return nullptr;
   if (told.contains("error")) {
-    throw SessionError(errors::javaScriptError, told["error"].get<std::string>());
+    throw SessionError(errors::kJavaScriptError, told["error"].get<std::string>());
   }
   co_return told;
 }
@@ -87,7 +87,7 @@ std::vector<PageNode> nodesIn(const UIViewRef& webView, const Json& told) {
 
 // The answer of a call about one element.
 Task<Json> askAbout(PageElement element, std::string function, std::string more) {
-  const SessionError gone(errors::staleElement, "the element is no longer in the page");
+  const SessionError gone(errors::kStaleElement, "the element is no longer in the page");
   UIViewRef webView = element.webView.lock();
   if (!webView || !webView->window()) throw SessionError(gone);
   std::string call = function + "(" + std::to_string(element.node) + more + ")";
@@ -142,12 +142,12 @@ Task<void> setTextIn(PageElement element, std::string text) {
   co_await askAbout(element, "tarniSessionSetText", std::move(more));
 }
 
-Task<std::string> evaluate(UIViewRef webView, std::string script) {
+Task<std::string> evaluate(UIViewRef webView, std::string kScript) {
   if (!isReady(webView)) {
-    throw SessionError(errors::javaScriptError, "the page is loading, or does not answer");
+    throw SessionError(errors::kJavaScriptError, "the page is loading, or does not answer");
   }
   WebView bridge;
-  co_return co_await bridge.callJavaScriptFunction(webView, script);
+  co_return co_await bridge.callJavaScriptFunction(webView, kScript);
 }
 
 }  // namespace tarni::session

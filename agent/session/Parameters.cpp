@@ -5,8 +5,8 @@
 namespace tarni::session {
 namespace {
 
-constexpr Parameter common[] = {
-    {"timeout", Kind::Number, optional,
+constexpr Parameter kCommon[] = {
+    {"timeout", Kind::Number, kOptional,
      "Milliseconds after which the request is answered with `timeout`, whatever keeps it: that the "
      "program's main thread is busy, or a wait. None for none; 10,000 for `wait.for` and "
      "`wait.rest`."},
@@ -53,7 +53,7 @@ const char* kindInWords(Kind kind) {
 }
 
 [[noreturn]] void refuseParameter(const Method& method, const std::string& why) {
-  throw SessionError(errors::invalidArgument, std::string(method.name) + ": " + why);
+  throw SessionError(errors::kInvalidArgument, std::string(method.name) + ": " + why);
 }
 
 const Parameter* named(const Method& method, const std::string& name) {
@@ -67,7 +67,7 @@ const Parameter* named(const Method& method, const std::string& name) {
 }  // namespace
 
 std::span<const Parameter> commonParameters() {
-  return common;
+  return kCommon;
 }
 
 void checkParameters(const Method& method, const Json& parameters) {

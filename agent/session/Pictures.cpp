@@ -7,15 +7,15 @@ namespace tarni::session {
 platform::Task<platform::UIImageRef> draw(platform::UIViewRef view) {
   platform::UIImageRef image = co_await view->drawViewHierarchy();
   const bool isDrawn = image && image->size().width > 0 && image->size().height > 0;
-  if (!isDrawn) throw SessionError(errors::noPicture, "the view cannot be drawn");
+  if (!isDrawn) throw SessionError(errors::kNoPicture, "the view cannot be drawn");
   co_return image;
 }
 
 Json encoded(const platform::UIImageRef& image) {
-  constexpr double quality = 0.9;
+  constexpr double kQuality = 0.9;
   std::vector<std::byte> bytes = image->PNGRepresentation();
   const bool isPNG = !bytes.empty();
-  if (!isPNG) bytes = image->JPEGRepresentation(quality);
+  if (!isPNG) bytes = image->JPEGRepresentation(kQuality);
   return {{"format", isPNG ? "png" : "jpeg"},
           {"width", image->size().width},
           {"height", image->size().height},

@@ -7,7 +7,7 @@
 namespace tarni::session {
 namespace {
 
-constexpr std::string_view introduction =
+constexpr std::string_view kIntroduction =
     R"(# The session channel
 
 <!-- Made from the table of methods by `tarni-session-reference`; a test compares. -->
@@ -49,7 +49,7 @@ twice. Looking for others makes none void.
 
 )";
 
-constexpr std::string_view example = R"(
+constexpr std::string_view kExample = R"(
 ## Ten lines of Python
 
 ```python
@@ -68,7 +68,7 @@ print(ask("element.click", element=button["element"])["costs"])
 ```
 )";
 
-constexpr std::string_view shapes = R"(
+constexpr std::string_view kShapes = R"(
 ## Targets
 
 Where the pointer goes: `{"element": 12}`, its middle; `{"element": 12, "x": 3, "y": 4}`, from its
@@ -137,11 +137,11 @@ void writeMethod(std::ostream& page, const Method& method) {
 
 std::string reference() {
   std::ostringstream page;
-  page << introduction << "| Error | Code |\n|---|---|\n";
-  for (const ErrorKind& kind : errors::all) {
+  page << kIntroduction << "| Error | Code |\n|---|---|\n";
+  for (const ErrorKind& kind : errors::kAll) {
     page << "| " << kind.name << " | " << kind.code << " |\n";
   }
-  page << example << shapes << descriptionInWords() << "\n## Methods\n\nAll of them take:\n\n";
+  page << kExample << kShapes << descriptionInWords() << "\n## Methods\n\nAll of them take:\n\n";
   writeParameters(page, commonParameters());
   for (const Method& method : methods()) writeMethod(page, method);
   return page.str();

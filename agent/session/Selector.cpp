@@ -13,18 +13,18 @@ using platform::UIViewRef;
 
 namespace {
 
-constexpr Parameter members[] = {
-    {"identifier", Kind::Text, optional, "Its accessibility identifier."},
-    {"label", Kind::Text, optional, "Its accessibility label."},
-    {"text", Kind::Text, optional, "The text that it shows, all of it."},
-    {"textContains", Kind::Text, optional, "A part of that text, in any case."},
-    {"class", Kind::Text, optional, "The name of its class, in any case."},
-    {"kind", Kind::Text, optional, "The name of its class or of one that it is a kind of."},
-    {"xpath", Kind::Text, optional,
+constexpr Parameter kMembers[] = {
+    {"identifier", Kind::Text, kOptional, "Its accessibility identifier."},
+    {"label", Kind::Text, kOptional, "Its accessibility label."},
+    {"text", Kind::Text, kOptional, "The text that it shows, all of it."},
+    {"textContains", Kind::Text, kOptional, "A part of that text, in any case."},
+    {"class", Kind::Text, kOptional, "The name of its class, in any case."},
+    {"kind", Kind::Text, kOptional, "The name of its class or of one that it is a kind of."},
+    {"xpath", Kind::Text, kOptional,
      "Its position from its window (or from `within`) down, as `tarni tree` prints it: "
      "`\\UIWindowContent[0]\\UIButton[1]`."},
-    {"visible", Kind::Flag, optional, "Whether anything of it is to be seen."},
-    {"within", Kind::Integer, optional, "The handle of a window or an element that it stands in."},
+    {"visible", Kind::Flag, kOptional, "Whether anything of it is to be seen."},
+    {"within", Kind::Integer, kOptional, "The handle of a window or an element that it stands in."},
 };
 
 template <typename Value>
@@ -34,7 +34,7 @@ std::optional<Value> member(const Json& selector, const char* name) {
   try {
     return found->template get<Value>();
   } catch (const Json::exception&) {
-    throw SessionError(errors::invalidArgument,
+    throw SessionError(errors::kInvalidArgument,
                        "\"" + std::string(name) + "\" of a selector has the wrong type");
   }
 }
@@ -67,7 +67,7 @@ PathStep takeStep(std::string_view& path) {
       return step;
     }
   }
-  throw SessionError(errors::invalidSelector,
+  throw SessionError(errors::kInvalidSelector,
                      "\"" + std::string(path) + "\" is no position like \\UIButton[0]");
 }
 
@@ -87,7 +87,7 @@ UIViewRef viewAt(UIViewRef root, std::string_view path) {
 }  // namespace
 
 std::span<const Parameter> Selector::parameters() {
-  return members;
+  return kMembers;
 }
 
 Selector::Selector(const Json& selector)
@@ -101,17 +101,17 @@ Selector::Selector(const Json& selector)
       xpath_(member<std::string>(selector, "xpath")),
       visible_(member<bool>(selector, "visible")),
       within_(member<long>(selector, "within")) {
-  for (const Parameter& parameter : members) {
+  for (const Parameter& parameter : kMembers) {
     const auto found = selector.find(parameter.name);
     if (found != selector.end()) members_[std::string(parameter.name)] = *found;
   }
   if (members_.empty()) {
-    throw SessionError(errors::invalidSelector,
+    throw SessionError(errors::kInvalidSelector,
                        "a selector says at least one of identifier, label, text, textContains, "
                        "class, kind, xpath, visible and within");
   }
   if (xpath_ && !xpath_->starts_with('\\')) {
-    throw SessionError(errors::invalidSelector,
+    throw SessionError(errors::kInvalidSelector,
                        "\"" + *xpath_ + "\" is no position like \\UIWindowContent[0]\\UIButton[1]");
   }
   if (class_) class_ = platform::lowercase(*class_);

@@ -17,28 +17,28 @@ struct ErrorKind {
 };
 
 namespace errors {
-inline constexpr ErrorKind parseError{-32700, "parse error"};
-inline constexpr ErrorKind invalidRequest{-32600, "invalid request"};
-inline constexpr ErrorKind unknownMethod{-32601, "unknown method"};
-inline constexpr ErrorKind invalidArgument{-32602, "invalid argument"};
-inline constexpr ErrorKind unknownError{-32000, "unknown error"};
-inline constexpr ErrorKind noSuchElement{-32001, "no such element"};
-inline constexpr ErrorKind staleElement{-32002, "stale element reference"};
-inline constexpr ErrorKind notInteractable{-32003, "element not interactable"};
-inline constexpr ErrorKind clickIntercepted{-32004, "element click intercepted"};
-inline constexpr ErrorKind invalidSelector{-32005, "invalid selector"};
-inline constexpr ErrorKind timeout{-32006, "timeout"};
-inline constexpr ErrorKind noSuchWindow{-32007, "no such window"};
-inline constexpr ErrorKind javaScriptError{-32008, "javascript error"};
-inline constexpr ErrorKind unsupported{-32009, "unsupported operation"};
-inline constexpr ErrorKind cancelled{-32010, "cancelled"};
-inline constexpr ErrorKind noPicture{-32011, "unable to capture screen"};
+inline constexpr ErrorKind kParseError{-32700, "parse error"};
+inline constexpr ErrorKind kInvalidRequest{-32600, "invalid request"};
+inline constexpr ErrorKind kUnknownMethod{-32601, "unknown method"};
+inline constexpr ErrorKind kInvalidArgument{-32602, "invalid argument"};
+inline constexpr ErrorKind kUnknownError{-32000, "unknown error"};
+inline constexpr ErrorKind kNoSuchElement{-32001, "no such element"};
+inline constexpr ErrorKind kStaleElement{-32002, "stale element reference"};
+inline constexpr ErrorKind kNotInteractable{-32003, "element not interactable"};
+inline constexpr ErrorKind kClickIntercepted{-32004, "element click intercepted"};
+inline constexpr ErrorKind kInvalidSelector{-32005, "invalid selector"};
+inline constexpr ErrorKind kTimeout{-32006, "timeout"};
+inline constexpr ErrorKind kNoSuchWindow{-32007, "no such window"};
+inline constexpr ErrorKind kJavaScriptError{-32008, "javascript error"};
+inline constexpr ErrorKind kUnsupported{-32009, "unsupported operation"};
+inline constexpr ErrorKind kCancelled{-32010, "cancelled"};
+inline constexpr ErrorKind kNoPicture{-32011, "unable to capture screen"};
 
-inline constexpr std::initializer_list<ErrorKind> all{
-    parseError,       invalidRequest,  unknownMethod, invalidArgument,
-    unknownError,     noSuchElement,   staleElement,  notInteractable,
-    clickIntercepted, invalidSelector, timeout,       noSuchWindow,
-    javaScriptError,  unsupported,     cancelled,     noPicture};
+inline constexpr std::initializer_list<ErrorKind> kAll{
+    kParseError,       kInvalidRequest,  kUnknownMethod, kInvalidArgument,
+    kUnknownError,     kNoSuchElement,   kStaleElement,  kNotInteractable,
+    kClickIntercepted, kInvalidSelector, kTimeout,       kNoSuchWindow,
+    kJavaScriptError,  kUnsupported,     kCancelled,     kNoPicture};
 }  // namespace errors
 
 class SessionError : public std::runtime_error {

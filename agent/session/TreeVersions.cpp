@@ -4,7 +4,7 @@ namespace tarni::session {
 namespace {
 
 // A program that shows ever new things does not fill the memory with what has gone.
-constexpr std::size_t mostGone = 100'000;
+constexpr std::size_t kMostGone = 100'000;
 
 }  // namespace
 
@@ -45,7 +45,7 @@ TreeVersions::Version TreeVersions::end() {
     gone_.push_back({entry->first, version_});
     entry = known_.erase(entry);
   }
-  while (gone_.size() > mostGone) {
+  while (gone_.size() > kMostGone) {
     oldest_ = gone_.front().version;
     gone_.pop_front();
   }

@@ -30,14 +30,14 @@ Answer forConditions(CallRef call) {
   const Clock::time_point begin = Clock::now();
   const Json& given = call->parameters()["conditions"];
   if (given.empty() || given.size() > 100) {
-    throw SessionError(errors::invalidArgument, "\"conditions\" are 1 to 100");
+    throw SessionError(errors::kInvalidArgument, "\"conditions\" are 1 to 100");
   }
   const auto conditions = std::make_shared<const Conditions>(given.begin(), given.end());
   const double timeout = *call->timeout();
   const bool isMet = co_await Waits::sharedInstance().until(
       call, [conditions] { return allHold(*conditions); }, timeout);
   if (!isMet) {
-    throw SessionError(errors::timeout,
+    throw SessionError(errors::kTimeout,
                        "not all of it came to be in time; \"conditions\" says "
                        "what is there instead",
                        {{"conditions", insteadOf(*conditions)}});
@@ -48,15 +48,15 @@ Answer forConditions(CallRef call) {
 Answer rest(CallRef call) {
   const Clock::time_point begin = Clock::now();
   const double quiet = call->parameters().value("quiet", 100.0);
-  if (quiet <= 0) throw SessionError(errors::invalidArgument, "\"quiet\" is more than 0");
+  if (quiet <= 0) throw SessionError(errors::kInvalidArgument, "\"quiet\" is more than 0");
   MainWatch& watch = MainWatch::sharedInstance();
   if (!watch.observes()) {
-    throw SessionError(errors::unsupported, "this platform does not tell when it is at rest");
+    throw SessionError(errors::kUnsupported, "this platform does not tell when it is at rest");
   }
   const double timeout = *call->timeout();
   const bool isMet = co_await Waits::sharedInstance().untilRest(call, quiet / 1000, timeout);
   if (!isMet) {
-    throw SessionError(errors::timeout,
+    throw SessionError(errors::kTimeout,
                        "the program does not come to rest; last it handled: " +
                            (watch.lastWork().empty() ? "what it does not tell" : watch.lastWork()));
   }

@@ -13,8 +13,8 @@ using platform::Task;
 
 namespace {
 
-constexpr auto betweenLooks = std::chrono::milliseconds(10);
-constexpr double betweenPolls = 0.02;  // seconds
+constexpr auto kBetweenLooks = std::chrono::milliseconds(10);
+constexpr double kBetweenPolls = 0.02;  // seconds
 
 }  // namespace
 
@@ -74,11 +74,11 @@ void Waits::lookAtRest(std::weak_ptr<Wait> weak, double quiet) {
 void Waits::somethingHappened() {
   if (waits_.empty() || isLooking_) return;
   const auto since = Clock::now() - lastLook_;
-  if (since >= betweenLooks) {
+  if (since >= kBetweenLooks) {
     look();
   } else if (!std::exchange(isLookPending_, true)) {
     // It only wakes the main thread: the look comes when that has come to rest again.
-    platform::current().dispatch->afterOnMain(seconds(betweenLooks - since),
+    platform::current().dispatch->afterOnMain(seconds(kBetweenLooks - since),
                                               [this] { isLookPending_ = false; });
   }
 }
@@ -105,7 +105,7 @@ void Waits::look() {
 
 void Waits::poll() {
   if (std::exchange(isPolling_, true)) return;
-  platform::current().dispatch->afterOnMain(betweenPolls, [this] {
+  platform::current().dispatch->afterOnMain(kBetweenPolls, [this] {
     isPolling_ = false;
     look();
     if (!waits_.empty()) poll();

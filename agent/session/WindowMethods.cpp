@@ -18,7 +18,7 @@ UIWindowRef windowOf(const Json& parameters) {
   if (!parameters.contains("window")) {
     const UIWindowRef key = platform::current().application->keyWindow();
     if (key) return key;
-    throw SessionError(errors::noSuchWindow, "the program shows no window");
+    throw SessionError(errors::kNoSuchWindow, "the program shows no window");
   }
   return Elements::sharedInstance().viewOf(parameters["window"].get<Handle>())->window();
 }
@@ -27,7 +27,7 @@ UIWindowRef windowOf(const Json& parameters) {
 std::shared_ptr<platform::UIWindow> changeable(const UIWindowRef& window) {
   auto own = platform::as<platform::UIWindow>(window);
   if (!own) {
-    throw SessionError(errors::unsupported, "windows of this platform cannot be changed");
+    throw SessionError(errors::kUnsupported, "windows of this platform cannot be changed");
   }
   return own;
 }
@@ -65,7 +65,7 @@ Answer resize(CallRef call) {
   const platform::CGSize size{call->parameters()["width"].get<double>(),
                               call->parameters()["height"].get<double>()};
   if (size.width < 1 || size.height < 1) {
-    throw SessionError(errors::invalidArgument, "a window is at least 1 by 1 points");
+    throw SessionError(errors::kInvalidArgument, "a window is at least 1 by 1 points");
   }
   const auto own = changeable(window);
   co_await own->resize(size);

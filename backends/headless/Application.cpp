@@ -17,7 +17,7 @@ namespace uikit = platform::uikit;
 
 namespace {
 
-constexpr const char* sendEventSelector = "sendEvent:";
+constexpr const char* kSendEventSelector = "sendEvent:";
 
 bool hitsControlWithNestedLoop(const platform::UIEvent& event) {
   for (const platform::UITouchRef& touch : event.allTouches()) {
@@ -74,7 +74,7 @@ Application::Application(platform::ObjectiveCRuntime& runtime, RunLoop& runLoop)
 
 void Application::defineMethods() {
   runtime_.class_replaceMethod(
-      uikit::UIApplication, sendEventSelector,
+      uikit::UIApplication, kSendEventSelector,
       [this](const std::vector<Argument>& arguments) {
         dispatch(*std::get<platform::UIEvent*>(arguments.at(0)));
       },
@@ -155,7 +155,7 @@ platform::Task<void> Application::deliver(platform::UIEvent& event, std::functio
 }
 
 void Application::performSendEvent(platform::UIEvent& event) {
-  runtime_.perform(uikit::UIApplication, sendEventSelector, {&event});
+  runtime_.perform(uikit::UIApplication, kSendEventSelector, {&event});
 }
 
 void Application::dispatch(platform::UIEvent& event) {

@@ -3,9 +3,9 @@
 namespace tarni::headless {
 
 std::uint64_t ProcessInfo::machAbsoluteTime() const {
-  constexpr double nanosecondsPerSecond = 1e9;
+  constexpr double kNanosecondsPerSecond = 1e9;
   return posix::ProcessInfo::machAbsoluteTime() +
-         static_cast<std::uint64_t>(skipped_ * nanosecondsPerSecond);
+         static_cast<std::uint64_t>(skipped_ * kNanosecondsPerSecond);
 }
 
 }  // namespace tarni::headless

@@ -17,7 +17,7 @@ using platform::UIViewRef;
 
 namespace {
 
-constexpr double minimumTouchableAlpha = 0.01;
+constexpr double kMinimumTouchableAlpha = 0.01;
 
 using KeyedViews = std::vector<std::pair<std::string, ViewRef>>;
 
@@ -39,7 +39,7 @@ void set(KeyedViews& views, std::string_view key, const ViewRef& view) {
 
 bool takesTouch(const View& view, CGPoint point) {
   return !view.isHidden() && view.isUserInteractionEnabled() &&
-         view.alpha() >= minimumTouchableAlpha && view.pointInside(point);
+         view.alpha() >= kMinimumTouchableAlpha && view.pointInside(point);
 }
 
 }  // namespace

@@ -11,9 +11,9 @@
 namespace tarni::posix {
 namespace {
 
-constexpr std::size_t maximumSerialThreads = 32;
-constexpr std::size_t maximumBackgroundThreads = 16;
-constexpr int backgroundNiceness = 10;
+constexpr std::size_t kMaximumSerialThreads = 32;
+constexpr std::size_t kMaximumBackgroundThreads = 16;
+constexpr int kBackgroundNiceness = 10;
 
 // A handler that its owner can call off, also when it waits on its queue already.
 struct Handler {
@@ -71,10 +71,10 @@ class QueuedTimer : public platform::DispatchTimer {
 Dispatch::Dispatch(platform::MainQueue& mainQueue)
     : mainQueue_(mainQueue),
       eventLoop_(*new EventLoop),
-      serialPool_(*new WorkerPool("tarni-queue", 0, maximumSerialThreads)),
+      serialPool_(*new WorkerPool("tarni-queue", 0, kMaximumSerialThreads)),
       backgroundQueue_(new ConcurrentQueue(
           "background",
-          *new WorkerPool("tarni-bg", backgroundNiceness, maximumBackgroundThreads))) {}
+          *new WorkerPool("tarni-bg", kBackgroundNiceness, kMaximumBackgroundThreads))) {}
 
 Dispatch::~Dispatch() = default;
 

@@ -21,10 +21,10 @@
 namespace tarni::posix {
 namespace {
 
-constexpr double longestDelay = 1e9;
+constexpr double kLongestDelay = 1e9;
 
 std::chrono::steady_clock::duration delay(double seconds) {
-  const double bounded = seconds > 0 ? std::min(seconds, longestDelay) : 0;  // not-a-number is 0
+  const double bounded = seconds > 0 ? std::min(seconds, kLongestDelay) : 0;  // not-a-number is 0
   return std::chrono::duration_cast<std::chrono::steady_clock::duration>(
       std::chrono::duration<double>(bounded));
 }

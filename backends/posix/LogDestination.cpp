@@ -17,7 +17,7 @@
 namespace tarni::posix {
 namespace {
 
-constexpr std::size_t flushedAt = 64 * 1024;
+constexpr std::size_t kFlushedAt = 64 * 1024;
 
 // How many bytes, at the start of the text, are of a character that a terminal may obey or that
 // hides the order of the letters; 0 for any other character.
@@ -56,7 +56,7 @@ class DescriptorDestination : public LogDestination {
     appendPrefix(time);
     appendPrintable(text_, line);
     text_ += '\n';
-    if (text_.size() >= flushedAt) flush();
+    if (text_.size() >= kFlushedAt) flush();
   }
 
   void flush() override {

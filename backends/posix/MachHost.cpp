@@ -36,9 +36,9 @@ Bytes bytesOf(const char* text) {
 
 // "cpu0 user nice system idle iowait irq softirq steal …"; null for any other line.
 std::optional<ProcessorTicks> ticksOfCore(const std::string& line) {
-  constexpr std::string_view prefix = "cpu";
-  if (!line.starts_with(prefix) || line.size() <= prefix.size()) return std::nullopt;
-  if (!std::isdigit(static_cast<unsigned char>(line[prefix.size()]))) return std::nullopt;
+  constexpr std::string_view kPrefix = "cpu";
+  if (!line.starts_with(kPrefix) || line.size() <= kPrefix.size()) return std::nullopt;
+  if (!std::isdigit(static_cast<unsigned char>(line[kPrefix.size()]))) return std::nullopt;
   std::istringstream fields(line);
   std::string core;
   std::uint64_t user = 0, nice = 0, system = 0, idle = 0, wait = 0, irq = 0, softIrq = 0, steal = 0;

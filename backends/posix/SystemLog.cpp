@@ -18,13 +18,13 @@
 namespace tarni::posix {
 namespace {
 
-constexpr std::size_t bufferLimit = 1024 * 1024;
-constexpr std::size_t keptCapacity = 64 * 1024;
-constexpr std::size_t longestLine = 32 * 1024;
-constexpr double exitBound = 0.5;
+constexpr std::size_t kBufferLimit = 1024 * 1024;
+constexpr std::size_t kKeptCapacity = 64 * 1024;
+constexpr std::size_t kLongestLine = 32 * 1024;
+constexpr double kExitBound = 0.5;
 // The writer collects lines for so long before it writes again, so that a burst costs the callers
 // no wake-up a line.
-constexpr std::chrono::milliseconds collectingTime{10};
+constexpr std::chrono::milliseconds kCollectingTime{10};
 
 struct LineHeader {
   double time;
@@ -50,8 +50,8 @@ class SystemLog::Writer {
       : destination_(std::move(destination)) {}
 
   void append(std::string_view line) {
-    if (line.size() <= longestLine) return appendLine(line, "");
-    appendLine(line.substr(0, longestLine), "... (" + std::to_string(line.size()) + " bytes)");
+    if (line.size() <= kLongestLine) return appendLine(line, "");
+    appendLine(line.substr(0, kLongestLine), "... (" + std::to_string(line.size()) + " bytes)");
   }
 
   bool flush(double seconds) {
@@ -70,7 +70,7 @@ class SystemLog::Writer {
   void appendLine(std::string_view line, std::string_view suffix) {
     const LineHeader header{now(), static_cast<std::uint32_t>(line.size() + suffix.size())};
     const std::lock_guard lock(mutex_);
-    if (lines_.size() + sizeof header + header.length > bufferLimit) {
+    if (lines_.size() + sizeof header + header.length > kBufferLimit) {
       ++dropped_;
       return;
     }
@@ -103,11 +103,11 @@ class SystemLog::Writer {
       lock.unlock();
       const std::uint64_t count = writeOut(batch, dropped);
       batch.clear();
-      if (batch.capacity() > keptCapacity) batch.shrink_to_fit();
+      if (batch.capacity() > kKeptCapacity) batch.shrink_to_fit();
       lock.lock();
       written_ += count;
       progressed_.notify_all();
-      appendedOrFlushed_.wait_for(lock, collectingTime, [this] { return flushes_ > 0; });
+      appendedOrFlushed_.wait_for(lock, kCollectingTime, [this] { return flushes_ > 0; });
     }
   }
 
@@ -146,7 +146,7 @@ namespace {
 std::atomic<SystemLog*> flushedAtExit = nullptr;
 
 void flushAtExit() {
-  if (SystemLog* const log = flushedAtExit) log->flush(exitBound);
+  if (SystemLog* const log = flushedAtExit) log->flush(kExitBound);
 }
 
 }  // namespace

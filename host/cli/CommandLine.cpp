@@ -93,7 +93,7 @@ std::string unknownCommand(const CLI::App& app) {
 // Parses by `parse` and so carries out the subcommand; turns what goes wrong into an exit code.
 template <typename Parse>
 ExitCode carryOut(CLI::App& app, Invocation& invocation, const Parse& parse) {
-  invocation.result = ExitCode::ok;
+  invocation.result = ExitCode::Ok;
   try {
     parse();
     if (app.get_subcommands().empty()) {
@@ -104,25 +104,25 @@ ExitCode carryOut(CLI::App& app, Invocation& invocation, const Parse& parse) {
   } catch (const CLI::ParseError& error) {
     if (const auto word = unknownCommand(app); !word.empty()) {
       const auto what = "\"" + word + "\" is no command: " + kWhereCommandsAre;
-      return complain(std::invalid_argument(what), ExitCode::usage);
+      return complain(std::invalid_argument(what), ExitCode::Usage);
     }
-    return app.exit(error) == 0 ? ExitCode::ok : ExitCode::usage;
+    return app.exit(error) == 0 ? ExitCode::Ok : ExitCode::Usage;
   } catch (const NoSuchProgram& error) {
-    return complain(error, ExitCode::wire);
+    return complain(error, ExitCode::Wire);
   } catch (const NotFound& error) {
-    return complain(error, ExitCode::no);
+    return complain(error, ExitCode::No);
   } catch (const std::invalid_argument& error) {
-    return complain(error, ExitCode::usage);
+    return complain(error, ExitCode::Usage);
   } catch (const WireError& error) {
     invocation.disconnect();
-    return complain(error, ExitCode::wire);
+    return complain(error, ExitCode::Wire);
   } catch (const AgentException& error) {
     std::cout.flush();
     std::cerr << Terminal::error("tarni: ") << "the agent reports: " << printable(error.what())
               << '\n';
-    return ExitCode::exception;
+    return ExitCode::Exception;
   } catch (const std::exception& error) {
-    return complain(error, ExitCode::failure);
+    return complain(error, ExitCode::Failure);
   }
 }
 
@@ -150,7 +150,7 @@ int runTool(int argc, char** argv) {
   declareGlobalOptions(app, invocation.options);
   declareSubcommands(app, invocation, false);
   const auto code = carryOut(app, invocation, [&] { app.parse(wordsOf(argc, argv)); });
-  return code == ExitCode::ok && invocation.programExitCode ? *invocation.programExitCode
+  return code == ExitCode::Ok && invocation.programExitCode ? *invocation.programExitCode
                                                             : static_cast<int>(code);
 }
 

@@ -6,12 +6,12 @@
 namespace tarni::host {
 
 enum class ExitCode {
-  ok = 0,
-  no = 1,         // not found, or the answer is "false"
-  usage = 2,      // the command line does not fit
-  wire = 3,       // no such program, no connection, or it ended, or no answer in time
-  exception = 4,  // the agent answered an exception
-  failure = 5,    // anything else: a file that cannot be written, …
+  Ok = 0,
+  No = 1,         // not found, or the answer is "false"
+  Usage = 2,      // the command line does not fit
+  Wire = 3,       // no such program, no connection, or it ended, or no answer in time
+  Exception = 4,  // the agent answered an exception
+  Failure = 5,    // anything else: a file that cannot be written, …
 };
 
 // Nothing fits what was asked for; ends with ExitCode::no.

@@ -29,7 +29,7 @@ milliseconds fromSeconds(double seconds);
 class Invocation {
  public:
   GlobalOptions options;
-  ExitCode result = ExitCode::ok;
+  ExitCode result = ExitCode::Ok;
   std::optional<int> programExitCode;  // of the program that `run` has run
 
   // The connection to the playback port. Throws WireError.

@@ -127,7 +127,7 @@ void Listening::run(RecorderClient& recorder, Invocation& invocation,
       lines.take(handlers.onLine);
     }
   }
-  if (count_ && seen < *count_) invocation.result = ExitCode::no;
+  if (count_ && seen < *count_) invocation.result = ExitCode::No;
 }
 
 std::string timeOfDay() {

@@ -14,7 +14,7 @@ constexpr std::chrono::seconds kTimeout{10};
 
 bool isTaken(std::uint16_t port, const std::string& network) {
   const auto use = portUse(port, network);
-  return use == PortUse::listening || use == PortUse::held;
+  return use == PortUse::Listening || use == PortUse::Held;
 }
 
 }  // namespace

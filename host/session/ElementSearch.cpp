@@ -89,11 +89,11 @@ std::string ElementOnScreen::description() const {
 
 const char* nameOf(LocatorKind kind) {
   switch (kind) {
-    case LocatorKind::position:
+    case LocatorKind::Position:
       return "position";
-    case LocatorKind::text:
+    case LocatorKind::Text:
       return "class and text";
-    case LocatorKind::index:
+    case LocatorKind::Index:
       break;
   }
   return "class and index";
@@ -110,7 +110,7 @@ Look ElementSearch::look(const RecordedStep& step, bool mayGuess) {
   // The search has made the identifiers void.
   if (mayGuess) look.sameClass = elementsOf(step.className, "");
   if (const auto* const guessed = atIndex(step, look.sameClass); mayGuess && guessed != nullptr) {
-    look.located = {LocatorKind::index, *guessed};
+    look.located = {LocatorKind::Index, *guessed};
   } else {
     look.whyNot = whyNot(step, findings, look.sameClass);
   }
@@ -164,12 +164,12 @@ std::optional<Located> ElementSearch::sureOne(const RecordedStep& step, const Fi
     auto element = *kept;
     element.id = idAtPosition(step, window);
     if (element.id.empty()) return std::nullopt;
-    return Located{LocatorKind::position, element};
+    return Located{LocatorKind::Position, element};
   }
   const auto named = namesakes(step, findings, all);
-  if (named.size() == 1) return Located{LocatorKind::text, *named.front()};
+  if (named.size() == 1) return Located{LocatorKind::Text, *named.front()};
   if (const auto* const there = atPlace(step, all); isSure(there)) {
-    return Located{LocatorKind::position, *there};
+    return Located{LocatorKind::Position, *there};
   }
   return std::nullopt;
 }
@@ -240,15 +240,15 @@ Look ElementSearch::lookInPage(const RecordedStep& step, bool mayGuess) {
   if (!id.empty() && !step.text.empty()) {
     id = hasTextInPage(step, id) ? idAtPosition(step) : "";
   }
-  if (!id.empty()) return found(LocatorKind::position, id);
+  if (!id.empty()) return found(LocatorKind::Position, id);
   const auto named = step.text.empty() ? std::vector<std::string>() : find(step, "text", step.text);
-  if (named.size() == 1) return found(LocatorKind::text, named.front());
+  if (named.size() == 1) return found(LocatorKind::Text, named.front());
   Look look;
   for (const auto& each : client_.call({"findelements", step.className}).elementIds()) {
     look.sameClass.push_back(inPage(each, ask("gettext", each)));
   }
   if (const auto* const guessed = atIndex(step, look.sameClass); mayGuess && guessed != nullptr) {
-    look.located = {LocatorKind::index, *guessed};
+    look.located = {LocatorKind::Index, *guessed};
   } else {
     look.whyNot = named.size() > 1
                       ? std::to_string(named.size()) + " fit and none stands at its position"

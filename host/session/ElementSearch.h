@@ -45,12 +45,12 @@ struct ElementOnScreen {
   std::string description() const;
 };
 
-enum class LocatorKind { position, text, index };
+enum class LocatorKind { Position, Text, Index };
 // "position", "class and text", "class and index"
 const char* nameOf(LocatorKind kind);
 
 struct Located {
-  LocatorKind by = LocatorKind::position;
+  LocatorKind by = LocatorKind::Position;
   ElementOnScreen element;
 };
 

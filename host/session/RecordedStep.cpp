@@ -17,12 +17,12 @@ using Kind = RecordedStep::Kind;
 namespace {
 
 const std::map<std::string, Kind>& kinds() {
-  static const std::map<std::string, Kind> all = {{"Click", Kind::click},
-                                                  {"ClickButton", Kind::click},
-                                                  {"ClickImage", Kind::click},
-                                                  {"TypeTextOnEditBox", Kind::type},
-                                                  {"Mobile_SelectSwitch", Kind::switchOn},
-                                                  {"Mobile_DeSelectSwitch", Kind::switchOff}};
+  static const std::map<std::string, Kind> all = {{"Click", Kind::Click},
+                                                  {"ClickButton", Kind::Click},
+                                                  {"ClickImage", Kind::Click},
+                                                  {"TypeTextOnEditBox", Kind::Type},
+                                                  {"Mobile_SelectSwitch", Kind::SwitchOn},
+                                                  {"Mobile_DeSelectSwitch", Kind::SwitchOff}};
   return all;
 }
 
@@ -58,7 +58,7 @@ bool mentions(const Json& view, const char* part) {
 // before and after the very tap.
 bool isOwnText(const RecordedStep& step, const Json& parent) {
   if (mentions(parent, "segmentedcontrol") || mentions(parent, "textview")) return false;
-  const bool isSwitch = step.kind == Kind::switchOn || step.kind == Kind::switchOff;
+  const bool isSwitch = step.kind == Kind::SwitchOn || step.kind == Kind::SwitchOff;
   if (isSwitch && (step.text == "0" || step.text == "1")) return false;
   constexpr std::array kHoldValues = {"UIControl", "UIPickerView", "UIProgressView",
                                       "UISlider",  "UIStepper",    "UITextView"};
@@ -99,13 +99,13 @@ std::string RecordedStep::element() const {
 
 std::string RecordedStep::deed() const {
   switch (kind) {
-    case Kind::click:
+    case Kind::Click:
       return "click";
-    case Kind::type:
+    case Kind::Type:
       return "type " + inQuotes(data) + " into";
-    case Kind::switchOn:
+    case Kind::SwitchOn:
       return "switch on";
-    case Kind::switchOff:
+    case Kind::SwitchOff:
       break;
   }
   return "switch off";

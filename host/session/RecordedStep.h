@@ -10,12 +10,12 @@
 namespace tarni::host {
 
 struct RecordedStep {
-  enum class Kind { click, type, switchOn, switchOff };
+  enum class Kind { Click, Type, SwitchOn, SwitchOff };
 
   std::size_t number = 0;  // from 1
   std::size_t line = 0;    // of the session file
   double seconds = 0;      // when it came, from the start of the recording
-  Kind kind = Kind::click;
+  Kind kind = Kind::Click;
   std::string action;     // as recorded: "ClickButton"
   bool isInPage = false;  // of a web view; its class is a tag then
   std::string className;

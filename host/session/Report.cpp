@@ -63,19 +63,19 @@ std::string readableTime(std::string text) {
 }
 
 const char* styleOf(Result result) {
-  if (result == Result::passed) return "passed";
-  return result == Result::notPlayed ? "idle" : "failed";
+  if (result == Result::Passed) return "passed";
+  return result == Result::NotPlayed ? "idle" : "failed";
 }
 
 const char* wordOf(Result result) {
   switch (result) {
-    case Result::passed:
+    case Result::Passed:
       return "passed";
-    case Result::failed:
+    case Result::Failed:
       return "failed";
-    case Result::lost:
+    case Result::Lost:
       return "connection lost";
-    case Result::notPlayed:
+    case Result::NotPlayed:
       break;
   }
   return "not played";
@@ -151,7 +151,7 @@ std::string header(const PlayedSession& session) {
                                       passed ? "Passed" : "Failed")) +
       tag("div", "class=\"line\"", escaped(session.program));
   std::string facts = fact("Played", session.played) + fact("Took", seconds(session.seconds)) +
-                      fact("Steps passed", std::to_string(session.count(Result::passed)) + " of " +
+                      fact("Steps passed", std::to_string(session.count(Result::Passed)) + " of " +
                                                std::to_string(session.steps.size()));
   if (!session.recorded.empty()) facts += fact("Recorded", readableTime(session.recorded));
   inner += tag("dl", "class=\"facts\"", facts) + strip(session);
@@ -182,7 +182,7 @@ std::string top(const PlayedStep& played) {
                  tag("span", std::string("class=\"badge ") + styleOf(played.result) + "\"",
                      wordOf(played.result)) +
                  tag("div", "class=\"time\"",
-                     played.result == Result::notPlayed ? "" : seconds(played.seconds)));
+                     played.result == Result::NotPlayed ? "" : seconds(played.seconds)));
 }
 
 std::string lookedFor(const RecordedStep& step) {
@@ -220,7 +220,7 @@ std::string failure(const PlayedStep& played, const PlayedSession& session) {
 }
 
 std::string card(const PlayedStep& played, const PlayedSession& session) {
-  const bool hasFailed = played.result == Result::failed || played.result == Result::lost;
+  const bool hasFailed = played.result == Result::Failed || played.result == Result::Lost;
   auto html = top(played);
   if (!played.message.empty()) {
     html += tag("p", hasFailed ? "class=\"why\"" : "class=\"note\"", escaped(played.message));
@@ -239,7 +239,7 @@ std::string card(const PlayedStep& played, const PlayedSession& session) {
 }  // namespace
 
 bool PlayedSession::hasPassed() const {
-  return count(Result::passed) == steps.size();
+  return count(Result::Passed) == steps.size();
 }
 
 std::size_t PlayedSession::count(Result result) const {

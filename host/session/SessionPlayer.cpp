@@ -121,12 +121,12 @@ void SessionPlayer::playSteps(StepPlayer& player, const OnPlayed& onPlayed) {
 bool SessionPlayer::playStep(StepPlayer& player, PlayedStep& played, const OnPlayed& onPlayed) {
   played = player.play(played.step);
   const bool isLast = played.step.number == played_.steps.size();
-  if (isLast && played.result == Result::lost && played.hasActed && hasProgramEnded()) {
-    played.result = Result::passed;
+  if (isLast && played.result == Result::Lost && played.hasActed && hasProgramEnded()) {
+    played.result = Result::Passed;
     played.message = "the program ended";
   }
   onPlayed(played);
-  return played.result == Result::passed;
+  return played.result == Result::Passed;
 }
 
 // Another's program is taken to have ended when it closed the connection.
@@ -136,7 +136,7 @@ bool SessionPlayer::hasProgramEnded() {
 
 void SessionPlayer::keepFailure(PlaybackClient& client, bool keepsTree) {
   if (program_) played_.output = program_->lastOutput();
-  if (keepsTree && played_.count(Result::lost) == 0) played_.tree = treeOf(client);
+  if (keepsTree && played_.count(Result::Lost) == 0) played_.tree = treeOf(client);
 }
 
 }  // namespace tarni::host

@@ -112,7 +112,7 @@ bool StartedProgram::isServed() const {
     if (!program) return false;
     network = std::to_string(program->pid);
   }
-  return portUse(kPlaybackPort, network) == PortUse::listening;
+  return portUse(kPlaybackPort, network) == PortUse::Listening;
 }
 
 bool StartedProgram::hasEnded(Deadline deadline) {

@@ -32,9 +32,9 @@ double secondsSince(Clock::time_point start) {
 // What is not a control lets a tap through to what stands behind it. A class of the application's
 // own may be one.
 bool mayBeTappedThrough(const RecordedStep& step) {
-  constexpr std::array plain{"UIView", "UILabel", "UIWindow"};
+  constexpr std::array kPlain{"UIView", "UILabel", "UIWindow"};
   return step.action == "ClickImage" ||
-         (step.action == "Click" && std::ranges::find(plain, step.className) != plain.end());
+         (step.action == "Click" && std::ranges::find(kPlain, step.className) != kPlain.end());
 }
 
 std::string inSeconds(milliseconds time) {
@@ -53,7 +53,7 @@ PlayedStep StepPlayer::play(const RecordedStep& step) {
   PlayedStep played{step};
   const auto start = Clock::now();
   try {
-    played.result = Result::failed;
+    played.result = Result::Failed;
     if (awaitElement(played)) {
       played.before = picture();
       act(played, played.located->element);
@@ -62,7 +62,7 @@ PlayedStep StepPlayer::play(const RecordedStep& step) {
   } catch (const AgentException& error) {
     played.message = std::string("the agent reports: ") + error.what();
   } catch (const WireError& error) {
-    played.result = Result::lost;
+    played.result = Result::Lost;
     played.message = error.what();
   }
   played.seconds = secondsSince(start);
@@ -70,7 +70,7 @@ PlayedStep StepPlayer::play(const RecordedStep& step) {
 }
 
 bool StepPlayer::comesTooEarly(const RecordedStep& step, const RecordedStep& next) {
-  if (step.kind != Kind::type || next.kind == Kind::type) return false;
+  if (step.kind != Kind::Type || next.kind == Kind::Type) return false;
   const auto certainUntil = Clock::now() + timeToBeCertain(manner_.patience);
   while (!isReady(step)) {
     if (Clock::now() >= certainUntil) {
@@ -108,16 +108,16 @@ bool StepPlayer::awaitElement(PlayedStep& played) {
 }
 
 void StepPlayer::act(PlayedStep& played, const ElementOnScreen& element) {
-  played.result = Result::passed;
+  played.result = Result::Passed;
   switch (played.step.kind) {
-    case Kind::click:
+    case Kind::Click:
       send(played, "clickelement", element.id);
       break;
-    case Kind::type:
+    case Kind::Type:
       type(played, element.id);
       break;
-    case Kind::switchOn:
-    case Kind::switchOff:
+    case Kind::SwitchOn:
+    case Kind::SwitchOff:
       setSwitch(played, element.id);
       break;
   }
@@ -127,15 +127,15 @@ void StepPlayer::type(PlayedStep& played, const std::string& id) {
   const Typing typing(client_, id);
   send(played, "sendkeysonelement", id, played.step.data);
   const auto [isFailure, message] = typing.outcome(played.step.data);
-  if (isFailure) played.result = Result::failed;
+  if (isFailure) played.result = Result::Failed;
   played.message = message;
 }
 
 void StepPlayer::setSwitch(PlayedStep& played, const std::string& id) {
-  const std::string wanted = played.step.kind == Kind::switchOn ? "true" : "false";
+  const std::string wanted = played.step.kind == Kind::SwitchOn ? "true" : "false";
   const auto before = state(played.step, id);
   if (!before) {
-    played.result = Result::failed;
+    played.result = Result::Failed;
     played.message = "it is no switch: it has no state";
     return;
   }
@@ -148,7 +148,7 @@ void StepPlayer::setSwitch(PlayedStep& played, const std::string& id) {
   if (!after) {
     played.message = "gone since";
   } else if (*after != wanted) {
-    played.result = Result::failed;
+    played.result = Result::Failed;
     played.message = std::string("it was tapped and is still ") + (wanted == "true" ? "off" : "on");
   }
 }

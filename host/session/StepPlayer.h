@@ -14,14 +14,14 @@ namespace tarni::host {
 
 struct PlayedStep {
   enum class Result {
-    passed,
-    failed,
-    lost,  // the connection ended or the program gave no answer
-    notPlayed,
+    Passed,
+    Failed,
+    Lost,  // the connection ended or the program gave no answer
+    NotPlayed,
   };
 
   RecordedStep step;
-  Result result = Result::notPlayed;
+  Result result = Result::NotPlayed;
   std::optional<Located> located = {};  // null when the element was not found
   std::string message = {};             // why it failed, or what is worth saying
   double seconds = 0;

@@ -22,11 +22,11 @@ bool isOfPort(const std::string& localAddress, std::uint16_t port) {
 }  // namespace
 
 PortUse portUse(std::uint16_t port, const std::string& networkOf) {
-  auto use = PortUse::unknown;
+  auto use = PortUse::Unknown;
   for (const auto* table : {"tcp", "tcp6"}) {
     std::ifstream file("/proc/" + networkOf + "/net/" + table);
     if (!file) continue;
-    if (use == PortUse::unknown) use = PortUse::free;
+    if (use == PortUse::Unknown) use = PortUse::Free;
     file.ignore(std::numeric_limits<std::streamsize>::max(), '\n');
     std::string line;
     while (std::getline(file, line)) {
@@ -36,8 +36,8 @@ PortUse portUse(std::uint16_t port, const std::string& networkOf) {
       std::string remote;
       std::string state;
       if (!(fields >> slot >> local >> remote >> state) || !isOfPort(local, port)) continue;
-      if (state == kListening) return PortUse::listening;
-      if (state == kEstablished) use = PortUse::held;
+      if (state == kListening) return PortUse::Listening;
+      if (state == kEstablished) use = PortUse::Held;
     }
   }
   return use;

@@ -13,10 +13,10 @@ inline constexpr std::uint16_t kRecorderPort = 9892;
 inline constexpr std::uint16_t kPlaybackPort = 9898;
 
 enum class PortUse {
-  free,
-  listening,
-  held,     // no longer listening: a client is connected
-  unknown,  // the kernel does not tell
+  Free,
+  Listening,
+  Held,     // no longer listening: a client is connected
+  Unknown,  // the kernel does not tell
 };
 
 // `networkOf` is the process whose network is meant, "self" or a decimal process identifier.

@@ -96,12 +96,12 @@ Attempt attemptEitherFamily(std::uint16_t port, Deadline deadline) {
 
 std::string explanation(std::uint16_t port, int error) {
   const auto number = std::to_string(port);
-  if (portUse(port) == PortUse::held) {
+  if (portUse(port) == PortUse::Held) {
     return "the connection to port " + number +
            " was refused: another client holds it (a port serves one client at a time)";
   }
   if (error != ECONNREFUSED) return "cannot connect to port " + number + ": " + reason(error);
-  if (port == kRecorderPort && portUse(kPlaybackPort) == PortUse::listening) {
+  if (port == kRecorderPort && portUse(kPlaybackPort) == PortUse::Listening) {
     return "nothing listens on " + number +
            ": a program's recorder serves one client only, and ends with the first playback "
            "command; start the program anew";
@@ -151,8 +151,8 @@ void Socket::write(std::string_view bytes, Deadline deadline) {
 Socket::Ready Socket::waitForData(Deadline deadline, std::span<const int> wakeOn) {
   std::vector<pollfd> entries{{descriptor_, POLLIN, 0}};
   for (const int descriptor : wakeOn) entries.push_back({descriptor, POLLIN, 0});
-  if (!pollUntil(entries, deadline)) return Ready::timedOut;
-  return entries.front().revents != 0 ? Ready::data : Ready::woken;
+  if (!pollUntil(entries, deadline)) return Ready::TimedOut;
+  return entries.front().revents != 0 ? Ready::Data : Ready::Woken;
 }
 
 std::string Socket::read() {

@@ -24,7 +24,7 @@ class Socket {
 
   void write(std::string_view bytes, Deadline deadline);
 
-  enum class Ready { data, woken, timedOut };
+  enum class Ready { Data, Woken, TimedOut };
   // Waits until bytes or the end of the stream can be read, or one of the descriptors `wakeOn` has
   // something to read.
   Ready waitForData(Deadline deadline, std::span<const int> wakeOn = {});

@@ -36,7 +36,7 @@ std::optional<std::string> WireClient::receive(milliseconds timeout, std::span<c
     if (progress_ && frames_.announcedBytes() > 0) {
       progress_(frames_.pendingBytes(), frames_.announcedBytes());
     }
-    if (socket_.waitForData(deadline, wakeOn) != Socket::Ready::data) return std::nullopt;
+    if (socket_.waitForData(deadline, wakeOn) != Socket::Ready::Data) return std::nullopt;
     // A program that never stops sending would keep the wait above from ending.
     if (hasRead && (Clock::now() >= deadline || isAnyReadable(wakeOn))) return std::nullopt;
     const auto bytes = socket_.read();

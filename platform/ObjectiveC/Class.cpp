@@ -12,7 +12,7 @@ namespace {
 
 struct Registry {
   Registry() {
-    for (const Class known : uikit::all) classes.emplace(known->name(), known);
+    for (const Class known : uikit::kAll) classes.emplace(known->name(), known);
   }
 
   std::mutex mutex;

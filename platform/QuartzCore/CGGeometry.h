@@ -52,8 +52,8 @@ inline CGRect CGRectIntersection(const CGRect& a, const CGRect& b) {
   const double top = std::max(a.minY(), b.minY());
   const double right = std::min(a.maxX(), b.maxX());
   const double bottom = std::min(a.maxY(), b.maxY());
-  constexpr double infinity = std::numeric_limits<double>::infinity();
-  if (right < left || bottom < top) return {{infinity, infinity}, {0, 0}};
+  constexpr double kInfinity = std::numeric_limits<double>::infinity();
+  if (right < left || bottom < top) return {{kInfinity, kInfinity}, {0, 0}};
   return {{left, top}, {right - left, bottom - top}};
 }
 

@@ -16,6 +16,6 @@ constexpr Class kKnown[] = {TARNI_UIKIT_CLASSES(TARNI_LIST)};
 
 }  // namespace
 
-constinit const std::span<const Class> all = kKnown;
+constinit const std::span<const Class> kAll = kKnown;
 
 }  // namespace tarni::platform::uikit

@@ -60,6 +60,6 @@ TARNI_UIKIT_CLASSES(TARNI_NAME)
 #undef TARNI_NAME
 
 // All of the above.
-extern const std::span<const Class> all;
+extern const std::span<const Class> kAll;
 
 }  // namespace tarni::platform::uikit

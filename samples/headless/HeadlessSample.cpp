@@ -6,7 +6,7 @@
 namespace tarni::samples {
 namespace {
 
-constexpr std::size_t keptEntries = 100;
+constexpr std::size_t kKeptEntries = 100;
 
 }  // namespace
 
@@ -14,7 +14,7 @@ int runHeadlessSample(const std::function<void()>& ready, bool skipsWaits) {
   // Never destroyed: the agent's threads use it until the process is gone.
   static auto& environment = *new headless::Environment;
   environment.install();
-  headless::historyCapacity = keptEntries;
+  headless::historyCapacity = kKeptEntries;
   if (skipsWaits) environment.useVirtualClock();
   buildLoginScreen(environment);
   if (ready) ready();

@@ -29,17 +29,17 @@ using headless::Window;
 
 namespace {
 
-constexpr int rowCount = 20;
-constexpr double left = 20;    // points
-constexpr double width = 350;  // points
+constexpr int kRowCount = 20;
+constexpr double kLeft = 20;    // points
+constexpr double kWidth = 350;  // points
 
 platform::CGRect line(double top, double height = 44) {
-  return {{left, top}, {width, height}};
+  return {{kLeft, top}, {kWidth, height}};
 }
 
 std::vector<std::string> rowTexts() {
   std::vector<std::string> texts;
-  for (int row = 1; row <= rowCount; ++row) texts.push_back("Row " + std::to_string(row));
+  for (int row = 1; row <= kRowCount; ++row) texts.push_back("Row " + std::to_string(row));
   return texts;
 }
 
@@ -48,11 +48,11 @@ std::shared_ptr<Button> addButton(View& page, const char* title, const char* ide
   return build<Button>(title)
       .frame(line(top))
       .identifier(identifier)
-      .background(headless::colors::blue)
+      .background(headless::colors::kBlue)
       .with([](Button& button) {
         button.layer().setCornerRadius(10);
         button.setTitleStyle({.bold = true,
-                              .color = headless::colors::white,
+                              .color = headless::colors::kWhite,
                               .alignment = headless::TextAlignment::Center});
       })
       .in(page);
@@ -70,7 +70,8 @@ void askForDetails(const std::weak_ptr<Window>& window, Label& status, headless:
 
 headless::WindowRef buildLoginScreen(headless::Environment& environment) {
   headless::WindowRef window = environment.makeWindow();
-  const auto page = build<View>().identifier("page").background(headless::colors::background).get();
+  const auto page =
+      build<View>().identifier("page").background(headless::colors::kBackground).get();
   const auto bar = build<NavigationBar>("Tarni Sample").frame({{0, 44}, {390, 44}}).in(*page);
   const auto welcome = build<Label>("Welcome").frame(line(104)).identifier("welcome").in(*page);
   welcome->setTextStyle({.size = 28, .bold = true});
@@ -82,7 +83,7 @@ headless::WindowRef buildLoginScreen(headless::Environment& environment) {
       .with(&TextField::setSecure, true)
       .in(*page);
   build<Label>("Remember me").frame(line(260, 31)).in(*page);
-  build<Switch>().frame({{left + width - 51, 260}, {51, 31}}).identifier("remember").in(*page);
+  build<Switch>().frame({{kLeft + kWidth - 51, 260}, {51, 31}}).identifier("remember").in(*page);
   const auto list = build<TableView>().frame(line(307, 308)).identifier("list").in(*page);
   list->layer().setCornerRadius(10);
   list->setRows(rowTexts());

@@ -35,10 +35,10 @@ using testing::Contains;
 using testing::IsSupersetOf;
 using testing::StartsWith;
 
-constexpr std::uint16_t recorderPort = ServerManager::recorderPort;
-constexpr std::uint16_t playbackPort = ServerManager::playbackPort;
-const std::string recorderGreeting = "Welcome! RecorderServer StartedSuccessfully ";
-const std::string playbackGreeting = "Welcome PlayBackServer Started Successfully (v25-Mar-2019)";
+constexpr std::uint16_t kRecorderPort = ServerManager::kRecorderPort;
+constexpr std::uint16_t kPlaybackPort = ServerManager::kPlaybackPort;
+const std::string kRecorderGreeting = "Welcome! RecorderServer StartedSuccessfully ";
+const std::string kPlaybackGreeting = "Welcome PlayBackServer Started Successfully (v25-Mar-2019)";
 
 // An application without a window, which says how it was asked to run.
 class BareApplication : public platform::UIApplication {
@@ -111,12 +111,12 @@ class ServerManagerTest : public testing::Test {
   }
 
   void startBoth() {
-    sendStep(recorderGreeting);
-    manager_->initialisePlayBackServerOnPortNumberWithPlayBackResponse(playbackPort,
-                                                                       playbackGreeting);
+    sendStep(kRecorderGreeting);
+    manager_->initialisePlayBackServerOnPortNumberWithPlayBackResponse(kPlaybackPort,
+                                                                       kPlaybackGreeting);
   }
   void sendStep(const std::string& step) {
-    manager_->initialiseRecorderServerOnPortNumberWithRecorderRequest(recorderPort, step);
+    manager_->initialiseRecorderServerOnPortNumberWithRecorderRequest(kRecorderPort, step);
   }
   // Everything that was on the main queue before is done.
   void settle() {
@@ -130,14 +130,14 @@ class ServerManagerTest : public testing::Test {
 
 TEST_F(ServerManagerTest, TheHostToolIsGreetedInFrames) {
   startBoth();
-  const LoopbackClient recorder(recorderPort);
-  const LoopbackClient player(playbackPort, AF_INET6);
-  EXPECT_EQ(recorder.read(54), "0000000044" + recorderGreeting);
-  EXPECT_EQ(player.read(68), "0000000058" + playbackGreeting);
+  const LoopbackClient recorder(kRecorderPort);
+  const LoopbackClient player(kPlaybackPort, AF_INET6);
+  EXPECT_EQ(recorder.read(54), "0000000044" + kRecorderGreeting);
+  EXPECT_EQ(player.read(68), "0000000058" + kPlaybackGreeting);
   EXPECT_THAT(log_.lines(),
-              IsSupersetOf({"Recorded Steps " + recorderGreeting,
+              IsSupersetOf({"Recorded Steps " + kRecorderGreeting,
                             std::string("Recorder server started on port 9892"),
-                            "0000000058" + playbackGreeting, std::string("AcceptOnPort-1"),
+                            "0000000058" + kPlaybackGreeting, std::string("AcceptOnPort-1"),
                             std::string("Playback server started on port 9898"),
                             std::string("DidConnect to host"),
                             std::string("Accepted new socket from 127.0.0.1:9892"),
@@ -149,7 +149,7 @@ TEST_F(ServerManagerTest, ALateHostToolGetsTheLastStepAndThenEachNewOne) {
   startBoth();
   sendStep("[1]");
   sendStep("[\"\xc3\xa9\"]");
-  const LoopbackClient recorder(recorderPort);
+  const LoopbackClient recorder(kRecorderPort);
   EXPECT_EQ(recorder.read(16), "0000000006[\"\xc3\xa9\"]") << "the length counts bytes";
   sendStep("[3]");
   EXPECT_EQ(recorder.readMessage(), "[3]");
@@ -157,22 +157,22 @@ TEST_F(ServerManagerTest, ALateHostToolGetsTheLastStepAndThenEachNewOne) {
 
 TEST_F(ServerManagerTest, EachServerHasOneHostToolAtATime) {
   startBoth();
-  const LoopbackClient recorder(recorderPort);
-  const LoopbackClient player(playbackPort);
+  const LoopbackClient recorder(kRecorderPort);
+  const LoopbackClient player(kPlaybackPort);
   recorder.readMessage();
   player.readMessage();
-  EXPECT_FALSE(LoopbackClient::isListening(recorderPort));
-  EXPECT_FALSE(LoopbackClient::isListening(playbackPort));
+  EXPECT_FALSE(LoopbackClient::isListening(kRecorderPort));
+  EXPECT_FALSE(LoopbackClient::isListening(kPlaybackPort));
 }
 
 TEST_F(ServerManagerTest, OfTwoHostToolsThatComeTogetherOneIsTurnedAway) {
   startBoth();
   std::promise<void> hasSecond;
   log_.holdAt("Accepted new socket", hasSecond.get_future().share());
-  const LoopbackClient first(playbackPort);
-  const LoopbackClient second(playbackPort);
+  const LoopbackClient first(kPlaybackPort);
+  const LoopbackClient second(kPlaybackPort);
   hasSecond.set_value();
-  EXPECT_EQ(first.readMessage(), playbackGreeting);
+  EXPECT_EQ(first.readMessage(), kPlaybackGreeting);
   EXPECT_TRUE(second.seesClose());
   first.send("{}\r\n");
   EXPECT_EQ(first.readMessage(), "[]");
@@ -180,7 +180,7 @@ TEST_F(ServerManagerTest, OfTwoHostToolsThatComeTogetherOneIsTurnedAway) {
 
 TEST_F(ServerManagerTest, EveryCommandIsAnsweredInItsOrder) {
   startBoth();
-  const LoopbackClient player(playbackPort);
+  const LoopbackClient player(kPlaybackPort);
   player.readMessage();
   for (const char* command :
        {"no JSON at all\r\n", "{\"functionname\":\"unknown\"}\r\n", "\r\n", "[1,2]\r\n",
@@ -197,7 +197,7 @@ TEST_F(ServerManagerTest, EveryCommandIsAnsweredInItsOrder) {
 TEST_F(ServerManagerTest, ACommandThatIsNotUTF8StartsPlaybackToo) {
   GlobalVars::sharedInstance().set_isPlaybackStarted(std::nullopt);
   startBoth();
-  const LoopbackClient player(playbackPort);
+  const LoopbackClient player(kPlaybackPort);
   player.readMessage();
   player.send("{\"functionname\":\"gettext\xff\"}\r\n");
   EXPECT_EQ(player.readMessage(), "[]");
@@ -207,7 +207,7 @@ TEST_F(ServerManagerTest, ACommandThatIsNotUTF8StartsPlaybackToo) {
 
 TEST_F(ServerManagerTest, TwoCommandsInOneSegmentAreBothAnswered) {
   startBoth();
-  const LoopbackClient player(playbackPort);
+  const LoopbackClient player(kPlaybackPort);
   player.readMessage();
   player.send("{}\r\n");
   EXPECT_EQ(player.readMessage(), "[]");
@@ -217,7 +217,7 @@ TEST_F(ServerManagerTest, TwoCommandsInOneSegmentAreBothAnswered) {
 
 TEST_F(ServerManagerTest, ACommandMayArriveInPiecesOfAnySize) {
   startBoth();
-  const LoopbackClient player(playbackPort);
+  const LoopbackClient player(kPlaybackPort);
   player.readMessage();
   player.send("{}\r\n");
   EXPECT_EQ(player.readMessage(), "[]");
@@ -231,7 +231,7 @@ TEST_F(ServerManagerTest, ACommandMayArriveInPiecesOfAnySize) {
 
 TEST_F(ServerManagerTest, ALineThatIsTooLongIsNoCommand) {
   startBoth();
-  const LoopbackClient player(playbackPort);
+  const LoopbackClient player(kPlaybackPort);
   player.readMessage();
   player.send("{}\r\n");
   EXPECT_EQ(player.readMessage(), "[]");
@@ -243,42 +243,42 @@ TEST_F(ServerManagerTest, ALineThatIsTooLongIsNoCommand) {
 
 TEST_F(ServerManagerTest, TheFirstPlaybackCommandEndsRecordingForGood) {
   startBoth();
-  const LoopbackClient recorder(recorderPort);
-  const LoopbackClient player(playbackPort);
+  const LoopbackClient recorder(kRecorderPort);
+  const LoopbackClient player(kPlaybackPort);
   recorder.readMessage();
   player.readMessage();
   player.send("{}\r\n");
   EXPECT_TRUE(recorder.seesClose());
   player.readMessage();
   sendStep("[1]");
-  EXPECT_FALSE(LoopbackClient::isListening(recorderPort));
+  EXPECT_FALSE(LoopbackClient::isListening(kRecorderPort));
   EXPECT_TRUE(manager_->isRecorderRunning());
 }
 
 TEST_F(ServerManagerTest, PlaybackAlsoClosesARecorderPortThatNobodyUsed) {
   startBoth();
-  const LoopbackClient player(playbackPort);
+  const LoopbackClient player(kPlaybackPort);
   player.readMessage();
   player.send("{}\r\n");
   player.readMessage();
-  EXPECT_FALSE(LoopbackClient::isListening(recorderPort));
+  EXPECT_FALSE(LoopbackClient::isListening(kRecorderPort));
 }
 
 TEST_F(ServerManagerTest, ThePlaybackPortComesBackForOneUngreetedHostToolAfterTheOther) {
   startBoth();
-  const LoopbackClient recorder(recorderPort);
+  const LoopbackClient recorder(kRecorderPort);
   recorder.readMessage();
   {
-    const LoopbackClient first(playbackPort);
-    EXPECT_EQ(first.readMessage(), playbackGreeting);
+    const LoopbackClient first(kPlaybackPort);
+    EXPECT_EQ(first.readMessage(), kPlaybackGreeting);
   }
   EXPECT_TRUE(recorder.seesClose());
   for (int round = 0; round < 3; ++round) {
     const LoopbackClient next;
-    ASSERT_TRUE(next.connectSoon(playbackPort)) << round;
+    ASSERT_TRUE(next.connectSoon(kPlaybackPort)) << round;
     next.send("{}\r\n");
     EXPECT_EQ(next.read(12), "0000000002[]") << round;
-    EXPECT_FALSE(LoopbackClient::isListening(playbackPort)) << round;
+    EXPECT_FALSE(LoopbackClient::isListening(kPlaybackPort)) << round;
   }
   EXPECT_THAT(log_.lines(), IsSupersetOf({"Client Disconnected. Accepting port again-2",
                                           "run loop in kCFRunLoopDefaultMode for 1.000000"}));
@@ -306,19 +306,19 @@ class ForkedChild {
 
 TEST_F(ServerManagerTest, AChildThatLivesOnHoldsNeitherPortNorConnection) {
   startBoth();
-  const LoopbackClient recorder(recorderPort);
+  const LoopbackClient recorder(kRecorderPort);
   recorder.readMessage();
   const ForkedChild whileListening;
-  LoopbackClient first(playbackPort);
+  LoopbackClient first(kPlaybackPort);
   first.readMessage();
   const ForkedChild whileConnected;
   first.send("{}\r\n");
   EXPECT_EQ(first.readMessage(), "[]");
   EXPECT_TRUE(recorder.seesClose());
-  EXPECT_FALSE(LoopbackClient::isListening(playbackPort));
+  EXPECT_FALSE(LoopbackClient::isListening(kPlaybackPort));
   first.leave();
   const LoopbackClient second;
-  ASSERT_TRUE(second.connectSoon(playbackPort));
+  ASSERT_TRUE(second.connectSoon(kPlaybackPort));
   second.send("{}\r\n");
   EXPECT_EQ(second.readMessage(), "[]");
 }
@@ -346,7 +346,7 @@ class NoDescriptors {
 
 TEST_F(ServerManagerTest, ThePlaybackPortComesBackWithoutDescriptors) {
   startBoth();
-  auto player = std::make_unique<LoopbackClient>(playbackPort);
+  auto player = std::make_unique<LoopbackClient>(kPlaybackPort);
   player->readMessage();
   for (int pauses = 1; pauses <= 3; ++pauses) {
     std::promise<void> isFull;
@@ -356,7 +356,7 @@ TEST_F(ServerManagerTest, ThePlaybackPortComesBackWithoutDescriptors) {
     {
       const NoDescriptors none;
       isFull.set_value();
-      ASSERT_TRUE(player->connectSoon(playbackPort)) << pauses;
+      ASSERT_TRUE(player->connectSoon(kPlaybackPort)) << pauses;
     }
     player->send("{}\r\n");
     EXPECT_EQ(player->readMessage(), "[]") << pauses;
@@ -366,7 +366,7 @@ TEST_F(ServerManagerTest, ThePlaybackPortComesBackWithoutDescriptors) {
 TEST_F(ServerManagerTest, AHostToolThatVanishesInTheMiddleOfACommandHarmsNothing) {
   startBoth();
   {
-    LoopbackClient first(playbackPort);
+    LoopbackClient first(kPlaybackPort);
     first.readMessage();
     std::promise<void> hasLeft;
     mainQueue_->async([left = hasLeft.get_future().share()] { left.wait(); });
@@ -375,14 +375,14 @@ TEST_F(ServerManagerTest, AHostToolThatVanishesInTheMiddleOfACommandHarmsNothing
     hasLeft.set_value();
   }
   const LoopbackClient second;
-  ASSERT_TRUE(second.connectSoon(playbackPort));
+  ASSERT_TRUE(second.connectSoon(kPlaybackPort));
   second.send("{}\r\n");
   EXPECT_EQ(second.readMessage(), "[]");
 }
 
 TEST_F(ServerManagerTest, TheGreetingSentBackIsNotAnswered) {
   startBoth();
-  const LoopbackClient player(playbackPort);
+  const LoopbackClient player(kPlaybackPort);
   player.readMessage();
   player.send("Welcome PlayBackServer Started Successfully");
   EXPECT_TRUE(log_.waitFor("Msg is Welcome PlayBackServer Started Successfully"));
@@ -393,7 +393,7 @@ TEST_F(ServerManagerTest, TheGreetingSentBackIsNotAnswered) {
 
 TEST_F(ServerManagerTest, SpyModeIsSwitchedByAnyTextThatNamesIt) {
   startBoth();
-  const LoopbackClient recorder(recorderPort);
+  const LoopbackClient recorder(kRecorderPort);
   recorder.readMessage();
   recorder.send("please STARTobjectSpy now\r\n");
   EXPECT_TRUE(log_.waitFor("alert Switched to Spy Mode"));
@@ -408,7 +408,7 @@ TEST_F(ServerManagerTest, SpyModeIsSwitchedByAnyTextThatNamesIt) {
 
 TEST_F(ServerManagerTest, BadRecorderCommandsEndInTheLog) {
   startBoth();
-  const LoopbackClient recorder(recorderPort);
+  const LoopbackClient recorder(kRecorderPort);
   recorder.readMessage();
   const std::vector<std::pair<std::string, std::string>> commandsAndTraces{
       {"something else", "Error converting received data into UTF-8 String"},
@@ -433,7 +433,7 @@ TEST_F(ServerManagerTest, ARecorderCommandThatIsNotUTF8DoesNothing) {
 
 TEST_F(ServerManagerTest, StepsForAHostToolThatDoesNotReadDoNotPileUp) {
   startBoth();
-  const LoopbackClient recorder(recorderPort);
+  const LoopbackClient recorder(kRecorderPort);
   recorder.readMessage();
   const std::string step(4UL * 1024 * 1024, 's');
   const PendingWrites& pending = manager_->recorderServerSocket()->pendingWrites();
@@ -457,8 +457,8 @@ TEST_F(ServerManagerTest, ATakenRecorderPortIsTriedAgainAndATakenPlaybackPortIsN
       delegate, platform::current().dispatch->makeSerialQueue("other"));
   auto other8 = std::make_shared<GCDAsyncSocket>(
       delegate, platform::current().dispatch->makeSerialQueue("other"));
-  ASSERT_TRUE(other4->acceptOnPortError(recorderPort, nullptr));
-  ASSERT_TRUE(other8->acceptOnPortError(playbackPort, nullptr));
+  ASSERT_TRUE(other4->acceptOnPortError(kRecorderPort, nullptr));
+  ASSERT_TRUE(other8->acceptOnPortError(kPlaybackPort, nullptr));
   startBoth();
   EXPECT_FALSE(manager_->isRecorderRunning());
   EXPECT_TRUE(manager_->isPlaybackRunning());
@@ -469,13 +469,13 @@ TEST_F(ServerManagerTest, ATakenRecorderPortIsTriedAgainAndATakenPlaybackPortIsN
   other8.reset();
   sendStep("[2]");
   EXPECT_TRUE(manager_->isRecorderRunning());
-  EXPECT_EQ(LoopbackClient(recorderPort).readMessage(), "[2]");
-  EXPECT_FALSE(LoopbackClient::isListening(playbackPort));
+  EXPECT_EQ(LoopbackClient(kRecorderPort).readMessage(), "[2]");
+  EXPECT_FALSE(LoopbackClient::isListening(kPlaybackPort));
 }
 
 TEST_F(ServerManagerTest, AReadThatTimesOutAsksTheHostToolForHalfAMinuteAtMost) {
   startBoth();
-  const LoopbackClient player(playbackPort);
+  const LoopbackClient player(kPlaybackPort);
   player.readMessage();
   const GCDAsyncSocketRef sock = manager_->playBackServerSocket();
   EXPECT_EQ(manager_->socketShouldTimeoutReadWithTagElapsedBytesDone(sock, 0, 15.0, 0), 10.0);

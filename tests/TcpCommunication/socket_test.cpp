@@ -20,8 +20,8 @@ namespace {
 
 using testing::ElementsAre;
 
-constexpr double noTimeout = -1;
-constexpr std::size_t moreThanASocketHolds = 24UL * 1024 * 1024;
+constexpr double kNoTimeout = -1;
+constexpr std::size_t kMoreThanASocketHolds = 24UL * 1024 * 1024;
 
 // A delegate that writes down what it is told.
 class Witness : public GCDAsyncSocketDelegate {
@@ -142,7 +142,7 @@ TEST_P(SocketFamilyTest, BothFamiliesAreServed) {
   EXPECT_EQ(sock->localHost(), address);
   EXPECT_EQ(sock->localPort(), port_);
   EXPECT_EQ(sock->connectedHost(), address);
-  sock->writeDataWithTimeoutTag("hello", noTimeout, 5);
+  sock->writeDataWithTimeoutTag("hello", kNoTimeout, 5);
   EXPECT_EQ(client.read(5), "hello");
   EXPECT_THAT(witness_->events(2), ElementsAre("accept", "write 5"));
 }
@@ -184,21 +184,21 @@ TEST_F(SocketTest, AConcurrentSocketQueueIsRefused) {
 
 TEST_F(SocketTest, TwoLinesInOneSegmentServeTwoReads) {
   const LoopbackClient client(port_);
-  connection()->readDataToDataWithTimeoutTag(GCDAsyncSocket::CRLFData(), noTimeout, 1);
-  connection()->readDataToDataWithTimeoutTag(GCDAsyncSocket::CRLFData(), noTimeout, 2);
+  connection()->readDataToDataWithTimeoutTag(GCDAsyncSocket::CRLFData(), kNoTimeout, 1);
+  connection()->readDataToDataWithTimeoutTag(GCDAsyncSocket::CRLFData(), kNoTimeout, 2);
   client.send("one\r\ntwo\r\nrest");
   EXPECT_THAT(witness_->events(3), ElementsAre("accept", "read 1 one\r\n", "read 2 two\r\n"));
-  connection()->readDataWithTimeoutTag(noTimeout, 3);
+  connection()->readDataWithTimeoutTag(kNoTimeout, 3);
   EXPECT_EQ(witness_->events(4).back(), "read 3 rest");
 }
 
 TEST_F(SocketTest, AReadOfWhatIsAvailableGoesBeyondWhatWasReadAhead) {
   const LoopbackClient client(port_);
-  connection()->readDataToDataWithTimeoutTag(GCDAsyncSocket::CRLFData(), noTimeout, 1);
+  connection()->readDataToDataWithTimeoutTag(GCDAsyncSocket::CRLFData(), kNoTimeout, 1);
   client.send("one\r\ntw");
   EXPECT_EQ(witness_->events(2).back(), "read 1 one\r\n");
   client.send("o");
-  connection()->readDataWithTimeoutTag(noTimeout, 2);
+  connection()->readDataWithTimeoutTag(kNoTimeout, 2);
   EXPECT_EQ(witness_->events(3).back(), "read 2 two");
 }
 
@@ -206,8 +206,8 @@ TEST_F(SocketTest, WhatCameBeforeTheEndIsHandedOverFirst) {
   LoopbackClient client(port_);
   client.send("last words\r\n");
   client.leave();
-  connection()->readDataToDataWithTimeoutTag(GCDAsyncSocket::CRLFData(), noTimeout, 1);
-  connection()->readDataToDataWithTimeoutTag(GCDAsyncSocket::CRLFData(), noTimeout, 2);
+  connection()->readDataToDataWithTimeoutTag(GCDAsyncSocket::CRLFData(), kNoTimeout, 1);
+  connection()->readDataToDataWithTimeoutTag(GCDAsyncSocket::CRLFData(), kNoTimeout, 2);
   EXPECT_THAT(witness_->events(3), ElementsAre("accept", "read 1 last words\r\n",
                                                "disconnect GCDAsyncSocketErrorDomain 7"));
   EXPECT_EQ(connection()->localPort(), port_) << "a closed connection still says whose it was";
@@ -215,17 +215,17 @@ TEST_F(SocketTest, WhatCameBeforeTheEndIsHandedOverFirst) {
 
 TEST_F(SocketTest, AnEmptyWriteTellsNobody) {
   const LoopbackClient client(port_);
-  connection()->writeDataWithTimeoutTag("", noTimeout, 1);
-  connection()->writeDataWithTimeoutTag("x", noTimeout, 2);
+  connection()->writeDataWithTimeoutTag("", kNoTimeout, 1);
+  connection()->writeDataWithTimeoutTag("x", kNoTimeout, 2);
   EXPECT_EQ(client.read(1), "x");
   EXPECT_THAT(witness_->events(2), ElementsAre("accept", "write 2"));
 }
 
 TEST_F(SocketTest, WritesLargerThanTheSocketHoldsArriveWholeAndInOrder) {
   const LoopbackClient client(port_);
-  const std::string large(moreThanASocketHolds, 'x');
-  connection()->writeDataWithTimeoutTag(large, noTimeout, 1);
-  connection()->writeDataWithTimeoutTag("tail", noTimeout, 2);
+  const std::string large(kMoreThanASocketHolds, 'x');
+  connection()->writeDataWithTimeoutTag(large, kNoTimeout, 1);
+  connection()->writeDataWithTimeoutTag("tail", kNoTimeout, 2);
   EXPECT_EQ(connection()->pendingWrites().messages, 2U);
   EXPECT_TRUE(client.read(large.size()) == large);
   EXPECT_EQ(client.read(4), "tail");
@@ -234,15 +234,15 @@ TEST_F(SocketTest, WritesLargerThanTheSocketHoldsArriveWholeAndInOrder) {
 
 TEST_F(SocketTest, AResetPeerIsAnErrorAndNoSignal) {
   LoopbackClient client(port_);
-  const std::string large(moreThanASocketHolds, 'x');
-  connection()->writeDataWithTimeoutTag(large, noTimeout, 1);
-  connection()->writeDataWithTimeoutTag(large, noTimeout, 2);
+  const std::string large(kMoreThanASocketHolds, 'x');
+  connection()->writeDataWithTimeoutTag(large, kNoTimeout, 1);
+  connection()->writeDataWithTimeoutTag(large, kNoTimeout, 2);
   client.read(1);
   client.reset();
   const std::vector<std::string> events = witness_->events(2);
   ASSERT_EQ(events.size(), 2U);
   EXPECT_TRUE(events[1].starts_with("disconnect NSPOSIXErrorDomain ")) << events[1];
-  connection()->writeDataWithTimeoutTag("into the void", noTimeout, 3);
+  connection()->writeDataWithTimeoutTag("into the void", kNoTimeout, 3);
   connection()->disconnect();
   settle();
   EXPECT_EQ(witness_->events(2).size(), 2U);
@@ -253,11 +253,11 @@ TEST_F(SocketTest, AResetPeerIsAnErrorAndNoSignal) {
 TEST_F(SocketTest, DisconnectingDropsWhatIsPending) {
   const LoopbackClient client(port_);
   const GCDAsyncSocketRef sock = connection();
-  sock->readDataToDataWithTimeoutTag(GCDAsyncSocket::CRLFData(), noTimeout, 1);
-  sock->writeDataWithTimeoutTag(std::string(moreThanASocketHolds, 'x'), noTimeout, 2);
+  sock->readDataToDataWithTimeoutTag(GCDAsyncSocket::CRLFData(), kNoTimeout, 1);
+  sock->writeDataWithTimeoutTag(std::string(kMoreThanASocketHolds, 'x'), kNoTimeout, 2);
   sock->disconnect();
   EXPECT_TRUE(client.seesClose());
-  sock->readDataWithTimeoutTag(noTimeout, 3);
+  sock->readDataWithTimeoutTag(kNoTimeout, 3);
   sock->disconnect();
   EXPECT_THAT(witness_->events(2), ElementsAre("accept", "disconnect nil"));
 }
@@ -285,8 +285,8 @@ TEST_F(SocketTest, AClosedSocketMayListenAgain) {
 }
 
 TEST_F(SocketTest, AListenerServesNoReadsAndWrites) {
-  listener_->writeDataWithTimeoutTag("never", noTimeout, 1);
-  listener_->readDataWithTimeoutTag(noTimeout, 2);
+  listener_->writeDataWithTimeoutTag("never", kNoTimeout, 1);
+  listener_->readDataWithTimeoutTag(kNoTimeout, 2);
   listener_->disconnect();
   settle();
   EXPECT_THAT(witness_->events(1), ElementsAre("disconnect nil"));
@@ -306,7 +306,7 @@ TEST_F(SocketTest, AReadMayBeExtendedBeforeItTimesOut) {
 
 TEST_F(SocketTest, AWriteTimesOut) {
   const LoopbackClient client(port_);
-  connection()->writeDataWithTimeoutTag(std::string(moreThanASocketHolds, 'x'), 0.03, 1);
+  connection()->writeDataWithTimeoutTag(std::string(kMoreThanASocketHolds, 'x'), 0.03, 1);
   EXPECT_THAT(witness_->events(2), ElementsAre("accept", "disconnect GCDAsyncSocketErrorDomain 5"));
 }
 

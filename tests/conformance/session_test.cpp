@@ -118,9 +118,9 @@ TEST_P(ConformanceSession, BadInputIsAnsweredAndHarmsNobody) {
   // Half a line of one that goes, a wait of one that goes, many requests of one that reads late.
   client().sendRaw(R"({"jsonrpc":)");
   client().send("wait.for", {{"conditions", json::array({shows("never")})}}, 1);
-  constexpr int many = 2000;
-  for (int id = 1; id <= many; ++id) one.send("app.info", json::object(), id);
-  for (int id = 1; id <= many; ++id) ASSERT_TRUE(one.answer().contains("result"));
+  constexpr int kMany = 2000;
+  for (int id = 1; id <= kMany; ++id) one.send("app.info", json::object(), id);
+  for (int id = 1; id <= kMany; ++id) ASSERT_TRUE(one.answer().contains("result"));
   EXPECT_TRUE(program_->isRunning());
   EXPECT_EQ(playback().find("UIButton", "text", "Log in").size(), 1U);
 }

@@ -21,8 +21,8 @@ std::vector<Act> actsIn(const std::string& cell) {
     const auto& match = *at;
     const bool isOfKeyboard = match[1] == "type" || match[1] == "press";
     Act act{match[1], {}, isOfKeyboard ? match[3].str() : ""};
-    if (match[2] == "beside") act.target.kind = Target::Kind::besideLabel;
-    if (match[2] == "in") act.target.kind = Target::Kind::window;
+    if (match[2] == "beside") act.target.kind = Target::Kind::BesideLabel;
+    if (match[2] == "in") act.target.kind = Target::Kind::Window;
     if (!isOfKeyboard) act.target.text = match[3];
     act.target.x = part(match[4]);
     act.target.y = part(match[5]);
@@ -59,7 +59,7 @@ Row rowOf(const std::string& line) {
   const auto cells = cellsOf(line);
   Row row{cells[0], actsIn(cells[1]), textsIn(cells[2]), textsIn(cells[3])};
   if (cells[4] == "the same") return row;
-  row.played = cells[4].ends_with("stops there") ? Row::Played::stops : Row::Played::otherwise;
+  row.played = cells[4].ends_with("stops there") ? Row::Played::Stops : Row::Played::Otherwise;
   row.statesPlayed = textsIn(cells[4]);
   return row;
 }

@@ -10,9 +10,9 @@ namespace tarni::test {
 
 // Where the hand goes: a place in what the window in front shows, in parts of its size.
 struct Target {
-  enum class Kind { element, besideLabel, window };
+  enum class Kind { Element, BesideLabel, Window };
 
-  Kind kind = Kind::element;
+  Kind kind = Kind::Element;
   std::string text;  // of the element, of the label to the left of it, the window's title
   double x = 0.5;
   double y = 0.5;
@@ -28,13 +28,13 @@ struct Act {
 };
 
 struct Row {
-  enum class Played { same, otherwise, stops };
+  enum class Played { Same, Otherwise, Stops };
 
   std::string control;
   std::vector<Act> acts;
   std::vector<std::string> steps;   // `ClickButton UIButton "Press"`
   std::vector<std::string> states;  // "colour=Blue"
-  Played played = Played::same;
+  Played played = Played::Same;
   std::vector<std::string> statesPlayed = {};  // when it is played otherwise
 };
 

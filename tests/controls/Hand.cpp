@@ -56,7 +56,7 @@ void Hand::act(const Act& act) const {
 }
 
 std::optional<Hand::Rectangle> Hand::find(const Target& target) const {
-  if (target.kind == Target::Kind::window) {
+  if (target.kind == Target::Kind::Window) {
     const auto called = windows({"--name", "^" + target.text + "$"});
     return called.empty() ? std::nullopt : std::optional(called.front());
   }
@@ -67,7 +67,7 @@ std::optional<Hand::Rectangle> Hand::find(const Target& target) const {
 std::optional<Hand::Rectangle> Hand::find(const Target& target, const std::vector<Element>& all) {
   const auto named = std::ranges::find(all, target.text, &Element::text);
   if (named == all.end()) return std::nullopt;
-  if (target.kind == Target::Kind::element) return named->at;
+  if (target.kind == Target::Kind::Element) return named->at;
   // The nearest to the right; what is within it starts where it does, or further on.
   const Rectangle label = named->at;
   const double middle = label.y + label.height / 2;

@@ -124,7 +124,7 @@ class Try {
       if (steps() != expected) return false;
       const auto told = statesIn(recorded->output().substr(printed));
       for (const auto& state : row.states) EXPECT_THAT(told, Contains(state));
-      const Lines& played = row.played == Row::Played::same ? told : row.statesPlayed;
+      const Lines& played = row.played == Row::Played::Same ? told : row.statesPlayed;
       told_.insert(told_.end(), played.begin(), played.end());
     }
     recorder.signal(SIGINT);
@@ -139,7 +139,7 @@ class Try {
     await({}, *again);
     const auto printed = again->output().size();
     Program player = tarni({"play", file_, "--attach-running", "--timeout", "4"});
-    const bool stops = session_.back().played == Row::Played::stops;
+    const bool stops = session_.back().played == Row::Played::Stops;
     EXPECT_EQ(player.wait(100s), stops ? 1 : 0) << player.output();
     EXPECT_THAT(player.output(), HasSubstr(stops ? "not found" : "steps passed"));
     const auto told = [&] { return changes(statesIn(again->output().substr(printed))); };

@@ -23,7 +23,7 @@ namespace {
 
 using nlohmann::ordered_json;
 
-constexpr double patience = 20;  // seconds
+constexpr double kPatience = 20;  // seconds
 
 class RunningAgent : public test::Screen {
  protected:
@@ -35,7 +35,7 @@ class RunningAgent : public test::Screen {
           environment.runLoop().after(0.01, [] {});
           return done();
         },
-        patience));
+        kPatience));
   }
   // What a host tool does, while the application runs.
   template <typename Work>
@@ -68,7 +68,7 @@ TEST_F(RunningAgent, TapTravelsFromTheFingerToTheHostTool) {
   loadAgent();
   EXPECT_EQ(GlobalVars::sharedInstance()._spyMode(), "false");
   EXPECT_EQ(GlobalVars::sharedInstance()._viewControllerLoaded(), "LOADED");
-  const test::Wire host = asHost([] { return test::Wire(ServerManager::recorderPort); });
+  const test::Wire host = asHost([] { return test::Wire(ServerManager::kRecorderPort); });
   EXPECT_EQ(asHost([&] { return host.readMessage(); }),
             "Welcome! RecorderServer StartedSuccessfully ");
   waitUntil([&] { return isTagged(button); });
@@ -82,17 +82,17 @@ TEST_F(RunningAgent, TapTravelsFromTheFingerToTheHostTool) {
 
 TEST_F(RunningAgent, GoesOnWhileTheHostToolReadsNothingAndSaysWhatItDropped) {
   // Far more than the network between the two takes up by itself.
-  constexpr int bigSteps = 600;
+  constexpr int kBigSteps = 600;
   const std::string picture(64UL * 1024, 's');
   const auto button =
       headless::build<headless::Button>("Log in").frame({{0, 0}, {100, 40}}).in(*window);
   loadAgent();
-  const test::Wire host = asHost([] { return test::Wire(ServerManager::recorderPort); });
+  const test::Wire host = asHost([] { return test::Wire(ServerManager::kRecorderPort); });
   asHost([&] { return host.readMessage(); });
   waitUntil([&] { return isTagged(button); });
   const PendingWrites& pending =
       ServerManager::serverManager().recorderServerSocket()->pendingWrites();
-  for (int step = 0; step < bigSteps; ++step) {
+  for (int step = 0; step < kBigSteps; ++step) {
     RecorderQueue::get().enqueue({step, picture});
   }
   waitUntil([&] {
@@ -121,7 +121,7 @@ TEST_F(RunningAgent, GoesOnWhileTheHostToolReadsNothingAndSaysWhatItDropped) {
   auto step = asHost(read);
   for (; step.size() == 2; step = asHost(read)) take(step);
   EXPECT_EQ(step.at(0)["arguments"][0]["sahiText"], "Log in");
-  EXPECT_EQ(received + dropsLogged(), bigSteps + 1);
+  EXPECT_EQ(received + dropsLogged(), kBigSteps + 1);
 }
 
 TEST_F(RunningAgent, TapThatEndsTheApplicationIsSentBeforeItsEnd) {
@@ -132,7 +132,7 @@ TEST_F(RunningAgent, TapThatEndsTheApplicationIsSentBeforeItsEnd) {
   // From here on the application does nothing but end: no thread of the agent gets the main thread.
   quit->onTap([] { RecordControl::applicationWillTerminate(); });
   loadAgent();
-  const test::Wire host = asHost([] { return test::Wire(ServerManager::recorderPort); });
+  const test::Wire host = asHost([] { return test::Wire(ServerManager::kRecorderPort); });
   asHost([&] { return host.readMessage(); });
   field->focus();
   field->type("Ada");
@@ -171,8 +171,8 @@ class Sender : public RunningAgent {
  protected:
   Sender() {
     ServerManager::serverManager().initialiseRecorderServerOnPortNumberWithRecorderRequest(
-        ServerManager::recorderPort, "hello");
-    host.emplace(asHost([] { return test::Wire(ServerManager::recorderPort); }));
+        ServerManager::kRecorderPort, "hello");
+    host.emplace(asHost([] { return test::Wire(ServerManager::kRecorderPort); }));
     EXPECT_EQ(read(), "hello");
   }
   std::string read() {

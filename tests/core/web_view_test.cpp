@@ -16,7 +16,7 @@ using test::complete;
 using testing::ElementsAre;
 using testing::IsEmpty;
 
-constexpr const char* onePixel = "data:image/jpeg;base64,R0lGODlhAQABAAAAACwAAAAAAQABAAA=";
+constexpr const char* kOnePixel = "data:image/jpeg;base64,R0lGODlhAQABAAAAACwAAAAAAQABAAA=";
 
 // A content server on which every file but one holds its own address.
 class FakeServer : public platform::NSURLLoader {
@@ -109,7 +109,7 @@ TEST_F(WebViews, StepsOfAReadyPageCarryThePictureOfTheTouch) {
   EXPECT_EQ(GlobalVars::sharedInstance()._currentWebView(), web);
   EXPECT_TRUE(environment.log().contains(
       "**HYBRID RECORDED STEPS [TARNI_OBJECT_IMAGE, TARNI_OBJECT_IMAGE]"));
-  EXPECT_EQ(pendingSteps(), std::string("[") + onePixel + ", " + onePixel + "]");
+  EXPECT_EQ(pendingSteps(), std::string("[") + kOnePixel + ", " + kOnePixel + "]");
   GlobalVars::sharedInstance().set_webViewBase64Image("touched");
   pass();
   EXPECT_EQ(pendingSteps(), "[touched, touched]");
@@ -121,7 +121,7 @@ TEST_F(WebViews, PassWithoutStepsLeavesThoseThatWait) {
   GlobalVars::sharedInstance().set_hybridRecordedSteps("waiting");
   pass();
   EXPECT_EQ(pendingSteps(), "waiting");
-  EXPECT_EQ(GlobalVars::sharedInstance()._webViewBase64Image(), onePixel);
+  EXPECT_EQ(GlobalVars::sharedInstance()._webViewBase64Image(), kOnePixel);
   web->setAnswer("startRecording()", "newer");
   pass();
   EXPECT_EQ(pendingSteps(), "newer");

@@ -357,8 +357,8 @@ TEST_P(Sample, ScriptsThatCannotBeReadLeaveNativeViewsAlone) {
 
 // The hand points at the picture, presses the link and, spying ended, presses the picture.
 TEST_P(Sample, SpyingFramesWhatIsPointedAtAndTellsOfWhatIsPressed) {
-  constexpr const char* green = "#00FF00";
-  constexpr const char* pictureColor = "#006633";
+  constexpr const char* kGreen = "#00FF00";
+  constexpr const char* kPictureColor = "#006633";
   const auto program = startSample(page("form.html"));
   const Wire recorder(kRecorderPort);
   recorder.readMessage();
@@ -368,11 +368,11 @@ TEST_P(Sample, SpyingFramesWhatIsPointedAtAndTellsOfWhatIsPressed) {
       [&] {
         display_.moveTo(300, 400);
         display_.moveTo(175, 271);
-        return eventually([&] { return frameColor() == green; }, 500ms);
+        return eventually([&] { return frameColor() == kGreen; }, 500ms);
       },
       30s))
       << program->output();
-  EXPECT_EQ(display_.colorAt(175, 271), pictureColor);
+  EXPECT_EQ(display_.colorAt(175, 271), kPictureColor);
 
   display_.click(208, 273);
   ASSERT_TRUE(awaitSteps(recorder, 3)) << program->output();
@@ -384,7 +384,7 @@ TEST_P(Sample, SpyingFramesWhatIsPointedAtAndTellsOfWhatIsPressed) {
   EXPECT_THAT(spied, ElementsAre("A", "FORM", "BODY"));
   EXPECT_EQ(steps_[0]["sahiText"], "Terms");
   EXPECT_EQ(steps_[0]["xpath:position"], "//a[@href='next.html']");
-  EXPECT_EQ(display_.colorAt(175, 271), pictureColor) << "the link was not followed";
+  EXPECT_EQ(display_.colorAt(175, 271), kPictureColor) << "the link was not followed";
 
   recorder.sendLine("stopobjectspy");
   // A tap that comes before the page knows that spying has ended is spied, not recorded.
@@ -395,7 +395,7 @@ TEST_P(Sample, SpyingFramesWhatIsPointedAtAndTellsOfWhatIsPressed) {
   })) << ordered_json(steps_)
       << program->output();
   EXPECT_EQ(lineOf(steps_[0]), "ClickImage IMG \"Logo\" \"\"");
-  EXPECT_EQ(frameColor(), pictureColor);
+  EXPECT_EQ(frameColor(), kPictureColor);
   EXPECT_THAT(program->output(), Not(HasSubstr("js: "))) << "the page's console is the program's";
 }
 

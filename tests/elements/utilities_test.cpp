@@ -20,8 +20,8 @@ using testing::MatchesRegex;
 class UtilitiesTest : public Screen {
  protected:
   static std::optional<Json> dictionary(const std::string& text) {
-    constexpr std::array<std::string_view, 2> keys{"a", "b"};
-    return Utilities::convertStringToMutableDictionary(text, keys);
+    constexpr std::array<std::string_view, 2> kKeys{"a", "b"};
+    return Utilities::convertStringToMutableDictionary(text, kKeys);
   }
 };
 

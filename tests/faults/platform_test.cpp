@@ -259,12 +259,12 @@ class JumpingClock : public platform::NSProcessInfo {
 
  private:
   double jumped(double time) const {
-    constexpr double days = 1e6;
+    constexpr double kDays = 1e6;
     switch (++looks_ % 4) {
       case 0:
-        return time + days;
+        return time + kDays;
       case 1:
-        return time - days;
+        return time - kDays;
       case 2:
         return std::numeric_limits<double>::quiet_NaN();
       default:

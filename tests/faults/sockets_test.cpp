@@ -41,7 +41,7 @@ TEST_P(ShortReadsAndWrites, ChangeNothingOnTheWire) {
   loadAgent();
   const NarrowSockets narrow(GetParam());
 
-  const Wire recorder = asHost([] { return Wire(ServerManager::recorderPort); });
+  const Wire recorder = asHost([] { return Wire(ServerManager::kRecorderPort); });
   EXPECT_EQ(asHost([&] { return recorder.readMessage(); }),
             "Welcome! RecorderServer StartedSuccessfully ");
   ASSERT_TRUE(environment.runLoop().runUntil(

@@ -16,11 +16,11 @@ namespace {
 
 using platform::CGColor;
 
-constexpr CGColor red{1, 0, 0, 1};
-constexpr CGColor green{0, 1, 0, 1};
-constexpr CGColor blue{0, 0, 1, 1};
-constexpr CGColor white{1, 1, 1, 1};
-constexpr CGColor black{0, 0, 0, 1};
+constexpr CGColor kRed{1, 0, 0, 1};
+constexpr CGColor kGreen{0, 1, 0, 1};
+constexpr CGColor kBlue{0, 0, 1, 1};
+constexpr CGColor kWhite{1, 1, 1, 1};
+constexpr CGColor kBlack{0, 0, 0, 1};
 
 // What somebody sees who decodes the JPEG.
 class Picture {
@@ -77,53 +77,53 @@ class DrawingTest : public Screen {
     return build<View>().frame(frame).background(color).in(parent);
   }
 
-  ViewRef page = filled({{0, 0}, {200, 200}}, white, *window);
+  ViewRef page = filled({{0, 0}, {200, 200}}, kWhite, *window);
 };
 
 TEST_F(DrawingTest, ViewsLieOverEachOtherAtTheScreensScale) {
-  filled({{0, 0}, {100, 100}}, red, *page);
-  filled({{50, 50}, {100, 100}}, blue, *page);
+  filled({{0, 0}, {100, 100}}, kRed, *page);
+  filled({{50, 50}, {100, 100}}, kBlue, *page);
   environment.screen().setScale(3);
   const Picture picture = draw(*page);
   EXPECT_EQ(picture.width, 600);
-  EXPECT_TRUE(picture.shows(red, 60, 60));
-  EXPECT_TRUE(picture.shows(blue, 210, 210));
-  EXPECT_TRUE(picture.shows(white, 500, 500));
+  EXPECT_TRUE(picture.shows(kRed, 60, 60));
+  EXPECT_TRUE(picture.shows(kBlue, 210, 210));
+  EXPECT_TRUE(picture.shows(kWhite, 500, 500));
 }
 
 TEST_F(DrawingTest, HiddenViewsAreLeftOutButNotTheOneAskedFor) {
-  const auto hidden = filled({{0, 0}, {100, 100}}, red, *page);
-  filled({{0, 0}, {50, 50}}, blue, *hidden);
+  const auto hidden = filled({{0, 0}, {100, 100}}, kRed, *page);
+  filled({{0, 0}, {50, 50}}, kBlue, *hidden);
   hidden->setHidden(true);
-  EXPECT_TRUE(draw(*page).shows(white, 25, 25));
-  EXPECT_TRUE(draw(*hidden).shows(red, 75, 75));
+  EXPECT_TRUE(draw(*page).shows(kWhite, 25, 25));
+  EXPECT_TRUE(draw(*hidden).shows(kRed, 75, 75));
 }
 
 TEST_F(DrawingTest, OnlyClippingViewsClip) {
-  const auto outer = filled({{50, 50}, {50, 50}}, red, *page);
-  filled({{25, 25}, {100, 10}}, blue, *outer);
-  EXPECT_TRUE(draw(*page).shows(blue, 150, 80));
+  const auto outer = filled({{50, 50}, {50, 50}}, kRed, *page);
+  filled({{25, 25}, {100, 10}}, kBlue, *outer);
+  EXPECT_TRUE(draw(*page).shows(kBlue, 150, 80));
   outer->setClipsToBounds(true);
   const Picture clipped = draw(*page);
-  EXPECT_TRUE(clipped.shows(white, 150, 80));
-  EXPECT_TRUE(clipped.shows(blue, 90, 80));
+  EXPECT_TRUE(clipped.shows(kWhite, 150, 80));
+  EXPECT_TRUE(clipped.shows(kBlue, 90, 80));
 }
 
 TEST_F(DrawingTest, TransformsAndOffsetsMoveWhatIsInside) {
-  const auto turned = filled({{50, 90}, {100, 20}}, red, *page);
+  const auto turned = filled({{50, 90}, {100, 20}}, kRed, *page);
   turned->setTransform(platform::CGAffineTransform::rotation(std::numbers::pi / 2));
-  filled({{0, 0}, {20, 20}}, blue, *turned);
+  filled({{0, 0}, {20, 20}}, kBlue, *turned);
   const Picture picture = draw(*page);
-  EXPECT_TRUE(picture.shows(white, 60, 100));
-  EXPECT_TRUE(picture.shows(red, 100, 130));
-  EXPECT_TRUE(picture.shows(blue, 100, 60)) << "the start is on top after a quarter turn";
+  EXPECT_TRUE(picture.shows(kWhite, 60, 100));
+  EXPECT_TRUE(picture.shows(kRed, 100, 130));
+  EXPECT_TRUE(picture.shows(kBlue, 100, 60)) << "the start is on top after a quarter turn";
   page->setBounds({{0, 40}, {200, 200}});
-  EXPECT_TRUE(draw(*page).shows(blue, 100, 20));
+  EXPECT_TRUE(draw(*page).shows(kBlue, 100, 20));
 }
 
 TEST_F(DrawingTest, AlphaFadesAViewAsAWhole) {
-  const auto faded = filled({{0, 0}, {100, 100}}, red, *page);
-  filled({{0, 0}, {100, 50}}, black, *faded);
+  const auto faded = filled({{0, 0}, {100, 100}}, kRed, *page);
+  filled({{0, 0}, {100, 50}}, kBlack, *faded);
   faded->setAlpha(0.5);
   const Picture picture = draw(*page);
   EXPECT_TRUE(picture.shows({1, 0.5, 0.5, 1}, 50, 75));
@@ -131,23 +131,23 @@ TEST_F(DrawingTest, AlphaFadesAViewAsAWhole) {
 }
 
 TEST_F(DrawingTest, AHighlightLiesAboveTheContentAndInsideTheView) {
-  const auto view = filled({{50, 50}, {100, 100}}, red, *page);
-  filled({{0, 0}, {100, 100}}, blue, *view);
+  const auto view = filled({{50, 50}, {100, 100}}, kRed, *page);
+  filled({{0, 0}, {100, 100}}, kBlue, *view);
   view->layer().setBorderWidth(4);
-  view->layer().setBorderColor(green);
+  view->layer().setBorderColor(kGreen);
   const Picture picture = draw(*page);
-  EXPECT_TRUE(picture.shows(green, 51, 100));
-  EXPECT_TRUE(picture.shows(green, 100, 147));
-  EXPECT_TRUE(picture.shows(blue, 58, 100));
-  EXPECT_TRUE(picture.shows(white, 46, 100));
+  EXPECT_TRUE(picture.shows(kGreen, 51, 100));
+  EXPECT_TRUE(picture.shows(kGreen, 100, 147));
+  EXPECT_TRUE(picture.shows(kBlue, 58, 100));
+  EXPECT_TRUE(picture.shows(kWhite, 46, 100));
 }
 
 TEST_F(DrawingTest, CornersAreRound) {
-  const auto view = filled({{0, 0}, {100, 100}}, red, *page);
+  const auto view = filled({{0, 0}, {100, 100}}, kRed, *page);
   view->layer().setCornerRadius(50);
   const Picture picture = draw(*page);
-  EXPECT_TRUE(picture.shows(white, 5, 5));
-  EXPECT_TRUE(picture.shows(red, 50, 5));
+  EXPECT_TRUE(picture.shows(kWhite, 5, 5));
+  EXPECT_TRUE(picture.shows(kRed, 50, 5));
 }
 
 TEST_F(DrawingTest, TextIsDrawnWhereItIsAligned) {
@@ -164,17 +164,17 @@ TEST_F(DrawingTest, TextIsDrawnWhereItIsAligned) {
 }
 
 TEST_F(DrawingTest, AnImageFillsItsView) {
-  const auto view = build<ImageView>(Image::filled({10, 10}, 2, green)).in(*page);
+  const auto view = build<ImageView>(Image::filled({10, 10}, 2, kGreen)).in(*page);
   EXPECT_EQ(view->frame(), (CGRect{{0, 0}, {10, 10}}));
   view->setFrame({{20, 20}, {100, 50}});
   const Picture picture = draw(*page);
-  EXPECT_TRUE(picture.shows(green, 24, 24));
-  EXPECT_TRUE(picture.shows(green, 115, 65));
-  EXPECT_TRUE(picture.shows(white, 130, 40));
+  EXPECT_TRUE(picture.shows(kGreen, 24, 24));
+  EXPECT_TRUE(picture.shows(kGreen, 115, 65));
+  EXPECT_TRUE(picture.shows(kWhite, 130, 40));
 }
 
 TEST_F(DrawingTest, ACropMayReachBeyondTheImage) {
-  filled({{0, 0}, {20, 20}}, red, *page);
+  filled({{0, 0}, {20, 20}}, kRed, *page);
   environment.screen().setScale(2);
   const auto image = complete(page->drawViewHierarchy());
   const auto cropped = image->crop({{-100, -100}, {300, 200}});
@@ -182,8 +182,8 @@ TEST_F(DrawingTest, ACropMayReachBeyondTheImage) {
   EXPECT_EQ(cropped->scale(), 2);
   const Picture picture(cropped->JPEGRepresentation(0.6));
   EXPECT_EQ(picture.width, 600);
-  EXPECT_TRUE(picture.shows(red, 210, 210));
-  EXPECT_TRUE(picture.shows(white, 190, 190));
+  EXPECT_TRUE(picture.shows(kRed, 210, 210));
+  EXPECT_TRUE(picture.shows(kWhite, 190, 190));
   EXPECT_TRUE(image->crop({{0, 0}, {0, 5}})->JPEGRepresentation(0.6).empty());
   const auto bytes = cropped->PNGRepresentation();
   ASSERT_GT(bytes.size(), 24U);
@@ -213,10 +213,10 @@ TEST_F(DrawingTest, QualityCostsBytes) {
 TEST_F(DrawingTest, DeepTreesAreDrawn) {
   View* deepest = page.get();
   for (int level = 0; level < 20'000; ++level) {
-    deepest = filled({{0, 0}, {200, 200}}, white, *deepest).get();
+    deepest = filled({{0, 0}, {200, 200}}, kWhite, *deepest).get();
   }
-  filled({{0, 0}, {50, 50}}, red, *deepest);
-  EXPECT_TRUE(draw(*page).shows(red, 25, 25));
+  filled({{0, 0}, {50, 50}}, kRed, *deepest);
+  EXPECT_TRUE(draw(*page).shows(kRed, 25, 25));
 }
 
 }  // namespace

@@ -141,11 +141,11 @@ TEST_F(ViewTest, AViewOutlivesItsParentAndItsWindow) {
 }
 
 TEST_F(ViewTest, DeepTreesAreMovedHitAndDestroyed) {
-  constexpr int depth = 200'000;
+  constexpr int kDepth = 200'000;
   auto top = std::make_shared<View>();
   top->setFrame({{0, 0}, {10, 10}});
   ViewRef deepest = top;
-  for (int level = 0; level < depth; ++level) deepest = box({{0, 0}, {10, 10}}, *deepest);
+  for (int level = 0; level < kDepth; ++level) deepest = box({{0, 0}, {10, 10}}, *deepest);
   window->addSubview(top);
   EXPECT_EQ(deepest->window(), window);
   EXPECT_EQ(window->hitTest({5, 5}), deepest);

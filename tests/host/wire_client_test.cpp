@@ -162,7 +162,7 @@ TEST(Connecting, TellsAMissingProgramFromAPortThatIsHeld) {
   std::promise<void> done;
   const ScriptedAgent agent(kPlaybackPort, [&done](Peer&) { done.get_future().wait(); });
   const PlaybackClient holder(2s, 1s);
-  ASSERT_TRUE(test::eventually([] { return portUse(kPlaybackPort) == PortUse::held; }));
+  ASSERT_TRUE(test::eventually([] { return portUse(kPlaybackPort) == PortUse::Held; }));
   EXPECT_THAT([] { PlaybackClient(500ms, 1s); },
               ThrowsMessage<WireError>(HasSubstr("another client holds it")));
   done.set_value();

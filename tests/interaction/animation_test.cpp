@@ -14,16 +14,16 @@ using headless::build;
 using headless::View;
 using test::complete;
 
-constexpr double infinity = std::numeric_limits<double>::infinity();
-constexpr float forEver = std::numeric_limits<float>::infinity();
+constexpr double kInfinity = std::numeric_limits<double>::infinity();
+constexpr float kForEver = std::numeric_limits<float>::infinity();
 
 TEST(CompletionTime, GoesByRepeatDurationThenRepeatCountThenDuration) {
   using KIFAdditions::KIF_completionTime;
   EXPECT_EQ(KIF_completionTime({10, 2, 0, 0}), 12);
   EXPECT_EQ(KIF_completionTime({10, 2, 3, 0}), 16);
   EXPECT_EQ(KIF_completionTime({10, 2, 3, 4}), 14);
-  EXPECT_EQ(KIF_completionTime({10, 2, forEver, 0}), infinity);
-  EXPECT_EQ(KIF_completionTime({10, 2, forEver, 4}), 14);
+  EXPECT_EQ(KIF_completionTime({10, 2, kForEver, 0}), kInfinity);
+  EXPECT_EQ(KIF_completionTime({10, 2, kForEver, 4}), 14);
 }
 
 class Animations : public test::Screen {
@@ -44,7 +44,7 @@ TEST_F(Animations, OneBelowCountsWhileItRuns) {
 
 TEST_F(Animations, OneThatHasNotBegunOrNeverEndsDoesNotCount) {
   inner->layer().addAnimation({now() + 100, 2, 0, 0}, "later");
-  inner->layer().addAnimation({now() - 1, 2, forEver, 0}, "forever");
+  inner->layer().addAnimation({now() - 1, 2, kForEver, 0}, "forever");
   EXPECT_FALSE(KIFAdditions::hasAnimations(outer->layer()));
   inner->layer().addAnimation({now() - 1, 60, 0, 0}, "now");
   EXPECT_TRUE(KIFAdditions::hasAnimations(outer->layer()));

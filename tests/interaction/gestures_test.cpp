@@ -246,16 +246,16 @@ TEST_F(Gestures, PinchClosesAndZoomOpensTheFingers) {
 
 TEST_F(Gestures, RotationJumpsToTheWholeAngleAtItsEnd) {
   complete(KIFAdditions::twoFingerRotateAtPoint(view, {100, 50}, -90));
-  constexpr std::size_t steps = 45;
-  ASSERT_EQ(events().size(), steps + 2);
+  constexpr std::size_t kSteps = 45;
+  ASSERT_EQ(events().size(), kSteps + 2);
   const auto at = [](double degrees, double side) {
     const double radians = degrees * std::numbers::pi / 180;
     return CGPoint{200 + side * 80 * std::cos(radians), 250 + side * 80 * std::sin(radians)};
   };
-  expectNear(pathOfFinger(0, steps).front(), at(0, 1));
-  expectNear(pathOfFinger(0, steps)[43], at(-90.0 * 43 / 45, 1));
-  expectNear(pathOfFinger(0, steps)[44], at(-90, 1));
-  expectNear(pathOfFinger(1, steps)[43], at(-90.0 * 43 / 45, -1));
+  expectNear(pathOfFinger(0, kSteps).front(), at(0, 1));
+  expectNear(pathOfFinger(0, kSteps)[43], at(-90.0 * 43 / 45, 1));
+  expectNear(pathOfFinger(0, kSteps)[44], at(-90, 1));
+  expectNear(pathOfFinger(1, kSteps)[43], at(-90.0 * 43 / 45, -1));
 }
 
 TEST_F(Gestures, SmallRotationHasTwoSteps) {

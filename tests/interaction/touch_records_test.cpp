@@ -17,7 +17,7 @@ using platform::UITouchPhase;
 using posix::HIDEventRecord;
 using test::complete;
 
-constexpr std::uint32_t isDisplayIntegrated = 0xB0019;
+constexpr std::uint32_t kIsDisplayIntegrated = 0xB0019;
 
 DigitizerFingerArguments fingerOf(const HIDEventRecord& hand, std::size_t index) {
   return std::get<DigitizerFingerArguments>(hand.children.at(index)->arguments);
@@ -89,7 +89,7 @@ TEST_F(TouchRecords, TapCarriesTheDigitizerRecordOfItsBeginningTwice) {
   expectedHand.eventMask = 2;
   expectedHand.touch = true;
   EXPECT_EQ(std::get<DigitizerEventArguments>(hand->arguments), expectedHand);
-  EXPECT_EQ(hand->integerValues, (std::map<std::uint32_t, long>{{isDisplayIntegrated, 1}}));
+  EXPECT_EQ(hand->integerValues, (std::map<std::uint32_t, long>{{kIsDisplayIntegrated, 1}}));
 
   DigitizerFingerArguments expectedFinger;
   expectedFinger.timeStamp = timeStamp;
@@ -104,7 +104,7 @@ TEST_F(TouchRecords, TapCarriesTheDigitizerRecordOfItsBeginningTwice) {
   ASSERT_EQ(hand->children.size(), 1U);
   EXPECT_EQ(fingerOf(*hand, 0), expectedFinger);
   EXPECT_EQ(hand->children[0]->integerValues,
-            (std::map<std::uint32_t, long>{{isDisplayIntegrated, 1}}));
+            (std::map<std::uint32_t, long>{{kIsDisplayIntegrated, 1}}));
 
   EXPECT_EQ(events()[1].touches[0].phase, UITouchPhase::Ended);
   EXPECT_EQ(events()[1].hidEvent, hand);

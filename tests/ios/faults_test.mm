@@ -223,7 +223,7 @@ void PrintTo(const Raising& raising, std::ostream* output) {
 
 class RaisingCall : public Faults, public testing::WithParamInterface<Raising> {};
 
-constexpr Raising raisingCalls[] = {
+constexpr Raising kRaisingCalls[] = {
     {"UIView", "superview"},
     {"UIView", "subviews"},
     {"UIView", "window"},
@@ -335,7 +335,7 @@ std::string nameOf(const Raising& raising) {
   return name;
 }
 
-INSTANTIATE_TEST_SUITE_P(In, RaisingCall, testing::ValuesIn(raisingCalls),
+INSTANTIATE_TEST_SUITE_P(In, RaisingCall, testing::ValuesIn(kRaisingCalls),
                          [](const auto& tested) { return nameOf(tested.param); });
 
 TEST_P(RaisingCall, LeavesTheApplicationRunningAndCommandsAnswered) {
@@ -356,7 +356,7 @@ TEST_P(RaisingCall, LeavesTheApplicationRunningAndCommandsAnswered) {
 
 class RubbishAnswer : public Faults, public testing::WithParamInterface<Raising> {};
 
-constexpr Raising rubbishAnswers[] = {
+constexpr Raising kRubbishAnswers[] = {
     {"UIView", "superview"},
     {"UIView", "subviews"},
     {"UIView", "window"},
@@ -375,7 +375,7 @@ constexpr Raising rubbishAnswers[] = {
     {"UIApplication", "_touchesEvent"},
 };
 
-INSTANTIATE_TEST_SUITE_P(To, RubbishAnswer, testing::ValuesIn(rubbishAnswers),
+INSTANTIATE_TEST_SUITE_P(To, RubbishAnswer, testing::ValuesIn(kRubbishAnswers),
                          [](const auto& tested) { return nameOf(tested.param); });
 
 TEST_P(RubbishAnswer, LeavesTheApplicationRunningAndCommandsAnswered) {

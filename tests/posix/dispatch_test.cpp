@@ -15,7 +15,7 @@ namespace {
 
 using Queue = std::shared_ptr<platform::DispatchQueue>;
 
-constexpr auto longTime = std::chrono::seconds(20);
+constexpr auto kLongTime = std::chrono::seconds(20);
 
 // Waits until everything that the queue had to do is done.
 void settle(platform::DispatchQueue& queue) {
@@ -23,7 +23,7 @@ void settle(platform::DispatchQueue& queue) {
 }
 
 bool isReached(std::future<void>& moment) {
-  return moment.wait_for(longTime) == std::future_status::ready;
+  return moment.wait_for(kLongTime) == std::future_status::ready;
 }
 
 class DispatchTest : public PosixTest {
@@ -46,14 +46,14 @@ class DispatchTest : public PosixTest {
 };
 
 TEST_F(DispatchTest, ASerialQueueKeepsTheOrderOfEachSenderAndNeverOverlaps) {
-  constexpr int senders = 4;
-  constexpr int blocks = 500;
-  std::array<std::vector<int>, senders> seen;
+  constexpr int kSenders = 4;
+  constexpr int kBlocks = 500;
+  std::array<std::vector<int>, kSenders> seen;
   int inside = 0;
   std::vector<std::thread> threads;
-  for (int sender = 0; sender < senders; ++sender) {
+  for (int sender = 0; sender < kSenders; ++sender) {
     threads.emplace_back([&, sender] {
-      for (int i = 0; i < blocks; ++i) {
+      for (int i = 0; i < kBlocks; ++i) {
         const auto block = [&, sender, i] {
           EXPECT_EQ(++inside, 1);
           seen[static_cast<std::size_t>(sender)].push_back(i);
@@ -70,7 +70,7 @@ TEST_F(DispatchTest, ASerialQueueKeepsTheOrderOfEachSenderAndNeverOverlaps) {
   for (std::thread& thread : threads) thread.join();
   settle(*queue_);
   for (const std::vector<int>& order : seen) {
-    ASSERT_EQ(order.size(), blocks);
+    ASSERT_EQ(order.size(), kBlocks);
     EXPECT_TRUE(std::ranges::is_sorted(order));
   }
 }
@@ -114,12 +114,12 @@ TEST_F(DispatchTest, WhatABlockHoldsMayWaitForTheQueueAsItGoes) {
 }
 
 TEST_F(DispatchTest, ManyQueuesMayWaitForEachOther) {
-  constexpr std::size_t length = 100;
+  constexpr std::size_t kLength = 100;
   std::vector<Queue> chain;
-  for (std::size_t i = 0; i < length; ++i) chain.push_back(dispatch_.makeSerialQueue("link"));
+  for (std::size_t i = 0; i < kLength; ++i) chain.push_back(dispatch_.makeSerialQueue("link"));
   std::promise<void> end;
   std::function<void(std::size_t)> next = [&](std::size_t i) {
-    if (i == length) return end.set_value();
+    if (i == kLength) return end.set_value();
     chain[i]->async([] {});
     chain[i]->sync([&, i] { next(i + 1); });
   };
@@ -138,10 +138,10 @@ TEST_F(DispatchTest, ABlockThatThrowsEndsThere) {
 }
 
 TEST_F(DispatchTest, SleepersOfTheBackgroundQueueKeepNobodyWaiting) {
-  constexpr int sleepers = 8;
-  const auto together = std::make_shared<std::latch>(sleepers);
+  constexpr int kSleepers = 8;
+  const auto together = std::make_shared<std::latch>(kSleepers);
   std::promise<void> all;
-  for (int i = 0; i < sleepers; ++i) {
+  for (int i = 0; i < kSleepers; ++i) {
     dispatch_.backgroundQueue().async([&all, together, i] {
       together->arrive_and_wait();
       if (i == 0) all.set_value();

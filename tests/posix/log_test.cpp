@@ -67,12 +67,12 @@ TEST_F(LogTest, LinesArriveWholeAndInOrder) {
 }
 
 TEST_F(LogTest, AStuckDestinationHoldsUpNobodyAndTheLossIsCounted) {
-  constexpr int lines = 4000;
+  constexpr int kLines = 4000;
   const std::string line(1000, 'x');
   {
     const std::lock_guard stuck(journal_.gate);
     log_.write("first");
-    for (int i = 0; i < lines; ++i) log_.write(line);
+    for (int i = 0; i < kLines; ++i) log_.write(line);
     EXPECT_FALSE(log_.flush(0.01));
   }
   EXPECT_TRUE(log_.flush(20));
@@ -85,7 +85,7 @@ TEST_F(LogTest, AStuckDestinationHoldsUpNobodyAndTheLossIsCounted) {
     if (written.ends_with(" log lines dropped")) dropped += std::stoi(written);
   }
   EXPECT_GT(dropped, 0);
-  EXPECT_EQ(kept + dropped, lines);
+  EXPECT_EQ(kept + dropped, kLines);
   EXPECT_EQ(journal_.lines.back(), "last");
 }
 

@@ -33,22 +33,22 @@ TEST(RecorderQueueOrder, FirstInFirstOut) {
 }
 
 TEST(RecorderQueueOrder, NothingIsLostBetweenThreads) {
-  constexpr int perThread = 2000;
+  constexpr int kPerThread = 2000;
   RecorderQueue queue;
   std::vector<std::thread> writers;
   writers.reserve(2);
   for (int writer = 0; writer < 2; ++writer) {
     writers.emplace_back([&queue, writer] {
-      for (int i = 0; i < perThread; ++i) queue.enqueue(writer * perThread + i);
+      for (int i = 0; i < kPerThread; ++i) queue.enqueue(writer * kPerThread + i);
     });
   }
   std::set<int> seen;
-  std::vector<int> last{-1, perThread - 1};
-  while (seen.size() < 2 * perThread) {
+  std::vector<int> last{-1, kPerThread - 1};
+  while (seen.size() < 2 * kPerThread) {
     const auto item = queue.dequeue();
     if (!item) continue;
     const int value = item->get<int>();
-    EXPECT_EQ(value, ++last[static_cast<std::size_t>(value / perThread)]);
+    EXPECT_EQ(value, ++last[static_cast<std::size_t>(value / kPerThread)]);
     seen.insert(value);
   }
   for (std::thread& writer : writers) writer.join();

@@ -237,16 +237,16 @@ TEST_P(Replays, OfAFreshRecordingEqualTheKeptOne) {
 
 // The toast of the mode stands at the lower edge of the window, above the button.
 TEST_P(Replays, OfWhatIsPickedBelowTheToast) {
-  constexpr Point button{134, 402};
+  constexpr Point kButton{134, 402};
   const auto running = start();
   const Wire recorder(kRecorderPort);
   recorder.readMessage();
-  const auto color = [&] { return display_.colorAt(button.x, button.y); };
+  const auto color = [&] { return display_.colorAt(kButton.x, kButton.y); };
   ASSERT_TRUE(eventually([&] { return color() != "#000000"; })) << running->output();
   const auto before = color();
   recorder.sendLine("startobjectspy");
   ASSERT_TRUE(eventually([&] { return color() != before; })) << running->output();
-  display_.click(button.x, button.y);
+  display_.click(kButton.x, kButton.y);
   EXPECT_EQ(json::parse(recorder.readMessage(4s))[0]["tagName"], "UIButton");
 }
 

@@ -13,7 +13,7 @@
 namespace tarni::test {
 namespace {
 
-constexpr int patience = 20'000;  // milliseconds
+constexpr int kPatience = 20'000;  // milliseconds
 
 int connected(const std::string& path) {
   sockaddr_un name{};
@@ -71,7 +71,7 @@ nlohmann::json SessionWire::answer() const {
   while ((end = read_.find('\n')) == std::string::npos) {
     pollfd readable{descriptor_, POLLIN, 0};
     char bytes[65536];
-    const bool isThere = poll(&readable, 1, patience) == 1;
+    const bool isThere = poll(&readable, 1, kPatience) == 1;
     const ssize_t count = isThere ? recv(descriptor_, bytes, sizeof bytes, 0) : 0;
     if (count <= 0) throw std::runtime_error("no answer from the session channel");
     read_.append(bytes, static_cast<std::size_t>(count));

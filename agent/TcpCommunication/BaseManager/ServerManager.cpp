@@ -13,20 +13,20 @@
 namespace tarni {
 namespace {
 
-constexpr double noTimeout = -1;
-constexpr long framedMessageTag = 12;
-constexpr long keepAliveTag = 2;
-constexpr long readTag = 0;
-constexpr double longestReadWait = 15.0;
-constexpr double readExtension = 10.0;
-constexpr double pauseBeforeListening = 1.0;
+constexpr double kNoTimeout = -1;
+constexpr long kFramedMessageTag = 12;
+constexpr long kKeepAliveTag = 2;
+constexpr long kReadTag = 0;
+constexpr double kLongestReadWait = 15.0;
+constexpr double kReadExtension = 10.0;
+constexpr double kPauseBeforeListening = 1.0;
 
 // A host tool that sends no end of a command does not fill the application's memory: what is longer
 // is not a command.
-constexpr std::size_t longestCommand = 16UL * 1024 * 1024;
+constexpr std::size_t kLongestCommand = 16UL * 1024 * 1024;
 // Nor does one that does not read its steps.
-constexpr std::size_t mostPendingSteps = 256;
-constexpr std::size_t mostPendingBytes = 64UL * 1024 * 1024;
+constexpr std::size_t kMostPendingSteps = 256;
+constexpr std::size_t kMostPendingBytes = 64UL * 1024 * 1024;
 
 platform::MainQueue& mainQueue() {
   return platform::current().dispatch->mainQueue();
@@ -43,7 +43,7 @@ platform::Task<void> pauseOnMain() {
   std::string mode = platform::kCFRunLoopDefaultMode;
   try {
     co_await platform::current().application->runLoopRunInMode(std::move(mode),
-                                                               pauseBeforeListening, false);
+                                                               kPauseBeforeListening, false);
   } catch (...) {
     platform::logFailure("The pause ended early");
   }
@@ -133,23 +133,23 @@ void ServerManager::socketDidConnectToHostPort(const GCDAsyncSocketRef& sock,
   // Queued before the write, whose end queues a read as well: the first read of a connection takes
   // whatever arrives. Kept: every step queues one more, on a listening socket too, where the read
   // and the write are never carried out.
-  sock->readDataWithTimeoutTag(noTimeout, readTag);
+  sock->readDataWithTimeoutTag(kNoTimeout, kReadTag);
   if (sock == recorderServerSocket()) {
     writePendingRecorderData(sock);
   } else if (sock == playBackServerSocket()) {
-    sock->writeDataWithTimeoutTag(read(jsonPlayBackServerData_), noTimeout, framedMessageTag);
+    sock->writeDataWithTimeoutTag(read(jsonPlayBackServerData_), kNoTimeout, kFramedMessageTag);
   }
 }
 
 void ServerManager::writePendingRecorderData(const GCDAsyncSocketRef& sock) {
   std::string message = read(jsonRecorderServerData_);
   const PendingWrites& pending = sock->pendingWrites();
-  if (pending.messages >= mostPendingSteps || pending.bytes >= mostPendingBytes) {
+  if (pending.messages >= kMostPendingSteps || pending.bytes >= kMostPendingBytes) {
     platform::NSLog("The host tool does not read: a message of %zu bytes is dropped behind %zu",
                     message.size(), pending.messages.load());
     return;
   }
-  sock->writeDataWithTimeoutTag(std::move(message), noTimeout, framedMessageTag);
+  sock->writeDataWithTimeoutTag(std::move(message), kNoTimeout, kFramedMessageTag);
 }
 
 void ServerManager::stopRecordingWhilePlayBack() {
@@ -162,10 +162,10 @@ void ServerManager::socketDidAcceptNewSocket(const GCDAsyncSocketRef& sock,
                                              const GCDAsyncSocketRef& newSocket) {
   platform::NSLog("Accepted new socket from %s:%hu", newSocket->localHost().c_str(),
                   newSocket->localPort());
-  if (newSocket->localPort() == recorderPort) {
+  if (newSocket->localPort() == kRecorderPort) {
     if (!replaceListener(recorderServerSocket_, sock, newSocket)) return;
     connectedRecorderSocketArray_.add(newSocket);
-  } else if (newSocket->localPort() == playbackPort) {
+  } else if (newSocket->localPort() == kPlaybackPort) {
     if (!replaceListener(playBackServerSocket_, sock, newSocket)) return;
     connectedPlayBackSocketArray_.add(newSocket);
   }
@@ -189,10 +189,10 @@ bool ServerManager::replaceListener(GCDAsyncSocketRef& current, const GCDAsyncSo
 
 void ServerManager::socketDidReadDataWithTag(const GCDAsyncSocketRef& sock, std::string& data,
                                              long /*tag*/) {
-  if (sock->localPort() == recorderPort) {
+  if (sock->localPort() == kRecorderPort) {
     mainQueue().asyncTask(
         [message = std::move(data)] { return RecorderCommands::handle(message); });
-  } else if (sock->localPort() == playbackPort) {
+  } else if (sock->localPort() == kPlaybackPort) {
     mainQueue().asyncTask(
         [self = shared_from_this(), sock, message = PlaybackMessage(std::move(data))] {
           return self->handlePlaybackCommandOnMain(sock, message);
@@ -206,22 +206,22 @@ platform::Task<void> ServerManager::handlePlaybackCommandOnMain(GCDAsyncSocketRe
   // The other half of what ends recording is the executor's.
   stopRecordingWhilePlayBack();
   const std::optional<std::string> answer = co_await PlaybackExecutor::execute(std::move(message));
-  if (answer) sock->writeDataWithTimeoutTag(framed(*answer), noTimeout, framedMessageTag);
+  if (answer) sock->writeDataWithTimeoutTag(framed(*answer), kNoTimeout, kFramedMessageTag);
 }
 
 void ServerManager::socketDidWriteDataWithTag(const GCDAsyncSocketRef& sock, long tag) {
-  if (tag != framedMessageTag) return;
-  sock->readDataToDataWithTimeoutMaxLengthTag(GCDAsyncSocket::CRLFData(), noTimeout, longestCommand,
-                                              readTag);
+  if (tag != kFramedMessageTag) return;
+  sock->readDataToDataWithTimeoutMaxLengthTag(GCDAsyncSocket::CRLFData(), kNoTimeout,
+                                              kLongestCommand, kReadTag);
 }
 
 double ServerManager::socketShouldTimeoutReadWithTagElapsedBytesDone(const GCDAsyncSocketRef& sock,
                                                                      long /*tag*/, double elapsed,
                                                                      std::size_t /*bytesDone*/) {
   // Kept for reads with a time-out; the server itself makes none.
-  if (elapsed > longestReadWait) return 0;
-  sock->writeDataWithTimeoutTag("Are you still there?\r\n", noTimeout, keepAliveTag);
-  return readExtension;
+  if (elapsed > kLongestReadWait) return 0;
+  sock->writeDataWithTimeoutTag("Are you still there?\r\n", kNoTimeout, kKeepAliveTag);
+  return kReadExtension;
 }
 
 void ServerManager::socketDidDisconnectWithError(const GCDAsyncSocketRef& sock,
@@ -242,7 +242,7 @@ platform::Task<void> ServerManager::acceptPlaybackAgainOnMain(GCDAsyncSocketRef 
   write(jsonPlayBackServerData_, "");
   co_await pauseOnMain();
   NSError error;
-  if (!playBackServerSocket()->acceptOnPortError(playbackPort, &error)) {
+  if (!playBackServerSocket()->acceptOnPortError(kPlaybackPort, &error)) {
     platform::NSLog("The playback server stays closed: %s", error.description().c_str());
   }
 }

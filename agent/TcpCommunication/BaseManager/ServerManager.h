@@ -29,8 +29,8 @@ namespace tarni {
 class ServerManager : public GCDAsyncSocketDelegate,
                       public std::enable_shared_from_this<ServerManager> {
  public:
-  static constexpr std::uint16_t recorderPort = 9892;
-  static constexpr std::uint16_t playbackPort = 9898;
+  static constexpr std::uint16_t kRecorderPort = 9892;
+  static constexpr std::uint16_t kPlaybackPort = 9898;
 
   // The one of the agent.
   static ServerManager& serverManager();

@@ -12,12 +12,12 @@
 namespace tarni::ForkedChildren {
 namespace {
 
-constexpr int none = -1;
-constexpr int claimed = -2;
+constexpr int kNone = -1;
+constexpr int kClaimed = -2;
 
 // A child may be forked at any moment, so no lock guards them.
 struct Entry {
-  std::atomic<int> descriptor = none;
+  std::atomic<int> descriptor = kNone;
   std::atomic<ino_t> inode = 0;
 };
 
@@ -36,7 +36,7 @@ bool isStill(const Entry& entry, int descriptor) {
 void replaceInChild() {
   const int nowhere = socket(AF_INET, SOCK_STREAM, 0);
   for (Entry& entry : entries) {
-    const int descriptor = entry.descriptor.exchange(none);
+    const int descriptor = entry.descriptor.exchange(kNone);
     if (!isStill(entry, descriptor)) continue;
     if (nowhere < 0) {
       close(descriptor);
@@ -53,8 +53,8 @@ void keepFrom(int descriptor) {
   static const int registered = pthread_atfork(nullptr, nullptr, replaceInChild);
   if (registered != 0) return;
   for (Entry& entry : entries) {
-    int expected = none;
-    if (!entry.descriptor.compare_exchange_strong(expected, claimed)) continue;
+    int expected = kNone;
+    if (!entry.descriptor.compare_exchange_strong(expected, kClaimed)) continue;
     entry.inode = inodeOf(descriptor);
     entry.descriptor = descriptor;
     return;
@@ -64,7 +64,7 @@ void keepFrom(int descriptor) {
 void leaveTo(int descriptor) {
   for (Entry& entry : entries) {
     int expected = descriptor;
-    if (entry.descriptor.compare_exchange_strong(expected, none)) return;
+    if (entry.descriptor.compare_exchange_strong(expected, kNone)) return;
   }
 }
 

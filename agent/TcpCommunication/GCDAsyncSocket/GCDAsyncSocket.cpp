@@ -18,15 +18,15 @@
 namespace tarni {
 namespace {
 
-constexpr double acceptRetryDelay = 0.5;
-constexpr std::size_t smallestRead = 4096;
+constexpr double kAcceptRetryDelay = 0.5;
+constexpr std::size_t kSmallestRead = 4096;
 // A peer that is only written to lets reads pile up; so many are kept.
-constexpr std::size_t maximumPendingReads = 16384;
+constexpr std::size_t kMaximumPendingReads = 16384;
 
 std::size_t bytesToRead(const FileDescriptor& connection) {
   int available = 0;
   ioctl(connection.get(), FIONREAD, &available);
-  return std::max(smallestRead, static_cast<std::size_t>(std::max(available, 0)));
+  return std::max(kSmallestRead, static_cast<std::size_t>(std::max(available, 0)));
 }
 
 platform::Dispatch& dispatch() {
@@ -171,7 +171,7 @@ void GCDAsyncSocket::retryAcceptingLater(Listener& listener, int systemCode) {
   platform::NSLog("Error in accept() function: %s",
                   std::generic_category().message(systemCode).c_str());
   listener.retry = dispatch().makeTimer(
-      acceptRetryDelay, socketQueue_,
+      kAcceptRetryDelay, socketQueue_,
       whileAlive([&listener](GCDAsyncSocket& self) { self.acceptClients(listener); }));
 }
 
@@ -217,7 +217,7 @@ void GCDAsyncSocket::readDataWithTimeoutTag(double timeout, long tag) {
 // A listening socket is never connected, so what it is asked to read or write is dropped at once.
 void GCDAsyncSocket::enqueue(GCDAsyncReadPacket packet) {
   socketQueue_->async([self = shared_from_this(), packet = std::move(packet)]() mutable {
-    if (!self->isConnected() || self->readQueue_.size() >= maximumPendingReads) return;
+    if (!self->isConnected() || self->readQueue_.size() >= kMaximumPendingReads) return;
     self->readQueue_.push_back(std::move(packet));
     if (!self->currentRead_) self->serveReads();
   });

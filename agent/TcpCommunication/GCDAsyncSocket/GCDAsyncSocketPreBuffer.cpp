@@ -6,7 +6,7 @@ namespace tarni {
 namespace {
 
 // A buffer that one long message blew up is given back.
-constexpr std::size_t keptCapacity = 1024 * 1024;
+constexpr std::size_t kKeptCapacity = 1024 * 1024;
 
 }  // namespace
 
@@ -28,7 +28,7 @@ void GCDAsyncSocketPreBuffer::ensureCapacityForWrite(std::size_t bytes) {
 
 void GCDAsyncSocketPreBuffer::reset() {
   readOffset_ = writeOffset_ = 0;
-  if (memory_.size() > keptCapacity) memory_ = std::vector<char>(initialCapacity_);
+  if (memory_.size() > kKeptCapacity) memory_ = std::vector<char>(initialCapacity_);
 }
 
 }  // namespace tarni

@@ -13,7 +13,7 @@
 namespace tarni {
 namespace {
 
-constexpr int backlog = 1024;
+constexpr int kBacklog = 1024;
 
 // A step that failed, with the errno it left.
 struct Failure {
@@ -48,7 +48,7 @@ Attempt listenOn(const sockaddr& address, socklen_t length) {
   if (bind(descriptor.get(), &address, length) != 0) {
     return Failure{errno, "Error in bind() function"};
   }
-  if (listen(descriptor.get(), backlog) != 0) {
+  if (listen(descriptor.get(), kBacklog) != 0) {
     return Failure{errno, "Error in listen() function"};
   }
   return Attempt(std::move(descriptor));

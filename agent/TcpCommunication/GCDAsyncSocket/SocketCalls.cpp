@@ -11,15 +11,15 @@ namespace tarni {
 namespace {
 
 #ifdef TCP_KEEPIDLE
-constexpr int keepAliveIdleSeconds = TCP_KEEPIDLE;
+constexpr int kKeepAliveIdleSeconds = TCP_KEEPIDLE;
 #else
-constexpr int keepAliveIdleSeconds = TCP_KEEPALIVE;
+constexpr int kKeepAliveIdleSeconds = TCP_KEEPALIVE;
 #endif
 
 #ifdef MSG_NOSIGNAL
-constexpr int sendFlags = MSG_NOSIGNAL;
+constexpr int kSendFlags = MSG_NOSIGNAL;
 #else
-constexpr int sendFlags = 0;
+constexpr int kSendFlags = 0;
 #endif
 
 void setOption(const FileDescriptor& descriptor, int level, int option, int value) {
@@ -60,7 +60,7 @@ FileDescriptor acceptClient(int listener) {
   if (!client.isOpen()) return client;
   setOption(client, IPPROTO_TCP, TCP_NODELAY, 1);
   setOption(client, SOL_SOCKET, SO_KEEPALIVE, 1);
-  setOption(client, IPPROTO_TCP, keepAliveIdleSeconds, 60);
+  setOption(client, IPPROTO_TCP, kKeepAliveIdleSeconds, 60);
   setOption(client, IPPROTO_TCP, TCP_KEEPINTVL, 10);
   setOption(client, IPPROTO_TCP, TCP_KEEPCNT, 6);
 #ifdef SO_NOSIGPIPE
@@ -75,7 +75,7 @@ bool makeNonBlocking(int descriptor) {
 }
 
 ssize_t sendWithoutSignal(int connection, std::string_view data) {
-  return send(connection, data.data(), data.size(), sendFlags);
+  return send(connection, data.data(), data.size(), kSendFlags);
 }
 
 }  // namespace tarni

@@ -15,8 +15,8 @@
 namespace tarni {
 namespace {
 
-constexpr double tickInterval = 0.2;  // seconds
-constexpr auto timeToEnd = std::chrono::milliseconds(200);
+constexpr double kTickInterval = 0.2;  // seconds
+constexpr auto kTimeToEnd = std::chrono::milliseconds(200);
 
 // Gives new views their identities. False when there is no key window. Main thread.
 bool walkKeyWindow() {
@@ -76,12 +76,12 @@ void RecordControl::load() {
 
 void RecordControl::dispatchHook() {
   platform::Dispatch& dispatch = *platform::current().dispatch;
-  dispatch.after(tickInterval, dispatch.backgroundQueue(), tickAndRearm);
+  dispatch.after(kTickInterval, dispatch.backgroundQueue(), tickAndRearm);
 }
 
 // A tap that ends the application leaves the worker and the sender loop no time for its step.
 void RecordControl::applicationWillTerminate() noexcept {
-  const auto deadline = std::chrono::steady_clock::now() + timeToEnd;
+  const auto deadline = std::chrono::steady_clock::now() + kTimeToEnd;
   try {
     if (GlobalVars::isTrue(GlobalVars::sharedInstance()._isPlaybackStarted())) return;
     RecorderWorker::sharedInstance().finish(deadline);

@@ -16,12 +16,12 @@ namespace {
 
 using Clock = std::chrono::steady_clock;
 
-constexpr auto idleTime = std::chrono::seconds(1);
-constexpr auto pauseBetweenLooks = std::chrono::milliseconds(1);
+constexpr auto kIdleTime = std::chrono::seconds(1);
+constexpr auto kPauseBetweenLooks = std::chrono::milliseconds(1);
 
 void send(const std::string& text) {
   ServerManager::serverManager().initialiseRecorderServerOnPortNumberWithRecorderRequest(
-      ServerManager::recorderPort, text);
+      ServerManager::kRecorderPort, text);
 }
 
 // Steps go out in their order, whichever thread sends them. Made when it is first needed: where a
@@ -51,7 +51,7 @@ void senderLoop() {
     } catch (...) {
       platform::logFailure("Sender loop");
     }
-    std::this_thread::sleep_for(idleTime);
+    std::this_thread::sleep_for(kIdleTime);
   }
 }
 
@@ -61,7 +61,7 @@ void TcpChannel::start() {
   platform::current().dispatch->backgroundQueue().async(senderLoop);
   send("Welcome! RecorderServer StartedSuccessfully ");
   ServerManager::serverManager().initialisePlayBackServerOnPortNumberWithPlayBackResponse(
-      ServerManager::playbackPort, "Welcome PlayBackServer Started Successfully (v25-Mar-2019)");
+      ServerManager::kPlaybackPort, "Welcome PlayBackServer Started Successfully (v25-Mar-2019)");
 }
 
 void TcpChannel::sendPendingSteps() {
@@ -75,7 +75,7 @@ void TcpChannel::sendLastSteps(Clock::time_point deadline) {
   sendAllSteps();
   const GCDAsyncSocketRef host = ServerManager::serverManager().recorderServerSocket();
   while (host->pendingWrites().messages > 0 && Clock::now() < deadline) {
-    std::this_thread::sleep_for(pauseBetweenLooks);
+    std::this_thread::sleep_for(kPauseBetweenLooks);
   }
 }
 

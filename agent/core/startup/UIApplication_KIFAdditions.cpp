@@ -9,7 +9,7 @@
 namespace tarni::KIFAdditions {
 namespace {
 
-constexpr const char* mtSendEventSelector = "mtSendEvent:";
+constexpr const char* kMtSendEventSelector = "mtSendEvent:";
 
 void showToRecorder(const std::vector<platform::Argument>& arguments) {
   const auto* event =
@@ -22,8 +22,8 @@ void showToRecorder(const std::vector<platform::Argument>& arguments) {
 void loadUIApplication(platform::Class receiver) {
   if (receiver != platform::uikit::UIApplication) return;
   platform::NSLog("Loading TARNI IOS INSTRUMENTOR...");
-  platform::current().runtime->class_addMethod(receiver, mtSendEventSelector, mtSendEvent, "v@:@");
-  Swizzle(receiver, "sendEvent:", mtSendEventSelector);
+  platform::current().runtime->class_addMethod(receiver, kMtSendEventSelector, mtSendEvent, "v@:@");
+  Swizzle(receiver, "sendEvent:", kMtSendEventSelector);
 }
 
 void mtSendEvent(const std::vector<platform::Argument>& arguments) noexcept {
@@ -35,7 +35,7 @@ void mtSendEvent(const std::vector<platform::Argument>& arguments) noexcept {
   }
   try {
     // After the exchange this is the application's own method.
-    platform::current().runtime->perform(platform::uikit::UIApplication, mtSendEventSelector,
+    platform::current().runtime->perform(platform::uikit::UIApplication, kMtSendEventSelector,
                                          arguments);
   } catch (...) {
     platform::logFailure("Dispatching an event failed");

@@ -26,7 +26,7 @@ bool DictionaryReader::keep(ordered_json value) {
 }
 
 bool DictionaryReader::begin(ordered_json container) {
-  return keep(std::move(container)) && ++level_ <= deepestLevel;
+  return keep(std::move(container)) && ++level_ <= kDeepestLevel;
 }
 
 bool DictionaryReader::end() {

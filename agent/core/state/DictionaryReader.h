@@ -16,7 +16,7 @@ namespace tarni {
 class DictionaryReader : private nlohmann::json_sax<nlohmann::ordered_json> {
  public:
   // As deep as the parser of the home platform goes.
-  static constexpr std::size_t deepestLevel = 512;
+  static constexpr std::size_t kDeepestLevel = 512;
 
   // What the object holds under `keys`, the last value of a key that comes twice. An array or an
   // object is kept as an empty one. Null when the text is not a JSON object or has too many levels.

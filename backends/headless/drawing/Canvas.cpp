@@ -48,11 +48,11 @@ void Canvas::path(const CGRect& rect, double cornerRadius) {
     cairo_rectangle(cairo_, rect.minX(), rect.minY(), rect.size.width, rect.size.height);
     return;
   }
-  constexpr double quarter = std::numbers::pi / 2;
-  cairo_arc(cairo_, rect.maxX() - radius, rect.minY() + radius, radius, -quarter, 0);
-  cairo_arc(cairo_, rect.maxX() - radius, rect.maxY() - radius, radius, 0, quarter);
-  cairo_arc(cairo_, rect.minX() + radius, rect.maxY() - radius, radius, quarter, 2 * quarter);
-  cairo_arc(cairo_, rect.minX() + radius, rect.minY() + radius, radius, 2 * quarter, 3 * quarter);
+  constexpr double kQuarter = std::numbers::pi / 2;
+  cairo_arc(cairo_, rect.maxX() - radius, rect.minY() + radius, radius, -kQuarter, 0);
+  cairo_arc(cairo_, rect.maxX() - radius, rect.maxY() - radius, radius, 0, kQuarter);
+  cairo_arc(cairo_, rect.minX() + radius, rect.maxY() - radius, radius, kQuarter, 2 * kQuarter);
+  cairo_arc(cairo_, rect.minX() + radius, rect.minY() + radius, radius, 2 * kQuarter, 3 * kQuarter);
   cairo_close_path(cairo_);
 }
 

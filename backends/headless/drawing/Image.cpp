@@ -9,7 +9,7 @@
 namespace tarni::headless {
 namespace {
 
-constexpr double largestSide = 32767;  // pixels, Cairo's limit
+constexpr double kLargestSide = 32767;  // pixels, Cairo's limit
 
 // Draws with the image's origin at (`x`, `y`) pixels.
 void paint(cairo_surface_t* image, cairo_surface_t* onto, double x, double y) {
@@ -30,7 +30,7 @@ struct EncodedBytes {
 cairo_surface_t* makeSurface(platform::CGSize size, double scale) {
   const double width = std::round(size.width * scale);
   const double height = std::round(size.height * scale);
-  const auto isDrawable = [](double side) { return side >= 1 && side <= largestSide; };
+  const auto isDrawable = [](double side) { return side >= 1 && side <= kLargestSide; };
   if (!isDrawable(width) || !isDrawable(height)) return nullptr;
   cairo_surface_t* const surface = cairo_image_surface_create(
       CAIRO_FORMAT_RGB24, static_cast<int>(width), static_cast<int>(height));
@@ -82,9 +82,9 @@ platform::UIImageRef Image::crop(const platform::CGRect& rect) const {
 
 std::vector<std::byte> Image::JPEGRepresentation(double quality) const {
   if (!surface_) return {};
-  constexpr double largestQuality = 100;
+  constexpr double kLargestQuality = 100;
   const int percent =
-      static_cast<int>(std::lround(std::clamp(quality, 0.01, 1.0) * largestQuality));
+      static_cast<int>(std::lround(std::clamp(quality, 0.01, 1.0) * kLargestQuality));
   const std::unique_ptr<void, decltype(&tjDestroy)> encoder(tjInitCompress(), tjDestroy);
   EncodedBytes encoded;
   const int failure =

@@ -39,7 +39,7 @@ void end(const View& view, Canvas& canvas) {
   canvas.restore();
   const Layer& layer = view.layer();
   if (layer.borderWidth() > 0) {
-    canvas.stroke(view.bounds(), layer.borderColor().value_or(colors::black), layer.borderWidth(),
+    canvas.stroke(view.bounds(), layer.borderColor().value_or(colors::kBlack), layer.borderWidth(),
                   layer.cornerRadius());
   }
   if (isTransparent(view)) canvas.endGroup(view.alpha());

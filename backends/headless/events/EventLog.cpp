@@ -42,12 +42,12 @@ void EventLog::add(const platform::UIEvent& event) {
 }
 
 std::string EventLog::phases() const {
-  static constexpr std::array names{"Began", "Moved", "Stationary", "Ended", "Cancelled"};
+  static constexpr std::array kNames{"Began", "Moved", "Stationary", "Ended", "Cancelled"};
   std::string text;
   for (const LoggedEvent& event : events_) {
     for (const LoggedTouch& touch : event.touches) {
       if (!text.empty()) text += ' ';
-      text += names.at(static_cast<std::size_t>(touch.phase));
+      text += kNames.at(static_cast<std::size_t>(touch.phase));
     }
   }
   return text;

@@ -13,7 +13,7 @@ using platform::UITouchPhase;
 
 namespace {
 
-constexpr double stepLength = 10;  // points
+constexpr double kStepLength = 10;  // points
 
 double uptime() {
   return platform::current().processInfo->systemUptime();
@@ -59,7 +59,7 @@ void Finger::drag(const View& view, CGPoint from, CGPoint to) {
   const CGPoint start = view.convertPointToWindow(from);
   const CGPoint end = view.convertPointToWindow(to);
   const auto steps =
-      static_cast<int>(std::ceil(std::hypot(end.x - start.x, end.y - start.y) / stepLength));
+      static_cast<int>(std::ceil(std::hypot(end.x - start.x, end.y - start.y) / kStepLength));
   down(*window, start);
   for (int step = 1; step <= steps; ++step) {
     const double part = static_cast<double>(step) / steps;

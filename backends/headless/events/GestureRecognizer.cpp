@@ -12,10 +12,10 @@ using platform::uikit::UIGestureRecognizer;
 
 namespace {
 
-constexpr double allowedMovement = 10;       // points
-constexpr double longestTap = 1.5;           // seconds
-constexpr double longestPauseOfTaps = 0.35;  // seconds
-constexpr double smallestRotation = 0.1;     // radians
+constexpr double kAllowedMovement = 10;       // points
+constexpr double kLongestTap = 1.5;           // seconds
+constexpr double kLongestPauseOfTaps = 0.35;  // seconds
+constexpr double kSmallestRotation = 0.1;     // radians
 
 platform::Class recognizerClass(std::string_view name) {
   return platform::defineClass(name, UIGestureRecognizer);
@@ -126,7 +126,7 @@ void TapGestureRecognizer::began() {
   const Touches down = touches();
   if (most_ == 0) {
     start_ = down.front()->timestamp();
-    if (start_ - lastTap_ > longestPauseOfTaps) taps_ = 0;
+    if (start_ - lastTap_ > kLongestPauseOfTaps) taps_ = 0;
   }
   most_ = std::max(most_, down.size());
   startLocation_ = middle(down);
@@ -134,7 +134,7 @@ void TapGestureRecognizer::began() {
 }
 
 void TapGestureRecognizer::moved() {
-  if (distance(locationInWindow(), startLocation_) > allowedMovement) fail();
+  if (distance(locationInWindow(), startLocation_) > kAllowedMovement) fail();
 }
 
 void TapGestureRecognizer::ended(const Touches& ending) {
@@ -143,7 +143,7 @@ void TapGestureRecognizer::ended(const Touches& ending) {
     return;
   }
   const double now = ending.front()->timestamp();
-  if (most_ != touchesRequired_ || now - start_ > longestTap) return fail();
+  if (most_ != touchesRequired_ || now - start_ > kLongestTap) return fail();
   lastTap_ = now;
   if (++taps_ < tapsRequired_) return;
   taps_ = 0;
@@ -164,7 +164,7 @@ void LongPressGestureRecognizer::began() {
 
 void LongPressGestureRecognizer::moved() {
   if (isRecognizing()) return recognize(State::Changed);
-  if (distance(locationInWindow(), startLocation_) > allowedMovement) return fail();
+  if (distance(locationInWindow(), startLocation_) > kAllowedMovement) return fail();
   check();
 }
 
@@ -201,7 +201,7 @@ void PanGestureRecognizer::moved() {
   translation_.y += location.y - last_.y;
   last_ = location;
   if (isRecognizing()) return recognize(State::Changed);
-  if (distance(translation_, {}) <= allowedMovement) return;
+  if (distance(translation_, {}) <= kAllowedMovement) return;
   if (shouldBegin_ && !shouldBegin_()) return fail();
   recognize(State::Began);
 }
@@ -231,7 +231,7 @@ void PinchGestureRecognizer::moved() {
   const double now = fingerDistance();
   scale_ = now / startDistance_;
   if (isRecognizing()) return recognize(State::Changed);
-  if (std::abs(now - startDistance_) > allowedMovement) recognize(State::Began);
+  if (std::abs(now - startDistance_) > kAllowedMovement) recognize(State::Began);
 }
 
 void PinchGestureRecognizer::ended(const Touches&) {}
@@ -259,7 +259,7 @@ void RotationGestureRecognizer::moved() {
   rotation_ += std::remainder(angle - last_, 2 * std::numbers::pi);
   last_ = angle;
   if (isRecognizing()) return recognize(State::Changed);
-  if (std::abs(rotation_) > smallestRotation) recognize(State::Began);
+  if (std::abs(rotation_) > kSmallestRotation) recognize(State::Began);
 }
 
 void RotationGestureRecognizer::ended(const Touches&) {}

@@ -14,10 +14,10 @@ std::weak_ptr<SubviewIndex>& shared() {
 
 // A hair wider than the view: turning it back and forth rounds.
 platform::CGRect reachOf(const View& view) {
-  constexpr double hair = 1e-6;
+  constexpr double kHair = 1e-6;
   const platform::CGRect frame = view.frame();
-  return {{frame.minX() - hair, frame.minY() - hair},
-          {frame.size.width + 2 * hair, frame.size.height + 2 * hair}};
+  return {{frame.minX() - kHair, frame.minY() - kHair},
+          {frame.size.width + 2 * kHair, frame.size.height + 2 * kHair}};
 }
 
 }  // namespace

@@ -92,9 +92,9 @@ void TouchDispatcher::giveToRecognizers(const Touches& touches) {
       if (finger && contains(finger->recognizers, recognizer)) followed.push_back(touch);
     }
     const bool hadRecognized = recognizer->hasRecognized();
-    constexpr std::array phases{UITouchPhase::Began, UITouchPhase::Moved, UITouchPhase::Stationary,
-                                UITouchPhase::Ended, UITouchPhase::Cancelled};
-    for (const UITouchPhase phase : phases) {
+    constexpr std::array kPhases{UITouchPhase::Began, UITouchPhase::Moved, UITouchPhase::Stationary,
+                                 UITouchPhase::Ended, UITouchPhase::Cancelled};
+    for (const UITouchPhase phase : kPhases) {
       const Touches changed = inPhase(followed, phase);
       if (!changed.empty()) recognizer->handle(phase, changed);
     }

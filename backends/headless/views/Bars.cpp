@@ -5,9 +5,9 @@
 namespace tarni::headless {
 namespace {
 
-constexpr double edge = 16;            // points
-constexpr double buttonWidth = 80;     // points
-constexpr double indicatorWidth = 12;  // points
+constexpr double kEdge = 16;            // points
+constexpr double kButtonWidth = 80;     // points
+constexpr double kIndicatorWidth = 12;  // points
 
 platform::Class navigationItemViewClass() {
   return platform::defineClass("UINavigationItemView", platform::uikit::UIView);
@@ -23,7 +23,7 @@ platform::Class backIndicatorClass() {
 
 // The line that parts a bar from the screen's content.
 void drawEdge(Canvas& canvas, const platform::CGRect& bounds, double y) {
-  canvas.line({bounds.minX(), y}, {bounds.maxX(), y}, colors::lightGray, 0.5);
+  canvas.line({bounds.minX(), y}, {bounds.maxX(), y}, colors::kLightGray, 0.5);
 }
 
 }  // namespace
@@ -34,7 +34,7 @@ BarItem::BarItem(std::optional<std::string> title, platform::Class cls)
     : Control(cls), title_(std::move(title)) {}
 
 void BarItem::drawContent(Canvas& canvas) const {
-  const TextStyle style{.size = 15, .color = colors::blue, .alignment = TextAlignment::Center};
+  const TextStyle style{.size = 15, .color = colors::kBlue, .alignment = TextAlignment::Center};
   if (title_) canvas.text(*title_, bounds(), style);
 }
 
@@ -44,7 +44,7 @@ NavigationBar::NavigationBar(std::string title)
     : View(platform::uikit::UINavigationBar),
       itemView_(std::make_shared<View>(navigationItemViewClass())),
       titleLabel_(std::make_shared<Label>(std::move(title))) {
-  setBackgroundColor(colors::background);
+  setBackgroundColor(colors::kBackground);
   titleLabel_->setTextStyle({.bold = true, .alignment = TextAlignment::Center});
   itemView_->setUserInteractionEnabled(false);
   itemView_->addSubview(titleLabel_);
@@ -85,14 +85,14 @@ void NavigationBar::replace(std::shared_ptr<Button>& button, std::string title,
 
 void NavigationBar::layoutSubviews() {
   const platform::CGSize size = bounds().size;
-  const double left = edge + indicatorWidth;
-  const platform::CGSize middle{size.width - 2 * (left + buttonWidth), size.height};
-  itemView_->setFrame({{left + buttonWidth, 0}, middle});
+  const double left = kEdge + kIndicatorWidth;
+  const platform::CGSize middle{size.width - 2 * (left + kButtonWidth), size.height};
+  itemView_->setFrame({{left + kButtonWidth, 0}, middle});
   titleLabel_->setFrame({{0, 0}, middle});
-  if (backIndicator_) backIndicator_->setFrame({{edge, 0}, {indicatorWidth, size.height}});
-  if (backButton_) backButton_->setFrame({{left, 0}, {buttonWidth, size.height}});
+  if (backIndicator_) backIndicator_->setFrame({{kEdge, 0}, {kIndicatorWidth, size.height}});
+  if (backButton_) backButton_->setFrame({{left, 0}, {kButtonWidth, size.height}});
   if (rightButton_) {
-    rightButton_->setFrame({{size.width - edge - buttonWidth, 0}, {buttonWidth, size.height}});
+    rightButton_->setFrame({{size.width - kEdge - kButtonWidth, 0}, {kButtonWidth, size.height}});
   }
 }
 
@@ -108,17 +108,17 @@ bool NavigationBar::handleTouch(platform::UITouchPhase phase, platform::UITouch&
 void NavigationBar::drawContent(Canvas& canvas) const {
   drawEdge(canvas, bounds(), bounds().maxY());
   if (!backIndicator_) return;
-  constexpr double reach = 8;  // points from the tip of the arrow to its ends
+  constexpr double kReach = 8;  // points from the tip of the arrow to its ends
   const platform::CGRect area = backIndicator_->frame();
   const platform::CGPoint tip{area.minX() + 2, area.midY()};
-  canvas.line(tip, {tip.x + reach, tip.y - reach}, colors::blue, 2);
-  canvas.line(tip, {tip.x + reach, tip.y + reach}, colors::blue, 2);
+  canvas.line(tip, {tip.x + kReach, tip.y - kReach}, colors::kBlue, 2);
+  canvas.line(tip, {tip.x + kReach, tip.y + kReach}, colors::kBlue, 2);
 }
 
 // --- ItemBar
 
 ItemBar::ItemBar(platform::Class cls) : View(cls) {
-  setBackgroundColor(colors::background);
+  setBackgroundColor(colors::kBackground);
 }
 
 std::shared_ptr<BarItem> ItemBar::addItem(std::string title, Control::Action action) {

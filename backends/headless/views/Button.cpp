@@ -12,7 +12,7 @@ platform::Class titleLabelClass() {
 }  // namespace
 
 Button::Button(std::optional<std::string> title, platform::Class cls) : Control(cls) {
-  style_.color = colors::blue;
+  style_.color = colors::kBlue;
   style_.alignment = TextAlignment::Center;
   setTitle(std::move(title));
 }
@@ -38,8 +38,8 @@ void Button::layoutSubviews() {
 }
 
 void Button::drawContent(Canvas& canvas) const {
-  constexpr platform::CGColor shade{0, 0, 0, 0.1};
-  if (isHighlighted()) canvas.fill(bounds(), shade, layer().cornerRadius());
+  constexpr platform::CGColor kShade{0, 0, 0, 0.1};
+  if (isHighlighted()) canvas.fill(bounds(), kShade, layer().cornerRadius());
 }
 
 }  // namespace tarni::headless

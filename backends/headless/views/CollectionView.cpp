@@ -18,7 +18,7 @@ void CollectionViewCell::layoutSubviews() {
 
 CollectionView::CollectionView(platform::CGSize itemSize, double spacing, platform::Class cls)
     : ItemsView(cls), itemSize_(itemSize), spacing_(spacing) {
-  setBackgroundColor(colors::white);
+  setBackgroundColor(colors::kWhite);
 }
 
 long CollectionView::itemsInRow() const {

@@ -8,26 +8,26 @@
 namespace tarni::headless {
 namespace {
 
-constexpr double width = 270;         // points
-constexpr double messageHeight = 80;  // points
-constexpr double buttonHeight = 44;   // points
+constexpr double kWidth = 270;         // points
+constexpr double kMessageHeight = 80;  // points
+constexpr double kButtonHeight = 44;   // points
 
 }  // namespace
 
 Dialog::Dialog(std::string message, std::vector<std::string> buttons)
     : box_(std::make_shared<View>()) {
   setBackgroundColor(platform::CGColor{0, 0, 0, 0.4});
-  box_->setBackgroundColor(colors::white);
+  box_->setBackgroundColor(colors::kWhite);
   box_->layer().setCornerRadius(14);
   const auto label = std::make_shared<Label>(std::move(message));
   label->setTextStyle({.bold = true, .alignment = TextAlignment::Center});
-  label->setFrame({{0, 0}, {width, messageHeight}});
+  label->setFrame({{0, 0}, {kWidth, kMessageHeight}});
   box_->addSubview(label);
-  const double buttonWidth = width / static_cast<double>(buttons.size());
+  const double buttonWidth = kWidth / static_cast<double>(buttons.size());
   for (std::size_t index = 0; index < buttons.size(); ++index) {
     const auto button = std::make_shared<Button>(std::move(buttons[index]));
     button->setFrame(
-        {{buttonWidth * static_cast<double>(index), messageHeight}, {buttonWidth, buttonHeight}});
+        {{buttonWidth * static_cast<double>(index), kMessageHeight}, {buttonWidth, kButtonHeight}});
     button->onTap([this, index] { close(static_cast<long>(index)); });
     box_->addSubview(button);
   }
@@ -35,9 +35,9 @@ Dialog::Dialog(std::string message, std::vector<std::string> buttons)
 }
 
 void Dialog::layoutSubviews() {
-  const double height = messageHeight + buttonHeight;
+  const double height = kMessageHeight + kButtonHeight;
   const platform::CGRect own = bounds();
-  box_->setFrame({{own.midX() - width / 2, own.midY() - height / 2}, {width, height}});
+  box_->setFrame({{own.midX() - kWidth / 2, own.midY() - height / 2}, {kWidth, height}});
 }
 
 void Dialog::present(Window& window, std::function<void(long)> closed) {

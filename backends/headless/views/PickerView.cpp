@@ -8,7 +8,7 @@
 namespace tarni::headless {
 namespace {
 
-constexpr double rowHeight = 32;  // points
+constexpr double kRowHeight = 32;  // points
 
 platform::Class columnClass() {
   return platform::defineClass("UIPickerColumnView", platform::uikit::UIView);
@@ -21,32 +21,32 @@ PickerColumnView::PickerColumnView(std::vector<std::string> rows)
 
 long PickerColumnView::selectedRow() const {
   if (rows_.empty()) return -1;
-  const auto row = static_cast<long>(std::lround(contentOffset().y / rowHeight));
+  const auto row = static_cast<long>(std::lround(contentOffset().y / kRowHeight));
   return std::clamp(row, 0L, static_cast<long>(rows_.size()) - 1);
 }
 
 void PickerColumnView::selectRow(long row) {
-  scrollTo({0, rowHeight * static_cast<double>(row)});
+  scrollTo({0, kRowHeight * static_cast<double>(row)});
 }
 
 // Every row can come to the middle.
 void PickerColumnView::layoutSubviews() {
-  const double turns = rowHeight * (static_cast<double>(rows_.size()) - 1);
+  const double turns = kRowHeight * (static_cast<double>(rows_.size()) - 1);
   setContentSize({bounds().size.width, bounds().size.height + std::max(0.0, turns)});
 }
 
 void PickerColumnView::drawContent(Canvas& canvas) const {
   const platform::CGRect own = bounds();
-  const double middle = own.size.height / 2 - rowHeight / 2;
+  const double middle = own.size.height / 2 - kRowHeight / 2;
   const long selected = selectedRow();
   for (std::size_t row = 0; row < rows_.size(); ++row) {
     const bool isSelected = static_cast<long>(row) == selected;
-    canvas.text(
-        rows_[row],
-        {{own.minX(), middle + rowHeight * static_cast<double>(row)}, {own.size.width, rowHeight}},
-        {.size = 20,
-         .color = isSelected ? colors::black : colors::gray,
-         .alignment = TextAlignment::Center});
+    canvas.text(rows_[row],
+                {{own.minX(), middle + kRowHeight * static_cast<double>(row)},
+                 {own.size.width, kRowHeight}},
+                {.size = 20,
+                 .color = isSelected ? colors::kBlack : colors::kGray,
+                 .alignment = TextAlignment::Center});
   }
 }
 

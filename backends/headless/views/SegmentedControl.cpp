@@ -65,14 +65,14 @@ void SegmentedControl::layoutSubviews() {
 }
 
 void SegmentedControl::drawContent(Canvas& canvas) const {
-  constexpr double inset = 2;
+  constexpr double kInset = 2;
   const double radius = layer().cornerRadius();
-  canvas.fill(bounds(), colors::lightGray, radius);
+  canvas.fill(bounds(), colors::kLightGray, radius);
   if (selected_ < 0) return;
   const platform::CGRect chosen = child(static_cast<std::size_t>(selected_)).frame();
-  canvas.fill({{chosen.minX() + inset, chosen.minY() + inset},
-               {chosen.size.width - 2 * inset, chosen.size.height - 2 * inset}},
-              colors::white, radius - inset);
+  canvas.fill({{chosen.minX() + kInset, chosen.minY() + kInset},
+               {chosen.size.width - 2 * kInset, chosen.size.height - 2 * kInset}},
+              colors::kWhite, radius - kInset);
 }
 
 }  // namespace tarni::headless

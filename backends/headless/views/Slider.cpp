@@ -7,7 +7,7 @@
 namespace tarni::headless {
 namespace {
 
-constexpr double knob = 28;  // points
+constexpr double kKnob = 28;  // points
 
 }  // namespace
 
@@ -20,25 +20,25 @@ void Slider::setValue(double value) {
 }
 
 bool Slider::handleTouch(platform::UITouchPhase phase, platform::UITouch& touch) {
-  const double track = bounds().size.width - knob;
+  const double track = bounds().size.width - kKnob;
   if (isEnabled() && track > 0 && phase != platform::UITouchPhase::Cancelled) {
     const double before = value_;
-    setValue((touch.locationInView(ref()).x - bounds().minX() - knob / 2) / track);
+    setValue((touch.locationInView(ref()).x - bounds().minX() - kKnob / 2) / track);
     if (value_ != before) sendActions(ControlEvent::ValueChanged);
   }
   return Control::handleTouch(phase, touch);
 }
 
 void Slider::drawContent(Canvas& canvas) const {
-  constexpr double thickness = 4;
+  constexpr double kThickness = 4;
   const platform::CGRect own = bounds();
-  const double x = own.minX() + knob / 2 + value_ * (own.size.width - knob);
-  const double y = own.midY() - thickness / 2;
-  canvas.fill({{own.minX(), y}, {own.size.width, thickness}}, colors::lightGray, thickness / 2);
-  canvas.fill({{own.minX(), y}, {x - own.minX(), thickness}}, colors::blue, thickness / 2);
-  const platform::CGRect thumb{{x - knob / 2, own.midY() - knob / 2}, {knob, knob}};
-  canvas.fill(thumb, colors::white, knob / 2);
-  canvas.stroke(thumb, colors::lightGray, 1, knob / 2);
+  const double x = own.minX() + kKnob / 2 + value_ * (own.size.width - kKnob);
+  const double y = own.midY() - kThickness / 2;
+  canvas.fill({{own.minX(), y}, {own.size.width, kThickness}}, colors::kLightGray, kThickness / 2);
+  canvas.fill({{own.minX(), y}, {x - own.minX(), kThickness}}, colors::kBlue, kThickness / 2);
+  const platform::CGRect thumb{{x - kKnob / 2, own.midY() - kKnob / 2}, {kKnob, kKnob}};
+  canvas.fill(thumb, colors::kWhite, kKnob / 2);
+  canvas.stroke(thumb, colors::kLightGray, 1, kKnob / 2);
 }
 
 }  // namespace tarni::headless

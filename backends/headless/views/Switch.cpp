@@ -21,13 +21,13 @@ void Switch::tapped(platform::CGPoint) {
 }
 
 void Switch::drawContent(Canvas& canvas) const {
-  constexpr double inset = 2;
+  constexpr double kInset = 2;
   const platform::CGRect own = bounds();
   const double height = own.size.height;
-  const double knob = std::max(0.0, height - 2 * inset);
-  const double left = on_ ? own.maxX() - inset - knob : own.minX() + inset;
-  canvas.fill(own, on_ ? colors::green : colors::lightGray, height / 2);
-  canvas.fill({{left, own.minY() + inset}, {knob, knob}}, colors::white, knob / 2);
+  const double knob = std::max(0.0, height - 2 * kInset);
+  const double left = on_ ? own.maxX() - kInset - knob : own.minX() + kInset;
+  canvas.fill(own, on_ ? colors::kGreen : colors::kLightGray, height / 2);
+  canvas.fill({{left, own.minY() + kInset}, {knob, knob}}, colors::kWhite, knob / 2);
 }
 
 }  // namespace tarni::headless

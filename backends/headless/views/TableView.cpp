@@ -15,7 +15,7 @@ platform::Class cellLabelClass() {
   return platform::defineClass("UITableViewLabel", platform::uikit::UILabel);
 }
 
-constexpr double labelInset = 16;  // points
+constexpr double kLabelInset = 16;  // points
 
 }  // namespace
 
@@ -23,7 +23,7 @@ TableViewCell::TableViewCell(std::optional<std::string> text, platform::Class cl
     : View(cls),
       contentView_(std::make_shared<View>(contentViewClass())),
       label_(std::make_shared<Label>(std::move(text), cellLabelClass())) {
-  setBackgroundColor(colors::white);
+  setBackgroundColor(colors::kWhite);
   contentView_->addSubview(label_);
   addSubview(contentView_);
 }
@@ -31,18 +31,18 @@ TableViewCell::TableViewCell(std::optional<std::string> text, platform::Class cl
 void TableViewCell::layoutSubviews() {
   const platform::CGSize size = bounds().size;
   contentView_->setFrame({{0, 0}, size});
-  label_->setFrame({{labelInset, 0}, {size.width - 2 * labelInset, size.height}});
+  label_->setFrame({{kLabelInset, 0}, {size.width - 2 * kLabelInset, size.height}});
 }
 
 void TableViewCell::drawContent(Canvas& canvas) const {
   const platform::CGRect own = bounds();
   const double y = own.maxY() - 0.5;
-  canvas.line({own.minX() + labelInset, y}, {own.maxX(), y}, colors::lightGray, 0.5);
+  canvas.line({own.minX() + kLabelInset, y}, {own.maxX(), y}, colors::kLightGray, 0.5);
 }
 
 TableView::TableView(double rowHeight, platform::Class cls)
     : ItemsView(cls), rowHeight_(rowHeight) {
-  setBackgroundColor(colors::white);
+  setBackgroundColor(colors::kWhite);
 }
 
 void TableView::setRows(std::vector<std::string> texts) {

@@ -7,7 +7,7 @@
 namespace tarni::headless {
 namespace {
 
-constexpr double inset = 10;  // points
+constexpr double kInset = 10;  // points
 
 bool isFirstByteOfCharacter(char byte) {
   return (static_cast<unsigned char>(byte) & 0xC0U) != 0x80U;
@@ -26,7 +26,7 @@ std::string dots(std::string_view text) {
 TextField::TextField(std::optional<std::string> placeholder, platform::Class cls)
     : Control(cls), placeholder_(std::move(placeholder)) {
   setCanBecomeFirstResponder(true);
-  setBackgroundColor(colors::white);
+  setBackgroundColor(colors::kWhite);
   layer().setCornerRadius(8);
 }
 
@@ -56,16 +56,16 @@ void TextField::didResignFirstResponder() {
 
 void TextField::drawContent(Canvas& canvas) const {
   const platform::CGRect own = bounds();
-  const platform::CGRect inner{{own.minX() + inset, own.minY()},
-                               {own.size.width - 2 * inset, own.size.height}};
+  const platform::CGRect inner{{own.minX() + kInset, own.minY()},
+                               {own.size.width - 2 * kInset, own.size.height}};
   TextStyle style;
   if (!text_.empty()) {
     canvas.text(secure_ ? dots(text_) : text_, inner, style);
   } else if (placeholder_) {
-    style.color = colors::lightGray;
+    style.color = colors::kLightGray;
     canvas.text(*placeholder_, inner, style);
   }
-  const auto& line = isFirstResponder() ? colors::blue : colors::lightGray;
+  const auto& line = isFirstResponder() ? colors::kBlue : colors::kLightGray;
   canvas.stroke(own, line, 1, layer().cornerRadius());
 }
 

@@ -7,7 +7,7 @@ namespace tarni::headless {
 TextView::TextView(std::string text, platform::Class cls)
     : ScrollView(cls), text_(std::move(text)) {
   setCanBecomeFirstResponder(true);
-  setBackgroundColor(colors::white);
+  setBackgroundColor(colors::kWhite);
 }
 
 bool TextView::type(std::string_view text) {
@@ -22,9 +22,10 @@ bool TextView::handleTouch(platform::UITouchPhase phase, platform::UITouch& touc
 }
 
 void TextView::drawContent(Canvas& canvas) const {
-  constexpr double inset = 8;
+  constexpr double kInset = 8;
   const platform::CGSize size = bounds().size;
-  canvas.paragraph(text_, {{inset, inset}, {size.width - 2 * inset, size.height - 2 * inset}}, {});
+  canvas.paragraph(text_, {{kInset, kInset}, {size.width - 2 * kInset, size.height - 2 * kInset}},
+                   {});
 }
 
 }  // namespace tarni::headless

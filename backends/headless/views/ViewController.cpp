@@ -6,8 +6,8 @@
 namespace tarni::headless {
 namespace {
 
-constexpr const char* viewWillAppear = "viewWillAppear:";
-constexpr const char* viewDidAppear = "viewDidAppear:";
+constexpr const char* kViewWillAppear = "viewWillAppear:";
+constexpr const char* kViewDidAppear = "viewDidAppear:";
 
 }  // namespace
 
@@ -15,16 +15,16 @@ ViewController::ViewController(ViewRef view) : view_(std::move(view)) {}
 
 void ViewController::defineMethods(platform::ObjectiveCRuntime& runtime) {
   const auto nothing = [](const std::vector<platform::Argument>&) {};
-  runtime.class_replaceMethod(platform::uikit::UIViewController, viewWillAppear, nothing, "v@:B");
-  runtime.class_replaceMethod(platform::uikit::UIViewController, viewDidAppear, nothing, "v@:B");
+  runtime.class_replaceMethod(platform::uikit::UIViewController, kViewWillAppear, nothing, "v@:B");
+  runtime.class_replaceMethod(platform::uikit::UIViewController, kViewDidAppear, nothing, "v@:B");
 }
 
 void ViewController::presentIn(Window& window, bool animated) {
   const auto alive = shared_from_this();
   view_->setFrame({{}, window.bounds().size});
-  perform(viewWillAppear, willAppear_, animated);
+  perform(kViewWillAppear, willAppear_, animated);
   window.addSubview(view_);
-  perform(viewDidAppear, didAppear_, animated);
+  perform(kViewDidAppear, didAppear_, animated);
 }
 
 void ViewController::dismiss() {

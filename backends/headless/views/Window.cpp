@@ -9,7 +9,7 @@ namespace tarni::headless {
 Window::Window(const platform::CGRect& frame) : View(platform::uikit::UIWindow) {
   window_ = this;
   setOpaque(true);
-  setBackgroundColor(colors::white);
+  setBackgroundColor(colors::kWhite);
   setFrame(frame);
 }
 

@@ -22,20 +22,21 @@
 namespace tarni::ios {
 namespace {
 
-constexpr char attachmentKey = 0;
+constexpr char kAttachmentKey = 0;
 
 }  // namespace
 
 std::shared_ptr<Attachment> attachmentOf(id object) {
   auto* const holder =
-      static_cast<TarniAttachmentHolder*>(objc_getAssociatedObject(object, &attachmentKey));
+      static_cast<TarniAttachmentHolder*>(objc_getAssociatedObject(object, &kAttachmentKey));
   return holder ? *holder->attachment_ : nullptr;
 }
 
 void attach(id object, std::shared_ptr<Attachment> attachment) {
   const auto holder = Owned<TarniAttachmentHolder*>::adopting([[TarniAttachmentHolder alloc] init]);
   holder.get()->attachment_ = new std::shared_ptr<Attachment>(std::move(attachment));
-  objc_setAssociatedObject(object, &attachmentKey, holder.get(), OBJC_ASSOCIATION_RETAIN_NONATOMIC);
+  objc_setAssociatedObject(object, &kAttachmentKey, holder.get(),
+                           OBJC_ASSOCIATION_RETAIN_NONATOMIC);
 }
 
 }  // namespace tarni::ios

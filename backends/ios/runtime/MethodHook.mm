@@ -16,13 +16,13 @@ namespace {
 
 using Arguments = std::vector<platform::Argument>;
 
-constexpr std::size_t numberOfHooks = 16;
+constexpr std::size_t kNumberOfHooks = 16;
 
 HookedCall* innermost = nullptr;
 
 // Never destroyed: the application's methods lead here until the process ends.
-std::array<platform::Implementation, numberOfHooks>& implementations() {
-  static auto* const all = new std::array<platform::Implementation, numberOfHooks>;
+std::array<platform::Implementation, kNumberOfHooks>& implementations() {
+  static auto* const all = new std::array<platform::Implementation, kNumberOfHooks>;
   return *all;
 }
 
@@ -112,14 +112,14 @@ MethodShape shapeOf(std::string_view types) {
 
 IMP makeHook(MethodShape shape, platform::Implementation implementation, std::string_view method) {
   static std::size_t used = 0;
-  const bool isPossible = shape != MethodShape::Other && used < numberOfHooks && implementation;
+  const bool isPossible = shape != MethodShape::Other && used < kNumberOfHooks && implementation;
   if (!isPossible) {
     platform::NSLog("%.*s cannot be hooked: its calls are not followed",
                     static_cast<int>(method.size()), method.data());
     return nullptr;
   }
   implementations()[used] = std::move(implementation);
-  return hookOf(shape, used++, std::make_index_sequence<numberOfHooks>());
+  return hookOf(shape, used++, std::make_index_sequence<kNumberOfHooks>());
 }
 
 HookedCall::HookedCall(id receiver, id first, id second) noexcept

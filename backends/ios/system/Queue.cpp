@@ -8,7 +8,7 @@
 namespace tarni::ios {
 namespace {
 
-constexpr double longestDelay = 1e9;
+constexpr double kLongestDelay = 1e9;
 
 // A block on its way, with the queue that it goes to.
 struct Item {
@@ -61,7 +61,7 @@ void Queue::after(double seconds, platform::Block block) {
 }
 
 dispatch_time_t timeIn(double seconds) {
-  const double bounded = seconds > 0 ? std::min(seconds, longestDelay) : 0;
+  const double bounded = seconds > 0 ? std::min(seconds, kLongestDelay) : 0;
   return dispatch_time(DISPATCH_TIME_NOW, static_cast<std::int64_t>(bounded * NSEC_PER_SEC));
 }
 

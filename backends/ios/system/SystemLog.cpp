@@ -6,16 +6,16 @@ namespace tarni::ios {
 namespace {
 
 // The log cuts an entry at 1024 bytes, its own among them.
-constexpr std::size_t longestPiece = 900;
+constexpr std::size_t kLongestPiece = 900;
 
 bool continuesACharacter(char byte) {
   return (static_cast<unsigned char>(byte) & 0xC0U) == 0x80U;
 }
 
 std::size_t lengthOfPiece(std::string_view line) noexcept {
-  if (line.size() <= longestPiece) return line.size();
-  std::size_t length = longestPiece;
-  while (length > longestPiece - 4 && continuesACharacter(line[length])) --length;
+  if (line.size() <= kLongestPiece) return line.size();
+  std::size_t length = kLongestPiece;
+  while (length > kLongestPiece - 4 && continuesACharacter(line[length])) --length;
   return length;
 }
 

@@ -9,7 +9,7 @@
 namespace tarni::ios {
 namespace {
 
-constexpr const char* initSelector =
+constexpr const char* kInitSelector =
     "initWithTitle:message:delegate:cancelButtonTitle:otherButtonTitles:";
 
 class Alert : public platform::UIAlertView {
@@ -38,7 +38,7 @@ std::shared_ptr<platform::UIAlertView> Alerts::show(std::string message,
     reportMissing("UIAlertView", "messages are not shown: " + message);
     return nullptr;
   }
-  auto alert = Owned<id>::adopting(answered(cls, initSelector, [&]() -> id {
+  auto alert = Owned<id>::adopting(answered(cls, kInitSelector, [&]() -> id {
     return [[cls alloc] initWithTitle:nil
                               message:toNSString(message)
                              delegate:nil

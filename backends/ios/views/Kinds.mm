@@ -11,7 +11,7 @@ struct Kind {
 };
 
 // Subclasses before their superclasses. By name, since no system has all of them.
-constexpr Kind kinds[] = {
+constexpr Kind kKinds[] = {
     {"UIButton", makeButton},
     {"UITextField", makeTextField},
     {"UISwitch", makeSwitch},
@@ -28,7 +28,7 @@ constexpr Kind kinds[] = {
 }  // namespace
 
 std::shared_ptr<View> makeKind(::UIView* view) {
-  for (const Kind& kind : kinds) {
+  for (const Kind& kind : kKinds) {
     const ::Class cls = objc_lookUpClass(kind.className);
     if (cls && isKindOf(view, cls)) return kind.make(view);
   }

@@ -24,7 +24,7 @@ class QtHeader final : public QtWithButtons<QtView> {
   const QWidget* transparentChild() const override;
   void collectKeys(std::vector<Key>& keys) const override;
   std::optional<Key> keyAt(const QPoint& point) const override;
-  const char* buttonClass() const override { return names::headerButton; }
+  const char* buttonClass() const override { return names::kHeaderButton; }
 
  private:
   QHeaderView& header() const;

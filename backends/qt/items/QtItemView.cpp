@@ -170,8 +170,8 @@ platform::Task<void> QtCellSwitch::sendActionsForControlEvents(std::uint32_t) {
 
 QtTreeNode::QtTreeNode(std::weak_ptr<const QtView> owner, const QPersistentModelIndex& index)
     : QtItemPart(std::move(owner),
-                 platform::defineClass(names::disclosureButton, platform::uikit::UIButton), index) {
-}
+                 platform::defineClass(names::kDisclosureButton, platform::uikit::UIButton),
+                 index) {}
 
 QRect QtTreeNode::placeIn(const QAbstractItemView& view) const {
   return nodeRect(static_cast<const QTreeView&>(view), index());

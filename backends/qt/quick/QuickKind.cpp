@@ -95,9 +95,9 @@ Class uikitClass(QuickKind kind) {
     case QuickKind::WebView:
       return uikit::UIWebView;
     case QuickKind::WebDocument:
-      return platform::defineClass(names::webDocument, uikit::UIView);
+      return platform::defineClass(names::kWebDocument, uikit::UIView);
     case QuickKind::Disclosure:
-      return platform::defineClass(names::disclosureButton, uikit::UIButton);
+      return platform::defineClass(names::kDisclosureButton, uikit::UIButton);
   }
   return uikit::UIView;
 }

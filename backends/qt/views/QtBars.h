@@ -25,7 +25,7 @@ class QtTabs final : public QtBar {
  protected:
   void collectKeys(std::vector<Key>& keys) const override;
   std::optional<Key> keyAt(const QPoint& point) const override;
-  const char* buttonClass() const override { return names::tabBarButton; }
+  const char* buttonClass() const override { return names::kTabBarButton; }
   QObject* objectOf(Key key) const override;
 
  private:
@@ -48,7 +48,7 @@ class QtActions final : public QtBar {
  protected:
   void collectKeys(std::vector<Key>& keys) const override;
   std::optional<Key> keyAt(const QPoint& point) const override;
-  const char* buttonClass() const override { return names::actionButton; }
+  const char* buttonClass() const override { return names::kActionButton; }
   QObject* objectOf(Key key) const override;
 };
 

@@ -85,7 +85,7 @@ Class uikitClass(Kind kind) {
     case Kind::CollectionView:
       return uikit::UICollectionView;
     case Kind::HeaderView:
-      return platform::defineClass(names::headerView, uikit::UIView);
+      return platform::defineClass(names::kHeaderView, uikit::UIView);
     case Kind::Picker:
       return uikit::UIPickerView;
     case Kind::NavigationBar:
@@ -100,7 +100,7 @@ Class uikitClass(Kind kind) {
     case Kind::WebView:
       return uikit::UIWebView;
     case Kind::WebDocument:
-      return platform::defineClass(names::webDocument, uikit::UIView);
+      return platform::defineClass(names::kWebDocument, uikit::UIView);
   }
   return uikit::UIView;
 }

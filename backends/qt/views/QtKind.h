@@ -57,12 +57,12 @@ platform::Class classNamed(const char* name, platform::Class superclass);
 
 // Classes that UIKit names, or keeps to itself, and that the agent does not test for.
 namespace names {
-inline const char* const actionButton = "UIActionButton";
-inline const char* const tabBarButton = "UITabBarButton";
-inline const char* const headerView = "UITableViewHeaderFooterView";
-inline const char* const webDocument = "UIWebDocumentView";
-inline const char* const headerButton = "UITableViewHeaderButton";
-inline const char* const disclosureButton = "UITableViewDisclosureButton";
+inline const char* const kActionButton = "UIActionButton";
+inline const char* const kTabBarButton = "UITabBarButton";
+inline const char* const kHeaderView = "UITableViewHeaderFooterView";
+inline const char* const kWebDocument = "UIWebDocumentView";
+inline const char* const kHeaderButton = "UITableViewHeaderButton";
+inline const char* const kDisclosureButton = "UITableViewDisclosureButton";
 }  // namespace names
 
 }  // namespace tarni::qt

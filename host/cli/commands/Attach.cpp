@@ -25,7 +25,7 @@ void attach(Invocation& invocation, pid_t pid) {
   const auto said = attachAgent(pid, agentLibrary());
   std::cerr << "tarni: " << said << '\n';
   while (!readiness.check(pid)) std::this_thread::sleep_for(kTick);
-  if (!readiness.isReady()) invocation.result = ExitCode::wire;
+  if (!readiness.isReady()) invocation.result = ExitCode::Wire;
 }
 
 }  // namespace

@@ -35,20 +35,20 @@ void carryOut(Invocation& invocation, const DoOptions& options) {
   const auto prompt = [isTalk] {
     if (isTalk) std::cerr << "tarni> " << std::flush;
   };
-  auto failure = ExitCode::ok;
+  auto failure = ExitCode::Ok;
   std::string line;
   int number = 0;
   for (prompt(); std::getline(lines, line); prompt()) {
     ++number;
     if (!isCommand(line)) continue;
     const auto code = runLine(line, invocation);
-    if (code == ExitCode::ok) continue;
-    if (failure == ExitCode::ok) failure = code;
+    if (code == ExitCode::Ok) continue;
+    if (failure == ExitCode::Ok) failure = code;
     if (isTalk) continue;
     std::cerr << Terminal::error("tarni: ") << "line " << number << " failed: " << line << '\n';
     if (!options.keepGoing) break;
   }
-  invocation.result = isTalk ? ExitCode::ok : failure;
+  invocation.result = isTalk ? ExitCode::Ok : failure;
 }
 
 }  // namespace

@@ -43,7 +43,7 @@ std::string inSeconds(double value) {
 // "  3  click UIButton "OK" (ClickButton): passed, by position, 0.7 s"
 void print(const PlayedStep& played) {
   const auto& step = played.step;
-  const bool hasPassed = played.result == Result::passed;
+  const bool hasPassed = played.result == Result::Passed;
   std::cout << std::setw(3) << step.number << "  " << step.deed() << " "
             << Terminal::strong(Terminal::clipped(step.element(), kColumnsOfText)) << " "
             << Terminal::faint("(" + step.action + ")") << ": ";
@@ -64,7 +64,7 @@ void printAsJson(const PlayedStep& played) {
                      {"action", step.action},
                      {"className", step.className},
                      {"text", step.text},
-                     {"passed", played.result == Result::passed},
+                     {"passed", played.result == Result::Passed},
                      {"locator", played.located ? nameOf(played.located->by) : ""},
                      {"seconds", played.seconds},
                      {"message", played.message}};
@@ -80,7 +80,7 @@ void printFailure(const PlayOptions& options, const PlayedStep& played) {
   if (!step.xpath.empty()) std::cerr << " at " << printable(step.xpath);
   if (step.index) std::cerr << ", number " << *step.index << " of its class";
   std::cerr << '\n';
-  if (played.located || played.result == Result::lost) return;
+  if (played.located || played.result == Result::Lost) return;
   std::cerr << "  was there: ";
   if (played.sameClass.empty()) std::cerr << "no " << printable(step.className) << " at all";
   constexpr std::size_t kMost = 20;
@@ -99,8 +99,8 @@ void tell(Invocation& invocation, const PlayOptions& options, const PlayedStep& 
   } else {
     print(played);
   }
-  if (played.result == Result::passed) return;
-  invocation.result = played.result == Result::lost ? ExitCode::wire : ExitCode::no;
+  if (played.result == Result::Passed) return;
+  invocation.result = played.result == Result::Lost ? ExitCode::Wire : ExitCode::No;
   printFailure(options, played);
 }
 
@@ -114,7 +114,7 @@ SessionPlayer::Start startOf(const PlayOptions& options) {
 }
 
 void conclude(std::ostream& out, const PlayOptions& options, const PlayedSession& played) {
-  out << played.count(Result::passed) << " of " << played.steps.size() << " steps passed, "
+  out << played.count(Result::Passed) << " of " << played.steps.size() << " steps passed, "
       << inSeconds(played.seconds) << '\n';
   if (options.report.empty()) return;
   const auto page = std::filesystem::path(options.report) / "index.html";

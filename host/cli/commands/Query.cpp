@@ -39,7 +39,7 @@ void ask(Invocation& invocation, const Target& target, const char* function) {
                                                          : "the element has no answer to this");
   }
   if (*output == "false" && std::string_view(function).starts_with("is")) {
-    invocation.result = ExitCode::no;
+    invocation.result = ExitCode::No;
   }
 }
 
@@ -54,7 +54,7 @@ void tellDisplayed(Invocation& invocation, const Target& target) {
     throw NotFound("others look like it, some of them on screen and some not: `tarni tree` tells");
   }
   std::cout << (invocation.options.json ? "[{\"output\":\"" + output + "\"}]" : output) << '\n';
-  if (output == "false") invocation.result = ExitCode::no;
+  if (output == "false") invocation.result = ExitCode::No;
 }
 
 void declareQuery(CLI::App& parser, Invocation& invocation, const char* function) {

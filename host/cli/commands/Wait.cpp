@@ -43,7 +43,7 @@ bool entersNetwork(Invocation& invocation) {
 // Looks at the port without connecting, as a connection that comes and goes ends recording.
 bool isServed(const Invocation& invocation) {
   const auto use = portUse(invocation.playbackPort());
-  return use == PortUse::listening || use == PortUse::held;
+  return use == PortUse::Listening || use == PortUse::Held;
 }
 
 void waitForElement(Invocation& invocation, const WaitOptions& options, Deadline deadline) {
