@@ -23,6 +23,9 @@ std::shared_ptr<QtView> makeControl(QWidget& widget, Kind kind) {
   if (qobject_cast<QAbstractSpinBox*>(&widget)) return std::make_shared<QtSpinBox>(widget, kind);
   if (qobject_cast<QSlider*>(&widget)) return std::make_shared<QtSlider>(widget, kind);
   if (qobject_cast<::QScrollBar*>(&widget)) return std::make_shared<QtScrollBar>(widget, kind);
+  if (qobject_cast<QAbstractSlider*>(&widget)) {
+    return std::make_shared<QtWithValue<QtControl>>(widget, kind);
+  }
   return std::make_shared<QtControl>(widget, kind);
 }
 

@@ -1,5 +1,8 @@
 // The agent's pointer and keyboard act on the application, and "sendEvent:" hears nothing of it.
 #include "backends/headless/views/Button.h"
+#include "backends/headless/views/PickerView.h"
+#include "backends/headless/views/SegmentedControl.h"
+#include "backends/headless/views/Slider.h"
 #include "backends/headless/views/TableView.h"
 #include "backends/headless/views/TextField.h"
 #include "backends/headless/views/TextView.h"
@@ -67,6 +70,37 @@ TEST_F(DevicesTest, TheKeyboardTypesIntoWhatHasTheFocus) {
   for (const char* const key : {"", "NoSuchKey", "F0", "\n"}) {
     EXPECT_THROW(press(key), platform::NSException) << key;
   }
+}
+
+TEST_F(DevicesTest, ItemsWithoutACellAndValuesAreChosenByTheirText) {
+  const auto table = build<TableView>().frame({{0, 50}, {200, 200}}).in(*window);
+  std::vector<std::string> rows;
+  for (int row = 0; row < 1000; ++row) rows.push_back("row " + std::to_string(row));
+  table->setRows(rows);
+  EXPECT_TRUE(complete(table->scrollToText("row 700")));
+  const auto cell = table->cellForItem(700);
+  ASSERT_TRUE(cell);
+  EXPECT_EQ(platform::as<platform::UIItemCell>(cell)->place().row, 700);
+  EXPECT_FALSE(complete(table->scrollToText("row 1000")));
+
+  const auto segments = build<SegmentedControl>(std::vector<std::optional<std::string>>{"a", "b"})
+                            .frame({{0, 0}, {100, 30}})
+                            .in(*window);
+  const auto slider = build<Slider>().frame({{0, 300}, {100, 30}}).in(*window);
+  const auto picker = build<PickerColumnView>(std::vector<std::string>{"a", "b"})
+                          .frame({{0, 350}, {100, 30}})
+                          .in(*window);
+  int changes = 0;
+  segments->onChange([&] { ++changes; });
+  slider->onChange([&] { ++changes; });
+  for (const auto& [control, value] : std::vector<std::pair<platform::UIViewRef, std::string>>{
+           {segments, "b"}, {slider, "0.5"}, {picker, "b"}}) {
+    const auto chosen = platform::as<platform::UIValueControl>(control);
+    complete(chosen->chooseValue(value));
+    EXPECT_EQ(chosen->currentValue(), value);
+    EXPECT_THROW(complete(chosen->chooseValue("none")), platform::NSException);
+  }
+  EXPECT_EQ(changes, 2);
 }
 
 TEST_F(DevicesTest, AWindowIsResizedAndClosed) {

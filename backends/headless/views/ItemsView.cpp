@@ -19,6 +19,21 @@ void ItemsView::reloadData() {
   layoutSubviews();
 }
 
+platform::Task<bool> ItemsView::scrollToText(std::string text) {
+  ViewRef cell;
+  for (long item = 0; item < count_; ++item) {
+    cell = source_(item, cell);
+    const auto* const told = dynamic_cast<const platform::UITableViewCell*>(cell.get());
+    if (!told || told->cellText() != text) continue;
+    const platform::CGRect place = frameOfItem(item);
+    const platform::CGRect shown = bounds();
+    if (place.minY() < shown.minY()) scrollBy({0, place.minY() - shown.minY()});
+    if (place.maxY() > shown.maxY()) scrollBy({0, place.maxY() - shown.maxY()});
+    co_return true;
+  }
+  co_return false;
+}
+
 ViewRef ItemsView::cellForItem(long item) const {
   const auto found = cells_.find(item);
   return found == cells_.end() ? nullptr : found->second;

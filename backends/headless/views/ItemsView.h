@@ -10,10 +10,11 @@
 #include <vector>
 
 #include "backends/headless/views/ScrollView.h"
+#include "platform/UIKit/UIItems.h"
 
 namespace tarni::headless {
 
-class ItemsView : public ScrollView {
+class ItemsView : public ScrollView, public platform::UIItems {
  public:
   // Makes the cell of an item or fills the one that is offered (null: none is free).
   using CellSource = std::function<ViewRef(long item, const ViewRef& reusable)>;
@@ -24,6 +25,10 @@ class ItemsView : public ScrollView {
   long numberOfItems() const { return count_; }
   // Throws away all cells and asks for those in sight again.
   void reloadData();
+  long numberOfRows() const override { return count_; }
+  long numberOfColumns() const override { return count_ > 0 ? 1 : 0; }
+  // Asks the data source for one cell after the other, none of which is shown.
+  platform::Task<bool> scrollToText(std::string text) override;
   // Null for an item out of sight.
   ViewRef cellForItem(long item) const;
   // -1 for a view that is not (in) one of the cells.

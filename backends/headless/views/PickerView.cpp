@@ -4,6 +4,7 @@
 #include <cmath>
 
 #include "backends/headless/drawing/Canvas.h"
+#include "backends/headless/views/Refusal.h"
 
 namespace tarni::headless {
 namespace {
@@ -27,6 +28,18 @@ long PickerColumnView::selectedRow() const {
 
 void PickerColumnView::selectRow(long row) {
   scrollTo({0, kRowHeight * static_cast<double>(row)});
+}
+
+std::string PickerColumnView::currentValue() const {
+  const long row = selectedRow();
+  return row < 0 ? std::string() : rows_[static_cast<std::size_t>(row)];
+}
+
+platform::Task<void> PickerColumnView::chooseValue(std::string value) {
+  const auto row = std::ranges::find(rows_, value);
+  if (row == rows_.end()) refuseValue(value, rows_);
+  selectRow(row - rows_.begin());
+  co_return;
 }
 
 // Every row can come to the middle.

@@ -6,16 +6,19 @@
 #include <vector>
 
 #include "backends/headless/views/ScrollView.h"
+#include "platform/UIKit/UIItems.h"
 
 namespace tarni::headless {
 
 // A column of texts, of which the one in the middle is selected; a finger turns it.
-class PickerColumnView : public ScrollView {
+class PickerColumnView : public ScrollView, public platform::UIValueControl {
  public:
   explicit PickerColumnView(std::vector<std::string> rows);
 
   long selectedRow() const;
   void selectRow(long row);
+  std::string currentValue() const override;
+  platform::Task<void> chooseValue(std::string value) override;
   const std::vector<std::string>& rows() const { return rows_; }
 
   void drawContent(Canvas& canvas) const override;

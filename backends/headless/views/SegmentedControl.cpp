@@ -1,7 +1,10 @@
 #include "backends/headless/views/SegmentedControl.h"
 
+#include <algorithm>
+
 #include "backends/headless/drawing/Canvas.h"
 #include "backends/headless/views/Label.h"
+#include "backends/headless/views/Refusal.h"
 #include "platform/Foundation/NSException.h"
 
 namespace tarni::headless {
@@ -44,6 +47,23 @@ std::optional<std::string> SegmentedControl::titleForSegmentAtIndex(long index) 
 void SegmentedControl::select(long index) {
   if (index < -1 || index >= numberOfSegments()) throwOutOfRange(index);
   selected_ = index;
+}
+
+std::string SegmentedControl::currentValue() const {
+  if (selected_ < 0) return {};
+  return titles_[static_cast<std::size_t>(selected_)].value_or("");
+}
+
+platform::Task<void> SegmentedControl::chooseValue(std::string value) {
+  const auto title = std::ranges::find(titles_, std::optional(value));
+  if (title == titles_.end()) {
+    std::vector<std::string> choices;
+    for (const auto& known : titles_) choices.push_back(known.value_or(""));
+    refuseValue(value, choices);
+  }
+  select(title - titles_.begin());
+  sendActions(ControlEvent::ValueChanged);
+  co_return;
 }
 
 void SegmentedControl::tapped(platform::CGPoint point) {

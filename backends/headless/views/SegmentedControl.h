@@ -7,10 +7,13 @@
 #include <vector>
 
 #include "backends/headless/views/Control.h"
+#include "platform/UIKit/UIItems.h"
 
 namespace tarni::headless {
 
-class SegmentedControl : public Control, public platform::UISegmentedControl {
+class SegmentedControl : public Control,
+                         public platform::UISegmentedControl,
+                         public platform::UIValueControl {
  public:
   // A null title is a segment without text.
   explicit SegmentedControl(std::vector<std::optional<std::string>> titles,
@@ -21,6 +24,8 @@ class SegmentedControl : public Control, public platform::UISegmentedControl {
   std::optional<std::string> titleForSegmentAtIndex(long index) const override;
   // -1 selects none. Throws NSException (range) for another index that does not exist.
   void select(long index);
+  std::string currentValue() const override;
+  platform::Task<void> chooseValue(std::string value) override;
   void onChange(Action action) { addAction(ControlEvent::ValueChanged, std::move(action)); }
 
   void drawContent(Canvas& canvas) const override;

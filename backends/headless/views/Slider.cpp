@@ -1,8 +1,11 @@
 #include "backends/headless/views/Slider.h"
 
 #include <algorithm>
+#include <charconv>
+#include <sstream>
 
 #include "backends/headless/drawing/Canvas.h"
+#include "backends/headless/views/Refusal.h"
 
 namespace tarni::headless {
 namespace {
@@ -17,6 +20,22 @@ Slider::Slider(double value, platform::Class cls) : Control(cls) {
 
 void Slider::setValue(double value) {
   value_ = std::clamp(value, 0.0, 1.0);
+}
+
+std::string Slider::currentValue() const {
+  std::ostringstream text;
+  text << value_;
+  return text.str();
+}
+
+platform::Task<void> Slider::chooseValue(std::string value) {
+  double chosen = -1;
+  const auto [end, error] = std::from_chars(value.data(), value.data() + value.size(), chosen);
+  const bool isNumber = error == std::errc() && end == value.data() + value.size();
+  if (!isNumber || !(chosen >= 0 && chosen <= 1)) refuseValue(value, "a number from 0 to 1");
+  setValue(chosen);
+  sendActions(ControlEvent::ValueChanged);
+  co_return;
 }
 
 bool Slider::handleTouch(platform::UITouchPhase phase, platform::UITouch& touch) {

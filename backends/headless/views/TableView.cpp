@@ -28,6 +28,11 @@ TableViewCell::TableViewCell(std::optional<std::string> text, platform::Class cl
   addSubview(contentView_);
 }
 
+platform::ItemPlace TableViewCell::place() const {
+  const auto* const table = dynamic_cast<const ItemsView*>(parent());
+  return {table ? table->itemOfCell(*this) : 0, 0};
+}
+
 void TableViewCell::layoutSubviews() {
   const platform::CGSize size = bounds().size;
   contentView_->setFrame({{0, 0}, size});

@@ -12,12 +12,15 @@
 namespace tarni::headless {
 
 // A UITableViewCell: a UITableViewCellContentView with a UITableViewLabel.
-class TableViewCell : public View, public platform::UITableViewCell {
+class TableViewCell : public View, public platform::UITableViewCell, public platform::UIItemCell {
  public:
   explicit TableViewCell(std::optional<std::string> text = std::nullopt,
                          platform::Class cls = platform::uikit::UITableViewCell);
 
   std::optional<std::string> cellText() const override { return label_->labelText(); }
+  platform::ItemPlace place() const override;
+  std::optional<bool> isExpanded() const override { return std::nullopt; }
+  platform::Task<void> setExpanded(bool) override { co_return; }
   void setText(std::optional<std::string> text) { label_->setText(std::move(text)); }
   const ViewRef& contentView() const { return contentView_; }
   const std::shared_ptr<Label>& textLabel() const { return label_; }

@@ -1,5 +1,6 @@
 #include "backends/qt/items/QtItemView.h"
 
+#include <QtCore/QPointer>
 #include <QtWidgets/QHeaderView>
 #include <QtWidgets/QListView>
 #include <QtWidgets/QStyle>
@@ -10,6 +11,7 @@
 #include <unordered_map>
 #include <unordered_set>
 
+#include "backends/qt/items/ItemSearch.h"
 #include "backends/qt/items/VisibleIndexes.h"
 #include "backends/qt/program/InputQueue.h"
 #include "backends/qt/program/QtText.h"
@@ -69,6 +71,15 @@ const QTreeView* treeWithNodeAt(const QAbstractItemView& view, const QModelIndex
   return tree->rootIsDecorated() || index.parent() != tree->rootIndex() ? tree : nullptr;
 }
 
+// From the top: a closed node may load what is below it only when it is opened.
+void openNodesAbove(const QPointer<QAbstractItemView>& view, const QPersistentModelIndex& item) {
+  std::vector<QPersistentModelIndex> above;
+  for (QModelIndex at = item.parent(); at.isValid(); at = at.parent()) above.emplace_back(at);
+  for (auto node = above.rbegin(); node != above.rend(); ++node) {
+    if (auto* const tree = qobject_cast<QTreeView*>(view.data())) tree->expand(*node);
+  }
+}
+
 // In the viewport: the last indentation before the row's contents.
 QRect nodeRect(const QTreeView& tree, const QModelIndex& index) {
   const QRect row = tree.visualRect(index);
@@ -118,6 +129,24 @@ std::shared_ptr<QtTreeNode> QtCell::node() const {
   if (!view || !treeWithNodeAt(*view, index())) return nullptr;
   if (!node_) node_ = std::make_shared<QtTreeNode>(owner(), index());
   return node_;
+}
+
+platform::ItemPlace QtCell::place() const {
+  return {index().row(), index().column()};
+}
+
+std::optional<bool> QtCell::isExpanded() const {
+  const QAbstractItemView* const view = itemView();
+  const QTreeView* const tree = view ? treeWithNodeAt(*view, index()) : nullptr;
+  if (!tree) return std::nullopt;
+  return tree->isExpanded(index().sibling(index().row(), 0));
+}
+
+platform::Task<void> QtCell::setExpanded(bool expanded) {
+  return performAsInput(
+      [tree = QPointer(qobject_cast<QTreeView*>(widget())), index = index(), expanded] {
+        if (tree && index.isValid()) tree->setExpanded(index.sibling(index.row(), 0), expanded);
+      });
 }
 
 QRect QtCell::placeIn(const QAbstractItemView& view) const {
@@ -196,6 +225,31 @@ std::optional<std::string> QtTreeNode::accessibilityValue() const {
 
 QAbstractItemView& QtItemView::itemView() const {
   return static_cast<QAbstractItemView&>(*widget());
+}
+
+long QtItemView::numberOfRows() const {
+  const bool isThere = widget() && itemView().model();
+  return isThere ? itemView().model()->rowCount(itemView().rootIndex()) : 0;
+}
+
+long QtItemView::numberOfColumns() const {
+  if (!widget() || !itemView().model()) return 0;
+  if (qobject_cast<QListView*>(widget())) return 1;
+  return itemView().model()->columnCount(itemView().rootIndex());
+}
+
+platform::Task<bool> QtItemView::scrollToText(std::string text) {
+  const auto isFound = std::make_shared<bool>(false);
+  std::function<void()> show = [isFound,
+                                view = QPointer(qobject_cast<QAbstractItemView*>(widget())),
+                                text = QString::fromStdString(text)] {
+    const QPersistentModelIndex item = view ? itemWithText(*view, text) : QModelIndex();
+    *isFound = item.isValid();
+    openNodesAbove(view, item);
+    if (view && item.isValid()) view->scrollTo(item);
+  };
+  co_await performAsInput(std::move(show));
+  co_return *isFound;
 }
 
 Kind QtItemView::kind() const {

@@ -9,6 +9,7 @@
 
 #include "backends/qt/views/QtPart.h"
 #include "backends/qt/views/QtScrollView.h"
+#include "platform/UIKit/UIItems.h"
 
 namespace tarni::qt {
 
@@ -41,7 +42,9 @@ class QtItemPart : public QtPart {
   const QPersistentModelIndex index_;
 };
 
-class QtCell final : public QtItemPart, public platform::UITableViewCell {
+class QtCell final : public QtItemPart,
+                     public platform::UITableViewCell,
+                     public platform::UIItemCell {
  public:
   using QtItemPart::QtItemPart;
 
@@ -50,6 +53,10 @@ class QtCell final : public QtItemPart, public platform::UITableViewCell {
   std::shared_ptr<QtCellSwitch> checkBox() const;
   // What opens and closes the row of a tree, before its text; null when there is nothing below it.
   std::shared_ptr<QtTreeNode> node() const;
+
+  platform::ItemPlace place() const override;
+  std::optional<bool> isExpanded() const override;
+  platform::Task<void> setExpanded(bool expanded) override;
 
   std::optional<std::string> cellText() const override { return text(); }
   // The check mark, when the cell has one.
@@ -99,9 +106,13 @@ class QtTreeNode final : public QtItemPart, public platform::UIControl, public p
   QRect placeIn(const QAbstractItemView& view) const override;
 };
 
-class QtItemView final : public QtScrollView {
+class QtItemView final : public QtScrollView, public platform::UIItems {
  public:
   using QtScrollView::QtScrollView;
+
+  long numberOfRows() const override;
+  long numberOfColumns() const override;
+  platform::Task<bool> scrollToText(std::string text) override;
 
  protected:
   Kind kind() const override;

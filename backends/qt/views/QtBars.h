@@ -3,6 +3,7 @@
 #pragma once
 
 #include "backends/qt/views/QtDrawnButtons.h"
+#include "backends/qt/views/QtValues.h"
 
 QT_BEGIN_NAMESPACE
 class QAction;
@@ -14,9 +15,9 @@ using QtBar = QtWithButtons<QtView>;
 
 // The tabs. A tab is known by the page that it opens, and in a bar without pages by what the bar
 // keeps of it, so that it stays itself when others before it close or it is moved.
-class QtTabs final : public QtBar {
+class QtTabs final : public QtWithValue<QtBar> {
  public:
-  using QtBar::QtBar;
+  using QtWithValue::QtWithValue;
   bool has(Key key) const override;
   QRect rectOf(Key key) const override;
   QString titleOf(Key key) const override;

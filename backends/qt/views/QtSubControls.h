@@ -8,6 +8,7 @@
 
 #include "backends/qt/views/QtControls.h"
 #include "backends/qt/views/QtDrawnButtons.h"
+#include "backends/qt/views/QtValues.h"
 
 namespace tarni::qt {
 
@@ -55,9 +56,9 @@ class QtComplexControl : public QtWithButtons<Base> {
 };
 
 // The arrows of a spin box or a date field; of a date field with a calendar, what opens that.
-class QtSpinBox final : public QtComplexControl<QtControl> {
+class QtSpinBox final : public QtWithValue<QtComplexControl<QtControl>> {
  public:
-  using QtComplexControl::QtComplexControl;
+  using QtWithValue::QtWithValue;
   // False at the end of the range.
   bool isEnabled(Key key) const override;
 
@@ -67,9 +68,9 @@ class QtSpinBox final : public QtComplexControl<QtControl> {
 };
 
 // The arrow of a combo box with a text field. Any other one is opened wherever it is pressed.
-class QtComboBox final : public QtComplexControl<QtView> {
+class QtComboBox final : public QtWithValue<QtComplexControl<QtView>> {
  public:
-  using QtComplexControl::QtComplexControl;
+  using QtWithValue::QtWithValue;
 
  protected:
   std::span<const QtSubControl> subControls() const override;
@@ -87,18 +88,18 @@ class QtToolButton final : public QtComplexControl<QtButton> {
 };
 
 // The handle of a slider, and the groove on both sides of it, which steps by a page.
-class QtSlider final : public QtComplexControl<QtControl> {
+class QtSlider final : public QtWithValue<QtComplexControl<QtControl>> {
  public:
-  using QtComplexControl::QtComplexControl;
+  using QtWithValue::QtWithValue;
 
  protected:
   std::span<const QtSubControl> subControls() const override;
   QRect placeOf(QStyle::SubControl part) const override;
 };
 
-class QtScrollBar final : public QtComplexControl<QtControl> {
+class QtScrollBar final : public QtWithValue<QtComplexControl<QtControl>> {
  public:
-  using QtComplexControl::QtComplexControl;
+  using QtWithValue::QtWithValue;
 
  protected:
   std::span<const QtSubControl> subControls() const override;
