@@ -10,6 +10,7 @@
 
 #include "backends/qt/program/InputQueue.h"
 #include "backends/qt/program/QtText.h"
+#include "backends/qt/quick/QuickValues.h"
 #include "backends/qt/quick/QuickWebView.h"
 #include "backends/qt/views/ViewRegistry.h"
 
@@ -64,14 +65,20 @@ std::shared_ptr<QuickView> makeQuickView(QQuickItem& item, QuickKind kind) {
     case QuickKind::TextView:
       return std::make_shared<QuickTextView>(item, kind);
     case QuickKind::ScrollView:
+      return std::make_shared<QuickScrollView>(item, kind);
     case QuickKind::TableView:
     case QuickKind::CollectionView:
-      return std::make_shared<QuickScrollView>(item, kind);
+      return std::make_shared<QuickItems>(item, kind);
     case QuickKind::TableCell:
     case QuickKind::CollectionCell:
       return std::make_shared<QuickCell>(item, kind);
+    case QuickKind::Picker:
+    case QuickKind::TabBar:
+      if (!hasValue(item)) return std::make_shared<QuickView>(item, kind);
+      return std::make_shared<QuickWithValue<QuickView>>(item, kind);
     case QuickKind::Control:
     case QuickKind::Slider:
+      if (hasValue(item)) return std::make_shared<QuickWithValue<QuickControl>>(item, kind);
       return std::make_shared<QuickControl>(item, kind);
     case QuickKind::WebView:
       return std::make_shared<QuickWebView>(item, kind);

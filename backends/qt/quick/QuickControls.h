@@ -54,7 +54,7 @@ class QuickTextView final : public QuickView, public platform::UITextView {
   std::optional<std::string> textViewText() const override;
 };
 
-class QuickScrollView final : public QuickView, public platform::UIScrollView {
+class QuickScrollView : public QuickView, public platform::UIScrollView {
  public:
   using QuickView::QuickView;
   platform::CGPoint contentOffset() const override;

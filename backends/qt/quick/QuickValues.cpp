@@ -1,0 +1,203 @@
+#include "backends/qt/quick/QuickValues.h"
+
+#include <QtCore/QAbstractItemModel>
+#include <QtCore/QMetaEnum>
+#include <QtQml/QJSValue>
+#include <array>
+
+#include "backends/qt/program/InputQueue.h"
+#include "backends/qt/program/QtText.h"
+#include "platform/Foundation/NSException.h"
+
+namespace tarni::qt {
+namespace {
+
+using platform::Task;
+using Item = QPointer<QQuickItem>;
+
+[[noreturn]] void refuse(const QString& value, const QString& choices) {
+  throw platform::NSException(
+      platform::NSInvalidArgumentException,
+      utf8(QStringLiteral("\"%1\" cannot be chosen here, but %2").arg(value, choices)));
+}
+
+QString listed(const QStringList& choices) {
+  if (choices.isEmpty()) return QStringLiteral("nothing can");
+  return QLatin1Char('"') + choices.join(QLatin1String("\", \"")) + QLatin1Char('"');
+}
+
+double number(const QQuickItem& item, const char* property) {
+  return item.property(property).toDouble();
+}
+
+void tell(const Item& item, const char* signal) {
+  if (item) QMetaObject::invokeMethod(item, signal);
+}
+
+// Within the bounds of the properties "from" and "to", in whichever order they stand.
+double numberWithin(const QQuickItem& item, const QString& value) {
+  const double first = std::min(number(item, "from"), number(item, "to"));
+  const double last = std::max(number(item, "from"), number(item, "to"));
+  bool isNumber = false;
+  const double asked = value.toDouble(&isNumber);
+  if (isNumber && asked >= first && asked <= last) return asked;
+  refuse(value, QStringLiteral("a number from %1 to %2").arg(first).arg(last));
+}
+
+void chooseInComboBox(const Item& box, const QString& value) {
+  constexpr int kMostNamed = 50;
+  QStringList choices;
+  const int count = box->property("count").toInt();
+  for (int row = 0; row < count; ++row) {
+    QString text;
+    QMetaObject::invokeMethod(box, "textAt", Q_RETURN_ARG(QString, text), Q_ARG(int, row));
+    if (choices.size() < kMostNamed) choices << text;
+    if (text != value) continue;
+    box->setProperty("currentIndex", row);
+    if (box) QMetaObject::invokeMethod(box, "activated", Q_ARG(int, row));
+    return;
+  }
+  refuse(value, listed(choices));
+}
+
+QString titleOfTab(const Item& bar, int tab) {
+  QQuickItem* button = nullptr;
+  QMetaObject::invokeMethod(bar, "itemAt", Q_RETURN_ARG(QQuickItem*, button), Q_ARG(int, tab));
+  return button ? withoutMnemonic(button->property("text").toString()) : QString();
+}
+
+void chooseInTabBar(const Item& bar, const QString& value) {
+  QStringList choices;
+  const int count = bar->property("count").toInt();
+  for (int tab = 0; tab < count; ++tab) {
+    choices << titleOfTab(bar, tab);
+    if (choices.back() != value) continue;
+    QQuickItem* button = nullptr;
+    QMetaObject::invokeMethod(bar, "itemAt", Q_RETURN_ARG(QQuickItem*, button), Q_ARG(int, tab));
+    const Item clicked = button;
+    bar->setProperty("currentIndex", tab);
+    return tell(clicked, "clicked");
+  }
+  refuse(value, listed(choices));
+}
+
+void chooseInSpinBox(const Item& box, const QString& value) {
+  box->setProperty("value", static_cast<int>(numberWithin(*box, value)));
+  tell(box, "valueModified");
+}
+
+void chooseInSlider(const Item& slider, const QString& value) {
+  slider->setProperty("value", numberWithin(*slider, value));
+  tell(slider, "moved");
+}
+
+struct ValueKind {
+  const char* className;
+  const char* shown;  // the property that holds what it shows
+  void (*choose)(const Item& item, const QString& value);
+};
+
+constexpr std::array kValueKinds{
+    ValueKind{"QQuickComboBox", "displayText", chooseInComboBox},
+    ValueKind{"QQuickSpinBox", "displayText", chooseInSpinBox},
+    ValueKind{"QQuickSlider", "value", chooseInSlider},
+    ValueKind{"QQuickDial", "value", chooseInSlider},
+    ValueKind{"QQuickTabBar", nullptr, chooseInTabBar},
+};
+
+const ValueKind* valueKindOf(const QQuickItem& item) {
+  for (const ValueKind& kind : kValueKinds) {
+    if (item.inherits(kind.className)) return &kind;
+  }
+  return nullptr;
+}
+
+// The number of the row with that text; -1 when there is none.
+int rowWithText(const QAbstractItemModel& model, const QString& text) {
+  const QHash<int, QByteArray> names = model.roleNames();
+  for (const char* const name : {"display", "text", "name", "title", "modelData"}) {
+    const int role = names.key(name, -1);
+    if (role < 0) continue;
+    for (int row = 0; row < model.rowCount(); ++row) {
+      for (int column = 0; column < model.columnCount(); ++column) {
+        if (model.index(row, column).data(role).toString() == text) return row;
+      }
+    }
+  }
+  return -1;
+}
+
+int rowWithText(const QQuickItem& view, const QString& text) {
+  QVariant model = view.property("model");
+  if (model.canConvert<QJSValue>()) model = model.value<QJSValue>().toVariant();
+  const auto* const known = qobject_cast<const QAbstractItemModel*>(model.value<QObject*>());
+  if (known) return rowWithText(*known, text);
+  return static_cast<int>(model.toStringList().indexOf(text));
+}
+
+// The toolkit's views name their modes themselves, and differ in their arguments.
+bool moveToRow(QQuickItem& view, int row) {
+  const QMetaObject& meta = *view.metaObject();
+  if (view.inherits("QQuickItemView")) {
+    const int modes = meta.indexOfEnumerator("PositionMode");
+    const int contain = modes < 0 ? 0 : meta.enumerator(modes).keyToValue("Contain");
+    return QMetaObject::invokeMethod(&view, "positionViewAtIndex", Q_ARG(int, row),
+                                     Q_ARG(int, contain));
+  }
+  const double rows = view.property("rows").toDouble();
+  if (!view.inherits("QQuickTableView") || rows <= 0) return false;
+  // Its rows are about as high as each other: what is above them is loaded as they are shown.
+  const double height = number(view, "contentHeight");
+  const double last = std::max(0.0, height - view.height());
+  return view.setProperty("contentY", std::min(height * row / rows, last));
+}
+
+}  // namespace
+
+bool hasValue(const QQuickItem& item) {
+  return valueKindOf(item) != nullptr;
+}
+
+std::string valueOfItem(QQuickItem* item) {
+  const ValueKind* const kind = item ? valueKindOf(*item) : nullptr;
+  if (!kind) return {};
+  if (kind->shown) return utf8(item->property(kind->shown).toString());
+  return utf8(titleOfTab(item, item->property("currentIndex").toInt()));
+}
+
+Task<void> chooseValueOfItem(QQuickItem* item, std::string value) {
+  return performAsInput([target = Item(item), value = QString::fromStdString(value)] {
+    const ValueKind* const kind = target ? valueKindOf(*target) : nullptr;
+    if (!kind) return;
+    if (!target->isEnabled()) {
+      throw platform::NSException(platform::NSInvalidArgumentException, "The control is disabled");
+    }
+    kind->choose(target, value);
+  });
+}
+
+long QuickItems::numberOfRows() const {
+  if (!item()) return 0;
+  const QVariant rows = item()->property("rows");
+  return rows.isValid() ? rows.toInt() : item()->property("count").toInt();
+}
+
+long QuickItems::numberOfColumns() const {
+  const QVariant columns = item() ? item()->property("columns") : QVariant();
+  return columns.isValid() ? columns.toInt() : 1;
+}
+
+Task<bool> QuickItems::scrollToText(std::string text) {
+  const auto isFound = std::make_shared<bool>(false);
+  std::function<void()> show = [isFound, target = Item(item()),
+                                text = QString::fromStdString(text)] {
+    const int row = target ? rowWithText(*target, text) : -1;
+    *isFound = row >= 0;
+    if (row < 0 || moveToRow(*target, row)) return;
+    throw platform::NSException(platform::NSGenericException, "The list cannot be moved to a row");
+  };
+  co_await performAsInput(std::move(show));
+  co_return *isFound;
+}
+
+}  // namespace tarni::qt
