@@ -85,6 +85,11 @@ std::optional<std::string> textOf(const UIViewRef& view) {
   return view->accessibilityLabel();
 }
 
+std::optional<std::string> placeholderOf(const UIViewRef& view) {
+  if (!view->isKindOfClass(uikit::UITextField)) return std::nullopt;
+  return ask(view, &platform::UITextField::placeholder);
+}
+
 std::optional<bool> isChecked(const UIViewRef& view) {
   if (!view->isKindOfClass(uikit::UISwitch)) return std::nullopt;
   const auto* const control = kindOf<platform::UISwitch>(view);
@@ -104,9 +109,7 @@ void describe(const UIViewRef& view, const Place& place, JsonText& text) {
   text.add("label", view->accessibilityLabel());
   text.add("value", view->accessibilityValue());
   text.add("hint", view->accessibilityHint());
-  if (view->isKindOfClass(uikit::UITextField)) {
-    text.add("placeholder", ask(view, &platform::UITextField::placeholder));
-  }
+  text.add("placeholder", placeholderOf(view));
   text.add("rect", place.rect);
   text.add("visible", place.isVisible);
   text.add("enabled", view->isUserInteractionEnabled());

@@ -15,6 +15,8 @@ namespace tarni::session {
 // value. Null for what shows none.
 std::optional<std::string> textOf(const platform::UIViewRef& view);
 
+// Of a text field; null for all others.
+std::optional<std::string> placeholderOf(const platform::UIViewRef& view);
 // Null where the question does not arise.
 std::optional<bool> isChecked(const platform::UIViewRef& view);
 bool isEditable(const platform::UIViewRef& view);

@@ -18,6 +18,7 @@ constexpr Parameter kMembers[] = {
     {"label", Kind::Text, kOptional, "Its accessibility label."},
     {"text", Kind::Text, kOptional, "The text that it shows, all of it."},
     {"textContains", Kind::Text, kOptional, "A part of that text, in any case."},
+    {"placeholder", Kind::Text, kOptional, "What an empty field asks for."},
     {"class", Kind::Text, kOptional, "The name of its class, in any case."},
     {"kind", Kind::Text, kOptional, "The name of its class or of one that it is a kind of."},
     {"xpath", Kind::Text, kOptional,
@@ -96,6 +97,7 @@ Selector::Selector(const Json& selector)
       label_(member<std::string>(selector, "label")),
       text_(member<std::string>(selector, "text")),
       textContains_(member<std::string>(selector, "textContains")),
+      placeholder_(member<std::string>(selector, "placeholder")),
       class_(member<std::string>(selector, "class")),
       kind_(member<std::string>(selector, "kind")),
       xpath_(member<std::string>(selector, "xpath")),
@@ -106,9 +108,10 @@ Selector::Selector(const Json& selector)
     if (found != selector.end()) members_[std::string(parameter.name)] = *found;
   }
   if (members_.empty()) {
-    throw SessionError(errors::kInvalidSelector,
-                       "a selector says at least one of identifier, label, text, textContains, "
-                       "class, kind, xpath, visible and within");
+    throw SessionError(
+        errors::kInvalidSelector,
+        "a selector says at least one of identifier, label, text, textContains, placeholder, "
+        "class, kind, xpath, visible and within");
   }
   if (xpath_ && !xpath_->starts_with('\\')) {
     throw SessionError(errors::kInvalidSelector,
@@ -129,6 +132,7 @@ bool Selector::matches(const Seen& seen) const {
       !Utilities::containsIgnoringCase(textOf(view).value_or(""), *textContains_)) {
     return false;
   }
+  if (placeholder_ && placeholderOf(view) != *placeholder_) return false;
   return !label_ || view->accessibilityLabel() == *label_;
 }
 

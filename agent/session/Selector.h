@@ -36,7 +36,8 @@ class Selector {
   std::vector<Match> byPath() const;
 
   Json members_;
-  std::optional<std::string> identifier_, label_, text_, textContains_, class_, kind_, xpath_;
+  std::optional<std::string> identifier_, label_, text_, textContains_, placeholder_, class_, kind_,
+      xpath_;
   std::optional<bool> visible_;
   std::optional<long> within_;
 };

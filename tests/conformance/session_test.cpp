@@ -44,8 +44,8 @@ TEST_P(ConformanceSession, IsThisUsersAlone) {
 TEST_P(ConformanceSession, ElementsStayAndTheTreeTellsWhatChanged) {
   const SessionWire one = client();
   const SessionWire other = client();
-  const long field = handle(one, {{"kind", "UITextField"}, {"identifier", "username"}});
-  EXPECT_EQ(handle(other, {{"identifier", "username"}}), field) << "one handle for all clients";
+  const long field = handle(one, {{"placeholder", "User name"}});
+  EXPECT_EQ(handle(other, {{"placeholder", "User name"}}), field) << "one handle for all clients";
   const json whole = one.ask("tree.get", json::object());
   EXPECT_TRUE(whole["whole"]);
   // A search over the fixed port makes its own identifiers void, and none of these.
@@ -68,7 +68,7 @@ TEST_P(ConformanceSession, AWaitIsWokenByAnotherClient) {
   const SessionWire acting = client();
   waiting.send("wait.for", {{"conditions", json::array({shows("Hello, Grace")})}}, 7);
   acting.ask("element.setText",
-             {{"element", handle(acting, {{"identifier", "username"}})}, {"text", "Grace"}});
+             {{"element", handle(acting, {{"placeholder", "User name"}})}, {"text", "Grace"}});
   if (acting.ask("app.info", json::object())["hasInput"]) {
     acting.ask("element.click", {{"element", handle(acting, {{"text", "Log in"}})}});
   } else {
