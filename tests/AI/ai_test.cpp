@@ -8,7 +8,7 @@
 #include "backends/headless/views/ScrollView.h"
 #include "backends/headless/views/TableView.h"
 #include "backends/headless/views/TextField.h"
-#include "tests/elements/Screen.h"
+#include "tests/elements/CommandScreen.h"
 
 namespace tarni::test {
 namespace {
@@ -21,7 +21,7 @@ using headless::View;
 using testing::ElementsAre;
 using testing::IsEmpty;
 
-class Ai : public Screen {
+class Ai : public CommandScreen {
  protected:
   static Json describe(const platform::UIViewRef& view) {
     return complete(AiAPI().getViewProperty(view));
@@ -93,23 +93,6 @@ TEST_F(Ai, RectangleIsInWindowCoordinatesAfterScrolling) {
   EXPECT_EQ(rectangle["y"], "70.00");
 }
 
-TEST_F(Ai, FindelementsDescribesTheViewsOfTheTypeInTheirOrder) {
-  add<Label>("no");
-  std::vector<std::string> titles;
-  for (int number = 0; number < 40; ++number) {
-    titles.push_back(std::to_string(number));
-    add<Button>(titles.back()).frame({{0, 0}, {10.0 + number, 10}});
-  }
-  const Json descriptions = findAll("uiBUTTON");
-  ASSERT_EQ(descriptions.size(), 40U);
-  const auto views = viewsOf(descriptions);
-  for (std::size_t index = 0; index < descriptions.size(); ++index) {
-    EXPECT_EQ(descriptions[index]["text"], titles[index]);
-    EXPECT_EQ(descriptions[index]["imageBase64"], describe(views[index])["imageBase64"])
-        << "each has its own picture";
-  }
-}
-
 // What is worked out once for all of them must be what is true of each alone.
 TEST_F(Ai, DescriptionsOfAScreenAreThoseOfEachViewAlone) {
   std::mt19937 random(5);
@@ -133,16 +116,6 @@ TEST_F(Ai, DescriptionsOfAScreenAreThoseOfEachViewAlone) {
     alone["elementID"] = descriptions[index]["elementID"];
     EXPECT_EQ(descriptions[index].dump(), alone.dump());
   }
-}
-
-TEST_F(Ai, FindelementsForgetsTheIdentifiersOfBefore) {
-  add<Button>("a");
-  const Json first = findAll("UIButton");
-  const Json second = findAll("UIButton");
-  EXPECT_NE(first[0]["elementID"], second[0]["elementID"]);
-  EXPECT_THAT(viewsOf(first), ElementsAre(nullptr));
-  EXPECT_EQ(findAll("Nothing"), Json::array());
-  EXPECT_THAT(UIViewMemoryCache::sharedInstance().getAllUIViewsIdentifier(), IsEmpty());
 }
 
 TEST_F(Ai, AnEmptyViewHasAnEmptyPicture) {

@@ -1,7 +1,4 @@
-#include <fcntl.h>
 #include <gmock/gmock.h>
-#include <sys/resource.h>
-#include <sys/wait.h>
 
 #include <chrono>
 #include <condition_variable>
@@ -11,9 +8,8 @@
 #include <vector>
 
 #include "agent/TcpCommunication/GCDAsyncSocket/GCDAsyncSocket.h"
-#include "platform/Foundation/NSException.h"
-#include "tests/TcpCommunication/LoopbackClient.h"
 #include "tests/posix/PosixTest.h"
+#include "tests/support/Wire.h"
 
 namespace tarni::test {
 namespace {
@@ -119,23 +115,10 @@ class SocketTest : public PosixTest {
   std::uint16_t port_ = 0;
 };
 
-// How many of the process's sockets have the local port.
-int socketsOn(std::uint16_t port) {
-  int count = 0;
-  for (int descriptor = 0; descriptor < 1024; ++descriptor) {
-    sockaddr_in6 address{};  // the port stands where that of an IPv4 address does
-    socklen_t length = sizeof address;
-    if (getsockname(descriptor, reinterpret_cast<sockaddr*>(&address), &length) != 0) continue;
-    const bool isInternet = address.sin6_family == AF_INET || address.sin6_family == AF_INET6;
-    if (isInternet && ntohs(address.sin6_port) == port) ++count;
-  }
-  return count;
-}
-
 class SocketFamilyTest : public SocketTest, public testing::WithParamInterface<int> {};
 
 TEST_P(SocketFamilyTest, BothFamiliesAreServed) {
-  const LoopbackClient client(port_, GetParam());
+  const Wire client(port_, std::chrono::seconds(20), GetParam());
   const GCDAsyncSocketRef sock = connection();
   ASSERT_NE(sock, nullptr);
   const std::string address = GetParam() == AF_INET ? "127.0.0.1" : "::1";
@@ -150,23 +133,6 @@ TEST_P(SocketFamilyTest, BothFamiliesAreServed) {
 INSTANTIATE_TEST_SUITE_P(Families, SocketFamilyTest, testing::Values(AF_INET, AF_INET6),
                          [](const auto& info) { return info.param == AF_INET ? "v4" : "v6"; });
 
-TEST_F(SocketTest, ListeningIsRefusedWithAReason) {
-  const auto refusal = [](const GCDAsyncSocketRef& sock) {
-    NSError error;
-    EXPECT_FALSE(sock->acceptOnPortError(0, &error));
-    EXPECT_EQ(error.domain, GCDAsyncSocketErrorDomain);
-    EXPECT_EQ(error.code, 1);
-    return error.localizedDescription;
-  };
-  EXPECT_EQ(refusal(listener_),
-            "Attempting to accept while connected or accepting connections. Disconnect first.");
-  EXPECT_EQ(refusal(std::make_shared<GCDAsyncSocket>(std::weak_ptr<Witness>(), queue_)),
-            "Attempting to accept without a delegate. Set a delegate first.");
-  EXPECT_EQ(refusal(std::make_shared<GCDAsyncSocket>(witness_, nullptr)),
-            "Attempting to accept without a delegate queue. Set a delegate queue first.");
-  EXPECT_TRUE(LoopbackClient::isListening(port_));
-}
-
 TEST_F(SocketTest, APortInUseIsASystemError) {
   const auto second = std::make_shared<GCDAsyncSocket>(witness_, queue_);
   NSError error;
@@ -176,34 +142,8 @@ TEST_F(SocketTest, APortInUseIsASystemError) {
   EXPECT_EQ(error.localizedFailureReason, "Error in bind() function");
 }
 
-TEST_F(SocketTest, AConcurrentSocketQueueIsRefused) {
-  const std::shared_ptr<platform::DispatchQueue> concurrent(&dispatch_.backgroundQueue(),
-                                                            [](auto*) {});
-  EXPECT_THROW(GCDAsyncSocket(witness_, queue_, concurrent), platform::NSException);
-}
-
-TEST_F(SocketTest, TwoLinesInOneSegmentServeTwoReads) {
-  const LoopbackClient client(port_);
-  connection()->readDataToDataWithTimeoutTag(GCDAsyncSocket::CRLFData(), kNoTimeout, 1);
-  connection()->readDataToDataWithTimeoutTag(GCDAsyncSocket::CRLFData(), kNoTimeout, 2);
-  client.send("one\r\ntwo\r\nrest");
-  EXPECT_THAT(witness_->events(3), ElementsAre("accept", "read 1 one\r\n", "read 2 two\r\n"));
-  connection()->readDataWithTimeoutTag(kNoTimeout, 3);
-  EXPECT_EQ(witness_->events(4).back(), "read 3 rest");
-}
-
-TEST_F(SocketTest, AReadOfWhatIsAvailableGoesBeyondWhatWasReadAhead) {
-  const LoopbackClient client(port_);
-  connection()->readDataToDataWithTimeoutTag(GCDAsyncSocket::CRLFData(), kNoTimeout, 1);
-  client.send("one\r\ntw");
-  EXPECT_EQ(witness_->events(2).back(), "read 1 one\r\n");
-  client.send("o");
-  connection()->readDataWithTimeoutTag(kNoTimeout, 2);
-  EXPECT_EQ(witness_->events(3).back(), "read 2 two");
-}
-
 TEST_F(SocketTest, WhatCameBeforeTheEndIsHandedOverFirst) {
-  LoopbackClient client(port_);
+  Wire client(port_);
   client.send("last words\r\n");
   client.leave();
   connection()->readDataToDataWithTimeoutTag(GCDAsyncSocket::CRLFData(), kNoTimeout, 1);
@@ -213,16 +153,8 @@ TEST_F(SocketTest, WhatCameBeforeTheEndIsHandedOverFirst) {
   EXPECT_EQ(connection()->localPort(), port_) << "a closed connection still says whose it was";
 }
 
-TEST_F(SocketTest, AnEmptyWriteTellsNobody) {
-  const LoopbackClient client(port_);
-  connection()->writeDataWithTimeoutTag("", kNoTimeout, 1);
-  connection()->writeDataWithTimeoutTag("x", kNoTimeout, 2);
-  EXPECT_EQ(client.read(1), "x");
-  EXPECT_THAT(witness_->events(2), ElementsAre("accept", "write 2"));
-}
-
 TEST_F(SocketTest, WritesLargerThanTheSocketHoldsArriveWholeAndInOrder) {
-  const LoopbackClient client(port_);
+  const Wire client(port_);
   const std::string large(kMoreThanASocketHolds, 'x');
   connection()->writeDataWithTimeoutTag(large, kNoTimeout, 1);
   connection()->writeDataWithTimeoutTag("tail", kNoTimeout, 2);
@@ -233,7 +165,7 @@ TEST_F(SocketTest, WritesLargerThanTheSocketHoldsArriveWholeAndInOrder) {
 }
 
 TEST_F(SocketTest, AResetPeerIsAnErrorAndNoSignal) {
-  LoopbackClient client(port_);
+  Wire client(port_);
   const std::string large(kMoreThanASocketHolds, 'x');
   connection()->writeDataWithTimeoutTag(large, kNoTimeout, 1);
   connection()->writeDataWithTimeoutTag(large, kNoTimeout, 2);
@@ -251,7 +183,7 @@ TEST_F(SocketTest, AResetPeerIsAnErrorAndNoSignal) {
 }
 
 TEST_F(SocketTest, DisconnectingDropsWhatIsPending) {
-  const LoopbackClient client(port_);
+  const Wire client(port_);
   const GCDAsyncSocketRef sock = connection();
   sock->readDataToDataWithTimeoutTag(GCDAsyncSocket::CRLFData(), kNoTimeout, 1);
   sock->writeDataWithTimeoutTag(std::string(kMoreThanASocketHolds, 'x'), kNoTimeout, 2);
@@ -263,37 +195,16 @@ TEST_F(SocketTest, DisconnectingDropsWhatIsPending) {
 }
 
 TEST_F(SocketTest, ReleasingTheListenerStopsItListening) {
-  { const LoopbackClient client(port_); }
+  { const Wire client(port_); }
   EXPECT_TRUE(witness_->waitForEvents(1));
   settle();
   listener_.reset();
-  EXPECT_FALSE(LoopbackClient::isListening(port_));
+  EXPECT_FALSE(Wire::accepts(port_));
   EXPECT_THAT(witness_->events(1), ElementsAre("accept")) << "a released socket says nothing";
 }
 
-TEST_F(SocketTest, AClosedSocketMayListenAgain) {
-  const LoopbackClient first(port_);
-  const GCDAsyncSocketRef sock = connection();
-  listener_->disconnect();
-  EXPECT_FALSE(LoopbackClient::isListening(port_));
-  sock->disconnect();
-  ASSERT_TRUE(sock->acceptOnPortError(port_, nullptr));
-  const LoopbackClient second(port_);
-  EXPECT_THAT(witness_->events(4),
-              ElementsAre("accept", "disconnect nil", "disconnect nil", "accept"));
-  sock->disconnect();
-}
-
-TEST_F(SocketTest, AListenerServesNoReadsAndWrites) {
-  listener_->writeDataWithTimeoutTag("never", kNoTimeout, 1);
-  listener_->readDataWithTimeoutTag(kNoTimeout, 2);
-  listener_->disconnect();
-  settle();
-  EXPECT_THAT(witness_->events(1), ElementsAre("disconnect nil"));
-}
-
 TEST_F(SocketTest, AReadMayBeExtendedBeforeItTimesOut) {
-  const LoopbackClient client(port_);
+  const Wire client(port_);
   client.send("abc");
   connection()->readDataToDataWithTimeoutTag(GCDAsyncSocket::CRLFData(), 0.03, 4);
   EXPECT_EQ(witness_->events(4).back(), "disconnect GCDAsyncSocketErrorDomain 4");
@@ -305,45 +216,9 @@ TEST_F(SocketTest, AReadMayBeExtendedBeforeItTimesOut) {
 }
 
 TEST_F(SocketTest, AWriteTimesOut) {
-  const LoopbackClient client(port_);
+  const Wire client(port_);
   connection()->writeDataWithTimeoutTag(std::string(kMoreThanASocketHolds, 'x'), 0.03, 1);
   EXPECT_THAT(witness_->events(2), ElementsAre("accept", "disconnect GCDAsyncSocketErrorDomain 5"));
-}
-
-TEST_F(SocketTest, AClearedDelegateHearsNothingMore) {
-  const LoopbackClient client(port_);
-  const GCDAsyncSocketRef sock = connection();
-  sock->setDelegate({});
-  sock->disconnect();
-  settle();
-  EXPECT_THAT(witness_->events(1), ElementsAre("accept"));
-}
-
-TEST_F(SocketTest, AForkedChildInheritsNoSocket) {
-  const LoopbackClient client(port_);
-  ASSERT_NE(connection(), nullptr);
-  const pid_t child = fork();
-  if (child == 0) _exit(socketsOn(port_));
-  int status = 0;
-  waitpid(child, &status, 0);
-  EXPECT_EQ(socketsOn(port_), 3) << "a listener a family and the connection";
-  EXPECT_EQ(WEXITSTATUS(status), 0);
-}
-
-// The client waits until there is room for it, and the log says why, without a line a round.
-TEST_F(SocketTest, WithoutDescriptorsAClientWaitsQuietly) {
-  const LoopbackClient client;
-  rlimit before{};
-  getrlimit(RLIMIT_NOFILE, &before);
-  const int next = fcntl(0, F_DUPFD_CLOEXEC, 0);
-  close(next);
-  const rlimit full{static_cast<rlim_t>(next), before.rlim_max};
-  ASSERT_EQ(setrlimit(RLIMIT_NOFILE, &full), 0);
-  EXPECT_TRUE(client.connect(port_));
-  EXPECT_TRUE(log_.waitFor("Error in accept() function: Too many open files"));
-  setrlimit(RLIMIT_NOFILE, &before);
-  EXPECT_THAT(witness_->events(1), ElementsAre("accept"));
-  EXPECT_LE(log_.count("Error in accept() function: Too many open files"), 2);
 }
 
 }  // namespace

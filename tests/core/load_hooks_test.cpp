@@ -5,7 +5,7 @@
 #include "backends/headless/views/Button.h"
 #include "backends/headless/views/ViewController.h"
 #include "platform/UIKit/Classes.h"
-#include "tests/interaction/Screen.h"
+#include "tests/support/Screen.h"
 
 namespace tarni {
 namespace {
@@ -59,15 +59,6 @@ TEST_F(LoadHooks, ViewControllersTellWhenTheyAreLoaded) {
   EXPECT_EQ(GlobalVars::sharedInstance()._viewControllerLoaded(), "LOADED");
   EXPECT_EQ(timesLogged("View Controller is getting Loaded"), 1);
   EXPECT_EQ(timesLogged("View Controller Loaded"), 1);
-}
-
-TEST_F(LoadHooks, WindowClassIsNotedNotAWindow) {
-  GlobalVars::sharedInstance().set_currentUIWindow(nullptr);
-  UIWindow::load(platform::defineClass("MyWindow", uikit::UIWindow));
-  EXPECT_FALSE(GlobalVars::sharedInstance()._currentUIWindow());
-  UIWindow::load(uikit::UIWindow);
-  EXPECT_EQ(GlobalVars::sharedInstance()._currentUIWindow(), uikit::UIWindow);
-  EXPECT_EQ(timesLogged("WINDOW IS LOADED UIWindow"), 1);
 }
 
 }  // namespace

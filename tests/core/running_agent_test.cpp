@@ -2,7 +2,6 @@
 // since the agent never ends.
 #include <gtest/gtest.h>
 
-#include <algorithm>
 #include <future>
 #include <nlohmann/json.hpp>
 
@@ -15,7 +14,7 @@
 #include "agent/core/state/GlobalVars.h"
 #include "backends/headless/views/Button.h"
 #include "backends/headless/views/TextField.h"
-#include "tests/interaction/Screen.h"
+#include "tests/support/Screen.h"
 #include "tests/support/Wire.h"
 
 namespace tarni {
@@ -45,18 +44,6 @@ class RunningAgent : public test::Screen {
         [&] { return answer.wait_for(std::chrono::seconds(0)) == std::future_status::ready; });
     return answer.get();
   }
-  static bool isDrop(const std::string& line) {
-    return line.starts_with("The host tool does not read: a message of ");
-  }
-  long dropsLogged() { return std::ranges::count_if(environment.log().lines(), isDrop); }
-  // The log names a step before what becomes of it.
-  bool lastDropIsOfATap() {
-    const auto lines = environment.log().lines();
-    const auto tap = std::ranges::find_if(lines, [](const std::string& line) {
-      return line.starts_with("Recorded Steps [{\"action\":\"ClickButton\"");
-    });
-    return std::any_of(tap, lines.end(), isDrop);
-  }
   bool isTagged(const headless::ViewRef& view) {
     return ElementsQueue::getTarniIdOfUIView(view).has_value();
   }
@@ -78,50 +65,6 @@ TEST_F(RunningAgent, TapTravelsFromTheFingerToTheHostTool) {
   ASSERT_EQ(message.size(), 1U);
   EXPECT_EQ(message[0]["action"], "ClickButton");
   EXPECT_EQ(message[0]["arguments"][0]["sahiText"], "Log in");
-}
-
-TEST_F(RunningAgent, GoesOnWhileTheHostToolReadsNothingAndSaysWhatItDropped) {
-  // Far more than the network between the two takes up by itself.
-  constexpr int kBigSteps = 600;
-  const std::string picture(64UL * 1024, 's');
-  const auto button =
-      headless::build<headless::Button>("Log in").frame({{0, 0}, {100, 40}}).in(*window);
-  loadAgent();
-  const test::Wire host = asHost([] { return test::Wire(ServerManager::kRecorderPort); });
-  asHost([&] { return host.readMessage(); });
-  waitUntil([&] { return isTagged(button); });
-  const PendingWrites& pending =
-      ServerManager::serverManager().recorderServerSocket()->pendingWrites();
-  for (int step = 0; step < kBigSteps; ++step) {
-    RecorderQueue::get().enqueue({step, picture});
-  }
-  waitUntil([&] {
-    EXPECT_LE(pending.messages, 256U);
-    return RecorderQueue::get().getLength() == 0;
-  });
-  // The application answers a finger as ever; its step meets the fate of the others.
-  environment.finger().tap(*button);
-  waitUntil([&] { return lastDropIsOfATap(); });
-
-  int last = -1;
-  int received = 0;
-  const auto take = [&](const ordered_json& step) {
-    EXPECT_GT(step.at(0), last);
-    EXPECT_EQ(step.at(1), picture);
-    last = step.at(0);
-    ++received;
-  };
-  const auto read = [&] { return ordered_json::parse(host.readMessage()); };
-  asHost([&] {
-    while (pending.messages > 0) take(read());
-    return true;
-  });
-  environment.finger().tap(*button);
-  // What the network held by then comes first.
-  auto step = asHost(read);
-  for (; step.size() == 2; step = asHost(read)) take(step);
-  EXPECT_EQ(step.at(0)["arguments"][0]["sahiText"], "Log in");
-  EXPECT_EQ(received + dropsLogged(), kBigSteps + 1);
 }
 
 TEST_F(RunningAgent, TapThatEndsTheApplicationIsSentBeforeItsEnd) {

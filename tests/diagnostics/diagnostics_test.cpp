@@ -8,7 +8,7 @@
 #include "agent/diagnostics/ViewHierarchy.h"
 #include "backends/headless/views/Button.h"
 #include "backends/headless/views/Label.h"
-#include "tests/elements/Screen.h"
+#include "tests/elements/CommandScreen.h"
 
 namespace tarni::test {
 namespace {
@@ -22,7 +22,7 @@ using testing::IsEmpty;
 using testing::SizeIs;
 using testing::StartsWith;
 
-class Failures : public Screen {
+class Failures : public CommandScreen {
  protected:
   Failures()
       : folder_(fs::temp_directory_path() / ("tarni-diagnostics-" + std::to_string(getpid()))) {

@@ -7,7 +7,7 @@
 #include "backends/headless/views/Switch.h"
 #include "backends/headless/views/TableView.h"
 #include "backends/headless/views/TextField.h"
-#include "tests/elements/Screen.h"
+#include "tests/elements/CommandScreen.h"
 
 namespace tarni::test {
 namespace {
@@ -21,7 +21,7 @@ using headless::View;
 using platform::CGPoint;
 using platform::UIViewRef;
 
-class Command : public Screen {
+class Command : public CommandScreen {
  protected:
   static Json ask(const UIViewRef& view, const char* name) {
     return commandOn(view, {{"functionname", name}});
@@ -33,22 +33,6 @@ class Command : public Screen {
   }
   const Json none = Json::array();
 };
-
-TEST_F(Command, WithoutMeaningIsAnsweredWithNothing) {
-  for (const char* message :
-       {"", "hello\r\n", "[]\r\n", "{}\r\n", "{\"functionname\":\"\"}",
-        "{\"functionname\":\"fly\"}\r\n", "{\"functionname\":null}", "\xFF\xFE",
-        "{\"functionname\":\"fly\"}\r\n{\"functionname\":\"fly\"}\r\n", "Connect your client"}) {
-    EXPECT_EQ(answer(message), "[]") << message;
-  }
-}
-
-TEST_F(Command, GreetingIsNotAnswered) {
-  const std::string greeting = "Welcome PlayBackServer Started Successfully";
-  EXPECT_EQ(complete(PlaybackExecutor::execute(greeting)), std::nullopt);
-  EXPECT_EQ(answer("Welcome PlayBackServer Started Successfully\r\n"), "[]");
-  EXPECT_TRUE(environment.log().contains("Msg is Welcome PlayBackServer Started Successfully"));
-}
 
 TEST_F(Command, FieldThatIsNoTextFailsTheCommandsThatUseIt) {
   add<Label>("a");
@@ -75,42 +59,20 @@ TEST_F(Command, RaisingIsAnsweredWithTheReason) {
               testing::HasSubstr("unrecognized selector"));
 }
 
-TEST_F(Command, OnAnUnknownElementDoesNothing) {
-  add<Label>("a");
-  for (const char* name :
-       {"clickelement", "sendkeysonelement", "swipeon", "isselected", "isenabled", "isdisplayed",
-        "gettext", "getheight", "getwidth", "highlight"}) {
-    EXPECT_EQ(command({{"functionname", name}, {"accessorvalue", "unknown"}}), none) << name;
-  }
-  EXPECT_EQ(environment.application().eventLog().events().size(), 0U);
-}
-
-TEST_F(Command, NameIsReadInAnyCase) {
-  EXPECT_EQ(ask(add<Label>("Hello").get(), "GetText"), outputs({"Hello"}));
-}
-
 TEST_F(Command, ClickelementTapsAndGivesTheBorderBack) {
   int taps = 0;
   const auto button = add<Button>("Go").get();
-  button->onTap([&taps] { ++taps; });
+  button->onTap([&] { taps += Highlight::isHighlighted(button); });
   Highlight::deHighlightView(button, 2.0, std::nullopt);
   const int flushes = environment.transaction().flushes();
   EXPECT_EQ(ask(button, "clickelement"), none);
-  EXPECT_EQ(taps, 1);
+  EXPECT_EQ(taps, 1) << "under the highlight";
   EXPECT_EQ(button->layer().borderWidth(), 2.0);
   EXPECT_EQ(environment.transaction().flushes(), flushes + 2);
   const auto& run = environment.application().runLoopRuns().back();
   EXPECT_EQ(run.mode, platform::kCFRunLoopDefaultMode);
   EXPECT_EQ(run.seconds, 0.5);
   EXPECT_FALSE(run.returnAfterSourceHandled);
-}
-
-TEST_F(Command, ClickelementShowsTheHighlightDuringTheTap) {
-  const auto button = add<Button>("Go").get();
-  bool wasHighlighted = false;
-  button->onTap([&] { wasHighlighted = Highlight::isHighlighted(button); });
-  ask(button, "clickelement");
-  EXPECT_TRUE(wasHighlighted);
 }
 
 TEST_F(Command, ClickelementOnAHighlightedViewLeavesNoGreenBehind) {
@@ -121,21 +83,6 @@ TEST_F(Command, ClickelementOnAHighlightedViewLeavesNoGreenBehind) {
   EXPECT_FALSE(Highlight::isHighlighted(button));
   time.pass(1.1);
   EXPECT_FALSE(Highlight::isHighlighted(button));
-}
-
-TEST_F(Command, ClickelementMayCloseWhatItClicks) {
-  auto button = add<Button>("Close").get();
-  const std::weak_ptr<Button> weak = button;
-  button->onTap([weak] {
-    if (const auto self = weak.lock()) self->removeFromSuperview();
-  });
-  UIViewMemoryCache::sharedInstance().addViewInMemoryCache(button, "closing");
-  button.reset();
-  const Json click{{"functionname", "clickelement"}, {"accessorvalue", "closing"}};
-  EXPECT_EQ(command(click), none);
-  environment.application().eventLog().clear();
-  EXPECT_EQ(command(click), none);
-  EXPECT_EQ(environment.application().eventLog().events().size(), 0U);
 }
 
 TEST_F(Command, OnAViewThatMovedToAnotherWindowActsThere) {
@@ -154,25 +101,6 @@ TEST_F(Command, OnAViewThatMovedToAnotherWindowActsThere) {
   EXPECT_EQ(command({{"functionname", "swipeon"}, {"accessorvalue", "moved"}}), none);
   EXPECT_EQ(taps, 1) << "it stands in no window";
   environment.application().removeWindow(other);
-}
-
-TEST_F(Command, SwipeonAViewWithoutSizeIsADragOfNoLength) {
-  const auto point = add<View>().frame({{100, 200}, {0, 0}}).get();
-  EXPECT_EQ(commandOn(point, {{"functionname", "swipeon"}, {"datavalue", "up"}}), none);
-  for (const auto& event : environment.application().eventLog().events()) {
-    EXPECT_EQ(event.touches.at(0).locationInWindow, (CGPoint{100, 200}));
-  }
-}
-
-TEST_F(Command, SendkeysonelementReplacesTheText) {
-  const auto field = add<TextField>("Name").get();
-  field->replaceText("old");
-  const std::string text = "it's \"new\" \\ 🦊\n";
-  EXPECT_EQ(commandOn(field, {{"functionname", "sendkeysonelement"}, {"datavalue", text}}), none);
-  EXPECT_EQ(field->text(), text);
-  EXPECT_FALSE(Highlight::isHighlighted(field));
-  EXPECT_EQ(commandOn(field, {{"functionname", "sendkeysonelement"}}), none);
-  EXPECT_EQ(field->text(), "");
 }
 
 TEST_F(Command, SwipetoScrollsOnceForEachTestThatAViewPasses) {
@@ -263,28 +191,6 @@ TEST_F(Command, IsdisplayedComparesTheFrameInItsSuperviewWithTheScreen) {
   const auto far = add<View>().frame({{5000, 5000}, {100, 100}}).get();
   const auto child = headless::build<View>().frame({{0, 0}, {10, 10}}).in(*far);
   EXPECT_EQ(ask(child, "isdisplayed"), outputs({"true"})) << "its own frame is compared";
-}
-
-TEST_F(Command, GettextGivesWhatIsShown) {
-  const auto field = add<TextField>("Name").get();
-  field->replaceText("Ada \"the\" \\ 🦊");
-  EXPECT_EQ(ask(field, "gettext"), outputs({"Ada \"the\" \\ 🦊"}));
-  EXPECT_EQ(ask(add<View>().get(), "gettext"), outputs({""}));
-  EXPECT_EQ(ask(add<Label>("broken \xFF").get(), "gettext"), outputs({"broken \uFFFD"}));
-}
-
-TEST_F(Command, SizesAreRounded) {
-  const auto view = add<View>().frame({{0, 0}, {100.4, 49.6}}).get();
-  EXPECT_EQ(ask(view, "getwidth"), outputs({"100"}));
-  EXPECT_EQ(ask(view, "getheight"), outputs({"50"}));
-}
-
-TEST_F(Command, AiGetscreensnapshotIsAPictureOfTheWindow) {
-  const Json entries = command({{"functionname", "ai_getscreensnapshot"}});
-  ASSERT_EQ(entries.size(), 1U);
-  EXPECT_TRUE(entries[0].at("output").get<std::string>().starts_with("/9j/"));
-  environment.application().setKeyWindow(nullptr);
-  EXPECT_EQ(command({{"functionname", "ai_getscreensnapshot"}}), outputs({""}));
 }
 
 }  // namespace

@@ -6,7 +6,7 @@
 #include "backends/headless/views/Button.h"
 #include "backends/headless/views/Label.h"
 #include "backends/headless/views/WebView.h"
-#include "tests/elements/Screen.h"
+#include "tests/elements/CommandScreen.h"
 
 namespace tarni::test {
 namespace {
@@ -17,7 +17,7 @@ using headless::View;
 using platform::CGPoint;
 using platform::UIViewRef;
 
-class Spy : public Screen {
+class Spy : public CommandScreen {
  protected:
   Spy() { RecorderQueue::get().clearRecorderQueue(); }
 
@@ -34,33 +34,23 @@ class Spy : public Screen {
   std::shared_ptr<View> box = add<View>().frame({{50, 100}, {200, 200}}).label("box").get();
 };
 
-TEST_F(Spy, PicksTheDeepestViewUnderThePoint) {
-  const auto inner = headless::build<View>().frame({{10, 10}, {100, 100}}).label("inner").in(*box);
+TEST_F(Spy, PicksTheLastListedOfTheDeepestStrictlyAroundThePoint) {
+  const auto inner = plainView({{10, 10}, {100, 100}}, *box);
+  inner->setAccessibilityLabel("inner");
   headless::build<View>().frame({{10, 10}, {20, 20}}).label("deepest").in(*inner);
+  headless::build<View>().frame({{60, 60}, {80, 80}}).label("in front").in(*box);
+  headless::build<View>().frame({{0, 0}, {200, 200}}).label("hidden").hidden().in(*box);
   EXPECT_EQ(selected(box, {25, 25}), "deepest");
   EXPECT_EQ(selected(box, {50, 50}), "inner");
+  EXPECT_EQ(selected(box, {80, 80}), "in front");
   EXPECT_EQ(selected(box, {150, 150}), "box");
-}
+  EXPECT_EQ(selected(box, {10, 50}), "box") << "an edge is not inside";
+  EXPECT_EQ(selected(box, {10.5, 50}), "inner");
 
-TEST_F(Spy, PicksTheLaterOfTwoThatOverlap) {
-  headless::build<View>().frame({{0, 0}, {100, 100}}).label("behind").in(*box);
-  headless::build<View>().frame({{0, 0}, {100, 100}}).label("in front").in(*box);
-  headless::build<View>().frame({{0, 0}, {100, 100}}).label("hidden").hidden().in(*box);
-  EXPECT_EQ(selected(box, {50, 50}), "in front");
-}
-
-TEST_F(Spy, CountsOnlyWhatIsStrictlyInside) {
-  headless::build<View>().frame({{0, 0}, {100, 100}}).label("inner").in(*box);
-  EXPECT_EQ(selected(box, {100, 50}), "box");
-  EXPECT_EQ(selected(box, {99.5, 50}), "inner");
-  EXPECT_EQ(selected(box, {50, 0}), "box");
-}
-
-TEST_F(Spy, NeverLooksIntoAButton) {
   const auto button = headless::build<Button>("Go").frame({{0, 0}, {100, 100}}).in(*box);
   button->setAccessibilityLabel("button");
   headless::build<Label>("part").frame({{0, 0}, {100, 100}}).in(*button);
-  EXPECT_EQ(selected(button, {50, 50}), "button");
+  EXPECT_EQ(selected(button, {50, 50}), "button") << "and is not looked into";
 }
 
 TEST_F(Spy, DescribesTheSelectionAndItsAncestorsUpToTheWindow) {

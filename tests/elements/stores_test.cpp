@@ -2,7 +2,7 @@
 #include "agent/elements/UIViewStorage.h"
 #include "agent/elements/UIView_Highlight.h"
 #include "backends/headless/views/Label.h"
-#include "tests/elements/Screen.h"
+#include "tests/elements/CommandScreen.h"
 
 namespace tarni::test {
 namespace {
@@ -11,7 +11,7 @@ using headless::Label;
 using testing::ElementsAre;
 using testing::IsEmpty;
 
-class Stores : public Screen {
+class Stores : public CommandScreen {
  protected:
   static Highlight::Border borderOf(const platform::UIViewRef& view) {
     return {view->layer().borderWidth(), view->layer().borderColor()};
@@ -21,43 +21,6 @@ class Stores : public Screen {
   const Highlight::Border green{4.0, platform::CGColor{0, 1, 0, 1}};
   const Highlight::Border red{2.0, platform::CGColor{1, 0, 0, 1}};
 };
-
-TEST_F(Stores, CacheAnswersTheViewOfAnIdentifierUntilCleared) {
-  const auto label = add<Label>("one").get();
-  cache.addViewInMemoryCache(label, "id");
-  EXPECT_EQ(cache.getUIVIewAccordingToElementId("id"), label);
-  EXPECT_EQ(cache.getUIVIewAccordingToElementId("other"), nullptr);
-  cache.clearMemoryCache();
-  EXPECT_EQ(cache.getUIVIewAccordingToElementId("id"), nullptr);
-  EXPECT_THAT(cache.getAllUIViewsIdentifier(), IsEmpty());
-}
-
-TEST_F(Stores, CacheReplacesTheViewOfAnIdentifierAndKeepsTheOrder) {
-  const auto first = add<Label>("one").get();
-  const auto second = add<Label>("two").get();
-  cache.addViewInMemoryCache(first, "b");
-  cache.addViewInMemoryCache(first, "a");
-  cache.addViewInMemoryCache(second, "b");
-  EXPECT_EQ(cache.getUIVIewAccordingToElementId("b"), second);
-  EXPECT_THAT(cache.getAllUIViewsIdentifier(), ElementsAre("b", "a"));
-}
-
-TEST_F(Stores, CacheGivesEachViewAFreshIdentifier) {
-  const auto label = add<Label>("one").get();
-  cache.addViewInMemoryCache(label);
-  cache.addViewInMemoryCache(label);
-  const auto identifiers = cache.getAllUIViewsIdentifier();
-  ASSERT_EQ(identifiers.size(), 2U);
-  EXPECT_NE(identifiers[0], identifiers[1]);
-}
-
-TEST_F(Stores, AViewThatHasGoneAnswersLikeAnUnknownIdentifier) {
-  auto label = add<Label>("one").get();
-  cache.addViewInMemoryCache(label, "id");
-  label->removeFromSuperview();
-  label.reset();
-  EXPECT_EQ(cache.getUIVIewAccordingToElementId("id"), nullptr);
-}
 
 TEST_F(Stores, SpyStoreNumbersViewsFromZero) {
   UIViewStorage storage;
@@ -81,17 +44,6 @@ TEST_F(Stores, SpyStoreNumbersViewsFromZero) {
   EXPECT_EQ(storage._viewsStorageWithIdentifier().size(), 3U);
 }
 
-TEST_F(Stores, HighlightGivesTheBorderBackAfterASecond) {
-  const auto label = add<Label>("one").get();
-  Highlight::deHighlightView(label, red.width, red.color);
-  Highlight::highlightView(label);
-  EXPECT_EQ(borderOf(label), green);
-  time.pass(0.9);
-  EXPECT_EQ(borderOf(label), green);
-  time.pass(0.2);
-  EXPECT_EQ(borderOf(label), red);
-}
-
 TEST_F(Stores, AHighlightInsideAnotherLeavesNoGreenBehind) {
   const auto label = add<Label>("one").get();
   Highlight::deHighlightView(label, red.width, red.color);
@@ -113,16 +65,6 @@ TEST_F(Stores, AHighlightTakenOffDoesNotTouchTheBorderLater) {
   Highlight::deHighlightView(label, red.width, red.color);
   time.pass(1.1);
   EXPECT_EQ(borderOf(label), red);
-}
-
-TEST_F(Stores, AHighlightedViewMayGo) {
-  auto label = add<Label>("one").get();
-  Highlight::highlightView(label);
-  label->removeFromSuperview();
-  const std::weak_ptr<Label> gone = label;
-  label.reset();
-  EXPECT_TRUE(gone.expired());
-  time.pass(1.1);
 }
 
 }  // namespace

@@ -4,7 +4,7 @@
 #include "backends/headless/views/Button.h"
 #include "backends/headless/views/Label.h"
 #include "backends/headless/views/TextField.h"
-#include "tests/elements/Screen.h"
+#include "tests/elements/CommandScreen.h"
 
 namespace tarni::test {
 namespace {
@@ -17,7 +17,7 @@ using headless::ViewRef;
 using testing::ElementsAre;
 using testing::IsEmpty;
 
-class Walk : public Screen {
+class Walk : public CommandScreen {
  protected:
   UIViewsManager manager;
 };
@@ -92,53 +92,6 @@ TEST_F(Walk, TakesOffLeftoverHighlightsAndNoLiveOneNorOtherBorder) {
     EXPECT_EQ(own->layer().borderColor(), nearlyGreen);
     EXPECT_TRUE(Highlight::isHighlighted(live));
   }
-}
-
-TEST_F(Walk, ManagersDoNotDisturbEachOther) {
-  const auto label = add<Label>("a").get();
-  const auto& views = manager.GetAllViews(window, true);
-  {
-    UIViewsManager other;
-    EXPECT_THAT(other.GetAllViewsForPlayer(label, true), IsEmpty());
-  }
-  EXPECT_THAT(views, ElementsAre(label));
-}
-
-TEST_F(Walk, KeepsNoViewAlive) {
-  std::weak_ptr<Label> gone;
-  {
-    const auto label = add<Label>("a").get();
-    gone = label;
-    UIViewsManager own;
-    own.GetAllViews(window, true);
-    own.GetAllViewsForPlayer(window, true);
-  }
-  window->removeAllSubviews();
-  EXPECT_TRUE(gone.expired());
-}
-
-TEST_F(Walk, OfAWideScreenIsLinear) {
-  for (int count = 0; count < 100000; ++count) {
-    window->addSubview(std::make_shared<View>());
-  }
-  EXPECT_EQ(manager.GetAllViews(window, true).size(), 100000U);
-  EXPECT_EQ(xpathOf(manager.GetAllViews(window, true).back()), "\\UIView[99999]");
-}
-
-TEST_F(Walk, OnlyLabelsAreApplicableForInteractionEnabling) {
-  EXPECT_TRUE(manager.isApplicableforInteractionEnabling(add<Label>("a").className("My").get()));
-  EXPECT_FALSE(manager.isApplicableforInteractionEnabling(add<Button>("a").get()));
-}
-
-TEST_F(Walk, FinderGivesTheViewsOfATypeInAnyCase) {
-  const auto first = add<Button>().get();
-  const auto hidden = add<Button>().hidden().get();
-  add<Button>().className("MyButton");
-  EXPECT_THAT(UIViewFinder::getAllUIViewsAccordingToViewType("uibutton"),
-              ElementsAre(first, hidden));
-  EXPECT_EQ(UIViewFinder::getAllUIViewsAccordingToViewType("").size(), 3U);
-  environment.application().setKeyWindow(nullptr);
-  EXPECT_THAT(UIViewFinder::getAllUIViewsAccordingToViewType(""), IsEmpty());
 }
 
 }  // namespace

@@ -5,7 +5,7 @@
 #include "backends/headless/views/Label.h"
 #include "backends/headless/views/WebView.h"
 #include "platform/Foundation/NSException.h"
-#include "tests/elements/Screen.h"
+#include "tests/elements/CommandScreen.h"
 
 namespace tarni::test {
 namespace {
@@ -14,7 +14,7 @@ using headless::WebView;
 using testing::ElementsAre;
 using testing::IsEmpty;
 
-class WebCommand : public Screen {
+class WebCommand : public CommandScreen {
  protected:
   WebCommand() { GlobalVars::sharedInstance().set_currentWebView(page); }
 
@@ -24,21 +24,6 @@ class WebCommand : public Screen {
 
   std::shared_ptr<WebView> page = add<WebView>().get();
 };
-
-TEST_F(WebCommand, AnswersWithTheTextOfTheScript) {
-  page->setAnswer("tarni_getText('7')", R"([{"output":"from the page"}])");
-  EXPECT_EQ(answer(R"({"functionname":"gettext","accessorvalue":"7"})"),
-            R"([{"output":"from the page"}])");
-}
-
-TEST_F(WebCommand, NativeEntriesGoBeforeThePagesAnswer) {
-  page->setEngine([](const std::string&) { return R"([{"elementID":"page"}])"; });
-  const auto label = add<headless::Label>("native").get();
-  EXPECT_THAT(viewsOf(command({{"functionname", "findelements"}, {"tagname", "UILabel"}})),
-              ElementsAre(label));
-  EXPECT_EQ(answer(R"({"functionname":"findelements","tagname":"input"})"),
-            R"([{"elementID":"page"}])");
-}
 
 TEST_F(WebCommand, CallsTheScriptOfEachCommand) {
   command({{"functionname", "FindElements"},
@@ -65,10 +50,6 @@ TEST_F(WebCommand, OtherCommandsLeaveThePageAlone) {
     command({{"functionname", name}});
   }
   EXPECT_THAT(page->evaluatedScripts(), IsEmpty());
-}
-
-TEST_F(WebCommand, PageThatGivesNothingIsNoAnswer) {
-  EXPECT_EQ(answer(R"({"functionname":"gettext"})"), "[]");
 }
 
 TEST_F(WebCommand, PageThatWasNeverFoundReadyIsLeftAlone) {

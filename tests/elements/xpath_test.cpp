@@ -3,7 +3,7 @@
 
 #include "backends/headless/views/Button.h"
 #include "backends/headless/views/Label.h"
-#include "tests/elements/Screen.h"
+#include "tests/elements/CommandScreen.h"
 
 namespace tarni::test {
 namespace {
@@ -13,21 +13,10 @@ using headless::Label;
 using headless::View;
 using headless::ViewRef;
 
-class Xpath : public Screen {
+class Xpath : public CommandScreen {
  protected:
   XpathManager& xpaths = XpathManager::sharedInstance();
 };
-
-TEST_F(Xpath, CountsSiblingsOfTheSameClass) {
-  const auto first = add<Button>().get();
-  const auto label = add<Label>("between").get();
-  const auto second = add<Button>().get();
-  UIViewsManager manager;
-  manager.GetAllViews(window, true);
-  EXPECT_EQ(xpathOf(first), "\\UIButton[0]");
-  EXPECT_EQ(xpathOf(label), "\\UILabel[0]");
-  EXPECT_EQ(xpathOf(second), "\\UIButton[1]");
-}
 
 // An application's label class is a label here and an image view there, under one name.
 TEST_F(Xpath, GoesByTheClassNameWhateverTheSuperclass) {
@@ -46,23 +35,6 @@ TEST_F(Xpath, GoesByTheClassNameWhateverTheSuperclass) {
     xpaths.createXpathPositionOfUIView(view->superview(), view, guid);
     EXPECT_EQ(xpaths.getIdentificationGUIDFromXpath(*xpathOf(view)), guid);
   }
-}
-
-TEST_F(Xpath, CountsHiddenSiblings) {
-  add<Label>("unseen").hidden();
-  const auto label = add<Label>("seen").get();
-  UIViewsManager manager;
-  manager.GetAllViews(window, true);
-  EXPECT_EQ(xpathOf(label), "\\UILabel[1]");
-}
-
-TEST_F(Xpath, JoinsTheStepsOfTheParents) {
-  const auto box = add<View>().className("Box").get();
-  const auto inner = headless::build<View>().in(*box);
-  const auto label = headless::build<Label>("deep").in(*inner);
-  UIViewsManager manager;
-  manager.GetAllViews(window, true);
-  EXPECT_EQ(xpathOf(label), "\\Box[0]\\UIView[0]\\UILabel[0]");
 }
 
 TEST_F(Xpath, IsLookedUpByItsExactTextOnly) {
@@ -90,17 +62,6 @@ TEST_F(Xpath, IsKeptWhenSiblingsComeAndGo) {
   EXPECT_EQ(xpathOf(second), "\\KeptLabel[1]");
 }
 
-TEST_F(Xpath, IsTakenOverByALaterViewWhileTheFirstKeepsItsOwn) {
-  const auto first = add<Label>("one").className("TakenLabel").get();
-  UIViewsManager manager;
-  manager.GetAllViewsForPlayer(window, true);
-  first->removeFromSuperview();
-  const auto second = add<Label>("two").className("TakenLabel").get();
-  manager.GetAllViewsForPlayer(window, true);
-  EXPECT_EQ(xpaths.getIdentificationGUIDFromXpath("\\TakenLabel[0]"), tagOf(second, kPlaybackTag));
-  EXPECT_EQ(xpathOf(first), "\\TakenLabel[0]");
-}
-
 TEST_F(Xpath, OfAViewIsThatOfItsRecordingTagFirst) {
   const auto spacer = add<Label>("goes").className("BothLabel").get();
   const auto label = add<Label>("stays").className("BothLabel").get();
@@ -113,17 +74,6 @@ TEST_F(Xpath, OfAViewIsThatOfItsRecordingTagFirst) {
   EXPECT_NE(tagOf(label, kRecordingTag), tagOf(label, kPlaybackTag));
   EXPECT_EQ(xpathOf(window), std::nullopt);
   EXPECT_EQ(xpathOf(nullptr), std::nullopt);
-}
-
-TEST_F(Xpath, StoreHoldsOneEntryAPosition) {
-  const XpathTrie& store = xpaths.getXpathPosition_PlaybackDictionary();
-  const std::size_t before = store.count();
-  const auto label = add<Label>("one").className("CountedLabel").get();
-  UIViewsManager manager;
-  manager.GetAllViews(window, true);
-  manager.GetAllViewsForPlayer(window, true);
-  EXPECT_EQ(store.count(), before + 1) << "both tags have the same position";
-  EXPECT_EQ(store.objectForKey("\\CountedLabel[0]"), tagOf(label, kPlaybackTag));
 }
 
 // The walks count as they go; the public form counts for itself. Both must say the same.

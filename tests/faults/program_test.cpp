@@ -7,7 +7,6 @@
 #include <filesystem>
 #include <functional>
 
-#include "tests/TcpCommunication/LoopbackClient.h"
 #include "tests/support/Program.h"
 #include "tests/support/Wire.h"
 
@@ -64,8 +63,8 @@ class FaultyWorld : public testing::Test {
 TEST_F(FaultyWorld, WithoutDescriptorsClientsWaitAndAreServedLater) {
   ASSERT_TRUE(eventually([this] { return isLogged("Playback server started on port 9898"); }));
   allowDescriptors(nextDescriptor());
-  const LoopbackClient player(kPlaybackPort);
-  const LoopbackClient recorder(kRecorderPort);
+  const Wire player(kPlaybackPort);
+  const Wire recorder(kRecorderPort);
   EXPECT_TRUE(eventually([this] { return isLogged("Error in accept() function: Too many open"); }));
   EXPECT_TRUE(program_.isRunning());
   allowDescriptors(1024);
@@ -88,22 +87,21 @@ TEST_F(FaultyWorld, WithoutDescriptorsCommandsAreAnsweredAndTheLogSaysWhatIsMiss
 }
 
 TEST_F(FaultyWorld, AResetAtAnyMomentLeavesTheServerToTheNext) {
-  const std::vector<std::function<void(LoopbackClient&)>> moments{
-      [](LoopbackClient&) {},                               // before the greeting is read
-      [](LoopbackClient& host) { host.send(kFind); },       // with an answer on its way
-      [](LoopbackClient& host) { host.send("{\"funct"); },  // in the middle of a command
-      [](LoopbackClient& host) {                            // in the middle of an answer
+  const std::vector<std::function<void(Wire&)>> moments{
+      [](Wire&) {},                               // before the greeting is read
+      [](Wire& host) { host.send(kFind); },       // with an answer on its way
+      [](Wire& host) { host.send("{\"funct"); },  // in the middle of a command
+      [](Wire& host) {                            // in the middle of an answer
         host.send(kSnapshot);
         host.read(20);
       },
-      [](LoopbackClient& host) {  // with many answers on their way
+      [](Wire& host) {  // with many answers on their way
         host.send(kFind);
         for (int command = 0; command < 200; ++command) host.send(kSnapshot);
       }};
   for (std::size_t moment = 0; moment < moments.size(); ++moment) {
     SCOPED_TRACE(moment);
-    LoopbackClient host;
-    ASSERT_TRUE(host.connectSoon(kPlaybackPort));
+    Wire host(kPlaybackPort);
     moments[moment](host);
     host.reset();
     EXPECT_TRUE(eventually(nextHostIsServed, std::chrono::seconds(20)));
@@ -112,8 +110,7 @@ TEST_F(FaultyWorld, AResetAtAnyMomentLeavesTheServerToTheNext) {
 }
 
 TEST_F(FaultyWorld, ARecordersResetLeavesPlaybackAlone) {
-  LoopbackClient recorder;
-  ASSERT_TRUE(recorder.connectSoon(kRecorderPort));
+  Wire recorder(kRecorderPort);
   recorder.readMessage();
   recorder.send("startobjectspy\r\n");
   recorder.reset();

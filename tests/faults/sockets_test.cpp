@@ -8,7 +8,7 @@
 #include "backends/headless/views/Button.h"
 #include "backends/headless/views/Label.h"
 #include "tests/faults/NarrowSockets.h"
-#include "tests/interaction/Screen.h"
+#include "tests/support/Screen.h"
 #include "tests/support/Wire.h"
 
 namespace tarni::test {

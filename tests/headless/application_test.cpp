@@ -1,17 +1,15 @@
-#include <array>
-
 #include "backends/headless/views/Button.h"
 #include "backends/headless/views/Label.h"
 #include "backends/headless/views/ViewController.h"
 #include "samples/headless/LoginScreen.h"
-#include "tests/headless/Screen.h"
+#include "tests/headless/TouchScreen.h"
 
 namespace tarni::headless::test {
 namespace {
 
 namespace uikit = platform::uikit;
 
-class ApplicationTest : public Screen {
+class ApplicationTest : public TouchScreen {
  protected:
   Application& application = environment.application();
 
@@ -66,25 +64,6 @@ TEST_F(ApplicationTest, TheKeyWindowComesFirst) {
   EXPECT_EQ(application.keyWindow(), nullptr);
 }
 
-TEST_F(ApplicationTest, EventsPassThroughTheExchangedMethod) {
-  std::vector<std::string> seen;
-  const auto button = build<Button>("OK").frame({{0, 0}, {100, 40}}).in(*window);
-  button->onTap([&] { seen.emplace_back("application"); });
-  auto& runtime = environment.runtime();
-  runtime.class_addMethod(
-      uikit::UIApplication, "hooked:",
-      [&](const std::vector<platform::Argument>& arguments) {
-        seen.emplace_back("hook");
-        runtime.perform(uikit::UIApplication, "hooked:", arguments);
-      },
-      "v@:@");
-  runtime.method_exchangeImplementations(
-      runtime.class_getInstanceMethod(uikit::UIApplication, "sendEvent:"),
-      runtime.class_getInstanceMethod(uikit::UIApplication, "hooked:"));
-  complete(tap(application, touchAt({10, 10})));
-  EXPECT_THAT(seen, testing::ElementsAre("hook", "hook", "application"));
-}
-
 TEST_F(ApplicationTest, AnEventThatIsRefilledWhileItIsWatchedActsAsRefilled) {
   int taps = 0;
   const auto button = build<Button>("OK").frame({{0, 0}, {100, 40}}).in(*window);
@@ -102,22 +81,6 @@ TEST_F(ApplicationTest, AnEventThatIsRefilledWhileItIsWatchedActsAsRefilled) {
       "v@:@");
   environment.finger().tap(*button);
   EXPECT_EQ(taps, 0);
-}
-
-TEST_F(ApplicationTest, TheLogKeepsEventsAsTheyWere) {
-  const auto view = box({{0, 0}, {300, 300}});
-  const auto first = touchAt({10, 10});
-  const auto second = touchAt({20, 20});
-  send(UITouchPhase::Began, {first, second});
-  moveTo(first, {30, 30});
-  send(UITouchPhase::Ended, {first});
-  const auto& events = application.eventLog().events();
-  ASSERT_EQ(events.size(), 3U);
-  EXPECT_EQ(application.eventLog().phases(), "Began Began Moved Ended");
-  EXPECT_EQ(events[0].touches[1].locationInWindow, (CGPoint{20, 20}));
-  EXPECT_EQ(events[0].touches[0].locationInWindow, (CGPoint{10, 10}));
-  EXPECT_EQ(events[1].touches[0].view.lock(), view);
-  EXPECT_LE(events[0].touches[0].timestamp, events[2].touches[0].timestamp);
 }
 
 TEST_F(ApplicationTest, OtherEventsAndStrayPhasesAreHarmless) {
@@ -182,49 +145,6 @@ TEST_F(ApplicationTest, APostedTouchsExceptionReachesItsSender) {
   });
   EXPECT_TRUE(environment.runLoop().runUntil([&] { return !reason.empty(); }, 30));
   EXPECT_EQ(reason, "from the action");
-}
-
-TEST_F(ApplicationTest, TheRunLoopModeStackIsTheApplicationsOwn) {
-  application.pushRunLoopMode("tracking");
-  EXPECT_THAT(application.runLoopModes(),
-              testing::ElementsAre(platform::kCFRunLoopDefaultMode, "tracking"));
-  application.popRunLoopMode("tracking");
-  application.popRunLoopMode("tracking");
-  EXPECT_THAT(application.runLoopModes(), testing::ElementsAre(platform::kCFRunLoopDefaultMode));
-}
-
-TEST_F(ApplicationTest, WhatWasAskedIsRemembered) {
-  const auto alert = environment.alerts().show("Oops", "Cancel", std::nullopt);
-  EXPECT_TRUE(environment.alerts().shown().back()->isVisible());
-  alert->dismissWithClickedButtonIndex(0, true);
-  EXPECT_EQ(environment.alerts().shown().back()->clicked, 0);
-  EXPECT_TRUE(window->subviews().empty());
-
-  platform::UIViewRef sender;
-  environment.notificationCenter().addObserver("changed",
-                                               [&](const auto& object) { sender = object; });
-  complete(environment.notificationCenter().postNotificationName("other", nullptr));
-  EXPECT_EQ(sender, nullptr);
-  complete(environment.notificationCenter().postNotificationName("changed", window));
-  EXPECT_EQ(sender, window);
-  EXPECT_EQ(environment.notificationCenter().posted().size(), 2U);
-}
-
-TEST_F(ApplicationTest, EncodingsAreCanonical) {
-  const auto& encoding = environment.encoding();
-  EXPECT_THAT(encoding.UUIDString(),
-              testing::MatchesRegex("[0-9A-F]+-[0-9A-F]+-4[0-9A-F]+-[0-9A-F]+-[0-9A-F]+"));
-  EXPECT_NE(encoding.UUIDString(), encoding.UUIDString());
-  const std::array bytes{std::byte{0xFF}, std::byte{0x00}, std::byte{0x10}, std::byte{0x83}};
-  EXPECT_EQ(encoding.base64EncodedString(bytes), "/wAQgw==");
-  EXPECT_EQ(encoding.base64EncodedString({}), "");
-}
-
-TEST_F(ApplicationTest, TheSystemVersionIsWhatTheTestSays) {
-  auto& info = environment.processInfo();
-  info.setOperatingSystemVersion({8, 4, 0});
-  EXPECT_TRUE(info.isOperatingSystemAtLeastVersion({8, 0, 0}));
-  EXPECT_FALSE(info.isOperatingSystemAtLeastVersion({9, 0, 0}));
 }
 
 }  // namespace

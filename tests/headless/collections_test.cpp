@@ -3,12 +3,12 @@
 #include "backends/headless/views/CollectionView.h"
 #include "backends/headless/views/PickerView.h"
 #include "backends/headless/views/TableView.h"
-#include "tests/headless/Screen.h"
+#include "tests/headless/TouchScreen.h"
 
 namespace tarni::headless::test {
 namespace {
 
-class CollectionsTest : public Screen {
+class CollectionsTest : public TouchScreen {
  protected:
   static std::vector<std::string> rows(int count) {
     std::vector<std::string> texts;

@@ -7,12 +7,12 @@
 #include "backends/headless/views/TextView.h"
 #include "backends/headless/views/WebView.h"
 #include "platform/Foundation/NSException.h"
-#include "tests/headless/Screen.h"
+#include "tests/headless/TouchScreen.h"
 
 namespace tarni::headless::test {
 namespace {
 
-class ControlsTest : public Screen {
+class ControlsTest : public TouchScreen {
  protected:
   // Writes the control events down as they come.
   template <typename Kind>
@@ -73,7 +73,7 @@ TEST_F(ControlsTest, ADisabledControlSwallowsTouches) {
 
 TEST_F(ControlsTest, AViewsTouchesGoUpToTheControlItStandsIn) {
   const auto button = watched(build<Button>("OK").frame({{0, 0}, {100, 40}}).in(*window));
-  const auto decoration = box({{0, 0}, {100, 40}}, *button);
+  const auto decoration = plainView({{0, 0}, {100, 40}}, *button);
   environment.finger().tap(*decoration);
   EXPECT_THAT(seen, testing::ElementsAre("down", "up inside"));
 }
@@ -152,7 +152,7 @@ TEST_F(ControlsTest, FocusMovesFromFieldToField) {
 }
 
 TEST_F(ControlsTest, AFieldThatLeavesTheWindowLosesFocus) {
-  const auto panel = box({{0, 0}, {200, 200}});
+  const auto panel = plainView({{0, 0}, {200, 200}});
   const auto field = watched(build<TextField>().frame({{0, 0}, {100, 40}}).in(*panel));
   ASSERT_TRUE(field->focus());
   panel->removeFromSuperview();
@@ -161,22 +161,6 @@ TEST_F(ControlsTest, AFieldThatLeavesTheWindowLosesFocus) {
   EXPECT_THAT(seen, testing::ElementsAre("begin", "end"));
   EXPECT_FALSE(field->focus()) << "without a window there is no focus";
   EXPECT_FALSE(window->focus()) << "a window does not take it";
-}
-
-TEST_F(ControlsTest, TheAgentSetsTextQuietlyAndSendsActionsByItself) {
-  const auto field = watched(build<TextField>().in(*window));
-  complete(field->setText("Ada"));
-  EXPECT_EQ(field->text(), "Ada");
-  EXPECT_TRUE(seen.empty());
-  complete(field->sendActionsForControlEvents(platform::UIControlEventEditingChanged));
-  EXPECT_THAT(seen, testing::ElementsAre("edited"));
-}
-
-TEST_F(ControlsTest, ATextViewTakesTextOnceTapped) {
-  const auto view = build<TextView>("Dear ").frame({{0, 0}, {100, 100}}).in(*window);
-  environment.finger().tap(*view);
-  EXPECT_TRUE(view->type("Ada"));
-  EXPECT_EQ(view->textViewText(), "Dear Ada");
 }
 
 TEST_F(ControlsTest, NavigationBarsHoldPrivateViews) {
@@ -190,32 +174,6 @@ TEST_F(ControlsTest, NavigationBarsHoldPrivateViews) {
   environment.finger().tap(*button);
   environment.finger().tap(*bar->backIndicator());
   EXPECT_EQ(back, 2);
-}
-
-TEST_F(ControlsTest, BarItemsAreTitledAndOfTheirBarsClass) {
-  const auto bar = build<ItemBar>(platform::uikit::UITabBar).frame({{0, 0}, {390, 44}}).in(*window);
-  std::string chosen;
-  bar->addItem("Home", [&] { chosen = "home"; });
-  const auto search = bar->addItem("Search", [&] { chosen = "search"; });
-  EXPECT_EQ(search->getClass(), platform::uikit::UITabBarItem);
-  EXPECT_EQ(platform::as<platform::UITitledItem>(search)->title(), "Search");
-  environment.finger().tap(*search);
-  EXPECT_EQ(chosen, "search");
-}
-
-TEST_F(ControlsTest, AWebViewAnswersAsItWasToldAndRemembersTheQuestions) {
-  const auto web = build<WebView>().frame({{0, 0}, {200, 200}}).in(*window);
-  EXPECT_EQ(complete(web->stringByEvaluatingJavaScriptFromString("1")), "");
-  web->setEngine([](const std::string& script) -> std::string {
-    if (script == "bad()") throw platform::NSException("JavaScript", "gone");
-    return "engine " + script;
-  });
-  web->setAnswer("2", "two");
-  EXPECT_EQ(complete(web->stringByEvaluatingJavaScriptFromString("2")), "two");
-  EXPECT_EQ(complete(web->stringByEvaluatingJavaScriptFromString("3")), "engine 3");
-  EXPECT_THROW(complete(web->stringByEvaluatingJavaScriptFromString("bad()")),
-               platform::NSException);
-  EXPECT_THAT(web->evaluatedScripts(), testing::ElementsAre("1", "2", "3", "bad()"));
 }
 
 TEST_F(ControlsTest, AWebViewsBrowserViewIsReachedByKeysAndByTouches) {

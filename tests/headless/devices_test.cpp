@@ -7,14 +7,14 @@
 #include "backends/headless/views/TextField.h"
 #include "backends/headless/views/TextView.h"
 #include "platform/Foundation/NSException.h"
-#include "tests/headless/Screen.h"
+#include "tests/headless/TouchScreen.h"
 
 namespace tarni::headless::test {
 namespace {
 
 using platform::PointerButton;
 
-class DevicesTest : public Screen {
+class DevicesTest : public TouchScreen {
  protected:
   void SetUp() override {
     environment.runtime().class_replaceMethod(

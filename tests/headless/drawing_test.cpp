@@ -8,8 +8,7 @@
 #include "backends/headless/views/Button.h"
 #include "backends/headless/views/ImageView.h"
 #include "backends/headless/views/Label.h"
-#include "samples/headless/LoginScreen.h"
-#include "tests/headless/Screen.h"
+#include "tests/headless/TouchScreen.h"
 
 namespace tarni::headless::test {
 namespace {
@@ -66,7 +65,7 @@ class Picture {
   std::vector<unsigned char> pixels_;
 };
 
-class DrawingTest : public Screen {
+class DrawingTest : public TouchScreen {
  protected:
   DrawingTest() { environment.screen().setScale(1); }
 
@@ -142,14 +141,6 @@ TEST_F(DrawingTest, AHighlightLiesAboveTheContentAndInsideTheView) {
   EXPECT_TRUE(picture.shows(kWhite, 46, 100));
 }
 
-TEST_F(DrawingTest, CornersAreRound) {
-  const auto view = filled({{0, 0}, {100, 100}}, kRed, *page);
-  view->layer().setCornerRadius(50);
-  const Picture picture = draw(*page);
-  EXPECT_TRUE(picture.shows(kWhite, 5, 5));
-  EXPECT_TRUE(picture.shows(kRed, 50, 5));
-}
-
 TEST_F(DrawingTest, TextIsDrawnWhereItIsAligned) {
   const auto label = build<Label>("Hello").frame({{0, 0}, {200, 40}}).in(*page);
   const CGRect leftHalf{{0, 0}, {100, 40}};
@@ -200,14 +191,6 @@ TEST_F(DrawingTest, WhatCannotBeDrawnIsAnEmptyImage) {
     EXPECT_EQ(image->size(), (platform::CGSize{0, 0}));
     EXPECT_TRUE(image->JPEGRepresentation(0.6).empty());
   }
-}
-
-TEST_F(DrawingTest, QualityCostsBytes) {
-  const auto login = samples::buildLoginScreen(environment);
-  const auto image = complete(login->drawViewHierarchy());
-  EXPECT_LT(image->JPEGRepresentation(0.2).size(), image->JPEGRepresentation(0.9).size());
-  EXPECT_FALSE(image->JPEGRepresentation(7).empty());
-  EXPECT_FALSE(image->JPEGRepresentation(-1).empty());
 }
 
 TEST_F(DrawingTest, DeepTreesAreDrawn) {

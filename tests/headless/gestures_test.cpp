@@ -2,12 +2,12 @@
 
 #include "backends/headless/events/GestureRecognizer.h"
 #include "backends/headless/views/Button.h"
-#include "tests/headless/Screen.h"
+#include "tests/headless/TouchScreen.h"
 
 namespace tarni::headless::test {
 namespace {
 
-class GesturesTest : public Screen {
+class GesturesTest : public TouchScreen {
  protected:
   template <typename Kind, typename... Arguments>
   std::shared_ptr<Kind> recognizer(View& view, Arguments... arguments) {
@@ -16,7 +16,7 @@ class GesturesTest : public Screen {
     return made;
   }
 
-  ViewRef view = box({{0, 0}, {300, 300}});
+  ViewRef view = plainView({{0, 0}, {300, 300}});
   int calls = 0;
 };
 
@@ -73,7 +73,7 @@ TEST_F(GesturesTest, AControlsTapIsNotItsSuperviews) {
   environment.finger().tap(*button);
   EXPECT_EQ(taps, 1);
   EXPECT_EQ(calls, 0);
-  const auto plain = box({{0, 100}, {50, 50}}, *view);
+  const auto plain = plainView({{0, 100}, {50, 50}}, *view);
   environment.finger().tap(*plain);
   EXPECT_EQ(calls, 1);
 }

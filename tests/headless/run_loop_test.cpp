@@ -2,12 +2,12 @@
 #include <thread>
 
 #include "platform/Foundation/NSException.h"
-#include "tests/headless/Screen.h"
+#include "tests/headless/TouchScreen.h"
 
 namespace tarni::headless::test {
 namespace {
 
-class RunLoopTest : public Screen {
+class RunLoopTest : public TouchScreen {
  protected:
   RunLoop& loop = environment.runLoop();
   std::vector<std::string> seen;

@@ -1,11 +1,11 @@
 #include "backends/headless/views/Button.h"
 #include "backends/headless/views/ScrollView.h"
-#include "tests/headless/Screen.h"
+#include "tests/headless/TouchScreen.h"
 
 namespace tarni::headless::test {
 namespace {
 
-class ScrollTest : public Screen {
+class ScrollTest : public TouchScreen {
  protected:
   ScrollTest() { scroll->setContentSize({200, 1000}); }
 

@@ -2,17 +2,17 @@
 
 #include "backends/headless/views/Label.h"
 #include "backends/headless/views/ScrollView.h"
-#include "tests/headless/Screen.h"
+#include "tests/headless/TouchScreen.h"
 
 namespace tarni::headless::test {
 namespace {
 
 using platform::CGAffineTransform;
 
-class ViewTest : public Screen {};
+class ViewTest : public TouchScreen {};
 
 TEST_F(ViewTest, TheFrameFollowsFromCentreBoundsAndTransform) {
-  const auto view = box({{20, 40}, {100, 60}});
+  const auto view = plainView({{20, 40}, {100, 60}});
   EXPECT_EQ(view->center(), (CGPoint{70, 70}));
   EXPECT_EQ(view->bounds(), (CGRect{{0, 0}, {100, 60}}));
 
@@ -30,7 +30,7 @@ TEST_F(ViewTest, TheFrameFollowsFromCentreBoundsAndTransform) {
 }
 
 TEST_F(ViewTest, AFrameSetUnderATransformIsTheFrame) {
-  const auto view = box({{0, 0}, {10, 10}});
+  const auto view = plainView({{0, 0}, {10, 10}});
   view->setTransform(CGAffineTransform::scale(2, 4));
   view->setFrame({{10, 20}, {40, 40}});
   EXPECT_EQ(view->frame(), (CGRect{{10, 20}, {40, 40}}));
@@ -39,7 +39,7 @@ TEST_F(ViewTest, AFrameSetUnderATransformIsTheFrame) {
 
 TEST_F(ViewTest, ConvertsThroughScrollOffsetsAndTransforms) {
   const auto scroll = build<ScrollView>().frame({{10, 100}, {200, 200}}).in(*window);
-  const auto inner = box({{20, 300}, {100, 50}}, *scroll);
+  const auto inner = plainView({{20, 300}, {100, 50}}, *scroll);
   scroll->scrollTo({0, 250});
   EXPECT_EQ(inner->convertPointToWindow({1, 2}), (CGPoint{31, 152}));
   EXPECT_EQ(inner->convertPointFromWindow({31, 152}), (CGPoint{1, 2}));
@@ -54,15 +54,15 @@ TEST_F(ViewTest, ConvertsThroughScrollOffsetsAndTransforms) {
 TEST_F(ViewTest, TheWindowsOwnPlaceOnTheScreenIsNotItsContents) {
   const auto second = std::make_shared<Window>(CGRect{{100, 200}, {50, 50}});
   second->makeKeyAndVisible(environment.application());
-  const auto inside = box({{5, 5}, {10, 10}}, *second);
+  const auto inside = plainView({{5, 5}, {10, 10}}, *second);
   EXPECT_EQ(inside->convertPointToWindow({0, 0}), (CGPoint{5, 5}));
   EXPECT_EQ(platform::convertPoint({0, 0}, inside, window), (CGPoint{105, 205}));
 }
 
 TEST_F(ViewTest, HitTestGivesTheDeepestFrontView) {
-  const auto back = box({{0, 0}, {100, 100}});
-  const auto front = box({{50, 50}, {100, 100}});
-  const auto inFront = box({{0, 0}, {20, 20}}, *front);
+  const auto back = plainView({{0, 0}, {100, 100}});
+  const auto front = plainView({{50, 50}, {100, 100}});
+  const auto inFront = plainView({{0, 0}, {20, 20}}, *front);
   EXPECT_EQ(window->hitTest({10, 10}), back);
   EXPECT_EQ(window->hitTest({60, 60}), inFront);
   EXPECT_EQ(window->hitTest({90, 90}), front);
@@ -71,9 +71,9 @@ TEST_F(ViewTest, HitTestGivesTheDeepestFrontView) {
 }
 
 TEST_F(ViewTest, HitTestPassesOverViewsThatTakeNoTouches) {
-  const auto back = box({{0, 0}, {100, 100}});
-  const auto cover = box({{0, 0}, {100, 100}});
-  const auto below = box({{0, 0}, {100, 100}}, *cover);
+  const auto back = plainView({{0, 0}, {100, 100}});
+  const auto cover = plainView({{0, 0}, {100, 100}});
+  const auto below = plainView({{0, 0}, {100, 100}}, *cover);
   EXPECT_EQ(window->hitTest({10, 10}), below);
   cover->setUserInteractionEnabled(false);
   EXPECT_EQ(window->hitTest({10, 10}), back) << "neither the view nor what is in it";
@@ -93,16 +93,16 @@ TEST_F(ViewTest, HitTestPassesOverViewsThatTakeNoTouches) {
 }
 
 TEST_F(ViewTest, HitTestFollowsTransforms) {
-  const auto view = box({{100, 100}, {100, 20}});
+  const auto view = plainView({{100, 100}, {100, 20}});
   view->setTransform(CGAffineTransform::rotation(std::numbers::pi / 2));
   EXPECT_EQ(window->hitTest({150, 150}), view);
   EXPECT_EQ(window->hitTest({110, 110}), window);
 }
 
 TEST_F(ViewTest, TheTreeKeepsOrderAndOwnership) {
-  const auto parent = box({{0, 0}, {100, 100}});
-  const auto first = box({}, *parent);
-  const auto second = box({}, *parent);
+  const auto parent = plainView({{0, 0}, {100, 100}});
+  const auto first = plainView({}, *parent);
+  const auto second = plainView({}, *parent);
   const auto third = std::make_shared<View>();
   parent->insertSubview(third, 1);
   EXPECT_THAT(parent->subviews(), testing::ElementsAre(first, third, second));
@@ -118,8 +118,8 @@ TEST_F(ViewTest, TheTreeKeepsOrderAndOwnership) {
 }
 
 TEST_F(ViewTest, ARemovedViewHasNoWindow) {
-  const auto parent = box({{0, 0}, {100, 100}});
-  const auto child = box({{10, 10}, {10, 10}}, *parent);
+  const auto parent = plainView({{0, 0}, {100, 100}});
+  const auto child = plainView({{10, 10}, {10, 10}}, *parent);
   EXPECT_EQ(child->window(), window);
   parent->removeFromSuperview();
   EXPECT_EQ(parent->superview(), nullptr);
@@ -132,8 +132,8 @@ TEST_F(ViewTest, ARemovedViewHasNoWindow) {
 
 TEST_F(ViewTest, AViewOutlivesItsParentAndItsWindow) {
   auto other = std::make_shared<Window>(CGRect{{0, 0}, {10, 10}});
-  auto parent = box({}, *other);
-  const auto child = box({}, *parent);
+  auto parent = plainView({}, *other);
+  const auto child = plainView({}, *parent);
   other.reset();
   EXPECT_EQ(child->window(), nullptr);
   parent.reset();
@@ -145,7 +145,7 @@ TEST_F(ViewTest, DeepTreesAreMovedHitAndDestroyed) {
   auto top = std::make_shared<View>();
   top->setFrame({{0, 0}, {10, 10}});
   ViewRef deepest = top;
-  for (int level = 0; level < kDepth; ++level) deepest = box({{0, 0}, {10, 10}}, *deepest);
+  for (int level = 0; level < kDepth; ++level) deepest = plainView({{0, 0}, {10, 10}}, *deepest);
   window->addSubview(top);
   EXPECT_EQ(deepest->window(), window);
   EXPECT_EQ(window->hitTest({5, 5}), deepest);
@@ -157,7 +157,7 @@ TEST_F(ViewTest, DeepTreesAreMovedHitAndDestroyed) {
 }
 
 TEST_F(ViewTest, KeysFallBackToInstanceVariables) {
-  const auto view = box({});
+  const auto view = plainView({});
   const auto variable = std::make_shared<View>();
   const auto value = std::make_shared<View>();
   view->setInstanceVariable(variable, "_internal");
@@ -171,8 +171,8 @@ TEST_F(ViewTest, KeysFallBackToInstanceVariables) {
 }
 
 TEST_F(ViewTest, LayersKeepTagsAndMirrorTheTree) {
-  const auto view = box({});
-  const auto child = box({}, *view);
+  const auto view = plainView({});
+  const auto child = plainView({}, *view);
   view->layer().setValueForKey("1", "a");
   view->layer().setValueForKey("2", "b");
   view->layer().setValueForKey("3", "a");
@@ -185,12 +185,6 @@ TEST_F(ViewTest, LayersKeepTagsAndMirrorTheTree) {
   view->layer().addAnimation({.duration = 2}, "fade");
   EXPECT_THAT(view->layer().animationKeys(), testing::ElementsAre("fade"));
   EXPECT_EQ(view->layer().animationForKey("fade")->duration, 2);
-}
-
-TEST_F(ViewTest, PrivateClassesAreKindsOfTheirOwn) {
-  const auto key = build<Label>("7").className("CalculatorKey").in(*window);
-  EXPECT_EQ(key->getClass()->name(), "CalculatorKey");
-  EXPECT_TRUE(key->isKindOfClass(platform::uikit::UILabel));
 }
 
 TEST_F(ViewTest, ValuesOfALayerStayWhereTheyAre) {

@@ -5,7 +5,7 @@
 #include "agent/interaction/CALayer_KIFAdditions.h"
 #include "agent/interaction/UIApplication_KIFAdditions.h"
 #include "agent/interaction/UIScreen_KIFAdditions.h"
-#include "tests/interaction/Screen.h"
+#include "tests/support/Screen.h"
 
 namespace tarni {
 namespace {
@@ -69,21 +69,6 @@ TEST_F(Animations, TimeRunsAtTheLayersAbsoluteSpeed) {
   EXPECT_FALSE(KIFAdditions::hasAnimations(outer->layer()));
 }
 
-TEST_F(Animations, LayersAreWalkedLikeTheirViews) {
-  const auto sibling = build<View>().in(*outer);
-  std::vector<platform::CALayer*> order;
-  KIFAdditions::performBlockOnDescendentLayers(
-      outer->layer(), [&](platform::CALayer& layer, bool&) { order.push_back(&layer); });
-  EXPECT_EQ(order,
-            (std::vector<platform::CALayer*>{&outer->layer(), &inner->layer(), &sibling->layer()}));
-  int visited = 0;
-  KIFAdditions::performBlockOnDescendentLayers(outer->layer(), [&](platform::CALayer&, bool& stop) {
-    ++visited;
-    stop = true;
-  });
-  EXPECT_EQ(visited, 1);
-}
-
 TEST_F(Animations, SpeedIsThatOfTheKeyWindow) {
   EXPECT_EQ(KIFAdditions::animationSpeed(), 1.0F);
   KIFAdditions::setAnimationSpeed(4);
@@ -102,11 +87,6 @@ TEST_F(Animations, RelativeWaitIsShorterForAFasterApplication) {
   EXPECT_EQ(run.mode, "some mode");
   EXPECT_EQ(run.seconds, 0.5);
   EXPECT_TRUE(run.returnAfterSourceHandled);
-}
-
-TEST_F(Animations, MajorSwipeIsHalfAScreen) {
-  environment.screen().setSize({414, 736});
-  EXPECT_EQ(KIFAdditions::majorSwipeDisplacement(environment.screen()), 207);
 }
 
 }  // namespace

@@ -7,7 +7,7 @@
 #include "backends/headless/views/Button.h"
 #include "backends/headless/views/TextField.h"
 #include "backends/headless/views/WebView.h"
-#include "tests/interaction/Screen.h"
+#include "tests/support/Screen.h"
 
 namespace tarni {
 namespace {
@@ -73,39 +73,6 @@ TEST_F(Gestures, TapLeavesTheFocusWhenAnotherViewLiesOverTheField) {
   EXPECT_FALSE(field->isFirstResponder());
 }
 
-TEST_F(Gestures, TapSurvivesAButtonThatThrowsItselfAway) {
-  auto button = build<headless::Button>("Close").frame({{0, 0}, {100, 50}}).in(*view);
-  button->setCanBecomeFirstResponder(true);
-  button->onTap([&] {
-    view->removeFromSuperview();
-    view->removeAllSubviews();
-  });
-  complete(KIFAdditions::tap(button));
-  EXPECT_EQ(phases(), "Began Ended");
-  EXPECT_FALSE(button->isFirstResponder());
-}
-
-TEST_F(Gestures, TapThatOpensADialogEndsWhileTheDialogIsOpen) {
-  bool isClosed = false;
-  bool isOpen = false;
-  const auto button = build<headless::Button>("Open").frame({{0, 0}, {100, 50}}).in(*view);
-  button->setOpensNestedLoop(true);
-  button->onTap([&] {
-    isOpen = true;
-    environment.runLoop().runUntil([&] { return isClosed; });
-    isOpen = false;
-  });
-  bool endedInside = false;
-  platform::spawn(KIFAdditions::tap(button), [&](const std::exception_ptr& failure) {
-    EXPECT_FALSE(failure);
-    endedInside = isOpen;
-    isClosed = true;
-  });
-  EXPECT_TRUE(environment.runLoop().runUntil([&] { return isClosed && !isOpen; }, 10));
-  EXPECT_TRUE(endedInside);
-  EXPECT_EQ(phases(), "Began Ended");
-}
-
 TEST_F(Gestures, ViewWithoutWindowIsTouchedNowhere) {
   view->removeFromSuperview();
   view->setCanBecomeFirstResponder(true);
@@ -135,14 +102,6 @@ TEST_F(Gestures, WebViewsTakeTapsByThemselves) {
   EXPECT_EQ(phases(), "");
 }
 
-TEST_F(Gestures, WebViewWithoutItsInnerViewIsTouchedLikeAnyOther) {
-  view->setClass(platform::uikit::UIWebView);
-  complete(KIFAdditions::tapWebViewAtPoint(view, {5, 6}));
-  EXPECT_EQ(phases(), "");
-  complete(KIFAdditions::tap(view));
-  EXPECT_EQ(phases(), "Began Ended");
-}
-
 TEST_F(Gestures, TwoFingerTapStandsFortyPointsRoundThePoint) {
   complete(KIFAdditions::twoFingerTapAtPoint(view, {100, 50}));
   ASSERT_EQ(phases(), "Began Began Ended Ended");
@@ -162,18 +121,6 @@ TEST_F(Gestures, LongPressRepeatsStationaryEveryHundredthOfASecond) {
     EXPECT_EQ(run.seconds, 0.01);
   }
   EXPECT_TRUE(view->isFirstResponder());
-}
-
-TEST_F(Gestures, ShortestLongPressHasNoStationaryEvent) {
-  complete(KIFAdditions::longPressAtPoint(view, {10, 10}, 0.01));
-  EXPECT_EQ(phases(), "Began Ended");
-  EXPECT_EQ(environment.application().runLoopRuns().size(), 1U);
-}
-
-TEST_F(Gestures, WaitsAreNotScaledByTheAnimationSpeed) {
-  window->layer().setSpeed(4);
-  complete(KIFAdditions::dragFromPoint(view, {0, 0}, {10, 10}));
-  EXPECT_EQ(environment.application().runLoopRuns().at(0).seconds, 0.01);
 }
 
 TEST_F(Gestures, PointsRunFromTheStartToTheEnd) {
@@ -200,11 +147,6 @@ TEST_F(Gestures, DragGivesTheFocusOnlyToTheViewThatItHits) {
   EXPECT_FALSE(view->isFirstResponder());
   complete(KIFAdditions::dragFromPoint(view, {60, 60}, {70, 70}));
   EXPECT_TRUE(view->isFirstResponder());
-}
-
-TEST_F(Gestures, PathOfOnePointLeavesTheFingerDown) {
-  complete(KIFAdditions::dragAlongPathWithPoints(view, {{10, 10}}));
-  EXPECT_EQ(phases(), "Began");
 }
 
 TEST_F(Gestures, PathsThatDoNotMatchTouchNothing) {
@@ -256,20 +198,6 @@ TEST_F(Gestures, RotationJumpsToTheWholeAngleAtItsEnd) {
   expectNear(pathOfFinger(0, kSteps)[43], at(-90.0 * 43 / 45, 1));
   expectNear(pathOfFinger(0, kSteps)[44], at(-90, 1));
   expectNear(pathOfFinger(1, kSteps)[43], at(-90.0 * 43 / 45, -1));
-}
-
-TEST_F(Gestures, SmallRotationHasTwoSteps) {
-  complete(KIFAdditions::twoFingerRotateAtPoint(view, {100, 50}, 3));
-  EXPECT_EQ(phases(), "Began Began Moved Moved Ended Ended");
-}
-
-TEST_F(Gestures, GestureRecognizersOfTheApplicationUnderstandThem) {
-  double scale = 0;
-  const auto pinch = std::make_shared<headless::PinchGestureRecognizer>([] {});
-  view->addGestureRecognizer(pinch);
-  complete(KIFAdditions::zoomAtPoint(view, {100, 50}, 40, 5));
-  scale = pinch->scale();
-  EXPECT_NEAR(scale, 2, 0.01);
 }
 
 }  // namespace

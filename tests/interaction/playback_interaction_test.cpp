@@ -5,7 +5,7 @@
 #include "backends/headless/views/TextField.h"
 #include "backends/headless/views/TextView.h"
 #include "platform/Foundation/NSException.h"
-#include "tests/interaction/Screen.h"
+#include "tests/support/Screen.h"
 
 namespace tarni {
 namespace {
@@ -53,21 +53,6 @@ TEST_F(PlayBackInteraction, TopmostViewIsNotLookedAtAsASwitch) {
   EXPECT_EQ(phases(), "Began Ended");
 }
 
-TEST_F(PlayBackInteraction, ViewThatIsOnlyCalledASwitchRaises) {
-  const auto light = build<headless::View>().className("LightSWITCHView").in(*window);
-  EXPECT_THROW(click(light), platform::NSException);
-}
-
-TEST_F(PlayBackInteraction, AnythingElseIsTapped) {
-  int taps = 0;
-  const auto button = build<headless::Button>("OK")
-                          .frame({{10, 10}, {100, 40}})
-                          .with(&headless::Button::onTap, [&] { ++taps; })
-                          .in(*window);
-  EXPECT_TRUE(click(button));
-  EXPECT_EQ(taps, 1);
-}
-
 TEST_F(PlayBackInteraction, TextIsReplacedWholeWithOneNotificationAndOneAction) {
   const auto field = build<headless::TextField>("Name").frame({{0, 0}, {100, 30}}).in(*window);
   field->replaceText("before");
@@ -85,19 +70,6 @@ TEST_F(PlayBackInteraction, TextIsReplacedWholeWithOneNotificationAndOneAction) 
   const headless::PostedNotification& posted = environment.notificationCenter().posted().at(0);
   EXPECT_EQ(posted.name, "UITextFieldTextDidChangeNotification");
   EXPECT_EQ(posted.object.lock(), field);
-}
-
-TEST_F(PlayBackInteraction, OnlyTextFieldsTakeText) {
-  const auto textView = build<headless::TextView>("old").in(*window);
-  EXPECT_FALSE(type(textView, "new"));
-  EXPECT_EQ(textView->textViewText(), "old");
-  EXPECT_FALSE(type(plainView({}), "new"));
-}
-
-TEST_F(PlayBackInteraction, FieldThatGoesAwayWhileItTakesTheTextIsNoTrouble) {
-  auto field = build<headless::TextField>().frame({{0, 0}, {100, 30}}).in(*window);
-  field->addAction(headless::ControlEvent::EditingDidBegin, [&] { field->removeFromSuperview(); });
-  EXPECT_TRUE(type(field, "text"));
 }
 
 }  // namespace

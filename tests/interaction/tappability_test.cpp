@@ -7,7 +7,7 @@
 #include "backends/headless/views/Button.h"
 #include "backends/headless/views/Label.h"
 #include "backends/headless/views/WebView.h"
-#include "tests/interaction/Screen.h"
+#include "tests/support/Screen.h"
 
 namespace tarni {
 namespace {
@@ -28,26 +28,17 @@ class Tappability : public test::Screen {
   ViewRef view = plainView({{100, 200}, {100, 50}});
 };
 
-TEST_F(Tappability, FreeViewIsTappableInItsMiddle) {
+TEST_F(Tappability, MiddleThenCornersInTheirOrderAreTried) {
   EXPECT_EQ(tappablePoint(view), (CGPoint{50, 25}));
-  EXPECT_TRUE(KIFAdditions::isTappable(view));
-}
-
-TEST_F(Tappability, CoveredViewIsTappableAtTheFirstFreeCorner) {
-  cover({{100, 200}, {100, 48}});
-  EXPECT_EQ(tappablePoint(view), (CGPoint{1, 49}));
-  cover({{90, 240}, {20, 20}});
-  EXPECT_EQ(tappablePoint(view), (CGPoint{99, 49}));
-}
-
-TEST_F(Tappability, CornersAreTriedFromTopLeftToBottomRight) {
   cover({{140, 215}, {20, 20}});
   EXPECT_EQ(tappablePoint(view), (CGPoint{1, 1}));
   cover({{95, 195}, {10, 10}});
   EXPECT_EQ(tappablePoint(view), (CGPoint{99, 1}));
-}
-
-TEST_F(Tappability, WhollyCoveredViewIsNotTappable) {
+  cover({{100, 200}, {100, 48}});
+  EXPECT_EQ(tappablePoint(view), (CGPoint{1, 49}));
+  cover({{90, 240}, {20, 20}});
+  EXPECT_EQ(tappablePoint(view), (CGPoint{99, 49}));
+  EXPECT_TRUE(KIFAdditions::isTappable(view));
   cover({{100, 200}, {100, 50}});
   EXPECT_TRUE(std::isnan(tappablePoint(view).x));
   EXPECT_TRUE(std::isnan(tappablePoint(view).y));
@@ -55,27 +46,11 @@ TEST_F(Tappability, WhollyCoveredViewIsNotTappable) {
   EXPECT_FALSE(KIFAdditions::isProbablyTappable(view));
 }
 
-TEST_F(Tappability, TinyViewIsProbedAtTheSamePoints) {
-  const auto tiny = plainView({{10, 10}, {1, 1}});
-  EXPECT_EQ(tappablePoint(tiny), (CGPoint{0.5, 0.5}));
-  cover({{10.4, 10.4}, {0.2, 0.2}});
-  // (1, 1) lies outside, as does (0, 1) and (1, 0); the last corner is the view's origin.
-  EXPECT_EQ(tappablePoint(tiny), (CGPoint{0, 0}));
-}
-
-TEST_F(Tappability, ViewWithoutWindowIsNotTappable) {
-  view->removeFromSuperview();
-  EXPECT_FALSE(KIFAdditions::isTappable(view));
-}
-
-TEST_F(Tappability, LabelInsideAButtonIsTappable) {
+TEST_F(Tappability, LabelIsTappableInsideAButtonAlone) {
   const auto button = build<headless::Button>("OK").frame({{0, 300}, {100, 40}}).in(*window);
   ASSERT_TRUE(button->titleLabel());
   EXPECT_TRUE(KIFAdditions::isTappable(button->titleLabel()));
   EXPECT_TRUE(KIFAdditions::isTappable(button));
-}
-
-TEST_F(Tappability, LabelInsideAViewIsNot) {
   const auto label = build<headless::Label>("text").frame({{0, 0}, {100, 50}}).in(*view);
   EXPECT_FALSE(KIFAdditions::isTappable(label));
 }
@@ -205,15 +180,6 @@ TEST_F(Walks, AncestorsComeOutwardsFromTheViewItself) {
     stop = view == a;
   });
   EXPECT_EQ(order, "cba");
-}
-
-TEST_F(Walks, DeepTreesAreWalkedWithoutRecursion) {
-  ViewRef deepest = a;
-  for (int depth = 0; depth < 10000; ++depth) deepest = build<View>().in(*deepest);
-  std::size_t count = 0;
-  KIFAdditions::performBlockOnDescendentViews(a,
-                                              [&](const platform::UIViewRef&, bool&) { ++count; });
-  EXPECT_EQ(count, 10004U);
 }
 
 }  // namespace

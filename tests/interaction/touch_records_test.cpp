@@ -5,7 +5,7 @@
 #include "agent/interaction/UIView_KIFAdditions.h"
 #include "backends/posix/HIDEventRecord.h"
 #include "backends/posix/TouchRecord.h"
-#include "tests/interaction/Screen.h"
+#include "tests/support/Screen.h"
 
 namespace tarni {
 namespace {
@@ -48,13 +48,6 @@ TEST_F(TouchRecords, FreshTouchIsWhollySet) {
   EXPECT_EQ(touch->previousLocationInWindow(), (platform::CGPoint{110, 220}));
   EXPECT_GT(touch->timestamp(), 0);
   EXPECT_LE(touch->timestamp(), environment.processInfo().systemUptime());
-}
-
-TEST_F(TouchRecords, TouchInTheMiddleGoesByTheFrameNotTheBounds) {
-  view->setTransform(platform::CGAffineTransform::scale(2, 2));
-  const auto touch = std::dynamic_pointer_cast<posix::TouchRecord>(KIFAdditions::initInView(view));
-  // Half of the frame's 400 by 200, in the view's own coordinates, is twice as far on screen.
-  EXPECT_EQ(touch->locationInWindow(), (platform::CGPoint{400, 350}));
 }
 
 TEST_F(TouchRecords, TouchThatKnowsNoGestureViewGetsNone) {
@@ -141,14 +134,6 @@ TEST_F(TouchRecords, EveryFingerOfADragHasItsOwnRecordInEveryEvent) {
   }
 }
 
-TEST_F(TouchRecords, StationaryFingersReportRangeAndTouch) {
-  complete(KIFAdditions::longPressAtPoint(view, {10, 10}, 0.015));
-  ASSERT_EQ(events().size(), 3U);
-  EXPECT_EQ(fingerOf(*events()[1].hidEvent, 0).eventMask, 3U);
-  EXPECT_TRUE(fingerOf(*events()[1].hidEvent, 0).range);
-  EXPECT_NE(events()[1].hidEvent, events()[0].hidEvent);
-}
-
 TEST_F(TouchRecords, TouchesHaveRecordsOfTheirOwnFromVersion9On) {
   complete(KIFAdditions::tap(view));
   ASSERT_TRUE(events()[0].touches[0].hidEvent);
@@ -202,14 +187,6 @@ TEST_F(TouchRecords, LegacyRecordHasThePlatformsLayout) {
   EXPECT_EQ(offsetof(Record, sizeX), 104U);
   EXPECT_EQ(offsetof(Record, x3), 112U);
   EXPECT_EQ(offsetof(Record, ignored4), 120U);
-}
-
-TEST_F(TouchRecords, NoTouchMakesAnEventWithoutFingers) {
-  platform::UIEvent& event = KIFAdditions::eventWithTouch(nullptr);
-  EXPECT_TRUE(event.allTouches().empty());
-  const auto hand = posix::recordOf(environment.application()._touchesEvent().hidEvent());
-  ASSERT_TRUE(hand);
-  EXPECT_TRUE(hand->children.empty());
 }
 
 }  // namespace

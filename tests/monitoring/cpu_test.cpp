@@ -62,15 +62,6 @@ TEST(CpuLoadFilter, AveragesItsWholeHistory) {
   EXPECT_THAT(filter.rawCpuLoadHistory(), IsEmpty());
 }
 
-TEST_F(Processors, DiagnosticLogsMemoryAndLoadsAsTheirBitsStand) {
-  host.ticks = {{{.idle = 5}}};
-  host.statistics = {.activePages = 1};
-  Memory().showMemoryAndCpuStats();
-  EXPECT_THAT(environment.log().lines(),
-              ElementsAre("Used Ram 4096", "Free Ram 9995904", "Processor Count is 1",
-                          "User CPU Usage 0", "System CPU Usage 0", "App CPU Usage 0"));
-}
-
 TEST(ProcMachHost, ReadsTheTicksOfThisMachinesCores) {
   posix::MachHost kernel;
   const auto ticks = kernel.hostProcessorInfo();

@@ -56,22 +56,6 @@ TEST(DeviceData, ModelsAreFoundByTheirExactIdentifier) {
   EXPECT_EQ(data.getAspectRatio(), "0:0");
 }
 
-TEST(DeviceData, GettersAnswerTheColumnsOfTheChosenRow) {
-  HardcodedDeviceData data;
-  data.setHwMachine("iPad6,8");
-  EXPECT_EQ(data.iDevice(), 33);
-  EXPECT_EQ(data.getCPUName(), "Apple A9X");
-  EXPECT_EQ(data.getCPUFrequency(), 2260);
-  EXPECT_EQ(data.getCoprocessorName(), "Apple M9 motion");
-  EXPECT_EQ(data.getGraphicCardName(), "PowerVR Series 7XT");
-  EXPECT_EQ(data.getRAMType(), "LPDDR4 DRAM");
-  EXPECT_EQ(data.getBatteryCapacity(), 10307);
-  EXPECT_FLOAT_EQ(data.getBatteryVoltage(), 3.77F);
-  EXPECT_FLOAT_EQ(data.getScreenSize(), 12.9F);
-  EXPECT_EQ(data.getPPI(), 264);
-  EXPECT_EQ(data.getAspectRatio(), "4:3");
-}
-
 class Helpers : public Machine {};
 
 TEST_F(Helpers, SystemControlValuesAreReadInTheirOwnWidth) {
@@ -87,35 +71,6 @@ TEST_F(Helpers, SystemControlValuesAreReadInTheirOwnWidth) {
   EXPECT_EQ(AMUtils::getSysCtlPtrWithSpecifier("hw.memsize", &cores, sizeof cores), 0U);
   EXPECT_EQ(AMUtils::getSysCtlPtrWithSpecifier("hw.ncpu", &cores, sizeof cores), 4U);
   EXPECT_EQ(cores, 6U);
-}
-
-TEST_F(Helpers, ArithmeticAndDates) {
-  EXPECT_DOUBLE_EQ(AMUtils::percentageValueFromMax(200, 100, 25), 125);
-  EXPECT_DOUBLE_EQ(AMUtils::valuePercentFrom(100, 200, 125), 25);
-  EXPECT_DOUBLE_EQ(AMUtils::valuePercentFrom(5, 5, 9), 0);
-  EXPECT_EQ(AMUtils::toNearestMetric(1000, 0), "1000 B");
-  EXPECT_EQ(AMUtils::toNearestMetric(3U << 29, 2), "1.50 GB");
-  const auto now = std::chrono::system_clock::now();
-  EXPECT_TRUE(AMUtils::dateDidTimeout(now - std::chrono::seconds(2), 1));
-  EXPECT_FALSE(AMUtils::dateDidTimeout(now, 60));
-}
-
-TEST_F(Helpers, DeviceFamilyFollowsTheMachineAndTheScreen) {
-  EXPECT_FALSE(AMUtils::isIPhone());
-  host.set("hw.machine", "iPad4,1");
-  EXPECT_TRUE(AMUtils::isIPad());
-  host.set("hw.machine", "iPhone6,1");
-  EXPECT_TRUE(AMUtils::isIPhone());
-  EXPECT_FALSE(AMUtils::isIPad());
-  EXPECT_FALSE(AMUtils::isIPhone5());
-  environment.screen().setSize({320, 568});
-  EXPECT_TRUE(AMUtils::isIPhone5());
-}
-
-TEST_F(Helpers, ReviewPageIsOpenedByTheSystem) {
-  AMUtils::openReviewAppPage();
-  ASSERT_EQ(environment.application().openedURLs().size(), 1U);
-  EXPECT_TRUE(environment.application().openedURLs().front().starts_with("https://"));
 }
 
 }  // namespace

@@ -166,12 +166,6 @@ TEST_F(DispatchTest, DelaysEndInTheirOrderOnTheirQueue) {
   EXPECT_EQ(trace, "abc");
 }
 
-TEST_F(DispatchTest, ADelayMayEndOnTheMainQueue) {
-  bool isDone = false;
-  dispatch_.afterOnMain(0.01, [&] { isDone = mainQueue_.isMainThread(); });
-  EXPECT_TRUE(mainQueue_.runUntil([&] { return isDone; }));
-}
-
 TEST_F(DispatchTest, ACancelledTimerDoesNotFireEvenWhenItWaitsOnItsQueue) {
   std::atomic<bool> hasFired = false;
   std::unique_ptr<platform::DispatchTimer> timer;
@@ -206,21 +200,6 @@ TEST_F(DispatchTest, ASourceFiresOncePerResume) {
   EXPECT_EQ(events, 1) << "what is left unread does not fire again by itself";
   source->resume();
   while (events < 2) std::this_thread::yield();
-}
-
-TEST_F(DispatchTest, ReadingAndWritingAreWatchedSideBySide) {
-  std::promise<void> isReadable;
-  std::promise<void> isWritable;
-  const auto reading = dispatch_.makeReadSource(ends_[0], queue_, [&] { isReadable.set_value(); });
-  auto writing = dispatch_.makeWriteSource(ends_[0], queue_, [&] { isWritable.set_value(); });
-  reading->resume();
-  writing->resume();
-  std::future<void> writable = isWritable.get_future();
-  EXPECT_TRUE(isReached(writable));
-  queue_->sync([&] { writing.reset(); });
-  sendByte();
-  std::future<void> readable = isReadable.get_future();
-  EXPECT_TRUE(isReached(readable));
 }
 
 TEST_F(DispatchTest, ADestroyedSourceIsSilentAndItsDescriptorCanBeWatchedAnew) {

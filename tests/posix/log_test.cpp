@@ -54,18 +54,6 @@ class LogTest : public testing::Test {
       (std::filesystem::temp_directory_path() / ("tarni-log-" + std::to_string(getpid()))).string();
 };
 
-TEST_F(LogTest, LinesArriveWholeAndInOrder) {
-  std::vector<std::string> expected;
-  for (int i = 0; i < 1000; ++i) {
-    expected.push_back("line " + std::to_string(i));
-    log_.write(expected.back());
-  }
-  log_.write("");
-  expected.emplace_back("");
-  EXPECT_TRUE(log_.flush(20));
-  EXPECT_EQ(journal_.lines, expected);
-}
-
 TEST_F(LogTest, AStuckDestinationHoldsUpNobodyAndTheLossIsCounted) {
   constexpr int kLines = 4000;
   const std::string line(1000, 'x');

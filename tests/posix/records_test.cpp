@@ -32,18 +32,6 @@ class RuntimeTest : public testing::Test {
   std::string trace_;
 };
 
-TEST_F(RuntimeTest, MethodsAreInheritedAndOverridden) {
-  EXPECT_TRUE(runtime_.class_addMethod(base_, "act", says("base"), "v@:"));
-  EXPECT_EQ(perform(derived_), "base");
-  EXPECT_EQ(runtime_.class_getInstanceMethod(derived_, "act"),
-            runtime_.class_getInstanceMethod(base_, "act"));
-  EXPECT_TRUE(runtime_.class_addMethod(derived_, "act", says("derived"), "v@:"));
-  EXPECT_EQ(perform(derived_), "derived");
-  EXPECT_EQ(perform(base_), "base");
-  EXPECT_FALSE(runtime_.class_addMethod(derived_, "act", says("again"), "v@:"));
-  EXPECT_EQ(perform(derived_), "derived");
-}
-
 TEST_F(RuntimeTest, ReplacingKeepsTheMethodThatWasHandedOut) {
   runtime_.class_replaceMethod(base_, "act", says("old"), "v@:");
   const platform::Method method = runtime_.class_getInstanceMethod(base_, "act");
@@ -67,47 +55,6 @@ TEST_F(RuntimeTest, AnExchangedMethodMayExchangeItselfWhileItRuns) {
       "v@:");
   EXPECT_EQ(perform(base_), "still there");
   EXPECT_EQ(perform(base_), "other");
-}
-
-TEST_F(RuntimeTest, AnUnknownSelectorRaises) {
-  EXPECT_EQ(runtime_.class_getInstanceMethod(derived_, "act"), nullptr);
-  try {
-    perform(derived_);
-    FAIL() << "nothing was raised";
-  } catch (const platform::NSException& exception) {
-    EXPECT_EQ(exception.name(), platform::NSInvalidArgumentException);
-    EXPECT_EQ(exception.reason(),
-              "-[RuntimeTestDerived act]: unrecognized selector sent to instance");
-  }
-}
-
-TEST(HIDEventSystemTest, ATreeOfRecordsKeepsWhatWasAsked) {
-  posix::HIDEventSystem system;
-  platform::DigitizerEventArguments hand;
-  hand.timeStamp = 17;
-  platform::DigitizerFingerArguments finger;
-  finger.x = 3;
-  const auto parent = system.createDigitizerEvent(hand);
-  const auto child = system.createDigitizerFingerEventWithQuality(finger);
-  system.setIntegerValue(parent, platform::kIOHIDEventFieldDigitizerIsDisplayIntegrated, 1);
-  system.appendEvent(parent, child);
-  system.appendEvent(parent, nullptr);
-
-  const auto record = posix::recordOf(parent);
-  ASSERT_NE(record, nullptr);
-  EXPECT_EQ(std::get<platform::DigitizerEventArguments>(record->arguments), hand);
-  EXPECT_EQ(record->integerValues.at(platform::kIOHIDEventFieldDigitizerIsDisplayIntegrated), 1);
-  ASSERT_EQ(record->children.size(), 1U);
-  EXPECT_EQ(std::get<platform::DigitizerFingerArguments>(record->children[0]->arguments), finger);
-}
-
-TEST(TouchRecordTest, ALocationKnowsTheOneBefore) {
-  posix::TouchRecord touch;
-  touch._setLocationInWindow({1, 2}, true);
-  EXPECT_EQ(touch.previousLocationInWindow(), (platform::CGPoint{1, 2}));
-  touch._setLocationInWindow({5, 6}, false);
-  EXPECT_EQ(touch.previousLocationInWindow(), (platform::CGPoint{1, 2}));
-  EXPECT_EQ(touch.locationInView(nullptr), (platform::CGPoint{5, 6}));
 }
 
 TEST(EventRecordTest, TouchesKeepTheirOrderAndComeOnce) {

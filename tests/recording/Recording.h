@@ -2,7 +2,6 @@
 // so.
 #pragma once
 
-#include <algorithm>
 #include <atomic>
 #include <nlohmann/json.hpp>
 #include <string>
@@ -16,7 +15,7 @@
 #include "agent/elements/UIViewsManager.h"
 #include "agent/recording/RecorderWorker.h"
 #include "agent/recording/TypedText.h"
-#include "tests/interaction/Screen.h"
+#include "tests/support/Screen.h"
 
 namespace tarni::test {
 
@@ -81,12 +80,6 @@ class Recording : public Screen {
   static std::string dataOf(const nlohmann::ordered_json& step) {
     return step.at("arguments").at(1).at("data");
   }
-
-  long timesLogged(const std::string& line) {
-    const auto lines = environment.log().lines();
-    return std::count(lines.begin(), lines.end(), line);
-  }
-  bool wasLogged(const std::string& line) { return environment.log().contains(line); }
 };
 
 }  // namespace tarni::test

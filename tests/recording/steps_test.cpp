@@ -57,13 +57,6 @@ TEST_F(Steps, SizesAreThoseOfTheBounds) {
   EXPECT_EQ(parent.at("Y"), "-3");
 }
 
-TEST_F(Steps, ViewWithoutTextHasNoLogicalName) {
-  const auto view = build<View>().frame({{0, 0}, {50, 50}}).in(*window);
-  const ordered_json object = objectOf(stepOfTap(*view));
-  EXPECT_FALSE(object.contains("logicalname"));
-  EXPECT_EQ(object.at("sahiText"), "");
-}
-
 TEST_F(Steps, WindowHasNoParentToTellAbout) {
   window->layer().setValueForKey("WINDOW-TAG", "TarniUIVIewGuid");
   const ordered_json step = stepOfTap(*window);
@@ -118,25 +111,15 @@ TEST_F(Steps, FirstTapInAWindowBesideTheKeyWindowIsItsOwn) {
   environment.application().removeWindow(other);
 }
 
-TEST_F(Steps, WhatIsHiddenTakesNoTap) {
+TEST_F(Steps, WhatIsHiddenOrClippedAwayTakesNoTap) {
   const auto pages = build<View>().frame({{0, 0}, {200, 200}}).in(*window);
   build<headless::Label>("shown").frame({{0, 0}, {200, 40}}).in(*pages);
   const auto page = build<View>().frame({{0, 0}, {200, 200}}).hidden().in(*pages);
   build<headless::Label>("of the hidden page").frame({{0, 0}, {200, 40}}).in(*page);
-  walk();
-  environment.finger().tap(*pages, {50, 20});
-  runWorker();
-  EXPECT_EQ(objectOf(takeSteps().at(0)).at("sahiText"), "shown");
-}
-
-TEST_F(Steps, WhatIsClippedAwayTakesNoTap) {
-  const auto page = build<View>().frame({{0, 0}, {200, 200}}).in(*window);
-  build<headless::Label>("shown").frame({{0, 0}, {200, 40}}).in(*page);
-  const auto panel = build<View>().frame({{0, 100}, {200, 50}}).in(*page);
-  panel->setClipsToBounds(true);
+  const auto panel = build<View>().frame({{0, 100}, {200, 50}}).clips().in(*pages);
   build<headless::Label>("clipped away").frame({{0, -100}, {200, 40}}).in(*panel);
   walk();
-  environment.finger().tap(*page, {50, 20});
+  environment.finger().tap(*pages, {50, 20});
   runWorker();
   EXPECT_EQ(objectOf(takeSteps().at(0)).at("sahiText"), "shown");
 }
@@ -189,19 +172,6 @@ TEST_F(Steps, SwitchIsRecordedWithTheStateThatTheTapProduced) {
   EXPECT_EQ(actionOf(on), "Mobile_SelectSwitch");
   EXPECT_EQ(dataOf(on), "");
   EXPECT_EQ(actionOf(stepOfTap(*control)), "Mobile_DeSelectSwitch");
-}
-
-TEST_F(Steps, StepIsToldToTheLogOnceThoughItWasDraftedBefore) {
-  const auto control = build<headless::Switch>(false).frame({{0, 0}, {50, 30}}).in(*window);
-  stepOfTap(*control);
-  EXPECT_EQ(timesLogged("Initiation Called"), 1);
-  EXPECT_EQ(timesLogged("********SWITCH FOUND"), 1);
-}
-
-TEST_F(Steps, ImageIsClickedAsAnImage) {
-  const auto image = build<headless::ImageView>().frame({{0, 0}, {50, 50}}).in(*window);
-  image->setUserInteractionEnabled(true);
-  EXPECT_EQ(actionOf(stepOfTap(*image)), "ClickImage");
 }
 
 TEST_F(Steps, TapInsideAWebViewLeavesOnlyThePictureOfTheTouchedArea) {
@@ -349,19 +319,6 @@ TEST_F(Steps, SurroundingSwitchIsFoundByKindOrByName) {
   const auto inner = build<View>().in(*build<View>().in(*light));
   EXPECT_EQ(RecorderAction().getActualParentComponent(inner), light);
   EXPECT_EQ(RecorderAction().getActualParentComponent(window), nullptr);
-}
-
-TEST_F(Steps, NilRemovesAKeyAndASecondValueReplacesItInPlace) {
-  MainRecorderAction action;
-  action.addObjectProperty("first", "1");
-  action.addObjectProperty("second", "2");
-  action.addObjectProperty("third", "3");
-  action.addObjectProperty("first", "one");
-  action.addObjectProperty("second", std::nullopt);
-  action.addParentProperty("title", "p");
-  EXPECT_EQ(action.CreateSpyData().dump(), R"({"first":"one","third":"3","parent":{"title":"p"}})");
-  EXPECT_EQ(action.CreateRecorderAction().dump(),
-            R"({"arguments":[{"first":"one","third":"3","parent":{"title":"p"}},{}]})");
 }
 
 }  // namespace

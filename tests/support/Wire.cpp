@@ -2,7 +2,6 @@
 
 #include <arpa/inet.h>
 #include <poll.h>
-#include <sys/socket.h>
 #include <unistd.h>
 
 #include <stdexcept>
@@ -15,19 +14,6 @@ namespace {
 using std::chrono::milliseconds;
 using std::chrono::steady_clock;
 
-int connectNow(std::uint16_t port) {
-  const int descriptor = socket(AF_INET, SOCK_STREAM | SOCK_CLOEXEC, 0);
-  sockaddr_in address = {};
-  address.sin_family = AF_INET;
-  address.sin_port = htons(port);
-  address.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
-  if (connect(descriptor, reinterpret_cast<sockaddr*>(&address), sizeof address) == 0) {
-    return descriptor;
-  }
-  close(descriptor);
-  return -1;
-}
-
 bool waitReadable(int descriptor, milliseconds timeout) {
   pollfd waiting{descriptor, POLLIN, 0};
   return poll(&waiting, 1, static_cast<int>(timeout.count())) == 1;
@@ -35,20 +21,36 @@ bool waitReadable(int descriptor, milliseconds timeout) {
 
 }  // namespace
 
-Wire::Wire(std::uint16_t port, milliseconds timeout) {
-  if (!eventually([&] { return (descriptor_ = connectNow(port)) >= 0; }, timeout)) {
+Wire::Wire() : descriptor_(socket(family_, SOCK_STREAM | SOCK_CLOEXEC, 0)) {}
+
+Wire::Wire(std::uint16_t port, milliseconds timeout, int family)
+    : family_(family), descriptor_(socket(family, SOCK_STREAM | SOCK_CLOEXEC, 0)) {
+  if (!eventually([&] { return connect(port); }, timeout)) {
     throw std::runtime_error("nothing listens on " + std::to_string(port));
   }
 }
 
 Wire::~Wire() {
-  if (descriptor_ >= 0) close(descriptor_);
+  drop();
 }
 
 bool Wire::accepts(std::uint16_t port) {
-  const int descriptor = connectNow(port);
-  if (descriptor >= 0) close(descriptor);
-  return descriptor >= 0;
+  return Wire().connect(port);
+}
+
+bool Wire::connect(std::uint16_t port) const {
+  sockaddr_in address4{};
+  address4.sin_family = AF_INET;
+  address4.sin_port = htons(port);
+  address4.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
+  sockaddr_in6 address6{};
+  address6.sin6_family = AF_INET6;
+  address6.sin6_port = htons(port);
+  address6.sin6_addr = in6addr_loopback;
+  const bool isOld = family_ == AF_INET;
+  const void* const address = isOld ? static_cast<const void*>(&address4) : &address6;
+  return ::connect(descriptor_, static_cast<const sockaddr*>(address),
+                   isOld ? sizeof address4 : sizeof address6) == 0;
 }
 
 void Wire::send(const std::string& bytes) const {
@@ -85,6 +87,30 @@ std::string Wire::readMessage(milliseconds timeout) const {
 bool Wire::isClosed(milliseconds timeout) const {
   char byte = 0;
   return waitReadable(descriptor_, timeout) && recv(descriptor_, &byte, 1, MSG_PEEK) <= 0;
+}
+
+bool Wire::seesClose() const {
+  std::string dropped(64UL * 1024, '\0');
+  while (waitReadable(descriptor_, std::chrono::seconds(20))) {
+    if (recv(descriptor_, dropped.data(), dropped.size(), 0) <= 0) return true;
+  }
+  return false;
+}
+
+void Wire::leave() {
+  shutdown(descriptor_, SHUT_RDWR);
+  drop();
+}
+
+void Wire::reset() {
+  const linger abort{1, 0};
+  setsockopt(descriptor_, SOL_SOCKET, SO_LINGER, &abort, sizeof abort);
+  drop();
+}
+
+void Wire::drop() {
+  if (descriptor_ >= 0) close(descriptor_);
+  descriptor_ = -1;
 }
 
 Playback::Playback(bool greeted) : wire_(kPlaybackPort) {

@@ -1,6 +1,8 @@
 // Wire: one raw TCP connection to the agent, as plain as a socket, so that tests see the bytes.
 #pragma once
 
+#include <sys/socket.h>
+
 #include <chrono>
 #include <cstdint>
 #include <nlohmann/json.hpp>
@@ -16,14 +18,19 @@ inline constexpr std::uint16_t kPlaybackPort = 9898;
 
 class Wire {
  public:
-  // Connects to 127.0.0.1, trying again until the time-out. Throws std::runtime_error.
-  explicit Wire(std::uint16_t port, std::chrono::milliseconds timeout = std::chrono::seconds(20));
+  // Has its descriptor, and no peer.
+  Wire();
+  // Connects to this machine, trying again until the time-out. Throws std::runtime_error.
+  explicit Wire(std::uint16_t port, std::chrono::milliseconds timeout = std::chrono::seconds(20),
+                int family = AF_INET);
   Wire(Wire&& other) noexcept : descriptor_(std::exchange(other.descriptor_, -1)) {}
   Wire(const Wire&) = delete;
   ~Wire();
 
   // True when somebody accepts a connection right now.
   static bool accepts(std::uint16_t port);
+  // False when nobody listens.
+  bool connect(std::uint16_t port) const;
 
   void send(const std::string& bytes) const;
   void sendLine(const std::string& text) const { send(text + "\r\n"); }
@@ -34,8 +41,17 @@ class Wire {
   std::string readMessage(std::chrono::milliseconds timeout = std::chrono::seconds(20)) const;
   // True when the peer closed the connection within the time-out.
   bool isClosed(std::chrono::milliseconds timeout) const;
+  // The same, without regard to what the peer sends before.
+  bool seesClose() const;
+  // Ends the connection, though a forked child may have a copy.
+  void leave();
+  // Leaves with a reset instead of an orderly end.
+  void reset();
 
  private:
+  void drop();
+
+  int family_ = AF_INET;
   int descriptor_ = -1;
 };
 

@@ -1,15 +1,8 @@
-// A window of the in-memory UIKit for one test. Waits take no time.
+// A screen that fingers touch as an agent's do.
 #pragma once
 
-#include <gmock/gmock.h>
-#include <gtest/gtest.h>
-
-#include <memory>
-
-#include "backends/headless/Build.h"
-#include "backends/headless/Environment.h"
 #include "platform/Task.h"
-#include "tests/support/Complete.h"
+#include "tests/support/Screen.h"
 
 namespace tarni::headless::test {
 
@@ -18,19 +11,8 @@ using platform::CGRect;
 using platform::UITouchPhase;
 using tarni::test::complete;
 
-class Screen : public testing::Test {
+class TouchScreen : public tarni::test::Screen {
  protected:
-  Screen() {
-    environment.install();
-    environment.useVirtualClock();
-    window = environment.makeWindow();
-  }
-
-  ViewRef box(const CGRect& frame) { return box(frame, *window); }
-  static ViewRef box(const CGRect& frame, View& parent) {
-    return build<View>().frame(frame).in(parent);
-  }
-
   // A touch as an agent makes it, not yet sent.
   platform::UITouchRef touchAt(CGPoint point) {
     auto touch = environment.application().makeTouch();
@@ -54,9 +36,6 @@ class Screen : public testing::Test {
     touch->_setLocationInWindow(point, false);
     send(UITouchPhase::Moved, {touch});
   }
-
-  Environment environment;
-  WindowRef window;
 };
 
 inline void expectNear(CGPoint actual, CGPoint expected) {

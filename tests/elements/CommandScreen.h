@@ -1,11 +1,6 @@
-// A screen of the in-memory UIKit for one test, without an agent running behind it: waits are
-// skipped, and nothing happens that the test does not do.
+// A screen whose elements the playback commands act on; delays pass when the test says so.
 #pragma once
 
-#include <gmock/gmock.h>
-#include <gtest/gtest.h>
-
-#include <memory>
 #include <nlohmann/json.hpp>
 #include <optional>
 #include <string>
@@ -17,32 +12,27 @@
 #include "agent/elements/UIViewMemoryCache.h"
 #include "agent/elements/UIViewsManager.h"
 #include "agent/elements/XpathManager.h"
-#include "backends/headless/Build.h"
-#include "backends/headless/Environment.h"
 #include "platform/Platform.h"
 #include "platform/Task.h"
 #include "tests/elements/ManualTime.h"
-#include "tests/support/Complete.h"
+#include "tests/support/Screen.h"
 
 namespace tarni::test {
 
-class Screen : public testing::Test {
+class CommandScreen : public Screen {
  protected:
   using Json = nlohmann::ordered_json;
 
-  Screen() {
-    environment.install();
-    environment.useVirtualClock();
+  CommandScreen() {
     platform::Platform parts = platform::current();
     parts.dispatch = &time;
     platform::install(parts);
-    window = environment.makeWindow();
     UIViewMemoryCache::sharedInstance().clearMemoryCache();
     GlobalVars::sharedInstance().set_viewControllerLoaded("LOADED");
     GlobalVars::sharedInstance().set_editAbleElement(nullptr);
   }
 
-  ~Screen() override { environment.application().removeWindow(window); }
+  ~CommandScreen() override { environment.application().removeWindow(window); }
 
   // A visible view in the window.
   template <typename Kind, typename... Arguments>
@@ -99,16 +89,7 @@ class Screen : public testing::Test {
     }
   }
 
-  headless::Environment& environment = makeEnvironment();
   ManualTime time{environment.dispatch()};
-  headless::WindowRef window;
-
- private:
-  // Kept for good, as an environment's threads use parts of it for good.
-  static headless::Environment& makeEnvironment() {
-    static auto* const kept = new std::vector<std::unique_ptr<headless::Environment>>;
-    return *kept->emplace_back(std::make_unique<headless::Environment>());
-  }
 };
 
 }  // namespace tarni::test
