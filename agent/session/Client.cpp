@@ -18,8 +18,9 @@ namespace tarni::session {
 namespace {
 
 constexpr std::size_t kReadSize = 64UL * 1024;
-// With so much unread by the client no further request begins.
-constexpr std::size_t kEnoughUnread = 1024UL * 1024;
+// With so much unread by the client no further request begins. Much, because one that sends all its
+// requests before it reads an answer waits in its own sending from then on.
+constexpr std::size_t kEnoughUnread = 16UL * 1024 * 1024;
 // A wait that is over says itself what it waited for, unless the main thread keeps it from that.
 constexpr double kGraceMilliseconds = 250;
 

@@ -12,7 +12,7 @@ struct tm {
 };
 #define CLOCKS_PER_SEC 1000000UL
 #define TIME_UTC 1
-typedef enum { CLOCK_REALTIME = 0, CLOCK_MONOTONIC = 6 } clockid_t;
+typedef enum { CLOCK_REALTIME = 0, CLOCK_MONOTONIC = 6, CLOCK_PROCESS_CPUTIME_ID = 12 } clockid_t;
 
 __BEGIN_DECLS
 char* asctime(const struct tm*);

@@ -8,11 +8,14 @@ __BEGIN_DECLS
 int close(int);
 int dup2(int, int);
 int ftruncate(int, off_t);
+uid_t geteuid(void);
 int getpagesize(void);
+int getpeereid(int, uid_t*, gid_t*);
 pid_t getpid(void);
 int isatty(int);
 int pipe(int[2]);
 ssize_t read(int, void*, size_t);
+ssize_t readlink(const char*, char*, size_t);
 unsigned sleep(unsigned);
 long sysconf(int);
 int unlink(const char*);

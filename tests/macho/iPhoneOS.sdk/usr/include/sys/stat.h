@@ -17,11 +17,22 @@ struct stat {
   int32_t st_lspare;
   int64_t st_qspare[2];
 };
-__BEGIN_DECLS
+#define S_IRWXU 0000700
+#define S_IRUSR 0000400
+#define S_IWUSR 0000200
+#define S_IRWXG 0000070
+#define S_IRWXO 0000007
+#define S_ISDIR(mode) (((mode) & 0170000) == 0040000)
+#define S_ISSOCK(mode) (((mode) & 0170000) == 0140000)
 #ifdef __x86_64__  // which had another structure once, with short inode numbers
-int fstat(int, struct stat*) __asm("_fstat$INODE64");
+#define INODE64(name) __asm("_" #name "$INODE64")
 #else
-int fstat(int, struct stat*);
+#define INODE64(name)
 #endif
+__BEGIN_DECLS
+int fstat(int, struct stat*) INODE64(fstat);
+int lstat(const char*, struct stat*) INODE64(lstat);
+int stat(const char*, struct stat*) INODE64(stat);
+int chmod(const char*, mode_t);
 int mkdir(const char*, mode_t);
 __END_DECLS
