@@ -58,7 +58,7 @@ Task<bool> Waits::parked(std::shared_ptr<Wait> wait, double timeout) {
 }
 
 // Whenever the program may have rested for long enough it is looked at whether it has.
-void Waits::lookAtRest(std::weak_ptr<Wait> weak, double quiet) {
+void Waits::lookAtRest(const std::weak_ptr<Wait>& weak, double quiet) {
   const double rested = seconds(Clock::now() - MainWatch::sharedInstance().lastActivity());
   platform::current().dispatch->afterOnMain(std::max(quiet - rested, 0.0), [weak, quiet] {
     const auto wait = weak.lock();

@@ -34,7 +34,7 @@ class Waits {
   platform::Task<bool> parked(std::shared_ptr<Wait> wait, double timeout);
   void somethingHappened();
   void look();
-  static void lookAtRest(std::weak_ptr<Wait> weak, double quiet);
+  static void lookAtRest(const std::weak_ptr<Wait>& weak, double quiet);
   void poll();
 
   std::list<std::shared_ptr<Wait>> waits_;

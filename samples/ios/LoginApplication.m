@@ -3,9 +3,9 @@
 // run it on.
 #import <UIKit/UIKit.h>
 
-static const CGFloat left = 20;
-static const CGFloat width = 350;
-static const NSInteger rowCount = 20;
+static const CGFloat kLeft = 20;
+static const CGFloat kWidth = 350;
+static const NSInteger kRowCount = 20;
 
 @interface LoginDelegate
     : NSObject <UIApplicationDelegate, UITableViewDataSource, UITableViewDelegate> {
@@ -20,7 +20,7 @@ static const NSInteger rowCount = 20;
 @implementation LoginDelegate
 
 - (id)add:(Class)kind at:(CGFloat)top height:(CGFloat)height to:(UIView*)parent {
-  UIView* const view = [[kind alloc] initWithFrame:CGRectMake(left, top, width, height)];
+  UIView* const view = [[kind alloc] initWithFrame:CGRectMake(kLeft, top, kWidth, height)];
   [parent addSubview:view];
   return [view autorelease];
 }
@@ -57,7 +57,7 @@ static const NSInteger rowCount = 20;
   [password setBackgroundColor:grey];
   [self label:@"Remember me" at:260 to:page_];
   UISwitch* const remember =
-      [[UISwitch alloc] initWithFrame:CGRectMake(left + width - 51, 260, 51, 31)];
+      [[UISwitch alloc] initWithFrame:CGRectMake(kLeft + kWidth - 51, 260, 51, 31)];
   [page_ addSubview:[remember autorelease]];
   UITableView* const list = [self add:[UITableView class] at:307 height:308 to:page_];
   [list setDataSource:self];
@@ -101,7 +101,7 @@ static const NSInteger rowCount = 20;
 }
 
 - (NSInteger)tableView:(UITableView*)table numberOfRowsInSection:(NSInteger)section {
-  return rowCount;
+  return kRowCount;
 }
 
 - (UITableViewCell*)tableView:(UITableView*)table cellForRowAtIndexPath:(NSIndexPath*)path {

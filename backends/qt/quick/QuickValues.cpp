@@ -165,7 +165,7 @@ std::string valueOfItem(QQuickItem* item) {
   return utf8(titleOfTab(item, item->property("currentIndex").toInt()));
 }
 
-Task<void> chooseValueOfItem(QQuickItem* item, std::string value) {
+Task<void> chooseValueOfItem(QQuickItem* item, const std::string& value) {
   return performAsInput([target = Item(item), value = QString::fromStdString(value)] {
     const ValueKind* const kind = target ? valueKindOf(*target) : nullptr;
     if (!kind) return;

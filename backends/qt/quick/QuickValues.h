@@ -13,7 +13,7 @@ bool hasValue(const QQuickItem& item);
 // Of such an item; null gives nothing.
 std::string valueOfItem(QQuickItem* item);
 // With the signals of a person's choice. Throws NSException that says what can be chosen.
-platform::Task<void> chooseValueOfItem(QQuickItem* item, std::string value);
+platform::Task<void> chooseValueOfItem(QQuickItem* item, const std::string& value);
 
 // A view of the kind `Base` whose item has a value.
 template <typename Base>
@@ -22,7 +22,7 @@ class QuickWithValue final : public Base, public platform::UIValueControl {
   using Base::Base;
   std::string currentValue() const override { return valueOfItem(this->item()); }
   platform::Task<void> chooseValue(std::string value) override {
-    return chooseValueOfItem(this->item(), std::move(value));
+    return chooseValueOfItem(this->item(), value);
   }
 };
 

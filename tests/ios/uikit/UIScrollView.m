@@ -1,8 +1,8 @@
 // What scrolls: scroll views, tables with their rows, text views; and bars.
 #import "tests/ios/uikit/State.h"
 
-static const CGFloat rowHeight = 44;
-static const CGFloat dragThreshold = 10;
+static const CGFloat kRowHeight = 44;
+static const CGFloat kDragThreshold = 10;
 
 static CGFloat within(CGFloat value, CGFloat most) {
   return value < 0 || most < 0 ? 0 : value > most ? most : value;
@@ -44,7 +44,7 @@ static CGFloat within(CGFloat value, CGFloat most) {
   const CGPoint offset = [kept(self, "offset") pointValue];
   const CGPoint now = [[touches anyObject] locationInView:nil];
   const CGFloat dx = now.x - start.x, dy = now.y - start.y;
-  if (!kept(self, "dragged") && dx * dx + dy * dy < dragThreshold * dragThreshold) return;
+  if (!kept(self, "dragged") && dx * dx + dy * dy < kDragThreshold * kDragThreshold) return;
   keep(self, "dragged", @1);
   const CGSize content = [self contentSize], size = [self bounds].size;
   [self setContentOffset:NSMakePoint(within(offset.x - dx, content.width - size.width),
@@ -75,8 +75,8 @@ KEPT(NSString*, text, setText)
 @implementation UITableViewCell
 
 - (id)initWithStyle:(NSInteger)style reuseIdentifier:(NSString*)identifier {
-  if ((self = [super initWithFrame:NSMakeRect(0, 0, 320, rowHeight)])) {
-    UILabel* const label = [[UILabel alloc] initWithFrame:NSMakeRect(15, 0, 290, rowHeight)];
+  if ((self = [super initWithFrame:NSMakeRect(0, 0, 320, kRowHeight)])) {
+    UILabel* const label = [[UILabel alloc] initWithFrame:NSMakeRect(15, 0, 290, kRowHeight)];
     keep(self, "textLabel", label);
     [self addSubview:label];
     [label release];
@@ -123,15 +123,15 @@ static NSIndexPath* pathOf(NSInteger row) {
   for (NSInteger row = 0; row < rows; ++row) {
     UITableViewCell* const cell = [[self dataSource] tableView:self
                                          cellForRowAtIndexPath:pathOf(row)];
-    [cell setFrame:NSMakeRect(0, row * rowHeight, [self bounds].size.width, rowHeight)];
+    [cell setFrame:NSMakeRect(0, row * kRowHeight, [self bounds].size.width, kRowHeight)];
     [self addSubview:cell];
   }
-  [self setContentSize:NSMakeSize([self bounds].size.width, rows * rowHeight)];
+  [self setContentSize:NSMakeSize([self bounds].size.width, rows * kRowHeight)];
 }
 
 - (void)touchesEnded:(NSSet*)touches withEvent:(UIEvent*)event {
   [super touchesEnded:touches withEvent:event];
-  const NSInteger row = (NSInteger)([[touches anyObject] locationInView:self].y / rowHeight);
+  const NSInteger row = (NSInteger)([[touches anyObject] locationInView:self].y / kRowHeight);
   const NSInteger rows = [[self dataSource] tableView:self numberOfRowsInSection:0];
   if ([self wasDragged] || row < 0 || row >= rows) return;
   [[self delegate] tableView:self didSelectRowAtIndexPath:pathOf(row)];

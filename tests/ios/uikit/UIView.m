@@ -15,7 +15,7 @@ typedef struct {
   UIView* superview;
 } ViewState;
 
-static const CGAffineTransform identity = {1, 0, 0, 1, 0, 0};
+static const CGAffineTransform kIdentity = {1, 0, 0, 1, 0, 0};
 
 static CGPoint applied(CGAffineTransform t, CGPoint p) {
   return NSMakePoint(t.a * p.x + t.c * p.y + t.tx, t.b * p.x + t.d * p.y + t.ty);
@@ -81,7 +81,7 @@ STATE_IS(ViewState)
 - (id)initWithFrame:(CGRect)frame {
   if ((self = [super init])) {
     ViewState* const state = STATE(ViewState);
-    state->transform = identity;
+    state->transform = kIdentity;
     state->alpha = 1;
     keep(self, "layer", [[[CALayer alloc] init] autorelease]);
     keep(self, "subviews", [NSMutableArray array]);
