@@ -14,7 +14,7 @@ enum class ExitCode {
   Failure = 5,    // anything else: a file that cannot be written, …
 };
 
-// Nothing fits what was asked for; ends with ExitCode::no.
+// Nothing fits what was asked for; ends with ExitCode::No.
 class NotFound : public std::runtime_error {
  public:
   using std::runtime_error::runtime_error;
