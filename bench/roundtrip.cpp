@@ -1,14 +1,13 @@
 // One command and its answer on a live Qt program, against a bare loopback echo of the same bytes.
 #include <arpa/inet.h>
 #include <benchmark/benchmark.h>
-#include <signal.h>
-#include <sys/prctl.h>
 #include <sys/socket.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
 #include <memory>
 
+#include "bench/Echo.h"
 #include "bench/RatioReporter.h"
 #include "tests/support/Program.h"
 #include "tests/support/Wire.h"
@@ -18,8 +17,7 @@ namespace {
 
 constexpr std::uint16_t kEchoPort = 9999;
 
-// A process of its own, as the program under test is one.
-void serveEcho() {
+int boundSocket() {
   const int listening = socket(AF_INET, SOCK_STREAM | SOCK_CLOEXEC, 0);
   const int yes = 1;
   setsockopt(listening, SOL_SOCKET, SO_REUSEADDR, &yes, sizeof yes);
@@ -29,21 +27,11 @@ void serveEcho() {
   address.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
   const auto* const anyAddress = reinterpret_cast<const sockaddr*>(&address);
   if (bind(listening, anyAddress, sizeof address) < 0) _exit(1);
-  listen(listening, 1);
-  const int connection = accept(listening, nullptr, nullptr);
-  char bytes[4096];
-  for (ssize_t count; (count = recv(connection, bytes, sizeof bytes, 0)) > 0;) {
-    if (send(connection, bytes, static_cast<std::size_t>(count), MSG_NOSIGNAL) < 0) break;
-  }
-  _exit(0);
+  return listening;
 }
 
 void echo(benchmark::State& state) {
-  const pid_t server = fork();
-  if (server == 0) {
-    prctl(PR_SET_PDEATHSIG, SIGKILL);
-    serveEcho();
-  }
+  const pid_t server = startEcho(boundSocket);
   {
     const test::Wire wire(kEchoPort);
     const std::string line = R"({"functionname":"gettext","accessorvalue":"12345678-1234"})";

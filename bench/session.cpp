@@ -1,8 +1,6 @@
 // The session channel: a question and its answer between two processes against a bare echo, and
 // what the methods themselves cost among many views.
 #include <benchmark/benchmark.h>
-#include <signal.h>
-#include <sys/prctl.h>
 #include <sys/socket.h>
 #include <sys/un.h>
 #include <sys/wait.h>
@@ -12,6 +10,7 @@
 #include "agent/session/HeldInput.h"
 #include "backends/headless/views/Button.h"
 #include "backends/headless/views/Label.h"
+#include "bench/Echo.h"
 #include "bench/RatioReporter.h"
 #include "bench/Screens.h"
 #include "platform/Platform.h"
@@ -26,29 +25,18 @@ using session::Json;
 
 // --- between two processes
 
-// A process of its own, as the program under test is one.
-void serveEcho(const std::string& path) {
+int boundSocket(const std::string& path) {
   sockaddr_un name{};
   name.sun_family = AF_UNIX;
   path.copy(name.sun_path, sizeof name.sun_path - 1);
   const int listening = socket(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0);
   if (bind(listening, reinterpret_cast<const sockaddr*>(&name), sizeof name) < 0) _exit(1);
-  listen(listening, 1);
-  const int connection = accept(listening, nullptr, nullptr);
-  char bytes[4096];
-  for (ssize_t count; (count = recv(connection, bytes, sizeof bytes, 0)) > 0;) {
-    if (send(connection, bytes, static_cast<std::size_t>(count), MSG_NOSIGNAL) < 0) break;
-  }
-  _exit(0);
+  return listening;
 }
 
 void echo_unix(benchmark::State& state) {
   const test::SessionFolder folder;
-  const pid_t server = fork();
-  if (server == 0) {
-    prctl(PR_SET_PDEATHSIG, SIGKILL);
-    serveEcho(folder.socket());
-  }
+  const pid_t server = startEcho([&folder] { return boundSocket(folder.socket()); });
   {
     const test::SessionWire wire(folder.socket());
     for (auto _ : state) {

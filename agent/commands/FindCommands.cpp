@@ -73,8 +73,7 @@ void addFieldsByText(const std::vector<UIViewRef>& views, const FunctionCallObje
     if (type.empty()) return true;
     const std::string text = Utilities::getUIViewText(field);
     if (type == "text") return text == value;
-    return type == "partialtext" &&
-           Utilities::lowercaseString(text).find(lowercaseValue) != std::string::npos;
+    return type == "partialtext" && Utilities::containsLowercase(text, lowercaseValue);
   };
   for (const UIViewRef& view : views) {
     const bool isField = view->isKindOfClass(platform::uikit::UITextField);

@@ -79,8 +79,7 @@ class Accessor {
   bool matches(const UIViewRef& view) const {
     if (type_ == "text") return Utilities::getUIViewText(view) == value_;
     if (type_ == "partialtext") {
-      const std::string text = Utilities::lowercaseString(Utilities::getUIViewText(view));
-      return text.find(lowercaseValue_) != std::string::npos;
+      return Utilities::containsLowercase(Utilities::getUIViewText(view), lowercaseValue_);
     }
     return type_.empty() || (position_ && position_->matches(view));
   }

@@ -3,6 +3,7 @@
 #include <optional>
 #include <string_view>
 
+#include "agent/elements/ViewKinds.h"
 #include "platform/Foundation/NSException.h"
 #include "platform/Foundation/NSLog.h"
 #include "platform/ObjectiveC/Runtime.h"
@@ -18,18 +19,6 @@ namespace {
 
 using Text = std::optional<std::string>;
 
-// The view as one of the kinds of UIControls.h without a share in it; null when it is not one.
-template <typename Kind>
-const Kind* kindOf(const UIViewRef& view) {
-  return dynamic_cast<const Kind*>(view.get());
-}
-
-template <typename Kind>
-Text text(const UIViewRef& view, Text (Kind::*getter)() const) {
-  const Kind* const kind = kindOf<Kind>(view);
-  return kind ? (kind->*getter)() : std::nullopt;
-}
-
 bool classNameContains(const UIViewRef& view, std::string_view part) {
   return view->getClass()->lowercaseName().find(part) != std::string::npos;
 }
@@ -38,14 +27,6 @@ bool isInSegmentedControl(const UIViewRef& superview) {
   if (!superview || !classNameContains(superview, "segmentedcontrol")) return false;
   platform::NSLog("***FOUND UISEGMENTCONTROL");
   return true;
-}
-
-std::string selectedTitle(const UIViewRef& segmentedControl) {
-  const auto* const control = kindOf<platform::UISegmentedControl>(segmentedControl);
-  if (!control) return {};
-  const long selected = control->selectedSegmentIndex();
-  if (selected < 0 || selected >= control->numberOfSegments()) return {};
-  return control->titleForSegmentAtIndex(selected).value_or("");
 }
 
 std::string allTitles(const UIViewRef& segmentedControl) {
@@ -69,13 +50,13 @@ Text textOfPlainKind(const UIViewRef& view) {
   const platform::Class cls = view->getClass();
   const auto is = [cls](platform::Class kind) { return cls->isSubclassOf(kind); };
   if (is(uikit::UINavigationItem) || is(uikit::UIBarButtonItem)) {
-    return text(view, &platform::UITitledItem::title).value_or("");
+    return ask(view, &platform::UITitledItem::title).value_or("");
   }
-  if (is(uikit::UITextView)) return text(view, &platform::UITextView::textViewText).value_or("");
+  if (is(uikit::UITextView)) return ask(view, &platform::UITextView::textViewText).value_or("");
   if (is(uikit::UITableViewCell)) {
-    return text(view, &platform::UITableViewCell::cellText).value_or("");
+    return ask(view, &platform::UITableViewCell::cellText).value_or("");
   }
-  if (is(uikit::UITabBarItem)) return text(view, &platform::UITitledItem::title).value_or("");
+  if (is(uikit::UITabBarItem)) return ask(view, &platform::UITitledItem::title).value_or("");
   if (is(uikit::UISegmentedControl)) return view->accessibilityValue().value_or("");
   return std::nullopt;
 }
@@ -106,30 +87,30 @@ long getUIViewTag(const UIViewRef& view) {
 
 std::string getUIViewText(const UIViewRef& view) {
   if (view->isKindOfClass(uikit::UILabel)) {
-    return text(view, &platform::UILabel::labelText).value_or("");
+    return ask(view, &platform::UILabel::labelText).value_or("");
   }
   if (view->isKindOfClass(uikit::UIButton)) {
-    return text(view, &platform::UIButton::currentTitle).value_or("");
+    return ask(view, &platform::UIButton::currentTitle).value_or("");
   }
   if (view->isKindOfClass(uikit::UITextField)) {
-    return text(view, &platform::UITextField::placeholder).value_or("");
+    return ask(view, &platform::UITextField::placeholder).value_or("");
   }
   if (Text plain = textOfPlainKind(view)) return *std::move(plain);
   const UIViewRef superview = view->superview();
-  if (isInSegmentedControl(superview)) return selectedTitle(superview);
+  if (isInSegmentedControl(superview)) return selectedSegmentTitle(superview).value_or("");
   return getUIViewAccesibilityLabel(view);
 }
 
 std::string getUIViewTextForPlayBack(const UIViewRef& view) {
   const UIViewRef superview = view->superview();
   if (superview && superview->isKindOfClass(uikit::UITextView)) {
-    return text(superview, &platform::UITextView::textViewText).value_or("");
+    return ask(superview, &platform::UITextView::textViewText).value_or("");
   }
   if (view->isKindOfClass(uikit::UILabel)) {
-    if (Text label = text(view, &platform::UILabel::labelText)) return *std::move(label);
+    if (Text label = ask(view, &platform::UILabel::labelText)) return *std::move(label);
   }
   if (view->isKindOfClass(uikit::UIButton)) {
-    if (Text title = text(view, &platform::UIButton::currentTitle)) return *std::move(title);
+    if (Text title = ask(view, &platform::UIButton::currentTitle)) return *std::move(title);
   }
   if (view->isKindOfClass(uikit::UITextField)) {
     const auto* const field = kindOf<platform::UITextField>(view);

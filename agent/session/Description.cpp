@@ -1,5 +1,6 @@
 #include "agent/session/Description.h"
 
+#include "agent/elements/ViewKinds.h"
 #include "agent/session/Elements.h"
 #include "platform/UIKit/Classes.h"
 #include "platform/UIKit/UIControls.h"
@@ -14,26 +15,6 @@ using platform::UIViewRef;
 namespace {
 
 using Text = std::optional<std::string>;
-
-// The view as one of the kinds of UIControls.h without taking a share in it; null when it is none.
-template <typename Kind>
-const Kind* kindOf(const UIViewRef& view) {
-  return dynamic_cast<const Kind*>(view.get());
-}
-
-template <typename Kind>
-Text ask(const UIViewRef& view, Text (Kind::*getter)() const) {
-  const Kind* const kind = kindOf<Kind>(view);
-  return kind ? (kind->*getter)() : std::nullopt;
-}
-
-Text chosenSegment(const UIViewRef& view) {
-  const auto* const control = kindOf<platform::UISegmentedControl>(view);
-  if (!control) return std::nullopt;
-  const long selected = control->selectedSegmentIndex();
-  if (selected < 0 || selected >= control->numberOfSegments()) return std::nullopt;
-  return control->titleForSegmentAtIndex(selected);
-}
 
 // The kinds that show a text of their own, most common first. Null for all others.
 Text textOfKind(const UIViewRef& view) {
@@ -50,7 +31,7 @@ Text textOfKind(const UIViewRef& view) {
   if (is(uikit::UINavigationItem) || is(uikit::UIBarItem)) {
     return ask(view, &platform::UITitledItem::title);
   }
-  if (is(uikit::UISegmentedControl)) return chosenSegment(view);
+  if (is(uikit::UISegmentedControl)) return selectedSegmentTitle(view);
   return std::nullopt;
 }
 

@@ -118,6 +118,7 @@ Selector::Selector(const Json& selector)
                        "\"" + *xpath_ + "\" is no position like \\UIWindowContent[0]\\UIButton[1]");
   }
   if (class_) class_ = platform::lowercase(*class_);
+  if (textContains_) textContains_ = Utilities::lowercaseString(*textContains_);
 }
 
 // What costs least is asked first.
@@ -128,8 +129,7 @@ bool Selector::matches(const Seen& seen) const {
   if (visible_ && seen.place.isVisible != *visible_) return false;
   if (identifier_ && view->accessibilityIdentifier() != *identifier_) return false;
   if (text_ && textOf(view) != *text_) return false;
-  if (textContains_ &&
-      !Utilities::containsIgnoringCase(textOf(view).value_or(""), *textContains_)) {
+  if (textContains_ && !Utilities::containsLowercase(textOf(view).value_or(""), *textContains_)) {
     return false;
   }
   if (placeholder_ && placeholderOf(view) != *placeholder_) return false;

@@ -70,8 +70,8 @@ std::string lowercaseString(std::string_view text) {
   return encode(letters);
 }
 
-bool containsIgnoringCase(std::string_view text, std::string_view part) {
-  return lowercaseString(text).find(lowercaseString(part)) != std::string::npos;
+bool containsLowercase(std::string_view text, std::string_view lowercasePart) {
+  return lowercaseString(text).find(lowercasePart) != std::string::npos;
 }
 
 std::string decimalText(double value, int decimals) {

@@ -9,7 +9,9 @@ namespace tarni::Utilities {
 // Lower case of every letter that has one, not only of ASCII.
 std::string lowercaseString(std::string_view text);
 
-bool containsIgnoringCase(std::string_view text, std::string_view part);
+// Whether the text in lower case holds the part, which is in lower case already: many texts are
+// held against one part.
+bool containsLowercase(std::string_view text, std::string_view lowercasePart);
 
 // The decimal digits of `value` with a point, whatever the application's locale.
 std::string decimalText(double value, int decimals);
