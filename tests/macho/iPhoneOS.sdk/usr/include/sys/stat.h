@@ -22,8 +22,8 @@ struct stat {
 #define S_IWUSR 0000200
 #define S_IRWXG 0000070
 #define S_IRWXO 0000007
-#define S_ISDIR(mode) (((mode) & 0170000) == 0040000)
-#define S_ISSOCK(mode) (((mode) & 0170000) == 0140000)
+#define S_ISDIR(mode) (((mode)&0170000) == 0040000)
+#define S_ISSOCK(mode) (((mode)&0170000) == 0140000)
 #ifdef __x86_64__  // which had another structure once, with short inode numbers
 #define INODE64(name) __asm("_" #name "$INODE64")
 #else
