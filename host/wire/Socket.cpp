@@ -4,6 +4,7 @@
 #include <netinet/tcp.h>
 #include <poll.h>
 #include <sys/socket.h>
+#include <sys/un.h>
 #include <unistd.h>
 
 #include <algorithm>
@@ -109,16 +110,40 @@ std::string explanation(std::uint16_t port, int error) {
   return "nothing listens on " + number + ": is the program running with the agent?";
 }
 
+std::string explanation(const std::string& path, int error) {
+  const bool isMissing = error == ENOENT || error == ECONNREFUSED;
+  return isMissing ? "nothing listens at " + path + ": is the program running with the agent?"
+                   : "cannot connect to " + path + ": " + reason(error);
+}
+
+// The descriptor of the first attempt that succeeds.
+template <typename TryOnce, typename Place>
+int connectBy(Deadline deadline, const Place& place, const TryOnce& tryOnce) {
+  while (true) {
+    const auto result = tryOnce(std::min(deadline, Clock::now() + kLongestAttempt));
+    if (result.descriptor >= 0) return result.descriptor;
+    if (Clock::now() >= deadline) throw WireError(explanation(place, result.error));
+    std::this_thread::sleep_for(kPauseBetweenAttempts);
+  }
+}
+
 }  // namespace
 
 Socket Socket::connectToThisMachine(std::uint16_t port, Deadline deadline) {
-  while (true) {
-    const auto result =
-        attemptEitherFamily(port, std::min(deadline, Clock::now() + kLongestAttempt));
-    if (result.descriptor >= 0) return Socket(result.descriptor);
-    if (Clock::now() >= deadline) throw WireError(explanation(port, result.error));
-    std::this_thread::sleep_for(kPauseBetweenAttempts);
+  return Socket(connectBy(deadline, port,
+                          [port](Deadline moment) { return attemptEitherFamily(port, moment); }));
+}
+
+Socket Socket::connectToPath(const std::string& path, Deadline deadline) {
+  sockaddr_un name{};
+  name.sun_family = AF_UNIX;
+  if (path.empty() || path.size() >= sizeof name.sun_path) {
+    throw WireError("\"" + path + "\" cannot be the path of a socket");
   }
+  path.copy(name.sun_path, path.size());
+  return Socket(connectBy(deadline, path, [&name](Deadline moment) {
+    return attempt(AF_UNIX, reinterpret_cast<const sockaddr*>(&name), sizeof name, moment);
+  }));
 }
 
 Socket::Socket(Socket&& other) noexcept : descriptor_(std::exchange(other.descriptor_, -1)) {}

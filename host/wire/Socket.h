@@ -1,4 +1,5 @@
-// Socket: one TCP connection to this machine whose every operation ends by a deadline.
+// Socket: one connection within this machine, to a port or to a path, whose every operation ends by
+// a deadline.
 // Any thread, one at a time. All failures are WireErrors.
 #pragma once
 
@@ -17,6 +18,9 @@ class Socket {
  public:
   // Tries 127.0.0.1 and ::1 in turn until one accepts or the deadline passes.
   static Socket connectToThisMachine(std::uint16_t port, Deadline deadline);
+
+  // Tries the socket of that path until it is accepted or the deadline passes.
+  static Socket connectToPath(const std::string& path, Deadline deadline);
 
   Socket(Socket&& other) noexcept;
   Socket& operator=(Socket&& other) noexcept;

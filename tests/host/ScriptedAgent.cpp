@@ -21,9 +21,10 @@ void ScriptedAgent::Peer::send(const std::string& bytes) const {
 
 std::string ScriptedAgent::Peer::readLine() {
   while (true) {
-    if (const auto end = pending_.find("\r\n"); end != std::string::npos) {
+    if (const auto end = pending_.find('\n'); end != std::string::npos) {
       auto line = pending_.substr(0, end);
-      pending_.erase(0, end + 2);
+      pending_.erase(0, end + 1);
+      if (line.ends_with('\r')) line.pop_back();
       return line;
     }
     std::array<char, 4096> bytes{};

@@ -17,7 +17,7 @@ class ScriptedAgent {
     explicit Peer(int descriptor) : descriptor_(descriptor) {}
     void send(const std::string& bytes) const;
     void sendFramed(const std::string& payload) const { send(framed(payload)); }
-    // The next line without its CR LF; empty when the client has left.
+    // The next line without its end; empty when the client has left.
     std::string readLine();
 
    private:
