@@ -5,6 +5,7 @@
 #include <gtest/gtest.h>
 
 #include <memory>
+#include <nlohmann/json.hpp>
 #include <string>
 #include <vector>
 
@@ -12,6 +13,9 @@
 #include "tests/support/Wire.h"
 
 namespace tarni::test {
+
+// The answer to what finds nothing, says nothing or is no command.
+inline const nlohmann::json kNothing = nlohmann::json::array();
 
 // One line a backend: its name and how its sample is started.
 struct Subject {

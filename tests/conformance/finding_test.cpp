@@ -27,30 +27,21 @@ std::vector<std::string> positions(const nlohmann::json& elements) {
   return paths;
 }
 
-nlohmann::json everything(Playback& playback) {
-  return playback.ask({{"functionname", "ai_findelements"}, {"tagname", ""}});
-}
-
 // Of the first element that shows the text.
 std::string positionOf(Playback& playback, const std::string& text) {
-  const nlohmann::json elements = everything(playback);
+  const nlohmann::json elements = playback.describe();
   const auto shown = std::ranges::find_if(
       elements, [&text](const nlohmann::json& element) { return element["text"] == text; });
   if (shown == elements.end()) throw std::runtime_error("nothing shows " + text);
   return positions(elements)[static_cast<std::size_t>(shown - elements.begin())];
 }
 
-TEST_P(Conformance, FindsByClassInAnyCaseButNotBySuperclass) {
-  const std::size_t fields = playback().find("UITextField").size();
-  EXPECT_EQ(fields, 2U);
-  EXPECT_EQ(playback().find("uitextFIELD").size(), fields);
+TEST_P(Conformance, FindsByClassInAnyCaseAndByText) {
+  EXPECT_EQ(playback().find("UITextField").size(), 2U);
+  EXPECT_EQ(playback().find("uitextFIELD").size(), 2U);
   EXPECT_TRUE(playback().find("UITextFiel").empty());
-  EXPECT_TRUE(playback().find("UIResponder").empty());
+  EXPECT_TRUE(playback().find("UIResponder").empty()) << "not by a superclass";
   EXPECT_GT(playback().find("").size(), 10U);
-}
-
-TEST_P(Conformance, FindsByTextAndPartialText) {
-  EXPECT_EQ(playback().find("UIButton", "text", "Log in").size(), 1U);
   EXPECT_EQ(playback().find("uibutton", "TEXT", "Log in").size(), 1U);
   EXPECT_TRUE(playback().find("UIButton", "text", "log in").empty());
   EXPECT_TRUE(playback().find("UILabel", "text", "Log in").empty());
@@ -61,7 +52,7 @@ TEST_P(Conformance, FindsByTextAndPartialText) {
 }
 
 TEST_P(Conformance, FindsEveryVisibleElementByItsPosition) {
-  const nlohmann::json elements = everything(playback());
+  const nlohmann::json elements = playback().describe();
   const std::vector<std::string> paths = positions(elements);
   ASSERT_EQ(paths.size(), elements.size());
   EXPECT_EQ(std::set<std::string>(paths.begin(), paths.end()).size(), paths.size());
@@ -77,54 +68,47 @@ TEST_P(Conformance, FindsEveryVisibleElementByItsPosition) {
   EXPECT_TRUE(playback().find("", "xpath", "\\Nowhere[0]").empty());
 }
 
-TEST_P(Conformance, FindsInsideAnElementByEveryAccessor) {
-  const auto inside = [&](const std::string& type, const std::string& value) {
+TEST_P(Conformance, FindsInsideAnElementAndAmongFieldsByEveryAccessor) {
+  const auto rows = [&](const std::string& type, const std::string& value) {
     return playback().ask({{"functionname", "findElementsInsideElement"},
                            {"tagname", "UITableViewCell"},
                            {"accessortype", type},
                            {"accessorvalue", value},
                            {"datavalue", playback().one("UITableView")}});
   };
-  const nlohmann::json rows = inside("Text", "Row 2");
-  ASSERT_EQ(rows.size(), 1U) << rows;
-  EXPECT_EQ(playback().output("gettext", rows[0]["elementID"]), "Row 2");
-  EXPECT_EQ(inside("", "").size(), playback().find("UITableViewCell").size());
-  EXPECT_EQ(inside("partialtext", "row 3").size(), 1U);
-  EXPECT_EQ(inside("xpath", positionOf(playback(), "Row 2")).size(), 1U);
-  EXPECT_EQ(inside("xpath", positionOf(playback(), "Log in")).size(), 0U) << "it lies elsewhere";
-  EXPECT_EQ(inside("id", "Row 2").size(), 0U);
-}
-
-TEST_P(Conformance, FindsNothingInsideAnUnknownElement) {
-  EXPECT_EQ(playback().ask({{"functionname", "findelementsinsideelement"},
-                            {"tagname", ""},
-                            {"datavalue", "nobody"}}),
-            nlohmann::json::array());
-}
-
-TEST_P(Conformance, FindsEditableComponentsByEveryAccessor) {
-  const auto editable = [&](const std::string& type, const std::string& value) {
+  const nlohmann::json second = rows("Text", "Row 2");
+  ASSERT_EQ(second.size(), 1U) << second;
+  EXPECT_EQ(playback().output("gettext", second[0]["elementID"]), "Row 2");
+  EXPECT_EQ(rows("", "").size(), playback().find("UITableViewCell").size());
+  EXPECT_EQ(rows("partialtext", "row 3").size(), 1U);
+  EXPECT_EQ(rows("xpath", positionOf(playback(), "Row 2")).size(), 1U);
+  EXPECT_EQ(rows("xpath", positionOf(playback(), "Log in")).size(), 0U) << "it lies elsewhere";
+  EXPECT_EQ(rows("id", "Row 2").size(), 0U);
+  const auto fields = [&](const std::string& type, const std::string& value) {
     return playback()
         .ask({{"functionname", "findeditablecomponents"},
               {"accessortype", type},
               {"accessorvalue", value}})
         .size();
   };
-  EXPECT_EQ(editable("", ""), 2U);
-  EXPECT_EQ(editable("text", "User name"), 1U);
-  EXPECT_EQ(editable("text", "user name"), 0U);
-  EXPECT_EQ(editable("partialtext", "NAME"), 1U);
-  EXPECT_EQ(editable("id", "User name"), 0U);
-  EXPECT_EQ(editable("xpath", positionOf(playback(), "User name")), 1U);
-  EXPECT_EQ(editable("xpath", "\\Nowhere[0]"), 0U);
+  EXPECT_EQ(fields("", ""), 2U);
+  EXPECT_EQ(fields("text", "User name"), 1U);
+  EXPECT_EQ(fields("text", "user name"), 0U);
+  EXPECT_EQ(fields("partialtext", "NAME"), 1U);
+  EXPECT_EQ(fields("id", "User name"), 0U);
+  EXPECT_EQ(fields("xpath", positionOf(playback(), "User name")), 1U);
+  EXPECT_EQ(fields("xpath", "\\Nowhere[0]"), 0U);
 }
 
-TEST_P(Conformance, IdentifiersEndWithTheNextFind) {
+TEST_P(Conformance, IdentifiersEndWithTheNextSearchOrDescription) {
   const std::string button = playback().one("UIButton", "text", "Log in");
   EXPECT_EQ(playback().output("gettext", button), "Log in");
   const std::string again = playback().one("UIButton", "text", "Log in");
   EXPECT_EQ(playback().output("gettext", button), std::nullopt);
   EXPECT_EQ(playback().output("gettext", again), "Log in");
+  const std::string described = playback().describe("UISwitch")[0]["elementID"];
+  EXPECT_EQ(playback().output("gettext", again), std::nullopt);
+  EXPECT_EQ(playback().output("isenabled", described), "true");
 }
 
 }  // namespace

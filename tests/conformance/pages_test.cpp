@@ -95,68 +95,7 @@ INSTANTIATE_TEST_SUITE_P(
                     PageSubject{"PagesQuick6", "web-quick-sample-6", Point{172, 245}}),
     [](const auto& info) { return info.param.name; });
 
-TEST_P(ConformancePages, AreSearchedByTagTextPartOfATextAndPath) {
-  const std::string form = await("FORM", "", "");
-  const auto inside = playback().ask(
-      {{"functionname", "findelementsinsideelement"}, {"tagname", "BUTTON"}, {"datavalue", form}});
-  EXPECT_THAT(inside, SizeIs(2));
-  EXPECT_THAT(playback().find("button"), SizeIs(4));
-  EXPECT_THAT(playback().find("BUTTON", "text", "Send order"), SizeIs(1));
-  EXPECT_THAT(playback().find("BUTTON", "text", "Send"), IsEmpty());
-  EXPECT_THAT(playback().find("", "partialtext", "SEND o"), SizeIs(1));
-  EXPECT_THAT(playback().find("A", "xpath", "//a[@href='next.html']"), SizeIs(1));
-  EXPECT_THAT(playback().find("BUTTON", "xpath", "//a[@href='next.html']"), IsEmpty());
-  EXPECT_THAT(playback().find("", "colour", "red"), IsEmpty());
-}
-
-TEST_P(ConformancePages, AnswerOnlyWhatNativeViewsDoNot) {
-  EXPECT_THAT(await("IMG", "text", "Logo"), StartsWith("web-"));
-  EXPECT_THAT(playback().one("UIButton", "text", "Close order"), Not(StartsWith("web-")));
-  EXPECT_THAT(playback().find(""), Each(Not(StartsWith("web-"))));
-}
-
-TEST_P(ConformancePages, AreTypedIntoClickedAndRead) {
-  const std::string text = "'\"\\ \u2028 {} </script> 🦊 é ');alert('" + std::string(1000, 'x');
-  const std::string field = await("INPUT", "text", "Customer");
-  playback().command("sendkeysonelement", field, "Someone else");
-  EXPECT_EQ(playback().command("sendkeysonelement", field, text), json::array());
-  EXPECT_EQ(playback().output("gettext", field), text);
-  playback().command("sendkeysonelement", field, "Ada");
-  EXPECT_EQ(playback().command("clickelement", await("BUTTON", "text", "Send order")),
-            json::array());
-  const std::string said = await("OUTPUT", "text", "sent by Ada");
-  EXPECT_EQ(playback().output("gettext", said), "sent by Ada");
-}
-
-TEST_P(ConformancePages, IdentifiersEndWithTheNextSearch) {
-  const std::string button = await("BUTTON", "text", "Ask");
-  EXPECT_EQ(playback().output("gettext", button), "Ask");
-  playback().find("A");
-  for (const std::string& gone : {button, std::string("web-"), std::string("web-1-99999999999")}) {
-    for (const char* command : {"gettext", "clickelement", "sendkeysonelement"}) {
-      EXPECT_EQ(playback().command(command, gone, "x"), json::array()) << command << " " << gone;
-    }
-  }
-}
-
-TEST_P(ConformancePages, GoingAwayDuringCallsAreAnsweredAndFollowed) {
-  const std::string link = await("A", "text", "Terms");
-  const auto line = [](const char* name, const char* tag, const std::string& value) {
-    const json keys = {{"functionname", name}, {"tagname", tag}, {"accessorvalue", value}};
-    return keys.dump() + "\r\n";
-  };
-  std::string lines = line("clickelement", "", link);
-  for (int i = 0; i < 20; ++i)
-    lines += line("findelements", "BUTTON", "") + line("gettext", "", link);
-  const Wire& wire = playback().wire();
-  wire.send(lines);
-  for (int i = 0; i < 41; ++i) EXPECT_TRUE(json::accept(wire.readMessage()));
-  EXPECT_THAT(await("H1", "text", "Terms"), StartsWith("web-"));
-  EXPECT_THAT(playback().find("BUTTON"), IsEmpty());
-  EXPECT_EQ(playback().output("gettext", link), std::nullopt);
-}
-
-TEST_P(ConformancePages, WhatAPersonDoesThereBecomesSteps) {
+TEST_P(ConformancePages, AreRecordedSearchedTypedIntoClickedAndRead) {
   const Wire recorder(kRecorderPort);
   recorder.readMessage();
   json steps;
@@ -176,6 +115,55 @@ TEST_P(ConformancePages, WhatAPersonDoesThereBecomesSteps) {
   EXPECT_EQ(object["sahiText"], "Logo");
   EXPECT_EQ(steps[0]["arguments"][1], (json{{"type", "string"}, {"data", ""}}));
   EXPECT_THAT(object["ObjectImage"].get<std::string>(), HasSubstr("/9j/")) << "a picture";
+
+  const std::string form = await("FORM", "", "");
+  const auto inside = playback().ask(
+      {{"functionname", "findelementsinsideelement"}, {"tagname", "BUTTON"}, {"datavalue", form}});
+  EXPECT_THAT(inside, SizeIs(2));
+  EXPECT_THAT(playback().find("button"), SizeIs(4));
+  EXPECT_THAT(playback().find("BUTTON", "text", "Send order"), SizeIs(1));
+  EXPECT_THAT(playback().find("BUTTON", "text", "Send"), IsEmpty());
+  EXPECT_THAT(playback().find("", "partialtext", "SEND o"), SizeIs(1));
+  EXPECT_THAT(playback().find("A", "xpath", "//a[@href='next.html']"), SizeIs(1));
+  EXPECT_THAT(playback().find("BUTTON", "xpath", "//a[@href='next.html']"), IsEmpty());
+  EXPECT_THAT(playback().find("", "colour", "red"), IsEmpty());
+  EXPECT_THAT(playback().one("IMG", "text", "Logo"), StartsWith("web-"));
+  EXPECT_THAT(playback().one("UIButton", "text", "Close order"), Not(StartsWith("web-")))
+      << "a page answers only what native views do not";
+  EXPECT_THAT(playback().find(""), Each(Not(StartsWith("web-"))));
+
+  const std::string text = "'\"\\ \u2028 {} </script> 🦊 é ');alert('" + std::string(1000, 'x');
+  const std::string field = playback().one("INPUT", "text", "Customer");
+  playback().command("sendkeysonelement", field, "Someone else");
+  EXPECT_EQ(playback().command("sendkeysonelement", field, text), json::array());
+  EXPECT_EQ(playback().output("gettext", field), text);
+  playback().command("sendkeysonelement", field, "Ada");
+  const std::string button = playback().one("BUTTON", "text", "Send order");
+  for (const std::string& gone : {field, std::string("web-"), std::string("web-1-99999999999")}) {
+    for (const char* command : {"gettext", "clickelement", "sendkeysonelement"}) {
+      EXPECT_EQ(playback().command(command, gone, "x"), json::array()) << command << " " << gone;
+    }
+  }
+  EXPECT_EQ(playback().command("clickelement", button), json::array());
+  const std::string said = await("OUTPUT", "text", "sent by Ada");
+  EXPECT_EQ(playback().output("gettext", said), "sent by Ada");
+}
+
+TEST_P(ConformancePages, GoingAwayDuringCallsAreAnsweredAndFollowed) {
+  const std::string link = await("A", "text", "Terms");
+  const auto line = [](const char* name, const char* tag, const std::string& value) {
+    const json keys = {{"functionname", name}, {"tagname", tag}, {"accessorvalue", value}};
+    return keys.dump() + "\r\n";
+  };
+  std::string lines = line("clickelement", "", link);
+  for (int i = 0; i < 20; ++i)
+    lines += line("findelements", "BUTTON", "") + line("gettext", "", link);
+  const Wire& wire = playback().wire();
+  wire.send(lines);
+  for (int i = 0; i < 41; ++i) EXPECT_TRUE(json::accept(wire.readMessage()));
+  EXPECT_THAT(await("H1", "text", "Terms"), StartsWith("web-"));
+  EXPECT_THAT(playback().find("BUTTON"), IsEmpty());
+  EXPECT_EQ(playback().output("gettext", link), std::nullopt);
 }
 
 }  // namespace

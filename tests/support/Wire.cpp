@@ -142,6 +142,10 @@ std::vector<std::string> Playback::find(const std::string& tag, const std::strin
   return identifiers;
 }
 
+nlohmann::json Playback::describe(const std::string& tag) const {
+  return ask({{"functionname", "ai_findelements"}, {"tagname", tag}});
+}
+
 std::string Playback::one(const std::string& tag, const std::string& type,
                           const std::string& value) const {
   const std::vector<std::string> found = find(tag, type, value);

@@ -68,6 +68,8 @@ class Playback {
   std::vector<std::string> find(const std::string& tag, const std::string& type = "",
                                 const std::string& value = "",
                                 const std::string& window = "") const;
+  // The elements of that class, or all, as they are described.
+  nlohmann::json describe(const std::string& tag = "") const;
   // The only element found; throws when there is none or more than one.
   std::string one(const std::string& tag, const std::string& type = "",
                   const std::string& value = "") const;
