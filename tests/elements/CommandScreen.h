@@ -89,7 +89,7 @@ class CommandScreen : public Screen {
     }
   }
 
-  ManualTime time{environment.dispatch()};
+  ManualTime time{environment.runLoop()};
 };
 
 }  // namespace tarni::test

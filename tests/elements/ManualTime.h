@@ -6,13 +6,13 @@
 #include <utility>
 #include <vector>
 
-#include "platform/Dispatch/Dispatch.h"
+#include "backends/posix/Dispatch.h"
 
 namespace tarni::test {
 
-class ManualTime : public platform::Dispatch {
+class ManualTime : public posix::Dispatch {
  public:
-  explicit ManualTime(platform::Dispatch& real) : real_(real) {}
+  using posix::Dispatch::Dispatch;
 
   // Runs what is due within `seconds`, the earliest first.
   void pass(double seconds) {
@@ -27,31 +27,8 @@ class ManualTime : public platform::Dispatch {
     }
   }
 
-  platform::MainQueue& mainQueue() override { return real_.mainQueue(); }
-  platform::DispatchQueue& backgroundQueue() override { return real_.backgroundQueue(); }
-  std::shared_ptr<platform::DispatchQueue> makeSerialQueue(std::string label) override {
-    return real_.makeSerialQueue(std::move(label));
-  }
-  void after(double seconds, platform::DispatchQueue& queue, platform::Block block) override {
-    real_.after(seconds, queue, std::move(block));
-  }
   void afterOnMain(double seconds, platform::Block block) override {
     delayed_.push_back({now_ + seconds, std::move(block)});
-  }
-  std::unique_ptr<platform::DispatchSource> makeReadSource(
-      int descriptor, std::shared_ptr<platform::DispatchQueue> queue,
-      platform::Block handler) override {
-    return real_.makeReadSource(descriptor, std::move(queue), std::move(handler));
-  }
-  std::unique_ptr<platform::DispatchSource> makeWriteSource(
-      int descriptor, std::shared_ptr<platform::DispatchQueue> queue,
-      platform::Block handler) override {
-    return real_.makeWriteSource(descriptor, std::move(queue), std::move(handler));
-  }
-  std::unique_ptr<platform::DispatchTimer> makeTimer(double seconds,
-                                                     std::shared_ptr<platform::DispatchQueue> queue,
-                                                     platform::Block handler) override {
-    return real_.makeTimer(seconds, std::move(queue), std::move(handler));
   }
 
  private:
@@ -60,7 +37,6 @@ class ManualTime : public platform::Dispatch {
     platform::Block block;
   };
 
-  platform::Dispatch& real_;
   double now_ = 0;
   std::vector<Delayed> delayed_;
 };

@@ -1,12 +1,10 @@
 // The executor and the commands that act on elements and ask about them.
 #include "agent/elements/UIView_Highlight.h"
 #include "backends/headless/views/Button.h"
-#include "backends/headless/views/CollectionView.h"
 #include "backends/headless/views/Label.h"
 #include "backends/headless/views/ScrollView.h"
 #include "backends/headless/views/Switch.h"
 #include "backends/headless/views/TableView.h"
-#include "backends/headless/views/TextField.h"
 #include "tests/elements/CommandScreen.h"
 
 namespace tarni::test {
@@ -16,7 +14,6 @@ using headless::Button;
 using headless::Label;
 using headless::ScrollView;
 using headless::Switch;
-using headless::TextField;
 using headless::View;
 using platform::CGPoint;
 using platform::UIViewRef;
@@ -33,31 +30,6 @@ class Command : public CommandScreen {
   }
   const Json none = Json::array();
 };
-
-TEST_F(Command, FieldThatIsNoTextFailsTheCommandsThatUseIt) {
-  add<Label>("a");
-  EXPECT_EQ(answer(R"({"functionname":"findelements","tagname":12})"),
-            R"([{"exceptionmsg":"tagname must be a string"}])");
-  EXPECT_EQ(answer(R"({"functionname":"gettext","accessorvalue":[]})"),
-            R"([{"exceptionmsg":"accessorvalue must be a string"}])");
-  EXPECT_EQ(answer(R"({"functionname":{}})"),
-            R"([{"exceptionmsg":"functionname must be a string"}])");
-  const Json found = command({{"functionname", "findelements"},
-                              {"functiontype", 1},
-                              {"functionresulttype", true},
-                              {"datavalue", 1.5},
-                              {"tagname", "UILabel"}});
-  EXPECT_EQ(found.size(), 1U);
-  EXPECT_TRUE(found[0].contains("elementID"));
-}
-
-TEST_F(Command, RaisingIsAnsweredWithTheReason) {
-  const auto impostor = add<View>().className("RaisingSwitch").get();
-  const Json entries = ask(impostor, "clickelement");
-  ASSERT_EQ(entries.size(), 1U);
-  EXPECT_THAT(entries[0].at("exceptionmsg").get<std::string>(),
-              testing::HasSubstr("unrecognized selector"));
-}
 
 TEST_F(Command, ClickelementTapsAndGivesTheBorderBack) {
   int taps = 0;
@@ -122,17 +94,6 @@ TEST_F(Command, SwipetoScrollsOnceForEachTestThatAViewPasses) {
   EXPECT_EQ(plain->bounds().origin, (CGPoint{0, 0}));
 }
 
-TEST_F(Command, SwipetoMayRemoveTheViewsThatWereToScroll) {
-  const auto first = add<ScrollView>().get();
-  std::weak_ptr<ScrollView> second;
-  second = add<ScrollView>().get();
-  first->onScroll([&second] {
-    if (const auto view = second.lock()) view->removeFromSuperview();
-  });
-  EXPECT_EQ(command({{"functionname", "swipeto"}}), none);
-  EXPECT_TRUE(second.expired());
-}
-
 TEST_F(Command, SwipeonDragsOverTheMiddleHalf) {
   struct Case {
     const char* direction;
@@ -169,28 +130,49 @@ TEST_F(Command, SwipeonWithoutElementTakesTheFirstSubviewOfTheWindow) {
   EXPECT_TRUE(events.empty());
 }
 
-TEST_F(Command, IsselectedAnswersASwitchTwice) {
-  EXPECT_EQ(ask(add<Switch>(true).get(), "isselected"), outputs({"true", "true"}));
-  EXPECT_EQ(ask(add<Switch>(false).get(), "isselected"), outputs({"false", "false"}));
+TEST_F(Command, StatesAreReadByKindByNameAndByFrame) {
   EXPECT_EQ(ask(add<Switch>(true).className("Toggle").get(), "isselected"), outputs({"true"}));
   EXPECT_EQ(ask(add<View>().className("SwitchByName").get(), "isselected"), outputs({"false"}));
-  EXPECT_EQ(ask(add<View>().get(), "isselected"), none);
-}
-
-TEST_F(Command, IsenabledIsUserInteraction) {
   const auto label = add<Label>("a").get();
   label->setUserInteractionEnabled(false);
   EXPECT_EQ(ask(label, "isenabled"), outputs({"false"}));
-  label->setUserInteractionEnabled(true);
-  EXPECT_EQ(ask(label, "isenabled"), outputs({"true"}));
-}
-
-TEST_F(Command, IsdisplayedComparesTheFrameInItsSuperviewWithTheScreen) {
   EXPECT_EQ(ask(add<View>().frame({{0, 0}, {390, 844}}).get(), "isdisplayed"), outputs({"true"}));
   EXPECT_EQ(ask(add<View>().frame({{1, 0}, {390, 844}}).get(), "isdisplayed"), outputs({"false"}));
   const auto far = add<View>().frame({{5000, 5000}, {100, 100}}).get();
   const auto child = headless::build<View>().frame({{0, 0}, {10, 10}}).in(*far);
   EXPECT_EQ(ask(child, "isdisplayed"), outputs({"true"})) << "its own frame is compared";
+}
+
+class Highlighted : public CommandScreen {
+ protected:
+  Highlight::Border border() const {
+    return {label->layer().borderWidth(), label->layer().borderColor()};
+  }
+
+  const std::shared_ptr<Label> label = add<Label>("one").get();
+  const Highlight::Border green{4.0, platform::CGColor{0, 1, 0, 1}};
+  const Highlight::Border red{2.0, platform::CGColor{1, 0, 0, 1}};
+};
+
+TEST_F(Highlighted, TwiceLeavesNoGreenBehind) {
+  Highlight::deHighlightView(label, red.width, red.color);
+  Highlight::highlightView(label);
+  time.pass(0.5);
+  EXPECT_EQ(Highlight::ownBorder(label), red);
+  Highlight::highlightView(label);
+  time.pass(0.6);
+  EXPECT_EQ(border(), green) << "the second one lasts a second of its own";
+  time.pass(0.5);
+  EXPECT_EQ(border(), red);
+}
+
+TEST_F(Highlighted, AndTakenOffKeepsTheBorderThatItGetsLater) {
+  Highlight::highlightView(label);
+  Highlight::deHighlightView(label);
+  EXPECT_EQ(border(), Highlight::Border{});
+  Highlight::deHighlightView(label, red.width, red.color);
+  time.pass(1.1);
+  EXPECT_EQ(border(), red);
 }
 
 }  // namespace

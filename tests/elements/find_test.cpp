@@ -2,7 +2,6 @@
 #include <random>
 
 #include "agent/interaction/UIView_KIFAdditions.h"
-#include "backends/headless/views/Button.h"
 #include "backends/headless/views/Label.h"
 #include "backends/headless/views/TextField.h"
 #include "tests/elements/CommandScreen.h"
@@ -10,7 +9,6 @@
 namespace tarni::test {
 namespace {
 
-using headless::Button;
 using headless::Label;
 using headless::TextField;
 using headless::View;
@@ -36,13 +34,6 @@ class Find : public CommandScreen {
     return views;
   }
 };
-
-TEST_F(Find, AFieldByItsPlaceholderWhateverWasTyped) {
-  const auto field = add<TextField>("Order 66").get();
-  field->replaceText("typed");
-  EXPECT_THAT(find("", "text", "Order 66"), ElementsAre(field));
-  EXPECT_THAT(find("", "text", "typed"), IsEmpty());
-}
 
 TEST_F(Find, ByXpathOfAnEarlierViewFindsTheOneThatTookItOver) {
   const auto first = add<Label>("first").className("HeirLabel").get();
@@ -85,6 +76,33 @@ TEST_F(Find, ADeepView) {
   const auto label = headless::build<Label>("deep").frame({{0, 0}, {10, 10}}).in(*deepest);
   EXPECT_THAT(find("", "text", "deep"), ElementsAre(label));
   EXPECT_THAT(find("", "xpath", *xpathOf(label)), ElementsAre(label));
+}
+
+TEST_F(Find, EditableComponentsByXpathIsTheFirstViewThere) {
+  const auto editable = [](const std::string& xpath) {
+    return viewsOf(command({{"functionname", "findeditablecomponents"},
+                            {"accessortype", "xpath"},
+                            {"accessorvalue", xpath}}));
+  };
+  const auto label = add<Label>("no field").className("XpathLabel").get();
+  EXPECT_THAT(editable("\\XpathLabel[0]"), IsEmpty()) << "there is no text field on the screen";
+  const auto field = add<TextField>("a").className("XpathField").get();
+  EXPECT_THAT(editable("\\XpathField[0]"), ElementsAre(field));
+  EXPECT_THAT(editable("\\XpathLabel[0]"), ElementsAre(label)) << "the position decides alone";
+}
+
+TEST_F(Find, WaitsForTheViewControllerAtMostTenSeconds) {
+  add<Label>("a");
+  const Json fields{{"functionname", "findelements"}, {"tagname", "UILabel"}};
+  GlobalVars::sharedInstance().set_viewControllerLoaded("LOADING");
+  EXPECT_EQ(command(fields).size(), 1U);
+  const auto& waits = environment.application().runLoopRuns();
+  ASSERT_EQ(waits.size(), 100U);
+  EXPECT_EQ(waits.front().mode, platform::kCFRunLoopDefaultMode);
+  EXPECT_EQ(waits.front().seconds, 0.1);
+  GlobalVars::sharedInstance().set_viewControllerLoaded("LOADED");
+  command(fields);
+  EXPECT_EQ(waits.size(), 100U);
 }
 
 }  // namespace

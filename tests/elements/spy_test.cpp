@@ -72,7 +72,8 @@ TEST_F(Spy, DescribesTheSelectionAndItsAncestorsUpToTheWindow) {
       "X":"0", "Y":"0", "height":"21", "width":"50",
       "parent":{"title":"UIView", "class":"UIView", "id":"", "label":"",
                 "X":"0", "Y":"0", "height":"100", "width":"100"}})"));
-  EXPECT_EQ(hierarchy[2].at("label"), "box");
+  EXPECT_EQ(hierarchy[1].at("logicalname"), "UIView") << "its class, for want of a text";
+  EXPECT_EQ(hierarchy[2].at("logicalname"), "box");
   EXPECT_EQ(hierarchy[2].at("parent").at("class"), "UIWindow");
 
   EXPECT_EQ(storage.count(), 3);
@@ -81,16 +82,6 @@ TEST_F(Spy, DescribesTheSelectionAndItsAncestorsUpToTheWindow) {
   EXPECT_EQ(storage.viewAtIndex(lastIndex + 1), label);
   EXPECT_EQ(storage.viewAtIndex(lastIndex + 3), box);
   EXPECT_TRUE(Highlight::isHighlighted(label));
-}
-
-TEST_F(Spy, LogicalNameIsTextThenIdentifierThenClass) {
-  const ElementSpy spy;
-  const auto view = add<View>().className("Fancy").get();
-  EXPECT_EQ(spy.getLogicalNameOfElement(view), "Fancy");
-  view->setAccessibilityIdentifier("id");
-  EXPECT_EQ(spy.getLogicalNameOfElement(view), "id");
-  view->setAccessibilityLabel("label");
-  EXPECT_EQ(spy.getLogicalNameOfElement(view), "label");
 }
 
 TEST_F(Spy, LeavesWebContentToThePage) {
@@ -102,12 +93,6 @@ TEST_F(Spy, LeavesWebContentToThePage) {
   EXPECT_TRUE(Highlight::isHighlighted(page));
   EXPECT_EQ(RecorderQueue::get().getLength(), 0U);
   EXPECT_EQ(storage._key(), key);
-}
-
-TEST_F(Spy, TouchOfAViewThatHasGoneIsNothing) {
-  EXPECT_FALSE(ElementSpy().createSpyHierarchy(nullptr, {}));
-  const auto alone = headless::build<View>().get();
-  EXPECT_EQ(spy(alone, {}), Json::array());
 }
 
 }  // namespace

@@ -1,21 +1,14 @@
 // JSON, numbers, messages and pictures.
-#include "agent/commands/FunctionCallObject.h"
 #include "agent/core/state/Utilities_Json.h"
 #include "agent/core/state/Utilities_Messages.h"
 #include "agent/core/state/Utilities_Text.h"
-#include "agent/elements/Utilities_Images.h"
 
 #include <array>
-#include <set>
 
-#include "backends/headless/views/Label.h"
-#include "platform/Foundation/NSException.h"
 #include "tests/elements/CommandScreen.h"
 
 namespace tarni::test {
 namespace {
-
-using testing::MatchesRegex;
 
 class UtilitiesTest : public CommandScreen {
  protected:
@@ -24,11 +17,6 @@ class UtilitiesTest : public CommandScreen {
     return Utilities::convertStringToMutableDictionary(text, kKeys);
   }
 };
-
-TEST_F(UtilitiesTest, JsonTextReplacesWhatIsNotUtf8) {
-  Json array = Json::array({"ab\xC3 \xFF!"});
-  EXPECT_EQ(Utilities::convertNSArrayToString(array), "[\"ab\uFFFD \uFFFD!\"]");
-}
 
 TEST_F(UtilitiesTest, ADictionaryHoldsWhatItIsAskedForAndTheLastOfTwo) {
   EXPECT_EQ(dictionary("{\"a\":1,\"x\":{\"b\":[\"b\",2],\"a\":3},\"b\":\"é\",\"a\":null}\r\n"),
@@ -42,10 +30,11 @@ TEST_F(UtilitiesTest, ADictionaryHoldsWhatItIsAskedForAndTheLastOfTwo) {
   EXPECT_EQ(dictionary(nested(512)), std::nullopt);
 }
 
-TEST_F(UtilitiesTest, LowerCaseKnowsMoreThanAscii) {
+TEST_F(UtilitiesTest, TextKnowsMoreThanAsciiAndBearsWhatIsNotUtf8) {
   EXPECT_EQ(Utilities::lowercaseString("ÄPFEL und ЯБЛОКИ 🍎"), "äpfel und яблоки 🍎");
   EXPECT_EQ(Utilities::lowercaseString("AB\xFF"), "ab\xFF");
-  EXPECT_EQ(Utilities::lowercaseString(""), "");
+  Json array = Json::array({"ab\xC3 \xFF!"});
+  EXPECT_EQ(Utilities::convertNSArrayToString(array), "[\"ab\uFFFD \uFFFD!\"]");
 }
 
 TEST_F(UtilitiesTest, AToastGoesAfterFiveSeconds) {
@@ -61,16 +50,6 @@ TEST_F(UtilitiesTest, AToastGoesAfterFiveSeconds) {
   EXPECT_TRUE(alert.isVisible());
   time.pass(0.2);
   EXPECT_EQ(alert.clicked, 0);
-}
-
-TEST_F(UtilitiesTest, TouchedAreaIsThreeHundredByTwoHundred) {
-  const auto label = add<headless::Label>("Hello").get();
-  const platform::CGPoint corner{0, 0};
-  const auto image = complete(Utilities::getUIImageOfUIViewTouchedArea(label, corner));
-  ASSERT_TRUE(image);
-  EXPECT_EQ(image->size(), (platform::CGSize{300, 200}));
-  EXPECT_TRUE(complete(Utilities::getBase64StringOfUIImageOfUIViewTouchedArea(label, corner))
-                  .starts_with("/9j/"));
 }
 
 }  // namespace

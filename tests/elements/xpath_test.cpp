@@ -97,15 +97,5 @@ TEST_F(Xpath, WalkAgreesWithCountingOneByOne) {
   }
 }
 
-TEST_F(Xpath, OfTheDeepestOfTenThousandIsFoundAgain) {
-  const ViewRef deepest = nest(*window, 10000);
-  UIViewsManager manager;
-  EXPECT_EQ(manager.GetAllViews(window, true).size(), 10000U);
-  const auto xpath = xpathOf(deepest);
-  ASSERT_TRUE(xpath);
-  EXPECT_EQ(xpath->size(), 10000 * std::string("\\UIView[0]").size());
-  EXPECT_EQ(xpaths.getIdentificationGUIDFromXpath(*xpath), tagOf(deepest, kRecordingTag));
-}
-
 }  // namespace
 }  // namespace tarni::test

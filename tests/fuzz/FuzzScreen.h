@@ -105,7 +105,7 @@ class FuzzScreen {
   }
 
   headless::Environment& environment_ = *new headless::Environment;
-  ManualTime time_{environment_.dispatch()};
+  ManualTime time_{environment_.runLoop()};
   SilentLog log_;
   headless::WindowRef window_;
   std::vector<headless::ViewRef> views_;
