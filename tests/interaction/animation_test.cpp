@@ -34,29 +34,18 @@ class Animations : public test::Screen {
   headless::ViewRef inner = build<View>().in(*outer);
 };
 
-TEST_F(Animations, OneBelowCountsWhileItRuns) {
+TEST_F(Animations, OneInAVisibleLayerBelowCountsWhileItRunsUnlessItNeverEnds) {
+  inner->layer().addAnimation({now() + 100, 2, 0, 0}, "later");
+  inner->layer().addAnimation({now() - 1, 2, kForEver, 0}, "forever");
+  outer->layer().addAnimation({now() - 1, 60, 0, 0}, "_UIParallaxMotionEffect");
   EXPECT_FALSE(KIFAdditions::hasAnimations(outer->layer()));
   inner->layer().addAnimation({now() - 1, 2, 0, 0}, "position");
   EXPECT_TRUE(KIFAdditions::hasAnimations(outer->layer()));
-  environment.processInfo().skip(1.5);
-  EXPECT_FALSE(KIFAdditions::hasAnimations(outer->layer()));
-}
-
-TEST_F(Animations, OneThatHasNotBegunOrNeverEndsDoesNotCount) {
-  inner->layer().addAnimation({now() + 100, 2, 0, 0}, "later");
-  inner->layer().addAnimation({now() - 1, 2, kForEver, 0}, "forever");
-  EXPECT_FALSE(KIFAdditions::hasAnimations(outer->layer()));
-  inner->layer().addAnimation({now() - 1, 60, 0, 0}, "now");
-  EXPECT_TRUE(KIFAdditions::hasAnimations(outer->layer()));
   inner->setHidden(true);
   EXPECT_FALSE(KIFAdditions::hasAnimations(outer->layer()));
-}
-
-TEST_F(Animations, MotionEffectAloneDoesNotCount) {
-  inner->layer().addAnimation({now() - 1, 60, 0, 0}, "_UIParallaxMotionEffect");
+  inner->setHidden(false);
+  environment.processInfo().skip(1.5);
   EXPECT_FALSE(KIFAdditions::hasAnimations(outer->layer()));
-  inner->layer().addAnimation({now() + 100, 60, 0, 0}, "position");
-  EXPECT_TRUE(KIFAdditions::hasAnimations(outer->layer()));
 }
 
 TEST_F(Animations, TimeRunsAtTheLayersAbsoluteSpeed) {
@@ -69,24 +58,18 @@ TEST_F(Animations, TimeRunsAtTheLayersAbsoluteSpeed) {
   EXPECT_FALSE(KIFAdditions::hasAnimations(outer->layer()));
 }
 
-TEST_F(Animations, SpeedIsThatOfTheKeyWindow) {
+TEST_F(Animations, SpeedIsThatOfTheKeyWindowAndShortensRelativeWaits) {
   EXPECT_EQ(KIFAdditions::animationSpeed(), 1.0F);
   KIFAdditions::setAnimationSpeed(4);
   EXPECT_EQ(window->layer().speed(), 4.0F);
-  environment.application().setKeyWindow(nullptr);
-  EXPECT_EQ(KIFAdditions::animationSpeed(), 1.0F);
-  KIFAdditions::setAnimationSpeed(9);
-  EXPECT_EQ(window->layer().speed(), 4.0F);
-}
-
-TEST_F(Animations, RelativeWaitIsShorterForAFasterApplication) {
-  KIFAdditions::setAnimationSpeed(4);
   complete(KIFAdditions::KIFRunLoopRunInModeRelativeToAnimationSpeed("some mode", 2, true));
   ASSERT_EQ(environment.application().runLoopRuns().size(), 1U);
   const headless::RunLoopRun& run = environment.application().runLoopRuns()[0];
   EXPECT_EQ(run.mode, "some mode");
   EXPECT_EQ(run.seconds, 0.5);
   EXPECT_TRUE(run.returnAfterSourceHandled);
+  environment.application().setKeyWindow(nullptr);
+  EXPECT_EQ(KIFAdditions::animationSpeed(), 1.0F);
 }
 
 }  // namespace

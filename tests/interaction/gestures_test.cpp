@@ -4,8 +4,6 @@
 #include <numbers>
 
 #include "agent/interaction/UIView_KIFAdditions.h"
-#include "backends/headless/views/Button.h"
-#include "backends/headless/views/TextField.h"
 #include "backends/headless/views/WebView.h"
 #include "tests/support/Screen.h"
 
@@ -40,16 +38,6 @@ class Gestures : public test::Screen {
   headless::ViewRef view = plainView({{100, 200}, {200, 100}});
 };
 
-TEST_F(Gestures, TapTouchesTheMiddleOfTheFrameOnceAndWaitsForNothing) {
-  complete(KIFAdditions::tap(view));
-  ASSERT_EQ(phases(), "Began Ended");
-  for (const LoggedEvent& event : events()) {
-    EXPECT_EQ(event.touches.at(0).locationInWindow, (CGPoint{200, 250}));
-    EXPECT_EQ(event.touches.at(0).view.lock(), view);
-  }
-  EXPECT_TRUE(environment.application().runLoopRuns().empty());
-}
-
 TEST_F(Gestures, TapGoesThroughTheViewsTransform) {
   view->setTransform(platform::CGAffineTransform::rotation(std::numbers::pi / 2));
   complete(KIFAdditions::tapAtPoint(view, {10, 0}));
@@ -57,20 +45,23 @@ TEST_F(Gestures, TapGoesThroughTheViewsTransform) {
   expectNear(events().at(0).touches.at(0).locationInWindow, {250, 160});
 }
 
-TEST_F(Gestures, TapGivesTheFocusToAFieldThatItTouches) {
-  const auto field = build<headless::TextField>().frame({{10, 10}, {100, 30}}).in(*view);
-  const auto label = build<headless::View>().frame({{0, 0}, {50, 30}}).in(*field);
-  complete(KIFAdditions::tapAtPoint(field, {5, 5}));
-  EXPECT_TRUE(field->isFirstResponder());
-  EXPECT_EQ(events().at(0).touches.at(0).view.lock(), label);
-}
-
-TEST_F(Gestures, TapLeavesTheFocusWhenAnotherViewLiesOverTheField) {
+TEST_F(Gestures, OnlyThoseThatMeetTheFieldGiveItTheFocus) {
   const auto field = build<headless::View>().frame({{10, 10}, {100, 30}}).in(*view);
   field->setCanBecomeFirstResponder(true);
-  build<headless::View>().frame({{0, 0}, {200, 100}}).in(*view);
-  complete(KIFAdditions::tap(field));
-  EXPECT_FALSE(field->isFirstResponder());
+  const auto label = build<headless::View>().frame({{0, 0}, {50, 30}}).in(*field);
+  const auto getsFocus = [&](platform::Task<void> gesture) {
+    field->resignFirstResponder();
+    complete(std::move(gesture));
+    return field->isFirstResponder();
+  };
+  EXPECT_TRUE(getsFocus(KIFAdditions::tapAtPoint(field, {5, 5})));
+  EXPECT_EQ(events().at(0).touches.at(0).view.lock(), label);
+  EXPECT_FALSE(getsFocus(KIFAdditions::FaketapAtPoint(field, {5, 5})));
+  EXPECT_TRUE(getsFocus(KIFAdditions::longPressAtPoint(field, {60, 5}, 0.01)));
+  EXPECT_TRUE(getsFocus(KIFAdditions::dragFromPoint(field, {60, 10}, {70, 10})));
+  build<headless::View>().frame({{0, 0}, {50, 100}}).in(*view);
+  EXPECT_FALSE(getsFocus(KIFAdditions::tapAtPoint(field, {5, 5}))) << "another view lies over it";
+  EXPECT_FALSE(getsFocus(KIFAdditions::dragFromPoint(field, {5, 5}, {60, 10})));
 }
 
 TEST_F(Gestures, ViewWithoutWindowIsTouchedNowhere) {
@@ -82,15 +73,6 @@ TEST_F(Gestures, ViewWithoutWindowIsTouchedNowhere) {
   EXPECT_FALSE(view->isFirstResponder());
 }
 
-TEST_F(Gestures, FakeTapDoesNotGiveTheFocus) {
-  view->setCanBecomeFirstResponder(true);
-  complete(KIFAdditions::FaketapAtPoint(view, {10, 10}));
-  EXPECT_EQ(phases(), "Began Ended");
-  EXPECT_FALSE(view->isFirstResponder());
-  complete(KIFAdditions::tapAtPoint(view, {10, 10}));
-  EXPECT_TRUE(view->isFirstResponder());
-}
-
 TEST_F(Gestures, WebViewsTakeTapsByThemselves) {
   const auto web = build<headless::WebView>().frame({{0, 0}, {200, 100}}).in(*view);
   complete(KIFAdditions::tapAtPoint(web, {30, 40}));
@@ -100,14 +82,6 @@ TEST_F(Gestures, WebViewsTakeTapsByThemselves) {
   EXPECT_THAT(web->browserView()->taps(),
               testing::ElementsAre(CGPoint{30, 40}, CGPoint{1, 2}, CGPoint{3, 4}, CGPoint{5, 6}));
   EXPECT_EQ(phases(), "");
-}
-
-TEST_F(Gestures, TwoFingerTapStandsFortyPointsRoundThePoint) {
-  complete(KIFAdditions::twoFingerTapAtPoint(view, {100, 50}));
-  ASSERT_EQ(phases(), "Began Began Ended Ended");
-  ASSERT_EQ(events().size(), 2U);
-  EXPECT_EQ(events()[0].touches[0].locationInWindow, (CGPoint{160, 210}));
-  EXPECT_EQ(events()[0].touches[1].locationInWindow, (CGPoint{240, 290}));
 }
 
 TEST_F(Gestures, LongPressRepeatsStationaryEveryHundredthOfASecond) {
@@ -123,30 +97,12 @@ TEST_F(Gestures, LongPressRepeatsStationaryEveryHundredthOfASecond) {
   EXPECT_TRUE(view->isFirstResponder());
 }
 
-TEST_F(Gestures, PointsRunFromTheStartToTheEnd) {
-  EXPECT_EQ(KIFAdditions::pointsFromStartPoint({0, 10}, {8, -2}, 5),
-            (KIFAdditions::Path{{0, 10}, {2, 7}, {4, 4}, {6, 1}, {8, -2}}));
-  EXPECT_TRUE(KIFAdditions::pointsFromStartPoint({0, 0}, {8, 8}, 0).empty());
-  const KIFAdditions::Path single = KIFAdditions::pointsFromStartPoint({0, 0}, {8, 8}, 1);
-  ASSERT_EQ(single.size(), 1U);
-  EXPECT_TRUE(std::isnan(single[0].x));
-}
-
 TEST_F(Gestures, DragHasThreeStepsUnlessToldOtherwise) {
   complete(KIFAdditions::dragFromPoint(view, {10, 20}, {50, 40}));
   EXPECT_EQ(phases(), "Began Moved Moved Ended");
   EXPECT_EQ(pathOfFinger(0, 4),
             (std::vector<CGPoint>{{110, 220}, {130, 230}, {150, 240}, {150, 240}}));
   EXPECT_EQ(environment.application().runLoopRuns().size(), 3U);
-}
-
-TEST_F(Gestures, DragGivesTheFocusOnlyToTheViewThatItHits) {
-  view->setCanBecomeFirstResponder(true);
-  build<headless::View>().frame({{0, 0}, {50, 50}}).in(*view);
-  complete(KIFAdditions::dragFromPoint(view, {10, 10}, {60, 60}));
-  EXPECT_FALSE(view->isFirstResponder());
-  complete(KIFAdditions::dragFromPoint(view, {60, 60}, {70, 70}));
-  EXPECT_TRUE(view->isFirstResponder());
 }
 
 TEST_F(Gestures, PathsThatDoNotMatchTouchNothing) {
@@ -170,20 +126,21 @@ TEST_F(Gestures, FingersMoveTogetherAndLiftOneByOne) {
   EXPECT_EQ(events()[3].touches[0].locationInWindow, (CGPoint{150, 260}));
 }
 
-TEST_F(Gestures, TwoFingerPanKeepsTheFingersApart) {
-  complete(KIFAdditions::twoFingerPanFromPoint(view, {50, 50}, {90, 50}, 2));
-  EXPECT_EQ(pathOfFinger(0, 2), (std::vector<CGPoint>{{110, 210}, {150, 210}}));
-  EXPECT_EQ(pathOfFinger(1, 2), (std::vector<CGPoint>{{190, 290}, {230, 290}}));
-}
-
-TEST_F(Gestures, PinchClosesAndZoomOpensTheFingers) {
-  complete(KIFAdditions::pinchAtPoint(view, {100, 50}, 30, 2));
-  EXPECT_EQ(pathOfFinger(0, 2), (std::vector<CGPoint>{{130, 250}, {160, 250}}));
-  EXPECT_EQ(pathOfFinger(1, 2), (std::vector<CGPoint>{{270, 250}, {240, 250}}));
-  environment.application().eventLog().clear();
-  complete(KIFAdditions::zoomAtPoint(view, {100, 50}, 30, 2));
-  EXPECT_EQ(pathOfFinger(0, 2), (std::vector<CGPoint>{{160, 250}, {130, 250}}));
-  EXPECT_EQ(pathOfFinger(1, 2), (std::vector<CGPoint>{{240, 250}, {270, 250}}));
+TEST_F(Gestures, OfTwoFingersKeepThemApartOrMoveThemTogether) {
+  const auto paths = [&](platform::Task<void> gesture) {
+    environment.application().eventLog().clear();
+    complete(std::move(gesture));
+    return std::pair(pathOfFinger(0, 2), pathOfFinger(1, 2));
+  };
+  using Paths = std::pair<std::vector<CGPoint>, std::vector<CGPoint>>;
+  EXPECT_EQ(paths(KIFAdditions::twoFingerPanFromPoint(view, {50, 50}, {90, 50}, 2)),
+            (Paths{{{110, 210}, {150, 210}}, {{190, 290}, {230, 290}}}));
+  EXPECT_EQ(paths(KIFAdditions::pinchAtPoint(view, {100, 50}, 30, 2)),
+            (Paths{{{130, 250}, {160, 250}}, {{270, 250}, {240, 250}}}));
+  EXPECT_EQ(paths(KIFAdditions::zoomAtPoint(view, {100, 50}, 30, 2)),
+            (Paths{{{160, 250}, {130, 250}}, {{240, 250}, {270, 250}}}));
+  EXPECT_EQ(paths(KIFAdditions::twoFingerTapAtPoint(view, {100, 50})),
+            (Paths{{{160, 210}, {160, 210}}, {{240, 290}, {240, 290}}}));
 }
 
 TEST_F(Gestures, RotationJumpsToTheWholeAngleAtItsEnd) {

@@ -32,20 +32,15 @@ class Swizzling : public test::Screen {
   std::string said;
 };
 
-TEST_F(Swizzling, OwnMethodsAreExchanged) {
-  runtime.class_replaceMethod(derived, "greet", says("derived"), "v@:");
-  Swizzle(derived, "greet", "hook");
-  EXPECT_EQ(call(derived, "greet"), "hook ");
-  EXPECT_EQ(call(derived, "hook"), "derived ");
-  EXPECT_EQ(call(base, "greet"), "base ");
-}
-
-TEST_F(Swizzling, InheritedMethodIsHookedWithoutTouchingTheSuperclass) {
+TEST_F(Swizzling, ReachesAnInheritedMethodWithoutTouchingTheSuperclass) {
   Swizzle(derived, "greet", "hook");
   EXPECT_EQ(call(derived, "greet"), "hook ");
   EXPECT_EQ(call(derived, "hook"), "base ");
   EXPECT_EQ(call(base, "greet"), "base ");
   EXPECT_EQ(runtime.class_getInstanceMethod(derived, "greet")->types, "v@:B");
+  Swizzle(derived, "greet", "hook");
+  EXPECT_EQ(call(derived, "greet"), "base ") << "methods of its own are exchanged";
+  EXPECT_EQ(call(derived, "hook"), "hook ");
 }
 
 TEST_F(Swizzling, PlainExchangeReachesInheritedMethods) {
