@@ -48,25 +48,6 @@ class Bucket : public test::Recording {
   std::size_t size() { return ElementsQueue::sharedInstance().getElementsBucketSize(); }
 };
 
-TEST_F(Bucket, SecondRecordOfAViewIsRefusedUntilTheBucketIsEmptied) {
-  const auto ok = button("OK", 0);
-  walk();
-  environment.finger().tap(*ok);
-  environment.finger().tap(*ok);
-  EXPECT_EQ(size(), 1U);
-  ElementsQueue::sharedInstance().clearBucket();
-  environment.finger().tap(*ok);
-  EXPECT_EQ(size(), 1U);
-}
-
-TEST_F(Bucket, ViewWithoutIdentityIsDroppedSilently) {
-  button("known", 50);
-  walk();
-  const auto fresh = button("fresh", 0);
-  environment.finger().tap(*fresh);
-  EXPECT_EQ(size(), 0U);
-}
-
 TEST_F(Bucket, LastOfTwoViewsMakesTheOnlyStep) {
   const auto first = button("first", 0);
   const auto second = button("second", 50);
@@ -122,18 +103,16 @@ TEST_F(TypedText, NextTextFieldRecordsTheTextOfTheOneBefore) {
   EXPECT_EQ(objectOf(later[0]).at("sahiText"), "B");
 }
 
-TEST_F(TypedText, SameFieldTwiceMakesNoTextStep) {
+TEST_F(TypedText, IsFlushedBeforeTheNextTapElsewhereAndByNothingElse) {
   walk();
   environment.finger().tap(*a);
   a->type("abc");
-  environment.finger().tap(*a);
-  EXPECT_TRUE(takeSteps().empty());
-}
-
-TEST_F(TypedText, TapOnAnythingElseFlushesItBeforeItsOwnStep) {
-  a->focus();
-  a->type("abc");
   walk();
+  environment.finger().tap(*a);
+  EXPECT_TRUE(takeSteps().empty()) << "it is the same field";
+  ElementsQueue::sharedInstance().clearBucket();
+  runWorker();
+  EXPECT_TRUE(takeSteps().empty()) << "there is nothing in the bucket";
   environment.finger().tap(*done);
   EXPECT_TRUE(takeSteps().empty());
   runWorker();
@@ -143,15 +122,6 @@ TEST_F(TypedText, TapOnAnythingElseFlushesItBeforeItsOwnStep) {
   EXPECT_EQ(dataOf(steps[0]), "abc");
   EXPECT_EQ(actionOf(steps[1]), "ClickButton");
   EXPECT_FALSE(GlobalVars::sharedInstance()._editAbleElement());
-}
-
-TEST_F(TypedText, EmptyBucketFlushesNothing) {
-  a->focus();
-  a->type("abc");
-  walk();
-  runWorker();
-  EXPECT_TRUE(takeSteps().empty());
-  EXPECT_EQ(GlobalVars::sharedInstance()._editAbleElement(), a);
 }
 
 // A dialog with a text field, which has the focus while the dialog is there.
@@ -200,6 +170,13 @@ TEST_F(TextInADialog, ClosedWithTheKeyboardIsRecordedWithTheNextTap) {
   EXPECT_THAT(steps(), ElementsAre("TypeTextOnEditBox Ada", "ClickButton "));
   environment.finger().tap(*done);
   EXPECT_THAT(steps(), ElementsAre("ClickButton ")) << "once is enough";
+  open("Untitled");
+  walk();
+  showKey();
+  close();
+  walk();
+  environment.finger().tap(*done);
+  EXPECT_THAT(steps(), ElementsAre("ClickButton ")) << "nobody typed";
 }
 
 TEST_F(TextInADialog, ClosedWithTheKeyboardIsRecordedThoughTheNextTapIsOnAField) {
@@ -218,16 +195,6 @@ TEST_F(TextInADialog, ClosedWithTheKeyboardIsRecordedThoughTheNextTapIsOnAField)
   EXPECT_EQ(dataOf(atOnce[0]), "Untitled");
   EXPECT_EQ(objectOf(atOnce[0]).at("sahiText"), "Name");
   EXPECT_EQ(objectOf(atOnce[0]).at("ObjectImage").get<std::string>().substr(0, 4), "/9j/");
-}
-
-TEST_F(TextInADialog, ThatNobodyTypedIsNotRecordedOnceTheDialogHasGone) {
-  open("Untitled");
-  walk();
-  showKey();
-  close();
-  walk();
-  environment.finger().tap(*done);
-  EXPECT_THAT(steps(), ElementsAre("ClickButton "));
 }
 
 TEST_F(TextInADialog, IsNotTypedBeforeTheTapThatOpenedTheDialog) {
