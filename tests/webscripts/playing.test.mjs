@@ -144,11 +144,3 @@ test('an alert in a click does not hold the call', async () => {
   await dialog.accept();
   await page.waitForFunction(() => document.all.said.textContent === 'alert closed');
 });
-
-test('ten thousand elements are found', async () => {
-  const spans = Array.from({ length: 10000 }, (_, i) => `<span>item ${i}</span> `).join('');
-  const { agent } = await browser.open('many.html', `<div>${spans}</div>`);
-  assert.equal((await agent.find('span')).length, 10000);
-  assert.equal(await agent.text((await agent.find('', 'text', 'item 9999'))[0]), 'item 9999');
-  assert.equal((await agent.find('', 'partialtext', 'item 99')).length, 111);
-});
