@@ -13,7 +13,7 @@
 
 #include "platform/Foundation/NSException.h"
 #include "platform/UIKit/UIWindow.h"
-#include "tests/entry/QtScreen.h"
+#include "tests/support/QtScreen.h"
 
 namespace tarni::test {
 namespace {

@@ -10,7 +10,7 @@
 #include <QtWidgets/QSlider>
 #include <QtWidgets/QVBoxLayout>
 
-#include "tests/entry/QtScreen.h"
+#include "tests/support/QtScreen.h"
 
 namespace tarni::test {
 namespace {

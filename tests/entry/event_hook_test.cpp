@@ -14,7 +14,7 @@
 
 #include "agent/elements/UIViewsManager.h"
 #include "agent/elements/XpathManager.h"
-#include "tests/entry/QtScreen.h"
+#include "tests/support/QtScreen.h"
 
 namespace tarni::test {
 namespace {

@@ -25,7 +25,7 @@
 #include <random>
 
 #include "agent/recording/RecorderAction.h"
-#include "tests/entry/QtScreen.h"
+#include "tests/support/QtScreen.h"
 
 namespace tarni::test {
 namespace {

@@ -8,7 +8,7 @@
 #include <QtWidgets/QTreeWidget>
 
 #include "platform/UIKit/UIControls.h"
-#include "tests/entry/QtScreen.h"
+#include "tests/support/QtScreen.h"
 
 namespace tarni::test {
 namespace {

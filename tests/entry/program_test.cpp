@@ -17,7 +17,7 @@
 #include "agent/interaction/UIView_KIFAdditions.h"
 #include "backends/qt/program/InputQueue.h"
 #include "backends/qt/program/QtProgram.h"
-#include "tests/entry/QtScreen.h"
+#include "tests/support/QtScreen.h"
 
 namespace tarni::test {
 namespace {

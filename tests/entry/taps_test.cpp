@@ -25,7 +25,7 @@
 #include <algorithm>
 
 #include "platform/UIKit/UIControls.h"
-#include "tests/entry/QtScreen.h"
+#include "tests/support/QtScreen.h"
 
 namespace tarni::test {
 namespace {

@@ -14,7 +14,7 @@
 #include "backends/qt/quick/QuickRegistry.h"
 #include "backends/qt/quick/QuickView.h"
 #include "platform/UIKit/UIControls.h"
-#include "tests/entry/QtScreen.h"
+#include "tests/support/QtScreen.h"
 
 namespace tarni::test {
 
