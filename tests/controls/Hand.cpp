@@ -10,8 +10,6 @@ namespace {
 
 using Words = std::vector<std::string>;
 
-constexpr std::chrono::seconds kPatience{5};
-
 void append(Words& words, const Words& more) {
   words.insert(words.end(), more.begin(), more.end());
 }
@@ -42,7 +40,7 @@ void Hand::act(const Act& act) const {
   Words words = {"xdotool"};
   if (act.isOfPointer()) {
     std::optional<Rectangle> found;
-    if (!eventually([&] { return (found = find(act.target)).has_value(); }, kPatience)) {
+    if (!eventually([&] { return (found = find(act.target)).has_value(); })) {
       throw std::runtime_error("nothing shows \"" + act.target.text + "\"");
     }
     // A button that is pressed the moment the pointer comes may hit what has not seen it come.

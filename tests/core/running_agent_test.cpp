@@ -22,8 +22,6 @@ namespace {
 
 using nlohmann::ordered_json;
 
-constexpr double kPatience = 20;  // seconds
-
 class RunningAgent : public test::Screen {
  protected:
   RunningAgent() { environment.processInfo().setVirtual(false); }
@@ -34,7 +32,7 @@ class RunningAgent : public test::Screen {
           environment.runLoop().after(0.01, [] {});
           return done();
         },
-        kPatience));
+        test::kPatience.count()));
   }
   // What a host tool does, while the application runs.
   template <typename Work>

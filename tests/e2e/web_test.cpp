@@ -122,7 +122,7 @@ class Sample : public Pages, public testing::WithParamInterface<const char*> {
 
   // Reads steps into `steps_` until there are so many.
   bool awaitSteps(const Wire& recorder, std::size_t count,
-                  std::chrono::milliseconds timeout = 10s) {
+                  std::chrono::milliseconds timeout = kPatience) {
     const auto end = std::chrono::steady_clock::now() + timeout;
     while (steps_.size() < count && std::chrono::steady_clock::now() < end) {
       try {

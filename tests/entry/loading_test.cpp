@@ -14,7 +14,6 @@ namespace {
 using testing::HasSubstr;
 using testing::Not;
 
-constexpr std::chrono::milliseconds kPatience = std::chrono::seconds(20);
 constexpr const char* kGreeting = "Welcome PlayBackServer Started Successfully (v25-Mar-2019)";
 
 std::string launcher() {
@@ -64,7 +63,12 @@ TEST_P(Loading, TwiceStartsOneAgent) {
   Program program({sample(GetParam())}, environment);
   const Playback playback;
   EXPECT_EQ(playback.find("UIButton", "text", "Log in").size(), 1U);
-  const std::string output = program.output();
+  // The log is written after the fact.
+  std::string output;
+  ASSERT_TRUE(eventually([&] {
+    output = program.output();
+    return output.find("Recorder server started") != std::string::npos;
+  })) << output;
   const std::string line = "Loading TARNI IOS INSTRUMENTOR...";
   const auto first = output.find(line);
   ASSERT_NE(first, std::string::npos) << output;

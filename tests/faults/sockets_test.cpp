@@ -14,8 +14,6 @@
 namespace tarni::test {
 namespace {
 
-constexpr double kPatience = 60;  // seconds
-
 class ShortReadsAndWrites : public Screen, public testing::WithParamInterface<long> {
  protected:
   ShortReadsAndWrites() { environment.processInfo().setVirtual(false); }
@@ -29,7 +27,7 @@ class ShortReadsAndWrites : public Screen, public testing::WithParamInterface<lo
           environment.runLoop().after(0.005, [] {});
           return answer.wait_for(std::chrono::seconds(0)) == std::future_status::ready;
         },
-        kPatience));
+        kPatience.count()));
     return answer.get();
   }
 };
@@ -49,7 +47,7 @@ TEST_P(ShortReadsAndWrites, ChangeNothingOnTheWire) {
         environment.runLoop().after(0.01, [] {});
         return button->layer().valueForKey("TarniUIVIewGuid") != nullptr;
       },
-      kPatience));
+      kPatience.count()));
   environment.finger().tap(*button);
   const auto step = nlohmann::json::parse(asHost([&] { return recorder.readMessage(); }));
   EXPECT_EQ(step.at(0).at("action"), "ClickButton");

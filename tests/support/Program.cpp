@@ -8,7 +8,9 @@
 #include <unistd.h>
 
 #include <cstdlib>
+#include <exception>
 #include <fstream>
+#include <iostream>
 #include <sstream>
 #include <stdexcept>
 #include <thread>
@@ -75,6 +77,7 @@ Program::~Program() {
   kill(-pid_, SIGKILL);
   while (waitpid(-pid_, nullptr, 0) > 0) {
   }
+  if (std::uncaught_exceptions() > 0) std::cerr << output();
   unlink(outputPath_.c_str());
 }
 
@@ -106,7 +109,7 @@ std::string Program::output() const {
 
 std::string run(const std::vector<std::string>& command, const Program::Environment& environment) {
   Program program(command, environment);
-  const int code = program.wait(std::chrono::seconds(60));
+  const int code = program.wait(kPatience);
   if (code != 0) {
     throw std::runtime_error(command.front() + " ended with " + std::to_string(code) + ":\n" +
                              program.output());

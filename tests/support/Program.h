@@ -10,6 +10,10 @@
 
 namespace tarni::test {
 
+// How long a test waits for what will come. A machine that is busy, or reads a web engine from its
+// disk for the first time, is slow; only what fails takes as long.
+inline constexpr std::chrono::seconds kPatience{60};
+
 class Program {
  public:
   using Environment = std::map<std::string, std::string>;
@@ -20,6 +24,7 @@ class Program {
   explicit Program(std::vector<std::string> command, const Environment& environment = {});
   Program(const Program&) = delete;
   Program& operator=(const Program&) = delete;
+  // Prints what it printed when an exception ends the test, which does not say why.
   ~Program();
 
   pid_t pid() const { return pid_; }
@@ -41,7 +46,7 @@ std::string run(const std::vector<std::string>& command,
 
 // Asks `condition` again and again (every 5 ms) until it holds; false after the time-out.
 template <typename Condition>
-bool eventually(Condition condition, std::chrono::milliseconds timeout = std::chrono::seconds(10));
+bool eventually(Condition condition, std::chrono::milliseconds timeout = kPatience);
 
 // The path of something that the build made, from the build folder ("lib/libtarni.so").
 std::string built(const std::string& path);

@@ -13,8 +13,6 @@
 namespace tarni::test {
 namespace {
 
-constexpr int kPatience = 20'000;  // milliseconds
-
 int connected(const std::string& path) {
   sockaddr_un name{};
   name.sun_family = AF_UNIX;
@@ -41,7 +39,7 @@ SessionFolder::~SessionFolder() {
 }
 
 SessionWire::SessionWire(const std::string& path) {
-  if (!eventually([&] { return (descriptor_ = connected(path)) >= 0; }, std::chrono::seconds(20))) {
+  if (!eventually([&] { return (descriptor_ = connected(path)) >= 0; })) {
     throw std::runtime_error("nobody listens at " + path);
   }
 }
@@ -71,7 +69,8 @@ nlohmann::json SessionWire::answer() const {
   while ((end = read_.find('\n')) == std::string::npos) {
     pollfd readable{descriptor_, POLLIN, 0};
     char bytes[65536];
-    const bool isThere = poll(&readable, 1, kPatience) == 1;
+    const bool isThere =
+        poll(&readable, 1, static_cast<int>(std::chrono::milliseconds(kPatience).count())) == 1;
     const ssize_t count = isThere ? recv(descriptor_, bytes, sizeof bytes, 0) : 0;
     if (count <= 0) throw std::runtime_error("no answer from the session channel");
     read_.append(bytes, static_cast<std::size_t>(count));

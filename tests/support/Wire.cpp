@@ -6,8 +6,6 @@
 
 #include <stdexcept>
 
-#include "tests/support/Program.h"
-
 namespace tarni::test {
 namespace {
 
@@ -81,7 +79,7 @@ std::string Wire::readMessage(milliseconds timeout) const {
   if (length.find_first_not_of("0123456789") != std::string::npos) {
     throw std::runtime_error("not a length: " + length);
   }
-  return read(std::stoul(length), timeout);
+  return read(std::stoul(length));
 }
 
 bool Wire::isClosed(milliseconds timeout) const {
@@ -91,7 +89,7 @@ bool Wire::isClosed(milliseconds timeout) const {
 
 bool Wire::seesClose() const {
   std::string dropped(64UL * 1024, '\0');
-  while (waitReadable(descriptor_, std::chrono::seconds(20))) {
+  while (waitReadable(descriptor_, kPatience)) {
     if (recv(descriptor_, dropped.data(), dropped.size(), 0) <= 0) return true;
   }
   return false;

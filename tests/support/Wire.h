@@ -11,6 +11,8 @@
 #include <utility>
 #include <vector>
 
+#include "tests/support/Program.h"
+
 namespace tarni::test {
 
 inline constexpr std::uint16_t kRecorderPort = 9892;
@@ -21,7 +23,7 @@ class Wire {
   // Has its descriptor, and no peer.
   Wire();
   // Connects to this machine, trying again until the time-out. Throws std::runtime_error.
-  explicit Wire(std::uint16_t port, std::chrono::milliseconds timeout = std::chrono::seconds(20),
+  explicit Wire(std::uint16_t port, std::chrono::milliseconds timeout = kPatience,
                 int family = AF_INET);
   Wire(Wire&& other) noexcept : descriptor_(std::exchange(other.descriptor_, -1)) {}
   Wire(const Wire&) = delete;
@@ -35,10 +37,9 @@ class Wire {
   void send(const std::string& bytes) const;
   void sendLine(const std::string& text) const { send(text + "\r\n"); }
   // Exactly `count` bytes. Throws when the peer closes or the time-out passes.
-  std::string read(std::size_t count,
-                   std::chrono::milliseconds timeout = std::chrono::seconds(20)) const;
-  // The payload of the next framed message.
-  std::string readMessage(std::chrono::milliseconds timeout = std::chrono::seconds(20)) const;
+  std::string read(std::size_t count, std::chrono::milliseconds timeout = kPatience) const;
+  // The payload of the next framed message, which begins before the time-out.
+  std::string readMessage(std::chrono::milliseconds timeout = kPatience) const;
   // True when the peer closed the connection within the time-out.
   bool isClosed(std::chrono::milliseconds timeout) const;
   // The same, without regard to what the peer sends before.
