@@ -5,6 +5,8 @@
 #include "backends/headless/views/ScrollView.h"
 #include "backends/headless/views/Switch.h"
 #include "backends/headless/views/TableView.h"
+#include "backends/headless/views/WebView.h"
+#include "platform/Foundation/NSException.h"
 #include "tests/elements/CommandScreen.h"
 
 namespace tarni::test {
@@ -45,16 +47,6 @@ TEST_F(Command, ClickelementTapsAndGivesTheBorderBack) {
   EXPECT_EQ(run.mode, platform::kCFRunLoopDefaultMode);
   EXPECT_EQ(run.seconds, 0.5);
   EXPECT_FALSE(run.returnAfterSourceHandled);
-}
-
-TEST_F(Command, ClickelementOnAHighlightedViewLeavesNoGreenBehind) {
-  const auto button = add<Button>("Go").get();
-  ask(button, "highlight");
-  EXPECT_TRUE(Highlight::isHighlighted(button));
-  ask(button, "clickelement");
-  EXPECT_FALSE(Highlight::isHighlighted(button));
-  time.pass(1.1);
-  EXPECT_FALSE(Highlight::isHighlighted(button));
 }
 
 TEST_F(Command, OnAViewThatMovedToAnotherWindowActsThere) {
@@ -114,22 +106,6 @@ TEST_F(Command, SwipeonDragsOverTheMiddleHalf) {
   }
 }
 
-TEST_F(Command, SwipeonWithoutElementTakesTheFirstSubviewOfTheWindow) {
-  add<View>().frame({{0, 0}, {80, 40}});
-  add<View>().frame({{100, 200}, {80, 40}});
-  EXPECT_EQ(command({{"functionname", "swipeon"}, {"datavalue", "left"}}), none);
-  const auto& events = environment.application().eventLog().events();
-  ASSERT_FALSE(events.empty());
-  EXPECT_EQ(events.front().touches.at(0).locationInWindow, (CGPoint{60, 20}));
-
-  environment.application().eventLog().clear();
-  window->removeAllSubviews();
-  EXPECT_EQ(command({{"functionname", "swipeon"}, {"datavalue", "left"}}), none);
-  environment.application().setKeyWindow(nullptr);
-  EXPECT_EQ(command({{"functionname", "swipeon"}, {"datavalue", "left"}}), none);
-  EXPECT_TRUE(events.empty());
-}
-
 TEST_F(Command, StatesAreReadByKindByNameAndByFrame) {
   EXPECT_EQ(ask(add<Switch>(true).className("Toggle").get(), "isselected"), outputs({"true"}));
   EXPECT_EQ(ask(add<View>().className("SwitchByName").get(), "isselected"), outputs({"false"}));
@@ -141,6 +117,23 @@ TEST_F(Command, StatesAreReadByKindByNameAndByFrame) {
   const auto far = add<View>().frame({{5000, 5000}, {100, 100}}).get();
   const auto child = headless::build<View>().frame({{0, 0}, {10, 10}}).in(*far);
   EXPECT_EQ(ask(child, "isdisplayed"), outputs({"true"})) << "its own frame is compared";
+}
+
+TEST_F(Command, InAPageThatRaisesIsAnsweredWithTheReasonButAClickGoesOnAndShowsIt) {
+  const auto page = add<headless::WebView>().get();
+  GlobalVars::sharedInstance().set_currentWebView(page);
+  page->setEngine([](const std::string&) -> std::string {
+    throw platform::NSException("JSException", "the page is gone");
+  });
+  const Json reason = Json::array({{{"exceptionmsg", "the page is gone"}}});
+  for (const char* name :
+       {"findelements", "findelementsinsideelement", "sendkeysonelement", "gettext"}) {
+    EXPECT_EQ(command({{"functionname", name}}), reason) << name;
+  }
+  EXPECT_EQ(command({{"functionname", "clickelement"}, {"accessorvalue", "7"}}), Json::array());
+  drainMainQueue();
+  ASSERT_EQ(environment.alerts().shown().size(), 1U);
+  EXPECT_EQ(environment.alerts().shown()[0]->message, "the page is gone");
 }
 
 class Highlighted : public CommandScreen {

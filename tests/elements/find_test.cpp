@@ -15,7 +15,6 @@ using headless::View;
 using headless::ViewRef;
 using platform::UIViewRef;
 using testing::ElementsAre;
-using testing::IsEmpty;
 
 class Find : public CommandScreen {
  protected:
@@ -76,19 +75,6 @@ TEST_F(Find, ADeepView) {
   const auto label = headless::build<Label>("deep").frame({{0, 0}, {10, 10}}).in(*deepest);
   EXPECT_THAT(find("", "text", "deep"), ElementsAre(label));
   EXPECT_THAT(find("", "xpath", *xpathOf(label)), ElementsAre(label));
-}
-
-TEST_F(Find, EditableComponentsByXpathIsTheFirstViewThere) {
-  const auto editable = [](const std::string& xpath) {
-    return viewsOf(command({{"functionname", "findeditablecomponents"},
-                            {"accessortype", "xpath"},
-                            {"accessorvalue", xpath}}));
-  };
-  const auto label = add<Label>("no field").className("XpathLabel").get();
-  EXPECT_THAT(editable("\\XpathLabel[0]"), IsEmpty()) << "there is no text field on the screen";
-  const auto field = add<TextField>("a").className("XpathField").get();
-  EXPECT_THAT(editable("\\XpathField[0]"), ElementsAre(field));
-  EXPECT_THAT(editable("\\XpathLabel[0]"), ElementsAre(label)) << "the position decides alone";
 }
 
 TEST_F(Find, WaitsForTheViewControllerAtMostTenSeconds) {

@@ -5,7 +5,6 @@
 #include "agent/recording/ElementSpy.h"
 #include "backends/headless/views/Button.h"
 #include "backends/headless/views/Label.h"
-#include "backends/headless/views/WebView.h"
 #include "tests/elements/CommandScreen.h"
 
 namespace tarni::test {
@@ -82,17 +81,6 @@ TEST_F(Spy, DescribesTheSelectionAndItsAncestorsUpToTheWindow) {
   EXPECT_EQ(storage.viewAtIndex(lastIndex + 1), label);
   EXPECT_EQ(storage.viewAtIndex(lastIndex + 3), box);
   EXPECT_TRUE(Highlight::isHighlighted(label));
-}
-
-TEST_F(Spy, LeavesWebContentToThePage) {
-  const auto page = add<headless::WebView>().get();
-  UIViewStorage& storage = UIViewStorage::sharedObject();
-  const std::string key = storage._key();
-  const CGPoint outsideOfAll{-5, -5};
-  EXPECT_FALSE(ElementSpy().createSpyHierarchy(page, outsideOfAll));
-  EXPECT_TRUE(Highlight::isHighlighted(page));
-  EXPECT_EQ(RecorderQueue::get().getLength(), 0U);
-  EXPECT_EQ(storage._key(), key);
 }
 
 }  // namespace

@@ -2,10 +2,8 @@
 #include "agent/elements/Utilities.h"
 #include "backends/headless/views/Bars.h"
 #include "backends/headless/views/Button.h"
-#include "backends/headless/views/ImageView.h"
 #include "backends/headless/views/Label.h"
 #include "backends/headless/views/SegmentedControl.h"
-#include "backends/headless/views/Switch.h"
 #include "backends/headless/views/TableView.h"
 #include "backends/headless/views/TextField.h"
 #include "backends/headless/views/TextView.h"
@@ -18,7 +16,6 @@ using headless::BarItem;
 using headless::Button;
 using headless::Label;
 using headless::SegmentedControl;
-using headless::Switch;
 using headless::TableViewCell;
 using headless::TextField;
 using headless::TextView;
@@ -44,6 +41,7 @@ TEST_F(Text, IsThatOfTheKindToRecordingAndToPlayback) {
   typed->replaceText("Ada");
   const auto hinted = add<View>().get();
   hinted->setAccessibilityHint("hint");
+  const auto textView = add<TextView>("whole").get();
   const auto impostor = add<View>().className("MySegmentedControlBox").get();
   const auto valued = add<View>().label("label").get();
   valued->setAccessibilityValue("value");
@@ -57,7 +55,8 @@ TEST_F(Text, IsThatOfTheKindToRecordingAndToPlayback) {
       {hinted, "hint", "hint"},
       {valued, "value", "value"},
       {headless::build<View>().label("label").in(*impostor), "", ""},
-      {add<TextView>("long text").get(), "long text", "long text"},
+      {textView, "whole", "whole"},
+      {headless::build<Label>("part").in(*textView), "part", "whole"},
       {add<TableViewCell>("row").get(), "row", "row"},
   };
   for (const platform::Class cls : {platform::uikit::UIBarButtonItem, platform::uikit::UITabBarItem,
@@ -76,13 +75,6 @@ TEST_F(Text, IsThatOfTheKindToRecordingAndToPlayback) {
   }
 }
 
-TEST_F(Text, InsideATextViewIsTheTextViewsInPlayback) {
-  const auto textView = add<TextView>("whole").get();
-  const auto part = headless::build<Label>("part").in(*textView);
-  EXPECT_EQ(recorded(part), "part");
-  EXPECT_EQ(played(part), "whole");
-}
-
 TEST_F(Text, OfASegmentIsTheSelectedTitleOrAllTitles) {
   const std::vector<std::optional<std::string>> titles{"One", "", std::nullopt, "Four"};
   const auto control = add<SegmentedControl>(titles).get();
@@ -95,23 +87,6 @@ TEST_F(Text, OfASegmentIsTheSelectedTitleOrAllTitles) {
   control->setAccessibilityValue("value");
   EXPECT_EQ(recorded(control), "value");
   EXPECT_EQ(played(control), "value");
-}
-
-TEST_F(Text, ActionIsNamedAfterTheKindOfView) {
-  const auto action = [](const platform::UIViewRef& view) {
-    const MappedActionObject mapped = Utilities::getActionAndDataAccordingToComponent(view);
-    EXPECT_EQ(mapped.getDataArgs(), "");
-    return mapped.getActionName();
-  };
-  EXPECT_EQ(action(add<Switch>(true).get()), "Mobile_SelectSwitch");
-  EXPECT_EQ(action(add<Switch>(false).className("Toggle").get()), "Mobile_DeSelectSwitch");
-  EXPECT_EQ(action(add<View>().className("NotASwitchAtAll").get()), "Click");
-  EXPECT_EQ(action(add<Button>("b").get()), "ClickButton");
-  EXPECT_EQ(action(add<Button>("b").className("SwitchButton").get()), "Click")
-      << "the name goes before the kind, and a button has no state";
-  EXPECT_EQ(action(add<headless::ImageView>().get()), "ClickImage");
-  EXPECT_EQ(action(add<TextField>().get()), "Click");
-  EXPECT_EQ(action(add<Label>("l").get()), "Click");
 }
 
 }  // namespace

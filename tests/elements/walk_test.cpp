@@ -9,7 +9,6 @@ namespace {
 
 using headless::Label;
 using headless::View;
-using headless::ViewRef;
 using testing::ElementsAre;
 using testing::IsEmpty;
 
@@ -17,19 +16,6 @@ class Walk : public CommandScreen {
  protected:
   UIViewsManager manager;
 };
-
-TEST_F(Walk, ListsParentsBeforeChildrenBackToFront) {
-  const auto back = add<View>().get();
-  const auto inBack = headless::build<Label>("a").in(*back);
-  const auto front = add<View>().get();
-  const auto inFront = headless::build<Label>("b").in(*front);
-  EXPECT_THAT(manager.GetAllViews(window, true), ElementsAre(back, inBack, front, inFront));
-  EXPECT_THAT(manager.GetAllViewsForPlayer(window, true),
-              ElementsAre(back, inBack, front, inFront));
-  EXPECT_THAT(manager.GetAllViews(front, true), ElementsAre(inFront));
-  EXPECT_THAT(manager.GetAllViews(front, false), ElementsAre(inFront, inFront))
-      << "a new list begins at the top level only";
-}
 
 TEST_F(Walk, OfRecordingLeavesOutWhatIsHidden) {
   const auto hidden = add<View>().hidden().get();
