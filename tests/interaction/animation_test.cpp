@@ -1,4 +1,3 @@
-#include <cmath>
 #include <limits>
 
 #include "agent/interaction/CAAnimation_KIFAdditions.h"
@@ -45,16 +44,6 @@ TEST_F(Animations, OneInAVisibleLayerBelowCountsWhileItRunsUnlessItNeverEnds) {
   EXPECT_FALSE(KIFAdditions::hasAnimations(outer->layer()));
   inner->setHidden(false);
   environment.processInfo().skip(1.5);
-  EXPECT_FALSE(KIFAdditions::hasAnimations(outer->layer()));
-}
-
-TEST_F(Animations, TimeRunsAtTheLayersAbsoluteSpeed) {
-  outer->layer().setSpeed(2);
-  inner->layer().setSpeed(3);
-  EXPECT_EQ(KIFAdditions::KIF_absoluteSpeed(inner->layer()), 6.0F);
-  inner->layer().addAnimation({now() * 6 - 1, 60, 0, 0}, "position");
-  EXPECT_TRUE(KIFAdditions::hasAnimations(outer->layer()));
-  outer->layer().setSpeed(0);
   EXPECT_FALSE(KIFAdditions::hasAnimations(outer->layer()));
 }
 

@@ -64,15 +64,6 @@ TEST_F(Gestures, OnlyThoseThatMeetTheFieldGiveItTheFocus) {
   EXPECT_FALSE(getsFocus(KIFAdditions::dragFromPoint(field, {5, 5}, {60, 10})));
 }
 
-TEST_F(Gestures, ViewWithoutWindowIsTouchedNowhere) {
-  view->removeFromSuperview();
-  view->setCanBecomeFirstResponder(true);
-  complete(KIFAdditions::tap(view));
-  ASSERT_EQ(phases(), "Began Ended");
-  EXPECT_EQ(events().at(0).touches.at(0).view.lock(), nullptr);
-  EXPECT_FALSE(view->isFirstResponder());
-}
-
 TEST_F(Gestures, WebViewsTakeTapsByThemselves) {
   const auto web = build<headless::WebView>().frame({{0, 0}, {200, 100}}).in(*view);
   complete(KIFAdditions::tapAtPoint(web, {30, 40}));
@@ -95,14 +86,6 @@ TEST_F(Gestures, LongPressRepeatsStationaryEveryHundredthOfASecond) {
     EXPECT_EQ(run.seconds, 0.01);
   }
   EXPECT_TRUE(view->isFirstResponder());
-}
-
-TEST_F(Gestures, DragHasThreeStepsUnlessToldOtherwise) {
-  complete(KIFAdditions::dragFromPoint(view, {10, 20}, {50, 40}));
-  EXPECT_EQ(phases(), "Began Moved Moved Ended");
-  EXPECT_EQ(pathOfFinger(0, 4),
-            (std::vector<CGPoint>{{110, 220}, {130, 230}, {150, 240}, {150, 240}}));
-  EXPECT_EQ(environment.application().runLoopRuns().size(), 3U);
 }
 
 TEST_F(Gestures, PathsThatDoNotMatchTouchNothing) {

@@ -1,10 +1,7 @@
 #include "agent/interaction/PlayBackInteractionMethods.h"
-#include "backends/headless/views/Button.h"
 #include "backends/headless/views/Label.h"
 #include "backends/headless/views/Switch.h"
 #include "backends/headless/views/TextField.h"
-#include "backends/headless/views/TextView.h"
-#include "platform/Foundation/NSException.h"
 #include "tests/support/Screen.h"
 
 namespace tarni {

@@ -43,12 +43,6 @@ TEST_F(Swizzling, ReachesAnInheritedMethodWithoutTouchingTheSuperclass) {
   EXPECT_EQ(call(derived, "hook"), "hook ");
 }
 
-TEST_F(Swizzling, PlainExchangeReachesInheritedMethods) {
-  swizzleWithFor("greet", "hook", derived);
-  EXPECT_EQ(call(derived, "greet"), "hook ");
-  EXPECT_EQ(call(base, "greet"), "hook ");
-}
-
 // Takes effect once a process: all that is to be said about it is one story.
 TEST_F(Swizzling, RunLoopModesAreFollowedOnceSwizzled) {
   headless::Application& application = environment.application();

@@ -5,7 +5,6 @@
 #include "backends/headless/views/Bars.h"
 #include "backends/headless/views/Button.h"
 #include "backends/headless/views/Label.h"
-#include "backends/headless/views/WebView.h"
 #include "tests/support/Screen.h"
 
 namespace tarni {
@@ -71,13 +70,6 @@ TEST_F(Tappability, TapRecognizerMakesAViewTappableWithoutAHitTest) {
   EXPECT_TRUE(KIFAdditions::isTappable_AI(view));
 }
 
-TEST_F(Tappability, WebBrowserViewIsAlwaysProbablyTappable) {
-  const auto web = build<headless::WebView>().frame({{0, 0}, {100, 100}}).in(*window);
-  cover({{0, 0}, {390, 844}});
-  EXPECT_FALSE(KIFAdditions::isTappable(web->browserView()));
-  EXPECT_TRUE(KIFAdditions::isProbablyTappable(web->browserView()));
-}
-
 TEST_F(Tappability, InteractionIsAskedOfWhoAnswersForTheView) {
   const auto bar = build<headless::NavigationBar>("Title").frame({{0, 0}, {390, 44}}).in(*window);
   bar->itemView()->setUserInteractionEnabled(false);
@@ -92,17 +84,6 @@ TEST_F(Tappability, InteractionIsAskedOfWhoAnswersForTheView) {
   inner->setUserInteractionEnabled(false);
   EXPECT_TRUE(KIFAdditions::isUserInteractionActuallyEnabled(label));
   outer->setUserInteractionEnabled(false);
-  EXPECT_FALSE(KIFAdditions::isUserInteractionActuallyEnabled(label));
-}
-
-TEST_F(Tappability, ButtonLabelAsksItsNavigationButton) {
-  const auto button = build<View>().className("UINavigationButton").in(*window);
-  const auto between = build<View>().in(*button);
-  const auto label = build<headless::Label>("x").className("UIButtonLabel").in(*between);
-  label->setUserInteractionEnabled(false);
-  between->setUserInteractionEnabled(false);
-  EXPECT_TRUE(KIFAdditions::isUserInteractionActuallyEnabled(label));
-  button->setUserInteractionEnabled(false);
   EXPECT_FALSE(KIFAdditions::isUserInteractionActuallyEnabled(label));
 }
 

@@ -130,13 +130,6 @@ TEST_F(TouchRecords, TouchesHaveRecordsOfTheirOwnFromVersion9On) {
   EXPECT_FALSE(events()[0].gsEvent);
 }
 
-TEST_F(TouchRecords, SystemThatDoesNotKnowItsVersionGetsTheLegacyRecord) {
-  environment.processInfo().setRespondsToIsOperatingSystemAtLeastVersion(false);
-  complete(KIFAdditions::tap(view));
-  EXPECT_TRUE(events()[0].gsEvent);
-  EXPECT_FALSE(events()[0].hidEvent);
-}
-
 TEST_F(TouchRecords, BelowVersion8OnlyTheLegacyRecordIsUsed) {
   environment.processInfo().setOperatingSystemVersion({7, 1, 2});
   complete(KIFAdditions::dragFromPoint(view, {10, 20}, {30, 20}, 2));
