@@ -103,14 +103,6 @@ TEST_F(DevicesTest, ItemsWithoutACellAndValuesAreChosenByTheirText) {
   EXPECT_EQ(changes, 2);
 }
 
-TEST_F(DevicesTest, AWindowIsResizedAndClosed) {
-  const auto asked = platform::as<platform::UIWindow>(environment.application().keyWindow());
-  complete(asked->resize({200, 300}));
-  EXPECT_EQ(window->frame().size.width, 200);
-  complete(asked->close());
-  EXPECT_EQ(environment.application().keyWindow(), nullptr);
-}
-
 TEST_F(DevicesTest, TheLoopSaysWhatItDidBetweenItsSleeps) {
   struct Log : platform::RunLoopObserver {
     void didWake() noexcept override {}

@@ -5,7 +5,6 @@
 
 #include "backends/headless/drawing/Image.h"
 #include "backends/headless/drawing/Renderer.h"
-#include "backends/headless/views/Button.h"
 #include "backends/headless/views/ImageView.h"
 #include "backends/headless/views/Label.h"
 #include "tests/headless/TouchScreen.h"
@@ -90,15 +89,7 @@ TEST_F(DrawingTest, ViewsLieOverEachOtherAtTheScreensScale) {
   EXPECT_TRUE(picture.shows(kWhite, 500, 500));
 }
 
-TEST_F(DrawingTest, HiddenViewsAreLeftOutButNotTheOneAskedFor) {
-  const auto hidden = filled({{0, 0}, {100, 100}}, kRed, *page);
-  filled({{0, 0}, {50, 50}}, kBlue, *hidden);
-  hidden->setHidden(true);
-  EXPECT_TRUE(draw(*page).shows(kWhite, 25, 25));
-  EXPECT_TRUE(draw(*hidden).shows(kRed, 75, 75));
-}
-
-TEST_F(DrawingTest, OnlyClippingViewsClip) {
+TEST_F(DrawingTest, ViewsHideClipAndFadeWhatIsInThem) {
   const auto outer = filled({{50, 50}, {50, 50}}, kRed, *page);
   filled({{25, 25}, {100, 10}}, kBlue, *outer);
   EXPECT_TRUE(draw(*page).shows(kBlue, 150, 80));
@@ -106,6 +97,14 @@ TEST_F(DrawingTest, OnlyClippingViewsClip) {
   const Picture clipped = draw(*page);
   EXPECT_TRUE(clipped.shows(kWhite, 150, 80));
   EXPECT_TRUE(clipped.shows(kBlue, 90, 80));
+  outer->setAlpha(0.5);
+  const Picture faded = draw(*page);
+  EXPECT_TRUE(faded.shows({1, 0.5, 0.5, 1}, 60, 60));
+  EXPECT_TRUE(faded.shows({0.5, 0.5, 1, 1}, 90, 80)) << "as a whole";
+  outer->setAlpha(1);
+  outer->setHidden(true);
+  EXPECT_TRUE(draw(*page).shows(kWhite, 60, 60));
+  EXPECT_TRUE(draw(*outer).shows(kRed, 5, 5)) << "not the one that is asked for";
 }
 
 TEST_F(DrawingTest, TransformsAndOffsetsMoveWhatIsInside) {
@@ -118,15 +117,6 @@ TEST_F(DrawingTest, TransformsAndOffsetsMoveWhatIsInside) {
   EXPECT_TRUE(picture.shows(kBlue, 100, 60)) << "the start is on top after a quarter turn";
   page->setBounds({{0, 40}, {200, 200}});
   EXPECT_TRUE(draw(*page).shows(kBlue, 100, 20));
-}
-
-TEST_F(DrawingTest, AlphaFadesAViewAsAWhole) {
-  const auto faded = filled({{0, 0}, {100, 100}}, kRed, *page);
-  filled({{0, 0}, {100, 50}}, kBlack, *faded);
-  faded->setAlpha(0.5);
-  const Picture picture = draw(*page);
-  EXPECT_TRUE(picture.shows({1, 0.5, 0.5, 1}, 50, 75));
-  EXPECT_TRUE(picture.shows({0.5, 0.5, 0.5, 1}, 50, 25));
 }
 
 TEST_F(DrawingTest, AHighlightLiesAboveTheContentAndInsideTheView) {
@@ -154,18 +144,10 @@ TEST_F(DrawingTest, TextIsDrawnWhereItIsAligned) {
   EXPECT_EQ(cut.dark({{0, 40}, {200, 160}}), 0) << "it stays in its line";
 }
 
-TEST_F(DrawingTest, AnImageFillsItsView) {
-  const auto view = build<ImageView>(Image::filled({10, 10}, 2, kGreen)).in(*page);
+TEST_F(DrawingTest, AnImageFillsItsViewAndACropMayReachBeyondIt) {
+  const auto view = build<ImageView>(Image::filled({10, 10}, 2, kRed)).in(*page);
   EXPECT_EQ(view->frame(), (CGRect{{0, 0}, {10, 10}}));
-  view->setFrame({{20, 20}, {100, 50}});
-  const Picture picture = draw(*page);
-  EXPECT_TRUE(picture.shows(kGreen, 24, 24));
-  EXPECT_TRUE(picture.shows(kGreen, 115, 65));
-  EXPECT_TRUE(picture.shows(kWhite, 130, 40));
-}
-
-TEST_F(DrawingTest, ACropMayReachBeyondTheImage) {
-  filled({{0, 0}, {20, 20}}, kRed, *page);
+  view->setFrame({{0, 0}, {20, 20}});
   environment.screen().setScale(2);
   const auto image = complete(page->drawViewHierarchy());
   const auto cropped = image->crop({{-100, -100}, {300, 200}});
@@ -191,15 +173,6 @@ TEST_F(DrawingTest, WhatCannotBeDrawnIsAnEmptyImage) {
     EXPECT_EQ(image->size(), (platform::CGSize{0, 0}));
     EXPECT_TRUE(image->JPEGRepresentation(0.6).empty());
   }
-}
-
-TEST_F(DrawingTest, DeepTreesAreDrawn) {
-  View* deepest = page.get();
-  for (int level = 0; level < 20'000; ++level) {
-    deepest = filled({{0, 0}, {200, 200}}, kWhite, *deepest).get();
-  }
-  filled({{0, 0}, {50, 50}}, kRed, *deepest);
-  EXPECT_TRUE(draw(*page).shows(kRed, 25, 25));
 }
 
 }  // namespace

@@ -12,7 +12,7 @@ class ScrollTest : public TouchScreen {
   std::shared_ptr<ScrollView> scroll = build<ScrollView>().frame({{0, 0}, {200, 300}}).in(*window);
 };
 
-TEST_F(ScrollTest, TheContentFollowsTheFinger) {
+TEST_F(ScrollTest, TheContentFollowsTheFingerAndStopsAtItsEdges) {
   int scrolls = 0;
   scroll->onScroll([&] { ++scrolls; });
   environment.finger().drag(*scroll, {100, 200}, {100, 192});
@@ -21,23 +21,11 @@ TEST_F(ScrollTest, TheContentFollowsTheFinger) {
   EXPECT_EQ(scroll->contentOffset(), (CGPoint{0, 80}));
   EXPECT_EQ(scroll->bounds().origin, (CGPoint{0, 80}));
   EXPECT_GT(scrolls, 1) << "step by step";
-}
-
-TEST_F(ScrollTest, TheContentStopsAtItsEdges) {
   environment.finger().drag(*scroll, {100, 100}, {30, 250});
   EXPECT_EQ(scroll->contentOffset(), (CGPoint{0, 0}));
   scroll->scrollTo({0, 650});
   environment.finger().drag(*scroll, {100, 850}, {30, 700});
   EXPECT_EQ(scroll->contentOffset(), (CGPoint{0, 700}));
-}
-
-TEST_F(ScrollTest, TheAgentsOffsetIsTakenAsItIs) {
-  complete(scroll->setContentOffset({0, 900}, true));
-  EXPECT_EQ(scroll->contentOffset(), (CGPoint{0, 900}));
-  EXPECT_TRUE(scroll->wasAnimated());
-  complete(scroll->setContentOffset({0, -50}, false));
-  EXPECT_EQ(scroll->contentOffset(), (CGPoint{0, -50}));
-  EXPECT_FALSE(scroll->wasAnimated());
 }
 
 TEST_F(ScrollTest, ADragOnAButtonScrollsAndATapPressesIt) {
@@ -61,13 +49,11 @@ TEST_F(ScrollTest, TheInnerOfTwoScrollsAndADisabledOneDoesNot) {
   environment.finger().drag(*inner, {100, 120}, {100, 80});
   EXPECT_EQ(inner->contentOffset(), (CGPoint{0, 40}));
   EXPECT_EQ(scroll->contentOffset(), (CGPoint{0, 40})) << "the next one outside does";
-}
-
-TEST_F(ScrollTest, ContentThatFitsLeavesTheFingerToTheNextOneOutside) {
-  const auto inner = build<ScrollView>().frame({{0, 0}, {200, 100}}).in(*scroll);
+  inner->setScrollEnabled(true);
   inner->setContentSize({500, 100});
-  environment.finger().drag(*inner, {100, 80}, {100, 40});
-  EXPECT_EQ(scroll->contentOffset(), (CGPoint{0, 40}));
+  inner->scrollTo({0, 0});
+  environment.finger().drag(*inner, {100, 80}, {100, 60});
+  EXPECT_EQ(scroll->contentOffset(), (CGPoint{0, 60})) << "its own content fits";
   environment.finger().drag(*inner, {100, 60}, {60, 60});
   EXPECT_EQ(inner->contentOffset(), (CGPoint{40, 0}));
 }
