@@ -6,7 +6,6 @@
 #include "backends/headless/views/ImageView.h"
 #include "backends/headless/views/Label.h"
 #include "backends/headless/views/ScrollView.h"
-#include "backends/headless/views/TableView.h"
 #include "backends/headless/views/TextField.h"
 #include "tests/elements/CommandScreen.h"
 
@@ -19,7 +18,6 @@ using headless::ScrollView;
 using headless::TextField;
 using headless::View;
 using testing::ElementsAre;
-using testing::IsEmpty;
 
 class Ai : public CommandScreen {
  protected:
@@ -32,7 +30,9 @@ class Ai : public CommandScreen {
 };
 
 TEST_F(Ai, DescriptionHasItsKeysInOrder) {
-  const auto label = add<Label>("Hello").frame({{20.5, 100}, {80, 30.125}}).get();
+  const auto scroll = add<ScrollView>().frame({{10, 20}, {200, 200}}).get();
+  scroll->scrollTo({0, 250});
+  const auto label = headless::build<Label>("Hello").frame({{10.5, 330}, {80, 30.125}}).in(*scroll);
   headless::build<View>().in(*label);
   const Json description = describe(label);
   std::vector<std::string> keys;
@@ -53,11 +53,8 @@ TEST_F(Ai, DescriptionHasItsKeysInOrder) {
 }
 
 TEST_F(Ai, FlagsTellStateAndKind) {
-  const Json field = describe(add<TextField>("a").className("MyField").get());
-  EXPECT_EQ(field["isEditable"], "true");
-  EXPECT_EQ(field["isHidden"], "false");
-  EXPECT_EQ(field["isProbablyTappable"], "true");
-  EXPECT_EQ(field["isUserInteractionEnabled"], "true");
+  EXPECT_EQ(describe(add<TextField>("a").className("MyField").get())["isEditable"], "true");
+  EXPECT_EQ(describe(add<View>().frame({{0, 0}, {0, 0}}).get())["imageBase64"], "");
   const auto hiddenBox = add<View>().hidden().get();
   const auto inside = headless::build<Button>("b").frame({{0, 0}, {10, 10}}).in(*hiddenBox);
   inside->setUserInteractionEnabled(false);
@@ -71,26 +68,6 @@ TEST_F(Ai, FlagsTellStateAndKind) {
   EXPECT_EQ(describe(hiddenBox)["isHidden"], "true");
   EXPECT_EQ(describe(add<headless::ImageView>().get())["isImageObject"], "true");
   EXPECT_EQ(button["isImageObject"], "false");
-}
-
-TEST_F(Ai, ScrollableIsByKindOrByName) {
-  const AiAPI api;
-  EXPECT_TRUE(api.isViewScrollable(add<headless::TableView>().className("Rows").get()));
-  EXPECT_TRUE(api.isViewScrollable(add<View>(platform::uikit::UIPickerView).get()));
-  EXPECT_TRUE(api.isViewScrollable(add<View>().className("MyScrollViewport").get()));
-  EXPECT_TRUE(api.isViewScrollable(add<View>().className("FakeUICollectionViewThing").get()));
-  EXPECT_TRUE(api.isViewScrollable(add<View>().className("UIPickerColumnView").get()));
-  EXPECT_FALSE(api.isViewScrollable(add<View>().className("MyUIPickerColumnView").get()));
-  EXPECT_FALSE(api.isViewScrollable(add<Label>("a").get()));
-}
-
-TEST_F(Ai, RectangleIsInWindowCoordinatesAfterScrolling) {
-  const auto scroll = add<ScrollView>().frame({{10, 20}, {100, 100}}).get();
-  const auto label = headless::build<Label>("a").frame({{5, 300}, {50, 20}}).in(*scroll);
-  scroll->scrollTo({0, 250});
-  const Json rectangle = AiAPI().getRectObjectOfView(label);
-  EXPECT_EQ(rectangle["x"], "15.00");
-  EXPECT_EQ(rectangle["y"], "70.00");
 }
 
 // What is worked out once for all of them must be what is true of each alone.
@@ -116,10 +93,6 @@ TEST_F(Ai, DescriptionsOfAScreenAreThoseOfEachViewAlone) {
     alone["elementID"] = descriptions[index]["elementID"];
     EXPECT_EQ(descriptions[index].dump(), alone.dump());
   }
-}
-
-TEST_F(Ai, AnEmptyViewHasAnEmptyPicture) {
-  EXPECT_EQ(describe(add<View>().frame({{0, 0}, {0, 0}}).get())["imageBase64"], "");
 }
 
 }  // namespace

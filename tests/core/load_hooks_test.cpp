@@ -2,7 +2,6 @@
 #include "agent/core/startup/UIViewController_UIViewController.h"
 #include "agent/core/startup/UIWindow_UIWindow.h"
 #include "agent/core/state/GlobalVars.h"
-#include "backends/headless/views/Button.h"
 #include "backends/headless/views/ViewController.h"
 #include "platform/UIKit/Classes.h"
 #include "tests/support/Screen.h"
@@ -22,20 +21,6 @@ class LoadHooks : public test::Screen {
     return count;
   }
 };
-
-TEST_F(LoadHooks, EveryEventPassesTheHookOnceAndReachesTheApplication) {
-  KIFAdditions::loadUIApplication(uikit::UIApplication);
-  KIFAdditions::loadUIApplication(platform::defineClass("MyApplication", uikit::UIApplication));
-  EXPECT_EQ(timesLogged("Loading TARNI IOS INSTRUMENTOR..."), 1);
-  int taps = 0;
-  const auto button = headless::build<headless::Button>("OK")
-                          .frame({{0, 0}, {100, 40}})
-                          .with(&headless::Button::onTap, [&] { ++taps; })
-                          .in(*window);
-  environment.finger().tap(*button);
-  EXPECT_EQ(timesLogged("Clicked"), 2);
-  EXPECT_EQ(taps, 1);
-}
 
 TEST_F(LoadHooks, ViewControllersTellWhenTheyAreLoaded) {
   std::vector<std::optional<std::string>> statesInSystemMethods;

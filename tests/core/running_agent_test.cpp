@@ -47,24 +47,6 @@ class RunningAgent : public test::Screen {
   }
 };
 
-TEST_F(RunningAgent, TapTravelsFromTheFingerToTheHostTool) {
-  const auto button =
-      headless::build<headless::Button>("Log in").frame({{0, 0}, {100, 40}}).in(*window);
-  loadAgent();
-  EXPECT_EQ(GlobalVars::sharedInstance()._spyMode(), "false");
-  EXPECT_EQ(GlobalVars::sharedInstance()._viewControllerLoaded(), "LOADED");
-  const test::Wire host = asHost([] { return test::Wire(ServerManager::kRecorderPort); });
-  EXPECT_EQ(asHost([&] { return host.readMessage(); }),
-            "Welcome! RecorderServer StartedSuccessfully ");
-  waitUntil([&] { return isTagged(button); });
-  EXPECT_EQ(GlobalVars::sharedInstance()._uiWindow(), window);
-  environment.finger().tap(*button);
-  const auto message = ordered_json::parse(asHost([&] { return host.readMessage(); }));
-  ASSERT_EQ(message.size(), 1U);
-  EXPECT_EQ(message[0]["action"], "ClickButton");
-  EXPECT_EQ(message[0]["arguments"][0]["sahiText"], "Log in");
-}
-
 TEST_F(RunningAgent, TapThatEndsTheApplicationIsSentBeforeItsEnd) {
   const auto field =
       headless::build<headless::TextField>("Name").frame({{0, 50}, {100, 40}}).in(*window);
@@ -81,15 +63,6 @@ TEST_F(RunningAgent, TapThatEndsTheApplicationIsSentBeforeItsEnd) {
   environment.finger().tap(*quit);
   EXPECT_EQ(ordered_json::parse(host.readMessage())[0]["arguments"][1]["data"], "Ada");
   EXPECT_EQ(ordered_json::parse(host.readMessage())[0]["arguments"][0]["sahiText"], "Quit");
-}
-
-TEST_F(RunningAgent, HookWaitsForTheFirstWindow) {
-  environment.application().setKeyWindow(nullptr);
-  loadAgent();
-  waitUntil([&] { return environment.log().contains("WINDOW IS NULL"); });
-  const auto view = plainView({{0, 0}, {10, 10}});
-  environment.application().setKeyWindow(window);
-  waitUntil([&] { return isTagged(view); });
 }
 
 TEST_F(RunningAgent, HookWalksNoMoreOncePlaybackHasStarted) {
