@@ -1,8 +1,6 @@
 #include "agent/interaction/UITouch_KIFAdditions.h"
 #include "agent/recording/RecorderEvent.h"
 #include "backends/headless/views/Button.h"
-#include "backends/headless/views/Label.h"
-#include "backends/headless/views/SegmentedControl.h"
 #include "backends/headless/views/Switch.h"
 #include "platform/Foundation/NSException.h"
 #include "tests/recording/Recording.h"
@@ -12,7 +10,6 @@ namespace {
 
 using headless::build;
 using headless::View;
-using platform::UITouchPhase;
 
 class Capture : public test::Recording {
  protected:
@@ -38,15 +35,6 @@ TEST_F(Capture, AViewIsRecordedAtTheTouchDownAndASwitchAtTheTouchUpHoweverFarAwa
   environment.finger().up();
   ASSERT_EQ(bucketSize(), 2U);
   EXPECT_EQ(ElementsQueue::sharedInstance().getElementsBucket().at(1)->getUIView(), control);
-}
-
-TEST_F(Capture, SwitchesAndSegmentsAreKnownByKindAndByName) {
-  RecorderEvent event;
-  EXPECT_TRUE(event.IsViewIsNotOfEventType(build<headless::Switch>().className("Toggle").get()));
-  EXPECT_TRUE(event.IsViewIsNotOfEventType(build<View>().className("MySWITCHThing").get()));
-  EXPECT_TRUE(event.IsViewIsNotOfEventType(build<View>().className("UISegmentLabel").get()));
-  EXPECT_FALSE(event.IsViewIsNotOfEventType(build<View>().className("Segment").get()));
-  EXPECT_FALSE(event.IsViewIsNotOfEventType(nullptr));
 }
 
 TEST_F(Capture, NothingIsRecordedOfTheKeyboardOfNoViewOfOneWithoutIdentityAndDuringPlayback) {

@@ -5,7 +5,6 @@
 #include "agent/Queue/ElementProcessor.h"
 #include "agent/recording/RecorderEvent.h"
 #include "backends/headless/views/Button.h"
-#include "backends/headless/views/Label.h"
 #include "backends/headless/views/TextField.h"
 #include "tests/recording/Recording.h"
 
@@ -14,7 +13,6 @@ namespace {
 
 using headless::build;
 using headless::Button;
-using nlohmann::ordered_json;
 using testing::ElementsAre;
 using testing::IsEmpty;
 
@@ -47,20 +45,6 @@ class Bucket : public test::Recording {
   }
   std::size_t size() { return ElementsQueue::sharedInstance().getElementsBucketSize(); }
 };
-
-TEST_F(Bucket, LastOfTwoViewsMakesTheOnlyStep) {
-  const auto first = button("first", 0);
-  const auto second = button("second", 50);
-  walk();
-  environment.finger().tap(*first);
-  environment.finger().tap(*second);
-  runWorker();
-  const auto steps = takeSteps();
-  ASSERT_EQ(steps.size(), 1U);
-  EXPECT_EQ(objectOf(steps[0]).at("sahiText"), "second");
-  runWorker();
-  EXPECT_TRUE(takeSteps().empty());
-}
 
 TEST_F(Bucket, WorkerEndsWhenTheEventLoopIsGone) {
   const auto ok = button("OK", 0);

@@ -6,12 +6,8 @@
 #include "agent/recording/MainRecorderAction.h"
 #include "agent/recording/RecorderAction.h"
 #include "backends/headless/views/Button.h"
-#include "backends/headless/views/ImageView.h"
 #include "backends/headless/views/Label.h"
 #include "backends/headless/views/SegmentedControl.h"
-#include "backends/headless/views/Switch.h"
-#include "backends/headless/views/TableView.h"
-#include "backends/headless/views/TextField.h"
 #include "backends/headless/views/WebView.h"
 #include "tests/recording/Recording.h"
 
@@ -50,15 +46,6 @@ TEST_F(Steps, TapOnAButtonIsToldKeyByKey) {
                              .dump());
 }
 
-TEST_F(Steps, WindowHasNoParentToTellAbout) {
-  window->layer().setValueForKey("WINDOW-TAG", "TarniUIVIewGuid");
-  const ordered_json step = stepOfTap(*window);
-  EXPECT_EQ(objectOf(step).at("className"), "UIWindow");
-  EXPECT_FALSE(objectOf(step).contains("xpath:position"));
-  EXPECT_FALSE(objectOf(step).at("parent").contains("title"));
-  EXPECT_EQ(objectOf(step).at("parent").at("width"), "0");
-}
-
 TEST_F(Steps, ViewListedLastUnderTheFingerIsRecorded) {
   const auto cell = build<View>().frame({{0, 0}, {200, 40}}).in(*window);
   build<headless::Label>("below").frame({{0, 0}, {100, 40}}).in(*cell);
@@ -74,13 +61,6 @@ TEST_F(Steps, ViewListedLastUnderTheFingerIsRecorded) {
   // On an edge is not inside.
   EXPECT_EQ(tapAt({50, 20}), "below");
   EXPECT_EQ(tapAt({180, 20}), "");
-}
-
-TEST_F(Steps, LabelWithNothingBelowItLooksOverTheWholeWindow) {
-  const auto leaf = build<View>().frame({{0, 0}, {100, 100}}).in(*window);
-  const auto over = build<headless::Label>("over").frame({{0, 0}, {60, 60}}).in(*window);
-  ASSERT_EQ(window->hitTest({50, 50}), leaf);
-  EXPECT_EQ(objectOf(stepOfTap(*leaf)).at("sahiText"), "over");
 }
 
 TEST_F(Steps, FirstTapInAWindowBesideTheKeyWindowIsItsOwn) {
@@ -134,16 +114,6 @@ TEST_F(Steps, SelectedSegmentIsRecordedWithTheTextOfItsControl) {
   EXPECT_TRUE(takeSteps().empty()) << "without a selection there is no step";
 }
 
-TEST_F(Steps, SwitchIsRecordedWithTheStateThatTheTapProduced) {
-  const auto control = build<headless::Switch>(false).frame({{0, 0}, {50, 30}}).in(*window);
-  const ordered_json on = stepOfTap(*control);
-  EXPECT_EQ(actionOf(on), "Mobile_SelectSwitch");
-  EXPECT_EQ(dataOf(on), "");
-  EXPECT_EQ(actionOf(stepOfTap(*control)), "Mobile_DeSelectSwitch");
-  control->onChange([&] { control->removeFromSuperview(); });
-  EXPECT_EQ(actionOf(stepOfTap(*control)), "Mobile_SelectSwitch") << "though it went away";
-}
-
 class BlankWebView : public View {
  public:
   BlankWebView() : View(platform::uikit::UIWebView) {}
@@ -188,30 +158,6 @@ TEST_F(Steps, ButtonThatClosesItsOwnDialogIsStillRecorded) {
   EXPECT_EQ(object.at("index"), "1");
   EXPECT_EQ(object.at("parent").at("id"), "dialog");
   EXPECT_EQ(object.at("ObjectImage").get<std::string>().substr(0, 4), "/9j/");
-}
-
-TEST_F(Steps, TextTypedIntoAClosedDialogIsStillRecorded) {
-  auto dialog = build<View>().frame({{50, 100}, {200, 200}}).in(*window);
-  auto field = build<headless::TextField>("Name").frame({{0, 0}, {100, 30}}).in(*dialog);
-  auto button = build<Button>("OK").frame({{0, 50}, {100, 40}}).in(*dialog);
-  button->onTap([&] {
-    dialog->removeFromSuperview();
-    dialog.reset();
-    field.reset();
-    button.reset();
-  });
-  field->focus();
-  field->type("Ada");
-  walk();
-  environment.finger().tap(*button);
-  ASSERT_FALSE(GlobalVars::sharedInstance()._editAbleElement());
-  runWorker();
-  const auto steps = takeSteps();
-  ASSERT_EQ(steps.size(), 2U);
-  EXPECT_EQ(actionOf(steps[0]), "TypeTextOnEditBox");
-  EXPECT_EQ(dataOf(steps[0]), "Ada");
-  EXPECT_EQ(objectOf(steps[0]).at("sahiText"), "Name");
-  EXPECT_EQ(actionOf(steps[1]), "ClickButton");
 }
 
 // A view whose picture comes only when the platform gets round to it.
@@ -268,6 +214,13 @@ TEST_F(Steps, ViewThatGoesAwayWhileItIsDrawnIsStillRecorded) {
   ASSERT_EQ(withoutPicture.size(), 1U) << "the draft is good before its picture has come";
   EXPECT_EQ(objectOf(withoutPicture[0]).at("ObjectImage"), "");
   view->drawNow();
+}
+
+TEST_F(Steps, LabelWithNothingBelowItLooksOverTheWholeWindow) {
+  const auto leaf = build<View>().frame({{0, 0}, {100, 100}}).in(*window);
+  const auto over = build<headless::Label>("over").frame({{0, 0}, {60, 60}}).in(*window);
+  ASSERT_EQ(window->hitTest({50, 50}), leaf);
+  EXPECT_EQ(objectOf(stepOfTap(*leaf)).at("sahiText"), "over");
 }
 
 }  // namespace
