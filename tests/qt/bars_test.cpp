@@ -5,8 +5,6 @@
 #include <QtWidgets/QMenuBar>
 #include <QtWidgets/QTabWidget>
 #include <QtWidgets/QTableWidget>
-#include <QtWidgets/QToolBar>
-#include <QtWidgets/QToolButton>
 #include <QtWidgets/QWidgetAction>
 
 #include "tests/qt/Support.h"
@@ -35,12 +33,6 @@ TEST(Tabs, AreButtonsOfTheTabBar) {
   EXPECT_EQ(buttons[1]->superview(), bar);
   EXPECT_EQ(viewOf(tabs)->hitTest(middleInWindow(buttons[1])), buttons[1]);
   EXPECT_FALSE(buttons[2]->isUserInteractionEnabled());
-  tabs.setTabText(1, "Second");
-  EXPECT_EQ(subviewsOf(bar, "UITabBarButton"), buttons);
-  EXPECT_EQ(titlesOf({buttons[1]}), std::vector<std::string>{"Second"});
-  tabs.removeTab(2);
-  EXPECT_EQ(subviewsOf(bar, "UITabBarButton").size(), 2U);
-  EXPECT_TRUE(buttons[2]->isHidden());
   tabs.setTabText(0, "");
   tabs.setTabToolTip(0, "First");
   EXPECT_EQ(titlesOf({buttons[0]}), std::vector<std::string>{"First"});
@@ -135,29 +127,6 @@ TEST(Actions, AnActionAtTheAddressOfOneThatWentIsAnotherButton) {
   EXPECT_TRUE(first->isHidden());
   EXPECT_EQ(titlesOf({second}), std::vector<std::string>{"two"});
   action->~QAction();
-}
-
-TEST(Actions, OfAToolBarAreTheWidgetsThatItMakesOfThem) {
-  QMainWindow window;
-  QToolBar* const bar = window.addToolBar("tools");
-  QAction* const refresh = bar->addAction("Refresh");
-  show(window);
-  QWidget* const button = bar->widgetForAction(refresh);
-  EXPECT_EQ(classOf(viewOf(*button)), "UIButton");
-  EXPECT_EQ(titlesOf({viewOf(*button)}), std::vector<std::string>{"Refresh"});
-  EXPECT_EQ(viewOf(*button)->superview(), viewOf(*bar));
-}
-
-TEST(ToolButtons, WithoutATextAreCalledByWhatTheyAreSaidToBe) {
-  QToolButton button;
-  const auto title = [&] { return as<platform::UIButton>(viewOf(button))->currentTitle(); };
-  EXPECT_EQ(title(), std::nullopt);
-  button.setToolTip("<b>Go back</b>");
-  EXPECT_EQ(title(), "Go back");
-  button.setAccessibleName("Back");
-  EXPECT_EQ(title(), "Back");
-  button.setText("&Return");
-  EXPECT_EQ(title(), "Return");
 }
 
 TEST(Headers, HaveAButtonForEachVisibleSection) {

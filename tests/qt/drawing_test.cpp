@@ -1,7 +1,6 @@
 // Layers, the border over a view, and pictures.
 #include <QtGui/QPainter>
 #include <QtWidgets/QListWidget>
-#include <QtWidgets/QPushButton>
 #include <QtWidgets/QScrollArea>
 #include <QtWidgets/QScrollBar>
 #include <QtWidgets/QSplitter>
@@ -46,28 +45,6 @@ QWidget* overlayIn(const QWidget& window) {
     if (widget && qt::isHiddenFromWalks(widget) && widget->isVisible()) return widget;
   }
   return nullptr;
-}
-
-TEST(Layer, KeepsTagsByKey) {
-  QWidget window;
-  platform::CALayer& layer = viewOf(window)->layer();
-  EXPECT_EQ(layer.valueForKey("a"), nullptr);
-  layer.setValueForKey("1", "a");
-  layer.setValueForKey("2", "b");
-  layer.setValueForKey("3", "a");
-  EXPECT_EQ(*layer.valueForKey("a"), "3");
-  EXPECT_EQ(*layer.valueForKey("b"), "2");
-}
-
-TEST(Layer, StandsInTheTreeOfItsView) {
-  QWidget window;
-  QWidget child(&window);
-  platform::CALayer& layer = viewOf(child)->layer();
-  EXPECT_EQ(layer.superlayer(), &viewOf(window)->layer());
-  EXPECT_THAT(viewOf(window)->layer().sublayers(), testing::ElementsAre(&layer));
-  EXPECT_EQ(viewOf(window)->layer().superlayer(), nullptr);
-  EXPECT_EQ(layer.speed(), 1);
-  EXPECT_TRUE(layer.animationKeys().empty());
 }
 
 // Pages of widgets upon widgets, some of them hidden, masked or closed to the mouse.
@@ -156,34 +133,19 @@ TEST(Border, FollowsItsViewAndKeepsToItsVisiblePart) {
   while (overlayIn(area)) QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
 }
 
-TEST(Border, IsNoPaneOfASplitter) {
+TEST(Border, IsNoPaneOfASplitterAndGoesWithItsView) {
   QSplitter splitter;
-  auto* const pane = new QWidget(&splitter);
+  auto pane = std::make_unique<QWidget>(&splitter);
   splitter.resize(200, 100);
   show(splitter);
   viewOf(*pane)->layer().setBorderWidth(4);
   QCoreApplication::processEvents();
   EXPECT_EQ(splitter.count(), 1);
   EXPECT_NE(overlayIn(splitter), nullptr);
-  viewOf(*pane)->layer().setBorderWidth(0);
-  QCoreApplication::processEvents();
-  EXPECT_EQ(splitter.count(), 1);
-}
-
-TEST(Border, GoesWithItsViewAndWithItsWindow) {
-  auto window = std::make_unique<QWidget>();
-  auto child = std::make_unique<QPushButton>("b", window.get());
-  auto other = new QPushButton("c", window.get());
-  show(*window);
-  viewOf(*child)->layer().setBorderWidth(4);
-  child.reset();
+  pane.reset();
   QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
   QCoreApplication::processEvents();
-  EXPECT_EQ(overlayIn(*window), nullptr);
-  viewOf(*other)->layer().setBorderWidth(4);
-  EXPECT_NE(overlayIn(*window), nullptr);
-  window.reset();
-  QCoreApplication::processEvents();
+  EXPECT_EQ(overlayIn(splitter), nullptr);
 }
 
 TEST(Picture, ShowsTheViewAndEverythingInIt) {
@@ -203,90 +165,35 @@ TEST(Picture, ShowsTheViewAndEverythingInIt) {
   EXPECT_EQ(all.size(), QSize(200, 150));
   EXPECT_EQ(all.pixel(35, 45), qRgb(255, 255, 0));
   EXPECT_EQ(all.pixel(1, 1), window.palette().color(QPalette::Window).rgb());
+  inner.hide();
+  EXPECT_NE(imageOf(viewOf(inner)).pixel(5, 5), qRgb(255, 255, 0)) << "nothing of it is shown";
+  outer.resize(0, 10);
+  EXPECT_EQ(pictureOf(viewOf(outer)), nullptr);
 }
 
-TEST(Picture, OfAViewWithoutBackgroundShowsWhatItStandsOn) {
-  QWidget window;
-  window.resize(200, 150);
-  Painted behind(&window, Qt::blue);
-  behind.setGeometry(20, 30, 100, 80);
-  QWidget plain(&behind);
-  plain.setGeometry(-10, 10, 60, 40);
-  QWidget inner(&plain);
-  inner.setGeometry(5, 5, 30, 30);
-  QWidget filled(&plain);
-  filled.setGeometry(40, 5, 10, 10);
-  filled.setPalette(Qt::red);
-  filled.setAutoFillBackground(true);
-  Painted sibling(&window, Qt::yellow);
-  sibling.setGeometry(20, 30, 100, 80);
-  show(window);
-  const QImage picture = imageOf(viewOf(inner));
-  EXPECT_EQ(picture.pixel(6, 0), qRgb(0, 0, 255)) << "and not what lies above it";
-  EXPECT_EQ(picture.pixel(24, 29), qRgb(0, 0, 255));
-  EXPECT_EQ(picture.width(), 25) << "what is shown of it";
-  EXPECT_EQ(imageOf(viewOf(plain)).pixel(35, 10), filled.palette().color(QPalette::Window).rgb());
-  EXPECT_EQ(imageOf(viewOf(filled)).pixel(5, 5), filled.palette().color(QPalette::Window).rgb());
-}
-
-TEST(Picture, OfAHiddenOrEmptyView) {
-  QWidget window;
-  Painted child(&window, Qt::blue);
-  child.resize(10, 10);
-  EXPECT_EQ(pictureOf(viewOf(child))->size(), (platform::CGSize{10, 10}));
-  EXPECT_NE(imageOf(viewOf(child)).pixel(5, 5), qRgb(0, 0, 255)) << "nothing of it is shown";
-  show(window);
-  child.resize(0, 10);
-  EXPECT_EQ(pictureOf(viewOf(child)), nullptr);
-}
-
-TEST(Picture, OfACellIsItsPartOfTheList) {
+TEST(Picture, OfACellIsCroppedAndEncodedOnAnyThread) {
   QListWidget list;
   list.addItems({"a", "b", "c"});
   list.item(1)->setBackground(Qt::red);
   list.resize(120, 200);
   show(list);
   const UIViewRef cell = subviewsOf(viewOf(list), "UITableViewCell")[1];
-  const QImage picture = imageOf(cell);
-  EXPECT_EQ(picture.width(), cell->bounds().size.width);
-  EXPECT_EQ(picture.height(), cell->bounds().size.height);
-  EXPECT_EQ(picture.pixel(picture.width() - 3, 1), qRgb(255, 0, 0));
-  EXPECT_EQ(picture.pixel(picture.width() - 3, picture.height() - 1), qRgb(255, 0, 0));
-}
-
-TEST(Picture, CropsAndLeavesWhatLiesOutsideEmpty) {
-  QImage source(40, 20, QImage::Format_RGB32);
-  source.fill(Qt::red);
-  source.setDevicePixelRatio(2);
-  const auto image = std::make_shared<qt::QtImage>(source);
-  EXPECT_EQ(image->size(), (platform::CGSize{20, 10}));
-  const auto cropped = image->crop({{-5, -5}, {10, 10}});
-  EXPECT_EQ(cropped->size(), (platform::CGSize{10, 10}));
-  EXPECT_EQ(cropped->scale(), 2);
-  const QImage& pixels = static_cast<const qt::QtImage&>(*cropped).image();
-  EXPECT_EQ(pixels.pixel(9, 9), qRgb(0, 0, 0));
-  EXPECT_EQ(pixels.pixel(10, 10), qRgb(255, 0, 0));
-  EXPECT_EQ(image->crop({{0, 0}, {0, 0}})->JPEGRepresentation(0.6).size(), 0U);
-}
-
-TEST(Picture, IsEncodedAsJPEGOnAnyThread) {
-  QImage source(64, 48, QImage::Format_RGB32);
-  source.fill(QColor(200, 100, 50));
-  const qt::QtImage image(source);
+  const auto picture = pictureOf(cell);
+  EXPECT_EQ(picture->size(), cell->bounds().size);
+  const auto cropped = picture->crop({{-10, -10}, {40, 20}});
+  EXPECT_EQ(cropped->size(), (platform::CGSize{40, 20}));
   std::vector<std::byte> bytes;
-  std::thread([&] { bytes = image.JPEGRepresentation(0.6); }).join();
-  const QImage decoded = QImage::fromData(reinterpret_cast<const uchar*>(bytes.data()),
-                                          static_cast<int>(bytes.size()), "JPEG");
-  ASSERT_EQ(decoded.size(), source.size());
-  const QColor middle = decoded.pixelColor(32, 24);
-  EXPECT_NEAR(middle.red(), 200, 4);
-  EXPECT_NEAR(middle.green(), 100, 4);
-  EXPECT_NEAR(middle.blue(), 50, 4);
-  EXPECT_LT(image.JPEGRepresentation(0.1).size(), image.JPEGRepresentation(1).size());
-  bytes = image.PNGRepresentation();
-  EXPECT_EQ(QImage::fromData(reinterpret_cast<const uchar*>(bytes.data()),
-                             static_cast<int>(bytes.size()), "PNG"),
-            source);
+  std::thread([&] { bytes = cropped->PNGRepresentation(); }).join();
+  const auto decoded = [&bytes](const char* format) {
+    return QImage::fromData(reinterpret_cast<const uchar*>(bytes.data()),
+                            static_cast<int>(bytes.size()), format);
+  };
+  EXPECT_EQ(decoded("PNG").pixel(5, 15), qRgb(0, 0, 0)) << "outside of the cell";
+  EXPECT_EQ(decoded("PNG").pixel(38, 11), qRgb(255, 0, 0));
+  EXPECT_LT(picture->JPEGRepresentation(0.1).size(), picture->JPEGRepresentation(1).size());
+  bytes = picture->JPEGRepresentation(1);
+  EXPECT_NEAR(decoded("JPEG").pixelColor(decoded("JPEG").width() - 3, 1).red(), 255, 4);
+  EXPECT_TRUE(picture->crop({{0, 0}, {0, 0}})->JPEGRepresentation(0.6).empty());
 }
 
 }  // namespace

@@ -2,7 +2,6 @@
 #include <QtWidgets/QGraphicsRectItem>
 #include <QtWidgets/QGraphicsTextItem>
 #include <QtWidgets/QGraphicsView>
-#include <QtWidgets/QScrollBar>
 #include <memory>
 
 #include "tests/qt/Support.h"
@@ -58,21 +57,6 @@ TEST_F(Graphics, ShowsWhatIsSeenOfItsSceneBackToFront) {
   square_->setZValue(1);
   EXPECT_EQ(subviewsOf(viewOf(graphics_))[2], square);
   EXPECT_EQ(hit(items[1]), square) << "now it covers the title";
-}
-
-TEST_F(Graphics, PlacesItsItemsAsTheyAreSeen) {
-  const UIViewRef square = labelled("Square");
-  ASSERT_NE(square, nullptr);
-  graphics_.scale(2, 2);
-  graphics_.horizontalScrollBar()->setValue(graphics_.horizontalScrollBar()->minimum() + 150);
-  graphics_.verticalScrollBar()->setValue(graphics_.verticalScrollBar()->minimum());
-  const CGPoint corner = square->convertPointToWindow({0, 0});
-  const QPoint viewport = graphics_.viewport()->mapTo(&window_, QPoint(0, 0));
-  EXPECT_EQ(corner, (CGPoint{double(viewport.x()), double(viewport.y())}));
-  EXPECT_NEAR(square->bounds().size.width, 50, 2) << "what is left of 200";
-  EXPECT_NEAR(square->bounds().size.height, 200, 10);
-  title_->hide();
-  EXPECT_EQ(hit(square), square);
 }
 
 TEST_F(Graphics, AnItemIsTheSameViewUntilItLeavesTheScene) {

@@ -2,17 +2,12 @@
 // widget.
 #include <QtCore/QTimer>
 #include <QtGui/QMouseEvent>
-#include <QtGui/QWindow>
 #include <QtWidgets/QCheckBox>
 #include <QtWidgets/QDialog>
-#include <QtWidgets/QLabel>
-#include <QtWidgets/QMainWindow>
 #include <QtWidgets/QPushButton>
 #include <QtWidgets/QRadioButton>
 #include <QtWidgets/QScrollArea>
 #include <QtWidgets/QScrollBar>
-#include <QtWidgets/QTabWidget>
-#include <QtWidgets/QToolBar>
 #include <memory>
 
 #include "backends/qt/program/OwnWidgets.h"
@@ -22,33 +17,18 @@
 namespace tarni::test {
 namespace {
 
-TEST(Identity, AWidgetAlwaysHasTheSameView) {
-  QWidget window;
-  QWidget child(&window);
-  const UIViewRef view = viewOf(child);
-  EXPECT_EQ(viewOf(child), view);
-  EXPECT_EQ(qt::widgetOfView(view), &child);
-  EXPECT_EQ(view->superview(), viewOf(window));
-  EXPECT_EQ(qt::viewOfWidget(nullptr), nullptr);
-  EXPECT_EQ(qt::widgetOfView(nullptr), nullptr);
-}
-
-TEST(Identity, TheRegistryLetsGoOfAViewWithItsWidget) {
-  QWidget window;
-  auto child = std::make_unique<QWidget>(&window);
-  const std::weak_ptr<platform::UIView> view = viewOf(*child);
-  EXPECT_FALSE(view.expired());
-  child.reset();
-  EXPECT_TRUE(view.expired());
-}
-
 TEST(Identity, AViewWhoseWidgetHasGoneIsEmptyHiddenAndNowhere) {
   QWidget window;
   auto button = std::make_unique<QPushButton>("Gone", &window);
   const UIViewRef view = viewOf(*button);
+  EXPECT_EQ(viewOf(*button), view) << "always the same";
+  EXPECT_EQ(qt::widgetOfView(view), button.get());
+  EXPECT_EQ(view->superview(), viewOf(window));
   view->layer().setValueForKey("guid", "tag");
   show(window);
+  EXPECT_EQ(qt::viewOfWindow(window.windowHandle()), viewOf(window));
   button.reset();
+  EXPECT_EQ(qt::widgetOfView(view), nullptr);
   EXPECT_TRUE(view->isHidden());
   EXPECT_EQ(view->superview(), nullptr);
   EXPECT_EQ(view->window(), nullptr);
@@ -57,12 +37,7 @@ TEST(Identity, AViewWhoseWidgetHasGoneIsEmptyHiddenAndNowhere) {
   EXPECT_EQ(view->bounds(), CGRect{});
   EXPECT_EQ(view->hitTest({0, 0}), nullptr);
   EXPECT_FALSE(view->isUserInteractionEnabled());
-  EXPECT_FALSE(view->isFirstResponder());
-  EXPECT_FALSE(view->canBecomeFirstResponder());
   EXPECT_EQ(view->accessibilityLabel(), std::nullopt);
-  EXPECT_EQ(view->accessibilityValue(), std::nullopt);
-  EXPECT_EQ(view->accessibilityHint(), std::nullopt);
-  EXPECT_EQ(view->accessibilityLanguage(), std::nullopt);
   EXPECT_EQ(as<platform::UIButton>(view)->currentTitle(), std::nullopt);
   EXPECT_EQ(classOf(view), "UIButton");
   ASSERT_TRUE(view->layer().valueForKey("tag"));
@@ -70,6 +45,8 @@ TEST(Identity, AViewWhoseWidgetHasGoneIsEmptyHiddenAndNowhere) {
   view->layer().setBorderWidth(4);
   EXPECT_EQ(pictureOf(view), nullptr);
   finish(view->becomeFirstResponder());
+  EXPECT_EQ(qt::viewOfWidget(nullptr), nullptr);
+  EXPECT_EQ(qt::viewOfWindow(nullptr), nullptr);
 }
 
 TEST(Identity, AProgramThatDisconnectsEverythingDoesNotLeaveAStaleView) {
@@ -97,17 +74,11 @@ TEST(Order, SubviewsAreTheChildWidgetsBackToFront) {
   EXPECT_EQ(qt::viewOfWidget(&agents), nullptr);
   back.raise();
   EXPECT_EQ(subviewsOf(viewOf(window)), (std::vector{viewOf(front), viewOf(back)}));
-}
-
-TEST(Order, UnchangedSubviewsStayWhereTheyAreInMemory) {
-  QWidget window;
-  QWidget one(&window);
-  QWidget two(&window);
   const auto* const before = viewOf(window)->subviews().data();
   EXPECT_EQ(viewOf(window)->subviews().data(), before);
-  auto three = std::make_unique<QWidget>(&window);
+  auto third = std::make_unique<QWidget>(&window);
   EXPECT_EQ(viewOf(window)->subviews().size(), 3U);
-  three.reset();
+  third.reset();
   EXPECT_EQ(viewOf(window)->subviews().size(), 2U);
 }
 
@@ -151,43 +122,6 @@ TEST(Geometry, WhatStandsInAScrollAreaIsItsSubview) {
   EXPECT_EQ(platform::convertPoint({0, 0}, viewOf(button), viewOf(*page)), (CGPoint{10, 10}));
 }
 
-TEST(Geometry, AHiddenWidgetThatNobodyLaidOutTakesNoRoom) {
-  QMainWindow window;
-  QToolBar bar(&window);
-  bar.addAction("Save");
-  window.addToolBar(&bar);
-  QTabWidget tabs;
-  QWidget first;
-  QWidget later;
-  tabs.addTab(&first, "first");
-  tabs.addTab(&later, "later");
-  window.setCentralWidget(&tabs);
-  QRadioButton radio("r", &window);
-  radio.hide();
-  QLabel placed("p", &window);
-  placed.setGeometry(5, 6, 70, 20);
-  placed.hide();
-  QWidget wasAWindow;
-  wasAWindow.setParent(&later);
-  wasAWindow.setVisible(true);
-  window.resize(400, 300);
-  show(window);
-  auto* const spare = bar.findChild<QWidget*>("qt_toolbar_ext_button");
-  ASSERT_TRUE(spare && spare->isHidden());
-  EXPECT_EQ(viewOf(*spare)->frame().size, CGSize{});
-  EXPECT_EQ(viewOf(later)->frame().size, CGSize{});
-  EXPECT_EQ(viewOf(radio)->bounds().size, CGSize{});
-  EXPECT_EQ(viewOf(wasAWindow)->bounds().size, CGSize{}) << "shown in a page that nobody opened";
-  EXPECT_EQ(viewOf(placed)->frame(), (CGRect{{5, 6}, {70, 20}})) << "hidden, but it has its place";
-  tabs.setCurrentIndex(1);
-  const CGRect opened = viewOf(later)->frame();
-  EXPECT_EQ(opened, viewOf(first)->frame());
-  tabs.setCurrentIndex(0);
-  EXPECT_EQ(viewOf(later)->frame(), opened) << "keeps its place when it is left";
-  tabs.removeTab(1);
-  window.takeCentralWidget();
-}
-
 TEST(HitTest, FindsTheDeepestShownWidget) {
   QWidget window;
   window.resize(300, 200);
@@ -211,22 +145,9 @@ TEST(HitTest, FindsTheDeepestShownWidget) {
   EXPECT_EQ(root->hitTest(onButton), viewOf(button)) << "a disabled button still stands there";
   EXPECT_FALSE(viewOf(button)->isUserInteractionEnabled());
   button.hide();
+  EXPECT_TRUE(viewOf(button)->isHidden());
   EXPECT_EQ(root->hitTest(onButton), viewOf(outer));
   EXPECT_EQ(viewOf(button)->hitTest({1, 1}), nullptr);
-}
-
-TEST(HitTest, SeesThroughWidgetsOfTheAgent) {
-  QWidget window;
-  window.resize(100, 100);
-  QPushButton button("b", &window);
-  button.setGeometry(window.rect());
-  QWidget agents(&window);
-  agents.setGeometry(window.rect());
-  qt::hideFromWalks(&agents);
-  show(window);
-  const UIViewRef hit = viewOf(window)->hitTest({50, 50});
-  EXPECT_NE(hit, nullptr);
-  EXPECT_NE(qt::widgetOfView(hit), &agents);
 }
 
 TEST(Geometry, AWideRadioOrCheckBoxIsAsWideAsWhatAClickWorksOn) {
@@ -251,28 +172,6 @@ TEST(Geometry, AWideRadioOrCheckBoxIsAsWideAsWhatAClickWorksOn) {
     send(QEvent::MouseButtonRelease, Qt::NoButton);
     EXPECT_TRUE(button->isChecked()) << "clicked in the middle of the view";
   }
-}
-
-TEST(State, HiddenIsWhatTheProgramHidItself) {
-  QWidget window;
-  QWidget page(&window);
-  QWidget child(&page);
-  EXPECT_TRUE(viewOf(window)->isHidden());
-  show(window);
-  EXPECT_FALSE(viewOf(window)->isHidden());
-  page.hide();
-  EXPECT_TRUE(viewOf(page)->isHidden());
-  EXPECT_FALSE(viewOf(child)->isHidden()) << "its parent is hidden, not itself";
-}
-
-TEST(State, TheViewOfANativeWindowIsItsTopLevelWidget) {
-  QWidget window;
-  EXPECT_EQ(qt::viewOfWindow(nullptr), nullptr);
-  show(window);
-  EXPECT_EQ(qt::viewOfWindow(window.windowHandle()), viewOf(window));
-  QWindow foreign;
-  foreign.create();
-  EXPECT_EQ(qt::viewOfWindow(&foreign), nullptr);
 }
 
 }  // namespace

@@ -15,10 +15,6 @@ Rectangle { id: scene; width: 200; height: 100; color: "red"; property int taps
   Rectangle { objectName: "target"; x: 20; y: 30; width: 50; height: 40; color: "blue"
     MouseArea { anchors.fill: parent; onClicked: ++scene.taps } } })";
 
-platform::Task<void> keep(UIViewRef view, platform::UIImageRef& picture) {
-  picture = co_await view->drawViewHierarchy();
-}
-
 class Hosts : public testing::Test {
  protected:
   // What is the same however the widget shows the scene.
@@ -39,8 +35,7 @@ class Hosts : public testing::Test {
     EXPECT_EQ(qt::viewOfWidget(&window_)->hitTest(middle), target);
     finish(KIFAdditions::tapAtPoint(target, {25, 20}));
     EXPECT_TRUE(runUntil([&] { return scene.property("taps").toInt() == 1; }));
-    platform::UIImageRef picture;
-    finish(keep(target, picture));
+    const platform::UIImageRef picture = pictureOf(target);
     ASSERT_TRUE(picture);
     const QImage image = std::dynamic_pointer_cast<const qt::QtImage>(picture)->image();
     EXPECT_EQ(image.pixelColor(image.width() / 2, image.height() / 2), QColor(Qt::blue));

@@ -1,62 +1,11 @@
-// Which class an item appears as.
-#include <QtCore/QDir>
+// The names of classes of the application's own.
 #include <QtCore/QFile>
 #include <QtCore/QTemporaryDir>
-#include <ostream>
 
 #include "tests/quick/QuickScreen.h"
 
 namespace tarni::test {
 namespace {
-
-struct Example {
-  const char* name;
-  const char* qml;
-  const char* className;
-  const char* kind;
-};
-
-void PrintTo(const Example& example, std::ostream* output) {
-  *output << example.name;
-}
-
-class Kinds : public QuickScreen, public testing::WithParamInterface<Example> {};
-
-TEST_P(Kinds, AreTold) {
-  const std::string qml = GetParam().qml;
-  const std::size_t end = qml.find('{') + 1;
-  show(qml.substr(0, end) + " objectName: \"it\"; " + qml.substr(end));
-  EXPECT_STREQ(view("it")->getClass()->name().c_str(), GetParam().className);
-  EXPECT_TRUE(view("it")->isKindOfClass(platform::NSClassFromString(GetParam().kind)));
-}
-
-INSTANTIATE_TEST_SUITE_P(
-    Of, Kinds,
-    testing::Values(Example{"Item", "Item {}", "UIView", "UIView"},
-                    Example{"Rectangle", "Rectangle { property int more: 1 }", "UIView", "UIView"},
-                    Example{"Text", "Text {}", "UILabel", "UILabel"},
-                    Example{"Label", "Label {}", "UILabel", "UILabel"},
-                    Example{"Image", "Image {}", "UIImageView", "UIImageView"},
-                    Example{"Button", "Button {}", "UIButton", "UIControl"},
-                    Example{"ExtendedButton", "Button { signal more }", "UIButton", "UIButton"},
-                    Example{"RadioButton", "RadioButton {}", "UIButton", "UIButton"},
-                    Example{"Switch", "Switch {}", "UISwitch", "UISwitch"},
-                    Example{"CheckBox", "CheckBox {}", "UISwitch", "UISwitch"},
-                    Example{"TextInput", "TextInput {}", "UITextField", "UITextField"},
-                    Example{"TextField", "TextField {}", "UITextField", "UIControl"},
-                    Example{"TextArea", "TextArea {}", "UITextView", "UIScrollView"},
-                    Example{"Flickable", "Flickable {}", "UIScrollView", "UIScrollView"},
-                    Example{"ListView", "ListView {}", "UITableView", "UIScrollView"},
-                    Example{"TableView", "TableView {}", "UITableView", "UITableView"},
-                    Example{"GridView", "GridView {}", "UICollectionView", "UIScrollView"},
-                    Example{"ListOfItems", "ListView { model: ObjectModel { Item {} } }",
-                            "UIScrollView", "UIScrollView"},
-                    Example{"ComboBox", "ComboBox {}", "UIPickerView", "UIPickerView"},
-                    Example{"ToolBar", "ToolBar {}", "UINavigationBar", "UINavigationBar"},
-                    Example{"TabBar", "TabBar {}", "UITabBar", "UITabBar"},
-                    Example{"Slider", "Slider {}", "UISlider", "UIControl"},
-                    Example{"ProgressBar", "ProgressBar {}", "UIProgressView", "UIProgressView"}),
-    [](const auto& info) { return info.param.name; });
 
 class OwnTypes : public QuickScreen {
  protected:

@@ -7,18 +7,11 @@ namespace {
 
 using platform::Argument;
 
-platform::Task<void> keepPicture(UIViewRef view, QImage& picture) {
-  const auto drawn =
-      std::dynamic_pointer_cast<const qt::QtImage>(co_await view->drawViewHierarchy());
-  picture = drawn ? drawn->image() : QImage();
-}
-
 class Showing : public QuickScreen {
  protected:
-  static QImage pictureOf(const UIViewRef& view) {
-    QImage picture;
-    finish(keepPicture(view, picture));
-    return picture;
+  static QImage imageOf(const UIViewRef& view) {
+    const auto drawn = std::dynamic_pointer_cast<const qt::QtImage>(pictureOf(view));
+    return drawn ? drawn->image() : QImage();
   }
   // At a point of the picture, whatever its scale.
   static QColor at(const QImage& picture, double x, double y) {
@@ -31,18 +24,18 @@ TEST_F(Showing, PicturesShowTheViewAtTheScreensScale) {
   show(R"(Rectangle { objectName: "red"; x: 50; y: 60; width: 100; height: 80; color: "red"
     Rectangle { objectName: "blue"; x: 10; y: 10; width: 20; height: 20; color: "blue" } })");
   const double scale = std::stod(SCALE);
-  const QImage all = pictureOf(root());
+  const QImage all = imageOf(root());
   EXPECT_EQ(all.size(), QSize(400, 300) * scale);
   EXPECT_EQ(at(all, 10, 10), QColor(Qt::white)) << "where no item draws";
   EXPECT_EQ(at(all, 52, 62), QColor(Qt::red));
-  const QImage red = pictureOf(view("red"));
+  const QImage red = imageOf(view("red"));
   EXPECT_EQ(red.size(), QSize(100, 80) * scale);
   EXPECT_EQ(at(red, 2, 2), QColor(Qt::red));
   EXPECT_EQ(at(red, 20, 20), QColor(Qt::blue));
   const auto jpeg = qt::QtImage(red).JPEGRepresentation(0.6);
   EXPECT_GT(jpeg.size(), 100U);
   window_->hide();
-  pictureOf(root());
+  imageOf(root());
 }
 
 TEST_F(Showing, ABorderStandsAboveEverythingAndIsNothingElse) {
@@ -53,14 +46,14 @@ TEST_F(Showing, ABorderStandsAboveEverythingAndIsNothingElse) {
   platform::CALayer& layer = view("red")->layer();
   layer.setBorderColor(platform::CGColor{0, 1, 0, 1});
   layer.setBorderWidth(4);
-  EXPECT_EQ(at(pictureOf(root()), 52, 62), QColor(Qt::green));
-  EXPECT_EQ(at(pictureOf(root()), 100, 100), QColor(Qt::blue)) << "inside of it";
+  EXPECT_EQ(at(imageOf(root()), 52, 62), QColor(Qt::green));
+  EXPECT_EQ(at(imageOf(root()), 100, 100), QColor(Qt::blue)) << "inside of it";
   EXPECT_EQ(namesIn(root()), before);
   EXPECT_EQ(met(51, 61), metBefore);
   object("red")->setX(200);
-  EXPECT_TRUE(runUntil([&] { return at(pictureOf(root()), 202, 62) == QColor(Qt::green); }));
+  EXPECT_TRUE(runUntil([&] { return at(imageOf(root()), 202, 62) == QColor(Qt::green); }));
   layer.setBorderWidth(0);
-  EXPECT_EQ(at(pictureOf(root()), 202, 62), QColor(Qt::blue));
+  EXPECT_EQ(at(imageOf(root()), 202, 62), QColor(Qt::blue));
 }
 
 TEST_F(Showing, ABorderThatIsTakenOffStaysOffWhileNothingCanBeDeleted) {
@@ -117,19 +110,6 @@ TEST_F(Appearances, APopupIsLoadingUntilItHasOpened) {
   heard_.clear();
   QMetaObject::invokeMethod(object<QObject>("quick"), "open");
   EXPECT_EQ(heard_, "WD") << "when it opens again, too";
-}
-
-TEST_F(Appearances, APageIsLoadingUntilItsTransitionEnds) {
-  show(R"(StackView { objectName: "stack"; anchors.fill: parent; initialItem: Item {}
-    function go() { push(Qt.createComponent("x") && page) }
-    Component { id: page; Item {} } })");
-  view("stack");
-  heard_.clear();
-  QMetaObject::invokeMethod(object("stack"), "go");
-  ASSERT_TRUE(runUntil([&] { return !object("stack")->property("busy").toBool(); }));
-  ASSERT_FALSE(heard_.empty());
-  EXPECT_EQ(heard_.front(), 'W');
-  EXPECT_EQ(heard_.back(), 'D');
 }
 
 }  // namespace

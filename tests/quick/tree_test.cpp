@@ -7,14 +7,12 @@ namespace tarni::test {
 namespace {
 
 using testing::Contains;
-using testing::ElementsAre;
 using testing::Not;
 using Names = std::vector<std::string>;
 
 class Tree : public QuickScreen {};
 class HitTest : public QuickScreen {};
 class Lists : public QuickScreen {};
-class Windows : public QuickScreen {};
 
 TEST_F(Tree, SubviewsStandInPaintOrder) {
   show(R"(Item { objectName: "all"
@@ -70,16 +68,6 @@ TEST_F(Tree, FramesAreUprightRectanglesWhateverTheTransform) {
   EXPECT_EQ(met(182, 91), "doubled");
 }
 
-TEST_F(Tree, HiddenIsWhatNobodySees) {
-  show(R"(Item { objectName: "page"; visible: false
-    Rectangle { objectName: "below" } }
-    Rectangle { objectName: "clear"; opacity: 0; width: 400; height: 300 })");
-  EXPECT_TRUE(view("page")->isHidden());
-  EXPECT_FALSE(view("below")->isHidden()) << "its parent is hidden, not itself";
-  EXPECT_TRUE(view("clear")->isHidden());
-  EXPECT_NE(met(50, 50), "clear");
-}
-
 TEST_F(Tree, AViewWhoseItemHasGoneIsEmptyHiddenAndNowhere) {
   show(R"(Button { objectName: "gone"; text: "x"; width: 50; height: 50 })");
   const UIViewRef gone = view("gone");
@@ -94,8 +82,6 @@ TEST_F(Tree, AViewWhoseItemHasGoneIsEmptyHiddenAndNowhere) {
   EXPECT_EQ(gone->frame(), CGRect{});
   EXPECT_EQ(gone->hitTest({0, 0}), nullptr);
   EXPECT_EQ(gone->accessibilityLabel(), std::nullopt);
-  EXPECT_EQ(gone->accessibilityValue(), std::nullopt);
-  EXPECT_EQ(gone->accessibilityIdentifier(), std::nullopt);
   EXPECT_EQ(as<platform::UIButton>(gone)->currentTitle(), std::nullopt);
   EXPECT_EQ(*gone->layer().valueForKey("tag"), "guid");
   EXPECT_TRUE(gone->gestureRecognizers().empty());
@@ -112,10 +98,17 @@ TEST_F(HitTest, MeetsWhatTakesTheTouchOrIsDrawnInIt) {
     Button { objectName: "off"; enabled: false; x: 260; y: 20; width: 60; height: 60; text: "C" }
     Text { objectName: "words"; x: 20; y: 120; text: "Words" }
     Item { anchors.fill: parent }
-    Rectangle { objectName: "frame"; color: "transparent"; border.width: 1; anchors.fill: parent } })");
+    Rectangle { objectName: "frame"; color: "transparent"; border.width: 1; anchors.fill: parent }
+    Rectangle { objectName: "clear"; opacity: 0; anchors.fill: parent }
+    Item { objectName: "page"; visible: false; Rectangle { objectName: "onPage" } }
+    ListView { objectName: "list"; interactive: false; x: 150; y: 20; width: 100; height: 60 } })");
   EXPECT_EQ(metInMiddle("card"), "caption");
   EXPECT_EQ(met(12 + 25, 12 + 25), "card");
-  EXPECT_EQ(metInMiddle("button"), "button");
+  EXPECT_EQ(metInMiddle("button"), "button") << "a list that is not flicked lets fingers through";
+  object("list")->setProperty("interactive", true);
+  EXPECT_EQ(metInMiddle("button"), "list");
+  for (const char* const name : {"page", "clear"}) EXPECT_TRUE(view(name)->isHidden()) << name;
+  EXPECT_FALSE(view("onPage")->isHidden()) << "its parent is hidden, not itself";
   EXPECT_EQ(metInMiddle("pictured"), "pictured") << "a control is met before what is in it";
   EXPECT_EQ(metInMiddle("off"), "off") << "a disabled button still stands there";
   EXPECT_FALSE(view("off")->isUserInteractionEnabled());
@@ -157,14 +150,6 @@ TEST_F(HitTest, MeetsTheSameInASceneThatIsHeldStill) {
   EXPECT_EQ(met(300, 50), "page") << "what was worked out is used";
   QCoreApplication::processEvents();
   EXPECT_EQ(met(300, 50), "outside") << "the program has run";
-}
-
-TEST_F(HitTest, AListThatIsNotFlickedLetsFingersThrough) {
-  show(R"(Button { objectName: "below"; width: 100; height: 60 }
-    ListView { objectName: "list"; interactive: false; width: 100; height: 60 })");
-  EXPECT_EQ(metInMiddle("below"), "below");
-  object("list")->setProperty("interactive", true);
-  EXPECT_EQ(metInMiddle("below"), "list");
 }
 
 TEST_F(HitTest, AMouseAreaIsToItsParentWhatARecognizerIs) {
@@ -229,21 +214,6 @@ TEST_F(HitTest, WhatIsClippedAwayIsNowhere) {
   EXPECT_EQ(view("below")->bounds(), CGRect{});
 }
 
-TEST_F(HitTest, WhatLetsFingersThroughIsNowhere) {
-  show(R"(Rectangle { objectName: "card"; width: 100; height: 60
-      MouseArea { anchors.fill: parent } }
-    Rectangle { objectName: "shade"; width: 100; height: 60; color: "#40000000" }
-    Item { objectName: "layer"; width: 400; height: 300
-      Button { objectName: "button"; x: 200; width: 100; height: 60 } }
-    Text { objectName: "words"; y: 100; text: "Words" })");
-  for (const char* const name : {"shade", "layer"}) {
-    EXPECT_TRUE(std::isnan(view(name)->center().x)) << name;
-  }
-  for (const char* const name : {"card", "button", "words"}) {
-    EXPECT_FALSE(std::isnan(view(name)->center().x)) << name;
-  }
-}
-
 TEST_F(Lists, HaveCellsForWhatTheirViewportShows) {
   show(R"(ListView { objectName: "list"; width: 100; height: 100; cacheBuffer: 400; model: 100
       header: Rectangle { objectName: "header"; width: 100; height: 30; color: "red" }
@@ -265,57 +235,6 @@ TEST_F(Lists, HaveCellsForWhatTheirViewportShows) {
   ASSERT_TRUE(runUntil([&] { return cells().size() == 4; }));
   EXPECT_THAT(cells(), Contains("Row 3"));
   EXPECT_EQ(view("list")->hitTest({95, 25}), second) << "moved, but the same";
-}
-
-TEST_F(Lists, TheTabsOfATabBarAndTheEntriesOfAMenuAreButtons) {
-  show(
-      R"(TabBar { objectName: "tabs"; width: 300; TabButton { text: "One" } TabButton { text: "Two" } }
-    Menu { id: menu; objectName: "menu"; y: 60; MenuItem { text: "&Open" } MenuItem { text: "Close" } })");
-  QMetaObject::invokeMethod(object<QObject>("menu"), "open");
-  ASSERT_TRUE(runUntil([&] { return object<QObject>("menu")->property("opened").toBool(); }));
-  const auto titlesIn = [](const UIViewRef& top) {
-    std::vector<std::string> titles;
-    std::vector<UIViewRef> waiting{top};
-    while (!waiting.empty()) {
-      const UIViewRef at = waiting.back();
-      waiting.pop_back();
-      if (const auto button = as<platform::UIButton>(at)) titles.push_back(*button->currentTitle());
-      waiting.insert(waiting.end(), at->subviews().rbegin(), at->subviews().rend());
-    }
-    return titles;
-  };
-  EXPECT_THAT(titlesIn(view("tabs")), ElementsAre("One", "Two"));
-  EXPECT_THAT(titlesIn(root()->subviews().back()), ElementsAre("Open", "Close"));
-}
-
-TEST_F(Windows, TheUserFacesThePopupThenTheDialogThenTheActiveOne) {
-  show(R"(Window { objectName: "popup"; flags: Qt.Popup; width: 50; height: 50 }
-    Window { objectName: "dialog"; flags: Qt.Dialog; modality: Qt.ApplicationModal; width: 90; height: 90 }
-    Window { objectName: "other"; width: 90; height: 90 })");
-  const auto key = [] { return nameOf(platform::current().application->keyWindow()); };
-  const auto open = [&](const char* name) {
-    auto* const window = object<QWindow>(name);
-    window->show();
-    EXPECT_TRUE(runUntil([&] { return window->isExposed(); }));
-  };
-  window_->setObjectName("main");
-  window_->requestActivate();
-  EXPECT_TRUE(runUntil([&] { return key() == "main"; }));
-  open("dialog");
-  EXPECT_EQ(key(), "dialog");
-  open("popup");
-  EXPECT_EQ(key(), "popup");
-  object<QWindow>("popup")->hide();
-  object<QWindow>("dialog")->hide();
-  window_->requestActivate();
-  EXPECT_TRUE(runUntil([&] { return key() == "main"; })) << key();
-}
-
-TEST_F(Lists, AGridHasCollectionCells) {
-  show(R"(GridView { objectName: "grid"; width: 200; height: 100; model: 3
-    delegate: ItemDelegate { text: "Cell " + index } })");
-  ASSERT_TRUE(runUntil([&] { return view("grid")->subviews().size() == 2; }));
-  EXPECT_EQ(view("grid")->subviews().front()->getClass(), uikit::UICollectionViewCell);
 }
 
 }  // namespace

@@ -3,7 +3,6 @@
 #include "platform/Platform.h"
 #include "platform/UIKit/UIItems.h"
 #include "tests/quick/QuickScreen.h"
-#include "tests/support/Complete.h"
 
 namespace tarni::test {
 namespace {

@@ -15,12 +15,14 @@
 #include <QtWidgets/QWidget>
 #include <exception>
 #include <functional>
+#include <optional>
 #include <utility>
 
 #include "agent/interaction/UIView_KIFAdditions_Gestures.h"
 #include "backends/qt/views/ViewRegistry.h"
 #include "platform/Platform.h"
 #include "platform/UIKit/Classes.h"
+#include "tests/support/Complete.h"
 
 namespace tarni::test {
 
@@ -48,6 +50,12 @@ inline void finish(Task<void> work) {
   });
   ASSERT_TRUE(runUntil([&] { return hasEnded; })) << "the work never ended";
   if (failure) std::rethrow_exception(failure);
+}
+
+inline platform::UIImageRef pictureOf(const platform::UIViewRef& view) {
+  std::optional<platform::UIImageRef> picture;
+  finish(storeResult(view->drawViewHierarchy(), picture));
+  return picture.value();
 }
 
 inline Task<void> pause(double seconds) {
