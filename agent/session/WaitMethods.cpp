@@ -1,5 +1,7 @@
 #include <algorithm>
+#include <functional>
 #include <memory>
+#include <utility>
 
 #include "agent/session/Conditions.h"
 #include "agent/session/Handlers.h"
@@ -34,8 +36,9 @@ Answer forConditions(CallRef call) {
   }
   const auto conditions = std::make_shared<const Conditions>(given.begin(), given.end());
   const double timeout = *call->timeout();
-  const bool isMet = co_await Waits::sharedInstance().until(
-      call, [conditions] { return allHold(*conditions); }, timeout);
+  // Named before it is awaited: g++ 12 destroys the captures of an unnamed one twice.
+  std::function<bool()> hold = [conditions] { return allHold(*conditions); };
+  const bool isMet = co_await Waits::sharedInstance().until(call, std::move(hold), timeout);
   if (!isMet) {
     throw SessionError(errors::kTimeout,
                        "not all of it came to be in time; \"conditions\" says "
