@@ -133,26 +133,6 @@ TEST_P(SocketFamilyTest, BothFamiliesAreServed) {
 INSTANTIATE_TEST_SUITE_P(Families, SocketFamilyTest, testing::Values(AF_INET, AF_INET6),
                          [](const auto& info) { return info.param == AF_INET ? "v4" : "v6"; });
 
-TEST_F(SocketTest, APortInUseIsASystemError) {
-  const auto second = std::make_shared<GCDAsyncSocket>(witness_, queue_);
-  NSError error;
-  EXPECT_FALSE(second->acceptOnPortError(port_, &error));
-  EXPECT_EQ(error.domain, NSPOSIXErrorDomain);
-  EXPECT_EQ(error.code, EADDRINUSE);
-  EXPECT_EQ(error.localizedFailureReason, "Error in bind() function");
-}
-
-TEST_F(SocketTest, WhatCameBeforeTheEndIsHandedOverFirst) {
-  Wire client(port_);
-  client.send("last words\r\n");
-  client.leave();
-  connection()->readDataToDataWithTimeoutTag(GCDAsyncSocket::CRLFData(), kNoTimeout, 1);
-  connection()->readDataToDataWithTimeoutTag(GCDAsyncSocket::CRLFData(), kNoTimeout, 2);
-  EXPECT_THAT(witness_->events(3), ElementsAre("accept", "read 1 last words\r\n",
-                                               "disconnect GCDAsyncSocketErrorDomain 7"));
-  EXPECT_EQ(connection()->localPort(), port_) << "a closed connection still says whose it was";
-}
-
 TEST_F(SocketTest, WritesLargerThanTheSocketHoldsArriveWholeAndInOrder) {
   const Wire client(port_);
   const std::string large(kMoreThanASocketHolds, 'x');
@@ -180,27 +160,6 @@ TEST_F(SocketTest, AResetPeerIsAnErrorAndNoSignal) {
   EXPECT_EQ(witness_->events(2).size(), 2U);
   EXPECT_EQ(connection()->pendingWrites().messages, 0U);
   EXPECT_EQ(connection()->pendingWrites().bytes, 0U);
-}
-
-TEST_F(SocketTest, DisconnectingDropsWhatIsPending) {
-  const Wire client(port_);
-  const GCDAsyncSocketRef sock = connection();
-  sock->readDataToDataWithTimeoutTag(GCDAsyncSocket::CRLFData(), kNoTimeout, 1);
-  sock->writeDataWithTimeoutTag(std::string(kMoreThanASocketHolds, 'x'), kNoTimeout, 2);
-  sock->disconnect();
-  EXPECT_TRUE(client.seesClose());
-  sock->readDataWithTimeoutTag(kNoTimeout, 3);
-  sock->disconnect();
-  EXPECT_THAT(witness_->events(2), ElementsAre("accept", "disconnect nil"));
-}
-
-TEST_F(SocketTest, ReleasingTheListenerStopsItListening) {
-  { const Wire client(port_); }
-  EXPECT_TRUE(witness_->waitForEvents(1));
-  settle();
-  listener_.reset();
-  EXPECT_FALSE(Wire::accepts(port_));
-  EXPECT_THAT(witness_->events(1), ElementsAre("accept")) << "a released socket says nothing";
 }
 
 TEST_F(SocketTest, AReadMayBeExtendedBeforeItTimesOut) {

@@ -45,7 +45,7 @@ TEST_P(Conformance, BadInputIsAnswered) {
   EXPECT_EQ(playback().find("UIButton", "text", "Log in").size(), 1U);
 }
 
-TEST_P(Conformance, ACommandIsALineHoweverLong) {
+TEST_P(Conformance, ACommandIsALineOfUpToSixteenMegabytes) {
   const Wire& wire = playback().wire();
   playback().command("nothing");  // from here on a command ends at its line end
   wire.send(std::string(1 << 20, 'x'));
@@ -55,6 +55,12 @@ TEST_P(Conformance, ACommandIsALineHoweverLong) {
   wire.send("{\"functionname\":\"findelements\",\"tagname\":\"UISwitch\"}\r\nnothing\r\n");
   EXPECT_NE(wire.readMessage().find("elementID"), std::string::npos);
   EXPECT_EQ(wire.readMessage(), "[]");
+  const auto answerTo = [&wire](std::size_t megabytes) {
+    wire.sendLine(R"({"functionname":7})" + std::string(megabytes << 20, ' '));
+    return wire.readMessage();
+  };
+  EXPECT_NE(answerTo(15).find("exceptionmsg"), std::string::npos);
+  EXPECT_EQ(answerTo(17), "[]") << "too long to be a command";
 }
 
 TEST_P(Conformance, AClientMayLeaveInTheMiddleOfACommand) {
@@ -66,6 +72,7 @@ TEST_P(Conformance, AClientMayLeaveInTheMiddleOfACommand) {
   const Playback next(false);
   EXPECT_EQ(next.find("UIButton", "text", "Log in").size(), 1U)
       << "and the next one is not greeted";
+  EXPECT_FALSE(Wire::accepts(kRecorderPort)) << "though nobody ever used it";
   EXPECT_TRUE(program_->isRunning());
 }
 

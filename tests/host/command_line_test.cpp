@@ -98,6 +98,7 @@ TEST_F(CommandLine, EndsWithACodeForEveryOutcome) {
       {{"click", "--tag", "UIButton"}, 1, "2 elements fit UIButton"},
       {{"click"}, 2, "which element?"},
       {{"find", "--text", "a", "--xpath", "b"}, 2, "excludes"},
+      {{"swipe", "ID-OK", "sideways"}, 2, "where to?"},
       {{"frobnicate"}, 2, "\"frobnicate\" is no command"},
       {{"--json", "--frobnicate"}, 2, "--frobnicate"},
       {{}, 2, "which command?"},
@@ -120,19 +121,14 @@ TEST_F(CommandLine, EndsWithACodeForEveryOutcome) {
 }
 
 TEST_F(CommandLine, ActsOnTheOneElementThatFits) {
-  serve(2);
+  serve(3);
   EXPECT_EQ(tarni({"click", "--text", "OK"}).code, 0);
   EXPECT_EQ(json::parse(lastLine())["accessorvalue"], "ID-OK");
   EXPECT_EQ(tarni({"click", "--tag", "UIButton", "--nth", "2"}).code, 0);
   EXPECT_EQ(json::parse(lastLine())["accessorvalue"], "ID-CANCEL");
-}
-
-TEST_F(CommandLine, SwipesOnTheWindowWithoutAnElement) {
-  serve(2);
   EXPECT_EQ(tarni({"swipe", "left"}).code, 0);
-  EXPECT_EQ(json::parse(lastLine())["accessorvalue"], "");
+  EXPECT_EQ(json::parse(lastLine())["accessorvalue"], "") << "the window, without an element";
   EXPECT_EQ(json::parse(lastLine())["datavalue"], "left");
-  EXPECT_EQ(tarni({"swipe", "ID-OK", "sideways"}).code, 2);
 }
 
 TEST_F(CommandLine, CarriesOutAScriptInOneConnection) {
@@ -152,13 +148,6 @@ TEST_F(CommandLine, CarriesOutAScriptInOneConnection) {
   EXPECT_EQ(tarni({"do", "--keep-going", script.string()}).code, 1);
   EXPECT_EQ(json::parse(lastLine())["functionname"], "clickelement");
   std::filesystem::remove(script);
-}
-
-TEST_F(CommandLine, SaysThatNothingListens) {
-  const auto result = tarni({"--connect-timeout", "0", "find"});
-  EXPECT_EQ(result.code, 3);
-  EXPECT_THAT(result.output, HasSubstr("nothing listens on 9898"));
-  EXPECT_EQ(tarni({"wait", "--timeout", "0"}).code, 3);
 }
 
 TEST_F(CommandLine, PutsTheViewTreeTogetherAndWritesPictures) {
@@ -188,16 +177,6 @@ TEST_F(CommandLine, PutsTheViewTreeTogetherAndWritesPictures) {
   picture >> bytes;
   EXPECT_EQ(bytes, "hello");
   std::filesystem::remove_all(folder);
-  agent_.reset();
-  auto chain = json::array();
-  for (int i = 0; i < 200; ++i) chain.push_back(view("A", "1"));
-  agent_ = std::make_unique<ScriptedAgent>(
-      kPlaybackPort, answering([answer = chain.dump()](const auto&) { return answer; }), 2);
-  EXPECT_THAT(tarni({"tree", "--paths"}).output, HasSubstr("\n…\\A[0]\\A[0]\\A[0]\\A[0]\\A[0]  "));
-  const auto flat = json::parse(tarni({"--json", "tree"}).output);
-  EXPECT_EQ(flat[99]["xpath"].get<std::string>().size(), 100 * 5U);
-  EXPECT_EQ(flat[199]["depth"], 199);
-  EXPECT_FALSE(flat[199].contains("xpath"));
 }
 
 TEST_F(CommandLine, ShowsWhatWouldSteerTheTerminal) {
@@ -283,24 +262,6 @@ TEST_F(CommandLine, TellsWhatIsOnAPageThatIsNotShownOrCoveredFromWhatIsOnScreen)
   }
 }
 
-TEST_F(CommandLine, RecordsUntilTheCountIsReached) {
-  const auto step = [](const char* text) {
-    return json{{{"action", "ClickButton"},
-                 {"arguments",
-                  {{{"className", "UIButton"}, {"sahiText", text}, {"xpath:position", "\\U[0]"}},
-                   {{"data", ""}}}}}}
-        .dump();
-  };
-  const ScriptedAgent recorder(kRecorderPort, [&step](Peer& peer) {
-    for (const auto* text : {"before", "one", "two"}) peer.sendFramed(step(text));
-    peer.readLine();
-  });
-  const auto result = tarni({"record", "--count", "2"});
-  EXPECT_EQ(result.code, 0);
-  EXPECT_THAT(result.output, HasSubstr("earlier"));
-  EXPECT_THAT(result.output, HasSubstr("ClickButton            UIButton \"two\"  \\U[0]"));
-}
-
 TEST_F(CommandLine, EndsSpyModeWhenItLeaves) {
   std::vector<std::string> received;
   {
@@ -341,6 +302,10 @@ TEST_F(Running, PassesOnTheExitCodeTheEnvironmentAndSignals) {
 }
 
 TEST_F(Running, RefusesWhatCannotWork) {
+  const auto alone = tarni({"--connect-timeout", "0", "find"});
+  EXPECT_EQ(alone.code, 3);
+  EXPECT_THAT(alone.output, HasSubstr("nothing listens on 9898"));
+  EXPECT_EQ(tarni({"wait", "--timeout", "0"}).code, 3);
   const auto missing = tarni({"run", "--", "/no/such/program"}, environment_);
   EXPECT_EQ(missing.code, 3);
   EXPECT_THAT(missing.output, HasSubstr("cannot start /no/such/program"));
@@ -363,52 +328,6 @@ TEST_F(Running, SaysThatAProgramUsesNoQtWhileItRunsOrWhenItHasEnded) {
   EXPECT_TRUE(eventually([&said] { return said("no Qt so far in ") && said(", sleep (process "); }))
       << wrapper.output();
   EXPECT_FALSE(said("reach it with"));
-}
-
-TEST_F(Running, IsolatedProgramsShareTheFixedPortsAndAreReachedByName) {
-  const auto folder =
-      std::filesystem::temp_directory_path() / ("tarni-names-" + std::to_string(getpid()));
-  std::filesystem::create_directories(folder);
-  environment_["XDG_RUNTIME_DIR"] = folder.string();
-  const auto listen = [this](const std::string& name, const std::string& answer) {
-    return std::make_unique<Program>(
-        std::vector<std::string>{built("bin/tarni"), "run", "--isolated=" + name, "--", "python3",
-                                 "-c",
-                                 "import socket\n"
-                                 "r = socket.create_server(('127.0.0.1', 9892))\n"
-                                 "s = socket.create_server(('127.0.0.1', 9898))\n"
-                                 "while True:\n"
-                                 "  c = s.accept()[0]\n"
-                                 "  c.recv(1000)\n"
-                                 "  c.sendall(b'%010d' % " +
-                                     std::to_string(answer.size()) + " + b'" + answer +
-                                     "')\n"
-                                     "  c.close()\n"},
-        environment_);
-  };
-  const auto first = listen("first", R"([{"output":"1"}])");
-  const auto second = listen("second", R"([{"output":"2"}])");
-  for (const auto* name : {"first", "second"}) {
-    const auto waited = tarni({"--in", name, "wait"}, environment_);
-    EXPECT_EQ(waited.code, 0) << waited.output;
-  }
-  EXPECT_EQ(tarni({"--in", "first", "send", "{}"}, environment_).output, "[{\"output\":\"1\"}]\n");
-  EXPECT_EQ(tarni({"--in", "second", "send", "{}"}, environment_).output, "[{\"output\":\"2\"}]\n");
-  EXPECT_EQ(tarni({"--connect-timeout", "0", "send", "{}"}).code, 3);
-  EXPECT_THAT(tarni({"list"}, environment_).output, HasSubstr("second"));
-  EXPECT_THAT(tarni({"run", "--isolated=first", "--", "true"}, environment_).output,
-              HasSubstr("already runs as \"first\""));
-  EXPECT_TRUE(eventually([&] {
-    return first->output().find("s: reach it with tarni --in first …\n") != std::string::npos;
-  }));
-  const auto elsewhere = tarni({"--in", "first", "find"}, {{"XDG_RUNTIME_DIR", ""}}).output;
-  EXPECT_THAT(elsewhere, HasSubstr("one is known in " + folder.string() + "/tarni, but"));
-  first->signal(SIGTERM);
-  EXPECT_EQ(first->wait(10s), 128 + SIGTERM);
-  const auto gone = tarni({"--in", "first", "find"}, environment_);
-  EXPECT_EQ(gone.code, 3);
-  EXPECT_THAT(gone.output, HasSubstr("running: second"));
-  std::filesystem::remove_all(folder);
 }
 
 }  // namespace

@@ -42,37 +42,14 @@ TEST(FrameReader, FindsMessagesHoweverTheBytesAreCut) {
   }
 }
 
-TEST(FrameReader, RefusesWhatIsNoLength) {
-  for (const auto* bytes : {"HTTP/1.1 400", "-000000001", "00000x", "9999999999", "Are you OK"}) {
-    FrameReader reader;
-    reader.append(bytes);
-    EXPECT_THROW(reader.next(), WireError) << bytes;
-  }
-}
-
 TEST(PlaybackClient, SkipsTheGreetingOnlyWhenThereIsOne) {
   for (const bool greets : {true, false}) {
     const ScriptedAgent agent(kPlaybackPort, [greets](Peer& peer) {
       if (greets) peer.sendFramed(kGreeting);
       test::answering([](const auto&) { return R"([{"elementID":"A"},{"elementID":"B"}])"; })(peer);
     });
-    auto client = connected();
-    EXPECT_THAT(client.call({"findelements"}).elementIds(), ElementsAre("A", "B"));
-    EXPECT_THAT(client.call({"findelements"}).elementIds(), ElementsAre("A", "B"));
+    EXPECT_THAT(connected().call({"findelements"}).elementIds(), ElementsAre("A", "B"));
   }
-}
-
-TEST(PlaybackClient, SendsOneLineOfJsonWithAllKeys) {
-  std::promise<std::string> received;
-  const ScriptedAgent agent(kPlaybackPort, [&received](Peer& peer) {
-    received.set_value(peer.readLine());
-    peer.sendFramed("[]");
-  });
-  connected().call({"sendkeysonelement", "", "", "ID", "a\\b\"\r\n\u00e9"});
-  const auto line = nlohmann::json::parse(received.get_future().get());
-  EXPECT_EQ(line["functionname"], "sendkeysonelement");
-  EXPECT_EQ(line["accessorvalue"], "ID");
-  EXPECT_EQ(line["datavalue"], "a\\b\"\r\n\u00e9");
 }
 
 TEST(PlaybackClient, PutsAShortCommandBeforeALongFirstOne) {
@@ -87,17 +64,6 @@ TEST(PlaybackClient, PutsAShortCommandBeforeALongFirstOne) {
   ASSERT_EQ(sizes.size(), 2U);
   EXPECT_LT(sizes[0], 100U);
   EXPECT_GT(sizes[1], 100'000U);
-}
-
-TEST(PlaybackClient, ReceivesALongAnswerInPieces) {
-  const std::string picture(5'000'000, 'A');
-  const ScriptedAgent agent(kPlaybackPort, [&picture](Peer& peer) {
-    peer.readLine();
-    const auto bytes = ScriptedAgent::framed(R"([{"output":")" + picture + R"("}])");
-    peer.send(bytes.substr(0, 7));
-    peer.send(bytes.substr(7));
-  });
-  EXPECT_EQ(connected().call({"ai_getscreensnapshot"}).output(), picture);
 }
 
 TEST(PlaybackClient, SaysWhatWentWrong) {
@@ -148,8 +114,7 @@ TEST(Answer, IsRefusedBeyondWhatAnAgentSends) {
   EXPECT_EQ(Answer(withKeys(kMostKeys)).entries()[0].size(), kMostKeys);
   std::string manyValues = "[0";
   for (std::size_t i = 0; i < kMostValues; ++i) manyValues += ",0";
-  for (const auto& text :
-       {nested(kDeepestJson + 1), nested(1'000'000), withKeys(kMostKeys + 1), manyValues + "]"}) {
+  for (const auto& text : {nested(kDeepestJson + 1), withKeys(kMostKeys + 1), manyValues + "]"}) {
     EXPECT_THAT([&text] { Answer refused(text); },
                 ThrowsMessage<WireError>(HasSubstr("sent what no agent sends")));
   }
@@ -166,17 +131,6 @@ TEST(Connecting, TellsAMissingProgramFromAPortThatIsHeld) {
   EXPECT_THAT([] { PlaybackClient(500ms, 1s); },
               ThrowsMessage<WireError>(HasSubstr("another client holds it")));
   done.set_value();
-}
-
-TEST(Connecting, WaitsForAPortThatOpensLate) {
-  auto client = std::async(std::launch::async, [] {
-    PlaybackClient late(5s, 5s);
-    return late.call({"gettext", "", "", "X"}).output();
-  });
-  ASSERT_EQ(client.wait_for(100ms), std::future_status::timeout);
-  const ScriptedAgent agent(kPlaybackPort,
-                            test::answering([](const auto&) { return R"([{"output":"late"}])"; }));
-  EXPECT_EQ(client.get(), "late");
 }
 
 TEST(RecorderClient, SendsNoMoreCommandsThanTheAgentReads) {

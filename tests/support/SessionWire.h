@@ -5,6 +5,8 @@
 #include <nlohmann/json.hpp>
 #include <string>
 
+#include "tests/support/Wire.h"
+
 namespace tarni::test {
 
 // A folder of this user's alone, gone with its owner.
@@ -22,21 +24,18 @@ class SessionFolder {
 class SessionWire {
  public:
   // Connects, trying again until the program listens. Throws std::runtime_error.
-  explicit SessionWire(const std::string& path);
-  SessionWire(const SessionWire&) = delete;
-  ~SessionWire();
+  explicit SessionWire(const std::string& path) : wire_(path) {}
 
-  void sendRaw(const std::string& bytes) const;
+  void sendRaw(const std::string& bytes) const { wire_.send(bytes); }
   void sendLine(const std::string& line) const { sendRaw(line + "\n"); }
   void send(const std::string& method, const nlohmann::json& parameters, int id) const;
-  // The next message. Throws when the channel closes or nothing comes for 20 s.
-  nlohmann::json answer() const;
+  // The next message. Throws when the channel closes or nothing comes.
+  nlohmann::json answer() const { return nlohmann::json::parse(wire_.readLine()); }
   // The result; throws with the whole answer when it is an error.
   nlohmann::json ask(const std::string& method, const nlohmann::json& parameters) const;
 
  private:
-  int descriptor_ = -1;
-  mutable std::string read_;
+  Wire wire_;
 };
 
 }  // namespace tarni::test

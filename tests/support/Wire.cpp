@@ -2,8 +2,10 @@
 
 #include <arpa/inet.h>
 #include <poll.h>
+#include <sys/un.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <stdexcept>
 
 namespace tarni::test {
@@ -11,6 +13,8 @@ namespace {
 
 using std::chrono::milliseconds;
 using std::chrono::steady_clock;
+
+constexpr std::size_t kPiece = 65536;
 
 bool waitReadable(int descriptor, milliseconds timeout) {
   pollfd waiting{descriptor, POLLIN, 0};
@@ -25,6 +29,19 @@ Wire::Wire(std::uint16_t port, milliseconds timeout, int family)
     : family_(family), descriptor_(socket(family, SOCK_STREAM | SOCK_CLOEXEC, 0)) {
   if (!eventually([&] { return connect(port); }, timeout)) {
     throw std::runtime_error("nothing listens on " + std::to_string(port));
+  }
+}
+
+Wire::Wire(const std::string& path)
+    : family_(AF_UNIX), descriptor_(socket(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0)) {
+  sockaddr_un name{};
+  name.sun_family = AF_UNIX;
+  path.copy(name.sun_path, sizeof name.sun_path - 1);
+  const auto listens = [&] {
+    return ::connect(descriptor_, reinterpret_cast<const sockaddr*>(&name), sizeof name) == 0;
+  };
+  if (!eventually(listens)) {
+    throw std::runtime_error("nobody listens at " + path);
   }
 }
 
@@ -59,19 +76,33 @@ void Wire::send(const std::string& bytes) const {
   }
 }
 
+void Wire::readSome(std::string& into, std::size_t count, steady_clock::time_point deadline) const {
+  const auto left = std::chrono::duration_cast<milliseconds>(deadline - steady_clock::now());
+  if (left.count() <= 0 || !waitReadable(descriptor_, left)) {
+    throw std::runtime_error("no answer in time; so far: " + into);
+  }
+  const std::size_t before = into.size();
+  into.resize(before + count);
+  const ssize_t now = recv(descriptor_, into.data() + before, count, 0);
+  into.resize(before + static_cast<std::size_t>(std::max<ssize_t>(now, 0)));
+  if (now <= 0) throw std::runtime_error("closed by the peer; so far: " + into);
+}
+
 std::string Wire::read(std::size_t count, milliseconds timeout) const {
   const auto deadline = steady_clock::now() + timeout;
-  std::string bytes(count, '\0');
-  for (std::size_t done = 0; done < count;) {
-    const auto left = std::chrono::duration_cast<milliseconds>(deadline - steady_clock::now());
-    if (left.count() <= 0 || !waitReadable(descriptor_, left)) {
-      throw std::runtime_error("no answer in time; so far: " + bytes.substr(0, done));
-    }
-    const ssize_t now = recv(descriptor_, bytes.data() + done, count - done, 0);
-    if (now <= 0) throw std::runtime_error("closed by the peer; so far: " + bytes.substr(0, done));
-    done += static_cast<std::size_t>(now);
-  }
+  std::string bytes;
+  bytes.reserve(count);
+  while (bytes.size() < count) readSome(bytes, std::min(count - bytes.size(), kPiece), deadline);
   return bytes;
+}
+
+std::string Wire::readLine() const {
+  const auto deadline = steady_clock::now() + kPatience;
+  std::size_t end = 0;
+  while ((end = ahead_.find('\n')) == std::string::npos) readSome(ahead_, kPiece, deadline);
+  std::string line = ahead_.substr(0, end);
+  ahead_.erase(0, end + 1);
+  return line;
 }
 
 std::string Wire::readMessage(milliseconds timeout) const {

@@ -1,4 +1,4 @@
-// Wire: one raw TCP connection to the agent, as plain as a socket, so that tests see the bytes.
+// Wire: one raw connection to the agent, as plain as a socket, so that tests see the bytes.
 #pragma once
 
 #include <sys/socket.h>
@@ -25,6 +25,8 @@ class Wire {
   // Connects to this machine, trying again until the time-out. Throws std::runtime_error.
   explicit Wire(std::uint16_t port, std::chrono::milliseconds timeout = kPatience,
                 int family = AF_INET);
+  // The same, to a socket in the file system.
+  explicit Wire(const std::string& path);
   Wire(Wire&& other) noexcept : descriptor_(std::exchange(other.descriptor_, -1)) {}
   Wire(const Wire&) = delete;
   ~Wire();
@@ -38,6 +40,8 @@ class Wire {
   void sendLine(const std::string& text) const { send(text + "\r\n"); }
   // Exactly `count` bytes. Throws when the peer closes or the time-out passes.
   std::string read(std::size_t count, std::chrono::milliseconds timeout = kPatience) const;
+  // Up to the next line feed, without it. The same.
+  std::string readLine() const;
   // The payload of the next framed message, which begins before the time-out.
   std::string readMessage(std::chrono::milliseconds timeout = kPatience) const;
   // True when the peer closed the connection within the time-out.
@@ -50,10 +54,14 @@ class Wire {
   void reset();
 
  private:
+  // What is there, in the end at most `count` bytes; throws with `so far` when nothing comes.
+  void readSome(std::string& into, std::size_t count,
+                std::chrono::steady_clock::time_point deadline) const;
   void drop();
 
   int family_ = AF_INET;
   int descriptor_ = -1;
+  mutable std::string ahead_;  // read behind the last line
 };
 
 // A playback connection with its greeting read, and the commands that tests use most.
