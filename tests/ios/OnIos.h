@@ -44,8 +44,8 @@ class OnIos : public testing::Test {
   // The answer of the agent to a playback command.
   static std::string answer(const std::string& command);
 
-  // What was recorded since the last call, one line a call; only lines that start with `prefix`.
-  static std::string record(const std::string& prefix = "");
+  // What was recorded since the last call, one line a call; only lines with one of these starts.
+  static std::string record(const std::vector<std::string>& starts = {""});
   static platform::UIViewRef ref(id view) { return ios::viewOf(view); }
 
   NSAutoreleasePool* const pool_ = [[NSAutoreleasePool alloc] init];

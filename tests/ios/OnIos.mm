@@ -59,11 +59,12 @@ std::string OnIos::answer(const std::string& command) {
   return await(PlaybackExecutor::execute(command)).value_or("(none)");
 }
 
-std::string OnIos::record(const std::string& prefix) {
+std::string OnIos::record(const std::vector<std::string>& starts) {
   std::string text;
   for (NSString* line in TakeRecord()) {
     const std::string utf8 = [line UTF8String];
-    if (utf8.starts_with(prefix)) text += utf8 + "\n";
+    const auto isStart = [&utf8](const std::string& start) { return utf8.starts_with(start); };
+    if (std::ranges::any_of(starts, isStart)) text += utf8 + "\n";
   }
   return text;
 }

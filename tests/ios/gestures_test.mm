@@ -51,24 +51,19 @@ TEST_F(Gestures, ATapIsOneTouchWithItsRecordsInOneEventSentTwice) {
 
 TEST_F(Gestures, ADragMovesInStepsAndLiftsItsFinger) {
   run(KIFAdditions::dragFromPoint(ref(button_), {10, 10}, {10, 50}));
-  const auto lines = TakeRecord();
-  std::string events;
-  for (NSString* line in lines) {
-    const std::string text = [line UTF8String];
-    if (text.starts_with("sendEvent:") || text.starts_with("CFRunLoop")) events += text + "\n";
-  }
-  EXPECT_EQ(events, "sendEvent: (phase 0 at 50 110)\n"
-                    "CFRunLoopRunInMode(kCFRunLoopDefaultMode, 0.01, 0)\n"
-                    "sendEvent: (phase 1 at 50 130)\n"
-                    "CFRunLoopRunInMode(kCFRunLoopDefaultMode, 0.01, 0)\n"
-                    "sendEvent: (phase 1 at 50 150)\n"
-                    "CFRunLoopRunInMode(kCFRunLoopDefaultMode, 0.01, 0)\n"
-                    "sendEvent: (phase 3 at 50 150)\n");
+  EXPECT_EQ(record({"sendEvent:", "CFRunLoop"}),
+            "sendEvent: (phase 0 at 50 110)\n"
+            "CFRunLoopRunInMode(kCFRunLoopDefaultMode, 0.01, 0)\n"
+            "sendEvent: (phase 1 at 50 130)\n"
+            "CFRunLoopRunInMode(kCFRunLoopDefaultMode, 0.01, 0)\n"
+            "sendEvent: (phase 1 at 50 150)\n"
+            "CFRunLoopRunInMode(kCFRunLoopDefaultMode, 0.01, 0)\n"
+            "sendEvent: (phase 3 at 50 150)\n");
 }
 
 TEST_F(Gestures, MovedAndLiftedFingersAreTheirOwnInTheRecords) {
   run(KIFAdditions::pinchAtPoint(ref(button_), {50, 25}, 10, 2));
-  std::string fingers = record("finger");
+  std::string fingers = record({"finger"});
   for (const char* wanted : {
            "index 1, identity 2, mask 3, 40 125 0,",   // both go down
            "index 2, identity 2, mask 3, 140 125 0,",  //
@@ -84,32 +79,17 @@ TEST_F(Gestures, MovedAndLiftedFingersAreTheirOwnInTheRecords) {
       << fingers;
 }
 
-TEST_F(Gestures, ALongPressRestsBetweenDownAndUp) {
-  run(KIFAdditions::longPressAtPoint(ref(button_), {20, 25}, 0.035));
-  EXPECT_EQ(record("sendEvent:"), "sendEvent: (phase 0 at 60 125)\n"
-                                  "sendEvent: (phase 2 at 60 125)\n"
-                                  "sendEvent: (phase 2 at 60 125)\n"
-                                  "sendEvent: (phase 2 at 60 125)\n"
-                                  "sendEvent: (phase 3 at 60 125)\n");
-}
-
-TEST_F(Gestures, EveryRecordIsGivenBack) {
+TEST_F(Gestures, FingersComeInTheOrderOfTheirMakingAndEveryRecordIsGivenBack) {
   @autoreleasepool {
     run(KIFAdditions::twoFingerTapAtPoint(ref(button_), {50, 25}));
-    const platform::UIViewRef view = ref(button_);
-    EXPECT_EQ(platform::current().application->_touchesEvent().allTouches().size(), 2U);
+    const auto& touches = platform::current().application->_touchesEvent().allTouches();
+    ASSERT_EQ(touches.size(), 2U);
+    EXPECT_EQ(touches[0]->locationInView(nullptr), (platform::CGPoint{50, 85}));
+    EXPECT_EQ(touches[1]->locationInView(nullptr), (platform::CGPoint{130, 165}));
     KIFAdditions::eventWithTouch(nullptr);
   }
   // The event keeps the last one.
   EXPECT_EQ(LivingHIDEvents(), 1);
-}
-
-TEST_F(Gestures, TheFingersOfAnEventComeInTheOrderInWhichTheyWereMade) {
-  run(KIFAdditions::twoFingerTapAtPoint(ref(button_), {50, 25}));
-  const auto& touches = platform::current().application->_touchesEvent().allTouches();
-  ASSERT_EQ(touches.size(), 2U);
-  EXPECT_EQ(touches[0]->locationInView(nullptr), (platform::CGPoint{50, 85}));
-  EXPECT_EQ(touches[1]->locationInView(nullptr), (platform::CGPoint{130, 165}));
 }
 
 // The records of a version: none of its own for a touch before 9, the old kind alone before 8.

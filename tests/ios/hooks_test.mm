@@ -98,7 +98,7 @@ class Hooks : public OnIos {
   void expectEachOnce(int own) {
     EXPECT_EQ(log_.linesWith("Clicked").size(), 2U);
     EXPECT_EQ(ownEvents, own);
-    EXPECT_EQ(record("sendEvent:"),
+    EXPECT_EQ(record({"sendEvent:"}),
               "sendEvent: (phase 0 at 60 125)\nsendEvent: (phase 3 at 60 125)\n");
     EXPECT_EQ(presses_->count, 1);
   }

@@ -1,4 +1,6 @@
 // Systems that lack something: the application lives on and the log says once what no longer works.
+#include <sstream>
+
 #include "agent/interaction/UIApplication_KIFAdditions.h"
 #include "agent/interaction/UIView_KIFAdditions_Gestures.h"
 #include "backends/ios/touch/HIDEventSystem.h"
@@ -9,72 +11,59 @@
 namespace tarni::test {
 namespace {
 
-struct Lack {
-  const char* className;
-  const char* selector;
-  const char* consequence;
+class Systems : public OnIos {
+ protected:
+  void expectSaidOnce(const std::string& method) {
+    EXPECT_EQ(log_.linesWith(method).size(), 1U) << method;
+    EXPECT_EQ(log_.linesWith(method + " is missing here: ").size(), 1U) << method;
+  }
 };
 
-class Lacking : public OnIos, public testing::WithParamInterface<Lack> {};
-
-INSTANTIATE_TEST_SUITE_P(
-    Of, Lacking,
-    testing::Values(Lack{"UITouch", "setWindow:", "touches belong to no window"},
-                    Lack{"UITouch", "setTapCount:", "touches count no taps"},
-                    Lack{"UITouch", "_setLocationInWindow:resetPrevious:", "have no location"},
-                    Lack{"UITouch", "setView:", "touches reach no view"},
-                    Lack{"UITouch", "setPhase:", "touches neither move nor end"},
-                    Lack{"UITouch", "_setIsFirstTouchForView:", "may ignore touches"},
-                    Lack{"UITouch", "setIsTap:", "touches are not marked as taps"},
-                    Lack{"UITouch", "setTimestamp:", "touches have no time"},
-                    Lack{"UITouch", "setGestureView:", "gesture views are not set"},
-                    Lack{"UITouch", "_setHidEvent:", "touches carry no digitizer record"},
-                    Lack{"UIEvent", "_clearTouches", "gestures are not made"},
-                    Lack{"UIEvent", "_addTouch:forDelayedDelivery:", "gestures are not made"},
-                    Lack{"UIEvent", "_setHIDEvent:", "events carry no digitizer record"},
-                    Lack{"UIEvent", "_setGSEvent:", "events carry no record of the old kind"},
-                    Lack{"UIEvent", "_setTimestamp:", "events have no time"},
-                    Lack{"UIApplication", "_touchesEvent", "gestures are not made"},
-                    Lack{"UIApplication", "pushRunLoopMode:", "its calls are not followed"},
-                    Lack{"UIApplication", "pushRunLoopMode:requester:", "are not followed"},
-                    Lack{"UIApplication", "popRunLoopMode:", "its calls are not followed"},
-                    Lack{"UIApplication", "popRunLoopMode:requester:", "are not followed"},
-                    Lack{"UIWebBrowserView", "tapInteractionWithLocation:", "take no taps"}),
-    [](const auto& tested) {
-      std::string name = std::string(tested.param.className) + "_" + tested.param.selector;
-      std::ranges::replace(name, ':', '_');
-      return name;
-    });
-
-TEST_P(Lacking, IsSaidOnceAndGesturesGoOn) {
-  const Lack& lack = GetParam();
+TEST_F(Systems, WithoutAPrivateMethodSayItOnceAndMakeTheirGestures) {
+  const std::pair<const char*, const char*> asked[] = {
+      {"UITouch", "setWindow: setTapCount: _setLocationInWindow:resetPrevious: setView: setPhase: "
+                  "_setIsFirstTouchForView: setIsTap: setTimestamp: setGestureView: _setHidEvent:"},
+      {"UIEvent", "_clearTouches _addTouch:forDelayedDelivery: _setHIDEvent: _setGSEvent: "
+                  "_setTimestamp:"},
+      {"UIApplication", "_touchesEvent"},
+      {"UIWebBrowserView", "tapInteractionWithLocation:"}};
+  UIWaitsAreSkipped = YES;
   UIButton* const button = add<UIButton>([UIButton class], NSMakeRect(40, 100, 100, 50));
-  ForgetMethod([NSString stringWithUTF8String:lack.className], sel_registerName(lack.selector));
-  run(KIFAdditions::tapAtPoint(ref(button), {20, 25}));
-  run(KIFAdditions::dragFromPoint(ref(button), {20, 25}, {20, 35}));
-  run(KIFAdditions::tapAtPoint(ref(add<UIWebView>([UIWebView class], NSMakeRect(0, 0, 9, 9))),
-                               {1, 1}));
-  KIFAdditions::swizzleRunLoop();
-  UISystemVersion = {7, 1, 0};
-  run(KIFAdditions::tapAtPoint(ref(button), {20, 25}));
-  UISystemVersion = {12, 0, 0};
-  const std::string asked = std::string("-[") + lack.className + " " + lack.selector + "]";
-  const auto lines = log_.linesWith(asked);
-  ASSERT_EQ(lines.size(), 1U);
-  EXPECT_NE(lines[0].find(" is missing here: "), std::string::npos) << lines[0];
-  EXPECT_NE(lines[0].find(lack.consequence), std::string::npos) << lines[0];
+  UIWebView* const page = add<UIWebView>([UIWebView class], NSMakeRect(0, 0, 9, 9));
+  for (const auto& [className, selectors] : asked) {
+    std::istringstream words(selectors);
+    for (std::string selector; words >> selector;) {
+      ForgetMethod([NSString stringWithUTF8String:className], sel_registerName(selector.c_str()));
+      run(KIFAdditions::tapAtPoint(ref(button), {20, 25}));
+      run(KIFAdditions::dragFromPoint(ref(button), {20, 25}, {20, 35}));
+      run(KIFAdditions::tapAtPoint(ref(page), {1, 1}));
+      UISystemVersion = {7, 1, 0};
+      run(KIFAdditions::tapAtPoint(ref(button), {20, 25}));
+      UISystemVersion = {12, 0, 0};
+      EndFaults();
+      expectSaidOnce(std::string("-[") + className + " " + selector + "]");
+    }
+  }
 }
 
-class Systems : public OnIos {};
+TEST_F(Systems, WithoutTheStackOfModesSayThatItIsNotFollowed) {
+  const std::string calls[] = {"pushRunLoopMode:", "pushRunLoopMode:requester:", "popRunLoopMode:",
+                               "popRunLoopMode:requester:"};
+  for (const std::string& call : calls) {
+    ForgetMethod(@"UIApplication", sel_registerName(call.c_str()));
+  }
+  KIFAdditions::swizzleRunLoop();
+  for (const std::string& call : calls) expectSaidOnce("-[UIApplication " + call + "]");
+}
 
 TEST_F(Systems, WithoutTouchesSendEventsWithoutThem) {
   UITextField* const field = add<UITextField>([UITextField class], NSMakeRect(40, 100, 100, 50));
   AnswerIn(@"UITouch", @selector(init), nil);
   run(KIFAdditions::tapAtPoint(ref(field), {20, 25}));
-  EXPECT_EQ(record("sendEvent:"), "sendEvent:\nsendEvent:\n");
+  EXPECT_EQ(record({"sendEvent:"}), "sendEvent:\nsendEvent:\n");
   run(KIFAdditions::dragFromPoint(ref(field), {10, 10}, {10, 50}));
   run(KIFAdditions::longPressAtPoint(ref(field), {20, 25}, 0.01));
-  EXPECT_EQ(record("touch"), "");
+  EXPECT_EQ(record({"touch"}), "");
   EXPECT_FALSE([field isFirstResponder]);
 }
 
@@ -91,7 +80,7 @@ TEST_F(Systems, WithoutIOKitsFunctionsSendEventsWithoutRecords) {
   platform::install(platform);
   UIButton* const button = add<UIButton>([UIButton class], NSMakeRect(40, 100, 100, 50));
   run(KIFAdditions::tapAtPoint(ref(button), {20, 25}));
-  EXPECT_EQ(record("sendEvent:"),
+  EXPECT_EQ(record({"sendEvent:"}),
             "sendEvent: (phase 0 at 60 125)\nsendEvent: (phase 3 at 60 125)\n");
   for (const char* name :
        {"IOHIDEventCreateDigitizerEvent", "IOHIDEventCreateDigitizerFingerEventWithQuality",
@@ -125,7 +114,7 @@ TEST_F(Systems, BeforeTheApplicationIsMadeHaveNoWindowAndSwallowEvents) {
   EXPECT_FALSE(platform::current().application->keyWindow());
   EXPECT_TRUE(platform::current().application->windowsWithKeyWindow().empty());
   run(platform::current().application->sendEvent(platform::current().application->_touchesEvent()));
-  EXPECT_EQ(record("sendEvent:"), "");
+  EXPECT_EQ(record({"sendEvent:"}), "");
 }
 
 }  // namespace

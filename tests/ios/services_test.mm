@@ -1,11 +1,6 @@
 // What the backend takes from UIKit and Foundation beside views and touches.
-#include <filesystem>
-#include <fstream>
 #include <nlohmann/json.hpp>
 
-#include "agent/WebView/WebView.h"
-#include "agent/core/state/GlobalVars.h"
-#include "agent/core/state/Utilities_Messages.h"
 #include "agent/elements/UIView_Highlight.h"
 #include "agent/elements/Utilities.h"
 #include "platform/UIKit/UIControls.h"
@@ -61,55 +56,6 @@ TEST_F(Services, TypedTextReachesTargetsAndObserversOfTheField) {
   [[NSNotificationCenter defaultCenter] removeObserver:observer];
 }
 
-TEST_F(Services, WhatNoViewAnswersThePageDoes) {
-  UIWebView* const page = add<UIWebView>([UIWebView class], NSMakeRect(0, 0, 300, 300));
-  [page answer:@"DONE" toScript:@"IsInjectionDone()"];
-  tarni::WebView().performRecorderAndPlaybackInjection();
-  for (int i = 0; i < 100 && !GlobalVars::sharedInstance()._currentWebView(); ++i) UIRunFor(0.02);
-  [page answer:@"[{\"elementID\":\"7\"}]" toScript:@"findElements('input','id','a\\'b')"];
-  EXPECT_EQ(answer(R"({"functionname":"findelements","tagname":"input","accessortype":"id",)"
-                   R"("accessorvalue":"a'b"})"
-                   "\r\n"),
-            R"([{"elementID":"7"}])");
-  EXPECT_STREQ([[[page evaluated] lastObject] UTF8String], "findElements('input','id','a\\'b')");
-}
-
-// Every script file holds its own name.
-TEST_F(Services, APageGetsTheScriptsIsPolledAndHearsOfTheModes) {
-  const std::filesystem::path folder = testing::TempDir() + "tarni-ios-scripts";
-  std::filesystem::create_directories(folder);
-  for (const char* file :
-       {"preCheck.js", "jquery.js", "TARNI_bililiteRange.js", "TARNI_sendkeys.js",
-        "xpathbuilder.js", "hybridrecorder.js", "hybridplayer.js"}) {
-    std::ofstream(folder / file) << file;
-  }
-  REMOTE_CDN_URL = "file://" + folder.string();
-  UIWebView* const page = add<UIWebView>([UIWebView class], NSMakeRect(0, 0, 300, 300));
-  const auto pass = [] {
-    tarni::WebView().performRecorderAndPlaybackInjection();
-    UIRunFor(0.02);
-  };
-  [page setLoading:YES];
-  pass();
-  EXPECT_EQ([[page evaluated] count], 0U);
-  [page setLoading:NO];
-  [page answer:@"False" toScript:@"IsJqueryLoaded()"];
-  pass();
-  [page answer:@"DONE" toScript:@"IsInjectionDone()"];
-  [page answer:@"[\"TARNI_OBJECT_IMAGE\"]" toScript:@"startRecording()"];
-  GlobalVars::sharedInstance().set_webViewBase64Image("picture");
-  pass();
-  EXPECT_EQ(GlobalVars::sharedInstance()._hybridRecordedSteps(), "[\"picture\"]");
-  run(tarni::WebView().switchToSpyMode());
-  run(tarni::WebView().switchToRecorderMode());
-  EXPECT_STREQ([[[page evaluated] componentsJoinedByString:@" "] UTF8String],
-               "IsInjectionDone() preCheck.js IsJqueryLoaded() jquery.js TARNI_bililiteRange.js "
-               "TARNI_sendkeys.js xpathbuilder.js hybridrecorder.js hybridplayer.js "
-               "IsInjectionDone() startRecording() switchtospymode() switchtorecordermode()");
-  REMOTE_CDN_URL.clear();
-  std::filesystem::remove_all(folder);
-}
-
 TEST_F(Services, ACellsTextIsItsOwnOrElseItsLabels) {
   UITableViewCell* const cell = [[[OwnCell alloc] initWithStyle:0 reuseIdentifier:nil] autorelease];
   [[cell textLabel] setText:@"label"];
@@ -162,21 +108,8 @@ TEST_F(Services, AddressesAreReadAndOpened) {
   EXPECT_EQ([[application_ openedURLs] count], 1U);
 }
 
-TEST_F(Services, AToastGoesByItself) {
-  Utilities::ShowToastMessage("hello");
-  for (int i = 0; i < 100 && [[UIAlertView shown] count] == 0; ++i) UIRunFor(0.02);
-  ASSERT_EQ([[UIAlertView shown] count], 1U);
-  UIAlertView* const toast = [[UIAlertView shown] lastObject];
-  for (int i = 0; i < 500 && [toast isVisible]; ++i) UIRunFor(0.02);
-  EXPECT_FALSE([toast isVisible]);
-}
-
-TEST_F(Services, IdentifiersAndEncodingsAreFoundations) {
+TEST_F(Services, Base64HasNoLines) {
   const platform::NSEncoding& encoding = *platform::current().encoding;
-  const std::string identifier = encoding.UUIDString();
-  EXPECT_EQ(identifier.size(), 36U);
-  EXPECT_EQ(identifier.find_first_not_of("0123456789ABCDEF-"), std::string::npos) << identifier;
-  EXPECT_NE(identifier, encoding.UUIDString());
   const std::vector<std::byte> bytes(100, std::byte{0xff});
   const std::string text = encoding.base64EncodedString(bytes);
   EXPECT_EQ(text.size(), 136U);

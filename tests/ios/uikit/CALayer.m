@@ -9,7 +9,7 @@ typedef struct {
 } ColorState;
 
 typedef struct {
-  CGFloat borderWidth, cornerRadius;
+  CGFloat borderWidth;
   float speed;
   BOOL hidden;
   CALayer* superlayer;
@@ -71,30 +71,10 @@ const CGFloat* CGColorGetComponents(CGColorRef color) { return [(UIColor*)color 
 
 STATE_IS(AnimationState)
 
-- (CFTimeInterval)beginTime {
-  return STATE(AnimationState)->beginTime;
-}
-- (void)setBeginTime:(CFTimeInterval)time {
-  STATE(AnimationState)->beginTime = time;
-}
-- (CFTimeInterval)duration {
-  return STATE(AnimationState)->duration;
-}
-- (void)setDuration:(CFTimeInterval)time {
-  STATE(AnimationState)->duration = time;
-}
-- (CFTimeInterval)repeatDuration {
-  return STATE(AnimationState)->repeatDuration;
-}
-- (void)setRepeatDuration:(CFTimeInterval)time {
-  STATE(AnimationState)->repeatDuration = time;
-}
-- (float)repeatCount {
-  return STATE(AnimationState)->repeatCount;
-}
-- (void)setRepeatCount:(float)count {
-  STATE(AnimationState)->repeatCount = count;
-}
+PROPERTY(AnimationState, CFTimeInterval, beginTime, beginTime, setBeginTime)
+PROPERTY(AnimationState, CFTimeInterval, duration, duration, setDuration)
+PROPERTY(AnimationState, CFTimeInterval, repeatDuration, repeatDuration, setRepeatDuration)
+PROPERTY(AnimationState, float, repeatCount, repeatCount, setRepeatCount)
 
 @end
 
@@ -117,30 +97,9 @@ STATE_IS(LayerState)
   [super dealloc];
 }
 
-- (CGFloat)borderWidth {
-  return STATE(LayerState)->borderWidth;
-}
-- (void)setBorderWidth:(CGFloat)width {
-  STATE(LayerState)->borderWidth = width;
-}
-- (CGFloat)cornerRadius {
-  return STATE(LayerState)->cornerRadius;
-}
-- (void)setCornerRadius:(CGFloat)radius {
-  STATE(LayerState)->cornerRadius = radius;
-}
-- (float)speed {
-  return STATE(LayerState)->speed;
-}
-- (void)setSpeed:(float)speed {
-  STATE(LayerState)->speed = speed;
-}
-- (BOOL)isHidden {
-  return STATE(LayerState)->hidden;
-}
-- (void)setHidden:(BOOL)hidden {
-  STATE(LayerState)->hidden = hidden;
-}
+PROPERTY(LayerState, CGFloat, borderWidth, borderWidth, setBorderWidth)
+PROPERTY(LayerState, float, speed, speed, setSpeed)
+PROPERTY(LayerState, BOOL, hidden, isHidden, setHidden)
 - (CGColorRef)borderColor {
   return (CGColorRef)kept(self, "borderColor");
 }
@@ -198,16 +157,10 @@ STATE_IS(LayerState)
 
 @end
 
-static double monotonicSeconds(void) {
-  struct timespec now;
-  clock_gettime(CLOCK_MONOTONIC, &now);
-  return (double)now.tv_sec + (double)now.tv_nsec / 1e9;
-}
-
-CFTimeInterval CACurrentMediaTime(void) { return monotonicSeconds(); }
-
 uint64_t mach_absolute_time(void) {
   struct timespec now;
   clock_gettime(CLOCK_MONOTONIC, &now);
   return (uint64_t)now.tv_sec * 1000000000ULL + (uint64_t)now.tv_nsec;
 }
+
+CFTimeInterval CACurrentMediaTime(void) { return (double)mach_absolute_time() / 1e9; }

@@ -98,7 +98,6 @@ static void setColor(cairo_t* cairo, UIColor* color) {
 static void draw(cairo_t* cairo, UIView* view) {
   const CGRect bounds = [view bounds];
   cairo_rectangle(cairo, bounds.origin.x, bounds.origin.y, bounds.size.width, bounds.size.height);
-  if ([view clipsToBounds]) cairo_clip_preserve(cairo);
   if ([view backgroundColor]) {
     setColor(cairo, [view backgroundColor]);
     cairo_fill_preserve(cairo);
@@ -114,25 +113,12 @@ static void draw(cairo_t* cairo, UIView* view) {
   }
   for (UIView* below in [view subviews]) {
     if ([below isHidden]) continue;
-    const CGAffineTransform t = [below transform];
-    const CGPoint center = [below center];
-    const CGRect own = [below bounds];
+    const CGPoint origin = [below frame].origin;
+    const CGPoint scrolled = [below bounds].origin;
     cairo_save(cairo);
-    cairo_translate(cairo, center.x, center.y);
-    const cairo_matrix_t matrix = {t.a, t.b, t.c, t.d, t.tx, t.ty};
-    cairo_transform(cairo, &matrix);
-    cairo_translate(cairo, -NSMidX(own), -NSMidY(own));
+    cairo_translate(cairo, origin.x - scrolled.x, origin.y - scrolled.y);
     draw(cairo, below);
     cairo_restore(cairo);
-  }
-  const CGFloat width = [[view layer] borderWidth];
-  if (width > 0) {
-    UIColor* const color = (UIColor*)[[view layer] borderColor];
-    setColor(cairo, color ? color : [UIColor blackColor]);
-    cairo_set_line_width(cairo, width);
-    cairo_rectangle(cairo, bounds.origin.x + width / 2, bounds.origin.y + width / 2,
-                    bounds.size.width - width, bounds.size.height - width);
-    cairo_stroke(cairo);
   }
 }
 

@@ -15,6 +15,15 @@
   }
 #define STATE(Type) ((Type*)object_getIndexedIvars(self))
 
+// The getter and the setter of a property, over a field of the state or over an object that is
+// kept.
+#define PROPERTY(State, Type, field, getter, Setter) \
+  -(Type)getter {                                    \
+    return STATE(State)->field;                      \
+  }                                                  \
+  -(void)Setter : (Type)value {                      \
+    STATE(State)->field = value;                     \
+  }
 #define KEPT(Type, getter, Setter) \
   -(Type)getter {                  \
     return kept(self, #getter);    \

@@ -2,8 +2,6 @@
 #import "tests/ios/uikit/Record.h"
 #import "tests/ios/uikit/State.h"
 
-CGSize UIScreenSize = {390, 844};
-
 static UIApplication* sharedApplication = nil;
 
 @implementation UIScreen
@@ -15,7 +13,7 @@ static UIApplication* sharedApplication = nil;
 }
 
 - (CGRect)bounds {
-  return NSMakeRect(0, 0, UIScreenSize.width, UIScreenSize.height);
+  return NSMakeRect(0, 0, 390, 844);
 }
 - (CGFloat)scale {
   return 2;

@@ -126,9 +126,6 @@ KEPT(NSString*, placeholder, setPlaceholder)
 - (void)setOn:(BOOL)on animated:(BOOL)animated {
   keep(self, "on", @(on));
 }
-- (NSString*)shownText {
-  return [self isOn] ? @"(on)" : @"(off)";
-}
 
 - (void)press {
   [self setOn:![self isOn] animated:YES];

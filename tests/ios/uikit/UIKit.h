@@ -14,7 +14,6 @@ static inline CGRect CGRectMake(CGFloat x, CGFloat y, CGFloat width, CGFloat hei
 // --- QuartzCore
 
 @interface CALayer (Application)
-@property CGFloat cornerRadius;
 - (void)addSublayer:(CALayer*)layer;
 - (void)removeFromSuperlayer;
 - (void)addAnimation:(CAAnimation*)animation forKey:(NSString*)key;
@@ -37,7 +36,6 @@ static inline CGRect CGRectMake(CGFloat x, CGFloat y, CGFloat width, CGFloat hei
 @end
 
 @interface UIView (Application)
-@property(nonatomic) CGFloat alpha;
 @property(nonatomic, copy) UIColor* backgroundColor;
 - (id)initWithFrame:(CGRect)frame;
 - (void)addSubview:(UIView*)view;
@@ -129,16 +127,12 @@ enum {
 - (NSString*)evaluate:(NSString*)script;
 @end
 
-// A page that answers scripts with what it was told to answer, and all others with what its engine
-// does.
+// A page that answers scripts with what its engine does.
 @interface UIWebView : UIView {
   id _internal;
 }
 @property(nonatomic, getter=isLoading) BOOL loading;
 @property(nonatomic, retain) id<UIScriptEngine> engine;
-- (void)answer:(NSString*)result toScript:(NSString*)script;
-// The scripts that were evaluated, in order.
-- (NSArray*)evaluated;
 @end
 
 // Where taps in the page of a UIWebView land: the view under "_internal" and "browserView".
@@ -148,10 +142,9 @@ enum {
 @end
 
 @interface UIAlertView : UIView
-// All that were shown, with their messages and whether they still stand.
+// All that were shown, with their messages.
 + (NSArray*)shown;
 - (NSString*)message;
-- (BOOL)isVisible;
 @end
 
 // --- the application
@@ -183,8 +176,6 @@ int UIApplicationMain(int argc, char** argv, NSString* className, NSString* dele
 void UIRunFor(NSTimeInterval seconds);
 // A finger on the screen: a touch as the screen makes it, sent through the application.
 void UIFingerTap(UIWindow* window, CGPoint point);
-// The extent of everything on the screen.
-extern CGSize UIScreenSize;
 // Set by tests that look at no time: CFRunLoopRunInMode serves what is there and returns.
 extern BOOL UIWaitsAreSkipped;
 

@@ -63,9 +63,6 @@ static CGFloat within(CGFloat value, CGFloat most) {
 @implementation UITextView
 
 KEPT(NSString*, text, setText)
-- (NSString*)shownText {
-  return [self text];
-}
 - (BOOL)canBecomeFirstResponder {
   return YES;
 }

@@ -24,16 +24,17 @@ static IOHIDEventRef makeHIDEvent(const char* kind) {
   return (IOHIDEventRef)event;
 }
 
-static IOHIDEventRef retainHIDEvent(IOHIDEventRef event) {
-  if (event) ++((HIDEvent*)event)->references;
-  return event;
-}
-
 void CFRelease(CFTypeRef object) {
   HIDEvent* const event = (HIDEvent*)object;
   if (--event->references > 0) return;
   --living;
   free(event);
+}
+
+static void hold(IOHIDEventRef* held, IOHIDEventRef event) {
+  if (event) ++((HIDEvent*)event)->references;
+  if (*held) CFRelease(*held);
+  *held = event;
 }
 
 int LivingHIDEvents(void) { return living; }
@@ -103,7 +104,7 @@ typedef struct {
   UITouchPhase phase;
   NSUInteger tapCount;
   NSTimeInterval timestamp;
-  CGPoint location, previousLocation;
+  CGPoint location;
   IOHIDEventRef hidEvent;
 } TouchState;
 
@@ -118,7 +119,7 @@ STATE_IS(TouchState)
 }
 
 - (void)dealloc {
-  if (STATE(TouchState)->hidEvent) CFRelease(STATE(TouchState)->hidEvent);
+  hold(&STATE(TouchState)->hidEvent, NULL);
   [super dealloc];
 }
 
@@ -165,9 +166,7 @@ STATE_IS(TouchState)
 - (void)_setLocationInWindow:(CGPoint)point resetPrevious:(BOOL)resetPrevious {
   Record(@"%@ _setLocationInWindow: %g %g resetPrevious: %d", [self recordName], point.x, point.y,
          resetPrevious);
-  TouchState* const state = STATE(TouchState);
-  state->previousLocation = resetPrevious ? point : state->location;
-  state->location = point;
+  STATE(TouchState)->location = point;
 }
 
 - (void)setPhase:(UITouchPhase)phase {
@@ -194,9 +193,7 @@ STATE_IS(TouchState)
 
 - (void)_setHidEvent:(IOHIDEventRef)event {
   Record(@"%@ _setHidEvent: %@", [self recordName], nameOf(event));
-  const IOHIDEventRef previous = STATE(TouchState)->hidEvent;
-  STATE(TouchState)->hidEvent = retainHIDEvent(event);
-  if (previous) CFRelease(previous);
+  hold(&STATE(TouchState)->hidEvent, event);
 }
 
 @end
@@ -217,7 +214,7 @@ STATE_IS(EventState)
 }
 
 - (void)dealloc {
-  if (STATE(EventState)->hidEvent) CFRelease(STATE(EventState)->hidEvent);
+  hold(&STATE(EventState)->hidEvent, NULL);
   [super dealloc];
 }
 
@@ -240,9 +237,7 @@ STATE_IS(EventState)
 
 - (void)_setHIDEvent:(IOHIDEventRef)event {
   Record(@"event _setHIDEvent: %@", nameOf(event));
-  const IOHIDEventRef previous = STATE(EventState)->hidEvent;
-  STATE(EventState)->hidEvent = retainHIDEvent(event);
-  if (previous) CFRelease(previous);
+  hold(&STATE(EventState)->hidEvent, event);
 }
 
 // The fields at the offsets at which the system reads them.

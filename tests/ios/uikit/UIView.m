@@ -9,28 +9,13 @@ typedef struct {
   CGPoint center;
   CGRect bounds;
   CGAffineTransform transform;
-  CGFloat alpha;
   NSInteger tag;
   BOOL hidden, opaque, clipsToBounds, ignoresTouches;
   UIView* superview;
 } ViewState;
 
+// Views are where they stand: nothing turns or scales them.
 static const CGAffineTransform kIdentity = {1, 0, 0, 1, 0, 0};
-
-static CGPoint applied(CGAffineTransform t, CGPoint p) {
-  return NSMakePoint(t.a * p.x + t.c * p.y + t.tx, t.b * p.x + t.d * p.y + t.ty);
-}
-
-static CGAffineTransform inverted(CGAffineTransform t) {
-  const CGFloat determinant = t.a * t.d - t.b * t.c;
-  if (determinant == 0) return t;
-  return (CGAffineTransform){t.d / determinant,
-                             -t.b / determinant,
-                             -t.c / determinant,
-                             t.a / determinant,
-                             (t.c * t.ty - t.d * t.tx) / determinant,
-                             (t.b * t.tx - t.a * t.ty) / determinant};
-}
 
 @implementation UIResponder
 
@@ -82,7 +67,6 @@ STATE_IS(ViewState)
   if ((self = [super init])) {
     ViewState* const state = STATE(ViewState);
     state->transform = kIdentity;
-    state->alpha = 1;
     keep(self, "layer", [[[CALayer alloc] init] autorelease]);
     keep(self, "subviews", [NSMutableArray array]);
     keep(self, "gestureRecognizers", [NSMutableArray array]);
@@ -145,38 +129,15 @@ STATE_IS(ViewState)
 
 // --- geometry
 
-- (CGRect)bounds {
-  return STATE(ViewState)->bounds;
-}
-- (void)setBounds:(CGRect)bounds {
-  STATE(ViewState)->bounds = bounds;
-}
-- (CGPoint)center {
-  return STATE(ViewState)->center;
-}
-- (void)setCenter:(CGPoint)center {
-  STATE(ViewState)->center = center;
-}
-- (CGAffineTransform)transform {
-  return STATE(ViewState)->transform;
-}
-- (void)setTransform:(CGAffineTransform)transform {
-  STATE(ViewState)->transform = transform;
-}
+PROPERTY(ViewState, CGRect, bounds, bounds, setBounds)
+PROPERTY(ViewState, CGPoint, center, center, setCenter)
+PROPERTY(ViewState, CGAffineTransform, transform, transform, setTransform)
 
 - (CGRect)frame {
-  const CGRect bounds = [self bounds];
-  CGFloat left = INFINITY, top = INFINITY, right = -INFINITY, bottom = -INFINITY;
-  for (int corner = 0; corner < 4; ++corner) {
-    const CGPoint point =
-        [self toSuperview:NSMakePoint(NSMinX(bounds) + (corner & 1) * NSWidth(bounds),
-                                      NSMinY(bounds) + (corner >> 1) * NSHeight(bounds))];
-    left = fmin(left, point.x);
-    right = fmax(right, point.x);
-    top = fmin(top, point.y);
-    bottom = fmax(bottom, point.y);
-  }
-  return NSMakeRect(left, top, right - left, bottom - top);
+  const ViewState* const state = STATE(ViewState);
+  const CGSize size = state->bounds.size;
+  return NSMakeRect(state->center.x - size.width / 2, state->center.y - size.height / 2, size.width,
+                    size.height);
 }
 
 - (void)setFrame:(CGRect)frame {
@@ -187,16 +148,14 @@ STATE_IS(ViewState)
 
 - (CGPoint)toSuperview:(CGPoint)point {
   const ViewState* const state = STATE(ViewState);
-  const CGPoint turned = applied(state->transform, NSMakePoint(point.x - NSMidX(state->bounds),
-                                                               point.y - NSMidY(state->bounds)));
-  return NSMakePoint(turned.x + state->center.x, turned.y + state->center.y);
+  return NSMakePoint(point.x - NSMidX(state->bounds) + state->center.x,
+                     point.y - NSMidY(state->bounds) + state->center.y);
 }
 
 - (CGPoint)fromSuperview:(CGPoint)point {
   const ViewState* const state = STATE(ViewState);
-  const CGPoint turned = applied(inverted(state->transform),
-                                 NSMakePoint(point.x - state->center.x, point.y - state->center.y));
-  return NSMakePoint(turned.x + NSMidX(state->bounds), turned.y + NSMidY(state->bounds));
+  return NSMakePoint(point.x - state->center.x + NSMidX(state->bounds),
+                     point.y - state->center.y + NSMidY(state->bounds));
 }
 
 // In the coordinates that all windows stand in.
@@ -229,7 +188,7 @@ STATE_IS(ViewState)
 
 - (UIView*)hitTest:(CGPoint)point withEvent:(UIEvent*)event {
   const ViewState* const state = STATE(ViewState);
-  if (state->hidden || state->ignoresTouches || state->alpha < 0.01) return nil;
+  if (state->hidden || state->ignoresTouches) return nil;
   if (![self pointInside:point withEvent:event]) return nil;
   for (UIView* view in [[self subviews] reverseObjectEnumerator]) {
     UIView* const hit = [view hitTest:[view fromSuperview:point] withEvent:event];
@@ -247,36 +206,15 @@ STATE_IS(ViewState)
   STATE(ViewState)->hidden = hidden;
   [[self layer] setHidden:hidden];
 }
-- (BOOL)isOpaque {
-  return STATE(ViewState)->opaque;
-}
-- (void)setOpaque:(BOOL)opaque {
-  STATE(ViewState)->opaque = opaque;
-}
-- (BOOL)clipsToBounds {
-  return STATE(ViewState)->clipsToBounds;
-}
-- (void)setClipsToBounds:(BOOL)clips {
-  STATE(ViewState)->clipsToBounds = clips;
-}
+PROPERTY(ViewState, BOOL, opaque, isOpaque, setOpaque)
+PROPERTY(ViewState, BOOL, clipsToBounds, clipsToBounds, setClipsToBounds)
 - (BOOL)isUserInteractionEnabled {
   return !STATE(ViewState)->ignoresTouches;
 }
 - (void)setUserInteractionEnabled:(BOOL)enabled {
   STATE(ViewState)->ignoresTouches = !enabled;
 }
-- (CGFloat)alpha {
-  return STATE(ViewState)->alpha;
-}
-- (void)setAlpha:(CGFloat)alpha {
-  STATE(ViewState)->alpha = alpha;
-}
-- (NSInteger)tag {
-  return STATE(ViewState)->tag;
-}
-- (void)setTag:(NSInteger)tag {
-  STATE(ViewState)->tag = tag;
-}
+PROPERTY(ViewState, NSInteger, tag, tag, setTag)
 KEPT(UIColor*, backgroundColor, setBackgroundColor)
 
 - (BOOL)isFirstResponder {

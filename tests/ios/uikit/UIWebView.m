@@ -52,8 +52,6 @@
 - (id)initWithFrame:(CGRect)frame {
   if ((self = [super initWithFrame:frame])) {
     _internal = [[UIWebViewInternal alloc] init];
-    keep(self, "answers", [NSMutableDictionary dictionary]);
-    keep(self, "evaluated", [NSMutableArray array]);
   }
   return self;
 }
@@ -70,19 +68,9 @@
   keep(self, "loading", @(loading));
 }
 KEPT(id<UIScriptEngine>, engine, setEngine)
-- (NSArray*)evaluated {
-  return kept(self, "evaluated");
-}
-
-- (void)answer:(NSString*)result toScript:(NSString*)script {
-  [kept(self, "answers") setObject:result forKey:script];
-}
 
 - (NSString*)stringByEvaluatingJavaScriptFromString:(NSString*)script {
-  [kept(self, "evaluated") addObject:script];
-  NSString* const result = [kept(self, "answers") objectForKey:script];
-  if (!result && [self engine]) return [[self engine] evaluate:script];
-  return result ? result : @"";
+  return [self engine] ? [[self engine] evaluate:script] : @"";
 }
 
 @end
@@ -114,11 +102,7 @@ static NSMutableArray* shownAlerts(void) {
 - (NSString*)message {
   return kept(self, "message");
 }
-- (BOOL)isVisible {
-  return !kept(self, "dismissed");
-}
 - (void)dismissWithClickedButtonIndex:(NSInteger)index animated:(BOOL)animated {
-  keep(self, "dismissed", @(index));
 }
 
 @end
