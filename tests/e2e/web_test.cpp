@@ -77,7 +77,7 @@ class SilentServer {
   std::string address_;
 };
 
-class Pages : public testing::Test {
+class Sample : public testing::TestWithParam<const char*> {
  protected:
   void SetUp() override { std::filesystem::create_directories(folder_); }
   void TearDown() override { std::filesystem::remove_all(folder_); }
@@ -108,13 +108,6 @@ class Pages : public testing::Test {
     return isThere ? found[0] : "no " + tag + " " + text;
   }
 
-  Display display_{1000, 800};
-  std::filesystem::path folder_ =
-      std::filesystem::temp_directory_path() / ("tarni-pages-" + std::to_string(getpid()));
-};
-
-class Sample : public Pages, public testing::WithParamInterface<const char*> {
- protected:
   std::string sample() const { return built("bin/" + std::string(GetParam())); }
   std::unique_ptr<Program> startSample(const std::string& shown) const {
     return start({sample(), shown});
@@ -148,6 +141,9 @@ class Sample : public Pages, public testing::WithParamInterface<const char*> {
     steps_.clear();
   }
 
+  Display display_{1000, 800};
+  std::filesystem::path folder_ =
+      std::filesystem::temp_directory_path() / ("tarni-pages-" + std::to_string(getpid()));
   std::vector<ordered_json> steps_;
 };
 
@@ -397,16 +393,6 @@ TEST_P(Sample, SpyingFramesWhatIsPointedAtAndTellsOfWhatIsPressed) {
   EXPECT_EQ(lineOf(steps_[0]), "ClickImage IMG \"Logo\" \"\"");
   EXPECT_EQ(frameColor(), kPictureColor);
   EXPECT_THAT(program->output(), Not(HasSubstr("js: "))) << "the page's console is the program's";
-}
-
-TEST_F(Pages, OfABrowserThatNobodyHereWroteAreUsed) {
-  const auto program = start({"falkon", "--no-remote", "--private-browsing", page("tasks.html")});
-  const Playback playback;
-  const std::string field = await(playback, "INPUT", "New task");
-  playback.command("sendkeysonelement", field, "Bread");
-  playback.command("clickelement", await(playback, "BUTTON", "Add"));
-  EXPECT_THAT(await(playback, "LI", "Bread, small"), testing::StartsWith("web-"))
-      << program->output();
 }
 
 }  // namespace

@@ -10,6 +10,7 @@
 #include <QtWidgets/QPushButton>
 #include <QtWidgets/QScrollBar>
 #include <QtWidgets/QSplitter>
+#include <map>
 
 #include "platform/Foundation/NSException.h"
 #include "platform/UIKit/UIWindow.h"
@@ -73,28 +74,16 @@ struct Target : QWidget {
     setMouseTracking(true);
   }
   bool event(QEvent* event) override {
-    switch (event->type()) {
-      case QEvent::Enter:
-        seen.push_back("enter");
-        break;
-      case QEvent::Leave:
-        seen.push_back("leave");
-        break;
-      case QEvent::MouseButtonPress:
-        seen.push_back("press");
-        break;
-      case QEvent::MouseButtonRelease:
-        seen.push_back("release");
-        break;
-      case QEvent::MouseButtonDblClick:
-        seen.push_back("double");
-        break;
-      case QEvent::ContextMenu:
-        seen.push_back("menu");
-        break;
-      default:
-        return QWidget::event(event);
-    }
+    static const std::map<QEvent::Type, const char*> kNames = {
+        {QEvent::Enter, "enter"},
+        {QEvent::Leave, "leave"},
+        {QEvent::MouseButtonPress, "press"},
+        {QEvent::MouseButtonRelease, "release"},
+        {QEvent::MouseButtonDblClick, "double"},
+        {QEvent::ContextMenu, "menu"}};
+    const auto name = kNames.find(event->type());
+    if (name == kNames.end()) return QWidget::event(event);
+    seen.emplace_back(name->second);
     return true;
   }
   std::vector<std::string> seen;

@@ -100,26 +100,6 @@ TEST_P(Loading, ProgramsLookUpTheAddressOfTheScripts) {
   EXPECT_TRUE(dlsym(library, "_ZN5tarni14REMOTE_CDN_URLB5cxx11E"));
 }
 
-TEST_P(Loading, WorksAtAnyScale) {
-  Program::Environment environment = agentEnvironment();
-  environment["QT_SCALE_FACTOR"] = "2";
-  Program program({sample(GetParam())}, environment);
-  const Playback playback;
-  playback.command("clickelement", playback.one("UIButton", "text", "Refresh"));
-  EXPECT_TRUE(
-      eventually([&] { return playback.find("UILabel", "text", "Refreshed").size() == 1; }));
-}
-
-TEST_P(Loading, LetsTheProgramEndByItself) {
-  Program program({sample(GetParam())}, agentEnvironment());
-  const Playback playback;
-  playback.command("clickelement", playback.find("", "text", "File").back());
-  playback.wire().sendLine(nlohmann::json{{"functionname", "clickelement"},
-                                          {"accessorvalue", playback.one("", "text", "Quit")}}
-                               .dump());
-  EXPECT_EQ(program.wait(kPatience), 0) << program.output();
-}
-
 INSTANTIATE_TEST_SUITE_P(Qt, Loading, testing::Values("5", "6"));
 
 TEST(Launcher, LeavesProgramsWithoutAToolkitAlone) {

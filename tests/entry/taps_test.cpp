@@ -1,26 +1,16 @@
 // A synthesized tap does on every kind of widget what a click of the mouse does.
-#include <QtCore/QFile>
 #include <QtCore/QPointer>
-#include <QtCore/QTemporaryDir>
-#include <QtGui/QKeyEvent>
-#include <QtGui/QStyleHints>
 #include <QtGui/QTouchEvent>
 #include <QtWidgets/QCheckBox>
-#include <QtWidgets/QComboBox>
 #include <QtWidgets/QDialog>
-#include <QtWidgets/QDialogButtonBox>
-#include <QtWidgets/QFileDialog>
 #include <QtWidgets/QLineEdit>
 #include <QtWidgets/QListWidget>
 #include <QtWidgets/QMenu>
-#include <QtWidgets/QMenuBar>
 #include <QtWidgets/QMessageBox>
 #include <QtWidgets/QPushButton>
 #include <QtWidgets/QRadioButton>
-#include <QtWidgets/QScrollBar>
 #include <QtWidgets/QStyle>
 #include <QtWidgets/QTabWidget>
-#include <QtWidgets/QToolButton>
 #include <QtWidgets/QTreeWidget>
 #include <algorithm>
 
@@ -75,44 +65,6 @@ TEST_F(Taps, ClickAButtonOnceATime) {
   EXPECT_TRUE(seen.empty()) << "taps in quick order are no double click";
 }
 
-TEST_F(Taps, SwitchCheckBoxesRadioButtonsAndTabs) {
-  auto* const check = add(new QCheckBox("Check"));
-  auto* const first = add(new QRadioButton("First"));
-  auto* const second = add(new QRadioButton("Second"));
-  auto* const tabs = add(new QTabWidget);
-  tabs->addTab(new QWidget, "One");
-  tabs->addTab(new QWidget, "Two");
-  showWindow();
-  finish(tapAt(check, {8, check->height() / 2}));
-  EXPECT_TRUE(check->isChecked());
-  finish(tapAt(first, {8, first->height() / 2}));
-  finish(tapAt(second, {8, second->height() / 2}));
-  EXPECT_TRUE(second->isChecked());
-  finish(tapAt(tabs->tabBar(), tabs->tabBar()->tabRect(1).center()));
-  EXPECT_EQ(tabs->currentIndex(), 1);
-}
-
-TEST_F(Taps, FocusAField) {
-  add(new QPushButton("Other"));
-  auto* const field = add(new QLineEdit);
-  showWindow();
-  window_.activateWindow();
-  finish(tap(field));
-  EXPECT_EQ(window_.focusWidget(), field);
-}
-
-TEST_F(Taps, ClickARowThatCouldScroll) {
-  auto* const list = add(new QListWidget);
-  for (int i = 0; i < 100; ++i) list->addItem(QString::number(i));
-  QStringList clicked;
-  QObject::connect(list, &QListWidget::itemClicked,
-                   [&](QListWidgetItem* item) { clicked += item->text(); });
-  showWindow();
-  finish(tapAt(list->viewport(), list->visualItemRect(list->item(2)).center()));
-  EXPECT_EQ(clicked, QStringList("2"));
-  EXPECT_EQ(list->verticalScrollBar()->value(), 0);
-}
-
 TEST_F(Taps, SwitchTheCheckBoxOfARow) {
   auto* const tree = add(new QTreeWidget);
   auto* const item = new QTreeWidgetItem(tree, {"Sugar"});
@@ -137,107 +89,6 @@ TEST_F(Taps, SwitchTheCheckBoxOfARow) {
   EXPECT_TRUE(item->isSelected());
   delete item;
   EXPECT_TRUE(view->isHidden());
-}
-
-TEST_F(Taps, TypeIntoARowThatIsEdited) {
-  auto* const list = add(new QListWidget);
-  auto* const item = new QListWidgetItem("old", list);
-  item->setFlags(item->flags() | Qt::ItemIsEditable);
-  list->setEditTriggers(QAbstractItemView::SelectedClicked);
-  showWindow();
-  window_.activateWindow();
-  list->setCurrentItem(item);
-  finish(tapAt(list->viewport(), list->visualItemRect(item).center()));
-  ASSERT_TRUE(runUntil([&] { return list->findChild<QLineEdit*>(); }));
-  auto* const editor = list->findChild<QLineEdit*>();
-  const auto field = platform::as<platform::UITextField>(qt::viewOfWidget(editor));
-  ASSERT_TRUE(field);
-  finish(field->setText("new"));
-  QKeyEvent enter(QEvent::KeyPress, Qt::Key_Return, Qt::NoModifier);
-  QCoreApplication::sendEvent(editor, &enter);
-  EXPECT_TRUE(runUntil([&] { return item->text() == "new"; }));
-}
-
-TEST_F(Taps, ChooseFilesInADialogOfTheToolkit) {
-  QTemporaryDir folder;
-  QFile(folder.filePath("letter.txt")).open(QIODevice::WriteOnly);
-  QFileDialog dialog(nullptr, "Open", folder.path());
-  dialog.setOption(QFileDialog::DontUseNativeDialog);
-  dialog.setViewMode(QFileDialog::List);
-  show(dialog);
-  auto* const list = dialog.findChild<QListView*>("listView");
-  const auto row = [&]() -> platform::UIViewRef {
-    for (const auto& cell : qt::viewOfWidget(list)->subviews()) {
-      if (cell->accessibilityLabel() == "letter.txt") return cell;
-    }
-    return nullptr;
-  };
-  ASSERT_TRUE(runUntil([&] { return row() != nullptr; }));
-  finish(KIFAdditions::tap(row()));
-  EXPECT_EQ(dialog.findChild<QLineEdit*>("fileNameEdit")->text(), "letter.txt");
-  auto* const buttons = dialog.findChild<QDialogButtonBox*>();
-  finish(tap(buttons->button(QDialogButtonBox::Open)));
-  EXPECT_TRUE(runUntil([&] { return dialog.result() == QDialog::Accepted; }));
-  EXPECT_EQ(dialog.selectedFiles(), QStringList(folder.filePath("letter.txt")));
-}
-
-TEST_F(Taps, ChooseFromAComboBox) {
-  auto* const box = add(new QComboBox);
-  box->addItems({"a", "b", "c"});
-  showWindow();
-  finish(tap(box));
-  ASSERT_TRUE(box->view()->isVisible());
-  // Qt takes a release right after the popup's opening for the end of the press that opened it.
-  finish(pause(QGuiApplication::styleHints()->mouseDoubleClickInterval() / 1000.0));
-  finish(
-      tapAt(box->view()->viewport(), box->view()->visualRect(box->model()->index(2, 0)).center()));
-  EXPECT_EQ(box->currentText(), "c");
-  EXPECT_TRUE(runUntil([&] { return !box->view()->isVisible(); }));
-}
-
-TEST_F(Taps, OpenMenusAndTriggerTheirEntries) {
-  int triggered = 0;
-  QMenu* const file = window_.menuBar()->addMenu("File");
-  window_.menuBar()->setNativeMenuBar(false);
-  QAction* const entry = file->addAction("Do", [&] { ++triggered; });
-  QMenu* const more = file->addMenu("More");
-  QAction* const deep = more->addAction("Deep", [&] { triggered += 10; });
-  showWindow();
-  const QPoint title = window_.menuBar()->actionGeometry(file->menuAction()).center();
-
-  finish(tapAt(window_.menuBar(), title));
-  ASSERT_TRUE(file->isVisible());
-  finish(tapAt(file, file->actionGeometry(entry).center()));
-  EXPECT_EQ(triggered, 1);
-  EXPECT_TRUE(runUntil([&] { return !file->isVisible(); }));
-
-  finish(tapAt(window_.menuBar(), title));
-  finish(tapAt(file, file->actionGeometry(more->menuAction()).center()));
-  ASSERT_TRUE(runUntil([&] { return more->isVisible(); }));
-  finish(tapAt(more, more->actionGeometry(deep).center()));
-  EXPECT_EQ(triggered, 11);
-}
-
-Task<void> openAndChoose(QToolButton* button, QMenu* menu, QAction* entry, bool& isOpenAfterTap) {
-  co_await tap(button);
-  isOpenAfterTap = menu->isVisible();
-  if (isOpenAfterTap) co_await tapAt(menu, menu->actionGeometry(entry).center());
-}
-
-// The menu of such a button runs a loop of its own inside the press.
-TEST_F(Taps, ServeAMenuThatOpensInsideThePress) {
-  auto* const button = add(new QToolButton);
-  int triggered = 0;
-  auto* const menu = new QMenu(button);
-  QAction* const entry = menu->addAction("Do", [&] { ++triggered; });
-  menu->addAction("Another");
-  button->setMenu(menu);
-  button->setPopupMode(QToolButton::InstantPopup);
-  showWindow();
-  bool isOpenAfterTap = false;
-  finish(openAndChoose(button, menu, entry, isOpenAfterTap));
-  EXPECT_TRUE(isOpenAfterTap);
-  EXPECT_EQ(triggered, 1);
 }
 
 Task<void> openAndAccept(QPushButton* button, QMessageBox*& box, bool& isOpenAfterTap) {

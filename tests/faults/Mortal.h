@@ -45,6 +45,10 @@ class Fuse {
   bool hasBurnt_ = false;
 };
 
+// What the kind answers, or as good as nothing.
+#define UNLESS_GONE(Kind, Type, question) \
+  Type question() const override { return fuse_.burn() ? Type() : Kind::question(); }
+
 template <typename Kind>
 class Mortal : public Kind {
  public:
@@ -56,17 +60,21 @@ class Mortal : public Kind {
   explicit Mortal(Fuse& fuse, Arguments&&... arguments)
       : Kind(std::forward<Arguments>(arguments)...), fuse_(fuse) {}
 
-  platform::UIViewRef superview() const override {
-    return fuse_.burn() ? nullptr : Kind::superview();
-  }
-  std::span<const platform::UIViewRef> subviews() const override {
-    if (fuse_.burn()) return {};
-    return Kind::subviews();
-  }
-  platform::UIWindowRef window() const override { return fuse_.burn() ? nullptr : Kind::window(); }
-  CGRect bounds() const override { return fuse_.burn() ? CGRect() : Kind::bounds(); }
-  CGRect frame() const override { return fuse_.burn() ? CGRect() : Kind::frame(); }
-  CGPoint center() const override { return fuse_.burn() ? CGPoint() : Kind::center(); }
+  UNLESS_GONE(Kind, platform::UIViewRef, superview)
+  UNLESS_GONE(Kind, std::span<const platform::UIViewRef>, subviews)
+  UNLESS_GONE(Kind, platform::UIWindowRef, window)
+  UNLESS_GONE(Kind, CGRect, bounds)
+  UNLESS_GONE(Kind, CGRect, frame)
+  UNLESS_GONE(Kind, CGPoint, center)
+  UNLESS_GONE(Kind, bool, clipsToBounds)
+  UNLESS_GONE(Kind, bool, isUserInteractionEnabled)
+  UNLESS_GONE(Kind, bool, isFirstResponder)
+  UNLESS_GONE(Kind, bool, canBecomeFirstResponder)
+  UNLESS_GONE(Kind, std::span<const platform::Class>, gestureRecognizers)
+  UNLESS_GONE(Kind, Text, accessibilityIdentifier)
+  UNLESS_GONE(Kind, Text, accessibilityValue)
+  UNLESS_GONE(Kind, Text, accessibilityLabel)
+  bool isHidden() const override { return fuse_.burn() || Kind::isHidden(); }
   CGPoint convertPointToWindow(CGPoint point) const override {
     return fuse_.burn() ? point : Kind::convertPointToWindow(point);
   }
@@ -75,28 +83,6 @@ class Mortal : public Kind {
   }
   platform::UIViewRef hitTest(CGPoint point) const override {
     return fuse_.burn() ? nullptr : Kind::hitTest(point);
-  }
-  bool isHidden() const override { return fuse_.burn() || Kind::isHidden(); }
-  bool clipsToBounds() const override { return !fuse_.burn() && Kind::clipsToBounds(); }
-  bool isUserInteractionEnabled() const override {
-    return !fuse_.burn() && Kind::isUserInteractionEnabled();
-  }
-  bool isFirstResponder() const override { return !fuse_.burn() && Kind::isFirstResponder(); }
-  bool canBecomeFirstResponder() const override {
-    return !fuse_.burn() && Kind::canBecomeFirstResponder();
-  }
-  std::span<const platform::Class> gestureRecognizers() const override {
-    if (fuse_.burn()) return {};
-    return Kind::gestureRecognizers();
-  }
-  Text accessibilityIdentifier() const override {
-    return fuse_.burn() ? Text() : Kind::accessibilityIdentifier();
-  }
-  Text accessibilityValue() const override {
-    return fuse_.burn() ? Text() : Kind::accessibilityValue();
-  }
-  Text accessibilityLabel() const override {
-    return fuse_.burn() ? Text() : Kind::accessibilityLabel();
   }
   platform::Task<void> becomeFirstResponder() override {
     if (!fuse_.burn()) co_await Kind::becomeFirstResponder();
@@ -125,20 +111,20 @@ class Mortal : public Kind {
 class MortalButton : public Mortal<headless::Button> {
  public:
   using Mortal::Mortal;
-  Text currentTitle() const override { return fuse_.burn() ? Text() : Button::currentTitle(); }
+  UNLESS_GONE(Button, Text, currentTitle)
 };
 
 class MortalLabel : public Mortal<headless::Label> {
  public:
   using Mortal::Mortal;
-  Text labelText() const override { return fuse_.burn() ? Text() : Label::labelText(); }
+  UNLESS_GONE(Label, Text, labelText)
 };
 
 class MortalField : public Mortal<headless::TextField> {
  public:
   using Mortal::Mortal;
-  Text placeholder() const override { return fuse_.burn() ? Text() : TextField::placeholder(); }
-  std::string text() const override { return fuse_.burn() ? std::string() : TextField::text(); }
+  UNLESS_GONE(TextField, Text, placeholder)
+  UNLESS_GONE(TextField, std::string, text)
   platform::Task<void> setText(std::string text) override {
     if (!fuse_.burn()) co_await TextField::setText(std::move(text));
     leaveIfGone();
@@ -152,7 +138,7 @@ class MortalField : public Mortal<headless::TextField> {
 class MortalSwitch : public Mortal<headless::Switch> {
  public:
   using Mortal::Mortal;
-  bool isOn() const override { return !fuse_.burn() && Switch::isOn(); }
+  UNLESS_GONE(Switch, bool, isOn)
   platform::Task<void> setOn(bool on) override {
     if (!fuse_.burn()) co_await Switch::setOn(on);
     leaveIfGone();
@@ -162,9 +148,7 @@ class MortalSwitch : public Mortal<headless::Switch> {
 class MortalTable : public Mortal<headless::TableView> {
  public:
   using Mortal::Mortal;
-  CGPoint contentOffset() const override {
-    return fuse_.burn() ? CGPoint() : TableView::contentOffset();
-  }
+  UNLESS_GONE(TableView, CGPoint, contentOffset)
   platform::Task<void> setContentOffset(CGPoint offset, bool animated) override {
     if (!fuse_.burn()) co_await TableView::setContentOffset(offset, animated);
     leaveIfGone();

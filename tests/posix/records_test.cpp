@@ -8,7 +8,6 @@
 #include "backends/posix/HIDEventRecord.h"
 #include "backends/posix/HIDEventSystem.h"
 #include "backends/posix/ObjectiveCRuntime.h"
-#include "backends/posix/ProcessInfo.h"
 #include "backends/posix/TouchRecord.h"
 #include "platform/Foundation/NSException.h"
 
@@ -68,18 +67,6 @@ TEST(EventRecordTest, TouchesKeepTheirOrderAndComeOnce) {
   EXPECT_NE(event.description().find("phase 3 at (7, 8)"), std::string::npos);
   event._clearTouches();
   EXPECT_TRUE(event.allTouches().empty());
-}
-
-TEST(ProcessInfoTest, TheSystemVersionIsComparedPartByPart) {
-  posix::ProcessInfo info;
-  EXPECT_TRUE(info.isOperatingSystemAtLeastVersion({12, 4, 0}));
-  EXPECT_TRUE(info.isOperatingSystemAtLeastVersion({11, 9, 9}));
-  EXPECT_FALSE(info.isOperatingSystemAtLeastVersion({12, 4, 1}));
-  info.setOperatingSystemVersion({8, 0, 0});
-  EXPECT_FALSE(info.isOperatingSystemAtLeastVersion({9, 0, 0}));
-  const double before = info.currentMediaTime();
-  EXPECT_LE(before, info.currentMediaTime());
-  EXPECT_LE(before, info.systemUptime()) << "the uptime also counts what was slept through";
 }
 
 }  // namespace

@@ -1,8 +1,6 @@
 // RealProgram: a program that nobody here wrote, with the agent in it, on a screen of its own. Each
 // case is one thing that people do in it; what came of it goes into the table of docs/programs.md
 // (write_table makes it), under the case's name in words.
-//
-// A case that cannot pass yet says so with `notYet("why")`, which the table tells too.
 #pragma once
 
 #include <gmock/gmock.h>
@@ -54,8 +52,6 @@ class RealProgram : public testing::TestWithParam<const char*> {
   void speak(const std::string& language) { language_ = language; }
   // Has it start on a screen with that many pixels a point.
   void scale(double pixels) { scale_ = pixels; }
-  // Leaves the rest of the case out.
-  void notYet(const std::string& why);
 
  private:
   std::vector<std::string> command_;
@@ -68,7 +64,6 @@ class RealProgram : public testing::TestWithParam<const char*> {
   std::unique_ptr<Program> program_;
   std::unique_ptr<Playback> playback_;
   std::string toolkit_;
-  std::string reason_;
 };
 
 inline std::string platformName(const testing::TestParamInfo<const char*>& info) {

@@ -120,6 +120,15 @@ static void draw(cairo_t* cairo, UIView* view) {
     draw(cairo, below);
     cairo_restore(cairo);
   }
+  const CGFloat width = [[view layer] borderWidth];
+  if (width > 0) {
+    UIColor* const color = (UIColor*)[[view layer] borderColor];
+    setColor(cairo, color ? color : [UIColor blackColor]);
+    cairo_set_line_width(cairo, width);
+    cairo_rectangle(cairo, bounds.origin.x + width / 2, bounds.origin.y + width / 2,
+                    bounds.size.width - width, bounds.size.height - width);
+    cairo_stroke(cairo);
+  }
 }
 
 void DrawView(UIView* view, CGRect rect) {
