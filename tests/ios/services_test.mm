@@ -56,6 +56,15 @@ TEST_F(Services, TypedTextReachesTargetsAndObserversOfTheField) {
   [[NSNotificationCenter defaultCenter] removeObserver:observer];
 }
 
+// Nothing is evaluated in a page meanwhile.
+TEST_F(Services, APageTellsThatItLoads) {
+  UIWebView* const page = add<UIWebView>([UIWebView class], NSMakeRect(0, 0, 300, 300));
+  const auto seen = platform::as<platform::UIWebView>(ref(page));
+  EXPECT_FALSE(seen->isLoading());
+  [page setLoading:YES];
+  EXPECT_TRUE(seen->isLoading());
+}
+
 TEST_F(Services, ACellsTextIsItsOwnOrElseItsLabels) {
   UITableViewCell* const cell = [[[OwnCell alloc] initWithStyle:0 reuseIdentifier:nil] autorelease];
   [[cell textLabel] setText:@"label"];
