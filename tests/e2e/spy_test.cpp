@@ -47,8 +47,7 @@ class Spying : public testing::Test {
 TEST_F(Spying, TenNumbersInARowAreShownAndSpyingEnds) {
   Program::Environment environment = display_.environment();
   environment["TARNI_LOG"] = "stderr";
-  Program program({built("bin/tarni"), "run", "--", built("bin/qt-sample-6")},
-                  environment);
+  Program program({built("bin/tarni"), "run", "--", built("bin/qt-sample-6")}, environment);
   ASSERT_TRUE(
       eventually([&] { return occurrences(program.output(), "ready:") == 1; }, seconds(30)));
   const Typing typing;
