@@ -23,6 +23,7 @@ struct StepDraft {
   Properties object;
   Properties parent;
   platform::UIViewWeakRef recordedView;
+  std::string rowText;  // of the row that the view is or stands in, if it is in one
   // Drawn, not encoded; null until then, and when nothing can be drawn.
   platform::UIImageRef picture;
   // A tap inside a web view, in the coordinates of the recorded view: the page makes the step.

@@ -176,6 +176,7 @@ StepDraftRef RecorderAction::describeStep(const StepRequest& request) const {
   }
   // 5. What is recorded.
   draft->recordedView = recorded;
+  draft->rowText = rowText(recorded);
   // 6. Inside a web view the page makes the step.
   if (classNameContains(recorded, "uiweb")) {
     draft->isInWebView = true;
@@ -236,6 +237,16 @@ bool RecorderAction::standsInWindow(const UIViewRef& view) {
 
 bool RecorderAction::isShown(const UIViewRef& view) {
   return standsInWindow(view) && KIFAdditions::isVisibleInViewHierarchy(view);
+}
+
+std::string RecorderAction::rowText(const UIViewRef& view) {
+  assertMainThread();
+  for (UIViewRef row = view; row; row = row->superview()) {
+    const bool isRow = row->isKindOfClass(uikit::UITableViewCell) ||
+                       row->isKindOfClass(uikit::UICollectionViewCell);
+    if (isRow) return Utilities::getUIViewText(row);
+  }
+  return {};
 }
 
 std::string RecorderAction::typedText(const UIViewRef& view) {

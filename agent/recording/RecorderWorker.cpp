@@ -76,9 +76,11 @@ Task<void> RecorderWorker::takeTouch(StepDraftRef* result) {
   const UIViewRef view = info->getUIView();
   const StepDraftRef draft = info->getDraft();
   const UIViewRef refined = draft ? draft->recordedView.lock() : nullptr;
-  // The tap may have closed or turned the page: what stands there now is not what was touched.
+  // The tap may have closed or turned the page, or given the views of a row to another row: what
+  // stands there now is not what was touched.
   const bool isStillThere =
-      draft ? RecorderAction::isShown(refined) : RecorderAction::standsInWindow(view);
+      draft ? RecorderAction::isShown(refined) && RecorderAction::rowText(refined) == draft->rowText
+            : RecorderAction::standsInWindow(view);
   if (isStillThere) {
     const StepRequest request{.action = info->getAction(),
                               .view = view,

@@ -8,6 +8,7 @@
 #include "backends/headless/views/Button.h"
 #include "backends/headless/views/Label.h"
 #include "backends/headless/views/SegmentedControl.h"
+#include "backends/headless/views/TableView.h"
 #include "backends/headless/views/WebView.h"
 #include "tests/recording/Recording.h"
 
@@ -158,6 +159,16 @@ TEST_F(Steps, ButtonThatClosesItsOwnDialogIsStillRecorded) {
   EXPECT_EQ(object.at("index"), "1");
   EXPECT_EQ(object.at("parent").at("id"), "dialog");
   EXPECT_EQ(object.at("ObjectImage").get<std::string>().substr(0, 4), "/9j/");
+}
+
+TEST_F(Steps, RowWhoseViewsAnotherRowGetsWithTheTapIsTheOneThatWasTapped) {
+  const auto row = build<headless::TableViewCell>("Trees").frame({{0, 100}, {200, 44}}).in(*window);
+  const auto node = build<Button>("Open").frame({{0, 0}, {40, 44}}).in(*row);
+  node->onTap([&] {
+    row->setText("Herbs");
+    node->setTitle("Close");
+  });
+  EXPECT_EQ(objectOf(stepOfTap(*node)).at("sahiText"), "Open");
 }
 
 // A view whose picture comes only when the platform gets round to it.
