@@ -64,6 +64,14 @@ platform::UIWindowRef windowToActivate(QWindow* pressed) {
   return viewOfWindow(top);
 }
 
+// As when a dialog has closed and no window manager gives the keyboard on: keys reach the key
+// window all the same, but the program's shortcuts take an active one.
+platform::Task<void> activateSome() {
+  if (QGuiApplication::focusWindow()) co_return;
+  const platform::UIWindowRef key = platform::current().application->keyWindow();
+  if (key) co_await platform::current().application->makeKeyWindow(key);
+}
+
 }  // namespace
 
 platform::Task<void> QtInputDevices::movePointer(platform::UIWindowRef window,
@@ -95,6 +103,7 @@ platform::Task<void> QtInputDevices::turnWheel(double right, double down) {
 }
 
 platform::Task<void> QtInputDevices::setKey(std::string name, bool isDown) {
+  if (isDown) co_await activateSome();
   std::function<void()> set = [this, key = QtKeyboard::named(name), isDown] {
     keyboard_.setKey(windowWithKeyboard(), key, isDown);
   };

@@ -1,5 +1,7 @@
 #include "backends/qt/input/QtMouse.h"
 
+#include <QtGui/private/qguiapplication_p.h>
+
 #include <QtGui/QGuiApplication>
 #include <QtWidgets/QApplication>
 #include <QtWidgets/QWidget>
@@ -19,6 +21,8 @@ unsigned long timestampNow() {
 
 void QtMouse::moveTo(QWindow& window, QPointF position, Qt::KeyboardModifiers modifiers) {
   QWindow* const inner = windowAt(&window, position);
+  // Where the hand goes to anew it begins a new click, however soon after the last.
+  if (!buttons_) QGuiApplicationPrivate::mousePressButton = Qt::NoButton;
   window_ = inner;
   onScreen_ = originOnScreen(window) + position;
   QPointer<QWindow> getsIt = target();
