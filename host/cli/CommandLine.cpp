@@ -4,6 +4,7 @@
 #include <algorithm>
 #include <iostream>
 #include <iterator>
+#include <map>
 #include <string>
 #include <vector>
 
@@ -26,16 +27,20 @@ constexpr auto kAbout =
 
 constexpr auto kFooter = R"(
 Exit codes: 0 done; 1 not found, not typed, or the answer is false; 2 the command line does not
-fit; 3 no such program, no connection, or no answer in time; 4 the agent answered an exception;
-5 anything else.
+fit; 3 no such program, no connection, or no answer in time; 4 the program could not do it; 5
+anything else.
 `tarni run` ends with the program's own code.
 
-An element is named by the identifier that `find` printed, which holds until the next find, or by
-what it looks like (--text, --partial, --xpath, --tag). A position in the tree is written
-'\UIView[0]\UIButton[1]' or /UIView[0]/UIButton[1].
+An element is named by the identifier that `find` printed, or by what it looks like (--text,
+--partial, --xpath, --tag, …). A position in the tree is written '\UIView[0]\UIButton[1]' or
+/UIView[0]/UIButton[1].
 
-Each command is a connection of its own, and the program takes the next one only a second after the
-last has gone: `tarni do` carries out many commands in one connection, without that second.)";
+Commands go over the program's session channel, which `tarni run` opens: in milliseconds, beside a
+recording that goes on, and identifiers last as long as their elements. With --port N, with a program
+that has no such channel (after `tarni attach`), and for record, spy, play, send, highlight and the
+swipes they go over the two ports: the first command ends recording, identifiers hold until the next
+find, and the program takes the next connection only a second after the last has gone (`tarni do`
+carries out many commands in one).)";
 
 // "" when the name is one that a program can have.
 std::string complaintAboutName(const std::string& name) {
@@ -48,11 +53,17 @@ std::string complaintAboutName(const std::string& name) {
 }
 
 void declareGlobalOptions(CLI::App& app, GlobalOptions& options) {
-  app.add_option("--in", options.in, "the program that was started with `run --isolated=NAME`")
-      ->type_name("NAME")
+  app.add_option("--in", options.in, "the program, as `tarni list` names it")
+      ->type_name("NAME|PID")
       ->check(CLI::Validator(complaintAboutName, ""));
-  app.add_option("--port", options.port, "another port than 9898 (record, spy: than 9892)")
-      ->type_name("N");
+  app.add_option("--session", options.session,
+                 "the session channel at this address: a path, or tcp:127.0.0.1:PORT")
+      ->type_name("ADDRESS")
+      ->envname("TARNI_SESSION");
+  app.add_option("--port", options.port,
+                 "not the session channel, but this port: usually 9898 (record, spy: 9892)")
+      ->type_name("N")
+      ->check(CLI::Range(1, 65535).description(""));
   app.add_option("--host-timeout", options.answerSeconds,
                  "how long to wait for an answer (default 30)")
       ->type_name("SECONDS")
@@ -79,6 +90,17 @@ ExitCode complain(const std::exception& error, ExitCode code) {
   std::cout.flush();
   std::cerr << Terminal::error("tarni: ") << error.what() << '\n';
   return code;
+}
+
+ExitCode exitCodeOf(const RequestError& error) {
+  static const std::map<std::string, ExitCode> kCodes = {
+      {"no such element", ExitCode::No},     {"stale element reference", ExitCode::No},
+      {"no such window", ExitCode::No},      {"invalid argument", ExitCode::Usage},
+      {"invalid selector", ExitCode::Usage}, {"unknown method", ExitCode::Usage},
+      {"timeout", ExitCode::Wire},
+  };
+  const auto found = kCodes.find(error.name());
+  return found != kCodes.end() ? found->second : ExitCode::Exception;
 }
 
 constexpr auto kWhereCommandsAre = "`tarni --help` lists the commands";
@@ -116,6 +138,10 @@ ExitCode carryOut(CLI::App& app, Invocation& invocation, const Parse& parse) {
   } catch (const WireError& error) {
     invocation.disconnect();
     return complain(error, ExitCode::Wire);
+  } catch (const RequestError& error) {
+    std::cout.flush();
+    std::cerr << Terminal::error("tarni: ") << printable(error.what()) << '\n';
+    return exitCodeOf(error);
   } catch (const AgentException& error) {
     std::cout.flush();
     std::cerr << Terminal::error("tarni: ") << "the agent reports: " << printable(error.what())

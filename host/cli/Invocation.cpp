@@ -1,9 +1,11 @@
 #include "host/cli/Invocation.h"
 
+#include <iostream>
+
 #include "host/cli/Terminal.h"
 #include "host/guard/Printable.h"
 #include "host/launch/NetworkNamespace.h"
-#include "host/launch/ProgramRegistry.h"
+#include "host/launch/RunningProgram.h"
 #include "host/session/StartLine.h"
 #include "host/wire/WireError.h"
 
@@ -28,29 +30,93 @@ RecorderClient Invocation::recorder() {
   return RecorderClient(fromSeconds(options.connectSeconds), recorderPort());
 }
 
+void Invocation::disconnect() {
+  playback_.reset();
+  session_.reset();
+  hasLookedForSession_ = false;
+}
+
+SessionClient* Invocation::session() {
+  if (!hasLookedForSession_ && options.port == 0) {
+    if (const auto address = sessionAddress()) {
+      session_ = std::make_unique<SessionClient>(*address, fromSeconds(options.connectSeconds));
+    }
+    hasLookedForSession_ = true;
+  }
+  return session_.get();
+}
+
+SessionClient& Invocation::needSession() {
+  if (auto* const client = session()) return *client;
+  throw std::invalid_argument(
+      options.port != 0
+          ? "this goes over the session channel only, which --port passes by"
+          : "this goes over the session channel, and no program with one runs here: `tarni run` "
+            "opens it, `tarni list` names those that run, and --in chooses one");
+}
+
+Json Invocation::ask(const std::string& method, Json parameters) {
+  return needSession().call(method, std::move(parameters), fromSeconds(options.answerSeconds));
+}
+
+void Invocation::act(const std::string& method, Json parameters) {
+  printsAnswer(ask(method, std::move(parameters)));
+}
+
+bool Invocation::printsAnswer(const Json& answer) const {
+  if (options.json) std::cout << printableJson(compact(answer)) << '\n';
+  return options.json;
+}
+
+RegisteredProgram Invocation::registered() const {
+  const ProgramRegistry registry;
+  if (auto program = registry.findByNameOrProcess(options.in)) return *std::move(program);
+  for (const auto& process : processesWithAgent()) {
+    if (std::to_string(process.pid) == options.in) return {options.in, process.pid, process.name};
+  }
+  std::string known;
+  for (const auto& other : registry.all()) known += (known.empty() ? "" : ", ") + other.name;
+  auto why = "no program named \"" + options.in + "\" is running with the agent (" +
+             (known.empty() ? "none is" : "running: " + known) + ")";
+  if (const auto elsewhere = registry.folderElsewhere(options.in)) {
+    why += "; one is known in " + printable(elsewhere->string()) + ", but this command looks in " +
+           printable(registry.folder().string()) + ": it needs the XDG_RUNTIME_DIR of `tarni run`";
+  }
+  throw WireError(why);
+}
+
+std::optional<std::string> Invocation::sessionAddress() const {
+  const ProgramRegistry registry;
+  if (!options.in.empty()) return registry.sessionOf(registered());
+  if (!options.session.empty()) return options.session;
+  std::optional<std::string> address;
+  std::string names;
+  for (const auto& program : registry.all()) {
+    const auto own = registry.sessionOf(program);
+    if (!own || !isInThisNetwork(program.pid)) continue;
+    names += (names.empty() ? "" : ", ") + program.name;
+    if (address)
+      throw std::invalid_argument("several programs run: choose by --in (" + names + ")");
+    address = own;
+  }
+  return address;
+}
+
 void Invocation::enterNetwork() {
   if (options.in.empty() || entered_) return;
-  const ProgramRegistry registry;
-  const auto program = registry.find(options.in);
-  if (!program) {
-    std::string known;
-    for (const auto& other : registry.all()) known += (known.empty() ? "" : ", ") + other.name;
-    auto why = "no isolated program named \"" + options.in + "\" is running (" +
-               (known.empty() ? "none is" : "running: " + known) + ")";
-    if (const auto elsewhere = registry.folderElsewhere(options.in)) {
-      why += "; one is known in " + printable(elsewhere->string()) +
-             ", but this command looks in " + printable(registry.folder().string()) +
-             ": it needs the XDG_RUNTIME_DIR of `tarni run`";
-    }
-    throw WireError(why);
-  }
-  joinNetworkOf(program->pid);
+  joinNetworkOf(registered().pid);
   entered_ = true;
+}
+
+std::optional<std::string> Invocation::network() const {
+  if (options.in.empty()) return "self";
+  const auto program = ProgramRegistry().findByNameOrProcess(options.in);
+  return program ? std::optional(std::to_string(program->pid)) : std::nullopt;
 }
 
 std::optional<pid_t> Invocation::program(std::uint16_t port) const {
   if (options.in.empty()) return processServing(port);
-  const auto program = ProgramRegistry().find(options.in);
+  const auto program = ProgramRegistry().findByNameOrProcess(options.in);
   return program ? std::optional(program->pid) : std::nullopt;
 }
 

@@ -1,5 +1,6 @@
 // Invocation: what the subcommands of one call of `tarni` share: the options that all have, and the
-// connection, which is made when the first subcommand needs it. Main thread.
+// connections, which are made when the first subcommand needs them. A command uses the session
+// channel when the program has one and --port does not ask for the fixed ports. Main thread.
 #pragma once
 
 #include <sys/types.h>
@@ -11,6 +12,8 @@
 #include <string>
 
 #include "host/cli/ExitCode.h"
+#include "host/launch/ProgramRegistry.h"
+#include "host/session_client/SessionClient.h"
 #include "host/wire/PlaybackClient.h"
 #include "host/wire/RecorderClient.h"
 
@@ -18,6 +21,7 @@ namespace tarni::host {
 
 struct GlobalOptions {
   std::string in;
+  std::string session;  // the address of a session channel; "" to look for the program's
   std::uint16_t port = 0;
   double answerSeconds = 30;
   double connectSeconds = 3;
@@ -32,10 +36,23 @@ class Invocation {
   ExitCode result = ExitCode::Ok;
   std::optional<int> programExitCode;  // of the program that `run` has run
 
+  // The connection to the program's session channel; null when it has none or --port is given.
+  // Throws WireError.
+  SessionClient* session();
+  // The same for what only the session channel can do. Throws std::invalid_argument as well.
+  SessionClient& needSession();
+  // Asks over the session channel, with the time-out of --host-timeout. Throws as SessionClient.
+  Json ask(const std::string& method, Json parameters = Json::object());
+
+  // Asks for what is done, and prints the answer with --json.
+  void act(const std::string& method, Json parameters);
+  // With --json prints what the program answered; whether it did.
+  bool printsAnswer(const Json& answer) const;
+
   // The connection to the playback port. Throws WireError.
   PlaybackClient& playback();
   Answer call(const PlaybackCommand& command) { return playback().call(command); }
-  void disconnect() { playback_.reset(); }
+  void disconnect();
 
   // A new connection to the recorder port. Throws WireError.
   RecorderClient recorder();
@@ -44,6 +61,9 @@ class Invocation {
   // the name.
   void enterNetwork();
 
+  // The network of the program as `portUse` takes it; null while none has the name that --in gives.
+  std::optional<std::string> network() const;
+
   // The process that --in names or, without it, that serves `port`; null when it is not known.
   std::optional<pid_t> program(std::uint16_t port) const;
 
@@ -51,7 +71,14 @@ class Invocation {
   std::uint16_t recorderPort() const { return options.port != 0 ? options.port : kRecorderPort; }
 
  private:
+  // Throws WireError when no program has the name that --in gives.
+  RegisteredProgram registered() const;
+  // The address of the session channel; null for none.
+  std::optional<std::string> sessionAddress() const;
+
   bool entered_ = false;
+  bool hasLookedForSession_ = false;
+  std::unique_ptr<SessionClient> session_;
   std::unique_ptr<PlaybackClient> playback_;
 };
 

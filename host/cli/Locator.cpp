@@ -2,8 +2,10 @@
 
 #include <CLI/CLI.hpp>
 #include <algorithm>
+#include <iostream>
 #include <thread>
 
+#include "host/cli/Elements.h"
 #include "host/cli/Invocation.h"
 #include "host/guard/Printable.h"
 
@@ -12,6 +14,9 @@ namespace tarni::host {
 namespace {
 
 constexpr milliseconds kPauseBetweenSearches{100};
+// The longest that the program waits for the element itself: what a condition does not tell, as a
+// text that is a label, is looked for in between.
+constexpr milliseconds kLongestWait{200};
 
 std::string withBackslashes(std::string xpath) {
   if (xpath.starts_with('/')) std::replace(xpath.begin(), xpath.end(), '/', '\\');
@@ -30,6 +35,13 @@ void Locator::declareSearch(CLI::App& parser) {
       parser.add_option("--inside", inside_, "it is inside the element with this identifier")
           ->type_name("ID");
   parser.add_flag("--editable", editable_, "it is a text field")->excludes(inside);
+  parser.add_option("--identifier", selector_.identifier, "its accessibility identifier *");
+  parser.add_option("--label", selector_.label, "its accessibility label *");
+  parser.add_option("--placeholder", selector_.placeholder, "what the empty field asks for *");
+  parser.add_option("--kind", selector_.kind, "its class or one that it is a kind of *")
+      ->type_name("CLASS");
+  parser.add_option("--select", chain_, "as 'kind=UITableView >> text=Row 3' *")
+      ->type_name("SELECTOR");
 }
 
 void Locator::declare(CLI::App& parser) {
@@ -40,7 +52,8 @@ void Locator::declare(CLI::App& parser) {
 }
 
 bool Locator::isGiven() const {
-  return !tag.empty() || text_ || partial_ || xpath_ || !inside_.empty() || editable_;
+  return !tag.empty() || text_ || partial_ || xpath_ || !inside_.empty() || editable_ ||
+         !selector_.isEmpty() || !chain_.empty();
 }
 
 std::string Locator::description() const {
@@ -50,10 +63,14 @@ std::string Locator::description() const {
   if (partial_) words += " whose text contains " + inQuotes(*partial_);
   if (xpath_) words += " at " + withBackslashes(*xpath_);
   if (!inside_.empty()) words += " inside " + inside_;
+  for (const auto& said : {selector_.written(), chain_}) {
+    if (!said.empty()) words += " of " + inQuotes(said);
+  }
   return words;
 }
 
 Answer Locator::findOnce(Invocation& invocation) const {
+  requireNothingOfTheSession();
   PlaybackCommand command{"findelements", tag == "*" ? "" : tag};
   if (text_) {
     command.accessorType = "text";
@@ -85,6 +102,74 @@ Answer Locator::find(Invocation& invocation) const {
   }
 }
 
+void Locator::requireNothingOfTheSession() const {
+  if (selector_.isEmpty() && chain_.empty()) return;
+  throw std::invalid_argument(
+      "--identifier, --label, --placeholder, --kind and --select take the session channel");
+}
+
+SelectorChain Locator::chain() const {
+  auto chain = chain_.empty() ? SelectorChain() : parseChain(chain_);
+  auto last = selector_;
+  if (!tag.empty() && tag != "*") last.className = tag;
+  last.text = text_;
+  last.textContains = partial_;
+  if (xpath_) last.xpath = withBackslashes(*xpath_);
+  if (chain.empty() && last.isEmpty()) last.textContains = "";  // which is part of every text
+  if (!last.isEmpty()) chain.push_back(std::move(last));
+  return chain;
+}
+
+std::optional<long> Locator::within() const {
+  return inside_.empty() ? std::nullopt : std::optional(handleOf(inside_));
+}
+
+std::vector<Json> Locator::elementsOnce(Invocation& invocation) const {
+  auto& session = invocation.needSession();
+  const auto chain = this->chain();
+  auto found = findAll(session, chain, within());
+  const auto& last = chain.back();
+  for (const auto instead : {&Selector::placeholder, &Selector::label}) {
+    if (!found.empty() || !last.text || last.*instead) continue;
+    auto other = chain;
+    other.back().text.reset();
+    other.back().*instead = last.text;
+    found = findAll(session, other, within());
+  }
+  if (editable_)
+    std::erase_if(found, [](const Json& element) { return !isSet(element, "editable"); });
+  return found;
+}
+
+void Locator::pause(Invocation& invocation, bool gone, Deadline deadline) const {
+  auto condition = Json{{"find", chain().front().parameters()}, {"is", gone ? "gone" : "there"}};
+  const auto left = std::chrono::ceil<milliseconds>(deadline - Clock::now());
+  const auto start = Clock::now();
+  try {
+    invocation.needSession().call("wait.for", {{"conditions", Json::array({condition})}},
+                                  std::clamp(left, milliseconds(1), kLongestWait));
+  } catch (const RequestError& error) {
+    if (error.name() == "timeout") return;
+    throw;
+  }
+  // It held at once, and was not enough.
+  constexpr milliseconds kShort{20};
+  if (Clock::now() - start < kShort) std::this_thread::sleep_for(kShort);
+}
+
+bool Locator::await(Invocation& invocation, bool gone, Deadline deadline) const {
+  while (elementsOnce(invocation).empty() != gone) {
+    if (Clock::now() >= deadline) return false;
+    pause(invocation, gone, deadline);
+  }
+  return true;
+}
+
+std::vector<Json> Locator::elements(Invocation& invocation) const {
+  if (waitSeconds_ > 0) await(invocation, false, Clock::now() + fromSeconds(waitSeconds_));
+  return elementsOnce(invocation);
+}
+
 void Target::declare(CLI::App& parser, const std::string& others) {
   locator_.declare(parser);
   parser.add_option("--tag", locator_.tag, "its class, as UIButton")->type_name("CLASS");
@@ -102,14 +187,21 @@ bool Target::isGiven() const {
   return locator_.isGiven();
 }
 
-std::string Target::resolve(Invocation& invocation, std::size_t others) const {
+bool Target::isNamed(std::size_t others) const {
+  return isGiven() || arguments_.size() > others;
+}
+
+void Target::requireArguments(std::size_t others) const {
   const auto expected = others + (isGiven() ? 0 : 1);
-  if (arguments_.size() != expected) {
-    throw std::invalid_argument(
-        arguments_.size() > expected
-            ? "too many arguments: an element is named by its identifier or by options, not both"
-            : "which element? Give its identifier, or --text, --partial, --xpath or --tag");
-  }
+  if (arguments_.size() == expected) return;
+  throw std::invalid_argument(
+      arguments_.size() > expected
+          ? "too many arguments: an element is named by its identifier or by options, not both"
+          : "which element? Give its identifier, or --text, --partial, --xpath or --tag");
+}
+
+std::string Target::resolve(Invocation& invocation, std::size_t others) const {
+  requireArguments(others);
   if (isGiven()) return choose(locator_.find(invocation).elementIds());
   const auto& id = arguments_.front();
   if (invocation.call({"gettext", "", "", id}).text() == "[]") {
@@ -117,6 +209,18 @@ std::string Target::resolve(Invocation& invocation, std::size_t others) const {
                    ": it is of a former find, or the element is gone");
   }
   return id;
+}
+
+Json Target::described(Invocation& invocation, std::size_t others) const {
+  requireArguments(others);
+  if (isGiven()) return choose(locator_.elements(invocation));
+  const auto handle = handleOf(arguments_.front());
+  return invocation.ask("element.describe", {{"element", handle}})["description"];
+}
+
+long Target::element(Invocation& invocation, std::size_t others) const {
+  requireArguments(others);
+  return isGiven() ? handleOf(choose(locator_.elements(invocation))) : handleOf(arguments_.front());
 }
 
 std::string Target::description() const {
@@ -127,18 +231,41 @@ std::vector<std::string> Target::others() const {
   return {arguments_.begin() + (isGiven() || arguments_.empty() ? 0 : 1), arguments_.end()};
 }
 
-std::string Target::choose(const std::vector<std::string>& found) const {
-  if (found.empty()) throw NotFound("no " + locator_.description() + " is on screen");
+std::optional<std::size_t> Target::chosen(std::size_t count) const {
+  if (count == 0) throw NotFound("no " + locator_.description() + " is on screen");
   const auto wanted = first_ ? 1 : nth_.value_or(0);
-  if (wanted > found.size()) {
-    throw NotFound("only " + std::to_string(found.size()) + " of " + locator_.description() +
+  if (wanted > count) {
+    throw NotFound("only " + std::to_string(count) + " of " + locator_.description() +
                    " are on screen");
   }
-  if (wanted == 0 && found.size() > 1) {
-    throw NotFound(std::to_string(found.size()) + " elements fit " + locator_.description() +
-                   ": say more, or choose with --first or --nth");
+  if (wanted == 0 && count > 1) return std::nullopt;
+  return wanted == 0 ? 0 : wanted - 1;
+}
+
+void Target::refuseSeveral(std::size_t count) const {
+  throw NotFound(std::to_string(count) + " elements fit " + locator_.description() +
+                 ": say more, or choose with --first or --nth");
+}
+
+std::string Target::choose(const std::vector<std::string>& found) const {
+  const auto place = chosen(found.size());
+  if (!place) refuseSeveral(found.size());
+  return found[*place];
+}
+
+Json Target::choose(std::vector<Json> found) const {
+  if (const auto place = chosen(found.size())) return std::move(found[*place]);
+  // What is hidden, and then the label that lies in a button, is not meant when the other is there.
+  auto likely = found;
+  for (const auto* const member : {"visible", "enabled"}) {
+    std::erase_if(likely, [member](const Json& element) { return !isSet(element, member); });
+    if (likely.size() == 1) return std::move(likely.front());
   }
-  return found[wanted == 0 ? 0 : wanted - 1];
+  printDifferences(found);
+  const bool isHidden =
+      std::ranges::none_of(found, [](const Json& element) { return isSet(element, "visible"); });
+  if (isHidden) std::cerr << "None of them is visible.\n";
+  refuseSeveral(found.size());
 }
 
 }  // namespace tarni::host

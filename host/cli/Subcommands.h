@@ -21,20 +21,38 @@ struct Subcommand {
 
 std::span<const Subcommand> subcommands();
 
+// Which way a command goes, for the foot of its help.
+constexpr const char* kNeedsSession = "What is marked * takes the session channel.";
+constexpr const char* kSessionOnly = "Takes the session channel.";
+constexpr const char* kByPortOnly =
+    "Goes over the playback port, which ends recording: identifiers are those of\n"
+    "`tarni --port 9898 find`.";
+
 void declareAttach(CLI::App& parser, Invocation& invocation);
+void declareAwait(CLI::App& parser, Invocation& invocation);
+void declareCall(CLI::App& parser, Invocation& invocation);
 void declareClick(CLI::App& parser, Invocation& invocation);
+void declareCollapse(CLI::App& parser, Invocation& invocation);
+void declareCosts(CLI::App& parser, Invocation& invocation);
 void declareDescribe(CLI::App& parser, Invocation& invocation);
 void declareDo(CLI::App& parser, Invocation& invocation);
+void declareDrag(CLI::App& parser, Invocation& invocation);
 void declareEditable(CLI::App& parser, Invocation& invocation);
+void declareExpand(CLI::App& parser, Invocation& invocation);
 void declareFind(CLI::App& parser, Invocation& invocation);
+void declareFocus(CLI::App& parser, Invocation& invocation);
 void declareHighlight(CLI::App& parser, Invocation& invocation);
+void declareHover(CLI::App& parser, Invocation& invocation);
 void declareList(CLI::App& parser, Invocation& invocation);
 void declarePlay(CLI::App& parser, Invocation& invocation);
+void declarePress(CLI::App& parser, Invocation& invocation);
 void declareRecord(CLI::App& parser, Invocation& invocation);
 void declareReference(CLI::App& parser, Invocation& invocation);
 void declareRun(CLI::App& parser, Invocation& invocation);
 void declareScripts(CLI::App& parser, Invocation& invocation);
+void declareScroll(CLI::App& parser, Invocation& invocation);
 void declareSend(CLI::App& parser, Invocation& invocation);
+void declareSet(CLI::App& parser, Invocation& invocation);
 void declareSnapshot(CLI::App& parser, Invocation& invocation);
 void declareSpy(CLI::App& parser, Invocation& invocation);
 void declareSwipe(CLI::App& parser, Invocation& invocation);
@@ -43,6 +61,7 @@ void declareSwipeTo(CLI::App& parser, Invocation& invocation);
 void declareTree(CLI::App& parser, Invocation& invocation);
 void declareType(CLI::App& parser, Invocation& invocation);
 void declareWait(CLI::App& parser, Invocation& invocation);
+void declareWindows(CLI::App& parser, Invocation& invocation);
 
 // All in commands/Query.cpp.
 void declareDisplayed(CLI::App& parser, Invocation& invocation);

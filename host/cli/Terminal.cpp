@@ -3,7 +3,6 @@
 #include <unistd.h>
 
 #include <algorithm>
-#include <iostream>
 #include <utility>
 
 #include "host/cli/SafeOutput.h"
@@ -59,7 +58,7 @@ void showProgress(std::size_t received, std::size_t total) {
   if (total - received < kWorthShowing) std::fputs("\r\033[K", stderr);
 }
 
-void printTable(std::vector<Row> rows) {
+void printTable(std::vector<Row> rows, std::ostream& out) {
   for (auto& row : rows) {
     for (auto& cell : row) cell = printable(cell);
   }
@@ -75,9 +74,9 @@ void printTable(std::vector<Row> rows) {
       if (i + 1 < row.size()) line.append(widths[i] - length(row[i]) + 2, ' ');
     }
     if (&row == &rows.front()) {
-      std::cout << strong(line) << '\n';
+      out << strong(line) << '\n';
     } else {
-      std::cout << line << '\n';
+      out << line << '\n';
     }
   }
 }

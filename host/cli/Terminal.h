@@ -3,7 +3,7 @@
 #pragma once
 
 #include <cstddef>
-#include <iosfwd>
+#include <iostream>
 #include <string>
 #include <vector>
 
@@ -28,6 +28,6 @@ void showProgress(std::size_t received, std::size_t total);
 
 using Row = std::vector<std::string>;
 // Prints the rows in aligned columns, each on one line; the first row is the heading.
-void printTable(std::vector<Row> rows);
+void printTable(std::vector<Row> rows, std::ostream& out = std::cout);
 
 }  // namespace tarni::host::Terminal

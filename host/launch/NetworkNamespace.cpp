@@ -82,8 +82,12 @@ void enterNetworkOfItsOwn() {
   bringLoopbackUp();
 }
 
+bool isInThisNetwork(pid_t pid) {
+  return isOurs(pid, "net");
+}
+
 void joinNetworkOf(pid_t pid) {
-  if (isOurs(pid, "net")) return;
+  if (isInThisNetwork(pid)) return;
   const auto open_ = [pid](const char* kind) {
     return open(namespaceFile(std::to_string(pid), kind).c_str(), O_RDONLY | O_CLOEXEC);
   };

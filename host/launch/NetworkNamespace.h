@@ -1,5 +1,5 @@
 // NetworkNamespace: a network of a program's own, where nothing outside reaches its ports. Linux
-// only. Both functions change the calling process, which must have one thread; they throw
+// only. The functions that move the calling process, which must have one thread, throw
 // std::runtime_error with a sentence for a person.
 #pragma once
 
@@ -13,5 +13,8 @@ void enterNetworkOfItsOwn();
 
 // Moves the process into the network of `pid`, a process of the same user.
 void joinNetworkOf(pid_t pid);
+
+// Whether that process is in the network of the calling one.
+bool isInThisNetwork(pid_t pid);
 
 }  // namespace tarni::host

@@ -14,6 +14,7 @@
 
 #include "host/guard/Json.h"
 #include "host/guard/Printable.h"
+#include "host/launch/ProgramLauncher.h"
 
 namespace tarni::host {
 
@@ -117,8 +118,10 @@ void ProgramRegistry::add(const RegisteredProgram& program) const {
   const auto target = fileOf(program.name);
   auto part = target;
   part += "." + std::to_string(getpid());
-  const Json entry = {
-      {"pid", program.pid}, {"startTime", startTime(program.pid)}, {"command", program.command}};
+  const Json entry = {{"pid", program.pid},
+                      {"startTime", startTime(program.pid)},
+                      {"command", program.command},
+                      {"isolated", program.isIsolated}};
   std::ofstream file(part);
   file << compact(entry) << '\n';
   file.close();
@@ -139,13 +142,28 @@ std::optional<RegisteredProgram> ProgramRegistry::find(const std::string& name) 
   if (!entry.is_object() || !entry.contains("pid") || !entry["pid"].is_number_integer()) {
     return std::nullopt;
   }
-  const RegisteredProgram program{name, entry["pid"], textIn(entry, "command")};
+  const RegisteredProgram program{name, entry["pid"], textIn(entry, "command"),
+                                  entry.value("isolated", Json(true)) != false};
   const auto started = startTime(program.pid);
   if (started.empty() || started != textIn(entry, "startTime")) {
     remove(name);
     return std::nullopt;
   }
   return program;
+}
+
+std::optional<RegisteredProgram> ProgramRegistry::findByNameOrProcess(
+    const std::string& word) const {
+  if (auto program = find(word)) return program;
+  for (auto& program : all()) {
+    if (std::to_string(program.pid) == word) return std::move(program);
+  }
+  return std::nullopt;
+}
+
+std::optional<std::string> ProgramRegistry::sessionOf(const RegisteredProgram& program) const {
+  const auto path = sessionPath(folder_, program.pid);
+  return fs::is_socket(path) ? std::optional(path.string()) : std::nullopt;
 }
 
 std::vector<RegisteredProgram> ProgramRegistry::all() const {

@@ -1,6 +1,7 @@
-// ProgramRegistry: the isolated programs of this user, by name, so that other commands find their
-// networks. One small JSON file a program in $XDG_RUNTIME_DIR/tarni or /tmp/tarni-UID; what ended
-// without cleaning up is recognised by its start time and forgotten.
+// ProgramRegistry: the programs of this user that `tarni run` has started, by name, so that other
+// commands find their session channels and their networks. One small JSON file a program in
+// $XDG_RUNTIME_DIR/tarni or /tmp/tarni-UID; what ended without cleaning up is recognised by its
+// start time and forgotten.
 #pragma once
 
 #include <sys/types.h>
@@ -16,6 +17,7 @@ struct RegisteredProgram {
   std::string name;
   pid_t pid = -1;
   std::string command;
+  bool isIsolated = true;  // in a network of its own
 };
 
 class ProgramRegistry {
@@ -35,7 +37,11 @@ class ProgramRegistry {
   void remove(const std::string& name) const;
   // Null when no running program has the name.
   std::optional<RegisteredProgram> find(const std::string& name) const;
+  // The same by name or by the number of the process.
+  std::optional<RegisteredProgram> findByNameOrProcess(const std::string& word) const;
   std::vector<RegisteredProgram> all() const;
+  // Where SessionClient finds the program's session channel. Null when it has none (yet).
+  std::optional<std::string> sessionOf(const RegisteredProgram& program) const;
   // Where commands with another XDG_RUNTIME_DIR find a running program of that name; null when none
   // of this user's `tarni run` has such a one.
   std::optional<std::filesystem::path> folderElsewhere(const std::string& name) const;

@@ -99,6 +99,8 @@ fs::path pathOfCommand(const std::string& command) {
   return command;
 }
 
+constexpr auto kAgentLibrary = "/libtarni-qt";
+
 constexpr auto kBuiltIn =
     " has its toolkit built in (a static Qt), where the agent finds nothing to hold on to";
 
@@ -234,6 +236,22 @@ std::vector<ProcessSeen> processesFrom(pid_t pid) {
   return processes;
 }
 
+std::vector<ProcessSeen> processesWithAgent() {
+  std::vector<ProcessSeen> found;
+  std::error_code gone;
+  for (fs::directory_iterator entry("/proc", gone), end; !gone && entry != end;
+       entry.increment(gone)) {
+    const auto pid = std::atoi(entry->path().filename().c_str());
+    struct stat info {};
+    const bool isOwn =
+        pid > 0 && stat(entry->path().c_str(), &info) == 0 && info.st_uid == geteuid();
+    if (isOwn && mentions(contents(entry->path() / "maps"), kAgentLibrary)) {
+      found.push_back(processSeen(pid));
+    }
+  }
+  return found;
+}
+
 std::string whyOutOfReach(const std::string& command) {
   const auto program = pathOfCommand(command);
   std::error_code failure;
@@ -260,7 +278,7 @@ void checkAttachable(pid_t pid) {
                              " runs in a sandbox (Flatpak, Snap, a container), out of reach: "
                              "it does not see the agent's library");
   }
-  if (mentions(maps, "/libtarni-qt")) throw std::runtime_error(name + " has the agent already");
+  if (mentions(maps, kAgentLibrary)) throw std::runtime_error(name + " has the agent already");
   if (!hasQtForWindows(maps)) {
     throw std::runtime_error(
         name + (hasToolkitBuiltIn(folder / "exe") ? kBuiltIn : " uses no Qt with windows"));

@@ -26,6 +26,9 @@ struct ProcessSeen {
 // The process and all that it has started, as far as this user may look.
 std::vector<ProcessSeen> processesFrom(pid_t pid);
 
+// The processes of this user that have the agent's library in them, however it came there.
+std::vector<ProcessSeen> processesWithAgent();
+
 // Why the agent cannot be loaded into the program of that name or path before it starts: a launcher
 // that puts its program into a sandbox, a program that has the toolkit built in. Empty when nothing
 // speaks against it.

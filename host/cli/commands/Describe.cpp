@@ -7,7 +7,9 @@
 #include <nlohmann/json.hpp>
 
 #include "host/cli/Base64.h"
+#include "host/cli/Elements.h"
 #include "host/cli/Invocation.h"
+#include "host/cli/Locator.h"
 #include "host/cli/Showing.h"
 #include "host/cli/Subcommands.h"
 #include "host/cli/Terminal.h"
@@ -94,7 +96,43 @@ void writePictures(const Json& elements, const std::filesystem::path& folder) {
             << ", numbered as the elements\n";
 }
 
-void describe(Invocation& invocation, const DescribeOptions& options) {
+void writePictures(Invocation& invocation, const std::vector<Json>& elements,
+                   const std::filesystem::path& folder) {
+  makePrivateFolder(folder);
+  std::size_t written = 0;
+  for (const auto& element : elements) {
+    try {
+      const auto answer = invocation.ask("element.picture", {{"element", handleOf(element)}});
+      const auto* const extension = textIn(answer, "format") == "jpeg" ? ".jpg" : ".png";
+      writePrivateFile(folder / (std::to_string(handleOf(element)) + extension),
+                       decodeBase64(textIn(answer, "data")));
+      ++written;
+    } catch (const RequestError&) {  // gone since, or of no size
+    }
+  }
+  std::cerr << "tarni: " << written << " pictures in " << folder.string()
+            << ", named as the elements\n";
+}
+
+void describeBySession(Invocation& invocation, const DescribeOptions& options) {
+  Locator locator;
+  locator.tag = options.tag;
+  auto found = locator.elementsOnce(invocation);
+  if (options.onScreen) {
+    std::erase_if(found, [](const Json& element) { return !isSet(element, "visible"); });
+  }
+  if (!invocation.printsAnswer({{"elements", found}}) && !found.empty()) printElements(found);
+  if (!options.folder.empty()) writePictures(invocation, found, options.folder);
+  if (found.empty()) throw NotFound("no " + locator.description() + " is there");
+}
+
+// All that is known of one.
+void describeOne(Invocation& invocation, const std::string& handle) {
+  const auto answer = invocation.ask("element.describe", {{"element", handleOf(handle)}});
+  if (!invocation.printsAnswer(answer)) printMembers(objectIn(answer, "description"));
+}
+
+void describeByPort(Invocation& invocation, const DescribeOptions& options) {
   PlaybackCommand command{"ai_findelements", options.tag == "*" ? "" : options.tag};
   auto answer = invocation.call(command);
   if (answer.entries().empty()) {
@@ -119,13 +157,29 @@ void describe(Invocation& invocation, const DescribeOptions& options) {
   }
 }
 
+void describe(Invocation& invocation, const DescribeOptions& options) {
+  const bool isHandle =
+      !options.tag.empty() && options.tag.find_first_not_of("0123456789") == std::string::npos;
+  if (!invocation.session()) {
+    describeByPort(invocation, options);
+  } else if (isHandle) {
+    describeOne(invocation, options.tag);
+  } else {
+    describeBySession(invocation, options);
+  }
+}
+
 }  // namespace
 
 void declareDescribe(CLI::App& parser, Invocation& invocation) {
   const auto options = std::make_shared<DescribeOptions>();
   auto* const tag =
       parser.add_option("--tag", options->tag, "only this class, as UIButton")->type_name("CLASS");
-  parser.add_option("TAG", options->tag, "the same")->option_text(" ")->excludes(tag);
+  parser
+      .add_option("TAG", options->tag, "the same; or an identifier, for all that is known of it *")
+      ->option_text(" ")
+      ->excludes(tag);
+  parser.footer(kNeedsSession);
   parser.add_flag("--on-screen", options->onScreen, kOnScreenHelp);
   parser.add_option("--images", options->folder, "write a picture of each into this folder")
       ->type_name("FOLDER");

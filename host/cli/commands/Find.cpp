@@ -3,6 +3,7 @@
 #include <memory>
 #include <nlohmann/json.hpp>
 
+#include "host/cli/Elements.h"
 #include "host/cli/Invocation.h"
 #include "host/cli/Locator.h"
 #include "host/cli/Showing.h"
@@ -66,7 +67,26 @@ void findWithDetails(Invocation& invocation, const FindOptions& options) {
   if (isEmpty) throw NotFound("no " + options.locator.description() + " is on screen");
 }
 
+void findBySession(Invocation& invocation, const FindOptions& options) {
+  auto found = options.locator.elements(invocation);
+  if (options.onScreen) {
+    std::erase_if(found, [](const Json& element) { return !isSet(element, "visible"); });
+  }
+  if (invocation.options.json) {
+    invocation.printsAnswer({{"elements", found}});
+  } else if (options.details && !found.empty()) {
+    printElements(found);
+  } else {
+    for (const auto& element : found) std::cout << handleOf(element) << '\n';
+  }
+  if (found.empty()) throw NotFound("no " + options.locator.description() + " is on screen");
+}
+
 void find(Invocation& invocation, const FindOptions& options) {
+  if (invocation.session()) {
+    findBySession(invocation, options);
+    return;
+  }
   if (options.onScreen || (options.details && !invocation.options.json)) {
     findWithDetails(invocation, options);
     return;
@@ -95,9 +115,11 @@ void declareFind(CLI::App& parser, Invocation& invocation) {
   parser.add_flag("--on-screen", options->onScreen, kOnScreenHelp);
   parser.callback([options, &invocation] { find(invocation, *options); });
   parser.footer(
-      "What is on a page that is not shown is found, too. DISPLAYED tells it apart; it is \"?\" "
-      "for\n"
-      "one that looks like another of which this differs.");
+      "Identifiers of the session channel are numbers that last as long as the element; those of\n"
+      "the playback port hold until the next find. What is on a page that is not shown is found,\n"
+      "too; --long tells it apart (by the playback port DISPLAYED, which is \"?\" for one that "
+      "looks\n"
+      "like another of which this differs). What is marked * takes the session channel.");
 }
 
 }  // namespace tarni::host

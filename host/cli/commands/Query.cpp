@@ -3,7 +3,10 @@
 #include <CLI/CLI.hpp>
 #include <iostream>
 #include <memory>
+#include <nlohmann/json.hpp>
+#include <string_view>
 
+#include "host/cli/Elements.h"
 #include "host/cli/Invocation.h"
 #include "host/cli/Locator.h"
 #include "host/cli/SafeOutput.h"
@@ -25,6 +28,15 @@ void print(const std::string& value) {
   std::cout << '\n';
 }
 
+void conclude(Invocation& invocation, std::string_view function,
+              const std::optional<std::string>& output) {
+  if (!output) {
+    throw NotFound(function == "isselected" ? "the element is no switch"
+                                            : "the element has no answer to this");
+  }
+  if (*output == "false" && function.starts_with("is")) invocation.result = ExitCode::No;
+}
+
 void ask(Invocation& invocation, const Target& target, const char* function) {
   const auto id = target.resolve(invocation);
   const auto answer = invocation.call({function, "", "", id});
@@ -34,13 +46,29 @@ void ask(Invocation& invocation, const Target& target, const char* function) {
   } else if (output) {
     print(*output);
   }
-  if (!output) {
-    throw NotFound(std::string(function) == "isselected" ? "the element is no switch"
-                                                         : "the element has no answer to this");
+  conclude(invocation, function, output);
+}
+
+// The member of a description that answers a query of the playback port.
+std::optional<std::string> answerIn(const Json& element, std::string_view function) {
+  if (function == "gettext") return valueIn(element, "text").value_or("");
+  if (function == "isenabled") return valueIn(element, "enabled");
+  if (function == "isdisplayed") return valueIn(element, "visible");
+  if (function == "isselected") {
+    const auto checked = valueIn(element, "checked");
+    return checked ? checked : valueIn(element, "selected");
   }
-  if (*output == "false" && std::string_view(function).starts_with("is")) {
-    invocation.result = ExitCode::No;
-  }
+  const auto size = sizeIn(element);
+  const auto cross = size.find('x');
+  if (cross == std::string::npos) return std::nullopt;
+  return function == "getwidth" ? size.substr(0, cross) : size.substr(cross + 1);
+}
+
+void askBySession(Invocation& invocation, const Target& target, const char* function) {
+  const auto element = target.described(invocation);
+  const auto output = answerIn(element, function);
+  if (!invocation.printsAnswer(element) && output) print(*output);
+  conclude(invocation, function, output);
 }
 
 // Where the descriptions do not tell, as of a page's element, the agent's own answer stands.
@@ -60,7 +88,9 @@ void tellDisplayed(Invocation& invocation, const Target& target) {
 void declareQuery(CLI::App& parser, Invocation& invocation, const char* function) {
   const auto target = std::make_shared<Target>();
   target->declare(parser);
-  parser.callback([target, &invocation, function] { ask(invocation, *target, function); });
+  parser.callback([target, &invocation, function] {
+    (invocation.session() ? askBySession : ask)(invocation, *target, function);
+  });
 }
 
 }  // namespace
@@ -69,10 +99,17 @@ void declareDisplayed(CLI::App& parser, Invocation& invocation) {
   const auto target = std::make_shared<Target>();
   target->declare(parser);
   parser.footer(
-      "False also for what is on a page that is not shown or is clipped away, where the wire's\n"
-      "`isdisplayed` tells of geometry alone. It describes all elements for it, so that\n"
-      "identifiers of a former find hold no longer.");
-  parser.callback([target, &invocation] { tellDisplayed(invocation, *target); });
+      "False also for what is on a page that is not shown or is clipped away, where the playback\n"
+      "port's `isdisplayed` tells of geometry alone. By that port it describes all elements for "
+      "it,\n"
+      "so that identifiers of a former find hold no longer.");
+  parser.callback([target, &invocation] {
+    if (invocation.session()) {
+      askBySession(invocation, *target, "isdisplayed");
+    } else {
+      tellDisplayed(invocation, *target);
+    }
+  });
 }
 void declareEnabled(CLI::App& parser, Invocation& invocation) {
   declareQuery(parser, invocation, "isenabled");

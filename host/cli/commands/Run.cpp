@@ -68,10 +68,11 @@ std::filesystem::path sessionFolder() {
   }
 }
 
-// The program's entry among the isolated ones, for as long as this lives.
+// The program's entry among those that run, for as long as this lives.
 class Registration {
  public:
-  explicit Registration(const RunOptions& options) : command_(joined(options.command)) {
+  explicit Registration(const RunOptions& options)
+      : command_(joined(options.command)), isIsolated_(options.isolated) {
     if (options.name.empty()) {
       const auto program = std::filesystem::path(options.command.front()).filename().string();
       name_ = registry_.freeName(program);
@@ -88,9 +89,9 @@ class Registration {
   }
 
   void add(pid_t pid) {
-    registry_.add({name_, pid, command_});
+    registry_.add({name_, pid, command_, isIsolated_});
     isAdded_ = true;
-    std::cerr << "tarni: isolated as \"" << name_ << "\"\n";
+    if (isIsolated_) std::cerr << "tarni: isolated as \"" << name_ << "\"\n";
   }
   const std::string& name() const { return name_; }
 
@@ -98,6 +99,7 @@ class Registration {
   ProgramRegistry registry_;
   std::string command_;
   std::string name_;
+  bool isIsolated_;
   bool isAdded_ = false;
 };
 
@@ -116,12 +118,14 @@ void run(Invocation& invocation, const RunOptions& options) {
   launch.sessionFolder = sessionFolder();
   std::optional<Registration> registration;
   if (options.isolated) {
-    registration.emplace(options);
     warnOfUnreachable(options.ownDisplay);
     launch.isolated = true;
-    launch.onStarted = [&registration](pid_t pid) { registration->add(pid); };
   } else {
     refuseTakenPorts();
+  }
+  if (options.isolated || !launch.sessionFolder.empty()) {
+    registration.emplace(options);
+    launch.onStarted = [&registration](pid_t pid) { registration->add(pid); };
   }
   std::optional<VirtualDisplay> display;
   if (options.ownDisplay) {
@@ -132,8 +136,8 @@ void run(Invocation& invocation, const RunOptions& options) {
   } else {
     warnOfWayland();
   }
-  Readiness readiness(registration ? ": reach it with tarni --in " + registration->name() + " …"
-                                   : "");
+  Readiness readiness(options.isolated ? ": reach it with tarni --in " + registration->name() + " …"
+                                       : "");
   std::optional<ToolkitWatch> toolkit;
   if (why.empty()) toolkit.emplace(options.command.front());
   launch.onTick = [&](pid_t pid) { return readiness.check(pid, toolkit && toolkit->seesQt(pid)); };
@@ -162,10 +166,9 @@ void declareRun(CLI::App& parser, Invocation& invocation) {
       ->option_text("ARG ...")
       ->required();
   parser.footer(
-      "Signals go on to the program, and its exit code is this command's. With --isolated, "
-      "nothing\n"
-      "outside reaches the program's ports but `tarni --in NAME …`, and it reaches no network: an "
-      "X\n"
+      "Signals go on to the program, and its exit code is this command's. It opens the session\n"
+      "channel as well, which the commands then use. With --isolated, nothing outside reaches the\n"
+      "program's ports but `tarni --in NAME …`, and it reaches no network: an X\n"
       "display on this machine works (through its file in /tmp/.X11-unix), abstract sockets, as\n"
       "some D-Bus session buses are, do not.");
   parser.callback([=, &invocation] {

@@ -4,34 +4,65 @@
 #include <filesystem>
 #include <iostream>
 #include <memory>
+#include <nlohmann/json.hpp>
 
 #include "host/cli/Base64.h"
 #include "host/cli/Invocation.h"
+#include "host/cli/Locator.h"
 #include "host/cli/SafeOutput.h"
 #include "host/cli/Subcommands.h"
 #include "host/guard/Files.h"
+#include "host/guard/Json.h"
 
 namespace tarni::host {
 
 namespace {
 
-// A name of another format would promise what the file does not hold.
-void requireJpeg(const std::filesystem::path& file) {
+std::string extensionOf(const std::filesystem::path& file) {
   auto extension = file.extension().string();
   std::ranges::transform(extension, extension.begin(),
                          [](unsigned char c) { return static_cast<char>(std::tolower(c)); });
+  return extension;
+}
+
+bool isJpeg(const std::filesystem::path& file) {
+  const auto extension = extensionOf(file);
+  return extension == ".jpg" || extension == ".jpeg";
+}
+
+// A name of another format would promise what the file does not hold.
+void requireJpeg(const std::filesystem::path& file) {
+  const auto extension = extensionOf(file);
   for (const auto* other : {".png", ".gif", ".bmp", ".webp", ".tif", ".tiff", ".svg", ".pdf"}) {
     if (extension == other) {
-      throw std::invalid_argument("the agent's pictures are JPEG: name the file .jpg, not " +
-                                  extension);
+      throw std::invalid_argument(
+          "the playback port's pictures are JPEG: name the file .jpg, not " + extension);
     }
   }
 }
 
-void snapshot(Invocation& invocation, const std::string& file) {
+std::string pictureByPort(Invocation& invocation, const std::string& file) {
   requireJpeg(file);
   const auto answer = invocation.call({"ai_getscreensnapshot"});
-  const auto picture = decodeBase64(answer.output().value_or(""));
+  return decodeBase64(answer.output().value_or(""));
+}
+
+std::string pictureBySession(Invocation& invocation, const Target& target) {
+  const auto answer = target.isNamed() ? invocation.ask("element.picture",
+                                                        {{"element", target.element(invocation)}})
+                                       : invocation.ask("window.picture");
+  return decodeBase64(textIn(answer, "data"));
+}
+
+// The session channel's pictures are PNG, those of the playback port JPEG.
+void snapshot(Invocation& invocation, const Target& target, const std::string& file) {
+  if (target.isNamed()) invocation.needSession();
+  if (target.isNamed() && isJpeg(file)) {
+    throw std::invalid_argument("the picture of an element is PNG: name the file .png");
+  }
+  const bool bySession = !isJpeg(file) && invocation.session();
+  const auto picture =
+      bySession ? pictureBySession(invocation, target) : pictureByPort(invocation, file);
   if (picture.empty()) throw NotFound("the program has no window to take a picture of");
   if (file == "-") {
     SafeOutput::writeRaw(std::cout, picture);
@@ -44,10 +75,15 @@ void snapshot(Invocation& invocation, const std::string& file) {
 
 void declareSnapshot(CLI::App& parser, Invocation& invocation) {
   const auto file = std::make_shared<std::string>();
-  parser.add_option("-o,--output", *file, "the JPEG file; \"-\" for standard output")
-      ->type_name("FILE.jpg")
+  const auto target = std::make_shared<Target>();
+  parser.add_option("-o,--output", *file, "the file; \"-\" for standard output")
+      ->type_name("FILE.png|FILE.jpg")
       ->required();
-  parser.callback([file, &invocation] { snapshot(invocation, *file); });
+  target->declare(parser);
+  parser.footer(
+      "PNG by the session channel, of the key window or of an element; JPEG by the playback port,\n"
+      "of the window. \"-\" is PNG when there is a session channel.");
+  parser.callback([file, target, &invocation] { snapshot(invocation, *target, *file); });
 }
 
 }  // namespace tarni::host

@@ -32,6 +32,7 @@ void swipe(Invocation& invocation, const Target& target) {
 }
 
 void declareEverywhere(CLI::App& parser, Invocation& invocation, const char* function) {
+  parser.footer(kByPortOnly);
   parser.callback([&invocation, function] {
     const auto answer = invocation.call({function});
     if (invocation.options.json) std::cout << printableJson(answer.text()) << '\n';
@@ -43,6 +44,7 @@ void declareEverywhere(CLI::App& parser, Invocation& invocation, const char* fun
 void declareSwipe(CLI::App& parser, Invocation& invocation) {
   const auto target = std::make_shared<Target>();
   target->declare(parser, "left|right|up|down");
+  parser.footer(kByPortOnly);
   parser.callback([target, &invocation] { swipe(invocation, *target); });
 }
 

@@ -1,9 +1,13 @@
 #include <CLI/CLI.hpp>
+#include <algorithm>
+#include <cctype>
 #include <cmath>
 #include <iostream>
 #include <memory>
 #include <nlohmann/json.hpp>
 
+#include "host/cli/ElementTree.h"
+#include "host/cli/Elements.h"
 #include "host/cli/Invocation.h"
 #include "host/cli/Showing.h"
 #include "host/cli/Subcommands.h"
@@ -56,9 +60,11 @@ void printAsJson(const ViewTree& tree, const Json& description) {
 struct TreeOptions {
   bool paths = false;
   bool onScreen = false;
+  bool xml = false;
+  long changesSince = 0;
 };
 
-void tree(Invocation& invocation, const TreeOptions& options) {
+void treeByPort(Invocation& invocation, const TreeOptions& options) {
   const auto descriptions = invocation.call({"ai_findelements"}).entries();
   const bool json = invocation.options.json;
   ViewTree tree;
@@ -79,6 +85,124 @@ void tree(Invocation& invocation, const TreeOptions& options) {
   if (descriptions.empty()) throw NotFound("the program has no window, or it is empty");
 }
 
+void printElement(const ElementTree::Node& node, bool paths) {
+  const Json& element = node.element;
+  const bool isWindow = node.depth == 0;
+  if (paths && !isWindow) {
+    std::cout << node.position;
+  } else {
+    std::cout << node.indentation << Terminal::strong(printable(node.step));
+  }
+  std::cout << "  " << Terminal::faint(sizeIn(element) + " at " + placeIn(element));
+  const auto text = valueIn(element, isWindow ? "title" : "text");
+  if (text && !text->empty()) std::cout << "  " << inQuotes(*text);
+  const auto state = stateIn(element);
+  if (!state.empty()) std::cout << "  (" << state << ")";
+  std::cout << "  " << Terminal::faint("#" + valueIn(element, "element").value_or("?")) << '\n';
+}
+
+std::string xmlName(const std::string& text) {
+  std::string name = text;
+  std::ranges::replace_if(
+      name, [](unsigned char c) { return std::isalnum(c) == 0 && c != '_' && c != '-'; }, '_');
+  const bool isStart = !name.empty() && (std::isalpha(static_cast<unsigned char>(name[0])) != 0);
+  return isStart ? name : "_" + name;
+}
+
+// What XML cannot hold becomes U+FFFD.
+std::string xmlText(const std::string& text) {
+  std::string result;
+  for (const char c : printableLines(text)) {
+    switch (c) {
+      case '&':
+        result += "&amp;";
+        break;
+      case '<':
+        result += "&lt;";
+        break;
+      case '"':
+        result += "&quot;";
+        break;
+      case '\n':
+        result += "&#10;";
+        break;
+      case '\t':
+        result += "&#9;";
+        break;
+      default:
+        result += c;
+    }
+  }
+  return result;
+}
+
+std::string attributesOf(const Json& element) {
+  std::string text;
+  const auto add = [&text](const std::string& name, const std::string& value) {
+    text += " " + xmlName(name) + "=\"" + xmlText(value) + "\"";
+  };
+  for (const auto& [name, value] : element.items()) {
+    if (value.is_object()) {
+      for (const auto& [part, number] : value.items()) add(part, compact(number));
+    } else if (!value.is_array() && name != "parent" && name != "index") {
+      add(name, value.is_string() ? value.get<std::string>() : compact(value));
+    }
+  }
+  return text;
+}
+
+void printXml(const ElementTree& tree) {
+  std::cout << "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n<tree>\n";
+  const auto nameOf = [](const ElementTree::Node& node) {
+    return xmlName(valueIn(node.element, "class").value_or("element"));
+  };
+  tree.walk(
+      [&](const auto& node) {
+        std::cout << node.indentation << '<' << nameOf(node) << attributesOf(node.element) << ">\n";
+      },
+      [&](const auto& node) { std::cout << node.indentation << "</" << nameOf(node) << ">\n"; });
+  std::cout << "</tree>\n";
+}
+
+void printChanges(const Json& elements, const Json& gone) {
+  for (const auto& element : elements) {
+    printElement({element, 1, valueIn(element, "class").value_or("?"), "", ""}, false);
+  }
+  for (const auto& handle : gone) std::cout << "gone  #" << compact(handle) << '\n';
+}
+
+void treeBySession(Invocation& invocation, const TreeOptions& options) {
+  auto parameters = Json::object();
+  if (options.changesSince != 0) parameters["since"] = options.changesSince;
+  auto answer = invocation.ask("tree.get", std::move(parameters));
+  Json& elements = answer["elements"];
+  if (!elements.is_array()) elements = Json::array();
+  if (options.onScreen) {
+    std::erase_if(elements.get_ref<Json::array_t&>(),
+                  [](const Json& element) { return !isSet(element, "visible"); });
+  }
+  if (invocation.printsAnswer(answer)) return;
+  const bool isWhole = isSet(answer, "whole");
+  if (options.xml) {
+    printXml(ElementTree(elements));
+  } else if (isWhole) {
+    ElementTree(elements).walk([&](const auto& node) { printElement(node, options.paths); });
+  } else {
+    printChanges(elements, answer.value("gone", Json::array()));
+  }
+  if (!options.xml) {
+    std::cerr << "tarni: version " << valueIn(answer, "version").value_or("?")
+              << (isWhole && options.changesSince != 0 ? ": all, as what changed is not known" : "")
+              << '\n';
+  }
+  if (isWhole && elements.empty()) throw NotFound("the program has no window");
+}
+
+void tree(Invocation& invocation, const TreeOptions& options) {
+  if (options.xml || options.changesSince != 0) invocation.needSession();
+  (invocation.session() ? treeBySession : treeByPort)(invocation, options);
+}
+
 }  // namespace
 
 void declareTree(CLI::App& parser, Invocation& invocation) {
@@ -86,7 +210,17 @@ void declareTree(CLI::App& parser, Invocation& invocation) {
   parser.add_flag("--paths", options->paths,
                   "print each view's whole position, as --xpath takes it");
   parser.add_flag("--on-screen", options->onScreen, kOnScreenHelp);
+  auto* const xml = parser.add_flag("--xml", options->xml, "as XML *");
+  parser
+      .add_option("--changes", options->changesSince,
+                  "only what changed since this version, which each tree names *")
+      ->type_name("VERSION")
+      ->excludes(xml);
   parser.footer(
+      "By the session channel of all windows, each element with its identifier behind #; --json\n"
+      "prints what `tree.get` of docs/session.md answers. What is marked * takes it. By the "
+      "playback\n"
+      "port of the key window:\n"
       "What is hidden, off screen for it or clipped away, or covered is in it and marked. With\n"
       "--json one flat array, parents first, each with its depth and its step; a view more than "
       "100\n"

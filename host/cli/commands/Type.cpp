@@ -1,7 +1,9 @@
 #include <CLI/CLI.hpp>
 #include <iostream>
 #include <memory>
+#include <nlohmann/json.hpp>
 
+#include "host/cli/Elements.h"
 #include "host/cli/Invocation.h"
 #include "host/cli/Locator.h"
 #include "host/cli/Subcommands.h"
@@ -10,19 +12,75 @@
 
 namespace tarni::host {
 
+namespace {
+
+void typeByPort(Invocation& invocation, const Target& target) {
+  const auto id = target.resolve(invocation, 1);
+  const auto text = target.others().front();
+  const Typing typing(invocation.playback(), id);
+  const auto answer = invocation.call({"sendkeysonelement", "", "", id, text});
+  if (invocation.options.json) std::cout << printableJson(answer.text()) << '\n';
+  if (const auto outcome = typing.outcome(text); outcome.isFailure) {
+    throw NotFound(target.description() + ": " + outcome.message);
+  }
+}
+
+// What the field holds now; null when it does not tell, or is no more.
+std::optional<std::string> textOf(Invocation& invocation, long element) {
+  try {
+    const auto answer = invocation.ask("element.describe", {{"element", element}});
+    const Json& description = objectIn(answer, "description");
+    return isSet(description, "secure") ? std::nullopt : valueIn(description, "text");
+  } catch (const RequestError&) {
+    return std::nullopt;
+  }
+}
+
+void replaceText(Invocation& invocation, const Target& target) {
+  const auto element = target.element(invocation, 1);
+  const auto text = target.others().front();
+  try {
+    invocation.act("element.setText", {{"element", element}, {"text", text}});
+  } catch (const RequestError& error) {
+    throw NotFound(target.description() + ": " + printable(error.what()));
+  }
+  const auto holds = textOf(invocation, element);
+  if (text.empty() || text.ends_with('\n') || !holds || *holds == text) return;
+  throw NotFound(target.description() + ": typed " + inQuotes(text) + ", but it holds " +
+                 inQuotes(*holds));
+}
+
+// At the caret, as a person's keyboard does.
+void insertText(Invocation& invocation, const Target& target) {
+  Json parameters = Json::object();
+  if (target.isNamed(1)) parameters["element"] = target.element(invocation, 1);
+  if (target.arguments().empty()) throw std::invalid_argument("which text?");
+  parameters["text"] = target.arguments().back();
+  invocation.act("input.text", std::move(parameters));
+}
+
+void type(Invocation& invocation, const Target& target, bool inserts) {
+  if (inserts) invocation.needSession();
+  if (inserts || (!target.isNamed(1) && invocation.session())) {
+    insertText(invocation, target);
+  } else if (invocation.session()) {
+    replaceText(invocation, target);
+  } else {
+    typeByPort(invocation, target);
+  }
+}
+
+}  // namespace
+
 void declareType(CLI::App& parser, Invocation& invocation) {
   const auto target = std::make_shared<Target>();
   target->declare(parser, "TEXT");
-  parser.callback([target, &invocation] {
-    const auto id = target->resolve(invocation, 1);
-    const auto text = target->others().front();
-    const Typing typing(invocation.playback(), id);
-    const auto answer = invocation.call({"sendkeysonelement", "", "", id, text});
-    if (invocation.options.json) std::cout << printableJson(answer.text()) << '\n';
-    if (const auto outcome = typing.outcome(text); outcome.isFailure) {
-      throw NotFound(target->description() + ": " + outcome.message);
-    }
-  });
+  const auto inserts = std::make_shared<bool>(false);
+  parser.add_flag("--insert", *inserts, "at the caret, not instead of what the element holds *");
+  parser.footer(
+      "Without an element, inserts the text where the keyboard goes *. What is marked * takes the\n"
+      "session channel.");
+  parser.callback([=, &invocation] { type(invocation, *target, *inserts); });
 }
 
 }  // namespace tarni::host

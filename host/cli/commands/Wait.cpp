@@ -30,40 +30,41 @@ bool repeatUntil(Deadline deadline, const Attempt& attempt) {
   return true;
 }
 
-// The network can be entered only once the program is there.
-bool entersNetwork(Invocation& invocation) {
-  try {
-    invocation.enterNetwork();
-    return true;
-  } catch (const WireError&) {
-    return false;
-  }
+// Looks at the port without connecting, as a connection that comes and goes ends recording. The
+// network can be looked at only once the program is there.
+bool isServed(const Invocation& invocation) {
+  if (invocation.options.in.empty() && !invocation.options.session.empty()) return true;
+  const auto network = invocation.network();
+  if (!network) return false;
+  const auto use = portUse(invocation.playbackPort(), *network);
+  return use == PortUse::Listening || use == PortUse::Held;
 }
 
-// Looks at the port without connecting, as a connection that comes and goes ends recording.
-bool isServed(const Invocation& invocation) {
-  const auto use = portUse(invocation.playbackPort());
-  return use == PortUse::Listening || use == PortUse::Held;
+[[noreturn]] void refuse(const WaitOptions& options) {
+  throw NotFound(options.gone ? options.locator.description() + " is still on screen"
+                              : "no " + options.locator.description() + " came up in time");
 }
 
 void waitForElement(Invocation& invocation, const WaitOptions& options, Deadline deadline) {
   const bool done = repeatUntil(deadline, [&] {
     return options.locator.findOnce(invocation).elementIds().empty() == options.gone;
   });
-  if (done) return;
-  throw NotFound(options.gone ? options.locator.description() + " is still on screen"
-                              : "no " + options.locator.description() + " came up in time");
+  if (!done) refuse(options);
 }
 
 void wait(Invocation& invocation, const WaitOptions& options) {
   const auto deadline = Clock::now() + fromSeconds(options.timeout);
-  repeatUntil(deadline, [&invocation] { return entersNetwork(invocation); });
-  invocation.enterNetwork();
   if (!repeatUntil(deadline, [&invocation] { return isServed(invocation); })) {
+    invocation.enterNetwork();  // which says when there is no such program
     throw WireError("nothing listens on " + std::to_string(invocation.playbackPort()) +
                     ": is the program running with the agent?");
   }
-  if (options.locator.isGiven()) waitForElement(invocation, options, deadline);
+  if (!options.locator.isGiven()) return;
+  if (!invocation.session()) {
+    waitForElement(invocation, options, deadline);
+  } else if (!options.locator.await(invocation, options.gone, deadline)) {
+    refuse(options);
+  }
 }
 
 }  // namespace
@@ -72,7 +73,8 @@ void declareWait(CLI::App& parser, Invocation& invocation) {
   const auto options = std::make_shared<WaitOptions>();
   parser.footer(
       "Without an element, waits until the agent's port is open and does not touch it, so that\n"
-      "recording goes on. With one, waits until it is there (playback then has begun).");
+      "recording goes on. With one, waits until it is there (by the playback port, which ends\n"
+      "recording, when the program has no session channel).");
   options->locator.declareSearch(parser);
   parser.add_option("--tag", options->locator.tag, "its class, as UIButton")->type_name("CLASS");
   parser.add_flag("--gone", options->gone, "wait until no such element is there any more");

@@ -1,0 +1,172 @@
+#include "host/cli/Elements.h"
+
+#include <algorithm>
+#include <charconv>
+#include <cmath>
+#include <iostream>
+#include <nlohmann/json.hpp>
+
+#include "host/cli/ExitCode.h"
+#include "host/guard/Printable.h"
+#include "host/wire/WireError.h"
+
+namespace tarni::host {
+
+namespace {
+
+constexpr std::size_t kTextColumns = 40;
+constexpr std::size_t kMostListed = 20;
+
+std::string roundedIn(const Json& rectangle, const char* key) {
+  const auto found = rectangle.find(key);
+  const bool isNumber = found != rectangle.end() && found->is_number();
+  return isNumber ? std::to_string(std::lround(found->get<double>())) : "?";
+}
+
+std::string pairIn(const Json& description, const char* member, const char* first,
+                   const char* between, const char* second) {
+  const Json& rectangle = objectIn(description, member);
+  if (rectangle.empty()) return "";
+  return roundedIn(rectangle, first) + between + roundedIn(rectangle, second);
+}
+
+std::string quoted(const Json& description, const char* member) {
+  const auto value = valueIn(description, member);
+  return value ? Terminal::clipped(inQuotes(*value), kTextColumns) : "";
+}
+
+const Terminal::Row kHeading = {"ID",   "CLASS",      "AT",    "SIZE", "STATE",
+                                "TEXT", "IDENTIFIER", "LABEL", "HINT"};
+
+Terminal::Row rowOf(const Json& element) {
+  const auto text = quoted(element, "text");
+  const auto unlessText = [&](const char* member) {
+    const auto value = quoted(element, member);
+    return value == text ? "" : value;
+  };
+  return {valueIn(element, "element").value_or("?"),
+          valueIn(element, "class").value_or("?"),
+          placeIn(element),
+          sizeIn(element),
+          stateIn(element),
+          valueIn(element, "text").value_or("").empty() ? quoted(element, "placeholder") : text,
+          quoted(element, "identifier"),
+          unlessText("label"),
+          unlessText("hint")};
+}
+
+// Leaves out the columns of which `isNeeded` (given the column without its heading) says no.
+template <typename IsNeeded>
+std::vector<Terminal::Row> columnsOf(const std::vector<Terminal::Row>& rows,
+                                     const IsNeeded& isNeeded) {
+  std::vector<Terminal::Row> kept(rows.size());
+  for (std::size_t column = 0; column < kHeading.size(); ++column) {
+    std::vector<std::string> cells;
+    for (std::size_t row = 1; row < rows.size(); ++row) cells.push_back(rows[row][column]);
+    if (!isNeeded(column, cells)) continue;
+    for (std::size_t row = 0; row < rows.size(); ++row) kept[row].push_back(rows[row][column]);
+  }
+  return kept;
+}
+
+}  // namespace
+
+long handleOf(const std::string& word) {
+  long handle = 0;
+  const auto [end, error] = std::from_chars(word.data(), word.data() + word.size(), handle);
+  if (error == std::errc() && end == word.data() + word.size()) return handle;
+  throw NotFound("no element has the identifier " + word +
+                 ": the session channel names elements by numbers, as `tarni find` prints them");
+}
+
+long handleOf(const Json& description) {
+  const auto value = valueIn(description, "element");
+  if (!value) throw WireError("the program described an element without its handle");
+  return handleOf(*value);
+}
+
+bool isSet(const Json& description, const char* member) {
+  const auto found = description.find(member);
+  return found != description.end() && *found == true;
+}
+
+std::optional<std::string> valueIn(const Json& description, const char* member) {
+  const auto found = description.find(member);
+  if (found == description.end() || found->is_null()) return std::nullopt;
+  return found->is_string() ? found->get<std::string>() : compact(*found);
+}
+
+std::string sizeIn(const Json& description, const char* rectangle) {
+  return pairIn(description, rectangle, "width", "x", "height");
+}
+
+std::string placeIn(const Json& description, const char* rectangle) {
+  return pairIn(description, rectangle, "x", ",", "y");
+}
+
+std::string stateIn(const Json& description) {
+  struct Word {
+    const char* member;
+    bool value;
+    const char* word;
+  };
+  constexpr Word kWords[] = {
+      {"visible", false, "hidden"},
+      {"enabled", false, "disabled"},
+      {"checked", true, "checked"},
+      {"checked", false, "unchecked"},
+      {"selected", true, "selected"},
+      {"expanded", true, "expanded"},
+      {"expanded", false, "collapsed"},
+      {"focused", true, "focused"},
+      {"editable", true, "editable"},
+      {"secure", true, "secure"},
+      {"modal", true, "modal"},
+      {"popup", true, "popup"},
+      {"key", true, "key"},
+      {"takesInput", false, "blocked"},
+  };
+  std::string words;
+  for (const auto& [member, value, word] : kWords) {
+    const auto found = description.find(member);
+    if (found == description.end() || *found != value) continue;
+    words += std::string(words.empty() ? "" : ",") + word;
+  }
+  return words;
+}
+
+void printElements(const std::vector<Json>& elements) {
+  std::vector<Terminal::Row> rows{kHeading};
+  for (const auto& element : elements) rows.push_back(rowOf(element));
+  constexpr std::size_t kAlways = 6;
+  Terminal::printTable(columnsOf(rows, [](std::size_t column, const auto& cells) {
+    return column < kAlways || std::ranges::any_of(cells, [](auto& cell) { return !cell.empty(); });
+  }));
+}
+
+void printDifferences(const std::vector<Json>& elements) {
+  std::vector<Terminal::Row> rows{kHeading};
+  for (const auto& element : elements) {
+    if (rows.size() <= kMostListed) rows.push_back(rowOf(element));
+  }
+  auto telling = columnsOf(rows, [](std::size_t, const auto& cells) {
+    return std::ranges::any_of(cells, [&cells](auto& cell) { return cell != cells.front(); });
+  });
+  telling.front().insert(telling.front().begin(), "--nth");
+  for (std::size_t row = 1; row < telling.size(); ++row) {
+    telling[row].insert(telling[row].begin(), std::to_string(row));
+  }
+  Terminal::printTable(std::move(telling), std::cerr);
+  if (elements.size() > kMostListed) std::cerr << "…\n";
+}
+
+void printMembers(const Json& object) {
+  for (const auto& [name, value] : object.items()) {
+    std::cout << Terminal::strong(printable(name)) << "  "
+              << (value.is_string() ? inQuotes(value.get<std::string>())
+                                    : printableJson(compact(value)))
+              << '\n';
+  }
+}
+
+}  // namespace tarni::host

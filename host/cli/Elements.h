@@ -1,0 +1,37 @@
+// Elements as the session channel describes them: what of a description is said to a person, and
+// how. Main thread.
+#pragma once
+
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "host/cli/Terminal.h"
+#include "host/guard/Json.h"
+
+namespace tarni::host {
+
+// The handle that a person wrote. Throws NotFound for what is none.
+long handleOf(const std::string& word);
+// That of a description; throws WireError when it has none.
+long handleOf(const Json& description);
+
+bool isSet(const Json& description, const char* member);  // whether it is there and true
+// Texts as they are, numbers and truth values as JSON writes them; null for none.
+std::optional<std::string> valueIn(const Json& description, const char* member);
+// "80x24" and "10,5"; empty without a rectangle.
+std::string sizeIn(const Json& description, const char* rectangle = "rect");
+std::string placeIn(const Json& description, const char* rectangle = "rect");
+// The state in words, "checked,disabled"; what is usual is not said.
+std::string stateIn(const Json& description);
+
+// A table of the elements, a row each.
+void printElements(const std::vector<Json>& elements);
+// The same on standard error, numbered as --nth takes it and without the columns that are the same
+// for all.
+void printDifferences(const std::vector<Json>& elements);
+
+// All members of an object, a line each.
+void printMembers(const Json& object);
+
+}  // namespace tarni::host

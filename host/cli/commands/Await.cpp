@@ -1,0 +1,190 @@
+#include <CLI/CLI.hpp>
+#include <iostream>
+#include <memory>
+#include <nlohmann/json.hpp>
+
+#include "host/cli/Elements.h"
+#include "host/cli/Invocation.h"
+#include "host/cli/Subcommands.h"
+#include "host/guard/Printable.h"
+#include "host/session_client/Selector.h"
+
+namespace tarni::host {
+
+namespace {
+
+using Pairs = std::vector<std::pair<std::string, std::string>>;
+
+struct AwaitOptions {
+  Json conditions = Json::array();
+  std::vector<std::function<void()>> later;  // conditions that take the connection
+  double restMilliseconds = 0;
+  double timeout = 10;
+};
+
+// What a condition is about: an element of that handle, or what looks so.
+Json subjectOf(Invocation& invocation, const std::string& word) {
+  const bool isHandle = !word.empty() && word.find_first_not_of("0123456789") == std::string::npos;
+  if (isHandle) return {{"element", handleOf(word)}};
+  auto chain = parseChain(word);
+  auto selector = chain.back().parameters();
+  chain.pop_back();
+  if (!chain.empty()) {
+    const auto parents = findAll(invocation.needSession(), chain);
+    if (parents.size() != 1) {
+      throw NotFound(std::to_string(parents.size()) + " elements fit " + written(chain) +
+                     ", in which to look");
+    }
+    selector["within"] = handleOf(parents.front());
+  }
+  return {{"find", std::move(selector)}};
+}
+
+std::string inWords(const Json& condition) {
+  std::string words;
+  for (const auto& [name, value] : condition.items()) {
+    const auto& text = value.is_object() ? Selector::fromParameters(value).written()
+                                         : valueIn(condition, name.c_str()).value_or("");
+    words += (words.empty() ? "" : " ") + name + " " + printable(text);
+  }
+  return words;
+}
+
+void sayInstead(const Json& data) {
+  const auto told = data.find("conditions");
+  if (told == data.end() || !told->is_array()) return;
+  for (const auto& one : *told) {
+    std::cerr << "  " << (isSet(one, "holds") ? "holds: " : "does not: ")
+              << inWords(objectIn(one, "condition"));
+    if (const auto count = valueIn(one, "found")) std::cerr << "; found " << *count;
+    const auto elements = one.find("elements");
+    if (elements != one.end() && elements->is_array()) {
+      for (const auto& element : *elements) {
+        std::cerr << (&element == &elements->front() ? ": " : ", ")
+                  << inQuotes(valueIn(element, "text").value_or(""));
+        const auto state = stateIn(element);
+        if (!state.empty()) std::cerr << " (" << state << ")";
+      }
+    }
+    std::cerr << '\n';
+  }
+}
+
+void call(Invocation& invocation, const char* method, Json parameters, Deadline deadline) {
+  const auto left = std::chrono::ceil<milliseconds>(deadline - Clock::now());
+  try {
+    const auto answer = invocation.needSession().call(method, std::move(parameters),
+                                                      std::max(left, milliseconds(1)));
+    invocation.printsAnswer(answer);
+  } catch (const RequestError& error) {
+    if (error.name() != "timeout") throw;
+    sayInstead(error.data());
+    throw NotFound(printable(error.what()));
+  }
+}
+
+void await(Invocation& invocation, AwaitOptions& options) {
+  invocation.needSession();
+  options.conditions = Json::array();
+  for (const auto& add : options.later) add();
+  if (options.conditions.empty() && options.restMilliseconds <= 0) {
+    throw std::invalid_argument("wait for what? --visible, --gone, --rest and so on say it");
+  }
+  const auto deadline = Clock::now() + fromSeconds(options.timeout);
+  if (!options.conditions.empty()) {
+    call(invocation, "wait.for", {{"conditions", options.conditions}}, deadline);
+  }
+  if (options.restMilliseconds > 0) {
+    call(invocation, "wait.rest", {{"quiet", options.restMilliseconds}}, deadline);
+  }
+}
+
+}  // namespace
+
+void declareAwait(CLI::App& parser, Invocation& invocation) {
+  const auto options = std::make_shared<AwaitOptions>();
+  auto* const kept = options.get();
+  const auto add = [kept, &invocation](const std::string& word, const char* name, Json value) {
+    kept->later.emplace_back([=, &invocation] {
+      auto condition = subjectOf(invocation, word);
+      condition[name] = value;
+      kept->conditions.push_back(std::move(condition));
+    });
+  };
+  struct State {
+    const char* option;
+    const char* state;
+    const char* help;
+  };
+  constexpr State kStates[] = {
+      {"--there", "there", "it is there"},          {"--gone", "gone", "it is there no more"},
+      {"--visible", "visible", "it is to be seen"}, {"--enabled", "enabled", "it is enabled"},
+      {"--disabled", "disabled", "it is disabled"}, {"--checked", "checked", "it is checked"},
+      {"--unchecked", "unchecked", "it is not"},    {"--focused", "focused", "it has the keyboard"},
+  };
+  for (const auto& [option, state, help] : kStates) {
+    parser
+        .add_option_function<std::vector<std::string>>(
+            option,
+            [add, state = state](const std::vector<std::string>& words) {
+              for (const auto& word : words) add(word, "is", state);
+            },
+            help)
+        ->type_name("ELEMENT")
+        ->expected(1)
+        ->take_all();
+  }
+  const auto addPairs = [&parser](const char* option, const char* type, const char* help,
+                                  const std::function<void(const Pairs&)>& take) {
+    parser.add_option_function<Pairs>(option, take, help)->type_name(type)->take_all();
+  };
+  addPairs("--text-is", "ELEMENT TEXT", "its text is this", [add](const Pairs& pairs) {
+    for (const auto& [word, text] : pairs) add(word, "textIs", text);
+  });
+  addPairs("--text-contains", "ELEMENT TEXT", "its text contains this", [add](const Pairs& pairs) {
+    for (const auto& [word, text] : pairs) add(word, "textContains", text);
+  });
+  parser
+      .add_option_function<std::vector<std::pair<std::string, unsigned>>>(
+          "--count",
+          [add](const auto& pairs) {
+            for (const auto& [word, count] : pairs) add(word, "count", count);
+          },
+          "so many fit")
+      ->type_name("ELEMENT N")
+      ->take_all();
+  const auto window = [&parser, kept](const char* option, const char* state, const char* help) {
+    parser
+        .add_option_function<std::vector<std::string>>(
+            option,
+            [kept, state](const std::vector<std::string>& titles) {
+              kept->later.emplace_back([kept, state, titles] {
+                for (const auto& title : titles) {
+                  kept->conditions.push_back({{"window", title}, {"is", state}});
+                }
+              });
+            },
+            help)
+        ->type_name("TITLE")
+        ->expected(1)
+        ->take_all();
+  };
+  window("--window", "there", "a window with this in its title is there");
+  window("--no-window", "gone", "none is");
+  parser
+      .add_option("--rest", options->restMilliseconds,
+                  "then, nothing is handled for so long (default 100)")
+      ->type_name("[MILLISECONDS]")
+      ->expected(0, 1)
+      ->default_str("100");
+  parser.add_option("--timeout", options->timeout, "how long to wait (default 10)")
+      ->type_name("SECONDS")
+      ->check(CLI::NonNegativeNumber.description(""));
+  parser.footer(
+      "All must hold at the same moment. ELEMENT is an identifier (12) or what it looks like "
+      "(Saved,\n"
+      "\"kind=UILabel && text=Saved\"). What is there instead is said when the time is up.");
+  parser.callback([options, &invocation] { await(invocation, *options); });
+}
+
+}  // namespace tarni::host
