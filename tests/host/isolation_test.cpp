@@ -78,7 +78,7 @@ TEST_F(Isolation, OfAProgramLeavesNoWayToItsPorts) {
   EXPECT_THAT(
       tarni({"--in", "alone", "--json", "find", "UIButton", "--text", "Log in"}, environment_)
           .output,
-      HasSubstr("elementID"));
+      HasSubstr("\"element\""));
   // Nothing outside reaches it, at whatever address.
   EXPECT_EQ(reachedPorts(), 0);
   EXPECT_EQ(tarni({"--connect-timeout", "0", "find", "UIButton"}, environment_).code, 3);

@@ -1,0 +1,113 @@
+// A real program in the hands of `tarni`: its commands over the session channel, and the two fixed
+// ports beside it as they are without.
+#include <gmock/gmock.h>
+
+#include <filesystem>
+
+#include "tests/support/Display.h"
+#include "tests/support/Program.h"
+#include "tests/support/Wire.h"
+
+namespace tarni::test {
+namespace {
+
+using nlohmann::json;
+using testing::AllOf;
+using testing::HasSubstr;
+using testing::Not;
+
+class Commands : public testing::TestWithParam<const char*> {
+ protected:
+  Commands() {
+    std::filesystem::create_directories(folder_);
+    environment_["XDG_RUNTIME_DIR"] = folder_.string();
+    program_ =
+        std::make_unique<Program>(std::vector<std::string>{built("bin/tarni"), "run", "--",
+                                                           built("bin/qt-sample-") + GetParam()},
+                                  environment_);
+    EXPECT_EQ(said({"wait", "--timeout", "30"}, 0), "");
+  }
+  ~Commands() override {
+    program_.reset();
+    std::filesystem::remove_all(folder_);
+  }
+
+  // What it printed; it must end with that code.
+  std::string said(std::vector<std::string> words, int code = 0) const {
+    const std::string command = testing::PrintToString(words);
+    words.insert(words.begin(), built("bin/tarni"));
+    Program tool(words, environment_);
+    EXPECT_EQ(tool.wait(std::chrono::seconds(30)), code) << command << tool.output();
+    return tool.output();
+  }
+
+  const std::filesystem::path folder_ =
+      std::filesystem::temp_directory_path() / ("tarni-commands-" + std::to_string(getpid()));
+  const Display display_;
+  Program::Environment environment_ = display_.environment();
+  std::unique_ptr<Program> program_;
+};
+
+INSTANTIATE_TEST_SUITE_P(On, Commands, testing::Values("5", "6"));
+
+TEST_P(Commands, DoWhatAPersonDoes) {
+  EXPECT_THAT(said({"list"}), HasSubstr("yes"));
+  said({"type", "--text", "User name", "Ada Ω 🐦"});
+  said({"click", "--text", "Log in"});
+  said({"await", "--visible", "Hello, Ada Ω 🐦", "--enabled", "identifier=details", "--rest"});
+  EXPECT_EQ(said({"text", "--placeholder", "User name"}), "Ada Ω 🐦\n");
+  said({"press", "--on", "placeholder=User name", "Control+a", "Delete"});
+  said({"type", "no element"});
+  EXPECT_EQ(said({"text", "--placeholder", "User name"}), "no element\n");
+  EXPECT_THAT(said({"click", "--kind", "UITextField"}, 1),
+              AllOf(HasSubstr("2 elements fit"), HasSubstr("--nth"), HasSubstr("\"Password\"")));
+  said({"set", "--text", "Remember me", "on"});
+  EXPECT_EQ(said({"selected", "--text", "Remember me"}), "true\n");
+  said({"scroll", "--kind", "UITableView", "--to-text", "Row 19"});
+  said({"click", "--text", "Row 19"});
+  said({"await", "--text-is", "identifier=status", "Row 19"});
+  const auto late = said({"await", "--gone", "Log in", "--timeout", "0.1"}, 1);
+  EXPECT_THAT(late, HasSubstr("does not: find text=Log in is gone; found 1: \"Log in\""));
+  // A dialog with a loop of its own, and a button that is there once it is.
+  said({"click", "--text", "Details…"});
+  EXPECT_THAT(said({"windows"}), AllOf(HasSubstr("\"Details\""), HasSubstr("modal")));
+  said({"click", "--text", "OK", "--wait", "5"});
+  said({"await", "--no-window", "Details", "--text-is", "identifier=status", "Accepted"});
+  // Handles stay, and the tree tells what changed.
+  const auto field = said({"find", "--placeholder", "User name"});
+  const auto handle = field.substr(0, field.find('\n'));
+  const json tree = json::parse(said({"--json", "tree"}));
+  said({"type", handle, "Grace"});
+  EXPECT_THAT(said({"tree", "--changes", tree["version"].dump()}),
+              AllOf(HasSubstr("\"Grace\""), Not(HasSubstr("\"Row 1\""))));
+  EXPECT_THAT(said({"tree", "--xml"}), HasSubstr("placeholder=\"User name\""));
+  EXPECT_THAT(said({"text", "999999"}, 1), HasSubstr("no element was ever called 999999"));
+}
+
+TEST_P(Commands, GoBesideTheFixedPortsAndChangeNothingThere) {
+  const Wire recorder(kRecorderPort);
+  EXPECT_EQ(recorder.readMessage(), "Welcome! RecorderServer StartedSuccessfully ");
+  said({"click", "--text", "Refresh"});
+  said({"await", "--text-is", "identifier=status", "Refreshed"});
+  // What a person does is recorded after it, and what the command did is not.
+  const json row = json::parse(said({"--json", "find", "--text", "Row 1"}))["elements"][0];
+  const json window = json::parse(said({"--json", "windows"}))["windows"][0]["screenRect"];
+  const auto middle = [&](const char* axis, const char* length) {
+    return static_cast<int>(window[axis].get<double>() + row["rect"][axis].get<double>() +
+                            row["rect"][length].get<double>() / 2);
+  };
+  display_.click(middle("x", "width"), middle("y", "height"));
+  EXPECT_THAT(recorder.readMessage(), AllOf(HasSubstr("Row 1"), Not(HasSubstr("Refresh"))));
+  // A client of the playback port finds, while commands come and go.
+  const Playback playback;
+  const std::string id = playback.one("UIButton", "text", "Log in");
+  said({"click", "--text", "Log in"});
+  EXPECT_EQ(playback.ask({{"functionname", "gettext"}, {"accessorvalue", id}}),
+            json::parse(R"([{"output":"Log in"}])"));
+  playback.command("clickelement", id);
+  EXPECT_THAT(said({"--port", "9898", "--connect-timeout", "0", "find"}, 3),
+              HasSubstr("another client holds it"));
+}
+
+}  // namespace
+}  // namespace tarni::test
