@@ -1,4 +1,5 @@
 #include <CLI/CLI.hpp>
+#include <charconv>
 #include <iostream>
 #include <memory>
 #include <nlohmann/json.hpp>
@@ -38,6 +39,13 @@ Json subjectOf(Invocation& invocation, const std::string& word) {
     selector["within"] = handleOf(parents.front());
   }
   return {{"find", std::move(selector)}};
+}
+
+std::size_t countFrom(const std::string& text) {
+  std::size_t count = 0;
+  const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), count);
+  if (error == std::errc() && end == text.data() + text.size()) return count;
+  throw std::invalid_argument("\"" + text + "\" is no number of elements");
 }
 
 std::string inWords(const Json& condition) {
@@ -144,15 +152,9 @@ void declareAwait(CLI::App& parser, Invocation& invocation) {
   addPairs("--text-contains", "ELEMENT TEXT", "its text contains this", [add](const Pairs& pairs) {
     for (const auto& [word, text] : pairs) add(word, "textContains", text);
   });
-  parser
-      .add_option_function<std::vector<std::pair<std::string, unsigned>>>(
-          "--count",
-          [add](const auto& pairs) {
-            for (const auto& [word, count] : pairs) add(word, "count", count);
-          },
-          "so many fit")
-      ->type_name("ELEMENT N")
-      ->take_all();
+  addPairs("--count", "ELEMENT N", "so many fit", [add](const Pairs& pairs) {
+    for (const auto& [word, count] : pairs) add(word, "count", countFrom(count));
+  });
   const auto window = [&parser, kept](const char* option, const char* state, const char* help) {
     parser
         .add_option_function<std::vector<std::string>>(

@@ -88,6 +88,7 @@ void tellDisplayed(Invocation& invocation, const Target& target) {
 void declareQuery(CLI::App& parser, Invocation& invocation, const char* function) {
   const auto target = std::make_shared<Target>();
   target->declare(parser);
+  parser.footer(kNeedsSession);
   parser.callback([target, &invocation, function] {
     (invocation.session() ? askBySession : ask)(invocation, *target, function);
   });
@@ -102,7 +103,8 @@ void declareDisplayed(CLI::App& parser, Invocation& invocation) {
       "False also for what is on a page that is not shown or is clipped away, where the playback\n"
       "port's `isdisplayed` tells of geometry alone. By that port it describes all elements for "
       "it,\n"
-      "so that identifiers of a former find hold no longer.");
+      "so that identifiers of a former find hold no longer. What is marked * takes the session "
+      "channel.");
   parser.callback([target, &invocation] {
     if (invocation.session()) {
       askBySession(invocation, *target, "isdisplayed");

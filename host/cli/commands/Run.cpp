@@ -85,10 +85,12 @@ class Registration {
   Registration(const Registration&) = delete;
   Registration& operator=(const Registration&) = delete;
   ~Registration() {
-    if (isAdded_) registry_.remove(name_);
+    // Another program may have taken the name since; what has ended is forgotten by looking.
+    if (isAdded_) registry_.find(name_);
   }
 
   void add(pid_t pid) {
+    if (!isIsolated_) name_ = registry_.freeName(name_);  // nobody was told one yet
     registry_.add({name_, pid, command_, isIsolated_});
     isAdded_ = true;
     if (isIsolated_) std::cerr << "tarni: isolated as \"" << name_ << "\"\n";

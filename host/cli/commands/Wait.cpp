@@ -74,7 +74,7 @@ void declareWait(CLI::App& parser, Invocation& invocation) {
   parser.footer(
       "Without an element, waits until the agent's port is open and does not touch it, so that\n"
       "recording goes on. With one, waits until it is there (by the playback port, which ends\n"
-      "recording, when the program has no session channel).");
+      "recording, when the program has no session channel). What is marked * takes that.");
   options->locator.declareSearch(parser);
   parser.add_option("--tag", options->locator.tag, "its class, as UIButton")->type_name("CLASS");
   parser.add_flag("--gone", options->gone, "wait until no such element is there any more");
