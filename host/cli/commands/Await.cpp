@@ -53,7 +53,7 @@ std::string inWords(const Json& condition) {
   for (const auto& [name, value] : condition.items()) {
     const auto& text = value.is_object() ? Selector::fromParameters(value).written()
                                          : valueIn(condition, name.c_str()).value_or("");
-    words += (words.empty() ? "" : " ") + name + " " + printable(text);
+    words += (words.empty() ? "" : " ") + printable(name + " " + text);
   }
   return words;
 }
@@ -64,7 +64,7 @@ void sayInstead(const Json& data) {
   for (const auto& one : *told) {
     std::cerr << "  " << (isSet(one, "holds") ? "holds: " : "does not: ")
               << inWords(objectIn(one, "condition"));
-    if (const auto count = valueIn(one, "found")) std::cerr << "; found " << *count;
+    if (const auto count = valueIn(one, "found")) std::cerr << "; found " << printable(*count);
     const auto elements = one.find("elements");
     if (elements != one.end() && elements->is_array()) {
       for (const auto& element : *elements) {

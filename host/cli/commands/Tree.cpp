@@ -98,7 +98,8 @@ void printElement(const ElementTree::Node& node, bool paths) {
   if (text && !text->empty()) std::cout << "  " << inQuotes(*text);
   const auto state = stateIn(element);
   if (!state.empty()) std::cout << "  (" << state << ")";
-  std::cout << "  " << Terminal::faint("#" + valueIn(element, "element").value_or("?")) << '\n';
+  std::cout << "  " << Terminal::faint("#" + printable(valueIn(element, "element").value_or("?")))
+            << '\n';
 }
 
 std::string xmlName(const std::string& text) {
@@ -191,7 +192,7 @@ void treeBySession(Invocation& invocation, const TreeOptions& options) {
     printChanges(elements, answer.value("gone", Json::array()));
   }
   if (!options.xml) {
-    std::cerr << "tarni: version " << valueIn(answer, "version").value_or("?")
+    std::cerr << "tarni: version " << printable(valueIn(answer, "version").value_or("?"))
               << (isWhole && options.changesSince != 0 ? ": all, as what changed is not known" : "")
               << '\n';
   }
