@@ -1,19 +1,29 @@
 #include <unistd.h>
 
-#include <algorithm>
-
 #include "agent/session/Costs.h"
 #include "agent/session/Handlers.h"
 #include "platform/Platform.h"
+#include "platform/UIKit/UIWindow.h"
 
 namespace tarni::session::app {
 namespace {
 
-// The file that runs; empty where the system does not say.
-std::string programPath() {
-  char path[4096];
-  const ssize_t length = readlink("/proc/self/exe", path, sizeof path);
-  return {path, static_cast<std::size_t>(std::max<ssize_t>(length, 0))};
+// Where no window is shown it is not known of windows.
+bool isLacking(const Method& method) {
+  const platform::Platform& platform = platform::current();
+  switch (method.needs) {
+    case Needs::Nothing:
+      return false;
+    case Needs::Input:
+      return platform.inputDevices == nullptr;
+    case Needs::Windows: {
+      const platform::UIWindowRef key = platform.application->keyWindow();
+      return key && !platform::as<platform::UIWindow>(key);
+    }
+    case Needs::RunLoop:
+      return !MainWatch::sharedInstance().observes();
+  }
+  return false;
 }
 
 }  // namespace
@@ -22,10 +32,14 @@ Answer info(CallRef) {
   const platform::Platform& platform = platform::current();
   const platform::CGRect screen = platform.mainScreen->bounds();
   Json names = Json::array();
-  for (const Method& method : methods()) names.push_back(method.name);
+  Json lacking = Json::array();
+  for (const Method& method : methods()) {
+    names.push_back(method.name);
+    if (isLacking(method)) lacking.push_back(method.name);
+  }
   co_return Result(Json{{"protocol", 1},
                         {"pid", getpid()},
-                        {"program", programPath()},
+                        {"program", platform.processInfo->executablePath()},
                         {"toolkit", platform.toolkit},
                         {"version", TARNI_VERSION},
                         {"screen",
@@ -34,7 +48,8 @@ Answer info(CallRef) {
                           {"scale", platform.mainScreen->scale()}}},
                         {"hasInput", platform.inputDevices != nullptr},
                         {"observesRunLoop", MainWatch::sharedInstance().observes()},
-                        {"methods", std::move(names)}});
+                        {"methods", std::move(names)},
+                        {"lacking", std::move(lacking)}});
 }
 
 Answer costs(CallRef) {

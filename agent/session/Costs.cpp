@@ -1,11 +1,6 @@
 #include "agent/session/Costs.h"
 
-#include <unistd.h>
-
 #include <algorithm>
-#include <cstdio>
-#include <ctime>
-#include <memory>
 
 #include "platform/Foundation/Guarded.h"
 #include "platform/Platform.h"
@@ -15,6 +10,16 @@ namespace {
 
 double milliseconds(double seconds) {
   return static_cast<double>(static_cast<long>(seconds * 1e6)) / 1e3;
+}
+
+double processorTime() {
+  return platform::current().processInfo->processorTime();
+}
+
+// Null where the system does not say.
+Json residentMemory() {
+  const auto bytes = platform::current().processInfo->residentMemory();
+  return bytes ? Json(*bytes) : Json();
 }
 
 Json asMembers(const BusyTime& time) {
@@ -77,7 +82,7 @@ void MainWatch::willWait(std::string_view beganWith) noexcept {
   });
 }
 
-CostMeter::CostMeter() : cpuBefore_(processSeconds()), memoryBefore_(processMemory()) {
+CostMeter::CostMeter() : cpuBefore_(processorTime()), memoryBefore_(residentMemory()) {
   MainWatch::sharedInstance().meters_.push_back(this);
 }
 
@@ -90,31 +95,16 @@ Json CostMeter::costs() const {
   BusyTime time = time_;
   time.add(std::min(MainWatch::sharedInstance().busyFor(), Clock::now() - begin_), "the request");
   Json costs = asMembers(time);
-  costs["cpuMs"] = milliseconds(processSeconds() - cpuBefore_);
-  costs["memoryBytes"] = {{"before", memoryBefore_}, {"after", processMemory()}};
+  costs["cpuMs"] = milliseconds(processorTime() - cpuBefore_);
+  costs["memoryBytes"] = {{"before", memoryBefore_}, {"after", residentMemory()}};
   return costs;
 }
 
 Json costsSinceStart() {
   Json costs = asMembers(MainWatch::sharedInstance().total());
-  costs["cpuMs"] = milliseconds(processSeconds());
-  costs["memoryBytes"] = processMemory();
+  costs["cpuMs"] = milliseconds(processorTime());
+  costs["memoryBytes"] = residentMemory();
   return costs;
-}
-
-double processSeconds() {
-  timespec time{};
-  clock_gettime(CLOCK_PROCESS_CPUTIME_ID, &time);
-  return static_cast<double>(time.tv_sec) + static_cast<double>(time.tv_nsec) / 1e9;
-}
-
-Json processMemory() {
-  const std::unique_ptr<std::FILE, int (*)(std::FILE*)> file(std::fopen("/proc/self/statm", "re"),
-                                                             std::fclose);
-  long total = 0;
-  long resident = 0;
-  if (!file || std::fscanf(file.get(), "%ld %ld", &total, &resident) != 2) return nullptr;
-  return resident * sysconf(_SC_PAGESIZE);
 }
 
 }  // namespace tarni::session

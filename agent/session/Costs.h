@@ -87,9 +87,4 @@ class CostMeter {
 // of now.
 Json costsSinceStart();
 
-// Seconds that the process has computed.
-double processSeconds();
-// Bytes that the process has in memory; null where the system does not say.
-Json processMemory();
-
 }  // namespace tarni::session

@@ -20,6 +20,9 @@ enum class Kind { Integer, Number, Text, Flag, Object, List, Any };
 // What acts may change the program, and its answers say what it cost.
 enum class Effect { Asks, Acts, Waits };
 
+// What a platform must have for it, beside views.
+enum class Needs { Nothing, Input, Windows, RunLoop };
+
 struct Parameter {
   std::string_view name;
   Kind kind;
@@ -38,6 +41,7 @@ struct Method {
   Effect effect;
   // Main thread. Null for what the client's connection does by itself.
   platform::Task<Result> (*handler)(CallRef call);
+  Needs needs = Needs::Nothing;
 };
 
 // All methods, in the order of the reference.

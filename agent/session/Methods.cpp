@@ -107,7 +107,8 @@ const std::vector<Method>& table() {
        {},
        "`protocol`, `version` (of the agent), `pid`, `program` (its file), `toolkit`, `screen` "
        "(`width`, `height`, `scale`), `hasInput` (whether there is a pointer and a keyboard), "
-       "`observesRunLoop` (whether it is known when the main thread is busy), `methods`",
+       "`observesRunLoop` (whether it is known when the main thread is busy), `methods`, `lacking` "
+       "(those of them that this platform has no means for)",
        Effect::Asks,
        app::info},
       {"app.costs",
@@ -126,9 +127,9 @@ const std::vector<Method>& table() {
       {"window.activate", "Makes a window the key window and brings it to the front.", kWindowOnly,
        "nothing", Effect::Acts, window::activate},
       {"window.resize", "Gives a window another size.", kWindowSize,
-       "`width`, `height`: what came of it", Effect::Acts, window::resize},
+       "`width`, `height`: what came of it", Effect::Acts, window::resize, Needs::Windows},
       {"window.close", "Closes a window as a person does; the program may ask back.", kWindowOnly,
-       "nothing", Effect::Acts, window::close},
+       "nothing", Effect::Acts, window::close, Needs::Windows},
       {"window.picture", "A picture of a window.", kWindowOnly,
        "`format` (`png`, or `jpeg` where the platform has no other), `data` (Base64), `width`, "
        "`height`, `scale`",
@@ -147,7 +148,7 @@ const std::vector<Method>& table() {
        "Clicks an element with the mouse, as a person does: in its window, brought into sight, at "
        "a "
        "point where it takes the press.",
-       kElementClick, "nothing", Effect::Acts, element::click},
+       kElementClick, "nothing", Effect::Acts, element::click, Needs::Input},
       {"element.focus", "Gives the element the keyboard.", kElementOnly, "nothing", Effect::Acts,
        element::focus},
       {"element.setText", "Replaces the text of a field or an editor in one go.", kElementText,
@@ -163,14 +164,15 @@ const std::vector<Method>& table() {
        "cell yet or not.",
        kElementText, "nothing", Effect::Acts, element::scrollToText},
       {"input.pointer", "Moves the mouse and its buttons.", kInputPointer, "nothing", Effect::Acts,
-       input::pointer},
-      {"input.wheel", "Turns the wheel.", kInputWheel, "nothing", Effect::Acts, input::wheel},
+       input::pointer, Needs::Input},
+      {"input.wheel", "Turns the wheel.", kInputWheel, "nothing", Effect::Acts, input::wheel,
+       Needs::Input},
       {"input.keys", "Presses keys, with modifiers.", kInputKeys, "nothing", Effect::Acts,
-       input::keys},
+       input::keys, Needs::Input},
       {"input.text", "Gives text to what has the focus, as an input method does.", kInputText,
-       "nothing", Effect::Acts, input::text},
+       "nothing", Effect::Acts, input::text, Needs::Input},
       {"input.drag", "Drags from one place to another.", kInputDrag, "nothing", Effect::Acts,
-       input::drag},
+       input::drag, Needs::Input},
       {"page.list",
        "The web views that are shown, with their pages.",
        {},
@@ -186,7 +188,7 @@ const std::vector<Method>& table() {
       {"wait.for", "Waits until all conditions hold.", kWaitFor, "`waitedMs`", Effect::Waits,
        wait::forConditions},
       {"wait.rest", "Waits until the program has handled nothing for a while.", kWaitRest,
-       "`waitedMs`", Effect::Waits, wait::rest},
+       "`waitedMs`", Effect::Waits, wait::rest, Needs::RunLoop},
       {"cancel",
        "Gives a request of this client up, which is then answered with `cancelled`. What it has "
        "done already stays done.",

@@ -1,6 +1,11 @@
 #include "backends/posix/ProcessInfo.h"
 
+#include <unistd.h>
+
 #include <ctime>
+#include <filesystem>
+#include <fstream>
+#include <system_error>
 
 namespace tarni::posix {
 namespace {
@@ -24,6 +29,23 @@ double ProcessInfo::currentMediaTime() const {
 
 std::uint64_t ProcessInfo::machAbsoluteTime() const {
   return nanoseconds(CLOCK_MONOTONIC);
+}
+
+double ProcessInfo::processorTime() const {
+  return static_cast<double>(nanoseconds(CLOCK_PROCESS_CPUTIME_ID)) * 1e-9;
+}
+
+std::optional<std::uint64_t> ProcessInfo::residentMemory() const {
+  std::ifstream file("/proc/self/statm");
+  std::uint64_t total = 0;
+  std::uint64_t resident = 0;
+  if (!(file >> total >> resident)) return std::nullopt;
+  return resident * static_cast<std::uint64_t>(sysconf(_SC_PAGESIZE));
+}
+
+std::string ProcessInfo::executablePath() const {
+  std::error_code failure;
+  return std::filesystem::read_symlink("/proc/self/exe", failure);
 }
 
 }  // namespace tarni::posix

@@ -17,6 +17,9 @@ class ProcessInfo : public platform::NSProcessInfo {
   bool isOperatingSystemAtLeastVersion(platform::NSOperatingSystemVersion version) const override {
     return version_ >= version;
   }
+  double processorTime() const override;
+  std::optional<std::uint64_t> residentMemory() const override;
+  std::string executablePath() const override;
 
   void setOperatingSystemVersion(platform::NSOperatingSystemVersion version) { version_ = version; }
   void setRespondsToIsOperatingSystemAtLeastVersion(bool responds) {

@@ -5,6 +5,7 @@
 #include <cstdint>
 #include <functional>
 #include <memory>
+#include <optional>
 #include <span>
 #include <string>
 #include <string_view>
@@ -36,6 +37,12 @@ class NSProcessInfo {
   // False on systems too old to know the question below.
   virtual bool respondsToIsOperatingSystemAtLeastVersion() const = 0;
   virtual bool isOperatingSystemAtLeastVersion(NSOperatingSystemVersion version) const = 0;
+  // Seconds that the process has computed, on all processors together.
+  virtual double processorTime() const = 0;
+  // Bytes that the process has in memory; null where the system does not say.
+  virtual std::optional<std::uint64_t> residentMemory() const = 0;
+  // The file that runs; empty where the system does not say.
+  virtual std::string executablePath() const = 0;
 };
 
 // Encodings that every platform brings along. Any thread.

@@ -9,6 +9,7 @@
 #include <cstring>
 
 #include "backends/posix/MachHost.h"
+#include "backends/posix/ProcessInfo.h"
 
 namespace tarni::test {
 
@@ -68,6 +69,18 @@ kern_return_t host_statistics64(mach_port_t, int flavor, host_info64_t words,
   pages.pageouts = statistics->pageOuts;
   pages.faults = statistics->faults;
   std::memcpy(words, &pages, sizeof pages);
+  return KERN_SUCCESS;
+}
+
+kern_return_t task_info(mach_port_t, natural_t flavor, task_info_t words,
+                        mach_msg_type_number_t* count) {
+  const auto resident = tarni::posix::ProcessInfo().residentMemory();
+  if (flavor != MACH_TASK_BASIC_INFO || *count != MACH_TASK_BASIC_INFO_COUNT || !resident) {
+    return kFailure;
+  }
+  mach_task_basic_info_data_t info{};
+  info.resident_size = *resident;
+  std::memcpy(words, &info, sizeof info);
   return KERN_SUCCESS;
 }
 

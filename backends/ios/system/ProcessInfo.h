@@ -12,6 +12,9 @@ class ProcessInfo : public platform::NSProcessInfo {
   std::uint64_t machAbsoluteTime() const override;
   bool respondsToIsOperatingSystemAtLeastVersion() const override;
   bool isOperatingSystemAtLeastVersion(platform::NSOperatingSystemVersion version) const override;
+  double processorTime() const override;
+  std::optional<std::uint64_t> residentMemory() const override;
+  std::string executablePath() const override;
 };
 
 }  // namespace tarni::ios

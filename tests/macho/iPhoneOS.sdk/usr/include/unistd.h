@@ -1,7 +1,6 @@
 #pragma once
 #include <sys/types.h>
 #define _POSIX_TIMERS (-1)
-#define _SC_PAGESIZE 29
 #define _SC_NPROCESSORS_ONLN 58
 #define STDERR_FILENO 2
 __BEGIN_DECLS
@@ -15,9 +14,7 @@ pid_t getpid(void);
 int isatty(int);
 int pipe(int[2]);
 ssize_t read(int, void*, size_t);
-ssize_t readlink(const char*, char*, size_t);
 unsigned sleep(unsigned);
-long sysconf(int);
 int unlink(const char*);
 int usleep(useconds_t);
 ssize_t write(int, const void*, size_t);

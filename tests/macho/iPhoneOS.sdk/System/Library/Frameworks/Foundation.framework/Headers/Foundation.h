@@ -119,6 +119,7 @@ typedef struct {
 
 @interface NSBundle : NSObject
 + (NSBundle*)mainBundle;
+@property(readonly, copy) NSString* executablePath;
 - (id)objectForInfoDictionaryKey:(NSString*)key;
 @end
 
