@@ -115,6 +115,9 @@ uid_t userAtTheOtherEnd(int client) {
 
 Listener::Listener(const std::string& address) {
   if (address.starts_with(kTcpPrefix)) {
+#ifdef NDEBUG
+    refuse(address + ": a port has no lock, so that only the agent's debug builds open one");
+#endif
     descriptor_ = listenOnPort(address);
   } else {
     descriptor_ = listenAtPath(address);

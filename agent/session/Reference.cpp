@@ -23,8 +23,9 @@ A Unix socket of the path that the program finds in `TARNI_SESSION`; `tarni run`
 alone: the folder must be of mode 0700, the socket has mode 0600, and another user's connection is
 closed. It takes the variable out of the environment of the program's children. A path is reached
 across network namespaces, so an isolated program needs no other way. `tcp:127.0.0.1:PORT` instead of
-a path is a port of this machine, without any lock: for devices and their simulators. Without the
-variable there is no channel.
+a path is a port of this machine, without any lock, and therefore in debug builds of the agent alone:
+for devices, where the application's `Info.plist` may say it as `TarniSession`. Without the variable
+there is no channel.
 
 ## What goes over it
 

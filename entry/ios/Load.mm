@@ -1,4 +1,6 @@
 // Starts the agent when the runtime loads its classes, before the application's `main`.
+#include <cstdlib>
+
 #include "backends/ios/Apple.h"
 #include "backends/ios/IosPlatform.h"
 #include "entry/StartAgent.h"
@@ -12,6 +14,12 @@ static std::string scriptsOfApplication() {
   return text ? text : "";
 }
 
+// The same for the session channel, whose address is taken from the environment.
+static void takeSessionOfApplication() {
+  const id address = [[NSBundle mainBundle] objectForInfoDictionaryKey:@"TarniSession"];
+  if ([address isKindOfClass:[NSString class]]) setenv("TARNI_SESSION", [address UTF8String], 0);
+}
+
 @interface TarniAgent : NSObject
 @end
 
@@ -19,6 +27,7 @@ static std::string scriptsOfApplication() {
 
 + (void)load {
   @autoreleasepool {
+    takeSessionOfApplication();
     tarni::entry::startAgent(tarni::ios::iosPlatform(), scriptsOfApplication());
     [[NSNotificationCenter defaultCenter] addObserver:self
                                              selector:@selector(applicationWillTerminate:)
