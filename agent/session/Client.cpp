@@ -3,6 +3,7 @@
 #include <sys/socket.h>
 
 #include <algorithm>
+#include <array>
 #include <cerrno>
 #include <system_error>
 #include <utility>
@@ -30,10 +31,11 @@ SessionError timeoutError(const Call& call) {
           .count();
   const std::string method(call.method().name);
   if (busy > 0) {
+    const std::string work = platform::current().application->currentWork();
     return {errors::kTimeout,
             method + ": the program's main thread has been busy for " + std::to_string(busy) +
-                " ms without a break",
-            {{"busyMs", busy}}};
+                " ms without a break" + (work.empty() ? "" : ", since " + work),
+            {{"busyMs", busy}, {"beganWith", work}}};
   }
   return {errors::kTimeout, method + ": another command has the program's main thread"};
 }
@@ -77,14 +79,11 @@ void Client::readOn() {
 
 // False when there is nothing to be read now.
 bool Client::receive() {
-  const std::size_t before = input_.size();
-  input_.resize(before + kReadSize);
-  const ssize_t length = recv(connection_.get(), input_.data() + before, kReadSize, 0);
-  const int systemCode = errno;
-  input_.resize(before + static_cast<std::size_t>(std::max<ssize_t>(length, 0)));
-  if (length > 0) return true;
-  if (length < 0 && systemCode == EINTR) return true;
-  if (length == 0 || systemCode != EAGAIN) {
+  std::array<char, kReadSize> bytes;
+  const ssize_t length = recv(connection_.get(), bytes.data(), bytes.size(), 0);
+  if (length > 0) input_.append(bytes.data(), static_cast<std::size_t>(length));
+  if (length > 0 || (length < 0 && errno == EINTR)) return true;
+  if (length == 0 || errno != EAGAIN) {
     close();
     return false;
   }
@@ -164,10 +163,13 @@ void Client::perform(const Json& id, const Method& method, Json parameters) {
       [weak = weak_from_this(), queue = queue_, key, id](std::shared_ptr<Result> result,
                                                          const SessionError* error) {
         std::string refusal = error ? errorAnswer(id, *error) : "";
-        queue->async([weak, key, id, result = std::move(result), refusal = std::move(refusal)] {
+        const bool isShort = !result || result->isShort();
+        platform::Block end = [weak, key, id, result = std::move(result),
+                               refusal = std::move(refusal)] {
           const auto self = weak.lock();
           if (self) self->didEnd(key, id, result ? resultAnswer(id, result->text()) : refusal);
-        });
+        };
+        isShort ? queue->runNowOrAsync(std::move(end)) : queue->async(std::move(end));
       });
   armTimer(entry, key);
   entry.call->begin();
@@ -204,7 +206,7 @@ void Client::didEnd(const std::string& key, const Json& id, const std::string& a
   const bool wasFull = !takesRequests();
   requests_.erase(key);
   if (!id.is_discarded()) send(answer);
-  if (wasFull) readOn();
+  if (wasFull) queue_->async(whileAlive([](Client& self) { self.readOn(); }));
 }
 
 // --- out

@@ -2,6 +2,8 @@
 
 #include <algorithm>
 #include <array>
+#include <iterator>
+#include <utility>
 
 #include "agent/session/Description.h"
 #include "agent/session/Elements.h"
@@ -21,15 +23,26 @@ constexpr std::array<std::string_view, 10> kStates{
   throw SessionError(errors::kInvalidArgument, "a condition " + why);
 }
 
+// What conditions ask of a view, called as in its description.
+Json toldOf(const Match& match) {
+  Json told = {{"element", Elements::sharedInstance().handleOf(match.view)},
+               {"text", textOf(match.view).value_or("")},
+               {"visible", match.place.isVisible},
+               {"enabled", match.view->isUserInteractionEnabled()},
+               {"focused", match.view->isFirstResponder()}};
+  if (const auto checked = isChecked(match.view)) told["checked"] = *checked;
+  return told;
+}
+
 // Null for an element that has gone; one that never was is an error.
-std::optional<Match> matchOf(long handle) {
+Json toldOf(Handle handle) {
   try {
     UIViewRef view = Elements::sharedInstance().viewOf(handle);
     const Place place = placeOf(view);
-    return Match{std::move(view), place};
+    return toldOf(Match{std::move(view), place});
   } catch (const SessionError& error) {
     if (error.kind().code != errors::kStaleElement.code) throw;
-    return std::nullopt;
+    return nullptr;
   }
 }
 
@@ -67,11 +80,40 @@ Condition::Condition(const Json& text) : text_(text) {
     refuseCondition("compares with a text");
 }
 
-std::vector<Match> Condition::matches(std::size_t limit) const {
-  if (selector_) return selector_->find(limit);
-  std::optional<Match> match = matchOf(*element_);
-  if (!match) return {};
-  return {*std::move(match)};
+platform::Task<bool> Condition::askPages() {
+  inPages_.clear();
+  const PageElement* const one =
+      element_ ? Elements::sharedInstance().pageElementOf(*element_) : nullptr;
+  if (one) {
+    try {
+      const std::string description = co_await descriptionOf(*one);
+      inPages_.push_back(Json::parse(description));
+    } catch (const SessionError& error) {
+      if (error.kind().code != errors::kStaleElement.code) throw;
+    }
+    co_return true;
+  }
+  if (!selector_ || !selector_->fitsPages()) co_return false;
+  std::vector<UIViewRef> pages;
+  selector_->find(0, &pages);
+  const bool hasPages = !pages.empty();
+  const std::vector<PageNode> nodes = co_await selector_->findIn(std::move(pages), 0);
+  for (const PageNode& node : nodes) inPages_.push_back(Json::parse(node.description));
+  co_return hasPages;
+}
+
+std::vector<Json> Condition::matches(std::size_t limit) const {
+  std::vector<Json> found;
+  if (selector_) {
+    std::vector<UIViewRef> pages;
+    for (const Match& match : selector_->find(limit, &pages)) found.push_back(toldOf(match));
+    hasMetPages_ = !pages.empty() && selector_->fitsPages();
+  } else if (!Elements::sharedInstance().pageElementOf(*element_)) {
+    Json told = toldOf(*element_);
+    if (!told.is_null()) found.push_back(std::move(told));
+  }
+  std::ranges::copy(inPages_, std::back_inserter(found));
+  return found;
 }
 
 bool Condition::windowHolds() const {
@@ -88,18 +130,14 @@ bool Condition::holds() const {
   if (text_.contains("window")) return windowHolds();
   if (text_.contains("count")) return Json(matches(0).size()) == text_["count"];
   // Of what is found several times, one is enough.
-  const std::vector<Match> found = matches(state_ == "there" || state_ == "gone" ? 1 : 0);
+  const std::vector<Json> found = matches(state_ == "there" || state_ == "gone" ? 1 : 0);
   if (state_ == "gone") return found.empty();
-  return std::ranges::any_of(found, [this](const Match& match) {
-    const UIViewRef& view = match.view;
-    if (state_ == "visible") return match.place.isVisible;
-    if (state_ == "enabled") return view->isUserInteractionEnabled();
-    if (state_ == "disabled") return !view->isUserInteractionEnabled();
-    if (state_ == "checked") return isChecked(view) == true;
-    if (state_ == "unchecked") return isChecked(view) == false;
-    if (state_ == "focused") return view->isFirstResponder();
+  return std::ranges::any_of(found, [this](const Json& match) {
     if (state_ == "there") return true;
-    const std::string text = textOf(view).value_or("");
+    if (state_ == "disabled") return match["enabled"] == false;
+    if (state_ == "unchecked") return match.value("checked", Json()) == false;
+    if (!state_.starts_with("text")) return match.value(state_, Json()) == true;
+    const auto& text = match["text"].get_ref<const std::string&>();
     const auto& wanted = text_[state_].get_ref<const std::string&>();
     return state_ == "textIs" ? text == wanted : text.find(wanted) != std::string::npos;
   });
@@ -109,17 +147,10 @@ Json Condition::instead() const {
   constexpr std::size_t kEnough = 5;
   Json told = {{"condition", text_}, {"holds", holds()}};
   if (text_.contains("window")) return told;
-  const std::vector<Match> found = matches(0);
+  std::vector<Json> found = matches(0);
   told["found"] = found.size();
-  Json elements = Json::array();
-  for (const Match& match : found) {
-    if (elements.size() == kEnough) break;
-    elements.push_back({{"element", Elements::sharedInstance().handleOf(match.view)},
-                        {"text", textOf(match.view).value_or("")},
-                        {"visible", match.place.isVisible},
-                        {"enabled", match.view->isUserInteractionEnabled()}});
-  }
-  told["elements"] = std::move(elements);
+  if (found.size() > kEnough) found.resize(kEnough);
+  told["elements"] = std::move(found);
   return told;
 }
 

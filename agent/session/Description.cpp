@@ -51,7 +51,6 @@ void describeItems(const UIViewRef& view, JsonText& text) {
     const platform::ItemPlace place = cell->place();
     text.add("row", place.row);
     text.add("column", place.column);
-    if (const auto expanded = cell->isExpanded()) text.add("expanded", *expanded);
   }
 }
 
@@ -72,9 +71,15 @@ std::optional<std::string> placeholderOf(const UIViewRef& view) {
 }
 
 std::optional<bool> isChecked(const UIViewRef& view) {
-  if (!view->isKindOfClass(uikit::UISwitch)) return std::nullopt;
+  if (!view->isKindOfClass(uikit::UISwitch)) return view->isChecked();
   const auto* const control = kindOf<platform::UISwitch>(view);
   return control ? std::optional(control->isOn()) : std::nullopt;
+}
+
+bool isSecure(const UIViewRef& view) {
+  if (!view->isKindOfClass(uikit::UITextField)) return false;
+  const auto* const field = kindOf<platform::UITextField>(view);
+  return field && field->isSecureTextEntry();
 }
 
 bool isEditable(const UIViewRef& view) {
@@ -82,8 +87,8 @@ bool isEditable(const UIViewRef& view) {
          (view->isKindOfClass(uikit::UITextField) || view->isKindOfClass(uikit::UITextView));
 }
 
-void describe(const UIViewRef& view, const Place& place, JsonText& text) {
-  text.add("element", static_cast<long>(Elements::sharedInstance().handleOf(view)));
+void describe(const UIViewRef& view, Handle handle, const Place& place, JsonText& text) {
+  text.add("element", static_cast<long>(handle));
   text.add("class", view->getClass()->name());
   text.add("text", textOf(view));
   text.add("identifier", view->accessibilityIdentifier());
@@ -96,14 +101,17 @@ void describe(const UIViewRef& view, const Place& place, JsonText& text) {
   text.add("enabled", view->isUserInteractionEnabled());
   text.add("focused", view->isFirstResponder());
   text.add("editable", isEditable(view));
+  if (isSecure(view)) text.add("secure", true);
   if (const auto checked = isChecked(view)) text.add("checked", *checked);
+  if (const auto selected = view->isSelected()) text.add("selected", *selected);
+  if (const auto expanded = view->isExpanded()) text.add("expanded", *expanded);
   if (view->isKindOfClass(uikit::UIWindow)) describeWindow(view, text);
   describeItems(view, text);
 }
 
 void describeWhole(const UIViewRef& view, JsonText& text) {
   const Place place = placeOf(view);
-  describe(view, place, text);
+  describe(view, Elements::sharedInstance().handleOf(view), place, text);
   const platform::UIWindowRef window = view->window();
   platform::CGRect onScreen = place.rect;
   onScreen.origin.x += window->frame().minX();
@@ -129,10 +137,14 @@ std::string_view descriptionInWords() {
          "| `rect` | x, y, width, height in points of its window |\n"
          "| `visible` | neither hidden nor clipped away; what covers it does not count |\n"
          "| `enabled`, `focused`, `editable` | |\n"
-         "| `checked` | of a switch or a check box |\n"
+         "| `secure` | true for a field that does not show what is typed |\n"
+         "| `checked` | of a switch, a check box, a radio button, a button or a menu entry that "
+         "stays down |\n"
+         "| `selected` | of a row, a cell or a tab |\n"
+         "| `expanded` | of a node of a tree |\n"
          "| `title`, `modal`, `popup` | of a window |\n"
          "| `rows`, `columns` | of a list, a table or a tree, at its top level |\n"
-         "| `row`, `column`, `expanded` | of a cell |\n"
+         "| `row`, `column` | of a cell |\n"
          "| `parent`, `index` | in a tree: the handle above it, and its place there |\n"
          "| `screenRect`, `window`, `kinds` | of `element.describe` alone: its rectangle on the "
          "screen, its window's handle, the names of its class and of all that it is a kind of |\n"

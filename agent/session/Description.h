@@ -5,6 +5,7 @@
 #include <string>
 #include <string_view>
 
+#include "agent/session/Elements.h"
 #include "agent/session/JsonText.h"
 #include "agent/session/Survey.h"
 #include "platform/UIKit/UIView.h"
@@ -19,11 +20,12 @@ std::optional<std::string> textOf(const platform::UIViewRef& view);
 std::optional<std::string> placeholderOf(const platform::UIViewRef& view);
 // Null where the question does not arise.
 std::optional<bool> isChecked(const platform::UIViewRef& view);
+bool isSecure(const platform::UIViewRef& view);
 bool isEditable(const platform::UIViewRef& view);
 
 // Writes the members of the description, without brackets. Texts that are nil, and states that the
 // view has not got, are left out.
-void describe(const platform::UIViewRef& view, const Place& place, JsonText& text);
+void describe(const platform::UIViewRef& view, Handle handle, const Place& place, JsonText& text);
 // With the rectangle on the screen, and the chain of the class's kinds.
 void describeWhole(const platform::UIViewRef& view, JsonText& text);
 

@@ -75,17 +75,24 @@ Answer find(CallRef call) {
   const Selector selector(parameters);
   const bool all = parameters.value("all", true);
   const std::size_t limit = all ? parameters.value("limit", std::size_t{0}) : 1;
-  const std::vector<Match> matches = selector.find(limit);
-  if (matches.empty() && !all) {
+  std::vector<UIViewRef> pages;
+  const std::vector<Match> matches = selector.find(limit, &pages);
+  std::vector<PageNode> nodes;
+  if (!pages.empty() && (limit == 0 || matches.size() < limit)) {
+    nodes = co_await selector.findIn(std::move(pages), limit == 0 ? 0 : limit - matches.size());
+  }
+  if (matches.empty() && nodes.empty() && !all) {
     throw SessionError(errors::kNoSuchElement, "nothing on screen is " + selector.inWords());
   }
   JsonText text;
   text.open('[');
   for (const Match& match : matches) {
     text.open('{');
-    session::describe(match.view, match.place, text);
+    const Handle handle = Elements::sharedInstance().handleOf(match.view);
+    session::describe(match.view, handle, match.place, text);
     text.close('}');
   }
+  for (const PageNode& node : nodes) text.raw(node.description);
   text.close(']');
   Result result;
   result.written.emplace_back("elements", text.take());
@@ -204,7 +211,7 @@ Answer setValue(CallRef call) {
 Answer setExpanded(CallRef call) {
   const UIViewRef view = viewIn(call);
   const auto cell = platform::as<platform::UIItemCell>(view);
-  if (!cell || !cell->isExpanded()) refuse(view, "cannot be expanded");
+  if (!cell || !view->isExpanded()) refuse(view, "cannot be expanded");
   co_await cell->setExpanded(call->parameters()["expanded"].get<bool>());
   co_return Result();
 }

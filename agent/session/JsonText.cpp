@@ -30,6 +30,12 @@ void JsonText::write(double value) {
     text_ += "null";
     return;
   }
+  constexpr double kMostWhole = 1e9;
+  if (std::abs(value) < kMostWhole && std::trunc(value) == value) {
+    write(static_cast<long>(value));
+    text_ += ".0";
+    return;
+  }
   std::array<char, 64> digits;
   text_.append(digits.data(),
                nlohmann::detail::to_chars(digits.data(), digits.data() + digits.size(), value));

@@ -26,7 +26,9 @@ class JsonText {
   // Names are the agent's own and need no escaping.
   void key(std::string_view name) {
     separate();
-    text_.append("\"").append(name).append("\":");
+    text_ += '"';
+    text_ += name;
+    text_ += "\":";
   }
   // Items of a list.
   void item(std::string_view value) {

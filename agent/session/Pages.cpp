@@ -1,6 +1,7 @@
 #include "agent/session/Pages.h"
 
 #include "agent/WebView/WebView.h"
+#include "agent/elements/ViewKinds.h"
 #include "agent/session/JsonText.h"
 #include "agent/session/Survey.h"
 #include "platform/UIKit/Classes.h"
@@ -99,13 +100,15 @@ Task<Json> askAbout(PageElement element, std::string function, std::string more)
 
 }  // namespace
 
+bool isPage(const UIViewRef& view) {
+  return view->isKindOfClass(platform::uikit::UIWebView) && kindOf<platform::UIWebView>(view);
+}
+
 std::vector<UIViewRef> webViews() {
   std::vector<UIViewRef> found;
   for (const platform::UIWindowRef& window : shownWindows()) {
     surveyWindow(window, [&found](const Seen& seen) {
-      const bool isOne = seen.view->isKindOfClass(platform::uikit::UIWebView) &&
-                         platform::as<platform::UIWebView>(seen.view);
-      if (isOne) found.push_back(seen.view);
+      if (isPage(seen.view)) found.push_back(seen.view);
       return true;
     });
   }
@@ -114,6 +117,15 @@ std::vector<UIViewRef> webViews() {
 
 Task<std::vector<PageNode>> nodesOf(UIViewRef webView) {
   const Json told = co_await ask(webView, "tarniSessionTree()");
+  co_return nodesIn(webView, told);
+}
+
+Task<std::vector<PageNode>> nodesThatFit(UIViewRef webView, Json members, long within,
+                                         std::size_t limit) {
+  std::string call = "tarniSessionSelect(" +
+                     members.dump(-1, ' ', true, Json::error_handler_t::replace) + "," +
+                     std::to_string(within) + "," + std::to_string(limit) + ")";
+  const Json told = co_await ask(webView, std::move(call));
   co_return nodesIn(webView, told);
 }
 

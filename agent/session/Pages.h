@@ -17,11 +17,16 @@ struct PageNode {
   std::string description;  // JSON text
 };
 
+bool isPage(const platform::UIViewRef& view);
 // All web views that are shown.
 std::vector<platform::UIViewRef> webViews();
 
 // Everything in the page, parents first; nothing while it loads or when it does not answer.
 platform::Task<std::vector<PageNode>> nodesOf(platform::UIViewRef webView);
+// Those with these of a selector's members (an object), at most `limit` (0 for all); `within` is
+// what the page calls the element that they stand in, 0 for the page.
+platform::Task<std::vector<PageNode>> nodesThatFit(platform::UIViewRef webView, Json members,
+                                                   long within, std::size_t limit);
 // By "css", "xpath", "text" or "textContains".
 platform::Task<std::vector<PageNode>> nodesFound(platform::UIViewRef webView, std::string way,
                                                  std::string value);

@@ -1,9 +1,19 @@
 #include "agent/session/Result.h"
 
+#include <algorithm>
+
 namespace tarni::session {
 
 std::string jsonText(const Json& value) {
   return value.dump(-1, ' ', false, Json::error_handler_t::replace);
+}
+
+bool Result::isShort() const {
+  constexpr std::size_t kShort = 4096;
+  std::size_t size = 0;
+  for (const auto& [name, member] : written) size += member.size();
+  const auto isLong = [](const Json& member) { return member.is_string() || member.is_array(); };
+  return !finish && size < kShort && std::ranges::none_of(value, isLong);
 }
 
 std::string Result::text() const {

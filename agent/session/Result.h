@@ -16,6 +16,8 @@ struct Result {
 
   // JSON text, made once. Any thread.
   std::string text() const;
+  // Made in less time than another thread needs to wake.
+  bool isShort() const;
 
   Json value;  // an object
   // Members beside those of `value` whose values are JSON text already.

@@ -1,6 +1,8 @@
 #include "agent/session/Selector.h"
 
+#include <algorithm>
 #include <charconv>
+#include <iterator>
 
 #include "agent/core/state/Utilities_Text.h"
 #include "agent/session/Description.h"
@@ -126,14 +128,14 @@ bool Selector::matches(const Seen& seen) const {
   const UIViewRef& view = seen.view;
   if (class_ && view->getClass()->lowercaseName() != *class_) return false;
   if (kind_ && !isKindNamed(view->getClass(), *kind_)) return false;
-  if (visible_ && seen.place.isVisible != *visible_) return false;
   if (identifier_ && view->accessibilityIdentifier() != *identifier_) return false;
   if (text_ && textOf(view) != *text_) return false;
   if (textContains_ && !Utilities::containsLowercase(textOf(view).value_or(""), *textContains_)) {
     return false;
   }
   if (placeholder_ && placeholderOf(view) != *placeholder_) return false;
-  return !label_ || view->accessibilityLabel() == *label_;
+  if (label_ && view->accessibilityLabel() != *label_) return false;
+  return !visible_ || seen.place().isVisible == *visible_;
 }
 
 std::vector<Match> Selector::byPath() const {
@@ -147,14 +149,21 @@ std::vector<Match> Selector::byPath() const {
   for (const UIViewRef& root : roots) {
     const UIViewRef view = viewAt(root, *xpath_);
     if (!view) continue;
-    const Place place = placeOf(view);
-    if (matches(Seen{view, root, 0, place})) found.push_back({view, place});
+    const Surroundings outer = Surroundings::inside(view->superview());
+    const Seen seen{view, root, 0, 0, outer};
+    if (matches(seen)) found.push_back({view, seen.place()});
   }
   return found;
 }
 
-std::vector<Match> Selector::find(std::size_t limit) const {
+std::vector<Match> Selector::find(std::size_t limit, std::vector<UIViewRef>* pages) const {
   const std::shared_ptr<void> still = platform::current().application->holdStill();
+  const PageElement* const inPage =
+      within_ ? Elements::sharedInstance().pageElementOf(*within_) : nullptr;
+  if (inPage) {
+    if (UIViewRef page = inPage->webView.lock()) pages->push_back(std::move(page));
+    return {};
+  }
   if (xpath_) {
     std::vector<Match> found = byPath();
     if (limit > 0 && found.size() > limit) found.resize(limit);
@@ -162,17 +171,41 @@ std::vector<Match> Selector::find(std::size_t limit) const {
   }
   std::vector<Match> found;
   const auto take = [&](const Seen& seen) {
-    if (matches(seen)) found.push_back({seen.view, seen.place});
+    if (isPage(seen.view)) pages->push_back(seen.view);
+    if (matches(seen)) found.push_back({seen.view, seen.place()});
     return limit == 0 || found.size() < limit;
   };
   if (within_) {
-    surveyBelow(Elements::sharedInstance().viewOf(*within_), take);
+    const UIViewRef outer = Elements::sharedInstance().viewOf(*within_);
+    if (isPage(outer)) pages->push_back(outer);
+    surveyBelow(outer, take);
     return found;
   }
   for (const platform::UIWindowRef& window : shownWindows()) {
     if (!surveyWindow(window, take)) break;
   }
   return found;
+}
+
+platform::Task<std::vector<PageNode>> Selector::findIn(std::vector<UIViewRef> pages,
+                                                       std::size_t limit) const {
+  std::vector<PageNode> found;
+  if (!fitsPages()) co_return found;
+  Json wanted = members_;
+  wanted.erase("within");
+  if (class_) wanted["class"] = *class_;
+  if (textContains_) wanted["textContains"] = *textContains_;
+  const PageElement* const outer =
+      within_ ? Elements::sharedInstance().pageElementOf(*within_) : nullptr;
+  const long within = outer ? outer->node : 0;
+  for (const UIViewRef& page : pages) {
+    const std::size_t room = limit == 0 ? 0 : limit - found.size();
+    Json given = wanted;
+    std::vector<PageNode> nodes = co_await nodesThatFit(page, std::move(given), within, room);
+    std::ranges::move(nodes, std::back_inserter(found));
+    if (limit > 0 && found.size() >= limit) break;
+  }
+  co_return found;
 }
 
 std::string Selector::inWords() const {

@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "agent/session/Method.h"
+#include "agent/session/Pages.h"
 #include "agent/session/Survey.h"
 
 namespace tarni::session {
@@ -25,9 +26,14 @@ class Selector {
   // selector for one that says nothing or what it cannot mean, invalid argument for wrong types.
   explicit Selector(const Json& members);
 
-  // In the order of the tree, at most `limit` (0 for all). Throws SessionError when the element to
-  // search in has gone.
-  std::vector<Match> find(std::size_t limit) const;
+  // Of the views, in the order of the tree, at most `limit` (0 for all); `pages` gets the web views
+  // that were passed. Throws SessionError when the element to search in has gone.
+  std::vector<Match> find(std::size_t limit, std::vector<platform::UIViewRef>* pages) const;
+  // False for what says of its elements what only views have.
+  bool fitsPages() const { return !kind_ && !xpath_; }
+  // Of the elements of these pages.
+  platform::Task<std::vector<PageNode>> findIn(std::vector<platform::UIViewRef> pages,
+                                               std::size_t limit) const;
   // As a person would say it, for errors.
   std::string inWords() const;
 

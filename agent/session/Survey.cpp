@@ -52,6 +52,10 @@ Place placeOf(const UIViewRef& view) {
   return {{{0, 0}, view->bounds().size}, !view->isHidden()};
 }
 
+Place Seen::place() const {
+  return parent ? surroundings.placeOf(view) : session::placeOf(view);
+}
+
 std::vector<platform::UIWindowRef> shownWindows() {
   return platform::current().application->windowsWithKeyWindow();
 }

@@ -42,7 +42,10 @@ struct Seen {
   const platform::UIViewRef& view;
   const platform::UIViewRef& parent;  // null for a window
   std::size_t position;               // among the parent's subviews
-  const Place& place;
+  std::size_t depth;                  // below the root of the survey
+  const Surroundings& surroundings;   // of no meaning for a window
+
+  Place place() const;
 };
 
 // Calls `visit(seen)` for every view below `root`, parents first, siblings back to front; false
@@ -55,9 +58,7 @@ bool surveyBelow(const platform::UIViewRef& root, Visit&& visit) {
   walkSubviews(root, levels, [&](const WalkStep& step) {
     if (!goesOn) return false;
     const std::size_t depth = step.path.size();
-    const Surroundings& outer = surroundings[depth - 1];
-    const Place place = outer.placeOf(step.view);
-    goesOn = visit(Seen{step.view, step.parent(), step.position, place});
+    goesOn = visit(Seen{step.view, step.parent(), step.position, depth, surroundings[depth - 1]});
     if (!goesOn || step.view->subviews().empty()) return false;
     if (surroundings.size() == depth) surroundings.emplace_back();
     surroundings[depth] = surroundings[depth - 1].below(step.view);
@@ -73,8 +74,7 @@ std::vector<platform::UIWindowRef> shownWindows();
 template <typename Visit>
 bool surveyWindow(const platform::UIWindowRef& window, Visit&& visit) {
   const platform::UIViewRef nobody;
-  const Place place{{{0, 0}, window->bounds().size}, !window->isHidden()};
-  return visit(Seen{window, nobody, 0, place}) && surveyBelow(window, visit);
+  return visit(Seen{window, nobody, 0, 0, Surroundings()}) && surveyBelow(window, visit);
 }
 
 }  // namespace tarni::session

@@ -42,7 +42,7 @@ Answer list(CallRef) {
   text.open('[');
   for (const UIWindowRef& window : shownWindows()) {
     text.open('{');
-    describe(window, placeOf(window), text);
+    describe(window, Elements::sharedInstance().handleOf(window), placeOf(window), text);
     text.add("screenRect", window->frame());
     text.add("key", window == key);
     text.add("takesInput", std::ranges::find(reached, window) != reached.end());

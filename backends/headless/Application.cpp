@@ -117,17 +117,20 @@ platform::Task<void> Application::makeKeyWindow(platform::UIWindowRef window) {
 }
 
 void Application::addWindow(const WindowRef& window) {
+  ChangeLog::sharedInstance().noteStructure();
   std::erase(windows_, window);
   windows_.push_back(window);
 }
 
 void Application::removeWindow(const WindowRef& window) {
+  ChangeLog::sharedInstance().noteStructure();
   std::erase(windows_, window);
   if (keyWindow_ == window) keyWindow_ = windows_.empty() ? nullptr : windows_.back();
 }
 
 void Application::setKeyWindow(const WindowRef& window) {
   if (window && std::ranges::find(windows_, window) == windows_.end()) addWindow(window);
+  ChangeLog::sharedInstance().noteStructure();
   keyWindow_ = window;
 }
 

@@ -11,6 +11,7 @@
 #include <string>
 #include <vector>
 
+#include "backends/headless/ChangeLog.h"
 #include "backends/headless/RunLoop.h"
 #include "backends/headless/events/EventLog.h"
 #include "backends/headless/events/SubviewIndex.h"
@@ -51,6 +52,7 @@ class Application : public platform::UIApplication {
   const std::vector<WindowRef>& windows() const { return windows_; }
 
   std::shared_ptr<void> holdStill() override { return SubviewIndex::hold(); }
+  platform::ViewChanges takeViewChanges() override { return ChangeLog::sharedInstance().take(); }
 
   // --- events
   platform::UITouchRef makeTouch() override;

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "backends/headless/ChangeLog.h"
 #include "backends/headless/drawing/Renderer.h"
 #include "backends/headless/events/GestureRecognizer.h"
 #include "backends/headless/events/SubviewIndex.h"
@@ -79,6 +80,14 @@ View::Extras& View::extras() {
   return *extras_;
 }
 
+void View::contentChanged() {
+  if (window_) ChangeLog::sharedInstance().noteContent(weak_from_this().lock());
+}
+
+void View::structureChanged() const {
+  if (window_) ChangeLog::sharedInstance().noteStructure();
+}
+
 // --- tree
 
 UIViewRef View::superview() const {
@@ -99,6 +108,7 @@ void View::insertSubview(const ViewRef& view, std::size_t index) {
   const auto place = static_cast<std::ptrdiff_t>(std::min(index, subviews_.size()));
   subviews_.insert(subviews_.begin() + place, view);
   view->superview_ = this;
+  structureChanged();
   view->setWindowOfTree(window_);
 }
 
@@ -118,6 +128,7 @@ void View::removeFromSuperview() {
 }
 
 void View::removeAllSubviews() {
+  structureChanged();
   const std::vector<UIViewRef> removed = std::exchange(subviews_, {});
   for (const UIViewRef& view : removed) {
     static_cast<View&>(*view).superview_ = nullptr;
@@ -131,6 +142,7 @@ void View::bringSubviewToFront(const ViewRef& view) {
 
 // The window stays as it was: the caller sets it, once, to what follows.
 void View::detach() {
+  structureChanged();
   auto& siblings = superview_->subviews_;
   const auto found = std::find_if(siblings.rbegin(), siblings.rend(),
                                   [this](const UIViewRef& view) { return view.get() == this; });
@@ -184,7 +196,7 @@ CGPoint View::center() const {
 
 void View::setBounds(const CGRect& bounds) {
   if (bounds_ == bounds) return;
-  bounds_ = bounds;
+  setStructure(bounds_, bounds);
   layoutSubviews();
 }
 
@@ -193,12 +205,12 @@ void View::setFrame(const CGRect& frame) {
   if (!transform_.isIdentity()) {
     size = CGRectApplyAffineTransform({{}, size}, transform_.inverted()).size;
   }
-  center_ = {frame.midX(), frame.midY()};
+  setCenter({frame.midX(), frame.midY()});
   setBounds({bounds_.origin, size});
 }
 
 void View::setTransform(const CGAffineTransform& transform) {
-  transform_ = transform;
+  setStructure(transform_, transform);
 }
 
 CGAffineTransform View::transformToSuperview() const {
@@ -274,6 +286,7 @@ bool View::focus() {
   if (View* const previous = window_->firstResponder_) previous->resignFirstResponder();
   if (!window_) return false;
   window_->firstResponder_ = this;
+  contentChanged();
   didBecomeFirstResponder();
   return true;
 }
@@ -281,6 +294,7 @@ bool View::focus() {
 void View::resignFirstResponder() {
   if (!isFirstResponder()) return;
   window_->firstResponder_ = nullptr;
+  contentChanged();
   didResignFirstResponder();
 }
 
@@ -339,23 +353,23 @@ std::optional<std::string> View::accessibilityHint() const {
 }
 
 void View::setAccessibilityIdentifier(std::optional<std::string> text) {
-  extras().identifier = std::move(text);
+  setContent(extras().identifier, std::move(text));
 }
 
 void View::setAccessibilityLanguage(std::optional<std::string> text) {
-  extras().language = std::move(text);
+  setContent(extras().language, std::move(text));
 }
 
 void View::setAccessibilityValue(std::optional<std::string> text) {
-  extras().value = std::move(text);
+  setContent(extras().value, std::move(text));
 }
 
 void View::setAccessibilityLabel(std::optional<std::string> text) {
-  extras().label = std::move(text);
+  setContent(extras().label, std::move(text));
 }
 
 void View::setAccessibilityHint(std::optional<std::string> text) {
-  extras().hint = std::move(text);
+  setContent(extras().hint, std::move(text));
 }
 
 UIViewRef View::valueForKey(std::string_view key) const {

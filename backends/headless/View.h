@@ -13,6 +13,7 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <type_traits>
 #include <utility>
 #include <vector>
 
@@ -39,9 +40,9 @@ class View : public platform::UIView {
 
   // --- class
   platform::Class getClass() const override { return class_; }
-  void setClass(platform::Class cls) { class_ = cls; }
+  void setClass(platform::Class cls) { setContent(class_, cls); }
   // A class of that name below the present one, made when it is missing.
-  void setClassName(std::string_view name) { class_ = platform::defineClass(name, class_); }
+  void setClassName(std::string_view name) { setClass(platform::defineClass(name, class_)); }
 
   // --- tree
   platform::UIViewRef superview() const override;
@@ -69,7 +70,7 @@ class View : public platform::UIView {
   void setBounds(const platform::CGRect& bounds);
   // Sets the centre and the size of the bounds such that `frame` gives the rectangle.
   void setFrame(const platform::CGRect& frame);
-  void setCenter(platform::CGPoint center) { center_ = center; }
+  void setCenter(platform::CGPoint center) { setStructure(center_, center); }
   void setTransform(const platform::CGAffineTransform& transform);
   // From the view's coordinates into those of its superview.
   platform::CGAffineTransform transformToSuperview() const;
@@ -88,10 +89,10 @@ class View : public platform::UIView {
   bool isUserInteractionEnabled() const override { return userInteractionEnabled_; }
   double alpha() const { return alpha_; }
   std::optional<platform::CGColor> backgroundColor() const { return backgroundColor_; }
-  void setHidden(bool hidden) { hidden_ = hidden; }
+  void setHidden(bool hidden) { setStructure(hidden_, hidden); }
   void setOpaque(bool opaque) { opaque_ = opaque; }
-  void setClipsToBounds(bool clips) { clipsToBounds_ = clips; }
-  void setUserInteractionEnabled(bool enabled) { userInteractionEnabled_ = enabled; }
+  void setClipsToBounds(bool clips) { setStructure(clipsToBounds_, clips); }
+  void setUserInteractionEnabled(bool enabled) { setContent(userInteractionEnabled_, enabled); }
   void setAlpha(double alpha) { alpha_ = alpha; }
   void setBackgroundColor(std::optional<platform::CGColor> color) { backgroundColor_ = color; }
 
@@ -144,6 +145,19 @@ class View : public platform::UIView {
   virtual bool prefersItselfToRecognizers() const { return false; }
 
  protected:
+  // Every setter of what the agent can ask says so, in one of these ways (ChangeLog.h).
+  void contentChanged();
+  void structureChanged() const;
+  template <typename Member>
+  void setContent(Member& member, std::type_identity_t<Member> value) {
+    member = std::move(value);
+    contentChanged();
+  }
+  template <typename Member>
+  void setStructure(Member& member, std::type_identity_t<Member> value) {
+    member = std::move(value);
+    structureChanged();
+  }
   // The bounds have changed: place the subviews.
   virtual void layoutSubviews() {}
   // Called once focus has come or gone.

@@ -176,6 +176,7 @@ NSData* UIImageJPEGRepresentation(UIImage* image, CGFloat quality);
 @interface UITextField : UIControl
 @property(nonatomic, copy) NSString* text;
 @property(nonatomic, copy) NSString* placeholder;
+@property(nonatomic, getter=isSecureTextEntry) BOOL secureTextEntry;
 @end
 
 @interface UISwitch : UIControl
@@ -199,6 +200,7 @@ NSData* UIImageJPEGRepresentation(UIImage* image, CGFloat quality);
 
 @interface UITableViewCell : UIView
 @property(nonatomic, readonly) UILabel* textLabel;
+@property(nonatomic, getter=isSelected) BOOL selected;
 @end
 
 typedef NSInteger UITouchPhase;

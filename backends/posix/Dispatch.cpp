@@ -42,10 +42,7 @@ class QueuedSource : public platform::DispatchSource {
 
  private:
   static platform::Block deliver(const std::shared_ptr<Handler>& handler) {
-    if (const auto serial = std::dynamic_pointer_cast<SerialQueue>(handler->queue)) {
-      return [serial, handler] { serial->runNowOrAsync(unlessCancelled(handler)); };
-    }
-    return [handler] { handler->queue->async(unlessCancelled(handler)); };
+    return [handler] { handler->queue->runNowOrAsync(unlessCancelled(handler)); };
   }
 
   std::shared_ptr<Handler> handler_;

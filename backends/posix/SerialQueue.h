@@ -24,11 +24,8 @@ class SerialQueue : public platform::DispatchQueue,
   bool isConcurrent() const override { return false; }
   bool isCurrent() const override;
   void async(platform::Block block) override;
+  void runNowOrAsync(platform::Block block) override;
   void sync(const platform::Block& block) override;
-
-  // Runs `block` on the calling thread when the queue is idle, else appends it: saves the change
-  // of threads for short blocks.
-  void runNowOrAsync(platform::Block block);
 
  private:
   using Lock = std::unique_lock<std::mutex>;

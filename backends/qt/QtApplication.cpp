@@ -145,6 +145,10 @@ bool QtApplication::setRunLoopObserver(platform::RunLoopObserver* observer) {
   return true;
 }
 
+std::string QtApplication::currentWork() const {
+  return workSinceWake();
+}
+
 bool QtApplication::openURL(std::string_view url) {
   return QDesktopServices::openUrl(QUrl(QString::fromStdString(std::string(url))));
 }

@@ -36,6 +36,7 @@ class QtApplication : public platform::UIApplication {
   platform::Task<platform::CFRunLoopRunResult> runLoopRunInMode(
       std::string mode, double seconds, bool returnAfterSourceHandled) override;
   bool setRunLoopObserver(platform::RunLoopObserver* observer) override;
+  std::string currentWork() const override;
   bool openURL(std::string_view url) override;
 
  private:

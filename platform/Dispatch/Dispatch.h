@@ -24,6 +24,9 @@ class DispatchQueue {
   virtual bool isCurrent() const = 0;
   // Runs `block` later, in order when the queue is serial.
   virtual void async(Block block) = 0;
+  // Runs `block` on the calling thread when the queue is idle and the platform can do so, otherwise
+  // later: saves short blocks the change of threads.
+  virtual void runNowOrAsync(Block block) { async(std::move(block)); }
   // Runs `block` and waits for its end. Called on the queue itself it runs at once.
   virtual void sync(const Block& block) = 0;
 };

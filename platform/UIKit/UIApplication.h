@@ -20,6 +20,15 @@ inline constexpr const char* kCFRunLoopDefaultMode = "kCFRunLoopDefaultMode";
 
 enum class CFRunLoopRunResult { Finished = 1, Stopped = 2, TimedOut = 3, HandledSource = 4 };
 
+// What may have changed among the views that are shown since somebody asked before.
+struct ViewChanges {
+  // False: anything may have.
+  bool areKnown = false;
+  // What is told of these, and of those that they stand in, may be different. Where all views
+  // stand, which there are and which of them are hidden is as it was.
+  std::vector<UIViewRef> views;
+};
+
 class UIApplication {
  public:
   virtual ~UIApplication() = default;
@@ -41,6 +50,9 @@ class UIApplication {
   // stands where, say), until it is let go of or the application runs. Null when it keeps nothing.
   virtual std::shared_ptr<void> holdStill() { return nullptr; }
 
+  // Since the last call. A backend names no views unless it hears of every change there is.
+  virtual ViewChanges takeViewChanges() { return {}; }
+
   // A fresh touch with nothing set.
   virtual UITouchRef makeTouch() = 0;
   // The one touches event of the application, cleared and refilled for every send.
@@ -58,6 +70,9 @@ class UIApplication {
   // One observer; null takes it off. It is called from then on, and lives until it is taken off.
   // False on a platform that cannot tell.
   virtual bool setRunLoopObserver(RunLoopObserver*) { return false; }
+  // What the main thread has been busy with since it woke, as the observer will be told. Any
+  // thread; empty when it is not known.
+  virtual std::string currentWork() const { return {}; }
 
   // Hands the address to the program that the system has for it. False when there is none.
   virtual bool openURL(std::string_view url) = 0;

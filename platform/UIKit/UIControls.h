@@ -42,6 +42,8 @@ class UITextField {
   // The typed text; empty when nothing was typed.
   virtual std::string text() const = 0;
   virtual Task<void> setText(std::string text) = 0;
+  // True for one that shows dots or nothing instead of the text.
+  virtual bool isSecureTextEntry() const = 0;
 };
 
 class UITextView {

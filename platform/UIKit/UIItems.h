@@ -30,8 +30,7 @@ class UIItemCell {
   virtual ~UIItemCell() = default;
   // Below the node that it stands under, in a tree.
   virtual ItemPlace place() const = 0;
-  // Null for what cannot be expanded.
-  virtual std::optional<bool> isExpanded() const = 0;
+  // Only of one that says whether it is expanded.
   virtual Task<void> setExpanded(bool expanded) = 0;
 };
 

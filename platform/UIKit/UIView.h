@@ -76,6 +76,12 @@ class UIView : public std::enable_shared_from_this<UIView> {
   // The classes of the gesture recognizers, in order. Valid as `subviews` is.
   virtual std::span<const Class> gestureRecognizers() const = 0;
 
+  // Null where the question does not arise: a row, a tab; a check box, a button that stays down, an
+  // entry of a menu; a node of a tree.
+  virtual std::optional<bool> isSelected() const { return std::nullopt; }
+  virtual std::optional<bool> isChecked() const { return std::nullopt; }
+  virtual std::optional<bool> isExpanded() const { return std::nullopt; }
+
   // --- description; null is nil
 
   virtual long tag() const = 0;

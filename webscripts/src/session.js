@@ -50,6 +50,10 @@ function shownText(element) {
   return !element.firstElementChild || element.matches(telling) ? textOf(element) : '';
 }
 
+function labelOf(element) {
+  return element.getAttribute('aria-label') || element.title;
+}
+
 function describe(element) {
   const { left, top, width, height } = rectangleOf(element);
   const parent = parentAcross(element);
@@ -68,7 +72,7 @@ function describe(element) {
     editable: editableAt(element) === element,
   };
   if (element.id) told.identifier = element.id;
-  const label = element.getAttribute('aria-label') || element.title;
+  const label = labelOf(element);
   if (label) told.label = label;
   if (element.placeholder) told.placeholder = element.placeholder;
   if (/^(checkbox|radio)$/.test(typeOf(element))) told.checked = element.checked;
@@ -115,6 +119,42 @@ function byPath(path) {
   return found;
 }
 
+const parts = {
+  class: (element, value) => tagOf(element).toLowerCase() === value,
+  identifier: (element, value) => element.id === value,
+  label: (element, value) => labelOf(element) === value,
+  placeholder: (element, value) => element.placeholder === value,
+  text: (element, value) => shownText(element) === value,
+  textContains: (element, value) => shownText(element).toLowerCase().includes(value),
+  visible: (element, value) => isRendered(element) === value,
+};
+
+function fits(element, wanted) {
+  const names = Object.keys(wanted);
+  for (let i = 0; i < names.length; i += 1) {
+    if (!parts[names[i]](element, wanted[names[i]])) return false;
+  }
+  return true;
+}
+
+function isInside(element, outer) {
+  let at = parentAcross(element);
+  while (at && at !== outer) at = parentAcross(at);
+  return Boolean(at);
+}
+
+// `root` is the number of the element to search in, 0 for the page; `most` is 0 for all.
+function select(wanted, root, most) {
+  const outer = root && elementOf(root);
+  const everything = root && !outer ? [] : all();
+  const found = [];
+  for (let i = 0; i < everything.length && (!most || found.length < most); i += 1) {
+    const isThere = !outer || isInside(everything[i], outer);
+    if (isThere && fits(everything[i], wanted)) found[found.length] = everything[i];
+  }
+  return found;
+}
+
 function setText(element, text) {
   element.focus();
   if (isRichText(element)) {
@@ -152,6 +192,7 @@ define({
     if (way === 'xpath') return answer(byPath(value));
     return answer(search(document, '', way === 'text' ? 'text' : 'partialtext', value));
   }),
+  tarniSessionSelect: guarded((wanted, root, most) => answer(select(wanted, root, most))),
   tarniSessionDescribe: guarded((number) => {
     const element = elementOf(number);
     return element ? answer([element]) : JSON.stringify({ page, gone: true });

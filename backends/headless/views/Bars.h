@@ -17,7 +17,7 @@ class BarItem : public Control, public platform::UITitledItem {
                    platform::Class cls = platform::uikit::UIBarButtonItem);
 
   std::optional<std::string> title() const override { return title_; }
-  void setTitle(std::optional<std::string> title) { title_ = std::move(title); }
+  void setTitle(std::optional<std::string> title) { setContent(title_, std::move(title)); }
 
   void drawContent(Canvas& canvas) const override;
 

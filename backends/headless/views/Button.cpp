@@ -18,7 +18,7 @@ Button::Button(std::optional<std::string> title, platform::Class cls) : Control(
 }
 
 void Button::setTitle(std::optional<std::string> title) {
-  title_ = std::move(title);
+  setContent(title_, std::move(title));
   if (!label_ && title_) {
     label_ = std::make_shared<Label>(std::nullopt, titleLabelClass());
     label_->setTextStyle(style_);

@@ -40,7 +40,7 @@ class Control : public View, public platform::UIControl {
 
   // A disabled control takes touches and does nothing with them.
   bool isEnabled() const { return enabled_; }
-  void setEnabled(bool enabled) { enabled_ = enabled; }
+  void setEnabled(bool enabled) { setContent(enabled_, enabled); }
   // While a finger presses it.
   bool isHighlighted() const { return highlighted_; }
 

@@ -7,7 +7,7 @@ namespace tarni::headless {
 ItemsView::ItemsView(platform::Class cls) : ScrollView(cls) {}
 
 void ItemsView::setItems(long count, CellSource source) {
-  count_ = std::max(0L, count);
+  setStructure(count_, std::max(0L, count));
   source_ = std::move(source);
   reloadData();
 }
@@ -15,7 +15,7 @@ void ItemsView::setItems(long count, CellSource source) {
 void ItemsView::reloadData() {
   removeCellsOutside(0, 0);
   reusable_.clear();
-  selectedItem_ = -1;
+  setStructure(selectedItem_, -1);
   layoutSubviews();
 }
 
@@ -50,7 +50,7 @@ long ItemsView::itemOfCell(const View& cell) const {
 
 void ItemsView::select(long item) {
   if (item < 0 || item >= count_) return;
-  selectedItem_ = item;
+  setStructure(selectedItem_, item);
   const auto action = selected_;
   if (action) action(item);
 }

@@ -16,7 +16,7 @@ class Label : public View, public platform::UILabel {
                  platform::Class cls = platform::uikit::UILabel);
 
   std::optional<std::string> labelText() const override { return text_; }
-  void setText(std::optional<std::string> text) { text_ = std::move(text); }
+  void setText(std::optional<std::string> text) { setContent(text_, std::move(text)); }
   const TextStyle& textStyle() const { return style_; }
   void setTextStyle(const TextStyle& style) { style_ = style; }
 

@@ -46,7 +46,7 @@ std::optional<std::string> SegmentedControl::titleForSegmentAtIndex(long index) 
 
 void SegmentedControl::select(long index) {
   if (index < -1 || index >= numberOfSegments()) throwOutOfRange(index);
-  selected_ = index;
+  setContent(selected_, index);
 }
 
 std::string SegmentedControl::currentValue() const {
@@ -69,7 +69,7 @@ platform::Task<void> SegmentedControl::chooseValue(std::string value) {
 void SegmentedControl::tapped(platform::CGPoint point) {
   for (std::size_t index = 0; index < titles_.size(); ++index) {
     if (!child(index).frame().contains(point) || selected_ == static_cast<long>(index)) continue;
-    selected_ = static_cast<long>(index);
+    select(static_cast<long>(index));
     sendActions(ControlEvent::ValueChanged);
     return;
   }

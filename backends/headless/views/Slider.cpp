@@ -19,7 +19,7 @@ Slider::Slider(double value, platform::Class cls) : Control(cls) {
 }
 
 void Slider::setValue(double value) {
-  value_ = std::clamp(value, 0.0, 1.0);
+  setContent(value_, std::clamp(value, 0.0, 1.0));
 }
 
 std::string Slider::currentValue() const {

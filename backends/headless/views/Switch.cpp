@@ -11,12 +11,12 @@ Switch::Switch(bool on, platform::Class cls) : Control(cls), on_(on) {
 }
 
 platform::Task<void> Switch::setOn(bool on) {
-  on_ = on;
+  turn(on);
   co_return;
 }
 
 void Switch::tapped(platform::CGPoint) {
-  on_ = !on_;
+  turn(!on_);
   sendActions(ControlEvent::ValueChanged);
 }
 

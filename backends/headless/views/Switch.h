@@ -14,7 +14,7 @@ class Switch : public Control, public platform::UISwitch {
   bool isOn() const override { return on_; }
   platform::Task<void> setOn(bool on) override;
   // The same without a task.
-  void turn(bool on) { on_ = on; }
+  void turn(bool on) { setContent(on_, on); }
   void onChange(Action action) { addAction(ControlEvent::ValueChanged, std::move(action)); }
 
   void drawContent(Canvas& canvas) const override;

@@ -33,6 +33,12 @@ platform::ItemPlace TableViewCell::place() const {
   return {table ? table->itemOfCell(*this) : 0, 0};
 }
 
+std::optional<bool> TableViewCell::isSelected() const {
+  const auto* const table = dynamic_cast<const ItemsView*>(parent());
+  if (!table) return std::nullopt;
+  return table->itemOfCell(*this) == table->selectedItem();
+}
+
 void TableViewCell::layoutSubviews() {
   const platform::CGSize size = bounds().size;
   contentView_->setFrame({{0, 0}, size});

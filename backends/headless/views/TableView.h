@@ -19,7 +19,7 @@ class TableViewCell : public View, public platform::UITableViewCell, public plat
 
   std::optional<std::string> cellText() const override { return label_->labelText(); }
   platform::ItemPlace place() const override;
-  std::optional<bool> isExpanded() const override { return std::nullopt; }
+  std::optional<bool> isSelected() const override;
   platform::Task<void> setExpanded(bool) override { co_return; }
   void setText(std::optional<std::string> text) { label_->setText(std::move(text)); }
   const ViewRef& contentView() const { return contentView_; }

@@ -31,13 +31,13 @@ TextField::TextField(std::optional<std::string> placeholder, platform::Class cls
 }
 
 platform::Task<void> TextField::setText(std::string text) {
-  text_ = std::move(text);
+  replaceText(std::move(text));
   co_return;
 }
 
 bool TextField::type(std::string_view text) {
   if (!isFirstResponder()) return false;
-  text_ += text;
+  replaceText(text_.append(text));
   sendActions(ControlEvent::EditingChanged);
   return true;
 }

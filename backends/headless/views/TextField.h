@@ -14,16 +14,19 @@ class TextField : public Control, public platform::UITextField {
                      platform::Class cls = platform::uikit::UITextField);
 
   std::optional<std::string> placeholder() const override { return placeholder_; }
-  void setPlaceholder(std::optional<std::string> text) { placeholder_ = std::move(text); }
+  void setPlaceholder(std::optional<std::string> text) {
+    setContent(placeholder_, std::move(text));
+  }
   std::string text() const override { return text_; }
   // As the application sets it: nobody is told.
   platform::Task<void> setText(std::string text) override;
-  void replaceText(std::string text) { text_ = std::move(text); }
+  void replaceText(std::string text) { setContent(text_, std::move(text)); }
   // As a person types it: appended, and the editing-changed actions run. Only while it has the
   // focus; false otherwise.
   bool type(std::string_view text);
   // The text is drawn as dots.
-  void setSecure(bool secure) { secure_ = secure; }
+  bool isSecureTextEntry() const override { return secure_; }
+  void setSecure(bool secure) { setContent(secure_, secure); }
 
   void drawContent(Canvas& canvas) const override;
 

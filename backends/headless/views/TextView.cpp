@@ -12,7 +12,7 @@ TextView::TextView(std::string text, platform::Class cls)
 
 bool TextView::type(std::string_view text) {
   if (!isFirstResponder()) return false;
-  text_ += text;
+  setText(text_.append(text));
   return true;
 }
 

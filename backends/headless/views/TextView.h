@@ -14,7 +14,7 @@ class TextView : public ScrollView, public platform::UITextView {
   explicit TextView(std::string text = {}, platform::Class cls = platform::uikit::UITextView);
 
   std::optional<std::string> textViewText() const override { return text_; }
-  void setText(std::string text) { text_ = std::move(text); }
+  void setText(std::string text) { setContent(text_, std::move(text)); }
   // As a person types it: appended. Only while it has the focus; false otherwise.
   bool type(std::string_view text);
 

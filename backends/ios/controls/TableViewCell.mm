@@ -9,6 +9,13 @@ class TableViewCell : public View, public platform::UITableViewCell {
  public:
   using View::View;
 
+  std::optional<bool> isSelected() const override {
+    return ask("isSelected", [&]() -> bool {
+      const bool isKnown = [native() respondsToSelector:@selector(isSelected)];
+      return isKnown && [as<::UITableViewCell>() isSelected];
+    });
+  }
+
   // The cell's own `text` is deprecated: a system may no longer have it.
   std::optional<std::string> cellText() const override {
     return toText(ask("text", [&] {

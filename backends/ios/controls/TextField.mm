@@ -19,6 +19,13 @@ class TextField : public ControlView, public platform::UITextField {
     return toTextOrEmpty(ask("text", [&] { return [as<::UITextField>() text]; }));
   }
 
+  bool isSecureTextEntry() const override {
+    return ask("isSecureTextEntry", [&]() -> bool {
+      const bool isKnown = [native() respondsToSelector:@selector(isSecureTextEntry)];
+      return isKnown && [as<::UITextField>() isSecureTextEntry];
+    });
+  }
+
   platform::Task<void> setText(std::string text) override {
     return completed([field = Owned(as<::UITextField>()), text = std::move(text)] {
       guarded([&] { [field.get() setText:toNSString(text)]; });

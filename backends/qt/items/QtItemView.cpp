@@ -153,10 +153,21 @@ QRect QtCell::placeIn(const QAbstractItemView& view) const {
   return view.visualRect(index());
 }
 
-std::optional<std::string> QtCell::accessibilityValue() const {
+std::optional<bool> QtCell::isSelected() const {
+  const QAbstractItemView* const view = itemView();
+  if (!view || !view->selectionModel()) return std::nullopt;
+  return view->selectionModel()->isSelected(index());
+}
+
+std::optional<bool> QtCell::isChecked() const {
   const QVariant state = itemView() ? index().data(Qt::CheckStateRole) : QVariant();
   if (!state.isValid()) return std::nullopt;
-  return checkText(state.toInt() == Qt::Checked);
+  return state.toInt() == Qt::Checked;
+}
+
+std::optional<std::string> QtCell::accessibilityValue() const {
+  const auto checked = isChecked();
+  return checked ? std::optional(checkText(*checked)) : std::nullopt;
 }
 
 std::optional<std::string> QtCell::accessibilityLabel() const {
@@ -215,10 +226,16 @@ platform::Task<void> QtTreeNode::sendActionsForControlEvents(std::uint32_t) {
   co_return;
 }
 
-std::optional<std::string> QtTreeNode::accessibilityValue() const {
+std::optional<bool> QtTreeNode::isExpanded() const {
   const auto* const tree = static_cast<const QTreeView*>(widget());
   if (!tree) return std::nullopt;
-  return tree->isExpanded(index().sibling(index().row(), 0)) ? "expanded" : "collapsed";
+  return tree->isExpanded(index().sibling(index().row(), 0));
+}
+
+std::optional<std::string> QtTreeNode::accessibilityValue() const {
+  const auto expanded = isExpanded();
+  if (!expanded) return std::nullopt;
+  return *expanded ? "expanded" : "collapsed";
 }
 
 // -------------------------------------------------------------------------------------- QtItemView

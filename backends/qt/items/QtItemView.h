@@ -55,6 +55,8 @@ class QtCell final : public QtItemPart,
   std::shared_ptr<QtTreeNode> node() const;
 
   platform::ItemPlace place() const override;
+  std::optional<bool> isSelected() const override;
+  std::optional<bool> isChecked() const override;
   std::optional<bool> isExpanded() const override;
   platform::Task<void> setExpanded(bool expanded) override;
 
@@ -99,6 +101,7 @@ class QtTreeNode final : public QtItemPart, public platform::UIControl, public p
   platform::Task<void> sendActionsForControlEvents(std::uint32_t events) override;
   // The row's text: a click changes the state, and the node is the same before and after.
   std::optional<std::string> currentTitle() const override { return text(); }
+  std::optional<bool> isExpanded() const override;
   std::optional<std::string> accessibilityValue() const override;
   std::optional<std::string> accessibilityLabel() const override { return currentTitle(); }
 

@@ -11,6 +11,7 @@
 #include <array>
 #include <atomic>
 #include <cstring>
+#include <mutex>
 #include <string>
 
 #include "backends/qt/program/QtProgram.h"
@@ -38,7 +39,7 @@ class LoopWatch {
 
   void wait() {
     if (!observer_ || std::exchange(isWaiting_, true)) return;
-    observer_->willWait(name());
+    observer_->willWait(name_ = work());
     // Who is not told of the end of the wait takes the first event for it.
     begin();
   }
@@ -49,6 +50,7 @@ class LoopWatch {
 
   void note(const QObject& receiver, const QEvent& event) {
     wake();
+    const std::lock_guard lock(mutex_);
     if (isOfAgent(receiver)) {
       sawAgent_ = true;
       return;
@@ -60,29 +62,30 @@ class LoopWatch {
     isLookingForFirst = receiver.isWindowType();
   }
 
+  std::string work() {
+    const std::lock_guard lock(mutex_);
+    if (type_ == QEvent::None) return std::string(sawAgent_ ? platform::kMainQueueAlone : "");
+    static const QMetaEnum types = QMetaEnum::fromType<QEvent::Type>();
+    const char* const known = types.valueToKey(type_);
+    return std::string(known ? known : "User") + ' ' + className_.data();
+  }
+
  private:
   void begin() {
+    const std::lock_guard lock(mutex_);
     type_ = QEvent::None;
     sawAgent_ = false;
     isLookingForFirst = true;
   }
 
-  std::string_view name() {
-    if (type_ == QEvent::None) return sawAgent_ ? platform::kMainQueueAlone : std::string_view();
-    static const QMetaEnum types = QMetaEnum::fromType<QEvent::Type>();
-    const char* const known = types.valueToKey(type_);
-    name_ = known ? known : "User";
-    name_ += ' ';
-    name_ += className_.data();
-    return name_;
-  }
-
   RunLoopObserver* observer_ = nullptr;
   bool isWaiting_ = false;
+  std::string name_;
+
+  std::mutex mutex_;  // guards what follows
   bool sawAgent_ = false;
   QEvent::Type type_ = QEvent::None;
   std::array<char, 128> className_{};  // of an object that may be gone when it is asked for
-  std::string name_;
 };
 
 LoopWatch& loopWatch() {
@@ -130,6 +133,10 @@ void hookOnce() {
 }
 
 }  // namespace
+
+std::string workSinceWake() {
+  return loopWatch().work();
+}
 
 void watchLoops(RunLoopObserver* observer) {
   if (!observer) return loopWatch().stop();

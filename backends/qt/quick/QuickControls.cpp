@@ -2,9 +2,11 @@
 
 #include <private/qquickflickable_p.h>
 
+#include <QtQml/qqml.h>
 #include <QtCore/QCoreApplication>
 #include <QtGui/QInputMethodEvent>
 #include <QtGui/QTextDocumentFragment>
+#include <QtQml/QQmlContext>
 #include <algorithm>
 #include <vector>
 
@@ -29,7 +31,20 @@ std::optional<std::string> readText(const QQuickItem& item) {
   return nonEmpty(withoutMarkup(item.property("text").toString(), format));
 }
 
-// Its own text, or the first that stands in it.
+// What a delegate is given, as a property of its own or in the context that it was made in.
+QVariant ofDelegate(const QQuickItem& item, const char* name) {
+  const QVariant own = item.property(name);
+  if (own.isValid()) return own;
+  const QQmlContext* const context = qmlContext(&item);
+  return context ? context->contextProperty(QLatin1String(name)) : QVariant();
+}
+
+double clamped(double value, double first, double last) {
+  return std::max(first, std::min(value, last));
+}
+
+}  // namespace
+
 std::optional<std::string> shownText(const QQuickItem& item) {
   if (auto own = ownText(item)) return own;
   std::vector<const QQuickItem*> waiting{&item};
@@ -44,12 +59,6 @@ std::optional<std::string> shownText(const QQuickItem& item) {
   }
   return std::nullopt;
 }
-
-double clamped(double value, double first, double last) {
-  return std::max(first, std::min(value, last));
-}
-
-}  // namespace
 
 std::shared_ptr<QuickView> makeQuickView(QQuickItem& item, QuickKind kind) {
   switch (kind) {
@@ -102,6 +111,16 @@ std::optional<std::string> QuickButton::currentTitle() const {
   return titleOrName(ownText(*item()));
 }
 
+std::optional<bool> QuickButton::isSelected() const {
+  if (!item() || !item()->inherits("QQuickTabButton")) return std::nullopt;
+  return item()->property("checked").toBool();
+}
+
+std::optional<bool> QuickButton::isChecked() const {
+  if (!item() || isSelected() || !item()->property("checkable").toBool()) return std::nullopt;
+  return item()->property("checked").toBool();
+}
+
 bool QuickSwitch::isOn() const {
   return item() && item()->property("checked").toBool();
 }
@@ -122,6 +141,10 @@ std::optional<std::string> QuickTextField::placeholder() const {
 
 std::string QuickTextField::text() const {
   return utf8(QuickView::text("text"));
+}
+
+bool QuickTextField::isSecureTextEntry() const {
+  return item() && item()->property("echoMode").toInt() != 0;
 }
 
 Task<void> QuickTextField::setText(std::string text) {
@@ -157,6 +180,40 @@ Task<void> QuickScrollView::setContentOffset(CGPoint offset, bool) {
     const double lastY = target->contentHeight() - target->height() + target->bottomMargin();
     target->setContentX(target->originX() + clamped(offset.x, -target->leftMargin(), lastX));
     target->setContentY(target->originY() + clamped(offset.y, -target->topMargin(), lastY));
+  });
+}
+
+platform::ItemPlace QuickCell::place() const {
+  if (!item()) return {};
+  const auto number = [this](const char* name) { return ofDelegate(*item(), name); };
+  const QVariant row = number("row");
+  if (row.isValid()) return {row.toInt(), number("column").toInt()};
+  return {number("index").toInt(), 0};
+}
+
+std::optional<bool> QuickCell::isSelected() const {
+  if (!item()) return std::nullopt;
+  for (const char* const name : {"selected", "highlighted"}) {
+    const QVariant own = item()->property(name);
+    if (own.isValid() && own.toBool()) return true;
+  }
+  const QQuickItem* const list = listOfCell(*item());
+  return list && list->property("currentItem").value<QQuickItem*>() == item();
+}
+
+std::optional<bool> QuickCell::isExpanded() const {
+  if (!item() || !isTreeRow(*item()) || !item()->property("hasChildren").toBool()) {
+    return std::nullopt;
+  }
+  return item()->property("expanded").toBool();
+}
+
+Task<void> QuickCell::setExpanded(bool expanded) {
+  return performAsInput([row = QPointer(item()), expanded] {
+    const QQuickItem* const tree = row ? listOfCell(*row) : nullptr;
+    if (!tree || row->property("expanded").toBool() == expanded) return;
+    QMetaObject::invokeMethod(const_cast<QQuickItem*>(tree), "toggleExpanded",
+                              Q_ARG(int, ofDelegate(*row, "row").toInt()));
   });
 }
 

@@ -3,8 +3,12 @@
 
 #include "backends/qt/quick/QuickView.h"
 #include "platform/UIKit/UIControls.h"
+#include "platform/UIKit/UIItems.h"
 
 namespace tarni::qt {
+
+// The item's own text, or the first that stands in it; null for none.
+std::optional<std::string> shownText(const QQuickItem& item);
 
 std::shared_ptr<QuickView> makeQuickView(QQuickItem& item, QuickKind kind);
 
@@ -26,6 +30,8 @@ class QuickButton final : public QuickControl, public platform::UIButton {
  public:
   using QuickControl::QuickControl;
   std::optional<std::string> currentTitle() const override;
+  std::optional<bool> isSelected() const override;
+  std::optional<bool> isChecked() const override;
 };
 
 class QuickSwitch final : public QuickControl, public platform::UISwitch {
@@ -46,6 +52,7 @@ class QuickTextField final : public QuickControl, public platform::UITextField {
   // hold, and the program hears once that it was edited, of no keys. A field that a person could
   // not type into stays as it is.
   platform::Task<void> setText(std::string text) override;
+  bool isSecureTextEntry() const override;
 };
 
 class QuickTextView final : public QuickView, public platform::UITextView {
@@ -63,9 +70,16 @@ class QuickScrollView : public QuickView, public platform::UIScrollView {
 };
 
 // A delegate of a list, a table or a grid.
-class QuickCell final : public QuickView, public platform::UITableViewCell {
+class QuickCell final : public QuickView,
+                        public platform::UITableViewCell,
+                        public platform::UIItemCell {
  public:
   using QuickView::QuickView;
+  platform::ItemPlace place() const override;
+  // As the delegate shows it, or the one that is its list's current item.
+  std::optional<bool> isSelected() const override;
+  std::optional<bool> isExpanded() const override;
+  platform::Task<void> setExpanded(bool expanded) override;
   // The delegate's own text, or else the first text in it.
   std::optional<std::string> cellText() const override;
 };

@@ -172,8 +172,7 @@ const QQuickItem* listOfDelegate(const QQuickItem& item, const char* attachedCla
 // A field takes text wherever it stands, also as a cell.
 QuickKind kindOfDelegate(const QQuickItem& item, QuickKind own) {
   if (own == QuickKind::TextField) return own;
-  const QQuickItem* list = listOfDelegate(item, "QQuickItemViewAttached");
-  if (!list) list = listOfDelegate(item, "QQuickTableViewAttached");
+  const QQuickItem* const list = listOfCell(item);
   if (!list || showsItemsOfItsOwn(*list)) return own;
   for (const char* const frame : {"headerItem", "footerItem"}) {
     if (list->property(frame).value<QQuickItem*>() == &item) return own;
@@ -193,6 +192,11 @@ bool isTreeNode(const QQuickItem& item) {
 }
 
 }  // namespace
+
+const QQuickItem* listOfCell(const QQuickItem& item) {
+  const QQuickItem* const list = listOfDelegate(item, "QQuickItemViewAttached");
+  return list ? list : listOfDelegate(item, "QQuickTableViewAttached");
+}
 
 const QObject* popupOfItem(const QQuickItem& item) {
   if (!item.inherits("QQuickPopupItem")) return nullptr;

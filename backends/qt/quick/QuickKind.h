@@ -42,6 +42,9 @@ QuickKind kindOfItem(const QQuickItem& item);
 platform::Class classOfItem(const QQuickItem& item, QuickKind kind);
 platform::Class classOfWindow(const QQuickWindow& window);
 
+// The list, table or tree that the item is a delegate of, or null.
+const QQuickItem* listOfCell(const QQuickItem& item);
+
 // The popup that the item shows, or null.
 const QObject* popupOfItem(const QQuickItem& item);
 

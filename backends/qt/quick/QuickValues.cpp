@@ -152,6 +152,25 @@ bool moveToRow(QQuickItem& view, int row) {
   return view.setProperty("contentY", std::min(height * row / rows, last));
 }
 
+// Where the model has no texts the delegates make them: they come on screen one after the other,
+// as a person would look for them.
+int rowWithDelegate(QQuickItem& list, const QString& text) {
+  constexpr int kMostLookedAt = 5000;
+  if (!list.inherits("QQuickItemView")) return -1;
+  const double left = number(list, "contentX");
+  const double top = number(list, "contentY");
+  const int rows = std::min(list.property("count").toInt(), kMostLookedAt);
+  for (int row = 0; row < rows && moveToRow(list, row); ++row) {
+    QQuickItem* cell = nullptr;
+    QMetaObject::invokeMethod(&list, "itemAtIndex", Q_RETURN_ARG(QQuickItem*, cell),
+                              Q_ARG(int, row));
+    if (cell && shownText(*cell) == utf8(text)) return row;
+  }
+  list.setProperty("contentX", left);
+  list.setProperty("contentY", top);
+  return -1;
+}
+
 }  // namespace
 
 bool hasValue(const QQuickItem& item) {
@@ -191,7 +210,8 @@ Task<bool> QuickItems::scrollToText(std::string text) {
   const auto isFound = std::make_shared<bool>(false);
   std::function<void()> show = [isFound, target = Item(item()),
                                 text = QString::fromStdString(text)] {
-    const int row = target ? rowWithText(*target, text) : -1;
+    int row = target ? rowWithText(*target, text) : -1;
+    if (row < 0 && target) row = rowWithDelegate(*target, text);
     *isFound = row >= 0;
     if (row < 0 || moveToRow(*target, row)) return;
     throw platform::NSException(platform::NSGenericException, "The list cannot be moved to a row");

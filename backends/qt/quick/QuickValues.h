@@ -33,8 +33,8 @@ class QuickItems final : public QuickScrollView, public platform::UIItems {
   long numberOfRows() const override;
   long numberOfColumns() const override;
   // By the role that holds the text ("display", "text", "name", "title", "modelData"), as far as
-  // the model is one of the toolkit's or a list of texts. Throws for a table or a tree that cannot
-  // be moved to a row.
+  // the model is one of the toolkit's or a list of texts, otherwise by what the delegates of the
+  // first 5,000 rows show. Throws for a table or a tree that cannot be moved to a row.
   platform::Task<bool> scrollToText(std::string text) override;
 };
 

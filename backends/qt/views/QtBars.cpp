@@ -73,6 +73,10 @@ bool QtTabs::isEnabled(Key key) const {
   return tabs(*this).isTabEnabled(indexOf(key));
 }
 
+std::optional<bool> QtTabs::isSelected(Key key) const {
+  return tabs(*this).currentIndex() == indexOf(key);
+}
+
 void QtTabs::collectKeys(std::vector<Key>& keys) const {
   for (int index = 0; index < tabs(*this).count(); ++index) {
     if (tabs(*this).isTabVisible(index)) keys.push_back(keyAt(index));
@@ -126,10 +130,15 @@ std::optional<std::string> QtActions::identifierOf(Key key) const {
   return nonEmpty(actionOf(key)->objectName());
 }
 
-std::optional<std::string> QtActions::valueOf(Key key) const {
+std::optional<bool> QtActions::isChecked(Key key) const {
   const QAction& action = *actionOf(key);
   if (!action.isCheckable()) return std::nullopt;
-  return checkText(action.isChecked());
+  return action.isChecked();
+}
+
+std::optional<std::string> QtActions::valueOf(Key key) const {
+  const auto checked = isChecked(key);
+  return checked ? std::optional(checkText(*checked)) : std::nullopt;
 }
 
 void QtActions::collectKeys(std::vector<Key>& keys) const {

@@ -67,6 +67,12 @@ std::optional<std::string> QtButton::currentTitle() const {
   return button ? titleOrName(nonEmpty(withoutMnemonic(button->text()))) : std::nullopt;
 }
 
+std::optional<bool> QtButton::isChecked() const {
+  const auto* const button = static_cast<QAbstractButton*>(widget());
+  if (!button || !button->isCheckable()) return std::nullopt;
+  return button->isChecked();
+}
+
 QRect QtSwitch::shape() const {
   auto* const box = qobject_cast<QCheckBox*>(widget());
   const QRect whole = QtView::shape();
@@ -99,6 +105,11 @@ std::optional<std::string> QtTextField::placeholder() const {
 std::string QtTextField::text() const {
   const auto* const edit = static_cast<QLineEdit*>(widget());
   return edit ? utf8(edit->text()) : std::string();
+}
+
+bool QtTextField::isSecureTextEntry() const {
+  const auto* const edit = static_cast<QLineEdit*>(widget());
+  return edit && edit->echoMode() != QLineEdit::Normal;
 }
 
 platform::Task<void> QtTextField::setText(std::string text) {

@@ -31,6 +31,7 @@ class QtButton : public QtControl, public platform::UIButton {
   using QtControl::QtControl;
   QRect shape() const override;
   std::optional<std::string> currentTitle() const override;
+  std::optional<bool> isChecked() const override;
 };
 
 class QtSwitch final : public QtControl, public platform::UISwitch {
@@ -56,6 +57,7 @@ class QtTextField final : public QtControl, public platform::UITextField {
   // Replaces the text as a keyboard would: validators and the length limit hold, the program hears
   // of one edit, and the person can undo it. A field that takes no keys stays as it is.
   platform::Task<void> setText(std::string text) override;
+  bool isSecureTextEntry() const override;
 };
 
 }  // namespace tarni::qt

@@ -40,6 +40,14 @@ std::optional<std::string> QtDrawnButton::accessibilityIdentifier() const {
   return widget() ? source_.identifierOf(key_) : std::nullopt;
 }
 
+std::optional<bool> QtDrawnButton::isSelected() const {
+  return widget() ? source_.isSelected(key_) : std::nullopt;
+}
+
+std::optional<bool> QtDrawnButton::isChecked() const {
+  return widget() ? source_.isChecked(key_) : std::nullopt;
+}
+
 std::optional<std::string> QtDrawnButton::accessibilityValue() const {
   return widget() ? source_.valueOf(key_) : std::nullopt;
 }

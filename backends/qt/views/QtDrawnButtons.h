@@ -24,6 +24,8 @@ class QtButtonSource {
   virtual bool isEnabled(Key key) const = 0;
   virtual std::optional<std::string> identifierOf(Key) const { return std::nullopt; }
   virtual std::optional<std::string> valueOf(Key) const { return std::nullopt; }
+  virtual std::optional<bool> isSelected(Key) const { return std::nullopt; }
+  virtual std::optional<bool> isChecked(Key) const { return std::nullopt; }
 
   virtual void collectKeys(std::vector<Key>& keys) const = 0;
   // The button at that point of the widget; null where there is none.
@@ -46,6 +48,8 @@ class QtDrawnButton final : public QtPart, public platform::UIControl, public pl
   // Also while its widget has no room for it: a menu bar folds what does not fit into a menu.
   bool isHidden() const override;
   bool isUserInteractionEnabled() const override;
+  std::optional<bool> isSelected() const override;
+  std::optional<bool> isChecked() const override;
   std::optional<std::string> currentTitle() const override;
   std::optional<std::string> accessibilityIdentifier() const override;
   std::optional<std::string> accessibilityValue() const override;

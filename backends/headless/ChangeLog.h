@@ -1,0 +1,26 @@
+// ChangeLog: what changes among the views in windows, from the first time that somebody asks. Main
+// thread.
+#pragma once
+
+#include "platform/UIKit/UIApplication.h"
+
+namespace tarni::headless {
+
+class ChangeLog {
+ public:
+  static ChangeLog& sharedInstance();
+
+  // What the view tells of itself is different.
+  void noteContent(platform::UIViewRef view);
+  // Which views there are, where they stand and which are hidden is different.
+  void noteStructure() { hasStructureChanged_ = true; }
+
+  platform::ViewChanges take();
+
+ private:
+  // Where nobody asks nothing is kept.
+  bool hasStructureChanged_ = true;
+  std::vector<platform::UIViewWeakRef> views_;
+};
+
+}  // namespace tarni::headless
