@@ -67,7 +67,40 @@ void OrderPage::pressPicture() {
                     {"arguments", {object, {{"type", "string"}, {"data", ""}}}}});
 }
 
+// The values of `call` are JSON texts, separated by commas.
+std::string OrderPage::session(const std::string& call) {
+  const std::size_t open = call.find('(');
+  const std::string name = call.substr(0, open);
+  const json values = json::parse("[" + call.substr(open + 1, call.rfind(')') - open - 1) + "]");
+  const bool isOfOne = !values.empty() && values[0].is_number();
+  json nodes = json::array();
+  for (std::size_t number = 1; number <= elements_.size(); ++number) {
+    Element& element = elements_[number - 1];
+    const json told = {{"node", number},
+                       {"parent", 0},
+                       {"class", lowercase(element.tag)},
+                       {"text", element.tag == "INPUT" ? element.value : element.text},
+                       {"width", 100},
+                       {"height", 20},
+                       {"visible", true},
+                       {"enabled", true},
+                       {"focused", false}};
+    const json wanted = isOfOne ? json{{"node", values[0]}} : values.empty() ? json() : values[0];
+    bool isFit = true;
+    for (const auto& [part, value] : wanted.items()) isFit = isFit && told[part] == value;
+    if (!isFit) continue;
+    nodes.push_back(told);
+    if (name == "tarniSessionClick") click(&element);
+    if (name == "tarniSessionSetText") type(&element, values[1]);
+  }
+  return json{{"page", "order"}, {"nodes", nodes}}.dump();
+}
+
 std::string OrderPage::evaluate(const std::string& script) {
+  const std::size_t called = script.find("?tarniSession");
+  if (called != std::string::npos) {
+    return session(script.substr(called + 1, script.rfind(':') - called - 1));
+  }
   const std::string name = script.substr(0, script.find('('));
   if (name == "IsInjectionDone") return "DONE";
   if (name == "startRecording") return takeSteps();

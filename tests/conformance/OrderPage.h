@@ -33,6 +33,7 @@ class OrderPage {
   };
 
   static bool fits(const Element& element, const std::string& accessor, const std::string& value);
+  std::string session(const std::string& call);
   std::string takeSteps();
   std::string find(const std::vector<std::string>& values, bool isInForm);
   std::string identifier(std::size_t place) const;

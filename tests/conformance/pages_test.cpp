@@ -3,11 +3,13 @@
 #include <gmock/gmock.h>
 
 #include <filesystem>
+#include <map>
 #include <optional>
 #include <ostream>
 
 #include "tests/support/Display.h"
 #include "tests/support/Program.h"
+#include "tests/support/SessionWire.h"
 #include "tests/support/Wire.h"
 
 namespace tarni::test {
@@ -56,6 +58,7 @@ class ConformancePages : public testing::TestWithParam<PageSubject> {
       // The engine of Qt 6 frees objects of its own as if they were smaller.
       environment["ASAN_OPTIONS"] += ":new_delete_type_mismatch=0";
     }
+    environment["TARNI_SESSION"] = session_.socket();
     program_ = std::make_unique<Program>(
         std::vector{built("bin/" + GetParam().program), built("share/tarni/pages/form.html")},
         environment);
@@ -76,6 +79,7 @@ class ConformancePages : public testing::TestWithParam<PageSubject> {
     return found.size() == 1 ? found[0] : "no " + tag + " " + value + "\n" + program_->output();
   }
 
+  const SessionFolder session_;
   std::unique_ptr<Program> program_;
   std::optional<Display> display_;
 
@@ -94,6 +98,41 @@ INSTANTIATE_TEST_SUITE_P(
                     PageSubject{"PagesQuick5", "web-quick-sample-5", Point{172, 285}},
                     PageSubject{"PagesQuick6", "web-quick-sample-6", Point{172, 245}}),
     [](const auto& info) { return info.param.name; });
+
+// Found, awaited and acted on like views.
+TEST_P(ConformancePages, StandBelowTheirViewInTheTreeOfTheSession) {
+  const SessionWire wire(session_.socket());
+  const auto awaitThat = [&](json condition) {
+    wire.ask("wait.for",
+             {{"conditions", json::array({std::move(condition)})}, {"timeout", 20'000}});
+  };
+  const auto find = [&](json selector) {
+    selector["all"] = false;
+    return wire.ask("element.find", selector)["elements"][0];
+  };
+  const json send = {{"class", "button"}, {"text", "Send order"}};
+  awaitThat({{"find", send}, {"is", "visible"}});
+  const json button = find(send);
+  const json tree = wire.ask("tree.get", json::object());
+  std::map<long, long> parents;
+  for (const json& one : tree["elements"]) {
+    parents[one["element"].get<long>()] = one.value("parent", 0L);
+  }
+  long above = button["element"];
+  while (above != 0 && above != button["page"]) above = parents[above];
+  EXPECT_EQ(above, button["page"]) << "it stands in its web view";
+  EXPECT_NE(parents[above], 0) << "which stands in a window";
+
+  const json field = {
+      {"element", find({{"class", "input"}, {"within", button["page"]}})["element"]}};
+  wire.ask("element.setText", {{"element", field["element"]}, {"text", "Ada"}});
+  awaitThat({{"element", field["element"]}, {"textIs", "Ada"}});
+  wire.ask("element.click", {{"element", button["element"]}});
+  awaitThat({{"find", {{"class", "output"}}}, {"textIs", "sent by Ada"}});
+  const json changes = wire.ask("tree.get", {{"since", tree["version"]}});
+  EXPECT_FALSE(changes["whole"]);
+  EXPECT_THAT(changes["elements"].dump(), HasSubstr("sent by Ada"));
+}
 
 TEST_P(ConformancePages, AreRecordedSearchedTypedIntoClickedAndRead) {
   const Wire recorder(kRecorderPort);

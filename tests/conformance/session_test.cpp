@@ -2,6 +2,8 @@
 #include <gmock/gmock.h>
 #include <sys/stat.h>
 
+#include <map>
+
 #include "tests/conformance/Subject.h"
 #include "tests/support/SessionWire.h"
 
@@ -60,6 +62,71 @@ TEST_P(ConformanceSession, ElementsStayAndTheTreeTellsWhatChanged) {
   EXPECT_THAT(described["kinds"], testing::Contains("UITextField"));
   const std::string found = playback().one("UITextField", "text", "User name");
   EXPECT_EQ(playback().output("gettext", found), "Ada Ω 🐦") << "the fixed port sees the same";
+}
+
+// A client's copy of the tree, kept by what it is told of changes.
+class TreeCopy {
+ public:
+  explicit TreeCopy(const SessionWire& wire) : wire_(wire) { update(); }
+
+  // How many elements were told.
+  std::size_t update() {
+    const json answer =
+        wire_.ask("tree.get", version_ == 0 ? json::object() : json{{"since", version_}});
+    version_ = answer["version"];
+    for (const json& gone : answer.value("gone", json::array())) elements_.erase(gone.get<long>());
+    for (const json& one : answer["elements"]) elements_[one["element"].get<long>()] = one;
+    return answer["elements"].size();
+  }
+  void expectWhole(const std::string& after) {
+    const std::size_t told = update();
+    std::map<long, json> whole;
+    const json answer = wire_.ask("tree.get", json::object());
+    for (const json& one : answer["elements"]) whole[one["element"].get<long>()] = one;
+    // Where a caret blinks or a window comes up something may change between the two.
+    if (answer["version"] != version_) return expectWhole(after);
+    EXPECT_EQ(json(elements_), json(whole)) << after;
+    EXPECT_GT(told, 0U) << after;
+    EXPECT_LT(told, whole.size() + 1) << after;
+  }
+
+ private:
+  const SessionWire& wire_;
+  long version_ = 0;
+  std::map<long, json> elements_;
+};
+
+TEST_P(ConformanceSession, WhatIsToldOfChangesAddsUpToTheTree) {
+  const SessionWire one = client();
+  TreeCopy copy(one);
+  const bool hasInput = one.ask("app.info", json::object())["hasInput"];
+  const auto click = [&](const std::string& text) {
+    if (hasInput) {
+      one.ask("element.click", {{"element", handle(one, {{"kind", "UIButton"}, {"text", text}})}});
+    } else {
+      playback().command("clickelement", playback().one("UIButton", "text", text));
+    }
+  };
+  one.ask("element.setText",
+          {{"element", handle(one, {{"placeholder", "User name"}})}, {"text", "Ada"}});
+  copy.expectWhole("a text");
+  click("Log in");
+  one.ask("wait.for", {{"conditions", json::array({shows("Hello, Ada")})}});
+  copy.expectWhole("a label");
+  one.ask("element.setValue", {{"element", handle(one, {{"kind", "UISwitch"}})}, {"value", true}});
+  copy.expectWhole("a switch");
+  const json list = find(one, {{"kind", "UITableView"}});
+  if (list.contains("rows")) {
+    EXPECT_EQ(list["rows"], 20);
+    one.ask("element.scrollToText", {{"element", list["element"]}, {"text", "Row 20"}});
+    copy.expectWhole("rows");
+  }
+  click(find(one, {{"textContains", "details"}})["text"]);
+  one.ask("wait.for", {{"conditions", json::array({shows("Really?")})}});
+  copy.expectWhole("a dialog that came");
+  click("OK");
+  one.ask("wait.for", {{"conditions", json::array({shows("Accepted")})}});
+  copy.expectWhole("a dialog that went");
 }
 
 // The other client is answered meanwhile, and what it does ends the wait.

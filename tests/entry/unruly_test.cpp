@@ -4,6 +4,7 @@
 #include <gtest/gtest.h>
 
 #include "tests/support/Program.h"
+#include "tests/support/SessionWire.h"
 #include "tests/support/Wire.h"
 
 namespace tarni::test {
@@ -18,9 +19,10 @@ const nlohmann::json kNothing = nlohmann::json::array();
 class Unruly : public testing::TestWithParam<std::string> {
  protected:
   void start(const std::string& argument = "") {
+    Program::Environment environment = agentEnvironment();
+    environment["TARNI_SESSION"] = session_.socket();
     program_ = std::make_unique<Program>(
-        std::vector<std::string>{built("bin/qt-unruly-" + GetParam()), argument},
-        agentEnvironment());
+        std::vector<std::string>{built("bin/qt-unruly-" + GetParam()), argument}, environment);
     playback_ = std::make_unique<Playback>();
     ASSERT_TRUE(shows("Ready")) << program_->output();
   }
@@ -32,6 +34,7 @@ class Unruly : public testing::TestWithParam<std::string> {
     return eventually([&] { return playback().find("UILabel", "text", text).size() == 1; });
   }
 
+  const SessionFolder session_;
   std::unique_ptr<Program> program_;
   std::unique_ptr<Playback> playback_;
 };
@@ -50,6 +53,28 @@ TEST_P(Unruly, OnesThatBlockAreWaitedForWithTheSocketsAlive) {
   for (int answers = 0; answers < 2; ++answers) EXPECT_EQ(playback().wire().readMessage(), "[]");
   EXPECT_TRUE(shows("Blocked"));
   EXPECT_GE(steady_clock::now() - before, std::chrono::seconds(3));
+}
+
+// Who does not want to wait is told what there is to wait for; the others are answered after it.
+TEST_P(Unruly, OnesThatBlockAreNamedToSessions) {
+  start();
+  const SessionWire one(session_.socket());
+  const SessionWire other(session_.socket());
+  const nlohmann::json found = one.ask("element.find", {{"text", "Block"}, {"all", false}});
+  one.send("element.click", {{"element", found["elements"][0]["element"]}}, 1);
+  nlohmann::json error;
+  ASSERT_TRUE(eventually([&] {
+    other.send("app.info", {{"timeout", 300}}, 1);
+    const nlohmann::json answer = other.answer();
+    error = answer.value("error", nlohmann::json());
+    return !error.is_null();
+  }));
+  one.send("tree.get", nlohmann::json::object(), 2);
+  EXPECT_EQ(error["data"]["error"], "timeout");
+  EXPECT_THAT(error["data"]["beganWith"].get<std::string>(), testing::StartsWith("MouseButton"));
+  EXPECT_GT(error["data"]["busyMs"], 100);
+  EXPECT_TRUE(one.answer()["result"].contains("costs"));
+  EXPECT_THAT(one.answer()["result"]["elements"].dump(), testing::HasSubstr("Blocked"));
 }
 
 TEST_P(Unruly, OnesThatEndInAGestureEndAsTheyWouldAlone) {

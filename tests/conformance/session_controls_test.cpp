@@ -1,0 +1,143 @@
+// The session channel on every kind of control, on widgets and items of Qt.
+#include <gmock/gmock.h>
+
+#include "tests/conformance/Subject.h"
+#include "tests/support/SessionWire.h"
+
+namespace tarni::test {
+namespace {
+
+using nlohmann::json;
+using testing::HasSubstr;
+
+Subject controls(const std::string& name, const std::string& program) {
+  Program::Environment environment = agentEnvironment();
+  environment["QT_QUICK_BACKEND"] = "software";
+  return {name, {built("bin/" + program)}, environment};
+}
+
+class SessionControls : public testing::TestWithParam<Subject> {
+ protected:
+  void SetUp() override {
+    Program::Environment environment = GetParam().environment;
+    environment["TARNI_SESSION"] = folder_.socket();
+    program_ = std::make_unique<Program>(GetParam().command, environment);
+    wire_ = std::make_unique<SessionWire>(folder_.socket());
+  }
+  void TearDown() override {
+    if (HasFailure()) std::printf("%s\n", program_->output().c_str());
+  }
+  bool isQuick() const { return GetParam().name.starts_with("Quick"); }
+  json ask(const std::string& method, const json& parameters) const {
+    return wire_->ask(method, parameters);
+  }
+  json find(json selector) const {
+    selector["all"] = false;
+    return ask("element.find", selector)["elements"][0];
+  }
+  long named(const std::string& identifier) const {
+    return find({{"identifier", identifier}})["element"];
+  }
+  json described(long element) const {
+    return ask("element.describe", {{"element", element}})["description"];
+  }
+  void awaitOf(json what, const std::string& is) const {
+    what["is"] = is;
+    ask("wait.for", {{"conditions", json::array({what})}});
+  }
+  void awaitText(const std::string& text) const {
+    awaitOf({{"find", {{"kind", "UILabel"}, {"text", text}}}}, "there");
+  }
+  // A choice of the control's, as a person makes it: the program hears of it and says so.
+  void choose(long element, const json& value, const std::string& heard) const {
+    ask("element.setValue", {{"element", element}, {"value", value}});
+    awaitText(heard);
+  }
+
+  const SessionFolder folder_;
+  std::unique_ptr<Program> program_;
+  std::unique_ptr<SessionWire> wire_;
+};
+INSTANTIATE_TEST_SUITE_P(On, SessionControls,
+                         testing::Values(controls("Widgets5", "qt-controls-5"),
+                                         controls("Widgets6", "qt-controls-6"),
+                                         controls("Quick5", "quick-controls-5"),
+                                         controls("Quick6", "quick-controls-6")),
+                         subjectName);
+
+TEST_P(SessionControls, TakeValuesAndTellThem) {
+  const struct {
+    const char* identifier;
+    json value;
+    const char* shown;
+  } cases[] = {{"colour", "Blue", "Blue"},
+               {"size", "Large", "Large"},
+               {"count", 7, "7"},
+               {"volume", 42, "42"},
+               {"line", "Ω 🐦", "Ω 🐦"}};
+  for (const auto& [identifier, value, shown] : cases) {
+    const long control = named(identifier);
+    choose(control, value, std::string(identifier) + "=" + shown);
+    EXPECT_EQ(described(control)["text"], shown) << identifier;
+  }
+  const long check = named("check");
+  EXPECT_EQ(described(check)["checked"], false);
+  choose(check, true, "check=on");
+  EXPECT_EQ(described(check)["checked"], true);
+  choose(find({{"kind", "UITabBar"}})["element"], "Two", "tabs=Two");
+  EXPECT_EQ(find({{"kind", "UIButton"}, {"text", "Two"}})["selected"], true);
+  EXPECT_EQ(find({{"kind", "UIButton"}, {"text", "One"}})["selected"], false);
+  EXPECT_EQ(find({{"identifier", "toggle"}})["checked"], false);
+  EXPECT_EQ(find({{"text", "Ride"}})["checked"], false);
+  wire_->send("element.setValue", {{"element", named("colour")}, {"value", "Pink"}}, 1);
+  const json refused = wire_->answer()["error"];
+  EXPECT_EQ(refused["data"]["error"], "invalid argument");
+  EXPECT_THAT(refused["message"].get<std::string>(), HasSubstr("Violet"));
+}
+
+TEST_P(SessionControls, ListsTablesAndTreesTellAndShowTheirItems) {
+  const long list = named("list");
+  EXPECT_EQ(described(list)["rows"], 30);
+  ask("element.scrollToText", {{"element", list}, {"text", "Row 30"}});
+  const json cell = find({{"kind", "UITableViewCell"}, {"text", "Row 30"}, {"visible", true}});
+  EXPECT_EQ(cell["row"], 29) << cell;
+  EXPECT_EQ(cell["selected"], false);
+  ask("element.click", {{"element", cell["element"]}});
+  awaitText("list=Row 30");
+  EXPECT_EQ(described(cell["element"])["selected"], true);
+  wire_->send("element.scrollToText", {{"element", list}, {"text", "Row 31"}}, 1);
+  EXPECT_EQ(wire_->answer()["error"]["data"]["error"], "no such element");
+  const json table = described(named("table"));
+  EXPECT_EQ(table["rows"], isQuick() ? 3 : 4);
+  EXPECT_EQ(table["columns"], 3);
+  if (GetParam().name == "Quick5") return;  // has no trees
+  const json branch = find({{"kind", "UITableViewCell"}, {"text", "Herbs"}});
+  EXPECT_EQ(branch["expanded"], false) << branch;
+  ask("element.setExpanded", {{"element", branch["element"]}, {"expanded", true}});
+  awaitOf({{"find", {{"kind", "UITableViewCell"}, {"text", "Thyme"}}}}, "visible");
+  EXPECT_EQ(described(branch["element"])["expanded"], true);
+}
+
+TEST_P(SessionControls, WindowsAreSizedDrawnAndClosed) {
+  const long window = ask("window.list", json::object())["windows"][0]["element"];
+  const json size = ask("window.resize", {{"window", window}, {"width", 1100}, {"height", 700}});
+  EXPECT_EQ(size["width"], 1100);
+  const json picture = ask("window.picture", {{"window", window}});
+  EXPECT_EQ(picture["format"], "png");
+  EXPECT_EQ(picture["width"], 1100);
+  EXPECT_THAT(picture["data"].get<std::string>(), testing::StartsWith("iVBOR"));
+  EXPECT_EQ(ask("element.picture", {{"element", named("count")}})["format"], "png");
+  ask("element.click",
+      {{"element", find({{"kind", "UIButton"}, {"textContains", "window…"}})["element"]}});
+  awaitOf({{"window", "Second Window"}}, "there");
+  const long again = named("again");
+  ask("window.activate", {{"window", again}});
+  ask("element.click", {{"element", again}});
+  awaitText("again=1");
+  ask("wait.rest", {{"quiet", 50}});
+  ask("window.close", {{"window", again}});
+  awaitOf({{"window", "Second Window"}}, "gone");
+}
+
+}  // namespace
+}  // namespace tarni::test
