@@ -10,10 +10,7 @@ class TableViewCell : public View, public platform::UITableViewCell {
   using View::View;
 
   std::optional<bool> isSelected() const override {
-    return ask("isSelected", [&]() -> bool {
-      const bool isKnown = [native() respondsToSelector:@selector(isSelected)];
-      return isKnown && [as<::UITableViewCell>() isSelected];
-    });
+    return ask("isSelected", [&]() -> bool { return [as<::UITableViewCell>() isSelected]; });
   }
 
   // The cell's own `text` is deprecated: a system may no longer have it.

@@ -20,10 +20,8 @@ class TextField : public ControlView, public platform::UITextField {
   }
 
   bool isSecureTextEntry() const override {
-    return ask("isSecureTextEntry", [&]() -> bool {
-      const bool isKnown = [native() respondsToSelector:@selector(isSecureTextEntry)];
-      return isKnown && [as<::UITextField>() isSecureTextEntry];
-    });
+    return ask("isSecureTextEntry",
+               [&]() -> bool { return [as<::UITextField>() isSecureTextEntry]; });
   }
 
   platform::Task<void> setText(std::string text) override {

@@ -95,6 +95,13 @@ KEPT(NSString*, text, setText)
 }
 KEPT(NSString*, placeholder, setPlaceholder)
 
+- (BOOL)isSecureTextEntry {
+  return [kept(self, "secureTextEntry") boolValue];
+}
+- (void)setSecureTextEntry:(BOOL)secure {
+  keep(self, "secureTextEntry", @(secure));
+}
+
 - (NSString*)text {
   NSString* const typed = kept(self, "text");
   return typed ? typed : @"";

@@ -71,6 +71,13 @@ KEPT(NSString*, text, setText)
 
 @implementation UITableViewCell
 
+- (BOOL)isSelected {
+  return [kept(self, "selected") boolValue];
+}
+- (void)setSelected:(BOOL)selected {
+  keep(self, "selected", @(selected));
+}
+
 - (id)initWithStyle:(NSInteger)style reuseIdentifier:(NSString*)identifier {
   if ((self = [super initWithFrame:NSMakeRect(0, 0, 320, kRowHeight)])) {
     UILabel* const label = [[UILabel alloc] initWithFrame:NSMakeRect(15, 0, 290, kRowHeight)];
