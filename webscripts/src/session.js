@@ -89,7 +89,7 @@ function answer(list) {
 // Frames and shadow trees among them, parents first.
 function all() {
   const found = [];
-  const stack = [document.documentElement];
+  const stack = document.documentElement ? [document.documentElement] : [];
   while (stack.length > 0) {
     const element = stack[stack.length - 1];
     stack.length -= 1;
