@@ -255,6 +255,9 @@ class JumpingClock : public platform::NSProcessInfo {
   bool isOperatingSystemAtLeastVersion(platform::NSOperatingSystemVersion version) const override {
     return real_.isOperatingSystemAtLeastVersion(version);
   }
+  double processorTime() const override { return real_.processorTime(); }
+  std::optional<std::uint64_t> residentMemory() const override { return real_.residentMemory(); }
+  std::string executablePath() const override { return real_.executablePath(); }
   long looks() const { return looks_; }
 
  private:
