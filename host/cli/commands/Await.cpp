@@ -112,7 +112,8 @@ void await(Invocation& invocation, AwaitOptions& options) {
 void declareAwait(CLI::App& parser, Invocation& invocation) {
   const auto options = std::make_shared<AwaitOptions>();
   auto* const kept = options.get();
-  const auto add = [kept, &invocation](const std::string& word, const char* name, Json value) {
+  const auto add = [kept, &invocation](const std::string& word, const char* name,
+                                       const Json& value) {
     kept->later.emplace_back([=, &invocation] {
       auto condition = subjectOf(invocation, word);
       condition[name] = value;
