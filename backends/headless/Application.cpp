@@ -199,6 +199,15 @@ bool Application::setRunLoopObserver(platform::RunLoopObserver* observer) {
   return true;
 }
 
+bool Application::setInputObserver(platform::InputObserver* observer) {
+  inputObserver_ = observer;
+  return true;
+}
+
+void Application::showInput(const platform::InputEvent& event) const {
+  if (inputObserver_) inputObserver_->willHandle(event);
+}
+
 void Application::pushRunLoopMode(const std::string& mode) {
   runtime_.perform(uikit::UIApplication, "pushRunLoopMode:", {mode});
 }

@@ -75,6 +75,9 @@ class Application : public platform::UIApplication {
   platform::Task<platform::CFRunLoopRunResult> runLoopRunInMode(
       std::string mode, double seconds, bool returnAfterSourceHandled) override;
   bool setRunLoopObserver(platform::RunLoopObserver* observer) override;
+  bool setInputObserver(platform::InputObserver* observer) override;
+  // A person's hand says what it is about to do.
+  void showInput(const platform::InputEvent& event) const;
   // The calls of runLoopRunInMode, the latest last.
   const std::deque<RunLoopRun>& runLoopRuns() const { return runLoopRuns_; }
   void clearRunLoopRuns() { runLoopRuns_.clear(); }
@@ -101,6 +104,7 @@ class Application : public platform::UIApplication {
   posix::EventRecord touchesEvent_;
   TouchDispatcher dispatcher_;
   EventLog eventLog_;
+  platform::InputObserver* inputObserver_ = nullptr;
   std::shared_ptr<Delivery> delivery_;  // the one that a sender waits for
   std::deque<RunLoopRun> runLoopRuns_;
   std::deque<std::string> openedURLs_;

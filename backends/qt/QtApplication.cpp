@@ -8,6 +8,7 @@
 
 #include "backends/posix/TouchRecord.h"
 #include "backends/qt/input/QtEventHook.h"
+#include "backends/qt/input/QtSpot.h"
 #include "backends/qt/program/InputQueue.h"
 #include "backends/qt/program/LoopWatch.h"
 #include "backends/qt/program/QtProgram.h"
@@ -147,6 +148,10 @@ bool QtApplication::setRunLoopObserver(platform::RunLoopObserver* observer) {
 
 std::string QtApplication::currentWork() const {
   return workSinceWake();
+}
+
+bool QtApplication::setInputObserver(platform::InputObserver* observer) {
+  return observeInput(observer);
 }
 
 bool QtApplication::openURL(std::string_view url) {

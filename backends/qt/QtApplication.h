@@ -37,6 +37,7 @@ class QtApplication : public platform::UIApplication {
       std::string mode, double seconds, bool returnAfterSourceHandled) override;
   bool setRunLoopObserver(platform::RunLoopObserver* observer) override;
   std::string currentWork() const override;
+  bool setInputObserver(platform::InputObserver* observer) override;
   bool openURL(std::string_view url) override;
 
  private:

@@ -10,6 +10,7 @@
 #include <vector>
 
 #include "platform/Task.h"
+#include "platform/UIKit/InputObserver.h"
 #include "platform/UIKit/RunLoopObserver.h"
 #include "platform/UIKit/UIEvent.h"
 #include "platform/UIKit/UIView.h"
@@ -70,6 +71,8 @@ class UIApplication {
   // One observer; null takes it off. It is called from then on, and lives until it is taken off.
   // False on a platform that cannot tell.
   virtual bool setRunLoopObserver(RunLoopObserver*) { return false; }
+  // The same for the one observer of what a person does.
+  virtual bool setInputObserver(InputObserver*) { return false; }
   // What the main thread has been busy with since it woke, as the observer will be told. Any
   // thread; empty when it is not known.
   virtual std::string currentWork() const { return {}; }

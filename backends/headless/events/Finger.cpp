@@ -68,9 +68,22 @@ void Finger::drag(const View& view, CGPoint from, CGPoint to) {
   up();
 }
 
+void Finger::show(UITouchPhase phase) const {
+  using platform::InputKind;
+  platform::InputEvent event{InputKind::Move, touch_->timestamp()};
+  if (phase == UITouchPhase::Began) event.kind = InputKind::Press;
+  if (phase == UITouchPhase::Ended) event.kind = InputKind::Release;
+  event.window = touch_->window();
+  event.point = touch_->locationInView(nullptr);
+  if (event.window && event.kind != InputKind::Move)
+    event.view = event.window->hitTest(event.point);
+  application_.showInput(event);
+}
+
 void Finger::send(UITouchPhase phase) {
   touch_->setPhase(phase);
   touch_->setTimestamp(uptime());
+  show(phase);
   posix::EventRecord& event = application_._touchesEvent();
   event._clearTouches();
   event._addTouch(touch_, false);

@@ -33,6 +33,7 @@ class Finger {
   void drag(const View& view, platform::CGPoint from, platform::CGPoint to);
 
  private:
+  void show(platform::UITouchPhase phase) const;
   void send(platform::UITouchPhase phase);
 
   Application& application_;

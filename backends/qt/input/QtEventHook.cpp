@@ -1,10 +1,11 @@
 #include "backends/qt/input/QtEventHook.h"
 
-#include <QtGui/private/qwindow_p.h>
 #include <QtCore/QCoreApplication>
 #include <QtWidgets/QWidget>
 #include <algorithm>
 
+#include "backends/qt/input/QtInputWatch.h"
+#include "backends/qt/input/QtSpot.h"
 #include "backends/qt/input/QtTouchScreen.h"
 #include "backends/qt/program/InputQueue.h"
 #include "backends/qt/views/QtPopup.h"
@@ -60,11 +61,9 @@ UITouchPhase phaseOf(const QEventPoint& point) {
   return isStationary(point) ? UITouchPhase::Stationary : UITouchPhase::Moved;
 }
 
-// A mouse names the corner of the pixel that it points at, which lies on the edge of what begins
-// there.
-QPointF middleOfAPixel(const QWindow* window) {
-  const double half = 0.5 / (window ? window->devicePixelRatio() : 1);
-  return {half, half};
+platform::InputKind inputOf(const QEventPoint& point) {
+  if (isPressed(point)) return platform::InputKind::Press;
+  return isReleased(point) ? platform::InputKind::Release : platform::InputKind::Move;
 }
 
 std::shared_ptr<posix::TouchRecord> makeTouch(const platform::UIViewRef& view,
@@ -85,16 +84,17 @@ std::shared_ptr<posix::TouchRecord> makeTouch(const platform::UIViewRef& view,
 
 }  // namespace
 
-bool isBlockedByModal(const QWindow& window) {
-  return qt_window_private(const_cast<QWindow*>(&window))->blockedByModalWindow;
-}
-
 void noteMenuOpened(const platform::UIViewRef& opener) {
   if (installed) installed->menuOpened(opener);
 }
 
 void noteInputOfAgent() {
   if (installed) installed->inputOfAgent();
+}
+
+bool observeInput(platform::InputObserver* observer) {
+  if (installed) installed->watch().setObserver(observer);
+  return installed;
 }
 
 QtEventHook::QtEventHook(QtEventDispatch& dispatch, const QtTouchesEvent& touchesEvent,
@@ -111,6 +111,7 @@ QtEventHook::QtEventHook(QtEventDispatch& dispatch, const QtTouchesEvent& touche
 }
 
 bool QtEventHook::sendEvent(NativeEvent* event) {
+  watch_.see(*event);
   switch (static_cast<int>(event->type)) {
     case Interface::Mouse:
       return sendMouse(static_cast<MouseEvent*>(event));
@@ -172,6 +173,8 @@ void QtEventHook::followTouches(const TouchEvent& event) {
   for (const QEventPoint& point : event.points) {
     const QPointF global = globalPosition(point);
     const auto known = fingers_.find(point.id());
+    const bool isFirst = fingers_.empty() || known == fingers_.begin();
+    if (isFirst) watch_.seeFinger(inputOf(point), event.window, global, event.timestamp);
     if (isPressed(point) || known == fingers_.end()) {
       const QPointF local =
           event.window ? global - event.window->mapToGlobal(QPoint(0, 0)) : global;
@@ -196,24 +199,9 @@ void QtEventHook::cancelTouches() {
 }
 
 QtEventHook::Finger QtEventHook::beginFinger(QWindow* window, QPointF local, QPointF global) {
-  bool isBlocked = window && isBlockedByModal(*window);
-  while (window && window->parent()) {
-    local += window->position();
-    window = window->parent();
-  }
-  // The window system names the window that grabs the mouse, which the first popup does.
-  if (const QWidget* const pressed = windowPressedBesidePopup(global.toPoint())) {
-    const QPoint origin = window ? window->mapToGlobal(QPoint()) : QPoint();
-    local += origin - pressed->mapToGlobal(QPoint());
-    window = pressed->windowHandle();
-    isBlocked = false;
-  }
-  const platform::CGPoint location{local.x(), local.y()};
-  const platform::UIWindowRef windowView = viewOfWindow(window);
-  const platform::UIViewRef view =
-      windowView && !isBlocked ? windowView->hitTest(location) : nullptr;
-  lastTouched_ = view;
-  return {makeTouch(view, windowView, location), global - local};
+  const QtSpot spot = spotAt(window, local, global);
+  lastTouched_ = spot.view;
+  return {makeTouch(spot.view, spot.window, spot.point), spot.origin};
 }
 
 void QtEventHook::moveFinger(const Finger& finger, QPointF global, UITouchPhase phase) {
@@ -247,6 +235,7 @@ void QtEventHook::menuOpened(const platform::UIViewRef& opener) {
   if (!opener || opener == lastTouched_.lock()) return;
   if (!isPointing_ || mouse_.touch || !fingers_.empty()) return;
   lastTouched_ = opener;
+  watch_.pointedAt(opener);
   const platform::CGRect bounds = opener->bounds();
   const platform::CGPoint middle = opener->convertPointToWindow({bounds.midX(), bounds.midY()});
   const auto touch = makeTouch(opener, opener->window(), middle);

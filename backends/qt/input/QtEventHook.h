@@ -17,13 +17,11 @@
 
 #include "backends/posix/TouchRecord.h"
 #include "backends/qt/input/QtEventDispatch.h"
+#include "backends/qt/input/QtInputWatch.h"
 #include "backends/qt/input/QtTouchesEvent.h"
 #include "platform/Foundation/NSLog.h"
 
 namespace tarni::qt {
-
-// Qt drops what comes to a window behind a modal one, as a view behind an alert is hit by nothing.
-bool isBlockedByModal(const QWindow& window);
 
 class QtEventHook : public QWindowSystemEventHandler {
  public:
@@ -40,6 +38,7 @@ class QtEventHook : public QWindowSystemEventHandler {
   void menuOpened(const platform::UIViewRef& opener);
   // What happens next is the doing of the agent's own devices, whose events do not come by here.
   void inputOfAgent() { isPointing_ = false; }
+  QtInputWatch& watch() { return watch_; }
 
  private:
   using NativeEvent = QWindowSystemInterfacePrivate::WindowSystemEvent;
@@ -66,6 +65,7 @@ class QtEventHook : public QWindowSystemEventHandler {
   bool show(platform::UIEvent& event, NativeEvent* native);
   bool showFingers(NativeEvent* native);
 
+  QtInputWatch watch_;
   QtEventDispatch& dispatch_;
   const QtTouchesEvent& touchesEvent_;
   posix::EventRecord fingerEvent_{platform::UIEventType::Touches};
@@ -85,5 +85,8 @@ class QtEventHook : public QWindowSystemEventHandler {
 void noteMenuOpened(const platform::UIViewRef& opener);
 // The same for the agent's devices.
 void noteInputOfAgent();
+// From now on the observer is shown what a person does; null ends that. False while there is no
+// hook.
+bool observeInput(platform::InputObserver* observer);
 
 }  // namespace tarni::qt

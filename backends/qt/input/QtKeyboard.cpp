@@ -10,6 +10,7 @@
 #include <iterator>
 
 #include "backends/qt/input/NativeWindows.h"
+#include "backends/qt/program/QtText.h"
 #include "platform/Foundation/NSException.h"
 
 namespace tarni::qt {
@@ -123,13 +124,6 @@ Qt::KeyboardModifier modifierOf(int code) {
   }
 }
 
-// A popup has the keyboard while the window system's focus stays where it was.
-QObject* focusIn(const QWindow& window) {
-  const QWidget* const popup = QApplication::activePopupWidget();
-  if (!popup) return window.focusObject();
-  return popup->focusWidget() ? popup->focusWidget() : const_cast<QWidget*>(popup);
-}
-
 bool takesInputMethods(QObject* focus) {
   QInputMethodQueryEvent query(Qt::ImEnabled);
   return focus && QCoreApplication::sendEvent(focus, &query) && query.value(Qt::ImEnabled).toBool();
@@ -158,6 +152,29 @@ QtKeyboard::Key QtKeyboard::named(std::string_view name) {
   }
   throw platform::NSException(platform::NSInvalidArgumentException,
                               "There is no key \"" + std::string(name) + "\"");
+}
+
+std::string QtKeyboard::nameOf(int code, const QString& text) {
+  if (code == Qt::Key_Backtab) code = Qt::Key_Tab;
+  if (code == Qt::Key_Enter) code = Qt::Key_Return;
+  const auto* const known =
+      std::ranges::find(kNamed, code, [](const NamedKey& key) { return int(key.code); });
+  if (known != std::end(kNamed)) return std::string(known->name);
+  if (code >= Qt::Key_F1 && code < Qt::Key_F1 + kFunctionKeys) {
+    return "F" + std::to_string(code - Qt::Key_F1 + 1);
+  }
+  // With Control the text is a control character.
+  const bool isPrintable = !text.isEmpty() && text.at(0).isPrint();
+  if (isPrintable) return utf8(text);
+  const bool isCharacter = code >= Qt::Key_Space && code < Qt::Key_Escape;
+  return isCharacter ? utf8(QString(QChar(code)).toLower()) : std::string();
+}
+
+// A popup has the keyboard while the window system's focus stays where it was.
+QObject* QtKeyboard::focusIn(const QWindow& window) {
+  const QWidget* const popup = QApplication::activePopupWidget();
+  if (!popup) return window.focusObject();
+  return popup->focusWidget() ? popup->focusWidget() : const_cast<QWidget*>(popup);
 }
 
 // As a platform plug-in tells it: the state from before a modifier changed.

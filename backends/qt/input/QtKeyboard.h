@@ -5,11 +5,13 @@
 #pragma once
 
 #include <QtCore/QString>
+#include <string>
 #include <string_view>
 
 #include "platform/UIKit/UIView.h"
 
 QT_BEGIN_NAMESPACE
+class QObject;
 class QWindow;
 QT_END_NAMESPACE
 
@@ -24,6 +26,12 @@ class QtKeyboard {
 
   // By its name in the W3C's KeyboardEvent.key. Throws NSException for a name that is not one.
   static Key named(std::string_view name);
+
+  // The other way round: what a key is called there that has typed `text`; empty for one without a
+  // name.
+  static std::string nameOf(int code, const QString& text);
+  // What a key in that window goes to; null for nothing.
+  static QObject* focusIn(const QWindow& window);
 
   void setKey(QWindow& window, const Key& key, bool isDown);
   // What has the focus may take no text from input methods: its characters are then keys.

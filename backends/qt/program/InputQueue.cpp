@@ -33,13 +33,16 @@ class InputWork : public Interface::WindowSystemEvent {
 };
 
 std::atomic<bool> served = false;
+int acting = 0;
 
 void performNow(const std::function<void()>& action, std::exception_ptr& failure) noexcept {
+  ++acting;
   try {
     action();
   } catch (...) {
     failure = std::current_exception();
   }
+  --acting;
 }
 
 }  // namespace
@@ -65,6 +68,10 @@ platform::Task<void> performAsInput(std::function<void()> work) {
               kLostEventSeconds};
   co_await pause;
   if (*failure) std::rethrow_exception(*failure);
+}
+
+bool isAgentActing() {
+  return acting > 0;
 }
 
 void serveInputQueue(bool isServed) {

@@ -16,6 +16,10 @@ void postInput(std::function<void()> work);
 // modal dialog). What `work` throws before it has done so is thrown again here. GUI thread.
 platform::Task<void> performAsInput(std::function<void()> work);
 
+// Whether the work of `performAsInput` runs, in a nested loop of the program that it has entered as
+// well. GUI thread.
+bool isAgentActing();
+
 // For who sees every event of the window system. While nobody says that he serves the queue, input
 // is posted like other work.
 void serveInputQueue(bool isServed);

@@ -12,6 +12,10 @@ platform::UIWindowRef QuickExtension::viewOfWindow(QWindow& window) {
   return quick ? viewOfQuickWindow(*quick) : nullptr;
 }
 
+platform::UIViewRef QuickExtension::viewOfObject(QObject& object) {
+  return viewOfItem(qobject_cast<QQuickItem*>(&object));
+}
+
 std::shared_ptr<QtView> QuickExtension::makeView(QWidget& widget) {
   return makeHostView(widget);
 }

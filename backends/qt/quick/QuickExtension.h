@@ -10,6 +10,7 @@ namespace tarni::qt {
 class QuickExtension final : public QtExtension {
  public:
   platform::UIWindowRef viewOfWindow(QWindow& window) override;
+  platform::UIViewRef viewOfObject(QObject& object) override;
   std::shared_ptr<QtView> makeView(QWidget& widget) override;
   platform::NSURLLoader* urlLoader() override { return &urlLoader_; }
 

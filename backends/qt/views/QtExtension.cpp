@@ -51,6 +51,13 @@ platform::UIWindowRef QtExtensions::askForWindow(QWindow& window) const {
   return nullptr;
 }
 
+platform::UIViewRef QtExtensions::viewOfObject(QObject& object) const {
+  for (const auto& extension : extensions_) {
+    if (platform::UIViewRef view = extension->viewOfObject(object)) return view;
+  }
+  return nullptr;
+}
+
 std::shared_ptr<QtView> QtExtensions::makeView(QWidget& widget) {
   loadMapped();
   for (const auto& extension : extensions_) {
