@@ -12,4 +12,9 @@ std::optional<std::string> selectedSegmentTitle(const platform::UIViewRef& view)
   return control->titleForSegmentAtIndex(selected);
 }
 
+bool isSecure(const platform::UIViewRef& view) {
+  const auto* const field = kindOf<platform::UITextField>(view);
+  return field && field->isSecure();
+}
+
 }  // namespace tarni

@@ -50,4 +50,7 @@ std::optional<std::string> ask(const platform::UIViewRef& view,
 // Of a segmented control; null when no segment is selected, too.
 std::optional<std::string> selectedSegmentTitle(const platform::UIViewRef& view);
 
+// Whether it is a field that does not show what is typed.
+bool isSecure(const platform::UIViewRef& view);
+
 }  // namespace tarni

@@ -1,0 +1,59 @@
+// Act: one thing that a person did, however many events it took. Plain value.
+#pragma once
+
+#include <memory>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "platform/QuartzCore/CGGeometry.h"
+
+namespace tarni {
+
+// What was told of an element when the hand came to it; null for none.
+using Portrait = std::shared_ptr<const std::string>;
+
+namespace acts {
+inline constexpr std::string_view kClick = "click";
+inline constexpr std::string_view kLongPress = "longPress";
+inline constexpr std::string_view kDrag = "drag";
+inline constexpr std::string_view kWheel = "wheel";
+inline constexpr std::string_view kHover = "hover";    // that opened something
+inline constexpr std::string_view kKey = "key";        // with its modifiers
+inline constexpr std::string_view kType = "type";      // a text into one element
+inline constexpr std::string_view kChoose = "choose";  // the value of a control
+inline constexpr std::string_view kSwitch = "switch";  // on or off
+inline constexpr std::string_view kExpand = "expand";  // a node of a tree, or close it
+inline constexpr std::string_view kMenu = "menu";      // the entries down to one
+inline constexpr std::string_view kResize = "resize";  // a window
+inline constexpr std::string_view kClose = "close";    // the same
+}  // namespace acts
+
+struct Act {
+  long order = 0;       // from 1
+  double time = 0;      // of its first event, on the clock of systemUptime
+  double duration = 0;  // seconds, to the last
+  std::string_view kind;
+  Portrait element;
+
+  // Of the pointer.
+  std::string button = {};  // as the channel calls it
+  int count = 0;            // clicks, or repetitions of a key
+  std::string modifiers = {};
+  std::optional<platform::CGPoint> at = {};  // from the element's upper left corner
+  std::vector<platform::CGPoint> way = {};   // of a drag: steps on its way, from where it began
+  Portrait target = nullptr;                 // of a drag, if it is another element
+  std::optional<platform::CGPoint> targetAt = {};
+  platform::CGPoint notches = {};
+  std::vector<Portrait> path = {};  // of a menu
+
+  std::string key = {};   // "Control+s"
+  std::string text = {};  // as it was typed; empty for a secret
+  bool isSecret = false;
+  std::optional<std::string> value = {};  // that came of it
+  std::optional<bool> state = {};         // the same
+  std::optional<platform::CGSize> size = {};
+};
+
+}  // namespace tarni

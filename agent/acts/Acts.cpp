@@ -1,0 +1,378 @@
+#include "agent/acts/Acts.h"
+
+#include <algorithm>
+#include <array>
+#include <cmath>
+#include <utility>
+
+#include "agent/elements/ViewKinds.h"
+#include "platform/Foundation/Guarded.h"
+#include "platform/Platform.h"
+#include "platform/UIKit/Classes.h"
+#include "platform/UIKit/UIControls.h"
+#include "platform/UIKit/UIItems.h"
+#include "platform/UIKit/UIWindow.h"
+
+namespace tarni {
+
+using platform::CGPoint;
+using platform::InputEvent;
+using platform::InputKind;
+using platform::UIViewRef;
+
+namespace {
+
+constexpr double kRest = 0.1;       // seconds without a further event
+constexpr double kLongPress = 0.5;  // seconds
+constexpr double kOneTurn = 1;      // seconds between turns of the wheel that are one act
+constexpr double kOwnDoing = 0.5;   // seconds in which a window's size follows from an act
+constexpr double kDragBegins = 10;  // points
+constexpr double kNextOfWay = 8;    // points
+constexpr std::size_t kLongestWay = 200;
+
+double distance(CGPoint one, CGPoint other) {
+  return std::hypot(one.x - other.x, one.y - other.y);
+}
+
+const char* nameOf(platform::PointerButton button) {
+  constexpr std::array kNames{"left", "right", "middle", "back", "forward"};
+  return kNames.at(static_cast<std::size_t>(button));
+}
+
+std::string chordOf(unsigned modifiers, std::string_view key) {
+  constexpr std::pair<unsigned, std::string_view> kNames[] = {{platform::kControl, "Control"},
+                                                              {platform::kAlt, "Alt"},
+                                                              {platform::kShift, "Shift"},
+                                                              {platform::kMeta, "Meta"}};
+  std::string chord;
+  for (const auto& [bit, name] : kNames) {
+    if (modifiers & bit) chord.append(chord.empty() ? "" : "+").append(name);
+  }
+  if (!key.empty()) chord.append(chord.empty() ? "" : "+").append(key);
+  return chord;
+}
+
+bool isModifier(std::string_view key) {
+  constexpr std::string_view kKeys[] = {"Shift", "Control",  "Alt",     "AltGraph",
+                                        "Meta",  "CapsLock", "NumLock", "ScrollLock"};
+  return std::ranges::find(kKeys, key) != std::end(kKeys);
+}
+
+bool isInsideCharacter(char byte) {
+  return (static_cast<unsigned char>(byte) & 0xC0U) == 0x80U;
+}
+
+bool isPrintable(std::string_view text) {
+  const auto isControl = [](char byte) { return (byte >= 0 && byte < ' ') || byte == '\x7f'; };
+  return !text.empty() && std::ranges::none_of(text, isControl);
+}
+
+// A key of a list goes to its search or edits a cell: it is a key there, and a text in the cell.
+bool isTyping(const InputEvent& event) {
+  if (event.kind == InputKind::Text) return true;
+  const bool isPlain = !(event.modifiers & (platform::kControl | platform::kAlt | platform::kMeta));
+  return event.takesText && isPlain && isPrintable(event.text) &&
+         !kindOf<platform::UIItems>(event.view);
+}
+
+bool isEntryOfMenu(const UIViewRef& view) {
+  return view && view->getClass()->name() == "UIActionButton";
+}
+
+bool isInPopup(const UIViewRef& view) {
+  const auto* const window = kindOf<platform::UIWindow>(view->window());
+  return window && window->isPopup();
+}
+
+// A popup, or what stands for one in the same window.
+bool isAmongChoices(const UIViewRef& view) {
+  return isInPopup(view) || view->isKindOfClass(platform::uikit::UITableViewCell);
+}
+
+}  // namespace
+
+bool Acts::start() {
+  isStarted_ = platform::current().application->setInputObserver(this);
+  return isStarted_;
+}
+
+void Acts::stop() {
+  if (!std::exchange(isStarted_, false)) return;
+  platform::current().application->setInputObserver(nullptr);
+  finish();
+  open_.reset();
+  before_.reset();
+  press_ = {};
+}
+
+void Acts::finish() {
+  settle();
+  tell();
+}
+
+void Acts::willHandle(const InputEvent& event) noexcept {
+  platform::runGuarded("recording an event", [&] { handle(event); });
+}
+
+void Acts::handle(const InputEvent& event) {
+  if (event.kind != InputKind::KeyUp && event.kind != InputKind::Move) loneModifier_.clear();
+  switch (event.kind) {
+    case InputKind::Press:
+      return press(event);
+    case InputKind::Move:
+      return move(event);
+    case InputKind::Release:
+      return release(event);
+    case InputKind::Wheel:
+      return wheel(event);
+    case InputKind::KeyDown:
+      return keyDown(event);
+    case InputKind::KeyUp:
+      return keyUp(event);
+    case InputKind::Text:
+      return type(event);
+    case InputKind::Pointed:
+      if (growsMenu(event.view)) return;
+      begin(acts::kHover, event, event.view);
+      return tellAtRest();
+    case InputKind::Resized:
+      return resize(event);
+    case InputKind::Closed:
+      begin(acts::kClose, event, event.window);
+      return tell();
+  }
+}
+
+// --- the pointer
+
+void Acts::press(const InputEvent& event) {
+  settle();
+  const UIViewRef view = event.view ? event.view : event.window;
+  if (!view) return;
+  press_ = {true, false, event.button, event.window, event.point};
+  if (growsMenu(view)) return;
+  const std::string button = nameOf(event.button);
+  if (event.clicks > 1 && isOpen(acts::kClick, view) && open_->act.button == button) {
+    open_->act.count = event.clicks;
+    return;
+  }
+  const bool isMenu = isEntryOfMenu(view) && event.button == platform::PointerButton::Left;
+  Act& act = begin(isMenu ? acts::kMenu : acts::kClick, event, view);
+  if (isMenu) act.path.push_back(act.element);
+  act.button = button;
+  act.count = 1;
+  act.modifiers = chordOf(event.modifiers, {});
+  const CGPoint corner{view->bounds().minX(), view->bounds().minY()};
+  const CGPoint inside = view->convertPointFromWindow(event.point);
+  act.at = CGPoint{inside.x - corner.x, inside.y - corner.y};
+}
+
+void Acts::move(const InputEvent& event) {
+  if (!press_.isDown || !open_) return;
+  const CGPoint point = platform::convertPoint(event.point, event.window, press_.window.lock());
+  press_.isDrag = press_.isDrag || distance(point, press_.point) > kDragBegins;
+  std::vector<CGPoint>& way = open_->act.way;
+  const CGPoint step{point.x - press_.point.x, point.y - press_.point.y};
+  const CGPoint before = way.empty() ? CGPoint{} : way.back();
+  if (distance(step, before) >= kNextOfWay && way.size() < kLongestWay) way.push_back(step);
+}
+
+void Acts::release(const InputEvent& event) {
+  if (!press_.isDown || event.button != press_.button) return;
+  press_.isDown = false;
+  if (!open_) return;
+  Act& act = open_->act;
+  open_->last = event.time;
+  act.duration = event.time - act.time;
+  const bool isClick = act.kind == acts::kClick;
+  if (isClick && press_.isDrag) {
+    const CGPoint end = platform::convertPoint(event.point, event.window, press_.window.lock());
+    act.kind = acts::kDrag;
+    act.way.push_back({end.x - press_.point.x, end.y - press_.point.y});
+    if (event.view && event.view != open_->view.lock()) {
+      const CGPoint inside = event.view->convertPointFromWindow(event.point);
+      act.target = portray_(event.view);
+      act.targetAt =
+          CGPoint{inside.x - event.view->bounds().minX(), inside.y - event.view->bounds().minY()};
+    }
+  } else {
+    act.way.clear();
+    if (isClick && act.count == 1 && act.duration >= kLongPress) act.kind = acts::kLongPress;
+  }
+  tellAtRest();
+}
+
+void Acts::wheel(const InputEvent& event) {
+  const UIViewRef view = event.view ? event.view : event.window;
+  const bool goesOn = isOpen(acts::kWheel, view) && event.time - open_->last < kOneTurn;
+  if (!goesOn) {
+    settle();
+    begin(acts::kWheel, event, view).modifiers = chordOf(event.modifiers, {});
+  }
+  Act& act = open_->act;
+  act.notches.x += event.notches.x;
+  act.notches.y += event.notches.y;
+  open_->last = event.time;
+  act.duration = event.time - act.time;
+  tellAtRest();
+}
+
+// An entry that is pressed or opened by the pointer's rest after the one above it: one act. Answers
+// whether it was.
+bool Acts::growsMenu(const UIViewRef& entry) {
+  if (!open_ || open_->act.kind != acts::kMenu || !isEntryOfMenu(entry) || !isInPopup(entry)) {
+    return false;
+  }
+  if (open_->view.lock() == entry) return true;
+  open_->view = entry;
+  open_->act.element = portray_(entry);
+  open_->act.path.push_back(open_->act.element);
+  return true;
+}
+
+// --- the keyboard
+
+void Acts::keyDown(const InputEvent& event) {
+  if (isModifier(event.key)) {
+    if (event.key == "Alt" || event.key == "Meta") loneModifier_ = event.key;
+    return;
+  }
+  if (isTyping(event)) return type(event);
+  const bool isPlain = event.modifiers == 0;
+  if (isPlain && event.key == "Backspace" && isOpen(acts::kType, event.view) &&
+      !open_->act.text.empty()) {
+    std::string& text = open_->act.text;
+    while (isInsideCharacter(text.back())) text.pop_back();
+    text.pop_back();
+    return tellAtRest();
+  }
+  // What a character's name says already.
+  const bool isShifted = isPrintable(event.text);
+  const unsigned modifiers = isShifted ? event.modifiers & ~platform::kShift : event.modifiers;
+  if (!event.key.empty()) pressKey(event, chordOf(modifiers, event.key));
+}
+
+void Acts::type(const InputEvent& event) {
+  if (!isOpen(acts::kType, event.view)) {
+    settle();
+    Act& act = begin(acts::kType, event, event.view);
+    act.isSecret = event.isSecret || isSecure(event.view);
+  }
+  Act& act = open_->act;
+  if (!act.isSecret) act.text += event.text;
+  open_->last = event.time;
+  act.duration = event.time - act.time;
+  tellAtRest();
+}
+
+void Acts::pressKey(const InputEvent& event, const std::string& chord) {
+  if (event.isRepeat && isOpen(acts::kKey, event.view) && open_->act.key == chord) {
+    ++open_->act.count;
+    open_->last = event.time;
+    return tellAtRest();
+  }
+  settle();
+  Act& act = begin(acts::kKey, event, event.view);
+  act.key = chord;
+  act.count = 1;
+  tellAtRest();
+}
+
+// A modifier that goes down and up by itself opens the menu bar, the desktop's menu.
+void Acts::keyUp(const InputEvent& event) {
+  if (loneModifier_.empty() || event.key != loneModifier_) return;
+  const std::string key = std::exchange(loneModifier_, {});
+  pressKey(event, key);
+}
+
+// --- windows
+
+void Acts::resize(const InputEvent& event) {
+  const bool goesOn = isOpen(acts::kResize, event.window);
+  if (!goesOn && open_ && event.time - open_->last < kOwnDoing) return;
+  if (!goesOn) begin(acts::kResize, event, event.window);
+  open_->last = event.time;
+  open_->act.duration = event.time - open_->act.time;
+  tellAtRest();
+}
+
+// --- the open act
+
+bool Acts::isOpen(std::string_view kind, const UIViewRef& view) const {
+  return open_ && open_->act.kind == kind && open_->view.lock() == view;
+}
+
+Act& Acts::begin(std::string_view kind, const InputEvent& event, const UIViewRef& view) {
+  finish();
+  before_.reset();
+  if (open_ && open_->act.kind == acts::kClick && open_->outcome.control()) {
+    before_ = {open_->act.order, open_->act.time, open_->outcome};
+  }
+  open_.emplace();
+  open_->view = view;
+  if (view && kind != acts::kType) open_->outcome = Outcome(view);
+  open_->isAmongChoices = kind == acts::kClick && view && isAmongChoices(view);
+  open_->last = event.time;
+  Act& act = open_->act;
+  act.order = ++orders_;
+  act.time = event.time;
+  act.kind = kind;
+  act.element = view ? portray_(view) : nullptr;
+  return act;
+}
+
+// What came of the act so far. A choice is one act with the click before that opened the choices.
+void Acts::settle() {
+  constexpr std::string_view kBringNothing[] = {acts::kType, acts::kMenu, acts::kResize,
+                                                acts::kClose};
+  if (!open_ || std::ranges::find(kBringNothing, open_->act.kind) != std::end(kBringNothing))
+    return;
+  Act act = open_->act;
+  UIViewRef about = open_->outcome.apply(act);
+  const bool mayBeChoice = act.kind == acts::kClick && open_->isAmongChoices && before_;
+  if (mayBeChoice) before_->outcome.apply(act);
+  if (mayBeChoice && act.kind == acts::kChoose) {
+    about = before_->outcome.control();
+    act.order = before_->order;
+    act.time = before_->time;
+    orders_ = act.order;
+    open_->outcome = before_->outcome;
+  }
+  if (act.kind == open_->act.kind && act.value == open_->act.value) return;
+  if (about) act.element = portray_(about);
+  open_->act = std::move(act);
+  open_->isTold = false;
+}
+
+void Acts::readText() {
+  const UIViewRef view = open_->view.lock();
+  if (!view || open_->act.isSecret) return;
+  if (const auto* const field = kindOf<platform::UITextField>(view)) {
+    open_->act.value = field->text();
+  } else if (const auto* const control = kindOf<platform::UIValueControl>(view)) {
+    open_->act.value = control->currentValue();
+  }
+}
+
+void Acts::tell() {
+  if (!open_ || std::exchange(open_->isTold, true)) return;
+  if (open_->act.kind == acts::kType) readText();
+  const UIViewRef view = open_->view.lock();
+  if (open_->act.kind == acts::kResize && view) open_->act.size = view->bounds().size;
+  tell_(open_->act);
+}
+
+void Acts::tellAtRest() {
+  open_->isTold = false;
+  if (std::exchange(isTellingPending_, true)) return;
+  platform::current().dispatch->afterOnMain(kRest, [weak = std::weak_ptr<Acts*>(self_)] {
+    if (const auto self = weak.lock()) (*self)->rest();
+  });
+}
+
+void Acts::rest() {
+  isTellingPending_ = false;
+  if (!press_.isDown) finish();
+}
+
+}  // namespace tarni

@@ -1,0 +1,74 @@
+#include "agent/acts/Outcome.h"
+
+#include "agent/elements/ViewKinds.h"
+#include "platform/UIKit/Classes.h"
+#include "platform/UIKit/UIControls.h"
+#include "platform/UIKit/UIItems.h"
+
+namespace tarni {
+
+using platform::UIViewRef;
+
+namespace {
+
+// The arrow of a spin box stands in it, what is drawn in the arrow in that.
+constexpr int kHighest = 3;
+
+template <typename Kind>
+UIViewRef nearest(UIViewRef view) {
+  for (int level = 0; view && level <= kHighest; ++level, view = view->superview()) {
+    if (kindOf<Kind>(view)) return view;
+  }
+  return nullptr;
+}
+
+bool isOn(const UIViewRef& view) {
+  return kindOf<platform::UISwitch>(view)->isOn();
+}
+
+}  // namespace
+
+Outcome::Outcome(const UIViewRef& view) : view_(view) {
+  if (const UIViewRef control = nearest<platform::UIValueControl>(view)) {
+    control_ = control;
+    value_ = kindOf<platform::UIValueControl>(control)->currentValue();
+  }
+  const UIViewRef toggle = nearest<platform::UISwitch>(view);
+  if (toggle && toggle->isKindOfClass(platform::uikit::UISwitch)) {
+    toggle_ = toggle;
+    wasOn_ = isOn(toggle);
+  }
+  const UIViewRef cell = nearest<platform::UIItemCell>(view);
+  const auto expanded = cell ? kindOf<platform::UIItemCell>(cell)->isExpanded() : std::nullopt;
+  if (expanded) {
+    cell_ = cell;
+    wasExpanded_ = *expanded;
+  }
+}
+
+UIViewRef Outcome::apply(Act& act) const {
+  const auto became = [&](std::string_view kind, const UIViewRef& view) {
+    act.kind = kind;
+    return view == view_.lock() ? nullptr : view;
+  };
+  if (const UIViewRef control = control_.lock()) {
+    std::string value = kindOf<platform::UIValueControl>(control)->currentValue();
+    if (value != value_) {
+      act.value = std::move(value);
+      return became(acts::kChoose, control);
+    }
+  }
+  if (const UIViewRef toggle = toggle_.lock(); toggle && isOn(toggle) != wasOn_) {
+    act.state = !wasOn_;
+    return became(acts::kSwitch, toggle);
+  }
+  const UIViewRef cell = cell_.lock();
+  const auto expanded = cell ? kindOf<platform::UIItemCell>(cell)->isExpanded() : std::nullopt;
+  if (expanded && *expanded != wasExpanded_) {
+    act.state = *expanded;
+    return became(acts::kExpand, cell);
+  }
+  return nullptr;
+}
+
+}  // namespace tarni

@@ -1,0 +1,137 @@
+// From what a person's hands do to acts: one act is one step, with what came of it.
+#include <map>
+
+#include "agent/acts/Acts.h"
+#include "backends/headless/views/Button.h"
+#include "backends/headless/views/Slider.h"
+#include "backends/headless/views/Switch.h"
+#include "backends/headless/views/TextField.h"
+#include "platform/Platform.h"
+#include "tests/support/Screen.h"
+
+namespace tarni::test {
+namespace {
+
+using headless::build;
+using platform::InputEvent;
+using platform::InputKind;
+using Words = std::vector<std::string>;
+
+class ActsTest : public Screen {
+ protected:
+  ActsTest() { acts_.start(); }
+  ~ActsTest() override { acts_.stop(); }
+
+  headless::Application& application() { return environment.application(); }
+
+  void key(std::string_view name, headless::TextField& field, unsigned modifiers = 0) {
+    InputEvent event{InputKind::KeyDown};
+    event.time = ++time_;
+    event.window = window;
+    event.view = field.shared_from_this();
+    event.key = name;
+    event.takesText = true;
+    event.modifiers = modifiers;
+    if (name.size() == 1) event.text = name;
+    application().showInput(event);
+    if (name.size() == 1 && modifiers == 0) field.type(name);
+  }
+  // "click Press", "type Name = Ada" for each that was told so far.
+  Words told() {
+    acts_.finish();
+    Words words;
+    for (const auto& [order, act] : told_) {
+      std::string word = std::string(act.kind) + " " + *act.element + act.key;
+      if (act.count > 1) word += " x" + std::to_string(act.count);
+      if (act.target) word += " to " + *act.target;
+      if (act.kind == acts::kType) word += " = " + (act.isSecret ? "(secret)" : act.text);
+      if (act.value) word += ", " + *act.value;
+      if (act.state) word += *act.state ? " on" : " off";
+      words.push_back(word);
+    }
+    return words;
+  }
+
+ private:
+  double time_ = 0;
+  std::map<long, Act> told_;
+  Acts acts_{[](const platform::UIViewRef& view) {
+               return std::make_shared<const std::string>(
+                   view->accessibilityIdentifier().value_or(view->getClass()->name()));
+             },
+             [this](const Act& act) { told_[act.order] = act; }};
+};
+
+TEST_F(ActsTest, OneActIsOneStepHoweverManyEventsItTakes) {
+  const auto press =
+      build<headless::Button>("Press").identifier("press").frame({{0, 0}, {100, 40}}).in(*window);
+  const auto other =
+      build<headless::Button>("Other").identifier("other").frame({{0, 50}, {100, 40}}).in(*window);
+  const auto toggle =
+      build<headless::Switch>().identifier("switch").frame({{0, 100}, {60, 30}}).in(*window);
+  const auto slider =
+      build<headless::Slider>().identifier("slider").frame({{0, 150}, {200, 30}}).in(*window);
+  headless::Finger& finger = environment.finger();
+  finger.tap(*press);
+  // A press that cancels.
+  finger.drag(*press, {10, 10}, {10, 70});
+  finger.tap(*toggle);
+  finger.tap(*toggle);
+  finger.drag(*slider, {5, 15}, {195, 15});
+  for (const int clicks : {1, 2}) {
+    for (const InputKind kind : {InputKind::Press, InputKind::Release}) {
+      InputEvent event{kind, 100};
+      event.window = window;
+      event.view = other;
+      event.clicks = clicks;
+      application().showInput(event);
+    }
+  }
+  EXPECT_THAT(told(), testing::ElementsAre("click press", "drag press to other", "switch switch on",
+                                           "switch switch off",
+                                           testing::StartsWith("choose slider"), "click other x2"));
+}
+
+TEST_F(ActsTest, ATextIsOneStepAndASecretLeavesNothingOfItself) {
+  const auto name =
+      build<headless::TextField>().identifier("name").frame({{0, 0}, {100, 40}}).in(*window);
+  const auto secret =
+      build<headless::TextField>().identifier("pass").frame({{0, 50}, {100, 40}}).in(*window);
+  secret->setSecure(true);
+  environment.finger().tap(*name);
+  for (const char* const typed : {"A", "d", "x", "Backspace", "a"}) key(typed, *name);
+  name->replaceText("Ada");
+  key("Tab", *name);
+  for (const char* const typed : {"s", "e", "s"}) key(typed, *secret);
+  key("s", *secret, platform::kControl);
+  EXPECT_THAT(told(), testing::ElementsAre("click name", "type name = Ada, Ada", "key nameTab",
+                                           "type pass = (secret)", "key passControl+s"));
+}
+
+TEST_F(ActsTest, WhatTheAgentDoesIsNoAct) {
+  const auto field =
+      build<headless::TextField>().identifier("name").frame({{0, 0}, {100, 40}}).in(*window);
+  platform::InputDevices& devices = *platform::current().inputDevices;
+  complete(devices.movePointer(window, {10, 10}));
+  complete(devices.setButton(platform::PointerButton::Left, true));
+  complete(devices.setButton(platform::PointerButton::Left, false));
+  complete(devices.commitText("Ada"));
+  complete(field->setText("Grace"));
+  EXPECT_THAT(told(), testing::IsEmpty());
+}
+
+TEST_F(ActsTest, NothingIsLostAtAnyPace) {
+  const auto one =
+      build<headless::Button>("1").identifier("1").frame({{0, 0}, {100, 40}}).in(*window);
+  const auto two =
+      build<headless::Button>("2").identifier("2").frame({{0, 50}, {100, 40}}).in(*window);
+  Words wanted;
+  for (int turn = 0; turn < 500; ++turn) {
+    environment.finger().tap(turn % 2 ? *one : *two);
+    wanted.push_back(turn % 2 ? "click 1" : "click 2");
+  }
+  EXPECT_EQ(told(), wanted);
+}
+
+}  // namespace
+}  // namespace tarni::test
