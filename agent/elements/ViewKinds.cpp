@@ -14,7 +14,7 @@ std::optional<std::string> selectedSegmentTitle(const platform::UIViewRef& view)
 
 bool isSecure(const platform::UIViewRef& view) {
   const auto* const field = kindOf<platform::UITextField>(view);
-  return field && field->isSecure();
+  return field && field->isSecureTextEntry();
 }
 
 }  // namespace tarni

@@ -46,10 +46,10 @@ struct Call::Turn {
   void await_resume() const noexcept {}
 };
 
-Call::Call(const Method& method, Json parameters, std::shared_ptr<HeldInput> held, Answer answer)
+Call::Call(const Method& method, Json parameters, Owned owned, Answer answer)
     : method_(method),
       parameters_(std::move(parameters)),
-      held_(std::move(held)),
+      owned_(std::move(owned)),
       answer_(std::move(answer)) {}
 
 std::optional<double> Call::timeout() const {

@@ -20,17 +20,26 @@
 namespace tarni::session {
 
 class HeldInput;
+// How the client is sent a line that it did not ask for, on any thread; one for each client.
+using Notify = std::function<void(std::string line)>;
 
 class Call : public std::enable_shared_from_this<Call> {
  public:
   // Gets the result or the error; the other is null. On the thread on which the work ended.
   using Answer = std::function<void(std::shared_ptr<Result> result, const SessionError* error)>;
 
-  Call(const Method& method, Json parameters, std::shared_ptr<HeldInput> held, Answer answer);
+  // What the client has of its own.
+  struct Owned {
+    std::shared_ptr<HeldInput> held;
+    std::shared_ptr<const Notify> notify;
+  };
+
+  Call(const Method& method, Json parameters, Owned owned, Answer answer);
 
   const Method& method() const { return method_; }
   const Json& parameters() const { return parameters_; }
-  const std::shared_ptr<HeldInput>& held() const { return held_; }
+  const std::shared_ptr<HeldInput>& held() const { return owned_.held; }
+  const std::shared_ptr<const Notify>& notify() const { return owned_.notify; }
   // Milliseconds, as asked for or usual for the method; null for none.
   std::optional<double> timeout() const;
 
@@ -74,7 +83,7 @@ class Call : public std::enable_shared_from_this<Call> {
 
   const Method& method_;
   const Json parameters_;
-  const std::shared_ptr<HeldInput> held_;
+  const Owned owned_;
   const Answer answer_;
   std::atomic<bool> isAnswered_ = false;
 

@@ -14,6 +14,7 @@
 #include "agent/session/Client.h"
 #include "agent/session/Costs.h"
 #include "agent/session/Listener.h"
+#include "agent/session/Recording.h"
 #include "agent/session/Waits.h"
 #include "platform/Foundation/Guarded.h"
 #include "platform/Platform.h"
@@ -33,6 +34,13 @@ class Door {
         source_(platform::current().dispatch->makeReadSource(listener_->descriptor(), queue_,
                                                              [this] { acceptClients(); })) {
     source_->resume();
+  }
+
+  void flush() {
+    if (getpid() != owner_) return;
+    std::set<std::shared_ptr<Client>> clients;
+    queue_->sync([&] { clients = clients_; });
+    for (const auto& client : clients) client->flush();
   }
 
   // A child that was forked has the parent's door, which is not its own to close.
@@ -105,6 +113,14 @@ void open() {
   }
   MainWatch::sharedInstance().start();
   Waits::sharedInstance().start();
+}
+
+void finish() noexcept {
+  platform::runGuarded("session channel", [] {
+    if (!door) return;
+    Recording::sharedInstance().finish();
+    door->flush();
+  });
 }
 
 void close() noexcept {

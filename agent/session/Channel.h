@@ -9,6 +9,9 @@ namespace tarni::session {
 // opening is one line in the log. Called once.
 void open();
 
+// The program is about to end: clients are sent what is still to be told.
+void finish() noexcept;
+
 // Takes the socket away; the program is about to end.
 void close() noexcept;
 

@@ -59,6 +59,12 @@ platform::Block Client::whileAlive(Handler handler) {
 void Client::start(std::function<void(const Client*)> onClosed) {
   queue_->async([self = shared_from_this(), onClosed = std::move(onClosed)] {
     self->onClosed_ = onClosed;
+    self->notify_ = std::make_shared<const Notify>(
+        [weak = self->weak_from_this(), queue = self->queue_](const std::string& line) {
+          queue->async([weak, line] {
+            if (const auto client = weak.lock()) client->send(line);
+          });
+        });
     self->readOn();
   });
 }
@@ -159,7 +165,7 @@ void Client::perform(const Json& id, const Method& method, Json parameters) {
   }
   Request& entry = requests_[key];
   entry.call = std::make_shared<Call>(
-      method, std::move(parameters), held_,
+      method, std::move(parameters), Call::Owned{held_, notify_},
       [weak = weak_from_this(), queue = queue_, key, id](std::shared_ptr<Result> result,
                                                          const SessionError* error) {
         std::string refusal = error ? errorAnswer(id, *error) : "";
@@ -266,6 +272,7 @@ void Client::close() {
   readSource_.reset();
   writeSource_.reset();
   connection_ = FileDescriptor();
+  notify_.reset();
   outbox_ = {};
   written_ = 0;
   const SessionError gone(errors::kCancelled, "the client has gone");

@@ -34,6 +34,11 @@ class Client : public std::enable_shared_from_this<Client> {
 
   // `onClosed` is called once.
   void start(std::function<void(const Client*)> onClosed);
+  // Any thread but the client's queue: what was sent before has gone out when this returns, as far
+  // as the client reads it.
+  void flush() {
+    queue_->sync([] {});
+  }
 
  private:
   struct Request {
@@ -65,6 +70,7 @@ class Client : public std::enable_shared_from_this<Client> {
   std::unique_ptr<platform::DispatchTimer> stall_;
   std::function<void(const Client*)> onClosed_;
   const std::shared_ptr<HeldInput> held_;
+  std::shared_ptr<const Notify> notify_;
   std::map<std::string, Request> requests_;  // by the text of their ids, or numbered without one
   std::uint64_t notifications_ = 0;
   std::string input_;

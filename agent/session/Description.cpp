@@ -16,16 +16,29 @@ namespace {
 
 using Text = std::optional<std::string>;
 
+// A dot for each character.
+std::string masked(const std::string& text) {
+  std::string dots;
+  for (const char byte : text) {
+    if ((static_cast<unsigned char>(byte) & 0xC0U) != 0x80U) dots += "•";
+  }
+  return dots;
+}
+
+// What a secure field holds is told to nobody.
+Text textOfField(const UIViewRef& view) {
+  const auto* const field = kindOf<platform::UITextField>(view);
+  if (!field) return std::nullopt;
+  return isSecure(view) ? masked(field->text()) : field->text();
+}
+
 // The kinds that show a text of their own, most common first. Null for all others.
 Text textOfKind(const UIViewRef& view) {
   const platform::Class cls = view->getClass();
   const auto is = [cls](platform::Class kind) { return cls->isSubclassOf(kind); };
   if (is(uikit::UILabel)) return ask(view, &platform::UILabel::labelText);
   if (is(uikit::UIButton)) return ask(view, &platform::UIButton::currentTitle);
-  if (is(uikit::UITextField)) {
-    const auto* const field = kindOf<platform::UITextField>(view);
-    return field ? Text(field->text()) : std::nullopt;
-  }
+  if (is(uikit::UITextField)) return textOfField(view);
   if (is(uikit::UITextView)) return ask(view, &platform::UITextView::textViewText);
   if (is(uikit::UITableViewCell)) return ask(view, &platform::UITableViewCell::cellText);
   if (is(uikit::UINavigationItem) || is(uikit::UIBarItem)) {
@@ -65,6 +78,13 @@ std::optional<std::string> textOf(const UIViewRef& view) {
   return view->accessibilityLabel();
 }
 
+// What has no other name is called by its text.
+std::optional<std::string> labelOf(const UIViewRef& view) {
+  Text label = view->accessibilityLabel();
+  if (label && isSecure(view) && *label == kindOf<platform::UITextField>(view)->text()) return {};
+  return label;
+}
+
 std::optional<std::string> placeholderOf(const UIViewRef& view) {
   if (!view->isKindOfClass(uikit::UITextField)) return std::nullopt;
   return ask(view, &platform::UITextField::placeholder);
@@ -74,12 +94,6 @@ std::optional<bool> isChecked(const UIViewRef& view) {
   if (!view->isKindOfClass(uikit::UISwitch)) return view->isChecked();
   const auto* const control = kindOf<platform::UISwitch>(view);
   return control ? std::optional(control->isOn()) : std::nullopt;
-}
-
-bool isSecure(const UIViewRef& view) {
-  if (!view->isKindOfClass(uikit::UITextField)) return false;
-  const auto* const field = kindOf<platform::UITextField>(view);
-  return field && field->isSecureTextEntry();
 }
 
 bool isEditable(const UIViewRef& view) {
@@ -92,8 +106,9 @@ void describe(const UIViewRef& view, Handle handle, const Place& place, JsonText
   text.add("class", view->getClass()->name());
   text.add("text", textOf(view));
   text.add("identifier", view->accessibilityIdentifier());
-  text.add("label", view->accessibilityLabel());
-  text.add("value", view->accessibilityValue());
+  text.add("label", labelOf(view));
+  const bool isSecret = isSecure(view);
+  text.add("value", isSecret ? std::nullopt : view->accessibilityValue());
   text.add("hint", view->accessibilityHint());
   text.add("placeholder", placeholderOf(view));
   text.add("rect", place.rect);
@@ -101,7 +116,7 @@ void describe(const UIViewRef& view, Handle handle, const Place& place, JsonText
   text.add("enabled", view->isUserInteractionEnabled());
   text.add("focused", view->isFirstResponder());
   text.add("editable", isEditable(view));
-  if (isSecure(view)) text.add("secure", true);
+  if (isSecret) text.add("secure", true);
   if (const auto checked = isChecked(view)) text.add("checked", *checked);
   if (const auto selected = view->isSelected()) text.add("selected", *selected);
   if (const auto expanded = view->isExpanded()) text.add("expanded", *expanded);
@@ -137,7 +152,7 @@ std::string_view descriptionInWords() {
          "| `rect` | x, y, width, height in points of its window |\n"
          "| `visible` | neither hidden nor clipped away; what covers it does not count |\n"
          "| `enabled`, `focused`, `editable` | |\n"
-         "| `secure` | true for a field that does not show what is typed |\n"
+         "| `secure` | true for a field that does not show what is typed: its text is dots here, too |\n"
          "| `checked` | of a switch, a check box, a radio button, a button or a menu entry that "
          "stays down |\n"
          "| `selected` | of a row, a cell or a tab |\n"

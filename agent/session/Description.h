@@ -16,11 +16,13 @@ namespace tarni::session {
 // value. Null for what shows none.
 std::optional<std::string> textOf(const platform::UIViewRef& view);
 
+// Its accessibility label, unless that tells what a secure field holds.
+std::optional<std::string> labelOf(const platform::UIViewRef& view);
+
 // Of a text field; null for all others.
 std::optional<std::string> placeholderOf(const platform::UIViewRef& view);
 // Null where the question does not arise.
 std::optional<bool> isChecked(const platform::UIViewRef& view);
-bool isSecure(const platform::UIViewRef& view);
 bool isEditable(const platform::UIViewRef& view);
 
 // Writes the members of the description, without brackets. Texts that are nil, and states that the

@@ -53,6 +53,11 @@ Answer find(CallRef call);
 Answer tree(CallRef call);
 }  // namespace page
 
+namespace record {
+Answer start(CallRef call);
+Answer stop(CallRef call);
+}  // namespace record
+
 namespace wait {
 Answer forConditions(CallRef call);
 Answer rest(CallRef call);

@@ -59,4 +59,9 @@ std::string errorAnswer(const Json& id, const SessionError& error) {
   return R"({"jsonrpc":"2.0","id":)" + jsonText(id) + R"(,"error":)" + jsonText(body) + "}";
 }
 
+std::string notification(std::string_view method, const std::string& parameters) {
+  return R"({"jsonrpc":"2.0","method":")" + std::string(method) + R"(","params":)" + parameters +
+         "}";
+}
+
 }  // namespace tarni::session

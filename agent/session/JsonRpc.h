@@ -16,4 +16,7 @@ Json parseRequest(std::string_view line);
 std::string resultAnswer(const Json& id, const std::string& result);
 std::string errorAnswer(const Json& id, const SessionError& error);
 
+// One line to a client that did not ask; `parameters` is JSON text.
+std::string notification(std::string_view method, const std::string& parameters);
+
 }  // namespace tarni::session

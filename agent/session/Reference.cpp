@@ -3,6 +3,7 @@
 #include "agent/session/Client.h"
 #include "agent/session/Description.h"
 #include "agent/session/Method.h"
+#include "agent/session/Steps.h"
 
 namespace tarni::session {
 namespace {
@@ -99,6 +100,16 @@ request itself did); `cpuMs`, the processor time of the process; `memoryBytes`, 
 
 )";
 
+constexpr std::string_view kRecording = R"(
+## Steps
+
+What `record.start` has the client told of, in notifications `record.step`. One act of a person is one
+step, however many events it takes: a press and its release wherever that is, a double click, a drag,
+a text, the way down a menu. What came of an act belongs to it, and what it caused is no step. What
+this channel or the fixed ports do is none either.
+
+)";
+
 constexpr const char* typeOf(Kind kind) {
   switch (kind) {
     case Kind::Integer:
@@ -142,7 +153,8 @@ std::string reference() {
   for (const ErrorKind& kind : errors::kAll) {
     page << "| " << kind.name << " | " << kind.code << " |\n";
   }
-  page << kExample << kShapes << descriptionInWords() << "\n## Methods\n\nAll of them take:\n\n";
+  page << kExample << kShapes << descriptionInWords() << kRecording << stepInWords()
+       << "\n## Methods\n\nAll of them take:\n\n";
   writeParameters(page, commonParameters());
   for (const Method& method : methods()) writeMethod(page, method);
   return page.str();

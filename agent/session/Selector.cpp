@@ -5,9 +5,11 @@
 #include <iterator>
 
 #include "agent/core/state/Utilities_Text.h"
+#include "agent/elements/ViewKinds.h"
 #include "agent/session/Description.h"
 #include "agent/session/Elements.h"
 #include "platform/Platform.h"
+#include "platform/UIKit/UIWindow.h"
 
 namespace tarni::session {
 
@@ -27,6 +29,7 @@ constexpr Parameter kMembers[] = {
      "Its position from its window (or from `within`) down, as `tarni tree` prints it: "
      "`\\UIWindowContent[0]\\UIButton[1]`."},
     {"visible", Kind::Flag, kOptional, "Whether anything of it is to be seen."},
+    {"windowTitle", Kind::Text, kOptional, "The title of the window that it stands in."},
     {"within", Kind::Integer, kOptional, "The handle of a window or an element that it stands in."},
 };
 
@@ -74,6 +77,12 @@ PathStep takeStep(std::string_view& path) {
                      "\"" + std::string(path) + "\" is no position like \\UIButton[0]");
 }
 
+std::optional<std::string> titleOfWindow(const UIViewRef& view) {
+  const platform::UIWindowRef window = view->window();
+  const auto* const titled = kindOf<platform::UIWindow>(window);
+  return titled ? titled->windowTitle() : std::nullopt;
+}
+
 UIViewRef subviewAt(const UIViewRef& parent, const PathStep& step) {
   long index = 0;
   for (const UIViewRef& view : parent->subviews()) {
@@ -103,6 +112,7 @@ Selector::Selector(const Json& selector)
       class_(member<std::string>(selector, "class")),
       kind_(member<std::string>(selector, "kind")),
       xpath_(member<std::string>(selector, "xpath")),
+      windowTitle_(member<std::string>(selector, "windowTitle")),
       visible_(member<bool>(selector, "visible")),
       within_(member<long>(selector, "within")) {
   for (const Parameter& parameter : kMembers) {
@@ -113,7 +123,7 @@ Selector::Selector(const Json& selector)
     throw SessionError(
         errors::kInvalidSelector,
         "a selector says at least one of identifier, label, text, textContains, placeholder, "
-        "class, kind, xpath, visible and within");
+        "class, kind, xpath, visible, windowTitle and within");
   }
   if (xpath_ && !xpath_->starts_with('\\')) {
     throw SessionError(errors::kInvalidSelector,
@@ -135,7 +145,8 @@ bool Selector::matches(const Seen& seen) const {
   }
   if (placeholder_ && placeholderOf(view) != *placeholder_) return false;
   if (label_ && view->accessibilityLabel() != *label_) return false;
-  return !visible_ || seen.place().isVisible == *visible_;
+  if (visible_ && seen.place().isVisible != *visible_) return false;
+  return !windowTitle_ || titleOfWindow(view) == *windowTitle_;
 }
 
 std::vector<Match> Selector::byPath() const {

@@ -43,7 +43,7 @@ class Selector {
 
   Json members_;
   std::optional<std::string> identifier_, label_, text_, textContains_, placeholder_, class_, kind_,
-      xpath_;
+      xpath_, windowTitle_;
   std::optional<bool> visible_;
   std::optional<long> within_;
 };

@@ -9,6 +9,7 @@
 #include "agent/elements/UIViewsManager.h"
 #include "agent/recording/RecorderWorker.h"
 #include "agent/recording/TypedText.h"
+#include "agent/session/Channel.h"
 #include "platform/Foundation/Guarded.h"
 #include "platform/Platform.h"
 
@@ -81,6 +82,7 @@ void RecordControl::dispatchHook() {
 
 // A tap that ends the application leaves the worker and the sender loop no time for its step.
 void RecordControl::applicationWillTerminate() noexcept {
+  session::finish();
   const auto deadline = std::chrono::steady_clock::now() + kTimeToEnd;
   try {
     if (GlobalVars::isTrue(GlobalVars::sharedInstance()._isPlaybackStarted())) return;
