@@ -51,16 +51,16 @@ std::vector<std::string> cellsOf(const std::string& line) {
     if (end == line.npos) throw std::runtime_error("no row: " + line);
     cells.push_back(line.substr(start, end - start));
   }
-  if (cells.size() != 5) throw std::runtime_error("no five columns: " + line);
+  if (cells.size() != 6) throw std::runtime_error("no six columns: " + line);
   return cells;
 }
 
 Row rowOf(const std::string& line) {
   const auto cells = cellsOf(line);
-  Row row{cells[0], actsIn(cells[1]), textsIn(cells[2]), textsIn(cells[3])};
-  if (cells[4] == "the same") return row;
-  row.played = cells[4].ends_with("stops there") ? Row::Played::Stops : Row::Played::Otherwise;
-  row.statesPlayed = textsIn(cells[4]);
+  Row row{cells[0], actsIn(cells[1]), textsIn(cells[2]), textsIn(cells[3]), textsIn(cells[4])};
+  if (cells[5] == "the same") return row;
+  row.played = cells[5].ends_with("stops there") ? Row::Played::Stops : Row::Played::Otherwise;
+  row.statesPlayed = textsIn(cells[5]);
   return row;
 }
 

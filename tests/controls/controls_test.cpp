@@ -10,12 +10,15 @@
 #include <fstream>
 #include <future>
 #include <map>
+#include <set>
 #include <sstream>
 #include <system_error>
 #include <thread>
 
 #include "host/session/SessionFile.h"
 #include "tests/controls/Hand.h"
+#include "tests/controls/StepWords.h"
+#include "tests/support/SessionWire.h"
 
 namespace tarni::test {
 namespace {
@@ -51,6 +54,28 @@ Lines stepsIn(const fs::path& session) {
   } catch (const std::exception&) {
     // it is being written
   }
+  return words;
+}
+
+// The sockets of the programs that run, below that folder.
+std::set<fs::path> channelsBelow(const fs::path& folder) {
+  std::set<fs::path> found;
+  for (const auto& entry : fs::recursive_directory_iterator(folder)) {
+    if (entry.path().extension() == ".session") found.insert(entry.path());
+  }
+  return found;
+}
+
+// The steps behind that order number, which is moved on to the last.
+Lines toldSince(long& order, const SessionWire& channel) {
+  channel.ask("app.info", nlohmann::json::object());
+  std::map<long, std::string> steps;
+  for (const auto& step : channel.told()) steps[step["order"]] = wordsOf(step);
+  Lines words;
+  for (auto step = steps.upper_bound(order); step != steps.end(); ++step) {
+    words.push_back(step->second);
+  }
+  if (!steps.empty()) order = steps.rbegin()->first;
   return words;
 }
 
@@ -101,9 +126,15 @@ class Try {
   // False when something else came than was wanted.
   bool record() {
     const auto scout = start(scouted_, "scout", {});
+    const std::set<fs::path> before = channelsBelow(folder_);
     const auto recorded = start(recorded_, "recorded", {"--isolated=recorded"});
     const Playback playback;
     await({"--in", "recorded"}, *recorded);
+    std::set<fs::path> after = channelsBelow(folder_);
+    for (const fs::path& known : before) after.erase(known);
+    const SessionWire channel(after.empty() ? "" : after.begin()->string());
+    channel.ask("record.start", nlohmann::json::object());
+    long order = 0;
     Program recorder = tarni({"--in", "recorded", "record", "-o", file_});
     EXPECT_TRUE(eventually([this] { return fs::exists(file_); })) << recorder.output();
     const Hand hand(scouted_, recorded_, playback);
@@ -121,6 +152,7 @@ class Try {
       const auto steps = [&] { return withoutInvented(stepsIn(file_), expected); };
       eventually([&] { return steps() == expected; }, kLongest);
       EXPECT_EQ(steps(), expected);
+      EXPECT_EQ(toldSince(order, channel), row.told);
       if (steps() != expected) return false;
       const auto told = statesIn(recorded->output().substr(printed));
       for (const auto& state : row.states) EXPECT_THAT(told, Contains(state));

@@ -25,7 +25,8 @@ void SessionWire::send(const std::string& method, const json& parameters, int id
 
 json SessionWire::ask(const std::string& method, const json& parameters) const {
   send(method, parameters, 1);
-  const json answered = answer();
+  json answered = answer();
+  for (; !answered.contains("id"); answered = answer()) told_.push_back(answered["params"]);
   if (!answered.contains("result")) throw std::runtime_error(method + ": " + answered.dump());
   return answered["result"];
 }

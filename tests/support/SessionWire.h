@@ -4,6 +4,7 @@
 #include <filesystem>
 #include <nlohmann/json.hpp>
 #include <string>
+#include <vector>
 
 #include "tests/support/Wire.h"
 
@@ -33,9 +34,12 @@ class SessionWire {
   nlohmann::json answer() const { return nlohmann::json::parse(wire_.readLine()); }
   // The result; throws with the whole answer when it is an error.
   nlohmann::json ask(const std::string& method, const nlohmann::json& parameters) const;
+  // The parameters of the notifications that came before answers of `ask`.
+  const std::vector<nlohmann::json>& told() const { return told_; }
 
  private:
   Wire wire_;
+  mutable std::vector<nlohmann::json> told_;
 };
 
 }  // namespace tarni::test
