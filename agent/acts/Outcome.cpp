@@ -39,8 +39,7 @@ Outcome::Outcome(const UIViewRef& view) : view_(view) {
     wasOn_ = isOn(toggle);
   }
   const UIViewRef cell = nearest<platform::UIItemCell>(view);
-  const auto expanded = cell ? kindOf<platform::UIItemCell>(cell)->isExpanded() : std::nullopt;
-  if (expanded) {
+  if (const auto expanded = cell ? cell->isExpanded() : std::nullopt) {
     cell_ = cell;
     wasExpanded_ = *expanded;
   }
@@ -63,7 +62,7 @@ UIViewRef Outcome::apply(Act& act) const {
     return became(acts::kSwitch, toggle);
   }
   const UIViewRef cell = cell_.lock();
-  const auto expanded = cell ? kindOf<platform::UIItemCell>(cell)->isExpanded() : std::nullopt;
+  const auto expanded = cell ? cell->isExpanded() : std::nullopt;
   if (expanded && *expanded != wasExpanded_) {
     act.state = *expanded;
     return became(acts::kExpand, cell);

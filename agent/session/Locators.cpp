@@ -85,7 +85,8 @@ std::vector<Locator> locatorsOf(const UIViewRef& view) {
     const bool isScoped = find.contains("windowTitle") && !find.contains("xpath");
     if (isScoped && !isScopeNeeded) continue;
     const Clock::time_point start = Clock::now();
-    const std::vector<Match> matches = Selector(find).find(0);
+    std::vector<UIViewRef> pages;  // where others could stand, which nobody asks here
+    const std::vector<Match> matches = Selector(find).find(0, &pages);
     const double took = seconds(Clock::now() - start) * 1000;
     const bool fits = std::ranges::find(matches, view, &Match::view) != matches.end();
     if (!fits) continue;

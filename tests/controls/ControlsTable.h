@@ -32,7 +32,7 @@ struct Row {
 
   std::string control;
   std::vector<Act> acts;
-  std::vector<std::string> steps;   // `ClickButton UIButton "Press"`
+  std::vector<std::string> steps;  // `ClickButton UIButton "Press"`
   // What the session channel tells: `choose UIPickerView "Colour" = Blue`
   std::vector<std::string> told;
   std::vector<std::string> states;  // "colour=Blue"
