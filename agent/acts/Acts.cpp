@@ -308,7 +308,7 @@ Act& Acts::begin(std::string_view kind, const InputEvent& event, const UIViewRef
   if (open_ && open_->act.kind == acts::kClick && open_->outcome.control()) {
     before_ = {open_->act.order, open_->act.time, open_->outcome};
   }
-  open_.emplace();
+  open_ = Open{};
   open_->view = view;
   if (view && kind != acts::kType) open_->outcome = Outcome(view);
   open_->isAmongChoices = kind == acts::kClick && view && isAmongChoices(view);

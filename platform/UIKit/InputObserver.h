@@ -25,7 +25,10 @@ enum class InputKind {
 };
 
 // Keys that are down meanwhile, as bits.
-enum InputModifier : unsigned { kShift = 1, kControl = 2, kAlt = 4, kMeta = 8 };
+inline constexpr unsigned kShift = 1;
+inline constexpr unsigned kControl = 2;
+inline constexpr unsigned kAlt = 4;
+inline constexpr unsigned kMeta = 8;
 
 struct InputEvent {
   InputKind kind{};
