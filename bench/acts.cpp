@@ -4,7 +4,7 @@
 #include <benchmark/benchmark.h>
 
 #include "agent/acts/Acts.h"
-#include "agent/session/Steps.h"
+#include "agent/session/recording/Steps.h"
 #include "backends/headless/views/Button.h"
 #include "backends/headless/views/TextField.h"
 #include "bench/RatioReporter.h"

@@ -6,8 +6,8 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
-#include "agent/session/Call.h"
-#include "agent/session/HeldInput.h"
+#include "agent/session/calls/Call.h"
+#include "agent/session/input/HeldInput.h"
 #include "backends/headless/views/Button.h"
 #include "backends/headless/views/Label.h"
 #include "bench/Echo.h"

@@ -12,10 +12,10 @@
 
 #include "agent/TcpCommunication/GCDAsyncSocket/SocketCalls.h"
 #include "agent/session/Client.h"
-#include "agent/session/Costs.h"
 #include "agent/session/Listener.h"
-#include "agent/session/Recording.h"
-#include "agent/session/Waits.h"
+#include "agent/session/calls/Costs.h"
+#include "agent/session/calls/Waits.h"
+#include "agent/session/recording/Recording.h"
 #include "platform/Foundation/Guarded.h"
 #include "platform/Platform.h"
 

@@ -9,8 +9,8 @@
 #include <utility>
 
 #include "agent/TcpCommunication/GCDAsyncSocket/SocketCalls.h"
-#include "agent/session/HeldInput.h"
-#include "agent/session/JsonRpc.h"
+#include "agent/session/input/HeldInput.h"
+#include "agent/session/protocol/JsonRpc.h"
 #include "platform/Foundation/Guarded.h"
 #include "platform/Foundation/NSLog.h"
 #include "platform/Platform.h"

@@ -13,7 +13,7 @@
 #include <string_view>
 
 #include "agent/TcpCommunication/GCDAsyncSocket/FileDescriptor.h"
-#include "agent/session/Call.h"
+#include "agent/session/calls/Call.h"
 #include "platform/Dispatch/Dispatch.h"
 
 namespace tarni::session {

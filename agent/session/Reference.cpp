@@ -1,9 +1,9 @@
 #include <sstream>
 
 #include "agent/session/Client.h"
-#include "agent/session/Description.h"
-#include "agent/session/Method.h"
-#include "agent/session/Steps.h"
+#include "agent/session/protocol/Method.h"
+#include "agent/session/recording/Steps.h"
+#include "agent/session/screen/Description.h"
 
 namespace tarni::session {
 namespace {

@@ -4,7 +4,7 @@
 #include <fstream>
 #include <sstream>
 
-#include "agent/session/Method.h"
+#include "agent/session/protocol/Method.h"
 
 namespace tarni::session {
 namespace {

@@ -1,0 +1,95 @@
+#include "agent/session/input/Acting.h"
+
+#include <algorithm>
+#include <cmath>
+
+#include "agent/interaction/UIView_KIFAdditions.h"
+#include "agent/session/screen/Survey.h"
+#include "platform/Platform.h"
+#include "platform/UIKit/UIControls.h"
+
+namespace tarni::session {
+
+using platform::CGPoint;
+using platform::CGRect;
+using platform::Task;
+using platform::UIViewRef;
+
+namespace {
+
+// What is in sight of the view, in its window's coordinates; of size zero for nothing.
+CGRect inSight(const UIViewRef& view) {
+  const platform::UIWindowRef window = view->window();
+  CGRect rect = placeOf(view).rect;
+  for (UIViewRef outer = view->superview(); outer; outer = outer->superview()) {
+    if (!outer->clipsToBounds() && outer != window) continue;
+    rect = platform::CGRectIntersection(rect, placeOf(outer).rect);
+  }
+  return rect;
+}
+
+// How far a view from `low` to `high` is outside of what is seen, which begins at 0.
+double offset(double low, double high, double extent) {
+  if (low < 0) return low;
+  if (high > extent) return std::min(high - extent, low);
+  return 0;
+}
+
+}  // namespace
+
+Task<void> turnToWindowOf(UIViewRef view) {
+  platform::UIApplication& application = *platform::current().application;
+  platform::UIWindowRef window = view->window();
+  if (window == application.keyWindow()) co_return;
+  const auto reached = application.windowsThatTakeInput();
+  if (std::ranges::find(reached, window) == reached.end()) {
+    throw SessionError(errors::kNotInteractable,
+                       "another window keeps the user from the element's; window.list says which");
+  }
+  co_await application.makeKeyWindow(window);
+}
+
+Task<void> bringIntoView(UIViewRef view) {
+  for (UIViewRef outer = view->superview(); outer; outer = outer->superview()) {
+    const auto scroll = platform::as<platform::UIScrollView>(outer);
+    if (!scroll) continue;
+    const CGRect rect = platform::convertRect(view->bounds(), view, outer);
+    const CGRect seen = outer->bounds();
+    const CGPoint shift{
+        offset(rect.minX() - seen.minX(), rect.maxX() - seen.minX(), seen.size.width),
+        offset(rect.minY() - seen.minY(), rect.maxY() - seen.minY(), seen.size.height)};
+    if (shift == CGPoint{}) continue;
+    const CGPoint before = scroll->contentOffset();
+    co_await scroll->setContentOffset({before.x + shift.x, before.y + shift.y}, false);
+  }
+}
+
+CGPoint pressablePoint(const UIViewRef& view) {
+  const CGRect rect = inSight(view);
+  if (!placeOf(view).isVisible || rect.size.width <= 0 || rect.size.height <= 0) {
+    throw SessionError(errors::kNotInteractable, "nothing of the element is in sight");
+  }
+  const platform::UIWindowRef window = view->window();
+  const CGRect own = platform::convertRect(rect, window, view);
+  const CGPoint point = KIFAdditions::tappablePointInRect(view, own);
+  if (std::isnan(point.x)) {
+    const UIViewRef taker = window->hitTest({rect.midX(), rect.midY()});
+    throw SessionError(errors::kClickIntercepted,
+                       taker ? "element " +
+                                   std::to_string(Elements::sharedInstance().handleOf(taker)) +
+                                   " (" + taker->getClass()->name() + ") takes the press instead"
+                             : "the element takes no press");
+  }
+  return platform::convertPoint(point, view, window);
+}
+
+Task<CGPoint> readyToPress(Handle element) {
+  UIViewRef view = Elements::sharedInstance().viewOf(element);
+  co_await turnToWindowOf(view);
+  view = Elements::sharedInstance().viewOf(element);
+  co_await bringIntoView(view);
+  view = Elements::sharedInstance().viewOf(element);
+  co_return pressablePoint(view);
+}
+
+}  // namespace tarni::session

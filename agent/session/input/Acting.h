@@ -1,0 +1,27 @@
+// Acting: what the methods that act on elements share: the element made ready for a person's hands.
+// Main thread.
+#pragma once
+
+#include "agent/session/protocol/SessionError.h"
+#include "agent/session/screen/Elements.h"
+#include "platform/Task.h"
+#include "platform/UIKit/UIView.h"
+
+namespace tarni::session {
+
+// Makes the view's window the key window. Throws SessionError (element not interactable) when
+// another window keeps the user from it.
+platform::Task<void> turnToWindowOf(platform::UIViewRef view);
+
+// Scrolls everything round the view until as much of it as possible is in sight.
+platform::Task<void> bringIntoView(platform::UIViewRef view);
+
+// A point of the view, in its window's coordinates, at which it takes a press: the middle of what
+// is in sight of it, or else another. Throws SessionError: element not interactable when nothing of
+// it is in sight, element click intercepted when something else takes the press everywhere.
+platform::CGPoint pressablePoint(const platform::UIViewRef& view);
+
+// Ready to be pressed: in the key window, in sight.
+platform::Task<platform::CGPoint> readyToPress(Handle element);
+
+}  // namespace tarni::session

@@ -1,0 +1,64 @@
+#include "agent/session/input/Keys.h"
+
+#include <algorithm>
+#include <array>
+#include <utility>
+
+#include "agent/session/protocol/SessionError.h"
+
+namespace tarni::session {
+
+using platform::PointerButton;
+using platform::Task;
+
+namespace {
+
+constexpr std::array<std::pair<std::string_view, PointerButton>, 5> kButtons{{
+    {"left", PointerButton::Left},
+    {"right", PointerButton::Right},
+    {"middle", PointerButton::Middle},
+    {"back", PointerButton::Back},
+    {"forward", PointerButton::Forward},
+}};
+
+std::string keyNamed(const std::string& name) {
+  if (name == "Ctrl") return "Control";
+  if (name == "Cmd") return "Meta";
+  return name;
+}
+
+}  // namespace
+
+PointerButton buttonNamed(const std::string& name) {
+  const auto found =
+      std::ranges::find(kButtons, name, &std::pair<std::string_view, PointerButton>::first);
+  if (found != kButtons.end()) return found->second;
+  throw SessionError(errors::kInvalidArgument,
+                     "\"" + name + "\" is none of left, right, middle, back and forward");
+}
+
+KeyChord::KeyChord(const std::string& text) {
+  std::size_t begin = 0;
+  while (begin < text.size()) {
+    // A plus where a key is due is the key itself.
+    const std::size_t end = std::min(text.find('+', begin + 1), text.size());
+    keys_.push_back(keyNamed(text.substr(begin, end - begin)));
+    begin = end + 1;
+  }
+}
+
+Task<void> KeyChord::press(HeldInput& held) const {
+  for (const std::string& key : keys_) co_await held.setKey(key, true);
+}
+
+Task<void> KeyChord::release(HeldInput& held) const {
+  for (auto key = keys_.rbegin(); key != keys_.rend(); ++key) co_await held.setKey(*key, false);
+}
+
+Task<void> pressKeys(HeldInput& held, std::string chord) {
+  const KeyChord keys(chord);
+  co_await keys.press(held);
+  co_await keys.release(held);
+}
+
+}  // namespace tarni::session

@@ -1,0 +1,31 @@
+// Keys and buttons as clients name them. Main thread.
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "agent/session/input/HeldInput.h"
+#include "platform/Task.h"
+
+namespace tarni::session {
+
+// "left", "right", "middle", "back" or "forward". Throws SessionError (invalid argument).
+platform::PointerButton buttonNamed(const std::string& name);
+
+// Keys that are down together: "Control+Shift+F2", "Control++", "a"; the empty text is none. "Ctrl"
+// stands for "Control", "Cmd" for "Meta".
+class KeyChord {
+ public:
+  explicit KeyChord(const std::string& text);
+  // Down in their order, up in the other.
+  platform::Task<void> press(HeldInput& held) const;
+  platform::Task<void> release(HeldInput& held) const;
+
+ private:
+  std::vector<std::string> keys_;
+};
+
+// Down and up.
+platform::Task<void> pressKeys(HeldInput& held, std::string chord);
+
+}  // namespace tarni::session

@@ -1,0 +1,213 @@
+#include <algorithm>
+#include <cmath>
+
+#include "agent/recording/RecorderAction.h"
+#include "agent/session/input/Acting.h"
+#include "agent/session/input/HeldInput.h"
+#include "agent/session/input/Keys.h"
+#include "agent/session/methods/Handlers.h"
+#include "agent/session/screen/Elements.h"
+#include "agent/session/screen/Survey.h"
+#include "platform/Platform.h"
+
+namespace tarni::session::input {
+
+using platform::CGPoint;
+using platform::Task;
+using platform::UIViewRef;
+using platform::UIWindowRef;
+
+namespace {
+
+constexpr std::size_t kMostSteps = 10'000;
+
+[[noreturn]] void refuse(const std::string& why) {
+  throw SessionError(errors::kInvalidArgument, why);
+}
+
+template <typename Value>
+Value member(const Json& object, const char* name, Value usual) {
+  if (!object.is_object()) refuse("a target is an object like {\"element\": 12}");
+  try {
+    return object.value(name, usual);
+  } catch (const Json::exception&) {
+    refuse("\"" + std::string(name) + "\" has the wrong type");
+  }
+}
+
+struct Spot {
+  UIWindowRef window;
+  CGPoint point;
+};
+
+// {element, x, y}: from the element's upper left corner, its middle without them; {window, x, y}
+// and {x, y}: of that window, of the key window.
+Spot spotOf(const Json& target) {
+  const double none = std::nan("");
+  CGPoint point{member(target, "x", none), member(target, "y", none)};
+  if (target.contains("element")) {
+    const auto view = Elements::sharedInstance().viewOf(member(target, "element", Handle{0}));
+    const platform::CGRect bounds = view->bounds();
+    if (std::isnan(point.x)) point.x = bounds.size.width / 2;
+    if (std::isnan(point.y)) point.y = bounds.size.height / 2;
+    point = {bounds.minX() + point.x, bounds.minY() + point.y};
+    return {view->window(), view->convertPointToWindow(point)};
+  }
+  if (std::isnan(point.x) || std::isnan(point.y)) refuse("a target says an element, or x and y");
+  if (target.contains("window")) {
+    const auto view = Elements::sharedInstance().viewOf(member(target, "window", Handle{0}));
+    return {view->window(), point};
+  }
+  UIWindowRef key = platform::current().application->keyWindow();
+  if (!key) throw SessionError(errors::kNoSuchWindow, "the program shows no window");
+  return {std::move(key), point};
+}
+
+Task<void> moveTo(Json target) {
+  const Spot spot = spotOf(target);
+  co_await inputDevices().movePointer(spot.window, spot.point);
+}
+
+const std::string& nameIn(const Json& value) {
+  if (!value.is_string()) refuse("a button or a key is a text");
+  return value.get_ref<const std::string&>();
+}
+
+double millisecondsIn(const Json& value) {
+  if (!value.is_number() || value.get<double>() < 0) refuse("a pause is a number of milliseconds");
+  return value.get<double>();
+}
+
+// The one member of a step, with what it says.
+std::pair<std::string, Json> stepOf(const Json& step) {
+  if (step.is_string()) return {"press", step};
+  if (!step.is_object() || step.size() != 1) {
+    refuse("a step is an object of one member, like {\"down\": \"left\"}");
+  }
+  return {step.begin().key(), step.begin().value()};
+}
+
+const Json& stepsIn(const CallRef& call) {
+  const Json& steps = call->parameters()["steps"];
+  if (steps.size() > kMostSteps) refuse("more than 10,000 steps");
+  return steps;
+}
+
+Task<void> pointerStep(CallRef call, std::string name, Json value) {
+  if (name == "move") {
+    co_await moveTo(std::move(value));
+  } else if (name == "down" || name == "up") {
+    const platform::PointerButton button = buttonNamed(nameIn(value));
+    co_await call->held()->setButton(button, name == "down");
+  } else if (name == "pause") {
+    co_await call->pause(millisecondsIn(value));
+  } else {
+    refuse("a step of the pointer is one of move, down, up and pause, not \"" + name + "\"");
+  }
+}
+
+Task<void> keyStep(CallRef call, std::string name, Json value) {
+  if (name == "press") {
+    std::string chord = nameIn(value);
+    co_await pressKeys(*call->held(), std::move(chord));
+  } else if (name == "down" || name == "up") {
+    std::string key = nameIn(value);
+    co_await call->held()->setKey(std::move(key), name == "down");
+  } else if (name == "pause") {
+    co_await call->pause(millisecondsIn(value));
+  } else {
+    refuse("a step of the keyboard is one of press, down, up and pause, not \"" + name + "\"");
+  }
+}
+
+// What is typed goes where the focus is.
+Task<void> focusOn(const Json& parameters) {
+  if (!parameters.contains("element")) co_return;
+  const Handle handle = parameters["element"].get<Handle>();
+  UIViewRef view = Elements::sharedInstance().viewOf(handle);
+  co_await turnToWindowOf(view);
+  view = Elements::sharedInstance().viewOf(handle);
+  co_await view->becomeFirstResponder();
+}
+
+// What the keyboard wrote is no person's text.
+void leaveOutOfRecording() {
+  for (const UIWindowRef& window : shownWindows()) {
+    surveyWindow(window, [](const Seen& seen) {
+      if (!seen.view->isFirstResponder()) return true;
+      RecorderAction::leaveOutTextOf(seen.view);
+      return false;
+    });
+  }
+}
+
+}  // namespace
+
+Answer pointer(CallRef call) {
+  inputDevices();
+  for (const Json& step : stepsIn(call)) {
+    auto [name, value] = stepOf(step);
+    co_await pointerStep(call, std::move(name), std::move(value));
+  }
+  co_return Result();
+}
+
+Answer keys(CallRef call) {
+  inputDevices();
+  co_await focusOn(call->parameters());
+  for (const Json& step : stepsIn(call)) {
+    auto [name, value] = stepOf(step);
+    co_await keyStep(call, std::move(name), std::move(value));
+  }
+  leaveOutOfRecording();
+  co_return Result();
+}
+
+Answer wheel(CallRef call) {
+  const Json& parameters = call->parameters();
+  if (parameters.contains("at")) co_await moveTo(parameters["at"]);
+  const double right = parameters.value("right", 0.0);
+  const double down = parameters.value("down", 0.0);
+  co_await inputDevices().turnWheel(right, down);
+  co_return Result();
+}
+
+Answer text(CallRef call) {
+  inputDevices();
+  co_await focusOn(call->parameters());
+  std::string text = call->parameters()["text"].get<std::string>();
+  co_await inputDevices().commitText(std::move(text));
+  leaveOutOfRecording();
+  co_return Result();
+}
+
+// In many small moves, since programs begin a drag only after some way.
+Answer drag(CallRef call) {
+  const Json& parameters = call->parameters();
+  const platform::PointerButton button = buttonNamed(parameters.value("button", "left"));
+  const long moves = std::clamp(parameters.value("moves", 12L), 2L, 1000L);
+  const double duration = parameters.value("duration", 200.0);
+  HeldInput& held = *call->held();
+  platform::InputDevices& devices = inputDevices();
+  const Spot from = spotOf(parameters["from"]);
+  spotOf(parameters["to"]);
+  co_await devices.movePointer(from.window, from.point);
+  co_await held.setButton(button, true);
+  for (long move = 1; move <= moves; ++move) {
+    co_await call->pause(duration / static_cast<double>(moves));
+    // Where it is going may move meanwhile.
+    const Spot to = spotOf(parameters["to"]);
+    const CGPoint end = platform::convertPoint(to.point, to.window, from.window);
+    const double part = static_cast<double>(move) / static_cast<double>(moves);
+    const bool isLast = move == moves;
+    const UIWindowRef window = isLast ? to.window : from.window;
+    const CGPoint point = isLast ? to.point
+                                 : CGPoint{from.point.x + (end.x - from.point.x) * part,
+                                           from.point.y + (end.y - from.point.y) * part};
+    co_await devices.movePointer(window, point);
+  }
+  co_await held.setButton(button, false);
+  co_return Result();
+}
+
+}  // namespace tarni::session::input

@@ -1,0 +1,225 @@
+#include <algorithm>
+#include <array>
+#include <vector>
+
+#include "agent/session/methods/Handlers.h"
+#include "agent/session/protocol/Method.h"
+#include "agent/session/screen/Selector.h"
+
+namespace tarni::session {
+namespace {
+
+using Row = std::vector<Parameter>;
+
+constexpr Parameter kTheElement{"element", Kind::Integer, kRequired, "Its handle."};
+constexpr Parameter kTheWindow{"window", Kind::Integer, kOptional,
+                               "Its handle, or that of an element in it; the key window without."};
+
+// Some rows are longer by the parameters of a selector.
+const Row& findRow() {
+  static const auto* const row = [] {
+    auto* const made = new Row(Selector::parameters().begin(), Selector::parameters().end());
+    made->push_back({"all", Kind::Flag, kOptional,
+                     "False for the first alone, and `no such element` when there is none. True "
+                     "without."});
+    made->push_back({"limit", Kind::Integer, kOptional, "At most so many."});
+    return made;
+  }();
+  return *row;
+}
+
+constexpr Parameter kTreeGet[] = {
+    {"since", Kind::Integer, kOptional,
+     "The version that the client knows: only what changed since is told. Without it, or when it "
+     "is not known any more what changed, the whole tree."},
+    {"picture", Kind::Flag, kOptional, "With a picture of each window, of the same moment."},
+};
+constexpr Parameter kElementOnly[] = {kTheElement};
+constexpr Parameter kElementClick[] = {
+    kTheElement,
+    {"button", Kind::Text, kOptional, "left (the usual), right, middle, back or forward."},
+    {"count", Kind::Integer, kOptional, "2 for a double click."},
+    {"modifiers", Kind::Text, kOptional, "Keys that are down meanwhile: `Control+Shift`."},
+};
+constexpr Parameter kElementText[] = {kTheElement, {"text", Kind::Text, kRequired, "The text."}};
+constexpr Parameter kElementValue[] = {
+    kTheElement,
+    {"value", Kind::Any, kRequired,
+     "True or false for a switch; the text to choose or the number for a combo box, a spin box, a "
+     "slider, a tab bar; the text of a text field."}};
+constexpr Parameter kElementExpanded[] = {
+    kTheElement, {"expanded", Kind::Flag, kRequired, "Whether what is below it is shown."}};
+constexpr Parameter kWindowOnly[] = {kTheWindow};
+constexpr Parameter kWindowSize[] = {
+    kTheWindow,
+    {"width", Kind::Number, kRequired, "In points."},
+    {"height", Kind::Number, kRequired, "In points."},
+};
+constexpr Parameter kInputPointer[] = {
+    {"steps", Kind::List, kRequired,
+     "In their order: `{\"move\": TARGET}`, `{\"down\": BUTTON}`, `{\"up\": BUTTON}`, `{\"pause\": "
+     "MILLISECONDS}`."}};
+constexpr Parameter kInputWheel[] = {
+    {"at", Kind::Object, kOptional, "The target to turn it over; where the pointer is without."},
+    {"right", Kind::Number, kOptional, "Notches."},
+    {"down", Kind::Number, kOptional, "Notches."},
+};
+constexpr Parameter kInputKeys[] = {
+    {"steps", Kind::List, kRequired,
+     "In their order: `\"Control+a\"` for keys that go down and up together, `{\"down\": KEY}`, "
+     "`{\"up\": KEY}`, `{\"pause\": MILLISECONDS}`. Keys are called as in the W3C's "
+     "`KeyboardEvent.key`: `Enter`, `F2`, `ArrowLeft`, `Shift`, `a`, `Ä`."},
+    {"element", Kind::Integer, kOptional, "The element that gets the focus first."},
+};
+constexpr Parameter kInputText[] = {
+    {"text", Kind::Text, kRequired, "In any script."},
+    {"element", Kind::Integer, kOptional, "The element that gets the focus first."},
+};
+constexpr Parameter kInputDrag[] = {
+    {"from", Kind::Object, kRequired, "The target at which the button goes down."},
+    {"to", Kind::Object, kRequired, "The target at which it goes up."},
+    {"button", Kind::Text, kOptional, "left without."},
+    {"moves", Kind::Integer, kOptional, "In so many moves, 12 without."},
+    {"duration", Kind::Number, kOptional, "Milliseconds that the way takes, 200 without."},
+};
+constexpr Parameter kThePage{"page", Kind::Integer, kOptional,
+                             "The handle of the web view; not needed where there is one."};
+constexpr Parameter kPageOnly[] = {kThePage};
+constexpr Parameter kPageEvaluate[] = {
+    kThePage, {"script", Kind::Text, kRequired, "An expression of JavaScript."}};
+constexpr Parameter kPageFind[] = {
+    kThePage,
+    {"css", Kind::Text, kOptional, "A CSS selector."},
+    {"xpath", Kind::Text, kOptional, "An XPath expression."},
+    {"text", Kind::Text, kOptional, "The text that it is known by, all of it."},
+    {"textContains", Kind::Text, kOptional, "A part of that text, in any case."},
+};
+constexpr Parameter kWaitFor[] = {{"conditions", Kind::List, kRequired,
+                                   "1 to 100 conditions that must hold at the same moment."}};
+constexpr Parameter kWaitRest[] = {
+    {"quiet", Kind::Number, kOptional, "Milliseconds without anything handled, 100 without."}};
+constexpr Parameter kCancelRow[] = {{"request", Kind::Any, kRequired, "The id of the request."}};
+
+const std::vector<Method>& table() {
+  static const auto* const rows = new std::vector<Method>{
+      {"app.info",
+       "What program this is, and what can be asked of it.",
+       {},
+       "`protocol`, `version` (of the agent), `pid`, `program` (its file), `toolkit`, `screen` "
+       "(`width`, `height`, `scale`), `hasInput` (whether there is a pointer and a keyboard), "
+       "`observesRunLoop` (whether it is known when the main thread is busy), `methods`, `lacking` "
+       "(those of them that this platform has no means for)",
+       Effect::Asks,
+       app::info},
+      {"app.costs",
+       "What the program has cost since the channel opened.",
+       {},
+       "`busyMs` (of the main thread), `longestMs` (its longest stretch), `beganWith` (what that "
+       "began with), `cpuMs` (of the process), `memoryBytes`; null for what is not known",
+       Effect::Asks,
+       app::costs},
+      {"window.list",
+       "The windows that are shown, popups among them.",
+       {},
+       "`windows`: descriptions, each with `screenRect`, `key` and `takesInput`",
+       Effect::Asks,
+       window::list},
+      {"window.activate", "Makes a window the key window and brings it to the front.", kWindowOnly,
+       "nothing", Effect::Acts, window::activate},
+      {"window.resize", "Gives a window another size.", kWindowSize,
+       "`width`, `height`: what came of it", Effect::Acts, window::resize, Needs::Windows},
+      {"window.close", "Closes a window as a person does; the program may ask back.", kWindowOnly,
+       "nothing", Effect::Acts, window::close, Needs::Windows},
+      {"window.picture", "A picture of a window.", kWindowOnly,
+       "`format` (`png`, or `jpeg` where the platform has no other), `data` (Base64), `width`, "
+       "`height`, `scale`",
+       Effect::Asks, window::picture},
+      {"tree.get", "Everything that is shown, or what changed since a version of it.", kTreeGet,
+       "`version`, `whole`, `elements` (descriptions, parents before children), `gone` (handles, "
+       "unless `whole`), `pictures` (each with its `window`)",
+       Effect::Asks, tree::get},
+      {"element.find", "The elements that a selector fits, in all windows.", findRow(),
+       "`elements`: descriptions", Effect::Asks, element::find},
+      {"element.describe", "All that is known of an element.", kElementOnly, "`description`",
+       Effect::Asks, element::describe},
+      {"element.picture", "A picture of an element.", kElementOnly, "as `window.picture`",
+       Effect::Asks, element::picture},
+      {"element.click",
+       "Clicks an element with the mouse, as a person does: in its window, brought into sight, at "
+       "a "
+       "point where it takes the press.",
+       kElementClick, "nothing", Effect::Acts, element::click, Needs::Input},
+      {"element.focus", "Gives the element the keyboard.", kElementOnly, "nothing", Effect::Acts,
+       element::focus},
+      {"element.setText", "Replaces the text of a field or an editor in one go.", kElementText,
+       "nothing", Effect::Acts, element::setText},
+      {"element.setValue", "Sets the value of a control.", kElementValue, "nothing", Effect::Acts,
+       element::setValue},
+      {"element.setExpanded", "Opens or closes a node of a tree.", kElementExpanded, "nothing",
+       Effect::Acts, element::setExpanded},
+      {"element.scrollIntoView", "Scrolls what is round an element until it is in sight.",
+       kElementOnly, "`visible`", Effect::Acts, element::scrollIntoView},
+      {"element.scrollToText",
+       "Brings the item of a list, a table or a tree with that text into sight, whether it has a "
+       "cell yet or not.",
+       kElementText, "nothing", Effect::Acts, element::scrollToText},
+      {"input.pointer", "Moves the mouse and its buttons.", kInputPointer, "nothing", Effect::Acts,
+       input::pointer, Needs::Input},
+      {"input.wheel", "Turns the wheel.", kInputWheel, "nothing", Effect::Acts, input::wheel,
+       Needs::Input},
+      {"input.keys", "Presses keys, with modifiers.", kInputKeys, "nothing", Effect::Acts,
+       input::keys, Needs::Input},
+      {"input.text", "Gives text to what has the focus, as an input method does.", kInputText,
+       "nothing", Effect::Acts, input::text, Needs::Input},
+      {"input.drag", "Drags from one place to another.", kInputDrag, "nothing", Effect::Acts,
+       input::drag, Needs::Input},
+      {"page.list",
+       "The web views that are shown, with their pages.",
+       {},
+       "`pages`: each with `page` (its handle), `title`, `address`, `loading`",
+       Effect::Asks,
+       page::list},
+      {"page.evaluate", "Evaluates a script in a page.", kPageEvaluate,
+       "`text`: its result as text", Effect::Acts, page::evaluate},
+      {"page.find", "The elements of a page that fit, in its frames and shadow trees as well.",
+       kPageFind, "`elements`: descriptions", Effect::Asks, page::find},
+      {"page.tree", "Everything that is shown of a page.", kPageOnly, "`elements`: descriptions",
+       Effect::Asks, page::tree},
+      {"record.start",
+       "Tells this client from now on what a person does: each act is a step, and a notification "
+       "`record.step` with it as its parameters.",
+       {},
+       "nothing",
+       Effect::Asks,
+       record::start},
+      {"record.stop",
+       "No more of that. Every step has been told before the answer.",
+       {},
+       "nothing",
+       Effect::Asks,
+       record::stop},
+      {"wait.for", "Waits until all conditions hold.", kWaitFor, "`waitedMs`", Effect::Waits,
+       wait::forConditions},
+      {"wait.rest", "Waits until the program has handled nothing for a while.", kWaitRest,
+       "`waitedMs`", Effect::Waits, wait::rest, Needs::RunLoop},
+      {"cancel",
+       "Gives a request of this client up, which is then answered with `cancelled`. What it has "
+       "done already stays done.",
+       kCancelRow, "`cancelled`: false when there is no such request any more", Effect::Asks,
+       nullptr},
+  };
+  return *rows;
+}
+
+}  // namespace
+
+std::span<const Method> methods() {
+  return table();
+}
+
+const Method* methodNamed(std::string_view name) {
+  const auto found = std::ranges::find(table(), name, &Method::name);
+  return found == table().end() ? nullptr : &*found;
+}
+
+}  // namespace tarni::session

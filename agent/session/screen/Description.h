@@ -1,0 +1,37 @@
+// What the channel tells of a view: the same in a tree, in a search and alone. Main thread.
+#pragma once
+
+#include <optional>
+#include <string>
+#include <string_view>
+
+#include "agent/session/protocol/JsonText.h"
+#include "agent/session/screen/Elements.h"
+#include "agent/session/screen/Survey.h"
+#include "platform/UIKit/UIView.h"
+
+namespace tarni::session {
+
+// The text that the view shows now: of a field what was typed, of a control with a value that
+// value. Null for what shows none.
+std::optional<std::string> textOf(const platform::UIViewRef& view);
+
+// Its accessibility label, unless that tells what a secure field holds.
+std::optional<std::string> labelOf(const platform::UIViewRef& view);
+
+// Of a text field; null for all others.
+std::optional<std::string> placeholderOf(const platform::UIViewRef& view);
+// Null where the question does not arise.
+std::optional<bool> isChecked(const platform::UIViewRef& view);
+bool isEditable(const platform::UIViewRef& view);
+
+// Writes the members of the description, without brackets. Texts that are nil, and states that the
+// view has not got, are left out.
+void describe(const platform::UIViewRef& view, Handle handle, const Place& place, JsonText& text);
+// With the rectangle on the screen, and the chain of the class's kinds.
+void describeWhole(const platform::UIViewRef& view, JsonText& text);
+
+// What the document says of the members.
+std::string_view descriptionInWords();
+
+}  // namespace tarni::session

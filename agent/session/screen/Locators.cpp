@@ -1,0 +1,100 @@
+#include "agent/session/screen/Locators.h"
+
+#include <algorithm>
+#include <utility>
+
+#include "agent/elements/ViewKinds.h"
+#include "agent/session/calls/Costs.h"
+#include "agent/session/screen/Description.h"
+#include "agent/session/screen/Selector.h"
+#include "platform/Platform.h"
+#include "platform/UIKit/Classes.h"
+#include "platform/UIKit/UIItems.h"
+#include "platform/UIKit/UIWindow.h"
+
+namespace tarni::session {
+
+using platform::UIViewRef;
+
+namespace {
+
+using Text = std::optional<std::string>;
+
+constexpr std::size_t kLongestText = 200;
+
+// What a person changes does not tell the element from others the next time.
+Text lastingText(const UIViewRef& view) {
+  if (isEditable(view) || kindOf<platform::UIValueControl>(view)) return std::nullopt;
+  return textOf(view);
+}
+
+std::string positionOf(UIViewRef view) {
+  std::string position;
+  for (UIViewRef parent = view->superview(); parent; parent = view->superview()) {
+    const std::string& name = view->getClass()->name();
+    long index = 0;
+    for (const UIViewRef& sibling : parent->subviews()) {
+      if (sibling == view) break;
+      if (sibling->getClass() == view->getClass()) ++index;
+    }
+    position.insert(0, "\\" + name + "[" + std::to_string(index) + "]");
+    view = parent;
+  }
+  return position;
+}
+
+std::vector<Json> candidates(const UIViewRef& view) {
+  const std::string& className = view->getClass()->name();
+  const auto* const window = kindOf<platform::UIWindow>(view->window());
+  const Text title = window ? window->windowTitle() : std::nullopt;
+  std::vector<Json> all;
+  const auto add = [&](const char* name, const Text& value) {
+    if (!value || value->empty() || value->size() > kLongestText) return;
+    all.push_back({{name, *value}, {"class", className}, {"visible", true}});
+  };
+  if (const Text identifier = view->accessibilityIdentifier()) {
+    all.push_back({{"identifier", *identifier}});
+  }
+  const Text text = lastingText(view);
+  const Text label = labelOf(view);
+  if (label != text) add("label", label);
+  add("text", text);
+  add("placeholder", placeholderOf(view));
+  const std::size_t unscoped = all.size();
+  if (title && !view->isKindOfClass(platform::uikit::UIWindow)) {
+    for (std::size_t i = 0; i < unscoped; ++i) {
+      all.push_back(all[i]);
+      all.back()["windowTitle"] = *title;
+    }
+  }
+  add("class", className);
+  if (std::string position = positionOf(view); !position.empty()) {
+    all.push_back({{"xpath", std::move(position)}});
+    if (title) all.back()["windowTitle"] = *title;
+  }
+  return all;
+}
+
+}  // namespace
+
+std::vector<Locator> locatorsOf(const UIViewRef& view) {
+  const std::shared_ptr<void> still = platform::current().application->holdStill();
+  std::vector<Locator> locators;
+  bool isScopeNeeded = true;
+  for (Json& find : candidates(view)) {
+    const bool isScoped = find.contains("windowTitle") && !find.contains("xpath");
+    if (isScoped && !isScopeNeeded) continue;
+    const Clock::time_point start = Clock::now();
+    std::vector<UIViewRef> pages;  // where others could stand, which nobody asks here
+    const std::vector<Match> matches = Selector(find).find(0, &pages);
+    const double took = seconds(Clock::now() - start) * 1000;
+    const bool fits = std::ranges::find(matches, view, &Match::view) != matches.end();
+    if (!fits) continue;
+    if (matches.size() == 1) isScopeNeeded = false;
+    locators.push_back({std::move(find), matches.size(), took});
+  }
+  std::ranges::stable_partition(locators, [](const Locator& one) { return one.matches == 1; });
+  return locators;
+}
+
+}  // namespace tarni::session

@@ -1,0 +1,21 @@
+// Locators: the ways to find an element again, each tried at that moment. Main thread.
+#pragma once
+
+#include <vector>
+
+#include "agent/session/protocol/Method.h"
+#include "platform/UIKit/UIView.h"
+
+namespace tarni::session {
+
+struct Locator {
+  Json find;  // a selector, for element.find
+  std::size_t matches = 0;
+  double milliseconds = 0;  // that it took
+};
+
+// Best first: those that fit this element alone, from its identifier to what it shows and asks for;
+// its position is the last of them. Those that fit others as well come behind.
+std::vector<Locator> locatorsOf(const platform::UIViewRef& view);
+
+}  // namespace tarni::session

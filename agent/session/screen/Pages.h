@@ -1,0 +1,44 @@
+// Pages: what stands in web views, asked of a script in the page. Page elements have handles like
+// views. Main thread.
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "agent/session/protocol/SessionError.h"
+#include "agent/session/screen/Elements.h"
+#include "platform/Task.h"
+#include "platform/UIKit/UIView.h"
+
+namespace tarni::session {
+
+struct PageNode {
+  Handle element;
+  std::string description;  // JSON text
+};
+
+bool isPage(const platform::UIViewRef& view);
+// All web views that are shown.
+std::vector<platform::UIViewRef> webViews();
+
+// Everything in the page, parents first; nothing while it loads or when it does not answer.
+platform::Task<std::vector<PageNode>> nodesOf(platform::UIViewRef webView);
+// Those with these of a selector's members (an object), at most `limit` (0 for all); `within` is
+// what the page calls the element that they stand in, 0 for the page.
+platform::Task<std::vector<PageNode>> nodesThatFit(platform::UIViewRef webView, Json members,
+                                                   long within, std::size_t limit);
+// By "css", "xpath", "text" or "textContains".
+platform::Task<std::vector<PageNode>> nodesFound(platform::UIViewRef webView, std::string way,
+                                                 std::string value);
+
+// The following throw SessionError: stale element reference when the element has left the page,
+// javascript error with what the page says.
+platform::Task<std::string> descriptionOf(PageElement element);
+platform::Task<void> clickIn(PageElement element);
+platform::Task<void> scrollToIn(PageElement element);
+platform::Task<void> setTextIn(PageElement element, std::string text);
+
+// The text that the script gives.
+platform::Task<std::string> evaluate(platform::UIViewRef webView, std::string script);
+
+}  // namespace tarni::session

@@ -1,0 +1,26 @@
+#include "agent/session/screen/Pictures.h"
+
+#include "platform/Platform.h"
+
+namespace tarni::session {
+
+platform::Task<platform::UIImageRef> draw(platform::UIViewRef view) {
+  platform::UIImageRef image = co_await view->drawViewHierarchy();
+  const bool isDrawn = image && image->size().width > 0 && image->size().height > 0;
+  if (!isDrawn) throw SessionError(errors::kNoPicture, "the view cannot be drawn");
+  co_return image;
+}
+
+Json encoded(const platform::UIImageRef& image) {
+  constexpr double kQuality = 0.9;
+  std::vector<std::byte> bytes = image->PNGRepresentation();
+  const bool isPNG = !bytes.empty();
+  if (!isPNG) bytes = image->JPEGRepresentation(kQuality);
+  return {{"format", isPNG ? "png" : "jpeg"},
+          {"width", image->size().width},
+          {"height", image->size().height},
+          {"scale", image->scale()},
+          {"data", platform::current().encoding->base64EncodedString(bytes)}};
+}
+
+}  // namespace tarni::session
