@@ -66,9 +66,10 @@ TEST(Items, OfClosedNodesAreShownByOpeningThem) {
   EXPECT_TRUE(scrollTo(tree, "Second"));
   EXPECT_TRUE(tree.isExpanded(outer->index()));
   EXPECT_TRUE(tree.isExpanded(inner->index()));
-  const auto cell = as<platform::UIItemCell>(subviewsOf(viewOf(tree), "UITableViewCell").at(0));
+  const auto view = subviewsOf(viewOf(tree), "UITableViewCell").at(0);
+  const auto cell = as<platform::UIItemCell>(view);
   EXPECT_EQ(cell->place().row, 0);
-  EXPECT_EQ(cell->isExpanded(), true);
+  EXPECT_EQ(view->isExpanded(), true);
   finish(cell->setExpanded(false));
   EXPECT_FALSE(tree.isExpanded(outer->index()));
   EXPECT_FALSE(scrollTo(tree, "No such"));
