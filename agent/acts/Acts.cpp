@@ -23,7 +23,7 @@ using platform::UIViewRef;
 namespace {
 
 constexpr double kRest = 0.1;       // seconds without a further event
-constexpr double kLongPress = 0.5;  // seconds
+constexpr double kLongPress = 0.8;  // seconds
 constexpr double kOneTurn = 1;      // seconds between turns of the wheel that are one act
 constexpr double kOwnDoing = 0.5;   // seconds in which a window's size follows from an act
 constexpr double kDragBegins = 10;  // points

@@ -64,8 +64,9 @@ UIViewRef Outcome::apply(Act& act) const {
   const UIViewRef cell = cell_.lock();
   const auto expanded = cell ? cell->isExpanded() : std::nullopt;
   if (expanded && *expanded != wasExpanded_) {
+    // What was pressed keeps its portrait: the cell may stand for another row by now.
     act.state = *expanded;
-    return became(acts::kExpand, cell);
+    act.kind = acts::kExpand;
   }
   return nullptr;
 }
