@@ -1,5 +1,8 @@
 #include "agent/acts/Outcome.h"
 
+#include <algorithm>
+
+#include "agent/elements/Utilities.h"
 #include "agent/elements/ViewKinds.h"
 #include "platform/UIKit/Classes.h"
 #include "platform/UIKit/UIControls.h"
@@ -41,6 +44,9 @@ Outcome::Outcome(const UIViewRef& view) : view_(view) {
   const UIViewRef cell = nearest<platform::UIItemCell>(view);
   if (const auto expanded = cell ? cell->isExpanded() : std::nullopt) {
     cell_ = cell;
+    rows_ = cell->superview();
+    rowText_ = Utilities::getUIViewText(cell);
+    place_ = kindOf<platform::UIItemCell>(cell)->place();
     wasExpanded_ = *expanded;
   }
 }
@@ -61,14 +67,34 @@ UIViewRef Outcome::apply(Act& act) const {
     act.state = !wasOn_;
     return became(acts::kSwitch, toggle);
   }
-  const UIViewRef cell = cell_.lock();
-  const auto expanded = cell ? cell->isExpanded() : std::nullopt;
+  const UIViewRef row = rowNow();
+  const auto expanded = row ? row->isExpanded() : std::nullopt;
   if (expanded && *expanded != wasExpanded_) {
-    // What was pressed keeps its portrait: the cell may stand for another row by now.
+    // What was pressed keeps its portrait, wherever the row stands now.
     act.state = *expanded;
     act.kind = acts::kExpand;
   }
   return nullptr;
+}
+
+bool Outcome::isSameRow(const UIViewRef& view) const {
+  const auto* const cell = kindOf<platform::UIItemCell>(view);
+  if (!cell || !view->isExpanded()) return false;
+  const platform::ItemPlace place = cell->place();
+  return place.row == place_.row && place.column == place_.column &&
+         Utilities::getUIViewText(view) == rowText_;
+}
+
+// A table that opens or closes a node may give the cell to another row, and the row another cell.
+UIViewRef Outcome::rowNow() const {
+  const UIViewRef cell = cell_.lock();
+  if (cell && isSameRow(cell)) return cell;
+  const UIViewRef rows = rows_.lock();
+  if (!rows) return nullptr;
+  const auto siblings = rows->subviews();
+  const auto found =
+      std::ranges::find_if(siblings, [this](const UIViewRef& view) { return isSameRow(view); });
+  return found == siblings.end() ? nullptr : *found;
 }
 
 }  // namespace tarni

@@ -6,6 +6,7 @@
 #include <string>
 
 #include "agent/acts/Act.h"
+#include "platform/UIKit/UIItems.h"
 #include "platform/UIKit/UIView.h"
 
 namespace tarni {
@@ -23,12 +24,18 @@ class Outcome {
   platform::UIViewRef control() const { return control_.lock(); }
 
  private:
+  bool isSameRow(const platform::UIViewRef& view) const;
+  platform::UIViewRef rowNow() const;
+
   platform::UIViewWeakRef view_;
   platform::UIViewWeakRef control_;
   std::string value_;
   platform::UIViewWeakRef toggle_;
   bool wasOn_ = false;
   platform::UIViewWeakRef cell_;
+  platform::UIViewWeakRef rows_;  // where it stands among its like
+  std::string rowText_;
+  platform::ItemPlace place_;
   bool wasExpanded_ = false;
 };
 
