@@ -87,7 +87,7 @@ BENCHMARK(acts_key);
 BENCHMARK(acts_click_bare)->Arg(100)->Arg(1000)->Unit(benchmark::kMicrosecond);
 BENCHMARK(acts_click)->Arg(100)->Arg(1000)->Arg(10'000)->Unit(benchmark::kMicrosecond);
 
-const bool compared = [] {
+const bool kCompared = [] {
   difference({"acts_move", "acts_move_bare", 5e3, "a move of a drag whose steps a client is told",
               "the move"});
   limit({"acts_key", 5e3, 1, "a key of a text that a client is told"});

@@ -75,7 +75,8 @@ BENCHMARK_CAPTURE(session_describe, qt5, "qt-sample-5", test::agentEnvironment()
 Json ask(const char* name, Json parameters) {
   const session::Method& method = *session::methodNamed(name);
   const auto call = std::make_shared<session::Call>(
-      method, std::move(parameters), std::make_shared<session::HeldInput>(),
+      method, std::move(parameters),
+      session::Call::Owned{std::make_shared<session::HeldInput>(), nullptr},
       [](const std::shared_ptr<session::Result>&, const session::SessionError*) {});
   const session::Result result = test::complete(method.handler(call));
   benchmark::DoNotOptimize(result.text());
@@ -131,7 +132,7 @@ void session_click(benchmark::State& state) {
   if (!platform::current().inputDevices) return state.SkipWithError("no mouse here");
   const session::Method& find = *session::methodNamed("element.find");
   const auto call = std::make_shared<session::Call>(
-      find, Json{{"text", "Pressed"}}, nullptr,
+      find, Json{{"text", "Pressed"}}, session::Call::Owned{},
       [](const std::shared_ptr<session::Result>&, const session::SessionError*) {});
   const session::Result found = test::complete(find.handler(call));
   const Json button = Json::parse(found.text())["elements"][0]["element"];

@@ -15,12 +15,12 @@ ChangeLog& ChangeLog::sharedInstance() {
   return *shared;
 }
 
-void ChangeLog::noteContent(platform::UIViewRef view) {
+void ChangeLog::noteContent(const platform::UIViewRef& view) {
   if (hasStructureChanged_ || !view) return;
   const bool isNoted =
       !views_.empty() && !views_.back().owner_before(view) && !view.owner_before(views_.back());
   if (isNoted) return;
-  views_.push_back(std::move(view));
+  views_.push_back(view);
   if (views_.size() > kMost) noteStructure();
 }
 

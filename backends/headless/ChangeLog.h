@@ -11,7 +11,7 @@ class ChangeLog {
   static ChangeLog& sharedInstance();
 
   // What the view tells of itself is different.
-  void noteContent(platform::UIViewRef view);
+  void noteContent(const platform::UIViewRef& view);
   // Which views there are, where they stand and which are hidden is different.
   void noteStructure() { hasStructureChanged_ = true; }
 

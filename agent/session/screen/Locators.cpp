@@ -93,7 +93,8 @@ std::vector<Locator> locatorsOf(const UIViewRef& view) {
     if (matches.size() == 1) isScopeNeeded = false;
     locators.push_back({std::move(find), matches.size(), took});
   }
-  std::ranges::stable_partition(locators, [](const Locator& one) { return one.matches == 1; });
+  std::stable_partition(locators.begin(), locators.end(),
+                        [](const Locator& one) { return one.matches == 1; });
   return locators;
 }
 

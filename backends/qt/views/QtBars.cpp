@@ -73,7 +73,7 @@ bool QtTabs::isEnabled(Key key) const {
   return tabs(*this).isTabEnabled(indexOf(key));
 }
 
-std::optional<bool> QtTabs::isSelected(Key key) const {
+std::optional<bool> QtTabs::isButtonSelected(Key key) const {
   return tabs(*this).currentIndex() == indexOf(key);
 }
 
@@ -130,14 +130,14 @@ std::optional<std::string> QtActions::identifierOf(Key key) const {
   return nonEmpty(actionOf(key)->objectName());
 }
 
-std::optional<bool> QtActions::isChecked(Key key) const {
+std::optional<bool> QtActions::isButtonChecked(Key key) const {
   const QAction& action = *actionOf(key);
   if (!action.isCheckable()) return std::nullopt;
   return action.isChecked();
 }
 
 std::optional<std::string> QtActions::valueOf(Key key) const {
-  const auto checked = isChecked(key);
+  const auto checked = isButtonChecked(key);
   return checked ? std::optional(checkText(*checked)) : std::nullopt;
 }
 

@@ -22,7 +22,7 @@ class QtTabs final : public QtWithValue<QtBar> {
   QRect rectOf(Key key) const override;
   QString titleOf(Key key) const override;
   bool isEnabled(Key key) const override;
-  std::optional<bool> isSelected(Key key) const override;
+  std::optional<bool> isButtonSelected(Key key) const override;
 
  protected:
   void collectKeys(std::vector<Key>& keys) const override;
@@ -46,7 +46,7 @@ class QtActions final : public QtBar {
   bool isEnabled(Key key) const override;
   std::optional<std::string> identifierOf(Key key) const override;
   std::optional<std::string> valueOf(Key key) const override;
-  std::optional<bool> isChecked(Key key) const override;
+  std::optional<bool> isButtonChecked(Key key) const override;
 
  protected:
   void collectKeys(std::vector<Key>& keys) const override;

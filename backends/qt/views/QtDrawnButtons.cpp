@@ -41,11 +41,11 @@ std::optional<std::string> QtDrawnButton::accessibilityIdentifier() const {
 }
 
 std::optional<bool> QtDrawnButton::isSelected() const {
-  return widget() ? source_.isSelected(key_) : std::nullopt;
+  return widget() ? source_.isButtonSelected(key_) : std::nullopt;
 }
 
 std::optional<bool> QtDrawnButton::isChecked() const {
-  return widget() ? source_.isChecked(key_) : std::nullopt;
+  return widget() ? source_.isButtonChecked(key_) : std::nullopt;
 }
 
 std::optional<std::string> QtDrawnButton::accessibilityValue() const {

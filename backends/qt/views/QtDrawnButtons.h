@@ -24,8 +24,8 @@ class QtButtonSource {
   virtual bool isEnabled(Key key) const = 0;
   virtual std::optional<std::string> identifierOf(Key) const { return std::nullopt; }
   virtual std::optional<std::string> valueOf(Key) const { return std::nullopt; }
-  virtual std::optional<bool> isSelected(Key) const { return std::nullopt; }
-  virtual std::optional<bool> isChecked(Key) const { return std::nullopt; }
+  virtual std::optional<bool> isButtonSelected(Key) const { return std::nullopt; }
+  virtual std::optional<bool> isButtonChecked(Key) const { return std::nullopt; }
 
   virtual void collectKeys(std::vector<Key>& keys) const = 0;
   // The button at that point of the widget; null where there is none.
