@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "platform/QuartzCore/CGGeometry.h"
+#include "platform/UIKit/InputDevices.h"
 
 namespace tarni {
 
@@ -38,8 +39,8 @@ struct Act {
   Portrait element;
 
   // Of the pointer.
-  std::string button = {};  // as the channel calls it
-  int count = 0;            // clicks, or repetitions of a key
+  std::optional<platform::PointerButton> button = {};
+  int count = 0;  // clicks, or repetitions of a key
   std::string modifiers = {};
   std::optional<platform::CGPoint> at = {};  // from the element's upper left corner
   std::vector<platform::CGPoint> way = {};   // of a drag: steps on its way, from where it began

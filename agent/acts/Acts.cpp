@@ -1,7 +1,6 @@
 #include "agent/acts/Acts.h"
 
 #include <algorithm>
-#include <array>
 #include <cmath>
 #include <utility>
 
@@ -34,9 +33,10 @@ double distance(CGPoint one, CGPoint other) {
   return std::hypot(one.x - other.x, one.y - other.y);
 }
 
-const char* nameOf(platform::PointerButton button) {
-  constexpr std::array kNames{"left", "right", "middle", "back", "forward"};
-  return kNames.at(static_cast<std::size_t>(button));
+// A point of the view's window, from the view's upper left corner.
+CGPoint fromCorner(const UIViewRef& view, CGPoint point) {
+  const CGPoint inside = view->convertPointFromWindow(point);
+  return {inside.x - view->bounds().minX(), inside.y - view->bounds().minY()};
 }
 
 std::string chordOf(unsigned modifiers, std::string_view key) {
@@ -151,20 +151,17 @@ void Acts::press(const InputEvent& event) {
   if (!view) return;
   press_ = {true, false, event.button, event.window, event.point};
   if (growsMenu(view)) return;
-  const std::string button = nameOf(event.button);
-  if (event.clicks > 1 && isOpen(acts::kClick, view) && open_->act.button == button) {
+  if (event.clicks > 1 && isOpen(acts::kClick, view) && open_->act.button == event.button) {
     open_->act.count = event.clicks;
     return;
   }
   const bool isMenu = isEntryOfMenu(view) && event.button == platform::PointerButton::Left;
   Act& act = begin(isMenu ? acts::kMenu : acts::kClick, event, view);
   if (isMenu) act.path.push_back(act.element);
-  act.button = button;
+  act.button = event.button;
   act.count = 1;
   act.modifiers = chordOf(event.modifiers, {});
-  const CGPoint corner{view->bounds().minX(), view->bounds().minY()};
-  const CGPoint inside = view->convertPointFromWindow(event.point);
-  act.at = CGPoint{inside.x - corner.x, inside.y - corner.y};
+  act.at = fromCorner(view, event.point);
 }
 
 void Acts::move(const InputEvent& event) {
@@ -182,18 +179,15 @@ void Acts::release(const InputEvent& event) {
   press_.isDown = false;
   if (!open_) return;
   Act& act = open_->act;
-  open_->last = event.time;
-  act.duration = event.time - act.time;
+  lastsTo(event.time);
   const bool isClick = act.kind == acts::kClick;
   if (isClick && press_.isDrag) {
     const CGPoint end = platform::convertPoint(event.point, event.window, press_.window.lock());
     act.kind = acts::kDrag;
     act.way.push_back({end.x - press_.point.x, end.y - press_.point.y});
     if (event.view && event.view != open_->view.lock()) {
-      const CGPoint inside = event.view->convertPointFromWindow(event.point);
       act.target = portray_(event.view);
-      act.targetAt =
-          CGPoint{inside.x - event.view->bounds().minX(), inside.y - event.view->bounds().minY()};
+      act.targetAt = fromCorner(event.view, event.point);
     }
   } else {
     act.way.clear();
@@ -212,8 +206,7 @@ void Acts::wheel(const InputEvent& event) {
   Act& act = open_->act;
   act.notches.x += event.notches.x;
   act.notches.y += event.notches.y;
-  open_->last = event.time;
-  act.duration = event.time - act.time;
+  lastsTo(event.time);
   tellAtRest();
 }
 
@@ -260,8 +253,7 @@ void Acts::type(const InputEvent& event) {
   }
   Act& act = open_->act;
   if (!act.isSecret) act.text += event.text;
-  open_->last = event.time;
-  act.duration = event.time - act.time;
+  lastsTo(event.time);
   tellAtRest();
 }
 
@@ -291,8 +283,7 @@ void Acts::resize(const InputEvent& event) {
   const bool goesOn = isOpen(acts::kResize, event.window);
   if (!goesOn && open_ && event.time - open_->last < kOwnDoing) return;
   if (!goesOn) begin(acts::kResize, event, event.window);
-  open_->last = event.time;
-  open_->act.duration = event.time - open_->act.time;
+  lastsTo(event.time);
   tellAtRest();
 }
 
@@ -300,6 +291,11 @@ void Acts::resize(const InputEvent& event) {
 
 bool Acts::isOpen(std::string_view kind, const UIViewRef& view) const {
   return open_ && open_->act.kind == kind && open_->view.lock() == view;
+}
+
+void Acts::lastsTo(double time) {
+  open_->last = time;
+  open_->act.duration = time - open_->act.time;
 }
 
 Act& Acts::begin(std::string_view kind, const InputEvent& event, const UIViewRef& view) {

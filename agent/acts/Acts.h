@@ -51,6 +51,7 @@ class Acts : public platform::InputObserver {
   bool growsMenu(const platform::UIViewRef& entry);
   Act& begin(std::string_view kind, const platform::InputEvent& event,
              const platform::UIViewRef& view);
+  void lastsTo(double time);
   void settle();
   void readText();
   void tell();

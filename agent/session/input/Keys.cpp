@@ -37,6 +37,11 @@ PointerButton buttonNamed(const std::string& name) {
                      "\"" + name + "\" is none of left, right, middle, back and forward");
 }
 
+std::string_view nameOf(PointerButton button) {
+  return std::ranges::find(kButtons, button, &std::pair<std::string_view, PointerButton>::second)
+      ->first;
+}
+
 KeyChord::KeyChord(const std::string& text) {
   std::size_t begin = 0;
   while (begin < text.size()) {

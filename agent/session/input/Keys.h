@@ -2,6 +2,7 @@
 #pragma once
 
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "agent/session/input/HeldInput.h"
@@ -11,6 +12,7 @@ namespace tarni::session {
 
 // "left", "right", "middle", "back" or "forward". Throws SessionError (invalid argument).
 platform::PointerButton buttonNamed(const std::string& name);
+std::string_view nameOf(platform::PointerButton button);
 
 // Keys that are down together: "Control+Shift+F2", "Control++", "a"; the empty text is none. "Ctrl"
 // stands for "Control", "Cmd" for "Meta".

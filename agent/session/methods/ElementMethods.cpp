@@ -84,19 +84,7 @@ Answer find(CallRef call) {
   if (matches.empty() && nodes.empty() && !all) {
     throw SessionError(errors::kNoSuchElement, "nothing on screen is " + selector.inWords());
   }
-  JsonText text;
-  text.open('[');
-  for (const Match& match : matches) {
-    text.open('{');
-    const Handle handle = Elements::sharedInstance().handleOf(match.view);
-    session::describe(match.view, handle, match.place, text);
-    text.close('}');
-  }
-  for (const PageNode& node : nodes) text.raw(node.description);
-  text.close(']');
-  Result result;
-  result.written.emplace_back("elements", text.take());
-  co_return result;
+  co_return answerOf(matches, nodes);
 }
 
 Answer describe(CallRef call) {

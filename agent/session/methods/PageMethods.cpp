@@ -1,6 +1,7 @@
 #include "agent/session/methods/Handlers.h"
 #include "agent/session/screen/Description.h"
 #include "agent/session/screen/Pages.h"
+#include "agent/session/screen/Selector.h"
 #include "platform/UIKit/Classes.h"
 #include "platform/UIKit/UIControls.h"
 
@@ -21,16 +22,6 @@ UIViewRef pageOf(const CallRef& call) {
   const UIViewRef view = Elements::sharedInstance().viewOf(parameters["page"].get<Handle>());
   if (platform::as<platform::UIWebView>(view)) return view;
   throw SessionError(errors::kInvalidArgument, "\"page\" is not the handle of a web view");
-}
-
-Result listed(const std::vector<PageNode>& nodes) {
-  JsonText text;
-  text.open('[');
-  for (const PageNode& node : nodes) text.raw(node.description);
-  text.close(']');
-  Result result;
-  result.written.emplace_back("elements", text.take());
-  return result;
 }
 
 }  // namespace
@@ -67,7 +58,8 @@ Answer find(CallRef call) {
   for (const char* way : {"css", "xpath", "text", "textContains"}) {
     if (!parameters.contains(way)) continue;
     std::string value = parameters[way].get<std::string>();
-    co_return listed(co_await nodesFound(std::move(view), way, std::move(value)));
+    const std::vector<PageNode> nodes = co_await nodesFound(std::move(view), way, std::move(value));
+    co_return answerOf({}, nodes);
   }
   throw SessionError(errors::kInvalidSelector,
                      "page.find takes one of css, xpath, text and textContains");
@@ -75,7 +67,8 @@ Answer find(CallRef call) {
 
 Answer tree(CallRef call) {
   UIViewRef view = pageOf(call);
-  co_return listed(co_await nodesOf(std::move(view)));
+  const std::vector<PageNode> nodes = co_await nodesOf(std::move(view));
+  co_return answerOf({}, nodes);
 }
 
 }  // namespace tarni::session::page

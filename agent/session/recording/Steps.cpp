@@ -4,6 +4,7 @@
 #include <cmath>
 
 #include "agent/elements/ViewKinds.h"
+#include "agent/session/input/Keys.h"
 #include "agent/session/protocol/JsonText.h"
 #include "agent/session/screen/Description.h"
 #include "agent/session/screen/Locators.h"
@@ -65,12 +66,11 @@ std::optional<std::string> groupOf(const UIViewRef& view) {
 }
 
 void describeSurroundings(const UIViewRef& view, JsonText& text) {
-  const auto* const window = kindOf<platform::UIWindow>(view->window());
   text.key("near");
   text.open('{');
   text.add("label", labelNear(view));
   text.add("group", groupOf(view));
-  text.add("window", window ? window->windowTitle() : std::nullopt);
+  text.add("window", titleOfWindow(view));
   text.close('}');
 }
 
@@ -97,13 +97,17 @@ std::string secretOf(const Act& act) {
   return "secret";
 }
 
+void write(const CGPoint& point, JsonText& text) {
+  text.open('{');
+  text.add("x", point.x);
+  text.add("y", point.y);
+  text.close('}');
+}
+
 void add(JsonText& text, std::string_view name, const std::optional<CGPoint>& point) {
   if (!point) return;
   text.key(name);
-  text.open('{');
-  text.add("x", point->x);
-  text.add("y", point->y);
-  text.close('}');
+  write(*point, text);
 }
 
 void add(JsonText& text, std::string_view name, const Portrait& portrait) {
@@ -117,19 +121,14 @@ void addIfAny(JsonText& text, std::string_view name, const std::string& value) {
 }
 
 void describePointer(const Act& act, JsonText& text) {
-  addIfAny(text, "button", act.button);
+  if (act.button) text.add("button", nameOf(*act.button));
   if (act.count > 0) text.add("count", static_cast<long>(act.count));
   addIfAny(text, "modifiers", act.modifiers);
   add(text, "at", act.at);
   if (act.kind == acts::kDrag) {
     text.key("way");
     text.open('[');
-    for (const CGPoint& point : act.way) {
-      text.open('{');
-      text.add("x", point.x);
-      text.add("y", point.y);
-      text.close('}');
-    }
+    for (const CGPoint& point : act.way) write(point, text);
     text.close(']');
     add(text, "target", act.target);
     add(text, "targetAt", act.targetAt);

@@ -85,6 +85,12 @@ std::optional<std::string> labelOf(const UIViewRef& view) {
   return label;
 }
 
+std::optional<std::string> titleOfWindow(const UIViewRef& view) {
+  const platform::UIWindowRef window = view->window();
+  const auto* const titled = kindOf<platform::UIWindow>(window);
+  return titled ? titled->windowTitle() : std::nullopt;
+}
+
 std::optional<std::string> placeholderOf(const UIViewRef& view) {
   if (!view->isKindOfClass(uikit::UITextField)) return std::nullopt;
   return ask(view, &platform::UITextField::placeholder);

@@ -19,6 +19,9 @@ std::optional<std::string> textOf(const platform::UIViewRef& view);
 // Its accessibility label, unless that tells what a secure field holds.
 std::optional<std::string> labelOf(const platform::UIViewRef& view);
 
+// Of the window that it stands in; null for one without.
+std::optional<std::string> titleOfWindow(const platform::UIViewRef& view);
+
 // Of a text field; null for all others.
 std::optional<std::string> placeholderOf(const platform::UIViewRef& view);
 // Null where the question does not arise.

@@ -45,8 +45,7 @@ std::string positionOf(UIViewRef view) {
 
 std::vector<Json> candidates(const UIViewRef& view) {
   const std::string& className = view->getClass()->name();
-  const auto* const window = kindOf<platform::UIWindow>(view->window());
-  const Text title = window ? window->windowTitle() : std::nullopt;
+  const Text title = titleOfWindow(view);
   std::vector<Json> all;
   const auto add = [&](const char* name, const Text& value) {
     if (!value || value->empty() || value->size() > kLongestText) return;

@@ -154,12 +154,12 @@ Task<void> setTextIn(PageElement element, std::string text) {
   co_await askAbout(element, "tarniSessionSetText", std::move(more));
 }
 
-Task<std::string> evaluate(UIViewRef webView, std::string kScript) {
+Task<std::string> evaluate(UIViewRef webView, std::string script) {
   if (!isReady(webView)) {
     throw SessionError(errors::kJavaScriptError, "the page is loading, or does not answer");
   }
   WebView bridge;
-  co_return co_await bridge.callJavaScriptFunction(webView, kScript);
+  co_return co_await bridge.callJavaScriptFunction(webView, script);
 }
 
 }  // namespace tarni::session

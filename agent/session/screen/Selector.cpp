@@ -77,12 +77,6 @@ PathStep takeStep(std::string_view& path) {
                      "\"" + std::string(path) + "\" is no position like \\UIButton[0]");
 }
 
-std::optional<std::string> titleOfWindow(const UIViewRef& view) {
-  const platform::UIWindowRef window = view->window();
-  const auto* const titled = kindOf<platform::UIWindow>(window);
-  return titled ? titled->windowTitle() : std::nullopt;
-}
-
 UIViewRef subviewAt(const UIViewRef& parent, const PathStep& step) {
   long index = 0;
   for (const UIViewRef& view : parent->subviews()) {
@@ -221,6 +215,21 @@ platform::Task<std::vector<PageNode>> Selector::findIn(std::vector<UIViewRef> pa
 
 std::string Selector::inWords() const {
   return jsonText(members_);
+}
+
+Result answerOf(const std::vector<Match>& matches, const std::vector<PageNode>& nodes) {
+  JsonText text;
+  text.open('[');
+  for (const Match& match : matches) {
+    text.open('{');
+    describe(match.view, Elements::sharedInstance().handleOf(match.view), match.place, text);
+    text.close('}');
+  }
+  for (const PageNode& node : nodes) text.raw(node.description);
+  text.close(']');
+  Result result;
+  result.written.emplace_back("elements", text.take());
+  return result;
 }
 
 }  // namespace tarni::session

@@ -48,4 +48,7 @@ class Selector {
   std::optional<long> within_;
 };
 
+// The answer of a search: "elements", the descriptions of both.
+Result answerOf(const std::vector<Match>& matches, const std::vector<PageNode>& nodes);
+
 }  // namespace tarni::session

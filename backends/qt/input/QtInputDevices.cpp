@@ -17,20 +17,9 @@ namespace {
 
 using platform::PointerButton;
 
-constexpr int kAnglePerNotch = 120;
-
 Qt::MouseButton nativeButton(PointerButton button) {
-  switch (button) {
-    case PointerButton::Left:
-      return Qt::LeftButton;
-    case PointerButton::Right:
-      return Qt::RightButton;
-    case PointerButton::Middle:
-      return Qt::MiddleButton;
-    case PointerButton::Back:
-      return Qt::BackButton;
-    case PointerButton::Forward:
-      return Qt::ForwardButton;
+  for (const auto& [native, known] : kMouseButtons) {
+    if (known == button) return native;
   }
   return Qt::NoButton;
 }

@@ -7,11 +7,11 @@
 #include <QtGui/QWindow>
 #include <QtWidgets/QWidget>
 #include <algorithm>
-#include <array>
 #include <utility>
 
 #include "backends/qt/input/NativeWindows.h"
 #include "backends/qt/input/QtKeyboard.h"
+#include "backends/qt/input/QtMouse.h"
 #include "backends/qt/input/QtSpot.h"
 #include "backends/qt/program/InputQueue.h"
 #include "backends/qt/program/QtText.h"
@@ -25,19 +25,9 @@ namespace {
 
 using platform::InputEvent;
 using platform::InputKind;
-using platform::PointerButton;
 using platform::UIViewRef;
 
-constexpr double kAngleOfNotch = 120;
 constexpr double kNewClock = 60;  // seconds by which no event is late
-
-constexpr std::array<std::pair<Qt::MouseButton, PointerButton>, 5> kButtons{{
-    {Qt::LeftButton, PointerButton::Left},
-    {Qt::RightButton, PointerButton::Right},
-    {Qt::MiddleButton, PointerButton::Middle},
-    {Qt::BackButton, PointerButton::Back},
-    {Qt::ForwardButton, PointerButton::Forward},
-}};
 
 unsigned modifiersOf(Qt::KeyboardModifiers modifiers) {
   unsigned bits = 0;
@@ -107,7 +97,7 @@ void QtInputWatch::seeMouse(const Interface::MouseEvent& event) {
   const Qt::MouseButtons before = std::exchange(buttons_, event.buttons);
   InputEvent shown{InputKind::Move, uptimeOf(event.timestamp)};
   shown.modifiers = modifiersOf(event.modifiers);
-  for (const auto& [native, button] : kButtons) {
+  for (const auto& [native, button] : kMouseButtons) {
     if (before.testFlag(native) == buttons_.testFlag(native)) continue;
     shown.kind = buttons_.testFlag(native) ? InputKind::Press : InputKind::Release;
     shown.button = button;
@@ -153,7 +143,8 @@ void QtInputWatch::seeFinger(InputKind kind, QWindow* window, QPointF global, un
 void QtInputWatch::seeWheel(const Interface::WheelEvent& event) {
   InputEvent shown{InputKind::Wheel, uptimeOf(event.timestamp)};
   shown.modifiers = modifiersOf(event.modifiers);
-  shown.notches = {-event.angleDelta.x() / kAngleOfNotch, -event.angleDelta.y() / kAngleOfNotch};
+  shown.notches = {-event.angleDelta.x() / double{kAnglePerNotch},
+                   -event.angleDelta.y() / double{kAnglePerNotch}};
   const QtSpot spot = spotAt(event.window, event.localPos, event.globalPos);
   shown.window = spot.window;
   shown.view = spot.view;

@@ -8,8 +8,24 @@
 #include <QtCore/QPointF>
 #include <QtCore/QPointer>
 #include <QtGui/QWindow>
+#include <array>
+#include <utility>
+
+#include "platform/UIKit/InputDevices.h"
 
 namespace tarni::qt {
+
+// The buttons as the toolkit and as the agent calls them.
+inline constexpr std::array<std::pair<Qt::MouseButton, platform::PointerButton>, 5> kMouseButtons{{
+    {Qt::LeftButton, platform::PointerButton::Left},
+    {Qt::RightButton, platform::PointerButton::Right},
+    {Qt::MiddleButton, platform::PointerButton::Middle},
+    {Qt::BackButton, platform::PointerButton::Back},
+    {Qt::ForwardButton, platform::PointerButton::Forward},
+}};
+
+// Of a notch of the wheel, in eighths of a degree.
+inline constexpr int kAnglePerNotch = 120;
 
 class QtMouse {
  public:
