@@ -104,6 +104,10 @@ void QtInputWatch::seeMouse(const Interface::MouseEvent& event) {
   }
   // Nobody asks where the pointer goes while no button is down.
   if (shown.kind == InputKind::Move && !buttons_) return;
+  // The release of a press that closes a popup may get lost with it: a later move tells of it.
+  const bool isLate = shown.kind == InputKind::Release && event.buttonType == QEvent::MouseMove;
+  if (isLate) shown.time = lastMouse_;
+  lastMouse_ = shown.time;
   const QPointF middle = middleOfAPixel(event.window);
   seePointer(shown, event.window, event.localPos + middle, event.globalPos);
 }

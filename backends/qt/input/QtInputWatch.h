@@ -44,7 +44,8 @@ class QtInputWatch : public QObject {
     QPointF global;
     int clicks = 0;
   } lastPress_;
-  double clock_ = 0;  // what the devices' clock is behind systemUptime; 0 until it is known
+  double lastMouse_ = 0;  // when its latest event was that was shown
+  double clock_ = 0;      // what the devices' clock is behind systemUptime; 0 until it is known
 };
 
 }  // namespace tarni::qt
