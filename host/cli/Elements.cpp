@@ -71,6 +71,10 @@ std::vector<Terminal::Row> columnsOf(const std::vector<Terminal::Row>& rows,
 
 }  // namespace
 
+bool isHandle(const std::string& word) {
+  return !word.empty() && word.find_first_not_of("0123456789") == std::string::npos;
+}
+
 long handleOf(const std::string& word) {
   long handle = 0;
   const auto [end, error] = std::from_chars(word.data(), word.data() + word.size(), handle);

@@ -11,6 +11,8 @@
 
 namespace tarni::host {
 
+// Whether a word is one, and not what an element looks like.
+bool isHandle(const std::string& word);
 // The handle that a person wrote. Throws NotFound for what is none.
 long handleOf(const std::string& word);
 // That of a description; throws WireError when it has none.

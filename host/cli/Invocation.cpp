@@ -55,6 +55,10 @@ SessionClient& Invocation::needSession() {
             "opens it, `tarni list` names those that run, and --in chooses one");
 }
 
+Json Invocation::described(long element) {
+  return objectIn(ask("element.describe", {{"element", element}}), "description");
+}
+
 Json Invocation::ask(const std::string& method, Json parameters) {
   return needSession().call(method, std::move(parameters), fromSeconds(options.answerSeconds));
 }

@@ -44,6 +44,9 @@ class Invocation {
   // Asks over the session channel, with the time-out of --host-timeout. Throws as SessionClient.
   Json ask(const std::string& method, Json parameters = Json::object());
 
+  // What the program tells of an element; an object, empty when that is none.
+  Json described(long element);
+
   // Asks for what is done, and prints the answer with --json.
   void act(const std::string& method, Json parameters);
   // With --json prints what the program answered; whether it did.

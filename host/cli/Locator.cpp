@@ -18,11 +18,6 @@ constexpr milliseconds kPauseBetweenSearches{100};
 // text that is a label, is looked for in between.
 constexpr milliseconds kLongestWait{200};
 
-std::string withBackslashes(std::string xpath) {
-  if (xpath.starts_with('/')) std::replace(xpath.begin(), xpath.end(), '/', '\\');
-  return xpath;
-}
-
 }  // namespace
 
 void Locator::declareSearch(CLI::App& parser) {
@@ -214,8 +209,7 @@ std::string Target::resolve(Invocation& invocation, std::size_t others) const {
 Json Target::described(Invocation& invocation, std::size_t others) const {
   requireArguments(others);
   if (isGiven()) return choose(locator_.elements(invocation));
-  const auto handle = handleOf(arguments_.front());
-  return invocation.ask("element.describe", {{"element", handle}})["description"];
+  return invocation.described(handleOf(arguments_.front()));
 }
 
 long Target::element(Invocation& invocation, std::size_t others) const {

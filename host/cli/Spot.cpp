@@ -1,7 +1,6 @@
 #include "host/cli/Spot.h"
 
 #include <algorithm>
-#include <cctype>
 #include <nlohmann/json.hpp>
 #include <sstream>
 
@@ -10,15 +9,6 @@
 #include "host/cli/Locator.h"
 
 namespace tarni::host {
-
-namespace {
-
-bool isNumber(const std::string& text) {
-  return !text.empty() &&
-         std::ranges::all_of(text, [](unsigned char c) { return std::isdigit(c); });
-}
-
-}  // namespace
 
 Json pointFrom(const std::string& text) {
   std::istringstream input(text);
@@ -30,13 +20,13 @@ Json pointFrom(const std::string& text) {
 }
 
 long elementFrom(Invocation& invocation, const std::string& word) {
-  return isNumber(word) ? handleOf(word) : Target(word).element(invocation);
+  return isHandle(word) ? handleOf(word) : Target(word).element(invocation);
 }
 
 Json spotFrom(Invocation& invocation, const std::string& text) {
   const auto at = text.find('@');
   const auto word = text.substr(0, at);
-  const bool hasPoint = at != std::string::npos && (word.empty() || isNumber(word));
+  const bool hasPoint = at != std::string::npos && (word.empty() || isHandle(word));
   if (!hasPoint) return {{"element", elementFrom(invocation, text)}};
   auto spot = pointFrom(text.substr(at + 1));
   if (!word.empty()) spot["element"] = handleOf(word);

@@ -55,7 +55,7 @@ void take(Selector& selector, std::string_view part) {
     return;
   }
   selector.*found->member = value;
-  if (name == "xpath" && value.starts_with('/')) std::ranges::replace(*selector.xpath, '/', '\\');
+  if (name == "xpath") selector.xpath = withBackslashes(*selector.xpath);
 }
 
 std::vector<Json> elementsIn(Json result) {
@@ -122,6 +122,11 @@ Selector Selector::fromParameters(const Json& parameters) {
     selector.isVisible = visible->get<bool>();
   }
   return selector;
+}
+
+std::string withBackslashes(std::string position) {
+  if (position.starts_with('/')) std::ranges::replace(position, '/', '\\');
+  return position;
 }
 
 SelectorChain parseChain(std::string_view text) {

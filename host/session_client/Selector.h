@@ -33,6 +33,9 @@ struct Selector {
   bool operator==(const Selector&) const = default;
 };
 
+// A position as the program writes it: people may write it with slashes.
+std::string withBackslashes(std::string position);
+
 // Each stands in the one before.
 using SelectorChain = std::vector<Selector>;
 

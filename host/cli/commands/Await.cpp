@@ -25,8 +25,7 @@ struct AwaitOptions {
 
 // What a condition is about: an element of that handle, or what looks so.
 Json subjectOf(Invocation& invocation, const std::string& word) {
-  const bool isHandle = !word.empty() && word.find_first_not_of("0123456789") == std::string::npos;
-  if (isHandle) return {{"element", handleOf(word)}};
+  if (isHandle(word)) return {{"element", handleOf(word)}};
   auto chain = parseChain(word);
   auto selector = chain.back().parameters();
   chain.pop_back();

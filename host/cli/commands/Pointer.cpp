@@ -25,8 +25,7 @@ struct DragOptions {
 Json movedBy(Invocation& invocation, Json spot, const std::string& by) {
   const auto way = pointFrom(by);
   if (spot.contains("element") && !spot.contains("x")) {
-    const auto description =
-        invocation.ask("element.describe", {{"element", spot["element"]}})["description"];
+    const auto description = invocation.described(spot["element"].get<long>());
     const Json& rectangle = objectIn(description, "rect");
     spot["x"] = rectangle.value("width", 0.0) / 2;
     spot["y"] = rectangle.value("height", 0.0) / 2;
@@ -40,8 +39,7 @@ Json movedBy(Invocation& invocation, Json spot, const std::string& by) {
 // Where it is in its window: what is dragged may move along.
 Json inItsWindow(Invocation& invocation, const Json& spot) {
   if (!spot.contains("element")) return spot;
-  const auto description =
-      invocation.ask("element.describe", {{"element", spot["element"]}})["description"];
+  const auto description = invocation.described(spot["element"].get<long>());
   const Json& rectangle = objectIn(description, "rect");
   return {{"window", description.value("window", Json())},
           {"x", rectangle.value("x", 0.0) + spot.value("x", 0.0)},

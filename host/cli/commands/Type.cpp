@@ -28,8 +28,7 @@ void typeByPort(Invocation& invocation, const Target& target) {
 // What the field holds now; null when it does not tell, or is no more.
 std::optional<std::string> textOf(Invocation& invocation, long element) {
   try {
-    const auto answer = invocation.ask("element.describe", {{"element", element}});
-    const Json& description = objectIn(answer, "description");
+    const auto description = invocation.described(element);
     return isSet(description, "secure") ? std::nullopt : valueIn(description, "text");
   } catch (const RequestError&) {
     return std::nullopt;
