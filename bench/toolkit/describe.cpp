@@ -13,21 +13,12 @@
 
 #include "backends/qt/views/ViewRegistry.h"
 #include "bench/Describing.h"
+#include "bench/toolkit/Loop.h"
 
 namespace tarni::bench {
 namespace {
 
 constexpr platform::CGSize kWindow{1000, 800};
-void finish(platform::Task<void> work) {
-  bool ended = false;
-  platform::spawn(std::move(work), [&](const std::exception_ptr&) { ended = true; });
-  while (!ended) QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
-}
-
-void letItShow(const std::function<bool()>& isShown) {
-  while (!isShown()) QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
-  for (int i = 0; i < 10; ++i) QCoreApplication::processEvents();
-}
 
 // ---------------------------------------------------------------------------------------- widgets
 
