@@ -1,12 +1,11 @@
-#include <httplib.h>
-
 #include <CLI/CLI.hpp>
+#include <cstdint>
 #include <filesystem>
 #include <iostream>
 #include <memory>
-#include <stdexcept>
 
 #include "host/cli/Subcommands.h"
+#include "host/http/Server.h"
 #include "host/launch/ProgramLauncher.h"
 
 namespace tarni::host {
@@ -15,22 +14,17 @@ namespace {
 
 struct ServeOptions {
   std::filesystem::path folder;
-  int port = 0;
+  std::uint16_t port = 0;
 };
 
 // Until the process is ended. Only this machine reaches it.
 void serve(const ServeOptions& options) {
-  constexpr auto kHost = "127.0.0.1";
-  httplib::Server server;
-  if (!server.set_mount_point("/", options.folder.string())) {
-    throw std::runtime_error("no folder " + options.folder.string());
-  }
-  server.set_file_extension_and_mimetype_mapping("js", "text/javascript; charset=utf-8");
-  const bool isBound = options.port == 0 || server.bind_to_port(kHost, options.port);
-  const int port = options.port == 0 ? server.bind_to_any_port(kHost) : options.port;
-  if (!isBound || port < 0) throw std::runtime_error("cannot listen on the port");
-  std::cout << "http://" << kHost << ':' << port << std::endl;
-  server.listen_after_bind();
+  http::Setup setup;
+  setup.port = options.port;
+  setup.folder = options.folder;
+  http::Server server(setup, http::Routes({}));
+  std::cout << server.url() << std::endl;
+  server.serve();
 }
 
 }  // namespace
