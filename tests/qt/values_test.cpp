@@ -1,5 +1,5 @@
 // Items that have no cell yet, and values that are chosen by their text.
-#include <QtCore/QStringListModel>
+#include <QtCore/QAbstractListModel>
 #include <QtGui/QStandardItemModel>
 #include <QtTest/QSignalSpy>
 #include <QtWidgets/QComboBox>
@@ -31,26 +31,34 @@ std::string valueOf(QWidget& control) {
   return as<platform::UIValueControl>(viewOf(control))->currentValue();
 }
 
-// A list that tells its rows in parts.
-struct Growing : QStringListModel {
-  bool canFetchMore(const QModelIndex&) const override { return rowCount() < 1000; }
+// A list that tells its many rows in parts.
+struct Growing : QAbstractListModel {
+  static constexpr int kRows = 200'000;
+  int known = 0;
+
+  int rowCount(const QModelIndex& parent) const override { return parent.isValid() ? 0 : known; }
+  QVariant data(const QModelIndex& index, int role) const override {
+    return role == Qt::DisplayRole ? QString("Row %1").arg(index.row()) : QVariant();
+  }
+  bool canFetchMore(const QModelIndex&) const override { return known < kRows; }
   void fetchMore(const QModelIndex&) override {
-    const int row = rowCount();
-    insertRow(row);
-    setData(index(row), QString("Row %1").arg(row));
+    beginInsertRows({}, known, known + kRows / 10 - 1);
+    known += kRows / 10;
+    endInsertRows();
   }
 };
 
 TEST(Items, AreBroughtOnScreenByTheirTextWithoutACell) {
   QListView list;
+  list.setUniformItemSizes(true);
   Growing model;
   list.setModel(&model);
   show(list);
   EXPECT_EQ(as<platform::UIItems>(viewOf(list))->numberOfColumns(), 1);
-  EXPECT_TRUE(scrollTo(list, "Row 900"));
-  EXPECT_TRUE(list.viewport()->rect().contains(list.visualRect(model.index(900)).center()));
-  EXPECT_FALSE(scrollTo(list, "Row 1000"));
-  EXPECT_EQ(as<platform::UIItems>(viewOf(list))->numberOfRows(), 1000);
+  EXPECT_TRUE(scrollTo(list, "Row 180000"));
+  EXPECT_TRUE(list.viewport()->rect().contains(list.visualRect(model.index(180000)).center()));
+  EXPECT_FALSE(scrollTo(list, "Row 200000"));
+  EXPECT_EQ(as<platform::UIItems>(viewOf(list))->numberOfRows(), Growing::kRows);
 }
 
 TEST(Items, OfClosedNodesAreShownByOpeningThem) {

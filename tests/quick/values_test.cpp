@@ -42,6 +42,8 @@ TEST_F(Devices, HoverClickTurnAndType) {
   finish(devices.movePointer(root(), {50, 120}));
   finish(devices.turnWheel(0, 1));
   EXPECT_TRUE(runUntil([&] { return object("list")->property("contentY").toDouble() > 0; }));
+  EXPECT_TRUE(scrollTo(view("list"), "73"));
+  EXPECT_FALSE(scrollTo(view("list"), "100"));
 }
 
 TEST_F(Devices, ChooseByTextOrSayWhatThereIs) {
