@@ -95,6 +95,17 @@ TEST_P(SessionControls, TakeValuesAndTellThem) {
   EXPECT_THAT(refused["message"].get<std::string>(), HasSubstr("Violet"));
 }
 
+TEST_P(SessionControls, AreClickedWhereAskedAndToldHowToFindThemAgain) {
+  const json count = described(named("count"));
+  ask("element.click", {{"element", count["element"]},
+                        {"x", count["rect"]["width"].get<double>() * 0.97},
+                        {"y", count["rect"]["height"].get<double>() * 0.3}});
+  awaitText("count=1");
+  const json best = ask("element.locators", {{"element", count["element"]}})["locators"][0];
+  EXPECT_EQ(best["matches"], 1);
+  EXPECT_EQ(find(best["find"])["element"], count["element"]) << best;
+}
+
 TEST_P(SessionControls, ListsTablesAndTreesTellAndShowTheirItems) {
   const long list = named("list");
   EXPECT_EQ(described(list)["rows"], 30);

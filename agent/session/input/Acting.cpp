@@ -35,6 +35,16 @@ double offset(double low, double high, double extent) {
   return 0;
 }
 
+// In the window's coordinates; null where something that is no part of the view takes the press.
+std::optional<CGPoint> pressAt(const UIViewRef& view, CGPoint place) {
+  const CGRect bounds = view->bounds();
+  const CGPoint point =
+      view->convertPointToWindow({bounds.minX() + place.x, bounds.minY() + place.y});
+  UIViewRef taker = view->window()->hitTest(point);
+  while (taker && taker != view) taker = taker->superview();
+  return taker ? std::optional(point) : std::nullopt;
+}
+
 }  // namespace
 
 Task<void> turnToWindowOf(UIViewRef view) {
@@ -83,13 +93,14 @@ CGPoint pressablePoint(const UIViewRef& view) {
   return platform::convertPoint(point, view, window);
 }
 
-Task<CGPoint> readyToPress(Handle element) {
+Task<CGPoint> readyToPress(Handle element, std::optional<CGPoint> place) {
   UIViewRef view = Elements::sharedInstance().viewOf(element);
   co_await turnToWindowOf(view);
   view = Elements::sharedInstance().viewOf(element);
   co_await bringIntoView(view);
   view = Elements::sharedInstance().viewOf(element);
-  co_return pressablePoint(view);
+  const auto there = place ? pressAt(view, *place) : std::nullopt;
+  co_return there ? *there : pressablePoint(view);
 }
 
 }  // namespace tarni::session

@@ -2,6 +2,8 @@
 // Main thread.
 #pragma once
 
+#include <optional>
+
 #include "agent/session/protocol/SessionError.h"
 #include "agent/session/screen/Elements.h"
 #include "platform/Task.h"
@@ -21,7 +23,9 @@ platform::Task<void> bringIntoView(platform::UIViewRef view);
 // it is in sight, element click intercepted when something else takes the press everywhere.
 platform::CGPoint pressablePoint(const platform::UIViewRef& view);
 
-// Ready to be pressed: in the key window, in sight.
-platform::Task<platform::CGPoint> readyToPress(Handle element);
+// Ready to be pressed: in the key window, in sight; at the place that is asked for, from its upper
+// left corner, if it takes the press there.
+platform::Task<platform::CGPoint> readyToPress(Handle element,
+                                               std::optional<platform::CGPoint> place);
 
 }  // namespace tarni::session

@@ -6,6 +6,7 @@
 #include "agent/session/methods/Handlers.h"
 #include "agent/session/screen/Description.h"
 #include "agent/session/screen/Elements.h"
+#include "agent/session/screen/Locators.h"
 #include "agent/session/screen/Pages.h"
 #include "agent/session/screen/Pictures.h"
 #include "agent/session/screen/Selector.h"
@@ -33,6 +34,12 @@ UIViewRef viewIn(const CallRef& call) {
 // Null for a view.
 const PageElement* pageElementIn(const CallRef& call) {
   return Elements::sharedInstance().pageElementOf(handleIn(call));
+}
+
+// Null when the element itself is to be hit, wherever.
+std::optional<platform::CGPoint> placeIn(const Json& parameters) {
+  if (!parameters.contains("x") || !parameters.contains("y")) return std::nullopt;
+  return platform::CGPoint{parameters["x"].get<double>(), parameters["y"].get<double>()};
 }
 
 [[noreturn]] void refuse(const UIViewRef& view, const std::string& why) {
@@ -102,6 +109,12 @@ Answer describe(CallRef call) {
   co_return result;
 }
 
+Answer locators(CallRef call) {
+  Result result;
+  result.written.emplace_back("locators", written(locatorsOf(viewIn(call))));
+  co_return result;
+}
+
 Answer picture(CallRef call) {
   UIViewRef view = viewIn(call);
   const platform::UIImageRef image = co_await draw(view);
@@ -125,7 +138,7 @@ Answer click(CallRef call) {
   HeldInput& held = *call->held();
   platform::InputDevices& devices = inputDevices();
   // 1. Where it takes a press.
-  const platform::CGPoint point = co_await readyToPress(handleIn(call));
+  const platform::CGPoint point = co_await readyToPress(handleIn(call), placeIn(parameters));
   requireEnabled(viewIn(call));
   platform::UIWindowRef window = viewIn(call)->window();
   // 2. There, with the modifiers down, the button goes down and up.

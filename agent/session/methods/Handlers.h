@@ -28,6 +28,7 @@ Answer get(CallRef call);
 namespace element {
 Answer find(CallRef call);
 Answer describe(CallRef call);
+Answer locators(CallRef call);
 Answer picture(CallRef call);
 Answer click(CallRef call);
 Answer setText(CallRef call);

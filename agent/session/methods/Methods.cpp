@@ -40,6 +40,9 @@ constexpr Parameter kElementClick[] = {
     {"button", Kind::Text, kOptional, "left (the usual), right, middle, back or forward."},
     {"count", Kind::Integer, kOptional, "2 for a double click."},
     {"modifiers", Kind::Text, kOptional, "Keys that are down meanwhile: `Control+Shift`."},
+    {"x", Kind::Number, kOptional,
+     "With `y`: where, from its upper left corner, unless something else takes the press there."},
+    {"y", Kind::Number, kOptional, "The same."},
 };
 constexpr Parameter kElementText[] = {kTheElement, {"text", Kind::Text, kRequired, "The text."}};
 constexpr Parameter kElementValue[] = {
@@ -142,6 +145,10 @@ const std::vector<Method>& table() {
        "`elements`: descriptions", Effect::Asks, element::find},
       {"element.describe", "All that is known of an element.", kElementOnly, "`description`",
        Effect::Asks, element::describe},
+      {"element.locators",
+       "The ways to find an element again, each tried at this moment, as [steps](#steps) have "
+       "them.",
+       kElementOnly, "`locators`", Effect::Asks, element::locators},
       {"element.picture", "A picture of an element.", kElementOnly, "as `window.picture`",
        Effect::Asks, element::picture},
       {"element.click",

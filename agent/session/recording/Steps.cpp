@@ -76,16 +76,7 @@ void describeSurroundings(const UIViewRef& view, JsonText& text) {
 
 void describeLocators(const UIViewRef& view, JsonText& text) {
   text.key("locators");
-  text.open('[');
-  for (const Locator& locator : locatorsOf(view)) {
-    text.open('{');
-    text.key("find");
-    text.raw(jsonText(locator.find));
-    text.add("matches", static_cast<long>(locator.matches));
-    text.add("ms", locator.milliseconds);
-    text.close('}');
-  }
-  text.close(']');
+  text.raw(written(locatorsOf(view)));
 }
 
 // By which the secret is filled in when the step is played.

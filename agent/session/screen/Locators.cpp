@@ -5,6 +5,7 @@
 
 #include "agent/elements/ViewKinds.h"
 #include "agent/session/calls/Costs.h"
+#include "agent/session/protocol/JsonText.h"
 #include "agent/session/screen/Description.h"
 #include "agent/session/screen/Selector.h"
 #include "platform/Platform.h"
@@ -95,6 +96,21 @@ std::vector<Locator> locatorsOf(const UIViewRef& view) {
   std::stable_partition(locators.begin(), locators.end(),
                         [](const Locator& one) { return one.matches == 1; });
   return locators;
+}
+
+std::string written(const std::vector<Locator>& locators) {
+  JsonText text;
+  text.open('[');
+  for (const Locator& locator : locators) {
+    text.open('{');
+    text.key("find");
+    text.raw(jsonText(locator.find));
+    text.add("matches", static_cast<long>(locator.matches));
+    text.add("ms", locator.milliseconds);
+    text.close('}');
+  }
+  text.close(']');
+  return text.take();
 }
 
 }  // namespace tarni::session

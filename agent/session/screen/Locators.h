@@ -1,6 +1,7 @@
 // Locators: the ways to find an element again, each tried at that moment. Main thread.
 #pragma once
 
+#include <string>
 #include <vector>
 
 #include "agent/session/protocol/Method.h"
@@ -17,5 +18,8 @@ struct Locator {
 // Best first: those that fit this element alone, from its identifier to what it shows and asks for;
 // its position is the last of them. Those that fit others as well come behind.
 std::vector<Locator> locatorsOf(const platform::UIViewRef& view);
+
+// A JSON array of them.
+std::string written(const std::vector<Locator>& locators);
 
 }  // namespace tarni::session
