@@ -1,13 +1,5 @@
-// A session file: what a person did with a program, kept so that it can be played again. It is JSON
-// with one step a line, so that a file that was cut short or edited wrongly can be reported by its
-// line:
-//
-//   {"tarniSession":1,"program":["keepassxc"],"recorded":"2025-01-31T12:00:00Z","steps":[
-//   {"time":2.25,"step":{…as the agent sent it…}},
-//   {"time":4.5,"step":{…}}
-//   ]}
-//
-// "program" is the program's start-up line, an empty array when it is not known.
+// Sessions of the fixed stream: what the recorder port tells of a program that has no session
+// channel, kept as files of version 1 (docs/sessions.md).
 #pragma once
 
 #include <filesystem>
@@ -15,9 +7,9 @@
 #include <string>
 #include <vector>
 
-#include "host/guard/Files.h"
 #include "host/guard/Json.h"
 #include "host/session/RecordedStep.h"
+#include "host/session/SessionLines.h"
 
 namespace tarni::host {
 
@@ -26,31 +18,28 @@ struct RecordedSession {
   std::string recorded;  // when, in UTC
   std::vector<RecordedStep> steps;
   std::string whyForeign;  // why the file may not be this user's own work; "" when it is
+
+  // Throws as readSession() does.
+  static RecordedSession fromLines(const SessionLines& lines);
 };
 
-// Throws std::invalid_argument "FILE:LINE: what is wrong" for a file that is not a whole session,
-// and std::runtime_error when it cannot be read.
+// Throws std::invalid_argument "FILE:LINE: what is wrong" for a file that is no such session, and
+// std::runtime_error when it cannot be read.
 RecordedSession readSession(const std::filesystem::path& path);
 // The same from text that is called `name` in what is thrown.
 RecordedSession readSession(std::istream& file, const std::string& name);
 
-// Writes a session while it is being recorded: after every step the file is whole and on disk, so
-// that whatever ends the recording loses nothing. Only this user can read it. Failures are
-// std::runtime_errors.
+// Writes a session while it is being recorded. Failures are std::runtime_errors.
 class SessionWriter {
  public:
   SessionWriter(const std::filesystem::path& path, const std::vector<std::string>& program);
 
   // `seconds` from the start of the recording; `step` as it came.
   void add(double seconds, const Json& step);
-  std::size_t steps() const { return steps_; }
+  std::size_t steps() const { return lines_.count(); }
 
  private:
-  void append(std::string text);
-
-  PrivateFile file_;
-  long end_ = 0;  // where the next step goes, over the closing brackets
-  std::size_t steps_ = 0;
+  SessionLinesWriter lines_;
 };
 
 }  // namespace tarni::host

@@ -8,6 +8,7 @@
 #include <nlohmann/json.hpp>
 #include <sstream>
 
+#include "host/session/Session.h"
 #include "host/session/SessionFile.h"
 #include "host/wire/Ports.h"
 #include "tests/host/ScriptedAgent.h"
@@ -21,6 +22,8 @@ namespace {
 using namespace std::chrono_literals;
 using host::kPlaybackPort;
 using host::kRecorderPort;
+using host::Session;
+using host::Step;
 using nlohmann::ordered_json;
 using testing::AllOf;
 using testing::ElementsAre;
@@ -100,6 +103,62 @@ TEST_F(Sessions, AreWholeAfterEveryStepAndCutOnesAreRefused) {
   }
 }
 
+Step click(long order, const std::string& text) {
+  return Step({{"order", order},
+               {"act", "click"},
+               {"element", {{"class", "UIButton"}, {"text", text}}},
+               {"notYetKnown", {1, 2}}});
+}
+
+std::vector<std::string> wordsOf(const Session& session) {
+  std::vector<std::string> words;
+  for (const auto& step : session.steps()) words.push_back(step.inWords());
+  return words;
+}
+
+TEST_F(Sessions, AreEditedInMemoryAndStayAsTheyWere) {
+  Session session;
+  session.program = {"app"};
+  session.take(click(1, "One"));
+  session.take(click(2, "Two"));
+  session.insert(1, Step::check({{"class", "UILabel"}}, "Hello"));
+  EXPECT_EQ(session.take(click(2, "Twice")), 2U);
+  EXPECT_THAT(wordsOf(session),
+              ElementsAre("click UIButton \"One\"", "check UILabel shows \"Hello\"",
+                          "click UIButton \"Twice\""));
+  // What grows into an earlier step is told no second time.
+  session.take(click(3, "Three"));
+  EXPECT_EQ(session.take(click(1, "Chosen")), 0U);
+  session.take(Step({{"order", 2}, {"act", "type"}, {"secret", "Password"}}));
+  session.take(Step({{"order", 3}, {"act", "type"}, {"text", "Ada"}, {"value", "Ada"}}));
+  Step typed = session.steps()[3];
+  typed.setText("Eve");
+  session.replace(3, typed);
+  session.move(3, 0);
+  session.remove(2);
+  EXPECT_THROW(session.remove(3), std::out_of_range);
+  EXPECT_THAT(wordsOf(session),
+              ElementsAre("type  = Eve", "click UIButton \"Chosen\"", "type  = secret Password"));
+  EXPECT_THAT(session.secrets(), ElementsAre("Password"));
+  session.save(file_);
+  EXPECT_EQ(std::filesystem::status(file_).permissions(), kOwn);
+  EXPECT_EQ(Session::fromLines(host::readSessionLines(file_)).steps(), session.steps());
+}
+
+TEST_F(Sessions, AreWholeWhileAStepGrowsAndShrinks) {
+  const host::Json header = {{"tarniSession", 2}};
+  host::SessionLinesWriter writer(file_, header);
+  writer.put(0, click(1, "One").json());
+  writer.put(1, click(2, std::string(500, 'x')).json());
+  writer.put(1, click(2, "Two").json());
+  EXPECT_EQ(Session::fromLines(host::readSessionLines(file_)).steps()[1], click(2, "Two"));
+  writer.put(0, click(1, "Both").json());
+  writer.put(1, click(2, "More").json());
+  EXPECT_THAT(wordsOf(Session::fromLines(host::readSessionLines(file_))),
+              ElementsAre("click UIButton \"Both\"", "click UIButton \"More\""));
+  EXPECT_THROW(writer.put(3, header), std::out_of_range);
+}
+
 TEST_F(Sessions, ThatAreBadAreNamedByLineBeforeAnythingIsStarted) {
   const std::string header = R"({"tarniSession":1,"program":["app"],"steps":[)";
   const auto entry = [](const ordered_json& one) {
@@ -113,7 +172,7 @@ TEST_F(Sessions, ThatAreBadAreNamedByLineBeforeAnythingIsStarted) {
   const std::vector<Case> cases = {
       {"", ":0: the file is empty"},
       {"GIF89a", ":1: this is no session file"},
-      {R"({"tarniSession":2,"steps":[)", ":1: the file is of another version, 2"},
+      {R"({"tarniSession":3,"steps":[)", ":1: the file is of another version, 3; this tool reads"},
       {header + "\n" + good + ",\n" + good.substr(0, 40), ":3: the file is cut short here"},
       {header + "\n" + good + ",\n", ":2: the file is cut short here"},
       {header + "\n" + good + ",\n{\"time\": oops}\n]}\n", ":3: this is no JSON"},

@@ -1,0 +1,257 @@
+#include "host/session/Step.h"
+
+#include <algorithm>
+#include <cmath>
+#include <stdexcept>
+
+#include "host/guard/Printable.h"
+
+namespace tarni::host {
+
+namespace {
+
+enum class MemberType { Text, Number, Flag, Object, List };
+
+struct Member {
+  const char* name;
+  MemberType type;
+};
+
+// Which members an act cannot do without.
+struct KnownAct {
+  std::string_view act;
+  std::vector<Member> needed;
+};
+
+const std::vector<KnownAct>& knownActs() {
+  static const std::vector<KnownAct> all = {
+      {"click", {{"element", MemberType::Object}}},
+      {"longPress", {{"element", MemberType::Object}}},
+      {"drag", {{"element", MemberType::Object}, {"way", MemberType::List}}},
+      {"wheel", {{"element", MemberType::Object}}},
+      {"hover", {{"element", MemberType::Object}}},
+      {"key", {{"key", MemberType::Text}}},
+      {"type", {}},
+      {"choose", {{"element", MemberType::Object}, {"value", MemberType::Text}}},
+      {"switch", {{"element", MemberType::Object}, {"checked", MemberType::Flag}}},
+      {"expand", {{"element", MemberType::Object}, {"expanded", MemberType::Flag}}},
+      {"menu", {{"path", MemberType::List}}},
+      {"resize", {{"width", MemberType::Number}, {"height", MemberType::Number}}},
+      {"close", {{"element", MemberType::Object}}},
+      {Step::kCheck, {{"element", MemberType::Object}}},
+  };
+  return all;
+}
+
+constexpr Member kStepMembers[] = {
+    {"order", MemberType::Number},      {"time", MemberType::Number},
+    {"durationMs", MemberType::Number}, {"element", MemberType::Object},
+    {"button", MemberType::Text},       {"count", MemberType::Number},
+    {"modifiers", MemberType::Text},    {"at", MemberType::Object},
+    {"way", MemberType::List},          {"target", MemberType::Object},
+    {"targetAt", MemberType::Object},   {"right", MemberType::Number},
+    {"down", MemberType::Number},       {"path", MemberType::List},
+    {"key", MemberType::Text},          {"text", MemberType::Text},
+    {"secret", MemberType::Text},       {"value", MemberType::Text},
+    {"checked", MemberType::Flag},      {"expanded", MemberType::Flag},
+    {"width", MemberType::Number},      {"height", MemberType::Number},
+    {"is", MemberType::Text},           {"textIs", MemberType::Text},
+    {"textContains", MemberType::Text},
+};
+
+const char* nameOfType(MemberType type) {
+  switch (type) {
+    case MemberType::Text:
+      return "text";
+    case MemberType::Number:
+      return "number";
+    case MemberType::Flag:
+      return "true or false";
+    case MemberType::Object:
+      return "object";
+    case MemberType::List:
+      break;
+  }
+  return "list";
+}
+
+bool isOf(const Json& value, MemberType type) {
+  switch (type) {
+    case MemberType::Text:
+      return value.is_string();
+    case MemberType::Number:
+      return value.is_number();
+    case MemberType::Flag:
+      return value.is_boolean();
+    case MemberType::Object:
+      return value.is_object();
+    case MemberType::List:
+      break;
+  }
+  return value.is_array();
+}
+
+void requireType(const Json& members, const Member& member) {
+  const auto found = members.find(member.name);
+  if (found == members.end() || isOf(*found, member.type)) return;
+  throw std::invalid_argument("\"" + std::string(member.name) + "\" is no " +
+                              nameOfType(member.type));
+}
+
+void requireObjects(const Json& members, const char* list) {
+  const auto found = members.find(list);
+  if (found == members.end()) return;
+  const auto isObject = [](const Json& item) { return item.is_object(); };
+  if (std::ranges::all_of(*found, isObject)) return;
+  throw std::invalid_argument("\"" + std::string(list) + "\" is no list of objects");
+}
+
+const KnownAct& knownAct(const Json& members) {
+  const auto act = textIn(members, "act");
+  if (act.empty()) throw std::invalid_argument("the step has no \"act\"");
+  const auto found = std::ranges::find(knownActs(), act, &KnownAct::act);
+  if (found != knownActs().end()) return *found;
+  throw std::invalid_argument("the act " + inQuotes(act) + " is not known");
+}
+
+std::string menuPath(const Json& members) {
+  std::string words;
+  for (const Json& entry : members["path"]) {
+    words += (words.empty() ? " " : " > ") + printable(textIn(entry, "text"));
+  }
+  return words;
+}
+
+std::string clickInWords(const Json& members) {
+  const bool isDouble = members.value("count", 1.0) == 2;
+  const auto button = textIn(members, "button");
+  const bool isUsual = button.empty() || button == "left";
+  return (isUsual ? "" : button + "-") + (isDouble ? "double-click" : "click");
+}
+
+// How far a drag went to the right.
+std::string lengthOf(const Json& way) {
+  return way.empty() ? "" : " by " + std::to_string(std::lround(memberAsNumber(way.back(), "x")));
+}
+
+std::string outcomeInWords(const Json& members, bool isChoice) {
+  const auto secret = textIn(members, "secret");
+  if (!secret.empty()) return " = secret " + printable(secret);
+  if (members.contains("text")) return " = " + printable(textIn(members, "text"));
+  if (isChoice) return " = " + printable(textIn(members, "value"));
+  if (members.contains("checked")) return members["checked"] == true ? " = on" : " = off";
+  if (members.contains("expanded")) return members["expanded"] == true ? " = open" : " = closed";
+  return "";
+}
+
+std::string checkInWords(const Json& members) {
+  for (const char* const member : {"textIs", "textContains"}) {
+    if (members.contains(member)) return " shows " + inQuotes(textIn(members, member));
+  }
+  return " is " + printable(members.value("is", "there"));
+}
+
+}  // namespace
+
+Step::Step(Json members) : members_(std::move(members)) {
+  if (!members_.is_object()) throw std::invalid_argument("the step is no JSON object");
+  const KnownAct& kind = knownAct(members_);
+  for (const Member& member : kStepMembers) requireType(members_, member);
+  for (const Member& member : kind.needed) {
+    if (members_.contains(member.name)) continue;
+    throw std::invalid_argument("the step has no \"" + std::string(member.name) + "\"");
+  }
+  for (const char* const list : {"way", "path"}) requireObjects(members_, list);
+  if (act() == "type" && secret().empty() && !members_.contains("text")) {
+    throw std::invalid_argument("the step has neither \"text\" nor \"secret\"");
+  }
+}
+
+Step Step::check(Json element, const std::optional<std::string>& text) {
+  Json members = {{"act", kCheck}, {"element", std::move(element)}};
+  if (text) {
+    members["textIs"] = *text;
+  } else {
+    members["is"] = "there";
+  }
+  return Step(std::move(members));
+}
+
+long Step::order() const {
+  return std::lround(memberAsNumber(members_, "order"));
+}
+
+double Step::time() const {
+  return memberAsNumber(members_, "time");
+}
+
+const char* Step::memberOfText() const {
+  for (const char* const member : {"text", "textIs", "textContains"}) {
+    if (members_.contains(member)) return member;
+  }
+  return act() == "choose" ? "value" : nullptr;
+}
+
+std::optional<std::string> Step::text() const {
+  const char* const member = memberOfText();
+  return member ? std::optional(textIn(members_, member)) : std::nullopt;
+}
+
+void Step::setText(const std::string& text) {
+  const char* const member = memberOfText();
+  if (!member) throw std::invalid_argument("a step \"" + act() + "\" has no text");
+  members_[member] = text;
+  // What the field held then is of the text before.
+  if (act() == "type") members_.erase("value");
+}
+
+void Step::setLocators(Json locators) {
+  members_["element"]["locators"] = std::move(locators);
+}
+
+std::string Step::inWords() const {
+  const auto kind = act();
+  if (kind == "menu") return kind + menuPath(members_);
+  if (kind == "key") return kind + " " + printable(textIn(members_, "key"));
+  const bool isChoice = kind == "choose";
+  const bool isValue = isChoice || element().value("editable", false);
+  auto words =
+      (kind == "click" ? clickInWords(members_) : kind) + " " + elementInWords(element(), isValue);
+  if (kind == kCheck) return words + checkInWords(members_);
+  if (kind == "drag") words += lengthOf(members_["way"]);
+  return words + outcomeInWords(members_, isChoice);
+}
+
+std::vector<Json> locatorsIn(const Json& element) {
+  std::vector<Json> finds;
+  const auto locators = element.find("locators");
+  if (locators == element.end() || !locators->is_array()) return finds;
+  for (const Json& locator : *locators) {
+    const Json& find = objectIn(locator, "find");
+    if (!find.empty()) finds.push_back(find);
+  }
+  return finds;
+}
+
+std::string elementInWords(const Json& element, bool isValue) {
+  const auto text = textIn(element, "text");
+  const auto label = textIn(element, "label");
+  const bool isNamed = !label.empty() && !(isValue && label == text);
+  const auto beside = textIn(objectIn(element, "near"), "label");
+  const auto name = isNamed ? label : isValue ? beside : text;
+  const auto words = printable(textIn(element, "class"));
+  return name.empty() ? words : words + " " + inQuotes(name);
+}
+
+std::optional<std::string> memberAsText(const Json& object, const char* name) {
+  const auto found = object.find(name);
+  if (found == object.end() || found->is_null()) return std::nullopt;
+  return found->is_string() ? found->get<std::string>() : compact(*found);
+}
+
+double memberAsNumber(const Json& object, const char* name) {
+  const auto found = object.find(name);
+  return found != object.end() && found->is_number() ? found->get<double>() : 0;
+}
+
+}  // namespace tarni::host

@@ -1,0 +1,67 @@
+// Step: one step of a session: an act of a person as the session channel tells it
+// (docs/session.md#steps), or a check that was added to it. It keeps every member that it came
+// with, known or not. A plain value, any thread.
+#pragma once
+
+#include <nlohmann/json.hpp>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "host/guard/Json.h"
+
+namespace tarni::host {
+
+class Step {
+ public:
+  static constexpr std::string_view kCheck = "check";
+
+  // Throws std::invalid_argument that says what is wrong with it.
+  explicit Step(Json members);
+  // That an element, described as a step's element is, shows the text; without one that it is
+  // there.
+  static Step check(Json element, const std::optional<std::string>& text);
+
+  const Json& json() const { return members_; }
+  std::string act() const { return textIn(members_, "act"); }
+  // As it was recorded, from 1; 0 for what was added.
+  long order() const;
+  // Milliseconds since 1970; 0 when it is not known.
+  double time() const;
+  // An empty object when it has none.
+  const Json& element() const { return objectIn(members_, "element"); }
+  // The name of the secret that it types, "" for none.
+  std::string secret() const { return textIn(members_, "secret"); }
+
+  // What is typed, chosen or checked for; null where there is nothing to change.
+  std::optional<std::string> text() const;
+  void setText(const std::string& text);
+  // For its element, as `element.locators` answers them.
+  void setLocators(Json locators);
+
+  // `choose UIPickerView "Colour" = Blue`
+  std::string inWords() const;
+
+  bool operator==(const Step&) const = default;
+
+ private:
+  const char* memberOfText() const;
+
+  Json members_;
+};
+
+// The ways to find an element of a step, best first: each the parameters of `element.find`.
+std::vector<Json> locatorsIn(const Json& element);
+
+// `UIButton "OK"`. What a control or a field shows changes; `isValue` says to call it by what
+// stands beside it.
+std::string elementInWords(const Json& element, bool isValue = false);
+
+// Numbers and texts of a member as text; null when there is none.
+std::optional<std::string> memberAsText(const Json& object, const char* name);
+
+// 0 when it is none.
+double memberAsNumber(const Json& object, const char* name);
+
+}  // namespace tarni::host
