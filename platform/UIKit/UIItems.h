@@ -5,6 +5,7 @@
 #include <optional>
 #include <string>
 
+#include "platform/Foundation/NSException.h"
 #include "platform/UIKit/UIView.h"
 
 namespace tarni::platform {
@@ -32,6 +33,12 @@ class UIItemCell {
   virtual ItemPlace place() const = 0;
   // Only of one that says whether it is expanded.
   virtual Task<void> setExpanded(bool expanded) = 0;
+  // What a person's edit of the cell would leave in it. Throws NSException (invalid argument) where
+  // a person cannot edit it or the application does not take the value.
+  virtual Task<void> setCellValue(std::string value) {
+    (void)value;
+    throw NSException(NSInvalidArgumentException, "The cell cannot be edited");
+  }
 };
 
 // A control with a value that is not a text field's: a combo box, a spin box, a slider, a tab bar.

@@ -8,6 +8,7 @@
 #include <QtWidgets/QSlider>
 #include <QtWidgets/QSpinBox>
 #include <QtWidgets/QTabBar>
+#include <QtWidgets/QTableView>
 #include <QtWidgets/QTreeView>
 
 #include "platform/Foundation/NSException.h"
@@ -81,6 +82,28 @@ TEST(Items, OfClosedNodesAreShownByOpeningThem) {
   finish(cell->setExpanded(false));
   EXPECT_FALSE(tree.isExpanded(outer->index()));
   EXPECT_FALSE(scrollTo(tree, "No such"));
+}
+
+TEST(Items, TakeAValueWhereAPersonCouldEditThem) {
+  QTableView table;
+  QStandardItemModel model(1, 2);
+  model.setItem(0, 0, new QStandardItem("Name"));
+  model.setItem(0, 1, new QStandardItem);
+  model.item(0, 1)->setData(7, Qt::EditRole);
+  table.setModel(&model);
+  show(table);
+  const auto cells = subviewsOf(viewOf(table), "UITableViewCell");
+  const auto set = [&](std::size_t column, const std::string& value) {
+    finish(as<platform::UIItemCell>(cells.at(column))->setCellValue(value));
+  };
+  set(0, "Other");
+  set(1, "12");
+  EXPECT_EQ(model.item(0, 0)->text(), "Other");
+  EXPECT_EQ(model.item(0, 1)->data(Qt::EditRole), QVariant(12));
+  EXPECT_THROW(set(1, "twelve"), platform::NSException);
+  table.setEditTriggers(QAbstractItemView::NoEditTriggers);
+  EXPECT_THROW(set(0, "Third"), platform::NSException);
+  EXPECT_EQ(model.item(0, 0)->text(), "Other");
 }
 
 TEST(Values, AreChosenAsByAPersonOrRefused) {

@@ -199,6 +199,8 @@ Answer setValue(CallRef call) {
   std::string text = value.is_string() ? value.get<std::string>() : jsonText(value);
   if (const auto control = platform::as<platform::UIValueControl>(view)) {
     co_await control->chooseValue(std::move(text));
+  } else if (const auto cell = platform::as<platform::UIItemCell>(view)) {
+    co_await cell->setCellValue(std::move(text));
   } else if (view->isKindOfClass(uikit::UITextField)) {
     PlayBackInteractionMethods interaction;
     co_await interaction.performTypeTextOnUIView(view, std::move(text));

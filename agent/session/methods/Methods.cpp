@@ -49,7 +49,7 @@ constexpr Parameter kElementValue[] = {
     kTheElement,
     {"value", Kind::Any, kRequired,
      "True or false for a switch; the text to choose or the number for a combo box, a spin box, a "
-     "slider, a tab bar; the text of a text field."}};
+     "slider, a tab bar; the text of a text field; what a cell is to hold."}};
 constexpr Parameter kElementExpanded[] = {
     kTheElement, {"expanded", Kind::Flag, kRequired, "Whether what is below it is shown."}};
 constexpr Parameter kWindowOnly[] = {kTheWindow};
@@ -160,8 +160,8 @@ const std::vector<Method>& table() {
        element::focus},
       {"element.setText", "Replaces the text of a field or an editor in one go.", kElementText,
        "nothing", Effect::Acts, element::setText},
-      {"element.setValue", "Sets the value of a control.", kElementValue, "nothing", Effect::Acts,
-       element::setValue},
+      {"element.setValue", "Sets the value of a control or of a cell that a person can edit.",
+       kElementValue, "nothing", Effect::Acts, element::setValue},
       {"element.setExpanded", "Opens or closes a node of a tree.", kElementExpanded, "nothing",
        Effect::Acts, element::setExpanded},
       {"element.scrollIntoView", "Scrolls what is round an element until it is in sight.",

@@ -48,6 +48,25 @@ bool isCheckable(const QModelIndex& index) {
          index.data(Qt::CheckStateRole).isValid();
 }
 
+// By the user, with the keyboard or the mouse.
+bool isEditable(const QAbstractItemView& view, const QModelIndex& index) {
+  return view.isEnabled() && view.editTriggers() != QAbstractItemView::NoEditTriggers &&
+         index.flags().testFlag(Qt::ItemIsEditable) && index.flags().testFlag(Qt::ItemIsEnabled);
+}
+
+// To the type of the other.
+bool convert(QVariant& value, const QVariant& other) {
+#if QT_VERSION >= QT_VERSION_CHECK(6, 0, 0)
+  return value.convert(other.metaType());
+#else
+  return value.convert(other.userType());
+#endif
+}
+
+[[noreturn]] void refuse(const std::string& why) {
+  throw platform::NSException(platform::NSInvalidArgumentException, why);
+}
+
 // In the viewport.
 QRect checkBoxRect(const QAbstractItemView& view, const QModelIndex& index) {
   QStyleOptionViewItem option;
@@ -146,6 +165,21 @@ platform::Task<void> QtCell::setExpanded(bool expanded) {
   return performAsInput(
       [tree = QPointer(qobject_cast<QTreeView*>(widget())), index = index(), expanded] {
         if (tree && index.isValid()) tree->setExpanded(index.sibling(index.row(), 0), expanded);
+      });
+}
+
+platform::Task<void> QtCell::setCellValue(std::string value) {
+  return performAsInput(
+      [view = QPointer(itemView()), index = index(), value = QString::fromStdString(value)] {
+        if (!view || !isEditable(*view, index)) refuse("The cell cannot be edited");
+        const QVariant before = index.data(Qt::EditRole);
+        QVariant typed(value);
+        if (before.isValid() && !convert(typed, before)) {
+          refuse("\"" + utf8(value) + "\" is no value like \"" + utf8(before.toString()) + "\"");
+        }
+        if (!view->model()->setData(index, typed, Qt::EditRole)) {
+          refuse("The program does not take \"" + utf8(value) + "\" in this cell");
+        }
       });
 }
 

@@ -59,6 +59,8 @@ class QtCell final : public QtItemPart,
   std::optional<bool> isChecked() const override;
   std::optional<bool> isExpanded() const override;
   platform::Task<void> setExpanded(bool expanded) override;
+  // The model is told, with a value of the kind that it has.
+  platform::Task<void> setCellValue(std::string value) override;
 
   std::optional<std::string> cellText() const override { return text(); }
   // The check mark, when the cell has one.
