@@ -71,5 +71,22 @@ TEST_F(Controls, TellWhatScreenReadersSay) {
   EXPECT_EQ(as<platform::UIButton>(view("icon"))->currentTitle(), "Go back");
 }
 
+// A finger that rests for a frame hovers the menu's title, which hid that the menu had closed.
+TEST_F(Controls, AMenuOpensAtEachTapHoweverLongTheOneBeforeTook) {
+  show(R"(menuBar: MenuBar { hoverEnabled: true
+    Menu { objectName: "menu"; title: "File"
+      MenuItem { objectName: "new"; text: "New" } } })");
+  auto* const menu = object<QObject>("menu");
+  const auto isOpen = [menu] { return menu->property("opened").toBool(); };
+  const auto title = qt::viewOfItem(menu->property("parent").value<QQuickItem*>());
+  const CGRect bounds = title->bounds();
+  finish(KIFAdditions::longPressAtPoint(title, {bounds.midX(), bounds.midY()}, 0.2));
+  ASSERT_TRUE(runUntil(isOpen));
+  finish(KIFAdditions::tap(view("new")));
+  ASSERT_TRUE(runUntil([&] { return !isOpen(); }));
+  finish(KIFAdditions::tap(title));
+  EXPECT_TRUE(runUntil(isOpen));
+}
+
 }  // namespace
 }  // namespace tarni::test

@@ -2,6 +2,7 @@
 
 #include <QtGui/private/qhighdpiscaling_p.h>
 #include <qpa/qwindowsysteminterface_p.h>
+#include <QtCore/QCoreApplication>
 #include <QtGui/QGuiApplication>
 #include <QtGui/QStyleHints>
 #include <QtGui/QTouchEvent>
@@ -93,6 +94,19 @@ QWindowSystemInterface::TouchPoint nativePoint(const QWindow& window,
   return native;
 }
 
+// Qt Quick takes what a finger rests on while a frame is drawn for hovered, and does not end that
+// when the finger is lifted, unless a frame is drawn during the next touch. A menu bar whose title
+// it takes for hovered keeps a menu for open that has closed, and the next tap does not open it.
+// Comes in time even if lifting the finger starts a nested loop.
+void endHoverSoon(QWindow& window) {
+  if (window.inherits("QWidgetWindow")) return;
+  const auto leave = [&window] {
+    QEvent event(QEvent::Leave);
+    QCoreApplication::sendEvent(&window, &event);
+  };
+  QMetaObject::invokeMethod(&window, leave, Qt::QueuedConnection);
+}
+
 }  // namespace
 
 void QtTouchScreen::touch(QWindow& window, const std::vector<Point>& points) {
@@ -101,6 +115,10 @@ void QtTouchScreen::touch(QWindow& window, const std::vector<Point>& points) {
   const bool isPress = std::any_of(points.begin(), points.end(), [](const Point& point) {
     return point.state == State::Pressed;
   });
+  const bool isLast = std::all_of(points.begin(), points.end(), [](const Point& point) {
+    return point.state == State::Released;
+  });
+  if (isLast) endHoverSoon(window);
   QWindowSystemInterface::handleTouchEvent<QWindowSystemInterface::SynchronousDelivery>(
       &window, nextTimestamp(isPress), &device(), native);
 }
