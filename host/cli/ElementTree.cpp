@@ -57,7 +57,7 @@ struct Open {
 
 }  // namespace
 
-void ElementTree::walk(const Visit& enter, const Visit& leave) const {
+void ElementTree::walk(const Visit& enter) const {
   for (const auto* const window : windows_) {
     ViewTree positions;
     std::vector<Open> open;
@@ -67,7 +67,6 @@ void ElementTree::walk(const Visit& enter, const Visit& leave) const {
     while (!open.empty()) {
       auto& last = open.back();
       if (last.next == last.children.size()) {
-        if (leave) leave(last.node);
         open.pop_back();
         continue;
       }

@@ -26,8 +26,8 @@ class ElementTree {
   // `elements` must live as long as this.
   explicit ElementTree(const Json& elements);
 
-  // Parents before their children. `leave` is called behind an element's last child.
-  void walk(const Visit& enter, const Visit& leave = {}) const;
+  // Parents before their children.
+  void walk(const Visit& enter) const;
 
  private:
   std::vector<const Json*> childrenOf(const Json& element) const;

@@ -94,12 +94,6 @@ bool isSet(const Json& description, const char* member) {
   return found != description.end() && *found == true;
 }
 
-std::optional<std::string> valueIn(const Json& description, const char* member) {
-  const auto found = description.find(member);
-  if (found == description.end() || found->is_null()) return std::nullopt;
-  return found->is_string() ? found->get<std::string>() : compact(*found);
-}
-
 std::string sizeIn(const Json& description, const char* rectangle) {
   return pairIn(description, rectangle, "width", "x", "height");
 }

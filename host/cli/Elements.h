@@ -19,8 +19,6 @@ long handleOf(const std::string& word);
 long handleOf(const Json& description);
 
 bool isSet(const Json& description, const char* member);  // whether it is there and true
-// Texts as they are, numbers and truth values as JSON writes them; null for none.
-std::optional<std::string> valueIn(const Json& description, const char* member);
 // "80x24" and "10,5"; empty without a rectangle.
 std::string sizeIn(const Json& description, const char* rectangle = "rect");
 std::string placeIn(const Json& description, const char* rectangle = "rect");

@@ -90,6 +90,12 @@ std::string textIn(const Json& object, const char* key) {
   return found != object.end() && found->is_string() ? found->get<std::string>() : "";
 }
 
+std::optional<std::string> valueIn(const Json& object, const char* key) {
+  const auto found = object.find(key);
+  if (found == object.end() || found->is_null()) return std::nullopt;
+  return found->is_string() ? found->get<std::string>() : compact(*found);
+}
+
 double numberIn(const Json& object, const char* key) {
   constexpr double kLongest = 1e9;
   const double number = std::strtod(textIn(object, key).c_str(), nullptr);

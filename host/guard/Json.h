@@ -6,6 +6,7 @@
 
 #include <cstddef>
 #include <nlohmann/json_fwd.hpp>
+#include <optional>
 #include <stdexcept>
 #include <string>
 #include <string_view>
@@ -35,6 +36,8 @@ std::string compact(const Json& value);
 
 // The text under a key of an object, "" when there is none.
 std::string textIn(const Json& object, const char* key);
+// What is under a key of an object, texts as they are, all else as JSON writes it; null for none.
+std::optional<std::string> valueIn(const Json& object, const char* key);
 // The number that is written as text under a key of an object; 0 when there is none that could be a
 // length on a screen.
 double numberIn(const Json& object, const char* key);

@@ -6,6 +6,7 @@
 #include <sys/ioctl.h>
 #include <sys/socket.h>
 #include <sys/stat.h>
+#include <sys/wait.h>
 #include <unistd.h>
 
 #include <cerrno>
@@ -80,6 +81,21 @@ void enterNetworkOfItsOwn() {
   }
   keepIdentity(user, group);
   bringLoopbackUp();
+}
+
+bool canEnterNetworkOfItsOwn() {
+  const pid_t pid = fork();
+  if (pid == 0) {
+    try {
+      enterNetworkOfItsOwn();
+      _exit(0);
+    } catch (const std::exception&) {
+      _exit(1);
+    }
+  }
+  int status = 1;
+  if (pid > 0) waitpid(pid, &status, 0);
+  return status == 0;
 }
 
 bool isInThisNetwork(pid_t pid) {

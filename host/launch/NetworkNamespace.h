@@ -11,6 +11,9 @@ namespace tarni::host {
 // is not root needs user namespaces for it and keeps the own user identifier.
 void enterNetworkOfItsOwn();
 
+// Whether that would work, on any thread: tried by a child, as it cannot be undone.
+bool canEnterNetworkOfItsOwn();
+
 // Moves the process into the network of `pid`, a process of the same user.
 void joinNetworkOf(pid_t pid);
 

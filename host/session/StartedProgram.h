@@ -3,11 +3,11 @@
 // never meets another one on the agent's ports. Main thread of a process without other threads.
 #pragma once
 
-#include <sys/types.h>
-
+#include <optional>
 #include <string>
 #include <vector>
 
+#include "host/launch/ToolProcess.h"
 #include "host/wire/Socket.h"
 
 namespace tarni::host {
@@ -18,9 +18,6 @@ class StartedProgram {
   // std::runtime_error when no process can be made.
   StartedProgram(const std::vector<std::string>& command,
                  const std::vector<std::string>& runOptions);
-  StartedProgram(const StartedProgram&) = delete;
-  StartedProgram& operator=(const StartedProgram&) = delete;
-  ~StartedProgram();
 
   // Waits until the agent serves and goes into the program's network. Throws std::runtime_error
   // with what the program has printed when it does not come up.
@@ -35,9 +32,7 @@ class StartedProgram {
   bool isServed() const;
 
   std::string name_;  // among the isolated programs; "" when it is not one of them
-  pid_t pid_ = -1;
-  int output_ = -1;
-  bool isOver_ = false;
+  std::optional<ToolProcess> process_;
 };
 
 }  // namespace tarni::host

@@ -1,6 +1,4 @@
 #include <CLI/CLI.hpp>
-#include <algorithm>
-#include <cctype>
 #include <cmath>
 #include <iostream>
 #include <memory>
@@ -15,6 +13,7 @@
 #include "host/guard/Json.h"
 #include "host/guard/Printable.h"
 #include "host/session/ViewTree.h"
+#include "host/source/SourceTree.h"
 
 namespace tarni::host {
 
@@ -102,69 +101,6 @@ void printElement(const ElementTree::Node& node, bool paths) {
             << '\n';
 }
 
-std::string xmlName(const std::string& text) {
-  std::string name = text;
-  std::ranges::replace_if(
-      name, [](unsigned char c) { return std::isalnum(c) == 0 && c != '_' && c != '-'; }, '_');
-  const bool isStart = !name.empty() && (std::isalpha(static_cast<unsigned char>(name[0])) != 0);
-  return isStart ? name : "_" + name;
-}
-
-// What XML cannot hold becomes U+FFFD.
-std::string xmlText(const std::string& text) {
-  std::string result;
-  for (const char c : printableLines(text)) {
-    switch (c) {
-      case '&':
-        result += "&amp;";
-        break;
-      case '<':
-        result += "&lt;";
-        break;
-      case '"':
-        result += "&quot;";
-        break;
-      case '\n':
-        result += "&#10;";
-        break;
-      case '\t':
-        result += "&#9;";
-        break;
-      default:
-        result += c;
-    }
-  }
-  return result;
-}
-
-std::string attributesOf(const Json& element) {
-  std::string text;
-  const auto add = [&text](const std::string& name, const std::string& value) {
-    text += " " + xmlName(name) + "=\"" + xmlText(value) + "\"";
-  };
-  for (const auto& [name, value] : element.items()) {
-    if (value.is_object()) {
-      for (const auto& [part, number] : value.items()) add(part, compact(number));
-    } else if (!value.is_array() && name != "parent" && name != "index") {
-      add(name, value.is_string() ? value.get<std::string>() : compact(value));
-    }
-  }
-  return text;
-}
-
-void printXml(const ElementTree& tree) {
-  std::cout << "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n<tree>\n";
-  const auto nameOf = [](const ElementTree::Node& node) {
-    return xmlName(valueIn(node.element, "class").value_or("element"));
-  };
-  tree.walk(
-      [&](const auto& node) {
-        std::cout << node.indentation << '<' << nameOf(node) << attributesOf(node.element) << ">\n";
-      },
-      [&](const auto& node) { std::cout << node.indentation << "</" << nameOf(node) << ">\n"; });
-  std::cout << "</tree>\n";
-}
-
 void printChanges(const Json& elements, const Json& gone) {
   for (const auto& element : elements) {
     printElement({element, 1, valueIn(element, "class").value_or("?"), "", ""}, false);
@@ -185,7 +121,7 @@ void treeBySession(Invocation& invocation, const TreeOptions& options) {
   if (invocation.printsAnswer(answer)) return;
   const bool isWhole = isSet(answer, "whole");
   if (options.xml) {
-    printXml(ElementTree(elements));
+    std::cout << SourceTree(elements).xml(true);
   } else if (isWhole) {
     ElementTree(elements).walk([&](const auto& node) { printElement(node, options.paths); });
   } else {

@@ -1,0 +1,107 @@
+#include "host/launch/ToolProcess.h"
+
+#include <fcntl.h>
+#include <linux/close_range.h>
+#include <signal.h>
+#include <sys/mman.h>
+#include <sys/prctl.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <stdexcept>
+#include <thread>
+
+namespace tarni::host {
+
+namespace {
+
+constexpr std::chrono::milliseconds kPauseBetweenLooks{20};
+constexpr std::chrono::seconds kTimeToEnd{5};
+
+std::vector<std::string> withVariables(std::map<std::string, std::string> added) {
+  std::vector<std::string> variables;
+  for (char** entry = environ; *entry != nullptr; ++entry) {
+    const std::string variable = *entry;
+    if (!added.contains(variable.substr(0, variable.find('=')))) variables.push_back(variable);
+  }
+  for (const auto& [name, value] : added) variables.push_back(name + "=" + value);
+  return variables;
+}
+
+std::vector<char*> pointers(std::vector<std::string>& texts) {
+  std::vector<char*> result;
+  result.reserve(texts.size() + 1);
+  for (auto& text : texts) result.push_back(text.data());
+  result.push_back(nullptr);
+  return result;
+}
+
+// Allocates nothing: other threads may have held a lock when the process was doubled.
+[[noreturn]] void becomeTool(char** arguments, char** variables, int output, pid_t parent) {
+  prctl(PR_SET_PDEATHSIG, SIGTERM);
+  if (getppid() != parent) _exit(127);
+  setpgid(0, 0);  // Ctrl-C is this tool's own affair
+  const int nothing = open("/dev/null", O_RDONLY | O_CLOEXEC);
+  dup2(nothing, STDIN_FILENO);
+  dup2(output, STDOUT_FILENO);
+  dup2(output, STDERR_FILENO);
+  close_range(STDERR_FILENO + 1, ~0U, CLOSE_RANGE_CLOEXEC);
+  execve("/proc/self/exe", arguments, variables);
+  _exit(127);
+}
+
+}  // namespace
+
+ToolProcess::ToolProcess(const std::vector<std::string>& words,
+                         const std::map<std::string, std::string>& environment)
+    : output_(memfd_create("output", MFD_CLOEXEC)) {
+  std::vector<std::string> line = {"tarni"};
+  line.insert(line.end(), words.begin(), words.end());
+  auto variables = withVariables(environment);
+  const auto arguments = pointers(line);
+  const auto entries = pointers(variables);
+  // Each writer of the one file goes on where the other stopped.
+  fcntl(output_, F_SETFL, O_APPEND);
+  const pid_t parent = getpid();
+  pid_ = fork();
+  if (pid_ == 0) {
+    becomeTool(const_cast<char**>(arguments.data()), const_cast<char**>(entries.data()), output_,
+               parent);
+  }
+  if (pid_ < 0) {
+    close(output_);
+    throw std::runtime_error("cannot start another process");
+  }
+}
+
+ToolProcess::~ToolProcess() {
+  if (!hasEnded({})) {
+    kill(pid_, SIGTERM);
+    if (!hasEnded(std::chrono::steady_clock::now() + kTimeToEnd)) {
+      kill(-pid_, SIGKILL);
+      waitpid(pid_, nullptr, 0);
+    }
+  }
+  close(output_);
+}
+
+bool ToolProcess::hasEnded(Time deadline) {
+  while (!isOver_) {
+    isOver_ = waitpid(pid_, nullptr, WNOHANG) == pid_;
+    if (isOver_ || std::chrono::steady_clock::now() >= deadline) break;
+    std::this_thread::sleep_for(kPauseBetweenLooks);
+  }
+  return isOver_;
+}
+
+std::string ToolProcess::lastOutput() const {
+  constexpr off_t kEnough = 2000;
+  const auto size = lseek(output_, 0, SEEK_END);
+  std::string text(static_cast<std::size_t>(std::min(size, kEnough)), '\0');
+  const auto count = pread(output_, text.data(), text.size(), std::max<off_t>(size - kEnough, 0));
+  text.resize(static_cast<std::size_t>(std::max<ssize_t>(count, 0)));
+  return text;
+}
+
+}  // namespace tarni::host

@@ -1,0 +1,29 @@
+// Attributes: what an element says of itself, under the names that clients of WebDriver use, from
+// its description (docs/session.md). Plain values, any thread.
+#pragma once
+
+#include <optional>
+#include <string>
+#include <string_view>
+#include <utility>
+#include <vector>
+
+#include "host/guard/Json.h"
+
+namespace tarni::host {
+
+struct Rectangle {
+  double x = 0, y = 0, width = 0, height = 0;
+};
+
+// All zeros when it has none.
+Rectangle rectangleIn(const Json& description, const char* member = "rect");
+
+// Null when the element has none of that name: "type", "name" (its identifier, or else its label),
+// "id", "value", "displayed" and so on; a description's own members have their own names too.
+std::optional<std::string> attributeOf(const Json& description, std::string_view name);
+
+// Those that an element has, as its XML shows them, but for where it is: name and value.
+std::vector<std::pair<std::string, std::string>> attributesOf(const Json& description);
+
+}  // namespace tarni::host
