@@ -48,6 +48,8 @@ constexpr Subcommand kSubcommands[] = {
     {"call", "Call a method of the session channel and print the answer", declareCall},
     {"send", "Send a playback command as JSON and print the answer", declareSend},
     {"reference", "Print what is installed beside the tool", declareReference, kNotInScript},
+    {"webdriver", "Serve clients of WebDriver: Selenium, Appium and those like them",
+     declareWebDriver, kNotInScript},
     {"scripts", "Offer the scripts for web pages", declareScripts, kNotInScript},
     {"do", "Carry out commands, one a line, in one connection", declareDo, kNotInScript},
 };

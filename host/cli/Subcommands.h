@@ -61,6 +61,7 @@ void declareSwipeTo(CLI::App& parser, Invocation& invocation);
 void declareTree(CLI::App& parser, Invocation& invocation);
 void declareType(CLI::App& parser, Invocation& invocation);
 void declareWait(CLI::App& parser, Invocation& invocation);
+void declareWebDriver(CLI::App& parser, Invocation& invocation);
 void declareWindows(CLI::App& parser, Invocation& invocation);
 
 // All in commands/Query.cpp.

@@ -41,7 +41,10 @@ std::vector<char*> pointers(std::vector<std::string>& texts) {
 [[noreturn]] void becomeTool(char** arguments, char** variables, int output, pid_t parent) {
   prctl(PR_SET_PDEATHSIG, SIGTERM);
   if (getppid() != parent) _exit(127);
-  setpgid(0, 0);  // Ctrl-C is this tool's own affair
+  sigset_t none;
+  sigemptyset(&none);
+  sigprocmask(SIG_SETMASK, &none, nullptr);  // of a thread that waits for signals
+  setpgid(0, 0);                             // Ctrl-C is this tool's own affair
   const int nothing = open("/dev/null", O_RDONLY | O_CLOEXEC);
   dup2(nothing, STDIN_FILENO);
   dup2(output, STDOUT_FILENO);

@@ -1,0 +1,212 @@
+#include "host/source/Css.h"
+
+#include <cctype>
+#include <cstdlib>
+#include <vector>
+
+#include "host/source/TextReader.h"
+
+namespace tarni::host {
+
+namespace {
+
+struct Condition {
+  std::string attribute;
+  char sign = '=';  // '\0' for one that must be there
+  std::string value;
+};
+
+// XPath has no escapes.
+std::string literal(const std::string& text) {
+  if (text.find('\'') == std::string::npos) return "'" + text + "'";
+  if (text.find('"') == std::string::npos) return '"' + text + '"';
+  std::string parts;
+  for (const char c : text) {
+    parts += (parts.empty() ? "" : ",") + (c == '\'' ? "\"'\"" : "'" + std::string(1, c) + "'");
+  }
+  return "concat(" + parts + ")";
+}
+
+std::string inXPath(const Condition& condition) {
+  const auto name = "@" + condition.attribute;
+  const auto value = literal(condition.value);
+  switch (condition.sign) {
+    case '\0':
+      return name;
+    case '^':
+      return "starts-with(" + name + "," + value + ")";
+    case '*':
+      return "contains(" + name + "," + value + ")";
+    case '$':
+      return "substring(" + name + ",string-length(" + name + ")-string-length(" + value +
+             ")+1)=" + value;
+    case '~':
+      return "contains(concat(' '," + name + ",' '),concat(' '," + value + ",' '))";
+    default:
+      return name + "=" + value;
+  }
+}
+
+void appendUtf8(std::string& text, unsigned long point) {
+  if (point < 0x80) {
+    text += static_cast<char>(point);
+    return;
+  }
+  const int more = point < 0x800 ? 1 : point < 0x10000 ? 2 : 3;
+  const unsigned long lead = more == 1 ? 0xC0 : more == 2 ? 0xE0 : 0xF0;
+  text += static_cast<char>(lead | (point >> (6 * more)));
+  for (int left = more - 1; left >= 0; --left) {
+    text += static_cast<char>(0x80 | ((point >> (6 * left)) & 0x3F));
+  }
+}
+
+class Reader {
+ public:
+  explicit Reader(const std::string& text) : reader_(text, "CSS") {}
+
+  Css whole() {
+    Css css;
+    do {
+      reader_.skipBlanks();
+      css.xpath += (css.xpath.empty() ? "" : " | ") + complex();
+    } while (reader_.take(","));
+    if (!reader_.isAtEnd()) reader_.fail("something follows");
+    if (conditions_.size() == 1) css.selector = asSelector(conditions_.front());
+    return css;
+  }
+
+ private:
+  std::string complex() {
+    std::string xpath = ".//";
+    while (true) {
+      xpath += "*" + compound();
+      const bool isBelow = reader_.skipBlanks();
+      if (reader_.isAtEnd() || reader_.peek() == ',') return xpath;
+      if (reader_.take(">")) {
+        reader_.skipBlanks();
+        xpath += "/";
+      } else if (isBelow) {
+        xpath += "//";
+      } else {
+        reader_.fail("that is not understood");
+      }
+      conditions_.emplace_back();  // more than one thing
+    }
+  }
+
+  std::string compound() {
+    std::string xpath;
+    const bool isAny = reader_.take("*");
+    if (!isAny && isNameNext()) xpath += put({"type", '=', name()});
+    while (!reader_.isAtEnd()) {
+      if (reader_.take("#")) {
+        xpath += put({"id", '=', name()});
+      } else if (reader_.take(".")) {
+        xpath += put({"type", '=', name()});
+      } else if (reader_.take("[")) {
+        xpath += put(attribute());
+      } else {
+        break;
+      }
+    }
+    if (xpath.empty() && !isAny) reader_.fail("an element is missing");
+    return xpath;
+  }
+
+  std::string put(Condition condition) {
+    if (condition.attribute == "class") condition.attribute = "type";
+    conditions_.push_back(condition);
+    return "[" + inXPath(condition) + "]";
+  }
+
+  Condition attribute() {
+    reader_.skipBlanks();
+    Condition condition{name(), '\0', ""};
+    reader_.skipBlanks();
+    if (reader_.take("]")) return condition;
+    condition.sign = reader_.next();
+    if (condition.sign != '=') reader_.need("=");
+    if (std::string_view("=^$*~").find(condition.sign) == std::string_view::npos) {
+      reader_.fail("a comparison is missing");
+    }
+    reader_.skipBlanks();
+    condition.value = value();
+    reader_.skipBlanks();
+    reader_.need("]");
+    return condition;
+  }
+
+  std::string value() {
+    const char quote = reader_.peek();
+    if (quote != '"' && quote != '\'') return name();
+    reader_.next();
+    std::string text;
+    while (reader_.peek() != quote) {
+      if (reader_.take("\\")) {
+        escaped(text);
+      } else {
+        text += reader_.next();
+      }
+    }
+    reader_.next();
+    return text;
+  }
+
+  bool isNameNext() const {
+    const char c = reader_.peek();
+    return TextReader::isWordCharacter(c) || c == '-' || c == '\\';
+  }
+
+  std::string name() {
+    std::string text;
+    while (isNameNext()) {
+      if (reader_.take("\\")) {
+        escaped(text);
+      } else {
+        text += reader_.next();
+      }
+    }
+    if (text.empty()) reader_.fail("a name is missing");
+    return text;
+  }
+
+  // Up to six hexadecimal digits and a blank, or any one character.
+  void escaped(std::string& text) {
+    constexpr std::size_t kMostDigits = 6;
+    std::size_t count = 0;
+    const auto digits = reader_.takeWhile(
+        [&count](unsigned char c) { return std::isxdigit(c) != 0 && count++ < kMostDigits; });
+    if (digits.empty()) {
+      text += reader_.next();
+      return;
+    }
+    appendUtf8(text, std::strtoul(digits.c_str(), nullptr, 16) & 0x1FFFFF);
+    reader_.take(" ");
+  }
+
+  static std::optional<Selector> asSelector(const Condition& condition) {
+    Selector selector;
+    if (condition.sign != '=') return std::nullopt;
+    if (condition.attribute == "id") {
+      selector.identifier = condition.value;
+    } else if (condition.attribute == "label") {
+      selector.label = condition.value;
+    } else if (condition.attribute == "text") {
+      selector.text = condition.value;
+    } else {
+      return std::nullopt;
+    }
+    return selector;
+  }
+
+  TextReader reader_;
+  std::vector<Condition> conditions_;
+};
+
+}  // namespace
+
+Css Css::parse(const std::string& text) {
+  return Reader(text).whole();
+}
+
+}  // namespace tarni::host

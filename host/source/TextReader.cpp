@@ -1,0 +1,56 @@
+#include "host/source/TextReader.h"
+
+#include <algorithm>
+#include <cctype>
+
+#include "host/source/SourceTree.h"
+
+namespace tarni::host {
+
+char TextReader::next() {
+  if (isAtEnd()) fail("it ends too soon");
+  return text_[at_++];
+}
+
+bool TextReader::skipBlanks() {
+  return !takeWhile([](unsigned char c) { return std::isspace(c) != 0; }).empty();
+}
+
+bool TextReader::take(std::string_view expected) {
+  if (!text_.substr(at_).starts_with(expected)) return false;
+  at_ += expected.size();
+  return true;
+}
+
+bool TextReader::takeWord(std::string_view word) {
+  const auto here = text_.substr(at_, word.size());
+  const bool isIt = std::ranges::equal(here, word, [](unsigned char a, unsigned char b) {
+    return std::tolower(a) == std::tolower(b);
+  });
+  const auto behind = at_ + word.size();
+  if (!isIt || (behind < text_.size() && isWordCharacter(text_[behind]))) return false;
+  at_ = behind;
+  return true;
+}
+
+void TextReader::need(std::string_view expected) {
+  if (!take(expected)) fail("\"" + std::string(expected) + "\" is missing");
+}
+
+std::string TextReader::takeUntil(char end) {
+  auto taken = takeWhile([end](char c) { return c != end; });
+  need({&end, 1});
+  return taken;
+}
+
+void TextReader::fail(const std::string& what) const {
+  throw InvalidSelector("no " + std::string(language_) + " that is known here: " + what +
+                        ", at character " + std::to_string(at_ + 1));
+}
+
+bool TextReader::isWordCharacter(char c) {
+  const auto byte = static_cast<unsigned char>(c);
+  return std::isalnum(byte) != 0 || c == '_' || byte >= 0x80;
+}
+
+}  // namespace tarni::host

@@ -1,0 +1,264 @@
+#include "host/webdriver/Gestures.h"
+
+#include <algorithm>
+#include <ctime>
+#include <nlohmann/json.hpp>
+#include <string_view>
+
+#include "host/webdriver/Error.h"
+#include "host/webdriver/InputScript.h"
+#include "host/webdriver/commands/Handlers.h"
+
+namespace tarni::host::webdriver {
+
+namespace {
+
+using std::chrono::milliseconds;
+
+constexpr milliseconds kLongPress{1'000};
+constexpr milliseconds kDrag{500};
+constexpr double kUsualPart = 0.8;  // of an element that a swipe goes over
+constexpr double kUsualNotches = 5;
+
+Session::Handle elementIn(const Session& session, const Json& parameters, const char* name) {
+  return elementOf(session, textIn(parameters, name));
+}
+
+bool namesElement(const Json& parameters, const char* name = "elementId") {
+  return !textIn(parameters, name).empty();
+}
+
+double number(const Json& parameters, const char* name, double usual) {
+  const auto found = parameters.find(name);
+  return found != parameters.end() && found->is_number() ? found->get<double>() : usual;
+}
+
+// In seconds, or for the other dialect in milliseconds.
+milliseconds lasting(const Json& parameters, milliseconds usual) {
+  const double seconds = number(parameters, "duration", static_cast<double>(usual.count()) / 1000);
+  constexpr double kCertainlyMilliseconds = 60;
+  constexpr double kLongest = 600'000;
+  const double asked = seconds > kCertainlyMilliseconds ? seconds : seconds * 1000;
+  return milliseconds(static_cast<long>(std::clamp(asked, 0.0, kLongest)));
+}
+
+Rectangle rectangleOf(Session& session, const Json& parameters) {
+  const Screen screen(session);
+  if (namesElement(parameters)) {
+    return screen.placeOf(session.described(elementIn(session, parameters, "elementId")));
+  }
+  const auto window = rectangleIn(screen.current(), "screenRect");
+  return {number(parameters, "left", 0), number(parameters, "top", 0),
+          number(parameters, "width", window.width), number(parameters, "height", window.height)};
+}
+
+// An offset counts from the element's corner; none is its middle.
+Screen::Point pointOf(Session& session, const Json& parameters, const char* x = "x",
+                      const char* y = "y") {
+  if (!namesElement(parameters)) {
+    if (!parameters.contains(x) || !parameters.contains(y)) {
+      throw Error("invalid argument", "\"elementId\", or \"x\" and \"y\", is needed");
+    }
+    return {number(parameters, x, 0), number(parameters, y, 0)};
+  }
+  const auto place = rectangleOf(session, parameters);
+  const double right = number(parameters, x, 0);
+  const double down = number(parameters, y, 0);
+  const bool isMiddle = right == 0 && down == 0;
+  return {place.x + (isMiddle ? place.width / 2 : right),
+          place.y + (isMiddle ? place.height / 2 : down)};
+}
+
+Json press(Session& session, const Json& parameters, int count, milliseconds duration) {
+  InputScript script(session);
+  script.moveTo(pointOf(session, parameters));
+  for (int turn = 0; turn < count; ++turn) {
+    script.button("left", true);
+    script.pause(duration);
+    script.button("left", false);
+  }
+  script.play();
+  return nullptr;
+}
+
+// In one go what the element itself takes: in sight, and not covered.
+Json tap(Session& session, const Json& parameters) {
+  const bool isMiddle = number(parameters, "x", 0) == 0 && number(parameters, "y", 0) == 0;
+  if (!namesElement(parameters) || !isMiddle) {
+    return press(session, parameters, 1, milliseconds(0));
+  }
+  return click(session, {{textIn(parameters, "elementId")}, Json::object()});
+}
+
+Json doubleTap(Session& session, const Json& parameters) {
+  return press(session, parameters, 2, milliseconds(0));
+}
+
+Json touchAndHold(Session& session, const Json& parameters) {
+  return press(session, parameters, 1, lasting(parameters, kLongPress));
+}
+
+Json drag(Session& session, Screen::Point from, Screen::Point to, milliseconds hold,
+          milliseconds duration) {
+  InputScript script(session);
+  script.moveTo(from);
+  script.button("left", true);
+  script.pause(hold);
+  script.moveTo(to, duration);
+  script.button("left", false);
+  script.play();
+  return nullptr;
+}
+
+Json dragFromTo(Session& session, const Json& parameters) {
+  auto from = parameters;
+  if (namesElement(parameters, "fromElementId")) from["elementId"] = parameters["fromElementId"];
+  auto to = Json::object();
+  if (namesElement(parameters, "toElementId")) to["elementId"] = parameters["toElementId"];
+  const bool endsInElement = namesElement(to);
+  const auto end = endsInElement ? pointOf(session, to)
+                   : parameters.contains("endX")
+                       ? Screen::Point{number(parameters, "endX", 0), number(parameters, "endY", 0)}
+                       : Screen::Point{number(parameters, "toX", 0), number(parameters, "toY", 0)};
+  const bool hasStart = parameters.contains("fromX");
+  const auto start = hasStart                        ? pointOf(session, from, "fromX", "fromY")
+                     : parameters.contains("startX") ? pointOf(session, from, "startX", "startY")
+                                                     : pointOf(session, from);
+  return drag(session, start, end, lasting(parameters, milliseconds(0)), kDrag);
+}
+
+struct Direction {
+  std::string_view name;
+  double right, down;
+};
+constexpr Direction kDirections[] = {
+    {"up", 0, -1}, {"down", 0, 1}, {"left", -1, 0}, {"right", 1, 0}};
+
+Direction directionIn(const Json& parameters) {
+  const auto name = textIn(parameters, "direction");
+  const auto* const found = std::ranges::find(kDirections, name, &Direction::name);
+  if (found != std::end(kDirections)) return *found;
+  throw Error("invalid argument", "\"direction\" is up, down, left or right");
+}
+
+Json swipe(Session& session, const Json& parameters) {
+  const auto direction = directionIn(parameters);
+  const auto place = rectangleOf(session, parameters);
+  const double part = std::clamp(number(parameters, "percent", kUsualPart), 0.01, 1.0) / 2;
+  const Screen::Point middle{place.x + place.width / 2, place.y + place.height / 2};
+  const double right = direction.right * place.width * part;
+  const double down = direction.down * place.height * part;
+  return drag(session, {middle.x - right, middle.y - down}, {middle.x + right, middle.y + down},
+              milliseconds(0), milliseconds(250));
+}
+
+Json scroll(Session& session, const Json& parameters) {
+  if (parameters.value("toVisible", false)) {
+    session.call("element.scrollIntoView",
+                 {{"element", elementIn(session, parameters, "elementId")}});
+    return nullptr;
+  }
+  if (const auto text = textIn(parameters, "name"); !text.empty()) {
+    session.call("element.scrollToText",
+                 {{"element", elementIn(session, parameters, "elementId")}, {"text", text}});
+    return nullptr;
+  }
+  const auto direction = directionIn(parameters);
+  const auto place = rectangleOf(session, parameters);
+  const double notches = number(parameters, "distance", 1) * kUsualNotches;
+  InputScript script(session);
+  script.wheel({place.x + place.width / 2, place.y + place.height / 2}, direction.right * notches,
+               direction.down * notches);
+  script.play();
+  return nullptr;
+}
+
+Json noSecondFinger(Session&, const Json&) {
+  throw Error("unsupported operation", "there is one pointer, and this takes two");
+}
+
+Json deviceTime(Session&, const Json&) {
+  const std::time_t now = std::time(nullptr);
+  std::tm parts{};
+  gmtime_r(&now, &parts);
+  std::string text(32, '\0');
+  text.resize(std::strftime(text.data(), text.size(), "%Y-%m-%dT%H:%M:%S+00:00", &parts));
+  return text;
+}
+
+Json detailedContexts(Session& session, const Json&) {
+  Json all = Json::array({{{"id", "NATIVE_APP"}}});
+  const Json answer = session.call("page.list");
+  for (const auto& page : answer.value("pages", Json::array())) {
+    all.push_back({{"id", "WEBVIEW_" + compact(page.value("page", Json(0)))},
+                   {"title", page.value("title", "")},
+                   {"url", page.value("address", "")}});
+  }
+  return all;
+}
+
+Json alert(Session& session, const Json& parameters) {
+  const auto action = textIn(parameters, "action");
+  if (action == "accept") return acceptAlert(session, {});
+  if (action == "dismiss") return dismissAlert(session, {});
+  throw Error("invalid argument", "\"action\" is accept or dismiss");
+}
+
+Json nothing(Session&, const Json&) {
+  return nullptr;
+}
+Json yes(Session&, const Json&) {
+  return true;
+}
+Json no(Session&, const Json&) {
+  return false;
+}
+Json inFront(Session&, const Json&) {
+  return 4;
+}
+
+struct Gesture {
+  std::string_view name;
+  Json (*perform)(Session& session, const Json& parameters);
+};
+
+constexpr Gesture kGestures[] = {
+    {"tap", tap},
+    {"clickGesture", tap},
+    {"doubleTap", doubleTap},
+    {"doubleClickGesture", doubleTap},
+    {"touchAndHold", touchAndHold},
+    {"longClickGesture", touchAndHold},
+    {"dragFromToForDuration", dragFromTo},
+    {"dragGesture", dragFromTo},
+    {"swipe", swipe},
+    {"swipeGesture", swipe},
+    {"scroll", scroll},
+    {"scrollGesture", scroll},
+    {"pinch", noSecondFinger},
+    {"pinchOpenGesture", noSecondFinger},
+    {"pinchCloseGesture", noSecondFinger},
+    {"twoFingerTap", noSecondFinger},
+    {"getContexts", detailedContexts},
+    {"alert", alert},
+    {"getDeviceTime", deviceTime},
+    {"activateApp", nothing},
+    {"queryAppState", inFront},
+    {"isAppInstalled", yes},
+    {"hideKeyboard", nothing},
+    {"isKeyboardShown", no},
+};
+
+}  // namespace
+
+Json performGesture(Session& session, const std::string& name, const Json& parameters) {
+  const auto* const row = std::ranges::find(kGestures, name, &Gesture::name);
+  if (row != std::end(kGestures)) return row->perform(session, parameters);
+  throw Error("unknown method", "there is no \"mobile: " + name + "\" here");
+}
+
+Json callChannel(Session& session, const Json& parameters) {
+  return session.call(textIn(parameters, "method"), objectIn(parameters, "params"));
+}
+
+}  // namespace tarni::host::webdriver

@@ -1,0 +1,95 @@
+#include "host/webdriver/Keys.h"
+
+#include <algorithm>
+#include <nlohmann/json.hpp>
+
+namespace tarni::host::webdriver {
+
+namespace {
+
+// From U+E000 on.
+constexpr std::string_view kKeyNames[] = {
+    "",          "Cancel",   "Help",    "Backspace", "Tab",       "Clear",   "Enter",
+    "Enter",     "Shift",    "Control", "Alt",       "Pause",     "Escape",  " ",
+    "PageUp",    "PageDown", "End",     "Home",      "ArrowLeft", "ArrowUp", "ArrowRight",
+    "ArrowDown", "Insert",   "Delete",  ";",         "=",         "0",       "1",
+    "2",         "3",        "4",       "5",         "6",         "7",       "8",
+    "9",         "*",        "+",       ",",         "-",         ".",       "/",
+    "",          "",         "",        "",          "",          "",        "",
+    "F1",        "F2",       "F3",      "F4",        "F5",        "F6",      "F7",
+    "F8",        "F9",       "F10",     "F11",       "F12",       "Meta",    "",
+    "",          "",         "",        "",          "",          "",        "",
+    "",          "",         "",        "",          "",          "",        "",
+    "",          "",         "",        "Shift",     "Control",   "Alt",     "Meta",
+    "PageUp",    "PageDown", "End",     "Home",      "ArrowLeft", "ArrowUp", "ArrowRight",
+    "ArrowDown", "Insert",   "Delete",
+};
+
+constexpr unsigned kFirst = 0xE000;
+
+std::size_t lengthFrom(unsigned char lead) {
+  if (lead < 0x80) return 1;
+  if (lead >= 0xF0) return 4;
+  if (lead >= 0xE0) return 3;
+  return lead >= 0xC0 ? 2 : 0;
+}
+
+// Of a character of three bytes; 0 for all others.
+unsigned pointOf(std::string_view character) {
+  if (character.size() != 3) return 0;
+  const auto bits = [&character](std::size_t at) {
+    return static_cast<unsigned>(static_cast<unsigned char>(character[at]) & 0x3FU);
+  };
+  return ((static_cast<unsigned>(static_cast<unsigned char>(character[0])) & 0x0FU) << 12U) |
+         (bits(1) << 6U) | bits(2);
+}
+
+}  // namespace
+
+std::vector<std::string> charactersOf(std::string_view text) {
+  std::vector<std::string> characters;
+  while (!text.empty()) {
+    const auto length = lengthFrom(static_cast<unsigned char>(text.front()));
+    if (length > 0 && length <= text.size()) characters.emplace_back(text.substr(0, length));
+    text.remove_prefix(std::min(std::max<std::size_t>(length, 1), text.size()));
+  }
+  return characters;
+}
+
+std::string keyNamed(const std::string& character) {
+  const auto point = pointOf(character);
+  if (point >= kFirst && point < kFirst + std::size(kKeyNames)) {
+    return std::string(kKeyNames[point - kFirst]);
+  }
+  if (character == "\n" || character == "\r") return "Enter";
+  return character == "\t" ? "Tab" : character;
+}
+
+bool isModifier(const std::string& key) {
+  return key == "Shift" || key == "Control" || key == "Alt" || key == "Meta";
+}
+
+Json stepsTyping(std::string_view text) {
+  Json steps = Json::array();
+  std::vector<std::string> held;
+  const auto letGo = [&] {
+    for (const auto& key : held) steps.push_back({{"up", key}});
+    held.clear();
+  };
+  for (const auto& character : charactersOf(text)) {
+    const auto key = keyNamed(character);
+    if (key.empty()) {
+      letGo();
+    } else if (isModifier(key)) {
+      steps.push_back({{"down", key}});
+      held.push_back(key);
+    } else {
+      steps.push_back({{"down", key}});
+      steps.push_back({{"up", key}});
+    }
+  }
+  letGo();
+  return steps;
+}
+
+}  // namespace tarni::host::webdriver

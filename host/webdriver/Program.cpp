@@ -1,0 +1,159 @@
+#include "host/webdriver/Program.h"
+
+#include <stdlib.h>
+
+#include <chrono>
+#include <map>
+#include <nlohmann/json.hpp>
+#include <thread>
+#include <vector>
+
+#include "host/launch/NetworkNamespace.h"
+#include "host/launch/ProgramRegistry.h"
+#include "host/launch/RunningProgram.h"
+#include "host/webdriver/Error.h"
+#include "host/wire/WireError.h"
+
+namespace tarni::host::webdriver {
+
+namespace fs = std::filesystem;
+using std::chrono::milliseconds;
+
+namespace {
+
+constexpr std::chrono::seconds kTimeToStart{30};
+constexpr milliseconds kTimeToShowAWindow{10'000};
+constexpr milliseconds kTimeToConnect{3'000};
+constexpr milliseconds kPauseBetweenTries{5};
+// What `tarni run` says when it is of no use to wait.
+constexpr const char* kOtherToolkit = "uses another toolkit than Qt";
+
+[[noreturn]] void fail(const std::string& why) {
+  throw Error("session not created", why);
+}
+
+fs::path newFolder() {
+  auto name = (fs::temp_directory_path() / "tarni-session-XXXXXX").string();
+  if (mkdtemp(name.data()) == nullptr) fail("cannot make the folder " + name);
+  return name;
+}
+
+// Where a program keeps its state and where it looks for another one of its kind.
+void addFolders(std::map<std::string, std::string>& environment, const fs::path& folder) {
+  const std::pair<const char*, const char*> variables[] = {{"HOME", "home"},
+                                                           {"XDG_CONFIG_HOME", "config"},
+                                                           {"XDG_DATA_HOME", "data"},
+                                                           {"XDG_CACHE_HOME", "cache"},
+                                                           {"XDG_STATE_HOME", "state"},
+                                                           {"XDG_RUNTIME_DIR", "runtime"},
+                                                           {"TMPDIR", "temporary"}};
+  for (const auto& [variable, name] : variables) {
+    const auto path = folder / name;
+    fs::create_directory(path);
+    fs::permissions(path, fs::perms::owner_all);
+    environment.emplace(variable, path);
+  }
+}
+
+// The words of `tarni run` for it. The program's variables are set by `env`, as some of them mean
+// something else to the tool.
+std::vector<std::string> runLine(const Capabilities& wanted, const std::string& name,
+                                 const std::map<std::string, std::string>& environment) {
+  std::vector<std::string> words = {"run", "--isolated=" + name};
+  const bool isSize = wanted.display != "none" && !wanted.display.starts_with(':');
+  if (isSize) words.push_back("--display=" + wanted.display);
+  words.insert(words.end(), {"--", "env"});
+  for (const auto& [variable, value] : environment) words.push_back(variable + "=" + value);
+  if (wanted.display.starts_with(':')) words.push_back("DISPLAY=" + wanted.display);
+  words.insert(words.end(), wanted.command.begin(), wanted.command.end());
+  return words;
+}
+
+std::string channelOf(const std::string& program) {
+  if (program.starts_with("tcp:") || program.starts_with('/')) return program;
+  const ProgramRegistry registry;
+  const auto found = registry.findByNameOrProcess(program);
+  const auto address = found ? registry.sessionOf(*found) : std::nullopt;
+  if (!address)
+    fail("no program " + program + " runs here with a session channel: see `tarni list`");
+  return *address;
+}
+
+}  // namespace
+
+Program::Program(const Capabilities& wanted, const std::string& sessionId, Starter& starter) {
+  try {
+    if (wanted.attach.empty()) {
+      start(wanted, sessionId, starter);
+    } else {
+      client_ = std::make_unique<SessionClient>(channelOf(wanted.attach), kTimeToConnect);
+    }
+    awaitWindow();
+  } catch (const Error&) {
+    end();
+    throw;
+  } catch (const std::exception& error) {
+    const auto said = lastOutput();
+    end();
+    fail(error.what() + (said.empty() ? "" : "; it said:\n" + said));
+  }
+}
+
+Program::~Program() {
+  end();
+}
+
+void Program::start(const Capabilities& wanted, const std::string& sessionId, Starter& starter) {
+  requireProgram(wanted.command.front());
+  if (const auto why = whyOutOfReach(wanted.command.front()); !why.empty()) fail(why);
+  auto environment = wanted.environment;
+  if (!wanted.keepsState) {
+    folder_ = newFolder();
+    addFolders(environment, folder_);
+  }
+  const auto name = "webdriver-" + sessionId;
+  process_ = starter.start(runLine(wanted, name, environment), {});
+  client_ = std::make_unique<SessionClient>(awaitChannel(name), kTimeToConnect);
+}
+
+std::string Program::awaitChannel(const std::string& name) {
+  const ProgramRegistry registry;
+  const auto deadline = Clock::now() + kTimeToStart;
+  while (true) {
+    const auto program = registry.find(name);
+    if (const auto address = program ? registry.sessionOf(*program) : std::nullopt) return *address;
+    const bool hasEnded = process_->hasEnded({});
+    const auto said = lastOutput();
+    const bool isForeign = said.find(kOtherToolkit) != std::string::npos;
+    if (hasEnded || isForeign || Clock::now() >= deadline) {
+      fail((hasEnded ? std::string("the program ended before the agent was ready")
+                     : std::string("the program does not open its session channel: does it use "
+                                   "Qt, and does it run its event loop?")) +
+           "; it said:\n" + said);
+    }
+    std::this_thread::sleep_for(kPauseBetweenTries);
+  }
+}
+
+// A program that works without one is driven all the same.
+void Program::awaitWindow() {
+  const Json condition = {{"find", {{"kind", "UIWindow"}}}, {"is", "there"}};
+  try {
+    client_->call("wait.for", {{"conditions", Json::array({condition})}}, kTimeToShowAWindow);
+  } catch (const RequestError&) {
+  }
+}
+
+std::string Program::lastOutput() {
+  const std::lock_guard lock(processMutex_);
+  return process_ ? process_->lastOutput() : "";
+}
+
+void Program::end() {
+  const std::lock_guard lock(processMutex_);
+  process_.reset();
+  std::error_code ignored;
+  if (!folder_.empty()) fs::remove_all(folder_, ignored);
+}
+
+}  // namespace tarni::host::webdriver

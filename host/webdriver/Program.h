@@ -1,0 +1,45 @@
+// Program: what a session drives. Either started for it, in a network, on a display and with
+// folders of its own, all of which end with it; or one that runs, which is left as it is. `end` may
+// be called on any thread, all else on one at a time.
+#pragma once
+
+#include <filesystem>
+#include <memory>
+#include <mutex>
+#include <optional>
+#include <string>
+
+#include "host/launch/ToolProcess.h"
+#include "host/session_client/SessionClient.h"
+#include "host/webdriver/Capabilities.h"
+#include "host/webdriver/Starter.h"
+
+namespace tarni::host::webdriver {
+
+class Program {
+ public:
+  // Starts it and waits for its session channel and its first window. Throws Error ("session not
+  // created"), with what the program said; nothing of it is left behind then.
+  Program(const Capabilities& wanted, const std::string& sessionId, Starter& starter);
+  Program(const Program&) = delete;
+  Program& operator=(const Program&) = delete;
+  ~Program();
+
+  SessionClient& client() { return *client_; }
+  // What it printed last; "" of one that was not started here.
+  std::string lastOutput();
+  // Ends a program that was started here, and all that was made for it.
+  void end();
+
+ private:
+  void start(const Capabilities& wanted, const std::string& sessionId, Starter& starter);
+  std::string awaitChannel(const std::string& name);
+  void awaitWindow();
+
+  std::filesystem::path folder_;  // of this session alone; empty for none
+  std::mutex processMutex_;
+  std::unique_ptr<ToolProcess> process_;
+  std::unique_ptr<SessionClient> client_;
+};
+
+}  // namespace tarni::host::webdriver

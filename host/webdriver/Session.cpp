@@ -1,0 +1,96 @@
+#include "host/webdriver/Session.h"
+
+#include <charconv>
+#include <nlohmann/json.hpp>
+#include <string_view>
+
+#include "host/webdriver/Error.h"
+#include "host/webdriver/Screen.h"
+
+namespace tarni::host::webdriver {
+
+namespace {
+
+constexpr const char* kOfPage = "page-";
+
+Json answered(const Capabilities& wanted, const Json& info) {
+  Json all = wanted.written;
+  const auto toolkit = textIn(info, "toolkit");
+  const bool isQt = toolkit.starts_with("Qt") || toolkit == "headless";
+  all["platformName"] = isQt ? "linux" : "iOS";
+  all["appium:automationName"] = "Tarni";
+  all["timeouts"] = wanted.timeouts.written();
+  all["tarni:toolkit"] = toolkit;
+  all["tarni:process"] = info.value("pid", Json(nullptr));
+  all.erase("webSocketUrl");
+  all.erase("browserName");
+  return all;
+}
+
+}  // namespace
+
+Session::Session(std::string id, Capabilities wanted, Starter& starter)
+    : timeouts(wanted.timeouts), id_(std::move(id)), program_(wanted, id_, starter) {
+  const Json info = call("app.info");
+  hasInput_ = info.value("hasInput", false);
+  capabilities_ = answered(wanted, info);
+}
+
+Json Session::call(const std::string& method, Json parameters) {
+  return call(method, std::move(parameters), SessionClient::kUsualTimeout);
+}
+
+Json Session::call(const std::string& method, Json parameters, std::chrono::milliseconds timeout) {
+  try {
+    return program_.client().call(method, std::move(parameters), timeout);
+  } catch (const RequestError& error) {
+    throw Error(error.name(), error.what());
+  }
+}
+
+Json Session::described(Handle element) {
+  return objectIn(call("element.describe", {{"element", element}}), "description");
+}
+
+std::shared_ptr<const SourceTree> Session::source() {
+  const Screen screen(*this);
+  if (source_ && screen.windows() == sourceWindows_) {
+    const Json changes = call("tree.get", {{"since", sourceVersion_}});
+    const bool isSame = !changes.value("whole", true) && changes["elements"].empty() &&
+                        changes.value("gone", Json::array()).empty();
+    if (isSame) return source_;
+  }
+  const Json whole = call("tree.get");
+  sourceVersion_ = whole.value("version", 0L);
+  sourceWindows_ = screen.windows();
+  source_ = std::make_shared<SourceTree>(whole.value("elements", Json::array()), screen.origins());
+  return source_;
+}
+
+std::string idOf(const Session& session, Session::Handle element) {
+  return (session.page ? kOfPage : "") + std::to_string(element);
+}
+
+Json reference(const Session& session, Session::Handle element) {
+  return {{kElementKey, idOf(session, element)}};
+}
+
+Session::Handle elementOf(const Session& session, const std::string& id) {
+  const bool isOfPage = id.starts_with(kOfPage);
+  const std::string_view digits =
+      std::string_view(id).substr(isOfPage ? std::string_view(kOfPage).size() : 0);
+  Session::Handle handle = 0;
+  const auto [end, error] = std::from_chars(digits.data(), digits.data() + digits.size(), handle);
+  const bool isNumber = error == std::errc() && end == digits.data() + digits.size();
+  if (isNumber && isOfPage == session.page.has_value()) return handle;
+  throw Error("no such element", "no element of " +
+                                     std::string(session.page ? "this page" : "the program") +
+                                     " has the identifier " + id);
+}
+
+std::optional<Session::Handle> referred(const Session& session, const Json& value) {
+  const auto id = value.is_object() ? textIn(value, kElementKey) : "";
+  return id.empty() ? std::nullopt : std::optional(elementOf(session, id));
+}
+
+}  // namespace tarni::host::webdriver

@@ -1,0 +1,78 @@
+// Session: what a client has: its program, and what its commands leave for the next ones. Commands
+// of one session run one after the other.
+#pragma once
+
+#include <chrono>
+#include <map>
+#include <memory>
+#include <nlohmann/json.hpp>
+#include <optional>
+#include <set>
+#include <string>
+
+#include "host/guard/Json.h"
+#include "host/source/SourceTree.h"
+#include "host/webdriver/Capabilities.h"
+#include "host/webdriver/Program.h"
+
+namespace tarni::host::webdriver {
+
+inline constexpr const char* kElementKey = "element-6066-11e4-a52e-4f735466cecf";
+
+class Session {
+ public:
+  using Handle = long;
+
+  // Throws as Program does.
+  Session(std::string id, Capabilities wanted, Starter& starter);
+
+  const std::string& id() const { return id_; }
+  // As they are answered.
+  const Json& capabilities() const { return capabilities_; }
+  Program& program() { return program_; }
+
+  // Asks the program. Throws Error with the name that it gives; WireError when it is gone.
+  Json call(const std::string& method, Json parameters = Json::object());
+  // The same, when it is to end by then: a wait.
+  Json call(const std::string& method, Json parameters, std::chrono::milliseconds timeout);
+
+  // The description of an element, with "screenRect", "window" and "kinds".
+  Json described(Handle element);
+  // Whether there are a mouse and a keyboard.
+  bool hasInput() const { return hasInput_; }
+
+  // The program as XML, its places counted from the corner of the current window. It is the same
+  // object as long as nothing changed.
+  std::shared_ptr<const SourceTree> source();
+
+  struct Held {
+    std::set<std::string> buttons, keys;
+  };
+
+  Timeouts timeouts;
+  Json settings = Json::object();
+  std::optional<Handle> window;  // that the client chose; null for the one that a person would use
+  std::optional<Handle> page;  // the web view whose page is the context; null for the program's own
+  Held held;                   // by the client's actions
+  SourceTree::Point pointer;   // where they left it, as the client counts
+  Json frame;                  // within that page: an element, as pages tell it; null for none
+
+ private:
+  std::string id_;
+  Json capabilities_;
+  Program program_;
+  bool hasInput_ = false;
+  std::shared_ptr<const SourceTree> source_;
+  long sourceVersion_ = 0;
+  Json sourceWindows_;
+};
+
+// What a client calls an element: of a page and of the program's own are told apart.
+std::string idOf(const Session& session, Session::Handle element);
+Json reference(const Session& session, Session::Handle element);
+// Throws Error ("no such element") for one that is none, or of another context.
+Session::Handle elementOf(const Session& session, const std::string& id);
+// The same of a reference; null when the value is none.
+std::optional<Session::Handle> referred(const Session& session, const Json& value);
+
+}  // namespace tarni::host::webdriver
