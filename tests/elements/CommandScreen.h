@@ -15,6 +15,7 @@
 #include "platform/Platform.h"
 #include "platform/Task.h"
 #include "tests/elements/ManualTime.h"
+#include "tests/posix/Immortal.h"
 #include "tests/support/Screen.h"
 
 namespace tarni::test {
@@ -89,7 +90,7 @@ class CommandScreen : public Screen {
     }
   }
 
-  ManualTime time{environment.runLoop()};
+  ManualTime& time = immortal<ManualTime>(environment.runLoop());
 };
 
 }  // namespace tarni::test

@@ -108,6 +108,24 @@ TEST_F(TypedText, IsFlushedBeforeTheNextTapElsewhereAndByNothingElse) {
   EXPECT_FALSE(GlobalVars::sharedInstance()._editAbleElement());
 }
 
+TEST_F(TypedText, IsTakenOnceFromWhereATapFindsItAndNotWhereItWasLeft) {
+  auto& typed = tarni::TypedText::sharedInstance();
+  a->focus();
+  walk();
+  a->type("abc");
+  walk();
+  b->focus();
+  walk();
+  environment.finger().tap(*done);
+  EXPECT_THAT(typed.takeAll(), IsEmpty()) << "a still stands, b is empty";
+  ElementsQueue::sharedInstance().clearBucket();
+  b->type("x");
+  walk();
+  environment.finger().tap(*done);
+  EXPECT_EQ(typed.takeAll().size(), 1U);
+  EXPECT_THAT(typed.takeAll(), IsEmpty());
+}
+
 // A dialog with a text field, which has the focus while the dialog is there.
 class TextInADialog : public TypedText {
  protected:
@@ -161,6 +179,11 @@ TEST_F(TextInADialog, ClosedWithTheKeyboardIsRecordedWithTheNextTap) {
   walk();
   environment.finger().tap(*done);
   EXPECT_THAT(steps(), ElementsAre("ClickButton ")) << "nobody typed";
+  open("Untitled");
+  walk();
+  done->onTap([this] { close(); });
+  environment.finger().tap(*done);
+  EXPECT_THAT(steps(), ElementsAre("TypeTextOnEditBox Untitled", "ClickButton "));
 }
 
 TEST_F(TextInADialog, ClosedWithTheKeyboardIsRecordedThoughTheNextTapIsOnAField) {
@@ -187,8 +210,23 @@ TEST_F(TextInADialog, IsNotTypedBeforeTheTapThatOpenedTheDialog) {
   environment.finger().tap(*done);
   walk();
   EXPECT_THAT(steps(), ElementsAre("ClickButton "));
+  ok->onTap([this] { dialog->removeFromSuperview(); });
   environment.finger().tap(*ok);
   EXPECT_THAT(steps(), ElementsAre("TypeTextOnEditBox Untitled", "ClickButton "));
+}
+
+TEST_F(TextInADialog, ClosedWithTheKeyboardAllDayDoesNotFillTheMemory) {
+  for (int day = 0; day < 70; ++day) {
+    open("");
+    walk();
+    name->type(std::to_string(day));
+    showKey();
+    close();
+    walk();
+  }
+  const auto kept = tarni::TypedText::sharedInstance().takeAll();
+  ASSERT_EQ(kept.size(), 64U);
+  EXPECT_EQ(kept.back()->data, "69");
 }
 
 }  // namespace
