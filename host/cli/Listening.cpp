@@ -99,8 +99,7 @@ void Listening::declare(CLI::App& parser, const std::string& things) {
       ->check(CLI::NonNegativeNumber.description(""));
 }
 
-void Listening::run(RecorderClient& recorder, Invocation& invocation,
-                    const Handlers& handlers) const {
+void Listening::run(Invocation& invocation, const Handlers& handlers) const {
   const EndRequests endRequests;
   TypedLines lines;
   const bool asksPerson = handlers.onLine && mayReadStandardInput();
@@ -109,16 +108,16 @@ void Listening::run(RecorderClient& recorder, Invocation& invocation,
   while ((!count_ || seen < *count_) && Clock::now() < deadline) {
     std::vector<int> wakeOn{endRequests.descriptor()};
     if (asksPerson && lines.isOpen()) wakeOn.push_back(STDIN_FILENO);
-    std::optional<RecorderClient::Message> message;
+    std::optional<int> things;
     try {
-      message = recorder.next(std::chrono::ceil<milliseconds>(deadline - Clock::now()), wakeOn);
+      things = handlers.next(std::chrono::ceil<milliseconds>(deadline - Clock::now()), wakeOn);
     } catch (const WireError& error) {
       if (count_) throw;
       std::cerr << "tarni: " << error.what() << " (it has ended, or playback has begun)\n";
       return;
     }
-    if (message) {
-      seen += handlers.onMessage(*message);
+    if (things) {
+      seen += *things;
       std::cout.flush();
       if (endRequests.take()) deadline = std::min(deadline, Clock::now() + kTimeToFinish);
     } else if (endRequests.take()) {
@@ -128,6 +127,15 @@ void Listening::run(RecorderClient& recorder, Invocation& invocation,
     }
   }
   if (count_ && seen < *count_) invocation.result = ExitCode::No;
+}
+
+std::function<std::optional<int>(milliseconds, std::span<const int>)> messagesOf(
+    RecorderClient& recorder, std::function<int(const RecorderClient::Message&)> onMessage) {
+  return [&recorder, onMessage = std::move(onMessage)](
+             milliseconds timeout, std::span<const int> wakeOn) -> std::optional<int> {
+    const auto message = recorder.next(timeout, wakeOn);
+    return message ? std::optional(onMessage(*message)) : std::nullopt;
+  };
 }
 
 std::string timeOfDay() {

@@ -11,6 +11,7 @@
 #include <algorithm>
 #include <stdexcept>
 #include <thread>
+#include <utility>
 
 namespace tarni::host {
 
@@ -99,10 +100,19 @@ bool ToolProcess::hasEnded(Time deadline) {
 }
 
 std::string ToolProcess::lastOutput() const {
-  constexpr off_t kEnough = 2000;
+  return output(0, lseek(output_, 0, SEEK_END));
+}
+
+std::string ToolProcess::outputSince(off_t& position) const {
   const auto size = lseek(output_, 0, SEEK_END);
-  std::string text(static_cast<std::size_t>(std::min(size, kEnough)), '\0');
-  const auto count = pread(output_, text.data(), text.size(), std::max<off_t>(size - kEnough, 0));
+  return output(std::exchange(position, size), size);
+}
+
+std::string ToolProcess::output(off_t from, off_t until) const {
+  constexpr off_t kEnough = 2000;
+  const auto start = std::max(from, until - kEnough);
+  std::string text(static_cast<std::size_t>(std::max<off_t>(until - start, 0)), '\0');
+  const auto count = pread(output_, text.data(), text.size(), start);
   text.resize(static_cast<std::size_t>(std::max<ssize_t>(count, 0)));
   return text;
 }

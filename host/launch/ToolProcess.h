@@ -28,10 +28,15 @@ class ToolProcess {
 
   // Waits for its end; false when it still runs then.
   bool hasEnded(Time deadline);
+  pid_t pid() const { return pid_; }
   // The last lines that it and its program have printed.
   std::string lastOutput() const;
+  // What they have printed since `position`, which is moved on; of much the last lines.
+  std::string outputSince(off_t& position) const;
 
  private:
+  std::string output(off_t from, off_t until) const;
+
   pid_t pid_ = -1;
   int output_ = -1;
   bool isOver_ = false;

@@ -3,20 +3,14 @@
 #include <array>
 #include <ctime>
 #include <nlohmann/json.hpp>
-#include <stdexcept>
 
 #include "host/guard/Printable.h"
-#include "host/launch/RunningProgram.h"
-#include "host/session/StartLine.h"
 #include "host/session/ViewTree.h"
 #include "host/wire/WireError.h"
 
 namespace tarni::host {
 
 namespace {
-
-constexpr std::chrono::seconds kTimeToStart{20};
-constexpr std::chrono::seconds kTimeForAnEnd{3};
 
 std::string localTime() {
   const auto now = std::time(nullptr);
@@ -57,46 +51,27 @@ bool isDueAfterwards(StepPlayer& player, const PlayedStep& one, const PlayedStep
 
 using Result = PlayedStep::Result;
 
-SessionPlayer::SessionPlayer(const std::filesystem::path& file)
-    : file_(file), recorded_(readSession(file)) {
-  played_.file = file.filename().string();
-  played_.recorded = recorded_.recorded;
+SessionPlayer::SessionPlayer(const std::string& file, RecordedSession recorded)
+    : program_(file, recorded.program, recorded.whyForeign) {
+  played_.file = std::filesystem::path(file).filename().string();
+  played_.recorded = recorded.recorded;
   played_.played = localTime();
-  for (const auto& step : recorded_.steps) played_.steps.push_back({step});
+  for (auto& step : recorded.steps) played_.steps.push_back({std::move(step)});
 }
 
-void SessionPlayer::start(const Start& start) {
-  const auto command = start.program.empty() ? recorded_.program : wordsOf(start.program);
-  if (command.empty()) {
-    throw std::invalid_argument(file_ +
-                                ":1: the session does not tell its program: name it by --program "
-                                "or play with --attach-running or --in");
-  }
-  if (start.program.empty() && !start.trusts) requireTrust(command);
-  requireProgram(command.front());
-  playOn(command);
-  program_.emplace(command, start.runOptions);
-  program_->awaitAgent(Clock::now() + kTimeToStart);
+void SessionPlayer::start(const SessionProgram::Start& start) {
+  program_.start(start);
+  tellOfProgram();
 }
 
 void SessionPlayer::attach(std::optional<pid_t> program) {
-  playOn(program ? startLineOf(*program) : std::vector<std::string>());
+  program_.attach(program);
+  tellOfProgram();
 }
 
-// Who writes a session says what is started.
-void SessionPlayer::requireTrust(const std::vector<std::string>& command) const {
-  if (recorded_.whyForeign.empty()) return;
-  throw std::invalid_argument(file_ + " starts a program of its own choice, and " +
-                              recorded_.whyForeign + ": give --trust to start " +
-                              inQuotes(joined(command)) + ", or name the program by --program");
-}
-
-void SessionPlayer::playOn(const std::vector<std::string>& program) {
-  played_.program = joined(program);
-  const auto expected = programName(recorded_.program);
-  const auto name = programName(program);
-  if (expected.empty() || name.empty() || expected == name) return;
-  played_.warnings.push_back("the session was recorded with " + expected + ", not with " + name);
+void SessionPlayer::tellOfProgram() {
+  played_.program = program_.line();
+  if (!program_.warning().empty()) played_.warnings.push_back(program_.warning());
 }
 
 const PlayedSession& SessionPlayer::play(PlaybackClient& client, StepPlayer::Manner manner,
@@ -121,7 +96,7 @@ void SessionPlayer::playSteps(StepPlayer& player, const OnPlayed& onPlayed) {
 bool SessionPlayer::playStep(StepPlayer& player, PlayedStep& played, const OnPlayed& onPlayed) {
   played = player.play(played.step);
   const bool isLast = played.step.number == played_.steps.size();
-  if (isLast && played.result == Result::Lost && played.hasActed && hasProgramEnded()) {
+  if (isLast && played.result == Result::Lost && played.hasActed && program_.hasEnded()) {
     played.result = Result::Passed;
     played.message = "the program ended";
   }
@@ -129,13 +104,8 @@ bool SessionPlayer::playStep(StepPlayer& player, PlayedStep& played, const OnPla
   return played.result == Result::Passed;
 }
 
-// Another's program is taken to have ended when it closed the connection.
-bool SessionPlayer::hasProgramEnded() {
-  return !program_ || program_->hasEnded(Clock::now() + kTimeForAnEnd);
-}
-
 void SessionPlayer::keepFailure(PlaybackClient& client, bool keepsTree) {
-  if (program_) played_.output = program_->lastOutput();
+  if (const auto* const started = program_.started()) played_.output = started->lastOutput();
   if (keepsTree && played_.count(Result::Lost) == 0) played_.tree = treeOf(client);
 }
 

@@ -2,11 +2,12 @@
 
 #include <unistd.h>
 
+#include <algorithm>
 #include <stdexcept>
 #include <thread>
 
 #include "host/launch/NetworkNamespace.h"
-#include "host/launch/ProgramRegistry.h"
+#include "host/launch/RunningProgram.h"
 #include "host/wire/Ports.h"
 
 namespace tarni::host {
@@ -64,8 +65,26 @@ bool StartedProgram::hasEnded(Deadline deadline) {
   return process_->hasEnded(deadline);
 }
 
-std::string StartedProgram::lastOutput() const {
-  return process_->lastOutput();
+std::string StartedProgram::awaitSession(Deadline deadline) const {
+  while (true) {
+    const auto program = registered();
+    const auto address = program ? ProgramRegistry().sessionOf(*program) : std::nullopt;
+    if (address) return *address;
+    if (Clock::now() >= deadline) {
+      throw std::runtime_error("the program opens no session channel; it said:\n" + lastOutput());
+    }
+    std::this_thread::sleep_for(kPause);
+  }
+}
+
+std::optional<RegisteredProgram> StartedProgram::registered() const {
+  const ProgramRegistry registry;
+  if (!name_.empty()) return registry.find(name_);
+  const auto own = processesFrom(process_->pid());
+  for (const auto& program : registry.all()) {
+    if (std::ranges::find(own, program.pid, &ProcessSeen::pid) != own.end()) return program;
+  }
+  return std::nullopt;
 }
 
 }  // namespace tarni::host

@@ -7,6 +7,7 @@
 #include <string>
 #include <vector>
 
+#include "host/launch/ProgramRegistry.h"
 #include "host/launch/ToolProcess.h"
 #include "host/wire/Socket.h"
 
@@ -23,13 +24,20 @@ class StartedProgram {
   // with what the program has printed when it does not come up.
   void awaitAgent(Deadline deadline);
 
+  // The address of its session channel, once it is there. Throws std::runtime_error when it does
+  // not come.
+  std::string awaitSession(Deadline deadline) const;
+
   // Waits for the program's end; false when it still runs then.
   bool hasEnded(Deadline deadline);
   // The last lines that the program has printed.
-  std::string lastOutput() const;
+  std::string lastOutput() const { return process_->lastOutput(); }
+  // As of ToolProcess.
+  std::string outputSince(off_t& position) const { return process_->outputSince(position); }
 
  private:
   bool isServed() const;
+  std::optional<RegisteredProgram> registered() const;
 
   std::string name_;  // among the isolated programs; "" when it is not one of them
   std::optional<ToolProcess> process_;

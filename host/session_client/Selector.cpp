@@ -28,6 +28,7 @@ constexpr MemberName kMembers[] = {
     {"class", &Selector::className},
     {"kind", &Selector::kind},
     {"xpath", &Selector::xpath},
+    {"windowTitle", &Selector::windowTitle},
 };
 constexpr std::string_view kVisible = "visible";
 

@@ -16,7 +16,7 @@ class SessionClient;
 
 struct Selector {
   using Member = std::optional<std::string>;
-  Member identifier, label, text, textContains, placeholder, className, kind, xpath;
+  Member identifier, label, text, textContains, placeholder, className, kind, xpath, windowTitle;
   std::optional<bool> isVisible = std::nullopt;
 
   // From "kind=UIButton && text=OK": a member is called as in the parameters of `element.find`.

@@ -3,7 +3,7 @@
 
 #include <map>
 
-#include "tests/controls/StepWords.h"
+#include "host/session/Step.h"
 #include "tests/support/Display.h"
 #include "tests/support/SessionWire.h"
 
@@ -31,7 +31,9 @@ class Pace : public testing::TestWithParam<std::string> {
   Words steps() const {
     wire_.ask("app.info", json::object());
     std::map<long, std::string> steps;
-    for (const json& step : wire_.told()) steps[step["order"]] = wordsOf(step);
+    for (const json& step : wire_.told()) {
+      steps[step["order"]] = host::Step(step).inWords();
+    }
     Words words;
     for (const auto& [order, step] : steps) words.push_back(step);
     return words;

@@ -161,6 +161,7 @@ TEST_F(Sessions, AreWholeWhileAStepGrowsAndShrinks) {
 
 TEST_F(Sessions, ThatAreBadAreNamedByLineBeforeAnythingIsStarted) {
   const std::string header = R"({"tarniSession":1,"program":["app"],"steps":[)";
+  const std::string newHeader = R"({"tarniSession":2,"program":["app"],"steps":[)";
   const auto entry = [](const ordered_json& one) {
     return ordered_json{{"time", 1}, {"step", one}}.dump();
   };
@@ -184,6 +185,9 @@ TEST_F(Sessions, ThatAreBadAreNamedByLineBeforeAnythingIsStarted) {
       {header + "\n" + entry("text of a page") + "\n]}\n", ":2: this came from a web page"},
       {header + "\n" + entry({{"action", "Click"}, {"arguments", {7}}}) + "\n]}\n",
        ":2: the step names no element"},
+      {newHeader + "\n{\"act\":\"juggle\"}\n]}\n", ":2: the act \"juggle\" is not known"},
+      {newHeader + "\n{\"act\":\"click\"}\n]}\n", ":2: the step has no \"element\""},
+      {newHeader + "\n{\"act\":\"type\",\"text\":7}\n]}\n", ":2: \"text\" is no text"},
       {header + "\n{\"step\":" + std::string(200'000, '['), ":2: JSON nested deeper than 64"},
       {header + "\n" + good + "\n]}\nmore\n", ":4: there is more behind"},
   };

@@ -7,6 +7,7 @@
 #include <nlohmann/json.hpp>
 #include <sstream>
 
+#include "host/session/Session.h"
 #include "host/session/SessionFile.h"
 #include "tests/support/Display.h"
 #include "tests/support/Program.h"
@@ -199,7 +200,8 @@ TEST_P(Replays, OfAFreshRecordingEqualTheKeptOne) {
   const auto file = folder_ / "fresh.json";
   {
     const auto running = start();
-    Program recorder({built("bin/tarni"), "--connect-timeout", "20", "record", "-o", file});
+    Program recorder(
+        {built("bin/tarni"), "--connect-timeout", "20", "--port", "9892", "record", "-o", file});
     const auto steps = [&file] { return stepsIn(file).size(); };
     ASSERT_TRUE(eventually([&file] { return std::filesystem::exists(file); }));
     ASSERT_TRUE(tapUntilRecorded(fields[0], file)) << running->output() << recorder.output();
@@ -268,8 +270,12 @@ TEST_P(Replays, KeepTheTapThatEndsTheProgram) {
   std::filesystem::create_directories(folder_);
   const auto session = folder_ / "quit.json";
   const auto running = start();
-  Program recorder({built("bin/tarni"), "--connect-timeout", "20", "record", "-o", session});
+  Program recorder(
+      {built("bin/tarni"), "--connect-timeout", "20", "--port", "9892", "record", "-o", session});
   ASSERT_TRUE(eventually([&session] { return std::filesystem::exists(session); }));
+  const auto told = folder_ / "told.json";
+  Program channelRecorder({built("bin/tarni"), "record", "-o", told}, display_.environment());
+  ASSERT_TRUE(eventually([&told] { return std::filesystem::exists(told); }));
   // A field first: the menu, opened too early, would be all that the agent looks at.
   ASSERT_TRUE(tapUntilRecorded(field, session)) << running->output() << recorder.output();
   display_.click(file.x, file.y);
@@ -279,6 +285,10 @@ TEST_P(Replays, KeepTheTapThatEndsTheProgram) {
   EXPECT_EQ(recorder.wait(10s), 0);
   EXPECT_EQ(running->wait(10s), 0);
   EXPECT_EQ(lastIn(session), "Quit");
+  EXPECT_EQ(channelRecorder.wait(10s), 0);
+  const auto steps = host::Session::fromLines(host::readSessionLines(told)).steps();
+  ASSERT_FALSE(steps.empty()) << channelRecorder.output();
+  EXPECT_EQ(steps.back().inWords(), "menu File > Quit");
 }
 
 // Its wizard has pages, hidden fields and a file dialog with a loop of its own.

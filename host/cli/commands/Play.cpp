@@ -7,32 +7,252 @@
 #include <sstream>
 
 #include "host/cli/Invocation.h"
+#include "host/cli/PlayOptions.h"
+#include "host/cli/StreamPlay.h"
 #include "host/cli/Subcommands.h"
 #include "host/cli/Terminal.h"
 #include "host/guard/Files.h"
 #include "host/guard/Printable.h"
-#include "host/session/Report.h"
-#include "host/session/SessionPlayer.h"
+#include "host/player/ElementFinder.h"
+#include "host/player/JUnit.h"
+#include "host/player/Player.h"
 
 namespace tarni::host {
 
-using Result = PlayedStep::Result;
-
 namespace {
 
-constexpr std::size_t kColumnsOfText = 60;
+using std::chrono::seconds;
 
-struct PlayOptions {
-  std::string file;
-  std::string report;
-  std::string program;
-  std::string displaySize;
-  double stepSeconds = 10;
-  bool guesses = false;
-  bool attaches = false;
-  bool ownDisplay = false;
-  bool trusts = false;
+constexpr seconds kTimeForChannel{5};
+constexpr std::size_t kColumnsOfStep = 80;
+
+const char* wordFor(Played::Result result) {
+  switch (result) {
+    case Played::Result::Passed:
+      return "passed";
+    case Played::Result::Failed:
+      return "failed";
+    case Played::Result::Lost:
+      return "connection lost";
+    case Played::Result::NotPlayed:
+      break;
+  }
+  return "not played";
+}
+
+std::string wayTo(const Step& step, const Played& played) {
+  const auto ways = locatorsIn(step.element());
+  const bool isKnown = played.locator && *played.locator < ways.size();
+  return isKnown ? locatorInWords(ways[*played.locator]) : "";
+}
+
+// `tarni play` of a session of the session channel.
+class ChannelPlay : public PlayObserver {
+ public:
+  ChannelPlay(Invocation& invocation, const PlayOptions& options, const SessionLines& lines)
+      : invocation_(invocation),
+        options_(options),
+        session_(Session::fromLines(lines)),
+        program_(options.file, session_.program, lines.whyForeign) {
+    for (const auto& secret : options.secrets) secrets_.add(secret);
+    requireSecrets();
+  }
+
+  void run() {
+    for (turn_ = 1; turn_ <= options_.repeat; ++turn_) {
+      if (options_.repeat > 1) report() << "play " << turn_ << " of " << options_.repeat << '\n';
+      playOnce();
+      if (invocation_.result != ExitCode::Ok && !options_.keepsGoing) break;
+    }
+    conclude();
+  }
+
+  void hasPlayed(const Step& step, Played& played) override {
+    if (const auto* const started = program_.started()) {
+      played.output = secrets_.masked(started->outputSince(outputRead_));
+    }
+    if (invocation_.options.json) {
+      printAsJson(step, played);
+    } else {
+      print(step, played);
+    }
+    if (!played.hasFailed()) return;
+    const bool isLost = played.result == Played::Result::Lost;
+    if (invocation_.result == ExitCode::Ok) {
+      invocation_.result = isLost ? ExitCode::Wire : ExitCode::No;
+    }
+    printFailure(step, played);
+  }
+
+  bool hasProgramEnded() override { return program_.hasEnded(); }
+
+ private:
+  // Before anything is started.
+  void requireSecrets() {
+    const auto missing = secrets_.complete(session_.secrets());
+    if (missing.empty()) return;
+    std::string names;
+    for (const auto& name : missing) {
+      names +=
+          (names.empty() ? "" : ", ") + inQuotes(name) + " (" + Secrets::variableOf(name) + ")";
+    }
+    throw std::invalid_argument(options_.file +
+                                " types secrets that are not given: give them by --secret "
+                                "NAME=VALUE or in the environment: " +
+                                names);
+  }
+
+  void playOnce() {
+    std::optional<SessionClient> own;
+    if (options_.attaches || !invocation_.options.in.empty()) {
+      program_.attach(invocation_.program(invocation_.playbackPort()));
+    } else {
+      program_.start(options_.start());
+      const auto address = program_.started()->awaitSession(Clock::now() + kTimeForChannel);
+      own.emplace(address, fromSeconds(invocation_.options.connectSeconds));
+    }
+    if (turn_ == 1 && !program_.warning().empty()) {
+      std::cerr << "tarni: note: " << printable(program_.warning()) << '\n';
+    }
+    outputRead_ = 0;
+    Player player(own ? *own : invocation_.needSession(),
+                  {.patience = fromSeconds(options_.stepSeconds),
+                   .takesPictures = !options_.report.empty(),
+                   .secrets = secrets_});
+    plays_.push_back(player.play(session_,
+                                 {.from = options_.from,
+                                  .until = options_.until,
+                                  .keepsGoing = options_.keepsGoing,
+                                  .pause = fromSeconds(options_.pauseSeconds)},
+                                 *this));
+  }
+
+  // "  3  click UIButton "OK": passed, 0.1 s (found by …)"
+  static void print(const Step& step, const Played& played) {
+    std::cout << std::setw(3) << played.number << "  "
+              << Terminal::strong(Terminal::clipped(step.inWords(), kColumnsOfStep)) << ": ";
+    if (played.hasFailed()) {
+      std::cout << Terminal::strong("FAILED");
+    } else {
+      std::cout << "passed";
+    }
+    std::cout << ", " << inSeconds(played.seconds);
+    if (!played.hasFailed() && !played.message.empty()) {
+      std::cout << " (" << printable(played.message) << ")";
+    }
+    std::cout << std::endl;
+  }
+
+  void printAsJson(const Step& step, const Played& played) const {
+    const Json line = {{"number", played.number},          {"act", step.act()},
+                       {"words", step.inWords()},          {"passed", !played.hasFailed()},
+                       {"result", wordFor(played.result)}, {"locator", wayTo(step, played)},
+                       {"seconds", played.seconds},        {"message", played.message}};
+    std::cout << printableJson(compact(line)) << std::endl;
+  }
+
+  void printFailure(const Step& step, const Played& played) const {
+    std::cerr << Terminal::error("tarni: ") << options_.file << ": step " << played.number << " ("
+              << step.act() << "): " << printable(played.message) << '\n';
+    if (!played.element.empty() || played.result == Played::Result::Lost) return;
+    if (played.candidates.empty()) std::cerr << "  nothing like it is there\n";
+    for (const auto& [description, whyNot] : played.candidates) {
+      std::cerr << "  there is " << elementInWords(description) << ": " << printable(whyNot)
+                << '\n';
+    }
+  }
+
+  std::ostream& report() const { return invocation_.options.json ? std::cerr : std::cout; }
+
+  void conclude() {
+    std::size_t passed = 0;
+    std::size_t all = 0;
+    double took = 0;
+    for (const auto& play : plays_) {
+      for (const auto& played : play) {
+        took += played.seconds;
+        all += played.result == Played::Result::NotPlayed ? 0 : 1;
+        passed += played.result == Played::Result::Passed ? 1 : 0;
+      }
+    }
+    const auto wanted = std::max(all, session_.steps().size() * plays_.size());
+    report() << passed << " of " << (isPart() ? all : wanted) << " steps passed, "
+             << inSeconds(took) << '\n';
+    if (!options_.junit.empty()) {
+      const auto name = std::filesystem::path(options_.file).filename().string();
+      writePrivateFile(options_.junit, junitXml(name, session_, plays_));
+    }
+    proposeChanges();
+  }
+
+  bool isPart() const { return options_.from > 1 || options_.until < session_.steps().size(); }
+
+  // What was found by a lesser way: its better ways now.
+  void proposeChanges() {
+    std::size_t changes = 0;
+    for (std::size_t i = 0; i < session_.steps().size(); ++i) {
+      const Json& proposal = plays_.back()[i].proposal;
+      if (!proposal.is_array() || plays_.back()[i].hasFailed()) continue;
+      Step step = session_.steps()[i];
+      step.setLocators(proposal);
+      session_.replace(i, std::move(step));
+      ++changes;
+    }
+    if (changes == 0) return;
+    if (options_.updates) session_.save(options_.file);
+    report() << changes << (changes == 1 ? " step was" : " steps were")
+             << " not found by the first way"
+             << (options_.updates ? ": " + options_.file + " has better ways now"
+                                  : "; --update writes the better ways")
+             << '\n';
+  }
+
+  Invocation& invocation_;
+  const PlayOptions& options_;
+  Session session_;
+  SessionProgram program_;
+  Secrets secrets_;
+  off_t outputRead_ = 0;
+  std::size_t turn_ = 0;
+  std::vector<std::vector<Played>> plays_;
 };
+
+void requireFits(const Invocation& invocation, const PlayOptions& options, int version) {
+  const bool usesChannel = !options.secrets.empty() || !options.junit.empty() ||
+                           options.pauseSeconds > 0 || options.from > 1 ||
+                           options.until < PlayOptions().until || options.repeat > 1 ||
+                           options.keepsGoing || options.updates;
+  if (version == 1 && usesChannel) {
+    throw std::invalid_argument(options.file +
+                                " is a session of the fixed stream, which is played as a whole "
+                                "over the fixed ports");
+  }
+  if (version != 1 && invocation.options.port != 0) {
+    throw std::invalid_argument(options.file +
+                                " is played over the session channel only, which --port passes by");
+  }
+  if (!invocation.options.in.empty() && (!options.program.empty() || options.ownDisplay)) {
+    throw std::invalid_argument("--in plays on the program that runs as " + invocation.options.in +
+                                ": --program and --display are for one that is started");
+  }
+}
+
+void play(Invocation& invocation, const PlayOptions& options) {
+  const auto lines = readSessionLines(options.file);
+  requireFits(invocation, options, lines.version);
+  std::optional<ChannelPlay> overChannel;
+  std::optional<RecordedSession> stream;
+  if (lines.version == 1) {
+    stream = RecordedSession::fromLines(lines);
+  } else {
+    overChannel.emplace(invocation, options, lines);
+  }
+  if (!options.report.empty()) makePrivateFolder(options.report);
+  if (stream) return playStream(invocation, options, *std::move(stream));
+  overChannel->run();
+}
+
+}  // namespace
 
 std::string inSeconds(double value) {
   std::ostringstream text;
@@ -40,113 +260,13 @@ std::string inSeconds(double value) {
   return text.str();
 }
 
-// "  3  click UIButton "OK" (ClickButton): passed, by position, 0.7 s"
-void print(const PlayedStep& played) {
-  const auto& step = played.step;
-  const bool hasPassed = played.result == Result::Passed;
-  std::cout << std::setw(3) << step.number << "  " << step.deed() << " "
-            << Terminal::strong(Terminal::clipped(step.element(), kColumnsOfText)) << " "
-            << Terminal::faint("(" + step.action + ")") << ": ";
-  if (hasPassed) {
-    std::cout << "passed";
-  } else {
-    std::cout << Terminal::strong("FAILED");
-  }
-  if (played.located) std::cout << ", by " << nameOf(played.located->by);
-  std::cout << ", " << inSeconds(played.seconds);
-  if (hasPassed && !played.message.empty()) std::cout << " (" << printable(played.message) << ")";
-  std::cout << std::endl;
-}
-
-void printAsJson(const PlayedStep& played) {
-  const auto& step = played.step;
-  const Json line = {{"number", step.number},
-                     {"action", step.action},
-                     {"className", step.className},
-                     {"text", step.text},
-                     {"passed", played.result == Result::Passed},
-                     {"locator", played.located ? nameOf(played.located->by) : ""},
-                     {"seconds", played.seconds},
-                     {"message", played.message}};
-  std::cout << printableJson(compact(line)) << std::endl;
-}
-
-// What the step looked for and what was there, for a person who has to find out why.
-void printFailure(const PlayOptions& options, const PlayedStep& played) {
-  const auto& step = played.step;
-  std::cerr << Terminal::error("tarni: ") << options.file << ":" << step.line << ": step "
-            << step.number << " (" << step.action << "): " << printable(played.message) << '\n'
-            << "  looked for: " << step.element();
-  if (!step.xpath.empty()) std::cerr << " at " << printable(step.xpath);
-  if (step.index) std::cerr << ", number " << *step.index << " of its class";
-  std::cerr << '\n';
-  if (played.located || played.result == Result::Lost) return;
-  std::cerr << "  was there: ";
-  if (played.sameClass.empty()) std::cerr << "no " << printable(step.className) << " at all";
-  constexpr std::size_t kMost = 20;
-  for (std::size_t i = 0; i < std::min(kMost, played.sameClass.size()); ++i) {
-    const auto& element = played.sameClass[i];
-    std::cerr << (i > 0 ? ", " : printable(step.className) + " ")
-              << Terminal::clipped(element.description(), 80);
-  }
-  if (played.sameClass.size() > kMost) std::cerr << ", … " << played.sameClass.size() << " in all";
-  std::cerr << '\n';
-}
-
-void tell(Invocation& invocation, const PlayOptions& options, const PlayedStep& played) {
-  if (invocation.options.json) {
-    printAsJson(played);
-  } else {
-    print(played);
-  }
-  if (played.result == Result::Passed) return;
-  invocation.result = played.result == Result::Lost ? ExitCode::Wire : ExitCode::No;
-  printFailure(options, played);
-}
-
-SessionPlayer::Start startOf(const PlayOptions& options) {
-  SessionPlayer::Start start{options.program, options.trusts};
-  if (options.ownDisplay) {
-    start.runOptions.push_back("--display" +
-                               (options.displaySize.empty() ? "" : "=" + options.displaySize));
+SessionProgram::Start PlayOptions::start() const {
+  SessionProgram::Start start{program, trusts};
+  if (ownDisplay) {
+    start.runOptions.push_back("--display" + (displaySize.empty() ? "" : "=" + displaySize));
   }
   return start;
 }
-
-void conclude(std::ostream& out, const PlayOptions& options, const PlayedSession& played) {
-  out << played.count(Result::Passed) << " of " << played.steps.size() << " steps passed, "
-      << inSeconds(played.seconds) << '\n';
-  if (options.report.empty()) return;
-  const auto page = std::filesystem::path(options.report) / "index.html";
-  writePrivateFile(page, reportPage(played));
-  out << "report: " << page.string() << '\n';
-}
-
-void play(Invocation& invocation, const PlayOptions& options) {
-  SessionPlayer player(options.file);
-  const auto& name = invocation.options.in;
-  if (!name.empty() && (!options.program.empty() || options.ownDisplay)) {
-    throw std::invalid_argument("--in plays on the program that runs as " + name +
-                                ": --program and --display are for one that is started");
-  }
-  if (!options.report.empty()) makePrivateFolder(options.report);
-  if (options.attaches || !name.empty()) {
-    player.attach(invocation.program(invocation.playbackPort()));
-  } else {
-    player.start(startOf(options));
-  }
-  for (const auto& warning : player.played().warnings)
-    std::cerr << "tarni: note: " << printable(warning) << '\n';
-  const auto& played =
-      player.play(invocation.playback(),
-                  {.patience = fromSeconds(options.stepSeconds),
-                   .guesses = options.guesses,
-                   .takesPictures = !options.report.empty()},
-                  [&](const PlayedStep& step) { tell(invocation, options, step); });
-  conclude(invocation.options.json ? std::cerr : std::cout, options, played);
-}
-
-}  // namespace
 
 void declarePlay(CLI::App& parser, Invocation& invocation) {
   const auto options = std::make_shared<PlayOptions>();
@@ -177,18 +297,43 @@ void declarePlay(CLI::App& parser, Invocation& invocation) {
                             ->type_name("[=WIDTHxHEIGHT]")
                             ->expected(0, 1)
                             ->excludes(attaches);
+  parser.add_option("--from", options->from, "the first step to play")
+      ->type_name("N")
+      ->check(CLI::PositiveNumber.description(""));
+  parser.add_option("--until", options->until, "the last step to play")
+      ->type_name("N")
+      ->check(CLI::PositiveNumber.description(""));
+  parser.add_flag("--keep-going", options->keepsGoing, "go on after a step that failed");
+  parser.add_option("--repeat", options->repeat, "play so often, each time on a fresh start")
+      ->type_name("N")
+      ->check(CLI::PositiveNumber.description(""));
+  parser.add_option("--slow", options->pauseSeconds, "pause after each step, for who looks on")
+      ->type_name("SECONDS")
+      ->check(CLI::NonNegativeNumber.description(""));
+  parser
+      .add_option("--secret", options->secrets,
+                  "the value of a secret that the session types; else TARNI_SECRET_NAME")
+      ->type_name("NAME=VALUE")
+      ->expected(1)
+      ->take_all();
+  parser.add_flag("--update", options->updates,
+                  "write the better ways to elements that were not found by their first");
+  parser.add_option("--junit", options->junit, "write what came of each step, for build servers")
+      ->type_name("FILE");
   parser.footer(
       "Starts the session's program with the agent loaded and plays the steps on it, then ends "
       "it.\n"
-      "An element is found by its position, unless a text there differs from the recorded one, "
-      "or by\n"
-      "its class and text, when one alone on screen has them. Anything else fails, and the message "
-      "says\n"
-      "what stands there; with --guess the element of the recorded index among its class is taken "
-      "then,\n"
-      "after two seconds. Each step says how it was found. A switch is set to the recorded state,\n"
-      "whatever it is now. The first step that\n"
-      "fails ends the play, with exit code 1.");
+      "An element is found by the first of the recorded ways that fits it alone; another way than "
+      "the\n"
+      "first is said. A switch, a node and a choice are brought to the recorded state. A step "
+      "that\n"
+      "fails says what was there instead; the first one ends the play, with exit code 1.\n"
+      "Sessions of the fixed stream (version 1) are played over the fixed ports: there an element "
+      "is\n"
+      "found by its position, unless a text there differs, or by its class and text, when one "
+      "alone "
+      "on\n"
+      "screen has them, and with --guess by its index among its class.");
   parser.callback([=, &invocation] {
     options->ownDisplay = display->count() > 0;
     play(invocation, *options);

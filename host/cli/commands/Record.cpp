@@ -11,8 +11,10 @@
 #include "host/guard/Files.h"
 #include "host/guard/Json.h"
 #include "host/guard/Printable.h"
+#include "host/session/Session.h"
 #include "host/session/SessionFile.h"
 #include "host/session/StartLine.h"
+#include "host/wire/WireError.h"
 
 namespace tarni::host {
 
@@ -54,11 +56,12 @@ std::vector<std::string> startLine(const Invocation& invocation, const RecordOpt
   return program ? startLineOf(*program) : std::vector<std::string>();
 }
 
-class Recording {
+// What the recorder port tells.
+class StreamRecording {
  public:
   // `program` is the start-up line to keep.
-  Recording(const Invocation& invocation, const RecordOptions& options,
-            const std::vector<std::string>& program)
+  StreamRecording(const Invocation& invocation, const RecordOptions& options,
+                  const std::vector<std::string>& program)
       : json_(invocation.options.json) {
     if (!options.file.empty()) file_.emplace(options.file, program);
   }
@@ -97,18 +100,153 @@ class Recording {
   bool json_;
 };
 
-void record(Invocation& invocation, const RecordOptions& options) {
+std::size_t recordStream(Invocation& invocation, const RecordOptions& options) {
   invocation.enterNetwork();
-  // An earlier session stays until this one has begun.
-  if (!options.file.empty()) requireWritable(options.file);
   const auto program = startLine(invocation, options);
   auto recorder = invocation.recorder();
-  Recording recording(invocation, options, program);
-  options.listening.run(recorder, invocation, {[&recording](const auto& message) {
+  StreamRecording recording(invocation, options, program);
+  options.listening.run(invocation, {messagesOf(recorder, [&recording](const auto& message) {
                           return recording.onMessage(message);
-                        }});
+                        })});
+  return recording.kept();
+}
+
+// What the session channel tells.
+class ChannelRecording {
+ public:
+  ChannelRecording(const Invocation& invocation, SessionClient& client,
+                   const RecordOptions& options)
+      : json_(invocation.options.json), client_(client) {
+    const Json info = client.call("app.info");
+    const auto program = options.program.empty()
+                             ? startLineOf(static_cast<pid_t>(info.value("pid", 0L)))
+                             : wordsOf(options.program);
+    session_ = Session::recordedNow(program, info);
+    if (!options.file.empty()) file_.emplace(options.file, session_.header());
+  }
+
+  // How many steps are new with it; null when nothing comes.
+  std::optional<int> next(milliseconds timeout, std::span<const int> wakeOn) {
+    const auto told = client_.next(timeout, wakeOn);
+    if (!told) return std::nullopt;
+    return told->method == "record.step" ? take(told->parameters) : 0;
+  }
+
+  // "check Saved": that this text is shown by an element that shows it alone.
+  void onLine(const std::string& line) {
+    constexpr std::string_view kCheck = "check ";
+    if (!line.starts_with(kCheck)) {
+      std::cerr << "tarni: a line \"check TEXT\" adds a check that the text is shown\n";
+      return;
+    }
+    try {
+      addCheck(line.substr(kCheck.size()));
+    } catch (const RequestError& error) {
+      std::cerr << "tarni: no check: " << printable(error.what()) << '\n';
+    }
+  }
+
+  // The last act is told before the answer.
+  void finish() {
+    try {
+      client_.call("record.stop");
+      while (next(milliseconds(0), {})) continue;
+    } catch (const WireError&) {
+      // the program has ended, and has told before
+    }
+  }
+
+  std::size_t kept() const { return file_ ? session_.steps().size() : 0; }
+
+ private:
+  int take(const Json& told) {
+    try {
+      const auto before = session_.steps().empty() ? 0 : session_.steps().back().order();
+      Step step(told);
+      print(step, step.order() <= before);
+      const bool isNew = step.order() > before;
+      keepFrom(session_.take(std::move(step)));
+      return isNew ? 1 : 0;
+    } catch (const std::invalid_argument& error) {
+      std::cerr << "tarni: a step that is not understood is left out: " << printable(error.what())
+                << '\n';
+      return 0;
+    }
+  }
+
+  void addCheck(const std::string& text) {
+    const auto found = client_.call("element.find", {{"text", text}, {"visible", true}})
+                           .value("elements", Json::array());
+    if (found.size() != 1) {
+      std::cerr << "tarni: no check: " << found.size() << " elements show " << inQuotes(text)
+                << '\n';
+      return;
+    }
+    Json element = found.front();
+    element["locators"] =
+        client_.call("element.locators", {{"element", element["element"]}})["locators"];
+    const Step check = Step::check(std::move(element), text);
+    print(check, false);
+    session_.insert(session_.steps().size(), check);
+    keepFrom(session_.steps().size() - 1);
+  }
+
+  void keepFrom(std::size_t first) {
+    if (!file_) return;
+    for (auto at = first; at < session_.steps().size(); ++at) {
+      file_->put(at, session_.steps()[at].json());
+    }
+  }
+
+  void print(const Step& step, bool hasGrown) const {
+    if (json_) {
+      std::cout << printableJson(compact(step.json())) << std::endl;
+      return;
+    }
+    std::cout << Terminal::faint(padded(hasGrown ? "grown" : timeOfDay(), 12) + "  ")
+              << step.inWords() << std::endl;
+  }
+
+  const bool json_;
+  SessionClient& client_;
+  Session session_;
+  std::optional<SessionLinesWriter> file_;
+};
+
+// False when the program cannot tell it.
+bool startRecording(SessionClient& client) {
+  try {
+    client.call("record.start");
+    return true;
+  } catch (const RequestError& error) {
+    if (error.name() != "unsupported operation" && error.name() != "unknown method") throw;
+    return false;
+  }
+}
+
+std::size_t recordChannel(Invocation& invocation, SessionClient& client,
+                          const RecordOptions& options) {
+  ChannelRecording recording(invocation, client, options);
+  options.listening.run(invocation,
+                        {[&recording](milliseconds timeout, std::span<const int> wakeOn) {
+                           return recording.next(timeout, wakeOn);
+                         },
+                         [&recording](const std::string& line) { recording.onLine(line); }});
+  recording.finish();
+  return recording.kept();
+}
+
+void record(Invocation& invocation, const RecordOptions& options) {
+  // An earlier session stays until this one has begun.
+  if (!options.file.empty()) requireWritable(options.file);
+  auto* const client = invocation.session();
+  const bool usesChannel = client && startRecording(*client);
+  std::cerr << (usesChannel ? "tarni: recording over the session channel\n"
+                            : "tarni: recording over the fixed port\n");
+  const auto kept =
+      usesChannel ? recordChannel(invocation, *client, options) : recordStream(invocation, options);
   if (!options.file.empty()) {
-    std::cerr << "tarni: " << recording.kept() << " steps kept in " << options.file << '\n';
+    std::cerr << "tarni: " << kept << " steps kept in " << options.file << '\n';
   }
 }
 
@@ -124,13 +262,18 @@ void declareRecord(CLI::App& parser, Invocation& invocation) {
                   "the start-up line to keep with the session, unless it is to be found out")
       ->type_name("LINE");
   parser.footer(
-      "Runs until Ctrl-C. A program is recorded once: its recorder takes one client, and ends "
-      "with\n"
-      "the first playback command. What it had recorded last before this client came is printed "
-      "as\n"
-      "\"earlier\", not counted and not kept. With --json each line is a JSON array. FILE is whole "
-      "after\n"
-      "every step, whatever ends the recording. What is typed is kept as it was typed, passwords\n"
+      "Runs until Ctrl-C. FILE is whole after every step, whatever ends the recording. A step "
+      "that\n"
+      "grows (a text, a double click) is printed again. With --json each line is the step as "
+      "JSON.\n"
+      "A line \"check TEXT\" typed meanwhile adds a check that the text is shown. What is typed "
+      "into\n"
+      "fields that do not show it is not kept: `tarni play` asks for it by its name.\n"
+      "With --port, or where the program has no session channel, the fixed stream is recorded: "
+      "its\n"
+      "recorder takes one client, once, and ends with the first playback command. What it had\n"
+      "recorded last before this client came is printed as \"earlier\", not counted and not kept.\n"
+      "With --json each line is a JSON array. What is typed is kept as it was typed, passwords\n"
       "included.");
   parser.callback([options, &invocation] { record(invocation, *options); });
 }

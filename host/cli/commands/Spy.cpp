@@ -111,9 +111,10 @@ class Spying {
 void spy(Invocation& invocation, const Listening& listening) {
   auto recorder = invocation.recorder();
   Spying spying(invocation, recorder);
-  listening.run(recorder, invocation,
-                {[&spying](const auto& message) { return spying.onMessage(message); },
-                 [&spying](const auto& line) { spying.onLine(line); }});
+  listening.run(
+      invocation,
+      {messagesOf(recorder, [&spying](const auto& message) { return spying.onMessage(message); }),
+       [&spying](const auto& line) { spying.onLine(line); }});
 }
 
 }  // namespace

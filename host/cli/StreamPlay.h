@@ -1,0 +1,13 @@
+// StreamPlay: `tarni play` of a session of the fixed stream, over the fixed ports. Main thread.
+#pragma once
+
+#include "host/cli/PlayOptions.h"
+#include "host/session/SessionFile.h"
+
+namespace tarni::host {
+
+class Invocation;
+
+void playStream(Invocation& invocation, const PlayOptions& options, RecordedSession session);
+
+}  // namespace tarni::host

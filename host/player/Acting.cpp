@@ -1,0 +1,168 @@
+#include "host/player/Acting.h"
+
+#include <algorithm>
+#include <utility>
+
+#include "host/guard/Printable.h"
+#include "host/wire/WireError.h"
+
+namespace tarni::host {
+
+using std::chrono::milliseconds;
+
+namespace {
+
+// That what an act brings about may take.
+constexpr milliseconds kTimeForOutcome{2'000};
+constexpr milliseconds kShortest{100};
+
+// A place stays as far from the nearer edge as it was.
+double placeIn(double at, double lengthThen, double lengthNow) {
+  if (lengthThen <= 0 || lengthNow <= 0) return at;
+  const double kept = at <= lengthThen / 2 ? at : lengthNow - (lengthThen - at);
+  return std::clamp(kept, 0.0, lengthNow - std::min(1.0, lengthNow / 2));
+}
+
+double lengthOf(const Json& description, const char* side) {
+  return memberAsNumber(objectIn(description, "rect"), side);
+}
+
+// Whether something told it from all others when it was recorded: not so a menu's window.
+bool isToBeTold(const Json& element) {
+  const auto locators = element.find("locators");
+  if (locators == element.end() || !locators->is_array()) return false;
+  return std::ranges::any_of(*locators, [](const Json& locator) {
+    return locator.is_object() && locator.value("matches", Json(1)) == 1;
+  });
+}
+
+}  // namespace
+
+FoundElement Acting::element() {
+  auto found = elementAsItIs();
+  if (!found.description.value("visible", true)) {
+    client_.call("element.scrollIntoView", {{"element", found.handle()}});
+    found.description = describedNow(found.handle()).value_or(found.description);
+  }
+  if (found.description.value("enabled", true)) return found;
+  const Json enabled = {{"element", found.handle()}, {"is", "enabled"}};
+  try {
+    client_.call("wait.for", {{"conditions", Json::array({enabled})}}, timeLeft());
+  } catch (const RequestError& error) {
+    if (error.name() != "timeout") throw;
+    throw StepFailure("found, but it is disabled");
+  }
+  return found;
+}
+
+FoundElement Acting::elementAsItIs() {
+  auto found = other(step_.element());
+  played_.element = found.description;
+  played_.locator = found.locator;
+  if (found.locator > 0) propose(found);
+  return found;
+}
+
+FoundElement Acting::other(const Json& element) {
+  auto found = ElementFinder(client_).await(element, deadline_);
+  if (played_.element.empty()) played_.element = found.description;
+  return found;
+}
+
+std::optional<FoundElement> Acting::elementIfAny() {
+  if (!isToBeTold(step_.element())) return std::nullopt;
+  return element();
+}
+
+// What the first way has become is known only now.
+void Acting::propose(const FoundElement& found) {
+  const auto ways = locatorsIn(step_.element());
+  auto text = "found by " + locatorInWords(ways[found.locator]) + ", as " +
+              locatorInWords(ways.front()) + " does not fit it alone any more";
+  try {
+    played_.proposal =
+        client_.call("element.locators", {{"element", found.handle()}}).value("locators", Json());
+  } catch (const RequestError&) {
+    played_.proposal = nullptr;  // of a page, or gone
+  }
+  const auto better = locatorsIn({{"locators", played_.proposal}});
+  if (!better.empty()) text += "; better now: " + locatorInWords(better.front());
+  note(text);
+}
+
+Json Acting::act(const std::string& method, Json parameters) {
+  if (beforeActing_) std::exchange(beforeActing_, nullptr)();
+  const Json answer = asked(method, std::move(parameters));
+  const Json& costs = objectIn(answer, "costs");
+  auto& all = played_.costs;
+  all.busyMs += memberAsNumber(costs, "busyMs");
+  all.longestMs = std::max(all.longestMs, memberAsNumber(costs, "longestMs"));
+  all.cpuMs += memberAsNumber(costs, "cpuMs");
+  const Json& memory = objectIn(costs, "memoryBytes");
+  if (memory.contains("after")) all.memoryBytes = memberAsNumber(memory, "after");
+  return answer;
+}
+
+// What is refused is not done; what ends the connection may be.
+Json Acting::asked(const std::string& method, Json parameters) {
+  try {
+    Json answer = client_.call(method, std::move(parameters), timeLeft());
+    hasActed_ = true;
+    return answer;
+  } catch (const WireError&) {
+    hasActed_ = true;
+    throw;
+  }
+}
+
+bool Acting::comesTrue(const Json& condition) {
+  try {
+    client_.call("wait.for", {{"conditions", Json::array({condition})}},
+                 std::min(kTimeForOutcome, timeLeft()));
+    return true;
+  } catch (const RequestError& error) {
+    if (error.name() != "timeout") throw;
+    return false;
+  }
+}
+
+std::optional<Json> Acting::describedNow(long element) {
+  try {
+    return client_.call("element.describe", {{"element", element}})
+        .value("description", Json::object());
+  } catch (const RequestError&) {
+    return std::nullopt;
+  }
+}
+
+std::string Acting::textToType() const {
+  const auto secret = step_.secret();
+  return secret.empty() ? textIn(step_.json(), "text") : secrets_.valueOf(secret);
+}
+
+Json Acting::target(const FoundElement& found, const Json& recorded, const Json& at) {
+  Json target = {{"element", found.handle()}};
+  if (at.empty()) return target;
+  const auto along = [&](const char* axis, const char* side) {
+    target[axis] = placeIn(memberAsNumber(at, axis), lengthOf(recorded, side),
+                           lengthOf(found.description, side));
+  };
+  along("x", "width");
+  along("y", "height");
+  return target;
+}
+
+void Acting::startAgain() {
+  played_.message.clear();
+  played_.element = Json::object();
+}
+
+void Acting::note(const std::string& text) {
+  played_.message += (played_.message.empty() ? "" : "; ") + text;
+}
+
+milliseconds Acting::timeLeft() const {
+  return std::max(kShortest, std::chrono::ceil<milliseconds>(deadline_ - Clock::now()));
+}
+
+}  // namespace tarni::host

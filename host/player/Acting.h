@@ -1,0 +1,73 @@
+// Acting: one step while it is played: the requests that it takes, the elements that it is about,
+// and what is to be said of it. Used by the acts (Acts.h); any thread, one at a time.
+#pragma once
+
+#include <functional>
+#include <optional>
+#include <string>
+
+#include "host/guard/Json.h"
+#include "host/player/ElementFinder.h"
+#include "host/player/Played.h"
+#include "host/player/Secrets.h"
+#include "host/session/Step.h"
+#include "host/session_client/SessionClient.h"
+
+namespace tarni::host {
+
+class Acting {
+ public:
+  // `played` takes what comes of it. All must outlive this.
+  Acting(SessionClient& client, const Step& step, const Secrets& secrets, Deadline deadline,
+         Played& played)
+      : client_(client), step_(step), secrets_(secrets), deadline_(deadline), played_(played) {}
+
+  const Step& step() const { return step_; }
+  // Called once, before anything is done to the program.
+  void beforeActing(std::function<void()> call) { beforeActing_ = std::move(call); }
+  // Whether anything was done to the program.
+  bool hasActed() const { return hasActed_; }
+
+  // The step's own element, in sight as far as it can be, and enabled. Throws StepFailure.
+  FoundElement element();
+  // The same, wherever it is and however.
+  FoundElement elementAsItIs();
+  // Another that the step names.
+  FoundElement other(const Json& element);
+  // Null when the step has none that can be told from others.
+  std::optional<FoundElement> elementIfAny();
+
+  // Asks for what is done; the costs are counted.
+  Json act(const std::string& method, Json parameters);
+  // Whether the condition holds, or comes to hold in a short time.
+  bool comesTrue(const Json& condition);
+  // As it is now; null when it is gone.
+  std::optional<Json> describedNow(long element);
+
+  // What is typed, a secret with its value.
+  std::string textToType() const;
+
+  // {"element", "x", "y"}: the recorded place `at` in an element that may have another size now.
+  // Its middle without a place.
+  static Json target(const FoundElement& found, const Json& recorded, const Json& at);
+
+  // Forgets what was said and found so far.
+  void startAgain();
+  // Worth saying although the step passes.
+  void note(const std::string& text);
+
+ private:
+  Json asked(const std::string& method, Json parameters);
+  void propose(const FoundElement& found);
+  std::chrono::milliseconds timeLeft() const;
+
+  SessionClient& client_;
+  const Step& step_;
+  const Secrets& secrets_;
+  const Deadline deadline_;
+  Played& played_;
+  std::function<void()> beforeActing_;
+  bool hasActed_ = false;
+};
+
+}  // namespace tarni::host

@@ -1,0 +1,298 @@
+#include "host/player/Acts.h"
+
+#include <algorithm>
+#include <array>
+#include <string_view>
+
+#include "host/guard/Printable.h"
+
+namespace tarni::host {
+
+namespace {
+
+constexpr int kLongPressMs = 1'000;
+constexpr std::size_t kMostKeysOfRequest = 5'000;
+
+std::string buttonOf(const Step& step) {
+  const auto button = textIn(step.json(), "button");
+  return button.empty() ? "left" : button;
+}
+
+int countOf(const Step& step) {
+  constexpr double kMost = 1'000;
+  return static_cast<int>(std::clamp(step.json().value("count", 1.0), 1.0, kMost));
+}
+
+Json ownTarget(const Acting& acting, const FoundElement& found) {
+  const Step& step = acting.step();
+  return Acting::target(found, step.element(), objectIn(step.json(), "at"));
+}
+
+// "Control+Shift": what is to go down, in this order.
+std::vector<std::string> keysIn(const std::string& modifiers) {
+  std::vector<std::string> keys;
+  for (std::size_t begin = 0; begin < modifiers.size();) {
+    const auto end = std::min(modifiers.find('+', begin + 1), modifiers.size());
+    keys.push_back(modifiers.substr(begin, end - begin));
+    begin = end + 1;
+  }
+  return keys;
+}
+
+// Holds the modifiers of the step while `what` is done.
+template <typename What>
+void withModifiers(Acting& acting, const What& what) {
+  const auto keys = keysIn(textIn(acting.step().json(), "modifiers"));
+  const auto turn = [&](const char* direction) {
+    Json steps = Json::array();
+    for (const auto& key : keys) steps.push_back({{direction, key}});
+    if (!keys.empty()) acting.act("input.keys", {{"steps", std::move(steps)}});
+  };
+  turn("down");
+  what();
+  turn("up");
+}
+
+// --- the pointer
+
+void click(Acting& acting) {
+  const Step& step = acting.step();
+  const auto found = acting.element();
+  Json parameters = ownTarget(acting, found);
+  parameters["button"] = buttonOf(step);
+  parameters["count"] = std::min(countOf(step), 3);
+  const auto modifiers = textIn(step.json(), "modifiers");
+  if (!modifiers.empty()) parameters["modifiers"] = modifiers;
+  acting.act("element.click", std::move(parameters));
+}
+
+void longPress(Acting& acting) {
+  const auto found = acting.element();
+  const auto button = buttonOf(acting.step());
+  const auto lasted = memberAsNumber(acting.step().json(), "durationMs");
+  const Json steps = {{{"move", ownTarget(acting, found)}},
+                      {{"down", button}},
+                      {{"pause", std::clamp<double>(lasted, kLongPressMs, 10 * kLongPressMs)}},
+                      {{"up", button}}};
+  withModifiers(acting, [&] { acting.act("input.pointer", {{"steps", steps}}); });
+}
+
+// Another point of the window, from a target in an element of it. What is dragged moves with the
+// pointer, so that it tells no place on the way.
+Json along(const FoundElement& found, const Json& target, const Json& way) {
+  const Json& rect = objectIn(found.description, "rect");
+  const auto at = [&](const char* axis, const char* side) {
+    const double inside = target.value(axis, memberAsNumber(rect, side) / 2);
+    return memberAsNumber(rect, axis) + inside + memberAsNumber(way, axis);
+  };
+  return {{"window", found.handle()}, {"x", at("x", "width")}, {"y", at("y", "height")}};
+}
+
+// From where it began along its way; what it ended over may stand elsewhere now.
+void drag(Acting& acting) {
+  const Json& step = acting.step().json();
+  const auto found = acting.element();
+  const Json from = ownTarget(acting, found);
+  const auto button = buttonOf(acting.step());
+  Json steps = {{{"move", along(found, from, Json::object())}}, {{"down", button}}};
+  for (const Json& point : step["way"]) steps.push_back({{"move", along(found, from, point)}});
+  const Json& target = objectIn(step, "target");
+  if (!target.empty()) {
+    const Json to = Acting::target(acting.other(target), target, objectIn(step, "targetAt"));
+    if (steps.size() > 2) steps.erase(steps.size() - 1);
+    steps.push_back({{"move", to}});
+  }
+  steps.push_back({{"up", button}});
+  withModifiers(acting, [&] { acting.act("input.pointer", {{"steps", std::move(steps)}}); });
+}
+
+void wheel(Acting& acting) {
+  const Json& step = acting.step().json();
+  const auto found = acting.element();
+  withModifiers(acting, [&] {
+    acting.act("input.wheel", {{"at", ownTarget(acting, found)},
+                               {"right", memberAsNumber(step, "right")},
+                               {"down", memberAsNumber(step, "down")}});
+  });
+}
+
+void hover(Acting& acting) {
+  const auto found = acting.element();
+  acting.act("input.pointer", {{"steps", Json::array({{{"move", ownTarget(acting, found)}}})}});
+}
+
+void menu(Acting& acting) {
+  for (const Json& entry : acting.step().json()["path"]) {
+    const auto found = acting.other(entry);
+    acting.act("element.click", {{"element", found.handle()}});
+  }
+}
+
+// --- the keyboard
+
+// Keys go to what has the focus; it is given to the element only if it does not have it, as that
+// may mark its text.
+Json focusedOn(const std::optional<FoundElement>& found, Json parameters) {
+  const bool isFocused = !found || found->description.value("focused", false);
+  if (!isFocused) parameters["element"] = found->handle();
+  return parameters;
+}
+
+void key(Acting& acting) {
+  const auto found = acting.elementIfAny();
+  Json steps = Json::array();
+  for (int turn = 0; turn < countOf(acting.step()); ++turn) {
+    steps.push_back(textIn(acting.step().json(), "key"));
+  }
+  acting.act("input.keys", focusedOn(found, {{"steps", std::move(steps)}}));
+}
+
+// A key for each character of UTF-8.
+std::vector<std::string> keysOfText(const std::string& text) {
+  const auto isInside = [](char c) { return (static_cast<unsigned char>(c) & 0xC0U) == 0x80U; };
+  std::vector<std::string> keys;
+  for (const char c : text) {
+    if (keys.empty() || !isInside(c)) keys.emplace_back();
+    keys.back() += c;
+  }
+  std::ranges::replace(keys, "\n", "Enter");
+  std::ranges::replace(keys, "\t", "Tab");
+  return keys;
+}
+
+// A field with a mask or a completion of its own may hold something else than what was typed; one
+// that holds what it held has taken nothing.
+void requireTaken(Acting& acting, const FoundElement& found) {
+  const auto now = acting.describedNow(found.handle());
+  const auto text = now ? memberAsText(*now, "text") : std::nullopt;
+  if (!text || !found.description.contains("text")) return;
+  const auto wanted = memberAsText(acting.step().json(), "value");
+  if (wanted && text == wanted) return;
+  const bool isUnchanged = text == memberAsText(found.description, "text");
+  if (isUnchanged && found.description.value("editable", false)) {
+    throw StepFailure("it took no text: it still holds " + inQuotes(*text));
+  }
+  if (wanted) acting.note("it holds " + inQuotes(*text) + ", not " + inQuotes(*wanted));
+}
+
+void type(Acting& acting) {
+  const auto found = acting.elementIfAny();
+  const auto keys = keysOfText(acting.textToType());
+  for (std::size_t done = 0; done < keys.size(); done += kMostKeysOfRequest) {
+    const auto count = std::min(kMostKeysOfRequest, keys.size() - done);
+    const auto begin = keys.begin() + static_cast<std::ptrdiff_t>(done);
+    const Json part = std::vector<std::string>(begin, begin + static_cast<std::ptrdiff_t>(count));
+    acting.act("input.keys", focusedOn(done == 0 ? found : std::nullopt, {{"steps", part}}));
+  }
+  if (found && !keys.empty()) requireTaken(acting, *found);
+}
+
+// --- controls
+
+// Throws unless the element comes to be so; one that is gone has done what it is there for.
+void require(Acting& acting, const FoundElement& found, Json condition, const char* member) {
+  condition["element"] = found.handle();
+  try {
+    if (acting.comesTrue(condition)) return;
+  } catch (const RequestError&) {
+    return acting.note("gone since");
+  }
+  const auto now = acting.describedNow(found.handle());
+  const auto value = now ? memberAsText(*now, member) : std::nullopt;
+  throw StepFailure("done, but its " + std::string(member) + " is " +
+                    inQuotes(value.value_or("unknown")));
+}
+
+void choose(Acting& acting) {
+  const auto value = textIn(acting.step().json(), "value");
+  const auto found = acting.element();
+  acting.act("element.setValue", {{"element", found.handle()}, {"value", value}});
+  if (found.description.contains("text")) require(acting, found, {{"textIs", value}}, "text");
+}
+
+void setSwitch(Acting& acting) {
+  const bool wanted = acting.step().json()["checked"];
+  const auto found = acting.element();
+  const auto now = found.description.find("checked");
+  if (now != found.description.end() && *now == wanted) {
+    return acting.note(wanted ? "was on already" : "was off already");
+  }
+  acting.act("element.click", ownTarget(acting, found));
+  require(acting, found, {{"is", wanted ? "checked" : "unchecked"}}, "checked");
+}
+
+void expand(Acting& acting) {
+  const bool wanted = acting.step().json()["expanded"];
+  const auto found = acting.element();
+  const auto now = found.description.find("expanded");
+  if (now == found.description.end()) {
+    // An arrow beside the node that tells no state.
+    acting.act("element.click", ownTarget(acting, found));
+  } else if (*now == wanted) {
+    acting.note(wanted ? "was open already" : "was closed already");
+  } else {
+    acting.act("element.setExpanded", {{"element", found.handle()}, {"expanded", wanted}});
+  }
+}
+
+// --- windows
+
+void resize(Acting& acting) {
+  const Json& step = acting.step().json();
+  Json parameters = {{"width", memberAsNumber(step, "width")},
+                     {"height", memberAsNumber(step, "height")}};
+  const bool isNamed = !locatorsIn(acting.step().element()).empty();
+  if (isNamed) parameters["window"] = acting.elementAsItIs().handle();
+  acting.act("window.resize", std::move(parameters));
+}
+
+void close(Acting& acting) {
+  acting.act("window.close", {{"window", acting.elementAsItIs().handle()}});
+}
+
+// --- checks
+
+std::string whatIsThere(const Json& now) {
+  return "it shows " + inQuotes(textIn(now, "text")) +
+         (now.contains("checked") ? now["checked"] == true ? ", checked" : ", unchecked" : "");
+}
+
+void check(Acting& acting) {
+  const Json& step = acting.step().json();
+  const auto is = textIn(step, "is");
+  if (is == "gone") {
+    const auto ways = locatorsIn(acting.step().element());
+    if (ways.empty() || acting.comesTrue({{"find", ways.front()}, {"is", is}})) return;
+    throw StepFailure("it is still there");
+  }
+  const auto found = acting.elementAsItIs();
+  Json condition = {{"element", found.handle()}};
+  for (const char* const member : {"is", "textIs", "textContains"}) {
+    if (step.contains(member)) condition[member] = step[member];
+  }
+  if (condition.size() == 1 || acting.comesTrue(condition)) return;
+  throw StepFailure("the check does not hold: " +
+                    whatIsThere(acting.describedNow(found.handle()).value_or(Json::object())));
+}
+
+struct ActKind {
+  std::string_view name;
+  void (*carryOut)(Acting& acting);
+};
+constexpr std::array kActs{
+    ActKind{"click", click},   ActKind{"longPress", longPress}, ActKind{"drag", drag},
+    ActKind{"wheel", wheel},   ActKind{"hover", hover},         ActKind{"key", key},
+    ActKind{"type", type},     ActKind{"choose", choose},       ActKind{"switch", setSwitch},
+    ActKind{"expand", expand}, ActKind{"menu", menu},           ActKind{"resize", resize},
+    ActKind{"close", close},   ActKind{Step::kCheck, check},
+};
+
+}  // namespace
+
+void carryOut(Acting& acting) {
+  const auto* const kind = std::ranges::find(kActs, acting.step().act(), &ActKind::name);
+  if (kind == kActs.end()) throw StepFailure("the act is not known");
+  kind->carryOut(acting);
+}
+
+}  // namespace tarni::host

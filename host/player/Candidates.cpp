@@ -1,0 +1,102 @@
+#include "host/player/Candidates.h"
+
+#include <algorithm>
+#include <cmath>
+#include <nlohmann/json.hpp>
+#include <numeric>
+
+#include "host/guard/Printable.h"
+#include "host/session/Step.h"
+
+namespace tarni::host {
+
+namespace {
+
+constexpr std::size_t kMost = 5;
+constexpr std::size_t kLongestCompared = 100;
+constexpr double kAlike = 0.6;  // of two texts
+constexpr double kNear = 60;    // points
+
+// What tells one element from another, and how much it counts.
+struct Trait {
+  const char* member;
+  double weight;
+};
+constexpr Trait kTraits[] = {
+    {"identifier", 6}, {"text", 5}, {"label", 4}, {"placeholder", 4}, {"class", 3}};
+
+// How much two texts have in common, 1 for all: the steps from one to the other against the longer.
+double likeness(std::string one, std::string other) {
+  if (one == other) return 1;
+  one.resize(std::min(one.size(), kLongestCompared));
+  other.resize(std::min(other.size(), kLongestCompared));
+  if (one.empty() || other.empty()) return 0;
+  std::vector<std::size_t> row(other.size() + 1);
+  std::iota(row.begin(), row.end(), 0U);
+  for (std::size_t i = 0; i < one.size(); ++i) {
+    std::size_t diagonal = std::exchange(row[0], i + 1);
+    for (std::size_t j = 0; j < other.size(); ++j) {
+      const auto replaced = diagonal + (one[i] == other[j] ? 0 : 1);
+      diagonal = row[j + 1];
+      row[j + 1] = std::min({replaced, diagonal + 1, row[j] + 1});
+    }
+  }
+  const auto longer = static_cast<double>(std::max(one.size(), other.size()));
+  return 1 - static_cast<double>(row.back()) / longer;
+}
+
+double distance(const Json& one, const Json& other) {
+  const Json& from = objectIn(one, "rect");
+  const Json& to = objectIn(other, "rect");
+  if (from.empty() || to.empty()) return INFINITY;
+  return std::hypot(memberAsNumber(from, "x") - memberAsNumber(to, "x"),
+                    memberAsNumber(from, "y") - memberAsNumber(to, "y"));
+}
+
+double nearness(const Json& wanted, const Json& there) {
+  double score = 0;
+  for (const auto& [member, weight] : kTraits) {
+    const auto text = textIn(wanted, member);
+    if (text.empty()) continue;
+    const double alike = likeness(text, textIn(there, member));
+    if (alike >= kAlike) score += weight * alike;
+  }
+  if (distance(wanted, there) < kNear) score += 2;
+  return score;
+}
+
+std::string whyNot(const Json& wanted, const Json& there) {
+  std::string reasons;
+  const auto add = [&reasons](const std::string& reason) {
+    reasons += (reasons.empty() ? "" : ", ") + reason;
+  };
+  for (const auto& [member, weight] : kTraits) {
+    const auto text = textIn(wanted, member);
+    const auto own = textIn(there, member);
+    if (text.empty() || own == text) continue;
+    add("its " + std::string(member) + " is " + inQuotes(own) + ", not " + inQuotes(text));
+  }
+  if (!there.value("visible", true)) add("it is hidden");
+  if (!there.value("enabled", true)) add("it is disabled");
+  return reasons.empty() ? "it is not alone in being like that" : reasons;
+}
+
+}  // namespace
+
+std::vector<Candidate> candidatesFor(const Json& wanted, std::span<const Json> all) {
+  constexpr double kTooFar = 3;
+  std::vector<std::pair<double, const Json*>> near;
+  for (const Json& there : all) {
+    const double score = nearness(wanted, there);
+    if (score > kTooFar) near.emplace_back(score, &there);
+  }
+  std::ranges::stable_sort(near, std::greater<>(), &std::pair<double, const Json*>::first);
+  std::vector<Candidate> candidates;
+  for (const auto& [score, there] : near) {
+    if (candidates.size() == kMost) break;
+    candidates.push_back({*there, whyNot(wanted, *there)});
+  }
+  return candidates;
+}
+
+}  // namespace tarni::host

@@ -1,0 +1,90 @@
+#include "host/player/ElementFinder.h"
+
+#include <algorithm>
+
+#include "host/guard/Printable.h"
+#include "host/session/Step.h"
+#include "host/session_client/Selector.h"
+
+namespace tarni::host {
+
+using std::chrono::milliseconds;
+
+namespace {
+
+constexpr std::size_t kEnough = 10;  // elements that a locator fits
+// That the first locator has to itself.
+constexpr milliseconds kTimeToBeCertain{2'000};
+// How long one wait for the first locator keeps from looking for the others.
+constexpr milliseconds kBetweenLooks{500};
+
+milliseconds timeUntil(Deadline deadline) {
+  return std::max(milliseconds(0), std::chrono::ceil<milliseconds>(deadline - Clock::now()));
+}
+
+}  // namespace
+
+long FoundElement::handle() const {
+  return description.value("element", 0L);
+}
+
+FoundElement ElementFinder::await(const Json& element, Deadline deadline) {
+  const auto locators = locatorsIn(element);
+  if (locators.empty()) throw StepFailure("the step says no way to find its element");
+  if (auto first = look(locators, 1); first.found) return *std::move(first.found);
+  const auto certain = Clock::now() + std::min(kTimeToBeCertain, timeUntil(deadline) / 2);
+  awaitOnly(locators.front(), certain);
+  while (true) {
+    auto all = look(locators, locators.size());
+    if (all.found) return *std::move(all.found);
+    if (Clock::now() >= deadline) explain(element, locators, all);
+    awaitOnly(locators.front(), std::min(deadline, Clock::now() + kBetweenLooks));
+  }
+}
+
+ElementFinder::Look ElementFinder::look(const std::vector<Json>& locators, std::size_t most) {
+  Look look;
+  for (std::size_t i = 0; i < std::min(most, locators.size()); ++i) {
+    Json parameters = locators[i];
+    parameters["limit"] = kEnough;
+    const Json answer = client_.call("element.find", std::move(parameters));
+    const auto elements = answer.value("elements", Json::array());
+    look.matches.push_back(elements.size());
+    if (elements.size() != 1) continue;
+    look.found = FoundElement{elements.front(), i};
+    break;
+  }
+  return look;
+}
+
+void ElementFinder::awaitOnly(const Json& locator, Deadline deadline) {
+  const Json condition = {{"find", locator}, {"count", 1}};
+  try {
+    client_.call("wait.for", {{"conditions", Json::array({condition})}}, timeUntil(deadline));
+  } catch (const RequestError& error) {
+    if (error.name() != "timeout") throw;
+  }
+}
+
+void ElementFinder::explain(const Json& element, const std::vector<Json>& locators,
+                            const Look& look) {
+  std::string why = "not found";
+  for (std::size_t i = 0; i < look.matches.size(); ++i) {
+    const auto count = look.matches[i];
+    const auto fits = count == 0         ? std::string("fits nothing")
+                      : count == kEnough ? "fits " + std::to_string(count) + " or more"
+                                         : "fits " + std::to_string(count);
+    why += (i == 0 ? ": " : ", ") + locatorInWords(locators[i]) + " " + fits;
+  }
+  const Json tree = client_.call("tree.get");
+  const auto elements = tree.value("elements", std::vector<Json>());
+  throw StepFailure(why, candidatesFor(element, elements));
+}
+
+std::string locatorInWords(const Json& find) {
+  auto selector = Selector::fromParameters(find);
+  selector.isVisible.reset();
+  return printable(selector.written());
+}
+
+}  // namespace tarni::host

@@ -1,0 +1,47 @@
+// ElementFinder: finds the element of a step in the program as it stands now, by the first of its
+// locators that fits one element alone. What comes late is waited for: the first locator has some
+// time to itself before the others count, as what is still being built would be misread. Any
+// thread, one at a time; throws as SessionClient::call does.
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "host/guard/Json.h"
+#include "host/player/Played.h"
+#include "host/session_client/SessionClient.h"
+
+namespace tarni::host {
+
+struct FoundElement {
+  Json description;
+  std::size_t locator = 0;  // of the element's, that found it
+
+  long handle() const;
+};
+
+class ElementFinder {
+ public:
+  explicit ElementFinder(SessionClient& client) : client_(client) {}
+
+  // `element` as a step has it. Throws StepFailure when the time has passed.
+  FoundElement await(const Json& element, Deadline deadline);
+
+ private:
+  struct Look {
+    std::optional<FoundElement> found = {};
+    std::vector<std::size_t> matches = {};  // of each locator that was tried, at most kEnough
+  };
+
+  Look look(const std::vector<Json>& locators, std::size_t most);
+  void awaitOnly(const Json& locator, Deadline deadline);
+  [[noreturn]] void explain(const Json& element, const std::vector<Json>& locators,
+                            const Look& look);
+
+  SessionClient& client_;
+};
+
+// `text=OK && class=UIButton`
+std::string locatorInWords(const Json& find);
+
+}  // namespace tarni::host

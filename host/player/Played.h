@@ -1,0 +1,68 @@
+// Played: what has come of playing one step. Plain value, any thread.
+#pragma once
+
+#include <cstddef>
+#include <nlohmann/json.hpp>
+#include <optional>
+#include <stdexcept>
+#include <string>
+#include <vector>
+
+#include "host/guard/Json.h"
+#include "host/player/Candidates.h"
+
+namespace tarni::host {
+
+struct Picture {
+  std::string format;  // "png", "jpeg"
+  std::string data;    // in Base64; "" for none
+  double scale = 1;    // pixels of a point
+};
+
+// As the channel tells them, of all requests of a step together.
+struct StepCosts {
+  double busyMs = 0;
+  double longestMs = 0;
+  double cpuMs = 0;
+  double memoryBytes = 0;  // afterwards; 0 when it is not known
+};
+
+struct Played {
+  enum class Result {
+    NotPlayed,
+    Passed,
+    Failed,
+    Lost,  // the connection ended or the program gave no answer
+  };
+
+  std::size_t number = 0;  // of the step, from 1
+  Result result = Result::NotPlayed;
+  bool hasActed = false;          // when the connection was lost: the program may have ended by it
+  std::string message = {};       // why it failed, or what is worth saying
+  Json element = Json::object();  // as it was found; empty when it was not
+  std::optional<std::size_t> locator = {};  // of its element's, that found it
+  Json proposal = nullptr;                  // the locators to have instead; null for none
+  std::vector<Candidate> candidates = {};   // when nothing was found
+  double began = 0;                         // seconds from the start of the play
+  double seconds = 0;
+  StepCosts costs = {};
+  Picture before = {};
+  Picture after = {};
+  std::string output = {};  // what the program printed meanwhile
+
+  bool hasFailed() const { return result == Result::Failed || result == Result::Lost; }
+};
+
+// Why a step cannot be played, for a person.
+class StepFailure : public std::runtime_error {
+ public:
+  explicit StepFailure(const std::string& why, std::vector<Candidate> candidates = {})
+      : std::runtime_error(why), candidates_(std::move(candidates)) {}
+
+  const std::vector<Candidate>& candidates() const { return candidates_; }
+
+ private:
+  std::vector<Candidate> candidates_;
+};
+
+}  // namespace tarni::host

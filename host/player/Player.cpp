@@ -1,0 +1,160 @@
+#include "host/player/Player.h"
+
+#include <algorithm>
+#include <array>
+#include <string_view>
+#include <thread>
+
+#include "host/player/Acting.h"
+#include "host/player/Acts.h"
+#include "host/wire/WireError.h"
+
+namespace tarni::host {
+
+using Result = Played::Result;
+
+namespace {
+
+constexpr std::chrono::milliseconds kQuiet{50};
+constexpr std::chrono::milliseconds kLongestUnrest{500};
+
+double secondsSince(Clock::time_point start) {
+  return std::chrono::duration<double>(Clock::now() - start).count();
+}
+
+// What may be otherwise in a moment; these are told before anything is done to the program.
+bool mayPass(const RequestError& error) {
+  constexpr std::array<std::string_view, 5> kNames{"no such element", "stale element reference",
+                                                   "element not interactable",
+                                                   "element click intercepted", "no such window"};
+  return std::ranges::find(kNames, error.name()) != kNames.end();
+}
+
+}  // namespace
+
+// The pictures of one step.
+class Player::Show {
+ public:
+  Show(SessionClient& client, Played& played) : client_(client), played_(played) {}
+
+  void before() { played_.before = picture(); }
+  void after() {
+    rest();
+    played_.after = picture();
+  }
+
+ private:
+  void rest() {
+    try {
+      client_.call("wait.rest", {{"quiet", kQuiet.count()}}, kLongestUnrest);
+    } catch (const RequestError&) {
+      // it is never at rest, or nobody can tell
+    }
+  }
+
+  // Of the element's window, or of the key window.
+  Picture picture() {
+    if (played_.element.contains("element")) {
+      try {
+        return pictureOf({{"window", played_.element["element"]}});
+      } catch (const RequestError&) {
+        // it is gone
+      }
+    }
+    try {
+      return pictureOf(Json::object());
+    } catch (const RequestError&) {
+      return {};
+    }
+  }
+
+  Picture pictureOf(Json window) {
+    const Json answer = client_.call("window.picture", std::move(window));
+    return {textIn(answer, "format"), textIn(answer, "data"),
+            std::max(memberAsNumber(answer, "scale"), 0.1)};
+  }
+
+  SessionClient& client_;
+  Played& played_;
+};
+
+Played Player::play(const Step& step) {
+  Played played;
+  const auto start = Clock::now();
+  Show show(client_, played);
+  Acting acting(client_, step, manner_.secrets, start + manner_.patience, played);
+  if (manner_.takesPictures) acting.beforeActing([&show] { show.before(); });
+  try {
+    played.result = Result::Failed;
+    tryOften(acting, start + manner_.patience);
+    played.result = Result::Passed;
+    played.seconds = secondsSince(start);
+    if (manner_.takesPictures) show.after();
+  } catch (const StepFailure& failure) {
+    played.message = failure.what();
+    played.candidates = failure.candidates();
+    if (manner_.takesPictures && played.before.data.empty()) show.before();
+  } catch (const RequestError& error) {
+    played.message = std::string("the program answers: ") + error.what();
+  } catch (const WireError& error) {
+    // What was there with the last picture only may have ended the program.
+    const bool isOver = acting.hasActed() || played.result == Result::Passed;
+    played.result = Result::Lost;
+    played.hasActed = isOver;
+    played.message = error.what();
+  }
+  if (played.seconds == 0) played.seconds = secondsSince(start);
+  return played;
+}
+
+void Player::tryOften(Acting& acting, Deadline deadline) {
+  while (true) {
+    try {
+      return carryOut(acting);
+    } catch (const RequestError& error) {
+      if (!mayPass(error) || acting.hasActed() || Clock::now() >= deadline) throw;
+    }
+    acting.startAgain();
+    awaitChange();
+  }
+}
+
+// Whatever kept the step from its element is over when the program has come to rest.
+void Player::awaitChange() {
+  try {
+    client_.call("wait.rest", {{"quiet", kQuiet.count()}}, kLongestUnrest);
+  } catch (const RequestError&) {
+    std::this_thread::sleep_for(kQuiet);  // nobody can tell
+  }
+}
+
+std::vector<Played> Player::play(const Session& session, const Course& course,
+                                 PlayObserver& observer) {
+  const auto& steps = session.steps();
+  const auto start = Clock::now();
+  const auto last = std::min(course.until, steps.size());
+  std::vector<Played> all(steps.size());
+  for (std::size_t i = 0; i < all.size(); ++i) all[i].number = i + 1;
+  for (std::size_t number = std::max<std::size_t>(course.from, 1); number <= last; ++number) {
+    if (observer.wantsEnd()) break;
+    const Step& step = steps[number - 1];
+    Played& played = all[number - 1];
+    observer.willPlay(number, step);
+    const double began = secondsSince(start);
+    played = play(step);
+    played.number = number;
+    played.began = began;
+    const bool mayHaveEnded = number == last && played.result == Result::Lost && played.hasActed;
+    if (mayHaveEnded && observer.hasProgramEnded()) {
+      played.result = Result::Passed;
+      played.message = "the program ended";
+    }
+    observer.hasPlayed(step, played);
+    const bool isOver = played.result == Result::Lost || (played.hasFailed() && !course.keepsGoing);
+    if (isOver) break;
+    if (course.pause.count() > 0) std::this_thread::sleep_for(course.pause);
+  }
+  return all;
+}
+
+}  // namespace tarni::host
