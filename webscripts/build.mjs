@@ -11,7 +11,7 @@ import { build } from 'esbuild';
 
 const here = dirname(fileURLToPath(import.meta.url));
 const scripts = ['preCheck', 'TARNI_bililiteRange', 'TARNI_sendkeys', 'xpathbuilder'];
-scripts.push('hybridrecorder', 'hybridplayer', 'session');
+scripts.push('hybridrecorder', 'hybridplayer', 'session', 'webdriver');
 
 const options = {
   bundle: true,

@@ -23,11 +23,12 @@ struct Arguments {
 
 using Handler = Json (*)(Session& session, const Arguments& arguments);
 
+// Null where it means nothing there.
 struct Command {
   const char* method;
   const char* path;  // behind "/session/{session}"
   Handler native;
-  Handler page = native;  // null where it means nothing in a page
+  Handler page;
 };
 
 std::span<const Command> commands();

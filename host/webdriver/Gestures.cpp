@@ -20,8 +20,8 @@ constexpr milliseconds kDrag{500};
 constexpr double kUsualPart = 0.8;  // of an element that a swipe goes over
 constexpr double kUsualNotches = 5;
 
-Session::Handle elementIn(const Session& session, const Json& parameters, const char* name) {
-  return elementOf(session, textIn(parameters, name));
+Session::Handle elementIn(const Json& parameters, const char* name) {
+  return elementOf(textIn(parameters, name));
 }
 
 bool namesElement(const Json& parameters, const char* name = "elementId") {
@@ -45,7 +45,7 @@ milliseconds lasting(const Json& parameters, milliseconds usual) {
 Rectangle rectangleOf(Session& session, const Json& parameters) {
   const Screen screen(session);
   if (namesElement(parameters)) {
-    return screen.placeOf(session.described(elementIn(session, parameters, "elementId")));
+    return screen.placeOf(session.described(elementIn(parameters, "elementId")));
   }
   const auto window = rectangleIn(screen.current(), "screenRect");
   return {number(parameters, "left", 0), number(parameters, "top", 0),
@@ -154,13 +154,12 @@ Json swipe(Session& session, const Json& parameters) {
 
 Json scroll(Session& session, const Json& parameters) {
   if (parameters.value("toVisible", false)) {
-    session.call("element.scrollIntoView",
-                 {{"element", elementIn(session, parameters, "elementId")}});
+    session.call("element.scrollIntoView", {{"element", elementIn(parameters, "elementId")}});
     return nullptr;
   }
   if (const auto text = textIn(parameters, "name"); !text.empty()) {
     session.call("element.scrollToText",
-                 {{"element", elementIn(session, parameters, "elementId")}, {"text", text}});
+                 {{"element", elementIn(parameters, "elementId")}, {"text", text}});
     return nullptr;
   }
   const auto direction = directionIn(parameters);

@@ -6,6 +6,7 @@
 #include <utility>
 
 #include "host/webdriver/Error.h"
+#include "host/webdriver/Page.h"
 
 namespace tarni::host::webdriver {
 
@@ -32,7 +33,13 @@ InputScript::InputScript(Session& session)
 
 InputScript::Point InputScript::pointAt(double x, double y, const Json& origin) {
   if (origin == "pointer") return {pointer_.x + x, pointer_.y + y};
-  const auto element = referred(session_, origin);
+  if (session_.page && origin.is_object()) {
+    const Json place =
+        askPage(session_, "viewportRect", {{"element", textIn(origin, kElementKey)}});
+    return {place.value("x", 0.0) + place.value("width", 0.0) / 2 + x,
+            place.value("y", 0.0) + place.value("height", 0.0) / 2 + y};
+  }
+  const auto element = referred(origin);
   if (!element) {
     if (origin.is_object()) throw Error("invalid argument", "\"origin\" is no element");
     return {x, y};

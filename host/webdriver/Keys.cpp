@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <nlohmann/json.hpp>
 
+#include "host/webdriver/Session.h"
+
 namespace tarni::host::webdriver {
 
 namespace {
@@ -25,6 +27,7 @@ constexpr std::string_view kKeyNames[] = {
     "ArrowDown", "Insert",   "Delete",
 };
 
+constexpr std::size_t kMostKeySteps = 10'000;  // as `input.keys` takes them
 constexpr unsigned kFirst = 0xE000;
 
 std::size_t lengthFrom(unsigned char lead) {
@@ -90,6 +93,17 @@ Json stepsTyping(std::string_view text) {
   }
   letGo();
   return steps;
+}
+
+void typeText(Session& session, std::string_view text) {
+  const Json steps = stepsTyping(text);
+  for (std::size_t at = 0; at < steps.size(); at += kMostKeySteps) {
+    Json some = Json::array();
+    for (auto step = at; step < std::min(at + kMostKeySteps, steps.size()); ++step) {
+      some.push_back(steps[step]);
+    }
+    session.call("input.keys", {{"steps", some}});
+  }
 }
 
 }  // namespace tarni::host::webdriver

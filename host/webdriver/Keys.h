@@ -10,6 +10,8 @@
 
 namespace tarni::host::webdriver {
 
+class Session;
+
 // The characters of a text. What is not UTF-8 is left out.
 std::vector<std::string> charactersOf(std::string_view text);
 
@@ -20,5 +22,8 @@ bool isModifier(const std::string& key);
 // The steps of `input.keys` that type the text. Modifiers stay down until its end, or until the
 // character that lets go of them.
 Json stepsTyping(std::string_view text);
+
+// Types it into what has the keyboard.
+void typeText(Session& session, std::string_view text);
 
 }  // namespace tarni::host::webdriver

@@ -2,6 +2,7 @@
 
 #include <stdlib.h>
 
+#include <algorithm>
 #include <chrono>
 #include <map>
 #include <nlohmann/json.hpp>
@@ -23,9 +24,10 @@ namespace {
 
 constexpr std::chrono::seconds kTimeToStart{30};
 constexpr milliseconds kTimeToShowAWindow{10'000};
+constexpr milliseconds kTimeToShowOtherwise{5'000};
 constexpr milliseconds kTimeToConnect{3'000};
 constexpr milliseconds kPauseBetweenTries{5};
-// What `tarni run` says when it is of no use to wait.
+// What `tarni run` says when it is of little use to wait: a program may have its agent built in.
 constexpr const char* kOtherToolkit = "uses another toolkit than Qt";
 
 [[noreturn]] void fail(const std::string& why) {
@@ -118,14 +120,17 @@ void Program::start(const Capabilities& wanted, const std::string& sessionId, St
 
 std::string Program::awaitChannel(const std::string& name) {
   const ProgramRegistry registry;
-  const auto deadline = Clock::now() + kTimeToStart;
+  const auto start = Clock::now();
+  auto deadline = start + kTimeToStart;
   while (true) {
     const auto program = registry.find(name);
     if (const auto address = program ? registry.sessionOf(*program) : std::nullopt) return *address;
     const bool hasEnded = process_->hasEnded({});
     const auto said = lastOutput();
-    const bool isForeign = said.find(kOtherToolkit) != std::string::npos;
-    if (hasEnded || isForeign || Clock::now() >= deadline) {
+    if (said.find(kOtherToolkit) != std::string::npos) {
+      deadline = std::min(deadline, start + kTimeToShowOtherwise);
+    }
+    if (hasEnded || Clock::now() >= deadline) {
       fail((hasEnded ? std::string("the program ended before the agent was ready")
                      : std::string("the program does not open its session channel: does it use "
                                    "Qt, and does it run its event loop?")) +

@@ -2,7 +2,7 @@
 
 #include <charconv>
 #include <nlohmann/json.hpp>
-#include <string_view>
+#include <thread>
 
 #include "host/webdriver/Error.h"
 #include "host/webdriver/Screen.h"
@@ -11,7 +11,8 @@ namespace tarni::host::webdriver {
 
 namespace {
 
-constexpr const char* kOfPage = "page-";
+constexpr std::chrono::seconds kTimeToShowAPage{20};
+constexpr std::chrono::milliseconds kPauseBetweenLooksForPages{50};
 
 Json answered(const Capabilities& wanted, const Json& info) {
   Json all = wanted.written;
@@ -34,6 +35,22 @@ Session::Session(std::string id, Capabilities wanted, Starter& starter)
   const Json info = call("app.info");
   hasInput_ = info.value("hasInput", false);
   capabilities_ = answered(wanted, info);
+  if (wanted.startsInPage) enterFirstPage();
+}
+
+void Session::enterFirstPage() {
+  const auto deadline = std::chrono::steady_clock::now() + kTimeToShowAPage;
+  while (!page) {
+    const Json pages = call("page.list").value("pages", Json::array());
+    if (!pages.empty()) {
+      page = pages.front().value("page", 0L);
+    } else if (std::chrono::steady_clock::now() >= deadline) {
+      throw Error("session not created",
+                  "the program shows no page, which appium:autoWebview asks for");
+    } else {
+      std::this_thread::sleep_for(kPauseBetweenLooksForPages);
+    }
+  }
 }
 
 Json Session::call(const std::string& method, Json parameters) {
@@ -67,30 +84,20 @@ std::shared_ptr<const SourceTree> Session::source() {
   return source_;
 }
 
-std::string idOf(const Session& session, Session::Handle element) {
-  return (session.page ? kOfPage : "") + std::to_string(element);
+Json reference(Session::Handle element) {
+  return {{kElementKey, std::to_string(element)}};
 }
 
-Json reference(const Session& session, Session::Handle element) {
-  return {{kElementKey, idOf(session, element)}};
-}
-
-Session::Handle elementOf(const Session& session, const std::string& id) {
-  const bool isOfPage = id.starts_with(kOfPage);
-  const std::string_view digits =
-      std::string_view(id).substr(isOfPage ? std::string_view(kOfPage).size() : 0);
+Session::Handle elementOf(const std::string& id) {
   Session::Handle handle = 0;
-  const auto [end, error] = std::from_chars(digits.data(), digits.data() + digits.size(), handle);
-  const bool isNumber = error == std::errc() && end == digits.data() + digits.size();
-  if (isNumber && isOfPage == session.page.has_value()) return handle;
-  throw Error("no such element", "no element of " +
-                                     std::string(session.page ? "this page" : "the program") +
-                                     " has the identifier " + id);
+  const auto [end, error] = std::from_chars(id.data(), id.data() + id.size(), handle);
+  if (error == std::errc() && end == id.data() + id.size()) return handle;
+  throw Error("no such element", "no element of the program has the identifier " + id);
 }
 
-std::optional<Session::Handle> referred(const Session& session, const Json& value) {
+std::optional<Session::Handle> referred(const Json& value) {
   const auto id = value.is_object() ? textIn(value, kElementKey) : "";
-  return id.empty() ? std::nullopt : std::optional(elementOf(session, id));
+  return id.empty() ? std::nullopt : std::optional(elementOf(id));
 }
 
 }  // namespace tarni::host::webdriver

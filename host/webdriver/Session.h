@@ -9,6 +9,7 @@
 #include <optional>
 #include <set>
 #include <string>
+#include <vector>
 
 #include "host/guard/Json.h"
 #include "host/source/SourceTree.h"
@@ -55,9 +56,11 @@ class Session {
   std::optional<Handle> page;  // the web view whose page is the context; null for the program's own
   Held held;                   // by the client's actions
   SourceTree::Point pointer;   // where they left it, as the client counts
-  Json frame;                  // within that page: an element, as pages tell it; null for none
+  std::vector<Json> frames;    // within that page, from the outermost: elements, as pages tell them
 
  private:
+  void enterFirstPage();
+
   std::string id_;
   Json capabilities_;
   Program program_;
@@ -67,12 +70,11 @@ class Session {
   Json sourceWindows_;
 };
 
-// What a client calls an element: of a page and of the program's own are told apart.
-std::string idOf(const Session& session, Session::Handle element);
-Json reference(const Session& session, Session::Handle element);
-// Throws Error ("no such element") for one that is none, or of another context.
-Session::Handle elementOf(const Session& session, const std::string& id);
+// What a client calls an element of the program's own; those of pages have other identifiers.
+Json reference(Session::Handle element);
+// Throws Error ("no such element") for what is none.
+Session::Handle elementOf(const std::string& id);
 // The same of a reference; null when the value is none.
-std::optional<Session::Handle> referred(const Session& session, const Json& value);
+std::optional<Session::Handle> referred(const Json& value);
 
 }  // namespace tarni::host::webdriver

@@ -14,29 +14,8 @@ import {
   valueOf,
 } from './lib/dom.js';
 import { define } from './lib/globals.js';
+import { elementOf, numberOf, page } from './lib/numbers.js';
 import { search } from './lib/search.js';
-
-// Which of the pages that a web view shows one after the other.
-const page = Math.random().toString(36).slice(2);
-const numbers = new WeakMap();
-const elements = new Map();
-let last = 0;
-
-function numberOf(element) {
-  if (!numbers.has(element)) {
-    last += 1;
-    numbers.set(element, last);
-    elements.set(last, new WeakRef(element));
-  }
-  return numbers.get(element);
-}
-
-// Null for one that has left the page.
-function elementOf(number) {
-  const kept = elements.get(number);
-  const element = kept && kept.deref();
-  return element && element.isConnected ? element : null;
-}
 
 // Only of what holds no other elements, or is a thing of its own: a page would be told many times.
 const telling = 'a, button, label, li, option, td, th, h1, h2, h3, h4, h5, h6, p, summary';

@@ -10,8 +10,6 @@ namespace tarni::host::webdriver {
 
 namespace {
 
-constexpr std::size_t kMostSteps = 10'000;  // as `input.keys` takes them
-
 bool isKind(const Json& element, const char* kind) {
   const auto kinds = element.find("kinds");
   return kinds != element.end() && std::ranges::find(*kinds, Json(kind)) != kinds->end();
@@ -30,16 +28,7 @@ void goToEnd(Session& session, const Json& element, long handle) {
   session.call("input.keys", {{"element", handle}, {"steps", Json::array({keys})}});
 }
 
-void type(Session& session, const std::string& text) {
-  const Json steps = stepsTyping(text);
-  for (std::size_t at = 0; at < steps.size(); at += kMostSteps) {
-    Json some = Json::array();
-    for (auto step = at; step < std::min(at + kMostSteps, steps.size()); ++step) {
-      some.push_back(steps[step]);
-    }
-    session.call("input.keys", {{"steps", some}});
-  }
-}
+}  // namespace
 
 std::string typed(const Arguments& arguments) {
   const auto text = arguments.body.find("text");
@@ -51,15 +40,13 @@ std::string typed(const Arguments& arguments) {
   return all;
 }
 
-}  // namespace
-
 Json click(Session& session, const Arguments& arguments) {
-  session.call("element.click", {{"element", elementOf(session, arguments.path.front())}});
+  session.call("element.click", {{"element", elementOf(arguments.path.front())}});
   return nullptr;
 }
 
 Json clear(Session& session, const Arguments& arguments) {
-  const long handle = elementOf(session, arguments.path.front());
+  const long handle = elementOf(arguments.path.front());
   if (!isEditable(session.described(handle))) {
     throw Error("invalid element state", "the element holds no text that can be edited");
   }
@@ -68,7 +55,7 @@ Json clear(Session& session, const Arguments& arguments) {
 }
 
 Json sendKeys(Session& session, const Arguments& arguments) {
-  const long handle = elementOf(session, arguments.path.front());
+  const long handle = elementOf(arguments.path.front());
   const auto text = typed(arguments);
   const Json element = session.described(handle);
   if (attributeOf(element, "enabled") != "true") {
@@ -81,7 +68,7 @@ Json sendKeys(Session& session, const Arguments& arguments) {
   }
   goToEnd(session, element, handle);
   session.call("element.focus", {{"element", handle}});
-  type(session, text);
+  typeText(session, text);
   return nullptr;
 }
 

@@ -38,7 +38,7 @@ Json contexts(Session& session, const Arguments&) {
 
 Json switchToContext(Session& session, const Arguments& arguments) {
   const auto name = arguments.body.value("name", Json(kNative));
-  session.frame = nullptr;
+  session.frames.clear();
   if (name.is_null() || name == kNative) {
     session.page.reset();
     return nullptr;

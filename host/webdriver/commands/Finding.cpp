@@ -17,7 +17,7 @@ std::vector<long> asked(Session& session, const Arguments& arguments, std::optio
 
 Json first(Session& session, const Arguments& arguments, std::optional<long> within) {
   const auto handles = asked(session, arguments, within, 1);
-  if (!handles.empty()) return reference(session, handles.front());
+  if (!handles.empty()) return reference(handles.front());
   throw Error("no such element", "no element fits " + arguments.text("using") + " \"" +
                                      arguments.text("value") + "\"");
 }
@@ -25,13 +25,13 @@ Json first(Session& session, const Arguments& arguments, std::optional<long> wit
 Json all(Session& session, const Arguments& arguments, std::optional<long> within) {
   Json found = Json::array();
   for (const long handle : asked(session, arguments, within, 0)) {
-    found.push_back(reference(session, handle));
+    found.push_back(reference(handle));
   }
   return found;
 }
 
-long parent(const Session& session, const Arguments& arguments) {
-  return elementOf(session, arguments.path.front());
+long parent(const Arguments& arguments) {
+  return elementOf(arguments.path.front());
 }
 
 }  // namespace
@@ -45,16 +45,16 @@ Json findElements(Session& session, const Arguments& arguments) {
 }
 
 Json findBelow(Session& session, const Arguments& arguments) {
-  return first(session, arguments, parent(session, arguments));
+  return first(session, arguments, parent(arguments));
 }
 
 Json findAllBelow(Session& session, const Arguments& arguments) {
-  return all(session, arguments, parent(session, arguments));
+  return all(session, arguments, parent(arguments));
 }
 
 Json activeElement(Session& session, const Arguments&) {
   const auto focused = session.source()->find("(//*[@focused='true'])[last()]");
-  if (!focused.empty()) return reference(session, focused.front());
+  if (!focused.empty()) return reference(focused.front());
   throw Error("no such element", "nothing has the keyboard");
 }
 

@@ -28,6 +28,7 @@ Json text(Session& session, const Arguments& arguments);
 Json clear(Session& session, const Arguments& arguments);
 Json click(Session& session, const Arguments& arguments);
 Json sendKeys(Session& session, const Arguments& arguments);
+std::string typed(const Arguments& arguments);  // the text that a client sends
 
 // Actions.cpp
 Json performActions(Session& session, const Arguments& arguments);
@@ -57,6 +58,8 @@ Json typeIntoAlert(Session& session, const Arguments& arguments);
 // Scripts.cpp
 Json executeAsync(Session& session, const Arguments& arguments);
 Json executeSync(Session& session, const Arguments& arguments);
+Json runAsyncInPage(Session& session, const Arguments& arguments);
+Json runInPage(Session& session, const Arguments& arguments);
 
 // State.cpp
 Json appState(Session& session, const Arguments& arguments);
@@ -75,5 +78,25 @@ Json timeouts(Session& session, const Arguments& arguments);
 Json context(Session& session, const Arguments& arguments);
 Json contexts(Session& session, const Arguments& arguments);
 Json switchToContext(Session& session, const Arguments& arguments);
+
+// Pages.cpp: the same in a page, and what only pages have.
+Json addCookie(Session& session, const Arguments& arguments);
+// What a command of the page's script answers (webscripts/src/webdriver.js), of the element in the
+// path, with the name behind it.
+Json askOfElement(Session& session, const Arguments& arguments, const char* command);
+Json backInPage(Session& session, const Arguments& arguments);
+Json clickInPage(Session& session, const Arguments& arguments);
+Json cookieNamed(Session& session, const Arguments& arguments);
+Json cookies(Session& session, const Arguments& arguments);
+Json deleteCookie(Session& session, const Arguments& arguments);
+Json deleteCookies(Session& session, const Arguments& arguments);
+Json findAllInPage(Session& session, const Arguments& arguments);
+Json findInPage(Session& session, const Arguments& arguments);
+Json forward(Session& session, const Arguments& arguments);
+Json leaveFrame(Session& session, const Arguments& arguments);
+Json navigate(Session& session, const Arguments& arguments);
+Json refresh(Session& session, const Arguments& arguments);
+Json sendKeysInPage(Session& session, const Arguments& arguments);
+Json switchToFrame(Session& session, const Arguments& arguments);
 
 }  // namespace tarni::host::webdriver

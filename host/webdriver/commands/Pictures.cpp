@@ -14,7 +14,7 @@ Json picture(Session& session, const Arguments&) {
 }
 
 Json elementPicture(Session& session, const Arguments& arguments) {
-  const long handle = elementOf(session, arguments.path.front());
+  const long handle = elementOf(arguments.path.front());
   session.call("element.scrollIntoView", {{"element", handle}});
   return session.call("element.picture", {{"element", handle}}).value("data", "");
 }

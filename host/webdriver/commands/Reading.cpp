@@ -10,7 +10,7 @@ namespace tarni::host::webdriver {
 namespace {
 
 Json elementAt(Session& session, const Arguments& arguments) {
-  return session.described(elementOf(session, arguments.path.front()));
+  return session.described(elementOf(arguments.path.front()));
 }
 
 bool is(const Json& element, const char* name) {

@@ -3,6 +3,7 @@
 
 #include "host/webdriver/Error.h"
 #include "host/webdriver/Gestures.h"
+#include "host/webdriver/Page.h"
 #include "host/webdriver/commands/Handlers.h"
 
 namespace tarni::host::webdriver {
@@ -14,21 +15,21 @@ const Json& argumentAt(const Json& all, std::size_t at) {
   return at < all.size() ? all[at] : nothing;
 }
 
-Arguments about(Session& session, const Json& given, std::vector<std::string> more) {
-  const auto element = referred(session, argumentAt(given, 0));
+Arguments aboutFirst(const Json& given, std::vector<std::string> more) {
+  const auto element = referred(argumentAt(given, 0));
   if (!element) throw Error("invalid argument", "the script's first argument is no element");
-  more.insert(more.begin(), idOf(session, *element));
+  more.insert(more.begin(), std::to_string(*element));
   return {std::move(more), Json::object()};
 }
 
 Json scriptOfIsDisplayed(Session& session, const Json& given) {
-  return isDisplayed(session, about(session, given, {}));
+  return isDisplayed(session, aboutFirst(given, {}));
 }
 
 Json scriptOfAttribute(Session& session, const Json& given) {
   const Json& name = argumentAt(given, 1);
   if (!name.is_string()) throw Error("invalid argument", "the name of an attribute is a text");
-  return attribute(session, about(session, given, {name.get<std::string>()}));
+  return attribute(session, aboutFirst(given, {name.get<std::string>()}));
 }
 
 Json scriptOfSubmit(Session&, const Json&) {
@@ -81,6 +82,18 @@ Json executeSync(Session& session, const Arguments& arguments) {
     if (script.starts_with(start)) return answer(session, given);
   }
   throw Error("unknown method", "scripts run in web contexts only");
+}
+
+Json runInPage(Session& session, const Arguments& arguments) {
+  const auto script = arguments.text("script");
+  if (nameBehind(script, "mobile:") || nameBehind(script, "tarni:")) {
+    return executeSync(session, arguments);
+  }
+  return runScript(session, script, givenIn(arguments), false);
+}
+
+Json runAsyncInPage(Session& session, const Arguments& arguments) {
+  return runScript(session, arguments.text("script"), givenIn(arguments), true);
 }
 
 Json executeAsync(Session&, const Arguments&) {

@@ -1,0 +1,127 @@
+#include "host/webdriver/Page.h"
+
+#include <fstream>
+#include <iterator>
+#include <thread>
+
+#include "host/launch/ProgramLauncher.h"
+#include "host/webdriver/Error.h"
+#include "host/wire/Socket.h"
+
+namespace tarni::host::webdriver {
+
+namespace {
+
+using std::chrono::milliseconds;
+
+constexpr milliseconds kPauseBetweenAsking{10};
+
+const std::string& pageScript() {
+  static const std::string text = [] {
+    std::ifstream file(scriptsFolder() / "webdriver.js");
+    return std::string(std::istreambuf_iterator<char>(file), {});
+  }();
+  if (text.empty()) {
+    throw Error("unsupported operation",
+                "the page scripts are missing: " + (scriptsFolder() / "webdriver.js").string());
+  }
+  return text;
+}
+
+bool isLoading(Session& session) {
+  const Json answer = session.call("page.list");
+  for (const auto& page : answer.value("pages", Json::array())) {
+    if (page.value("page", 0L) == *session.page) return page.value("loading", false);
+  }
+  throw Error("no such window", "the program shows the page no more: choose another context");
+}
+
+// A page that loads is waited for.
+std::string evaluated(Session& session, const std::string& script) {
+  const Json parameters = {{"page", *session.page}, {"script", script}};
+  try {
+    return textIn(session.call("page.evaluate", parameters), "text");
+  } catch (const Error&) {
+    if (!isLoading(session)) throw;
+  }
+  awaitPage(session);
+  return textIn(session.call("page.evaluate", parameters), "text");
+}
+
+// Puts the script into a page that has not got it.
+std::string evaluatedWithScript(Session& session, const std::string& call) {
+  constexpr const char* kMissing = "none";
+  const auto guarded =
+      "typeof tarniDriver==='function'?" + call + ":'" + std::string(kMissing) + "'";
+  auto answer = evaluated(session, guarded);
+  if (answer != kMissing) return answer;
+  evaluated(session, pageScript());
+  return evaluated(session, guarded);
+}
+
+// Of JSON and, for engines of old, of JavaScript.
+std::string literal(const Json& value) {
+  return value.dump(-1, ' ', true);
+}
+
+std::string frameOf(const Session& session) {
+  return session.frames.empty() ? "null" : literal(session.frames.back());
+}
+
+std::string awaited(Session& session, const Json& number) {
+  const auto limit = session.timeouts.script;
+  const auto deadline = Clock::now() + limit.value_or(std::chrono::hours(24));
+  // Another page has no answer.
+  const auto call =
+      "typeof tarniDriverAnswer==='function'?tarniDriverAnswer(" + number.dump() + "):'none'";
+  while (true) {
+    auto text = evaluated(session, call);
+    if (!text.empty()) return text;
+    if (Clock::now() >= deadline) {
+      throw Error("script timeout", "the script had no answer in time");
+    }
+    std::this_thread::sleep_for(kPauseBetweenAsking);
+  }
+}
+
+Json valueOf(Session& session, std::string text) {
+  Json told = readJson(text);
+  if (told.is_object() && told.contains("pending")) {
+    text = awaited(session, told["pending"]);
+    told = readJson(text);
+  }
+  if (!told.is_object()) {
+    throw Error("javascript error", "the script is none, or the page went on to another");
+  }
+  if (const auto error = textIn(told, "error"); !error.empty()) {
+    throw Error(error, textIn(told, "message"));
+  }
+  return told.value("value", Json(nullptr));
+}
+
+}  // namespace
+
+Json askPage(Session& session, const std::string& command, Json arguments) {
+  return valueOf(
+      session, evaluatedWithScript(session, "tarniDriver('" + command + "'," + literal(arguments) +
+                                                "," + frameOf(session) + ")"));
+}
+
+// A function that stands in the call is no `eval`, which a page's policy may forbid.
+Json runScript(Session& session, const std::string& script, const Json& arguments, bool isAsync) {
+  const auto function = session.frames.empty() ? "function(){" + script + "\n}" : literal(script);
+  return valueOf(
+      session, evaluatedWithScript(session, "tarniDriverScript(" + function + "," +
+                                                literal(arguments) + "," + frameOf(session) + "," +
+                                                (isAsync ? "true" : "false") + ")"));
+}
+
+void awaitPage(Session& session) {
+  const auto deadline = Clock::now() + session.timeouts.pageLoad;
+  while (isLoading(session)) {
+    if (Clock::now() >= deadline) throw Error("timeout", "the page is not loaded in time");
+    std::this_thread::sleep_for(kPauseBetweenAsking);
+  }
+}
+
+}  // namespace tarni::host::webdriver

@@ -1,0 +1,23 @@
+// Page: the page that is a session's context, asked by a script that is put into it
+// (webscripts/src/webdriver.js). The session's thread. All throw Error, as the page tells it.
+#pragma once
+
+#include <nlohmann/json.hpp>
+#include <string>
+
+#include "host/guard/Json.h"
+#include "host/webdriver/Session.h"
+
+namespace tarni::host::webdriver {
+
+// What one of the script's commands answers, in the frame that the session is in.
+Json askPage(Session& session, const std::string& command, Json arguments = Json::object());
+
+// What a client's script answers: the body of a function. With `isAsync` it is over when it calls
+// its last argument. Waits as long as the time-out for scripts says.
+Json runScript(Session& session, const std::string& script, const Json& arguments, bool isAsync);
+
+// Waits until it no longer loads, as long as that time-out says.
+void awaitPage(Session& session);
+
+}  // namespace tarni::host::webdriver

@@ -1,0 +1,105 @@
+// What becomes of sessions and their programs, and what bad input does.
+#include <gmock/gmock.h>
+#include <signal.h>
+
+#include <filesystem>
+#include <thread>
+
+#include "tests/webdriver/Driver.h"
+
+namespace tarni::test {
+namespace {
+
+using nlohmann::json;
+
+json headless() {
+  return {{"appium:app", built("bin/tarni-headless")}, {"tarni:display", "none"}};
+}
+
+json asked(const json& capabilities) {
+  return {{"capabilities", {{"alwaysMatch", capabilities}}}};
+}
+
+std::size_t foldersLeft() {
+  std::size_t count = 0;
+  for (const auto& entry :
+       std::filesystem::directory_iterator(std::filesystem::temp_directory_path())) {
+    if (entry.path().filename().string().starts_with("tarni-session-")) ++count;
+  }
+  return count;
+}
+
+TEST(WebDriverSessions, EndWithAllThatIsTheirs) {
+  Driver driver;
+  const auto before = foldersLeft();
+  const json process = driver.newSession({{"appium:app", built("bin/qt-sample-6")}})
+                           .value["capabilities"]["tarni:process"];
+  EXPECT_TRUE(isAlive(process));
+  EXPECT_GT(foldersLeft(), before);
+  EXPECT_EQ(driver.inSession("DELETE", "").value, nullptr);
+  EXPECT_FALSE(isAlive(process));
+  EXPECT_EQ(foldersLeft(), before);
+  EXPECT_EQ(driver.inSession("GET", "/title").error(), "invalid session id");
+  auto impatient = headless();
+  impatient["appium:newCommandTimeout"] = 1;
+  const json other = driver.newSession(impatient).value["capabilities"]["tarni:process"];
+  EXPECT_TRUE(eventually([&] { return !isAlive(other); })) << "its client has forgotten it";
+  const json third = driver.newSession(headless()).value["capabilities"]["tarni:process"];
+  driver.program().signal(SIGKILL);
+  EXPECT_TRUE(eventually([&] { return !isAlive(third); })) << "the server was killed";
+}
+
+TEST(WebDriverSessions, ThatCannotBeAreToldOf) {
+  Driver driver({"--max-sessions", "1"});
+  const std::pair<json, const char*> table[] = {
+      {{{"browserName", "chrome"}}, "session not created"},
+      {{{"platformName", "windows"}, {"appium:app", "x"}}, "session not created"},
+      {{{"appium:app", "/no/such/program"}}, "session not created"},
+      {{{"appium:app", "false"}, {"tarni:display", "none"}}, "session not created"},
+      {{{"nothing", 1}}, "invalid argument"},
+      {{{"appium:app", 7}}, "invalid argument"},
+      {{{"tarni:display", "big"}}, "invalid argument"},
+      {{{"tarni:attach", "nobody"}}, "session not created"},
+  };
+  for (const auto& [capabilities, error] : table) {
+    EXPECT_EQ(driver.ask("POST", "/session", asked(capabilities).dump()).error(), error)
+        << capabilities;
+  }
+  for (const char* const body :
+       {"", "nix", "[]", "7", R"({"capabilities":7})", R"({"capabilities":{"firstMatch":[]}})"}) {
+    EXPECT_EQ(driver.ask("POST", "/session", body).error(), "invalid argument") << body;
+  }
+  driver.newSession(headless());
+  EXPECT_EQ(driver.ask("POST", "/session", asked(headless()).dump()).error(),
+            "session not created");
+  EXPECT_EQ(driver.ask("GET", "/status").value["ready"], false);
+  EXPECT_EQ(driver.inSession("POST", "/element", "{").error(), "invalid argument");
+}
+
+TEST(WebDriverSessions, WhoseProgramDiesAreOverAndSaySo) {
+  Driver driver;
+  const json process = driver.newSession(headless()).value["capabilities"]["tarni:process"];
+  kill(process.get<pid_t>(), SIGKILL);
+  EXPECT_EQ(driver.inSession("GET", "/title").error(), "unknown error");
+  EXPECT_EQ(driver.inSession("GET", "/title").error(), "invalid session id");
+  EXPECT_EQ(driver.ask("GET", "/status").value["ready"], true);
+}
+
+TEST(WebDriverSessions, SideBySideAreNotMixedUp) {
+  const DriverServer driver;
+  std::vector<std::thread> threads;
+  for (int number = 0; number < 4; ++number) {
+    threads.emplace_back([&driver, number] {
+      DriverClient client(driver.port());
+      client.newSession(headless());
+      const auto name = client.element("css selector", "[placeholder='User name']");
+      const std::string text = "User " + std::to_string(number);
+      client.inSession("POST", "/element/" + name + "/value", json{{"text", text}}.dump());
+      EXPECT_EQ(client.inSession("GET", "/element/" + name + "/text").value, text);
+    });
+  }
+  for (auto& thread : threads) thread.join();
+}
+
+}  // namespace
+}  // namespace tarni::test
