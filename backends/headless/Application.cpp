@@ -194,9 +194,8 @@ platform::Task<platform::CFRunLoopRunResult> Application::runLoopRunInMode(
   co_return platform::CFRunLoopRunResult::TimedOut;
 }
 
-bool Application::setRunLoopObserver(platform::RunLoopObserver* observer) {
+void Application::setRunLoopObserver(platform::RunLoopObserver* observer) {
   runLoop_.setObserver(observer);
-  return true;
 }
 
 bool Application::setInputObserver(platform::InputObserver* observer) {

@@ -74,7 +74,7 @@ class Application : public platform::UIApplication {
   // --- run loop
   platform::Task<platform::CFRunLoopRunResult> runLoopRunInMode(
       std::string mode, double seconds, bool returnAfterSourceHandled) override;
-  bool setRunLoopObserver(platform::RunLoopObserver* observer) override;
+  void setRunLoopObserver(platform::RunLoopObserver* observer) override;
   bool setInputObserver(platform::InputObserver* observer) override;
   // A person's hand says what it is about to do.
   void showInput(const platform::InputEvent& event) const;

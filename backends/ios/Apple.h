@@ -35,6 +35,10 @@ typedef const struct __CFAllocator* CFAllocatorRef;
 typedef CFStringRef CFRunLoopMode;
 typedef double CFTimeInterval;
 typedef int32_t CFRunLoopRunResult;
+typedef struct __CFRunLoop* CFRunLoopRef;
+typedef struct __CFRunLoopObserver* CFRunLoopObserverRef;
+typedef unsigned long CFOptionFlags;
+typedef CFOptionFlags CFRunLoopActivity;
 typedef struct CGColor* CGColorRef;
 
 extern const CFRunLoopMode kCFRunLoopDefaultMode;
@@ -42,6 +46,18 @@ extern const CFAllocatorRef kCFAllocatorDefault;
 void CFRelease(CFTypeRef object);
 CFRunLoopRunResult CFRunLoopRunInMode(CFRunLoopMode mode, CFTimeInterval seconds,
                                       unsigned char returnAfterSourceHandled);
+
+enum { kCFRunLoopBeforeWaiting = 1UL << 5, kCFRunLoopAfterWaiting = 1UL << 6 };
+typedef void (*CFRunLoopObserverCallBack)(CFRunLoopObserverRef observer, CFRunLoopActivity activity,
+                                          void* info);
+typedef struct CFRunLoopObserverContext CFRunLoopObserverContext;
+extern const CFRunLoopMode kCFRunLoopCommonModes;
+CFRunLoopRef CFRunLoopGetMain(void);
+CFRunLoopObserverRef CFRunLoopObserverCreate(CFAllocatorRef allocator, CFOptionFlags activities,
+                                             unsigned char repeats, long order,
+                                             CFRunLoopObserverCallBack callout,
+                                             CFRunLoopObserverContext* context);
+void CFRunLoopAddObserver(CFRunLoopRef loop, CFRunLoopObserverRef observer, CFRunLoopMode mode);
 CFTimeInterval CACurrentMediaTime(void);
 uint64_t mach_absolute_time(void);
 

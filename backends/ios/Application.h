@@ -20,6 +20,7 @@ class Application : public platform::UIApplication {
   platform::Task<void> sendEvent(platform::UIEvent& event) override;
   platform::Task<platform::CFRunLoopRunResult> runLoopRunInMode(
       std::string mode, double seconds, bool returnAfterSourceHandled) override;
+  void setRunLoopObserver(platform::RunLoopObserver* observer) override;
   // True when the system has a program for the address; it is opened later.
   bool openURL(std::string_view url) override;
   // Before the application object is made, the process keeps it.

@@ -5,6 +5,7 @@
 #include "backends/ios/guard/Owned.h"
 #include "backends/ios/guard/PrivateCall.h"
 #include "backends/ios/runtime/Values.h"
+#include "backends/ios/system/RunLoopWatch.h"
 #include "backends/ios/touch/Touch.h"
 #include "backends/ios/views/View.h"
 
@@ -91,6 +92,7 @@ platform::UIEvent& Application::_touchesEvent() {
 platform::Task<void> Application::sendEvent(platform::UIEvent& event) {
   auto* const own = dynamic_cast<Event*>(&event);
   return completed([native = Owned(own ? own->native() : nil)] {
+    noteWork("sendEvent:");
     if (native) guarded([&] { [shared() sendEvent:native.get()]; });
   });
 }
@@ -105,6 +107,10 @@ platform::Task<platform::CFRunLoopRunResult> Application::runLoopRunInMode(
       return CFRunLoopRunInMode(named, seconds, returnAfterSourceHandled);
     }));
   });
+}
+
+void Application::setRunLoopObserver(platform::RunLoopObserver* observer) {
+  watchMainRunLoop(observer);
 }
 
 bool Application::openURL(std::string_view url) {

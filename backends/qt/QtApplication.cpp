@@ -141,9 +141,8 @@ platform::Task<platform::CFRunLoopRunResult> QtApplication::runLoopRunInMode(std
   co_return platform::CFRunLoopRunResult::TimedOut;
 }
 
-bool QtApplication::setRunLoopObserver(platform::RunLoopObserver* observer) {
+void QtApplication::setRunLoopObserver(platform::RunLoopObserver* observer) {
   watchLoops(observer);
-  return true;
 }
 
 std::string QtApplication::currentWork() const {

@@ -35,7 +35,7 @@ class QtApplication : public platform::UIApplication {
   platform::Task<void> sendEvent(platform::UIEvent& event) override;
   platform::Task<platform::CFRunLoopRunResult> runLoopRunInMode(
       std::string mode, double seconds, bool returnAfterSourceHandled) override;
-  bool setRunLoopObserver(platform::RunLoopObserver* observer) override;
+  void setRunLoopObserver(platform::RunLoopObserver* observer) override;
   std::string currentWork() const override;
   bool setInputObserver(platform::InputObserver* observer) override;
   bool openURL(std::string_view url) override;

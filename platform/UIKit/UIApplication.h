@@ -69,9 +69,8 @@ class UIApplication {
                                                     bool returnAfterSourceHandled) = 0;
 
   // One observer; null takes it off. It is called from then on, and lives until it is taken off.
-  // False on a platform that cannot tell.
-  virtual bool setRunLoopObserver(RunLoopObserver*) { return false; }
-  // The same for the one observer of what a person does.
+  virtual void setRunLoopObserver(RunLoopObserver* observer) = 0;
+  // The same for the one observer of what a person does. False on a platform that cannot tell.
   virtual bool setInputObserver(InputObserver*) { return false; }
   // What the main thread has been busy with since it woke, as the observer will be told. Any
   // thread; empty when it is not known.

@@ -49,6 +49,7 @@ class BareApplication : public platform::UIApplication {
   platform::UITouchRef makeTouch() override { return std::make_shared<posix::TouchRecord>(); }
   platform::UIEvent& _touchesEvent() override { return event_; }
   Task<void> sendEvent(platform::UIEvent& /*event*/) override { co_return; }
+  void setRunLoopObserver(platform::RunLoopObserver* /*observer*/) override {}
   bool openURL(std::string_view /*url*/) override { return false; }
   Task<CFRunLoopRunResult> runLoopRunInMode(std::string mode, double seconds,
                                             bool /*returnAfterSourceHandled*/) override {

@@ -25,6 +25,9 @@ class FaultyApplication : public platform::UIApplication {
   platform::Task<void> makeKeyWindow(platform::UIWindowRef window) override {
     return real_.makeKeyWindow(std::move(window));
   }
+  void setRunLoopObserver(platform::RunLoopObserver* observer) override {
+    real_.setRunLoopObserver(observer);
+  }
   platform::UITouchRef makeTouch() override { return real_.makeTouch(); }
   platform::UIEvent& _touchesEvent() override { return real_._touchesEvent(); }
   platform::Task<void> sendEvent(platform::UIEvent& event) override {

@@ -23,9 +23,6 @@ Json residentMemory() {
 }
 
 Json asMembers(const BusyTime& time) {
-  if (!MainWatch::sharedInstance().observes()) {
-    return {{"busyMs", nullptr}, {"longestMs", nullptr}, {"beganWith", nullptr}};
-  }
   return {{"busyMs", milliseconds(time.busy)},
           {"longestMs", milliseconds(time.longest)},
           {"beganWith", time.beganWith}};
@@ -51,7 +48,7 @@ MainWatch& MainWatch::sharedInstance() {
 }
 
 void MainWatch::start() {
-  observes_ = platform::current().application->setRunLoopObserver(this);
+  platform::current().application->setRunLoopObserver(this);
 }
 
 Clock::duration MainWatch::busyFor() const {

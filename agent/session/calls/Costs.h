@@ -32,9 +32,8 @@ class MainWatch : public platform::RunLoopObserver {
  public:
   static MainWatch& sharedInstance();
 
-  // Begins to observe. On a platform that cannot tell nothing is measured.
+  // Begins to observe.
   void start();
-  bool observes() const { return observes_; }
   // Called at the end of each stretch in which the main thread did something.
   void setOnRest(std::function<void()> onRest) { onRest_ = std::move(onRest); }
 
@@ -53,7 +52,6 @@ class MainWatch : public platform::RunLoopObserver {
  private:
   friend class CostMeter;
 
-  bool observes_ = false;
   std::function<void()> onRest_;
   std::atomic<Clock::rep> wokeAt_ = 0;  // zero while it waits
   Clock::time_point lastActivity_ = Clock::now();

@@ -14,7 +14,6 @@ using platform::Task;
 namespace {
 
 constexpr auto kBetweenLooks = std::chrono::milliseconds(10);
-constexpr double kBetweenPolls = 0.02;  // seconds
 
 }  // namespace
 
@@ -30,7 +29,6 @@ void Waits::start() {
 Task<bool> Waits::until(CallRef call, std::function<bool()> holds, double timeout) {
   if (holds()) co_return true;
   const auto wait = std::make_shared<Wait>(Wait{call, std::move(holds)});
-  if (!MainWatch::sharedInstance().observes()) poll();
   co_return co_await parked(wait, timeout);
 }
 
@@ -101,15 +99,6 @@ void Waits::look() {
   }
   for (const auto& wait : ended) wait->call->resume();
   isLooking_ = false;
-}
-
-void Waits::poll() {
-  if (std::exchange(isPolling_, true)) return;
-  platform::current().dispatch->afterOnMain(kBetweenPolls, [this] {
-    isPolling_ = false;
-    look();
-    if (!waits_.empty()) poll();
-  });
 }
 
 }  // namespace tarni::session

@@ -35,12 +35,10 @@ class Waits {
   void somethingHappened();
   void look();
   static void lookAtRest(const std::weak_ptr<Wait>& weak, double quiet);
-  void poll();
 
   std::list<std::shared_ptr<Wait>> waits_;
   Clock::time_point lastLook_;
   bool isLookPending_ = false;
-  bool isPolling_ = false;
   bool isLooking_ = false;
 };
 

@@ -20,8 +20,6 @@ bool isLacking(const Method& method) {
       const platform::UIWindowRef key = platform.application->keyWindow();
       return key && !platform::as<platform::UIWindow>(key);
     }
-    case Needs::RunLoop:
-      return !MainWatch::sharedInstance().observes();
   }
   return false;
 }
@@ -47,7 +45,6 @@ Answer info(CallRef) {
                           {"height", screen.size.height},
                           {"scale", platform.mainScreen->scale()}}},
                         {"hasInput", platform.inputDevices != nullptr},
-                        {"observesRunLoop", MainWatch::sharedInstance().observes()},
                         {"methods", std::move(names)},
                         {"lacking", std::move(lacking)}});
 }

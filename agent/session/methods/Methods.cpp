@@ -110,8 +110,7 @@ const std::vector<Method>& table() {
        {},
        "`protocol`, `version` (of the agent), `pid`, `program` (its file), `toolkit`, `screen` "
        "(`width`, `height`, `scale`), `hasInput` (whether there is a pointer and a keyboard), "
-       "`observesRunLoop` (whether it is known when the main thread is busy), `methods`, `lacking` "
-       "(those of them that this platform has no means for)",
+       "`methods`, `lacking` (those of them that this platform has no means for)",
        Effect::Asks,
        app::info},
       {"app.costs",
@@ -208,7 +207,7 @@ const std::vector<Method>& table() {
       {"wait.for", "Waits until all conditions hold.", kWaitFor, "`waitedMs`", Effect::Waits,
        wait::forConditions},
       {"wait.rest", "Waits until the program has handled nothing for a while.", kWaitRest,
-       "`waitedMs`", Effect::Waits, wait::rest, Needs::RunLoop},
+       "`waitedMs`", Effect::Waits, wait::rest},
       {"cancel",
        "Gives a request of this client up, which is then answered with `cancelled`. What it has "
        "done already stays done.",

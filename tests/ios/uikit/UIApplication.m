@@ -2,6 +2,8 @@
 #import "tests/ios/uikit/Record.h"
 #import "tests/ios/uikit/State.h"
 
+#include <stdlib.h>
+
 static UIApplication* sharedApplication = nil;
 
 @implementation UIScreen
@@ -120,6 +122,48 @@ static void keepAlive(NSString* mode) {
   [[NSRunLoop currentRunLoop] addPort:[[NSPort port] retain] forMode:mode];
 }
 
+struct __CFRunLoopObserver {
+  int references;  // first, as in all that is released here
+  CFOptionFlags activities;
+  CFRunLoopObserverCallBack callout;
+};
+
+const CFRunLoopMode kCFRunLoopCommonModes = (CFRunLoopMode) @"kCFRunLoopCommonModes";
+
+static CFRunLoopObserverRef observers[8];
+static size_t observerCount = 0;
+
+CFRunLoopRef CFRunLoopGetMain(void) { return (CFRunLoopRef)[NSRunLoop mainRunLoop]; }
+
+CFRunLoopObserverRef CFRunLoopObserverCreate(CFAllocatorRef allocator, CFOptionFlags activities,
+                                             unsigned char repeats, long order,
+                                             CFRunLoopObserverCallBack callout,
+                                             CFRunLoopObserverContext* context) {
+  (void)allocator, (void)repeats, (void)order, (void)context;
+  CFRunLoopObserverRef const made = malloc(sizeof *made);
+  *made = (struct __CFRunLoopObserver){1, activities, callout};
+  return made;
+}
+
+void CFRunLoopAddObserver(CFRunLoopRef loop, CFRunLoopObserverRef observer, CFRunLoopMode mode) {
+  (void)loop, (void)mode;
+  ++observer->references;
+  observers[observerCount++] = observer;
+}
+
+static void tellObservers(CFRunLoopActivity activity) {
+  for (size_t i = 0; i < observerCount; ++i) {
+    if (observers[i]->activities & activity) observers[i]->callout(observers[i], activity, NULL);
+  }
+}
+
+// Foundation's wait and what it wakes for are one: to observers it wakes behind that.
+static void runOnce(NSString* mode, NSDate* end) {
+  if ([NSThread isMainThread]) tellObservers(kCFRunLoopBeforeWaiting);
+  [[NSRunLoop currentRunLoop] runMode:mode beforeDate:end];
+  if ([NSThread isMainThread]) tellObservers(kCFRunLoopAfterWaiting);
+}
+
 BOOL UIWaitsAreSkipped = NO;
 
 CFRunLoopRunResult CFRunLoopRunInMode(CFRunLoopMode mode, CFTimeInterval seconds,
@@ -128,10 +172,10 @@ CFRunLoopRunResult CFRunLoopRunInMode(CFRunLoopMode mode, CFTimeInterval seconds
   NSString* const native = nativeMode(mode);
   keepAlive(native);
   NSDate* const end = [NSDate dateWithTimeIntervalSinceNow:UIWaitsAreSkipped ? 0 : seconds];
-  if (UIWaitsAreSkipped) [[NSRunLoop currentRunLoop] runMode:native beforeDate:end];
+  if (UIWaitsAreSkipped) runOnce(native, end);
   while ([end timeIntervalSinceNow] > 0) {
     @autoreleasepool {
-      [[NSRunLoop currentRunLoop] runMode:native beforeDate:end];
+      runOnce(native, end);
     }
     if (returnAfterSourceHandled) return 4;
   }
@@ -143,7 +187,7 @@ void UIRunFor(NSTimeInterval seconds) {
   NSDate* const end = [NSDate dateWithTimeIntervalSinceNow:seconds];
   do {
     @autoreleasepool {
-      [[NSRunLoop currentRunLoop] runMode:NSDefaultRunLoopMode beforeDate:end];
+      runOnce(NSDefaultRunLoopMode, end);
     }
   } while ([end timeIntervalSinceNow] > 0);
 }
