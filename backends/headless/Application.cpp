@@ -203,6 +203,11 @@ bool Application::setInputObserver(platform::InputObserver* observer) {
   return true;
 }
 
+bool Application::setPaintObserver(platform::PaintObserver* observer) {
+  ChangeLog::sharedInstance().setObserver(observer);
+  return true;
+}
+
 void Application::showInput(const platform::InputEvent& event) const {
   if (inputObserver_) inputObserver_->willHandle(event);
 }

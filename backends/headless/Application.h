@@ -76,6 +76,7 @@ class Application : public platform::UIApplication {
       std::string mode, double seconds, bool returnAfterSourceHandled) override;
   void setRunLoopObserver(platform::RunLoopObserver* observer) override;
   bool setInputObserver(platform::InputObserver* observer) override;
+  bool setPaintObserver(platform::PaintObserver* observer) override;
   // A person's hand says what it is about to do.
   void showInput(const platform::InputEvent& event) const;
   // The calls of runLoopRunInMode, the latest last.

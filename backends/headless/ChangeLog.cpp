@@ -16,12 +16,18 @@ ChangeLog& ChangeLog::sharedInstance() {
 }
 
 void ChangeLog::noteContent(const platform::UIViewRef& view) {
+  if (observer_ && view) observer_->paints(view->window());
   if (hasStructureChanged_ || !view) return;
   const bool isNoted =
       !views_.empty() && !views_.back().owner_before(view) && !view.owner_before(views_.back());
   if (isNoted) return;
   views_.push_back(view);
   if (views_.size() > kMost) noteStructure();
+}
+
+void ChangeLog::noteStructure() {
+  hasStructureChanged_ = true;
+  if (observer_) observer_->paints(nullptr);
 }
 
 platform::ViewChanges ChangeLog::take() {

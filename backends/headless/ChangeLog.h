@@ -13,7 +13,9 @@ class ChangeLog {
   // What the view tells of itself is different.
   void noteContent(const platform::UIViewRef& view);
   // Which views there are, where they stand and which are hidden is different.
-  void noteStructure() { hasStructureChanged_ = true; }
+  void noteStructure();
+  // Hears of all of it, as what changes is painted anew; null ends that.
+  void setObserver(platform::PaintObserver* observer) { observer_ = observer; }
 
   platform::ViewChanges take();
 
@@ -21,6 +23,7 @@ class ChangeLog {
   // Where nobody asks nothing is kept.
   bool hasStructureChanged_ = true;
   std::vector<platform::UIViewWeakRef> views_;
+  platform::PaintObserver* observer_ = nullptr;
 };
 
 }  // namespace tarni::headless

@@ -13,6 +13,7 @@
 #include "backends/qt/program/LoopWatch.h"
 #include "backends/qt/program/QtProgram.h"
 #include "backends/qt/program/Stillness.h"
+#include "backends/qt/views/QtPaintWatch.h"
 #include "backends/qt/views/QtPopup.h"
 #include "backends/qt/views/ViewRegistry.h"
 
@@ -151,6 +152,11 @@ std::string QtApplication::currentWork() const {
 
 bool QtApplication::setInputObserver(platform::InputObserver* observer) {
   return observeInput(observer);
+}
+
+bool QtApplication::setPaintObserver(platform::PaintObserver* observer) {
+  observePainting(observer);
+  return true;
 }
 
 bool QtApplication::openURL(std::string_view url) {

@@ -38,6 +38,7 @@ class QtApplication : public platform::UIApplication {
   void setRunLoopObserver(platform::RunLoopObserver* observer) override;
   std::string currentWork() const override;
   bool setInputObserver(platform::InputObserver* observer) override;
+  bool setPaintObserver(platform::PaintObserver* observer) override;
   bool openURL(std::string_view url) override;
 
  private:

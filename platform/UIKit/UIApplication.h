@@ -11,6 +11,7 @@
 
 #include "platform/Task.h"
 #include "platform/UIKit/InputObserver.h"
+#include "platform/UIKit/PaintObserver.h"
 #include "platform/UIKit/RunLoopObserver.h"
 #include "platform/UIKit/UIEvent.h"
 #include "platform/UIKit/UIView.h"
@@ -72,6 +73,8 @@ class UIApplication {
   virtual void setRunLoopObserver(RunLoopObserver* observer) = 0;
   // The same for the one observer of what a person does. False on a platform that cannot tell.
   virtual bool setInputObserver(InputObserver*) { return false; }
+  // The same for the one observer of what is painted.
+  virtual bool setPaintObserver(PaintObserver*) { return false; }
   // What the main thread has been busy with since it woke, as the observer will be told. Any
   // thread; empty when it is not known.
   virtual std::string currentWork() const { return {}; }

@@ -129,6 +129,36 @@ TEST_P(ConformanceSession, WhatIsToldOfChangesAddsUpToTheTree) {
   copy.expectWhole("a dialog that went");
 }
 
+// Otherwise who looks at a picture whenever something is painted would never come to rest. At most
+// a picture is painted itself, where there is no other way.
+TEST_P(ConformanceSession, WhatIsPaintedIsToldAndAPictureIsNoPainting) {
+  const SessionWire one = client();
+  one.send("screen.watch", json::object(), 1);
+  if (const json answer = one.answer(); answer.contains("error")) {
+    EXPECT_EQ(answer["error"]["data"]["error"], "unsupported operation");
+    return;
+  }
+  const json field = find(one, {{"placeholder", "User name"}});
+  const json window = one.ask("window.list", json::object())["windows"][0]["element"];
+  one.ask("element.setText", {{"element", field["element"]}, {"text", "Ada"}});
+  const auto isTold = [&] {
+    return std::ranges::any_of(one.told(), [&](const json& told) {
+      return std::ranges::find(told["windows"], window) != told["windows"].end();
+    });
+  };
+  while (!isTold()) one.ask("app.info", json::object());
+  // Where no caret blinks, which would be painted every half a second.
+  one.ask("element.focus", {{"element", handle(one, {{"kind", "UISwitch"}})}});
+  const auto rest = [&] { one.ask("wait.rest", {{"quiet", 700}}); };
+  rest();
+  const std::size_t before = one.told().size();
+  one.ask("window.picture", {{"window", window}});
+  one.ask("tree.get", {{"picture", true}});
+  rest();
+  const bool isPainted = GetParam().name == "Quick5";
+  EXPECT_LE(one.told().size(), before + (isPainted ? 2 : 0)) << one.told().back();
+}
+
 // The other client is answered meanwhile, and what it does ends the wait.
 TEST_P(ConformanceSession, AWaitIsWokenByAnotherClient) {
   const SessionWire waiting = client();

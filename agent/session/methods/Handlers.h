@@ -54,6 +54,11 @@ Answer find(CallRef call);
 Answer tree(CallRef call);
 }  // namespace page
 
+namespace screen {
+Answer watch(CallRef call);
+Answer unwatch(CallRef call);
+}  // namespace screen
+
 namespace record {
 Answer start(CallRef call);
 Answer stop(CallRef call);

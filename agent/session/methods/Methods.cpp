@@ -191,6 +191,17 @@ const std::vector<Method>& table() {
        kPageFind, "`elements`: descriptions", Effect::Asks, page::find},
       {"page.tree", "Everything that is shown of a page.", kPageOnly, "`elements`: descriptions",
        Effect::Asks, page::tree},
+      {"screen.watch",
+       "Tells this client from now on when something new is painted: a notification "
+       "`screen.painted` with `windows`, the handles of those that were painted since the one "
+       "before, and `opened`, whether a window was opened or closed; at most one in 100 ms. "
+       "Pictures that clients ask for do not count, but where a renderer paints to give one (that "
+       "of Qt 5 without graphics hardware).",
+       {},
+       "nothing",
+       Effect::Asks,
+       screen::watch},
+      {"screen.unwatch", "No more of that.", {}, "nothing", Effect::Asks, screen::unwatch},
       {"record.start",
        "Tells this client from now on what a person does: each act is a step, and a notification "
        "`record.step` with it as its parameters.",

@@ -2,13 +2,10 @@
 // the last has gone or had enough. Main thread.
 #pragma once
 
-#include <functional>
 #include <memory>
-#include <string>
-#include <vector>
 
 #include "agent/acts/Acts.h"
-#include "agent/session/calls/Call.h"
+#include "agent/session/calls/Audience.h"
 
 namespace tarni::session {
 
@@ -28,7 +25,7 @@ class Recording {
   void tell(const Act& act);
 
   Acts acts_;
-  std::vector<std::weak_ptr<const Notify>> clients_;
+  Audience audience_;
 };
 
 }  // namespace tarni::session
