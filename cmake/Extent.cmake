@@ -38,6 +38,9 @@ find_program(TARNI_NPM npm)
 tarni_extent(TARNI_WITH_PAGES "pages in web views" "tools/setup pages"
   Qt5WebEngineWidgets_FOUND Qt6WebEngineWidgets_FOUND TARNI_NODE TARNI_NPM)
 
+tarni_extent(TARNI_WITH_INSPECTOR "the page of tarni inspect" "tools/setup pages"
+  TARNI_NODE TARNI_NPM)
+
 find_program(TARNI_CLANG clang-19)
 find_path(TARNI_GNUSTEP Foundation/Foundation.h PATHS /usr/include/GNUstep NO_DEFAULT_PATH)
 tarni_extent(TARNI_WITH_IOS "the backend for iOS" "tools/setup ios" TARNI_CLANG TARNI_GNUSTEP)

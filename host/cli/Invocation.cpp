@@ -89,7 +89,7 @@ RegisteredProgram Invocation::registered() const {
   throw WireError(why);
 }
 
-std::optional<std::string> Invocation::sessionAddress() const {
+std::optional<std::string> Invocation::sessionAddress(bool severalAreRefused) const {
   const ProgramRegistry registry;
   if (!options.in.empty()) return registry.sessionOf(registered());
   if (!options.session.empty()) return options.session;
@@ -99,6 +99,7 @@ std::optional<std::string> Invocation::sessionAddress() const {
     const auto own = registry.sessionOf(program);
     if (!own || !isInThisNetwork(program.pid)) continue;
     names += (names.empty() ? "" : ", ") + program.name;
+    if (address && !severalAreRefused) return std::nullopt;
     if (address)
       throw std::invalid_argument("several programs run: choose by --in (" + names + ")");
     address = own;

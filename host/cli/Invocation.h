@@ -67,6 +67,10 @@ class Invocation {
   // The network of the program as `portUse` takes it; null while none has the name that --in gives.
   std::optional<std::string> network() const;
 
+  // The address of the session channel of the program that is meant; null for none, and for several
+  // of which none is chosen, unless that is refused: std::invalid_argument then.
+  std::optional<std::string> sessionAddress(bool severalAreRefused = true) const;
+
   // The process that --in names or, without it, that serves `port`; null when it is not known.
   std::optional<pid_t> program(std::uint16_t port) const;
 
@@ -76,9 +80,6 @@ class Invocation {
  private:
   // Throws WireError when no program has the name that --in gives.
   RegisteredProgram registered() const;
-  // The address of the session channel; null for none.
-  std::optional<std::string> sessionAddress() const;
-
   bool entered_ = false;
   bool hasLookedForSession_ = false;
   std::unique_ptr<SessionClient> session_;

@@ -10,6 +10,7 @@ constexpr Subcommand kSubcommands[] = {
     {"run", "Start a program with the agent loaded", declareRun, kNotInScript},
     {"attach", "Load the agent into a program that runs already", declareAttach, kNotInScript},
     {"list", "List the programs that run with the agent", declareList, kNotInScript},
+    {"inspect", "Show a program from inside, live, in the browser", declareInspect, kNotInScript},
     {"wait", "Wait until the agent answers, or until an element is there or gone", declareWait},
     {"await", "Wait until several conditions hold at once, or the program is at rest",
      declareAwait},

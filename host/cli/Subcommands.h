@@ -43,6 +43,7 @@ void declareFind(CLI::App& parser, Invocation& invocation);
 void declareFocus(CLI::App& parser, Invocation& invocation);
 void declareHighlight(CLI::App& parser, Invocation& invocation);
 void declareHover(CLI::App& parser, Invocation& invocation);
+void declareInspect(CLI::App& parser, Invocation& invocation);
 void declareList(CLI::App& parser, Invocation& invocation);
 void declarePlay(CLI::App& parser, Invocation& invocation);
 void declarePress(CLI::App& parser, Invocation& invocation);

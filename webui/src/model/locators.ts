@@ -1,0 +1,101 @@
+// The ways to find an element again: what is to be said of each, and each as somebody writes it.
+import { tagOf } from './search';
+
+// Parameters of element.find.
+export type Find = Record<string, string | boolean>;
+
+export interface Locator {
+  find: Find;
+  matches: number;
+  ms: number;
+}
+
+const lasting = ['identifier', 'label', 'placeholder'];
+
+// Why it may not find the element tomorrow; empty for the best ones.
+export function weaknessOf({ find, matches }: Locator): string {
+  if (matches > 1) return `fits ${matches} elements`;
+  if (matches === 0) return 'fits nothing any more';
+  if ('xpath' in find) return 'hangs on a position: breaks when anything is put before it';
+  if ('identifier' in find) return '';
+  if ('windowTitle' in find) return 'needs the window’s title, which may name a document';
+  if ('text' in find || 'label' in find) return 'changes with the language';
+  if (lasting.some((name) => name in find)) return 'changes with the language';
+  return 'fits as long as there is one of this class';
+}
+
+// "kind=UITableView && text=Row 3", as --select takes it.
+export function written(find: Find): string {
+  return Object.entries(find)
+    .map(([name, value]) => `${name}=${value}`)
+    .join(' && ');
+}
+
+const languages = ['tarni', 'Python', 'JavaScript', 'Java'] as const;
+export type Language = (typeof languages)[number];
+export { languages };
+
+export function asCode(find: Find, language: Language, program: string): string {
+  if (language === 'tarni') {
+    return `tarni --in ${forShell(program)} click --select ${forShell(written(find))}`;
+  }
+  const [way, value] = wayOf(find);
+  switch (language) {
+    case 'Python': {
+      const by = { id: 'ACCESSIBILITY_ID', xpath: 'XPATH', class: 'CLASS_NAME' }[way];
+      return `driver.find_element(AppiumBy.${by}, ${quoted(value)})`;
+    }
+    case 'Java': {
+      const by = { id: 'accessibilityId', xpath: 'xpath', class: 'className' }[way];
+      return `driver.findElement(AppiumBy.${by}(${quoted(value)}));`;
+    }
+    case 'JavaScript':
+      return `await driver.$(${quoted(way === 'id' ? `~${value}` : value)});`;
+  }
+}
+
+type Way = 'id' | 'xpath' | 'class';
+
+// As standard clients ask.
+function wayOf(find: Find): [Way, string] {
+  if (typeof find.identifier === 'string') return ['id', find.identifier];
+  if (typeof find.xpath === 'string') return ['xpath', positionAsXPath(find.xpath)];
+  const tag = typeof find.class === 'string' ? tagOf(find.class) : '*';
+  const tests = ['label', 'text', 'placeholder']
+    .filter((name) => name in find)
+    .map((name) => `@${name}=${forXPath(String(find[name]))}`);
+  if (tests.length === 0 && !find.windowTitle) return ['class', String(find.class)];
+  const window = find.windowTitle ? `//*[@title=${forXPath(String(find.windowTitle))}]` : '';
+  return ['xpath', `${window}//${tag}${tests.length ? `[${tests.join(' and ')}]` : ''}`];
+}
+
+// Its places count from 0 among those of the same class; XPath's from 1.
+function positionAsXPath(position: string): string {
+  return position
+    .split('\\')
+    .filter(Boolean)
+    .map((step) => {
+      const [, name, index] = /^(.*)\[(\d+)\]$/.exec(step) ?? [];
+      return name ? `/${tagOf(name)}[${Number(index) + 1}]` : `/${tagOf(step)}`;
+    })
+    .join('')
+    .replace(/^\//, '//');
+}
+
+function quoted(text: string): string {
+  return JSON.stringify(text);
+}
+
+function forShell(text: string): string {
+  return /^[\w./-]+$/.test(text) ? text : `'${text.replaceAll("'", "'\\''")}'`;
+}
+
+// XPath 1.0 knows no escapes.
+function forXPath(text: string): string {
+  if (!text.includes("'")) return `'${text}'`;
+  if (!text.includes('"')) return `"${text}"`;
+  return `concat(${text
+    .split("'")
+    .map((part) => `'${part}'`)
+    .join(', "\'", ')})`;
+}

@@ -1,0 +1,170 @@
+// The steps of a session, as docs/sessions.md has them, while they are recorded and edited.
+import type { Description } from '../net/server';
+import type { Locator } from './locators';
+
+export interface Portrait extends Partial<Description> {
+  locators?: Locator[];
+}
+
+export interface Step {
+  act: string;
+  order?: number;
+  time?: number;
+  element?: Portrait;
+  text?: string;
+  secret?: string;
+  key?: string;
+  [member: string]: unknown;
+}
+
+const mostUndone = 200;
+const texts = ['text', 'value', 'textIs', 'textContains', 'key'] as const;
+
+export class Steps {
+  private constructor(
+    readonly list: readonly Step[],
+    private readonly before: readonly (readonly Step[])[],
+    private readonly behind: readonly (readonly Step[])[],
+  ) {}
+
+  static readonly none = new Steps([], [], []);
+
+  // As the recorder tells it: one that has grown takes the place of the one before, without a
+  // state of its own to go back to.
+  told(step: Step): Steps {
+    const at = step.order ? this.list.findIndex((one) => one.order === step.order) : -1;
+    if (at < 0) return this.changed([...this.list, step]);
+    return new Steps(this.with(at, step), this.before, this.behind);
+  }
+
+  // The same for the last one.
+  grown(step: Step): Steps {
+    return new Steps(this.with(this.list.length - 1, step), this.before, this.behind);
+  }
+
+  insert(at: number, step: Step): Steps {
+    return this.changed([...this.list.slice(0, at), step, ...this.list.slice(at)]);
+  }
+
+  remove(at: number): Steps {
+    return this.changed(this.list.filter((_, i) => i !== at));
+  }
+
+  // By one place up or down; where there is none it stays.
+  move(at: number, by: 1 | -1): Steps {
+    const to = at + by;
+    if (to < 0 || to >= this.list.length) return this;
+    const list = [...this.list];
+    [list[at], list[to]] = [list[to]!, list[at]!];
+    return this.changed(list);
+  }
+
+  // The text that is typed, chosen or checked for.
+  setText(at: number, text: string): Steps {
+    const step = this.list[at]!;
+    const name = memberOfText(step);
+    return name ? this.replaced(at, { ...step, [name]: text }) : this;
+  }
+
+  // What is typed is not kept: its name stands in its place, or an empty text in that of the name.
+  setSecret(at: number, isSecret: boolean): Steps {
+    const { text: _text, secret: _secret, ...rest } = this.list[at]!;
+    const name = rest.element?.identifier || rest.element?.label || 'secret';
+    return this.replaced(at, isSecret ? { ...rest, secret: name } : { ...rest, text: '' });
+  }
+
+  opened(list: Step[]): Steps {
+    return this.changed(list);
+  }
+
+  undone(): Steps {
+    const last = this.before[this.before.length - 1];
+    return last ? new Steps(last, this.before.slice(0, -1), [...this.behind, this.list]) : this;
+  }
+
+  redone(): Steps {
+    const next = this.behind[this.behind.length - 1];
+    return next ? new Steps(next, [...this.before, this.list], this.behind.slice(0, -1)) : this;
+  }
+
+  get canUndo(): boolean {
+    return this.before.length > 0;
+  }
+
+  get canRedo(): boolean {
+    return this.behind.length > 0;
+  }
+
+  private replaced(at: number, step: Step): Steps {
+    return this.changed(this.with(at, step));
+  }
+
+  private with(at: number, step: Step): Step[] {
+    return this.list.map((one, i) => (i === at ? step : one));
+  }
+
+  private changed(list: readonly Step[]): Steps {
+    return new Steps(list, [...this.before, this.list].slice(-mostUndone), []);
+  }
+}
+
+export function memberOfText(step: Step): (typeof texts)[number] | null {
+  if (step.secret !== undefined) return null;
+  return texts.find((name) => typeof step[name] === 'string') ?? null;
+}
+
+export function textOf(step: Step): string | null {
+  const name = memberOfText(step);
+  return name ? String(step[name]) : null;
+}
+
+const words: Record<string, string> = {
+  longPress: 'long press',
+  type: 'type',
+  hover: 'point at',
+  wheel: 'turn the wheel over',
+  check: 'check',
+};
+
+export function actInWords(step: Step): string {
+  if (step.act === 'click' && step.count === 2) return 'double click';
+  if (step.act === 'click' && step.button === 'right') return 'right click';
+  if (step.act === 'switch') return step.checked ? 'switch on' : 'switch off';
+  if (step.act === 'expand') return step.expanded ? 'unfold' : 'fold';
+  return words[step.act] ?? step.act;
+}
+
+export function elementInWords(step: Step): string {
+  const path = step.path as Portrait[] | undefined;
+  if (path) return path.map((one) => one?.text || one?.class).join(' › ');
+  const { element } = step;
+  const name = element?.text || element?.label || element?.placeholder || element?.identifier || '';
+  return element ? `${element.class ?? ''} ${name}`.trim() : '';
+}
+
+// One step a line.
+export function asFile(steps: readonly Step[], program: string[], toolkit: string): string {
+  const header = { tarniSession: 2, program, toolkit, recorded: new Date().toISOString() };
+  const first = JSON.stringify(header).slice(0, -1);
+  const lines = steps.map((step) => JSON.stringify(step));
+  return `${first},"steps":[\n${lines.join(',\n')}\n]}\n`;
+}
+
+// Throws with a sentence for a person.
+export function fromFile(text: string): Step[] {
+  let read: { tarniSession?: number; steps?: unknown };
+  try {
+    read = JSON.parse(text);
+  } catch {
+    throw new Error('That file is no session: it is no JSON, or was cut off');
+  }
+  if (read?.tarniSession !== 2) {
+    throw new Error('That file is no session of version 2, as tarni record writes them');
+  }
+  const { steps } = read;
+  const isStep = (one: unknown) => typeof (one as Step)?.act === 'string';
+  if (!Array.isArray(steps)) throw new Error('That session has no steps');
+  const wrong = steps.findIndex((one) => !isStep(one));
+  if (wrong >= 0) throw new Error(`Line ${wrong + 2} of that session is no step`);
+  return steps;
+}

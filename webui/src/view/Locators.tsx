@@ -1,0 +1,209 @@
+// The ways to find the chosen element again, best first, and one to try.
+import { useEffect, useState } from 'preact/hooks';
+import {
+  asCode,
+  languages,
+  weaknessOf,
+  written,
+  type Find,
+  type Language,
+  type Locator,
+} from '../model/locators';
+import { CallError, call, find } from '../net/server';
+import { store, useStore } from './store';
+
+const pauseBeforeAsking = 150; // milliseconds
+
+// Asks again when the element is another one or the tree has changed, but not for each change.
+function useLocators(): { locators: Locator[]; problem: string } {
+  const { node, tree } = useStore();
+  const [answer, setAnswer] = useState({ id: -1, locators: [] as Locator[], problem: '' });
+  const id = node?.id ?? -1;
+  useEffect(() => {
+    let isWanted = true;
+    const ask = async () => {
+      const { locators, problem } = await locatorsOf(id);
+      if (isWanted) setAnswer({ id, locators, problem });
+    };
+    const timer = setTimeout(ask, answer.id === id ? 3 * pauseBeforeAsking : 0);
+    return () => {
+      isWanted = false;
+      clearTimeout(timer);
+    };
+  }, [id, tree.version]);
+  return answer.id === id ? answer : { locators: [], problem: '' };
+}
+
+async function locatorsOf(id: number): Promise<{ locators: Locator[]; problem: string }> {
+  const node = store.tree.get(id);
+  if (!node) return { locators: [], problem: '' };
+  try {
+    if (node.is.page) return { locators: await locatorsInPage(id), problem: '' };
+    const { locators } = await call<{ locators: Locator[] }>('element.locators', { element: id });
+    return { locators, problem: '' };
+  } catch (error) {
+    return { locators: [], problem: error instanceof CallError ? error.message : String(error) };
+  }
+}
+
+// The agent tries those of views; of elements in pages it is tried here.
+async function locatorsInPage(id: number): Promise<Locator[]> {
+  const { is } = store.tree.get(id)!;
+  const candidates: Find[] = [];
+  if (is.identifier) candidates.push({ identifier: is.identifier });
+  for (const name of ['label', 'text', 'placeholder'] as const) {
+    const value = is[name];
+    const isLasting = value && value.length <= 200 && !(name === 'text' && is.editable);
+    if (isLasting) candidates.push({ [name]: value, class: is.class });
+  }
+  const tried = await Promise.all(
+    candidates.map(async (one) => {
+      const begin = performance.now();
+      const { elements } = await call<{ elements: unknown[] }>('element.find', one);
+      return { find: one, matches: elements.length, ms: performance.now() - begin };
+    }),
+  );
+  return tried.sort((one, other) => Number(one.matches !== 1) - Number(other.matches !== 1));
+}
+
+export function Locators() {
+  const { program } = useStore();
+  const { locators, problem } = useLocators();
+  const [language, setLanguage] = useState<Language>('tarni');
+  const [text, setText] = useState<string | null>(null);
+  return (
+    <section aria-labelledby="locators">
+      <div class="with-choice">
+        <h3 id="locators">How to find it</h3>
+        <label>
+          Copy as{' '}
+          <select
+            value={language}
+            onChange={(event) => setLanguage(event.currentTarget.value as Language)}
+          >
+            {languages.map((one) => (
+              <option key={one}>{one}</option>
+            ))}
+          </select>
+        </label>
+      </div>
+      {problem && <p class="note">{problem}</p>}
+      <ol class="locators">
+        {locators.map((one) => (
+          <LocatorRow
+            key={written(one.find)}
+            locator={one}
+            code={asCode(one.find, language, program?.name ?? '')}
+            onEdit={() => setText(written(one.find))}
+          />
+        ))}
+      </ol>
+      <Trial text={text ?? ''} onText={setText} />
+    </section>
+  );
+}
+
+interface RowProps {
+  locator: Locator;
+  code: string;
+  onEdit: () => void;
+}
+
+function LocatorRow({ locator, code, onEdit }: RowProps) {
+  const [isCopied, setIsCopied] = useState(false);
+  const weakness = weaknessOf(locator);
+  useEffect(() => setIsCopied(false), [code]);
+  const copy = async () => {
+    await navigator.clipboard.writeText(code);
+    setIsCopied(true);
+    setTimeout(() => setIsCopied(false), 1500);
+  };
+  return (
+    <li class={locator.matches === 1 ? 'locator' : 'locator locator-weak'}>
+      <div class="locator-find">
+        {Object.entries(locator.find).map(([name, value]) => (
+          <span key={name} class="locator-part">
+            <i>{name}</i> {String(value)}
+          </span>
+        ))}
+      </div>
+      <div class="locator-said">
+        <span
+          class={locator.matches === 1 ? 'count count-one' : 'count'}
+          title="Elements that it fits now"
+        >
+          {locator.matches === 1 ? '1 match' : `${locator.matches} matches`}
+        </span>
+        <span title="Time that the search took in the program">{locator.ms.toFixed(1)} ms</span>
+        <span class="grow" />
+        <button class="quiet" title="Try it, changed" onClick={onEdit}>
+          Edit
+        </button>
+        <button class="quiet" title={code} onClick={copy}>
+          {isCopied ? 'Copied' : 'Copy'}
+        </button>
+      </div>
+      {weakness && locator.matches === 1 && <p class="weakness">{weakness}</p>}
+    </li>
+  );
+}
+
+interface Tried {
+  text: string;
+  said: string;
+  isGood: boolean;
+}
+
+// One that a person writes, with what it fits marked in the picture and in the tree.
+function Trial({ text, onText }: { text: string; onText: (text: string) => void }) {
+  const { tree, isRunning } = useStore();
+  const [tried, setTried] = useState<Tried>({ text: '', said: '', isGood: true });
+  useEffect(() => {
+    if (!text.trim() || !isRunning) {
+      store.set({ marked: [] });
+      setTried({ text: '', said: '', isGood: true });
+      return undefined;
+    }
+    let isWanted = true;
+    const timer = setTimeout(async () => {
+      const result = await tryOut(text);
+      if (!isWanted) return;
+      setTried(result.tried);
+      store.set({ marked: result.nodes });
+    }, pauseBeforeAsking);
+    return () => {
+      isWanted = false;
+      clearTimeout(timer);
+    };
+  }, [text, tree.version, isRunning]);
+  return (
+    <div class="trial">
+      <label for="trial">Try a locator</label>
+      <input
+        id="trial"
+        value={text}
+        placeholder="kind=UITableView >> text=Row 3"
+        aria-describedby="trial-said"
+        spellcheck={false}
+        autocomplete="off"
+        onInput={(event) => onText(event.currentTarget.value)}
+      />
+      <span id="trial-said" role="status" class={tried.isGood ? 'said' : 'said said-bad'}>
+        {tried.said}
+      </span>
+    </div>
+  );
+}
+
+async function tryOut(text: string) {
+  try {
+    const { elements, ms } = await find(text);
+    const nodes = elements.map((one) => store.tree.get(one.element)).filter((node) => !!node);
+    const count = elements.length;
+    const said = `${count === 1 ? '1 match' : `${count} matches`}, ${ms.toFixed(1)} ms`;
+    return { nodes, tried: { text, said, isGood: count > 0 } };
+  } catch (error) {
+    const said = error instanceof Error ? error.message : String(error);
+    return { nodes: [], tried: { text, said, isGood: false } };
+  }
+}
