@@ -30,6 +30,7 @@ struct PlayOptions {
   std::size_t repeat = 1;
   bool keepsGoing = false;
   bool updates = false;
+  bool keepsPicturesBeside = false;
 
   SessionProgram::Start start() const;
 };

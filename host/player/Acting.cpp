@@ -71,7 +71,7 @@ FoundElement Acting::other(const Json& element) {
 
 std::optional<FoundElement> Acting::elementIfAny() {
   if (!isToBeTold(step_.element())) return std::nullopt;
-  return element();
+  return elementAsItIs();
 }
 
 // What the first way has become is known only now.

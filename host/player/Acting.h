@@ -34,7 +34,8 @@ class Acting {
   FoundElement elementAsItIs();
   // Another that the step names.
   FoundElement other(const Json& element);
-  // Null when the step has none that can be told from others.
+  // As it is, since keys go to what has the focus, whatever that is like; null when the step has
+  // none that can be told from others.
   std::optional<FoundElement> elementIfAny();
 
   // Asks for what is done; the costs are counted.

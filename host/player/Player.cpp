@@ -70,8 +70,8 @@ class Player::Show {
 
   Picture pictureOf(Json window) {
     const Json answer = client_.call("window.picture", std::move(window));
-    return {textIn(answer, "format"), textIn(answer, "data"),
-            std::max(memberAsNumber(answer, "scale"), 0.1)};
+    const std::string format = textIn(answer, "format") == "jpeg" ? "jpeg" : "png";
+    return {format, textIn(answer, "data"), std::max(memberAsNumber(answer, "scale"), 0.1)};
   }
 
   SessionClient& client_;

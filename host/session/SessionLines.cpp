@@ -81,6 +81,12 @@ class LineReader {
   std::size_t number_ = 0;
 };
 
+std::string timeAs(const char* format, const std::tm& time) {
+  std::array<char, 32> text{};
+  std::strftime(text.data(), text.size(), format, &time);
+  return text.data();
+}
+
 }  // namespace
 
 std::vector<std::string> SessionLines::program() const {
@@ -123,10 +129,13 @@ std::string openingLine(const Json& header) {
 std::string utcNow() {
   const auto now = std::time(nullptr);
   std::tm parts{};
-  gmtime_r(&now, &parts);
-  std::array<char, 32> text{};
-  std::strftime(text.data(), text.size(), "%Y-%m-%dT%H:%M:%SZ", &parts);
-  return text.data();
+  return timeAs("%Y-%m-%dT%H:%M:%SZ", *gmtime_r(&now, &parts));
+}
+
+std::string localNow() {
+  const auto now = std::time(nullptr);
+  std::tm parts{};
+  return timeAs("%Y-%m-%d %H:%M:%S", *localtime_r(&now, &parts));
 }
 
 SessionLinesWriter::SessionLinesWriter(const std::filesystem::path& path, const Json& header)

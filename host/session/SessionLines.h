@@ -48,6 +48,8 @@ std::string openingLine(const Json& header);
 
 // "2025-01-31T12:00:00Z"
 std::string utcNow();
+// "2025-01-31 13:00:00", for a person.
+std::string localNow();
 
 // A session file while it is written: whole after every entry. Only this user can read it. Failures
 // are std::runtime_errors.

@@ -1,7 +1,5 @@
 #include "host/session/SessionPlayer.h"
 
-#include <array>
-#include <ctime>
 #include <nlohmann/json.hpp>
 
 #include "host/guard/Printable.h"
@@ -11,15 +9,6 @@
 namespace tarni::host {
 
 namespace {
-
-std::string localTime() {
-  const auto now = std::time(nullptr);
-  std::tm parts{};
-  localtime_r(&now, &parts);
-  std::array<char, 32> text{};
-  std::strftime(text.data(), text.size(), "%Y-%m-%d %H:%M:%S", &parts);
-  return text.data();
-}
 
 // One line an element, indented by its depth.
 std::string treeOf(PlaybackClient& client) {
@@ -55,7 +44,7 @@ SessionPlayer::SessionPlayer(const std::string& file, RecordedSession recorded)
     : program_(file, recorded.program, recorded.whyForeign) {
   played_.file = std::filesystem::path(file).filename().string();
   played_.recorded = recorded.recorded;
-  played_.played = localTime();
+  played_.played = localNow();
   for (auto& step : recorded.steps) played_.steps.push_back({std::move(step)});
 }
 

@@ -6,6 +6,7 @@
 #include <nlohmann/json.hpp>
 #include <sstream>
 
+#include "host/cli/Base64.h"
 #include "host/cli/Invocation.h"
 #include "host/cli/PlayOptions.h"
 #include "host/cli/StreamPlay.h"
@@ -15,6 +16,7 @@
 #include "host/guard/Printable.h"
 #include "host/player/ElementFinder.h"
 #include "host/player/JUnit.h"
+#include "host/player/PlayReport.h"
 #include "host/player/Player.h"
 
 namespace tarni::host {
@@ -60,7 +62,7 @@ class ChannelPlay : public PlayObserver {
 
   void run() {
     for (turn_ = 1; turn_ <= options_.repeat; ++turn_) {
-      if (options_.repeat > 1) report() << "play " << turn_ << " of " << options_.repeat << '\n';
+      if (options_.repeat > 1) out() << "play " << turn_ << " of " << options_.repeat << '\n';
       playOnce();
       if (invocation_.result != ExitCode::Ok && !options_.keepsGoing) break;
     }
@@ -162,7 +164,7 @@ class ChannelPlay : public PlayObserver {
     }
   }
 
-  std::ostream& report() const { return invocation_.options.json ? std::cerr : std::cout; }
+  std::ostream& out() const { return invocation_.options.json ? std::cerr : std::cout; }
 
   void conclude() {
     std::size_t passed = 0;
@@ -176,13 +178,35 @@ class ChannelPlay : public PlayObserver {
       }
     }
     const auto wanted = std::max(all, session_.steps().size() * plays_.size());
-    report() << passed << " of " << (isPart() ? all : wanted) << " steps passed, "
-             << inSeconds(took) << '\n';
+    out() << passed << " of " << (isPart() ? all : wanted) << " steps passed, " << inSeconds(took)
+          << '\n';
     if (!options_.junit.empty()) {
       const auto name = std::filesystem::path(options_.file).filename().string();
       writePrivateFile(options_.junit, junitXml(name, session_, plays_));
     }
+    if (!options_.report.empty()) writeReport();
     proposeChanges();
+  }
+
+  void writeReport() {
+    const auto folder = std::filesystem::path(options_.report);
+    PlayReport report{.file = std::filesystem::path(options_.file).filename().string(),
+                      .program = program_.line(),
+                      .played = localNow(),
+                      .warnings = {}};
+    if (!program_.warning().empty()) report.warnings.push_back(program_.warning());
+    std::size_t pictures = 0;
+    const auto beside = [&](const Picture& picture) {
+      const auto name = "pictures/" + std::to_string(++pictures) + "." + picture.format;
+      writePrivateFile(folder / name, decodeBase64(picture.data));
+      return name;
+    };
+    if (options_.keepsPicturesBeside) makePrivateFolder(folder / "pictures");
+    const auto page =
+        report.page(session_, plays_.back(),
+                    options_.keepsPicturesBeside ? PlayReport::Address(beside) : addressWithin);
+    writePrivateFile(folder / "index.html", page);
+    out() << "report: " << (folder / "index.html").string() << '\n';
   }
 
   bool isPart() const { return options_.from > 1 || options_.until < session_.steps().size(); }
@@ -200,11 +224,11 @@ class ChannelPlay : public PlayObserver {
     }
     if (changes == 0) return;
     if (options_.updates) session_.save(options_.file);
-    report() << changes << (changes == 1 ? " step was" : " steps were")
-             << " not found by the first way"
-             << (options_.updates ? ": " + options_.file + " has better ways now"
-                                  : "; --update writes the better ways")
-             << '\n';
+    out() << changes << (changes == 1 ? " step was" : " steps were")
+          << " not found by the first way"
+          << (options_.updates ? ": " + options_.file + " has better ways now"
+                               : "; --update writes the better ways")
+          << '\n';
   }
 
   Invocation& invocation_;
@@ -221,7 +245,7 @@ void requireFits(const Invocation& invocation, const PlayOptions& options, int v
   const bool usesChannel = !options.secrets.empty() || !options.junit.empty() ||
                            options.pauseSeconds > 0 || options.from > 1 ||
                            options.until < PlayOptions().until || options.repeat > 1 ||
-                           options.keepsGoing || options.updates;
+                           options.keepsGoing || options.updates || options.keepsPicturesBeside;
   if (version == 1 && usesChannel) {
     throw std::invalid_argument(options.file +
                                 " is a session of the fixed stream, which is played as a whole "
@@ -297,6 +321,10 @@ void declarePlay(CLI::App& parser, Invocation& invocation) {
                             ->type_name("[=WIDTHxHEIGHT]")
                             ->expected(0, 1)
                             ->excludes(attaches);
+  parser
+      .add_flag("--pictures", options->keepsPicturesBeside,
+                "keep the pictures in files beside the page, DIR/pictures")
+      ->needs("--report");
   parser.add_option("--from", options->from, "the first step to play")
       ->type_name("N")
       ->check(CLI::PositiveNumber.description(""));
