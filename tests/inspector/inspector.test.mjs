@@ -73,6 +73,52 @@ test('a person acts in the picture, and the tree follows', async (t) => {
   assert.deepEqual(inspected.problems, []);
 });
 
+test('what is done becomes steps, which are edited and played', async (t) => {
+  const inspected = await inspecting(t, process.env.QUICK);
+  const page = await inspected.open();
+  const places = [];
+  for (const name of ['User name', 'Log in']) {
+    await inspected.search(`//*[@placeholder='${name}' or @text='${name}']`);
+    await page.getByRole('searchbox').press('Enter');
+    places.push(await inspected.middleOf());
+  }
+  await page.locator('#tree').press('r');
+  await page.getByRole('button', { name: 'Stop recording' }).waitFor();
+  await page.getByRole('switch', { name: 'Act' }).click();
+  await page.mouse.click(...places[0]);
+  await page.keyboard.type('Ada');
+  await page.mouse.click(...places[1]);
+  const steps = page.locator('.step');
+  await steps.nth(2).getByText('click').waitFor();
+  await page.getByRole('button', { name: 'Stop recording' }).click();
+  await page.getByRole('application').press('Shift+Escape');
+
+  const typed = page.getByLabel('text of step 2');
+  await typed.fill(' and Grace');
+  await typed.press('Enter');
+  await page.getByRole('button', { name: 'Play', exact: true }).click();
+  await page.locator('.step-passed').nth(2).waitFor();
+  await inspected.search('Hello, Ada and Grace');
+  await page.getByText(/^[1-9]\d* found/).waitFor();
+
+  await page.getByRole('button', { name: 'Undo' }).click();
+  assert.equal(await typed.inputValue(), 'Ada');
+  await inspected.search("//*[@text='Log in']");
+  await page.getByRole('searchbox').press('Enter');
+  await page.getByRole('button', { name: 'is enabled' }).click();
+  assert.match(await steps.nth(3).innerText(), /check/);
+  const [saved] = await Promise.all([
+    page.waitForEvent('download'),
+    page.getByRole('button', { name: 'Save' }).click(),
+  ]);
+  await page.getByRole('button', { name: 'Delete step 4' }).click();
+  assert.equal(await steps.count(), 3);
+  await page.locator('input[type=file]').setInputFiles(await saved.path());
+  assert.equal(await steps.count(), 4);
+  assert.deepEqual(await inspected.accessibilityProblems(), []);
+  assert.deepEqual(inspected.problems, []);
+});
+
 test('a program that ends is said to have ended, and starts again', async (t) => {
   const inspected = await inspecting(t, process.env.QUICK);
   const page = await inspected.open();

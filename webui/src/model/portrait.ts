@@ -1,6 +1,6 @@
 // The steps that a person makes by acting in the picture, which the program's own recorder leaves
 // out, with elements as its steps have them.
-import { call, type Description } from '../net/server';
+import { call, type Description, type WindowDescription } from '../net/server';
 import type { Locator } from './locators';
 import type { Portrait, Step } from './steps';
 
@@ -8,6 +8,20 @@ export async function portraitOf(element: number): Promise<Portrait> {
   const { description } = await call<{ description: Description }>('element.describe', { element });
   const { locators } = await call<{ locators: Locator[] }>('element.locators', { element });
   return { ...description, locators };
+}
+
+// What takes the keys now, which the page's own tree may not know yet.
+export async function focusedElement(): Promise<Description | null> {
+  const { elements } = await call<{ elements: Description[] }>('tree.get');
+  const { windows } = await call<{ windows: WindowDescription[] }>('window.list');
+  const inKey = new Set(windows.filter((one) => one.key).map((one) => one.element));
+  let focused: Description | null = null;
+  for (const one of elements) {
+    if (!one.parent || !inKey.has(one.parent)) continue;
+    inKey.add(one.element);
+    if (one.focused) focused = one;
+  }
+  return focused;
 }
 
 export async function pressStep(
@@ -22,8 +36,9 @@ export async function pressStep(
 
 // The step that the key makes of the last one; null when it is one of its own.
 export function grownBy(last: Step | undefined, element: number, chord: string): Step | null {
-  const isText = last?.act === 'type' && last.element?.element === element && !last.secret;
-  return isText && isCharacter(chord) ? { ...last, text: `${last.text ?? ''}${chord}` } : null;
+  const isText = last?.act === 'type' && last.element?.element === element;
+  if (!isText || !isCharacter(chord)) return null;
+  return last.secret === undefined ? { ...last, text: `${last.text ?? ''}${chord}` } : last;
 }
 
 export async function keyStep(element: Description, chord: string): Promise<Step> {
@@ -36,6 +51,6 @@ export async function keyStep(element: Description, chord: string): Promise<Step
   return { act: 'type', ...step, text: chord };
 }
 
-function isCharacter(chord: string): boolean {
+export function isCharacter(chord: string): boolean {
   return [...chord].length === 1;
 }

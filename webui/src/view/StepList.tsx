@@ -96,7 +96,7 @@ function Bar() {
         title="Undo (Ctrl+Z)"
         onClick={() => store.set({ steps: steps.undone() })}
       >
-        Undo
+        ↶<span class="unseen">Undo</span>
       </button>
       <button
         class="quiet"
@@ -104,7 +104,7 @@ function Bar() {
         title="Redo (Ctrl+Shift+Z)"
         onClick={() => store.set({ steps: steps.redone() })}
       >
-        Redo
+        ↷<span class="unseen">Redo</span>
       </button>
       <button class="quiet" onClick={() => file.current!.click()}>
         Open

@@ -2,8 +2,8 @@
 // changes.
 import { useEffect, useReducer } from 'preact/hooks';
 import { readAddress, writeAddress } from '../model/address';
-import { Hand, type Before } from '../model/hand';
-import { grownBy, keyStep, pressStep } from '../model/portrait';
+import { Hand, type Before, type Place } from '../model/hand';
+import { focusedElement, grownBy, isCharacter, keyStep, pressStep } from '../model/portrait';
 import { search, type Found } from '../model/search';
 import { nothingPlayed, Playing, type Progress } from '../model/playing';
 import { Steps, type Step } from '../model/steps';
@@ -11,6 +11,7 @@ import { isWithin, Tree, type Node } from '../model/tree';
 import {
   listen,
   type CostsEvent,
+  type Description,
   type PictureEvent,
   type ProgramEvent,
   type ServerEvent,
@@ -38,6 +39,7 @@ export class Store {
   steps = Steps.none;
   progress: Progress = nothingPlayed;
   private playing: Playing | null = null;
+  private focused: Description | null = null; // what is typed into; null when it may be another
   readonly hand = new Hand(
     (act) => this.recordOwn(act),
     (sentence) => this.set({ problem: sentence }),
@@ -143,25 +145,25 @@ export class Store {
   // What is done in the picture while the program is recorded, which its recorder leaves out.
   private async recordOwn(act: Parameters<Before>[0]): Promise<void> {
     if (!this.program?.isRecording) return;
-    const { list } = this.steps;
-    if (act.at) {
-      const { window, x, y } = act.at;
-      const node = this.tree.at(window, x, y);
-      if (!node) return;
-      const step = await pressStep(node.is, { x, y }, act.button ?? 'left');
-      return this.set({ steps: this.steps.insert(this.steps.list.length, step) });
-    }
-    const key = this.tree.windows.find((one) => one.key)?.element ?? null;
-    const top = this.tree.get(key);
-    const inKey = top ? [...this.tree.walk([top])] : [];
-    const focused = inKey.reverse().find((one) => one.is.focused);
-    if (!focused || !act.chord) return;
-    const last = list[list.length - 1];
-    const grown = grownBy(last, focused.id, act.chord);
-    if (grown) return this.set({ steps: this.steps.grown(grown) });
-    if (last?.secret && last.element?.element === focused.id && act.chord.length === 1) return;
-    const step = await keyStep(focused.is, act.chord);
-    this.set({ steps: this.steps.insert(this.steps.list.length, step) });
+    const step = act.at ? await this.pressed(act.at, act.button!) : await this.keyed(act.chord!);
+    if (step) this.set({ steps: this.steps.insert(this.steps.list.length, step) });
+  }
+
+  private async pressed({ window, x, y }: Place, button: string): Promise<Step | null> {
+    this.focused = null;
+    const node = this.tree.at(window, x, y);
+    return node && pressStep(node.is, { x, y }, button);
+  }
+
+  private async keyed(chord: string): Promise<Step | null> {
+    const focused = (this.focused ??= await focusedElement());
+    if (!isCharacter(chord)) this.focused = null;
+    if (!focused) return null;
+    const last = this.steps.list[this.steps.list.length - 1];
+    const grown = grownBy(last, focused.element, chord);
+    if (!grown) return keyStep(focused, chord);
+    this.set({ steps: this.steps.grown(grown) });
+    return null;
   }
 
   private take(event: ServerEvent): void {
