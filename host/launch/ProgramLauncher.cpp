@@ -195,6 +195,7 @@ int runToTheEnd(const Launch& launch) {
   // A program that was killed leaves its socket behind.
   std::error_code isGone;
   if (!launch.sessionFolder.empty()) fs::remove(sessionPath(launch.sessionFolder, pid), isGone);
+  if (launch.onEnded) launch.onEnded();
   return code;
 }
 

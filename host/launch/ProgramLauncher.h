@@ -21,6 +21,8 @@ struct Launch {
   std::filesystem::path sessionFolder = {};
   // Called once, when the program is there but has not begun.
   std::function<void(pid_t)> onStarted = {};
+  // Called once, when the program has ended; no signal ends this process before it is done.
+  std::function<void()> onEnded = {};
   // Called every few milliseconds until it returns true: it is done then.
   std::function<bool(pid_t)> onTick = {};
 };

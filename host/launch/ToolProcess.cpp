@@ -20,7 +20,7 @@ namespace {
 constexpr std::chrono::milliseconds kPauseBetweenLooks{20};
 constexpr std::chrono::seconds kTimeToEnd{5};
 
-std::vector<std::string> withVariables(std::map<std::string, std::string> added) {
+std::vector<std::string> withVariables(const std::map<std::string, std::string>& added) {
   std::vector<std::string> variables;
   for (char** entry = environ; *entry != nullptr; ++entry) {
     const std::string variable = *entry;

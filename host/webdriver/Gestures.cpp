@@ -7,6 +7,7 @@
 
 #include "host/webdriver/Error.h"
 #include "host/webdriver/InputScript.h"
+#include "host/webdriver/Page.h"
 #include "host/webdriver/commands/Handlers.h"
 
 namespace tarni::host::webdriver {
@@ -187,8 +188,7 @@ Json deviceTime(Session&, const Json&) {
 
 Json detailedContexts(Session& session, const Json&) {
   Json all = Json::array({{{"id", "NATIVE_APP"}}});
-  const Json answer = session.call("page.list");
-  for (const auto& page : answer.value("pages", Json::array())) {
+  for (const auto& page : pagesOf(session)) {
     all.push_back({{"id", "WEBVIEW_" + compact(page.value("page", Json(0)))},
                    {"title", page.value("title", "")},
                    {"url", page.value("address", "")}});

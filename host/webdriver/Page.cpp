@@ -15,6 +15,8 @@ namespace {
 using std::chrono::milliseconds;
 
 constexpr milliseconds kPauseBetweenAsking{10};
+constexpr milliseconds kTimeToBeginToLoad{10'000};
+constexpr milliseconds kTimeToShowAPage{20'000};
 
 const std::string& pageScript() {
   static const std::string text = [] {
@@ -29,8 +31,7 @@ const std::string& pageScript() {
 }
 
 bool isLoading(Session& session) {
-  const Json answer = session.call("page.list");
-  for (const auto& page : answer.value("pages", Json::array())) {
+  for (const auto& page : pagesOf(session)) {
     if (page.value("page", 0L) == *session.page) return page.value("loading", false);
   }
   throw Error("no such window", "the program shows the page no more: choose another context");
@@ -101,7 +102,7 @@ Json valueOf(Session& session, std::string text) {
 
 }  // namespace
 
-Json askPage(Session& session, const std::string& command, Json arguments) {
+Json askPage(Session& session, const std::string& command, const Json& arguments) {
   return valueOf(
       session, evaluatedWithScript(session, "tarniDriver('" + command + "'," + literal(arguments) +
                                                 "," + frameOf(session) + ")"));
@@ -114,6 +115,34 @@ Json runScript(Session& session, const std::string& script, const Json& argument
       session, evaluatedWithScript(session, "tarniDriverScript(" + function + "," +
                                                 literal(arguments) + "," + frameOf(session) + "," +
                                                 (isAsync ? "true" : "false") + ")"));
+}
+
+// One that just begins to load cannot be asked for its title.
+Json pagesOf(Session& session) {
+  const auto deadline = Clock::now() + kTimeToBeginToLoad;
+  while (true) {
+    try {
+      return session.call("page.list").value("pages", Json::array());
+    } catch (const Error& error) {
+      if (error.name() != "javascript error" || Clock::now() >= deadline) throw;
+    }
+    std::this_thread::sleep_for(kPauseBetweenAsking);
+  }
+}
+
+void enterFirstPage(Session& session) {
+  const auto deadline = Clock::now() + kTimeToShowAPage;
+  while (true) {
+    const Json pages = pagesOf(session);
+    if (!pages.empty()) {
+      session.page = pages.front().value("page", 0L);
+      return;
+    }
+    if (Clock::now() >= deadline) break;
+    std::this_thread::sleep_for(kPauseBetweenAsking);
+  }
+  throw Error("session not created",
+              "the program shows no page, which appium:autoWebview asks for");
 }
 
 void awaitPage(Session& session) {

@@ -11,11 +11,18 @@
 namespace tarni::host::webdriver {
 
 // What one of the script's commands answers, in the frame that the session is in.
-Json askPage(Session& session, const std::string& command, Json arguments = Json::object());
+Json askPage(Session& session, const std::string& command, const Json& arguments = Json::object());
 
 // What a client's script answers: the body of a function. With `isAsync` it is over when it calls
 // its last argument. Waits as long as the time-out for scripts says.
 Json runScript(Session& session, const std::string& script, const Json& arguments, bool isAsync);
+
+// The pages that the program shows, as `page.list` tells them; a list.
+Json pagesOf(Session& session);
+
+// Makes the first page the session's context, which it waits for. Throws Error ("session not
+// created").
+void enterFirstPage(Session& session);
 
 // Waits until it no longer loads, as long as that time-out says.
 void awaitPage(Session& session);

@@ -1,10 +1,7 @@
 #include "host/webdriver/Program.h"
 
-#include <stdlib.h>
-
 #include <algorithm>
 #include <chrono>
-#include <map>
 #include <nlohmann/json.hpp>
 #include <thread>
 #include <vector>
@@ -17,7 +14,6 @@
 
 namespace tarni::host::webdriver {
 
-namespace fs = std::filesystem;
 using std::chrono::milliseconds;
 
 namespace {
@@ -34,39 +30,20 @@ constexpr const char* kOtherToolkit = "uses another toolkit than Qt";
   throw Error("session not created", why);
 }
 
-fs::path newFolder() {
-  auto name = (fs::temp_directory_path() / "tarni-session-XXXXXX").string();
-  if (mkdtemp(name.data()) == nullptr) fail("cannot make the folder " + name);
-  return name;
-}
-
-// Where a program keeps its state and where it looks for another one of its kind.
-void addFolders(std::map<std::string, std::string>& environment, const fs::path& folder) {
-  const std::pair<const char*, const char*> variables[] = {{"HOME", "home"},
-                                                           {"XDG_CONFIG_HOME", "config"},
-                                                           {"XDG_DATA_HOME", "data"},
-                                                           {"XDG_CACHE_HOME", "cache"},
-                                                           {"XDG_STATE_HOME", "state"},
-                                                           {"XDG_RUNTIME_DIR", "runtime"},
-                                                           {"TMPDIR", "temporary"}};
-  for (const auto& [variable, name] : variables) {
-    const auto path = folder / name;
-    fs::create_directory(path);
-    fs::permissions(path, fs::perms::owner_all);
-    environment.emplace(variable, path);
-  }
-}
-
 // The words of `tarni run` for it. The program's variables are set by `env`, as some of them mean
 // something else to the tool.
-std::vector<std::string> runLine(const Capabilities& wanted, const std::string& name,
-                                 const std::map<std::string, std::string>& environment) {
+std::vector<std::string> runLine(const Capabilities& wanted, const std::string& name) {
   std::vector<std::string> words = {"run", "--isolated=" + name};
-  const bool isSize = wanted.display != "none" && !wanted.display.starts_with(':');
-  if (isSize) words.push_back("--display=" + wanted.display);
-  words.insert(words.end(), {"--", "env"});
+  auto environment = wanted.environment;
+  if (wanted.display.starts_with(':')) {
+    environment["DISPLAY"] = wanted.display;
+  } else if (wanted.display != "none") {
+    words.push_back("--display=" + wanted.display);
+  }
+  if (!wanted.keepsState) words.emplace_back("--fresh");
+  words.emplace_back("--");
+  if (!environment.empty()) words.emplace_back("env");
   for (const auto& [variable, value] : environment) words.push_back(variable + "=" + value);
-  if (wanted.display.starts_with(':')) words.push_back("DISPLAY=" + wanted.display);
   words.insert(words.end(), wanted.command.begin(), wanted.command.end());
   return words;
 }
@@ -108,13 +85,8 @@ Program::~Program() {
 void Program::start(const Capabilities& wanted, const std::string& sessionId, Starter& starter) {
   requireProgram(wanted.command.front());
   if (const auto why = whyOutOfReach(wanted.command.front()); !why.empty()) fail(why);
-  auto environment = wanted.environment;
-  if (!wanted.keepsState) {
-    folder_ = newFolder();
-    addFolders(environment, folder_);
-  }
   const auto name = "webdriver-" + sessionId;
-  process_ = starter.start(runLine(wanted, name, environment), {});
+  process_ = starter.start(runLine(wanted, name), {});
   client_ = std::make_unique<SessionClient>(awaitChannel(name), kTimeToConnect);
 }
 
@@ -157,8 +129,6 @@ std::string Program::lastOutput() {
 void Program::end() {
   const std::lock_guard lock(processMutex_);
   process_.reset();
-  std::error_code ignored;
-  if (!folder_.empty()) fs::remove_all(folder_, ignored);
 }
 
 }  // namespace tarni::host::webdriver

@@ -3,10 +3,8 @@
 // be called on any thread, all else on one at a time.
 #pragma once
 
-#include <filesystem>
 #include <memory>
 #include <mutex>
-#include <optional>
 #include <string>
 
 #include "host/launch/ToolProcess.h"
@@ -36,7 +34,6 @@ class Program {
   std::string awaitChannel(const std::string& name);
   void awaitWindow();
 
-  std::filesystem::path folder_;  // of this session alone; empty for none
   std::mutex processMutex_;
   std::unique_ptr<ToolProcess> process_;
   std::unique_ptr<SessionClient> client_;

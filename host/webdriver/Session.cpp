@@ -2,17 +2,14 @@
 
 #include <charconv>
 #include <nlohmann/json.hpp>
-#include <thread>
 
 #include "host/webdriver/Error.h"
+#include "host/webdriver/Page.h"
 #include "host/webdriver/Screen.h"
 
 namespace tarni::host::webdriver {
 
 namespace {
-
-constexpr std::chrono::seconds kTimeToShowAPage{20};
-constexpr std::chrono::milliseconds kPauseBetweenLooksForPages{50};
 
 Json answered(const Capabilities& wanted, const Json& info) {
   Json all = wanted.written;
@@ -30,27 +27,12 @@ Json answered(const Capabilities& wanted, const Json& info) {
 
 }  // namespace
 
-Session::Session(std::string id, Capabilities wanted, Starter& starter)
+Session::Session(std::string id, const Capabilities& wanted, Starter& starter)
     : timeouts(wanted.timeouts), id_(std::move(id)), program_(wanted, id_, starter) {
   const Json info = call("app.info");
   hasInput_ = info.value("hasInput", false);
   capabilities_ = answered(wanted, info);
-  if (wanted.startsInPage) enterFirstPage();
-}
-
-void Session::enterFirstPage() {
-  const auto deadline = std::chrono::steady_clock::now() + kTimeToShowAPage;
-  while (!page) {
-    const Json pages = call("page.list").value("pages", Json::array());
-    if (!pages.empty()) {
-      page = pages.front().value("page", 0L);
-    } else if (std::chrono::steady_clock::now() >= deadline) {
-      throw Error("session not created",
-                  "the program shows no page, which appium:autoWebview asks for");
-    } else {
-      std::this_thread::sleep_for(kPauseBetweenLooksForPages);
-    }
-  }
+  if (wanted.startsInPage) enterFirstPage(*this);
 }
 
 Json Session::call(const std::string& method, Json parameters) {

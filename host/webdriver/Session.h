@@ -25,7 +25,7 @@ class Session {
   using Handle = long;
 
   // Throws as Program does.
-  Session(std::string id, Capabilities wanted, Starter& starter);
+  Session(std::string id, const Capabilities& wanted, Starter& starter);
 
   const std::string& id() const { return id_; }
   // As they are answered.
@@ -59,8 +59,6 @@ class Session {
   std::vector<Json> frames;    // within that page, from the outermost: elements, as pages tell them
 
  private:
-  void enterFirstPage();
-
   std::string id_;
   Json capabilities_;
   Program program_;

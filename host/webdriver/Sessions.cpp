@@ -74,13 +74,13 @@ Json Sessions::create(const Json& parameters, const std::string& key) {
       if (entry->key == key) return answerOf(*entry->session);
     }
   }
-  auto wanted = Capabilities::match(parameters);
+  const auto wanted = Capabilities::match(parameters);
   const Place place(*this);
   const auto entry = std::make_shared<Entry>();
   entry->timeout = wanted.newCommandTimeout;
   entry->key = key;
   entry->created = millisecondsSince1970();
-  entry->session = std::make_unique<Session>(newIdentifier(), std::move(wanted), starter_);
+  entry->session = std::make_unique<Session>(newIdentifier(), wanted, starter_);
   entry->lastUsed = Clock::now();
   const std::lock_guard lock(mutex_);
   entries_.emplace(entry->session->id(), entry);

@@ -16,8 +16,9 @@ std::vector<std::string> commandLine(const std::vector<std::string>& options) {
 
 }  // namespace
 
-DriverServer::DriverServer(const std::vector<std::string>& options)
-    : program_(commandLine(options)) {
+DriverServer::DriverServer(const std::vector<std::string>& options,
+                           const Program::Environment& environment)
+    : program_(commandLine(options), environment) {
   eventually([this] { return program_.output().ends_with('\n'); });
   const std::string said = program_.output();
   port_ = std::stoi(said.substr(said.rfind(':') + 1));

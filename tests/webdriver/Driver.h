@@ -38,7 +38,8 @@ class DriverClient {
 
 class DriverServer {
  public:
-  explicit DriverServer(const std::vector<std::string>& options = {});
+  explicit DriverServer(const std::vector<std::string>& options = {},
+                        const Program::Environment& environment = {});
   int port() const { return port_; }
   Program& program() { return program_; }
 
@@ -48,8 +49,9 @@ class DriverServer {
 };
 
 struct Driver : DriverServer, DriverClient {
-  explicit Driver(const std::vector<std::string>& options = {})
-      : DriverServer(options), DriverClient(port()) {}
+  explicit Driver(const std::vector<std::string>& options = {},
+                  const Program::Environment& environment = {})
+      : DriverServer(options, environment), DriverClient(port()) {}
 };
 
 bool isAlive(const nlohmann::json& process);

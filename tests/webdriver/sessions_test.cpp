@@ -5,11 +5,13 @@
 #include <filesystem>
 #include <thread>
 
+#include "tests/support/SessionWire.h"
 #include "tests/webdriver/Driver.h"
 
 namespace tarni::test {
 namespace {
 
+namespace fs = std::filesystem;
 using nlohmann::json;
 
 json headless() {
@@ -20,25 +22,17 @@ json asked(const json& capabilities) {
   return {{"capabilities", {{"alwaysMatch", capabilities}}}};
 }
 
-std::size_t foldersLeft() {
-  std::size_t count = 0;
-  for (const auto& entry :
-       std::filesystem::directory_iterator(std::filesystem::temp_directory_path())) {
-    if (entry.path().filename().string().starts_with("tarni-session-")) ++count;
-  }
-  return count;
-}
-
 TEST(WebDriverSessions, EndWithAllThatIsTheirs) {
-  Driver driver;
-  const auto before = foldersLeft();
+  const SessionFolder folder;
+  const auto place = fs::path(folder.socket()).parent_path();
+  Driver driver({}, {{"TMPDIR", place}});
   const json process = driver.newSession({{"appium:app", built("bin/qt-sample-6")}})
                            .value["capabilities"]["tarni:process"];
   EXPECT_TRUE(isAlive(process));
-  EXPECT_GT(foldersLeft(), before);
+  EXPECT_FALSE(fs::is_empty(place));
   EXPECT_EQ(driver.inSession("DELETE", "").value, nullptr);
   EXPECT_FALSE(isAlive(process));
-  EXPECT_EQ(foldersLeft(), before);
+  EXPECT_TRUE(fs::is_empty(place));
   EXPECT_EQ(driver.inSession("GET", "/title").error(), "invalid session id");
   auto impatient = headless();
   impatient["appium:newCommandTimeout"] = 1;
@@ -47,6 +41,7 @@ TEST(WebDriverSessions, EndWithAllThatIsTheirs) {
   const json third = driver.newSession(headless()).value["capabilities"]["tarni:process"];
   driver.program().signal(SIGKILL);
   EXPECT_TRUE(eventually([&] { return !isAlive(third); })) << "the server was killed";
+  EXPECT_TRUE(eventually([&] { return fs::is_empty(place); }));
 }
 
 TEST(WebDriverSessions, ThatCannotBeAreToldOf) {

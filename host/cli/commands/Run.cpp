@@ -11,6 +11,7 @@
 #include "host/cli/Subcommands.h"
 #include "host/cli/Terminal.h"
 #include "host/cli/ToolkitWatch.h"
+#include "host/launch/FreshFolders.h"
 #include "host/launch/ProgramLauncher.h"
 #include "host/launch/ProgramRegistry.h"
 #include "host/launch/RunningProgram.h"
@@ -29,6 +30,7 @@ struct RunOptions {
   std::string displaySize = kDisplaySize;
   bool isolated = false;
   bool ownDisplay = false;
+  bool fresh = false;
 };
 
 std::string_view variable(const char* name) {
@@ -138,6 +140,9 @@ void run(Invocation& invocation, const RunOptions& options) {
   } else {
     warnOfWayland();
   }
+  std::optional<FreshFolders> folders;
+  if (options.fresh) folders.emplace().addTo(launch.environment);
+  launch.onEnded = [&folders] { folders.reset(); };
   Readiness readiness(options.isolated ? ": reach it with tarni --in " + registration->name() + " …"
                                        : "");
   std::optional<ToolkitWatch> toolkit;
@@ -164,6 +169,10 @@ void declareRun(CLI::App& parser, Invocation& invocation) {
                       "on a virtual X display of its own (Xvfb), ended with the program")
           ->type_name("[=WIDTHxHEIGHT]")
           ->expected(0, 1);
+  parser.add_flag(
+      "--fresh", options->fresh,
+      "with empty folders of its own for what it keeps (HOME, XDG_…, TMPDIR), ended with "
+      "the program");
   parser.add_option("PROGRAM", options->command, "the program and its arguments, behind --")
       ->option_text("ARG ...")
       ->required();

@@ -1,7 +1,7 @@
-#include <charconv>
 #include <nlohmann/json.hpp>
 
 #include "host/webdriver/Error.h"
+#include "host/webdriver/Page.h"
 #include "host/webdriver/commands/Handlers.h"
 
 namespace tarni::host::webdriver {
@@ -15,15 +15,6 @@ std::string nameOf(long page) {
   return std::string(kPage) + std::to_string(page);
 }
 
-std::vector<long> pages(Session& session) {
-  std::vector<long> all;
-  const Json answer = session.call("page.list");
-  for (const auto& page : answer.value("pages", Json::array())) {
-    all.push_back(page.value("page", 0L));
-  }
-  return all;
-}
-
 }  // namespace
 
 Json context(Session& session, const Arguments&) {
@@ -32,7 +23,7 @@ Json context(Session& session, const Arguments&) {
 
 Json contexts(Session& session, const Arguments&) {
   Json names = Json::array({kNative});
-  for (const long page : pages(session)) names.push_back(nameOf(page));
+  for (const auto& page : pagesOf(session)) names.push_back(nameOf(page.value("page", 0L)));
   return names;
 }
 
@@ -43,9 +34,10 @@ Json switchToContext(Session& session, const Arguments& arguments) {
     session.page.reset();
     return nullptr;
   }
-  for (const long page : pages(session)) {
-    if (name != nameOf(page)) continue;
-    session.page = page;
+  for (const auto& page : pagesOf(session)) {
+    const long handle = page.value("page", 0L);
+    if (name != nameOf(handle)) continue;
+    session.page = handle;
     return nullptr;
   }
   throw Error("no such window", "there is no context " + compact(name));
