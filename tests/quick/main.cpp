@@ -10,7 +10,6 @@ int main(int argc, char** argv) {
   qputenv("QT_QPA_PLATFORM", "offscreen");
   qputenv("QT_QUICK_BACKEND", "software");
   qputenv("QT_QUICK_CONTROLS_STYLE", "Basic");
-  qputenv("QT_SCALE_FACTOR", SCALE);
   testing::InitGoogleTest(&argc, argv);
   const QApplication application(argc, argv);
   tarni::platform::install(tarni::qt::qtPlatform());

@@ -23,7 +23,7 @@ class Showing : public QuickScreen {
 TEST_F(Showing, PicturesShowTheViewAtTheScreensScale) {
   show(R"(Rectangle { objectName: "red"; x: 50; y: 60; width: 100; height: 80; color: "red"
     Rectangle { objectName: "blue"; x: 10; y: 10; width: 20; height: 20; color: "blue" } })");
-  const double scale = std::stod(SCALE);
+  const double scale = qEnvironmentVariable("QT_SCALE_FACTOR", "1").toDouble();
   const QImage all = imageOf(root());
   EXPECT_EQ(all.size(), QSize(400, 300) * scale);
   EXPECT_EQ(at(all, 10, 10), QColor(Qt::white)) << "where no item draws";
