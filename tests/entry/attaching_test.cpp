@@ -57,11 +57,7 @@ TEST_P(Attaching, ServesAProgramThatRunsOnAsBefore) {
   EXPECT_TRUE(
       eventually([&] { return playback.find("UILabel", "text", "Refreshed").size() == 1; }));
   EXPECT_TRUE(program_.isRunning());
-}
-
-TEST_P(Attaching, ASecondTimeIsRefused) {
-  EXPECT_EQ(attachTo(program_).code, 0);
-  const Result again = tarni({"attach", std::to_string(program_.pid())});
+  const Result again = attachTo(program_);
   EXPECT_EQ(again.code, 5);
   EXPECT_THAT(again.output, HasSubstr("has the agent already"));
 }

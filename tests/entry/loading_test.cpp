@@ -48,13 +48,6 @@ TEST_P(Loading, PassesThroughWrappersThatItLeavesAlone) {
   EXPECT_THAT(program.output(), Not(HasSubstr("not loaded")));
 }
 
-TEST_P(Loading, ByGenericPlugin) {
-  Program program({sample(GetParam())}, {{"QT_PLUGIN_PATH", built("lib")},
-                                         {"QT_QPA_GENERIC_PLUGINS", "tarni"},
-                                         {"QT_QPA_PLATFORM", "offscreen"}});
-  EXPECT_EQ(greeting(), kGreeting);
-}
-
 TEST_P(Loading, TwiceStartsOneAgent) {
   Program::Environment environment = agentEnvironment();
   environment["QT_PLUGIN_PATH"] = built("lib");
@@ -87,9 +80,15 @@ TEST_P(Loading, AToolkitLibraryThatComesLateIsServedToo) {
       << program.output();
 }
 
-TEST_P(Loading, ByLinking) {
-  Program program({built("bin/qt-linked-sample-" + GetParam())},
-                  {{"QT_QPA_PLATFORM", "offscreen"}});
+TEST_P(Loading, ByLinkingOrAsAGenericPlugin) {
+  Program::Environment environment{{"QT_QPA_PLATFORM", "offscreen"}};
+  {
+    const Program linked({built("bin/qt-linked-sample-" + GetParam())}, environment);
+    EXPECT_EQ(greeting(), kGreeting);
+  }
+  environment["QT_PLUGIN_PATH"] = built("lib");
+  environment["QT_QPA_GENERIC_PLUGINS"] = "tarni";
+  const Program program({sample(GetParam())}, environment);
   EXPECT_EQ(greeting(), kGreeting);
 }
 

@@ -116,7 +116,10 @@ TEST(Program, RunsOnWhileTheAgentPausesButStartsNoOtherItem) {
   queue.async([&] { log.emplace_back("third"); });
   bool hasRun = false;
   QTimer::singleShot(0, [&] { hasRun = true; });
+  QElapsedTimer clock;
+  clock.start();
   ASSERT_TRUE(runUntil([&] { return log.size() == 4; }));
+  EXPECT_GE(clock.elapsed(), 50);
   EXPECT_THAT(log, testing::ElementsAre("first starts", "first ends", "second starts", "third"));
   EXPECT_TRUE(hasRun);
 }
@@ -132,13 +135,6 @@ TEST(Program, ServesTheMainQueueInsideAModalDialog) {
   QTimer::singleShot(10000, &dialog, &QDialog::reject);
   EXPECT_EQ(dialog.exec(), QDialog::Accepted);
   background.join();
-}
-
-TEST(Program, PausesForTheTimeAskedFor) {
-  QElapsedTimer clock;
-  clock.start();
-  finish(pause(0.05));
-  EXPECT_GE(clock.elapsed(), 50);
 }
 
 TEST(Program, FacesTheUserWithPopupThenDialogThenTheLastWindow) {
@@ -213,13 +209,10 @@ TEST(Program, DrawsAtOnceWithoutRunningOtherEvents) {
   QCoreApplication::processEvents();
 }
 
-TEST(Program, MakesUuidsAndBase64) {
+TEST(Program, MakesUuids) {
   EXPECT_THAT(current().encoding->UUIDString(),
               testing::MatchesRegex("[0-9A-F]{8}-[0-9A-F]{4}-4[0-9A-F]{3}-[89AB][0-9A-F]{3}-"
                                     "[0-9A-F]{12}"));
-  const std::string bytes("a\0b", 3);
-  EXPECT_EQ(current().encoding->base64EncodedString(std::as_bytes(std::span(bytes))), "YQBi");
-  EXPECT_EQ(current().encoding->base64EncodedString({}), "");
 }
 
 // A search works out once a parent what lies in view, and must say what the rule says of each view.

@@ -65,32 +65,6 @@ TEST_F(Taps, ClickAButtonOnceATime) {
   EXPECT_TRUE(seen.empty()) << "taps in quick order are no double click";
 }
 
-TEST_F(Taps, SwitchTheCheckBoxOfARow) {
-  auto* const tree = add(new QTreeWidget);
-  auto* const item = new QTreeWidgetItem(tree, {"Sugar"});
-  item->setCheckState(0, Qt::Unchecked);
-  showWindow();
-  const auto shown = qt::viewOfWidget(tree)->subviews();
-  const std::vector<platform::UIViewRef> views(shown.begin(), shown.end());
-  const auto box = std::ranges::find_if(
-      views, [](const auto& view) { return view->getClass()->name() == "UISwitch"; });
-  ASSERT_NE(box, views.end());
-  const platform::UIViewRef& view = *box;
-  EXPECT_EQ(view->accessibilityLabel(), "Sugar");
-  finish(KIFAdditions::tap(view));
-  EXPECT_EQ(item->checkState(0), Qt::Checked);
-  const auto control = platform::as<platform::UISwitch>(view);
-  EXPECT_TRUE(control->isOn());
-  finish(control->setOn(false));
-  EXPECT_EQ(item->checkState(0), Qt::Unchecked);
-  // The text beside it selects the row and switches nothing.
-  finish(tapAt(tree->viewport(), tree->visualItemRect(item).center()));
-  EXPECT_EQ(item->checkState(0), Qt::Unchecked);
-  EXPECT_TRUE(item->isSelected());
-  delete item;
-  EXPECT_TRUE(view->isHidden());
-}
-
 Task<void> openAndAccept(QPushButton* button, QMessageBox*& box, bool& isOpenAfterTap) {
   co_await tap(button);
   isOpenAfterTap = box && box->isVisible();
@@ -98,24 +72,17 @@ Task<void> openAndAccept(QPushButton* button, QMessageBox*& box, bool& isOpenAft
   co_await tap(box->button(QMessageBox::Yes));
 }
 
-class ModalTaps : public Taps, public testing::WithParamInterface<bool> {};
-
-TEST_P(ModalTaps, OpenADialogAndPressAButtonInIt) {
+TEST_F(Taps, OpenADialogAsTheyPressAndPressAButtonInIt) {
   auto* const button = add(new QPushButton("Ask"));
   QMessageBox* box = nullptr;
   int answer = 0;
-  const auto ask = [&] {
+  QObject::connect(button, &QPushButton::pressed, [&] {
     QMessageBox question(QMessageBox::Question, "Title", "Text", QMessageBox::Yes | QMessageBox::No,
                          &window_);
     box = &question;
     answer = question.exec();
     box = nullptr;
-  };
-  if (GetParam()) {
-    QObject::connect(button, &QPushButton::pressed, ask);
-  } else {
-    QObject::connect(button, &QPushButton::clicked, ask);
-  }
+  });
   showWindow();
   bool isOpenAfterTap = false;
   finish(openAndAccept(button, box, isOpenAfterTap));
@@ -123,9 +90,6 @@ TEST_P(ModalTaps, OpenADialogAndPressAButtonInIt) {
   EXPECT_TRUE(runUntil([&] { return answer != 0; }));
   EXPECT_EQ(answer, QMessageBox::Yes);
 }
-
-INSTANTIATE_TEST_SUITE_P(On, ModalTaps, testing::Bool(),
-                         [](const auto& info) { return info.param ? "Press" : "Click"; });
 
 TEST_F(Taps, OutliveTheWindowThatTheyClose) {
   auto* const dialog = new QDialog;
@@ -258,6 +222,10 @@ TEST_P(Looks, ChangeNothingForAFinger) {
   }
   EXPECT_TRUE(check->isChecked());
   EXPECT_TRUE(radio->isChecked());
+  // The text beside the box of a row selects the row and switches nothing.
+  finish(tapAt(tree->viewport(), tree->visualItemRect(item).center()));
+  EXPECT_EQ(item->checkState(0), Qt::Unchecked);
+  EXPECT_TRUE(item->isSelected());
   for (const auto& [widget, name] :
        {std::pair<QWidget*, const char*>{tree, "UISwitch"}, {tabs->tabBar(), "UITabBarButton"}}) {
     platform::UIViewRef last;
