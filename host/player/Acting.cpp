@@ -59,7 +59,7 @@ FoundElement Acting::elementAsItIs() {
   auto found = other(step_.element());
   played_.element = found.description;
   played_.locator = found.locator;
-  if (found.locator > 0) propose(found);
+  if (!found.isFirstWay) propose(found);
   return found;
 }
 

@@ -28,30 +28,44 @@ long FoundElement::handle() const {
   return description.value("element", 0L);
 }
 
-FoundElement ElementFinder::await(const Json& element, Deadline deadline) {
+// A position holds in a window whose title is in another language, too.
+std::vector<ElementFinder::Way> ElementFinder::waysTo(const Json& element) {
+  std::vector<Way> ways;
   const auto locators = locatorsIn(element);
-  if (locators.empty()) throw StepFailure("the step says no way to find its element");
-  if (auto first = look(locators, 1); first.found) return *std::move(first.found);
+  for (std::size_t i = 0; i < locators.size(); ++i) {
+    ways.push_back({locators[i], i});
+    if (!locators[i].contains("xpath") || !locators[i].contains("windowTitle")) continue;
+    Json anywhere = locators[i];
+    anywhere.erase("windowTitle");
+    ways.push_back({std::move(anywhere), i});
+  }
+  return ways;
+}
+
+FoundElement ElementFinder::await(const Json& element, Deadline deadline) {
+  const auto ways = waysTo(element);
+  if (ways.empty()) throw StepFailure("the step says no way to find its element");
+  if (auto first = look(ways, 1); first.found) return *std::move(first.found);
   const auto certain = Clock::now() + std::min(kTimeToBeCertain, timeUntil(deadline) / 2);
-  awaitOnly(locators.front(), certain);
+  awaitOnly(ways.front().find, certain);
   while (true) {
-    auto all = look(locators, locators.size());
+    auto all = look(ways, ways.size());
     if (all.found) return *std::move(all.found);
-    if (Clock::now() >= deadline) explain(element, locators, all);
-    awaitOnly(locators.front(), std::min(deadline, Clock::now() + kBetweenLooks));
+    if (Clock::now() >= deadline) explain(element, ways, all);
+    awaitOnly(ways.front().find, std::min(deadline, Clock::now() + kBetweenLooks));
   }
 }
 
-ElementFinder::Look ElementFinder::look(const std::vector<Json>& locators, std::size_t most) {
+ElementFinder::Look ElementFinder::look(const std::vector<Way>& ways, std::size_t most) {
   Look look;
-  for (std::size_t i = 0; i < std::min(most, locators.size()); ++i) {
-    Json parameters = locators[i];
+  for (std::size_t i = 0; i < std::min(most, ways.size()); ++i) {
+    Json parameters = ways[i].find;
     parameters["limit"] = kEnough;
     const Json answer = client_.call("element.find", std::move(parameters));
     const auto elements = answer.value("elements", Json::array());
     look.matches.push_back(elements.size());
     if (elements.size() != 1) continue;
-    look.found = FoundElement{elements.front(), i};
+    look.found = FoundElement{elements.front(), ways[i].locator, i == 0};
     break;
   }
   return look;
@@ -66,15 +80,14 @@ void ElementFinder::awaitOnly(const Json& locator, Deadline deadline) {
   }
 }
 
-void ElementFinder::explain(const Json& element, const std::vector<Json>& locators,
-                            const Look& look) {
+void ElementFinder::explain(const Json& element, const std::vector<Way>& ways, const Look& look) {
   std::string why = "not found";
   for (std::size_t i = 0; i < look.matches.size(); ++i) {
     const auto count = look.matches[i];
     const auto fits = count == 0         ? std::string("fits nothing")
                       : count == kEnough ? "fits " + std::to_string(count) + " or more"
                                          : "fits " + std::to_string(count);
-    why += (i == 0 ? ": " : ", ") + locatorInWords(locators[i]) + " " + fits;
+    why += (i == 0 ? ": " : ", ") + locatorInWords(ways[i].find) + " " + fits;
   }
   const Json tree = client_.call("tree.get");
   const auto elements = tree.value("elements", std::vector<Json>());

@@ -16,6 +16,7 @@ namespace tarni::host {
 struct FoundElement {
   Json description;
   std::size_t locator = 0;  // of the element's, that found it
+  bool isFirstWay = true;   // not so when another way was there before
 
   long handle() const;
 };
@@ -28,15 +29,21 @@ class ElementFinder {
   FoundElement await(const Json& element, Deadline deadline);
 
  private:
+  // A locator, or what is left of it without what a translation changes.
+  struct Way {
+    Json find;
+    std::size_t locator;
+  };
+  static std::vector<Way> waysTo(const Json& element);
+
   struct Look {
     std::optional<FoundElement> found = {};
-    std::vector<std::size_t> matches = {};  // of each locator that was tried, at most kEnough
+    std::vector<std::size_t> matches = {};  // of each way that was tried, at most kEnough
   };
 
-  Look look(const std::vector<Json>& locators, std::size_t most);
+  Look look(const std::vector<Way>& ways, std::size_t most);
   void awaitOnly(const Json& locator, Deadline deadline);
-  [[noreturn]] void explain(const Json& element, const std::vector<Json>& locators,
-                            const Look& look);
+  [[noreturn]] void explain(const Json& element, const std::vector<Way>& ways, const Look& look);
 
   SessionClient& client_;
 };

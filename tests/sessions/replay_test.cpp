@@ -291,22 +291,69 @@ TEST_P(Replays, KeepTheTapThatEndsTheProgram) {
   EXPECT_EQ(steps.back().inWords(), "menu File > Quit");
 }
 
-// Its wizard has pages, hidden fields and a file dialog with a loop of its own.
-TEST(ReplaysOfKeePassXC, CreateADatabaseInAFreshHome) {
-  const Display display;
-  const auto home =
-      std::filesystem::temp_directory_path() / ("tarni-replay-home-" + std::to_string(getpid()));
-  std::filesystem::create_directories(home);
-  auto environment = display.environment();
-  for (const auto* name : {"HOME", "TMPDIR", "XDG_RUNTIME_DIR"}) environment[name] = home;
-  for (const auto* name : {"XDG_CONFIG_HOME", "XDG_DATA_HOME", "XDG_CACHE_HOME"}) {
-    environment[name] = "";
+// A program that nobody here wrote, in a home that nobody has lived in.
+struct RealSession {
+  const char* name;
+  const char* file;  // as it was recorded with a real hand
+  const char* says;
+  std::vector<std::string> options = {};
+};
+
+class ReplaysOfPrograms : public testing::TestWithParam<RealSession> {
+ protected:
+  ReplaysOfPrograms() { std::filesystem::create_directories(home_); }
+  ~ReplaysOfPrograms() override { std::filesystem::remove_all(home_); }
+
+  Program::Environment environment() const {
+    auto environment = display_.environment();
+    for (const auto* name : {"HOME", "TMPDIR", "XDG_RUNTIME_DIR"}) environment[name] = home_;
+    for (const auto* name : {"XDG_CONFIG_HOME", "XDG_DATA_HOME", "XDG_CACHE_HOME"}) {
+      environment[name] = "";
+    }
+    environment["LC_ALL"] = environment["LANGUAGE"] = "C.UTF-8";
+    environment["DBUS_SESSION_BUS_ADDRESS"] = "unix:path=/nonexistent";
+    return environment;
   }
-  Program player({built("bin/tarni"), "play", "--trust", kept("keepassxc.json")}, environment);
+
+  const Display display_;
+  const std::filesystem::path home_ =
+      std::filesystem::temp_directory_path() / ("tarni-replay-home-" + std::to_string(getpid()));
+};
+
+// What Linguist translates.
+constexpr auto kTexts = R"(<!DOCTYPE TS><TS version="2.1" language="de_DE">
+<context><name>Main</name><message><source>Open</source><translation type="unfinished"/></message>
+<message><source>Close</source><translation type="unfinished"/></message></context>
+<context><name>Other</name><message><source>Quit</source><translation type="unfinished"/></message>
+</context></TS>)";
+
+INSTANTIATE_TEST_SUITE_P(
+    Of, ReplaysOfPrograms,
+    testing::Values(
+        // A wizard with pages, hidden fields and a file dialog with a loop of its own.
+        RealSession{"StreamOfKeePassXC", "keepassxc.json", "15 of 15 steps passed"},
+        RealSession{"KeePassXC",
+                    "keepassxc-by-hand.json",
+                    "25 of 25 steps passed",
+                    {"--secret", "passwordEdit=s3cret"}},
+        RealSession{"Kate", "kate-by-hand.json", "17 of 17 steps passed"},
+        RealSession{"Linguist",
+                    "linguist-by-hand.json",
+                    "28 of 28 steps passed",
+                    {"--program", "/usr/lib/qt6/bin/linguist x.ts"}}),
+    [](const auto& info) { return info.param.name; });
+
+TEST_P(ReplaysOfPrograms, DoAgainWhatAHandDid) {
+  const auto& session = GetParam();
+  std::ofstream(home_ / "x.ts") << kTexts;
+  std::vector<std::string> command = {
+      "env", "-C", home_, built("bin/tarni"), "play", "--trust", kept(session.file)};
+  command.insert(command.end(), session.options.begin(), session.options.end());
+  Program player(command, environment());
   EXPECT_EQ(player.wait(100s), 0) << player.output();
-  EXPECT_THAT(player.output(), HasSubstr("15 of 15 steps passed"));
-  EXPECT_TRUE(std::filesystem::exists(home / "family.kdbx"));
-  std::filesystem::remove_all(home);
+  EXPECT_THAT(player.output(), HasSubstr(session.says));
+  const bool hasDatabase = std::filesystem::exists(home_ / "family.kdbx");
+  EXPECT_EQ(hasDatabase, std::string(session.file) == "keepassxc.json");
 }
 
 }  // namespace
