@@ -45,8 +45,12 @@ export class Inspected {
     this.page.on('console', (line) => line.type() === 'error' && this.problems.push(line.text()));
     this.page.setDefaultTimeout(20000);
     await this.page.goto(this.address + hash);
-    await this.page.getByText('running', { exact: true }).waitFor();
-    await this.page.locator('.window img').first().waitFor();
+    try {
+      await this.page.getByText('running', { exact: true }).waitFor();
+      await this.page.locator('.window img').first().waitFor();
+    } catch (error) {
+      throw new Error(`${error.message}\nThe page says:\n${await this.page.innerText('body')}`);
+    }
     return this.page;
   }
 

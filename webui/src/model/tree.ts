@@ -92,7 +92,7 @@ export class Tree {
     return all;
   }
 
-  // What has nothing drawn of its own often lies over others: only what hides five places counts.
+  // One element over all of it: a background below many others is no more covered than a wall.
   private findCover(node: Node): Node | null {
     const { x, y, width, height } = node.is.rect;
     const window = this.windowOf(node).id;
@@ -106,7 +106,8 @@ export class Tree {
     ] as const) {
       const top = this.at(window, x + width * right, y + height * down);
       if (!top || isWithin(top, node) || isWithin(node, top)) return null;
-      cover ??= top;
+      if (cover && cover !== top) return null;
+      cover = top;
     }
     return cover;
   }
