@@ -35,8 +35,7 @@ class UIItemCell {
   virtual Task<void> setExpanded(bool expanded) = 0;
   // What a person's edit of the cell would leave in it. Throws NSException (invalid argument) where
   // a person cannot edit it or the application does not take the value.
-  virtual Task<void> setCellValue(std::string value) {
-    (void)value;
+  virtual Task<void> setCellValue(std::string /*value*/) {
     throw NSException(NSInvalidArgumentException, "The cell cannot be edited");
   }
 };
