@@ -93,7 +93,7 @@ function drawTimes() {
 function fillSteps() {
   steps.forEach((step, index) => {
     const took = step.result === "not played" ? "" : seconds(step.seconds);
-    const item = make("li", { role: "option", id: `step-${index + 1}`, class: styleOf(step),
+    const item = make("li", { role: "option", id: `item-${index + 1}`, class: styleOf(step),
       "aria-selected": "false" },
     make("span", { class: "number" }, String(index + 1)),
     make("span", { class: "words" }, step.words), make("span", { class: "took" }, took),
@@ -116,9 +116,9 @@ let chosen = -1;
 function choose(index) {
   const next = Math.min(Math.max(index, 0), steps.length - 1);
   if (next === chosen || steps.length === 0) return;
-  byId(`step-${chosen + 1}`)?.setAttribute("aria-selected", "false");
+  byId(`item-${chosen + 1}`)?.setAttribute("aria-selected", "false");
   chosen = next;
-  const item = byId(`step-${chosen + 1}`);
+  const item = byId(`item-${chosen + 1}`);
   item.setAttribute("aria-selected", "true");
   scrollTo(item, byId("steps"));
   byId("steps").setAttribute("aria-activedescendant", item.id);
@@ -126,7 +126,7 @@ function choose(index) {
   byId("now").setAttribute("x", x - 2);
   byId("now").setAttribute("width", width + 4);
   showStep(steps[chosen]);
-  history.replaceState(null, "", `#${item.id}`);
+  history.replaceState(null, "", `#step-${chosen + 1}`);
 }
 
 const kKeys = { ArrowDown: 1, ArrowRight: 1, j: 1, ArrowUp: -1, ArrowLeft: -1, k: -1,
