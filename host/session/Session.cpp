@@ -57,14 +57,19 @@ void Session::insert(std::size_t at, Step step) {
   steps_.insert(steps_.begin() + static_cast<std::ptrdiff_t>(at), std::move(step));
 }
 
+void Session::requirePlace(std::size_t at) const {
+  if (at >= steps_.size()) throw std::out_of_range("the session has no such place");
+}
+
 void Session::remove(std::size_t at) {
-  steps_.at(at);
+  requirePlace(at);
   steps_.erase(steps_.begin() + static_cast<std::ptrdiff_t>(at));
 }
 
 void Session::move(std::size_t from, std::size_t to) {
-  Step step = steps_.at(from);
-  steps_.at(to);
+  requirePlace(from);
+  requirePlace(to);
+  Step step = steps_[from];
   remove(from);
   insert(to, std::move(step));
 }

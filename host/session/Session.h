@@ -45,6 +45,8 @@ class Session {
   std::vector<std::string> secrets() const;
 
  private:
+  void requirePlace(std::size_t at) const;
+
   std::vector<Step> steps_;
 };
 
