@@ -11,9 +11,12 @@ namespace tarni::test {
 namespace {
 
 constexpr const char* kScene = R"(import QtQuick 2.15
+import QtQuick.Controls 2.15
 Rectangle { id: scene; width: 200; height: 100; color: "red"; property int taps
   Rectangle { objectName: "target"; x: 20; y: 30; width: 50; height: 40; color: "blue"
-    MouseArea { anchors.fill: parent; onClicked: ++scene.taps } } })";
+    MouseArea { anchors.fill: parent; onClicked: ++scene.taps } }
+  property bool hovered: button.hovered
+  AbstractButton { id: button; hoverEnabled: true; x: 100; width: 50; height: 40 } })";
 
 class Hosts : public testing::Test {
  protected:
@@ -23,7 +26,7 @@ class Hosts : public testing::Test {
     ASSERT_EQ(hostView->subviews().size(), 1U);
     const UIViewRef root = hostView->subviews().front();
     EXPECT_EQ(root->superview(), hostView);
-    ASSERT_EQ(root->subviews().size(), 1U);
+    ASSERT_EQ(root->subviews().size(), 2U);
     const UIViewRef target = root->subviews().front();
     EXPECT_EQ(target->accessibilityIdentifier(), "target");
     EXPECT_EQ(target->window(), qt::viewOfWidget(&window_));
@@ -35,6 +38,8 @@ class Hosts : public testing::Test {
     EXPECT_EQ(qt::viewOfWidget(&window_)->hitTest(middle), target);
     finish(KIFAdditions::tapAtPoint(target, {25, 20}));
     EXPECT_TRUE(runUntil([&] { return scene.property("taps").toInt() == 1; }));
+    finish(KIFAdditions::longPressAtPoint(root->subviews().back(), {25, 20}, 0.2));
+    EXPECT_TRUE(runUntil([&] { return !scene.property("hovered").toBool(); }));
     const platform::UIImageRef picture = pictureOf(target);
     ASSERT_TRUE(picture);
     const QImage image = std::dynamic_pointer_cast<const qt::QtImage>(picture)->image();

@@ -7,6 +7,7 @@
 #include <QtGui/QStyleHints>
 #include <QtGui/QTouchEvent>
 #include <QtGui/QWindow>
+#include <QtWidgets/QWidget>
 #include <algorithm>
 
 #include "backends/qt/input/NativeWindows.h"
@@ -94,17 +95,27 @@ QWindowSystemInterface::TouchPoint nativePoint(const QWindow& window,
   return native;
 }
 
+// What is told of the scene of Qt Quick there: its window, or the widget that draws it; null for
+// none.
+QObject* sceneAt(QWindow& window, QPointF position) {
+  if (!window.inherits("QWidgetWindow")) return &window;
+  QWidget* const shell = QWidget::find(window.winId());
+  if (!shell) return nullptr;
+  QWidget* const child = shell->childAt(position.toPoint());
+  QWidget* const touched = child ? child : shell;
+  return touched->inherits("QQuickWidget") ? touched : nullptr;
+}
+
 // Qt Quick takes what a finger rests on while a frame is drawn for hovered, and does not end that
 // when the finger is lifted, unless a frame is drawn during the next touch. A menu bar whose title
 // it takes for hovered keeps a menu for open that has closed, and the next tap does not open it.
 // Comes in time even if lifting the finger starts a nested loop.
-void endHoverSoon(QWindow& window) {
-  if (window.inherits("QWidgetWindow")) return;
-  const auto leave = [&window] {
+void endHoverSoon(QObject& scene) {
+  const auto leave = [&scene] {
     QEvent event(QEvent::Leave);
-    QCoreApplication::sendEvent(&window, &event);
+    QCoreApplication::sendEvent(&scene, &event);
   };
-  QMetaObject::invokeMethod(&window, leave, Qt::QueuedConnection);
+  QMetaObject::invokeMethod(&scene, leave, Qt::QueuedConnection);
 }
 
 }  // namespace
@@ -118,7 +129,8 @@ void QtTouchScreen::touch(QWindow& window, const std::vector<Point>& points) {
   const bool isLast = std::all_of(points.begin(), points.end(), [](const Point& point) {
     return point.state == State::Released;
   });
-  if (isLast) endHoverSoon(window);
+  QObject* const scene = isLast ? sceneAt(window, points.front().position) : nullptr;
+  if (scene) endHoverSoon(*scene);
   QWindowSystemInterface::handleTouchEvent<QWindowSystemInterface::SynchronousDelivery>(
       &window, nextTimestamp(isPress), &device(), native);
 }
