@@ -51,6 +51,7 @@ constexpr Subcommand kSubcommands[] = {
     {"reference", "Print what is installed beside the tool", declareReference, kNotInScript},
     {"webdriver", "Serve clients of WebDriver: Selenium, Appium and those like them",
      declareWebDriver, kNotInScript},
+    {"grid", "Share programs on many machines by Selenium Grid", declareGrid, kNotInScript},
     {"scripts", "Offer the scripts for web pages", declareScripts, kNotInScript},
     {"do", "Carry out commands, one a line, in one connection", declareDo, kNotInScript},
 };

@@ -63,6 +63,7 @@ void declareTree(CLI::App& parser, Invocation& invocation);
 void declareType(CLI::App& parser, Invocation& invocation);
 void declareWait(CLI::App& parser, Invocation& invocation);
 void declareWebDriver(CLI::App& parser, Invocation& invocation);
+void declareGrid(CLI::App& parser, Invocation& invocation);
 void declareWindows(CLI::App& parser, Invocation& invocation);
 
 // All in commands/Query.cpp.

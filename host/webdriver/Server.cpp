@@ -113,6 +113,7 @@ http::Reply Server::status() {
     }
     return replyWith({{"ready", status == 200 && !sessions_.isFull()},
                       {"message", message},
+                      {"sessions", {{"most", sessions_.most()}}},
                       {"build", {{"name", "Tarni"}, {"version", TARNI_VERSION}}}},
                      status);
   });

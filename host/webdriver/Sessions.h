@@ -34,6 +34,7 @@ class Sessions {
   // Ends it. A command of it that runs fails.
   void end(const std::string& id);
 
+  std::size_t most() const { return most_; }
   bool isFull();
   // Identifier, capabilities and time of creation of each.
   Json list();
