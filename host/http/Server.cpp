@@ -68,7 +68,7 @@ std::string Server::url() const {
 
 void Server::configure() {
   auto& library = *library_;
-  library.new_task_queue = [] { return new ThreadPerConnection; };
+  library.new_task_queue = [this] { return new ThreadPerConnection(port_); };
   library.set_tcp_nodelay(true);
   library.set_keep_alive_max_count(kMostRequestsAConnection);
   library.set_keep_alive_timeout(kIdleSeconds);

@@ -7,6 +7,7 @@
 
 #include <condition_variable>
 #include <cstddef>
+#include <cstdint>
 #include <functional>
 #include <mutex>
 
@@ -14,11 +15,15 @@ namespace tarni::host::http {
 
 class ThreadPerConnection : public httplib::TaskQueue {
  public:
+  // `port` is the one of the server.
+  explicit ThreadPerConnection(std::uint16_t port) : port_(port) {}
+
   void enqueue(std::function<void()> serve) override;
-  // Waits for all of them.
+  // Waits for what is being answered; connections that say nothing end at once.
   void shutdown() override;
 
  private:
+  const std::uint16_t port_;
   std::mutex mutex_;
   std::condition_variable ended_;
   std::size_t count_ = 0;

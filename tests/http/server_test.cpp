@@ -103,5 +103,15 @@ TEST_F(HttpServer, EventsComeAsTheyAreAndSilentConnectionsHoldNobody) {
   EXPECT_EQ(events->body, "data: a\ndata: b\n\n:\n\ndata: a\ndata: b\n\n");
 }
 
+TEST(HttpServerAlone, EndsWhileAClientKeepsItsConnection) {
+  Server server({}, routes());
+  std::thread thread([&server] { server.serve(); });
+  httplib::Client kept("127.0.0.1", server.port());
+  kept.set_keep_alive(true);
+  EXPECT_EQ(kept.Get("/status")->status, 200);
+  server.stop();
+  thread.join();
+}
+
 }  // namespace
 }  // namespace tarni::host::http
