@@ -1,0 +1,22 @@
+// `tarni webdriver` on a port of its own, which ends with the test.
+//   TARNI: the tool
+import { spawn } from 'node:child_process';
+import { once } from 'node:events';
+import { createInterface } from 'node:readline';
+
+export async function startServer(test, ...options) {
+  const words = ['webdriver', '--port', '0', ...options];
+  const server = spawn(process.env.TARNI, words, { stdio: ['ignore', 'pipe', 'inherit'] });
+  test.after(async () => {
+    server.kill();
+    await once(server, 'exit');
+  });
+  const [line] = await once(createInterface(server.stdout), 'line');
+  return new URL(line);
+}
+
+export const capabilities = {
+  platformName: 'linux',
+  'appium:automationName': 'Tarni',
+  'appium:app': 'keepassxc',
+};
