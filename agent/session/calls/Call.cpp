@@ -2,6 +2,7 @@
 
 #include <utility>
 
+#include "agent/session/calls/Turns.h"
 #include "platform/Foundation/Guarded.h"
 #include "platform/Foundation/NSException.h"
 #include "platform/Platform.h"
@@ -64,8 +65,7 @@ void Call::begin() {
 }
 
 void Call::takeTurn() {
-  platform::current().dispatch->mainQueue().asyncTask(
-      [self = shared_from_this()] { return self->turn(); });
+  Turns::sharedInstance().add(shared_from_this());
 }
 
 Task<void> Call::turn() {

@@ -60,6 +60,8 @@ class Call : public std::enable_shared_from_this<Call> {
   void resume();
   // Takes it up in a turn of its own. Any thread.
   void takeTurn();
+  // The turn itself: until the work parks or ends. Throws nothing. Main thread.
+  platform::Task<void> turn();
   // Parks for that long.
   platform::Task<void> pause(double milliseconds);
 
@@ -72,7 +74,6 @@ class Call : public std::enable_shared_from_this<Call> {
   };
   struct Turn;
 
-  platform::Task<void> turn();
   platform::Task<void> work();
   platform::Task<Result> measuredResult();
   void proceed();

@@ -4,6 +4,7 @@
 #include "agent/session/input/HeldInput.h"
 #include "agent/session/input/Keys.h"
 #include "agent/session/methods/Handlers.h"
+#include "agent/session/methods/OwnText.h"
 #include "agent/session/screen/Description.h"
 #include "agent/session/screen/Elements.h"
 #include "agent/session/screen/Locators.h"
@@ -142,6 +143,8 @@ Answer click(CallRef call) {
   requireEnabled(viewIn(call));
   platform::UIWindowRef window = viewIn(call)->window();
   // 2. There, with the modifiers down, the button goes down and up.
+  OwnText own;
+  own.willWrite();
   co_await devices.movePointer(window, point);
   co_await modifiers.press(held);
   for (long turn = 0; turn < count; ++turn) {
@@ -197,6 +200,8 @@ Answer setValue(CallRef call) {
     co_return Result();
   }
   std::string text = value.is_string() ? value.get<std::string>() : jsonText(value);
+  OwnText own;
+  own.willWrite();
   if (const auto control = platform::as<platform::UIValueControl>(view)) {
     co_await control->chooseValue(std::move(text));
   } else if (const auto cell = platform::as<platform::UIItemCell>(view)) {

@@ -1,13 +1,12 @@
 #include <algorithm>
 #include <cmath>
 
-#include "agent/recording/RecorderAction.h"
 #include "agent/session/input/Acting.h"
 #include "agent/session/input/HeldInput.h"
 #include "agent/session/input/Keys.h"
 #include "agent/session/methods/Handlers.h"
+#include "agent/session/methods/OwnText.h"
 #include "agent/session/screen/Elements.h"
-#include "agent/session/screen/Survey.h"
 #include "platform/Platform.h"
 
 namespace tarni::session::input {
@@ -130,23 +129,14 @@ Task<void> focusOn(const Json& parameters) {
   co_await view->becomeFirstResponder();
 }
 
-// What the keyboard wrote is no person's text.
-void leaveOutOfRecording() {
-  for (const UIWindowRef& window : shownWindows()) {
-    surveyWindow(window, [](const Seen& seen) {
-      if (!seen.view->isFirstResponder()) return true;
-      RecorderAction::leaveOutTextOf(seen.view);
-      return false;
-    });
-  }
-}
-
 }  // namespace
 
 Answer pointer(CallRef call) {
   inputDevices();
+  OwnText own;
   for (const Json& step : stepsIn(call)) {
     auto [name, value] = stepOf(step);
+    own.willWrite();
     co_await pointerStep(call, std::move(name), std::move(value));
   }
   co_return Result();
@@ -155,11 +145,12 @@ Answer pointer(CallRef call) {
 Answer keys(CallRef call) {
   inputDevices();
   co_await focusOn(call->parameters());
+  OwnText own;
   for (const Json& step : stepsIn(call)) {
     auto [name, value] = stepOf(step);
+    own.willWrite();
     co_await keyStep(call, std::move(name), std::move(value));
   }
-  leaveOutOfRecording();
   co_return Result();
 }
 
@@ -176,8 +167,9 @@ Answer text(CallRef call) {
   inputDevices();
   co_await focusOn(call->parameters());
   std::string text = call->parameters()["text"].get<std::string>();
+  OwnText own;
+  own.willWrite();
   co_await inputDevices().commitText(std::move(text));
-  leaveOutOfRecording();
   co_return Result();
 }
 
