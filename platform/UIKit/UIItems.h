@@ -5,7 +5,6 @@
 #include <optional>
 #include <string>
 
-#include "platform/Foundation/NSException.h"
 #include "platform/UIKit/UIView.h"
 
 namespace tarni::platform {
@@ -35,9 +34,7 @@ class UIItemCell {
   virtual Task<void> setExpanded(bool expanded) = 0;
   // What a person's edit of the cell would leave in it. Throws NSException (invalid argument) where
   // a person cannot edit it or the application does not take the value.
-  virtual Task<void> setCellValue(std::string /*value*/) {
-    throw NSException(NSInvalidArgumentException, "The cell cannot be edited");
-  }
+  virtual Task<void> setCellValue(std::string value) = 0;
 };
 
 // A control with a value that is not a text field's: a combo box, a spin box, a slider, a tab bar.

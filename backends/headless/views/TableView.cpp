@@ -3,6 +3,7 @@
 #include <cmath>
 
 #include "backends/headless/drawing/Canvas.h"
+#include "platform/Foundation/NSException.h"
 
 namespace tarni::headless {
 namespace {
@@ -26,6 +27,10 @@ TableViewCell::TableViewCell(std::optional<std::string> text, platform::Class cl
   setBackgroundColor(colors::kWhite);
   contentView_->addSubview(label_);
   addSubview(contentView_);
+}
+
+platform::Task<void> TableViewCell::setCellValue(std::string /*value*/) {
+  throw platform::NSException(platform::NSInvalidArgumentException, "The cell cannot be edited");
 }
 
 platform::ItemPlace TableViewCell::place() const {

@@ -21,6 +21,8 @@ class TableViewCell : public View, public platform::UITableViewCell, public plat
   platform::ItemPlace place() const override;
   std::optional<bool> isSelected() const override;
   platform::Task<void> setExpanded(bool) override { co_return; }
+  // Nobody can edit it.
+  platform::Task<void> setCellValue(std::string value) override;
   void setText(std::optional<std::string> text) { label_->setText(std::move(text)); }
   const ViewRef& contentView() const { return contentView_; }
   const std::shared_ptr<Label>& textLabel() const { return label_; }

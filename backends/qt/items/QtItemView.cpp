@@ -17,6 +17,7 @@
 #include "backends/qt/program/QtText.h"
 #include "backends/qt/program/Stillness.h"
 #include "backends/qt/views/ViewRegistry.h"
+#include "platform/Foundation/NSException.h"
 #include "platform/UIKit/Classes.h"
 
 namespace tarni::qt {

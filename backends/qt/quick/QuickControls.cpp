@@ -15,6 +15,7 @@
 #include "backends/qt/quick/QuickValues.h"
 #include "backends/qt/quick/QuickWebView.h"
 #include "backends/qt/views/ViewRegistry.h"
+#include "platform/Foundation/NSException.h"
 
 namespace tarni::qt {
 namespace {
@@ -215,6 +216,10 @@ Task<void> QuickCell::setExpanded(bool expanded) {
     QMetaObject::invokeMethod(const_cast<QQuickItem*>(tree), "toggleExpanded",
                               Q_ARG(int, ofDelegate(*row, "row").toInt()));
   });
+}
+
+Task<void> QuickCell::setCellValue(std::string /*value*/) {
+  throw platform::NSException(platform::NSInvalidArgumentException, "The cell cannot be edited");
 }
 
 std::optional<std::string> QuickCell::cellText() const {

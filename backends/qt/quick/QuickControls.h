@@ -80,6 +80,8 @@ class QuickCell final : public QuickView,
   std::optional<bool> isSelected() const override;
   std::optional<bool> isExpanded() const override;
   platform::Task<void> setExpanded(bool expanded) override;
+  // Delegates say of nothing that a person can edit it.
+  platform::Task<void> setCellValue(std::string value) override;
   // The delegate's own text, or else the first text in it.
   std::optional<std::string> cellText() const override;
 };
