@@ -47,6 +47,7 @@ void CFRelease(CFTypeRef object);
 CFRunLoopRunResult CFRunLoopRunInMode(CFRunLoopMode mode, CFTimeInterval seconds,
                                       unsigned char returnAfterSourceHandled);
 
+// NOLINTNEXTLINE(readability-identifier-naming): Apple's names
 enum { kCFRunLoopBeforeWaiting = 1UL << 5, kCFRunLoopAfterWaiting = 1UL << 6 };
 typedef void (*CFRunLoopObserverCallBack)(CFRunLoopObserverRef observer, CFRunLoopActivity activity,
                                           void* info);

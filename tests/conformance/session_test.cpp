@@ -2,9 +2,7 @@
 #include <gmock/gmock.h>
 #include <sys/stat.h>
 
-#include <atomic>
 #include <map>
-#include <thread>
 
 #include "tests/conformance/Subject.h"
 #include "tests/support/SessionWire.h"
@@ -176,21 +174,6 @@ TEST_P(ConformanceSession, AWaitIsWokenByAnotherClient) {
   const json answer = waiting.answer();
   EXPECT_EQ(answer["id"], 7);
   EXPECT_TRUE(answer["result"].contains("waitedMs")) << answer;
-}
-
-// A step of the recorder and a command of the playback port would else wait for all of them.
-TEST_P(ConformanceSession, RequestsThatComeAtOnceLetTheFixedPortsBeServedInBetween) {
-  constexpr int kRequests = 60;
-  const SessionWire one = client();
-  playback().find("UITextField");
-  std::atomic<int> answered = 0;
-  std::thread reading([&] {
-    for (; answered < kRequests; ++answered) one.answer();
-  });
-  for (int id = 1; id <= kRequests; ++id) one.send("tree.get", {{"picture", true}}, id);
-  playback().find("UITextField");
-  EXPECT_LT(answered, kRequests / 2);
-  reading.join();
 }
 
 TEST_P(ConformanceSession, ADialogThatAClickOpensKeepsNobodyFromBeingAnswered) {
