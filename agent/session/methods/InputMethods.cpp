@@ -136,7 +136,7 @@ Answer pointer(CallRef call) {
   OwnText own;
   for (const Json& step : stepsIn(call)) {
     auto [name, value] = stepOf(step);
-    own.willWrite();
+    if (name == "down" || name == "up") own.willWrite();
     co_await pointerStep(call, std::move(name), std::move(value));
   }
   co_return Result();
