@@ -33,20 +33,6 @@ class Pictures {
   Json addresses_ = Json::array();
 };
 
-const char* wordOfResult(Played::Result result) {
-  switch (result) {
-    case Played::Result::Passed:
-      return "passed";
-    case Played::Result::Failed:
-      return "failed";
-    case Played::Result::Lost:
-      return "connection lost";
-    case Played::Result::NotPlayed:
-      break;
-  }
-  return "not played";
-}
-
 Json waysOf(const Json& element) {
   Json ways = Json::array();
   const auto locators = element.find("locators");
@@ -86,7 +72,7 @@ Json candidatesOf(const Played& played) {
 Json stepOf(const Step& step, const Played& played, Pictures& pictures) {
   const Json& rect = objectIn(played.element, "rect");
   return {{"words", step.inWords()},
-          {"result", wordOfResult(played.result)},
+          {"result", inWords(played.result)},
           {"message", played.message},
           {"began", played.began},
           {"seconds", played.seconds},

@@ -10,6 +10,7 @@
 
 #include "host/guard/Json.h"
 #include "host/player/Candidates.h"
+#include "host/session/PlayResult.h"
 
 namespace tarni::host {
 
@@ -28,12 +29,7 @@ struct StepCosts {
 };
 
 struct Played {
-  enum class Result {
-    NotPlayed,
-    Passed,
-    Failed,
-    Lost,  // the connection ended or the program gave no answer
-  };
+  using Result = PlayResult;
 
   std::size_t number = 0;  // of the step, from 1
   Result result = Result::NotPlayed;

@@ -67,20 +67,6 @@ const char* styleOf(Result result) {
   return result == Result::NotPlayed ? "idle" : "failed";
 }
 
-const char* wordOf(Result result) {
-  switch (result) {
-    case Result::Passed:
-      return "passed";
-    case Result::Failed:
-      return "failed";
-    case Result::Lost:
-      return "connection lost";
-    case Result::NotPlayed:
-      break;
-  }
-  return "not played";
-}
-
 bool isBase64(const std::string& text) {
   constexpr auto kAlphabet = "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789+/=";
   return !text.empty() && text.find_first_not_of(kAlphabet) == std::string::npos;
@@ -180,7 +166,7 @@ std::string top(const PlayedStep& played) {
                          tag("div", "class=\"line\"", position(step.xpath))) +
                  picture(step.picture, "class=\"element\" alt=\"The element as recorded\"") +
                  tag("span", std::string("class=\"badge ") + styleOf(played.result) + "\"",
-                     wordOf(played.result)) +
+                     inWords(played.result)) +
                  tag("div", "class=\"time\"",
                      played.result == Result::NotPlayed ? "" : seconds(played.seconds)));
 }

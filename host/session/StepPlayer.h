@@ -7,18 +7,14 @@
 #include <vector>
 
 #include "host/session/ElementSearch.h"
+#include "host/session/PlayResult.h"
 #include "host/session/RecordedStep.h"
 #include "host/wire/PlaybackClient.h"
 
 namespace tarni::host {
 
 struct PlayedStep {
-  enum class Result {
-    Passed,
-    Failed,
-    Lost,  // the connection ended or the program gave no answer
-    NotPlayed,
-  };
+  using Result = PlayResult;
 
   RecordedStep step;
   Result result = Result::NotPlayed;

@@ -28,20 +28,6 @@ using std::chrono::seconds;
 constexpr seconds kTimeForChannel{5};
 constexpr std::size_t kColumnsOfStep = 80;
 
-const char* wordFor(Played::Result result) {
-  switch (result) {
-    case Played::Result::Passed:
-      return "passed";
-    case Played::Result::Failed:
-      return "failed";
-    case Played::Result::Lost:
-      return "connection lost";
-    case Played::Result::NotPlayed:
-      break;
-  }
-  return "not played";
-}
-
 std::string wayTo(const Step& step, const Played& played) {
   const auto ways = locatorsIn(step.element());
   const bool isKnown = played.locator && *played.locator < ways.size();
@@ -148,7 +134,7 @@ class ChannelPlay : public PlayObserver {
   void printAsJson(const Step& step, const Played& played) const {
     const Json line = {{"number", played.number},          {"act", step.act()},
                        {"words", step.inWords()},          {"passed", !played.hasFailed()},
-                       {"result", wordFor(played.result)}, {"locator", wayTo(step, played)},
+                       {"result", inWords(played.result)}, {"locator", wayTo(step, played)},
                        {"seconds", played.seconds},        {"message", played.message}};
     std::cout << printableJson(compact(line)) << std::endl;
   }
