@@ -30,6 +30,16 @@ bool mayPass(const RequestError& error) {
   return std::ranges::find(kNames, error.name()) != kNames.end();
 }
 
+// Whether it does within a short time: a program may never be at rest.
+bool comesToRest(SessionClient& client) {
+  try {
+    client.call("wait.rest", {{"quiet", kQuiet.count()}}, kLongestUnrest);
+    return true;
+  } catch (const RequestError&) {
+    return false;
+  }
+}
+
 }  // namespace
 
 // The pictures of one step.
@@ -39,19 +49,11 @@ class Player::Show {
 
   void before() { played_.before = picture(); }
   void after() {
-    rest();
+    comesToRest(client_);
     played_.after = picture();
   }
 
  private:
-  void rest() {
-    try {
-      client_.call("wait.rest", {{"quiet", kQuiet.count()}}, kLongestUnrest);
-    } catch (const RequestError&) {
-      // it is never at rest, or nobody can tell
-    }
-  }
-
   // Of the element's window, or of the key window.
   Picture picture() {
     if (played_.element.contains("element")) {
@@ -121,11 +123,7 @@ void Player::tryOften(Acting& acting, Deadline deadline) {
 
 // Whatever kept the step from its element is over when the program has come to rest.
 void Player::awaitChange() {
-  try {
-    client_.call("wait.rest", {{"quiet", kQuiet.count()}}, kLongestUnrest);
-  } catch (const RequestError&) {
-    std::this_thread::sleep_for(kQuiet);  // nobody can tell
-  }
+  if (!comesToRest(client_)) std::this_thread::sleep_for(kQuiet);
 }
 
 std::vector<Played> Player::play(const Session& session, const Course& course,
