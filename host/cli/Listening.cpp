@@ -13,6 +13,7 @@
 #include <vector>
 
 #include "host/cli/Invocation.h"
+#include "host/guard/EndSignals.h"
 #include "host/wire/WireError.h"
 
 namespace tarni::host {
@@ -28,9 +29,7 @@ constexpr milliseconds kTimeToFinish{200};
 class EndRequests {
  public:
   EndRequests() {
-    sigset_t set;
-    sigemptyset(&set);
-    for (const int number : {SIGINT, SIGTERM, SIGHUP}) sigaddset(&set, number);
+    const sigset_t set = endSignals();
     sigprocmask(SIG_BLOCK, &set, &before_);
     descriptor_ = signalfd(-1, &set, SFD_CLOEXEC | SFD_NONBLOCK);
   }

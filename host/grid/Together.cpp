@@ -1,16 +1,20 @@
 #include "host/grid/Together.h"
 
-#include <pthread.h>
-
 #include <stdexcept>
 
 namespace tarni::host::grid {
 
-Together::Together() {
-  sigemptyset(&signals_);
-  for (const int number : {SIGINT, SIGTERM, SIGHUP, SIGCHLD}) sigaddset(&signals_, number);
-  pthread_sigmask(SIG_BLOCK, &signals_, nullptr);
+namespace {
+
+sigset_t endOfUsOrOfOne() {
+  sigset_t signals = endSignals();
+  sigaddset(&signals, SIGCHLD);
+  return signals;
 }
+
+}  // namespace
+
+Together::Together() : signals_(endOfUsOrOfOne()) {}
 
 Together::~Together() {
   while (!members_.empty()) members_.pop_back();
@@ -22,11 +26,9 @@ ChildProcess& Together::add(std::string name, std::unique_ptr<ChildProcess> proc
 }
 
 void Together::wait() {
-  int number = SIGCHLD;
-  while (number == SIGCHLD) {
+  do {
     requireAll();
-    sigwait(&signals_, &number);
-  }
+  } while (signals_.await() == SIGCHLD);
 }
 
 void Together::requireAll() {

@@ -2,12 +2,11 @@
 // signal, or with their owner. Made once, on the main thread, before other threads are.
 #pragma once
 
-#include <signal.h>
-
 #include <memory>
 #include <string>
 #include <vector>
 
+#include "host/guard/EndSignals.h"
 #include "host/launch/ChildProcess.h"
 
 namespace tarni::host::grid {
@@ -31,7 +30,7 @@ class Together {
   };
   void requireAll();
 
-  sigset_t signals_{};
+  AwaitedSignals signals_;
   std::vector<Member> members_;
 };
 

@@ -7,9 +7,9 @@
 #include <filesystem>
 #include <iostream>
 #include <memory>
-#include <thread>
 
 #include "host/cli/Invocation.h"
+#include "host/cli/Serving.h"
 #include "host/cli/Subcommands.h"
 #include "host/guard/Files.h"
 #include "host/inspector/Feed.h"
@@ -30,23 +30,6 @@ struct InspectOptions {
   bool ownDisplay = false;
   bool quiet = false;
   std::uint16_t port = 0;
-};
-
-// Signals that end the tool, kept from all of its threads so that one can wait for them.
-class EndSignals {
- public:
-  EndSignals() {
-    sigemptyset(&set_);
-    for (const int number : {SIGINT, SIGTERM, SIGHUP}) sigaddset(&set_, number);
-    pthread_sigmask(SIG_BLOCK, &set_, nullptr);
-  }
-  void await() const {
-    int number = 0;
-    sigwait(&set_, &number);
-  }
-
- private:
-  sigset_t set_{};
 };
 
 // A file of this user's that sends a browser on to the page: everybody may read the arguments of a
@@ -113,17 +96,14 @@ void choose(Feed& feed, Invocation& invocation, const InspectOptions& options) {
 
 void inspect(Invocation& invocation, const InspectOptions& options) {
   if (!options.command.empty()) requireProgram(options.command.front());
-  const EndSignals signals;
+  const AwaitedSignals signals;
   Feed feed(options.command.empty() ? std::vector<std::string>() : runOptions(options));
   Inspector inspector(feed, options.port);
   choose(feed, invocation, options);
   const DoorFile door(inspector.address());
   std::cout << inspector.address() << std::endl;
   if (!options.quiet && hasScreen()) openBrowser(door.path());
-  std::thread serving([&inspector] { inspector.serve(); });
-  signals.await();
-  inspector.stop();
-  serving.join();
+  serveUntilAsked(inspector, signals);
 }
 
 }  // namespace

@@ -1,11 +1,9 @@
-#include <pthread.h>
-
 #include <CLI/CLI.hpp>
 #include <csignal>
 #include <iostream>
 #include <memory>
-#include <thread>
 
+#include "host/cli/Serving.h"
 #include "host/cli/Subcommands.h"
 #include "host/webdriver/Server.h"
 
@@ -15,18 +13,11 @@ namespace {
 
 // Until a signal asks for its end, which is that of its sessions, too.
 void serve(const webdriver::ServerOptions& options) {
-  sigset_t ending;
-  sigemptyset(&ending);
-  for (const int number : {SIGINT, SIGTERM, SIGHUP}) sigaddset(&ending, number);
-  pthread_sigmask(SIG_BLOCK, &ending, nullptr);
+  const AwaitedSignals signals;
   signal(SIGPIPE, SIG_IGN);
   webdriver::Server server(options);
-  std::thread listener([&server] { server.serve(); });
   std::cout << server.url() << std::endl;
-  int number = 0;
-  sigwait(&ending, &number);
-  server.stop();
-  listener.join();
+  serveUntilAsked(server, signals);
 }
 
 }  // namespace
