@@ -33,8 +33,8 @@ UIWindowRef shownWindow(QWidget* widget) {
 }
 
 UIWindowRef shownWindow(QWindow* window) {
-  while (window && window->parent()) window = window->parent();
-  return window && isForUser(*window) ? viewOfWindow(window) : nullptr;
+  QWindow* const top = topLevelOf(window);
+  return top && isForUser(*top) ? viewOfWindow(top) : nullptr;
 }
 
 // The popup that was opened last among those that no widget draws.

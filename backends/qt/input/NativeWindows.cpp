@@ -26,11 +26,6 @@ QPointF originInTopLevel(const QWindow* window) {
   return origin;
 }
 
-QWindow* topLevelOf(QWindow* window) {
-  while (window && window->parent()) window = window->parent();
-  return window;
-}
-
 QPointF originOnScreen(const QWindow& window) {
   return window.mapToGlobal(QPoint(0, 0));
 }

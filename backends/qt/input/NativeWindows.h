@@ -13,7 +13,6 @@ namespace tarni::qt {
 // The window at `position` (its own coordinates): itself, or one that is embedded in it.
 QWindow* windowAt(QWindow* window, QPointF position);
 QPointF originInTopLevel(const QWindow* window);
-QWindow* topLevelOf(QWindow* window);
 QPointF originOnScreen(const QWindow& window);
 
 // Has Qt process an event of a synthetic device at once, past who sees those of the window system.

@@ -19,11 +19,6 @@ QWindow* windowOf(QObject& receiver) {
   return widget.isWindow() ? widget.windowHandle() : nullptr;
 }
 
-QWindow* topLevelOf(QWindow* window) {
-  while (window && window->parent()) window = window->parent();
-  return window;
-}
-
 class PaintWatch : public QObject {
  public:
   explicit PaintWatch(platform::PaintObserver& observer) : observer_(observer) {}

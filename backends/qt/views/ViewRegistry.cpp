@@ -75,6 +75,11 @@ bool takesTouches(const platform::UIViewRef& view) {
   return !ours || ours->takesTouches();
 }
 
+QWindow* topLevelOf(QWindow* window) {
+  while (window && window->parent()) window = window->parent();
+  return window;
+}
+
 platform::UIWindowRef viewOfWindow(QWindow* window) {
   // Without a platform window there is nothing that anybody could see or touch.
   if (!window || !window->handle()) return nullptr;

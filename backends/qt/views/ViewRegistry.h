@@ -41,6 +41,9 @@ QWindow* nativeWindowOf(const platform::UIViewRef& view);
 // False for a view that answers to the mouse alone.
 bool takesTouches(const platform::UIViewRef& view);
 
+// The window that it is embedded in, or itself; null for null.
+QWindow* topLevelOf(QWindow* window);
+
 // The window-kind view whose native window this is; null when neither a widget nor an extension
 // (QtExtension.h) draws it.
 platform::UIWindowRef viewOfWindow(QWindow* window);
