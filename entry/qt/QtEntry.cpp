@@ -4,7 +4,6 @@
 
 #include <QtCore/QCoreApplication>
 #include <QtGui/QGuiApplication>
-#include <cstdio>
 #include <exception>
 #include <filesystem>
 
@@ -43,17 +42,9 @@ std::string scriptsBeside(const std::string& library) {
   return "";
 }
 
-// Windows do not learn where they are there, and the compositor moves the pointer.
-constexpr auto kOnWayland =
-    "tarni: Wayland is not supported: start the program with QT_QPA_PLATFORM=xcb\n";
-
 void start() noexcept {
   if (!qobject_cast<QGuiApplication*>(QCoreApplication::instance())) {
     logLine("The program has no windows: the agent is not started");
-    return;
-  }
-  if (QGuiApplication::platformName().startsWith(QLatin1String("wayland"))) {
-    std::fputs(kOnWayland, stderr);
     return;
   }
   try {

@@ -17,6 +17,13 @@ Subject quick(const std::string& major) {
   return {"Quick" + major, {built("bin/quick-sample-" + major)}, environment};
 }
 
+// Where windows do not learn their places, and the compositor has the last word on them.
+Subject onWayland(Subject subject) {
+  subject.name += "Wayland";
+  subject.isOnWayland = true;
+  return subject;
+}
+
 }  // namespace
 
 void PrintTo(const Subject& subject, std::ostream* output) {
@@ -24,8 +31,16 @@ void PrintTo(const Subject& subject, std::ostream* output) {
 }
 
 std::vector<Subject> subjects() {
-  return {{"Headless", {built("bin/tarni-headless")}, {}}, qt("5"), qt("6"), quick("5"), quick("6"),
-          {"iOS", {built("bin/ios-sample")}, {}}};
+  return {{"Headless", {built("bin/tarni-headless")}, {}},
+          qt("5"),
+          qt("6"),
+          quick("5"),
+          quick("6"),
+          {"iOS", {built("bin/ios-sample")}, {}},
+          onWayland(qt("5")),
+          onWayland(qt("6")),
+          onWayland(quick("5")),
+          onWayland(quick("6"))};
 }
 
 std::string subjectName(const testing::TestParamInfo<Subject>& info) {
@@ -34,8 +49,14 @@ std::string subjectName(const testing::TestParamInfo<Subject>& info) {
 
 INSTANTIATE_TEST_SUITE_P(On, Conformance, testing::ValuesIn(subjects()), subjectName);
 
-void Conformance::SetUp() {
-  program_ = std::make_unique<Program>(GetParam().command, GetParam().environment);
+void Conformance::start(const Program::Environment& more) {
+  Program::Environment environment = GetParam().environment;
+  if (GetParam().isOnWayland) {
+    compositor_ = std::make_unique<Compositor>();
+    for (const auto& [name, value] : compositor_->environment()) environment[name] = value;
+  }
+  environment.insert(more.begin(), more.end());
+  program_ = std::make_unique<Program>(GetParam().command, environment);
 }
 
 void Conformance::TearDown() {

@@ -9,6 +9,7 @@
 #include <string>
 #include <vector>
 
+#include "tests/support/Compositor.h"
 #include "tests/support/Program.h"
 #include "tests/support/Wire.h"
 
@@ -22,6 +23,7 @@ struct Subject {
   std::string name;
   std::vector<std::string> command;
   Program::Environment environment;
+  bool isOnWayland = false;
 };
 
 // For the names of the cases.
@@ -31,7 +33,9 @@ std::vector<Subject> subjects();
 
 class Conformance : public testing::TestWithParam<Subject> {
  protected:
-  void SetUp() override;
+  void SetUp() override { start({}); }
+  // The sample, with that in its environment as well.
+  void start(const Program::Environment& more);
   // What the program said helps to understand a failure.
   void TearDown() override;
 
@@ -40,6 +44,7 @@ class Conformance : public testing::TestWithParam<Subject> {
   // found by what they show.
   bool shows(const std::string& tag, const std::string& text);
 
+  std::unique_ptr<Compositor> compositor_;
   std::unique_ptr<Program> program_;
 
  private:

@@ -14,11 +14,7 @@ using nlohmann::json;
 
 class ConformanceSession : public Conformance {
  protected:
-  void SetUp() override {
-    Program::Environment environment = GetParam().environment;
-    environment["TARNI_SESSION"] = folder_.socket();
-    program_ = std::make_unique<Program>(GetParam().command, environment);
-  }
+  void SetUp() override { start({{"TARNI_SESSION", folder_.socket()}}); }
   SessionWire client() const { return SessionWire(folder_.socket()); }
   static json find(const SessionWire& client, json selector) {
     selector["all"] = false;

@@ -38,15 +38,6 @@ std::string_view variable(const char* name) {
   return value != nullptr ? value : "";
 }
 
-void warnOfWayland() {
-  const auto platform = variable("QT_QPA_PLATFORM");
-  const bool mayBeChosen = platform.empty() || platform.starts_with("wayland");
-  if (mayBeChosen && variable("DISPLAY").empty() && !variable("WAYLAND_DISPLAY").empty()) {
-    std::cerr << "tarni: note: there is only Wayland here, where the agent cannot work: --display "
-                 "starts the program on a virtual X display\n";
-  }
-}
-
 // What a program in a network of its own no longer reaches, said before it is missed.
 void warnOfUnreachable(bool ownDisplay) {
   if (variable("DBUS_SESSION_BUS_ADDRESS").find("abstract=") != std::string_view::npos) {
@@ -137,8 +128,6 @@ void run(Invocation& invocation, const RunOptions& options) {
     launch.environment["DISPLAY"] = display->name();
     launch.environment["QT_QPA_PLATFORM"] = "xcb";
     std::cerr << "tarni: display " << display->name() << '\n';
-  } else {
-    warnOfWayland();
   }
   std::optional<FreshFolders> folders;
   if (options.fresh) folders.emplace().addTo(launch.environment);

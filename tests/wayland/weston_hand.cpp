@@ -1,0 +1,174 @@
+// A module of the compositor weston: a seat whose pointer and keyboard do what comes as datagrams
+// to the socket that HAND_SOCKET names, one command each, carried out before the next is read. The
+// sender gets back an empty datagram, or what is wrong.
+//   move X Y       in pixels from the corner of the uppermost window or popup
+//   press, release the left button
+//   wheel NOTCHES  down, negative up
+//   key NAME       pressed and let go, as xkbcommon names it: "Return"
+//   type TEXT
+#include <linux/input-event-codes.h>
+#include <sys/socket.h>
+#include <sys/un.h>
+#include <unistd.h>
+#include <xkbcommon/xkbcommon.h>
+
+#include <cstdlib>
+#include <cstring>
+#include <optional>
+#include <sstream>
+#include <string>
+
+extern "C" {
+#include <libweston-desktop/libweston-desktop.h>
+#include <libweston/libweston.h>
+
+// What the compositor's own backends tell it of devices; no header of Debian's declares it.
+int weston_seat_init_keyboard(weston_seat* seat, xkb_keymap* keymap);
+int weston_seat_init_pointer(weston_seat* seat);
+void weston_seat_init(weston_seat* seat, weston_compositor* compositor, const char* name);
+void notify_motion_absolute(weston_seat* seat, const timespec* time, double x, double y);
+void notify_button(weston_seat* seat, const timespec* time, int32_t button, uint32_t state);
+void notify_axis(weston_seat* seat, const timespec* time, weston_pointer_axis_event* event);
+void notify_axis_source(weston_seat* seat, uint32_t source);
+void notify_pointer_frame(weston_seat* seat);
+void notify_key(weston_seat* seat, const timespec* time, uint32_t key, uint32_t state,
+                weston_key_state_update update);
+}
+
+namespace {
+
+constexpr int kEvdevOffset = 8;       // of the keycodes that xkbcommon counts
+constexpr double kAxisOfANotch = 10;  // as a mouse wheel reports it
+
+timespec now() {
+  timespec time{};
+  clock_gettime(CLOCK_MONOTONIC, &time);
+  return time;
+}
+
+class Hand {
+ public:
+  explicit Hand(weston_compositor* compositor) : compositor_(compositor) {
+    weston_seat_init(&seat_, compositor, "hand");
+    weston_seat_init_pointer(&seat_);
+    weston_seat_init_keyboard(&seat_, nullptr);
+  }
+
+  std::string act(const std::string& line) {
+    std::istringstream words(line);
+    std::string verb;
+    words >> verb >> std::ws;
+    std::string rest;
+    std::getline(words, rest);
+    if (verb == "move") return move(rest);
+    if (verb == "press" || verb == "release") return button(verb == "press");
+    if (verb == "wheel") return wheel(std::atoi(rest.c_str()));
+    if (verb == "key") return stroke(xkb_keysym_from_name(rest.c_str(), XKB_KEYSYM_NO_FLAGS));
+    if (verb == "type") return type(rest);
+    return "no such command: " + line;
+  }
+
+ private:
+  std::string move(const std::string& place) {
+    double x = 0;
+    double y = 0;
+    std::istringstream(place) >> x >> y;
+    weston_view* const view = uppermost();
+    if (!view) return "no window is shown";
+    const timespec time = now();
+    notify_motion_absolute(&seat_, &time, view->geometry.x + x, view->geometry.y + y);
+    notify_pointer_frame(&seat_);
+    return "";
+  }
+
+  // Beside the applications' windows there are the shell's own panel and background.
+  weston_view* uppermost() {
+    weston_view* view = nullptr;
+    wl_list_for_each(view, &compositor_->view_list, link) {
+      if (weston_surface_get_desktop_surface(view->surface)) return view;
+    }
+    return nullptr;
+  }
+
+  std::string button(bool isDown) {
+    const timespec time = now();
+    notify_button(&seat_, &time, BTN_LEFT,
+                  isDown ? WL_POINTER_BUTTON_STATE_PRESSED : WL_POINTER_BUTTON_STATE_RELEASED);
+    notify_pointer_frame(&seat_);
+    return "";
+  }
+
+  std::string wheel(int notches) {
+    const timespec time = now();
+    weston_pointer_axis_event event{WL_POINTER_AXIS_VERTICAL_SCROLL, notches * kAxisOfANotch, true,
+                                    notches};
+    notify_axis_source(&seat_, WL_POINTER_AXIS_SOURCE_WHEEL);
+    notify_axis(&seat_, &time, &event);
+    notify_pointer_frame(&seat_);
+    return "";
+  }
+
+  std::string type(const std::string& text) {
+    for (const char c : text) {
+      const auto failure = stroke(xkb_utf32_to_keysym(static_cast<unsigned char>(c)));
+      if (!failure.empty()) return failure;
+    }
+    return "";
+  }
+
+  std::string stroke(xkb_keysym_t symbol) {
+    xkb_keymap* const keymap = seat_.keyboard_state->xkb_info->keymap;
+    for (xkb_keycode_t code = xkb_keymap_min_keycode(keymap);
+         code <= xkb_keymap_max_keycode(keymap); ++code) {
+      for (xkb_level_index_t level = 0; level < 2; ++level) {
+        const xkb_keysym_t* symbols = nullptr;
+        const int count = xkb_keymap_key_get_syms_by_level(keymap, code, 0, level, &symbols);
+        if (count != 1 || symbols[0] != symbol) continue;
+        if (level == 1) key(KEY_LEFTSHIFT, true);
+        key(code - kEvdevOffset, true);
+        key(code - kEvdevOffset, false);
+        if (level == 1) key(KEY_LEFTSHIFT, false);
+        return "";
+      }
+    }
+    return "the keyboard has no such key";
+  }
+
+  void key(uint32_t code, bool isDown) {
+    const timespec time = now();
+    notify_key(&seat_, &time, code,
+               isDown ? WL_KEYBOARD_KEY_STATE_PRESSED : WL_KEYBOARD_KEY_STATE_RELEASED,
+               STATE_UPDATE_AUTOMATIC);
+  }
+
+  weston_compositor* compositor_;
+  weston_seat seat_{};
+};
+
+int readCommand(int descriptor, uint32_t, void* data) {
+  char text[1024];
+  sockaddr_un sender{};
+  socklen_t size = sizeof sender;
+  auto* const address = reinterpret_cast<sockaddr*>(&sender);
+  const auto count = recvfrom(descriptor, text, sizeof text, 0, address, &size);
+  if (count < 0) return 0;
+  const auto answer =
+      static_cast<Hand*>(data)->act(std::string(text, static_cast<std::size_t>(count)));
+  sendto(descriptor, answer.data(), answer.size(), 0, address, size);
+  return 0;
+}
+
+}  // namespace
+
+extern "C" WL_EXPORT int wet_module_init(weston_compositor* compositor, int*, char**) {
+  sockaddr_un place{AF_UNIX, {}};
+  const char* const path = std::getenv("HAND_SOCKET");
+  if (!path) return -1;
+  std::strncpy(place.sun_path, path, sizeof place.sun_path - 1);
+  const int descriptor = socket(AF_UNIX, SOCK_DGRAM | SOCK_CLOEXEC, 0);
+  if (bind(descriptor, reinterpret_cast<sockaddr*>(&place), sizeof place) != 0) return -1;
+  auto* const hand = new Hand(compositor);
+  wl_event_loop_add_fd(wl_display_get_event_loop(compositor->wl_display), descriptor,
+                       WL_EVENT_READABLE, readCommand, hand);
+  return 0;
+}
