@@ -17,6 +17,8 @@ constexpr Subcommand kSubcommands[] = {
     {"record", "Print what a person does with the program, step by step", declareRecord,
      kNotInScript},
     {"play", "Play a recorded session and say what differed", declarePlay, kNotInScript},
+    {"export", "Write a recorded session as a test in Python or JavaScript", declareExport,
+     kNotInScript},
     {"spy", "Print the element that a person points at, and how to find it", declareSpy,
      kNotInScript},
     {"find", "Find elements; prints one identifier a line", declareFind},

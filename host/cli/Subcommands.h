@@ -37,6 +37,7 @@ void declareCosts(CLI::App& parser, Invocation& invocation);
 void declareDescribe(CLI::App& parser, Invocation& invocation);
 void declareDo(CLI::App& parser, Invocation& invocation);
 void declareDrag(CLI::App& parser, Invocation& invocation);
+void declareExport(CLI::App& parser, Invocation& invocation);
 void declareEditable(CLI::App& parser, Invocation& invocation);
 void declareExpand(CLI::App& parser, Invocation& invocation);
 void declareFind(CLI::App& parser, Invocation& invocation);

@@ -27,15 +27,6 @@ double lengthOf(const Json& description, const char* side) {
   return memberAsNumber(objectIn(description, "rect"), side);
 }
 
-// Whether something told it from all others when it was recorded: not so a menu's window.
-bool isToBeTold(const Json& element) {
-  const auto locators = element.find("locators");
-  if (locators == element.end() || !locators->is_array()) return false;
-  return std::ranges::any_of(*locators, [](const Json& locator) {
-    return locator.is_object() && locator.value("matches", Json(1)) == 1;
-  });
-}
-
 }  // namespace
 
 FoundElement Acting::element() {

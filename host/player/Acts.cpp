@@ -28,21 +28,10 @@ Json ownTarget(const Acting& acting, const FoundElement& found) {
   return Acting::target(found, step.element(), objectIn(step.json(), "at"));
 }
 
-// "Control+Shift": what is to go down, in this order.
-std::vector<std::string> keysIn(const std::string& modifiers) {
-  std::vector<std::string> keys;
-  for (std::size_t begin = 0; begin < modifiers.size();) {
-    const auto end = std::min(modifiers.find('+', begin + 1), modifiers.size());
-    keys.push_back(modifiers.substr(begin, end - begin));
-    begin = end + 1;
-  }
-  return keys;
-}
-
 // Holds the modifiers of the step while `what` is done.
 template <typename What>
 void withModifiers(Acting& acting, const What& what) {
-  const auto keys = keysIn(textIn(acting.step().json(), "modifiers"));
+  const auto keys = keysOfChord(textIn(acting.step().json(), "modifiers"));
   const auto turn = [&](const char* direction) {
     Json steps = Json::array();
     for (const auto& key : keys) steps.push_back({{direction, key}});

@@ -233,6 +233,24 @@ std::vector<Json> locatorsIn(const Json& element) {
   return finds;
 }
 
+bool isToBeTold(const Json& element) {
+  const auto locators = element.find("locators");
+  if (locators == element.end() || !locators->is_array()) return false;
+  return std::ranges::any_of(*locators, [](const Json& locator) {
+    return locator.is_object() && locator.value("matches", Json(1)) == 1;
+  });
+}
+
+std::vector<std::string> keysOfChord(const std::string& chord) {
+  std::vector<std::string> keys;
+  for (std::size_t begin = 0; begin < chord.size();) {
+    const auto end = std::min(chord.find('+', begin + 1), chord.size());
+    keys.push_back(chord.substr(begin, end - begin));
+    begin = end + 1;
+  }
+  return keys;
+}
+
 std::string elementInWords(const Json& element, bool isValue) {
   const auto text = textIn(element, "text");
   const auto label = textIn(element, "label");

@@ -54,6 +54,12 @@ class Step {
 // The ways to find an element of a step, best first: each the parameters of `element.find`.
 std::vector<Json> locatorsIn(const Json& element);
 
+// Whether something told the element from all others when it was recorded: not so a menu's window.
+bool isToBeTold(const Json& element);
+
+// "Control+Shift+s": what goes down, in this order. A plus where a key is due is the key itself.
+std::vector<std::string> keysOfChord(const std::string& chord);
+
 // `UIButton "OK"`. What a control or a field shows changes; `isValue` says to call it by what
 // stands beside it.
 std::string elementInWords(const Json& element, bool isValue = false);

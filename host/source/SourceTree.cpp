@@ -20,17 +20,6 @@ bool isLetter(char c) {
   return std::isalpha(static_cast<unsigned char>(c)) != 0 || c == '_';
 }
 
-// "ns::Class" would read as an axis of XPath.
-std::string tagOf(std::string name) {
-  std::ranges::replace_if(
-      name,
-      [](char c) {
-        return !isLetter(c) && std::isdigit(static_cast<unsigned char>(c)) == 0 && c != '-';
-      },
-      '.');
-  return !name.empty() && isLetter(name.front()) ? name : "_" + name;
-}
-
 // Browsers do not read a document with control characters.
 std::string withoutControls(std::string text) {
   std::erase_if(text,
@@ -114,6 +103,17 @@ pugi::xml_node SourceTree::node(std::optional<Handle> handle) const {
 
 SourceTree::Handle SourceTree::handleOf(const pugi::xml_node& node) {
   return static_cast<Handle>(node.attribute(kHandle).as_llong());
+}
+
+// "ns::Class" would read as an axis of XPath.
+std::string SourceTree::tagOf(std::string className) {
+  std::ranges::replace_if(
+      className,
+      [](char c) {
+        return !isLetter(c) && std::isdigit(static_cast<unsigned char>(c)) == 0 && c != '-';
+      },
+      '.');
+  return !className.empty() && isLetter(className.front()) ? className : "_" + className;
 }
 
 }  // namespace tarni::host

@@ -43,6 +43,8 @@ class SourceTree {
   // The element of that handle or, without one, the root; a null node when it is not there.
   pugi::xml_node node(std::optional<Handle> handle) const;
   static Handle handleOf(const pugi::xml_node& node);
+  // What elements of that class are called.
+  static std::string tagOf(std::string className);
 
  private:
   void add(const Json& element, const std::map<Handle, Point>& origins);

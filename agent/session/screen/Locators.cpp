@@ -57,7 +57,8 @@ std::vector<Json> candidates(const UIViewRef& view) {
   }
   const Text text = lastingText(view);
   const Text label = labelOf(view);
-  if (label != text) add("label", label);
+  // The label of a tab bar may be the tab that is chosen.
+  if (label != textOf(view)) add("label", label);
   add("text", text);
   add("placeholder", placeholderOf(view));
   const std::size_t unscoped = all.size();
