@@ -108,7 +108,9 @@ struct dispatch_source_s : Object, std::enable_shared_from_this<dispatch_source_
     }
   }
 
+  // The handler may have resumed it already.
   void watch() {
+    if (std::exchange(isWatching_, true)) return;
     if (!source_) {
       platform::Block fires = [weak = weak_from_this()] {
         if (const auto self = weak.lock()) self->fire();
@@ -122,6 +124,7 @@ struct dispatch_source_s : Object, std::enable_shared_from_this<dispatch_source_
   void fire() {
     {
       const std::lock_guard lock(mutex);
+      isWatching_ = false;
       if (isCancelled || suspensions > 0) return;
     }
     handleEvent(context);
@@ -141,6 +144,7 @@ struct dispatch_source_s : Object, std::enable_shared_from_this<dispatch_source_
   int suspensions = 1;
   bool isCancelled = false;
   bool isFinished = false;
+  bool isWatching_ = false;
   std::unique_ptr<platform::DispatchSource> source_;
   std::unique_ptr<platform::DispatchTimer> timer_;
 };
