@@ -37,6 +37,17 @@ bool isInSpyMode() {
   return GlobalVars::isTrue(GlobalVars::sharedInstance()._spyMode());
 }
 
+// The touches of the agent's own that may still be on the screen.
+std::vector<std::weak_ptr<platform::UITouch>>& leftOut() {
+  static std::vector<std::weak_ptr<platform::UITouch>> touches;
+  return touches;
+}
+
+bool isLeftOut(const UITouchRef& touch) {
+  return touch &&
+         std::ranges::any_of(leftOut(), [&touch](const auto& own) { return own.lock() == touch; });
+}
+
 UIViewRef viewOf(const UITouchRef& touch) {
   return touch ? touch->view() : nullptr;
 }
@@ -115,6 +126,7 @@ void RecorderEvent::handleEvent(platform::UIEvent& event) {
     TypedText::sharedInstance().noteKey();
   } else {
     const UITouchRef touch = event.allTouches().empty() ? nullptr : event.allTouches().front();
+    if (isLeftOut(touch)) return;
     const UIViewRef view = viewOf(touch);
     const std::string className = view ? Utilities::getUIViewClassName(view) : "(null)";
     platform::NSLog("******CLICKED ON UIVIEW %s", className.c_str());
@@ -136,6 +148,11 @@ void RecorderEvent::handleEvent(platform::UIEvent& event) {
   }
   // No view ever says that it handled the event, so this line follows every one of them.
   platform::NSLog("No MTReady view to handle this event\n%s", event.description().c_str());
+}
+
+void RecorderEvent::leaveOut(const UITouchRef& touch) {
+  std::erase_if(leftOut(), [](const auto& own) { return own.expired(); });
+  leftOut().emplace_back(touch);
 }
 
 void RecorderEvent::touchesBeganOnView(const UITouchRef& touch, platform::UIEvent& event) {

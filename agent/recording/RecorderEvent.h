@@ -12,6 +12,9 @@ class RecorderEvent {
  public:
   void handleEvent(platform::UIEvent& event);
 
+  // The touch is the agent's own: nothing of it becomes a step.
+  static void leaveOut(const platform::UITouchRef& touch);
+
   // The phase handlers.
   void touchesBeganOnView(const platform::UITouchRef& touch, platform::UIEvent& event);
   void touchesMovedOnView(const platform::UITouchRef& touch, platform::UIEvent& event);

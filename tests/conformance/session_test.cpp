@@ -95,13 +95,8 @@ class TreeCopy {
 TEST_P(ConformanceSession, WhatIsToldOfChangesAddsUpToTheTree) {
   const SessionWire one = client();
   TreeCopy copy(one);
-  const bool hasInput = one.ask("app.info", json::object())["hasInput"];
   const auto click = [&](const std::string& text) {
-    if (hasInput) {
-      one.ask("element.click", {{"element", handle(one, {{"kind", "UIButton"}, {"text", text}})}});
-    } else {
-      playback().command("clickelement", playback().one("UIButton", "text", text));
-    }
+    one.ask("element.click", {{"element", handle(one, {{"kind", "UIButton"}, {"text", text}})}});
   };
   one.ask("element.setText",
           {{"element", handle(one, {{"placeholder", "User name"}})}, {"text", "Ada"}});
@@ -162,11 +157,7 @@ TEST_P(ConformanceSession, AWaitIsWokenByAnotherClient) {
   waiting.send("wait.for", {{"conditions", json::array({shows("Hello, Grace")})}}, 7);
   acting.ask("element.setText",
              {{"element", handle(acting, {{"placeholder", "User name"}})}, {"text", "Grace"}});
-  if (acting.ask("app.info", json::object())["hasInput"]) {
-    acting.ask("element.click", {{"element", handle(acting, {{"text", "Log in"}})}});
-  } else {
-    playback().command("clickelement", playback().one("UIButton", "text", "Log in"));
-  }
+  acting.ask("element.click", {{"element", handle(acting, {{"text", "Log in"}})}});
   const json answer = waiting.answer();
   EXPECT_EQ(answer["id"], 7);
   EXPECT_TRUE(answer["result"].contains("waitedMs")) << answer;
@@ -175,11 +166,6 @@ TEST_P(ConformanceSession, AWaitIsWokenByAnotherClient) {
 TEST_P(ConformanceSession, ADialogThatAClickOpensKeepsNobodyFromBeingAnswered) {
   const SessionWire one = client();
   const long details = handle(one, {{"textContains", "details"}});
-  if (!one.ask("app.info", json::object())["hasInput"]) {
-    one.send("element.click", {{"element", details}}, 1);
-    EXPECT_EQ(one.answer()["error"]["data"]["error"], "unsupported operation");
-    return;
-  }
   one.ask("element.click", {{"element", details}});
   one.ask("wait.for", {{"conditions", json::array({shows("Really?")})}});
   const long button = handle(one, {{"kind", "UIButton"}, {"text", "OK"}});

@@ -32,6 +32,7 @@ Task<void> HeldInput::releaseAll() {
   const auto buttons = std::exchange(buttons_, {});
   const auto keys = std::exchange(keys_, {});
   try {
+    co_await fingers_.cancel();
     for (const platform::PointerButton button : buttons) {
       co_await inputDevices().setButton(button, false);
     }

@@ -1,10 +1,11 @@
-// HeldInput: the buttons and keys that a client has down, so that none stays down when the client
-// goes. Main thread.
+// HeldInput: the buttons, keys and fingers that a client has down, so that none stays down when the
+// client goes. Main thread.
 #pragma once
 
 #include <set>
 #include <string>
 
+#include "agent/session/input/Fingers.h"
 #include "platform/Task.h"
 #include "platform/UIKit/InputDevices.h"
 
@@ -14,12 +15,14 @@ class HeldInput {
  public:
   platform::Task<void> setButton(platform::PointerButton button, bool isDown);
   platform::Task<void> setKey(std::string key, bool isDown);
+  Fingers& fingers() { return fingers_; }
   // Lets go of all of them. Never throws.
   platform::Task<void> releaseAll();
 
  private:
   std::set<platform::PointerButton> buttons_;
   std::set<std::string> keys_;
+  Fingers fingers_;
 };
 
 // The platform's devices. Throws SessionError (unsupported operation) where it has none.

@@ -71,6 +71,48 @@ void leaveOutOfRecording(const CallRef& call) {
   }
 }
 
+Task<void> clickWithMouse(CallRef call, platform::UIWindowRef window, platform::CGPoint point) {
+  const Json& parameters = call->parameters();
+  const platform::PointerButton button = buttonNamed(parameters.value("button", "left"));
+  const long count = parameters.value("count", 1L);
+  const KeyChord modifiers(parameters.value("modifiers", ""));
+  HeldInput& held = *call->held();
+  co_await inputDevices().movePointer(window, point);
+  co_await modifiers.press(held);
+  for (long turn = 0; turn < count; ++turn) {
+    co_await held.setButton(button, true);
+    co_await held.setButton(button, false);
+  }
+  co_await modifiers.release(held);
+}
+
+// A finger that no client has down.
+constexpr long kClickingFinger = -1;
+
+Task<void> tapWithFinger(CallRef call, platform::UIWindowRef window, platform::CGPoint point) {
+  const long count = call->parameters().value("count", 1L);
+  Fingers& fingers = call->held()->fingers();
+  const std::vector<long> finger(1, kClickingFinger);
+  for (long turn = 0; turn < count; ++turn) {
+    Fingers::Spots spots;
+    spots[kClickingFinger] = {window, point};
+    co_await fingers.down(std::move(spots));
+    co_await fingers.up(finger);
+  }
+}
+
+void requireClick(const Json& parameters) {
+  const platform::PointerButton button = buttonNamed(parameters.value("button", "left"));
+  const long count = parameters.value("count", 1L);
+  if (count < 1 || count > 3) {
+    throw SessionError(errors::kInvalidArgument, "\"count\" is 1, 2 or 3");
+  }
+  const std::string modifiers = parameters.value("modifiers", "");
+  const KeyChord known(modifiers);
+  const bool isTap = button == platform::PointerButton::Left && modifiers.empty();
+  if (!isTap) inputDevices();
+}
+
 Task<void> setSwitch(UIViewRef view, bool on) {
   const auto control = platform::as<platform::UISwitch>(view);
   if (control->isOn() != on) co_await control->setOn(on);
@@ -130,28 +172,17 @@ Answer click(CallRef call) {
     co_return Result();
   }
   const Json& parameters = call->parameters();
-  const platform::PointerButton button = buttonNamed(parameters.value("button", "left"));
-  const long count = parameters.value("count", 1L);
-  const KeyChord modifiers(parameters.value("modifiers", ""));
-  if (count < 1 || count > 3) {
-    throw SessionError(errors::kInvalidArgument, "\"count\" is 1, 2 or 3");
-  }
-  HeldInput& held = *call->held();
-  platform::InputDevices& devices = inputDevices();
-  // 1. Where it takes a press.
+  requireClick(parameters);
   const platform::CGPoint point = co_await readyToPress(handleIn(call), placeIn(parameters));
   requireEnabled(viewIn(call));
   platform::UIWindowRef window = viewIn(call)->window();
-  // 2. There, with the modifiers down, the button goes down and up.
   OwnText own;
   own.willWrite();
-  co_await devices.movePointer(window, point);
-  co_await modifiers.press(held);
-  for (long turn = 0; turn < count; ++turn) {
-    co_await held.setButton(button, true);
-    co_await held.setButton(button, false);
+  if (platform::current().inputDevices) {
+    co_await clickWithMouse(call, window, point);
+  } else {
+    co_await tapWithFinger(call, window, point);
   }
-  co_await modifiers.release(held);
   co_return Result();
 }
 

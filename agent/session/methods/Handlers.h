@@ -41,6 +41,7 @@ Answer scrollToText(CallRef call);
 
 namespace input {
 Answer pointer(CallRef call);
+Answer touch(CallRef call);
 Answer wheel(CallRef call);
 Answer keys(CallRef call);
 Answer text(CallRef call);

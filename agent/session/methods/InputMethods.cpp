@@ -34,10 +34,7 @@ Value member(const Json& object, const char* name, Value usual) {
   }
 }
 
-struct Spot {
-  UIWindowRef window;
-  CGPoint point;
-};
+using Spot = Fingers::Spot;
 
 // {element, x, y}: from the element's upper left corner, its middle without them; {window, x, y}
 // and {x, y}: of that window, of the key window.
@@ -105,6 +102,51 @@ Task<void> pointerStep(CallRef call, std::string name, Json value) {
   }
 }
 
+// A finger, or several in a list, each an object with its number.
+std::vector<Json> fingersIn(const Json& value) {
+  if (!value.is_array()) return {value};
+  if (value.empty()) refuse("a list of fingers has at least one");
+  return {value.begin(), value.end()};
+}
+
+long numberIn(const Json& finger) {
+  const auto found = finger.is_object() ? finger.find("finger") : finger.end();
+  if (found == finger.end() || !found->is_number_integer()) {
+    refuse("a finger is an object with its number, like {\"finger\": 1}");
+  }
+  return found->get<long>();
+}
+
+Fingers::Spots spotsOf(const Json& value) {
+  Fingers::Spots spots;
+  for (const Json& finger : fingersIn(value)) spots[numberIn(finger)] = spotOf(finger);
+  return spots;
+}
+
+std::vector<long> numbersIn(const Json& value) {
+  std::vector<long> numbers;
+  for (const Json& finger : fingersIn(value)) numbers.push_back(numberIn(finger));
+  return numbers;
+}
+
+Task<void> touchStep(CallRef call, std::string name, Json value) {
+  Fingers& fingers = call->held()->fingers();
+  if (name == "down") {
+    Fingers::Spots spots = spotsOf(value);
+    co_await fingers.down(std::move(spots));
+  } else if (name == "move") {
+    Fingers::Spots spots = spotsOf(value);
+    co_await fingers.move(std::move(spots));
+  } else if (name == "up") {
+    std::vector<long> numbers = numbersIn(value);
+    co_await fingers.up(std::move(numbers));
+  } else if (name == "pause") {
+    co_await call->pause(millisecondsIn(value));
+  } else {
+    refuse("a step of fingers is one of down, move, up and pause, not \"" + name + "\"");
+  }
+}
+
 Task<void> keyStep(CallRef call, std::string name, Json value) {
   if (name == "press") {
     std::string chord = nameIn(value);
@@ -138,6 +180,16 @@ Answer pointer(CallRef call) {
     auto [name, value] = stepOf(step);
     if (name == "down" || name == "up") own.willWrite();
     co_await pointerStep(call, std::move(name), std::move(value));
+  }
+  co_return Result();
+}
+
+Answer touch(CallRef call) {
+  OwnText own;
+  for (const Json& step : stepsIn(call)) {
+    auto [name, value] = stepOf(step);
+    if (name == "down" || name == "up") own.willWrite();
+    co_await touchStep(call, std::move(name), std::move(value));
   }
   co_return Result();
 }

@@ -62,6 +62,12 @@ constexpr Parameter kInputPointer[] = {
     {"steps", Kind::List, kRequired,
      "In their order: `{\"move\": TARGET}`, `{\"down\": BUTTON}`, `{\"up\": BUTTON}`, `{\"pause\": "
      "MILLISECONDS}`."}};
+constexpr Parameter kInputTouch[] = {
+    {"steps", Kind::List, kRequired,
+     "In their order: `{\"down\": FINGER}`, `{\"move\": FINGER}`, `{\"up\": FINGER}`, `{\"pause\": "
+     "MILLISECONDS}`. A finger is a target with its number, `{\"finger\": 1, \"x\": 30, \"y\": "
+     "40}`, "
+     "or a list of them that do so at the same moment; where it goes up needs no target."}};
 constexpr Parameter kInputWheel[] = {
     {"at", Kind::Object, kOptional, "The target to turn it over; where the pointer is without."},
     {"right", Kind::Number, kOptional, "Notches."},
@@ -152,9 +158,9 @@ const std::vector<Method>& table() {
        Effect::Asks, element::picture},
       {"element.click",
        "Clicks an element with the mouse, as a person does: in its window, brought into sight, at "
-       "a "
-       "point where it takes the press.",
-       kElementClick, "nothing", Effect::Acts, element::click, Needs::Input},
+       "a point where it takes the press. Where there is no mouse a finger taps it, which has no "
+       "other button and no modifiers.",
+       kElementClick, "nothing", Effect::Acts, element::click},
       {"element.focus", "Gives the element the keyboard.", kElementOnly, "nothing", Effect::Acts,
        element::focus},
       {"element.setText", "Replaces the text of a field or an editor in one go.", kElementText,
@@ -171,6 +177,9 @@ const std::vector<Method>& table() {
        kElementText, "nothing", Effect::Acts, element::scrollToText},
       {"input.pointer", "Moves the mouse and its buttons.", kInputPointer, "nothing", Effect::Acts,
        input::pointer, Needs::Input},
+      {"input.touch",
+       "Moves fingers on the screen. They stay in the windows in which they went down.",
+       kInputTouch, "nothing", Effect::Acts, input::touch},
       {"input.wheel", "Turns the wheel.", kInputWheel, "nothing", Effect::Acts, input::wheel,
        Needs::Input},
       {"input.keys", "Presses keys, with modifiers.", kInputKeys, "nothing", Effect::Acts,
