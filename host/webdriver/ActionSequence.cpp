@@ -14,7 +14,6 @@ namespace {
 using Kind = ActionItem::Kind;
 
 constexpr const char* kButtons[] = {"left", "middle", "right", "back", "forward"};
-constexpr double kPointsANotch = 120;
 constexpr double kLongestDuration = 600'000;  // of one duration, in milliseconds
 
 [[noreturn]] void refuseAction(const std::string& why) {
@@ -96,13 +95,17 @@ ActionItem readItem(const std::string& source, const Json& item) {
   return action;
 }
 
+std::string pointerTypeOf(const Json& source) {
+  return textIn(objectIn(source, "parameters"), "pointerType");
+}
+
 void checkSource(const Json& source) {
   const auto type = textIn(source, "type");
   if (type != "none" && type != "key" && type != "pointer" && type != "wheel") {
     refuseAction("\"type\" of a source is none, key, pointer or wheel");
   }
   if (textIn(source, "id").empty()) refuseAction("\"id\" of a source is a text");
-  const auto pointer = textIn(objectIn(source, "parameters"), "pointerType");
+  const auto pointer = pointerTypeOf(source);
   if (!pointer.empty() && pointer != "mouse" && pointer != "pen" && pointer != "touch") {
     refuseAction("\"pointerType\" is mouse, pen or touch");
   }
@@ -119,7 +122,10 @@ std::vector<ActionSource> readActions(const Json& actions) {
     const auto items = source.find("actions");
     if (items == source.end() || !items->is_array())
       refuseAction("\"actions\" of a source is a list");
-    ActionSource read;
+    ActionSource read{.id = textIn(source, "id"),
+                      .isPointer = textIn(source, "type") == "pointer",
+                      .isFinger = pointerTypeOf(source) == "touch",
+                      .items = {}};
     for (const auto& item : *items) read.items.push_back(readItem(textIn(source, "type"), item));
     sources.push_back(std::move(read));
   }

@@ -23,8 +23,14 @@ struct ActionItem {
 };
 
 struct ActionSource {
+  std::string id;
+  bool isPointer = false;
+  bool isFinger = false;
   std::vector<ActionItem> items;  // one a tick
 };
+
+// Of the wheel's notches, as clients count its way.
+inline constexpr double kPointsANotch = 120;
 
 // Throws Error ("invalid argument").
 std::vector<ActionSource> readActions(const Json& actions);

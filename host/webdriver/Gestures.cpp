@@ -1,6 +1,7 @@
 #include "host/webdriver/Gestures.h"
 
 #include <algorithm>
+#include <cmath>
 #include <ctime>
 #include <nlohmann/json.hpp>
 #include <string_view>
@@ -20,6 +21,9 @@ constexpr milliseconds kLongPress{1'000};
 constexpr milliseconds kDrag{500};
 constexpr double kUsualPart = 0.8;  // of an element that a swipe goes over
 constexpr double kUsualNotches = 5;
+constexpr const char* kOneFinger = "one finger";
+constexpr const char* kOtherFinger = "other finger";
+constexpr double kTurnAtOnce = 0.1;  // of two fingers, in radians
 
 Session::Handle elementIn(const Json& parameters, const char* name) {
   return elementOf(textIn(parameters, name));
@@ -53,6 +57,10 @@ Rectangle rectangleOf(Session& session, const Json& parameters) {
           number(parameters, "width", window.width), number(parameters, "height", window.height)};
 }
 
+Screen::Point middleOf(const Rectangle& place) {
+  return {place.x + place.width / 2, place.y + place.height / 2};
+}
+
 // An offset counts from the element's corner; none is its middle.
 Screen::Point pointOf(Session& session, const Json& parameters, const char* x = "x",
                       const char* y = "y") {
@@ -72,12 +80,8 @@ Screen::Point pointOf(Session& session, const Json& parameters, const char* x = 
 
 Json press(Session& session, const Json& parameters, int count, milliseconds duration) {
   InputScript script(session);
-  script.moveTo(pointOf(session, parameters));
-  for (int turn = 0; turn < count; ++turn) {
-    script.button("left", true);
-    script.pause(duration);
-    script.button("left", false);
-  }
+  const auto at = pointOf(session, parameters);
+  for (int turn = 0; turn < count; ++turn) script.click(at, duration);
   script.play();
   return nullptr;
 }
@@ -102,11 +106,7 @@ Json touchAndHold(Session& session, const Json& parameters) {
 Json drag(Session& session, Screen::Point from, Screen::Point to, milliseconds hold,
           milliseconds duration) {
   InputScript script(session);
-  script.moveTo(from);
-  script.button("left", true);
-  script.pause(hold);
-  script.moveTo(to, duration);
-  script.button("left", false);
+  script.drag(from, to, hold, duration);
   script.play();
   return nullptr;
 }
@@ -146,7 +146,7 @@ Json swipe(Session& session, const Json& parameters) {
   const auto direction = directionIn(parameters);
   const auto place = rectangleOf(session, parameters);
   const double part = std::clamp(number(parameters, "percent", kUsualPart), 0.01, 1.0) / 2;
-  const Screen::Point middle{place.x + place.width / 2, place.y + place.height / 2};
+  const auto middle = middleOf(place);
   const double right = direction.right * place.width * part;
   const double down = direction.down * place.height * part;
   return drag(session, {middle.x - right, middle.y - down}, {middle.x + right, middle.y + down},
@@ -167,14 +167,94 @@ Json scroll(Session& session, const Json& parameters) {
   const auto place = rectangleOf(session, parameters);
   const double notches = number(parameters, "distance", 1) * kUsualNotches;
   InputScript script(session);
-  script.wheel({place.x + place.width / 2, place.y + place.height / 2}, direction.right * notches,
-               direction.down * notches);
+  script.wheel(middleOf(place), direction.right * notches, direction.down * notches);
   script.play();
   return nullptr;
 }
 
-Json noSecondFinger(Session&, const Json&) {
-  throw Error("unsupported operation", "there is one pointer, and this takes two");
+// What two fingers do on both sides of a middle: how far they are from it, and how they turn.
+struct Pair {
+  Screen::Point middle;
+  double reach;  // in points
+  double angle;  // in radians, clockwise
+};
+
+void place(InputScript& script, const Pair& pair, milliseconds duration) {
+  const double right = pair.reach * std::cos(pair.angle);
+  const double down = pair.reach * std::sin(pair.angle);
+  script.move({{kOneFinger, {pair.middle.x - right, pair.middle.y - down}, duration},
+               {kOtherFinger, {pair.middle.x + right, pair.middle.y + down}, duration}});
+}
+
+void press(InputScript& script, bool isDown) {
+  for (const char* const finger : {kOneFinger, kOtherFinger}) script.button(finger, "left", isDown);
+}
+
+Json moveTwoFingers(Session& session, const Pair& from, const Pair& to, milliseconds duration) {
+  InputScript script(session);
+  place(script, from, milliseconds(0));
+  press(script, true);
+  // On a circle, not through its middle.
+  const auto turns = std::max(1L, std::lround(std::abs(to.angle - from.angle) / kTurnAtOnce));
+  for (long turn = 1; turn <= turns; ++turn) {
+    const double part = static_cast<double>(turn) / static_cast<double>(turns);
+    place(script,
+          {from.middle, from.reach + (to.reach - from.reach) * part,
+           from.angle + (to.angle - from.angle) * part},
+          duration / turns);
+  }
+  press(script, false);
+  script.play();
+  return nullptr;
+}
+
+// By the part of the way from the middle to the edge that the fingers are apart at most.
+Json pinchBy(Session& session, const Json& parameters, double from, double to) {
+  const auto area = rectangleOf(session, parameters);
+  const double edge = area.width / 2;
+  return moveTwoFingers(session, {middleOf(area), edge * from, 0}, {middleOf(area), edge * to, 0},
+                        lasting(parameters, kDrag));
+}
+
+// Below 1 the fingers close.
+Json pinch(Session& session, const Json& parameters) {
+  const double scale = number(parameters, "scale", 0);
+  if (scale <= 0) throw Error("invalid argument", "\"scale\" is a number above 0");
+  const double most = kUsualPart;
+  return scale < 1 ? pinchBy(session, parameters, most, most * scale)
+                   : pinchBy(session, parameters, most / scale, most);
+}
+
+double percentIn(const Json& parameters) {
+  return std::clamp(number(parameters, "percent", kUsualPart), 0.01, 1.0);
+}
+
+Json pinchOpen(Session& session, const Json& parameters) {
+  return pinchBy(session, parameters, kUsualPart * (1 - kUsualPart * percentIn(parameters)),
+                 kUsualPart);
+}
+
+Json pinchClose(Session& session, const Json& parameters) {
+  return pinchBy(session, parameters, kUsualPart,
+                 kUsualPart * (1 - kUsualPart * percentIn(parameters)));
+}
+
+Json rotate(Session& session, const Json& parameters) {
+  const auto area = rectangleOf(session, parameters);
+  const double reach = std::min(area.width, area.height) / 2 * kUsualPart;
+  const double angle = number(parameters, "rotation", 0);
+  return moveTwoFingers(session, {middleOf(area), reach, 0}, {middleOf(area), reach, angle}, kDrag);
+}
+
+Json twoFingerTap(Session& session, const Json& parameters) {
+  const auto area = rectangleOf(session, parameters);
+  const Pair pair{middleOf(area), area.width / 4, 0};
+  InputScript script(session);
+  place(script, pair, milliseconds(0));
+  press(script, true);
+  press(script, false);
+  script.play();
+  return nullptr;
 }
 
 Json deviceTime(Session&, const Json&) {
@@ -234,10 +314,12 @@ constexpr Gesture kGestures[] = {
     {"swipeGesture", swipe},
     {"scroll", scroll},
     {"scrollGesture", scroll},
-    {"pinch", noSecondFinger},
-    {"pinchOpenGesture", noSecondFinger},
-    {"pinchCloseGesture", noSecondFinger},
-    {"twoFingerTap", noSecondFinger},
+    {"flingGesture", swipe},
+    {"pinch", pinch},
+    {"pinchOpenGesture", pinchOpen},
+    {"pinchCloseGesture", pinchClose},
+    {"rotateElement", rotate},
+    {"twoFingerTap", twoFingerTap},
     {"getContexts", detailedContexts},
     {"alert", alert},
     {"getDeviceTime", deviceTime},

@@ -49,14 +49,21 @@ class Session {
   struct Held {
     std::set<std::string> buttons, keys;
   };
+  // Of a client's actions.
+  struct Pointer {
+    SourceTree::Point at;  // as the client counts
+    long finger = 0;       // its number; 0 for the mouse
+    bool isDown = false;   // of a finger
+  };
 
   Timeouts timeouts;
   Json settings = Json::object();
   std::optional<Handle> window;  // that the client chose; null for the one that a person would use
   std::optional<Handle> page;  // the web view whose page is the context; null for the program's own
-  Held held;                   // by the client's actions
-  SourceTree::Point pointer;   // where they left it, as the client counts
   std::vector<Json> frames;    // within that page, from the outermost: elements, as pages tell them
+  Held held;                   // by the client's actions
+  std::map<std::string, Pointer> pointers;  // as they left them; "" is the mouse or, where there is
+                                            // none, a finger; others are more fingers
 
  private:
   std::string id_;

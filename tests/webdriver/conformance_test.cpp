@@ -1,8 +1,11 @@
 // The standard and the dialect, as a table of commands and what comes of them, on every backend.
 #include <gmock/gmock.h>
 
+#include <filesystem>
+#include <optional>
 #include <ostream>
 
+#include "tests/support/SessionWire.h"
 #include "tests/webdriver/Driver.h"
 
 namespace tarni::test {
@@ -13,6 +16,7 @@ using nlohmann::json;
 struct Sample {
   std::string name;
   json capabilities;
+  std::string platform = "linux";
 };
 void PrintTo(const Sample& sample, std::ostream* output) {
   *output << sample.name;
@@ -123,7 +127,7 @@ constexpr Row kTable[] = {
         "element-6066-11e4-a52e-4f735466cecf":"<Log in>","ELEMENT":"x"},"text"]})",
      R"("Log in")"},
     {"POST", "/execute/sync", R"({"script":"return 1","args":[]})", "unknown method"},
-    {"POST", "/execute/sync", R"({"script":"mobile: pinch","args":[{}]})", "unsupported operation"},
+    {"POST", "/execute/sync", R"({"script":"mobile: pinch","args":[{}]})", "invalid argument"},
     {"POST", "/execute/sync", R"({"script":"mobile: nix","args":[]})", "unknown method"},
     // Windows, pictures, alerts
     {"GET", "/screenshot", "", "*"},
@@ -153,21 +157,36 @@ class WebDriver : public testing::TestWithParam<Sample> {
     return text;
   }
 
+  // One that runs on a device is attached to.
+  void begin() {
+    auto capabilities = GetParam().capabilities;
+    if (GetParam().platform == "iOS") {
+      device_.emplace(std::vector{built("bin/ios-sample")},
+                      Program::Environment{{"TARNI_SESSION", folder_.socket()}});
+      eventually([this] { return std::filesystem::exists(folder_.socket()); });
+      capabilities["tarni:attach"] = folder_.socket();
+    }
+    const auto made = driver_.newSession(capabilities).value["capabilities"];
+    EXPECT_EQ(made["platformName"], GetParam().platform);
+    EXPECT_EQ(made["other:vendor"], 7);
+    EXPECT_FALSE(made.contains("browserName"));
+  }
+
+  const SessionFolder folder_;
+  std::optional<Program> device_;
   Driver driver_;
 };
 
 const Sample kSamples[] = {{"Headless", capabilitiesOf("tarni-headless")},
                            {"Qt5", capabilitiesOf("qt-sample-5")},
                            {"Qt6", capabilitiesOf("qt-sample-6")},
-                           {"Quick6", capabilitiesOf("quick-sample-6")}};
+                           {"Quick6", capabilitiesOf("quick-sample-6")},
+                           {"iOS", {{"platformName", "iOS"}, {"other:vendor", 7}}, "iOS"}};
 INSTANTIATE_TEST_SUITE_P(On, WebDriver, testing::ValuesIn(kSamples),
                          [](const auto& info) { return info.param.name; });
 
 TEST_P(WebDriver, AnswersAsTheStandardSays) {
-  const auto made = driver_.newSession(GetParam().capabilities).value["capabilities"];
-  EXPECT_EQ(made["platformName"], "linux");
-  EXPECT_EQ(made["other:vendor"], 7);
-  EXPECT_FALSE(made.contains("browserName"));
+  begin();
   for (const auto& [method, path, body, wanted] : kTable) {
     SCOPED_TRACE(std::string(method) + " " + path + " " + body);
     const bool isSelector =
@@ -186,7 +205,7 @@ TEST_P(WebDriver, AnswersAsTheStandardSays) {
 }
 
 TEST_P(WebDriver, HasADialogForAnAlertAndOnePictureOfThePlacesThatItTells) {
-  driver_.newSession(GetParam().capabilities);
+  begin();
   const auto details =
       driver_.element("-ios predicate string", "text BEGINSWITH 'Details' AND type == 'UIButton'");
   const auto rect = driver_.inSession("GET", "/element/" + details + "/rect").value;

@@ -80,6 +80,30 @@ TEST(WebDriverSessions, WhoseProgramDiesAreOverAndSaySo) {
   EXPECT_EQ(driver.ask("GET", "/status").value["ready"], true);
 }
 
+TEST(WebDriverSessions, HaveTwoFingersThatMoveInStep) {
+  Driver driver;
+  driver.newSession({{"appium:app", "/usr/bin/python3"},
+                     {"appium:arguments", {std::string(TARNI_TEST_FOLDER) + "/fingers.py"}}});
+  const auto paper = "/element/" + driver.element("id", "paper");
+  const auto finger = [](const char* id, int from, int to) {
+    const auto move = [](int y, int duration) {
+      return json{{"type", "pointerMove"}, {"x", 300}, {"y", y}, {"duration", duration}};
+    };
+    return json{
+        {"type", "pointer"},
+        {"id", id},
+        {"parameters", {{"pointerType", "touch"}}},
+        {"actions",
+         {move(from, 0), {{"type", "pointerDown"}}, move(to, 50), {{"type", "pointerUp"}}}}};
+  };
+  const json apart = {{"actions", {finger("a", 100, 50), finger("b", 200, 350)}}};
+  EXPECT_EQ(driver.inSession("POST", "/actions", apart.dump()).value, nullptr);
+  EXPECT_EQ(driver.inSession("GET", paper + "/text").value, "3.0 times, 0.0 round");
+  const json turn = {{"script", "mobile: rotateElement"}, {"args", {{{"rotation", 1.5}}}}};
+  EXPECT_EQ(driver.inSession("POST", "/execute/sync", turn.dump()).value, nullptr);
+  EXPECT_EQ(driver.inSession("GET", paper + "/text").value, "1.0 times, 1.5 round");
+}
+
 TEST(WebDriverSessions, SideBySideAreNotMixedUp) {
   const DriverServer driver;
   std::vector<std::thread> threads;

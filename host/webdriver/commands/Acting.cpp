@@ -19,6 +19,24 @@ bool isEditable(const Json& element) {
   return attributeOf(element, "editable") == "true";
 }
 
+// What typing it makes of a text, where no keyboard does that.
+std::string withTyped(const std::string& text, const std::string& typed) {
+  auto characters = charactersOf(text);
+  for (const auto& character : charactersOf(typed)) {
+    const auto key = keyNamed(character);
+    if (key == character || key == "Enter") {
+      characters.push_back(character);
+    } else if (key == "Backspace") {
+      if (!characters.empty()) characters.pop_back();
+    } else {
+      throw Error("unsupported operation", "there is no keyboard here with a key " + key);
+    }
+  }
+  std::string all;
+  for (const auto& character : characters) all += character;
+  return all;
+}
+
 // Of the standard: a text goes behind what is there.
 void goToEnd(Session& session, const Json& element, long handle) {
   const bool isEmpty = attributeOf(element, "text").value_or("").empty();
@@ -63,7 +81,7 @@ Json sendKeys(Session& session, const Arguments& arguments) {
   }
   if (!session.hasInput()) {
     const auto before = attributeOf(element, "text").value_or("");
-    session.call("element.setText", {{"element", handle}, {"text", before + text}});
+    session.call("element.setText", {{"element", handle}, {"text", withTyped(before, text)}});
     return nullptr;
   }
   goToEnd(session, element, handle);

@@ -32,12 +32,20 @@ bool overlap(const Rectangle& one, const Rectangle& other) {
          one.y < other.y + other.height && other.y < one.y + one.height;
 }
 
-// What lies over what stands before it in the window; null for nothing.
-pugi::xml_node overlayOf(const pugi::xml_node& window) {
-  auto last = window.last_child();
-  while (last && !isShown(last)) last = last.previous_sibling();
-  for (auto before = last.previous_sibling(); before; before = before.previous_sibling()) {
-    if (isShown(before) && overlap(nodeRectangle(last), nodeRectangle(before))) return last;
+// What lies over what stands before it, in the window or in the one view that fills it; null for
+// nothing.
+pugi::xml_node overlayOf(pugi::xml_node outer) {
+  while (outer) {
+    auto last = outer.last_child();
+    while (last && !isShown(last)) last = last.previous_sibling();
+    bool isAlone = true;
+    for (auto before = last.previous_sibling(); before; before = before.previous_sibling()) {
+      if (!isShown(before)) continue;
+      if (overlap(nodeRectangle(last), nodeRectangle(before))) return last;
+      isAlone = false;
+    }
+    if (!isAlone) break;
+    outer = last;
   }
   return {};
 }

@@ -75,9 +75,7 @@ Json clickInPage(Session& session, const Arguments& arguments) {
   const Json point = askPage(session, "clickable", about(arguments));
   if (point.is_object()) {
     InputScript script(session);
-    script.moveTo({point.value("x", 0.0), point.value("y", 0.0)});
-    script.button("left", true);
-    script.button("left", false);
+    script.click({point.value("x", 0.0), point.value("y", 0.0)});
     script.play();
   }
   settle(session);
