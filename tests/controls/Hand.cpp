@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <map>
-#include <sstream>
 #include <stdexcept>
 
 namespace tarni::test {
@@ -33,11 +32,11 @@ Words wordsFor(const Act& act) {
 
 }  // namespace
 
-Hand::Hand(const Display& scouted, const Display& recorded, const Playback& scout)
+Hand::Hand(const Desktop& scouted, const Desktop& recorded, const Playback& scout)
     : displays_{&scouted, &recorded}, scout_(scout), page_(elements()) {}
 
 void Hand::act(const Act& act) const {
-  Words words = {"xdotool"};
+  Words words;
   if (act.isOfPointer()) {
     std::optional<Rectangle> found;
     if (!eventually([&] { return (found = find(act.target)).has_value(); })) {
@@ -50,12 +49,12 @@ void Hand::act(const Act& act) const {
             "0.05"});
   }
   append(words, wordsFor(act));
-  for (const Display* const display : displays_) run(words, display->environment());
+  for (const Desktop* const display : displays_) display->act(words);
 }
 
 std::optional<Hand::Rectangle> Hand::find(const Target& target) const {
   if (target.kind == Target::Kind::Window) {
-    const auto called = windows({"--name", "^" + target.text + "$"});
+    const auto called = displays_.front()->windows(target.text);
     return called.empty() ? std::nullopt : std::optional(called.front());
   }
   if (const auto inFront = find(target, elements())) return inFront;
@@ -81,7 +80,7 @@ std::optional<Hand::Rectangle> Hand::find(const Target& target, const std::vecto
 
 // Each lies in the topmost window that has room for it.
 std::vector<Hand::Element> Hand::elements() const {
-  const auto shown = windows({"--maxdepth", "1", ".*"});
+  const auto shown = displays_.front()->windows();
   std::vector<Element> all;
   for (const auto& element : scout_.command("ai_findelements")) {
     if (!element.contains("rectangle") || element["isVisibleInViewHierarchy"] != "true") continue;
@@ -96,30 +95,6 @@ std::vector<Hand::Element> Hand::elements() const {
     at.x += window->x;
     at.y += window->y;
     all.push_back({element["text"], at});
-  }
-  return all;
-}
-
-// From "WINDOW=1\nX=12\nY=40\nWIDTH=…" for each. One that closes meanwhile ends the search.
-std::vector<Hand::Rectangle> Hand::windows(const Words& search) const {
-  Words words = {"xdotool", "search", "--onlyvisible"};
-  append(words, search);
-  append(words, {"getwindowgeometry", "--shell", "%@"});
-  Program asked(words, displays_.front()->environment());
-  asked.wait(kPatience);
-  std::istringstream lines(asked.output());
-  std::vector<Rectangle> all;
-  for (std::string line; std::getline(lines, line);) {
-    const auto equals = line.find('=');
-    if (equals == std::string::npos) continue;
-    const std::string name = line.substr(0, equals);
-    if (name == "WINDOW") all.emplace_back();
-    if (all.empty()) continue;
-    const double value = std::stod(line.substr(equals + 1));
-    if (name == "X") all.back().x = value;
-    if (name == "Y") all.back().y = value;
-    if (name == "WIDTH") all.back().width = value;
-    if (name == "HEIGHT") all.back().height = value;
   }
   return all;
 }

@@ -1,4 +1,4 @@
-// Hand: what a person does at a screen with the page of controls on it, by real X input. It finds
+// Hand: what a person does at a screen with the page of controls on it, by real input. It finds
 // its targets in one copy of the page, the scout, and does each act there and on the copy that is
 // recorded, which nobody may ask anything.
 #pragma once
@@ -6,7 +6,7 @@
 #include <optional>
 
 #include "tests/controls/ControlsTable.h"
-#include "tests/support/Display.h"
+#include "tests/support/Desktop.h"
 #include "tests/support/Wire.h"
 
 namespace tarni::test {
@@ -14,15 +14,13 @@ namespace tarni::test {
 class Hand {
  public:
   // The page has to be there, with nothing open above it.
-  Hand(const Display& scouted, const Display& recorded, const Playback& scout);
+  Hand(const Desktop& scouted, const Desktop& recorded, const Playback& scout);
 
   // Throws when the target does not show up.
   void act(const Act& act) const;
 
  private:
-  struct Rectangle {
-    double x = 0, y = 0, width = 0, height = 0;
-  };
+  using Rectangle = Desktop::Window;
   struct Element {
     std::string text;
     Rectangle at;  // on the screen
@@ -31,10 +29,8 @@ class Hand {
   std::optional<Rectangle> find(const Target& target) const;
   static std::optional<Rectangle> find(const Target& target, const std::vector<Element>& all);
   std::vector<Element> elements() const;
-  // Back to front.
-  std::vector<Rectangle> windows(const std::vector<std::string>& search) const;
 
-  std::vector<const Display*> displays_;
+  std::vector<const Desktop*> displays_;
   const Playback& scout_;
   // What is hit beside a menu or a window in front, where nothing else is looked at.
   std::vector<Element> page_;

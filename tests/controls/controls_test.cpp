@@ -1,6 +1,6 @@
-// Every standard control of both toolkits, on both majors of Qt: a hand uses it, the steps are
-// recorded and played on a fresh copy of the page, which has to tell the same. What is done, and
-// what comes of it, stands in docs/controls.md.
+// Every standard control of both toolkits, on both majors of Qt and on both window systems: a hand
+// uses it, the steps are recorded and played on a fresh copy of the page, which has to tell the
+// same. What is done, and what comes of it, stands in docs/controls.md.
 #include <gmock/gmock.h>
 #include <sched.h>
 #include <signal.h>
@@ -17,6 +17,8 @@
 #include "host/session/Session.h"
 #include "host/session/SessionFile.h"
 #include "tests/controls/Hand.h"
+#include "tests/support/Compositor.h"
+#include "tests/support/Display.h"
 
 namespace tarni::test {
 namespace {
@@ -114,18 +116,34 @@ Lines outcomes(const Lines& states) {
   return last;
 }
 
+// A page of controls, and what it is shown on.
+struct Page {
+  std::string program;
+  bool isOnWayland = false;
+};
+
+std::unique_ptr<const Desktop> desktop(const Page& page) {
+  if (page.isOnWayland) return std::make_unique<Compositor>(1024, 900);
+  return std::make_unique<Display>(1024, 900);
+}
+
 // One session: what a hand does with the page while it is recorded, and what becomes of that.
 class Try {
  public:
-  Try(const std::string& program, const Session& session, const fs::path& folder)
-      : program_(program), session_(session), folder_(folder), file_(folder / "session.json") {
+  Try(const Page& page, const Session& session, const fs::path& folder)
+      : program_(page.program),
+        session_(session),
+        folder_(folder),
+        file_(folder / "session.json"),
+        scouted_(desktop(page)),
+        recorded_(desktop(page)) {
     fs::create_directories(folder);
   }
 
   // False when something else came than was wanted.
   bool record() {
-    const auto scout = start(scouted_, "scout", {});
-    const auto recorded = start(recorded_, "recorded", {"--isolated=recorded"});
+    const auto scout = start(*scouted_, "scout", {});
+    const auto recorded = start(*recorded_, "recorded", {"--isolated=recorded"});
     const Playback playback;
     await({"--in", "recorded"}, *recorded);
     const auto told = folder_ / "told.json";
@@ -135,7 +153,7 @@ class Try {
       EXPECT_TRUE(eventually([&file] { return fs::exists(file); })) << recorder.output();
     }
     std::size_t known = 0;
-    const Hand hand(scouted_, recorded_, playback);
+    const Hand hand(*scouted_, *recorded_, playback);
     Lines expected;
     for (const Row& row : session_) {
       SCOPED_TRACE(row.control);
@@ -183,8 +201,8 @@ class Try {
   void play(const fs::path& session, const std::string& home, int code, const std::string& says,
             const Lines& states, Lines (*counted)(const Lines&)) {
     // Nobody points at anything meanwhile.
-    scouted_.moveTo(1023, 899);
-    const auto again = start(scouted_, home, {});
+    scouted_->moveTo(1023, 899);
+    const auto again = start(*scouted_, home, {});
     await({}, *again);
     const auto printed = again->output().size();
     Program player = tarni({"play", session, "--attach-running", "--timeout", "4"});
@@ -196,7 +214,7 @@ class Try {
   }
 
   // In a home of its own, with two files in it.
-  std::unique_ptr<Program> start(const Display& display, const std::string& name,
+  std::unique_ptr<Program> start(const Desktop& display, const std::string& name,
                                  const Lines& options) const {
     const fs::path home = folder_ / name;
     fs::create_directories(home);
@@ -236,8 +254,8 @@ class Try {
   const Session& session_;
   const fs::path folder_;
   const fs::path file_;
-  const Display scouted_{1024, 900};
-  const Display recorded_{1024, 900};
+  const std::unique_ptr<const Desktop> scouted_;
+  const std::unique_ptr<const Desktop> recorded_;
   Lines states_;
   Lines statesPlayed_;
   long clicks_ = 0;
@@ -250,18 +268,26 @@ void enterOwnNetwork() {
   run({"ip", "link", "set", "lo", "up"});
 }
 
-class Controls : public testing::TestWithParam<std::string> {};
+class Controls : public testing::TestWithParam<Page> {};
+
+void PrintTo(const Page& page, std::ostream* output) {
+  *output << page.program;
+}
 
 INSTANTIATE_TEST_SUITE_P(Of, Controls,
-                         testing::Values("qt-controls-5", "qt-controls-6", "quick-controls-5",
-                                         "quick-controls-6"),
+                         testing::Values(Page{"qt-controls-5"}, Page{"qt-controls-6"},
+                                         Page{"quick-controls-5"}, Page{"quick-controls-6"},
+                                         Page{"qt-controls-6", true},
+                                         Page{"quick-controls-5", true}),
                          [](const auto& info) {
-                           return (info.param.starts_with("qt") ? "Widgets" : "Quick") +
-                                  info.param.substr(info.param.size() - 1);
+                           const std::string& program = info.param.program;
+                           return (program.starts_with("qt") ? "Widgets" : "Quick") +
+                                  program.substr(program.size() - 1) +
+                                  (info.param.isOnWayland ? "Wayland" : "");
                          });
 
 TEST_P(Controls, AreRecordedAndPlayedAgain) {
-  const std::string program = GetParam();
+  const std::string program = GetParam().program;
   const fs::path folder =
       fs::temp_directory_path() / ("tarni-controls-" + std::to_string(getpid()));
   const auto sessions =
@@ -269,7 +295,7 @@ TEST_P(Controls, AreRecordedAndPlayedAgain) {
   std::vector<std::future<void>> running;
   for (std::size_t i = 0; i < sessions.size(); ++i) {
     running.push_back(std::async(std::launch::async, [&, i] {
-      Try once(program, sessions[i], folder / std::to_string(i));
+      Try once(GetParam(), sessions[i], folder / std::to_string(i));
       enterOwnNetwork();
       if (!once.record()) return;
       once.playAgain();

@@ -4,6 +4,9 @@
 #include <regex>
 #include <stdexcept>
 
+#include "tests/support/Compositor.h"
+#include "tests/support/Display.h"
+
 namespace tarni::test {
 
 namespace fs = std::filesystem;
@@ -24,9 +27,11 @@ RealProgram::~RealProgram() {
 void RealProgram::SetUp() {
   Program::Environment environment = agentEnvironment();
   environment["WAYLAND_DISPLAY"] = "";
-  if (std::string(GetParam()) == "xcb") {
-    display_ = std::make_unique<Display>();
-    for (const auto& [name, value] : display_->environment()) environment[name] = value;
+  const std::string platform = GetParam();
+  if (platform == "xcb") desktop_ = std::make_unique<Display>();
+  if (platform == "wayland") desktop_ = std::make_unique<Compositor>();
+  if (desktop_) {
+    for (const auto& [name, value] : desktop_->environment()) environment[name] = value;
   }
   environment["HOME"] = environment["XDG_RUNTIME_DIR"] = environment["TMPDIR"] = home_;
   environment["XDG_CONFIG_HOME"] = environment["XDG_DATA_HOME"] = environment["XDG_CACHE_HOME"] =

@@ -11,7 +11,7 @@
 #include <string>
 #include <vector>
 
-#include "tests/support/Display.h"
+#include "tests/support/Desktop.h"
 #include "tests/support/Program.h"
 #include "tests/support/Wire.h"
 
@@ -22,7 +22,8 @@ inline constexpr auto kShop =
     "<title>Shop</title>"
     "<button onclick=\"document.title = this.textContent = 'Sold'\">Buy</button>";
 
-// The parameter is the platform of the toolkit: "xcb", with a display of its own, or "offscreen".
+// The parameter is the platform of the toolkit: "xcb" or "wayland", with a desktop of its own, or
+// "offscreen".
 class RealProgram : public testing::TestWithParam<const char*> {
  protected:
   explicit RealProgram(std::vector<std::string> command);
@@ -59,7 +60,7 @@ class RealProgram : public testing::TestWithParam<const char*> {
   bool needsBus_ = false;
   std::string language_ = "C.UTF-8";
   double scale_ = 1;
-  std::unique_ptr<Display> display_;
+  std::unique_ptr<Desktop> desktop_;
   std::unique_ptr<Program> bus_;
   std::unique_ptr<Program> program_;
   std::unique_ptr<Playback> playback_;
@@ -71,7 +72,7 @@ inline std::string platformName(const testing::TestParamInfo<const char*>& info)
 }
 
 inline auto platforms() {
-  return testing::Values("xcb", "offscreen");
+  return testing::Values("xcb", "wayland", "offscreen");
 }
 
 }  // namespace tarni::test

@@ -5,8 +5,12 @@
 #include <unistd.h>
 
 #include <array>
+#include <chrono>
 #include <fstream>
+#include <iomanip>
+#include <sstream>
 #include <stdexcept>
+#include <thread>
 
 namespace tarni::test {
 namespace {
@@ -18,6 +22,14 @@ constexpr auto kSettings =
     "[shell]\npanel-position=none\nlocking=false\n"
     "animation=none\nstartup-animation=none\nclose-animation=none\n";
 
+constexpr std::chrono::milliseconds kKeyHeld{30};
+
+std::string nameOfKey(char character) {
+  std::ostringstream name;
+  name << 'U' << std::hex << std::setw(4) << std::setfill('0') << int{character};
+  return name.str();
+}
+
 sockaddr_un address(const fs::path& path) {
   sockaddr_un place{AF_UNIX, {}};
   path.string().copy(place.sun_path, sizeof place.sun_path - 1);
@@ -26,14 +38,15 @@ sockaddr_un address(const fs::path& path) {
 
 }  // namespace
 
-Compositor::Compositor() {
+Compositor::Compositor(int width, int height) {
   char path[] = "/tmp/tarni-wayland-XXXXXX";
   if (!mkdtemp(path)) throw std::runtime_error("no folder for the compositor");
   folder_ = path;
   std::ofstream(folder_ / "weston.ini") << kSettings;
   server_ = std::make_unique<Program>(
       std::vector<std::string>{"weston", "--backend=headless-backend.so", "--use-pixman",
-                               "--width=1280", "--height=1024", "--socket=wayland",
+                               "--width=" + std::to_string(width),
+                               "--height=" + std::to_string(height), "--socket=wayland",
                                "--config=" + (folder_ / "weston.ini").string(),
                                "--modules=" + built("lib/libtest-weston-hand.so")},
       Program::Environment{{"XDG_RUNTIME_DIR", folder_}, {"HAND_SOCKET", folder_ / "hand"}});
@@ -63,44 +76,81 @@ Compositor::~Compositor() {
 }
 
 // Qt draws frames of its own around windows where the compositor draws none, as this one: without
-// them points count from the corner that the program's content begins at.
+// them points count from the corner that the program's content begins at. Text is written by keys,
+// as by the compositor's text input Qt 6 tells a field that has no text of a change.
 Program::Environment Compositor::environment() const {
   return {{"WAYLAND_DISPLAY", folder_ / "wayland"},
           {"QT_QPA_PLATFORM", "wayland"},
           {"QT_WAYLAND_DISABLE_WINDOWDECORATION", "1"},
+          {"QT_IM_MODULE", "compose"},
           {"DISPLAY", ""}};
 }
 
-void Compositor::moveTo(int x, int y) const {
-  tell("move " + std::to_string(x) + " " + std::to_string(y));
+void Compositor::act(const std::vector<std::string>& words) const {
+  auto word = words.begin();
+  const auto next = [&word, &words] { return word == words.end() ? "" : *word++; };
+  const auto argument = [&] {
+    std::string text = next();
+    for (; text == "--" || text == "--delay"; text = next()) {
+      if (text == "--delay") next();
+    }
+    return text;
+  };
+  while (word != words.end()) {
+    const std::string verb = next();
+    const std::string first = argument();
+    if (verb == "sleep") {
+      std::this_thread::sleep_for(std::chrono::duration<double>(std::stod(first)));
+    } else if (verb == "click") {
+      tell("mousedown " + first);
+      tell("mouseup " + first);
+    } else if (verb == "key") {
+      strike(first);
+    } else if (verb == "type") {
+      for (const char c : first) strike(nameOfKey(c));
+    } else if (verb.starts_with("mousemove")) {
+      tell(verb + " " + first + " " + next());
+    } else {
+      tell(verb + " " + first);
+    }
+  }
 }
 
-void Compositor::click(int x, int y) const {
-  moveTo(x, y);
-  tell("press");
-  tell("release");
+// Held as long as a person does: what a key opens is the compositor's to allow while it is down.
+void Compositor::strike(const std::string& chord) const {
+  std::istringstream names(chord);
+  std::vector<std::string> keys;
+  for (std::string name; std::getline(names, name, '+');) {
+    keys.push_back(name == "alt" ? "Alt_L" : name == "ctrl" ? "Control_L" : name);
+  }
+  for (const auto& key : keys) tell("keydown " + key);
+  std::this_thread::sleep_for(kKeyHeld);
+  for (auto key = keys.rbegin(); key != keys.rend(); ++key) tell("keyup " + *key);
 }
 
-void Compositor::turnWheel(int notches) const {
-  tell("wheel " + std::to_string(notches));
+std::vector<Desktop::Window> Compositor::windows(const std::string& title) const {
+  std::istringstream lines(tell("windows"));
+  std::vector<Window> all;
+  for (std::string line; std::getline(lines, line);) {
+    std::istringstream words(line);
+    Window window;
+    std::string name;
+    words >> window.x >> window.y >> window.width >> window.height >> std::ws;
+    std::getline(words, name);
+    if (title.empty() || name == title) all.push_back(window);
+  }
+  return {all.rbegin(), all.rend()};
 }
 
-void Compositor::type(const std::string& text) const {
-  tell("type " + text);
-}
-
-void Compositor::key(const std::string& name) const {
-  tell("key " + name);
-}
-
-void Compositor::tell(const std::string& command) const {
-  std::array<char, 1024> answer{};
+std::string Compositor::tell(const std::string& command) const {
+  std::array<char, 4096> answer{};
   send(descriptor_, command.data(), command.size(), 0);
   const auto count = recv(descriptor_, answer.data(), answer.size(), 0);
-  if (count != 0) {
-    throw std::runtime_error("the hand cannot " + command + ": " +
-                             (count > 0 ? answer.data() : "no answer") + "\n" + server_->output());
+  const std::string said(answer.data(), count > 0 ? static_cast<std::size_t>(count) : 0);
+  if (count < 0 || said.starts_with("cannot")) {
+    throw std::runtime_error("the hand: " + command + ": " + said + "\n" + server_->output());
   }
+  return said;
 }
 
 }  // namespace tarni::test

@@ -1,36 +1,30 @@
-// Compositor: a Wayland compositor without a screen (weston), with a hand whose pointer and
-// keyboard it sends to programs as those of devices.
+// Compositor: a desktop of Wayland (weston), whose hand's events the compositor sends to programs
+// as those of devices.
 #pragma once
 
 #include <filesystem>
 #include <memory>
 #include <string>
+#include <vector>
 
-#include "tests/support/Program.h"
+#include "tests/support/Desktop.h"
 
 namespace tarni::test {
 
-class Compositor {
+class Compositor : public Desktop {
  public:
   // Throws when it does not come up.
-  Compositor();
-  Compositor(const Compositor&) = delete;
-  ~Compositor();
+  explicit Compositor(int width = 1280, int height = 1024);
+  ~Compositor() override;
 
-  // What a program needs to show itself here.
-  Program::Environment environment() const;
-
-  // Pixels from the corner of the uppermost window or popup.
-  void moveTo(int x, int y) const;
-  void click(int x, int y) const;
-  void turnWheel(int notches) const;
-  void type(const std::string& text) const;
-  // As xkbcommon names it.
-  void key(const std::string& name) const;
+  Program::Environment environment() const override;
+  void act(const std::vector<std::string>& words) const override;
+  std::vector<Window> windows(const std::string& title = "") const override;
 
  private:
   // Has the hand do that (see tests/wayland) and waits until it is done. Throws when it cannot.
-  void tell(const std::string& command) const;
+  std::string tell(const std::string& command) const;
+  void strike(const std::string& chord) const;
 
   std::filesystem::path folder_;
   int descriptor_ = -1;

@@ -1,6 +1,7 @@
 #include "tests/support/Display.h"
 
 #include <regex>
+#include <sstream>
 #include <stdexcept>
 
 namespace tarni::test {
@@ -34,20 +35,38 @@ Program::Environment Display::environment() const {
   return {{"DISPLAY", name_}, {"QT_QPA_PLATFORM", "xcb"}, {"WAYLAND_DISPLAY", ""}};
 }
 
-void Display::moveTo(int x, int y) const {
-  run({"xdotool", "mousemove", std::to_string(x), std::to_string(y)}, environment());
+void Display::act(const std::vector<std::string>& words) const {
+  std::vector<std::string> command = {"xdotool"};
+  command.insert(command.end(), words.begin(), words.end());
+  run(command, environment());
 }
 
-void Display::click(int x, int y) const {
-  run({"xdotool", "mousemove", std::to_string(x), std::to_string(y), "click", "1"}, environment());
-}
-
-void Display::type(const std::string& text) const {
-  run({"xdotool", "type", "--delay", "5", "--", text}, environment());
-}
-
-void Display::key(const std::string& name) const {
-  run({"xdotool", "key", name}, environment());
+// From "WINDOW=1\nX=12\nY=40\nWIDTH=…" for each.
+std::vector<Desktop::Window> Display::windows(const std::string& title) const {
+  std::vector<std::string> words = {"xdotool", "search", "--onlyvisible"};
+  if (title.empty()) {
+    words.insert(words.end(), {"--maxdepth", "1", ".*"});
+  } else {
+    words.insert(words.end(), {"--name", "^" + title + "$"});
+  }
+  words.insert(words.end(), {"getwindowgeometry", "--shell", "%@"});
+  Program asked(words, environment());
+  asked.wait(kPatience);
+  std::istringstream lines(asked.output());
+  std::vector<Window> all;
+  for (std::string line; std::getline(lines, line);) {
+    const auto equals = line.find('=');
+    if (equals == std::string::npos) continue;
+    const std::string name = line.substr(0, equals);
+    if (name == "WINDOW") all.emplace_back();
+    if (all.empty()) continue;
+    const double value = std::stod(line.substr(equals + 1));
+    if (name == "X") all.back().x = value;
+    if (name == "Y") all.back().y = value;
+    if (name == "WIDTH") all.back().width = value;
+    if (name == "HEIGHT") all.back().height = value;
+  }
+  return all;
 }
 
 std::string Display::colorAt(int x, int y) const {

@@ -1,28 +1,25 @@
-// Display: a virtual X screen with a hand that moves a real pointer and types on a real keyboard.
+// Display: a desktop on a virtual X screen.
 #pragma once
 
 #include <memory>
 #include <string>
+#include <vector>
 
-#include "tests/support/Program.h"
+#include "tests/support/Desktop.h"
 
 namespace tarni::test {
 
-class Display {
+class Display : public Desktop {
  public:
   // Starts Xvfb on the first free display. Throws when it does not come up.
   explicit Display(int width = 1280, int height = 1024);
 
   // ":N"
   const std::string& name() const { return name_; }
-  // What a program needs to show itself here.
-  Program::Environment environment() const;
-
-  // Screen coordinates in pixels.
-  void moveTo(int x, int y) const;
-  void click(int x, int y) const;
-  void type(const std::string& text) const;
-  void key(const std::string& name) const;
+  Program::Environment environment() const override;
+  void act(const std::vector<std::string>& words) const override;
+  // One that closes meanwhile ends the search.
+  std::vector<Window> windows(const std::string& title = "") const override;
   // What the screen shows there: "#00FF00".
   std::string colorAt(int x, int y) const;
 

@@ -1,20 +1,19 @@
 // A module of the compositor weston: a seat whose pointer and keyboard do what comes as datagrams
 // to the socket that HAND_SOCKET names, one command each, carried out before the next is read. The
-// sender gets back an empty datagram, or what is wrong.
-//   move X Y       in pixels from the corner of the uppermost window or popup
-//   press, release the left button
-//   wheel NOTCHES  down, negative up
-//   key NAME       pressed and let go, as xkbcommon names it: "Return"
-//   type TEXT
+// sender gets the answer back, which begins with "cannot" when it says what is wrong.
+//   mousemove X Y, mousemove_relative X Y   pixels of the screen
+//   mousedown BUTTON, mouseup BUTTON        as X11 counts them: 4 is the wheel upwards, 5 downwards
+//   keydown NAME, keyup NAME                as xkbcommon names it, with shift where it takes that
+//   windows         "X Y WIDTH HEIGHT TITLE" a line, front to back
 #include <linux/input-event-codes.h>
 #include <sys/socket.h>
 #include <sys/un.h>
 #include <unistd.h>
 #include <xkbcommon/xkbcommon.h>
 
+#include <array>
 #include <cstdlib>
 #include <cstring>
-#include <optional>
 #include <sstream>
 #include <string>
 
@@ -26,6 +25,8 @@ extern "C" {
 int weston_seat_init_keyboard(weston_seat* seat, xkb_keymap* keymap);
 int weston_seat_init_pointer(weston_seat* seat);
 void weston_seat_init(weston_seat* seat, weston_compositor* compositor, const char* name);
+void weston_view_to_global_float(weston_view* view, float x, float y, float* globalX,
+                                 float* globalY);
 void notify_motion_absolute(weston_seat* seat, const timespec* time, double x, double y);
 void notify_button(weston_seat* seat, const timespec* time, int32_t button, uint32_t state);
 void notify_axis(weston_seat* seat, const timespec* time, weston_pointer_axis_event* event);
@@ -39,6 +40,8 @@ namespace {
 
 constexpr int kEvdevOffset = 8;       // of the keycodes that xkbcommon counts
 constexpr double kAxisOfANotch = 10;  // as a mouse wheel reports it
+constexpr int kWheelUp = 4;
+constexpr int kWheelDown = 5;
 
 timespec now() {
   timespec time{};
@@ -60,63 +63,52 @@ class Hand {
     words >> verb >> std::ws;
     std::string rest;
     std::getline(words, rest);
-    if (verb == "move") return move(rest);
-    if (verb == "press" || verb == "release") return button(verb == "press");
-    if (verb == "wheel") return wheel(std::atoi(rest.c_str()));
-    if (verb == "key") return stroke(xkb_keysym_from_name(rest.c_str(), XKB_KEYSYM_NO_FLAGS));
-    if (verb == "type") return type(rest);
-    return "no such command: " + line;
+    std::istringstream numbers(rest);
+    double x = 0;
+    double y = 0;
+    if (verb.starts_with("mouse")) numbers >> x >> y;
+    if (verb == "mousemove") return move(x, y);
+    if (verb == "mousemove_relative") return move(x_ + x, y_ + y);
+    if (verb == "mousedown" || verb == "mouseup") return press(static_cast<int>(x), verb);
+    if (verb == "keydown" || verb == "keyup") return key(rest, verb == "keydown");
+    if (verb == "windows") return windows();
+    return "cannot do that: " + line;
   }
 
  private:
-  std::string move(const std::string& place) {
-    double x = 0;
-    double y = 0;
-    std::istringstream(place) >> x >> y;
-    weston_view* const view = uppermost();
-    if (!view) return "no window is shown";
+  std::string move(double x, double y) {
+    x_ = x;
+    y_ = y;
     const timespec time = now();
-    notify_motion_absolute(&seat_, &time, view->geometry.x + x, view->geometry.y + y);
+    notify_motion_absolute(&seat_, &time, x, y);
     notify_pointer_frame(&seat_);
     return "";
   }
 
-  // Beside the applications' windows there are the shell's own panel and background.
-  weston_view* uppermost() {
-    weston_view* view = nullptr;
-    wl_list_for_each(view, &compositor_->view_list, link) {
-      if (weston_surface_get_desktop_surface(view->surface)) return view;
-    }
-    return nullptr;
-  }
-
-  std::string button(bool isDown) {
+  std::string press(int button, const std::string& verb) {
+    static constexpr std::array kButtons = {0, BTN_LEFT, BTN_MIDDLE, BTN_RIGHT};
+    const bool isDown = verb == "mousedown";
     const timespec time = now();
-    notify_button(&seat_, &time, BTN_LEFT,
+    if (button == kWheelUp || button == kWheelDown) {
+      if (isDown) turnWheel(time, button == kWheelUp ? -1 : 1);
+      return "";
+    }
+    notify_button(&seat_, &time, kButtons.at(static_cast<std::size_t>(button)),
                   isDown ? WL_POINTER_BUTTON_STATE_PRESSED : WL_POINTER_BUTTON_STATE_RELEASED);
     notify_pointer_frame(&seat_);
     return "";
   }
 
-  std::string wheel(int notches) {
-    const timespec time = now();
+  void turnWheel(const timespec& time, int notches) {
     weston_pointer_axis_event event{WL_POINTER_AXIS_VERTICAL_SCROLL, notches * kAxisOfANotch, true,
                                     notches};
     notify_axis_source(&seat_, WL_POINTER_AXIS_SOURCE_WHEEL);
     notify_axis(&seat_, &time, &event);
     notify_pointer_frame(&seat_);
-    return "";
   }
 
-  std::string type(const std::string& text) {
-    for (const char c : text) {
-      const auto failure = stroke(xkb_utf32_to_keysym(static_cast<unsigned char>(c)));
-      if (!failure.empty()) return failure;
-    }
-    return "";
-  }
-
-  std::string stroke(xkb_keysym_t symbol) {
+  std::string key(const std::string& name, bool isDown) {
+    const xkb_keysym_t symbol = xkb_keysym_from_name(name.c_str(), XKB_KEYSYM_NO_FLAGS);
     xkb_keymap* const keymap = seat_.keyboard_state->xkb_info->keymap;
     for (xkb_keycode_t code = xkb_keymap_min_keycode(keymap);
          code <= xkb_keymap_max_keycode(keymap); ++code) {
@@ -124,14 +116,13 @@ class Hand {
         const xkb_keysym_t* symbols = nullptr;
         const int count = xkb_keymap_key_get_syms_by_level(keymap, code, 0, level, &symbols);
         if (count != 1 || symbols[0] != symbol) continue;
-        if (level == 1) key(KEY_LEFTSHIFT, true);
-        key(code - kEvdevOffset, true);
-        key(code - kEvdevOffset, false);
-        if (level == 1) key(KEY_LEFTSHIFT, false);
+        if (level == 1 && isDown) key(KEY_LEFTSHIFT, isDown);
+        key(code - kEvdevOffset, isDown);
+        if (level == 1 && !isDown) key(KEY_LEFTSHIFT, isDown);
         return "";
       }
     }
-    return "the keyboard has no such key";
+    return "cannot press what the keyboard does not have";
   }
 
   void key(uint32_t code, bool isDown) {
@@ -141,6 +132,25 @@ class Hand {
                STATE_UPDATE_AUTOMATIC);
   }
 
+  // Of the applications: the shell has a background of its own.
+  std::string windows() {
+    std::ostringstream lines;
+    weston_view* view = nullptr;
+    wl_list_for_each(view, &compositor_->view_list, link) {
+      weston_desktop_surface* const surface = weston_surface_get_desktop_surface(view->surface);
+      if (!surface) continue;
+      const char* const title = weston_desktop_surface_get_title(surface);
+      float x = 0;
+      float y = 0;
+      weston_view_to_global_float(view, 0, 0, &x, &y);
+      lines << x << ' ' << y << ' ' << view->surface->width << ' ' << view->surface->height << ' '
+            << (title ? title : "") << '\n';
+    }
+    return lines.str();
+  }
+
+  double x_ = 0;
+  double y_ = 0;
   weston_compositor* compositor_;
   weston_seat seat_{};
 };
