@@ -23,7 +23,12 @@ struct StepDraft {
   Properties object;
   Properties parent;
   platform::UIViewWeakRef recordedView;
-  std::string rowText;  // of the row that the view is or stands in, if it is in one
+  // Which row of a list or table the view is or stands in; null for none.
+  struct Row {
+    std::optional<std::pair<long, long>> place;  // where the platform tells it
+    std::string text;
+  };
+  std::optional<Row> row;
   // Drawn, not encoded; null until then, and when nothing can be drawn.
   platform::UIImageRef picture;
   // A tap inside a web view, in the coordinates of the recorded view: the page makes the step.

@@ -1,7 +1,10 @@
 #include "agent/WebView/WebView.h"
 
 #include <atomic>
+#include <chrono>
 #include <memory>
+#include <utility>
+#include <vector>
 
 #include "agent/core/state/GlobalVars.h"
 #include "agent/elements/UIViewFinder.h"
@@ -81,6 +84,38 @@ Task<void> collectStepsUntilNow() {
   keepForSender(steps);
 }
 
+constexpr const char* kOwnActs = "tarniOwnActs()";
+
+// The web views that have had the scripts, and whose acts they were told of.
+struct Recorders {
+  std::vector<platform::UIViewWeakRef> webViews;
+  bool areOwnActs = false;
+  std::chrono::steady_clock::time_point lastOwnAct;
+
+  static Recorders& shared() {
+    static auto* const recorders = new Recorders;
+    return *recorders;
+  }
+  void add(const UIViewRef& webView) {
+    std::erase_if(webViews, [&webView](const platform::UIViewWeakRef& known) {
+      const UIViewRef view = known.lock();
+      return !view || view == webView;
+    });
+    webViews.emplace_back(webView);
+  }
+};
+
+// A page that loads gets its scripts later, and is told then.
+Task<void> tellOfActs(platform::UIViewWeakRef recorder, std::string call) {
+  try {
+    const UIViewRef webView = recorder.lock();
+    if (!webView || asWebView(webView)->isLoading()) co_return;
+    co_await WebView().callJavaScriptFunctionWithoutOutPut(webView, call);
+  } catch (...) {
+    platform::logFailure("The page has not heard whose acts follow");
+  }
+}
+
 Task<void> injectScripts(UIViewRef webView) {
   WebView bridge;
   co_await bridge.injectJSFile(webView, "preCheck.js");
@@ -93,6 +128,8 @@ Task<void> injectScripts(UIViewRef webView) {
   // A page that came after the mode was told has not heard of it.
   const bool isSpying = GlobalVars::isTrue(GlobalVars::sharedInstance()._spyMode());
   if (isSpying) co_await bridge.callJavaScriptFunctionWithoutOutPut(webView, "switchtospymode()");
+  Recorders::shared().add(webView);
+  if (Recorders::shared().areOwnActs) co_await tellOfActs(webView, kOwnActs);
 }
 
 Task<void> recorderAndPlaybackInjection() {
@@ -152,6 +189,26 @@ void WebView::performRecorderAndPlaybackInjection() {
 void WebView::collectStepsBeforeTouch() {
   if (!GlobalVars::sharedInstance()._currentWebView()) return;
   platform::current().dispatch->mainQueue().asyncTask(collectStepsUntilNow);
+}
+
+Task<void> WebView::ownActsFollow() {
+  if (std::exchange(Recorders::shared().areOwnActs, true)) co_return;
+  const std::vector<platform::UIViewWeakRef> webViews = Recorders::shared().webViews;
+  for (const auto& webView : webViews) co_await tellOfActs(webView, kOwnActs);
+}
+
+void WebView::ownActsEnd() {
+  Recorders::shared().lastOwnAct = std::chrono::steady_clock::now();
+}
+
+void WebView::personActs() {
+  if (!std::exchange(Recorders::shared().areOwnActs, false)) return;
+  const std::chrono::duration<double, std::milli> sinceOwn =
+      std::chrono::steady_clock::now() - Recorders::shared().lastOwnAct;
+  const std::string call = "tarniPersonsActs(" + std::to_string(sinceOwn.count()) + ")";
+  for (const auto& webView : Recorders::shared().webViews) {
+    platform::spawn(tellOfActs(webView, call), nullptr);
+  }
 }
 
 UIViewRef WebView::getCurrentDisplayedWebView() {

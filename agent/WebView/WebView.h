@@ -27,6 +27,13 @@ class WebView {
   // the page that is about to be made. Any thread.
   void collectStepsBeforeTouch();
 
+  // Whose acts follow. What a page sees of the agent's own input looks like a person's: the pages
+  // with scripts are told not to record it, and the next event of a person's takes that back. The
+  // first ends once they know; pages that come later are told with their scripts.
+  platform::Task<void> ownActsFollow();
+  void ownActsEnd();
+  void personActs();
+
   // The first web view of the current window; null when there is none.
   platform::UIViewRef getCurrentDisplayedWebView();
   // True once the scripts are in the page.

@@ -21,6 +21,7 @@
 #include "platform/Platform.h"
 #include "platform/UIKit/Classes.h"
 #include "platform/UIKit/UIControls.h"
+#include "platform/UIKit/UIItems.h"
 
 namespace tarni {
 namespace {
@@ -131,6 +132,21 @@ std::string encodedPicture(const StepDraft& draft) {
   }
 }
 
+std::optional<StepDraft::Row> rowOf(const UIViewRef& view) {
+  for (UIViewRef at = view; at; at = at->superview()) {
+    const bool isRow =
+        at->isKindOfClass(uikit::UITableViewCell) || at->isKindOfClass(uikit::UICollectionViewCell);
+    if (!isRow) continue;
+    StepDraft::Row row{std::nullopt, Utilities::getUIViewText(at)};
+    if (const auto cell = platform::as<platform::UIItemCell>(at)) {
+      const platform::ItemPlace place = cell->place();
+      row.place.emplace(place.row, place.column);
+    }
+    return row;
+  }
+  return std::nullopt;
+}
+
 // The text that stood in a view when it was said to be no person's.
 constexpr std::string_view kLeftOutText = "TarniLeftOutText";
 
@@ -176,7 +192,7 @@ StepDraftRef RecorderAction::describeStep(const StepRequest& request) const {
   }
   // 5. What is recorded.
   draft->recordedView = recorded;
-  draft->rowText = rowText(recorded);
+  draft->row = rowOf(recorded);
   // 6. Inside a web view the page makes the step.
   if (classNameContains(recorded, "uiweb")) {
     draft->isInWebView = true;
@@ -239,22 +255,23 @@ bool RecorderAction::isShown(const UIViewRef& view) {
   return standsInWindow(view) && KIFAdditions::isVisibleInViewHierarchy(view);
 }
 
-std::string RecorderAction::rowText(const UIViewRef& view) {
+bool RecorderAction::isInSameRow(const UIViewRef& view, const StepDraft& draft) {
   assertMainThread();
-  for (UIViewRef row = view; row; row = row->superview()) {
-    const bool isRow = row->isKindOfClass(uikit::UITableViewCell) ||
-                       row->isKindOfClass(uikit::UICollectionViewCell);
-    if (isRow) return Utilities::getUIViewText(row);
-  }
-  return {};
+  const auto row = rowOf(view);
+  if (!row || !draft.row) return !row && !draft.row;
+  // What a row says may change with the tap.
+  return row->place ? row->place == draft.row->place : row->text == draft.row->text;
 }
 
 std::string RecorderAction::typedText(const UIViewRef& view) {
   assertMainThread();
   std::string text = textIn(view);
-  const std::string* const leftOut =
-      text.empty() ? nullptr : view->layer().valueForKey(kLeftOutText);
-  return leftOut && *leftOut == text ? "" : text;
+  const std::string* const leftOut = view->layer().valueForKey(kLeftOutText);
+  if (!leftOut || leftOut->empty()) return text;
+  if (*leftOut == text) return "";
+  // A person has been there: the same text again is theirs.
+  view->layer().setValueForKey("", kLeftOutText);
+  return text;
 }
 
 void RecorderAction::leaveOutTextOf(const UIViewRef& view) {

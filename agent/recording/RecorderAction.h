@@ -53,9 +53,9 @@ class RecorderAction {
   static bool standsInWindow(const platform::UIViewRef& view);
   // True while a person can see the view: it stands in such a window, and nothing hides it.
   static bool isShown(const platform::UIViewRef& view);
-  // The text of the row of a list or table that the view is or stands in; empty when it is in none.
-  // Main thread.
-  static std::string rowText(const platform::UIViewRef& view);
+  // True while the view is, or stands in, the row of which the draft tells: rows come and go, and
+  // their views are handed on. Main thread.
+  static bool isInSameRow(const platform::UIViewRef& view, const StepDraft& draft);
   // What a person has typed into a text field or text view; empty for any other view. Main thread.
   static std::string typedText(const platform::UIViewRef& view);
   // What stands in the view now is no person's: it is not recorded, unless it is changed. Main

@@ -123,10 +123,12 @@ void RecorderEvent::handleEvent(platform::UIEvent& event) {
   if (GlobalVars::isTrue(GlobalVars::sharedInstance()._isPlaybackStarted())) return;
   if (event.type() != platform::UIEventType::Touches) {
     platform::NSLog("Event has invalid type. Keyboard input?");
+    WebView().personActs();
     TypedText::sharedInstance().noteKey();
   } else {
     const UITouchRef touch = event.allTouches().empty() ? nullptr : event.allTouches().front();
     if (isLeftOut(touch)) return;
+    WebView().personActs();
     const UIViewRef view = viewOf(touch);
     const std::string className = view ? Utilities::getUIViewClassName(view) : "(null)";
     platform::NSLog("******CLICKED ON UIVIEW %s", className.c_str());

@@ -79,7 +79,7 @@ Task<void> RecorderWorker::takeTouch(StepDraftRef* result) {
   // The tap may have closed or turned the page, or given the views of a row to another row: what
   // stands there now is not what was touched.
   const bool isStillThere =
-      draft ? RecorderAction::isShown(refined) && RecorderAction::rowText(refined) == draft->rowText
+      draft ? RecorderAction::isShown(refined) && RecorderAction::isInSameRow(refined, *draft)
             : RecorderAction::standsInWindow(view);
   if (isStillThere) {
     const StepRequest request{.action = info->getAction(),

@@ -25,21 +25,15 @@ TypedText& TypedText::sharedInstance() {
 void TypedText::follow() {
   const UIViewRef field = GlobalVars::sharedInstance()._editAbleElement();
   if (!RecorderAction::standsInWindow(field)) return letGo();
-  if (edited_.field.lock() != field) {
-    letGo();
-    edited_.field = field;
-    edited_.text = RecorderAction::typedText(field);
-  } else {
-    readText(field);
-  }
+  look(field);
   if (edited_.draft && edited_.draftedText == edited_.text) return;
   edited_.draftedText = edited_.text;
   edited_.draft = RecorderAction::draftStep({"TypeTextOnEditBox", field, edited_.text, {0, 0}});
 }
 
 void TypedText::noteKey() {
-  const UIViewRef field = edited_.field.lock();
-  if (RecorderAction::standsInWindow(field)) readText(field);
+  const UIViewRef field = GlobalVars::sharedInstance()._editAbleElement();
+  if (RecorderAction::standsInWindow(field)) look(field);
 }
 
 void TypedText::noteTap() {
@@ -54,9 +48,7 @@ std::vector<StepDraftRef> TypedText::takeGone() {
 
 std::vector<StepDraftRef> TypedText::takeAll() {
   std::vector<StepDraftRef> drafts = takeGone();
-  if (edited_.isToRecord && edited_.draft && !edited_.text.empty()) {
-    drafts.push_back(edited_.draft);
-  }
+  if (edited_.holdsTyped()) drafts.push_back(edited_.draft);
   forget();
   return drafts;
 }
@@ -65,19 +57,30 @@ void TypedText::forget() {
   edited_ = {};
 }
 
-void TypedText::readText(const UIViewRef& field) {
+void TypedText::setAside() {
+  const Edited edited = std::exchange(edited_, {});
+  if (edited.holdsTyped()) keep(edited);
+}
+
+void TypedText::look(const UIViewRef& field) {
   std::string text = RecorderAction::typedText(field);
-  if (text == edited_.text) return;
+  if (edited_.field.lock() != field) {
+    letGo();
+    edited_.field = field;
+  } else if (text != edited_.text) {
+    edited_.isToRecord = true;
+  }
   edited_.text = std::move(text);
-  edited_.isToRecord = true;
 }
 
 // A field that stands somewhere is not gone: it was left for another one.
 void TypedText::letGo() {
   const Edited edited = std::exchange(edited_, {});
+  if (edited.holdsTyped() && !RecorderAction::standsInWindow(edited.field.lock())) keep(edited);
+}
+
+void TypedText::keep(const Edited& edited) {
   const UIViewRef field = edited.field.lock();
-  if (!edited.isToRecord || !edited.draft || edited.text.empty()) return;
-  if (RecorderAction::standsInWindow(field)) return;
   GlobalVars& shared = GlobalVars::sharedInstance();
   if (field && shared._editAbleElement() == field) shared.set_editAbleElement(nullptr);
   if (gone_.size() == kMostGone) {

@@ -32,6 +32,9 @@ class TypedText {
   std::vector<StepDraftRef> takeAll();
   // The text of the field that is being edited was recorded.
   void forget();
+  // Another hand than the person's has written there or turned away from it: what the person had
+  // typed when it was last followed waits for the next tap like that of a field that has gone.
+  void setAside();
 
  private:
   struct Edited {
@@ -40,10 +43,13 @@ class TypedText {
     bool isToRecord = false;  // since it has changed, or a tap came
     StepDraftRef draft;
     std::string draftedText;
+
+    bool holdsTyped() const { return isToRecord && draft && !text.empty(); }
   };
 
-  void readText(const platform::UIViewRef& field);
+  void look(const platform::UIViewRef& field);
   void letGo();
+  void keep(const Edited& edited);
 
   Edited edited_;
   std::vector<StepDraftRef> gone_;

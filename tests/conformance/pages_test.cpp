@@ -3,6 +3,7 @@
 #include <gmock/gmock.h>
 
 #include <filesystem>
+#include <functional>
 #include <map>
 #include <optional>
 #include <ostream>
@@ -190,6 +191,74 @@ TEST_P(ConformancePages, AreRecordedSearchedTypedIntoClickedAndRead) {
   EXPECT_EQ(playback().command("clickelement", button), json::array());
   const std::string said = await("OUTPUT", "text", "sent by Ada");
   EXPECT_EQ(playback().output("gettext", said), "sent by Ada");
+}
+
+// Pages see of the channel's mouse and keyboard what they see of a person's.
+TEST_P(ConformancePages, WhatTheChannelDoesThereIsNotToldAsAPersons) {
+  if (!display_) GTEST_SKIP() << "there is no hand to compare with";
+  const Wire recorder(kRecorderPort);
+  recorder.readMessage();
+  const auto next = [&recorder] {
+    json steps = json::parse(recorder.readMessage(2500ms));
+    return steps.empty() ? json() : steps[0];
+  };
+  const auto pressPicture = [this] {
+    display_->click(GetParam().picture->x, GetParam().picture->y);
+  };
+  ASSERT_TRUE(eventually(
+      [&] {
+        pressPicture();
+        try {
+          return next()["action"] == "ClickImage";
+        } catch (const std::exception&) {
+          return false;  // the page was not there yet
+        }
+      },
+      90s));
+  const SessionWire wire(session_.socket());
+  const auto middleOf = [&](const char* element) {
+    const json rect =
+        wire.ask("element.find", {{"class", element}, {"all", false}})["elements"][0]["rect"];
+    return json{{"x", rect["x"].get<double>() + rect["width"].get<double>() / 2},
+                {"y", rect["y"].get<double>() + rect["height"].get<double>() / 2}};
+  };
+  const auto press = [&](const char* element) {
+    wire.ask("input.pointer",
+             {{"steps", {{{"move", middleOf(element)}}, {{"down", "left"}}, {{"up", "left"}}}}});
+  };
+  const json field = wire.ask("element.find", {{"class", "input"}, {"all", false}})["elements"][0];
+  const std::vector<std::function<void()>> acts = {
+      [&] { press("input"); },
+      [&] {
+        wire.ask("input.text", {{"text", "Own"}});
+      },
+      [&] {
+        wire.ask("input.keys", {{"steps", {"a", "Tab"}}});
+      },
+      [&] { press("select"); },
+      [&] {
+        wire.ask("input.keys", {{"steps", {"ArrowDown", "Enter"}}});
+      },
+      [&] { press("img"); },
+      [&] {
+        wire.ask("element.setText", {{"element", field["element"]}, {"text", "Other"}});
+      },
+      [&] {
+        wire.ask("page.evaluate", {{"script", "document.execCommand('insertText',false,'1')"}});
+      },
+      [&] { press("input"); },
+  };
+  for (const auto& act : acts) {
+    act();
+    wire.ask("wait.rest", {{"quiet", 50}});
+  }
+  EXPECT_ANY_THROW(FAIL() << next().dump(2));
+  // With no move of the pointer before.
+  display_->type("x");
+  pressPicture();
+  const json typed = next();
+  EXPECT_EQ(typed["action"], "TypeTextOnEditBox");
+  EXPECT_THAT(typed["arguments"][1]["data"].get<std::string>(), HasSubstr("x"));
 }
 
 TEST_P(ConformancePages, GoingAwayDuringCallsAreAnsweredAndFollowed) {

@@ -1,11 +1,14 @@
 // What the session channel's recorder tells of a quick hand, and of what is no person's.
 #include <gmock/gmock.h>
 
+#include <algorithm>
+#include <functional>
 #include <map>
 
 #include "host/session/Step.h"
 #include "tests/support/Display.h"
 #include "tests/support/SessionWire.h"
+#include "tests/support/Wire.h"
 
 namespace tarni::test {
 namespace {
@@ -94,6 +97,92 @@ TEST_P(Pace, NothingOfAQuickHandIsLostAndNothingIsInvented) {
   run({"xdotool", "click", "1"}, display_.environment());
   wire_.ask("wait.rest", {{"quiet", 200}});
   EXPECT_EQ(steps(), wanted);
+}
+
+// What the channel does leaves texts and the focus behind, at which the stream of steps looks.
+TEST_P(Pace, TheStreamOfStepsTellsOfNothingThatTheChannelDidAndOfAllThatAPersonDid) {
+  wire_.ask("wait.for",
+            {{"conditions", json::array({{{"find", {{"text", "Press"}}}}})}, {"timeout", 20'000}});
+  const Wire recorder(kRecorderPort);
+  recorder.readMessage();
+  const auto named = [this](const char* identifier) {
+    return wire_.ask("element.find",
+                     {{"identifier", identifier}, {"all", false}})["elements"][0]["element"];
+  };
+  const json line = named("line");
+  const json count = named("count");
+  const json check = named("check");
+  const json fields = wire_.ask("element.find", {{"kind", "UITextField"}})["elements"];
+  const auto another =
+      std::ranges::find_if(fields, [&line](const json& one) { return one["element"] != line; });
+  ASSERT_NE(another, fields.end());
+  const auto press = middleOf({{"text", "Press"}, {"kind", "UIButton"}});
+  const auto field = middleOf({{"kind", "UITextField"}});
+  const auto click = [this](const auto& place) {
+    display_.click(std::stoi(place.first), std::stoi(place.second));
+  };
+  // Up to that of the press that ends what came before.
+  const auto steps = [&] {
+    Words words;
+    click(press);
+    while (words.empty() || words.back() != "ClickButton") {
+      const json step = json::parse(recorder.readMessage())[0];
+      const std::string text = step["arguments"][1]["data"];
+      words.push_back(step["action"].get<std::string>() + (text.empty() ? "" : " = " + text));
+    }
+    return words;
+  };
+  const auto does = [&](const char* method, json parameters) {
+    return [this, method, parameters] { wire_.ask(method, parameters); };
+  };
+  const auto types = [&](const char* key) {
+    return [this, key] { key[1] == 0 ? display_.type(key) : display_.key(key); };
+  };
+  const auto waits = [this] { wire_.ask("wait.rest", {{"quiet", 250}, {"timeout", 2000}}); };
+  const Words nothing{"ClickButton"};
+  const struct {
+    std::string what;
+    std::vector<std::function<void()>> acts;
+    Words told;
+  } cases[] = {
+      {"text set", {does("element.setText", {{"element", line}, {"text", "own"}})}, nothing},
+      {"a filled field turned to", {does("element.focus", {{"element", line}})}, nothing},
+      {"a filled field clicked", {does("element.click", {{"element", line}})}, nothing},
+      {"text typed", {does("input.text", {{"element", line}, {"text", "own"}})}, nothing},
+      {"keys",
+       {does("input.keys", {{"element", line}, {"steps", {"Control+a", "o", "w", "n"}}})},
+       nothing},
+      {"keys in several fields",
+       {does("input.keys", {{"element", line}, {"steps", {"x", "Tab", "1", "Tab"}}})},
+       nothing},
+      {"a value set where the focus is",
+       {does("element.click", {{"element", count}}),
+        does("element.setValue", {{"element", count}, {"value", 7}})},
+       nothing},
+      {"the own text typed anew by a person",
+       {does("element.setText", {{"element", line}, {"text", "own"}}), [&] { click(field); }, waits,
+        types("ctrl+a"), types("o"), types("w"), types("n")},
+       {"Click", "TypeTextOnEditBox = own", "ClickButton"}},
+      {"a person's text turned away from",
+       {[&] { click(field); }, waits, types("ctrl+a"), types("m"), types("e"), waits,
+        does("element.setText", {{"element", (*another)["element"]}, {"text", "3"}}), waits},
+       {"Click", "TypeTextOnEditBox = me", "ClickButton"}},
+      {"a person's text written over",
+       {[&] { click(field); }, waits, types("ctrl+a"), types("u"), types("s"), waits,
+        does("element.setText", {{"element", line}, {"text", "own"}}), waits},
+       {"Click", "TypeTextOnEditBox = us", "ClickButton"}},
+      {"a box ticked", {does("element.setValue", {{"element", check}, {"value", true}})}, nothing},
+  };
+  for (const auto& [what, acts, told] : cases) {
+    for (const auto& act : acts) {
+      act();
+      waits();
+    }
+    Words came = steps();
+    // A person's text that stays where the focus is is told again with the next tap.
+    if (told != nothing && came.front().starts_with("TypeText")) came.erase(came.begin());
+    EXPECT_EQ(came, told) << what;
+  }
 }
 
 }  // namespace

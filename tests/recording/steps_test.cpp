@@ -8,6 +8,7 @@
 #include "backends/headless/views/Button.h"
 #include "backends/headless/views/Label.h"
 #include "backends/headless/views/SegmentedControl.h"
+#include "backends/headless/views/Switch.h"
 #include "backends/headless/views/TableView.h"
 #include "backends/headless/views/WebView.h"
 #include "tests/recording/Recording.h"
@@ -161,14 +162,44 @@ TEST_F(Steps, ButtonThatClosesItsOwnDialogIsStillRecorded) {
   EXPECT_EQ(object.at("ObjectImage").get<std::string>().substr(0, 4), "/9j/");
 }
 
-TEST_F(Steps, RowWhoseViewsAnotherRowGetsWithTheTapIsTheOneThatWasTapped) {
-  const auto row = build<headless::TableViewCell>("Trees").frame({{0, 100}, {200, 44}}).in(*window);
-  const auto node = build<Button>("Open").frame({{0, 0}, {40, 44}}).in(*row);
-  node->onTap([&] {
-    row->setText("Herbs");
-    node->setTitle("Close");
+// Two rows, each with a button and a switch.
+class StepsInRows : public Steps {
+ protected:
+  StepsInRows() {
+    for (const char* text : {"Trees", "Herbs"}) {
+      rows.push_back(std::make_shared<headless::TableViewCell>(text));
+      buttons.push_back(build<Button>(text).frame({{0, 0}, {40, 40}}).in(*rows.back()));
+      switches.push_back(build<headless::Switch>().frame({{100, 0}, {50, 30}}).in(*rows.back()));
+    }
+    show(0, 1);
+  }
+  void show(std::size_t first, std::size_t second) {
+    table->setItems(2, [this, first, second](long item, const headless::ViewRef&) {
+      return rows[item == 0 ? first : second];
+    });
+  }
+
+  const std::shared_ptr<headless::TableView> table =
+      build<headless::TableView>().frame({{0, 0}, {200, 88}}).in(*window);
+  std::vector<std::shared_ptr<headless::TableViewCell>> rows;
+  std::vector<std::shared_ptr<Button>> buttons;
+  std::vector<std::shared_ptr<headless::Switch>> switches;
+};
+
+TEST_F(StepsInRows, ThatGotAnotherRowsViewsWithTheTapAreThoseThatWereTapped) {
+  buttons[0]->onTap([&] {
+    show(1, 0);
+    buttons[0]->setTitle("Herbs");
   });
-  EXPECT_EQ(objectOf(stepOfTap(*node)).at("sahiText"), "Open");
+  EXPECT_EQ(objectOf(stepOfTap(*buttons[0])).at("sahiText"), "Trees");
+}
+
+TEST_F(StepsInRows, WhoseTextChangesWithTheTapTellWhatCameOfIt) {
+  switches[0]->onChange([&] {
+    rows[0]->setText("No trees");
+    switches[0]->turn(false);
+  });
+  EXPECT_EQ(actionOf(stepOfTap(*switches[0])), "Mobile_DeSelectSwitch");
 }
 
 // A view whose picture comes only when the platform gets round to it.

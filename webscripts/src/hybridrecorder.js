@@ -3,7 +3,7 @@ import { eachDocument } from './lib/frames.js';
 import { define } from './lib/globals.js';
 import { release } from './lib/hold.js';
 import { leaveToNextPage, take, takeNow } from './lib/outbox.js';
-import { flush, recording } from './lib/recording.js';
+import { flush, ownActsFollow, personActs, recording } from './lib/recording.js';
 import { spying, stopSpying } from './lib/spying.js';
 
 function start() {
@@ -48,6 +48,8 @@ function start() {
       flush();
       return handOver(takeNow());
     },
+    tarniOwnActs: ownActsFollow,
+    tarniPersonsActs: personActs,
     switchtospymode() {
       setMode(true);
     },

@@ -70,7 +70,10 @@ void Call::takeTurn() {
 
 Task<void> Call::turn() {
   const CallRef self = shared_from_this();
+  const bool acts = method_.effect == Effect::Acts;
+  if (acts) co_await ownActs_.begin();
   co_await Turn{*this};
+  if (acts) ownActs_.settle();
 }
 
 void Call::proceed() {

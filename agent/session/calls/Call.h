@@ -12,6 +12,7 @@
 #include <optional>
 #include <string>
 
+#include "agent/recording/OwnActs.h"
 #include "agent/session/calls/Costs.h"
 #include "agent/session/protocol/Method.h"
 #include "agent/session/protocol/SessionError.h"
@@ -60,6 +61,8 @@ class Call : public std::enable_shared_from_this<Call> {
   void resume();
   // Takes it up in a turn of its own. Any thread.
   void takeTurn();
+  // Of the turn, where the method acts.
+  OwnActs& ownActs() { return ownActs_; }
   // The turn itself: until the work parks or ends. Throws nothing. Main thread.
   platform::Task<void> turn();
   // Parks for that long.
@@ -94,6 +97,7 @@ class Call : public std::enable_shared_from_this<Call> {
   std::coroutine_handle<> parked_;
   std::coroutine_handle<> item_;  // the turn's, while it waits for the work
   std::optional<SessionError> interruption_;
+  OwnActs ownActs_;
 };
 
 }  // namespace tarni::session

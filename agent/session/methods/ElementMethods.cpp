@@ -1,10 +1,9 @@
 #include "agent/interaction/PlayBackInteractionMethods.h"
-#include "agent/recording/RecorderAction.h"
+#include "agent/recording/OwnActs.h"
 #include "agent/session/input/Acting.h"
 #include "agent/session/input/HeldInput.h"
 #include "agent/session/input/Keys.h"
 #include "agent/session/methods/Handlers.h"
-#include "agent/session/methods/OwnText.h"
 #include "agent/session/screen/Description.h"
 #include "agent/session/screen/Elements.h"
 #include "agent/session/screen/Locators.h"
@@ -66,7 +65,7 @@ Task<void> retype(CallRef call, std::string text) {
 // The view may have gone with what it was given.
 void leaveOutOfRecording(const CallRef& call) {
   try {
-    RecorderAction::leaveOutTextOf(viewIn(call));
+    OwnActs::leaveOut(viewIn(call));
   } catch (const SessionError&) {
   }
 }
@@ -176,8 +175,6 @@ Answer click(CallRef call) {
   const platform::CGPoint point = co_await readyToPress(handleIn(call), placeIn(parameters));
   requireEnabled(viewIn(call));
   platform::UIWindowRef window = viewIn(call)->window();
-  OwnText own;
-  own.willWrite();
   if (platform::current().inputDevices) {
     co_await clickWithMouse(call, window, point);
   } else {
@@ -231,10 +228,9 @@ Answer setValue(CallRef call) {
     co_return Result();
   }
   std::string text = value.is_string() ? value.get<std::string>() : jsonText(value);
-  OwnText own;
-  own.willWrite();
   if (const auto control = platform::as<platform::UIValueControl>(view)) {
     co_await control->chooseValue(std::move(text));
+    leaveOutOfRecording(call);
   } else if (const auto cell = platform::as<platform::UIItemCell>(view)) {
     co_await cell->setCellValue(std::move(text));
   } else if (view->isKindOfClass(uikit::UITextField)) {

@@ -5,7 +5,6 @@
 #include "agent/session/input/HeldInput.h"
 #include "agent/session/input/Keys.h"
 #include "agent/session/methods/Handlers.h"
-#include "agent/session/methods/OwnText.h"
 #include "agent/session/screen/Elements.h"
 #include "platform/Platform.h"
 
@@ -175,21 +174,21 @@ Task<void> focusOn(const Json& parameters) {
 
 Answer pointer(CallRef call) {
   inputDevices();
-  OwnText own;
   for (const Json& step : stepsIn(call)) {
     auto [name, value] = stepOf(step);
-    if (name == "down" || name == "up") own.willWrite();
+    const bool mayWrite = name == "down" || name == "up";
     co_await pointerStep(call, std::move(name), std::move(value));
+    if (mayWrite) call->ownActs().settle();
   }
   co_return Result();
 }
 
 Answer touch(CallRef call) {
-  OwnText own;
   for (const Json& step : stepsIn(call)) {
     auto [name, value] = stepOf(step);
-    if (name == "down" || name == "up") own.willWrite();
+    const bool mayWrite = name == "down" || name == "up";
     co_await touchStep(call, std::move(name), std::move(value));
+    if (mayWrite) call->ownActs().settle();
   }
   co_return Result();
 }
@@ -197,11 +196,10 @@ Answer touch(CallRef call) {
 Answer keys(CallRef call) {
   inputDevices();
   co_await focusOn(call->parameters());
-  OwnText own;
   for (const Json& step : stepsIn(call)) {
     auto [name, value] = stepOf(step);
-    own.willWrite();
     co_await keyStep(call, std::move(name), std::move(value));
+    call->ownActs().settle();
   }
   co_return Result();
 }
@@ -219,8 +217,6 @@ Answer text(CallRef call) {
   inputDevices();
   co_await focusOn(call->parameters());
   std::string text = call->parameters()["text"].get<std::string>();
-  OwnText own;
-  own.willWrite();
   co_await inputDevices().commitText(std::move(text));
   co_return Result();
 }

@@ -5,8 +5,29 @@ import { holdLink } from './hold.js';
 import { arrive, put } from './outbox.js';
 import { toJson } from './text.js';
 
-function record(action, element, data) {
-  put(toJson([stepFor(action, element, data)]).slice(1, -1));
+// False while what the page sees are the agent's own acts, which look like a person's.
+let arePersons = true;
+// Steps of that time: the first of a person's may come before it is told that they are.
+let held = [];
+const longestHeld = 1000;
+// An act takes so long to get here.
+const longestWay = 100;
+
+function hold(text) {
+  const now = performance.now();
+  const kept = [];
+  for (let i = 0; i < held.length; i += 1) if (now - held[i].at < longestHeld) kept[kept.length] = held[i];
+  kept[kept.length] = { text, at: now };
+  held = kept;
+}
+
+function record(action, element, data, isOwn = !arePersons) {
+  const text = toJson([stepFor(action, element, data)]).slice(1, -1);
+  if (isOwn) {
+    hold(text);
+  } else {
+    put(text);
+  }
 }
 
 function targetOf(event) {
@@ -16,12 +37,35 @@ function targetOf(event) {
 
 // --- typed text: one step for all that was typed, once the person goes on to something else
 
+// The element; `before`, what it held when other acts came in between; whether they were `isOwn`,
+// and when.
 let edited = null;
 
 export function flush() {
-  const element = edited;
+  const was = edited;
   edited = null;
-  if (element) record('TypeTextOnEditBox', element, valueOf(element));
+  if (!was) return;
+  const text = was.before === null ? valueOf(was.element) : was.before;
+  record('TypeTextOnEditBox', was.element, text, was.isOwn);
+}
+
+export function ownActsFollow() {
+  arePersons = false;
+  if (edited && !edited.isOwn && edited.before === null) edited.before = valueOf(edited.element);
+}
+
+// So many milliseconds after the last own act.
+export function personActs(sinceOwn) {
+  const begin = performance.now() - sinceOwn + longestWay;
+  arePersons = true;
+  for (let i = 0; i < held.length; i += 1) if (held[i].at > begin) put(held[i].text);
+  held = [];
+  if (edited && edited.at > begin) {
+    edited.isOwn = false;
+    edited.before = null;
+  } else if (edited && edited.isOwn) {
+    edited = null;
+  }
 }
 
 function isInside(element, outer) {
@@ -79,11 +123,11 @@ export const recording = {
   click(event) {
     const target = targetOf(event);
     if (!event.isTrusted || !target) return;
-    if (edited && !isInside(target, edited)) flush();
+    if (edited && !isInside(target, edited.element)) flush();
     if (isMerelyLabel(target) || isOfList(target) || isFromEnter(event)) return;
     const element = editableAt(target) || meantBy(target);
     record(actionOfClick(element), element, '');
-    holdLink(event, element);
+    if (arePersons) holdLink(event, element);
   },
   focusin(event) {
     const target = targetOf(event);
@@ -98,8 +142,16 @@ export const recording = {
     }
     const element = editableAt(target);
     if (!element) return;
-    if (edited !== element) flush();
-    edited = element;
+    if (!edited || edited.element !== element) {
+      flush();
+      edited = { element, before: null, isOwn: !arePersons, at: 0 };
+    }
+    if (arePersons) {
+      edited.isOwn = false;
+      edited.before = null;
+    } else {
+      edited.at = performance.now();
+    }
   },
   keydown(event) {
     const target = targetOf(event);
