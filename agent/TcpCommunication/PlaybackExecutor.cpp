@@ -5,7 +5,6 @@
 #include "agent/commands/FunctionCallObject.h"
 #include "agent/commands/NativeCommands.h"
 #include "agent/commands/WebViewCommands.h"
-#include "agent/core/state/GlobalVars.h"
 #include "agent/core/state/Utilities_Json.h"
 #include "agent/diagnostics/Screenshots.h"
 #include "platform/Foundation/Guarded.h"
@@ -23,20 +22,12 @@ constexpr std::string_view kGreeting = "Welcome PlayBackServer Started Successfu
 constexpr std::size_t kLongestLine = 64UL * 1024;
 
 void logMessage(const PlaybackMessage& message) {
-  std::string_view text = message.text;
+  const std::string_view text = message.text;
   if (!message.isUTF8) {
     platform::NSLog("A playback command of %zu bytes is not UTF-8", text.size());
     return;
   }
-  while (text.ends_with('\n') || text.ends_with('\r')) text.remove_suffix(1);
   platform::NSLog("Msg is %s", std::string(text.substr(0, kLongestLine)).c_str());
-}
-
-// A command ends recording for good: from here on the polling hook walks no windows and the event
-// hook makes no steps. The server has closed the recorder's connection already
-// (ServerManager::handlePlaybackCommandOnMain), for the greeting that comes back as well.
-void endRecording() {
-  GlobalVars::sharedInstance().set_isPlaybackStarted("true");
 }
 
 // Runs the command in the web page and on the native views; the native answer goes first.
@@ -62,7 +53,6 @@ Task<std::optional<std::string>> PlaybackExecutor::execute(PlaybackMessage messa
   logMessage(message);
   // Kept: the greeting that comes back is not answered, and nothing is read after it.
   if (message.text == kGreeting) co_return std::nullopt;
-  endRecording();
   std::string reason;
   try {
     co_return co_await answerTo(message);

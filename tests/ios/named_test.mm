@@ -1,0 +1,135 @@
+// Classes of an application's own that are none of UIKit's controls and say by their names what
+// they are: wherever the agent goes by the name, they are sent what UIKit's control would be.
+#include <nlohmann/json.hpp>
+
+#include "agent/AI/AiAPI.h"
+#include "agent/core/state/GlobalVars.h"
+#include "agent/elements/UIViewsManager.h"
+#include "agent/elements/Utilities.h"
+#include "agent/recording/RecorderAction.h"
+#include "agent/recording/RecorderEvent.h"
+#include "tests/ios/OnIos.h"
+
+@interface BrandSwitch : UIControl {
+  BOOL on_;
+}
+- (BOOL)isOn;
+- (void)setOn:(BOOL)on;
+@end
+
+@implementation BrandSwitch
+- (BOOL)isOn {
+  return on_;
+}
+- (void)setOn:(BOOL)on {
+  on_ = on;
+}
+@end
+
+@interface BrandSegmentedControl : UIView
+@end
+
+@implementation BrandSegmentedControl
+- (NSInteger)selectedSegmentIndex {
+  return 1;
+}
+- (NSUInteger)numberOfSegments {
+  return 2;
+}
+- (NSString*)titleForSegmentAtIndex:(NSUInteger)index {
+  return index == 0 ? @"Day" : @"Week";
+}
+@end
+
+@interface BrandSegment : UIView
+@end
+
+@implementation BrandSegment
+@end
+
+@interface BrandScrollView : UIView {
+ @public
+  CGPoint offset_;
+}
+@end
+
+@implementation BrandScrollView
+- (CGPoint)contentOffset {
+  return offset_;
+}
+- (void)setContentOffset:(CGPoint)offset animated:(BOOL)animated {
+  offset_ = offset;
+}
+@end
+
+// What is merely called so answers as the view that it is.
+@interface SwitchTheme : UIView
+@end
+
+@implementation SwitchTheme
+@end
+
+namespace tarni::test {
+namespace {
+
+using nlohmann::json;
+
+class Named : public OnIos {
+ protected:
+  ~Named() override { GlobalVars::sharedInstance().set_isPlaybackStarted(std::nullopt); }
+
+  json ask(const json& command) { return json::parse(answer(command.dump()), nullptr, false); }
+  // With the view that the class names as its target.
+  json ask(const char* function, const char* className, const char* data = "") {
+    const json found = ask({{"functionname", "findelements"}, {"tagname", className}});
+    return ask({{"functionname", function},
+                {"accessorvalue", found.at(0).at("elementID")},
+                {"datavalue", data}});
+  }
+  static StepDraftRef step(UIView* view) {
+    UIViewsManager().identifyViews(ref(view)->window());
+    return RecorderAction().describeStep({"Click", ref(view), "", {5, 5}});
+  }
+};
+
+TEST_F(Named, ASwitchIsRecordedReadAndTurnedAsOne) {
+  BrandSwitch* const control = add<BrandSwitch>([BrandSwitch class], NSMakeRect(0, 0, 50, 30));
+  EXPECT_TRUE(RecorderEvent().IsViewIsNotOfEventType(ref(control)));
+  EXPECT_EQ(step(control)->actionName, "Mobile_DeSelectSwitch");
+  EXPECT_EQ(ask("isselected", "BrandSwitch").at(0).at("output"), "false");
+  ask("clickelement", "BrandSwitch");
+  EXPECT_TRUE([control isOn]);
+  EXPECT_EQ(ask("isselected", "BrandSwitch").at(0).at("output"), "true");
+  EXPECT_EQ(step(control)->actionName, "Mobile_SelectSwitch");
+}
+
+TEST_F(Named, ASegmentedControlIsRecordedAsItsSegmentAndReadByItsTitles) {
+  UIView* const control = addView([BrandSegmentedControl class], NSMakeRect(0, 0, 100, 30));
+  for (const int left : {0, 50}) {
+    UIView* const segment =
+        [[[BrandSegment alloc] initWithFrame:NSMakeRect(left, 0, 50, 30)] autorelease];
+    [control addSubview:segment];
+  }
+  const platform::UIViewRef second = ref([[control subviews] lastObject]);
+  EXPECT_EQ(step(control)->recordedView.lock(), second);
+  EXPECT_EQ(Utilities::getUIViewText(second), "Week");
+  EXPECT_EQ(ask("gettext", "BrandSegment").at(0).at("output"), "Day;Week;");
+}
+
+TEST_F(Named, AScrollViewIsSwipedAndSaidToScroll) {
+  auto* const scroll = add<BrandScrollView>([BrandScrollView class], NSMakeRect(0, 0, 100, 100));
+  EXPECT_TRUE(AiAPI().isViewScrollable(ref(scroll)));
+  ask({{"functionname", "swipeto"}, {"datavalue", "down"}});
+  EXPECT_NE(scroll->offset_.y, 0);
+  ask({{"functionname", "swipereset"}});
+  EXPECT_EQ(scroll->offset_.y, 0);
+}
+
+TEST_F(Named, WhatDoesNotAnswerAsOneIsNone) {
+  UIView* const theme = addView([SwitchTheme class], NSMakeRect(0, 0, 50, 30));
+  EXPECT_EQ(step(theme)->actionName, "Click");
+  EXPECT_EQ(ask("isselected", "SwitchTheme").at(0).at("output"), "false");
+}
+
+}  // namespace
+}  // namespace tarni::test
