@@ -37,10 +37,10 @@ An element is named by the identifier that `find` printed, or by what it looks l
 
 Commands go over the program's session channel, which `tarni run` opens: in milliseconds, beside a
 recording that goes on, and identifiers last as long as their elements. With --port N, with a program
-that has no such channel (after `tarni attach`), and for record, spy, play, send, highlight and the
-swipes they go over the two ports: the first command ends recording, identifiers hold until the next
-find, and the program takes the next connection only a second after the last has gone (`tarni do`
-carries out many commands in one).)";
+that has no such channel (after `tarni attach`), and for spy, send, highlight and the swipes they go
+over the two ports: the first command ends recording, identifiers hold until the next find, and the
+program takes the next connection only a second after the last has gone (`tarni do` carries out many
+commands in one). `tarni play` goes where its session was recorded.)";
 
 // "" when the name is one that a program can have.
 std::string complaintAboutName(const std::string& name) {

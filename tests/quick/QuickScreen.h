@@ -26,8 +26,7 @@ using platform::UIViewRef;
 
 class QuickScreen : public testing::Test {
  protected:
-  // Shows a window of 400 x 300 points with these items. A file of the application that they use
-  // comes with `addFile` before.
+  // Shows a window of 400 x 300 points with these items.
   void show(const std::string& items) {
     const std::string text =
         "import QtQuick 2.15\nimport QtQuick.Window 2.15\nimport QtQuick.Controls 2.15\n"

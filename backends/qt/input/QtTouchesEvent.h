@@ -1,6 +1,6 @@
 // QtTouchesEvent: the application's one event for synthesized touches. Touches of real fingers
 // travel in an event of their own, so that a finger that comes between two steps of a gesture does
-// not change what the gesture sends again. Main thread.
+// not change what the gesture sends again. GUI thread.
 #pragma once
 
 #include "backends/posix/EventRecord.h"
