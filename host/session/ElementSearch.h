@@ -15,25 +15,18 @@
 #include <vector>
 
 #include "host/guard/Json.h"
+#include "host/guard/Rectangle.h"
 #include "host/session/RecordedStep.h"
 #include "host/wire/PlaybackClient.h"
 
 namespace tarni::host {
-
-// In the window's coordinates, in points.
-struct Rectangle {
-  double x = 0;
-  double y = 0;
-  double width = 0;
-  double height = 0;
-};
 
 // An element as the agent describes it.
 struct ElementOnScreen {
   std::string id;
   std::string text;     // what it shows now
   std::string picture;  // a JPEG in base-64
-  Rectangle rectangle;
+  Rectangle rectangle;  // in the window's coordinates
   bool isVisible = false;
   bool isTappable = false;  // a tap on it would reach it
   bool isEnabled = false;

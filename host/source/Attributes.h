@@ -9,12 +9,9 @@
 #include <vector>
 
 #include "host/guard/Json.h"
+#include "host/guard/Rectangle.h"
 
 namespace tarni::host {
-
-struct Rectangle {
-  double x = 0, y = 0, width = 0, height = 0;
-};
 
 // All zeros when it has none.
 Rectangle rectangleIn(const Json& description, const char* member = "rect");
