@@ -1,7 +1,7 @@
 // Acts: makes acts of a person's input events. A press, the moves and the release are one act, so
 // are the two presses of a double click, the keys of a text, the turns of the wheel over one
 // element. What came of an act (a value was chosen, a switch went over) is looked at before the
-// next event and when the program is at rest; what it caused is no act.
+// next event and when the program is at rest; what it caused is not an act.
 //
 // The latest act may still grow: it is told when the program has come to rest, and again, under the
 // same order number, when it has become more. Main thread.

@@ -13,7 +13,7 @@ namespace tarni {
 namespace UIViewFinder {
 
 // Runs the command in the displayed web view; the text that the script gave. Null while no web view
-// was found ready, for a name that is no such command, for a command without result, and for a
+// was found ready, for a name that is not such a command, for one without result, and for a
 // script that gave nothing.
 platform::Task<std::optional<std::string>> parseFunctionCallObjectForWebView(
     FunctionCallObject command);

@@ -58,7 +58,7 @@ class RecorderAction {
   static bool isInSameRow(const platform::UIViewRef& view, const StepDraft& draft);
   // What a person has typed into a text field or text view; empty for any other view. Main thread.
   static std::string typedText(const platform::UIViewRef& view);
-  // What stands in the view now is no person's: it is not recorded, unless it is changed. Main
+  // What stands in the view now is not a person's: it is not recorded, unless it is changed. Main
   // thread.
   static void leaveOutTextOf(const platform::UIViewRef& view);
 

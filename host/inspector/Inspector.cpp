@@ -47,7 +47,7 @@ bool isSame(std::string_view said, std::string_view token) {
   return difference == 0;
 }
 
-// The page has everything from here, and is no part of any other page.
+// The page has everything from here, and is not part of any other page.
 constexpr auto kPolicy =
     "default-src 'none'; script-src 'self'; style-src 'self'; img-src 'self' data:; "
     "connect-src 'self'; base-uri 'none'; form-action 'none'; frame-ancestors 'none'";

@@ -23,8 +23,8 @@ struct RecordedSession {
   static RecordedSession fromLines(const SessionLines& lines);
 };
 
-// Throws std::invalid_argument "FILE:LINE: what is wrong" for a file that is no such session, and
-// std::runtime_error when it cannot be read.
+// Throws std::invalid_argument "FILE:LINE: what is wrong" for a file that is not one of them,
+// and std::runtime_error when it cannot be read.
 RecordedSession readSession(const std::filesystem::path& path);
 // The same from text that is called `name` in what is thrown.
 RecordedSession readSession(std::istream& file, const std::string& name);

@@ -100,7 +100,7 @@ http::Reply Server::end(const http::Request& request) {
   });
 }
 
-// A Grid takes anything but 200 for a broken node, and running out of sessions is no defect.
+// A Grid takes anything but 200 for a broken node, and running out of sessions is not a defect.
 http::Reply Server::status() {
   return guarded([this] {
     std::string message = sessions_.isFull() ? "as many sessions as there may be" : "ready";

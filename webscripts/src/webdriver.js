@@ -89,7 +89,7 @@ function rect({ element }) {
   return { x: left + view.pageXOffset, y: top + view.pageYOffset, width, height };
 }
 
-// An entry is chosen without its list being opened, which is no part of the page.
+// An entry is chosen without its list being opened, which is not part of the page.
 function choose(option) {
   const list = option.closest('select');
   if (!list || option.disabled) throw new Failure('element not interactable', 'the entry cannot be chosen');

@@ -27,11 +27,13 @@ class GlobalVars {
   platform::UIViewRef _editAbleElement() const { return copy(editAbleElement_).lock(); }
   void set_editAbleElement(const platform::UIViewRef& view) { assign(editAbleElement_, view); }
 
-  // The key window as the polling hook last saw it. This, the dialog's window and the window class
-  // are kept for whoever looks at the state from outside; the agent reads none of them.
+  // The key window as the polling hook last saw it: the views of any other one have no identity yet
+  // when they are touched.
   platform::UIWindowRef _uiWindow() const { return copy(uiWindow_).lock(); }
   void set_uiWindow(const platform::UIWindowRef& window) { assign(uiWindow_, window); }
 
+  // Kept, as is the window class, for whoever looks at the state from outside; the agent does not
+  // read it.
   platform::UIWindowRef _uiWindow_Dialog() const { return copy(uiWindowDialog_).lock(); }
   void set_uiWindow_Dialog(const platform::UIWindowRef& window) { assign(uiWindowDialog_, window); }
 

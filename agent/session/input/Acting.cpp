@@ -35,7 +35,7 @@ double offset(double low, double high, double extent) {
   return 0;
 }
 
-// In the window's coordinates; null where something that is no part of the view takes the press.
+// In the window's coordinates; null where something that is not part of it takes the press.
 std::optional<CGPoint> pressAt(const UIViewRef& view, CGPoint place) {
   const CGRect bounds = view->bounds();
   const CGPoint point =

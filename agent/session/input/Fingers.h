@@ -1,4 +1,4 @@
-// Fingers: those that a client has on the screen. What they do is no act of a person and is not
+// Fingers: those that a client has on the screen. What they do is not an act of a person and is not
 // recorded. Main thread.
 #pragma once
 

@@ -8,8 +8,8 @@
 
 namespace tarni::session {
 
-// Throws SessionError: parse error for what is no JSON or is nested beyond reason, invalid request
-// for what is no request.
+// Throws SessionError: parse error for what is not JSON or is nested beyond reason, invalid request
+// for what is not a request.
 Json parseRequest(std::string_view line);
 
 // The answers, without the end of the line. `result` is JSON text.

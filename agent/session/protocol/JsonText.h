@@ -79,7 +79,7 @@ class JsonText {
 
   void write(std::string_view value);
   void write(long value);
-  // What is no number is null.
+  // What is not a number is null.
   void write(double value);
 
  private:

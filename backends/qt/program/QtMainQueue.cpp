@@ -11,7 +11,7 @@ QtMainQueue& QtMainQueue::shared() {
   return *queue;
 }
 
-// The end of a loop is no reason to close: a program may run its loop a second time.
+// The end of a loop is not a reason to close: a program may run its loop a second time.
 QtMainQueue::QtMainQueue() {
   qAddPostRoutine([] { shared().close(); });
 }

@@ -21,7 +21,7 @@ class QtExtension {
   // The window-kind view of a window that no widget draws; null when it is not of the extension.
   // The same view as long as the window lives.
   virtual platform::UIWindowRef viewOfWindow(QWindow&) { return nullptr; }
-  // The view of an object that is no widget, the item with the focus; null when it is not of the
+  // The view of an object that is not a widget, the item with the focus; null when it is not of the
   // extension.
   virtual platform::UIViewRef viewOfObject(QObject&) { return nullptr; }
   // A view for a widget of which the extension knows more than that it is a widget; null for all

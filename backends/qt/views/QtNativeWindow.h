@@ -22,7 +22,7 @@ class QtNativeWindow : public platform::UIWindow {
   platform::Task<void> close() final;
 
  protected:
-  // Null when the view is no window of its own.
+  // Null when the view is not a window of its own.
   virtual QWindow* ownWindow() const = 0;
 };
 

@@ -11,7 +11,7 @@
 namespace tarni::qt {
 namespace {
 
-// Null for what is no window.
+// Null for what is not a window.
 QWindow* windowOf(QObject& receiver) {
   if (receiver.isWindowType()) return static_cast<QWindow*>(&receiver);
   if (!receiver.isWidgetType()) return nullptr;
