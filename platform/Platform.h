@@ -38,6 +38,9 @@ struct Platform {
   IOHIDEventSystem* hidEvents = nullptr;
   // Null on a platform that has none.
   InputDevices* inputDevices = nullptr;
+  // The same mouse and keyboard in a person's hands: what they do is shown to the InputObserver.
+  // Null where nobody can be shown.
+  InputDevices* personsDevices = nullptr;
   // Null on a platform without a loader: every address then reads as empty.
   NSURLLoader* urlLoader = nullptr;
 };

@@ -15,7 +15,8 @@ constexpr std::string_view kIntroduction =
 
 The second way into a program, beside the two fixed ports ([protocol.md](protocol.md)), which it leaves
 as they are: any number of clients at once, elements that stay, a person's mouse and keyboard, waits
-that are woken. Nothing of it ends recording, and nothing that it does is recorded as a person's act.
+that are woken. Nothing of it ends recording, and nothing that it does is recorded as a person's act,
+unless it says that a person does it.
 
 ## Where
 
@@ -106,7 +107,7 @@ constexpr std::string_view kRecording = R"(
 What `record.start` has the client told of, in notifications `record.step`. One act of a person is one
 step, however many events it takes: a press and its release wherever that is, a double click, a drag,
 a text, the way down a menu. What came of an act belongs to it, and what it caused is no step. What
-this channel or the fixed ports do is none either.
+this channel or the fixed ports do is none either, but for input that says `person`.
 
 )";
 

@@ -84,7 +84,9 @@ struct Parts {
   posix::HIDEventSystem hidEvents;
   URLLoader urlLoader;
   QtEventHook hook{events, application._touchesEvent(), log};
-  QtInputDevices inputDevices;
+  QtDevices devices;
+  QtInputDevices inputDevices{devices, Doer::Agent};
+  QtInputDevices personsDevices{devices, Doer::Person};
 };
 
 platform::Platform platformOf(Parts& parts) {
@@ -103,6 +105,7 @@ platform::Platform platformOf(Parts& parts) {
   made.alerts = &parts.alerts;
   made.hidEvents = &parts.hidEvents;
   made.inputDevices = &parts.inputDevices;
+  made.personsDevices = &parts.personsDevices;
   made.urlLoader = &parts.urlLoader;
   return made;
 }

@@ -1,6 +1,6 @@
 // InputObserver: sees what a person does at the application's devices, each event before the
-// application handles it. What the agent does by itself (InputDevices, synthesised touches, texts
-// that it sets) does not come by.
+// application handles it, also by Platform::personsDevices. What the agent does by itself
+// (InputDevices, synthesised touches, texts that it sets) does not come by.
 #pragma once
 
 #include <string>

@@ -10,17 +10,18 @@ namespace tarni::session {
 
 using platform::Task;
 
-Task<void> HeldInput::setButton(platform::PointerButton button, bool isDown) {
+Task<void> HeldInput::setButton(platform::PointerButton button, bool isDown,
+                                platform::InputDevices& devices) {
   // Noted before it goes down: the client may go while it does.
   if (isDown) buttons_.insert(button);
-  co_await inputDevices().setButton(button, isDown);
+  co_await devices.setButton(button, isDown);
   if (!isDown) buttons_.erase(button);
 }
 
-Task<void> HeldInput::setKey(std::string key, bool isDown) {
+Task<void> HeldInput::setKey(std::string key, bool isDown, platform::InputDevices& devices) {
   if (isDown) keys_.insert(key);
   try {
-    co_await inputDevices().setKey(key, isDown);
+    co_await devices.setKey(key, isDown);
   } catch (...) {
     keys_.erase(key);
     throw;
@@ -47,6 +48,11 @@ platform::InputDevices& inputDevices() {
   if (devices) return *devices;
   throw SessionError(errors::kUnsupported,
                      "this platform has no pointer and no keyboard that could be moved");
+}
+
+platform::InputDevices& personsDevices() {
+  platform::InputDevices* const devices = platform::current().personsDevices;
+  return devices ? *devices : inputDevices();
 }
 
 }  // namespace tarni::session

@@ -11,10 +11,17 @@
 
 namespace tarni::session {
 
+// The platform's devices. Throws SessionError (unsupported operation) where it has none.
+platform::InputDevices& inputDevices();
+// The same in a person's hands, where the platform tells these apart.
+platform::InputDevices& personsDevices();
+
 class HeldInput {
  public:
-  platform::Task<void> setButton(platform::PointerButton button, bool isDown);
-  platform::Task<void> setKey(std::string key, bool isDown);
+  platform::Task<void> setButton(platform::PointerButton button, bool isDown,
+                                 platform::InputDevices& devices = inputDevices());
+  platform::Task<void> setKey(std::string key, bool isDown,
+                              platform::InputDevices& devices = inputDevices());
   Fingers& fingers() { return fingers_; }
   // Lets go of all of them. Never throws.
   platform::Task<void> releaseAll();
@@ -24,8 +31,5 @@ class HeldInput {
   std::set<std::string> keys_;
   Fingers fingers_;
 };
-
-// The platform's devices. Throws SessionError (unsupported operation) where it has none.
-platform::InputDevices& inputDevices();
 
 }  // namespace tarni::session

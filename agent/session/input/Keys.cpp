@@ -52,18 +52,20 @@ KeyChord::KeyChord(const std::string& text) {
   }
 }
 
-Task<void> KeyChord::press(HeldInput& held) const {
-  for (const std::string& key : keys_) co_await held.setKey(key, true);
+Task<void> KeyChord::press(HeldInput& held, platform::InputDevices& devices) const {
+  for (const std::string& key : keys_) co_await held.setKey(key, true, devices);
 }
 
-Task<void> KeyChord::release(HeldInput& held) const {
-  for (auto key = keys_.rbegin(); key != keys_.rend(); ++key) co_await held.setKey(*key, false);
+Task<void> KeyChord::release(HeldInput& held, platform::InputDevices& devices) const {
+  for (auto key = keys_.rbegin(); key != keys_.rend(); ++key) {
+    co_await held.setKey(*key, false, devices);
+  }
 }
 
-Task<void> pressKeys(HeldInput& held, std::string chord) {
+Task<void> pressKeys(HeldInput& held, std::string chord, platform::InputDevices& devices) {
   const KeyChord keys(chord);
-  co_await keys.press(held);
-  co_await keys.release(held);
+  co_await keys.press(held, devices);
+  co_await keys.release(held, devices);
 }
 
 }  // namespace tarni::session

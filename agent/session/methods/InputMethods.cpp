@@ -58,9 +58,14 @@ Spot spotOf(const Json& target) {
   return {std::move(key), point};
 }
 
-Task<void> moveTo(Json target) {
+// Whoever is behind the client has it in hand.
+platform::InputDevices& devicesOf(const CallRef& call) {
+  return call->parameters().value("person", false) ? personsDevices() : inputDevices();
+}
+
+Task<void> moveTo(CallRef call, Json target) {
   const Spot spot = spotOf(target);
-  co_await inputDevices().movePointer(spot.window, spot.point);
+  co_await devicesOf(call).movePointer(spot.window, spot.point);
 }
 
 const std::string& nameIn(const Json& value) {
@@ -90,10 +95,10 @@ const Json& stepsIn(const CallRef& call) {
 
 Task<void> pointerStep(CallRef call, std::string name, Json value) {
   if (name == "move") {
-    co_await moveTo(std::move(value));
+    co_await moveTo(call, std::move(value));
   } else if (name == "down" || name == "up") {
     const platform::PointerButton button = buttonNamed(nameIn(value));
-    co_await call->held()->setButton(button, name == "down");
+    co_await call->held()->setButton(button, name == "down", devicesOf(call));
   } else if (name == "pause") {
     co_await call->pause(millisecondsIn(value));
   } else {
@@ -149,10 +154,10 @@ Task<void> touchStep(CallRef call, std::string name, Json value) {
 Task<void> keyStep(CallRef call, std::string name, Json value) {
   if (name == "press") {
     std::string chord = nameIn(value);
-    co_await pressKeys(*call->held(), std::move(chord));
+    co_await pressKeys(*call->held(), std::move(chord), devicesOf(call));
   } else if (name == "down" || name == "up") {
     std::string key = nameIn(value);
-    co_await call->held()->setKey(std::move(key), name == "down");
+    co_await call->held()->setKey(std::move(key), name == "down", devicesOf(call));
   } else if (name == "pause") {
     co_await call->pause(millisecondsIn(value));
   } else {
@@ -206,10 +211,10 @@ Answer keys(CallRef call) {
 
 Answer wheel(CallRef call) {
   const Json& parameters = call->parameters();
-  if (parameters.contains("at")) co_await moveTo(parameters["at"]);
+  if (parameters.contains("at")) co_await moveTo(call, parameters["at"]);
   const double right = parameters.value("right", 0.0);
   const double down = parameters.value("down", 0.0);
-  co_await inputDevices().turnWheel(right, down);
+  co_await devicesOf(call).turnWheel(right, down);
   co_return Result();
 }
 
@@ -217,7 +222,7 @@ Answer text(CallRef call) {
   inputDevices();
   co_await focusOn(call->parameters());
   std::string text = call->parameters()["text"].get<std::string>();
-  co_await inputDevices().commitText(std::move(text));
+  co_await devicesOf(call).commitText(std::move(text));
   co_return Result();
 }
 
@@ -228,11 +233,11 @@ Answer drag(CallRef call) {
   const long moves = std::clamp(parameters.value("moves", 12L), 2L, 1000L);
   const double duration = parameters.value("duration", 200.0);
   HeldInput& held = *call->held();
-  platform::InputDevices& devices = inputDevices();
+  platform::InputDevices& devices = devicesOf(call);
   const Spot from = spotOf(parameters["from"]);
   spotOf(parameters["to"]);
   co_await devices.movePointer(from.window, from.point);
-  co_await held.setButton(button, true);
+  co_await held.setButton(button, true, devices);
   for (long move = 1; move <= moves; ++move) {
     co_await call->pause(duration / static_cast<double>(moves));
     // Where it is going may move meanwhile.
@@ -246,7 +251,7 @@ Answer drag(CallRef call) {
                                            from.point.y + (end.y - from.point.y) * part};
     co_await devices.movePointer(window, point);
   }
-  co_await held.setButton(button, false);
+  co_await held.setButton(button, false, devices);
   co_return Result();
 }
 

@@ -58,10 +58,14 @@ constexpr Parameter kWindowSize[] = {
     {"width", Kind::Number, kRequired, "In points."},
     {"height", Kind::Number, kRequired, "In points."},
 };
+constexpr Parameter kPerson{"person", Kind::Flag, kOptional,
+                            "True when a person does it by means of the client: `record.start` "
+                            "tells of it, where the platform tells these apart."};
 constexpr Parameter kInputPointer[] = {
     {"steps", Kind::List, kRequired,
      "In their order: `{\"move\": TARGET}`, `{\"down\": BUTTON}`, `{\"up\": BUTTON}`, `{\"pause\": "
-     "MILLISECONDS}`."}};
+     "MILLISECONDS}`."},
+    kPerson};
 constexpr Parameter kInputTouch[] = {
     {"steps", Kind::List, kRequired,
      "In their order: `{\"down\": FINGER}`, `{\"move\": FINGER}`, `{\"up\": FINGER}`, `{\"pause\": "
@@ -72,6 +76,7 @@ constexpr Parameter kInputWheel[] = {
     {"at", Kind::Object, kOptional, "The target to turn it over; where the pointer is without."},
     {"right", Kind::Number, kOptional, "Notches."},
     {"down", Kind::Number, kOptional, "Notches."},
+    kPerson,
 };
 constexpr Parameter kInputKeys[] = {
     {"steps", Kind::List, kRequired,
@@ -79,10 +84,12 @@ constexpr Parameter kInputKeys[] = {
      "`{\"up\": KEY}`, `{\"pause\": MILLISECONDS}`. Keys are called as in the W3C's "
      "`KeyboardEvent.key`: `Enter`, `F2`, `ArrowLeft`, `Shift`, `a`, `Ä`."},
     {"element", Kind::Integer, kOptional, "The element that gets the focus first."},
+    kPerson,
 };
 constexpr Parameter kInputText[] = {
     {"text", Kind::Text, kRequired, "In any script."},
     {"element", Kind::Integer, kOptional, "The element that gets the focus first."},
+    kPerson,
 };
 constexpr Parameter kInputDrag[] = {
     {"from", Kind::Object, kRequired, "The target at which the button goes down."},
@@ -90,6 +97,7 @@ constexpr Parameter kInputDrag[] = {
     {"button", Kind::Text, kOptional, "left without."},
     {"moves", Kind::Integer, kOptional, "In so many moves, 12 without."},
     {"duration", Kind::Number, kOptional, "Milliseconds that the way takes, 200 without."},
+    kPerson,
 };
 constexpr Parameter kThePage{"page", Kind::Integer, kOptional,
                              "The handle of the web view; not needed where there is one."};

@@ -3,6 +3,9 @@
 #include <QtGui/QWindow>
 #include <algorithm>
 
+#include "backends/qt/input/QtEventHook.h"
+#include "backends/qt/program/InputQueue.h"
+
 namespace tarni::qt {
 
 QWindow* windowAt(QWindow* window, QPointF position) {
@@ -31,6 +34,7 @@ QPointF originOnScreen(const QWindow& window) {
 }
 
 void process(QWindowSystemInterfacePrivate::WindowSystemEvent& event) {
+  if (doerAtWork() == Doer::Person) showPersonsInput(event);
   QWindowSystemEventHandler().QWindowSystemEventHandler::sendEvent(&event);
 }
 

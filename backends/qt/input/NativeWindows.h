@@ -15,7 +15,8 @@ QWindow* windowAt(QWindow* window, QPointF position);
 QPointF originInTopLevel(const QWindow* window);
 QPointF originOnScreen(const QWindow& window);
 
-// Has Qt process an event of a synthetic device at once, past who sees those of the window system.
+// Has Qt process an event of a synthetic device at once, past who sees those of the window system;
+// who observes a person's input is shown it if a person is at work.
 // May enter a nested loop of the program.
 void process(QWindowSystemInterfacePrivate::WindowSystemEvent& event);
 

@@ -92,6 +92,10 @@ void noteInputOfAgent() {
   if (installed) installed->inputOfAgent();
 }
 
+void showPersonsInput(const Interface::WindowSystemEvent& event) {
+  if (installed) installed->inputByDevices(event);
+}
+
 bool observeInput(platform::InputObserver* observer) {
   if (installed) installed->watch().setObserver(observer);
   return installed;
@@ -118,7 +122,7 @@ bool QtEventHook::sendEvent(NativeEvent* event) {
     case Interface::Touch:
       return sendTouch(static_cast<TouchEvent*>(event));
     case Interface::Key:
-      isPointing_ = false;
+      pointing_ = Pointing::None;
       return show(keyEvent_, event);
     case Interface::Wheel:
       return show(wheelEvent_, event);
@@ -131,7 +135,7 @@ bool QtEventHook::sendEvent(NativeEvent* event) {
 
 bool QtEventHook::sendMouse(MouseEvent* event) {
   fingerEvent_._clearTouches();
-  isPointing_ = true;
+  pointing_ = Pointing::Mouse;
   bool isOfFinger = false;
   platform::runGuarded("mouse event", [&] { isOfFinger = followMouse(*event); });
   return isOfFinger ? showFingers(event) : QWindowSystemEventHandler::sendEvent(event);
@@ -231,11 +235,23 @@ void QtEventHook::followMenu(const ExposeEvent& event) {
   menuOpened(openerOf(*popup));
 }
 
+void QtEventHook::inputByDevices(const NativeEvent& event) {
+  watch_.see(event);
+  if (event.type == Interface::Key) pointing_ = Pointing::None;
+  if (event.type != Interface::Mouse) return;
+  pointing_ = Pointing::Devices;
+  const auto& mouse = static_cast<const MouseEvent&>(event);
+  if (mouse.buttonType != QEvent::MouseButtonPress) return;
+  const QPointF middle = middleOfAPixel(mouse.window);
+  lastTouched_ = spotAt(mouse.window, mouse.localPos + middle, mouse.globalPos).view;
+}
+
 void QtEventHook::menuOpened(const platform::UIViewRef& opener) {
   if (!opener || opener == lastTouched_.lock()) return;
-  if (!isPointing_ || mouse_.touch || !fingers_.empty()) return;
+  if (pointing_ == Pointing::None || mouse_.touch || !fingers_.empty()) return;
   lastTouched_ = opener;
   watch_.pointedAt(opener);
+  if (pointing_ == Pointing::Devices) return;
   const platform::CGRect bounds = opener->bounds();
   const platform::CGPoint middle = opener->convertPointToWindow({bounds.midX(), bounds.midY()});
   const auto touch = makeTouch(opener, opener->window(), middle);

@@ -37,7 +37,10 @@ class QtEventHook : public QWindowSystemEventHandler {
   // it, the mouse rests there, and the entry is shown as tapped.
   void menuOpened(const platform::UIViewRef& opener);
   // What happens next is the doing of the agent's own devices, whose events do not come by here.
-  void inputOfAgent() { isPointing_ = false; }
+  void inputOfAgent() { pointing_ = Pointing::None; }
+  // An event of these devices while a person has them in hand. It is observed, and that is all: to
+  // "sendEvent:" they are the agent's.
+  void inputByDevices(const QWindowSystemInterfacePrivate::WindowSystemEvent& event);
   QtInputWatch& watch() { return watch_; }
 
  private:
@@ -74,7 +77,8 @@ class QtEventHook : public QWindowSystemEventHandler {
   posix::EventRecord pointingEvent_{platform::UIEventType::Touches};
   Finger mouse_;  // without a touch while the left button is up
   platform::UIViewWeakRef lastTouched_;
-  bool isPointing_ = true;         // the last input was a person's mouse
+  // What the last input came from, if that is a mouse of a person's.
+  enum class Pointing { None, Mouse, Devices } pointing_ = Pointing::Mouse;
   std::map<int, Finger> fingers_;  // on touch screens, by point
   bool isSwallowing_ = false;      // until the fingers are up
   std::vector<QPointer<QWindow>> exposed_;
@@ -85,6 +89,7 @@ class QtEventHook : public QWindowSystemEventHandler {
 void noteMenuOpened(const platform::UIViewRef& opener);
 // The same for the agent's devices.
 void noteInputOfAgent();
+void showPersonsInput(const QWindowSystemInterfacePrivate::WindowSystemEvent& event);
 // From now on the observer is shown what a person does; null ends that. False while there is no
 // hook.
 bool observeInput(platform::InputObserver* observer);

@@ -7,7 +7,6 @@
 
 #include "backends/qt/input/NativeWindows.h"
 #include "backends/qt/input/QtEventHook.h"
-#include "backends/qt/program/InputQueue.h"
 #include "backends/qt/views/ViewRegistry.h"
 #include "platform/Foundation/NSException.h"
 #include "platform/Platform.h"
@@ -26,13 +25,6 @@ Qt::MouseButton nativeButton(PointerButton button) {
 
 int angleOf(double notches) {
   return static_cast<int>(std::lround(-notches * kAnglePerNotch));
-}
-
-platform::Task<void> performOwnInput(std::function<void()> work) {
-  return performAsInput([work = std::move(work)] {
-    noteInputOfAgent();
-    work();
-  });
 }
 
 QWindow& windowWithKeyboard() {
@@ -70,40 +62,51 @@ platform::Task<void> QtInputDevices::movePointer(platform::UIWindowRef window,
     throw platform::NSException(platform::NSInvalidArgumentException, "The window has gone");
   }
   std::function<void()> move = [this, native, position = QPointF(point.x, point.y)] {
-    if (native) mouse_.moveTo(*native, position, keyboard_.modifiers());
+    if (native) devices_.mouse.moveTo(*native, position, devices_.keyboard.modifiers());
   };
-  co_await performOwnInput(std::move(move));
+  co_await perform(std::move(move));
 }
 
 platform::Task<void> QtInputDevices::setButton(PointerButton button, bool isDown) {
-  const platform::UIWindowRef inactive = isDown ? windowToActivate(mouse_.target()) : nullptr;
+  const platform::UIWindowRef inactive =
+      isDown ? windowToActivate(devices_.mouse.target()) : nullptr;
   if (inactive) co_await platform::current().application->makeKeyWindow(inactive);
   std::function<void()> set = [this, button, isDown] {
-    mouse_.setButton(nativeButton(button), isDown, keyboard_.modifiers());
+    devices_.mouse.setButton(nativeButton(button), isDown, devices_.keyboard.modifiers());
   };
-  co_await performOwnInput(std::move(set));
+  co_await perform(std::move(set));
 }
 
 platform::Task<void> QtInputDevices::turnWheel(double right, double down) {
   for (const QPoint angle : {QPoint(angleOf(right), 0), QPoint(0, angleOf(down))}) {
-    std::function<void()> turn = [this, angle] { mouse_.turnWheel(angle, keyboard_.modifiers()); };
-    if (!angle.isNull()) co_await performOwnInput(std::move(turn));
+    std::function<void()> turn = [this, angle] {
+      devices_.mouse.turnWheel(angle, devices_.keyboard.modifiers());
+    };
+    if (!angle.isNull()) co_await perform(std::move(turn));
   }
 }
 
 platform::Task<void> QtInputDevices::setKey(std::string name, bool isDown) {
   if (isDown) co_await activateSome();
   std::function<void()> set = [this, key = QtKeyboard::named(name), isDown] {
-    keyboard_.setKey(windowWithKeyboard(), key, isDown);
+    devices_.keyboard.setKey(windowWithKeyboard(), key, isDown);
   };
-  co_await performOwnInput(std::move(set));
+  co_await perform(std::move(set));
 }
 
 platform::Task<void> QtInputDevices::commitText(std::string text) {
   std::function<void()> commit = [this, text = QString::fromStdString(text)] {
-    keyboard_.commit(windowWithKeyboard(), text);
+    devices_.keyboard.commit(windowWithKeyboard(), text);
   };
-  co_await performOwnInput(std::move(commit));
+  co_await perform(std::move(commit));
+}
+
+platform::Task<void> QtInputDevices::perform(std::function<void()> work) const {
+  std::function<void()> noted = [doer = doer_, work = std::move(work)] {
+    if (doer == Doer::Agent) noteInputOfAgent();
+    work();
+  };
+  return performAsInput(std::move(noted), doer_);
 }
 
 }  // namespace tarni::qt

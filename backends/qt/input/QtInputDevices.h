@@ -1,15 +1,25 @@
-// QtInputDevices: mouse and keyboard of the agent. Their events come in the order of the program's
-// input and go by those who see what the window system sends, the recorder included. GUI thread.
+// QtInputDevices: mouse and keyboard of the agent, in its own hands or in a person's. Their events
+// come in the order of the program's input and go by those who see what the window system sends,
+// the recorder included; who observes input is shown a person's. GUI thread.
 #pragma once
 
 #include "backends/qt/input/QtKeyboard.h"
 #include "backends/qt/input/QtMouse.h"
+#include "backends/qt/program/InputQueue.h"
 #include "platform/UIKit/InputDevices.h"
 
 namespace tarni::qt {
 
+// What the hands share.
+struct QtDevices {
+  QtMouse mouse;
+  QtKeyboard keyboard;
+};
+
 class QtInputDevices final : public platform::InputDevices {
  public:
+  QtInputDevices(QtDevices& devices, Doer doer) : devices_(devices), doer_(doer) {}
+
   platform::Task<void> movePointer(platform::UIWindowRef window, platform::CGPoint point) override;
   // A press on a window that is not the active one makes it so first, as a window manager does.
   platform::Task<void> setButton(platform::PointerButton button, bool isDown) override;
@@ -19,8 +29,10 @@ class QtInputDevices final : public platform::InputDevices {
   platform::Task<void> commitText(std::string text) override;
 
  private:
-  QtMouse mouse_;
-  QtKeyboard keyboard_;
+  platform::Task<void> perform(std::function<void()> work) const;
+
+  QtDevices& devices_;
+  const Doer doer_;
 };
 
 }  // namespace tarni::qt

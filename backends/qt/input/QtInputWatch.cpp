@@ -189,7 +189,7 @@ void QtInputWatch::pointedAt(const UIViewRef& view) {
 
 // Dead keys and input methods write past the keys.
 bool QtInputWatch::eventFilter(QObject* receiver, QEvent* event) {
-  if (event->type() != QEvent::InputMethod || isAgentActing()) return false;
+  if (event->type() != QEvent::InputMethod || doerAtWork() == Doer::Agent) return false;
   const QString committed = static_cast<const QInputMethodEvent*>(event)->commitString();
   if (!observer_ || committed.isEmpty()) return false;
   platform::runGuarded("input observer", [&] {

@@ -5,6 +5,7 @@
 #include <QtCore/QThread>
 #include <atomic>
 #include <exception>
+#include <utility>
 
 #include "backends/qt/program/QtProgram.h"
 #include "platform/Foundation/Guarded.h"
@@ -33,16 +34,17 @@ class InputWork : public Interface::WindowSystemEvent {
 };
 
 std::atomic<bool> served = false;
-int acting = 0;
+std::optional<Doer> atWork;
 
-void performNow(const std::function<void()>& action, std::exception_ptr& failure) noexcept {
-  ++acting;
+void performNow(const std::function<void()>& action, Doer doer,
+                std::exception_ptr& failure) noexcept {
+  const auto before = std::exchange(atWork, doer);
   try {
     action();
   } catch (...) {
     failure = std::current_exception();
   }
-  --acting;
+  atWork = before;
 }
 
 }  // namespace
@@ -55,14 +57,14 @@ void postInput(std::function<void()> work) {
   dispatcher->wakeUp();
 }
 
-platform::Task<void> performAsInput(std::function<void()> work) {
+platform::Task<void> performAsInput(std::function<void()> work, Doer doer) {
   const auto suspension = std::make_shared<Suspension>();
   const auto failure = std::make_shared<std::exception_ptr>();
   Pause pause{suspension,
-              [suspension, failure, work = std::move(work)] {
-                postInput([suspension, failure, work] {
+              [suspension, failure, doer, work = std::move(work)] {
+                postInput([suspension, failure, doer, work] {
                   suspension->resumeLater();
-                  performNow(work, *failure);
+                  performNow(work, doer, *failure);
                 });
               },
               kLostEventSeconds};
@@ -70,8 +72,8 @@ platform::Task<void> performAsInput(std::function<void()> work) {
   if (*failure) std::rethrow_exception(*failure);
 }
 
-bool isAgentActing() {
-  return acting > 0;
+std::optional<Doer> doerAtWork() {
+  return atWork;
 }
 
 void serveInputQueue(bool isServed) {

@@ -4,6 +4,7 @@
 
 #include <qpa/qwindowsysteminterface_p.h>
 #include <functional>
+#include <optional>
 
 #include "platform/Task.h"
 
@@ -12,13 +13,16 @@ namespace tarni::qt {
 // Runs `work` on the GUI thread, as the next input. Any thread.
 void postInput(std::function<void()> work);
 
+// Who does something: only a person's doing is recorded.
+enum class Doer { Agent, Person };
+
 // Runs `work` as input and ends once it has run or has entered a nested loop of the program (a
 // modal dialog). What `work` throws before it has done so is thrown again here. GUI thread.
-platform::Task<void> performAsInput(std::function<void()> work);
+platform::Task<void> performAsInput(std::function<void()> work, Doer doer = Doer::Agent);
 
-// Whether the work of `performAsInput` runs, in a nested loop of the program that it has entered as
-// well. GUI thread.
-bool isAgentActing();
+// Whose work of `performAsInput` runs, in a nested loop of the program that it has entered as well;
+// null while none does. GUI thread.
+std::optional<Doer> doerAtWork();
 
 // For who sees every event of the window system. While nobody says that he serves the queue, input
 // is posted like other work.
