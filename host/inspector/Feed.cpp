@@ -218,7 +218,8 @@ void Feed::becomeBusy(const std::string& why) {
 void Feed::lose(const std::string& why) {
   watch_.reset();
   if (runs(subject_.pid)) return becomeBusy(why);
-  enter(State::Ended, why);
+  const auto said = tool_ ? printableLines(tool_->lastOutput()) : "";
+  enter(State::Ended, said.empty() ? why : "It said last:\n" + said);
 }
 
 void Feed::enter(State state, const std::string& why) {

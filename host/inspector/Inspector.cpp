@@ -70,6 +70,21 @@ Json bodyOf(const http::Request& request) {
   return body;
 }
 
+// Of those that a person has given in the page, and those of the environment.
+Secrets secretsFor(const Step& step, const Json& given) {
+  Secrets secrets;
+  const auto& name = step.secret();
+  if (name.empty()) return secrets;
+  if (const auto value = textIn(given, name.c_str()); !value.empty())
+    secrets.add(name + "=" + value);
+  if (secrets.complete({name}).empty()) return secrets;
+  throw RequestError("unknown secret",
+                     "the secret \"" + name +
+                         "\" is not known: write it into the step, or start `tarni inspect` with " +
+                         Secrets::variableOf(name) + " in the environment",
+                     Json::object());
+}
+
 // What would go to whoever has the connection next.
 bool isOfAConnection(const std::string& method) {
   return method == "cancel" || method.starts_with("record.") || method.starts_with("screen.");
@@ -172,18 +187,19 @@ Reply Inspector::play(const Request& request) {
   const auto body = bodyOf(request);
   const Step step(objectIn(body, "step"));
   Player::Manner manner;
-  std::vector<std::string> names;
-  if (!step.secret().empty()) names.push_back(step.secret());
-  if (!manner.secrets.complete(names).empty()) {
-    throw std::invalid_argument("the secret is not known: start `tarni inspect` with " +
-                                Secrets::variableOf(step.secret()) + " in the environment");
-  }
+  manner.secrets = secretsFor(step, objectIn(body, "secrets"));
   return Reply::json(calls_.with(session(), [&](SessionClient& client) {
     const auto played = Player(client, manner).play(step);
     if (played.result == Played::Result::Lost) throw WireError(played.message);
-    Json told{{"hasFailed", played.hasFailed()}, {"message", played.message}};
+    Json told{{"hasFailed", played.hasFailed()},
+              {"message", manner.secrets.masked(played.message)}};
     if (played.locator) told["locator"] = *played.locator;
     told["proposal"] = played.proposal;
+    told["candidates"] = Json::array();
+    for (const auto& candidate : played.candidates) {
+      auto& one = told["candidates"].emplace_back(candidate.description);
+      one["whyNot"] = candidate.whyNot;
+    }
     return told;
   }));
 }
@@ -197,7 +213,8 @@ Reply Inspector::call(const Request& request) {
   const auto body = bodyOf(request);
   const auto method = textIn(body, "method");
   if (isOfAConnection(method)) throw std::invalid_argument("no page asks for " + method);
-  return Reply::json(calls_.with(session(), [&](SessionClient& client) {
+  auto& calls = method.starts_with("input.") ? hands_ : calls_;
+  return Reply::json(calls.with(session(), [&](SessionClient& client) {
     return client.call(method, objectIn(body, "params"), kPatienceOfPages);
   }));
 }

@@ -43,6 +43,7 @@ class Inspector {
 
   Feed& feed_;
   Calls calls_;
+  Calls hands_;  // what is held down is held by a connection
   const std::string token_;
   http::Server server_;
 };

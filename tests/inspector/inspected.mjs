@@ -1,10 +1,12 @@
 // A program in the inspector, and the inspector in a real browser.
-//   TARNI: the tool
+//   TARNI: the tool; KEPT: a folder for what a case that fails leaves behind
+import assert from 'node:assert/strict';
 import { spawn } from 'node:child_process';
-import { mkdtempSync, readFileSync, rmSync } from 'node:fs';
+import { mkdirSync, mkdtempSync, readFileSync, rmSync, writeFileSync } from 'node:fs';
 import { createRequire } from 'node:module';
 import { tmpdir } from 'node:os';
 import { join } from 'node:path';
+import { after, test } from 'node:test';
 import { createInterface } from 'node:readline';
 
 const require = createRequire(new URL('../../webui/package.json', import.meta.url));
@@ -12,21 +14,37 @@ const { chromium } = require('playwright-core');
 const axe = require.resolve('axe-core/axe.min.js');
 
 let browser;
+after(() => browser?.close());
+
+// A case on a program of its own. One that fails keeps the page as it was.
+export function inspecting(name, command, body) {
+  test(name, async (t) => {
+    const inspected = await Inspected.start(...command);
+    t.after(() => inspected.stop());
+    try {
+      await body(inspected, t);
+      assert.deepEqual(inspected.problems, []);
+    } catch (error) {
+      error.message += await inspected.keep(name);
+      throw error;
+    }
+  });
+}
 
 export class Inspected {
   static async start(...command) {
     const made = new Inspected();
+    made.problems = [];
     made.folder = mkdtempSync(join(tmpdir(), 'inspected-'));
-    made.tool = spawn(
-      process.env.TARNI,
-      ['inspect', '--no-browser', '--display', '--', ...command],
-      {
-        env: { ...process.env, XDG_RUNTIME_DIR: made.folder, HOME: made.folder, LANGUAGE: 'en' },
-        stdio: ['ignore', 'pipe', 'inherit'],
-      },
-    );
+    made.environment = { ...process.env, XDG_RUNTIME_DIR: made.folder, HOME: made.folder, LANGUAGE: 'en' };
+    const words = ['inspect', '--no-browser', '--display', '--', ...command];
+    const options = { env: made.environment, stdio: ['ignore', 'pipe', 'inherit'] };
+    made.tool = spawn(process.env.TARNI, words, options);
     const lines = createInterface(made.tool.stdout);
-    made.address = await new Promise((resolve) => lines.once('line', resolve));
+    made.address = await new Promise((resolve, reject) => {
+      lines.once('line', resolve);
+      made.tool.once('exit', (code) => reject(new Error(`tarni inspect ended with ${code}`)));
+    });
     browser ??= await chromium.launch({
       executablePath: '/usr/bin/chromium-headless-shell',
       args: ['--no-sandbox'],
@@ -40,18 +58,40 @@ export class Inspected {
       ...options,
     });
     this.page = await context.newPage();
-    this.problems = [];
     this.page.on('pageerror', (error) => this.problems.push(String(error)));
     this.page.on('console', (line) => line.type() === 'error' && this.problems.push(line.text()));
-    this.page.setDefaultTimeout(20000);
+    this.page.setDefaultTimeout(Number(process.env.PATIENCE ?? 30000));
     await this.page.goto(this.address + hash);
-    try {
-      await this.page.getByText('running', { exact: true }).waitFor();
-      await this.page.locator('.window img').first().waitFor();
-    } catch (error) {
-      throw new Error(`${error.message}\nThe page says:\n${await this.page.innerText('body')}`);
-    }
+    await this.isThere();
     return this.page;
+  }
+
+  // The program is shown, and has come to rest: nothing moves away from under the hand.
+  async isThere() {
+    await this.page.getByText('running', { exact: true }).waitFor();
+    await this.page.locator('.window img').first().waitFor();
+    await this.call('wait.rest', { quiet: 300 });
+  }
+
+  call(method, params = {}) {
+    return this.page.evaluate(
+      async ([method, params]) => {
+        const headers = { 'Content-Type': 'application/json' };
+        const body = JSON.stringify({ method, params });
+        return (await fetch('call', { method: 'POST', headers, body })).json();
+      },
+      [method, params],
+    );
+  }
+
+  async keep(name) {
+    if (!this.page) return '';
+    const path = join(process.env.KEPT ?? tmpdir(), name.replace(/\W+/g, '-'));
+    mkdirSync(path, { recursive: true });
+    await this.page.screenshot({ path: join(path, 'page.png') }).catch(() => {});
+    const text = await this.page.innerText('body').catch(String);
+    writeFileSync(join(path, 'page.txt'), [text, ...this.problems].join('\n'));
+    return `\nThe page is kept in ${path}. It says:\n${text.slice(0, 2000)}`;
   }
 
   row(text) {
@@ -72,6 +112,35 @@ export class Inspected {
     await this.page.getByRole('searchbox').fill(text);
   }
 
+  // By its selector, once it is there; answers the place of its middle in the picture.
+  async choose(query) {
+    await this.search(query);
+    await this.page.getByText(/^[1-9]\d* found/).waitFor();
+    await this.page.getByRole('searchbox').press('Enter');
+    return this.middleOf();
+  }
+
+  async act(isOn) {
+    const acts = this.page.getByRole('switch', { name: 'Act' });
+    if ((await acts.getAttribute('aria-checked')) !== String(isOn)) await acts.click();
+  }
+
+  async pid() {
+    const facts = await this.page.locator('.program-facts').innerText();
+    return Number(facts.match(/\d+$/)[0]);
+  }
+
+  steps() {
+    return this.page.locator('.step');
+  }
+
+  async record(isOn) {
+    const name = isOn ? 'Record' : 'Stop recording';
+    await this.page.getByRole('tab', { name: 'Steps' }).click();
+    await this.page.getByRole('button', { name, exact: true }).click();
+    await this.page.getByRole('button', { name: isOn ? 'Stop recording' : 'Record', exact: true }).waitFor();
+  }
+
   async accessibilityProblems() {
     const source = readFileSync(axe, 'utf8');
     // Past the page's own policy, which lets no script in.
@@ -88,8 +157,4 @@ export class Inspected {
     await ended;
     rmSync(this.folder, { recursive: true, force: true });
   }
-}
-
-export async function closeBrowser() {
-  await browser?.close();
 }

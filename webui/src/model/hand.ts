@@ -1,5 +1,5 @@
-// The hand that acts in the program: what a person does in the picture, sent on in its order. Moves
-// that nobody has seen yet give way to the next one.
+// The hand that acts in the program: what a person does in the picture, sent on in its order and as
+// a person's doing, so that it is recorded.
 import { CallError, call } from '../net/server';
 
 export interface Place {
@@ -10,54 +10,43 @@ export interface Place {
 
 interface Act {
   method: string;
-  params: object;
-  isMove: boolean;
-  told?: { at?: Place; button?: string; chord?: string };
+  params: { steps?: (object | string)[]; [name: string]: unknown };
+  isMove?: boolean;
 }
 
 const buttons = ['left', 'middle', 'right', 'back', 'forward'];
-const farEnough = 4; // points from which a press that moves is a drag
-const longestWay = 200;
-
-// What is to be done before an act goes into the program: its step is made of what stands there
-// until then.
-export type Before = (act: { at?: Place; button?: string; chord?: string }) => Promise<void>;
+const mostSteps = 200; // of one request
 
 export class Hand {
   private waiting: Act[] = [];
   private isBusy = false;
-  private way: Place[] = [];
+  private isDown = false;
   private wheel = { right: 0, down: 0 };
 
-  constructor(
-    private readonly before: Before,
-    private readonly onProblem: (sentence: string) => void,
-  ) {}
+  constructor(private readonly onProblem: (sentence: string) => void) {}
 
+  // While a button is down all of the way counts, otherwise the place that was reached last.
   move(to: Place): void {
-    if (this.way.length > 0) {
-      if (this.way.length < longestWay) this.way.push(to);
-      return;
-    }
-    this.send('input.pointer', { steps: [{ move: to }] }, true);
+    const last = this.waiting[this.waiting.length - 1];
+    const step = { move: to };
+    const steps = last?.isMove ? last.params.steps! : [];
+    if (last?.isMove && !this.isDown) steps[0] = step;
+    else if (last?.isMove && steps.length < mostSteps) steps.push(step);
+    else this.send({ method: 'input.pointer', params: { steps: [step] }, isMove: true });
   }
 
-  press(at: Place): void {
-    this.way = [at];
+  press(at: Place, button: number): void {
+    this.isDown = true;
+    const steps = [{ move: at }, { down: nameOf(button) }];
+    this.send({ method: 'input.pointer', params: { steps } });
   }
 
-  // A click, or a drag when it went some way.
-  release(at: Place, button: number): void {
-    const from = this.way[0] ?? at;
-    const isDrag = this.way.some((to) => Math.hypot(to.x - from.x, to.y - from.y) >= farEnough);
-    const name = buttons[button] ?? 'left';
-    const steps: object[] = [{ move: from }, { down: name }];
-    if (isDrag) {
-      for (const to of [...this.way.slice(1), at]) steps.push({ move: to }, { pause: 8 });
-    }
-    steps.push({ up: name });
-    this.way = [];
-    this.send('input.pointer', { steps }, false, isDrag ? undefined : { at: from, button: name });
+  // Null for where it was last.
+  release(at: Place | null, button: number): void {
+    if (!this.isDown) return;
+    this.isDown = false;
+    const steps = [...(at ? [{ move: at }] : []), { up: nameOf(button) }];
+    this.send({ method: 'input.pointer', params: { steps } });
   }
 
   turn(at: Place, right: number, down: number): void {
@@ -67,17 +56,15 @@ export class Hand {
     if (notches.right === 0 && notches.down === 0) return;
     this.wheel.right -= notches.right;
     this.wheel.down -= notches.down;
-    this.send('input.wheel', { at, ...notches });
+    this.send({ method: 'input.wheel', params: { at, ...notches } });
   }
 
   key(chord: string): void {
-    this.send('input.keys', { steps: [chord] }, false, { chord });
+    this.send({ method: 'input.keys', params: { steps: [chord] } });
   }
 
-  private send(method: string, params: object, isMove = false, told?: Act['told']): void {
-    const last = this.waiting[this.waiting.length - 1];
-    if (isMove && last?.isMove) this.waiting.pop();
-    this.waiting.push({ method, params, isMove, told });
+  private send(act: Act): void {
+    this.waiting.push(act);
     void this.work();
   }
 
@@ -86,8 +73,7 @@ export class Hand {
     this.isBusy = true;
     for (let act = this.waiting.shift(); act; act = this.waiting.shift()) {
       try {
-        if (act.told) await this.before(act.told);
-        await call(act.method, { ...act.params, timeout: 5000 });
+        await call(act.method, { ...act.params, person: true, timeout: 5000 });
       } catch (error) {
         this.waiting = [];
         if (error instanceof CallError) this.onProblem(error.message);
@@ -97,9 +83,15 @@ export class Hand {
   }
 }
 
-// As input.keys calls it; null for a modifier alone.
+function nameOf(button: number): string {
+  return buttons[button] ?? 'left';
+}
+
+const noKeys = ['Shift', 'Control', 'Alt', 'Meta', 'AltGraph', 'Dead', 'Process', 'Unidentified'];
+
+// As input.keys calls it; null for a modifier alone, and for what is composed of several keys.
 export function chordOf(event: KeyboardEvent): string | null {
-  if (['Shift', 'Control', 'Alt', 'Meta', 'AltGraph', 'Dead'].includes(event.key)) return null;
+  if (noKeys.includes(event.key)) return null;
   const isCharacter = [...event.key].length === 1;
   const down = [
     event.ctrlKey && 'Control',

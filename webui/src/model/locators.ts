@@ -41,35 +41,26 @@ export function asCode(find: Find, language: Language, program: string): string 
   }
   const [way, value] = wayOf(find);
   switch (language) {
-    case 'Python': {
-      const by = { id: 'ACCESSIBILITY_ID', xpath: 'XPATH', class: 'CLASS_NAME' }[way];
-      return `driver.find_element(AppiumBy.${by}, ${quoted(value)})`;
-    }
-    case 'Java': {
-      const by = { id: 'accessibilityId', xpath: 'xpath', class: 'className' }[way];
-      return `driver.findElement(AppiumBy.${by}(${quoted(value)}));`;
-    }
+    case 'Python':
+      return `driver.find_element(By.${way.toUpperCase()}, ${quoted(value)})`;
+    case 'Java':
+      return `driver.findElement(By.${way}(${quoted(value)}));`;
     case 'JavaScript':
       return `await driver.$(${quoted(way === 'id' ? `~${value}` : value)});`;
   }
 }
 
-type Way = 'id' | 'xpath' | 'class';
-
-// As standard clients ask.
-function wayOf(find: Find): [Way, string] {
-  if (typeof find.identifier === 'string') return ['id', find.identifier];
-  if (typeof find.xpath === 'string') return ['xpath', positionAsXPath(find.xpath)];
-  const tag = typeof find.class === 'string' ? tagOf(find.class) : '*';
-  const tests = ['label', 'text', 'placeholder']
-    .filter((name) => name in find)
-    .map((name) => `@${name}=${forXPath(String(find[name]))}`);
-  if (tests.length === 0 && !find.windowTitle) return ['class', String(find.class)];
-  const window = find.windowTitle ? `//*[@title=${forXPath(String(find.windowTitle))}]` : '';
+// As clients of Selenium, Appium and WebdriverIO all ask.
+function wayOf({ windowTitle, xpath, class: name, ...rest }: Find): ['id' | 'xpath', string] {
+  if (typeof rest.identifier === 'string' && !windowTitle) return ['id', rest.identifier];
+  const window = windowTitle ? `//*[@title=${forXPath(String(windowTitle))}]` : '';
+  if (xpath) return ['xpath', (window || '/*/*') + positionAsXPath(String(xpath))];
+  const tests = Object.entries(rest).map(([member, is]) => `@${member}=${forXPath(String(is))}`);
+  const tag = typeof name === 'string' ? tagOf(name) : '*';
   return ['xpath', `${window}//${tag}${tests.length ? `[${tests.join(' and ')}]` : ''}`];
 }
 
-// Its places count from 0 among those of the same class; XPath's from 1.
+// From its window down. Its places count from 0 among those of the same class; XPath's from 1.
 function positionAsXPath(position: string): string {
   return position
     .split('\\')
@@ -78,8 +69,7 @@ function positionAsXPath(position: string): string {
       const [, name, index] = /^(.*)\[(\d+)\]$/.exec(step) ?? [];
       return name ? `/${tagOf(name)}[${Number(index) + 1}]` : `/${tagOf(step)}`;
     })
-    .join('')
-    .replace(/^\//, '//');
+    .join('');
 }
 
 function quoted(text: string): string {

@@ -12,7 +12,10 @@ export const nothingPlayed: Progress = { playing: null, results: new Map() };
 export class Playing {
   private isToStop = false;
 
-  constructor(private readonly tell: (progress: Progress) => void) {}
+  constructor(
+    private readonly secrets: Record<string, string>,
+    private readonly tell: (progress: Progress) => void,
+  ) {}
 
   stop(): void {
     this.isToStop = true;
@@ -24,19 +27,19 @@ export class Playing {
     for (const step of steps) {
       if (this.isToStop) break;
       this.tell({ playing: step, results: new Map(results) });
-      const played = await playOne(step);
+      const played = await this.playOne(step);
       results.set(step, played);
       if (played.hasFailed) break;
     }
     this.tell({ playing: null, results });
   }
-}
 
-async function playOne(step: Step): Promise<Played> {
-  try {
-    return await play(step);
-  } catch (error) {
-    return { hasFailed: true, message: (error as Error).message };
+  private async playOne(step: Step): Promise<Played> {
+    try {
+      return await play(step, this.secrets);
+    } catch (error) {
+      return { hasFailed: true, message: (error as Error).message };
+    }
   }
 }
 

@@ -27,7 +27,9 @@ export class Steps {
     private readonly behind: readonly (readonly Step[])[],
   ) {}
 
-  static readonly none = new Steps([], [], []);
+  static of(list: readonly Step[]): Steps {
+    return new Steps(list, [], []);
+  }
 
   // As the recorder tells it: one that has grown takes the place of the one before, without a
   // state of its own to go back to.
@@ -35,11 +37,6 @@ export class Steps {
     const at = step.order ? this.list.findIndex((one) => one.order === step.order) : -1;
     if (at < 0) return this.changed([...this.list, step]);
     return new Steps(this.with(at, step), this.before, this.behind);
-  }
-
-  // The same for the last one.
-  grown(step: Step): Steps {
-    return new Steps(this.with(this.list.length - 1, step), this.before, this.behind);
   }
 
   insert(at: number, step: Step): Steps {
@@ -68,9 +65,22 @@ export class Steps {
 
   // What is typed is not kept: its name stands in its place, or an empty text in that of the name.
   setSecret(at: number, isSecret: boolean): Steps {
-    const { text: _text, secret: _secret, ...rest } = this.list[at]!;
+    const { text, secret: _secret, value: _value, ...rest } = this.list[at]!;
     const name = rest.element?.identifier || rest.element?.label || 'secret';
-    return this.replaced(at, isSecret ? { ...rest, secret: name } : { ...rest, text: '' });
+    const step = isSecret ? { ...rest, secret: name } : { ...rest, text: '' };
+    const list = this.with(at, step);
+    return this.changed(isSecret && text ? list.map((one) => withoutText(one, text)) : list);
+  }
+
+  // The element that it is about is another one, or is found in another way.
+  setElement(at: number, element: Portrait): Steps {
+    return this.replaced(at, { ...this.list[at]!, element });
+  }
+
+  // The steps of another recording come, which are numbered anew.
+  settled(): Steps {
+    const list = this.list.map(({ order: _order, ...step }) => step as Step);
+    return new Steps(list, this.before, this.behind);
   }
 
   opened(list: Step[]): Steps {
@@ -106,6 +116,17 @@ export class Steps {
   private changed(list: readonly Step[]): Steps {
     return new Steps(list, [...this.before, this.list].slice(-mostUndone), []);
   }
+}
+
+// A field that has become secret may have shown its text to later steps.
+function withoutText(step: Step, text: string): Step {
+  if (!step.element) return step;
+  const { text: shown, value, locators, ...rest } = step.element;
+  const element: Portrait = { ...rest };
+  if (shown !== undefined && shown !== text) element.text = shown;
+  if (value !== undefined && value !== text) element.value = value;
+  if (locators) element.locators = locators.filter((one) => one.find.text !== text);
+  return { ...step, element };
 }
 
 export function memberOfText(step: Step): (typeof texts)[number] | null {
@@ -146,7 +167,7 @@ export function elementInWords(step: Step): string {
 export function asFile(steps: readonly Step[], program: string[], toolkit: string): string {
   const header = { tarniSession: 2, program, toolkit, recorded: new Date().toISOString() };
   const first = JSON.stringify(header).slice(0, -1);
-  const lines = steps.map((step) => JSON.stringify(step));
+  const lines = steps.map((step, at) => JSON.stringify({ ...step, order: at + 1 }));
   return `${first},"steps":[\n${lines.join(',\n')}\n]}\n`;
 }
 

@@ -151,14 +151,25 @@ export function startAgain(): Promise<unknown> {
   return request('start', {});
 }
 
+// What stands in the program in place of an element that a step looks for.
+export interface Candidate {
+  element: number;
+  class?: string;
+  text?: string;
+  whyNot: string;
+}
+
 export interface Played {
   hasFailed: boolean;
   message: string; // why it failed, or what is worth saying
   locator?: number; // of its element's, that found it
+  proposal?: object[] | null; // the locators to have instead
+  candidates?: Candidate[];
 }
 
-export function play(step: object): Promise<Played> {
-  return request('play', { step });
+// `secrets` are the values of what a session names alone.
+export function play(step: object, secrets: Record<string, string>): Promise<Played> {
+  return request('play', { step, secrets });
 }
 
 export function record(on: boolean): Promise<unknown> {

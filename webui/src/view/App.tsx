@@ -3,7 +3,8 @@ import { Columns } from './Columns';
 import { Details } from './Details';
 import { Chooser, Notice } from './Notice';
 import { Picture } from './Picture';
-import { StepsPanel, toggleRecording } from './StepList';
+import { toggleRecording } from './StepBar';
+import { StepsPanel } from './StepList';
 import { store, useStore } from './store';
 import { TopBar } from './TopBar';
 import { TreeView } from './TreeView';
@@ -56,13 +57,7 @@ export function App() {
         </div>
       )}
       {hasProgram ? (
-        <Columns
-          columns={[
-            { id: 'picture', name: 'Picture', content: <Picture /> },
-            { id: 'tree', name: 'Tree', content: <TreeView /> },
-            { id: 'details', name: 'Properties', content: <Right /> },
-          ]}
-        />
+        <Columns picture={<Picture />} tree={<TreeView />} right={<Right />} />
       ) : (
         program && <Chooser />
       )}

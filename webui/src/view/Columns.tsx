@@ -1,7 +1,10 @@
 // Three columns that a person can resize; on a narrow window one at a time.
 import type { ComponentChildren } from 'preact';
 import { useRef, useState } from 'preact/hooks';
-import { store, useStore } from './store';
+import { useNarrow } from './narrow';
+import { StepsName } from './Sides';
+import { useStore } from './store';
+import { Tabs } from './Tabs';
 
 const least = 0.15; // of the width
 const step = 0.02;
@@ -11,14 +14,22 @@ function savedWidths(): [number, number] {
   return [Number(saved[0]) || 0.45, Number(saved[1]) || 0.29];
 }
 
-interface Column {
-  id: string;
-  name: string;
-  content: ComponentChildren;
+const tabs = [
+  { panel: 'picture', name: 'Picture' },
+  { panel: 'tree', name: 'Tree' },
+  { panel: 'details', name: 'Properties' },
+  { panel: 'steps', name: <StepsName /> },
+];
+
+interface Props {
+  picture: ComponentChildren;
+  tree: ComponentChildren;
+  right: ComponentChildren;
 }
 
-export function Columns({ columns }: { columns: [Column, Column, Column] }) {
+export function Columns({ picture, tree, right }: Props) {
   const { panel } = useStore();
+  const isNarrow = useNarrow();
   const ref = useRef<HTMLElement>(null);
   const [widths, setWidths] = useState(savedWidths);
   const resize = (which: 0 | 1, to: number) => {
@@ -32,34 +43,23 @@ export function Columns({ columns }: { columns: [Column, Column, Column] }) {
   const grid = `${first}fr 5px ${second}fr 5px ${1 - first - second}fr`;
   return (
     <>
-      <div class="tabs" role="tablist" aria-label="Panels">
-        {columns.map(({ id, name }) => (
-          <button
-            key={id}
-            role="tab"
-            aria-selected={panel === id || (id === 'details' && panel === 'steps')}
-            onClick={() => store.set({ panel: id })}
-          >
-            {name}
-          </button>
-        ))}
-      </div>
+      {isNarrow && <Tabs shape="tabs" label="Panels" tabs={tabs} />}
       <main class="columns" ref={ref} data-panel={panel} style={{ gridTemplateColumns: grid }}>
-        <div class="column column-picture">{columns[0].content}</div>
+        <div class="column column-picture">{picture}</div>
         <Splitter
           name="Width of the picture"
           value={first}
           onMove={(x) => resize(0, x / ref.current!.clientWidth)}
           onStep={(by) => resize(0, first + by * step)}
         />
-        <div class="column column-tree">{columns[1].content}</div>
+        <div class="column column-tree">{tree}</div>
         <Splitter
           name="Width of the tree"
           value={second}
           onMove={(x) => resize(1, x / ref.current!.clientWidth - first)}
           onStep={(by) => resize(1, second + by * step)}
         />
-        <div class="column column-details">{columns[2].content}</div>
+        <div class="column column-details">{right}</div>
       </main>
     </>
   );

@@ -3,12 +3,13 @@ import { nameOf, type Node } from '../model/tree';
 import { Locators } from './Locators';
 import { Sides } from './Sides';
 import { States, statesOf } from './states';
+import { usePanel } from './Tabs';
 import { useStore } from './store';
 
 export function Details() {
   const { node, tree } = useStore();
   return (
-    <section class="panel details" aria-label="The chosen element">
+    <section class="panel details" {...usePanel('details', 'Properties')}>
       <div class="panel-bar">
         <Sides />
         <span class="grow" />

@@ -6,6 +6,7 @@ import { chordOf } from '../model/hand';
 import { nameOf, type Node } from '../model/tree';
 import type { Rect, WindowDescription } from '../net/server';
 import { store, useStore } from './store';
+import { usePanel } from './Tabs';
 
 const mostMarks = 500;
 const pixelsPerNotch = 100;
@@ -50,7 +51,7 @@ export function Picture() {
   const fit = Math.min(1, size.width / whole.width, size.height / whole.height) || 1;
   const scale = zoom === 'fit' ? fit : zoom;
   return (
-    <section class="panel picture" aria-label="Picture">
+    <section class="panel picture" {...usePanel('picture', 'Picture')}>
       <div class="panel-bar">
         <Windows windows={tree.windows} />
         <span class="grow" />
@@ -248,16 +249,16 @@ function actingWith(places: Places) {
   };
   return {
     onPointerMove: (event: PointerEvent) => {
-      if (event.timeStamp - lastMove < betweenMoves) return;
+      if (!event.buttons && event.timeStamp - lastMove < betweenMoves) return;
       lastMove = event.timeStamp;
       at(event, (place) => store.hand.move(place));
     },
     onPointerDown: (event: PointerEvent) => {
       (event.currentTarget as Element).setPointerCapture(event.pointerId);
-      at(event, (place) => store.hand.press(place));
+      at(event, (place) => store.hand.press(place, event.button));
     },
-    onPointerUp: (event: PointerEvent) =>
-      at(event, (place) => store.hand.release(place, event.button)),
+    onPointerUp: (event: PointerEvent) => store.hand.release(places(event), event.button),
+    onPointerCancel: (event: PointerEvent) => store.hand.release(null, event.button),
     onContextMenu: (event: Event) => event.preventDefault(),
     onKeyDown: (event: KeyboardEvent) => {
       event.stopPropagation();

@@ -1,23 +1,25 @@
-// The right column shows the chosen element or the steps.
-import { store, useStore } from './store';
+// The right column shows the chosen element or the steps; in a narrow window the tabs above do this.
+import { Tabs } from './Tabs';
+import { useNarrow } from './narrow';
+import { useStore } from './store';
 
 export function Sides() {
-  const { panel, steps, program } = useStore();
-  const isSteps = panel === 'steps';
+  const isNarrow = useNarrow();
+  if (isNarrow) return null;
+  const tabs = [
+    { panel: 'details', name: 'Properties' },
+    { panel: 'steps', name: <StepsName /> },
+  ];
+  return <Tabs shape="sides" label="Right column" tabs={tabs} />;
+}
+
+export function StepsName() {
+  const { steps, program } = useStore();
   const count = steps.list.length;
   return (
-    <div class="sides" role="group" aria-label="Right column">
-      <button
-        class="chip"
-        aria-pressed={!isSteps}
-        onClick={() => store.set({ panel: 'details' })}
-      >
-        Properties
-      </button>
-      <button class="chip" aria-pressed={isSteps} onClick={() => store.set({ panel: 'steps' })}>
-        {program?.isRecording && <span class="recording" title="Recording" />}
-        Steps{count > 0 && ` (${count})`}
-      </button>
-    </div>
+    <>
+      {program?.isRecording && <span class="recording" title="Recording" />}
+      Steps{count > 0 && ` (${count})`}
+    </>
   );
 }

@@ -4,6 +4,7 @@ import { isXPath } from '../model/search';
 import { nameOf, type Node } from '../model/tree';
 import { States } from './states';
 import { store, useStore } from './store';
+import { usePanel } from './Tabs';
 
 const rowHeight = 22;
 const beyond = 6; // rows above and below those that can be seen
@@ -31,7 +32,7 @@ function rowsOf(roots: Node[]): Row[] {
 export function TreeView() {
   const { tree } = useStore();
   return (
-    <section class="panel tree" aria-label="Tree">
+    <section class="panel tree" {...usePanel('tree', 'Tree')}>
       <Search />
       <Rows />
       <p class="foot" role="status">

@@ -2,8 +2,8 @@
 // changes.
 import { useEffect, useReducer } from 'preact/hooks';
 import { readAddress, writeAddress } from '../model/address';
-import { Hand, type Before, type Place } from '../model/hand';
-import { focusedElement, grownBy, isCharacter, keyStep, pressStep } from '../model/portrait';
+import { readSteps, writeSteps } from '../model/kept';
+import { Hand } from '../model/hand';
 import { search, type Found } from '../model/search';
 import { nothingPlayed, Playing, type Progress } from '../model/playing';
 import { Steps, type Step } from '../model/steps';
@@ -11,7 +11,6 @@ import { isWithin, Tree, type Node } from '../model/tree';
 import {
   listen,
   type CostsEvent,
-  type Description,
   type PictureEvent,
   type ProgramEvent,
   type ServerEvent,
@@ -36,14 +35,11 @@ export class Store {
   private readonly foldedByHand: Map<number, boolean>;
   act: boolean;
   panel: string;
-  steps = Steps.none;
+  steps = Steps.of(readSteps());
+  readonly secrets: Record<string, string> = {}; // that steps name alone; kept nowhere
   progress: Progress = nothingPlayed;
   private playing: Playing | null = null;
-  private focused: Description | null = null; // what is typed into; null when it may be another
-  readonly hand = new Hand(
-    (act) => this.recordOwn(act),
-    (sentence) => this.set({ problem: sentence }),
-  );
+  readonly hand = new Hand((sentence) => this.set({ problem: sentence }));
 
   private readonly views = new Set<() => void>();
   private isDrawDue = false;
@@ -134,7 +130,7 @@ export class Store {
 
   play(steps: readonly Step[]): void {
     this.playing?.stop();
-    this.playing = new Playing((progress) => this.set({ progress }));
+    this.playing = new Playing(this.secrets, (progress) => this.set({ progress }));
     void this.playing.run(steps, this.progress);
   }
 
@@ -142,34 +138,13 @@ export class Store {
     this.playing?.stop();
   }
 
-  // What is done in the picture while the program is recorded, which its recorder leaves out.
-  private async recordOwn(act: Parameters<Before>[0]): Promise<void> {
-    if (!this.program?.isRecording) return;
-    const step = act.at ? await this.pressed(act.at, act.button!) : await this.keyed(act.chord!);
-    if (step) this.set({ steps: this.steps.insert(this.steps.list.length, step) });
-  }
-
-  private async pressed({ window, x, y }: Place, button: string): Promise<Step | null> {
-    this.focused = null;
-    const node = this.tree.at(window, x, y);
-    return node && pressStep(node.is, { x, y }, button);
-  }
-
-  private async keyed(chord: string): Promise<Step | null> {
-    const focused = (this.focused ??= await focusedElement());
-    if (!isCharacter(chord)) this.focused = null;
-    if (!focused) return null;
-    const last = this.steps.list[this.steps.list.length - 1];
-    const grown = grownBy(last, focused.element, chord);
-    if (!grown) return keyStep(focused, chord);
-    this.set({ steps: this.steps.grown(grown) });
-    return null;
-  }
-
   private take(event: ServerEvent): void {
     switch (event.type) {
       case 'program':
         if (event.pid !== this.program?.pid) this.forget();
+        if (event.isRecording && this.program?.isRecording === false) {
+          this.steps = this.steps.settled();
+        }
         document.title = event.name ? `${event.name} – Tarni inspector` : 'Tarni inspector';
         return this.set({ program: event });
       case 'tree': {
@@ -207,6 +182,7 @@ export class Store {
   }
 
   private keep(): void {
+    writeSteps(this.steps.list);
     writeAddress({
       element: this.chosen,
       window: this.front,

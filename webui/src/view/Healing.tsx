@@ -1,0 +1,62 @@
+// What can be done about a step that no longer finds its element, or not in the way it used to.
+import { portraitOf } from '../model/portrait';
+import { written, type Locator } from '../model/locators';
+import type { Candidate, Played } from '../net/server';
+import { store, useStore } from './store';
+
+export function Healing({ played, at }: { played: Played; at: number }) {
+  const { node } = useStore();
+  const better = (played.proposal ?? []) as Locator[];
+  if (better.length > 0) return <Better locators={better} at={at} />;
+  if (!played.hasFailed || !store.steps.list[at]?.element) return null;
+  const candidates = played.candidates ?? [];
+  const isAmong = candidates.some((one) => one.element === node?.id);
+  return (
+    <ul class="healing">
+      {candidates.map((one) => (
+        <Instead key={one.element} candidate={one} at={at} />
+      ))}
+      {node && !isAmong && (
+        <li>
+          <button onClick={() => take(node.id, at)}>Take the chosen element</button>
+          {node.is.class} {node.is.text}
+        </li>
+      )}
+    </ul>
+  );
+}
+
+function Better({ locators, at }: { locators: Locator[]; at: number }) {
+  const take = () => {
+    const { steps } = store;
+    store.set({ steps: steps.setElement(at, { ...steps.list[at]!.element, locators }) });
+  };
+  return (
+    <p class="healing">
+      <button onClick={take}>Take the better way</button>
+      <code>{written(locators[0]!.find)}</code>
+    </p>
+  );
+}
+
+function Instead({ candidate, at }: { candidate: Candidate; at: number }) {
+  const { element, class: kind, text, whyNot } = candidate;
+  return (
+    <li>
+      <button onClick={() => take(element, at)}>Take it</button>
+      <button class="quiet" onClick={() => store.choose(store.tree.get(element))}>
+        {kind} {text}
+      </button>
+      <span class="faint">{whyNot}</span>
+    </li>
+  );
+}
+
+async function take(element: number, at: number): Promise<void> {
+  try {
+    const portrait = await portraitOf(element);
+    store.set({ steps: store.steps.setElement(at, portrait) });
+  } catch (error) {
+    store.set({ problem: (error as Error).message });
+  }
+}
