@@ -7,8 +7,10 @@
 #include <chrono>
 #include <memory>
 #include <nlohmann/json.hpp>
+#include <sstream>
 #include <stdexcept>
 
+#include "host/export/Export.h"
 #include "host/inspector/PageFiles.h"
 #include "host/player/Player.h"
 #include "host/session_client/Selector.h"
@@ -115,6 +117,7 @@ http::Routes Inspector::routes() {
       {"POST", "/{token}/start", guarded(&Inspector::start)},
       {"POST", "/{token}/record", guarded(&Inspector::record)},
       {"POST", "/{token}/play", guarded(&Inspector::play)},
+      {"POST", "/{token}/export", guarded(&Inspector::exportTest)},
       {"POST", "/{token}/call", guarded(&Inspector::call)},
       {"POST", "/{token}/find", guarded(&Inspector::find)},
   });
@@ -202,6 +205,16 @@ Reply Inspector::play(const Request& request) {
     }
     return told;
   }));
+}
+
+// The steps of the page, as the session file that it would save.
+Reply Inspector::exportTest(const Request& request) {
+  const auto body = bodyOf(request);
+  std::istringstream file(textIn(body, "session"));
+  const auto session = Session::fromLines(readSessionLines(file, "the session"));
+  const bool isPython = textIn(body, "language") == "python";
+  const auto language = isPython ? ExportLanguage::Python : ExportLanguage::JavaScript;
+  return Reply::json({{"text", exportedTest(session, language, textIn(body, "name"))}});
 }
 
 std::string Inspector::session() {

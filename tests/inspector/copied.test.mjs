@@ -5,8 +5,11 @@ import { execFileSync, spawn } from 'node:child_process';
 import { once } from 'node:events';
 import { createRequire } from 'node:module';
 import { createInterface } from 'node:readline';
+import { after } from 'node:test';
 import { pathToFileURL } from 'node:url';
-import { inspecting } from './inspected.mjs';
+import { closeBrowser, inspecting } from './inspected.mjs';
+
+after(closeBrowser);
 
 const elements = ['id:login', "//*[@text='File']", 'text:Row 3', "//*[@placeholder='Password']"];
 

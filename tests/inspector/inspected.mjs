@@ -6,7 +6,7 @@ import { mkdirSync, mkdtempSync, readFileSync, rmSync, writeFileSync } from 'nod
 import { createRequire } from 'node:module';
 import { tmpdir } from 'node:os';
 import { join } from 'node:path';
-import { after, test } from 'node:test';
+import { test } from 'node:test';
 import { createInterface } from 'node:readline';
 
 const require = createRequire(new URL('../../webui/package.json', import.meta.url));
@@ -14,7 +14,10 @@ const { chromium } = require('playwright-core');
 const axe = require.resolve('axe-core/axe.min.js');
 
 let browser;
-after(() => browser?.close());
+
+export async function closeBrowser() {
+  await browser?.close();
+}
 
 // A case on a program of its own. One that fails keeps the page as it was.
 export function inspecting(name, command, body) {
@@ -37,6 +40,8 @@ export class Inspected {
     made.problems = [];
     made.folder = mkdtempSync(join(tmpdir(), 'inspected-'));
     made.environment = { ...process.env, XDG_RUNTIME_DIR: made.folder, HOME: made.folder, LANGUAGE: 'en' };
+    // Root gets no sandbox for pages.
+    made.environment.QTWEBENGINE_DISABLE_SANDBOX = '1';
     const words = ['inspect', '--no-browser', '--display', '--', ...command];
     const options = { env: made.environment, stdio: ['ignore', 'pipe', 'inherit'] };
     made.tool = spawn(process.env.TARNI, words, options);
@@ -66,11 +71,12 @@ export class Inspected {
     return this.page;
   }
 
-  // The program is shown, and has come to rest: nothing moves away from under the hand.
+  // The program is shown, and has come to rest if it ever does: nothing moves away from under the
+  // hand.
   async isThere() {
     await this.page.getByText('running', { exact: true }).waitFor();
     await this.page.locator('.window img').first().waitFor();
-    await this.call('wait.rest', { quiet: 300 });
+    await this.call('wait.rest', { quiet: 300, timeout: 3000 });
   }
 
   call(method, params = {}) {

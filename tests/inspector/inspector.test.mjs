@@ -2,10 +2,16 @@
 //   TARNI: the tool; QUICK: a program of Qt Quick
 import assert from 'node:assert/strict';
 import { request } from 'node:http';
+import { after } from 'node:test';
 import { fileURLToPath } from 'node:url';
-import { inspecting } from './inspected.mjs';
+import { closeBrowser, inspecting } from './inspected.mjs';
+
+after(closeBrowser);
 
 const many = fileURLToPath(new URL('many.py', import.meta.url));
+const shop =
+  "data:text/html,<title>Shop</title><button onclick=\"document.title='Sold'\">Buy</button>";
+const unruly = fileURLToPath(new URL('unruly.py', import.meta.url));
 
 inspecting('a person looks, searches and chooses, and a reload keeps it', ['keepassxc'], async (inspected) => {
   const page = await inspected.open();
@@ -84,6 +90,47 @@ inspecting('ten thousand elements are searched, chosen and scrolled', ['/usr/bin
   await page.locator('#tree').press('End');
   await page.locator('#tree').press('Home');
   assert.match(await inspected.chosen().innerText(), /Many/);
+});
+
+inspecting('a program that never rests, opens windows and hangs is shown in two pages', ['/usr/bin/python3', unruly], async (inspected) => {
+  const other = await inspected.open();
+  const page = await inspected.open();
+  await inspected.choose('onerror');
+  assert.match(await inspected.chosen().innerText(), /<img src=x onerror=alert\(1\)>/);
+  await inspected.search('[31m');
+  await page.getByText('1 found').waitFor();
+  await inspected.choose("text:Open twenty");
+  const place = await inspected.middleOf();
+  await inspected.act(true);
+  await page.mouse.click(...place);
+  for (const one of [page, other]) {
+    await one.getByRole('group', { name: 'Windows' }).getByRole('button').nth(20).waitFor();
+  }
+  await inspected.act(false);
+
+  const pid = await inspected.pid();
+  process.kill(pid, 'SIGSTOP');
+  await page.getByText('is busy').waitFor();
+  await inspected.search('Window 7');
+  await page.getByText(/^[1-9]\d* found/).waitFor();
+  process.kill(pid, 'SIGCONT');
+  await page.getByText('running', { exact: true }).waitFor();
+  await other.getByText('running', { exact: true }).waitFor();
+});
+
+inspecting('falkon shows its page below the web view', ['falkon', '--no-remote', '--private-browsing', shop], async (inspected) => {
+  const page = await inspected.open();
+  await inspected.choose("//BUTTON[contains(@text, 'Buy')]");
+  const inPage = await inspected.chosen().getAttribute('aria-level');
+  await inspected.choose('class:WebView');
+  assert.ok(Number(inPage) > Number(await inspected.chosen().getAttribute('aria-level')));
+  await page.locator('.mark-found').first().waitFor();
+  const place = await inspected.choose("//BUTTON[contains(@text, 'Buy')]");
+  await page.locator('.locator').first().getByText('1 match', { exact: true }).waitFor();
+  await inspected.act(true);
+  await page.mouse.click(...place);
+  await inspected.search('Sold');
+  await page.getByText(/^[1-9]\d* found/).waitFor();
 });
 
 function ask(address, path, headers = {}, method = 'GET') {

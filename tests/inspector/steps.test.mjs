@@ -3,7 +3,10 @@
 import assert from 'node:assert/strict';
 import { execFileSync } from 'node:child_process';
 import { readFileSync } from 'node:fs';
-import { inspecting } from './inspected.mjs';
+import { after } from 'node:test';
+import { closeBrowser, inspecting } from './inspected.mjs';
+
+after(closeBrowser);
 
 inspecting('what is done becomes steps, which are edited and played', [process.env.QUICK], async (inspected) => {
   const page = await inspected.open();
@@ -37,6 +40,12 @@ inspecting('what is done becomes steps, which are edited and played', [process.e
     page.waitForEvent('download'),
     page.getByRole('button', { name: 'Save' }).click(),
   ]);
+  const [exported] = await Promise.all([
+    page.waitForEvent('download'),
+    page.getByRole('combobox', { name: 'Export' }).selectOption('python'),
+  ]);
+  const code = readFileSync(await exported.path(), 'utf8');
+  assert.match(code, /def test_[^]*Ada[^]*click/);
   await page.getByRole('button', { name: 'Delete step 4' }).click();
   await page.reload();
   await inspected.isThere();

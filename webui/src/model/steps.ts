@@ -36,7 +36,10 @@ export class Steps {
   told(step: Step): Steps {
     const at = step.order ? this.list.findIndex((one) => one.order === step.order) : -1;
     if (at < 0) return this.changed([...this.list, step]);
-    return new Steps(this.with(at, step), this.before, this.behind);
+    // What was told behind it has become a part of it.
+    const isOther = (one: Step) => !one.order || one.order < step.order!;
+    const list = [...this.list.slice(0, at), step, ...this.list.slice(at + 1).filter(isOther)];
+    return new Steps(list, this.before, this.behind);
   }
 
   insert(at: number, step: Step): Steps {

@@ -172,6 +172,15 @@ export function play(step: object, secrets: Record<string, string>): Promise<Pla
   return request('play', { step, secrets });
 }
 
+// The test that does what the steps of a session file do.
+export async function exportTest(
+  session: string,
+  language: 'python' | 'javascript',
+  name: string,
+): Promise<string> {
+  return (await request<{ text: string }>('export', { session, language, name })).text;
+}
+
 export function record(on: boolean): Promise<unknown> {
   return request('record', { on });
 }

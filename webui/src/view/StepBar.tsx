@@ -1,7 +1,7 @@
 // What is done with all steps: recording, playing, undoing, files.
 import { useRef } from 'preact/hooks';
 import { asFile, fromFile } from '../model/steps';
-import { record } from '../net/server';
+import { exportTest, record } from '../net/server';
 import { store, useStore } from './store';
 
 export function toggleRecording(): void {
@@ -56,9 +56,31 @@ export function StepBar() {
       <button class="quiet" onClick={() => file.current!.click()}>
         Open
       </button>
-      <button class="quiet" disabled={steps.list.length === 0} onClick={save}>
+      <button
+        class="quiet"
+        disabled={steps.list.length === 0}
+        title="As a session file, which tarni play plays"
+        onClick={() => download(`${nameOfProgram()}.json`, fileOfSteps())}
+      >
         Save
       </button>
+      <select
+        class="export"
+        aria-label="Export"
+        title="As a test in code, which drives the program by tarni webdriver"
+        disabled={steps.list.length === 0}
+        value=""
+        onChange={(event) => {
+          void saveTest(event.currentTarget.value as 'python' | 'javascript');
+          event.currentTarget.value = '';
+        }}
+      >
+        <option value="" hidden>
+          Export
+        </option>
+        <option value="python">Python, for pytest</option>
+        <option value="javascript">JavaScript, for webdriverio</option>
+      </select>
       <input
         ref={file}
         type="file"
@@ -71,15 +93,31 @@ export function StepBar() {
   );
 }
 
-function save(): void {
+function fileOfSteps(): string {
   const { program, steps } = store;
-  const words = program?.words ?? [];
-  const text = asFile(steps.list, words, program?.toolkit ?? '');
+  return asFile(steps.list, program?.words ?? [], program?.toolkit ?? '');
+}
+
+function nameOfProgram(): string {
+  return store.program?.name || 'session';
+}
+
+function download(name: string, text: string): void {
   const link = document.createElement('a');
-  link.href = URL.createObjectURL(new Blob([text], { type: 'application/json' }));
-  link.download = `${program?.name || 'session'}.json`;
+  link.href = URL.createObjectURL(new Blob([text], { type: 'application/octet-stream' }));
+  link.download = name;
   link.click();
   URL.revokeObjectURL(link.href);
+}
+
+async function saveTest(language: 'python' | 'javascript'): Promise<void> {
+  const name = nameOfProgram();
+  try {
+    const text = await exportTest(fileOfSteps(), language, name);
+    download(language === 'python' ? `test_${name}.py` : `${name}.test.mjs`, text);
+  } catch (error) {
+    store.set({ problem: (error as Error).message });
+  }
 }
 
 async function open(input: HTMLInputElement): Promise<void> {

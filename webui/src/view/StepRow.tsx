@@ -26,7 +26,12 @@ export function StepRow({ step, at }: { step: Step; at: number }) {
         {result && <span class="unseen"> {result}</span>}
       </span>
       <div class="step-what">
-        <button class="step-name" title="Show it in the tree" onClick={() => choose(step)}>
+        <button
+          class="step-name"
+          title="Show it in the tree; with the arrows to the next, Alt and the arrows move it, Delete deletes it"
+          onClick={() => choose(step)}
+          onKeyDown={(event) => onKey(event, at)}
+        >
           <b>{actInWords(step)}</b> {element}
         </button>
         {step.secret !== undefined && <Secret name={step.secret} />}
@@ -37,6 +42,21 @@ export function StepRow({ step, at }: { step: Step; at: number }) {
       <StepActions step={step} at={at} />
     </li>
   );
+}
+
+// From step to step, and what is done with one.
+function onKey(event: KeyboardEvent, at: number): void {
+  const by = ({ ArrowUp: -1, ArrowDown: 1 } as const)[event.key];
+  const { steps } = store;
+  if (by && event.altKey) store.set({ steps: steps.move(at, by) });
+  else if (event.key === 'Delete') store.set({ steps: steps.remove(at) });
+  else if (!by) return;
+  event.preventDefault();
+  const list = (event.currentTarget as Element).closest('ol')!;
+  setTimeout(() => {
+    const names = list.querySelectorAll<HTMLElement>('.step-name');
+    names[Math.max(0, Math.min(names.length - 1, at + (by ?? 0)))]?.focus();
+  });
 }
 
 function StepActions({ step, at }: { step: Step; at: number }) {
