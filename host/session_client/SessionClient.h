@@ -63,6 +63,9 @@ class SessionClient {
   Json call(const std::string& method, Json parameters = Json::object(),
             milliseconds timeout = kUsualTimeout);
 
+  // On any thread: what goes on ends with a WireError, and so does all that is asked afterwards.
+  void hangUp() { socket_.shutDown(); }
+
   // The next notification, also one that came before an answer. Null when the time-out passes or
   // one of `wakeOn` becomes readable before. Throws WireError.
   std::optional<Notification> next(milliseconds timeout, std::span<const int> wakeOn = {});

@@ -25,6 +25,7 @@ constexpr milliseconds kTimeToConnect{3'000};
 constexpr milliseconds kPauseBetweenTries{5};
 // What `tarni run` says when it is of little use to wait: a program may have its agent built in.
 constexpr const char* kOtherToolkit = "uses another toolkit than Qt";
+constexpr const char* kEndedEarly = "the session was ended while it began";
 
 [[noreturn]] void fail(const std::string& why) {
   throw Error("session not created", why);
@@ -60,12 +61,14 @@ std::string channelOf(const std::string& program) {
 
 }  // namespace
 
-Program::Program(const Capabilities& wanted, const std::string& sessionId, Starter& starter) {
+Program::Program(const Capabilities& wanted, const std::string& sessionId, Starter& starter,
+                 const std::stop_token& stop) {
+  const std::stop_callback endsEarly(stop, [this] { end(); });
   try {
     if (wanted.attach.empty()) {
       start(wanted, sessionId, starter);
     } else {
-      client_ = std::make_unique<SessionClient>(channelOf(wanted.attach), kTimeToConnect);
+      connect(channelOf(wanted.attach));
     }
     awaitWindow();
   } catch (const Error&) {
@@ -86,8 +89,19 @@ void Program::start(const Capabilities& wanted, const std::string& sessionId, St
   requireProgram(wanted.command.front());
   if (const auto why = whyOutOfReach(wanted.command.front()); !why.empty()) fail(why);
   const auto name = "webdriver-" + sessionId;
-  process_ = starter.start(runLine(wanted, name), {});
-  client_ = std::make_unique<SessionClient>(awaitChannel(name), kTimeToConnect);
+  auto process = starter.start(runLine(wanted, name), {});
+  {
+    const std::lock_guard lock(mutex_);
+    if (!isOver_) process_ = std::move(process);
+  }
+  connect(awaitChannel(name));
+}
+
+void Program::connect(const std::string& address) {
+  auto client = std::make_unique<SessionClient>(address, kTimeToConnect);
+  const std::lock_guard lock(mutex_);
+  if (isOver_) fail(kEndedEarly);
+  client_ = std::move(client);
 }
 
 std::string Program::awaitChannel(const std::string& name) {
@@ -97,19 +111,25 @@ std::string Program::awaitChannel(const std::string& name) {
   while (true) {
     const auto program = registry.find(name);
     if (const auto address = program ? registry.sessionOf(*program) : std::nullopt) return *address;
-    const bool hasEnded = process_->hasEnded({});
+    const bool isGone = hasEnded();
     const auto said = lastOutput();
     if (said.find(kOtherToolkit) != std::string::npos) {
       deadline = std::min(deadline, start + kTimeToShowOtherwise);
     }
-    if (hasEnded || Clock::now() >= deadline) {
-      fail((hasEnded ? std::string("the program ended before the agent was ready")
-                     : std::string("the program does not open its session channel: does it use "
-                                   "Qt, and does it run its event loop?")) +
+    if (isGone || Clock::now() >= deadline) {
+      fail((isGone ? std::string("the program ended before the agent was ready")
+                   : std::string("the program does not open its session channel: does it use "
+                                 "Qt, and does it run its event loop?")) +
            "; it said:\n" + said);
     }
     std::this_thread::sleep_for(kPauseBetweenTries);
   }
+}
+
+bool Program::hasEnded() {
+  const std::lock_guard lock(mutex_);
+  if (isOver_) fail(kEndedEarly);
+  return process_->hasEnded({});
 }
 
 // A program that works without one is driven all the same.
@@ -122,12 +142,14 @@ void Program::awaitWindow() {
 }
 
 std::string Program::lastOutput() {
-  const std::lock_guard lock(processMutex_);
+  const std::lock_guard lock(mutex_);
   return process_ ? process_->lastOutput() : "";
 }
 
 void Program::end() {
-  const std::lock_guard lock(processMutex_);
+  const std::lock_guard lock(mutex_);
+  isOver_ = true;
+  if (client_) client_->hangUp();
   process_.reset();
 }
 

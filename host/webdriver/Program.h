@@ -1,10 +1,11 @@
 // Program: what a session drives. Either started for it, in a network, on a display and with
-// folders of its own, all of which end with it; or one that runs, which is left as it is. `end` may
-// be called on any thread, all else on one at a time.
+// folders of its own, all of which end with it; or one that runs, which is left as it is. `end` and
+// `lastOutput` may be called on any thread, all else on one at a time.
 #pragma once
 
 #include <memory>
 #include <mutex>
+#include <stop_token>
 #include <string>
 
 #include "host/launch/ToolProcess.h"
@@ -16,9 +17,11 @@ namespace tarni::host::webdriver {
 
 class Program {
  public:
-  // Starts it and waits for its session channel and its first window. Throws Error ("session not
-  // created"), with what the program said; nothing of it is left behind then.
-  Program(const Capabilities& wanted, const std::string& sessionId, Starter& starter);
+  // Starts it and waits for its session channel and its first window, or until it is asked to stop.
+  // Throws Error ("session not created"), with what the program said; nothing of it is left behind
+  // then.
+  Program(const Capabilities& wanted, const std::string& sessionId, Starter& starter,
+          const std::stop_token& stop);
   Program(const Program&) = delete;
   Program& operator=(const Program&) = delete;
   ~Program();
@@ -26,15 +29,19 @@ class Program {
   SessionClient& client() { return *client_; }
   // What it printed last; "" of one that was not started here.
   std::string lastOutput();
-  // Ends a program that was started here, and all that was made for it.
+  // Ends a program that was started here, and all that was made for it. What it is asked meanwhile
+  // ends with a WireError.
   void end();
 
  private:
   void start(const Capabilities& wanted, const std::string& sessionId, Starter& starter);
+  void connect(const std::string& address);
   std::string awaitChannel(const std::string& name);
+  bool hasEnded();
   void awaitWindow();
 
-  std::mutex processMutex_;
+  std::mutex mutex_;
+  bool isOver_ = false;
   std::unique_ptr<ToolProcess> process_;
   std::unique_ptr<SessionClient> client_;
 };

@@ -85,6 +85,12 @@ http::Routes Server::routes() {
   return http::Routes(std::move(routes));
 }
 
+// What runs in sessions ends with them, and would else be waited for.
+void Server::stop() {
+  sessions_.endAll();
+  server_.stop();
+}
+
 http::Reply Server::create(const http::Request& request) {
   return guarded([&] {
     const auto key = request.headers.find("x-idempotency-key");

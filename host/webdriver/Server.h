@@ -26,9 +26,9 @@ class Server {
   explicit Server(const ServerOptions& options);
 
   std::string url() const { return server_.url(); }
-  // Until `stop`, which may be called on any thread. Sessions end with the server.
+  // Until `stop`, which may be called on any thread and ends all sessions.
   void serve() { server_.serve(); }
-  void stop() { server_.stop(); }
+  void stop();
 
  private:
   http::Routes routes();

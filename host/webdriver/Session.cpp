@@ -11,6 +11,8 @@ namespace tarni::host::webdriver {
 
 namespace {
 
+constexpr std::chrono::seconds kTimeToAnswer{5};
+
 Json answered(const Capabilities& wanted, const Json& info) {
   Json all = wanted.written;
   const auto toolkit = textIn(info, "toolkit");
@@ -25,11 +27,21 @@ Json answered(const Capabilities& wanted, const Json& info) {
   return all;
 }
 
+// One that shows its window may hang all the same.
+Json infoOf(SessionClient& client) {
+  try {
+    return client.call("app.info", Json::object(), kTimeToAnswer);
+  } catch (const RequestError& error) {
+    throw Error("session not created", error.what());
+  }
+}
+
 }  // namespace
 
-Session::Session(std::string id, const Capabilities& wanted, Starter& starter)
-    : timeouts(wanted.timeouts), id_(std::move(id)), program_(wanted, id_, starter) {
-  const Json info = call("app.info");
+Session::Session(std::string id, const Capabilities& wanted, Starter& starter,
+                 const std::stop_token& stop)
+    : timeouts(wanted.timeouts), id_(std::move(id)), program_(wanted, id_, starter, stop) {
+  const Json info = infoOf(program_.client());
   hasInput_ = info.value("hasInput", false);
   capabilities_ = answered(wanted, info);
   if (wanted.startsInPage) enterFirstPage(*this);

@@ -25,7 +25,8 @@ class Session {
   using Handle = long;
 
   // Throws as Program does.
-  Session(std::string id, const Capabilities& wanted, Starter& starter);
+  Session(std::string id, const Capabilities& wanted, Starter& starter,
+          const std::stop_token& stop);
 
   const std::string& id() const { return id_; }
   // As they are answered.

@@ -28,12 +28,17 @@ long millisecondsSince1970() {
       .count();
 }
 
+[[noreturn]] void refuseToStart() {
+  throw Error("session not created", "the server is about to end");
+}
+
 }  // namespace
 
 class Sessions::Place {
  public:
   explicit Place(Sessions& sessions) : sessions_(sessions) {
     const std::lock_guard lock(sessions_.mutex_);
+    if (sessions_.isEnding_) refuseToStart();
     if (sessions_.entries_.size() + sessions_.starting_ >= sessions_.most_) {
       throw Error("session not created", "there are " + std::to_string(sessions_.most_) +
                                              " sessions already, as many as --max-sessions allows");
@@ -54,35 +59,43 @@ class Sessions::Place {
 Sessions::Sessions(std::size_t most) : most_(most), watcher_([this] { watch(); }) {}
 
 Sessions::~Sessions() {
-  {
-    const std::lock_guard lock(mutex_);
-    isEnding_ = true;
-  }
-  ending_.notify_all();
+  endAll();
   watcher_.join();
-  for (auto& [id, entry] : entries_) entry->session->program().end();
 }
 
-Json Sessions::answerOf(const Session& session) const {
+Json Sessions::answerOf(const Session& session) {
   return {{"sessionId", session.id()}, {"capabilities", session.capabilities()}};
 }
 
 Json Sessions::create(const Json& parameters, const std::string& key) {
-  if (!key.empty()) {
-    const std::lock_guard lock(mutex_);
-    for (const auto& [id, entry] : entries_) {
-      if (entry->key == key) return answerOf(*entry->session);
-    }
+  if (key.empty()) return begin(parameters, key);
+  std::promise<Json> promise;
+  std::unique_lock lock(mutex_);
+  const auto [known, isFirst] = answers_.try_emplace(key, promise.get_future().share());
+  const auto answer = known->second;
+  lock.unlock();
+  if (!isFirst) return answer.get();
+  try {
+    promise.set_value(begin(parameters, key));
+  } catch (...) {
+    lock.lock();
+    answers_.erase(key);
+    promise.set_exception(std::current_exception());
   }
+  return answer.get();
+}
+
+Json Sessions::begin(const Json& parameters, const std::string& key) {
   const auto wanted = Capabilities::match(parameters);
   const Place place(*this);
   const auto entry = std::make_shared<Entry>();
   entry->timeout = wanted.newCommandTimeout;
   entry->key = key;
   entry->created = millisecondsSince1970();
-  entry->session = std::make_unique<Session>(newIdentifier(), wanted, starter_);
+  entry->session = std::make_unique<Session>(newIdentifier(), wanted, starter_, stop_.get_token());
   entry->lastUsed = Clock::now();
   const std::lock_guard lock(mutex_);
+  if (isEnding_) refuseToStart();
   entries_.emplace(entry->session->id(), entry);
   return answerOf(*entry->session);
 }
@@ -101,6 +114,7 @@ std::shared_ptr<Sessions::Entry> Sessions::take(const std::string& id) {
   if (found == entries_.end()) return nullptr;
   auto entry = std::move(found->second);
   entries_.erase(found);
+  answers_.erase(entry->key);
   return entry;
 }
 
@@ -118,15 +132,34 @@ Json Sessions::run(const std::string& id, const std::function<Json(Session&)>& c
     return command(*entry->session);
   } catch (const WireError& error) {
     const auto said = entry->session->program().lastOutput();
-    end(id);
+    if (!end(id)) throw Error("invalid session id", "the session was ended meanwhile");
     throw Error("unknown error", "the session is over, as its program is gone or hangs: " +
                                      std::string(error.what()) +
                                      (said.empty() ? "" : "; it said:\n" + said));
   }
 }
 
-void Sessions::end(const std::string& id) {
-  if (const auto entry = take(id)) entry->session->program().end();
+bool Sessions::end(const std::string& id) {
+  const auto entry = take(id);
+  if (entry) entry->session->program().end();
+  return entry != nullptr;
+}
+
+// All at the same time, as one that does not want to end takes seconds.
+void Sessions::endAll() {
+  std::map<std::string, std::shared_ptr<Entry>> all;
+  {
+    const std::lock_guard lock(mutex_);
+    isEnding_ = true;
+    all.swap(entries_);
+    answers_.clear();
+  }
+  ending_.notify_all();
+  std::vector<std::jthread> threads;
+  threads.emplace_back([this] { stop_.request_stop(); });
+  for (const auto& [id, entry] : all) {
+    threads.emplace_back([&program = entry->session->program()] { program.end(); });
+  }
 }
 
 bool Sessions::isFull() {

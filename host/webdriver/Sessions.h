@@ -7,9 +7,11 @@
 #include <condition_variable>
 #include <cstddef>
 #include <functional>
+#include <future>
 #include <map>
 #include <memory>
 #include <mutex>
+#include <stop_token>
 #include <string>
 #include <thread>
 #include <vector>
@@ -26,13 +28,15 @@ class Sessions {
   ~Sessions();
 
   // Starts one and answers its identifier and capabilities. A request that comes again with the
-  // same key gets the answer of the first. Throws Error.
+  // same key, be the first still on its way, gets the answer of the first. Throws Error.
   Json create(const Json& parameters, const std::string& key);
   // Runs a command of a session, when no other one of it runs. Throws Error ("invalid session id")
   // and whatever the command throws; after a WireError the session is gone.
   Json run(const std::string& id, const std::function<Json(Session&)>& command);
-  // Ends it. A command of it that runs fails.
-  void end(const std::string& id);
+  // Ends it; false when there is none. A command of it that runs fails.
+  bool end(const std::string& id);
+  // Ends all of them, those that are starting as well; there are no new ones then.
+  void endAll();
 
   std::size_t most() const { return most_; }
   bool isFull();
@@ -57,7 +61,8 @@ class Sessions {
 
   std::shared_ptr<Entry> find(const std::string& id);
   std::shared_ptr<Entry> take(const std::string& id);
-  Json answerOf(const Session& session) const;
+  Json begin(const Json& parameters, const std::string& key);
+  static Json answerOf(const Session& session);
   void watch();
   void endUnused();
 
@@ -65,7 +70,10 @@ class Sessions {
   Starter starter_;
   std::mutex mutex_;
   std::map<std::string, std::shared_ptr<Entry>> entries_;
+  std::map<std::string, std::shared_future<Json>>
+      answers_;  // of sessions that were asked for with a key
   std::size_t starting_ = 0;
+  std::stop_source stop_;
   std::condition_variable ending_;
   bool isEnding_ = false;
   std::thread watcher_;

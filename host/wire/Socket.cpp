@@ -180,6 +180,10 @@ Socket::Ready Socket::waitForData(Deadline deadline, std::span<const int> wakeOn
   return entries.front().revents != 0 ? Ready::Data : Ready::Woken;
 }
 
+void Socket::shutDown() {
+  shutdown(descriptor_, SHUT_RDWR);
+}
+
 std::string Socket::read() {
   std::string bytes(std::size_t{256} * 1024, '\0');
   while (true) {

@@ -36,6 +36,9 @@ class Socket {
   // What has arrived; empty at the end of the stream.
   std::string read();
 
+  // On any thread, while the socket lives: the stream ends on both sides.
+  void shutDown();
+
  private:
   explicit Socket(int descriptor) : descriptor_(descriptor) {}
 

@@ -3,6 +3,7 @@
 #include <signal.h>
 
 #include <filesystem>
+#include <future>
 #include <thread>
 
 #include "tests/support/SessionWire.h"
@@ -78,6 +79,28 @@ TEST(WebDriverSessions, WhoseProgramDiesAreOverAndSaySo) {
   EXPECT_EQ(driver.inSession("GET", "/title").error(), "unknown error");
   EXPECT_EQ(driver.inSession("GET", "/title").error(), "invalid session id");
   EXPECT_EQ(driver.ask("GET", "/status").value["ready"], true);
+}
+
+TEST(WebDriverSessions, ThatAreAskedForAgainWhileTheyStartAreOneAndEndInAWaitWithTheServer) {
+  Driver driver;
+  const auto ask = [&driver] {
+    httplib::Client client("127.0.0.1", driver.port());
+    const auto answer = client.Post("/session", {{"X-Idempotency-Key", "7"}},
+                                    asked(headless()).dump(), "application/json");
+    return json::parse(answer->body)["value"]["sessionId"].get<std::string>();
+  };
+  auto first = std::async(std::launch::async, ask);
+  const auto session = "/session/" + ask();
+  EXPECT_EQ("/session/" + first.get(), session);
+  driver.ask("POST", session + "/timeouts", R"({"implicit":100000})");
+  auto waiting = std::async(std::launch::async, [&] {
+    httplib::Client client("127.0.0.1", driver.port());
+    client.set_read_timeout(kPatience);
+    client.Post(session + "/element", R"({"using":"id","value":"nix"})", "application/json");
+  });
+  EXPECT_EQ(waiting.wait_for(std::chrono::milliseconds(300)), std::future_status::timeout);
+  driver.program().signal(SIGTERM);
+  EXPECT_EQ(driver.program().wait(kPatience), 0);
 }
 
 TEST(WebDriverSessions, HaveTwoFingersThatMoveInStep) {
