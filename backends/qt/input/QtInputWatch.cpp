@@ -129,6 +129,7 @@ void QtInputWatch::seePointer(InputEvent& event, QWindow* window, QPointF local,
     window = below;
   }
   const QtSpot spot = spotAt(window, local, global);
+  if (spot.isBlocked && event.kind == InputKind::Press) return;
   event.window = spot.window;
   event.view = spot.view;
   event.point = spot.point;
@@ -150,6 +151,7 @@ void QtInputWatch::seeWheel(const Interface::WheelEvent& event) {
   shown.notches = {-event.angleDelta.x() / double{kAnglePerNotch},
                    -event.angleDelta.y() / double{kAnglePerNotch}};
   const QtSpot spot = spotAt(event.window, event.localPos, event.globalPos);
+  if (spot.isBlocked) return;
   shown.window = spot.window;
   shown.view = spot.view;
   shown.point = spot.point;

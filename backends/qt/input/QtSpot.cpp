@@ -33,7 +33,7 @@ QtSpot spotAt(QWindow* window, QPointF local, QPointF global) {
   const platform::CGPoint point{local.x(), local.y()};
   platform::UIWindowRef windowView = viewOfWindow(window);
   platform::UIViewRef view = windowView && !isBlocked ? windowView->hitTest(point) : nullptr;
-  return {std::move(windowView), std::move(view), point, global - local};
+  return {std::move(windowView), std::move(view), point, global - local, isBlocked};
 }
 
 }  // namespace tarni::qt

@@ -16,6 +16,7 @@ struct QtSpot {
   platform::UIViewRef view;  // null where nothing takes a touch
   platform::CGPoint point;   // in the window
   QPointF origin;            // of the window, on the screen
+  bool isBlocked = false;    // behind a modal window: the program gets nothing of it
 };
 
 // `window` and `local` as the window system names them: an embedded window, or the one that grabs
