@@ -94,9 +94,12 @@ void Suspension::resumeLater() {
 }
 
 void Suspension::resumeNow() {
+  const std::coroutine_handle<> waiting = std::exchange(waiting_, nullptr);
+  // What comes second has no timer any more: the number may be another's, who would wait for ever.
+  if (!waiting) return;
   // A program that rests is not woken for what has come already.
   receiver().cancel(timer_);
-  if (const std::coroutine_handle<> waiting = std::exchange(waiting_, nullptr)) waiting.resume();
+  waiting.resume();
 }
 
 platform::Task<void> letProgramRun(double seconds) {
