@@ -60,6 +60,16 @@ FoundElement Acting::other(const Json& element) {
   return found;
 }
 
+std::optional<FoundElement> Acting::otherSoon(const Json& element) {
+  const Deadline soon = std::min(deadline_, Clock::now() + kTimeForOutcome);
+  try {
+    return ElementFinder(client_).await(element, soon);
+  } catch (const StepFailure&) {
+    if (Clock::now() >= deadline_) throw;
+    return std::nullopt;
+  }
+}
+
 std::optional<FoundElement> Acting::elementIfAny() {
   if (!isToBeTold(step_.element())) return std::nullopt;
   return elementAsItIs();

@@ -34,6 +34,9 @@ class Acting {
   FoundElement elementAsItIs();
   // Another that the step names.
   FoundElement other(const Json& element);
+  // The same, if it comes in the time that what an act brings about takes. Throws when the step's
+  // own time is over.
+  std::optional<FoundElement> otherSoon(const Json& element);
   // As it is, since keys go to what has the focus, whatever that is like; null when the step has
   // none that can be told from others.
   std::optional<FoundElement> elementIfAny();

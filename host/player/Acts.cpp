@@ -110,10 +110,15 @@ void hover(Acting& acting) {
   acting.act("input.pointer", {{"steps", Json::array({{{"move", ownTarget(acting, found)}}})}});
 }
 
+// What opens a window meanwhile closes the menu, in a program that has only just started, say: it
+// is opened once more.
 void menu(Acting& acting) {
-  for (const Json& entry : acting.step().json()["path"]) {
-    const auto found = acting.other(entry);
-    acting.act("element.click", {{"element", found.handle()}});
+  const Json& path = acting.step().json()["path"];
+  for (std::size_t pressed = 0; pressed < path.size();) {
+    const auto found =
+        pressed == 0 ? std::optional(acting.other(path[0])) : acting.otherSoon(path[pressed]);
+    if (found) acting.act("element.click", {{"element", found->handle()}});
+    pressed = found ? pressed + 1 : 0;
   }
 }
 
