@@ -1,17 +1,16 @@
 // What the inspector takes from a change in the program to the page, to choose an element, while
 // the program rests and while it paints:
 //   bench/run-inspector
-import { readFileSync } from 'node:fs';
+import { readFileSync, readdirSync } from 'node:fs';
 import { fileURLToPath } from 'node:url';
 import { Inspected, closeBrowser } from '../tests/inspector/inspected.mjs';
 
 const program = (name) => fileURLToPath(new URL(`../tests/inspector/${name}`, import.meta.url));
 const python = '/usr/bin/python3';
 const seconds = 10;
-const rows = [];
 
 function report(what, measured, aim) {
-  rows.push({ what, measured, aim });
+  console.log(`inspector: ${what}: ${measured} (aim ${aim})`);
 }
 
 async function inspect(command, measure) {
@@ -31,7 +30,7 @@ function spread(times) {
 
 // A label that says when it was changed, in the row that shows it.
 await inspect([python, program('many.py'), '994', 'ticking'], async (inspected, page) => {
-  await inspected.choose('n0');
+  await inspected.choose('class:UILabel');
   await inspected.search('');
   const delays = await page.evaluate(async () => {
     const chosen = '[role=treeitem][aria-selected=true] .row-name';
@@ -77,11 +76,11 @@ await inspect([python, program('many.py'), '10000'], async (inspected, page) => 
 
   const pid = await inspected.pid();
   const pids = { 'the program': pid, 'the tool': inspected.tool.pid };
-  const used = (one) => {
-    const [, ...fields] = readFileSync(`/proc/${one}/stat`, 'utf8').split(') ');
-    const words = fields.join(') ').split(' ');
-    return (Number(words[11]) + Number(words[12])) * 10; // milliseconds
-  };
+  // Milliseconds, of all its threads.
+  const used = (one) =>
+    readdirSync(`/proc/${one}/task`)
+      .map((thread) => readFileSync(`/proc/${one}/task/${thread}/schedstat`, 'utf8'))
+      .reduce((sum, line) => sum + Number(line.split(' ')[0]) / 1e6, 0);
   await inspected.call('wait.rest', { quiet: 1000 });
   const before = Object.values(pids).map(used);
   await new Promise((resolve) => setTimeout(resolve, seconds * 1000));
@@ -105,4 +104,3 @@ await inspect([python, program('unruly.py')], async (inspected, page) => {
 });
 
 await closeBrowser();
-console.table(rows);

@@ -10,8 +10,8 @@ const least = 0.15; // of the width
 const step = 0.02;
 
 function savedWidths(): [number, number] {
-  const saved = JSON.parse(localStorage.getItem('columns') ?? '[0.45, 0.29]');
-  return [Number(saved[0]) || 0.45, Number(saved[1]) || 0.29];
+  const saved = JSON.parse(localStorage.getItem('columns') ?? '[0.42, 0.28]');
+  return [Number(saved[0]) || 0.42, Number(saved[1]) || 0.28];
 }
 
 const tabs = [

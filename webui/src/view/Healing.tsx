@@ -19,7 +19,9 @@ export function Healing({ played, at }: { played: Played; at: number }) {
       {node && !isAmong && (
         <li>
           <button onClick={() => take(node.id, at)}>Take the chosen element</button>
-          {node.is.class} {node.is.text}
+          <span>
+            {node.is.class} {node.is.text}
+          </span>
         </li>
       )}
     </ul>

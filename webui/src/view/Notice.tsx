@@ -47,7 +47,12 @@ function Ended() {
       <button onClick={() => store.set({ program: { ...program!, state: 'none' } })}>
         Choose another
       </button>
-      {program!.why.includes('\n') && <pre>{program!.why}</pre>}
+      {program!.why.includes('\n') && (
+        <details open={store.tree.size === 0}>
+          <summary>What it said</summary>
+          <pre>{program!.why}</pre>
+        </details>
+      )}
     </div>
   );
 }

@@ -23,7 +23,8 @@ export function StepBar() {
         title="Record what is done in the program (R)"
         onClick={toggleRecording}
       >
-        {isRecording ? 'Stop recording' : 'Record'}
+        {isRecording ? 'Stop' : 'Record'}
+        {isRecording && <span class="unseen"> recording</span>}
       </button>
       {progress.playing ? (
         <button onClick={() => store.stopPlaying()}>Stop</button>

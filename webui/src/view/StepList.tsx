@@ -1,5 +1,6 @@
 // The steps of a session: recorded in the program or in the picture, edited, kept as a file.
 import { portraitOf } from '../model/portrait';
+import { useNarrow } from './narrow';
 import { Sides } from './Sides';
 import { StepBar } from './StepBar';
 import { StepRow } from './StepRow';
@@ -9,9 +10,11 @@ import { usePanel } from './Tabs';
 export function StepsPanel() {
   return (
     <section class="panel" {...usePanel('steps', 'Steps')} onKeyDown={onUndoKey}>
-      <div class="panel-bar">
-        <Sides />
-      </div>
+      {!useNarrow() && (
+        <div class="panel-bar">
+          <Sides />
+        </div>
+      )}
       <StepBar />
       <List />
     </section>

@@ -7,6 +7,7 @@ import { store, useStore } from './store';
 import { usePanel } from './Tabs';
 
 const rowHeight = 22;
+const leastWidth = 280; // of what stands in a row, before it has to be scrolled to
 const beyond = 6; // rows above and below those that can be seen
 
 interface Row {
@@ -173,12 +174,13 @@ function TreeRow({ node, level, top, isChosen, isFolded, isMarked, part }: RowPr
   const siblings = node.parent ? node.parent.children : store.tree.roots;
   const isShown = node.is.visible && !store.tree.coverOf(node);
   const name = nameOf(node);
+  const indent = 4 + (level - 1) * 13;
   return (
     <div
       id={`row-${node.id}`}
       role="treeitem"
       class={`row ${isMarked ? 'row-found' : ''} ${isShown ? '' : 'row-unseen'}`}
-      style={{ top, paddingLeft: 4 + (level - 1) * 13 }}
+      style={{ top, paddingLeft: indent, minWidth: indent + leastWidth }}
       aria-level={level}
       aria-selected={isChosen}
       aria-expanded={hasChildren ? !isFolded : undefined}
