@@ -93,14 +93,8 @@ void Acting::propose(const FoundElement& found) {
 
 Json Acting::act(const std::string& method, Json parameters) {
   if (beforeActing_) std::exchange(beforeActing_, nullptr)();
-  const Json answer = asked(method, std::move(parameters));
-  const Json& costs = objectIn(answer, "costs");
-  auto& all = played_.costs;
-  all.busyMs += memberAsNumber(costs, "busyMs");
-  all.longestMs = std::max(all.longestMs, memberAsNumber(costs, "longestMs"));
-  all.cpuMs += memberAsNumber(costs, "cpuMs");
-  const Json& memory = objectIn(costs, "memoryBytes");
-  if (memory.contains("after")) all.memoryBytes = memberAsNumber(memory, "after");
+  Json answer = asked(method, std::move(parameters));
+  played_.costs.add(answer);
   return answer;
 }
 

@@ -48,14 +48,14 @@ Json waysOf(const Json& element) {
 }
 
 // Where the pointer went, in points of the window of the element as it was found.
-Json wayOf(const Step& step, const Json& rect) {
+Json wayOf(const Json& act, const Json& rect) {
   Json way = Json::array();
-  const Json& at = objectIn(step.json(), "at");
+  const Json& at = objectIn(act, "at");
   if (rect.empty() || at.empty()) return way;
   const double x = memberAsNumber(rect, "x") + memberAsNumber(at, "x");
   const double y = memberAsNumber(rect, "y") + memberAsNumber(at, "y");
   way.push_back({{"x", x}, {"y", y}});
-  for (const Json& point : step.json().value("way", Json::array())) {
+  for (const Json& point : act.value("way", Json::array())) {
     way.push_back({{"x", x + memberAsNumber(point, "x")}, {"y", y + memberAsNumber(point, "y")}});
   }
   return way;
@@ -69,9 +69,10 @@ Json candidatesOf(const Played& played) {
   return candidates;
 }
 
-Json stepOf(const Step& step, const Played& played, Pictures& pictures) {
+Json stepOf(const PlayReport::Shown& step, Pictures& pictures) {
+  const Played& played = *step.played;
   const Json& rect = objectIn(played.element, "rect");
-  return {{"words", step.inWords()},
+  return {{"words", step.words},
           {"result", inWords(played.result)},
           {"message", played.message},
           {"began", played.began},
@@ -83,8 +84,8 @@ Json stepOf(const Step& step, const Played& played, Pictures& pictures) {
             {"memoryBytes", played.costs.memoryBytes}}},
           {"element", played.element},
           {"rect", rect.empty() ? Json() : rect},
-          {"way", wayOf(step, rect)},
-          {"ways", waysOf(step.element())},
+          {"way", wayOf(step.act, rect)},
+          {"ways", waysOf(step.element)},
           {"used", played.locator ? Json(*played.locator) : Json()},
           {"candidates", candidatesOf(played)},
           {"output", printableLines(played.output)},
@@ -111,22 +112,31 @@ void replace(std::string& page, std::string_view place, const std::string& text)
 
 }  // namespace
 
-std::string PlayReport::page(const Session& session, std::span<const Played> steps,
-                             const Address& addressOf) const {
+std::vector<PlayReport::Shown> PlayReport::shown(const Session& session,
+                                                 std::span<const Played> steps) {
+  std::vector<Shown> all;
+  for (std::size_t i = 0; i < steps.size(); ++i) {
+    const Step& step = session.steps()[i];
+    all.push_back({step.inWords(), step.element(), step.json(), &steps[i]});
+  }
+  return all;
+}
+
+std::string PlayReport::page(std::span<const Shown> steps, const Address& addressOf) const {
   Pictures pictures(addressOf);
   Json told = Json::array();
   double took = 0;
   bool hasPassed = true;
-  for (std::size_t i = 0; i < steps.size(); ++i) {
-    told.push_back(stepOf(session.steps()[i], steps[i], pictures));
-    took = std::max(took, steps[i].began + steps[i].seconds);
-    hasPassed = hasPassed && !steps[i].hasFailed();
+  for (const auto& step : steps) {
+    told.push_back(stepOf(step, pictures));
+    took = std::max(took, step.played->began + step.played->seconds);
+    hasPassed = hasPassed && !step.played->hasFailed();
   }
   const Json play = {{"file", file},
                      {"program", program},
                      {"played", played},
-                     {"recorded", session.recorded},
-                     {"toolkit", session.toolkit},
+                     {"recorded", recorded},
+                     {"toolkit", toolkit},
                      {"warnings", warnings},
                      {"passed", hasPassed},
                      {"seconds", took},

@@ -26,6 +26,9 @@ struct StepCosts {
   double longestMs = 0;
   double cpuMs = 0;
   double memoryBytes = 0;  // afterwards; 0 when it is not known
+
+  // Of another request, by its answer.
+  void add(const Json& answer);
 };
 
 struct Played {

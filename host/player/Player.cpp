@@ -7,6 +7,7 @@
 
 #include "host/player/Acting.h"
 #include "host/player/Acts.h"
+#include "host/player/Pictures.h"
 #include "host/wire/WireError.h"
 
 namespace tarni::host {
@@ -16,7 +17,6 @@ using Result = Played::Result;
 namespace {
 
 constexpr std::chrono::milliseconds kQuiet{50};
-constexpr std::chrono::milliseconds kLongestUnrest{500};
 
 double secondsSince(Clock::time_point start) {
   return std::chrono::duration<double>(Clock::now() - start).count();
@@ -28,16 +28,6 @@ bool mayPass(const RequestError& error) {
                                                    "element not interactable",
                                                    "element click intercepted", "no such window"};
   return std::ranges::find(kNames, error.name()) != kNames.end();
-}
-
-// Whether it does within a short time: a program may never be at rest.
-bool comesToRest(SessionClient& client) {
-  try {
-    client.call("wait.rest", {{"quiet", kQuiet.count()}}, kLongestUnrest);
-    return true;
-  } catch (const RequestError&) {
-    return false;
-  }
 }
 
 }  // namespace
@@ -54,26 +44,8 @@ class Player::Show {
   }
 
  private:
-  // Of the element's window, or of the key window.
   Picture picture() {
-    if (played_.element.contains("element")) {
-      try {
-        return pictureOf({{"window", played_.element["element"]}});
-      } catch (const RequestError&) {
-        // it is gone
-      }
-    }
-    try {
-      return pictureOf(Json::object());
-    } catch (const RequestError&) {
-      return {};
-    }
-  }
-
-  Picture pictureOf(Json window) {
-    const Json answer = client_.call("window.picture", std::move(window));
-    const std::string format = textIn(answer, "format") == "jpeg" ? "jpeg" : "png";
-    return {format, textIn(answer, "data"), std::max(memberAsNumber(answer, "scale"), 0.1)};
+    return pictureOfWindow(client_, played_.element.value("element", Json(nullptr)));
   }
 
   SessionClient& client_;

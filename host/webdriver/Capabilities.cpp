@@ -114,6 +114,8 @@ constexpr Known kKnown[] = {
     {"tarni:display", takeDisplay},
     {"tarni:attach", [](Capabilities& to, const std::string& name,
                         const Json& value) { to.attach = textOf(name, value); }},
+    {"tarni:report", [](Capabilities& to, const std::string& name,
+                        const Json& value) { to.report = textOf(name, value); }},
 };
 
 constexpr const char* kOfTheStandard[] = {"browserName",

@@ -30,6 +30,7 @@ struct Capabilities {
   std::string attach;       // the name, the process or the session channel of a program that runs
   std::string display;      // the size of a new one, "1280x800"; ":0", one that is there; "none"
   bool keepsState = false;  // the program has the user's own folders, not fresh ones
+  std::string report;       // the folder for the session's report; empty for none
   bool startsInPage = false;
   std::chrono::seconds newCommandTimeout{60};  // 0 for never
   Timeouts timeouts;

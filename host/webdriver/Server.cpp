@@ -4,6 +4,7 @@
 
 #include "host/launch/ProgramLauncher.h"
 #include "host/webdriver/Error.h"
+#include "host/webdriver/Report.h"
 
 namespace tarni::host::webdriver {
 
@@ -131,7 +132,11 @@ http::Reply Server::run(const Command& command, const http::Request& request) {
     return replyWith(sessions_.run(variables.front(), [&](Session& session) {
       const Arguments arguments{{variables.begin() + 1, variables.end()}, bodyOf(request)};
       const auto handler = session.page ? command.page : command.native;
-      if (handler != nullptr) return handler(session, arguments);
+      if (handler != nullptr) {
+        auto* const report = session.report();
+        return report != nullptr ? report->run(session, command, arguments, handler)
+                                 : handler(session, arguments);
+      }
       throw Error("unsupported operation",
                   session.page ? "this means nothing in a page: choose the context NATIVE_APP"
                                : "this means something in a page only: choose its context");

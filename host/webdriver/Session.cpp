@@ -1,10 +1,14 @@
 #include "host/webdriver/Session.h"
 
 #include <charconv>
+#include <filesystem>
 #include <nlohmann/json.hpp>
 
+#include "host/session/SessionLines.h"
+#include "host/session/StartLine.h"
 #include "host/webdriver/Error.h"
 #include "host/webdriver/Page.h"
+#include "host/webdriver/Report.h"
 #include "host/webdriver/Screen.h"
 
 namespace tarni::host::webdriver {
@@ -44,7 +48,28 @@ Session::Session(std::string id, const Capabilities& wanted, Starter& starter,
   const Json info = infoOf(program_.client());
   hasInput_ = info.value("hasInput", false);
   capabilities_ = answered(wanted, info);
+  if (!wanted.report.empty()) beginReport(wanted);
   if (wanted.startsInPage) enterFirstPage(*this);
+}
+
+Session::~Session() = default;
+
+// A file of its own, as all sessions of a client's tests ask for the same folder.
+void Session::beginReport(const Capabilities& wanted) {
+  const auto file = std::filesystem::absolute(wanted.report) / (id_ + ".html");
+  PlayReport head{
+      .file = "WebDriver session " + id_,
+      .program = joined(wanted.command.empty() ? std::vector{wanted.attach} : wanted.command),
+      .played = localNow(),
+      .recorded = {},
+      .toolkit = textIn(capabilities_, "tarni:toolkit"),
+      .warnings = {}};
+  try {
+    report_ = std::make_unique<Report>(file, std::move(head));
+  } catch (const std::runtime_error& error) {
+    throw Error("session not created", error.what());
+  }
+  capabilities_["tarni:report"] = file.string();
 }
 
 Json Session::call(const std::string& method, Json parameters) {
@@ -53,7 +78,9 @@ Json Session::call(const std::string& method, Json parameters) {
 
 Json Session::call(const std::string& method, Json parameters, std::chrono::milliseconds timeout) {
   try {
-    return program_.client().call(method, std::move(parameters), timeout);
+    Json answer = program_.client().call(method, std::move(parameters), timeout);
+    if (report_) report_->addAnswer(answer);
+    return answer;
   } catch (const RequestError& error) {
     throw Error(error.name(), error.what());
   }

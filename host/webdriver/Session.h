@@ -18,6 +18,8 @@
 
 namespace tarni::host::webdriver {
 
+class Report;
+
 inline constexpr const char* kElementKey = "element-6066-11e4-a52e-4f735466cecf";
 
 class Session {
@@ -27,11 +29,16 @@ class Session {
   // Throws as Program does.
   Session(std::string id, const Capabilities& wanted, Starter& starter,
           const std::stop_token& stop);
+  Session(const Session&) = delete;
+  Session& operator=(const Session&) = delete;
+  ~Session();
 
   const std::string& id() const { return id_; }
   // As they are answered.
   const Json& capabilities() const { return capabilities_; }
   Program& program() { return program_; }
+  // Null when the client wants none.
+  Report* report() { return report_.get(); }
 
   // Asks the program. Throws Error with the name that it gives; WireError when it is gone.
   Json call(const std::string& method, Json parameters = Json::object());
@@ -67,10 +74,13 @@ class Session {
                                             // none, a finger; others are more fingers
 
  private:
+  void beginReport(const Capabilities& wanted);
+
   std::string id_;
   Json capabilities_;
   Program program_;
   bool hasInput_ = false;
+  std::unique_ptr<Report> report_;
   std::shared_ptr<const SourceTree> source_;
   long sourceVersion_ = 0;
   Json sourceWindows_;

@@ -1,7 +1,9 @@
 #!/usr/bin/python3
 """Selenium's own client drives keepassxc: selenium_test.py TARNI"""
+import pathlib
 import subprocess
 import sys
+import tempfile
 import unittest
 
 from selenium import webdriver
@@ -20,6 +22,9 @@ class KeePassXC(unittest.TestCase):
         options = ArgOptions()
         options.set_capability("platformName", "linux")
         options.set_capability("appium:app", "keepassxc")
+        reports = tempfile.TemporaryDirectory()
+        self.addCleanup(reports.cleanup)
+        options.set_capability("tarni:report", reports.name)
         self.driver = webdriver.Remote(self.server.stdout.readline().strip(), options=options)
         self.addCleanup(self.server.stdout.close)
         self.addCleanup(self.driver.quit)
@@ -45,6 +50,10 @@ class KeePassXC(unittest.TestCase):
         self.assertTrue(driver.find_elements(By.CSS_SELECTOR, "#databaseDescription"))
         driver.find_element(By.XPATH, "//*[@text='Cancel' and @visible='true']").click()
         self.wait.until(when.invisibility_of_element(name))
+        driver.quit()
+        report = pathlib.Path(driver.capabilities["tarni:report"]).read_text()
+        for told in ("Passed", "value UITextField", "Ada's", "data:image/png", "Cancel"):
+            self.assertIn(told, report)
 
 
 if __name__ == "__main__":

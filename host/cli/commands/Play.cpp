@@ -179,6 +179,8 @@ class ChannelPlay : public PlayObserver {
     PlayReport report{.file = std::filesystem::path(options_.file).filename().string(),
                       .program = program_.line(),
                       .played = localNow(),
+                      .recorded = session_.recorded,
+                      .toolkit = session_.toolkit,
                       .warnings = {}};
     if (!program_.warning().empty()) report.warnings.push_back(program_.warning());
     std::size_t pictures = 0;
@@ -189,7 +191,7 @@ class ChannelPlay : public PlayObserver {
     };
     if (options_.keepsPicturesBeside) makePrivateFolder(folder / "pictures");
     const auto page =
-        report.page(session_, plays_.back(),
+        report.page(PlayReport::shown(session_, plays_.back()),
                     options_.keepsPicturesBeside ? PlayReport::Address(beside) : addressWithin);
     writePrivateFile(folder / "index.html", page);
     out() << "report: " << (folder / "index.html").string() << '\n';
