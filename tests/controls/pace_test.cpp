@@ -132,7 +132,7 @@ TEST_P(Pace, TheStreamOfStepsTellsOfNothingThatTheChannelDidAndOfAllThatAPersonD
     }
     return words;
   };
-  const auto does = [&](const char* method, json parameters) {
+  const auto does = [this](const char* method, const json& parameters) {
     return [this, method, parameters] { wire_.ask(method, parameters); };
   };
   const auto types = [&](const char* key) {
