@@ -23,7 +23,7 @@ class Recorded {
   ~Recorded() { acts_.stop(); }
 
  private:
-  Acts acts_{session::portraitOf,
+  Acts acts_{[](const platform::UIViewRef& view, const auto&) { return session::portraitOf(view); },
              [](const Act& act) { benchmark::DoNotOptimize(session::stepOf(act)); }};
 };
 

@@ -12,8 +12,15 @@
 
 namespace tarni {
 
-// What was told of an element when the hand came to it; null for none.
-using Portrait = std::shared_ptr<const std::string>;
+// What was told of an element when the hand came to it.
+struct PortraitText {
+  std::string text;
+  // Of an element of a page, which is told later: its upper left corner in the web view.
+  platform::CGPoint corner = {};
+  bool isComplete = true;
+};
+// Null for none.
+using Portrait = std::shared_ptr<const PortraitText>;
 
 namespace acts {
 inline constexpr std::string_view kClick = "click";

@@ -39,6 +39,11 @@ CGPoint fromCorner(const UIViewRef& view, CGPoint point) {
   return {inside.x - view->bounds().minX(), inside.y - view->bounds().minY()};
 }
 
+std::optional<CGPoint> placeOf(const InputEvent& event, const UIViewRef& view) {
+  const bool isOfPointer = event.kind == InputKind::Press || event.kind == InputKind::Wheel;
+  return isOfPointer ? std::optional(fromCorner(view, event.point)) : std::nullopt;
+}
+
 std::string chordOf(unsigned modifiers, std::string_view key) {
   constexpr std::pair<unsigned, std::string_view> kNames[] = {{platform::kControl, "Control"},
                                                               {platform::kAlt, "Alt"},
@@ -186,8 +191,8 @@ void Acts::release(const InputEvent& event) {
     act.kind = acts::kDrag;
     act.way.push_back({end.x - press_.point.x, end.y - press_.point.y});
     if (event.view && event.view != open_->view.lock()) {
-      act.target = portray_(event.view);
       act.targetAt = fromCorner(event.view, event.point);
+      act.target = portray_(event.view, act.targetAt);
     }
   } else {
     act.way.clear();
@@ -218,7 +223,7 @@ bool Acts::growsMenu(const UIViewRef& entry) {
   }
   if (open_->view.lock() == entry) return true;
   open_->view = entry;
-  open_->act.element = portray_(entry);
+  open_->act.element = portray_(entry, std::nullopt);
   open_->act.path.push_back(open_->act.element);
   return true;
 }
@@ -313,7 +318,7 @@ Act& Acts::begin(std::string_view kind, const InputEvent& event, const UIViewRef
   act.order = ++orders_;
   act.time = event.time;
   act.kind = kind;
-  act.element = view ? portray_(view) : nullptr;
+  act.element = view ? portray_(view, placeOf(event, view)) : nullptr;
   return act;
 }
 
@@ -335,7 +340,7 @@ void Acts::settle() {
     open_->outcome = before_->outcome;
   }
   if (act.kind == open_->act.kind && act.value == open_->act.value) return;
-  if (about) act.element = portray_(about);
+  if (about) act.element = portray_(about, std::nullopt);
   open_->act = std::move(act);
   open_->isTold = false;
 }

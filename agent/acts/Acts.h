@@ -20,7 +20,9 @@ namespace tarni {
 
 class Acts : public platform::InputObserver {
  public:
-  using Portrayer = std::function<Portrait(const platform::UIViewRef&)>;
+  // `place` is where the pointer is, from the view's upper left corner; null when the focus counts.
+  using Portrayer = std::function<Portrait(const platform::UIViewRef& view,
+                                           const std::optional<platform::CGPoint>& place)>;
   using Listener = std::function<void(const Act&)>;
 
   // Elements are portrayed before the application handles what a person does to them.

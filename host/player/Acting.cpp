@@ -31,7 +31,8 @@ double lengthOf(const Json& description, const char* side) {
 
 FoundElement Acting::element() {
   auto found = elementAsItIs();
-  if (!found.description.value("visible", true)) {
+  // Whether an element of a page is scrolled out of it the page knows.
+  if (found.isInPage() || !found.description.value("visible", true)) {
     client_.call("element.scrollIntoView", {{"element", found.handle()}});
     found.description = describedNow(found.handle()).value_or(found.description);
   }

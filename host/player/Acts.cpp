@@ -44,10 +44,22 @@ void withModifiers(Acting& acting, const What& what) {
 
 // --- the pointer
 
+// By the mouse, too: `element.click` has the page do it.
+void clickInPage(Acting& acting, const Json& target) {
+  const auto button = buttonOf(acting.step());
+  Json steps = {{{"move", target}}};
+  for (int turn = 0; turn < std::min(countOf(acting.step()), 3); ++turn) {
+    steps.push_back({{"down", button}});
+    steps.push_back({{"up", button}});
+  }
+  withModifiers(acting, [&] { acting.act("input.pointer", {{"steps", steps}}); });
+}
+
 void click(Acting& acting) {
   const Step& step = acting.step();
   const auto found = acting.element();
   Json parameters = ownTarget(acting, found);
+  if (found.isInPage()) return clickInPage(acting, parameters);
   parameters["button"] = buttonOf(step);
   parameters["count"] = std::min(countOf(step), 3);
   const auto modifiers = textIn(step.json(), "modifiers");
@@ -74,7 +86,8 @@ Json along(const FoundElement& found, const Json& target, const Json& way) {
     const double inside = target.value(axis, memberAsNumber(rect, side) / 2);
     return memberAsNumber(rect, axis) + inside + memberAsNumber(way, axis);
   };
-  return {{"window", found.handle()}, {"x", at("x", "width")}, {"y", at("y", "height")}};
+  const Json window = found.isInPage() ? found.description["page"] : Json(found.handle());
+  return {{"window", window}, {"x", at("x", "width")}, {"y", at("y", "height")}};
 }
 
 // From where it began along its way; what it ended over may stand elsewhere now.
@@ -125,9 +138,10 @@ void menu(Acting& acting) {
 // --- the keyboard
 
 // Keys go to what has the focus; it is given to the element only if it does not have it, as that
-// may mark its text.
+// may mark its text. A page does not know whether it has the focus itself.
 Json focusedOn(const std::optional<FoundElement>& found, Json parameters) {
-  const bool isFocused = !found || found->description.value("focused", false);
+  const bool isFocused =
+      !found || (found->description.value("focused", false) && !found->isInPage());
   if (!isFocused) parameters["element"] = found->handle();
   return parameters;
 }

@@ -28,6 +28,10 @@ long FoundElement::handle() const {
   return description.value("element", 0L);
 }
 
+bool FoundElement::isInPage() const {
+  return description.contains("page");
+}
+
 // A position holds in a window whose title is in another language, too.
 std::vector<ElementFinder::Way> ElementFinder::waysTo(const Json& element) {
   std::vector<Way> ways;

@@ -19,6 +19,7 @@ struct FoundElement {
   bool isFirstWay = true;   // not so when another way was there before
 
   long handle() const;
+  bool isInPage() const;
 };
 
 class ElementFinder {

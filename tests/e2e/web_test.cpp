@@ -12,6 +12,7 @@
 #include <sstream>
 #include <thread>
 
+#include "host/session/Session.h"
 #include "host/session/SessionFile.h"
 #include "tests/support/Display.h"
 #include "tests/support/Program.h"
@@ -213,6 +214,41 @@ TEST_P(Sample, TextTypedInAPageGoesBeforeTheTapThatFollows) {
     EXPECT_EQ(steps_[1]["arguments"][1]["data"], std::string(1 + round, 'A'));
     EXPECT_EQ(lineOf(steps_[2]), "ClickButton UIButton \"Close order\" \"\"");
   }
+}
+
+TEST_P(Sample, TheChannelTellsOfThePageAndOfControlsInTheOrderOfTheActs) {
+  const auto session = (folder_ / "session.json").string();
+  std::vector<std::string> words;
+  const auto recorded = [&] {
+    words.clear();
+    try {
+      const auto told = host::Session::fromLines(host::readSessionLines(session));
+      for (const auto& step : told.steps()) words.push_back(step.inWords());
+    } catch (const std::exception&) {
+      // it is being written
+    }
+    return words.size();
+  };
+  {
+    const auto program = startSample(page("form.html"));
+    ASSERT_EQ(await(Playback(), "A", "Terms").find("no "), std::string::npos);
+    Program recorder({built("bin/tarni"), "record", "-o", session}, environment());
+    ASSERT_TRUE(eventually([&] { return recorded() == 0 && std::filesystem::exists(session); }));
+    display_.click(180, 69);
+    display_.type("Ada");
+    display_.click(100, 22);
+    display_.type("4711");
+    display_.click(295, 322);
+    display_.click(700, 597);
+    ASSERT_TRUE(eventually([&] { return recorded() == 6; })) << recorder.output();
+    recorder.signal(SIGINT);
+    EXPECT_EQ(recorder.wait(10s), 0);
+  }
+  EXPECT_THAT(words, ElementsAre("click INPUT \"Customer\"", "type INPUT \"Customer\" = Ada",
+                                 "click UITextField", "type UITextField = 4711",
+                                 "click BUTTON \"More\"", "click UIButton \"Close order\""));
+  Program player({built("bin/tarni"), "play", session}, environment());
+  EXPECT_EQ(player.wait(60s), 0) << player.output();
 }
 
 TEST_P(Sample, AViewThatIsAWindowOfItsOwnIsOneAllTheSame) {

@@ -2,11 +2,15 @@
 // is shown. Answers are JSON text; "" when something went wrong.
 import { click } from './lib/click.js';
 import {
+  closestAcross,
   editableAt,
+  isFrame,
   isRendered,
   isRichText,
+  normalized,
   parentAcross,
   rectangleOf,
+  scopeIn,
   scopesFrom,
   tagOf,
   textOf,
@@ -21,6 +25,7 @@ import { search } from './lib/search.js';
 const telling = 'a, button, label, li, option, td, th, h1, h2, h3, h4, h5, h6, p, summary';
 
 function shownText(element) {
+  if (typeOf(element) === 'password') return '•'.repeat(element.value.length);
   const editable = editableAt(element) === element;
   if (editable) return valueOf(element);
   if (element.localName === 'select') {
@@ -29,8 +34,10 @@ function shownText(element) {
   return !element.firstElementChild || element.matches(telling) ? textOf(element) : '';
 }
 
+// As those are told who do not see it.
 function labelOf(element) {
-  return element.getAttribute('aria-label') || element.title;
+  const caption = element.labels && element.labels[0];
+  return element.getAttribute('aria-label') || element.title || (caption ? normalized(caption.textContent) : '');
 }
 
 function describe(element) {
@@ -98,7 +105,21 @@ function byPath(path) {
   return found;
 }
 
+// As native views are told apart: \HTML[0]\BODY[0]\BUTTON[1].
+function positionOf(element) {
+  let position = '';
+  for (let at = element; at; at = parentAcross(at)) {
+    let index = 0;
+    for (let before = at.previousElementSibling; before; before = before.previousElementSibling) {
+      if (tagOf(before) === tagOf(at)) index += 1;
+    }
+    position = `\\${tagOf(at)}[${index}]${position}`;
+  }
+  return position;
+}
+
 const parts = {
+  xpath: (element, value) => positionOf(element) === value,
   class: (element, value) => tagOf(element).toLowerCase() === value,
   identifier: (element, value) => element.id === value,
   label: (element, value) => labelOf(element) === value,
@@ -134,6 +155,81 @@ function select(wanted, root, most) {
   return found;
 }
 
+// What a person means who presses there: the button, not the letters on it.
+const things =
+  'a, button, input, label, option, select, summary, textarea, [role=button], [role=link], [role=menuitem], [role=tab]';
+
+function pointedAt(x, y) {
+  let element = document.elementFromPoint(x, y);
+  let [left, top] = [x, y];
+  for (let scope = element && scopeIn(element); scope; scope = scopeIn(element)) {
+    if (isFrame(element)) {
+      const frame = element.getBoundingClientRect();
+      left -= frame.left + element.clientLeft;
+      top -= frame.top + element.clientTop;
+    }
+    const inner = scope.elementFromPoint(left, top);
+    if (!inner || inner === element) break;
+    element = inner;
+  }
+  return element && (closestAcross(element, things) || element);
+}
+
+function focused() {
+  let element = document.activeElement;
+  for (let scope = element && scopeIn(element); scope && scope.activeElement; scope = scopeIn(element)) {
+    element = scope.activeElement;
+  }
+  return element;
+}
+
+const longestText = 200;
+
+// The ways to find it again, each tried, what fits it alone first.
+function locatorsOf(element) {
+  const told = describe(element);
+  const candidates = [];
+  const add = (name, value) => {
+    if (!value || value.length > longestText) return;
+    candidates[candidates.length] = { [name]: value, class: told.class, visible: told.visible };
+  };
+  if (told.identifier) candidates[0] = { identifier: told.identifier };
+  add('label', told.label);
+  // What a person changes does not tell it from others the next time.
+  if (!told.editable && element.localName !== 'select') add('text', told.text);
+  add('placeholder', told.placeholder);
+  add('class', told.class);
+  candidates[candidates.length] = { xpath: positionOf(element) };
+  const alone = [];
+  const others = [];
+  for (let i = 0; i < candidates.length; i += 1) {
+    const start = performance.now();
+    const wanted = { ...candidates[i] };
+    if (wanted.class) wanted.class = wanted.class.toLowerCase();
+    const matches = select(wanted, 0, 0).length;
+    const list = matches === 1 ? alone : others;
+    list[list.length] = { find: candidates[i], matches, ms: performance.now() - start };
+  }
+  return alone.concat(others);
+}
+
+function portrait(element) {
+  if (!element) return answer([]);
+  const isField = editableAt(element) || element.localName === 'select';
+  return JSON.stringify({
+    page,
+    nodes: [describe(element)],
+    locators: locatorsOf(element),
+    near: isField ? textOf(element) : '',
+  });
+}
+
+function scrollTo(element) {
+  const { left, top, width, height } = rectangleOf(element);
+  const isInSight = left >= 0 && top >= 0 && left + width <= innerWidth && top + height <= innerHeight;
+  if (!isInSight) element.scrollIntoView({ block: 'center', behavior: 'instant' });
+}
+
 function setText(element, text) {
   element.focus();
   if (isRichText(element)) {
@@ -164,6 +260,13 @@ function soon(number, work) {
   return JSON.stringify({ page });
 }
 
+function now(number, work) {
+  const element = elementOf(number);
+  if (!element) return JSON.stringify({ page, gone: true });
+  work(element);
+  return JSON.stringify({ page });
+}
+
 define({
   tarniSessionTree: guarded(() => answer(all())),
   tarniSessionFind: guarded((way, value) => {
@@ -177,9 +280,11 @@ define({
     return element ? answer([element]) : JSON.stringify({ page, gone: true });
   }),
   tarniSessionClick: guarded((number) => soon(number, click)),
-  tarniSessionScroll: guarded((number) =>
-    soon(number, (element) => element.scrollIntoView({ block: 'center', behavior: 'instant' })),
-  ),
+  tarniSessionScroll: guarded((number) => now(number, scrollTo)),
+  tarniSessionFocus: guarded((number) => now(number, (element) => element.focus())),
+  tarniSessionPointed: guarded((x, y) => portrait(pointedAt(x, y))),
+  tarniSessionFocused: guarded(() => portrait(focused())),
+  tarniSessionPortrait: guarded((number) => portrait(elementOf(number))),
   tarniSessionSetText: guarded((number, text) => {
     const element = elementOf(number);
     if (element && editableAt(element) !== element) return JSON.stringify({ page, error: 'it takes no text' });

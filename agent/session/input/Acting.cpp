@@ -4,6 +4,7 @@
 #include <cmath>
 
 #include "agent/interaction/UIView_KIFAdditions.h"
+#include "agent/session/screen/Pages.h"
 #include "agent/session/screen/Survey.h"
 #include "platform/Platform.h"
 #include "platform/UIKit/UIControls.h"
@@ -57,6 +58,19 @@ Task<void> turnToWindowOf(UIViewRef view) {
                        "another window keeps the user from the element's; window.list says which");
   }
   co_await application.makeKeyWindow(window);
+}
+
+Task<void> giveFocus(Handle element) {
+  const PageElement* const found = Elements::sharedInstance().pageElementOf(element);
+  const std::optional<PageElement> inPage = found ? std::optional(*found) : std::nullopt;
+  UIViewRef view = inPage ? inPage->webView.lock() : Elements::sharedInstance().viewOf(element);
+  if (!view) throw SessionError(errors::kStaleElement, "the element's page has gone");
+  const platform::UIViewWeakRef weak = view;
+  co_await turnToWindowOf(view);
+  view = weak.lock();
+  if (!view) throw SessionError(errors::kStaleElement, "the element has gone");
+  co_await view->becomeFirstResponder();
+  if (inPage) co_await focusIn(*inPage);
 }
 
 Task<void> bringIntoView(UIViewRef view) {

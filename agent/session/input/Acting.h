@@ -18,6 +18,9 @@ platform::Task<void> turnToWindowOf(platform::UIViewRef view);
 // Scrolls everything round the view until as much of it as possible is in sight.
 platform::Task<void> bringIntoView(platform::UIViewRef view);
 
+// Gives an element of a window or of a page the keyboard.
+platform::Task<void> giveFocus(Handle element);
+
 // A point of the view, in its window's coordinates, at which it takes a press: the middle of what
 // is in sight of it, or else another. Throws SessionError: element not interactable when nothing of
 // it is in sight, element click intercepted when something else takes the press everywhere.

@@ -153,6 +153,10 @@ Answer describe(CallRef call) {
 
 Answer locators(CallRef call) {
   Result result;
+  if (const PageElement* const element = pageElementIn(call)) {
+    result.written.emplace_back("locators", co_await locatorsIn(*element));
+    co_return result;
+  }
   result.written.emplace_back("locators", written(locatorsOf(viewIn(call))));
   co_return result;
 }
@@ -184,10 +188,7 @@ Answer click(CallRef call) {
 }
 
 Answer focus(CallRef call) {
-  UIViewRef view = viewIn(call);
-  co_await turnToWindowOf(view);
-  view = viewIn(call);
-  co_await view->becomeFirstResponder();
+  co_await giveFocus(handleIn(call));
   co_return Result();
 }
 

@@ -6,6 +6,7 @@
 #include "agent/session/input/Keys.h"
 #include "agent/session/methods/Handlers.h"
 #include "agent/session/screen/Elements.h"
+#include "agent/session/screen/Pages.h"
 #include "platform/Platform.h"
 
 namespace tarni::session::input {
@@ -35,27 +36,43 @@ Value member(const Json& object, const char* name, Value usual) {
 
 using Spot = Fingers::Spot;
 
+// Of a page's element, in its window's coordinates.
+Task<platform::CGRect> rectIn(PageElement element) {
+  const Json description = Json::parse(co_await descriptionOf(element));
+  const Json& rect = description["rect"];
+  co_return platform::CGRect{{rect.value("x", 0.0), rect.value("y", 0.0)},
+                             {rect.value("width", 0.0), rect.value("height", 0.0)}};
+}
+
 // {element, x, y}: from the element's upper left corner, its middle without them; {window, x, y}
 // and {x, y}: of that window, of the key window.
-Spot spotOf(const Json& target) {
+Task<Spot> spotOf(const Json& target) {
   const double none = std::nan("");
   CGPoint point{member(target, "x", none), member(target, "y", none)};
   if (target.contains("element")) {
-    const auto view = Elements::sharedInstance().viewOf(member(target, "element", Handle{0}));
+    const Handle handle = member(target, "element", Handle{0});
+    if (const PageElement* const element = Elements::sharedInstance().pageElementOf(handle)) {
+      const UIViewRef page = element->webView.lock();
+      const platform::CGRect rect = co_await rectIn(*element);
+      if (std::isnan(point.x)) point.x = rect.size.width / 2;
+      if (std::isnan(point.y)) point.y = rect.size.height / 2;
+      co_return Spot{page->window(), {rect.minX() + point.x, rect.minY() + point.y}};
+    }
+    const auto view = Elements::sharedInstance().viewOf(handle);
     const platform::CGRect bounds = view->bounds();
     if (std::isnan(point.x)) point.x = bounds.size.width / 2;
     if (std::isnan(point.y)) point.y = bounds.size.height / 2;
     point = {bounds.minX() + point.x, bounds.minY() + point.y};
-    return {view->window(), view->convertPointToWindow(point)};
+    co_return Spot{view->window(), view->convertPointToWindow(point)};
   }
   if (std::isnan(point.x) || std::isnan(point.y)) refuse("a target says an element, or x and y");
   if (target.contains("window")) {
     const auto view = Elements::sharedInstance().viewOf(member(target, "window", Handle{0}));
-    return {view->window(), point};
+    co_return Spot{view->window(), point};
   }
   UIWindowRef key = platform::current().application->keyWindow();
   if (!key) throw SessionError(errors::kNoSuchWindow, "the program shows no window");
-  return {std::move(key), point};
+  co_return Spot{std::move(key), point};
 }
 
 // Whoever is behind the client has it in hand.
@@ -64,7 +81,7 @@ platform::InputDevices& devicesOf(const CallRef& call) {
 }
 
 Task<void> moveTo(CallRef call, Json target) {
-  const Spot spot = spotOf(target);
+  const Spot spot = co_await spotOf(target);
   co_await devicesOf(call).movePointer(spot.window, spot.point);
 }
 
@@ -121,10 +138,14 @@ long numberIn(const Json& finger) {
   return found->get<long>();
 }
 
-Fingers::Spots spotsOf(const Json& value) {
+Task<Fingers::Spots> spotsOf(const Json& value) {
   Fingers::Spots spots;
-  for (const Json& finger : fingersIn(value)) spots[numberIn(finger)] = spotOf(finger);
-  return spots;
+  const std::vector<Json> fingers = fingersIn(value);
+  for (const Json& finger : fingers) {
+    const Spot spot = co_await spotOf(finger);
+    spots[numberIn(finger)] = spot;
+  }
+  co_return spots;
 }
 
 std::vector<long> numbersIn(const Json& value) {
@@ -136,10 +157,10 @@ std::vector<long> numbersIn(const Json& value) {
 Task<void> touchStep(CallRef call, std::string name, Json value) {
   Fingers& fingers = call->held()->fingers();
   if (name == "down") {
-    Fingers::Spots spots = spotsOf(value);
+    Fingers::Spots spots = co_await spotsOf(value);
     co_await fingers.down(std::move(spots));
   } else if (name == "move") {
-    Fingers::Spots spots = spotsOf(value);
+    Fingers::Spots spots = co_await spotsOf(value);
     co_await fingers.move(std::move(spots));
   } else if (name == "up") {
     std::vector<long> numbers = numbersIn(value);
@@ -168,11 +189,7 @@ Task<void> keyStep(CallRef call, std::string name, Json value) {
 // What is typed goes where the focus is.
 Task<void> focusOn(const Json& parameters) {
   if (!parameters.contains("element")) co_return;
-  const Handle handle = parameters["element"].get<Handle>();
-  UIViewRef view = Elements::sharedInstance().viewOf(handle);
-  co_await turnToWindowOf(view);
-  view = Elements::sharedInstance().viewOf(handle);
-  co_await view->becomeFirstResponder();
+  co_await giveFocus(parameters["element"].get<Handle>());
 }
 
 }  // namespace
@@ -234,14 +251,14 @@ Answer drag(CallRef call) {
   const double duration = parameters.value("duration", 200.0);
   HeldInput& held = *call->held();
   platform::InputDevices& devices = devicesOf(call);
-  const Spot from = spotOf(parameters["from"]);
-  spotOf(parameters["to"]);
+  const Spot from = co_await spotOf(parameters["from"]);
+  co_await spotOf(parameters["to"]);
   co_await devices.movePointer(from.window, from.point);
   co_await held.setButton(button, true, devices);
   for (long move = 1; move <= moves; ++move) {
     co_await call->pause(duration / static_cast<double>(moves));
     // Where it is going may move meanwhile.
-    const Spot to = spotOf(parameters["to"]);
+    const Spot to = co_await spotOf(parameters["to"]);
     const CGPoint end = platform::convertPoint(to.point, to.window, from.window);
     const double part = static_cast<double>(move) / static_cast<double>(moves);
     const bool isLast = move == moves;

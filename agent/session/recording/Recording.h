@@ -1,8 +1,11 @@
 // Recording: tells clients what a person does, step by step, from when the first of them asks until
-// the last has gone or had enough. Main thread.
+// the last has gone or had enough. An element of a page is told of by the page, later than those of
+// windows: what was done after it waits, so that steps come in the order of the acts. Main thread.
 #pragma once
 
+#include <deque>
 #include <memory>
+#include <optional>
 
 #include "agent/acts/Acts.h"
 #include "agent/session/calls/Audience.h"
@@ -22,10 +25,15 @@ class Recording {
 
  private:
   Recording();
-  void tell(const Act& act);
+  Portrait portray(const platform::UIViewRef& view, const std::optional<platform::CGPoint>& place);
+  void complete(PortraitText& portrait);
+  void take(const Act& act);
+  // Up to the first act that is not complete; all of them when nothing is waited for any more.
+  void tell(bool waits);
 
   Acts acts_;
   Audience audience_;
+  std::deque<Act> waiting_;
 };
 
 }  // namespace tarni::session

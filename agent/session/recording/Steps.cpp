@@ -8,6 +8,7 @@
 #include "agent/session/protocol/JsonText.h"
 #include "agent/session/screen/Description.h"
 #include "agent/session/screen/Locators.h"
+#include "agent/session/screen/Pages.h"
 #include "platform/Platform.h"
 #include "platform/UIKit/Classes.h"
 #include "platform/UIKit/UIControls.h"
@@ -81,7 +82,7 @@ void describeLocators(const UIViewRef& view, JsonText& text) {
 
 // By which the secret is filled in when the step is played.
 std::string secretOf(const Act& act) {
-  const Json element = act.element ? Json::parse(*act.element, nullptr, false) : Json();
+  const Json element = act.element ? Json::parse(act.element->text, nullptr, false) : Json();
   for (const char* const member : {"identifier", "label", "placeholder"}) {
     if (element.is_object() && element.contains(member)) return element[member].get<std::string>();
   }
@@ -104,7 +105,13 @@ void add(JsonText& text, std::string_view name, const std::optional<CGPoint>& po
 void add(JsonText& text, std::string_view name, const Portrait& portrait) {
   if (!portrait) return;
   text.key(name);
-  text.raw(*portrait);
+  text.raw(portrait->text);
+}
+
+// From the element's own corner, when it stands in a web view.
+std::optional<CGPoint> inside(const std::optional<CGPoint>& point, const Portrait& portrait) {
+  if (!point || !portrait) return point;
+  return CGPoint{point->x - portrait->corner.x, point->y - portrait->corner.y};
 }
 
 void addIfAny(JsonText& text, std::string_view name, const std::string& value) {
@@ -115,14 +122,14 @@ void describePointer(const Act& act, JsonText& text) {
   if (act.button) text.add("button", nameOf(*act.button));
   if (act.count > 0) text.add("count", static_cast<long>(act.count));
   addIfAny(text, "modifiers", act.modifiers);
-  add(text, "at", act.at);
+  add(text, "at", inside(act.at, act.element));
   if (act.kind == acts::kDrag) {
     text.key("way");
     text.open('[');
     for (const CGPoint& point : act.way) write(point, text);
     text.close(']');
     add(text, "target", act.target);
-    add(text, "targetAt", act.targetAt);
+    add(text, "targetAt", inside(act.targetAt, act.target));
   }
   if (act.kind == acts::kWheel) {
     text.add("right", act.notches.x);
@@ -131,7 +138,7 @@ void describePointer(const Act& act, JsonText& text) {
   if (act.kind != acts::kMenu) return;
   text.key("path");
   text.open('[');
-  for (const Portrait& entry : act.path) text.raw(entry ? *entry : "null");
+  for (const Portrait& entry : act.path) text.raw(entry ? std::string_view(entry->text) : "null");
   text.close(']');
 }
 
@@ -151,14 +158,30 @@ void describeOutcome(const Act& act, JsonText& text) {
 
 }  // namespace
 
-Portrait portraitOf(const UIViewRef& view) {
+std::shared_ptr<PortraitText> portraitOf(const UIViewRef& view) {
   JsonText text;
   text.open('{');
   describeWhole(view, text);
   describeSurroundings(view, text);
   describeLocators(view, text);
   text.close('}');
-  return std::make_shared<const std::string>(text.take());
+  return std::make_shared<PortraitText>(PortraitText{text.take()});
+}
+
+platform::Task<void> portrayInPage(UIViewRef webView, std::optional<CGPoint> place,
+                                   std::shared_ptr<PortraitText> portrait) {
+  const std::optional<PagePortrait> told = co_await portraitIn(webView, place);
+  if (!told) co_return;
+  JsonText text;
+  text.open('{');
+  if (!told->near.empty()) text.add("label", told->near);
+  text.add("window", titleOfWindow(webView));
+  text.close('}');
+  std::string whole = told->node.description;
+  whole.pop_back();
+  whole += ",\"near\":" + text.take() + ",\"locators\":" + told->locators + "}";
+  portrait->text = std::move(whole);
+  portrait->corner = told->corner;
 }
 
 std::string stepOf(const Act& act) {

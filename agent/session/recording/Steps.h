@@ -1,15 +1,23 @@
 // Steps: what the channel tells of acts and of the elements that they are about. Main thread.
 #pragma once
 
+#include <memory>
+#include <optional>
 #include <string>
 
 #include "agent/acts/Act.h"
+#include "platform/Task.h"
 #include "platform/UIKit/UIView.h"
 
 namespace tarni::session {
 
 // The element as it is described, with what is near it and the ways to find it again.
-Portrait portraitOf(const platform::UIViewRef& view);
+std::shared_ptr<PortraitText> portraitOf(const platform::UIViewRef& view);
+// Makes the portrait of a web view that of what lies there in its page, or has the focus there, if
+// the page says so. Is complete then.
+platform::Task<void> portrayInPage(platform::UIViewRef webView,
+                                   std::optional<platform::CGPoint> place,
+                                   std::shared_ptr<PortraitText> portrait);
 
 // JSON text. Times are told in milliseconds since 1970.
 std::string stepOf(const Act& act);

@@ -9,6 +9,7 @@
 
 namespace tarni::session {
 
+using platform::CGPoint;
 using platform::Task;
 using platform::UIViewRef;
 
@@ -152,6 +153,30 @@ Task<void> scrollToIn(PageElement element) {
 Task<void> setTextIn(PageElement element, std::string text) {
   std::string more = "," + asScript(text);
   co_await askAbout(element, "tarniSessionSetText", std::move(more));
+}
+
+Task<void> focusIn(PageElement element) {
+  co_await askAbout(element, "tarniSessionFocus", "");
+}
+
+Task<std::optional<PagePortrait>> portraitIn(UIViewRef webView, std::optional<CGPoint> place) {
+  std::string call = "tarniSessionFocused()";
+  if (place) {
+    call = "tarniSessionPointed(" + std::to_string(place->x) + "," + std::to_string(place->y) + ")";
+  }
+  const Json told = co_await ask(webView, std::move(call));
+  std::vector<PageNode> nodes = nodesIn(webView, told);
+  if (nodes.empty()) co_return std::nullopt;
+  const Json& node = told["nodes"].front();
+  co_return PagePortrait{std::move(nodes.front()),
+                         {node.value("x", 0.0), node.value("y", 0.0)},
+                         jsonText(told.value("locators", Json::array())),
+                         told.value("near", "")};
+}
+
+Task<std::string> locatorsIn(PageElement element) {
+  const Json told = co_await askAbout(element, "tarniSessionPortrait", "");
+  co_return jsonText(told.value("locators", Json::array()));
 }
 
 Task<std::string> evaluate(UIViewRef webView, std::string script) {

@@ -2,6 +2,7 @@
 // views. Main thread.
 #pragma once
 
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -37,6 +38,22 @@ platform::Task<std::string> descriptionOf(PageElement element);
 platform::Task<void> clickIn(PageElement element);
 platform::Task<void> scrollToIn(PageElement element);
 platform::Task<void> setTextIn(PageElement element, std::string text);
+
+platform::Task<void> focusIn(PageElement element);
+
+// An element with the ways to find it again.
+struct PagePortrait {
+  PageNode node;
+  platform::CGPoint corner;  // its upper left one, in the web view
+  std::string locators;      // JSON text, as of a view
+  std::string near;          // the label of a field
+};
+// Of what lies there, in the web view's coordinates; of what has the focus without a place. Null
+// when the page does not say.
+platform::Task<std::optional<PagePortrait>> portraitIn(platform::UIViewRef webView,
+                                                       std::optional<platform::CGPoint> place);
+// JSON text.
+platform::Task<std::string> locatorsIn(PageElement element);
 
 // The text that the script gives.
 platform::Task<std::string> evaluate(platform::UIViewRef webView, std::string script);

@@ -27,7 +27,8 @@ constexpr Parameter kMembers[] = {
     {"kind", Kind::Text, kOptional, "The name of its class or of one that it is a kind of."},
     {"xpath", Kind::Text, kOptional,
      "Its position from its window (or from `within`) down, as `tarni tree` prints it: "
-     "`\\UIWindowContent[0]\\UIButton[1]`."},
+     "`\\UIWindowContent[0]\\UIButton[1]`; in a page from its root: "
+     "`\\HTML[0]\\BODY[0]\\BUTTON[1]`."},
     {"visible", Kind::Flag, kOptional, "Whether anything of it is to be seen."},
     {"windowTitle", Kind::Text, kOptional, "The title of the window that it stands in."},
     {"within", Kind::Integer, kOptional, "The handle of a window or an element that it stands in."},
@@ -143,6 +144,10 @@ bool Selector::matches(const Seen& seen) const {
   return !windowTitle_ || titleOfWindow(view) == *windowTitle_;
 }
 
+bool Selector::isPositionInPage() const {
+  return xpath_ && xpath_->starts_with("\\HTML[");
+}
+
 std::vector<Match> Selector::byPath() const {
   std::vector<UIViewRef> roots;
   if (within_) {
@@ -169,7 +174,7 @@ std::vector<Match> Selector::find(std::size_t limit, std::vector<UIViewRef>* pag
     if (UIViewRef page = inPage->webView.lock()) pages->push_back(std::move(page));
     return {};
   }
-  if (xpath_) {
+  if (xpath_ && !isPositionInPage()) {
     std::vector<Match> found = byPath();
     if (limit > 0 && found.size() > limit) found.resize(limit);
     return found;
@@ -177,7 +182,7 @@ std::vector<Match> Selector::find(std::size_t limit, std::vector<UIViewRef>* pag
   std::vector<Match> found;
   const auto take = [&](const Seen& seen) {
     if (isPage(seen.view)) pages->push_back(seen.view);
-    if (matches(seen)) found.push_back({seen.view, seen.place()});
+    if (!xpath_ && matches(seen)) found.push_back({seen.view, seen.place()});
     return limit == 0 || found.size() < limit;
   };
   if (within_) {
@@ -198,12 +203,14 @@ platform::Task<std::vector<PageNode>> Selector::findIn(std::vector<UIViewRef> pa
   if (!fitsPages()) co_return found;
   Json wanted = members_;
   wanted.erase("within");
+  wanted.erase("windowTitle");
   if (class_) wanted["class"] = *class_;
   if (textContains_) wanted["textContains"] = *textContains_;
   const PageElement* const outer =
       within_ ? Elements::sharedInstance().pageElementOf(*within_) : nullptr;
   const long within = outer ? outer->node : 0;
   for (const UIViewRef& page : pages) {
+    if (windowTitle_ && titleOfWindow(page) != *windowTitle_) continue;
     const std::size_t room = limit == 0 ? 0 : limit - found.size();
     Json given = wanted;
     std::vector<PageNode> nodes = co_await nodesThatFit(page, std::move(given), within, room);

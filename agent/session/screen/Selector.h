@@ -30,7 +30,7 @@ class Selector {
   // that were passed. Throws SessionError when the element to search in has gone.
   std::vector<Match> find(std::size_t limit, std::vector<platform::UIViewRef>* pages) const;
   // False for what says of its elements what only views have.
-  bool fitsPages() const { return !kind_ && !xpath_; }
+  bool fitsPages() const { return !kind_ && (!xpath_ || isPositionInPage()); }
   // Of the elements of these pages.
   platform::Task<std::vector<PageNode>> findIn(std::vector<platform::UIViewRef> pages,
                                                std::size_t limit) const;
@@ -40,6 +40,7 @@ class Selector {
  private:
   bool matches(const Seen& seen) const;
   std::vector<Match> byPath() const;
+  bool isPositionInPage() const;
 
   Json members_;
   std::optional<std::string> identifier_, label_, text_, textContains_, placeholder_, class_, kind_,
