@@ -137,7 +137,7 @@ void Acts::handle(const InputEvent& event) {
     case InputKind::Text:
       return type(event);
     case InputKind::Pointed:
-      if (growsMenu(event.view)) return;
+      if (growsMenu(event.view)) return tellAtRest();
       begin(acts::kHover, event, event.view);
       return tellAtRest();
     case InputKind::Resized:
@@ -203,16 +203,26 @@ void Acts::release(const InputEvent& event) {
 
 void Acts::wheel(const InputEvent& event) {
   const UIViewRef view = event.view ? event.view : event.window;
-  const bool goesOn = isOpen(acts::kWheel, view) && event.time - open_->last < kOneTurn;
-  if (!goesOn) {
+  if (!goesOnTurning(event)) {
     settle();
     begin(acts::kWheel, event, view).modifiers = chordOf(event.modifiers, {});
+    press_ = {.window = event.window, .point = event.point};
   }
   Act& act = open_->act;
   act.notches.x += event.notches.x;
   act.notches.y += event.notches.y;
   lastsTo(event.time);
   tellAtRest();
+}
+
+// The way it went, with the pointer where it was: what lies below has moved by it.
+bool Acts::goesOnTurning(const InputEvent& event) const {
+  if (!open_ || open_->act.kind != acts::kWheel || event.time - open_->last >= kOneTurn)
+    return false;
+  const CGPoint& before = open_->act.notches;
+  const bool isSameWay = before.x * event.notches.x >= 0 && before.y * event.notches.y >= 0;
+  return isSameWay && event.window == press_.window.lock() &&
+         distance(event.point, press_.point) < kDragBegins;
 }
 
 // An entry that is pressed or opened by the pointer's rest after the one above it: one act. Answers

@@ -1,6 +1,6 @@
 // Acts: makes acts of a person's input events. A press, the moves and the release are one act, so
-// are the two presses of a double click, the keys of a text, the turns of the wheel over one
-// element. What came of an act (a value was chosen, a switch went over) is looked at before the
+// are the two presses of a double click, the keys of a text, the turns of the wheel one way at one
+// place. What came of an act (a value was chosen, a switch went over) is looked at before the
 // next event and when the program is at rest; what it caused is not an act.
 //
 // The latest act may still grow: it is told when the program has come to rest, and again, under the
@@ -50,6 +50,7 @@ class Acts : public platform::InputObserver {
   void resize(const platform::InputEvent& event);
 
   bool isOpen(std::string_view kind, const platform::UIViewRef& view) const;
+  bool goesOnTurning(const platform::InputEvent& event) const;
   bool growsMenu(const platform::UIViewRef& entry);
   Act& begin(std::string_view kind, const platform::InputEvent& event,
              const platform::UIViewRef& view);
@@ -75,7 +76,7 @@ class Acts : public platform::InputObserver {
     double time = 0;
     Outcome outcome;
   };
-  struct Press {
+  struct Press {  // of a button, or the first turn of the wheel
     bool isDown = false;
     bool isDrag = false;
     platform::PointerButton button{};

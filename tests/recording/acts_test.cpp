@@ -1,4 +1,5 @@
 // From what a person's hands do to acts: one act is one step, with what came of it.
+#include <cmath>
 #include <map>
 
 #include "agent/acts/Acts.h"
@@ -41,10 +42,11 @@ class ActsTest : public Screen {
     acts_.finish();
     Words words;
     for (const auto& [order, act] : told_) {
-      std::string word = std::string(act.kind) + " " + *act.element + act.key;
+      std::string word = std::string(act.kind) + " " + act.element->text + act.key;
       if (act.count > 1) word += " x" + std::to_string(act.count);
-      if (act.target) word += " to " + *act.target;
+      if (act.target) word += " to " + act.target->text;
       if (act.kind == acts::kType) word += " = " + (act.isSecret ? "(secret)" : act.text);
+      if (act.kind == acts::kWheel) word += " by " + std::to_string(std::lround(act.notches.y));
       if (act.value) word += ", " + *act.value;
       if (act.state) word += *act.state ? " on" : " off";
       words.push_back(word);
@@ -55,9 +57,9 @@ class ActsTest : public Screen {
  private:
   double time_ = 0;
   std::map<long, Act> told_;
-  Acts acts_{[](const platform::UIViewRef& view) {
-               return std::make_shared<const std::string>(
-                   view->accessibilityIdentifier().value_or(view->getClass()->name()));
+  Acts acts_{[](const platform::UIViewRef& view, const auto&) {
+               return std::make_shared<const PortraitText>(PortraitText{
+                   view->accessibilityIdentifier().value_or(view->getClass()->name())});
              },
              [this](const Act& act) { told_[act.order] = act; }};
 };
@@ -106,6 +108,20 @@ TEST_F(ActsTest, ATextIsOneStepAndASecretLeavesNothingOfItself) {
   key("s", *secret, platform::kControl);
   EXPECT_THAT(told(), testing::ElementsAre("click name", "type name = Ada, Ada", "key nameTab",
                                            "type pass = (secret)", "key passControl+s"));
+}
+
+// The list that it turns moves what is below the pointer.
+TEST_F(ActsTest, TurnsOfTheWheelOneWayAreOneStepWhateverComesBelowThePointer) {
+  const auto row = build<headless::Button>("1").identifier("1").in(*window);
+  const auto next = build<headless::Button>("2").identifier("2").in(*window);
+  for (const int turn : {1, 2, 3, 4, 5}) {
+    InputEvent event{InputKind::Wheel, 100 + turn * 0.05};
+    event.window = window;
+    event.view = turn % 2 ? row : next;
+    event.notches = {0, turn < 4 ? 1.0 : -1.0};
+    application().showInput(event);
+  }
+  EXPECT_THAT(told(), testing::ElementsAre("wheel 1 by 3", "wheel 2 by -2"));
 }
 
 TEST_F(ActsTest, WhatTheAgentDoesIsNoAct) {

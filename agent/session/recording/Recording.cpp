@@ -28,6 +28,10 @@ UIViewRef webViewAround(UIViewRef view) {
   return view;
 }
 
+platform::Task<void> readyForPortraits(UIViewRef webView) {
+  co_await portraitIn(std::move(webView), std::nullopt);
+}
+
 // From the upper left corner of `from`, then of `to`.
 std::optional<CGPoint> converted(const std::optional<CGPoint>& place, const UIViewRef& from,
                                  const UIViewRef& to) {
@@ -53,6 +57,12 @@ bool Recording::start(const std::shared_ptr<const Notify>& client) {
   stop(client);
   if (audience_.isEmpty() && !acts_.start()) return false;
   audience_.add(client);
+  // The script that says what lies in a page is in it before it is needed.
+  for (const UIViewRef& webView : webViews()) {
+    platform::spawn(readyForPortraits(webView), [](const std::exception_ptr& failure) {
+      platform::logFailure("recording in a page", failure);
+    });
+  }
   return true;
 }
 

@@ -171,11 +171,17 @@ void QtInputWatch::seeKey(const Interface::KeyEvent& event) {
   show(shown);
 }
 
-// A window that the program sizes gets what it asked for.
+// A widget that the program sizes has its size before the window system answers. A window without
+// one is told of no more than that it was asked for something else.
+bool QtInputWatch::isAnswer(const Interface::GeometryChangeEvent& event) {
+  const QWidget* const widget = QWidget::find(event.window->winId());
+  const QSize before = widget ? widget->size() : event.requestedGeometry.size();
+  return event.newGeometry.size() == before;
+}
+
 void QtInputWatch::seeResize(const Interface::GeometryChangeEvent& event) {
-  const bool isAnswer = event.newGeometry.size() == event.requestedGeometry.size();
   const bool isShown = event.window && !event.window->parent() && event.window->isExposed();
-  if (isAnswer || !isShown || event.window->type() == Qt::Popup) return;
+  if (!isShown || isAnswer(event) || event.window->type() == Qt::Popup) return;
   InputEvent resized{InputKind::Resized, uptimeOf(0)};
   resized.window = viewOfWindow(event.window);
   show(resized);

@@ -31,6 +31,7 @@ class QtInputWatch : public QObject {
   void seePointer(platform::InputEvent& event, QWindow* window, QPointF local, QPointF global);
   void seeWheel(const Interface::WheelEvent& event);
   void seeKey(const Interface::KeyEvent& event);
+  static bool isAnswer(const Interface::GeometryChangeEvent& event);
   void seeResize(const Interface::GeometryChangeEvent& event);
   void show(const platform::InputEvent& event);
   void countClicks(platform::InputEvent& event, QPointF global);
