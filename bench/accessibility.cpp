@@ -98,7 +98,7 @@ void find_by_atspi(benchmark::State& state) {
 }
 BENCHMARK(find_by_atspi)->UseManualTime()->Iterations(20)->Unit(benchmark::kMicrosecond);
 
-const bool kRegistered = [] {
+const bool kAccessibilityRegistered = [] {
   compare({.name = "find_by_wire",
            .baseline = "find_by_atspi",
            .aim = 1000,

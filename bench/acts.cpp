@@ -13,7 +13,7 @@
 namespace tarni::bench {
 namespace {
 
-constexpr platform::CGPoint kPressed{30, 30};
+constexpr platform::CGPoint kPressedAt{30, 30};
 
 class Recorded {
  public:
@@ -37,9 +37,9 @@ void move(benchmark::State& state, bool isRecorded) {
   const headless::WindowRef window = makeForm(100);
   const Recorded recorded(isRecorded);
   headless::Finger& finger = environment().finger();
-  finger.down(*window, kPressed);
+  finger.down(*window, kPressedAt);
   double offset = 0;
-  for (auto _ : state) finger.moveTo({kPressed.x + (offset = 1 - offset), kPressed.y});
+  for (auto _ : state) finger.moveTo({kPressedAt.x + (offset = 1 - offset), kPressedAt.y});
   finger.up();
 }
 
@@ -61,7 +61,7 @@ void click(benchmark::State& state, bool isRecorded) {
   const Recorded recorded(isRecorded);
   headless::Finger& finger = environment().finger();
   for (auto _ : state) {
-    finger.down(*window, kPressed);
+    finger.down(*window, kPressedAt);
     finger.up();
   }
 }

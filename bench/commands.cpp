@@ -31,7 +31,7 @@ BENCHMARK(read_keys)->RangeMultiplier(10)->Range(100, 1000000)->Complexity(bench
 BENCHMARK(read_brackets)->RangeMultiplier(10)->Range(1000, 10000000)->Complexity(benchmark::oN);
 BENCHMARK(read_text)->RangeMultiplier(10)->Range(1000, 10000000)->Complexity(benchmark::oN);
 
-const bool kRegistered = [] {
+const bool kCommandsRegistered = [] {
   limit({"read_keys/100000", 100e6, 1, "a command with 100,000 keys is read"});
   limit({"read_brackets/10000000", 200e6, 1, "10,000,000 brackets are found to be no command"});
   limit({"read_text/10000000", 200e6, 1, "a command with 10,000,000 letters is read"});

@@ -33,7 +33,7 @@ platform::UIWindowRef show(Shape shape, long count) {
   return window;
 }
 
-const bool kRegistered = [] {
+const bool kDescribeRegistered = [] {
   measureDescribing({"headless",
                      show,
                      [](platform::Task<void> work) { platform::spawn(std::move(work), nullptr); },

@@ -88,7 +88,7 @@ void step_built(benchmark::State& state) {
 }
 BENCHMARK(step_built)->Arg(1000)->Unit(benchmark::kMicrosecond);
 
-const bool kRegistered = [] {
+const bool kEventsRegistered = [] {
   difference({"event_recorded", "event_bare", 10e3, "an event of a program that is recorded",
               "the same event without the agent"});
   limit({"tap_recorded/1000", 20e6, 1, "a recorded tap, on the main thread (1,000 views)"});

@@ -43,7 +43,7 @@ BENCHMARK(find_by_text)->RangeMultiplier(10)->Range(100, 100000)->Unit(benchmark
 BENCHMARK(find_by_class)->RangeMultiplier(10)->Range(100, 100000)->Unit(benchmark::kMicrosecond);
 BENCHMARK(find_by_xpath)->RangeMultiplier(10)->Range(100, 100000)->Unit(benchmark::kMicrosecond);
 
-const bool kRegistered = [] {
+const bool kFindRegistered = [] {
   for (const std::string way : {"text", "class", "xpath"}) {
     limit({"find_by_" + way + "/10000", 5e6, 1, "find by " + way + " among 10,000 views"});
   }

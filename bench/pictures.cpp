@@ -54,7 +54,7 @@ void ai_findelements(benchmark::State& state) {
 }
 BENCHMARK(ai_findelements)->Arg(1000)->UseRealTime()->Unit(benchmark::kMillisecond);
 
-const bool kRegistered = [] {
+const bool kPicturesRegistered = [] {
   compare({"snapshot/1000", "draw_and_encode/1000", 1.15, false,
            "a snapshot of the window (1,000 views)", "one bare draw and encode"});
   compare({"ai_findelements/1000", "draw_and_encode_each/1000", 1.2, false,

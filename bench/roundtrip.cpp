@@ -60,7 +60,7 @@ void gettext(benchmark::State& state, const std::string& major) {
 BENCHMARK_CAPTURE(gettext, qt5, "5")->UseRealTime()->MinTime(1)->Unit(benchmark::kMicrosecond);
 BENCHMARK_CAPTURE(gettext, qt6, "6")->UseRealTime()->MinTime(1)->Unit(benchmark::kMicrosecond);
 
-const bool kRegistered = [] {
+const bool kRoundtripRegistered = [] {
   for (const std::string major : {"5", "6"}) {
     compare({"gettext/qt" + major, "echo", 3, false,
              "a command and its answer, on a Qt " + major + " program",

@@ -140,7 +140,7 @@ void session_click(benchmark::State& state) {
 }
 BENCHMARK(session_click)->Unit(benchmark::kMicrosecond);
 
-const bool kRegistered = [] {
+const bool kSessionRegistered = [] {
   for (const std::string program : {"headless", "qt5"}) {
     compare({"session_describe/" + program, "echo_unix", 3, false,
              "a question over the session channel, " + program,

@@ -19,7 +19,7 @@ void start(benchmark::State& state, const std::string& program, bool withAgent) 
   }
 }
 
-const bool kRegistered = [] {
+const bool kStartupRegistered = [] {
   for (const char* major : {"5", "6"}) {
     const std::string program = std::string("bench-bare-qt-") + major;
     const std::string bare = "start_qt" + std::string(major) + "_bare";

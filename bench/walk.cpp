@@ -52,7 +52,7 @@ void walk_bare(benchmark::State& state) {
 }
 BENCHMARK(walk_bare)->Arg(100)->Arg(1000)->Arg(10000)->Arg(100000)->Unit(benchmark::kMicrosecond);
 
-const bool kRegistered = [] {
+const bool kWalkRegistered = [] {
   for (const long views : {100L, 1000L, 10000L, 100000L}) {
     const std::string count = std::to_string(views);
     limit({"walk_unchanged/" + count, 100, static_cast<double>(views),

@@ -14,7 +14,7 @@
 namespace tarni::bench {
 namespace {
 
-test::Program::Environment environment() {
+test::Program::Environment programEnvironment() {
   return {{"QT_QPA_PLATFORM", "offscreen"},
           {"QT_QUICK_BACKEND", "software"},
           {"QTWEBENGINE_DISABLE_SANDBOX", "1"}};
@@ -34,7 +34,7 @@ const Measured& measuredIn(const std::string& major) {
   if (!measured.empty()) return measured;
   std::istringstream lines(test::run({test::built("bin/bench-web-page-" + major),
                                       test::built("share/tarni/webscripts"), TARNI_MANY, "200"},
-                                     environment()));
+                                     programEnvironment()));
   // The engine has something to say as well.
   for (std::string line; std::getline(lines, line);) {
     std::istringstream fields(line);
@@ -53,7 +53,7 @@ void in_page(benchmark::State& state, const std::string& major, const std::strin
 }
 
 void find_in_page(benchmark::State& state, const std::string& major) {
-  test::Program::Environment all = environment();
+  test::Program::Environment all = programEnvironment();
   all["LD_PRELOAD"] = test::built("lib/libtarni.so");
   all["TARNI_SCRIPTS"] = "file://" + test::built("share/tarni/webscripts");
   const test::Program program({test::built("bin/web-sample-" + major), TARNI_MANY}, all);
@@ -103,7 +103,7 @@ void addFor(const std::string& major) {
            .against = "chromedriver's find on the same page"});
 }
 
-const bool kRegistered = [] {
+const bool kWebRegistered = [] {
   benchmark::RegisterBenchmark("find_by_chromedriver", find_by_chromedriver)
       ->UseManualTime()
       ->Iterations(5)

@@ -76,7 +76,7 @@ void session_click(benchmark::State& state) {
 }
 BENCHMARK(session_click)->Unit(benchmark::kMicrosecond);
 
-const bool kRegistered = [] {
+const bool kClickRegistered = [] {
   compare({"session_click", "two_events", 2, false, "a click by the session channel",
            "the toolkit's press and release"});
   return true;

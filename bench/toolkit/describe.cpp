@@ -117,7 +117,7 @@ platform::UIWindowRef showItems(Shape shape, long count) {
   return qt::viewOfWindow(window.get());
 }
 
-const bool kRegistered = [] {
+const bool kDescribeRegistered = [] {
   measureDescribing({"widgets", showWidgets, finish, {1000}});
   measureDescribing({"graphics", showGraphics, finish, {}, "UIControl"});
   measureDescribing({"quick", showItems, finish, {1000}});

@@ -193,7 +193,7 @@ void bare_walk_list(benchmark::State& state) {
 BENCHMARK(bare_walk_list)->Arg(1000)->Arg(10'000)->Unit(benchmark::kMicrosecond);
 BENCHMARK(walk_list)->Arg(1000)->Arg(10'000)->Unit(benchmark::kMicrosecond);
 
-const bool kRegistered = [] {
+const bool kWalkRegistered = [] {
   const std::string own = "the toolkit's own walk of it";
   compare({"walk_form", "bare_walk_form", 3, false, "the poll's walk over a form", own});
   compare({"walk_table/1000000", "bare_walk_table/1000000", 3, false,

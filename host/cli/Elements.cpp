@@ -14,7 +14,6 @@ namespace tarni::host {
 
 namespace {
 
-constexpr std::size_t kTextColumns = 40;
 constexpr std::size_t kMostListed = 20;
 
 std::string roundedIn(const Json& rectangle, const char* key) {

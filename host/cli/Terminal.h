@@ -19,6 +19,9 @@ Styled faint(std::string text);
 Styled error(std::string text);
 std::ostream& operator<<(std::ostream& out, const Styled& styled);
 
+// How much of a text a row of a table shows.
+inline constexpr std::size_t kTextColumns = 40;
+
 // At most `columns` characters, with "…" for what is left out.
 std::string clipped(const std::string& text, std::size_t columns);
 

@@ -75,7 +75,7 @@ bool makeNonBlocking(int descriptor) {
 }
 
 ssize_t sendWithoutSignal(int connection, std::string_view data) {
-  return send(connection, data.data(), data.size(), kSendFlags);
+  return ::send(connection, data.data(), data.size(), kSendFlags);
 }
 
 }  // namespace tarni

@@ -29,7 +29,7 @@ bool isReady(const UIViewRef& webView) {
 
 // What a function of the script answers; null when the page says nothing. The script is put into a
 // page that has not got it.
-Task<Json> ask(UIViewRef webView, std::string call) {
+Task<Json> askPage(UIViewRef webView, std::string call) {
   if (!isReady(webView)) co_return nullptr;
   const std::string guarded = "typeof tarniSessionTree==='function'?" + call + ":'none'";
   WebView bridge;
@@ -93,7 +93,7 @@ Task<Json> askAbout(PageElement element, std::string function, std::string more)
   UIViewRef webView = element.webView.lock();
   if (!webView || !webView->window()) throw SessionError(gone);
   std::string call = function + "(" + std::to_string(element.node) + more + ")";
-  Json told = co_await ask(webView, std::move(call));
+  Json told = co_await askPage(webView, std::move(call));
   const bool isSame = told.is_object() && told.value("page", "") == element.document;
   if (!isSame || told.contains("gone")) throw SessionError(gone);
   co_return told;
@@ -117,7 +117,7 @@ std::vector<UIViewRef> webViews() {
 }
 
 Task<std::vector<PageNode>> nodesOf(UIViewRef webView) {
-  const Json told = co_await ask(webView, "tarniSessionTree()");
+  const Json told = co_await askPage(webView, "tarniSessionTree()");
   co_return nodesIn(webView, told);
 }
 
@@ -126,13 +126,13 @@ Task<std::vector<PageNode>> nodesThatFit(UIViewRef webView, Json members, long w
   std::string call = "tarniSessionSelect(" +
                      members.dump(-1, ' ', true, Json::error_handler_t::replace) + "," +
                      std::to_string(within) + "," + std::to_string(limit) + ")";
-  const Json told = co_await ask(webView, std::move(call));
+  const Json told = co_await askPage(webView, std::move(call));
   co_return nodesIn(webView, told);
 }
 
 Task<std::vector<PageNode>> nodesFound(UIViewRef webView, std::string way, std::string value) {
   std::string call = "tarniSessionFind(" + asScript(way) + "," + asScript(value) + ")";
-  const Json told = co_await ask(webView, std::move(call));
+  const Json told = co_await askPage(webView, std::move(call));
   co_return nodesIn(webView, told);
 }
 

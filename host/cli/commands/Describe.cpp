@@ -21,8 +21,6 @@ namespace tarni::host {
 
 namespace {
 
-constexpr std::size_t kTextColumns = 40;
-
 struct DescribeOptions {
   std::string tag;
   std::string folder;
@@ -59,7 +57,7 @@ std::string stateOf(const Json& element) {
   return words;
 }
 
-Terminal::Row rowOf(const Json& element) {
+Terminal::Row descriptionRow(const Json& element) {
   const auto& rectangle = objectIn(element, "rectangle");
   const auto number = [&rectangle](const char* key) {
     return std::to_string(std::lround(numberIn(rectangle, key)));
@@ -148,7 +146,7 @@ void describeByPort(Invocation& invocation, const DescribeOptions& options) {
     std::cout << printableJson(options.onScreen ? elements.dump() : answer.text()) << '\n';
   } else if (!elements.empty()) {
     std::vector<Terminal::Row> rows{{"ID", "CLASS", "AT", "SIZE", "CHILDREN", "STATE", "TEXT"}};
-    for (const auto& element : elements) rows.push_back(rowOf(element));
+    for (const auto& element : elements) rows.push_back(descriptionRow(element));
     Terminal::printTable(std::move(rows));
   }
   if (!options.folder.empty()) writePictures(elements, options.folder);
