@@ -31,7 +31,7 @@ std::string pairIn(const Json& description, const char* member, const char* firs
 
 std::string quoted(const Json& description, const char* member) {
   const auto value = valueIn(description, member);
-  return value ? Terminal::clipped(inQuotes(*value), kTextColumns) : "";
+  return value ? Terminal::clipped(inQuotes(*value), Terminal::kTextColumns) : "";
 }
 
 const Terminal::Row kHeading = {"ID",   "CLASS",      "AT",    "SIZE", "STATE",

@@ -68,7 +68,7 @@ Terminal::Row descriptionRow(const Json& element) {
           number("width") + "x" + number("height"),
           textIn(element, "childCount"),
           stateOf(element),
-          Terminal::clipped(inQuotes(textIn(element, "text")), kTextColumns)};
+          Terminal::clipped(inQuotes(textIn(element, "text")), Terminal::kTextColumns)};
 }
 
 std::string fileName(std::size_t number, std::size_t count, const Json& element) {
