@@ -129,6 +129,12 @@ Task<void> sendMoved(std::vector<UITouchRef> touches, std::vector<Path> windowPa
   co_await wait(currentMode(), kStepInterval);
 }
 
+// One to the left of the center and one to the right, from one distance to the other.
+std::vector<Path> twoPathsBeside(CGPoint center, double from, double to, std::size_t steps) {
+  return {pointsFromStartPoint(offset(center, -from, 0), offset(center, -to, 0), steps),
+          pointsFromStartPoint(offset(center, from, 0), offset(center, to, 0), steps)};
+}
+
 // Each finger lifts in an event of its own.
 Task<void> sendEnded(std::vector<UITouchRef> touches) {
   for (const UITouchRef& touch : touches) {
@@ -268,20 +274,14 @@ Task<void> twoFingerPanFromPoint(UIViewRef view, CGPoint start, CGPoint end, std
 }
 
 Task<void> pinchAtPoint(UIViewRef view, CGPoint center, double distance, std::size_t steps) {
-  constexpr double kNear = kTwoFingerConstant;
-  const double far = kNear + distance;
-  const std::vector<Path> paths{
-      pointsFromStartPoint(offset(center, -far, 0), offset(center, -kNear, 0), steps),
-      pointsFromStartPoint(offset(center, far, 0), offset(center, kNear, 0), steps)};
+  const double far = kTwoFingerConstant + distance;
+  const std::vector<Path> paths = twoPathsBeside(center, far, kTwoFingerConstant, steps);
   co_await dragPointsAlongPaths(view, paths);
 }
 
 Task<void> zoomAtPoint(UIViewRef view, CGPoint center, double distance, std::size_t steps) {
-  constexpr double kNear = kTwoFingerConstant;
-  const double far = kNear + distance;
-  const std::vector<Path> paths{
-      pointsFromStartPoint(offset(center, -kNear, 0), offset(center, -far, 0), steps),
-      pointsFromStartPoint(offset(center, kNear, 0), offset(center, far, 0), steps)};
+  const double far = kTwoFingerConstant + distance;
+  const std::vector<Path> paths = twoPathsBeside(center, kTwoFingerConstant, far, steps);
   co_await dragPointsAlongPaths(view, paths);
 }
 
