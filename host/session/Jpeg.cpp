@@ -1,20 +1,17 @@
 #include "host/session/Jpeg.h"
 
-#include <netinet/in.h>
-#include <resolv.h>
-
 #include <cstddef>
 #include <vector>
+
+#include "host/guard/Base64.h"
 
 namespace tarni::host {
 
 namespace {
 
 std::vector<unsigned char> decoded(const std::string& base64) {
-  std::vector<unsigned char> bytes(base64.size() / 4 * 3 + 3);
-  const int count = b64_pton(base64.c_str(), bytes.data(), bytes.size());
-  bytes.resize(count > 0 ? static_cast<std::size_t>(count) : 0);
-  return bytes;
+  const auto bytes = decodeBase64(base64);
+  return {bytes.begin(), bytes.end()};
 }
 
 int word(const std::vector<unsigned char>& bytes, std::size_t at) {

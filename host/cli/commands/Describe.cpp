@@ -6,13 +6,13 @@
 #include <memory>
 #include <nlohmann/json.hpp>
 
-#include "host/cli/Base64.h"
 #include "host/cli/Elements.h"
 #include "host/cli/Invocation.h"
 #include "host/cli/Locator.h"
 #include "host/cli/Showing.h"
 #include "host/cli/Subcommands.h"
 #include "host/cli/Terminal.h"
+#include "host/guard/Base64.h"
 #include "host/guard/Files.h"
 #include "host/guard/Json.h"
 #include "host/guard/Printable.h"

@@ -6,12 +6,12 @@
 #include <nlohmann/json.hpp>
 #include <sstream>
 
-#include "host/cli/Base64.h"
 #include "host/cli/Invocation.h"
 #include "host/cli/PlayOptions.h"
 #include "host/cli/StreamPlay.h"
 #include "host/cli/Subcommands.h"
 #include "host/cli/Terminal.h"
+#include "host/guard/Base64.h"
 #include "host/guard/Files.h"
 #include "host/guard/Printable.h"
 #include "host/player/ElementFinder.h"

@@ -6,11 +6,11 @@
 #include <memory>
 #include <nlohmann/json.hpp>
 
-#include "host/cli/Base64.h"
 #include "host/cli/Invocation.h"
 #include "host/cli/Locator.h"
 #include "host/cli/SafeOutput.h"
 #include "host/cli/Subcommands.h"
+#include "host/guard/Base64.h"
 #include "host/guard/Files.h"
 #include "host/guard/Json.h"
 

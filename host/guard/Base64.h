@@ -1,4 +1,4 @@
-// Base-64 as the agent writes it: no line breaks.
+// Base64: pictures as the agent writes them, without line breaks. Any thread.
 #pragma once
 
 #include <string>

@@ -1,4 +1,4 @@
-#include "host/cli/Base64.h"
+#include "host/guard/Base64.h"
 
 #include <netinet/in.h>
 #include <resolv.h>
