@@ -5,7 +5,7 @@
 
 #include "agent/Queue/ElementsQueue.h"
 #include "agent/Queue/RecorderQueue.h"
-#include "agent/core/startup/UIApplication_KIFAdditions.h"
+#include "agent/core/startup/UIApplication_KIFAdditions_EventHook.h"
 #include "agent/elements/UIViewsManager.h"
 #include "agent/elements/Utilities_Images.h"
 #include "agent/recording/RecorderAction.h"

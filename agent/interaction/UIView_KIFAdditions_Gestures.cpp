@@ -6,7 +6,7 @@
 #include <string>
 
 #include "agent/core/state/MainThread.h"
-#include "agent/interaction/UIApplication_KIFAdditions.h"
+#include "agent/interaction/UIApplication_KIFAdditions_RunLoop.h"
 #include "agent/interaction/UIEvent_KIFAdditions.h"
 #include "agent/interaction/UITouch_KIFAdditions.h"
 #include "platform/ObjectiveC/Runtime.h"

@@ -1,4 +1,4 @@
-#include "agent/core/startup/UIApplication_KIFAdditions.h"
+#include "agent/core/startup/UIApplication_KIFAdditions_EventHook.h"
 #include "agent/core/startup/UIViewController_UIViewController.h"
 #include "agent/core/startup/UIWindow_UIWindow.h"
 #include "agent/core/state/GlobalVars.h"

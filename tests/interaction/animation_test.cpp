@@ -2,7 +2,7 @@
 
 #include "agent/interaction/CAAnimation_KIFAdditions.h"
 #include "agent/interaction/CALayer_KIFAdditions.h"
-#include "agent/interaction/UIApplication_KIFAdditions.h"
+#include "agent/interaction/UIApplication_KIFAdditions_RunLoop.h"
 #include "agent/interaction/UIScreen_KIFAdditions.h"
 #include "tests/support/Screen.h"
 

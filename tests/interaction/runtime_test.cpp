@@ -1,7 +1,7 @@
 #include <string>
 
 #include "agent/interaction/Swizzle.h"
-#include "agent/interaction/UIApplication_KIFAdditions.h"
+#include "agent/interaction/UIApplication_KIFAdditions_RunLoop.h"
 #include "agent/interaction/UIView_KIFAdditions.h"
 #include "tests/support/Screen.h"
 

@@ -6,7 +6,7 @@
 #include <stdexcept>
 
 #include "agent/WebView/WebView.h"
-#include "agent/core/startup/UIApplication_KIFAdditions.h"
+#include "agent/core/startup/UIApplication_KIFAdditions_EventHook.h"
 #include "agent/core/state/GlobalVars.h"
 #include "agent/elements/UIViewsManager.h"
 #include "agent/interaction/UIView_KIFAdditions_Gestures.h"

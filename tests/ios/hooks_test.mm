@@ -2,11 +2,11 @@
 // applications.
 #include <stdexcept>
 
-#include "agent/core/startup/UIApplication_KIFAdditions.h"
+#include "agent/core/startup/UIApplication_KIFAdditions_EventHook.h"
 #include "agent/core/startup/UIViewController_UIViewController.h"
 #include "agent/core/state/GlobalVars.h"
 #include "agent/interaction/Swizzle.h"
-#include "agent/interaction/UIApplication_KIFAdditions.h"
+#include "agent/interaction/UIApplication_KIFAdditions_RunLoop.h"
 #include "agent/interaction/UIView_KIFAdditions_Gestures.h"
 #include "backends/ios/guard/GuardedCall.h"
 #include "platform/UIKit/Classes.h"

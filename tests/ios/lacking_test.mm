@@ -1,7 +1,7 @@
 // Systems that lack something: the application lives on and the log says once what no longer works.
 #include <sstream>
 
-#include "agent/interaction/UIApplication_KIFAdditions.h"
+#include "agent/interaction/UIApplication_KIFAdditions_RunLoop.h"
 #include "agent/interaction/UIView_KIFAdditions_Gestures.h"
 #include "backends/ios/touch/HIDEventSystem.h"
 #include "platform/UIKit/Classes.h"

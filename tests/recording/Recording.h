@@ -10,7 +10,7 @@
 
 #include "agent/Queue/ElementsQueue.h"
 #include "agent/Queue/RecorderQueue.h"
-#include "agent/core/startup/UIApplication_KIFAdditions.h"
+#include "agent/core/startup/UIApplication_KIFAdditions_EventHook.h"
 #include "agent/core/state/GlobalVars.h"
 #include "agent/elements/UIViewsManager.h"
 #include "agent/recording/RecorderWorker.h"

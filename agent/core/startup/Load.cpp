@@ -3,7 +3,7 @@
 #include <cstdlib>
 
 #include "agent/core/startup/RecordControl.h"
-#include "agent/core/startup/UIApplication_KIFAdditions.h"
+#include "agent/core/startup/UIApplication_KIFAdditions_EventHook.h"
 #include "agent/core/startup/UIViewController_UIViewController.h"
 #include "agent/core/startup/UIWindow_UIWindow.h"
 #include "agent/session/Channel.h"

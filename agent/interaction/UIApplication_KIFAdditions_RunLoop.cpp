@@ -1,4 +1,4 @@
-#include "agent/interaction/UIApplication_KIFAdditions.h"
+#include "agent/interaction/UIApplication_KIFAdditions_RunLoop.h"
 
 #include <mutex>
 

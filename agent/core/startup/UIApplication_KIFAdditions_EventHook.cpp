@@ -1,4 +1,4 @@
-#include "agent/core/startup/UIApplication_KIFAdditions.h"
+#include "agent/core/startup/UIApplication_KIFAdditions_EventHook.h"
 
 #include "agent/interaction/Swizzle.h"
 #include "agent/recording/RecorderEvent.h"
