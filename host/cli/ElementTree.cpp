@@ -6,7 +6,7 @@
 #include <set>
 
 #include "host/cli/Elements.h"
-#include "host/session/ViewTree.h"
+#include "host/stream/PortTree.h"
 
 namespace tarni::host {
 
@@ -59,7 +59,7 @@ struct Open {
 
 void ElementTree::walk(const Visit& enter) const {
   for (const auto* const window : windows_) {
-    ViewTree positions;
+    PortTree positions;
     std::vector<Open> open;
     open.emplace_back(Node{*window, 0, valueIn(*window, "class").value_or("?"), "", ""},
                       childrenOf(*window));

@@ -9,19 +9,19 @@
 #include "host/cli/Terminal.h"
 #include "host/guard/Files.h"
 #include "host/guard/Printable.h"
-#include "host/session/Report.h"
-#include "host/session/SessionPlayer.h"
+#include "host/stream/StreamPlayer.h"
+#include "host/stream/StreamReport.h"
 
 namespace tarni::host {
 
 namespace {
 
-using Result = PlayedStep::Result;
+using Result = PlayedStreamStep::Result;
 
 constexpr std::size_t kColumnsOfText = 60;
 
 // "  3  click UIButton "OK" (ClickButton): passed, by position, 0.7 s"
-void print(const PlayedStep& played) {
+void print(const PlayedStreamStep& played) {
   const auto& step = played.step;
   const bool hasPassed = played.result == Result::Passed;
   std::cout << std::setw(3) << step.number << "  " << step.deed() << " "
@@ -38,7 +38,7 @@ void print(const PlayedStep& played) {
   std::cout << std::endl;
 }
 
-void printAsJson(const PlayedStep& played) {
+void printAsJson(const PlayedStreamStep& played) {
   const auto& step = played.step;
   const Json line = {{"number", step.number},
                      {"action", step.action},
@@ -52,7 +52,7 @@ void printAsJson(const PlayedStep& played) {
 }
 
 // What the step looked for and what was there, for a person who has to find out why.
-void printFailure(const PlayOptions& options, const PlayedStep& played) {
+void printFailure(const PlayOptions& options, const PlayedStreamStep& played) {
   const auto& step = played.step;
   std::cerr << Terminal::error("tarni: ") << options.file << ":" << step.line << ": step "
             << step.number << " (" << step.action << "): " << printable(played.message) << '\n'
@@ -73,7 +73,7 @@ void printFailure(const PlayOptions& options, const PlayedStep& played) {
   std::cerr << '\n';
 }
 
-void tell(Invocation& invocation, const PlayOptions& options, const PlayedStep& played) {
+void tell(Invocation& invocation, const PlayOptions& options, const PlayedStreamStep& played) {
   if (invocation.options.json) {
     printAsJson(played);
   } else {
@@ -84,19 +84,19 @@ void tell(Invocation& invocation, const PlayOptions& options, const PlayedStep& 
   printFailure(options, played);
 }
 
-void conclude(std::ostream& out, const PlayOptions& options, const PlayedSession& played) {
+void conclude(std::ostream& out, const PlayOptions& options, const PlayedStream& played) {
   out << played.count(Result::Passed) << " of " << played.steps.size() << " steps passed, "
       << inSeconds(played.seconds) << '\n';
   if (options.report.empty()) return;
   const auto page = std::filesystem::path(options.report) / "index.html";
-  writePrivateFile(page, reportPage(played));
+  writePrivateFile(page, streamReportPage(played));
   out << "report: " << page.string() << '\n';
 }
 
 }  // namespace
 
-void playStream(Invocation& invocation, const PlayOptions& options, RecordedSession session) {
-  SessionPlayer player(options.file, std::move(session));
+void playStream(Invocation& invocation, const PlayOptions& options, StreamSession session) {
+  StreamPlayer player(options.file, std::move(session));
   if (options.attaches || !invocation.options.in.empty()) {
     player.attach(invocation.program(invocation.playbackPort()));
   } else {
@@ -110,7 +110,7 @@ void playStream(Invocation& invocation, const PlayOptions& options, RecordedSess
                   {.patience = fromSeconds(options.stepSeconds),
                    .guesses = options.guesses,
                    .takesPictures = !options.report.empty()},
-                  [&](const PlayedStep& step) { tell(invocation, options, step); });
+                  [&](const PlayedStreamStep& step) { tell(invocation, options, step); });
   conclude(invocation.options.json ? std::cerr : std::cout, options, played);
 }
 

@@ -2,12 +2,12 @@
 #pragma once
 
 #include "host/cli/PlayOptions.h"
-#include "host/session/SessionFile.h"
+#include "host/stream/StreamSession.h"
 
 namespace tarni::host {
 
 class Invocation;
 
-void playStream(Invocation& invocation, const PlayOptions& options, RecordedSession session);
+void playStream(Invocation& invocation, const PlayOptions& options, StreamSession session);
 
 }  // namespace tarni::host

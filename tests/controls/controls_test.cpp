@@ -15,7 +15,7 @@
 #include <thread>
 
 #include "host/session/Session.h"
-#include "host/session/SessionFile.h"
+#include "host/stream/StreamSession.h"
 #include "tests/controls/Hand.h"
 #include "tests/support/Compositor.h"
 #include "tests/support/Display.h"
@@ -47,7 +47,7 @@ long clicksIn(const Lines& steps) {
 Lines stepsIn(const fs::path& session) {
   Lines words;
   try {
-    for (const auto& step : host::readSession(session).steps) {
+    for (const auto& step : host::readStreamSession(session).steps) {
       const std::string data = step.data.empty() ? "" : " = " + step.data;
       words.push_back(step.action + " " + step.element() + data);
     }

@@ -13,7 +13,7 @@
 #include <thread>
 
 #include "host/session/Session.h"
-#include "host/session/SessionFile.h"
+#include "host/stream/StreamSession.h"
 #include "tests/support/Display.h"
 #include "tests/support/Program.h"
 #include "tests/support/Wire.h"
@@ -177,7 +177,7 @@ TEST_P(Sample, NativeControlsAndPagesMakeOneSession) {
     EXPECT_TRUE(awaitSteps(recorder, 9)) << program->output();
   }
   std::vector<std::string> lines;
-  host::SessionWriter writer(session, {sample(), page("form.html")});
+  host::StreamSessionWriter writer(session, {sample(), page("form.html")});
   for (const auto& step : steps_) {
     lines.push_back(lineOf(step));
     writer.add(0, step);

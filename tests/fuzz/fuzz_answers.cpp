@@ -9,8 +9,8 @@
 #include <string>
 
 #include "host/guard/Printable.h"
-#include "host/session/ElementSearch.h"
-#include "host/session/ViewTree.h"
+#include "host/stream/ElementSearch.h"
+#include "host/stream/PortTree.h"
 #include "host/wire/Answer.h"
 #include "host/wire/FrameReader.h"
 #include "host/wire/WireError.h"
@@ -38,7 +38,7 @@ void requireHarmless(const std::string& line) {
 void tell(const std::string& message) {
   const Answer answer(message);
   answer.output();
-  ViewTree tree;
+  PortTree tree;
   for (const auto& entry : answer.entries()) {
     tree.goTo(entry);
     requireHarmless(tree.indentation() + tree.position());

@@ -6,27 +6,27 @@
 #include <sstream>
 #include <stdexcept>
 
-#include "host/session/Jpeg.h"
-#include "host/session/Report.h"
 #include "host/session/Session.h"
-#include "host/session/SessionFile.h"
+#include "host/stream/Jpeg.h"
+#include "host/stream/StreamReport.h"
+#include "host/stream/StreamSession.h"
 
 namespace {
 
 using namespace tarni::host;  // NOLINT(google-build-using-namespace): one file, one subject
 
-void report(RecordedSession session) {
-  PlayedSession played;
+void report(StreamSession session) {
+  PlayedStream played;
   played.recorded = session.recorded;
   for (const std::string& word : session.program) played.program += word + ' ';
-  for (RecordedStep& step : session.steps) {
+  for (StreamStep& step : session.steps) {
     jpegSize(step.picture);
-    PlayedStep shown;
+    PlayedStreamStep shown;
     shown.step = std::move(step);
     shown.message = shown.step.deed() + shown.step.element();
     played.steps.push_back(std::move(shown));
   }
-  if (reportPage(played).empty()) throw std::logic_error("the report is empty");
+  if (streamReportPage(played).empty()) throw std::logic_error("the report is empty");
 }
 
 }  // namespace
@@ -36,7 +36,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   try {
     const SessionLines lines = readSessionLines(text, "session");
     if (lines.version == 1) {
-      report(RecordedSession::fromLines(lines));
+      report(StreamSession::fromLines(lines));
     } else {
       for (const Step& step : Session::fromLines(lines).steps()) step.inWords();
     }

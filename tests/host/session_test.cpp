@@ -9,7 +9,7 @@
 #include <sstream>
 
 #include "host/session/Session.h"
-#include "host/session/SessionFile.h"
+#include "host/stream/StreamSession.h"
 #include "host/wire/Ports.h"
 #include "tests/host/ScriptedAgent.h"
 #include "tests/host/ScriptedScreen.h"
@@ -65,7 +65,7 @@ class Sessions : public testing::Test {
   // Plays the steps on the screen, as on a program that runs already.
   Result play(ScriptedScreen& screen, const std::vector<ordered_json>& steps,
               const std::vector<std::string>& options = {}) const {
-    host::SessionWriter writer(file_, {program_});
+    host::StreamSessionWriter writer(file_, {program_});
     for (const auto& one : steps) writer.add(0.5, one);
     const ScriptedAgent agent(
         kPlaybackPort, answering([&screen](const auto& line) { return screen.answer(line); }));
@@ -82,14 +82,14 @@ class Sessions : public testing::Test {
 
 TEST_F(Sessions, AreWholeAfterEveryStepAndCutOnesAreRefused) {
   {
-    host::SessionWriter writer(file_, {"/usr/bin/app", "--an argument"});
-    EXPECT_THAT(host::readSession(file_).steps, IsEmpty());
+    host::StreamSessionWriter writer(file_, {"/usr/bin/app", "--an argument"});
+    EXPECT_THAT(host::readStreamSession(file_).steps, IsEmpty());
     for (int i = 0; i < 3; ++i) {
       writer.add(1.25 * i, step("Click", "UILabel", "\\UIView[0]", "Ünï \"q\"", i));
-      EXPECT_EQ(host::readSession(file_).steps.size(), writer.steps());
+      EXPECT_EQ(host::readStreamSession(file_).steps.size(), writer.steps());
     }
   }
-  const auto session = host::readSession(file_);
+  const auto session = host::readStreamSession(file_);
   EXPECT_THAT(session.program, ElementsAre("/usr/bin/app", "--an argument"));
   EXPECT_EQ(session.steps[2].seconds, 2.5);
   EXPECT_EQ(session.steps[2].line, 4U);
@@ -99,7 +99,7 @@ TEST_F(Sessions, AreWholeAfterEveryStepAndCutOnesAreRefused) {
   const auto shortest = std::string("\n]}").size();
   for (std::size_t length = 0; length + shortest < whole.size(); ++length) {
     std::ofstream(file_) << whole.substr(0, length);
-    EXPECT_THROW(host::readSession(file_), std::invalid_argument) << "cut to " << length;
+    EXPECT_THROW(host::readStreamSession(file_), std::invalid_argument) << "cut to " << length;
   }
 }
 
@@ -201,9 +201,9 @@ TEST_F(Sessions, ThatAreBadAreNamedByLineBeforeAnythingIsStarted) {
 }
 
 TEST_F(Sessions, StayWhenTheNextRecordingCannotBegin) {
-  { host::SessionWriter(file_, {program_}).add(1, step("Click", "UIView", "", "kept", 0)); }
+  { host::StreamSessionWriter(file_, {program_}).add(1, step("Click", "UIView", "", "kept", 0)); }
   EXPECT_NE(tarni({"record", "-o", file_.string()}).code, 0);
-  EXPECT_EQ(host::readSession(file_).steps.size(), 1U);
+  EXPECT_EQ(host::readStreamSession(file_).steps.size(), 1U);
   const auto other = folder_ / "other.json";
   EXPECT_NE(tarni({"record", "-o", other.string()}).code, 0);
   EXPECT_FALSE(std::filesystem::exists(other));
@@ -216,21 +216,21 @@ TEST_F(Sessions, AreReadByTheirUserAloneAndWrittenOverNobodyElsesLink) {
   std::filesystem::permissions(file_, kAll);
   std::filesystem::create_symlink(secret, link);
   for (const auto& path : {file_, link}) {
-    host::SessionWriter(path, {program_}).add(1, step("Click", "UIView", "", "kept", 0));
+    host::StreamSessionWriter(path, {program_}).add(1, step("Click", "UIView", "", "kept", 0));
     EXPECT_EQ(std::filesystem::status(path).permissions(), kOwn);
-    EXPECT_EQ(host::readSession(path).steps.size(), 1U);
+    EXPECT_EQ(host::readStreamSession(path).steps.size(), 1U);
   }
   EXPECT_TRUE(std::filesystem::is_symlink(link));
   if (lchown(link.c_str(), kNobody, kNobody) != 0) GTEST_SKIP() << "takes root";
   const auto result = tarni({"record", "-o", link.string()});
   EXPECT_EQ(result.code, 5);
   EXPECT_THAT(result.output, HasSubstr("it is a link that user 65534 laid"));
-  EXPECT_EQ(host::readSession(secret).steps.size(), 1U);
+  EXPECT_EQ(host::readStreamSession(secret).steps.size(), 1U);
 }
 
 TEST_F(Sessions, ThatOthersMayWriteStartTheirProgramOnlyWhenTrusted) {
   const auto proof = folder_ / "started";
-  { const host::SessionWriter writer(file_, {"touch", proof.string()}); }
+  { const host::StreamSessionWriter writer(file_, {"touch", proof.string()}); }
   const Program::Environment environment = {{"TARNI_LIBRARY", "/lib/x86_64-linux-gnu/libm.so.6"}};
   std::filesystem::permissions(file_, kAll);
   const auto refused = tarni({"play", file_.string()}, environment);
@@ -465,7 +465,7 @@ TEST_F(Sessions, TypeIntoADialogOnlyOnceItIsOpened) {
 TEST_F(Sessions, MayEndTheirProgramWithTheLastStepOnly) {
   const auto quit = step("ClickButton", "UIButton", "\\UIButton[0]", "Quit", 0);
   for (const int steps : {1, 2}) {
-    host::SessionWriter writer(file_, {program_});
+    host::StreamSessionWriter writer(file_, {program_});
     for (int i = 0; i < steps; ++i) writer.add(i, quit);
     ScriptedScreen screen({{"UIButton", "\\UIButton[0]", "Quit"}});
     const ScriptedAgent agent(kPlaybackPort, [&screen](Peer& peer) {
@@ -521,13 +521,13 @@ TEST_F(Sessions, AreReportedOnOnePageWithEverythingEscaped) {
 }
 
 TEST_F(Sessions, WhoseProgramDoesNotComeUpSayWhatItPrinted) {
-  const host::SessionWriter ofShell(file_, {"sh", "-c", "echo broken pipes; exit 3"});
+  const host::StreamSessionWriter ofShell(file_, {"sh", "-c", "echo broken pipes; exit 3"});
   Program play({built("bin/tarni"), "play", file_.string()},
                {{"TARNI_LIBRARY", "/lib/x86_64-linux-gnu/libm.so.6"}});
   EXPECT_EQ(play.wait(20s), 5);
   EXPECT_THAT(play.output(),
               AllOf(HasSubstr("ended before the agent was ready"), HasSubstr("broken pipes")));
-  const host::SessionWriter ofNobody(file_, {});
+  const host::StreamSessionWriter ofNobody(file_, {});
   const auto unknown = tarni({"play", file_.string()});
   EXPECT_EQ(unknown.code, 2);
   EXPECT_THAT(unknown.output, HasSubstr("does not tell its program"));

@@ -8,7 +8,7 @@
 #include <sstream>
 
 #include "host/session/Session.h"
-#include "host/session/SessionFile.h"
+#include "host/stream/StreamSession.h"
 #include "tests/support/Display.h"
 #include "tests/support/Program.h"
 #include "tests/support/Wire.h"
@@ -69,9 +69,9 @@ class Replays : public testing::TestWithParam<const char*> {
   }
 
   // None while the file is being written.
-  static std::vector<host::RecordedStep> stepsIn(const std::filesystem::path& session) {
+  static std::vector<host::StreamStep> stepsIn(const std::filesystem::path& session) {
     try {
-      return host::readSession(session).steps;
+      return host::readStreamSession(session).steps;
     } catch (const std::exception&) {
       return {};
     }

@@ -253,9 +253,9 @@ void play(Invocation& invocation, const PlayOptions& options) {
   const auto lines = readSessionLines(options.file);
   requireFits(invocation, options, lines.version);
   std::optional<ChannelPlay> overChannel;
-  std::optional<RecordedSession> stream;
+  std::optional<StreamSession> stream;
   if (lines.version == 1) {
-    stream = RecordedSession::fromLines(lines);
+    stream = StreamSession::fromLines(lines);
   } else {
     overChannel.emplace(invocation, options, lines);
   }

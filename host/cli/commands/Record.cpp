@@ -12,8 +12,8 @@
 #include "host/guard/Json.h"
 #include "host/guard/Printable.h"
 #include "host/session/Session.h"
-#include "host/session/SessionFile.h"
 #include "host/session/StartLine.h"
+#include "host/stream/StreamSession.h"
 #include "host/wire/WireError.h"
 
 namespace tarni::host {
@@ -96,7 +96,7 @@ class StreamRecording {
   }
 
   Clock::time_point start_ = Clock::now();
-  std::optional<SessionWriter> file_;
+  std::optional<StreamSessionWriter> file_;
   bool json_;
 };
 

@@ -12,8 +12,8 @@
 #include "host/cli/Terminal.h"
 #include "host/guard/Json.h"
 #include "host/guard/Printable.h"
-#include "host/session/ViewTree.h"
 #include "host/source/SourceTree.h"
+#include "host/stream/PortTree.h"
 
 namespace tarni::host {
 
@@ -27,7 +27,7 @@ std::string place(const Json& description) {
   return number("width") + "x" + number("height") + " at " + number("x") + "," + number("y");
 }
 
-void printView(const ViewTree& tree, const Json& description, bool paths) {
+void printView(const PortTree& tree, const Json& description, bool paths) {
   if (paths) {
     std::cout << tree.position();
   } else {
@@ -47,7 +47,7 @@ void printView(const ViewTree& tree, const Json& description, bool paths) {
 }
 
 // Flat, as the nesting may be deeper than programs can read.
-void printAsJson(const ViewTree& tree, const Json& description) {
+void printAsJson(const PortTree& tree, const Json& description) {
   Json entry = {{"depth", tree.depth()}, {"step", tree.step()}};
   if (const auto xpath = tree.xpath()) entry["xpath"] = *xpath;
   for (const auto& [key, value] : description.items()) {
@@ -66,7 +66,7 @@ struct TreeOptions {
 void treeByPort(Invocation& invocation, const TreeOptions& options) {
   const auto descriptions = invocation.call({"ai_findelements"}).entries();
   const bool json = invocation.options.json;
-  ViewTree tree;
+  PortTree tree;
   bool isFirst = true;
   if (json) std::cout << '[';
   for (const auto& description : descriptions) {

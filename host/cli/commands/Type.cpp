@@ -8,7 +8,7 @@
 #include "host/cli/Locator.h"
 #include "host/cli/Subcommands.h"
 #include "host/guard/Printable.h"
-#include "host/session/Typing.h"
+#include "host/stream/Typing.h"
 
 namespace tarni::host {
 

@@ -16,7 +16,7 @@
 
 #include "host/guard/Json.h"
 #include "host/guard/Rectangle.h"
-#include "host/session/RecordedStep.h"
+#include "host/stream/StreamStep.h"
 #include "host/wire/PlaybackClient.h"
 
 namespace tarni::host {
@@ -59,7 +59,7 @@ class ElementSearch {
   explicit ElementSearch(PlaybackClient& client) : client_(client) {}
 
   // One look, without waiting. Identifiers of a former look are of no use afterwards.
-  Look look(const RecordedStep& step, bool mayGuess);
+  Look look(const StreamStep& step, bool mayGuess);
 
  private:
   using Elements = std::vector<ElementOnScreen>;
@@ -79,31 +79,30 @@ class ElementSearch {
   };
 
   // `window` as in a command: "" is the key window.
-  Findings findingsOf(const RecordedStep& step, const std::string& window);
+  Findings findingsOf(const StreamStep& step, const std::string& window);
   Elements elementsOf(const std::string& className, const std::string& window);
-  std::optional<Located> sureOne(const RecordedStep& step, const Findings& findings,
+  std::optional<Located> sureOne(const StreamStep& step, const Findings& findings,
                                  const Elements& all, const std::string& window);
-  std::optional<Located> besideKeyWindow(const RecordedStep& step);
-  Look lookInPage(const RecordedStep& step, bool mayGuess);
-  bool hasTextInPage(const RecordedStep& step, const std::string& id);
+  std::optional<Located> besideKeyWindow(const StreamStep& step);
+  Look lookInPage(const StreamStep& step, bool mayGuess);
+  bool hasTextInPage(const StreamStep& step, const std::string& id);
 
   static Features featuresOf(const ElementOnScreen& element);
-  static bool speaksAgainst(const RecordedStep& step, const Findings& findings,
+  static bool speaksAgainst(const StreamStep& step, const Findings& findings,
                             const ElementOnScreen& element);
-  static const ElementOnScreen* keptPosition(const RecordedStep& step, const Findings& findings,
+  static const ElementOnScreen* keptPosition(const StreamStep& step, const Findings& findings,
                                              const Elements& all);
-  static std::vector<const ElementOnScreen*> namesakes(const RecordedStep& step,
+  static std::vector<const ElementOnScreen*> namesakes(const StreamStep& step,
                                                        const Findings& findings,
                                                        const Elements& all);
-  static std::string whyNot(const RecordedStep& step, const Findings& findings,
-                            const Elements& all);
+  static std::string whyNot(const StreamStep& step, const Findings& findings, const Elements& all);
 
-  std::vector<std::string> find(const RecordedStep& step, const char* accessor,
+  std::vector<std::string> find(const StreamStep& step, const char* accessor,
                                 const std::string& value, const std::string& window = "");
   // Of an element that fits, "" when there is none.
-  std::string idInAnyWindow(const RecordedStep& step);
+  std::string idInAnyWindow(const StreamStep& step);
   // The identifier of the only element at the recorded position; "" when there is none.
-  std::string idAtPosition(const RecordedStep& step, const std::string& window = "");
+  std::string idAtPosition(const StreamStep& step, const std::string& window = "");
   Features featuresOf(const std::string& id);
   std::string ask(const char* function, const std::string& id);
 

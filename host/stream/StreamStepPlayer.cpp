@@ -1,17 +1,17 @@
-#include "host/session/StepPlayer.h"
+#include "host/stream/StreamStepPlayer.h"
 
 #include <algorithm>
 #include <array>
 #include <thread>
 #include <utility>
 
-#include "host/session/Typing.h"
+#include "host/stream/Typing.h"
 #include "host/wire/WireError.h"
 
 namespace tarni::host {
 
-using Kind = RecordedStep::Kind;
-using Result = PlayedStep::Result;
+using Kind = StreamStep::Kind;
+using Result = PlayedStreamStep::Result;
 
 namespace {
 
@@ -31,7 +31,7 @@ double secondsSince(Clock::time_point start) {
 
 // What is not a control lets a tap through to what stands behind it. A class of the application's
 // own may be one.
-bool mayBeTappedThrough(const RecordedStep& step) {
+bool mayBeTappedThrough(const StreamStep& step) {
   constexpr std::array kPlain{"UIView", "UILabel", "UIWindow"};
   return step.action == "ClickImage" ||
          (step.action == "Click" && std::ranges::find(kPlain, step.className) != kPlain.end());
@@ -46,11 +46,11 @@ std::string inSeconds(milliseconds time) {
 
 }  // namespace
 
-StepPlayer::StepPlayer(PlaybackClient& client, Manner manner)
+StreamStepPlayer::StreamStepPlayer(PlaybackClient& client, Manner manner)
     : client_(client), search_(client), manner_(manner) {}
 
-PlayedStep StepPlayer::play(const RecordedStep& step) {
-  PlayedStep played{step};
+PlayedStreamStep StreamStepPlayer::play(const StreamStep& step) {
+  PlayedStreamStep played{step};
   const auto start = Clock::now();
   try {
     played.result = Result::Failed;
@@ -69,7 +69,7 @@ PlayedStep StepPlayer::play(const RecordedStep& step) {
   return played;
 }
 
-bool StepPlayer::comesTooEarly(const RecordedStep& step, const RecordedStep& next) {
+bool StreamStepPlayer::comesTooEarly(const StreamStep& step, const StreamStep& next) {
   if (step.kind != Kind::Type || next.kind == Kind::Type) return false;
   const auto certainUntil = Clock::now() + timeToBeCertain(manner_.patience);
   while (!isReady(step)) {
@@ -81,12 +81,12 @@ bool StepPlayer::comesTooEarly(const RecordedStep& step, const RecordedStep& nex
   return false;
 }
 
-bool StepPlayer::isReady(const RecordedStep& step, bool mayGuess) {
+bool StreamStepPlayer::isReady(const StreamStep& step, bool mayGuess) {
   const auto located = search_.look(step, mayGuess).located;
   return located && located->element.isEnabled && located->element.isTappable;
 }
 
-bool StepPlayer::awaitElement(PlayedStep& played) {
+bool StreamStepPlayer::awaitElement(PlayedStreamStep& played) {
   const auto start = Clock::now();
   const auto certainUntil = start + timeToBeCertain(manner_.patience);
   while (true) {
@@ -107,7 +107,7 @@ bool StepPlayer::awaitElement(PlayedStep& played) {
   }
 }
 
-void StepPlayer::act(PlayedStep& played, const ElementOnScreen& element) {
+void StreamStepPlayer::act(PlayedStreamStep& played, const ElementOnScreen& element) {
   played.result = Result::Passed;
   switch (played.step.kind) {
     case Kind::Click:
@@ -123,7 +123,7 @@ void StepPlayer::act(PlayedStep& played, const ElementOnScreen& element) {
   }
 }
 
-void StepPlayer::type(PlayedStep& played, const std::string& id) {
+void StreamStepPlayer::type(PlayedStreamStep& played, const std::string& id) {
   const Typing typing(client_, id);
   send(played, "sendkeysonelement", id, played.step.data);
   const auto [isFailure, message] = typing.outcome(played.step.data);
@@ -131,7 +131,7 @@ void StepPlayer::type(PlayedStep& played, const std::string& id) {
   played.message = message;
 }
 
-void StepPlayer::setSwitch(PlayedStep& played, const std::string& id) {
+void StreamStepPlayer::setSwitch(PlayedStreamStep& played, const std::string& id) {
   const std::string wanted = played.step.kind == Kind::SwitchOn ? "true" : "false";
   const auto before = state(played.step, id);
   if (!before) {
@@ -153,38 +153,39 @@ void StepPlayer::setSwitch(PlayedStep& played, const std::string& id) {
   }
 }
 
-void StepPlayer::send(PlayedStep& played, const char* function, const std::string& id,
-                      const std::string& data) {
+void StreamStepPlayer::send(PlayedStreamStep& played, const char* function, const std::string& id,
+                            const std::string& data) {
   played.hasActed = true;
   client_.call({function, "", "", id, data});
   if (played.step.isInPage) std::this_thread::sleep_for(kTimeOfPage);
 }
 
 // A box in a page tells its state as its text.
-std::optional<std::string> StepPlayer::awaitState(const RecordedStep& step, const std::string& id,
-                                                  const std::string& wanted) {
+std::optional<std::string> StreamStepPlayer::awaitState(const StreamStep& step,
+                                                        const std::string& id,
+                                                        const std::string& wanted) {
   if (!step.isInPage) return awaitAnswer(client_, "isselected", id, wanted);
   awaitAnswer(client_, "gettext", id, wanted == "true" ? "1" : "0");
   return state(step, id);
 }
 
-std::optional<std::string> StepPlayer::state(const RecordedStep& step, const std::string& id) {
+std::optional<std::string> StreamStepPlayer::state(const StreamStep& step, const std::string& id) {
   if (!step.isInPage) return answer("isselected", id);
   const auto text = answer("gettext", id);
   if (text != "1" && text != "0") return std::nullopt;
   return text == "1" ? "true" : "false";
 }
 
-std::optional<std::string> StepPlayer::answer(const char* function, const std::string& id) {
+std::optional<std::string> StreamStepPlayer::answer(const char* function, const std::string& id) {
   return client_.call({function, "", "", id}).output();
 }
 
-std::string StepPlayer::picture() {
+std::string StreamStepPlayer::picture() {
   if (!manner_.takesPictures) return "";
   return client_.call({"ai_getscreensnapshot"}).output().value_or("");
 }
 
-void StepPlayer::explain(PlayedStep& played, Look look) {
+void StreamStepPlayer::explain(PlayedStreamStep& played, Look look) {
   if (played.located) {
     played.message = std::string("found by ") + nameOf(played.located->by) +
                      ", but not to be tapped within " + inSeconds(manner_.patience) + ": it is " +

@@ -8,31 +8,31 @@
 #include <vector>
 
 #include "host/guard/Json.h"
-#include "host/session/RecordedStep.h"
 #include "host/session/SessionLines.h"
+#include "host/stream/StreamStep.h"
 
 namespace tarni::host {
 
-struct RecordedSession {
+struct StreamSession {
   std::vector<std::string> program;
   std::string recorded;  // when, in UTC
-  std::vector<RecordedStep> steps;
+  std::vector<StreamStep> steps;
   std::string whyForeign;  // why the file may not be this user's own work; "" when it is
 
-  // Throws as readSession() does.
-  static RecordedSession fromLines(const SessionLines& lines);
+  // Throws as readStreamSession() does.
+  static StreamSession fromLines(const SessionLines& lines);
 };
 
 // Throws std::invalid_argument "FILE:LINE: what is wrong" for a file that is not one of them,
 // and std::runtime_error when it cannot be read.
-RecordedSession readSession(const std::filesystem::path& path);
+StreamSession readStreamSession(const std::filesystem::path& path);
 // The same from text that is called `name` in what is thrown.
-RecordedSession readSession(std::istream& file, const std::string& name);
+StreamSession readStreamSession(std::istream& file, const std::string& name);
 
 // Writes a session while it is being recorded. Failures are std::runtime_errors.
-class SessionWriter {
+class StreamSessionWriter {
  public:
-  SessionWriter(const std::filesystem::path& path, const std::vector<std::string>& program);
+  StreamSessionWriter(const std::filesystem::path& path, const std::vector<std::string>& program);
 
   // `seconds` from the start of the recording; `step` as it came.
   void add(double seconds, const Json& step);

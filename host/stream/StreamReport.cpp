@@ -1,4 +1,4 @@
-#include "host/session/Report.h"
+#include "host/stream/StreamReport.h"
 
 #include <algorithm>
 #include <array>
@@ -6,12 +6,12 @@
 #include <cstdio>
 
 #include "host/guard/Printable.h"
-#include "host/session/Jpeg.h"
-#include "host/session/ReportStyle.h"
+#include "host/stream/Jpeg.h"
+#include "host/stream/StreamReportStyle.h"
 
 namespace tarni::host {
 
-using Result = PlayedStep::Result;
+using Result = PlayedStreamStep::Result;
 
 namespace {
 
@@ -112,11 +112,11 @@ std::string fact(const std::string& name, const std::string& value) {
   return tag("div", "", tag("dt", "", escaped(name)) + tag("dd", "", escaped(value)));
 }
 
-std::string anchor(const PlayedStep& played) {
+std::string anchor(const PlayedStreamStep& played) {
   return "step-" + std::to_string(played.step.number);
 }
 
-std::string strip(const PlayedSession& session) {
+std::string strip(const PlayedStream& session) {
   std::string links;
   for (const auto& played : session.steps) {
     links += tag("a",
@@ -128,7 +128,7 @@ std::string strip(const PlayedSession& session) {
   return tag("nav", "class=\"strip\" aria-label=\"Steps\"", links);
 }
 
-std::string header(const PlayedSession& session) {
+std::string header(const PlayedStream& session) {
   const bool passed = session.hasPassed();
   std::string inner =
       tag("h1", "",
@@ -154,7 +154,7 @@ std::string position(const std::string& xpath) {
   return html;
 }
 
-std::string top(const PlayedStep& played) {
+std::string top(const PlayedStreamStep& played) {
   const auto& step = played.step;
   auto line = escaped(step.action);
   if (played.located) line += std::string(" · found by ") + nameOf(played.located->by);
@@ -171,7 +171,7 @@ std::string top(const PlayedStep& played) {
                      played.result == Result::NotPlayed ? "" : seconds(played.seconds)));
 }
 
-std::string lookedFor(const RecordedStep& step) {
+std::string lookedFor(const StreamStep& step) {
   std::string text = "class     " + step.className + "\n";
   if (!step.text.empty()) text += "text      " + inQuotes(step.text) + "\n";
   if (!step.id.empty()) text += "id        " + inQuotes(step.id) + "\n";
@@ -181,7 +181,7 @@ std::string lookedFor(const RecordedStep& step) {
   return text;
 }
 
-std::string wereThere(const PlayedStep& played) {
+std::string wereThere(const PlayedStreamStep& played) {
   if (played.sameClass.empty()) return "no " + played.step.className + " at all\n";
   std::string text;
   std::size_t index = 0;
@@ -196,7 +196,7 @@ std::string folded(const std::string& title, const std::string& text, bool isOpe
              tag("summary", "", escaped(title)) + tag("pre", "", escaped(text)));
 }
 
-std::string failure(const PlayedStep& played, const PlayedSession& session) {
+std::string failure(const PlayedStreamStep& played, const PlayedStream& session) {
   auto html = folded("What was looked for", lookedFor(played.step), true);
   if (!played.located)
     html += folded("Elements of the class that were there", wereThere(played), true);
@@ -205,7 +205,7 @@ std::string failure(const PlayedStep& played, const PlayedSession& session) {
   return html;
 }
 
-std::string card(const PlayedStep& played, const PlayedSession& session) {
+std::string card(const PlayedStreamStep& played, const PlayedStream& session) {
   const bool hasFailed = played.result == Result::Failed || played.result == Result::Lost;
   auto html = top(played);
   if (!played.message.empty()) {
@@ -224,17 +224,17 @@ std::string card(const PlayedStep& played, const PlayedSession& session) {
 
 }  // namespace
 
-bool PlayedSession::hasPassed() const {
+bool PlayedStream::hasPassed() const {
   return count(Result::Passed) == steps.size();
 }
 
-std::size_t PlayedSession::count(Result result) const {
+std::size_t PlayedStream::count(Result result) const {
   return static_cast<std::size_t>(
       std::count_if(steps.begin(), steps.end(),
-                    [result](const PlayedStep& played) { return played.result == result; }));
+                    [result](const PlayedStreamStep& played) { return played.result == result; }));
 }
 
-std::string reportPage(const PlayedSession& session) {
+std::string streamReportPage(const PlayedStream& session) {
   std::string cards;
   for (const auto& played : session.steps) cards += card(played, session);
   return "<!DOCTYPE html>\n<html lang=\"en\">\n<head>\n<meta charset=\"utf-8\">\n"

@@ -1,4 +1,4 @@
-// RecordedStep: one step of a recorded session, as far as playing it needs it. A plain value.
+// StreamStep: one step of a recorded session, as far as playing it needs it. A plain value.
 #pragma once
 
 #include <cstddef>
@@ -9,7 +9,7 @@
 
 namespace tarni::host {
 
-struct RecordedStep {
+struct StreamStep {
   enum class Kind { Click, Type, SwitchOn, SwitchOff };
 
   std::size_t number = 0;  // from 1
@@ -29,7 +29,7 @@ struct RecordedStep {
   std::string picture;               // a JPEG in base-64, "" when there was none
 
   // Throws std::invalid_argument that says what is wrong with it.
-  static RecordedStep fromJson(const Json& step);
+  static StreamStep fromJson(const Json& step);
 
   // For a person, on one line: `UIButton "OK"`, without the text when there is none.
   std::string element() const;

@@ -1,4 +1,4 @@
-#include "host/session/RecordedStep.h"
+#include "host/stream/StreamStep.h"
 
 #include <algorithm>
 #include <array>
@@ -12,7 +12,7 @@
 
 namespace tarni::host {
 
-using Kind = RecordedStep::Kind;
+using Kind = StreamStep::Kind;
 
 namespace {
 
@@ -56,7 +56,7 @@ bool mentions(const Json& view, const char* part) {
 
 // Whether the text is what the element is called by, not what it is set to or holds: that differs
 // before and after the very tap.
-bool isOwnText(const RecordedStep& step, const Json& parent) {
+bool isOwnText(const StreamStep& step, const Json& parent) {
   if (mentions(parent, "segmentedcontrol") || mentions(parent, "textview")) return false;
   const bool isSwitch = step.kind == Kind::SwitchOn || step.kind == Kind::SwitchOff;
   if (isSwitch && (step.text == "0" || step.text == "1")) return false;
@@ -67,9 +67,9 @@ bool isOwnText(const RecordedStep& step, const Json& parent) {
 
 }  // namespace
 
-RecordedStep RecordedStep::fromJson(const Json& step) {
+StreamStep StreamStep::fromJson(const Json& step) {
   if (!step.is_object()) throw std::invalid_argument("the step is no JSON object");
-  RecordedStep recorded;
+  StreamStep recorded;
   recorded.action = textIn(step, "action");
   recorded.kind = kindOf(recorded.action);
   const auto arguments = step.value("arguments", Json());
@@ -92,12 +92,12 @@ RecordedStep RecordedStep::fromJson(const Json& step) {
   return recorded;
 }
 
-std::string RecordedStep::element() const {
+std::string StreamStep::element() const {
   const auto name = printable(className);
   return text.empty() ? name : name + " " + inQuotes(text);
 }
 
-std::string RecordedStep::deed() const {
+std::string StreamStep::deed() const {
   switch (kind) {
     case Kind::Click:
       return "click";

@@ -1,9 +1,9 @@
-#include "host/session/SessionPlayer.h"
+#include "host/stream/StreamPlayer.h"
 
 #include <nlohmann/json.hpp>
 
 #include "host/guard/Printable.h"
-#include "host/session/ViewTree.h"
+#include "host/stream/PortTree.h"
 #include "host/wire/WireError.h"
 
 namespace tarni::host {
@@ -13,7 +13,7 @@ namespace {
 // One line an element, indented by its depth.
 std::string treeOf(PlaybackClient& client) {
   try {
-    ViewTree tree;
+    PortTree tree;
     std::string text;
     for (const auto& description : client.call({"ai_findelements"}).entries()) {
       tree.goTo(description);
@@ -26,7 +26,8 @@ std::string treeOf(PlaybackClient& client) {
   }
 }
 
-bool isDueAfterwards(StepPlayer& player, const PlayedStep& one, const PlayedStep& next) {
+bool isDueAfterwards(StreamStepPlayer& player, const PlayedStreamStep& one,
+                     const PlayedStreamStep& next) {
   try {
     return player.comesTooEarly(one.step, next.step);
   } catch (const AgentException&) {
@@ -38,9 +39,9 @@ bool isDueAfterwards(StepPlayer& player, const PlayedStep& one, const PlayedStep
 
 }  // namespace
 
-using Result = PlayedStep::Result;
+using Result = PlayedStreamStep::Result;
 
-SessionPlayer::SessionPlayer(const std::string& file, RecordedSession recorded)
+StreamPlayer::StreamPlayer(const std::string& file, StreamSession recorded)
     : program_(file, recorded.program, recorded.whyForeign) {
   played_.file = std::filesystem::path(file).filename().string();
   played_.recorded = recorded.recorded;
@@ -48,31 +49,31 @@ SessionPlayer::SessionPlayer(const std::string& file, RecordedSession recorded)
   for (auto& step : recorded.steps) played_.steps.push_back({std::move(step)});
 }
 
-void SessionPlayer::start(const SessionProgram::Start& start) {
+void StreamPlayer::start(const SessionProgram::Start& start) {
   program_.start(start);
   tellOfProgram();
 }
 
-void SessionPlayer::attach(std::optional<pid_t> program) {
+void StreamPlayer::attach(std::optional<pid_t> program) {
   program_.attach(program);
   tellOfProgram();
 }
 
-void SessionPlayer::tellOfProgram() {
+void StreamPlayer::tellOfProgram() {
   played_.program = program_.line();
   if (!program_.warning().empty()) played_.warnings.push_back(program_.warning());
 }
 
-const PlayedSession& SessionPlayer::play(PlaybackClient& client, StepPlayer::Manner manner,
-                                         const OnPlayed& onPlayed) {
-  StepPlayer player(client, manner);
+const PlayedStream& StreamPlayer::play(PlaybackClient& client, StreamStepPlayer::Manner manner,
+                                       const OnPlayed& onPlayed) {
+  StreamStepPlayer player(client, manner);
   playSteps(player, onPlayed);
   played_.seconds = std::chrono::duration<double>(Clock::now() - began_).count();
   if (!played_.hasPassed()) keepFailure(client, manner.takesPictures);
   return played_;
 }
 
-void SessionPlayer::playSteps(StepPlayer& player, const OnPlayed& onPlayed) {
+void StreamPlayer::playSteps(StreamStepPlayer& player, const OnPlayed& onPlayed) {
   auto& steps = played_.steps;
   for (std::size_t i = 0; i < steps.size(); ++i) {
     const bool isPutOff = i + 1 < steps.size() && isDueAfterwards(player, steps[i], steps[i + 1]);
@@ -82,7 +83,8 @@ void SessionPlayer::playSteps(StepPlayer& player, const OnPlayed& onPlayed) {
   }
 }
 
-bool SessionPlayer::playStep(StepPlayer& player, PlayedStep& played, const OnPlayed& onPlayed) {
+bool StreamPlayer::playStep(StreamStepPlayer& player, PlayedStreamStep& played,
+                            const OnPlayed& onPlayed) {
   played = player.play(played.step);
   const bool isLast = played.step.number == played_.steps.size();
   if (isLast && played.result == Result::Lost && played.hasActed && program_.hasEnded()) {
@@ -93,7 +95,7 @@ bool SessionPlayer::playStep(StepPlayer& player, PlayedStep& played, const OnPla
   return played.result == Result::Passed;
 }
 
-void SessionPlayer::keepFailure(PlaybackClient& client, bool keepsTree) {
+void StreamPlayer::keepFailure(PlaybackClient& client, bool keepsTree) {
   if (const auto* const started = program_.started()) played_.output = started->lastOutput();
   if (keepsTree && played_.count(Result::Lost) == 0) played_.tree = treeOf(client);
 }

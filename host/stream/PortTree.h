@@ -1,4 +1,4 @@
-// ViewTree: the view tree, put together again from the agent's element descriptions. These come
+// PortTree: the view tree, put together again from the agent's element descriptions. These come
 // parent first, siblings in order, each with the number of its children, and so fix the tree. What
 // is kept is the way from the window to one view, as trees may be very deep. Main thread.
 #pragma once
@@ -13,7 +13,7 @@
 
 namespace tarni::host {
 
-class ViewTree {
+class PortTree {
  public:
   // Goes on to the view that is described next. The rest tells of the view gone to last.
   void goTo(const Json& description);

@@ -1,4 +1,4 @@
-#include "host/session/ViewTree.h"
+#include "host/stream/PortTree.h"
 
 #include <algorithm>
 #include <nlohmann/json.hpp>
@@ -15,7 +15,7 @@ constexpr std::size_t kDeepestIndentation = 40;
 
 }  // namespace
 
-void ViewTree::goTo(const Json& description) {
+void PortTree::goTo(const Json& description) {
   while (!path_.empty() && path_.back().childrenToCome == 0) path_.pop_back();
   auto& parent = path_.empty() ? window_ : path_.back();
   --parent.childrenToCome;
@@ -25,22 +25,22 @@ void ViewTree::goTo(const Json& description) {
   path_.push_back({name + "[" + std::to_string(place) + "]", static_cast<long>(children)});
 }
 
-std::optional<std::string> ViewTree::xpath() const {
+std::optional<std::string> PortTree::xpath() const {
   if (path_.size() > kDeepestPath) return std::nullopt;
   return stepsFrom(0);
 }
 
-std::string ViewTree::position() const {
+std::string PortTree::position() const {
   const auto whole = xpath();
   return printable(whole ? *whole : "…" + stepsFrom(path_.size() - kStepsOfALongPath));
 }
 
-std::string ViewTree::indentation() const {
+std::string PortTree::indentation() const {
   const auto blanks = std::string(2 * std::min(depth(), kDeepestIndentation), ' ');
   return depth() <= kDeepestIndentation ? blanks : blanks + "(" + std::to_string(depth()) + ") ";
 }
 
-std::string ViewTree::stepsFrom(std::size_t level) const {
+std::string PortTree::stepsFrom(std::size_t level) const {
   std::string steps;
   for (; level < path_.size(); ++level) steps += "\\" + path_[level].step;
   return steps;

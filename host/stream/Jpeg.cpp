@@ -1,4 +1,4 @@
-#include "host/session/Jpeg.h"
+#include "host/stream/Jpeg.h"
 
 #include <cstddef>
 #include <vector>

@@ -1,4 +1,4 @@
-#include "host/session/SessionFile.h"
+#include "host/stream/StreamSession.h"
 
 #include <cmath>
 #include <nlohmann/json.hpp>
@@ -11,7 +11,7 @@ namespace {
 
 constexpr int kStreamVersion = 1;
 
-RecordedStep stepOf(const SessionLines& lines, const SessionLines::Entry& entry) {
+StreamStep stepOf(const SessionLines& lines, const SessionLines::Entry& entry) {
   const auto& [number, value] = entry;
   if (!value.is_object() || !value.contains("step"))
     lines.fail(number, "there is no \"step\" here");
@@ -19,7 +19,7 @@ RecordedStep stepOf(const SessionLines& lines, const SessionLines::Entry& entry)
     lines.fail(number, "this came from a web page as text, which cannot be played");
   }
   try {
-    auto step = RecordedStep::fromJson(value["step"]);
+    auto step = StreamStep::fromJson(value["step"]);
     const auto time = value.find("time");
     if (time != value.end() && time->is_number()) step.seconds = *time;
     return step;
@@ -30,9 +30,9 @@ RecordedStep stepOf(const SessionLines& lines, const SessionLines::Entry& entry)
 
 }  // namespace
 
-RecordedSession RecordedSession::fromLines(const SessionLines& lines) {
+StreamSession StreamSession::fromLines(const SessionLines& lines) {
   if (lines.version != kStreamVersion) lines.fail(1, "this is no session of the fixed stream");
-  RecordedSession session;
+  StreamSession session;
   session.program = lines.program();
   session.recorded = textIn(lines.header, "recorded");
   session.whyForeign = lines.whyForeign;
@@ -44,20 +44,20 @@ RecordedSession RecordedSession::fromLines(const SessionLines& lines) {
   return session;
 }
 
-RecordedSession readSession(const std::filesystem::path& path) {
-  return RecordedSession::fromLines(readSessionLines(path));
+StreamSession readStreamSession(const std::filesystem::path& path) {
+  return StreamSession::fromLines(readSessionLines(path));
 }
 
-RecordedSession readSession(std::istream& file, const std::string& name) {
-  return RecordedSession::fromLines(readSessionLines(file, name));
+StreamSession readStreamSession(std::istream& file, const std::string& name) {
+  return StreamSession::fromLines(readSessionLines(file, name));
 }
 
-SessionWriter::SessionWriter(const std::filesystem::path& path,
-                             const std::vector<std::string>& program)
+StreamSessionWriter::StreamSessionWriter(const std::filesystem::path& path,
+                                         const std::vector<std::string>& program)
     : lines_(path,
              {{"tarniSession", kStreamVersion}, {"program", program}, {"recorded", utcNow()}}) {}
 
-void SessionWriter::add(double seconds, const Json& step) {
+void StreamSessionWriter::add(double seconds, const Json& step) {
   constexpr double kMilliseconds = 1000;
   const double time = std::round(seconds * kMilliseconds) / kMilliseconds;
   lines_.put(lines_.count(), {{"time", time}, {"step", step}});

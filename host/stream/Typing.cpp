@@ -1,4 +1,4 @@
-#include "host/session/Typing.h"
+#include "host/stream/Typing.h"
 
 #include <cmath>
 #include <nlohmann/json.hpp>
@@ -7,7 +7,7 @@
 
 #include "host/guard/Json.h"
 #include "host/guard/Printable.h"
-#include "host/session/ElementSearch.h"
+#include "host/stream/ElementSearch.h"
 
 namespace tarni::host {
 

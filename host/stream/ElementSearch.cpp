@@ -1,4 +1,4 @@
-#include "host/session/ElementSearch.h"
+#include "host/stream/ElementSearch.h"
 
 #include <algorithm>
 #include <array>
@@ -6,7 +6,7 @@
 #include <nlohmann/json.hpp>
 
 #include "host/guard/Printable.h"
-#include "host/session/ViewTree.h"
+#include "host/stream/PortTree.h"
 
 namespace tarni::host {
 
@@ -29,19 +29,19 @@ ElementOnScreen inPage(const std::string& id, const std::string& text) {
 }
 
 // The one at the recorded index of its class, when a person could see it.
-const ElementOnScreen* atIndex(const RecordedStep& step, const std::vector<ElementOnScreen>& all) {
+const ElementOnScreen* atIndex(const StreamStep& step, const std::vector<ElementOnScreen>& all) {
   const bool isThere = step.index && *step.index < all.size() && all[*step.index].isVisible;
   return isThere ? &all[*step.index] : nullptr;
 }
 
-const ElementOnScreen* atPlace(const RecordedStep& step, const std::vector<ElementOnScreen>& all) {
+const ElementOnScreen* atPlace(const StreamStep& step, const std::vector<ElementOnScreen>& all) {
   const auto stands = [&step](const auto& element) { return element.xpath == step.xpath; };
   const auto found = std::ranges::find_if(all, stands);
   return found != all.end() && !step.xpath.empty() ? &*found : nullptr;
 }
 
 // `a UIButton stands at index 3 and shows "OK": --guess takes it`
-std::string proposal(const RecordedStep& step, const ElementOnScreen& element) {
+std::string proposal(const StreamStep& step, const ElementOnScreen& element) {
   const auto shown = element.text.empty() ? " without a text" : "";
   return "a " + step.className + shown + " stands at index " + std::to_string(*step.index) +
          (element.text.empty() ? "" : " and shows " + inQuotes(element.text)) +
@@ -99,7 +99,7 @@ const char* nameOf(LocatorKind kind) {
   return "class and index";
 }
 
-Look ElementSearch::look(const RecordedStep& step, bool mayGuess) {
+Look ElementSearch::look(const StreamStep& step, bool mayGuess) {
   if (step.isInPage) return lookInPage(step, mayGuess);
   const auto findings = findingsOf(step, "");
   Look look;
@@ -117,7 +117,7 @@ Look ElementSearch::look(const RecordedStep& step, bool mayGuess) {
   return look;
 }
 
-std::optional<Located> ElementSearch::besideKeyWindow(const RecordedStep& step) {
+std::optional<Located> ElementSearch::besideKeyWindow(const StreamStep& step) {
   const auto findings = findingsOf(step, kAnyWindow);
   const auto id = idInAnyWindow(step);
   if (id.empty()) return std::nullopt;
@@ -125,7 +125,7 @@ std::optional<Located> ElementSearch::besideKeyWindow(const RecordedStep& step) 
 }
 
 // Before the elements are described, since searching makes the identifiers of descriptions void.
-ElementSearch::Findings ElementSearch::findingsOf(const RecordedStep& step,
+ElementSearch::Findings ElementSearch::findingsOf(const StreamStep& step,
                                                   const std::string& window) {
   Findings findings;
   if (!step.text.empty() && step.isTextItsOwn) {
@@ -141,7 +141,7 @@ ElementSearch::Findings ElementSearch::findingsOf(const RecordedStep& step,
 // well for the index among a class.
 ElementSearch::Elements ElementSearch::elementsOf(const std::string& className,
                                                   const std::string& window) {
-  ViewTree tree;
+  PortTree tree;
   Elements elements;
   for (const auto& description :
        client_.call({.functionName = "ai_findelements", .window = window}).entries()) {
@@ -153,7 +153,7 @@ ElementSearch::Elements ElementSearch::elementsOf(const std::string& className,
   return elements;
 }
 
-std::optional<Located> ElementSearch::sureOne(const RecordedStep& step, const Findings& findings,
+std::optional<Located> ElementSearch::sureOne(const StreamStep& step, const Findings& findings,
                                               const Elements& all, const std::string& window) {
   const auto isSure = [&](const ElementOnScreen* element) {
     return element != nullptr && element->isVisible && !speaksAgainst(step, findings, *element);
@@ -175,7 +175,7 @@ std::optional<Located> ElementSearch::sureOne(const RecordedStep& step, const Fi
 }
 
 // What a text field holds, and what an element is set to, is another thing than its recorded text.
-bool ElementSearch::speaksAgainst(const RecordedStep& step, const Findings& findings,
+bool ElementSearch::speaksAgainst(const StreamStep& step, const Findings& findings,
                                   const ElementOnScreen& element) {
   if (!step.isTextItsOwn) return false;
   if (step.text.empty()) {
@@ -186,8 +186,8 @@ bool ElementSearch::speaksAgainst(const RecordedStep& step, const Findings& find
 }
 
 // The description of what the agent keeps the recorded position of.
-const ElementOnScreen* ElementSearch::keptPosition(const RecordedStep& step,
-                                                   const Findings& findings, const Elements& all) {
+const ElementOnScreen* ElementSearch::keptPosition(const StreamStep& step, const Findings& findings,
+                                                   const Elements& all) {
   if (!findings.atPosition) return nullptr;
   const auto fits = [&findings](const ElementOnScreen& element) {
     return featuresOf(element) == *findings.atPosition;
@@ -201,7 +201,7 @@ const ElementOnScreen* ElementSearch::keptPosition(const RecordedStep& step,
 }
 
 // Those on screen that are called as the recorded one was: by its text, or else by its label.
-std::vector<const ElementOnScreen*> ElementSearch::namesakes(const RecordedStep& step,
+std::vector<const ElementOnScreen*> ElementSearch::namesakes(const StreamStep& step,
                                                              const Findings& findings,
                                                              const Elements& all) {
   std::vector<const ElementOnScreen*> named;
@@ -214,7 +214,7 @@ std::vector<const ElementOnScreen*> ElementSearch::namesakes(const RecordedStep&
   return named;
 }
 
-std::string ElementSearch::whyNot(const RecordedStep& step, const Findings& findings,
+std::string ElementSearch::whyNot(const StreamStep& step, const Findings& findings,
                                   const Elements& all) {
   const auto named = namesakes(step, findings, all);
   if (named.size() > 1) return choice(named, all);
@@ -232,7 +232,7 @@ std::string ElementSearch::whyNot(const RecordedStep& step, const Findings& find
   return proposed != nullptr ? words + "; " + proposal(step, *proposed) : words;
 }
 
-Look ElementSearch::lookInPage(const RecordedStep& step, bool mayGuess) {
+Look ElementSearch::lookInPage(const StreamStep& step, bool mayGuess) {
   const auto found = [&step](LocatorKind by, const std::string& id) {
     return Look{Located{by, inPage(id, step.text)}};
   };
@@ -259,19 +259,19 @@ Look ElementSearch::lookInPage(const RecordedStep& step, bool mayGuess) {
 }
 
 // What a field of a page shows is what it holds; the text it is known by can only be searched for.
-bool ElementSearch::hasTextInPage(const RecordedStep& step, const std::string& id) {
+bool ElementSearch::hasTextInPage(const StreamStep& step, const std::string& id) {
   const auto shown = ask("gettext", id);
   return std::ranges::any_of(find(step, "text", step.text), [&](const std::string& other) {
     return ask("gettext", other) == shown;
   });
 }
 
-std::vector<std::string> ElementSearch::find(const RecordedStep& step, const char* accessor,
+std::vector<std::string> ElementSearch::find(const StreamStep& step, const char* accessor,
                                              const std::string& value, const std::string& window) {
   return client_.call({"findelements", step.className, accessor, value, "", window}).elementIds();
 }
 
-std::string ElementSearch::idInAnyWindow(const RecordedStep& step) {
+std::string ElementSearch::idInAnyWindow(const StreamStep& step) {
   if (!step.text.empty() && step.isTextItsOwn) {
     if (const auto ids = find(step, "text", step.text, kAnyWindow); !ids.empty()) {
       return ids.front();
@@ -280,7 +280,7 @@ std::string ElementSearch::idInAnyWindow(const RecordedStep& step) {
   return idAtPosition(step, kAnyWindow);
 }
 
-std::string ElementSearch::idAtPosition(const RecordedStep& step, const std::string& window) {
+std::string ElementSearch::idAtPosition(const StreamStep& step, const std::string& window) {
   if (step.xpath.empty()) return "";
   const auto ids = find(step, "xpath", step.xpath, window);
   return ids.size() == 1 ? ids.front() : "";
