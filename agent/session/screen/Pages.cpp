@@ -164,7 +164,7 @@ Task<std::optional<PagePortrait>> portraitIn(UIViewRef webView, std::optional<CG
   if (place) {
     call = "tarniSessionPointed(" + std::to_string(place->x) + "," + std::to_string(place->y) + ")";
   }
-  const Json told = co_await ask(webView, std::move(call));
+  const Json told = co_await askPage(webView, std::move(call));
   std::vector<PageNode> nodes = nodesIn(webView, told);
   if (nodes.empty()) co_return std::nullopt;
   const Json& node = told["nodes"].front();
