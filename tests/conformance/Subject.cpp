@@ -63,7 +63,7 @@ void Conformance::TearDown() {
   if (!HasFailure()) return;
   std::cout << (program_->isRunning() ? "the program runs" : "the program has ended")
             << ", and has said:\n"
-            << program_->output() << std::endl;
+            << program_->output() << program_->stacks() << std::endl;
 }
 
 Playback& Conformance::playback() {

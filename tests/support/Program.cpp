@@ -7,6 +7,8 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
+#include <array>
+#include <cstdio>
 #include <cstdlib>
 #include <exception>
 #include <fstream>
@@ -74,10 +76,10 @@ Program::Program(std::vector<std::string> command, const Environment& environmen
 
 // Its ports are free only when all that it started has ended, too.
 Program::~Program() {
+  if (std::uncaught_exceptions() > 0) std::cerr << output() << stacks();
   kill(-pid_, SIGKILL);
   while (waitpid(-pid_, nullptr, 0) > 0) {
   }
-  if (std::uncaught_exceptions() > 0) std::cerr << output();
   unlink(outputPath_.c_str());
 }
 
@@ -105,6 +107,19 @@ std::string Program::output() const {
   std::ostringstream text;
   text << file.rdbuf();
   return text.str();
+}
+
+std::string Program::stacks() {
+  if (!isRunning()) return "";
+  const std::string command =
+      "gdb -nx -batch -p " + std::to_string(pid_) + " -ex 'thread apply all backtrace 40' 2>&1";
+  std::string told;
+  if (FILE* const gdb = popen(command.c_str(), "r")) {
+    std::array<char, 4096> part;
+    while (std::fgets(part.data(), part.size(), gdb)) told += part.data();
+    pclose(gdb);
+  }
+  return told;
 }
 
 std::string run(const std::vector<std::string>& command, const Program::Environment& environment) {

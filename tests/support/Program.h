@@ -24,7 +24,8 @@ class Program {
   explicit Program(std::vector<std::string> command, const Environment& environment = {});
   Program(const Program&) = delete;
   Program& operator=(const Program&) = delete;
-  // Prints what it printed when an exception ends the test, which does not say why.
+  // Prints what it printed, and what it is at, when an exception ends the test: that does not say
+  // why.
   ~Program();
 
   pid_t pid() const { return pid_; }
@@ -33,6 +34,8 @@ class Program {
   int wait(std::chrono::milliseconds timeout);
   void signal(int number) const;
   std::string output() const;
+  // What its threads are at, from gdb; "" when it has ended.
+  std::string stacks();
 
  private:
   pid_t pid_ = -1;
