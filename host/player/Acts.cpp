@@ -168,13 +168,23 @@ std::vector<std::string> keysOfText(const std::string& text) {
   return keys;
 }
 
+// A page handles keys after they are answered for. What is gone has been sent by one, as a form is.
+void awaitTextInPage(Acting& acting, const FoundElement& found, const std::string& text) {
+  try {
+    acting.comesTrue({{"element", found.handle()}, {"textIs", text}});
+  } catch (const RequestError&) {
+    acting.note("gone since");
+  }
+}
+
 // A field with a mask or a completion of its own may hold something else than what was typed; one
 // that holds what it held has taken nothing.
 void requireTaken(Acting& acting, const FoundElement& found) {
+  const auto wanted = memberAsText(acting.step().json(), "value");
+  if (wanted && found.isInPage()) awaitTextInPage(acting, found, *wanted);
   const auto now = acting.describedNow(found.handle());
   const auto text = now ? memberAsText(*now, "text") : std::nullopt;
   if (!text || !found.description.contains("text")) return;
-  const auto wanted = memberAsText(acting.step().json(), "value");
   if (wanted && text == wanted) return;
   const bool isUnchanged = text == memberAsText(found.description, "text");
   if (isUnchanged && found.description.value("editable", false)) {
