@@ -52,6 +52,33 @@ TEST(Program, IsWaitedForUnlessItNestsALoop) {
   EXPECT_THAT(log, testing::ElementsAre("opening", "resumed", "closed"));
 }
 
+Task<void> await(std::shared_ptr<qt::Suspension> suspension, double seconds, bool& hasEnded) {
+  qt::Pause pause{std::move(suspension), [] {}, seconds};
+  co_await pause;
+  hasEnded = true;
+}
+
+// The toolkit gives timers numbers that were others' before.
+TEST(Program, DoesNotEndAWaitByWhatComesTooLateForAnother) {
+  QObject timers;
+  const auto takeNumber = [&timers] {
+    const int number = timers.startTimer(10000);
+    timers.killTimer(number);
+    return number;
+  };
+  const int before = takeNumber();
+  const auto late = std::make_shared<qt::Suspension>();
+  bool hasLateEnded = false;
+  bool hasEnded = false;
+  platform::spawn(await(late, 0, hasLateEnded), [](const std::exception_ptr&) {});
+  while (!hasLateEnded) QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
+  for (int taken = 0; takeNumber() != before; ++taken) ASSERT_LT(taken, 1000);
+  platform::spawn(await(std::make_shared<qt::Suspension>(), 0.05, hasEnded),
+                  [](const std::exception_ptr&) {});
+  late->resumeLater();
+  EXPECT_TRUE(runUntil([&] { return hasEnded; }));
+}
+
 struct LoopLog : platform::RunLoopObserver {
   LoopLog() { current().application->setRunLoopObserver(this); }
   ~LoopLog() override { current().application->setRunLoopObserver(nullptr); }
