@@ -71,7 +71,8 @@ TEST(Program, DoesNotEndAWaitByWhatComesTooLateForAnother) {
   bool hasLateEnded = false;
   bool hasEnded = false;
   platform::spawn(await(late, 0, hasLateEnded), [](const std::exception_ptr&) {});
-  while (!hasLateEnded) QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
+  const auto isOver = [&] { return hasLateEnded; };
+  while (!isOver()) QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
   for (int taken = 0; takeNumber() != before; ++taken) ASSERT_LT(taken, 1000);
   platform::spawn(await(std::make_shared<qt::Suspension>(), 0.05, hasEnded),
                   [](const std::exception_ptr&) {});
