@@ -47,9 +47,11 @@ TEST_F(Controls, AFieldTakesWhatAPersonCouldTypeWholeAndWithoutKeys) {
 }
 
 TEST_F(Controls, TellWhatScreenReadersSay) {
-  show(R"(Column {
+  show(R"(property Item held: column.children[2]
+    Column { id: column
     Button { objectName: "button"; text: "&Save"; ToolTip.text: "Keeps it" }
     Rectangle { id: picture; Accessible.name: "A cat"; Accessible.description: "asleep" }
+    Rectangle { width: 9; height: 9 }
     ComboBox { objectName: "choice"; model: ["one", "two"] }
     Slider { objectName: "slider"; to: 10; value: 0.5 }
     Switch { objectName: "bare" }
@@ -61,6 +63,7 @@ TEST_F(Controls, TellWhatScreenReadersSay) {
   EXPECT_EQ(as<platform::UIButton>(view("button"))->currentTitle(), "Save");
   const UIViewRef picture = view("button")->superview()->subviews()[1];
   EXPECT_EQ(picture->accessibilityIdentifier(), "picture");
+  EXPECT_EQ(view("button")->superview()->subviews()[2]->accessibilityIdentifier().value_or(""), "");
   EXPECT_EQ(picture->accessibilityLabel(), "A cat");
   EXPECT_EQ(picture->accessibilityHint(), "asleep");
   EXPECT_EQ(view("choice")->accessibilityValue(), "one");

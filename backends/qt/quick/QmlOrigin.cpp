@@ -40,9 +40,19 @@ bool isDeclaredByApplication(const QObject& object) {
   return context && !isToolkitFile(context->url());
 }
 
+// Qt 6's own search takes the name of a property that holds the object, as activeFocusControl, for
+// an id.
 QString idOf(const QObject& object) {
   if (!isDeclaredByApplication(object)) return {};
-  return declaringContext(object)->findObjectId(&object);
+  const QQmlContextData& context = *declaringContext(object);
+#if QT_VERSION_MAJOR >= 6
+  for (int index = 0; index < context.numIdValues(); ++index) {
+    if (context.idValue(index) == &object) return context.propertyName(index);
+  }
+  return {};
+#else
+  return context.findObjectId(&object);
+#endif
 }
 
 const QObject* attachedObject(const QObject& object, const char* className) {
