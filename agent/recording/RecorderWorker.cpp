@@ -77,7 +77,8 @@ Task<void> RecorderWorker::takeTouch(StepDraftRef* result) {
   const StepDraftRef draft = info->getDraft();
   const UIViewRef refined = draft ? draft->recordedView.lock() : nullptr;
   // The tap may have closed or turned the page, or given the views of a row to another row: what
-  // stands there now is not what was touched.
+  // stands there now is not what was touched. A row that stays where it was is told as the tap has
+  // left it, as a switch in it is.
   const bool isStillThere =
       draft ? RecorderAction::isShown(refined) && RecorderAction::isInSameRow(refined, *draft)
             : RecorderAction::standsInWindow(view);
