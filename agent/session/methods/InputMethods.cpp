@@ -186,6 +186,17 @@ Task<void> keyStep(CallRef call, std::string name, Json value) {
   }
 }
 
+using TakeStep = Task<void> (*)(CallRef call, std::string name, Json value);
+
+Task<void> takeSteps(CallRef call, TakeStep take) {
+  for (const Json& step : stepsIn(call)) {
+    auto [name, value] = stepOf(step);
+    const bool mayWrite = name != "move" && name != "pause";
+    co_await take(call, std::move(name), std::move(value));
+    if (mayWrite) call->ownActs().settle();
+  }
+}
+
 // What is typed goes where the focus is.
 Task<void> focusOn(const Json& parameters) {
   if (!parameters.contains("element")) co_return;
@@ -196,33 +207,19 @@ Task<void> focusOn(const Json& parameters) {
 
 Answer pointer(CallRef call) {
   inputDevices();
-  for (const Json& step : stepsIn(call)) {
-    auto [name, value] = stepOf(step);
-    const bool mayWrite = name == "down" || name == "up";
-    co_await pointerStep(call, std::move(name), std::move(value));
-    if (mayWrite) call->ownActs().settle();
-  }
+  co_await takeSteps(call, pointerStep);
   co_return Result();
 }
 
 Answer touch(CallRef call) {
-  for (const Json& step : stepsIn(call)) {
-    auto [name, value] = stepOf(step);
-    const bool mayWrite = name == "down" || name == "up";
-    co_await touchStep(call, std::move(name), std::move(value));
-    if (mayWrite) call->ownActs().settle();
-  }
+  co_await takeSteps(call, touchStep);
   co_return Result();
 }
 
 Answer keys(CallRef call) {
   inputDevices();
   co_await focusOn(call->parameters());
-  for (const Json& step : stepsIn(call)) {
-    auto [name, value] = stepOf(step);
-    co_await keyStep(call, std::move(name), std::move(value));
-    call->ownActs().settle();
-  }
+  co_await takeSteps(call, keyStep);
   co_return Result();
 }
 
