@@ -7,35 +7,23 @@
 #include "host/session/Step.h"
 #include "host/session_client/Selector.h"
 #include "host/source/SourceTree.h"
+#include "host/source/XPathLiteral.h"
 
 namespace tarni::host {
 
 namespace {
 
-// XPath has no escapes: what holds both quotes is put together.
-std::string literal(const std::string& text) {
-  if (text.find('\'') == std::string::npos) return "'" + text + "'";
-  if (text.find('"') == std::string::npos) return '"' + text + '"';
-  std::string parts;
-  for (std::size_t begin = 0; begin <= text.size();) {
-    const auto end = std::min(text.find('\'', begin), text.size());
-    parts += (begin == 0 ? "'" : ", \"'\", '") + text.substr(begin, end - begin) + "'";
-    begin = end + 1;
-  }
-  return "concat(" + parts + ")";
-}
-
 std::vector<std::string> conditionsOf(const Selector& selector) {
   std::vector<std::string> all;
   const auto equals = [&all](const char* attribute, const Selector::Member& wanted) {
-    if (wanted) all.push_back("@" + std::string(attribute) + "=" + literal(*wanted));
+    if (wanted) all.push_back("@" + std::string(attribute) + "=" + xpathLiteral(*wanted));
   };
   equals("id", selector.identifier);
   equals("label", selector.label);
   equals("text", selector.text);
   equals("placeholder", selector.placeholder);
   if (selector.textContains) {
-    all.push_back("contains(@text, " + literal(*selector.textContains) + ")");
+    all.push_back("contains(@text, " + xpathLiteral(*selector.textContains) + ")");
   }
   if (selector.isVisible) equals("visible", *selector.isVisible ? "true" : "false");
   return all;
@@ -57,8 +45,9 @@ std::string pathOf(const std::string& position) {
 }
 
 std::string xpathOf(const Selector& selector) {
-  const auto window =
-      selector.windowTitle ? "/UIApplication/*[@title=" + literal(*selector.windowTitle) + "]" : "";
+  const auto window = selector.windowTitle
+                          ? "/UIApplication/*[@title=" + xpathLiteral(*selector.windowTitle) + "]"
+                          : "";
   auto path =
       selector.xpath
           ? (window.empty() ? "/UIApplication/*" : window) +

@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "host/source/TextReader.h"
+#include "host/source/XPathLiteral.h"
 
 namespace tarni::host {
 
@@ -16,20 +17,9 @@ struct Condition {
   std::string value;
 };
 
-// XPath has no escapes.
-std::string literal(const std::string& text) {
-  if (text.find('\'') == std::string::npos) return "'" + text + "'";
-  if (text.find('"') == std::string::npos) return '"' + text + '"';
-  std::string parts;
-  for (const char c : text) {
-    parts += (parts.empty() ? "" : ",") + (c == '\'' ? "\"'\"" : "'" + std::string(1, c) + "'");
-  }
-  return "concat(" + parts + ")";
-}
-
 std::string inXPath(const Condition& condition) {
   const auto name = "@" + condition.attribute;
-  const auto value = literal(condition.value);
+  const auto value = xpathLiteral(condition.value);
   switch (condition.sign) {
     case '\0':
       return name;
