@@ -72,6 +72,13 @@ function answer(list) {
   return JSON.stringify({ page, nodes });
 }
 
+// What stands in it: of a frame its page, where there is a shadow tree that.
+function childrenOf(element) {
+  if (element.shadowRoot) return element.shadowRoot.children;
+  const inner = element.contentDocument && element.contentDocument.documentElement;
+  return inner ? [inner] : element.children;
+}
+
 // Frames and shadow trees among them, parents first.
 function all() {
   const found = [];
@@ -81,8 +88,7 @@ function all() {
     stack.length -= 1;
     if (element !== document.documentElement && !isRendered(element)) continue;
     found[found.length] = element;
-    const inner = element.shadowRoot || (element.contentDocument && element.contentDocument.documentElement);
-    const children = inner ? (element.shadowRoot ? inner.children : [inner]) : element.children;
+    const children = childrenOf(element);
     for (let i = children.length - 1; i >= 0; i -= 1) stack[stack.length] = children[i];
   }
   return found;
@@ -118,8 +124,26 @@ function positionOf(element) {
   return position;
 }
 
+// The other way round: BUTTON[1] among these.
+function childAt(children, step) {
+  let index = 0;
+  for (let i = 0; i < children.length; i += 1) {
+    const tag = tagOf(children[i]);
+    if (`${tag}[${index}]` === step) return children[i];
+    if (step.startsWith(`${tag}[`)) index += 1;
+  }
+  return null;
+}
+
+function atPosition(position) {
+  const steps = position.split('\\');
+  let element = document.documentElement && childAt([document.documentElement], steps[1]);
+  for (let i = 2; element && i < steps.length; i += 1) element = childAt(childrenOf(element), steps[i]);
+  const isShown = element && (element === document.documentElement || isRendered(element));
+  return isShown ? [element] : [];
+}
+
 const parts = {
-  xpath: (element, value) => positionOf(element) === value,
   class: (element, value) => tagOf(element).toLowerCase() === value,
   identifier: (element, value) => element.id === value,
   label: (element, value) => labelOf(element) === value,
@@ -144,9 +168,9 @@ function isInside(element, outer) {
 }
 
 // `root` is the number of the element to search in, 0 for the page; `most` is 0 for all.
-function select(wanted, root, most) {
+function select({ xpath, ...wanted }, root, most) {
   const outer = root && elementOf(root);
-  const everything = root && !outer ? [] : all();
+  const everything = root && !outer ? [] : xpath ? atPosition(xpath) : all();
   const found = [];
   for (let i = 0; i < everything.length && (!most || found.length < most); i += 1) {
     const isThere = !outer || isInside(everything[i], outer);
@@ -252,19 +276,16 @@ function guarded(work) {
   };
 }
 
-// The work begins once the call is answered: it may open an alert.
-function soon(number, work) {
-  const element = elementOf(number);
-  if (!element) return JSON.stringify({ page, gone: true });
-  setTimeout(() => work(element), 0);
-  return JSON.stringify({ page });
-}
-
 function now(number, work) {
   const element = elementOf(number);
   if (!element) return JSON.stringify({ page, gone: true });
   work(element);
   return JSON.stringify({ page });
+}
+
+// The work begins once the call is answered: it may open an alert.
+function soon(number, work) {
+  return now(number, (element) => setTimeout(() => work(element), 0));
 }
 
 define({
