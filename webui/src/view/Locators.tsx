@@ -5,7 +5,6 @@ import {
   languages,
   weaknessOf,
   written,
-  type Find,
   type Language,
   type Locator,
 } from '../model/locators';
@@ -38,32 +37,11 @@ async function locatorsOf(id: number): Promise<{ locators: Locator[]; problem: s
   const node = store.tree.get(id);
   if (!node) return { locators: [], problem: '' };
   try {
-    if (node.is.page) return { locators: await locatorsInPage(id), problem: '' };
     const { locators } = await call<{ locators: Locator[] }>('element.locators', { element: id });
     return { locators, problem: '' };
   } catch (error) {
     return { locators: [], problem: error instanceof CallError ? error.message : String(error) };
   }
-}
-
-// The agent tries those of views; of elements in pages it is tried here.
-async function locatorsInPage(id: number): Promise<Locator[]> {
-  const { is } = store.tree.get(id)!;
-  const candidates: Find[] = [];
-  if (is.identifier) candidates.push({ identifier: is.identifier });
-  for (const name of ['label', 'text', 'placeholder'] as const) {
-    const value = is[name];
-    const isLasting = value && value.length <= 200 && !(name === 'text' && is.editable);
-    if (isLasting) candidates.push({ [name]: value, class: is.class });
-  }
-  const tried = await Promise.all(
-    candidates.map(async (one) => {
-      const begin = performance.now();
-      const { elements } = await call<{ elements: unknown[] }>('element.find', one);
-      return { find: one, matches: elements.length, ms: performance.now() - begin };
-    }),
-  );
-  return tried.sort((one, other) => Number(one.matches !== 1) - Number(other.matches !== 1));
 }
 
 export function Locators() {
