@@ -15,8 +15,7 @@ namespace {
 using Kind = Deed::Kind;
 
 constexpr double kLongPressSeconds = 1;
-constexpr long kStraight = 10;         // points beside the line that a hand does not mean
-constexpr double kPointsANotch = 120;  // of the wheel, for clients of WebDriver
+constexpr long kStraight = 10;  // points beside the line that a hand does not mean
 
 // An element that does the same wherever it is pressed.
 bool isPressedAnywhere(const Json& element) {
@@ -47,7 +46,7 @@ Deed about(Kind kind, const Step& step) {
   return {.kind = kind,
           .element = ExportedElement::fromElement(step.element()),
           .button = button.empty() ? "left" : button,
-          .count = static_cast<int>(std::clamp(step.json().value("count", 1.0), 1.0, 1'000.0)),
+          .count = step.count(),
           .modifiers = keysOfChord(textIn(step.json(), "modifiers")),
           .at = fromMiddle(step.element(), objectIn(step.json(), "at"))};
 }
@@ -103,7 +102,7 @@ Deed wheel(const Step& step) {
 
 Deed press(const Step& step) {
   auto deed = aboutFocused(Kind::Press, step);
-  deed.count = static_cast<int>(std::clamp(step.json().value("count", 1.0), 1.0, 1'000.0));
+  deed.count = step.count();
   deed.modifiers = keysOfChord(textIn(step.json(), "key"));
   if (deed.modifiers.empty()) return deed;
   deed.text = deed.modifiers.back();

@@ -48,6 +48,9 @@ struct Deed {
   std::string text = {};    // typed, chosen, expected; the key
   std::string secret = {};  // the variable of the environment
   bool isOn = false;        // switched on, expanded
+
+  // A click for which every language has a word of its own.
+  bool isPlainClick() const { return button == "left" && count == 1 && modifiers.empty() && !at; }
 };
 
 // A step may be several: the entries of a menu. Throws std::invalid_argument for a step that says

@@ -91,10 +91,6 @@ std::string exportedTest(const Session& session, ExportLanguage language, const 
   return tests.opening(session, name, body) + body;
 }
 
-std::string exportedLocator(const Json& find, ExportLanguage language) {
-  return testsIn(language).locator(ExportedElement::fromFind(find));
-}
-
 std::string quoted(const std::string& text) {
   return compact(Json(text));
 }

@@ -5,7 +5,6 @@
 
 #include <string>
 
-#include "host/guard/Json.h"
 #include "host/session/Session.h"
 
 namespace tarni::host {
@@ -14,9 +13,5 @@ enum class ExportLanguage { Python, JavaScript };
 
 // The whole file. `name` is what the test is called, in any characters.
 std::string exportedTest(const Session& session, ExportLanguage language, const std::string& name);
-
-// How such a test finds an element, from one of its locators (the parameters of `element.find`):
-// `driver.find_element(By.ID, "ok")`.
-std::string exportedLocator(const Json& find, ExportLanguage language);
 
 }  // namespace tarni::host

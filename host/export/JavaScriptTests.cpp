@@ -122,10 +122,6 @@ std::string pairInJavaScript(const Deed::Offset& offset, const char* x, const ch
 
 class JavaScriptTests : public TestLanguage {
  public:
-  std::string locator(const ExportedElement& element) const override {
-    return "browser.$(" + selector(element) + ")";
-  }
-
   std::vector<std::string> statements(const Deed& deed) const override;
 
   std::span<const Helper> helpers() const override { return kJavaScriptHelpers; }
@@ -183,9 +179,7 @@ class JavaScriptTests : public TestLanguage {
   }
 
   static std::string click(const Deed& deed) {
-    const bool isPlain =
-        deed.button == "left" && deed.count == 1 && deed.modifiers.empty() && !deed.at;
-    if (isPlain) return "await " + on(*deed.element) + ".click();";
+    if (deed.isPlainClick()) return "await " + on(*deed.element) + ".click();";
     auto actions = moveTo(*deed.element, deed.at);
     for (int turn = 0; turn < deed.count; ++turn) {
       actions += ".down(" + button(deed) + ").up(" + button(deed) + ")";

@@ -118,10 +118,6 @@ std::string pairInPython(const Deed::Offset& offset) {
 
 class PythonTests : public TestLanguage {
  public:
-  std::string locator(const ExportedElement& element) const override {
-    return "driver.find_element(" + wayTo(element) + ")";
-  }
-
   std::vector<std::string> statements(const Deed& deed) const override;
 
   std::span<const Helper> helpers() const override { return kPythonHelpers; }
@@ -170,9 +166,7 @@ class PythonTests : public TestLanguage {
   }
 
   static std::string click(const Deed& deed) {
-    const bool isPlain =
-        deed.button == "left" && deed.count == 1 && deed.modifiers.empty() && !deed.at;
-    if (isPlain) return find(*deed.element) + ".click()";
+    if (deed.isPlainClick()) return find(*deed.element) + ".click()";
     const bool isOther = deed.button == "right" && deed.count == 1;
     const auto once = isOther ? ".context_click()" : ".click()";
     std::string clicks;

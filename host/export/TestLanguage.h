@@ -21,7 +21,6 @@ class TestLanguage {
 
   virtual ~TestLanguage() = default;
 
-  virtual std::string locator(const ExportedElement& element) const = 0;
   // Statements that carry it out, without indentation.
   virtual std::vector<std::string> statements(const Deed& deed) const = 0;
   virtual std::span<const Helper> helpers() const = 0;

@@ -181,6 +181,11 @@ long Step::order() const {
   return std::lround(memberAsNumber(members_, "order"));
 }
 
+int Step::count() const {
+  constexpr double kMost = 1'000;
+  return static_cast<int>(std::clamp(members_.value("count", 1.0), 1.0, kMost));
+}
+
 double Step::time() const {
   return memberAsNumber(members_, "time");
 }

@@ -31,6 +31,8 @@ class Step {
   double time() const;
   // An empty object when it has none.
   const Json& element() const { return objectIn(members_, "element"); }
+  // Of clicks and of presses of a key, 1 to 1,000.
+  int count() const;
   // The name of the secret that it types, "" for none.
   std::string secret() const { return textIn(members_, "secret"); }
 
@@ -50,6 +52,9 @@ class Step {
 
   Json members_;
 };
+
+// Of the wheel's notches, as clients of WebDriver count its way.
+inline constexpr double kPointsANotch = 120;
 
 // The ways to find an element of a step, best first: each the parameters of `element.find`.
 std::vector<Json> locatorsIn(const Json& element);

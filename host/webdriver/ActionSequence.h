@@ -29,9 +29,6 @@ struct ActionSource {
   std::vector<ActionItem> items;  // one a tick
 };
 
-// Of the wheel's notches, as clients count its way.
-inline constexpr double kPointsANotch = 120;
-
 // Throws Error ("invalid argument").
 std::vector<ActionSource> readActions(const Json& actions);
 

@@ -5,7 +5,7 @@
 #include <set>
 #include <utility>
 
-#include "host/webdriver/ActionSequence.h"
+#include "host/session/Step.h"
 #include "host/webdriver/Error.h"
 #include "host/webdriver/Page.h"
 
