@@ -85,7 +85,7 @@ void Acting::propose(const FoundElement& found) {
     played_.proposal =
         client_.call("element.locators", {{"element", found.handle()}}).value("locators", Json());
   } catch (const RequestError&) {
-    played_.proposal = nullptr;  // of a page, or gone
+    played_.proposal = nullptr;  // it is gone
   }
   const auto better = locatorsIn({{"locators", played_.proposal}});
   if (!better.empty()) text += "; better now: " + locatorInWords(better.front());

@@ -18,11 +18,6 @@ std::string buttonOf(const Step& step) {
   return button.empty() ? "left" : button;
 }
 
-int countOf(const Step& step) {
-  constexpr double kMost = 1'000;
-  return static_cast<int>(std::clamp(step.json().value("count", 1.0), 1.0, kMost));
-}
-
 Json ownTarget(const Acting& acting, const FoundElement& found) {
   const Step& step = acting.step();
   return Acting::target(found, step.element(), objectIn(step.json(), "at"));
@@ -48,7 +43,7 @@ void withModifiers(Acting& acting, const What& what) {
 void clickInPage(Acting& acting, const Json& target) {
   const auto button = buttonOf(acting.step());
   Json steps = {{{"move", target}}};
-  for (int turn = 0; turn < std::min(countOf(acting.step()), 3); ++turn) {
+  for (int turn = 0; turn < std::min(acting.step().count(), 3); ++turn) {
     steps.push_back({{"down", button}});
     steps.push_back({{"up", button}});
   }
@@ -61,7 +56,7 @@ void click(Acting& acting) {
   Json parameters = ownTarget(acting, found);
   if (found.isInPage()) return clickInPage(acting, parameters);
   parameters["button"] = buttonOf(step);
-  parameters["count"] = std::min(countOf(step), 3);
+  parameters["count"] = std::min(step.count(), 3);
   const auto modifiers = textIn(step.json(), "modifiers");
   if (!modifiers.empty()) parameters["modifiers"] = modifiers;
   acting.act("element.click", std::move(parameters));
@@ -149,7 +144,7 @@ Json focusedOn(const std::optional<FoundElement>& found, Json parameters) {
 void key(Acting& acting) {
   const auto found = acting.elementIfAny();
   Json steps = Json::array();
-  for (int turn = 0; turn < countOf(acting.step()); ++turn) {
+  for (int turn = 0; turn < acting.step().count(); ++turn) {
     steps.push_back(textIn(acting.step().json(), "key"));
   }
   acting.act("input.keys", focusedOn(found, {{"steps", std::move(steps)}}));
@@ -168,20 +163,22 @@ std::vector<std::string> keysOfText(const std::string& text) {
   return keys;
 }
 
-// A page handles keys after they are answered for. What is gone has been sent by one, as a form is.
-void awaitTextInPage(Acting& acting, const FoundElement& found, const std::string& text) {
+// Whether the element comes to be so; one that is gone has done what it is there for.
+bool comesToBe(Acting& acting, const FoundElement& found, Json condition) {
+  condition["element"] = found.handle();
   try {
-    acting.comesTrue({{"element", found.handle()}, {"textIs", text}});
+    return acting.comesTrue(condition);
   } catch (const RequestError&) {
     acting.note("gone since");
+    return true;
   }
 }
 
 // A field with a mask or a completion of its own may hold something else than what was typed; one
-// that holds what it held has taken nothing.
+// that holds what it held has taken nothing. A page handles keys after they are answered for.
 void requireTaken(Acting& acting, const FoundElement& found) {
   const auto wanted = memberAsText(acting.step().json(), "value");
-  if (wanted && found.isInPage()) awaitTextInPage(acting, found, *wanted);
+  if (wanted && found.isInPage() && comesToBe(acting, found, {{"textIs", *wanted}})) return;
   const auto now = acting.describedNow(found.handle());
   const auto text = now ? memberAsText(*now, "text") : std::nullopt;
   if (!text || !found.description.contains("text")) return;
@@ -207,14 +204,9 @@ void type(Acting& acting) {
 
 // --- controls
 
-// Throws unless the element comes to be so; one that is gone has done what it is there for.
+// Throws unless the element comes to be so.
 void require(Acting& acting, const FoundElement& found, Json condition, const char* member) {
-  condition["element"] = found.handle();
-  try {
-    if (acting.comesTrue(condition)) return;
-  } catch (const RequestError&) {
-    return acting.note("gone since");
-  }
+  if (comesToBe(acting, found, std::move(condition))) return;
   const auto now = acting.describedNow(found.handle());
   const auto value = now ? memberAsText(*now, member) : std::nullopt;
   throw StepFailure("done, but its " + std::string(member) + " is " +
