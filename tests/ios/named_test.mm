@@ -1,5 +1,5 @@
-// Classes of an application's own that are none of UIKit's controls and say by their names what
-// they are: wherever the agent goes by the name, they are sent what UIKit's control would be.
+// Classes of an application's own that say by their names what they are, whatever they derive from:
+// wherever the agent goes by the name, they are sent what UIKit's control would be.
 #include <nlohmann/json.hpp>
 
 #include "agent/AI/AiAPI.h"
@@ -10,19 +10,17 @@
 #include "agent/recording/RecorderEvent.h"
 #include "tests/ios/OnIos.h"
 
-@interface BrandSwitch : UIControl {
-  BOOL on_;
-}
-- (BOOL)isOn;
-- (void)setOn:(BOOL)on;
+static BOOL gIsOn;
+
+@interface BrandSwitch : UIView
 @end
 
 @implementation BrandSwitch
 - (BOOL)isOn {
-  return on_;
+  return gIsOn;
 }
 - (void)setOn:(BOOL)on {
-  on_ = on;
+  gIsOn = on;
 }
 @end
 
@@ -86,21 +84,39 @@ class Named : public OnIos {
                 {"accessorvalue", found.at(0).at("elementID")},
                 {"datavalue", data}});
   }
+  // A class that is called a switch and answers as one, whatever it derives from.
+  static Class switchClass(const std::string& superclass) {
+    const std::string name = superclass + "Switch";
+    Class const cls = objc_allocateClassPair(objc_getClass(superclass.c_str()), name.c_str(), 0);
+    for (const SEL method : { @selector(isOn), @selector(setOn:) }) {
+      Method const own = class_getInstanceMethod([BrandSwitch class], method);
+      class_addMethod(cls, method, method_getImplementation(own), method_getTypeEncoding(own));
+    }
+    objc_registerClassPair(cls);
+    return cls;
+  }
   static StepDraftRef step(UIView* view) {
     UIViewsManager().identifyViews(ref(view)->window());
     return RecorderAction().describeStep({"Click", ref(view), "", {5, 5}});
   }
 };
 
-TEST_F(Named, ASwitchIsRecordedReadAndTurnedAsOne) {
-  BrandSwitch* const control = add<BrandSwitch>([BrandSwitch class], NSMakeRect(0, 0, 50, 30));
-  EXPECT_TRUE(RecorderEvent().IsViewIsNotOfEventType(ref(control)));
-  EXPECT_EQ(step(control)->actionName, "Mobile_DeSelectSwitch");
-  EXPECT_EQ(ask("isselected", "BrandSwitch").at(0).at("output"), "false");
-  ask("clickelement", "BrandSwitch");
-  EXPECT_TRUE([control isOn]);
-  EXPECT_EQ(ask("isselected", "BrandSwitch").at(0).at("output"), "true");
-  EXPECT_EQ(step(control)->actionName, "Mobile_SelectSwitch");
+TEST_F(Named, ASwitchIsRecordedReadAndTurnedAsOneWhateverItDerivesFrom) {
+  for (const char* const superclass : {"UIView", "UIControl", "UIButton", "UILabel", "UITextField",
+                                       "UITextView", "UIScrollView", "UITableViewCell"}) {
+    SCOPED_TRACE(superclass);
+    Class const cls = switchClass(superclass);
+    const char* const name = class_getName(cls);
+    gIsOn = NO;
+    UIView* const control = addView(cls, NSMakeRect(0, 0, 50, 30));
+    EXPECT_TRUE(RecorderEvent().IsViewIsNotOfEventType(ref(control)));
+    EXPECT_EQ(step(control)->actionName, "Mobile_DeSelectSwitch");
+    EXPECT_EQ(ask("isselected", name).at(0).at("output"), "false");
+    ask("clickelement", name);
+    EXPECT_TRUE(gIsOn);
+    EXPECT_EQ(ask("isselected", name).at(0).at("output"), "true");
+    EXPECT_EQ(step(control)->actionName, "Mobile_SelectSwitch");
+  }
 }
 
 TEST_F(Named, ASegmentedControlIsRecordedAsItsSegmentAndReadByItsTitles) {

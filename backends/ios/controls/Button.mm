@@ -1,4 +1,5 @@
 #include "backends/ios/controls/ControlView.h"
+#include "backends/ios/controls/Named.h"
 #include "backends/ios/runtime/Values.h"
 #include "backends/ios/views/Kinds.h"
 
@@ -16,6 +17,6 @@ class Button : public ControlView, public platform::UIButton {
 
 }  // namespace
 
-std::shared_ptr<View> makeButton(::UIView* view) { return std::make_shared<Button>(view); }
+std::shared_ptr<View> makeButton(::UIView* view) { return makeNamed<Button>(view); }
 
 }  // namespace tarni::ios

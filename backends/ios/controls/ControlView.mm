@@ -1,5 +1,6 @@
 #include "backends/ios/controls/ControlView.h"
 
+#include "backends/ios/controls/Named.h"
 #include "backends/ios/guard/Completed.h"
 #include "backends/ios/guard/Owned.h"
 #include "backends/ios/views/Kinds.h"
@@ -12,6 +13,6 @@ platform::Task<void> ControlView::sendActionsForControlEvents(std::uint32_t even
   });
 }
 
-std::shared_ptr<View> makeControl(::UIView* view) { return std::make_shared<ControlView>(view); }
+std::shared_ptr<View> makeControl(::UIView* view) { return makeNamed<ControlView>(view); }
 
 }  // namespace tarni::ios

@@ -1,3 +1,4 @@
+#include "backends/ios/controls/Named.h"
 #include "backends/ios/runtime/Values.h"
 #include "backends/ios/views/Kinds.h"
 #include "platform/UIKit/UIControls.h"
@@ -16,6 +17,6 @@ class Label : public View, public platform::UILabel {
 
 }  // namespace
 
-std::shared_ptr<View> makeLabel(::UIView* view) { return std::make_shared<Label>(view); }
+std::shared_ptr<View> makeLabel(::UIView* view) { return makeNamed<Label>(view); }
 
 }  // namespace tarni::ios

@@ -1,3 +1,4 @@
+#include "backends/ios/controls/Named.h"
 #include "backends/ios/runtime/Values.h"
 #include "backends/ios/views/Kinds.h"
 #include "platform/UIKit/UIControls.h"
@@ -24,8 +25,6 @@ class TableViewCell : public View, public platform::UITableViewCell {
 
 }  // namespace
 
-std::shared_ptr<View> makeTableViewCell(::UIView* view) {
-  return std::make_shared<TableViewCell>(view);
-}
+std::shared_ptr<View> makeTableViewCell(::UIView* view) { return makeNamed<TableViewCell>(view); }
 
 }  // namespace tarni::ios

@@ -1,4 +1,5 @@
 #include "backends/ios/controls/ControlView.h"
+#include "backends/ios/controls/Named.h"
 #include "backends/ios/guard/Completed.h"
 #include "backends/ios/guard/Owned.h"
 #include "backends/ios/runtime/Values.h"
@@ -33,6 +34,6 @@ class TextField : public ControlView, public platform::UITextField {
 
 }  // namespace
 
-std::shared_ptr<View> makeTextField(::UIView* view) { return std::make_shared<TextField>(view); }
+std::shared_ptr<View> makeTextField(::UIView* view) { return makeNamed<TextField>(view); }
 
 }  // namespace tarni::ios

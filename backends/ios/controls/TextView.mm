@@ -1,3 +1,4 @@
+#include "backends/ios/controls/Named.h"
 #include "backends/ios/controls/ScrollView.h"
 #include "backends/ios/runtime/Values.h"
 #include "backends/ios/views/Kinds.h"
@@ -16,6 +17,6 @@ class TextView : public ScrollView, public platform::UITextView {
 
 }  // namespace
 
-std::shared_ptr<View> makeTextView(::UIView* view) { return std::make_shared<TextView>(view); }
+std::shared_ptr<View> makeTextView(::UIView* view) { return makeNamed<TextView>(view); }
 
 }  // namespace tarni::ios

@@ -1,8 +1,6 @@
 #include "backends/ios/views/Kinds.h"
 
-#include <string_view>
-
-#include "backends/ios/guard/Guard.h"
+#include "backends/ios/controls/Named.h"
 #include "backends/ios/runtime/RuntimeClass.h"
 
 namespace tarni::ios {
@@ -28,26 +26,6 @@ constexpr Kind kKinds[] = {
     {"UIWebBrowserView", makeWebBrowserView},
 };
 
-// An application's own control may say by its name what it is, and answer as UIKit's does.
-struct NamedKind {
-  std::string_view part;  // of the lower-cased name
-  const char* answers;
-  std::shared_ptr<View> (*make)(::UIView* view);
-};
-
-constexpr NamedKind kNamedKinds[] = {
-    {"switch", "isOn", makeSwitch},
-    {"segmentedcontrol", "selectedSegmentIndex", makeSegmentedControl},
-    {"scrollview", "setContentOffset:animated:", makeScrollView},
-};
-
-bool isNamed(::UIView* view, const NamedKind& kind) {
-  if (classOf(view)->lowercaseName().find(kind.part) == std::string::npos) return false;
-  return answered(view, "respondsToSelector:", [&]() -> bool {
-    return [view respondsToSelector:sel_registerName(kind.answers)];
-  });
-}
-
 // Null for what is none of them.
 const Kind* kindOfClass(::UIView* view) {
   for (const Kind& kind : kKinds) {
@@ -61,11 +39,7 @@ const Kind* kindOfClass(::UIView* view) {
 
 std::shared_ptr<View> makeKind(::UIView* view) {
   const Kind* const kind = kindOfClass(view);
-  if (kind && kind->make != makeControl) return kind->make(view);
-  for (const NamedKind& named : kNamedKinds) {
-    if (isNamed(view, named)) return named.make(view);
-  }
-  return kind ? kind->make(view) : std::make_shared<View>(view);
+  return kind ? kind->make(view) : makeNamed<View>(view);
 }
 
 }  // namespace tarni::ios
