@@ -81,6 +81,11 @@ void Acting::propose(const FoundElement& found) {
   const auto ways = locatorsIn(step_.element());
   auto text = "found by " + locatorInWords(ways[found.locator]) + ", as " +
               locatorInWords(ways.front()) + " does not fit it alone any more";
+  if (found.locator == 0) {
+    Json anywhere = ways.front();
+    anywhere.erase("windowTitle");
+    text = "found by " + locatorInWords(anywhere) + " in a window of another title";
+  }
   try {
     played_.proposal =
         client_.call("element.locators", {{"element", found.handle()}}).value("locators", Json());
@@ -112,9 +117,16 @@ Json Acting::asked(const std::string& method, Json parameters) {
 }
 
 bool Acting::comesTrue(const Json& condition) {
+  return comesTrue(condition, std::min(kTimeForOutcome, timeLeft()));
+}
+
+bool Acting::comesTrueInTime(const Json& condition) {
+  return comesTrue(condition, timeLeft());
+}
+
+bool Acting::comesTrue(const Json& condition, milliseconds wait) {
   try {
-    client_.call("wait.for", {{"conditions", Json::array({condition})}},
-                 std::min(kTimeForOutcome, timeLeft()));
+    client_.call("wait.for", {{"conditions", Json::array({condition})}}, wait);
     return true;
   } catch (const RequestError& error) {
     if (error.name() != "timeout") throw;

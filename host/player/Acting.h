@@ -45,6 +45,8 @@ class Acting {
   Json act(const std::string& method, Json parameters);
   // Whether the condition holds, or comes to hold in a short time.
   bool comesTrue(const Json& condition);
+  // The same in all the time that the step has.
+  bool comesTrueInTime(const Json& condition);
   // As it is now; null when it is gone.
   std::optional<Json> describedNow(long element);
 
@@ -62,6 +64,7 @@ class Acting {
 
  private:
   Json asked(const std::string& method, Json parameters);
+  bool comesTrue(const Json& condition, std::chrono::milliseconds wait);
   void propose(const FoundElement& found);
   std::chrono::milliseconds timeLeft() const;
 

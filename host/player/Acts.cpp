@@ -272,7 +272,7 @@ void check(Acting& acting) {
   const auto is = textIn(step, "is");
   if (is == "gone") {
     const auto ways = locatorsIn(acting.step().element());
-    if (ways.empty() || acting.comesTrue({{"find", ways.front()}, {"is", is}})) return;
+    if (ways.empty() || acting.comesTrueInTime({{"find", ways.front()}, {"is", is}})) return;
     throw StepFailure("it is still there");
   }
   const auto found = acting.elementAsItIs();
@@ -280,7 +280,7 @@ void check(Acting& acting) {
   for (const char* const member : {"is", "textIs", "textContains"}) {
     if (step.contains(member)) condition[member] = step[member];
   }
-  if (condition.size() == 1 || acting.comesTrue(condition)) return;
+  if (condition.size() == 1 || acting.comesTrueInTime(condition)) return;
   throw StepFailure("the check does not hold: " +
                     whatIsThere(acting.describedNow(found.handle()).value_or(Json::object())));
 }

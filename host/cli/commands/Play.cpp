@@ -289,7 +289,7 @@ void declarePlay(CLI::App& parser, Invocation& invocation) {
       ->type_name("DIR");
   parser
       .add_option("--timeout", options->stepSeconds,
-                  "how long each step waits for its element (default 10)")
+                  "how long each step waits for its element, or a check to hold (default 10)")
       ->type_name("SECONDS")
       ->check(CLI::NonNegativeNumber.description(""));
   parser.add_flag("--guess", options->guesses,
