@@ -2,6 +2,7 @@
 
 #include <utility>
 
+#include "agent/session/input/Keys.h"
 #include "agent/session/protocol/SessionError.h"
 #include "platform/Foundation/Guarded.h"
 #include "platform/Platform.h"
@@ -19,6 +20,7 @@ Task<void> HeldInput::setButton(platform::PointerButton button, bool isDown,
 }
 
 Task<void> HeldInput::setKey(std::string key, bool isDown, platform::InputDevices& devices) {
+  key = keyNamed(key);
   if (isDown) keys_.insert(key);
   try {
     co_await devices.setKey(key, isDown);

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <array>
+#include <iterator>
 #include <utility>
 
 #include "agent/session/protocol/SessionError.h"
@@ -21,13 +22,38 @@ constexpr std::array<std::pair<std::string_view, PointerButton>, 5> kButtons{{
     {"forward", PointerButton::Forward},
 }};
 
-std::string keyNamed(const std::string& name) {
-  if (name == "Ctrl") return "Control";
-  if (name == "Cmd") return "Meta";
-  return name;
-}
+struct OtherName {
+  std::string_view name;  // in lower case
+  std::string_view key;
+};
+
+constexpr OtherName kOtherNames[] = {
+    {"alt", "Alt"},          {"backspace", "Backspace"},
+    {"cmd", "Meta"},         {"command", "Meta"},
+    {"control", "Control"},  {"ctrl", "Control"},
+    {"del", "Delete"},       {"delete", "Delete"},
+    {"down", "ArrowDown"},   {"end", "End"},
+    {"enter", "Enter"},      {"esc", "Escape"},
+    {"escape", "Escape"},    {"home", "Home"},
+    {"ins", "Insert"},       {"insert", "Insert"},
+    {"left", "ArrowLeft"},   {"meta", "Meta"},
+    {"option", "Alt"},       {"pagedown", "PageDown"},
+    {"pageup", "PageUp"},    {"pgdn", "PageDown"},
+    {"pgup", "PageUp"},      {"return", "Enter"},
+    {"right", "ArrowRight"}, {"shift", "Shift"},
+    {"space", " "},          {"super", "Meta"},
+    {"tab", "Tab"},          {"up", "ArrowUp"},
+};
 
 }  // namespace
+
+std::string keyNamed(const std::string& name) {
+  std::string lower = name;
+  std::ranges::transform(lower, lower.begin(),
+                         [](char c) { return c >= 'A' && c <= 'Z' ? char(c - 'A' + 'a') : c; });
+  const auto* const known = std::ranges::find(kOtherNames, lower, &OtherName::name);
+  return known == std::end(kOtherNames) ? name : std::string(known->key);
+}
 
 PointerButton buttonNamed(const std::string& name) {
   const auto found =
@@ -43,11 +69,12 @@ std::string_view nameOf(PointerButton button) {
 }
 
 KeyChord::KeyChord(const std::string& text) {
+  const char joint = text.find('+') == std::string::npos ? '-' : '+';
   std::size_t begin = 0;
   while (begin < text.size()) {
-    // A plus where a key is due is the key itself.
-    const std::size_t end = std::min(text.find('+', begin + 1), text.size());
-    keys_.push_back(keyNamed(text.substr(begin, end - begin)));
+    // A plus or a minus where a key is due is the key itself.
+    const std::size_t end = std::min(text.find(joint, begin + 1), text.size());
+    keys_.push_back(text.substr(begin, end - begin));
     begin = end + 1;
   }
 }

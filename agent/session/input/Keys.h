@@ -14,8 +14,12 @@ namespace tarni::session {
 platform::PointerButton buttonNamed(const std::string& name);
 std::string_view nameOf(platform::PointerButton button);
 
-// Keys that are down together: "Control+Shift+F2", "Control++", "a"; the empty text is none. "Ctrl"
-// stands for "Control", "Cmd" for "Meta".
+// What KeyboardEvent.key calls a key that people call otherwise as well ("ctrl", "Return", "Left");
+// any other name as it is.
+std::string keyNamed(const std::string& name);
+
+// Keys that are down together: "Control+Shift+F2", "Control++", "ctrl-a", "a"; the empty text is
+// none.
 class KeyChord {
  public:
   explicit KeyChord(const std::string& text);

@@ -82,7 +82,8 @@ constexpr Parameter kInputKeys[] = {
     {"steps", Kind::List, kRequired,
      "In their order: `\"Control+a\"` for keys that go down and up together, `{\"down\": KEY}`, "
      "`{\"up\": KEY}`, `{\"pause\": MILLISECONDS}`. Keys are called as in the W3C's "
-     "`KeyboardEvent.key`: `Enter`, `F2`, `ArrowLeft`, `Shift`, `a`, `Ä`."},
+     "`KeyboardEvent.key`: `Enter`, `F2`, `ArrowLeft`, `Shift`, `a`, `Ä`. Names that people use "
+     "besides are known: `ctrl-a`, `Return`, `Esc`, `Left`, `Space`."},
     {"element", Kind::Integer, kOptional, "The element that gets the focus first."},
     kPerson,
 };

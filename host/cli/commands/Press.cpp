@@ -35,9 +35,9 @@ void declarePress(CLI::App& parser, Invocation& invocation) {
                   "the element that gets the focus first: its identifier or its looks")
       ->type_name("ELEMENT");
   parser.footer(
-      "Keys are called as in a browser's KeyboardEvent.key: Enter, Escape, F2, ArrowLeft, Delete, "
-      "a,\n"
-      "Ä. One after the other: `tarni press Control+a Delete`. Text is for `tarni type`.");
+      "Keys are called as in a browser's KeyboardEvent.key: Enter, Escape, F2, ArrowLeft, Delete,\n"
+      "a, Ä; Return, Esc, Left and ctrl-a do as well. One after the other: `tarni press Control+a\n"
+      "Delete`. Text is for `tarni type`.");
   parser.callback([options, &invocation] { press(invocation, *options); });
 }
 
