@@ -7,6 +7,7 @@
 #include <nlohmann/json.hpp>
 
 #include "host/cli/ExitCode.h"
+#include "host/cli/Invocation.h"
 #include "host/guard/Printable.h"
 #include "host/wire/WireError.h"
 
@@ -14,7 +15,7 @@ namespace tarni::host {
 
 namespace {
 
-constexpr std::size_t kMostListed = 20;
+constexpr auto kWindowTitle = "windowTitle";
 
 std::string roundedIn(const Json& rectangle, const char* key) {
   const auto found = rectangle.find(key);
@@ -35,7 +36,7 @@ std::string quoted(const Json& description, const char* member) {
 }
 
 const Terminal::Row kHeading = {"ID",   "CLASS",      "AT",    "SIZE", "STATE",
-                                "TEXT", "IDENTIFIER", "LABEL", "HINT"};
+                                "TEXT", "IDENTIFIER", "LABEL", "HINT", "WINDOW"};
 
 Terminal::Row rowOf(const Json& element) {
   const auto text = quoted(element, "text");
@@ -51,7 +52,8 @@ Terminal::Row rowOf(const Json& element) {
           valueIn(element, "text").value_or("").empty() ? quoted(element, "placeholder") : text,
           quoted(element, "identifier"),
           unlessText("label"),
-          unlessText("hint")};
+          unlessText("hint"),
+          quoted(element, kWindowTitle)};
 }
 
 // Leaves out the columns of which `isNeeded` (given the column without its heading) says no.
@@ -79,7 +81,8 @@ long handleOf(const std::string& word) {
   const auto [end, error] = std::from_chars(word.data(), word.data() + word.size(), handle);
   if (error == std::errc() && end == word.data() + word.size()) return handle;
   throw NotFound("no element has the identifier " + word +
-                 ": the session channel names elements by numbers, as `tarni find` prints them");
+                 ": they are numbers, as `tarni find` prints them. By what it shows: --text " +
+                 inQuotes(word));
 }
 
 long handleOf(const Json& description) {
@@ -130,6 +133,17 @@ std::string stateIn(const Json& description) {
     words += std::string(words.empty() ? "" : ",") + word;
   }
   return words;
+}
+
+void addWindows(Invocation& invocation, std::span<Json> elements) {
+  const auto windows = invocation.ask("window.list").value("windows", std::vector<Json>());
+  if (windows.size() < 2) return;
+  for (auto& element : elements) {
+    const auto window = valueIn(invocation.described(handleOf(element)), "window");
+    const auto its = std::ranges::find_if(
+        windows, [&](const Json& one) { return valueIn(one, "element") == window; });
+    if (its != windows.end()) element[kWindowTitle] = valueIn(*its, "title").value_or("");
+  }
 }
 
 void printElements(const std::vector<Json>& elements) {

@@ -3,6 +3,7 @@
 #pragma once
 
 #include <optional>
+#include <span>
 #include <string>
 #include <vector>
 
@@ -10,6 +11,8 @@
 #include "host/guard/Json.h"
 
 namespace tarni::host {
+
+class Invocation;
 
 // Whether a word is one, and not what an element looks like.
 bool isHandle(const std::string& word);
@@ -25,8 +28,13 @@ std::string placeIn(const Json& description, const char* rectangle = "rect");
 // The state in words, "checked,disabled"; what is usual is not said.
 std::string stateIn(const Json& description);
 
+// Adds the titles of their windows, where the program shows several.
+void addWindows(Invocation& invocation, std::span<Json> elements);
+
 // A table of the elements, a row each.
 void printElements(const std::vector<Json>& elements);
+// How many elements are listed to be chosen from.
+inline constexpr std::size_t kMostListed = 20;
 // The same on standard error, numbered as --nth takes it and without the columns that are the same
 // for all.
 void printDifferences(const std::vector<Json>& elements);

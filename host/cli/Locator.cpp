@@ -2,6 +2,7 @@
 
 #include <CLI/CLI.hpp>
 #include <algorithm>
+#include <functional>
 #include <iostream>
 #include <thread>
 
@@ -52,8 +53,20 @@ bool Locator::isGiven() const {
 }
 
 std::string Locator::description() const {
-  const bool anyTag = tag.empty() || tag == "*";
-  std::string words = editable_ ? "text field" : anyTag ? "element" : tag;
+  return (kind().empty() ? "element" : kind()) + looks();
+}
+
+std::string Locator::several(std::size_t count) const {
+  const std::string many = editable_ ? "text fields" : kind().empty() ? "elements" : kind();
+  return std::to_string(count) + " " + many + looks();
+}
+
+std::string Locator::kind() const {
+  return editable_ ? "text field" : tag == "*" ? "" : tag;
+}
+
+std::string Locator::looks() const {
+  std::string words;
   if (text_) words += " with the text " + inQuotes(*text_);
   if (partial_) words += " whose text contains " + inQuotes(*partial_);
   if (xpath_) words += " at " + withBackslashes(*xpath_);
@@ -201,20 +214,21 @@ std::string Target::resolve(Invocation& invocation, std::size_t others) const {
   const auto& id = arguments_.front();
   if (invocation.call({"gettext", "", "", id}).text() == "[]") {
     throw NotFound("no element has the identifier " + id +
-                   ": it is of a former find, or the element is gone");
+                   ": it is of a former find, the element is gone, or it is a text (--text)");
   }
   return id;
 }
 
 Json Target::described(Invocation& invocation, std::size_t others) const {
   requireArguments(others);
-  if (isGiven()) return choose(locator_.elements(invocation));
+  if (isGiven()) return choose(invocation, locator_.elements(invocation));
   return invocation.described(handleOf(arguments_.front()));
 }
 
 long Target::element(Invocation& invocation, std::size_t others) const {
   requireArguments(others);
-  return isGiven() ? handleOf(choose(locator_.elements(invocation))) : handleOf(arguments_.front());
+  return isGiven() ? handleOf(choose(invocation, locator_.elements(invocation)))
+                   : handleOf(arguments_.front());
 }
 
 std::string Target::description() const {
@@ -229,16 +243,14 @@ std::optional<std::size_t> Target::chosen(std::size_t count) const {
   if (count == 0) throw NotFound("no " + locator_.description() + " is on screen");
   const auto wanted = first_ ? 1 : nth_.value_or(0);
   if (wanted > count) {
-    throw NotFound("only " + std::to_string(count) + " of " + locator_.description() +
-                   " are on screen");
+    throw NotFound("there is no such one: the screen shows " + locator_.several(count));
   }
   if (wanted == 0 && count > 1) return std::nullopt;
   return wanted == 0 ? 0 : wanted - 1;
 }
 
 void Target::refuseSeveral(std::size_t count) const {
-  throw NotFound(std::to_string(count) + " elements fit " + locator_.description() +
-                 ": say more, or choose with --first or --nth");
+  throw NotFound(locator_.several(count) + " fit: say more, or choose with --first or --nth");
 }
 
 std::string Target::choose(const std::vector<std::string>& found) const {
@@ -247,17 +259,18 @@ std::string Target::choose(const std::vector<std::string>& found) const {
   return found[*place];
 }
 
-Json Target::choose(std::vector<Json> found) const {
+Json Target::choose(Invocation& invocation, std::vector<Json> found) const {
+  const auto has = [](const char* member) {
+    return [member](const Json& element) { return isSet(element, member); };
+  };
+  const bool isHidden = std::ranges::none_of(found, has("visible"));
+  if (!isHidden) std::erase_if(found, std::not_fn(has("visible")));
   if (const auto place = chosen(found.size())) return std::move(found[*place]);
-  // What is hidden, and then the label that lies in a button, is not meant when the other is there.
-  auto likely = found;
-  for (const auto* const member : {"visible", "enabled"}) {
-    std::erase_if(likely, [member](const Json& element) { return !isSet(element, member); });
-    if (likely.size() == 1) return std::move(likely.front());
-  }
+  // The label that lies in a button is not meant when that is there.
+  const auto enabled = std::ranges::find_if(found, has("enabled"));
+  if (std::ranges::count_if(found, has("enabled")) == 1) return std::move(*enabled);
+  addWindows(invocation, std::span(found).first(std::min(found.size(), kMostListed)));
   printDifferences(found);
-  const bool isHidden =
-      std::ranges::none_of(found, [](const Json& element) { return isSet(element, "visible"); });
   if (isHidden) std::cerr << "None of them is visible.\n";
   refuseSeveral(found.size());
 }

@@ -36,6 +36,8 @@ class Locator {
   bool isGiven() const;
   // For messages: `UIButton with the text "OK"`.
   std::string description() const;
+  // For messages: `3 elements with the text "OK"`.
+  std::string several(std::size_t count) const;
 
   // By the playback port. One search, without waiting: in the key window, and in the others when
   // nothing in it fits.
@@ -53,6 +55,10 @@ class Locator {
   bool await(Invocation& invocation, bool gone, Deadline deadline) const;
 
  private:
+  // "" for any.
+  std::string kind() const;
+  // Behind the kind: ` with the text "OK"`.
+  std::string looks() const;
   SelectorChain chain() const;
   std::optional<long> within() const;
   void pause(Invocation& invocation, bool gone, Deadline deadline) const;
@@ -82,9 +88,9 @@ class Target {
   // asked for, as the agent answers an action on an unknown element like any other. `others` is how
   // many arguments the command takes besides.
   std::string resolve(Invocation& invocation, std::size_t others = 0) const;
-  // The same by the session channel: its handle. Of several that fit, the only one that is visible,
-  // or visible and enabled, counts; else they are listed on standard error with what tells them
-  // apart.
+  // The same by the session channel: its handle. Of several that fit, those that are visible count,
+  // or all where none is. If one alone of them is enabled, it is that; else they are listed on
+  // standard error with what tells them apart.
   long element(Invocation& invocation, std::size_t others = 0) const;
   // Its description.
   Json described(Invocation& invocation, std::size_t others = 0) const;
@@ -104,7 +110,7 @@ class Target {
   std::optional<std::size_t> chosen(std::size_t count) const;
   [[noreturn]] void refuseSeveral(std::size_t count) const;
   std::string choose(const std::vector<std::string>& found) const;
-  Json choose(std::vector<Json> found) const;
+  Json choose(Invocation& invocation, std::vector<Json> found) const;
 
   Locator locator_;
   bool first_ = false;

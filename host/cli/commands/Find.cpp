@@ -75,6 +75,7 @@ void findBySession(Invocation& invocation, const FindOptions& options) {
   if (invocation.options.json) {
     invocation.printsAnswer({{"elements", found}});
   } else if (options.details && !found.empty()) {
+    addWindows(invocation, found);
     printElements(found);
   } else {
     for (const auto& element : found) std::cout << handleOf(element) << '\n';
