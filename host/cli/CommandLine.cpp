@@ -33,7 +33,8 @@ anything else.
 
 An element is named by the identifier that `find` printed, or by what it looks like (--text,
 --partial, --xpath, --tag, …). A position in the tree is written '\UIView[0]\UIButton[1]' or
-/UIView[0]/UIButton[1].
+/UIView[0]/UIButton[1]. What is hidden counts only where nothing on screen looks so (over the
+session channel); `find` tells of all.
 
 Commands go over the program's session channel, which `tarni run` opens: in milliseconds, beside a
 recording that goes on, and identifiers last as long as their elements. With --port N, with a program
@@ -128,6 +129,7 @@ ExitCode carryOut(CLI::App& app, Invocation& invocation, const Parse& parse) {
       const auto what = "\"" + word + "\" is no command: " + kWhereCommandsAre;
       return complain(std::invalid_argument(what), ExitCode::Usage);
     }
+    if (error.get_exit_code() != 0) std::cerr << Terminal::error("tarni: ");
     return app.exit(error) == 0 ? ExitCode::Ok : ExitCode::Usage;
   } catch (const NoSuchProgram& error) {
     return complain(error, ExitCode::Wire);
@@ -152,17 +154,38 @@ ExitCode carryOut(CLI::App& app, Invocation& invocation, const Parse& parse) {
   }
 }
 
-// Last word first, as the parser takes them. It takes a "--" behind an option whose value may be
-// left out for the end of that value and no more, so such a one is doubled.
-std::vector<std::string> wordsOf(int argc, char** argv) {
-  std::vector<std::string> words(argv + 1, argv + argc);
-  const auto dashes = std::ranges::find(words, "--");
-  if (dashes != words.begin() && dashes != words.end()) {
-    const std::string& before = *std::prev(dashes);
-    if (before == "--display" || before == "--isolated") words.insert(dashes, "--");
+using Words = std::vector<std::string>;
+
+// The first word, from `word` on, that is no option and no option's value; "--" is such a word.
+Words::const_iterator behindOptions(const Words& words, Words::const_iterator word,
+                                    const CLI::App& app, const CLI::App& command) {
+  while (word != words.end() && word->starts_with('-') && *word != "--") {
+    const auto* const own = command.get_option_no_throw(*word);
+    const auto* const option = own != nullptr ? own : app.get_option_no_throw(*word);
+    const bool takesNext = option != nullptr && option->get_items_expected_min() > 0;
+    word += takesNext && std::next(word) != words.end() ? 2 : 1;
   }
-  std::ranges::reverse(words);
-  return words;
+  return word;
+}
+
+// Last word first, as the parser takes them. What follows the program to run is the program's own.
+// Values that may be left out stand behind a "=": a "--" ends them where none does.
+Words wordsOf(const CLI::App& app, int argc, char** argv) {
+  Words words(argv + 1, argv + argc);
+  const auto command = behindOptions(words, words.cbegin(), app, app);
+  if (command != words.cend() && *command == "run") {
+    const auto program = behindOptions(words, std::next(command), app, *app.get_subcommand("run"));
+    if (program != words.cend() && *program != "--") words.insert(program, "--");
+  }
+  const auto isOver = std::ranges::find(words, "--");
+  Words parsed;
+  for (auto word = words.begin(); word != words.end(); ++word) {
+    parsed.push_back(std::move(*word));
+    const bool endsValue = parsed.back() == "--display" || parsed.back() == "--isolated";
+    if (endsValue && word < isOver) parsed.emplace_back("--");
+  }
+  std::ranges::reverse(parsed);
+  return parsed;
 }
 
 }  // namespace
@@ -175,7 +198,7 @@ int runTool(int argc, char** argv) {
   app.set_version_flag("--version", "tarni " TARNI_VERSION);
   declareGlobalOptions(app, invocation.options);
   declareSubcommands(app, invocation, false);
-  const auto code = carryOut(app, invocation, [&] { app.parse(wordsOf(argc, argv)); });
+  const auto code = carryOut(app, invocation, [&] { app.parse(wordsOf(app, argc, argv)); });
   return code == ExitCode::Ok && invocation.programExitCode ? *invocation.programExitCode
                                                             : static_cast<int>(code);
 }
