@@ -56,11 +56,12 @@ TEST_P(Commands, DoWhatAPersonDoes) {
   said({"click", "--text", "Log in"});
   said({"await", "--visible", "Hello, Ada Ω 🐦", "--enabled", "identifier=details", "--rest"});
   EXPECT_EQ(said({"text", "--placeholder", "User name"}), "Ada Ω 🐦\n");
-  said({"press", "--on", "placeholder=User name", "Control+a", "Delete"});
-  said({"type", "no element"});
+  said({"press", "--on", "placeholder=User name", "ctrl-a", "Del"});
+  EXPECT_THAT(said({"type", "no element"}), HasSubstr("typed into"));
   EXPECT_EQ(said({"text", "--placeholder", "User name"}), "no element\n");
   EXPECT_THAT(said({"click", "--kind", "UITextField"}, 1),
-              AllOf(HasSubstr("2 elements fit"), HasSubstr("--nth"), HasSubstr("\"Password\"")));
+              AllOf(HasSubstr("2 elements of \"kind=UITextField\" fit"), HasSubstr("--nth"),
+                    HasSubstr("\"Password\"")));
   said({"set", "--text", "Remember me", "on"});
   EXPECT_EQ(said({"selected", "--text", "Remember me"}), "true\n");
   said({"scroll", "--kind", "UITableView", "--to-text", "Row 19"});

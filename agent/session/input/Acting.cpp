@@ -4,6 +4,7 @@
 #include <cmath>
 
 #include "agent/interaction/UIView_KIFAdditions.h"
+#include "agent/session/screen/Description.h"
 #include "agent/session/screen/Pages.h"
 #include "agent/session/screen/Survey.h"
 #include "platform/Platform.h"
@@ -46,6 +47,14 @@ std::optional<CGPoint> pressAt(const UIViewRef& view, CGPoint place) {
   return taker ? std::optional(point) : std::nullopt;
 }
 
+std::string titlesOf(const std::vector<platform::UIWindowRef>& windows) {
+  std::string titles;
+  for (const platform::UIWindowRef& window : windows) {
+    titles += (titles.empty() ? "\"" : ", \"") + titleOfWindow(window).value_or("") + "\"";
+  }
+  return titles;
+}
+
 }  // namespace
 
 Task<void> turnToWindowOf(UIViewRef view) {
@@ -54,8 +63,9 @@ Task<void> turnToWindowOf(UIViewRef view) {
   if (window == application.keyWindow()) co_return;
   const auto reached = application.windowsThatTakeInput();
   if (std::ranges::find(reached, window) == reached.end()) {
-    throw SessionError(errors::kNotInteractable,
-                       "another window keeps the user from the element's; window.list says which");
+    throw SessionError(
+        errors::kNotInteractable,
+        "the element is in a window that takes no input while others do: " + titlesOf(reached));
   }
   co_await application.makeKeyWindow(window);
 }

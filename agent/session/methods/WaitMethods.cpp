@@ -70,9 +70,7 @@ Answer forConditions(CallRef call) {
   const auto conditions = std::make_shared<Conditions>(given.begin(), given.end());
   const bool isMet = co_await untilAllHold(call, conditions);
   if (!isMet) {
-    throw SessionError(errors::kTimeout,
-                       "not all of it came to be in time; \"conditions\" says "
-                       "what is there instead",
+    throw SessionError(errors::kTimeout, "not all of it came to be in time",
                        {{"conditions", insteadOf(*conditions)}});
   }
   co_return Result(Json{{"waitedMs", millisecondsSince(begin)}});

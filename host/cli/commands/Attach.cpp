@@ -21,7 +21,7 @@ void attach(Invocation& invocation, pid_t pid) {
   }
   checkAttachable(pid);
   refuseTakenPorts(std::to_string(pid));
-  Readiness readiness;
+  Readiness readiness("; commands go over these ports, as no session channel is opened");
   const auto said = attachAgent(pid, agentLibrary());
   std::cerr << "tarni: " << said << '\n';
   while (!readiness.check(pid)) std::this_thread::sleep_for(kTick);

@@ -25,24 +25,25 @@ std::string extensionOf(const std::filesystem::path& file) {
   return extension;
 }
 
-bool isJpeg(const std::filesystem::path& file) {
-  const auto extension = extensionOf(file);
+bool isJpeg(const std::string& extension) {
   return extension == ".jpg" || extension == ".jpeg";
 }
 
 // A name of another format would promise what the file does not hold.
-void requireJpeg(const std::filesystem::path& file) {
-  const auto extension = extensionOf(file);
-  for (const auto* other : {".png", ".gif", ".bmp", ".webp", ".tif", ".tiff", ".svg", ".pdf"}) {
+void refuseOtherFormats(const std::string& extension) {
+  for (const auto* other : {".gif", ".bmp", ".webp", ".tif", ".tiff", ".svg", ".pdf", ".ppm"}) {
     if (extension == other) {
-      throw std::invalid_argument(
-          "the playback port's pictures are JPEG: name the file .jpg, not " + extension);
+      throw std::invalid_argument("pictures are PNG or JPEG: name the file .png or .jpg, not " +
+                                  extension);
     }
   }
 }
 
 std::string pictureByPort(Invocation& invocation, const std::string& file) {
-  requireJpeg(file);
+  if (extensionOf(file) == ".png") {
+    throw std::invalid_argument(
+        "the playback port's pictures are JPEG: name the file .jpg, not .png");
+  }
   const auto answer = invocation.call({"ai_getscreensnapshot"});
   return decodeBase64(answer.output().value_or(""));
 }
@@ -56,11 +57,13 @@ std::string pictureBySession(Invocation& invocation, const Target& target) {
 
 // The session channel's pictures are PNG, those of the playback port JPEG.
 void snapshot(Invocation& invocation, const Target& target, const std::string& file) {
+  const auto extension = extensionOf(file);
+  refuseOtherFormats(extension);
   if (target.isNamed()) invocation.needSession();
-  if (target.isNamed() && isJpeg(file)) {
+  if (target.isNamed() && isJpeg(extension)) {
     throw std::invalid_argument("the picture of an element is PNG: name the file .png");
   }
-  const bool bySession = !isJpeg(file) && invocation.session();
+  const bool bySession = !isJpeg(extension) && invocation.session();
   const auto picture =
       bySession ? pictureBySession(invocation, target) : pictureByPort(invocation, file);
   if (picture.empty()) throw NotFound("the program has no window to take a picture of");

@@ -8,6 +8,7 @@
 #include "host/cli/Locator.h"
 #include "host/cli/Subcommands.h"
 #include "host/guard/Printable.h"
+#include "host/session/Step.h"
 #include "host/stream/Typing.h"
 
 namespace tarni::host {
@@ -49,13 +50,24 @@ void replaceText(Invocation& invocation, const Target& target) {
                  inQuotes(*holds));
 }
 
+// Who names no element wants to know which has it now.
+void sayWhere(Invocation& invocation) {
+  const auto found = invocation.ask("element.find", {{"focused", true}, {"limit", 1}})
+                         .value("elements", std::vector<Json>());
+  if (found.empty()) return;
+  std::cerr << "tarni: typed into " << handleOf(found.front()) << ", "
+            << elementInWords(found.front(), true) << '\n';
+}
+
 // At the caret, as a person's keyboard does.
 void insertText(Invocation& invocation, const Target& target) {
   Json parameters = Json::object();
   if (target.isNamed(1)) parameters["element"] = target.element(invocation, 1);
   if (target.arguments().empty()) throw std::invalid_argument("which text?");
   parameters["text"] = target.arguments().back();
+  const bool isNamed = parameters.contains("element");
   invocation.act("input.text", std::move(parameters));
+  if (!isNamed) sayWhere(invocation);
 }
 
 void type(Invocation& invocation, const Target& target, bool inserts) {
