@@ -1,4 +1,5 @@
 #include <CLI/CLI.hpp>
+#include <algorithm>
 #include <iostream>
 #include <memory>
 #include <nlohmann/json.hpp>
@@ -52,11 +53,12 @@ void replaceText(Invocation& invocation, const Target& target) {
 
 // Who names no element wants to know which has it now.
 void sayWhere(Invocation& invocation) {
-  const auto found = invocation.ask("element.find", {{"focused", true}, {"limit", 1}})
-                         .value("elements", std::vector<Json>());
-  if (found.empty()) return;
-  std::cerr << "tarni: typed into " << handleOf(found.front()) << ", "
-            << elementInWords(found.front(), true) << '\n';
+  const auto elements = invocation.ask("tree.get").value("elements", std::vector<Json>());
+  const auto found =
+      std::ranges::find_if(elements, [](const Json& element) { return isSet(element, "focused"); });
+  if (found == elements.end()) return;
+  std::cerr << "tarni: typed into " << handleOf(*found) << ", " << elementInWords(*found, true)
+            << '\n';
 }
 
 // At the caret, as a person's keyboard does.
