@@ -17,6 +17,8 @@ constexpr milliseconds kBetweenPictures{100};
 constexpr milliseconds kLongestPauseInVain{2'000};
 constexpr milliseconds kBetweenCosts{1'000};
 constexpr milliseconds kBetweenPolls{1'000};
+// Of a program at rest: it tells nothing, and one that hangs does neither.
+constexpr milliseconds kBetweenSignsOfLife{3'000};
 // Of the time, what pictures may take.
 constexpr int kShareOfPictures = 4;
 
@@ -34,7 +36,9 @@ ProgramWatch::ProgramWatch(const std::string& session, Tell tell)
     : client_(session, kConnectTime), tell_(std::move(tell)), info_(ask("app.info")) {}
 
 Json ProgramWatch::ask(const std::string& method, Json parameters) {
-  return client_.call(method, std::move(parameters), kPatience);
+  auto answer = client_.call(method, std::move(parameters), kPatience);
+  lastAnswer_ = now();
+  return answer;
 }
 
 void ProgramWatch::watch() {
@@ -72,10 +76,12 @@ void ProgramWatch::goOn(milliseconds timeout, std::span<const int> wakeOn) {
   if (isWatching_ && hasChanged_) timeout = std::min(timeout, until(nextPictures_));
   if (isWatching_ && areCostsDue_) timeout = std::min(timeout, until(nextCosts_));
   if (isWatching_ && isPolled_) timeout = std::min(timeout, kBetweenPolls);
+  if (isWatching_) timeout = std::min(timeout, until(lastAnswer_ + kBetweenSignsOfLife));
   takeNotifications(timeout, wakeOn);
   if (!isWatching_) return;
   if (hasChanged_) catchUp();
   if (areCostsDue_ && now() >= nextCosts_) tellCosts();
+  if (now() >= lastAnswer_ + kBetweenSignsOfLife) ask("app.info");
 }
 
 // All that have come: a program that paints without a break is faster than its pictures.

@@ -1,5 +1,6 @@
 // ProgramWatch: one program as the pages are to see it: its tree, by what changes, its pictures
-// whenever something was painted, what it costs. A program at rest is asked nothing. One thread.
+// whenever something was painted, what it costs. A program at rest is asked nothing but, now and
+// then, whether it still answers. One thread.
 #pragma once
 
 #include <chrono>
@@ -61,6 +62,7 @@ class ProgramWatch {
   Time nextPictures_;
   std::chrono::milliseconds pauseInVain_{0};  // longer with each look that showed nothing new
   Time nextCosts_;
+  Time lastAnswer_;
   bool areCostsDue_ = false;
 };
 
