@@ -33,7 +33,11 @@ Words wordsFor(const Act& act) {
 }  // namespace
 
 Hand::Hand(const Desktop& scouted, const Desktop& recorded, const Playback& scout)
-    : displays_{&scouted, &recorded}, scout_(scout), page_(elements()) {}
+    : displays_{&scouted, &recorded}, scout_(scout) {
+  // A window system may show a window a while after the program does.
+  if (eventually([this] { return !(page_ = elements()).empty(); })) return;
+  throw std::runtime_error("the page is not there");
+}
 
 void Hand::act(const Act& act) const {
   Words words;

@@ -143,9 +143,10 @@ class Try {
   // False when something else came than was wanted.
   bool record() {
     const auto scout = start(*scouted_, "scout", {});
+    await({}, *scout);
     const auto recorded = start(*recorded_, "recorded", {"--isolated=recorded"});
-    const Playback playback;
     await({"--in", "recorded"}, *recorded);
+    const Playback playback;
     const auto told = folder_ / "told.json";
     Program channelRecorder = tarni({"--in", "recorded", "record", "-o", told});
     Program recorder = tarni({"--in", "recorded", "--port", "9892", "record", "-o", file_});
