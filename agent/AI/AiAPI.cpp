@@ -1,6 +1,8 @@
 #include "agent/AI/AiAPI.h"
 
 #include <deque>
+#include <map>
+#include <memory>
 #include <mutex>
 #include <nlohmann/json.hpp>
 
@@ -77,6 +79,9 @@ class PictureEncoder {
   std::vector<std::string> texts_;
 };
 
+// How often what a program shows is looked for again, as others have come while it was drawn.
+constexpr std::size_t kMostTurns = 4;
+
 // What takes a look at the whole screen to know.
 struct Standing {
   bool isProbablyTappable;
@@ -127,27 +132,37 @@ Task<ordered_json> AiAPI::getAllViewsInformation(std::string viewType,
                                                  platform::UIWindowRef window) const {
   const std::shared_ptr<void> still = platform::current().application->holdStill();
   const UIViewWeakRef described = window;
-  // 1. Forget what was found before; keep none of the views while pictures are drawn.
+  window = nullptr;
+  // 1. Forget what was found before.
   UIViewMemoryCache::sharedInstance().clearMemoryCache();
-  const std::vector<UIViewWeakRef> views = viewsOfType(viewType, std::exchange(window, nullptr));
-  // 2. Draw each view; its picture is encoded beside the drawing of the next.
+  // 2. Draw each view; its picture is encoded beside the drawing of the next. None of the views is
+  // kept meanwhile. The program may show others by then, which are drawn as well.
   PictureEncoder encoder;
-  for (const UIViewWeakRef& weakView : views) {
-    UIImageRef image;
-    if (const UIViewRef view = weakView.lock())
-      image = co_await Utilities::getUIImageOfUIView(view);
-    encoder.add(std::move(image));
+  std::vector<UIViewWeakRef> views;
+  std::map<UIViewWeakRef, std::size_t, std::owner_less<>> drawn;
+  for (std::size_t before = 0, turn = 0; turn < kMostTurns; ++turn) {
+    views = viewsOfType(viewType, described.lock());
+    for (const UIViewWeakRef& weakView : views) {
+      if (!drawn.try_emplace(weakView, drawn.size()).second) continue;
+      UIImageRef image;
+      if (const UIViewRef view = weakView.lock()) {
+        image = co_await Utilities::getUIImageOfUIView(view);
+      }
+      encoder.add(std::move(image));
+    }
+    if (std::exchange(before, drawn.size()) == drawn.size()) break;
   }
   std::vector<std::string> pictures = encoder.finish();
-  // 3. Describe those that are still there, as they stand now that nothing runs in between.
+  // 3. Describe those that are there, as they stand now that nothing runs in between.
   const ScreenSurvey survey(described.lock());
   ordered_json descriptions = ordered_json::array();
-  for (std::size_t index = 0; index < views.size(); ++index) {
-    const UIViewRef view = views[index].lock();
+  for (const UIViewWeakRef& weakView : views) {
+    const UIViewRef view = weakView.lock();
     if (!view) continue;
     const Standing standing{survey.isProbablyTappable(view), survey.isVisibleInViewHierarchy(view),
                             survey.isVisibleInWindowFrame(view)};
-    descriptions.push_back(describe(*this, view, standing, std::move(pictures[index])));
+    descriptions.push_back(
+        describe(*this, view, standing, std::move(pictures[drawn.at(weakView)])));
   }
   co_return descriptions;
 }
