@@ -61,7 +61,7 @@ file(GLOB gcc_headers "/usr/lib/gcc/*/*/include/objc")
 list(GET gcc_headers -1 gcc_headers)
 get_filename_component(gcc_headers "${gcc_headers}" DIRECTORY)
 target_compile_options(tarni_foundation INTERFACE
-  "$<${objective_c}:-fobjc-runtime=gcc;-fobjc-exceptions;-fexceptions>"
+  "$<${objective_c}:-fobjc-runtime=gcc;-fobjc-exceptions;-fexceptions;-fblocks>"
   "$<${objective_c}:-fconstant-string-class=NSConstantString;-idirafter${gcc_headers}>")
 target_compile_definitions(tarni_foundation INTERFACE
   "$<${objective_c}:GNUSTEP;GNUSTEP_BASE_LIBRARY=1;GNU_RUNTIME=1;_NATIVE_OBJC_EXCEPTIONS>")
@@ -69,4 +69,5 @@ target_include_directories(tarni_foundation SYSTEM INTERFACE
   $<${objective_c}:/usr/include/GNUstep>)
 # What of the system's C interfaces the backend uses, which tests/darwin stands in for.
 target_include_directories(tarni_foundation SYSTEM INTERFACE "${CMAKE_SOURCE_DIR}/tests/darwin/include")
-target_link_libraries(tarni_foundation INTERFACE gnustep-base objc)
+# GNUstep's library has a runtime for blocks of its own, which fails: the one that works comes first.
+target_link_libraries(tarni_foundation INTERFACE BlocksRuntime gnustep-base objc)

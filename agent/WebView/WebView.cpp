@@ -8,9 +8,11 @@
 
 #include "agent/core/state/GlobalVars.h"
 #include "agent/elements/UIViewFinder.h"
+#include "agent/elements/UIViewsManager.h"
 #include "platform/Foundation/Guarded.h"
 #include "platform/Foundation/NSException.h"
 #include "platform/Platform.h"
+#include "platform/UIKit/Classes.h"
 #include "platform/UIKit/UIControls.h"
 
 namespace tarni {
@@ -212,8 +214,11 @@ void WebView::personActs() {
 }
 
 UIViewRef WebView::getCurrentDisplayedWebView() {
-  const auto webViews = UIViewFinder::getAllUIViewsAccordingToViewType("uiwebview");
-  return webViews.empty() ? nullptr : webViews.front();
+  return UIViewsManager().firstForPlayer(
+      UIViewFinder::getCurrentWindow(), [](const UIViewRef& view) {
+        return view->getClass()->lowercaseName() == "uiwebview" ||
+               view->isKindOfClass(platform::uikit::WKWebView);
+      });
 }
 
 Task<bool> WebView::checkWebViewIsAlreadyHacked(UIViewRef webView) {

@@ -146,6 +146,15 @@ std::vector<UIViewRef> UIViewsManager::viewsForPlayerOfType(const UIViewRef& roo
   return views;
 }
 
+UIViewRef UIViewsManager::firstForPlayer(const UIViewRef& root, bool (*isMeant)(const UIViewRef&)) {
+  UIViewRef first;
+  walkForPlayer(root, buffers_.levels, positions_ == Positions::OfKeyWindow,
+                [&](const UIViewRef& view) {
+                  if (!first && isMeant(view)) first = view;
+                });
+  return first;
+}
+
 void UIViewsManager::findElements(const UIViewRef& parent, const std::string& tagName,
                                   const std::string& accessorType,
                                   const std::string& accessorValue) {

@@ -47,6 +47,9 @@ class UIViewsManager {
   // empty type.
   std::vector<platform::UIViewRef> viewsForPlayerOfType(const platform::UIViewRef& root,
                                                         const std::string& type);
+  // The same: the first that is meant; null for none.
+  platform::UIViewRef firstForPlayer(const platform::UIViewRef& root,
+                                     bool (*isMeant)(const platform::UIViewRef&));
 
   // Adds every view below `parent` that matches to UIViewMemoryCache, each under a fresh
   // identifier; the parent itself is not tested. `tagName` is a whole class name in any case, empty

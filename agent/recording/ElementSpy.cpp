@@ -9,6 +9,7 @@
 #include "agent/elements/UIView_Highlight.h"
 #include "agent/elements/UIViewsManager.h"
 #include "agent/elements/Utilities.h"
+#include "agent/elements/WebViews.h"
 #include "agent/elements/XpathManager.h"
 #include "agent/recording/MainRecorderAction.h"
 #include "agent/recording/TouchedView.h"
@@ -61,7 +62,7 @@ bool ElementSpy::createSpyHierarchy(const UIViewRef& touchedView, CGPoint touchP
   const UIViewRef selection = selectionAt(touchedView, touchPoint);
   Highlight::highlightView(selection);
   // 2. Leave web content to the page scripts.
-  if (selection->getClass()->lowercaseName().find("uiweb") != std::string::npos) return false;
+  if (isInWebView(selection)) return false;
   // 3. Describe and file it and its ancestors, without the topmost view.
   UIViewStorage& storage = UIViewStorage::sharedObject();
   storage.setCount(0);

@@ -13,6 +13,7 @@
 #include "agent/elements/UIViewsManager.h"
 #include "agent/elements/Utilities.h"
 #include "agent/elements/Utilities_Images.h"
+#include "agent/elements/WebViews.h"
 #include "agent/elements/XpathManager.h"
 #include "agent/recording/MainRecorderAction.h"
 #include "agent/recording/TouchedView.h"
@@ -194,7 +195,7 @@ StepDraftRef RecorderAction::describeStep(const StepRequest& request) const {
   draft->recordedView = recorded;
   draft->row = rowOf(recorded);
   // 6. Inside a web view the page makes the step.
-  if (classNameContains(recorded, "uiweb")) {
+  if (isInWebView(recorded)) {
     draft->isInWebView = true;
     draft->pointInWebView = platform::convertPoint(request.point, touched, recorded);
     return draft;

@@ -12,6 +12,7 @@
 #include "agent/diagnostics/Errors.h"
 #include "agent/elements/UIViewsManager.h"
 #include "agent/elements/Utilities.h"
+#include "agent/elements/WebViews.h"
 #include "agent/interaction/UIView_KIFAdditions.h"
 #include "agent/recording/ElementSpy.h"
 #include "agent/recording/RecorderAction.h"
@@ -213,8 +214,7 @@ void RecorderEvent::submitViewForRecording(const UIViewRef& view, platform::UIEv
                                            double x, double y) {
   if (!view) return;
   const CGPoint point{x, y};
-  const bool isInPage = view->getClass()->lowercaseName().find("uiweb") != std::string::npos;
-  if (!isInPage) WebView().collectStepsBeforeTouch();
+  if (!isInWebView(view)) WebView().collectStepsBeforeTouch();
   if (!view->isKindOfClass(uikit::UITextField)) {
     queueClick(view, event, point);
     return;

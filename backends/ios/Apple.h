@@ -270,6 +270,9 @@ typedef NSInteger UIEventType;
 - (BOOL)isLoading;
 - (NSString*)stringByEvaluatingJavaScriptFromString:(NSString*)script;
 - (void)tapInteractionWithLocation:(CGPoint)point;
+// WKWebView, which needs a framework of its own
+- (void)evaluateJavaScript:(NSString*)script
+         completionHandler:(void (^)(id result, NSError* error))handler;
 @end
 
 // --- what Foundation on Linux lacks or declares otherwise

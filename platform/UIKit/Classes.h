@@ -36,6 +36,7 @@
   CLASS(UITabBar, &UIView)                               \
   CLASS(UIAlertView, &UIView)                            \
   CLASS(UIWebView, &UIView)                              \
+  CLASS(WKWebView, &UIView)                              \
   CLASS(UIImage, &NSObject)                              \
   CLASS(UINavigationItem, &NSObject)                     \
   CLASS(UIBarItem, &NSObject)                            \

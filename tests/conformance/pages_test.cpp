@@ -47,14 +47,13 @@ class ConformancePages : public testing::TestWithParam<PageSubject> {
   void SetUp() override {
     std::filesystem::create_directories(folder_);
     Program::Environment environment = agentEnvironment();
+    environment["TARNI_SCRIPTS"] = "file://" + built("share/tarni/webscripts");
     if (GetParam().picture) {
       display_.emplace(1000, 800);
-      environment.merge(
-          Program::Environment{{"HOME", folder_},
-                               {"XDG_RUNTIME_DIR", folder_},
-                               {"QT_QUICK_BACKEND", "software"},
-                               {"QTWEBENGINE_DISABLE_SANDBOX", "1"},
-                               {"TARNI_SCRIPTS", "file://" + built("share/tarni/webscripts")}});
+      environment.merge(Program::Environment{{"HOME", folder_},
+                                             {"XDG_RUNTIME_DIR", folder_},
+                                             {"QT_QUICK_BACKEND", "software"},
+                                             {"QTWEBENGINE_DISABLE_SANDBOX", "1"}});
       for (const auto& [name, value] : display_->environment()) environment[name] = value;
       // The engine of Qt 6 frees objects of its own as if they were smaller.
       environment["ASAN_OPTIONS"] += ":new_delete_type_mismatch=0";
@@ -94,6 +93,7 @@ INSTANTIATE_TEST_SUITE_P(
     On, ConformancePages,
     testing::Values(PageSubject{"PagesHeadless", "tarni-headless-page", {}},
                     PageSubject{"PagesIOS", "ios-page", {}},
+                    PageSubject{"PagesIOSWebKit", "ios-webkit-page", {}},
                     PageSubject{"PagesQt5", "web-sample-5", Point{175, 272}},
                     PageSubject{"PagesQt6", "web-sample-6", Point{175, 270}},
                     PageSubject{"PagesQuick5", "web-quick-sample-5", Point{172, 285}},

@@ -179,7 +179,8 @@ void dispatch_sync_f(dispatch_queue_t queue, void* context, dispatch_function_t 
 void dispatch_after_f(dispatch_time_t when, dispatch_queue_t queue, void* context,
                       dispatch_function_t work) {
   const double seconds = static_cast<double>(when) / NSEC_PER_SEC;
-  system().after(seconds, *queue->queue, [context, work] { work(context); });
+  system().after(seconds, system().backgroundQueue(),
+                 [=] { dispatch_async_f(queue, context, work); });
 }
 
 // A moment is told by what is left until it: none is kept.

@@ -84,6 +84,7 @@ class Faults : public OnIos {
   UISwitch* const switch_ = add<UISwitch>([UISwitch class], NSMakeRect(10, 130, 100, 30));
   UITextView* const text_ = add<UITextView>([UITextView class], NSMakeRect(10, 170, 100, 30));
   UIWebView* const page_ = add<UIWebView>([UIWebView class], NSMakeRect(10, 210, 100, 30));
+  WKWebView* const laterPage_ = add<WKWebView>([WKWebView class], NSMakeRect(10, 445, 100, 5));
   UIScrollView* const scroll_ =
       add<UIScrollView>([UIScrollView class], NSMakeRect(10, 250, 100, 100));
   UISegmentedControl* const segments_ =
@@ -200,6 +201,10 @@ void Faults::evaluatePage() {
   bridge.performRecorderAndPlaybackInjection();
   UIRunFor(0.01);
   attempt([&] { run(bridge.callJavaScriptFunctionWithoutOutPut(ref(page_), "f()")); });
+  attempt([&] {
+    if (platform::as<platform::UIWebView>(ref(laterPage_))->isLoading()) return;
+    run(bridge.callJavaScriptFunctionWithoutOutPut(ref(laterPage_), "f()"));
+  });
 }
 
 // The hook before the application's own code, and what it leaves to be recorded.
@@ -274,6 +279,7 @@ std::vector<Asked> allThatIsAsked() {
       {"UIResponder", "touchesBegan:withEvent: canBecomeFirstResponder"},
       {"UIControl", "sendActionsForControlEvents:"},
       {"UIWebView", "isLoading stringByEvaluatingJavaScriptFromString:"},
+      {"WKWebView", "isLoading evaluateJavaScript:completionHandler:"},
       {"UIImage", "size scale drawAtPoint:"},
   };
   std::vector<Asked> calls;

@@ -2,9 +2,9 @@
 
 #include "agent/WebView/WebView.h"
 #include "agent/elements/ViewKinds.h"
+#include "agent/elements/WebViews.h"
 #include "agent/session/protocol/JsonText.h"
 #include "agent/session/screen/Survey.h"
-#include "platform/UIKit/Classes.h"
 #include "platform/UIKit/UIControls.h"
 
 namespace tarni::session {
@@ -102,7 +102,7 @@ Task<Json> askAbout(PageElement element, std::string function, std::string more)
 }  // namespace
 
 bool isPage(const UIViewRef& view) {
-  return view->isKindOfClass(platform::uikit::UIWebView) && kindOf<platform::UIWebView>(view);
+  return isWebView(view) && kindOf<platform::UIWebView>(view);
 }
 
 std::vector<UIViewRef> webViews() {

@@ -23,5 +23,6 @@ std::shared_ptr<View> makeTextField(::UIView* view);
 std::shared_ptr<View> makeTextView(::UIView* view);
 std::shared_ptr<View> makeWebBrowserView(::UIView* view);
 std::shared_ptr<View> makeWebView(::UIView* view);
+std::shared_ptr<View> makeWKWebView(::UIView* view);
 
 }  // namespace tarni::ios

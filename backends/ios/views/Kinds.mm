@@ -23,6 +23,7 @@ constexpr Kind kKinds[] = {
     {"UIScrollView", makeScrollView},
     {"UITableViewCell", makeTableViewCell},
     {"UIWebView", makeWebView},
+    {"WKWebView", makeWKWebView},
     {"UIWebBrowserView", makeWebBrowserView},
 };
 

@@ -135,6 +135,22 @@ enum {
 @property(nonatomic, retain) id<UIScriptEngine> engine;
 @end
 
+typedef void (^UIScriptAnswer)(id result, NSError* error);
+
+@protocol UIPageEngine
+- (BOOL)isLoading;
+// Calls the handler on the main thread, some time later.
+- (void)evaluate:(NSString*)script then:(UIScriptAnswer)handler;
+- (void)tapAt:(CGPoint)point;
+@end
+
+// A page that answers scripts when its engine does, and takes taps. Without one it is empty.
+@interface WKWebView : UIView
+@property(nonatomic, assign) id<UIPageEngine> engine;
+- (BOOL)isLoading;
+- (void)evaluateJavaScript:(NSString*)script completionHandler:(UIScriptAnswer)handler;
+@end
+
 // Where taps in the page of a UIWebView land: the view under "_internal" and "browserView".
 @interface UIWebBrowserView : UIView
 // A text for a point, and what was given for one in its place.

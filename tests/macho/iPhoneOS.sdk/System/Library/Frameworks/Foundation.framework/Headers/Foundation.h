@@ -117,6 +117,16 @@ typedef struct {
 + (NSValue*)valueWithCGPoint:(CGPoint)point;
 @end
 
+@interface NSNumber : NSValue
++ (NSNumber*)numberWithBool:(BOOL)value;
+- (BOOL)boolValue;
+@end
+
+@interface NSError : NSObject
+- (NSString*)domain;
+- (NSInteger)code;
+@end
+
 @interface NSBundle : NSObject
 + (NSBundle*)mainBundle;
 @property(readonly, copy) NSString* executablePath;

@@ -1,0 +1,60 @@
+#include "backends/ios/controls/LaterPage.h"
+#include "backends/ios/guard/Guard.h"
+#include "backends/ios/guard/Owned.h"
+#include "backends/ios/runtime/RuntimeClass.h"
+#include "backends/ios/runtime/Values.h"
+#include "backends/ios/system/RunLoopWatch.h"
+#include "backends/ios/views/Kinds.h"
+#include "platform/UIKit/UIControls.h"
+
+namespace tarni::ios {
+namespace {
+
+// The errors of WebKit's after which a view has no page.
+enum : NSInteger { kProcessTerminated = 2, kViewInvalidated = 3 };
+
+bool isPageGone(NSError* error) {
+  const bool isWebKits = [[error domain] isEqualToString:@"WKErrorDomain"];
+  return isWebKits && ([error code] == kProcessTerminated || [error code] == kViewInvalidated);
+}
+
+// As the older web view words a result: empty for what throws, and for what is no plain value.
+std::string wordsFor(id result) {
+  if (isKindOf(result, object_getClass([NSNumber numberWithBool:YES])))
+    return [result boolValue] ? "true" : "false";
+  return toTextOrEmpty(isKindOf(result, [NSNumber class]) ? [result description] : result);
+}
+
+class WKWebView : public View, public platform::UIWebView {
+ public:
+  using View::View;
+
+  bool isLoading() const override {
+    return page_->isSilent() ||
+           ask("isLoading", [&]() -> bool { return [as<NSObject>() isLoading]; });
+  }
+
+  platform::Task<std::string> stringByEvaluatingJavaScriptFromString(std::string script) override {
+    return page_->evaluate(
+        [view = Owned(as<NSObject>()), script = std::move(script)](LaterPage::Take take) {
+          if (!view) return take(std::nullopt);
+          // Outside of the guard, whose captures are references and would not outlive it.
+          const auto answered = ^(id result, NSError* error) {
+            noteWork(platform::kMainQueueAlone);
+            take(isPageGone(error) ? std::nullopt : std::optional(wordsFor(result)));
+          };
+          guarded([&] {
+            [view.get() evaluateJavaScript:toNSString(script) completionHandler:answered];
+          });
+        });
+  }
+
+ private:
+  const std::shared_ptr<LaterPage> page_ = std::make_shared<LaterPage>();
+};
+
+}  // namespace
+
+std::shared_ptr<View> makeWKWebView(::UIView* view) { return std::make_shared<WKWebView>(view); }
+
+}  // namespace tarni::ios
