@@ -7,6 +7,7 @@
 #include <span>
 #include <string>
 #include <unordered_map>
+#include <utility>
 #include <vector>
 
 #include "platform/UIKit/UIView.h"
@@ -37,10 +38,12 @@ class SiblingCounter {
   std::unordered_map<const std::string*, long> counts_;
 };
 
+using Children = std::span<const platform::UIViewRef> (platform::UIView::*)() const;
+
 // One level of the path from the root of a walk to where it has come.
 struct WalkLevel {
   const platform::UIViewRef* parent = nullptr;
-  std::span<const platform::UIViewRef> siblings;  // the parent's subviews
+  std::span<const platform::UIViewRef> siblings;  // the parent's children
   std::size_t next = 0;
   SiblingCounter counter;
 };
@@ -63,19 +66,19 @@ struct WalkStep {
 };
 
 // Calls `visit(step)` for every view below `root`; false leaves out what is below the view.
-template <typename Visit>
-void walkSubviews(const platform::UIViewRef& root, std::vector<WalkLevel>& levels, Visit&& visit) {
+template <Children children, typename Visit>
+void walk(const platform::UIViewRef& root, std::vector<WalkLevel>& levels, Visit&& visit) {
   if (!root) return;
   std::size_t depth = 0;
   const auto enter = [&](const platform::UIViewRef& parent) {
-    const std::span<const platform::UIViewRef> subviews = parent->subviews();
-    if (subviews.empty()) return;
+    const std::span<const platform::UIViewRef> siblings = (*parent.*children)();
+    if (siblings.empty()) return;
     if (depth == levels.size()) levels.emplace_back();
     WalkLevel& level = levels[depth++];
     level.parent = &parent;
-    level.siblings = subviews;
+    level.siblings = siblings;
     level.next = 0;
-    level.counter.reset(subviews);
+    level.counter.reset(siblings);
   };
   enter(root);
   while (depth > 0) {
@@ -88,6 +91,17 @@ void walkSubviews(const platform::UIViewRef& root, std::vector<WalkLevel>& level
     const platform::UIViewRef& view = level.siblings[position];
     if (visit(WalkStep{view, position, std::span(levels).first(depth)})) enter(view);
   }
+}
+
+template <typename Visit>
+void walkSubviews(const platform::UIViewRef& root, std::vector<WalkLevel>& levels, Visit&& visit) {
+  walk<&platform::UIView::subviews>(root, levels, std::forward<Visit>(visit));
+}
+
+// The same with what views draw themselves.
+template <typename Visit>
+void walkContents(const platform::UIViewRef& root, std::vector<WalkLevel>& levels, Visit&& visit) {
+  walk<&platform::UIView::contents>(root, levels, std::forward<Visit>(visit));
 }
 
 }  // namespace tarni

@@ -41,6 +41,11 @@ class UIView : public std::enable_shared_from_this<UIView> {
   // Back to front. Valid until the program runs again; asking twice without that in between gives
   // the same memory.
   virtual std::span<const UIViewRef> subviews() const = 0;
+  // The subviews, and behind them what the view draws itself and describes to accessibility alone:
+  // views of their own to whoever looks at them, but not to a finger. Valid as `subviews` is.
+  virtual std::span<const UIViewRef> contents() const { return subviews(); }
+  // Whether it is such a thing: what is meant for it goes to its superview.
+  virtual bool isDrawnBySuperview() const { return false; }
   // The window that the view stands in (a window: itself); null when it is in none.
   virtual UIWindowRef window() const = 0;
   // Lives as long as the view.

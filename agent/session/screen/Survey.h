@@ -41,7 +41,7 @@ class Surroundings {
 struct Seen {
   const platform::UIViewRef& view;
   const platform::UIViewRef& parent;  // null for a window
-  std::size_t position;               // among the parent's subviews
+  std::size_t position;               // among the parent's contents
   std::size_t depth;                  // below the root of the survey
   const Surroundings& surroundings;   // of no meaning for a window
 
@@ -55,11 +55,11 @@ bool surveyBelow(const platform::UIViewRef& root, Visit&& visit) {
   std::vector<WalkLevel> levels;
   std::vector<Surroundings> surroundings{Surroundings::inside(root)};
   bool goesOn = true;
-  walkSubviews(root, levels, [&](const WalkStep& step) {
+  walkContents(root, levels, [&](const WalkStep& step) {
     if (!goesOn) return false;
     const std::size_t depth = step.path.size();
     goesOn = visit(Seen{step.view, step.parent(), step.position, depth, surroundings[depth - 1]});
-    if (!goesOn || step.view->subviews().empty()) return false;
+    if (!goesOn || step.view->contents().empty()) return false;
     if (surroundings.size() == depth) surroundings.emplace_back();
     surroundings[depth] = surroundings[depth - 1].below(step.view);
     return true;
