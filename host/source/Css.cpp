@@ -37,6 +37,8 @@ std::string inXPath(const Condition& condition) {
   }
 }
 
+constexpr unsigned long kNoCharacter = 0xFFFD;  // what CSS reads in place of one
+
 void appendUtf8(std::string& text, unsigned long point) {
   if (point < 0x80) {
     text += static_cast<char>(point);
@@ -170,7 +172,9 @@ class Reader {
       text += reader_.next();
       return;
     }
-    appendUtf8(text, std::strtoul(digits.c_str(), nullptr, 16) & 0x1FFFFF);
+    const auto point = std::strtoul(digits.c_str(), nullptr, 16);
+    const bool isCharacter = point > 0 && point <= 0x10FFFF && (point < 0xD800 || point > 0xDFFF);
+    appendUtf8(text, isCharacter ? point : kNoCharacter);
     reader_.take(" ");
   }
 

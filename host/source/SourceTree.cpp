@@ -81,6 +81,8 @@ std::string SourceTree::xml(bool indented) const {
 
 std::vector<SourceTree::Handle> SourceTree::find(const std::string& xpath,
                                                  std::optional<Handle> within) const {
+  // The library would read up to it.
+  if (xpath.find('\0') != std::string::npos) throw InvalidSelector("the XPath has a null in it");
   std::vector<Handle> found;
   try {
     auto nodes = node(within).select_nodes(xpath.c_str());

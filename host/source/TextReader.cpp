@@ -7,6 +7,14 @@
 
 namespace tarni::host {
 
+TextReader::TextReader(std::string_view text, std::string_view language)
+    : text_(text), language_(language) {
+  const auto null = text.find('\0');
+  if (null == std::string_view::npos) return;
+  at_ = null;
+  fail("a null character");
+}
+
 char TextReader::next() {
   if (isAtEnd()) fail("it ends too soon");
   return text_[at_++];

@@ -11,7 +11,8 @@ namespace tarni::host {
 class TextReader {
  public:
   // `language` is what the text should be, "CSS", for messages. The text must live as long.
-  TextReader(std::string_view text, std::string_view language) : text_(text), language_(language) {}
+  // Throws InvalidSelector for one with a null character, which is the end here.
+  TextReader(std::string_view text, std::string_view language);
 
   bool isAtEnd() const { return at_ == text_.size(); }
   // Null at the end.

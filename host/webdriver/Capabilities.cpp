@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cctype>
+#include <cmath>
 #include <filesystem>
 #include <functional>
 #include <nlohmann/json.hpp>
@@ -22,12 +23,11 @@ constexpr double kLongestTimeout = 9'007'199'254'740'991;
 }
 
 milliseconds timeoutIn(const std::string& name, const Json& value) {
-  const bool isNumber = value.is_number_integer() ||
-                        (value.is_number() && value.get<double>() == value.get<long long>());
-  if (!isNumber || value.get<double>() < 0 || value.get<double>() > kLongestTimeout) {
+  const double number = value.is_number() ? value.get<double>() : -1;
+  if (number < 0 || number > kLongestTimeout || number != std::floor(number)) {
     refuse(name, "a whole number of milliseconds, 0 or more");
   }
-  return milliseconds(value.get<long long>());
+  return milliseconds(static_cast<long long>(number));
 }
 
 std::string textOf(const std::string& name, const Json& value) {
@@ -107,7 +107,9 @@ constexpr Known kKnown[] = {
                               const Json& value) { to.startsInPage = truthOf(name, value); }},
     {"appium:newCommandTimeout",
      [](Capabilities& to, const std::string& name, const Json& value) {
-       to.newCommandTimeout = std::chrono::seconds(timeoutIn(name, value).count());
+       constexpr std::chrono::seconds kLongest = std::chrono::hours(24 * 365);
+       to.newCommandTimeout =
+           std::min(std::chrono::seconds(timeoutIn(name, value).count()), kLongest);
      }},
     {"timeouts",
      [](Capabilities& to, const std::string&, const Json& value) { to.timeouts.take(value); }},

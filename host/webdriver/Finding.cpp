@@ -153,7 +153,7 @@ Query queryFor(const std::string& strategy, const std::string& value) {
 
 std::vector<long> search(Session& session, const Query& query, std::optional<long> within,
                          std::size_t most) {
-  const auto deadline = Clock::now() + session.timeouts.implicit;
+  const auto deadline = deadlineIn(session.timeouts.implicit);
   while (true) {
     auto handles =
         std::visit([&](const auto& how) { return found(session, how, within, most); }, query);

@@ -71,7 +71,7 @@ std::string frameOf(const Session& session) {
 
 std::string awaited(Session& session, const Json& number) {
   const auto limit = session.timeouts.script;
-  const auto deadline = Clock::now() + limit.value_or(std::chrono::hours(24));
+  const auto deadline = deadlineIn(limit.value_or(std::chrono::hours(24)));
   // Another page has no answer.
   const auto call =
       "typeof tarniDriverAnswer==='function'?tarniDriverAnswer(" + number.dump() + "):'none'";
@@ -146,7 +146,7 @@ void enterFirstPage(Session& session) {
 }
 
 void awaitPage(Session& session) {
-  const auto deadline = Clock::now() + session.timeouts.pageLoad;
+  const auto deadline = deadlineIn(session.timeouts.pageLoad);
   while (isLoading(session)) {
     if (Clock::now() >= deadline) throw Error("timeout", "the page is not loaded in time");
     std::this_thread::sleep_for(kPauseBetweenAsking);

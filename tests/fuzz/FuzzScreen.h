@@ -3,7 +3,6 @@
 #pragma once
 
 #include <cstddef>
-#include <cstdint>
 #include <optional>
 #include <stdexcept>
 #include <string>
@@ -28,7 +27,8 @@
 #include "backends/headless/views/TextView.h"
 #include "backends/headless/views/WebView.h"
 #include "platform/Platform.h"
-#include "tests/elements/ManualTime.h"
+#include "tests/fuzz/Lines.h"
+#include "tests/fuzz/OneThread.h"
 #include "tests/support/Complete.h"
 
 namespace tarni::test {
@@ -71,7 +71,7 @@ class FuzzScreen {
   // Runs what the input left behind.
   void settle() {
     for (int round = 0; round < 2; ++round) {
-      while (environment_.runLoop().pump()) {
+      while (environment_.runLoop().pump() || time_.turn()) {
       }
       time_.pass(10);
     }
@@ -105,23 +105,10 @@ class FuzzScreen {
   }
 
   headless::Environment& environment_ = *new headless::Environment;
-  ManualTime time_{environment_.runLoop()};
+  OneThread time_{environment_.runLoop()};
   SilentLog log_;
   headless::WindowRef window_;
   std::vector<headless::ViewRef> views_;
 };
-
-// The input's lines, without their ends.
-inline std::vector<std::string> linesOf(const std::uint8_t* data, std::size_t size) {
-  std::vector<std::string> lines(1);
-  for (const std::uint8_t* byte = data; byte != data + size; ++byte) {
-    if (*byte == '\n') {
-      lines.emplace_back();
-    } else {
-      lines.back() += static_cast<char>(*byte);
-    }
-  }
-  return lines;
-}
 
 }  // namespace tarni::test

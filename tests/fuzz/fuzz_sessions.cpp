@@ -1,11 +1,12 @@
-// Session files of the host tool: read, or refused with a reason; what was read can be told and
-// reported on.
+// Session files of the host tool: read, or refused with a reason; what was read can be told,
+// reported on, edited, written as code, and written again as it was.
 #include <cstddef>
 #include <cstdint>
 #include <nlohmann/json.hpp>
 #include <sstream>
 #include <stdexcept>
 
+#include "host/export/Export.h"
 #include "host/session/Session.h"
 #include "host/stream/Jpeg.h"
 #include "host/stream/StreamReport.h"
@@ -29,6 +30,29 @@ void report(StreamSession session) {
   if (streamReportPage(played).empty()) throw std::logic_error("the report is empty");
 }
 
+void edit(Session session) {
+  const std::size_t count = session.steps().size();
+  std::string text = openingLine(session.header());
+  for (const Step& step : session.steps()) {
+    step.inWords();
+    text += (&step == session.steps().data() ? "\n" : ",\n") + compact(step.json());
+  }
+  std::istringstream again(text.append(kSessionEnd));
+  if (Session::fromLines(readSessionLines(again, "written")).steps() != session.steps()) {
+    throw std::logic_error("what was written is not what was read");
+  }
+  for (const auto language : {ExportLanguage::Python, ExportLanguage::JavaScript}) {
+    try {
+      exportedTest(session, language, "session");
+    } catch (const std::invalid_argument&) {
+      // a step that says no way to its element
+    }
+  }
+  for (std::size_t at = 0; at < count; ++at)
+    session.take(session.steps()[session.steps().size() / 2]);
+  if (session.steps().size() > 1) session.move(0, session.steps().size() - 1);
+}
+
 }  // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
@@ -38,7 +62,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     if (lines.version == 1) {
       report(StreamSession::fromLines(lines));
     } else {
-      for (const Step& step : Session::fromLines(lines).steps()) step.inWords();
+      edit(Session::fromLines(lines));
     }
   } catch (const std::invalid_argument& refusal) {
     if (!std::string(refusal.what()).starts_with("session:")) throw;

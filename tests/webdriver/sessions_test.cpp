@@ -92,7 +92,7 @@ TEST(WebDriverSessions, ThatAreAskedForAgainWhileTheyStartAreOneAndEndInAWaitWit
   auto first = std::async(std::launch::async, ask);
   const auto session = "/session/" + ask();
   EXPECT_EQ("/session/" + first.get(), session);
-  driver.ask("POST", session + "/timeouts", R"({"implicit":100000})");
+  driver.ask("POST", session + "/timeouts", R"({"implicit":9007199254740991})");
   auto waiting = std::async(std::launch::async, [&] {
     httplib::Client client("127.0.0.1", driver.port());
     client.set_read_timeout(kPatience);

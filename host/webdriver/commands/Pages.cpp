@@ -18,7 +18,7 @@ constexpr std::chrono::milliseconds kPauseBetweenSearchesInPage{25};
 Json lookedFor(Session& session, const Arguments& arguments, bool needsAny) {
   Json asked = {{"using", arguments.text("using")}, {"value", arguments.text("value")}};
   if (!arguments.path.empty()) asked["within"] = arguments.path.front();
-  const auto deadline = Clock::now() + session.timeouts.implicit;
+  const auto deadline = deadlineIn(session.timeouts.implicit);
   while (true) {
     Json found = askPage(session, "find", asked);
     if (!found.empty()) return found;
