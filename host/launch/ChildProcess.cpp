@@ -39,8 +39,8 @@ std::vector<char*> pointers(std::vector<std::string>& texts) {
 
 // Allocates nothing: other threads may have held a lock when the process was doubled.
 [[noreturn]] void become(const char* file, char** arguments, char** variables, int output,
-                         pid_t parent) {
-  prctl(PR_SET_PDEATHSIG, SIGTERM);
+                         pid_t parent, int whenAlone) {
+  prctl(PR_SET_PDEATHSIG, whenAlone);
   if (getppid() != parent) _exit(127);
   sigset_t none;
   sigemptyset(&none);
@@ -70,7 +70,7 @@ ChildProcess::ChildProcess(Call call)
   pid_ = fork();
   if (pid_ == 0) {
     become(call.file.c_str(), const_cast<char**>(arguments.data()),
-           const_cast<char**>(entries.data()), output_, parent);
+           const_cast<char**>(entries.data()), output_, parent, call.whenAlone);
   }
   if (pid_ < 0) {
     close(output_);

@@ -3,6 +3,7 @@
 // that lives long enough.
 #pragma once
 
+#include <signal.h>
 #include <sys/types.h>
 
 #include <chrono>
@@ -24,6 +25,7 @@ class ChildProcess {
     std::map<std::string, std::string> environment = {};  // is added to the caller's
     Output output = Output::Kept;
     std::chrono::seconds timeToEnd = std::chrono::seconds(5);  // before it is made to
+    int whenAlone = SIGTERM;  // what it gets when this process was killed
   };
 
   // Throws std::runtime_error when no process can be made; a file that cannot be run ends at once.

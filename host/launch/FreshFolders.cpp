@@ -1,7 +1,9 @@
 #include "host/launch/FreshFolders.h"
 
-#include <stdlib.h>
+#include <sys/stat.h>
+#include <unistd.h>
 
+#include <random>
 #include <stdexcept>
 #include <system_error>
 
@@ -27,10 +29,15 @@ constexpr Folder kFolders[] = {
 
 }  // namespace
 
-FreshFolders::FreshFolders() {
-  auto name = (fs::temp_directory_path() / "tarni-fresh-XXXXXX").string();
-  if (mkdtemp(name.data()) == nullptr) throw std::runtime_error("cannot make the folder " + name);
-  folder_ = name;
+FreshFolders::FreshFolders()
+    : folder_(fs::temp_directory_path() / ("tarni-fresh-" + std::to_string(getpid()) + "-" +
+                                           std::to_string(std::random_device()()))) {}
+
+void FreshFolders::make() const {
+  // Nobody else's, whatever its name was taken for.
+  if (mkdir(folder_.c_str(), S_IRWXU) != 0) {
+    throw std::runtime_error("cannot make the folder " + folder_.string());
+  }
   for (const auto& folder : kFolders) {
     fs::create_directory(folder_ / folder.name);
     fs::permissions(folder_ / folder.name, fs::perms::owner_all);
@@ -38,6 +45,8 @@ FreshFolders::FreshFolders() {
 }
 
 FreshFolders::~FreshFolders() {
+  struct stat info {};
+  if (lstat(folder_.c_str(), &info) != 0 || info.st_uid != geteuid()) return;
   std::error_code ignored;
   fs::remove_all(folder_, ignored);
 }

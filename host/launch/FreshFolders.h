@@ -10,11 +10,14 @@ namespace tarni::host {
 
 class FreshFolders {
  public:
-  // Throws std::runtime_error when they cannot be made.
+  // Chooses where they are to be.
   FreshFolders();
   FreshFolders(const FreshFolders&) = delete;
   FreshFolders& operator=(const FreshFolders&) = delete;
   ~FreshFolders();
+
+  // Throws std::runtime_error when they cannot be made.
+  void make() const;
 
   // The variables that name them: HOME, XDG_CONFIG_HOME and so on.
   void addTo(std::map<std::string, std::string>& environment) const;

@@ -14,6 +14,7 @@
 #include <system_error>
 
 #include "host/launch/NetworkNamespace.h"
+#include "host/launch/Reaper.h"
 
 namespace tarni::host {
 
@@ -173,6 +174,14 @@ fs::path sessionPath(const fs::path& folder, pid_t pid) {
 
 int runToTheEnd(const Launch& launch) {
   const BlockedSignals signals;
+  const auto cleanUp = [&launch](pid_t pid) {
+    // A program that was killed leaves its socket behind.
+    std::error_code isGone;
+    if (!launch.sessionFolder.empty()) fs::remove(sessionPath(launch.sessionFolder, pid), isGone);
+    if (launch.onEnded) launch.onEnded();
+  };
+  const Reaper reaper(launch.endsWithThis, cleanUp);
+  if (launch.onStarting) launch.onStarting();
   Pipe report;
   Pipe goAhead;
   const pid_t pid = fork();
@@ -188,14 +197,12 @@ int runToTheEnd(const Launch& launch) {
   if (const auto first = report.read(1); first != kPrepared) {
     refuse(first + report.read(kLongestReason));
   }
+  reaper.watch(pid);
   if (launch.onStarted) launch.onStarted(pid);
   goAhead.write(kPrepared);
   if (const auto why = report.read(kLongestReason); !why.empty()) refuse(why);
   const int code = attend(launch, pid, signals.handled());
-  // A program that was killed leaves its socket behind.
-  std::error_code isGone;
-  if (!launch.sessionFolder.empty()) fs::remove(sessionPath(launch.sessionFolder, pid), isGone);
-  if (launch.onEnded) launch.onEnded();
+  cleanUp(pid);
   return code;
 }
 

@@ -19,9 +19,16 @@ struct Launch {
   // Where the program's session channel opens, as PID.session; the folder is this user's alone.
   // Empty for no channel.
   std::filesystem::path sessionFolder = {};
+  // The program has means of its own, which are gone with this process: it is ended when this
+  // process is killed. Any other one goes on then.
+  bool endsWithThis = false;
+  // Called once, before the program is there: makes what `onEnded` takes away.
+  std::function<void()> onStarting = {};
   // Called once, when the program is there but has not begun.
   std::function<void(pid_t)> onStarted = {};
-  // Called once, when the program has ended; no signal ends this process before it is done.
+  // Called once, when the program has ended; no signal ends this process before it is done. When
+  // this process is killed, another one calls it, which knows nothing of what came after the start
+  // of `runToTheEnd`.
   std::function<void()> onEnded = {};
   // Called every few milliseconds until it returns true: it is done then.
   std::function<bool(pid_t)> onTick = {};

@@ -18,6 +18,7 @@ ToolProcess::ToolProcess(const std::vector<std::string>& words,
                     .words = named(words),
                     .environment = environment,
                     .output = Output::Kept,
-                    .timeToEnd = timeToEnd}) {}
+                    .timeToEnd = timeToEnd,
+                    .whenAlone = SIGKILL}) {}  // its reaper makes an end of what would not end
 
 }  // namespace tarni::host

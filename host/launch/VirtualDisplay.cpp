@@ -16,8 +16,9 @@ namespace {
 
 constexpr int kStartTimeoutMilliseconds = 10'000;
 
-[[noreturn]] void becomeXvfb(int report, const std::string& size) {
+[[noreturn]] void becomeXvfb(int report, const std::string& size, pid_t parent) {
   prctl(PR_SET_PDEATHSIG, SIGTERM);
+  if (getppid() != parent) _exit(127);
   setpgid(0, 0);  // so that Ctrl-C ends the program first, and its display after it
   const int silence = open("/dev/null", O_RDWR | O_CLOEXEC);
   for (const int standard : {STDIN_FILENO, STDOUT_FILENO, STDERR_FILENO}) dup2(silence, standard);
@@ -49,8 +50,9 @@ std::string readNumber(int report) {
 VirtualDisplay::VirtualDisplay(const std::string& size) {
   std::array<int, 2> ends{};
   if (pipe2(ends.data(), O_CLOEXEC) != 0) throw std::runtime_error("cannot make a pipe for Xvfb");
+  const pid_t parent = getpid();
   pid_ = fork();
-  if (pid_ == 0) becomeXvfb(ends[1], size);
+  if (pid_ == 0) becomeXvfb(ends[1], size, parent);
   close(ends[1]);
   const auto number = pid_ > 0 ? readNumber(ends[0]) : "";
   close(ends[0]);

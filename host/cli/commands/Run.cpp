@@ -88,6 +88,8 @@ class Registration {
     isAdded_ = true;
     if (isIsolated_) std::cerr << "tarni: isolated as \"" << name_ << "\"\n";
   }
+  // What has ended is forgotten by looking.
+  void forget() const { registry_.all(); }
   const std::string& name() const { return name_; }
 
  private:
@@ -131,7 +133,14 @@ void run(Invocation& invocation, const RunOptions& options) {
   }
   std::optional<FreshFolders> folders;
   if (options.fresh) folders.emplace().addTo(launch.environment);
-  launch.onEnded = [&folders] { folders.reset(); };
+  launch.endsWithThis = options.isolated || options.ownDisplay || options.fresh;
+  launch.onStarting = [&folders] {
+    if (folders) folders->make();
+  };
+  launch.onEnded = [&folders, &registration] {
+    folders.reset();
+    if (registration) registration->forget();
+  };
   Readiness readiness(options.isolated ? ": reach it with tarni --in " + registration->name() + " …"
                                        : "");
   std::optional<ToolkitWatch> toolkit;
