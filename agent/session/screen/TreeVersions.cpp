@@ -1,10 +1,13 @@
 #include "agent/session/screen/TreeVersions.h"
 
+#include <algorithm>
+
 namespace tarni::session {
 namespace {
 
-// A program that shows ever new things does not fill the memory with what has gone.
-constexpr std::size_t kMostGone = 100'000;
+// A program that shows ever new things does not fill the memory with what has gone: so much is
+// kept, or as much as is there.
+constexpr std::size_t kEnoughGone = 10'000;
 
 }  // namespace
 
@@ -57,7 +60,7 @@ TreeVersions::Version TreeVersions::end() {
     byChange_.erase(entry->second.place);
     entry = known_.erase(entry);
   }
-  while (gone_.size() > kMostGone) {
+  while (gone_.size() > std::max(kEnoughGone, known_.size())) {
     oldest_ = gone_.front().version;
     gone_.pop_front();
   }
