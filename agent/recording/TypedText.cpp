@@ -43,7 +43,9 @@ void TypedText::noteTap() {
 
 std::vector<StepDraftRef> TypedText::takeGone() {
   if (!RecorderAction::standsInWindow(edited_.field.lock())) letGo();
-  return std::exchange(gone_, {});
+  std::vector<StepDraftRef> drafts;
+  for (Gone& gone : std::exchange(gone_, {})) drafts.push_back(std::move(gone.draft));
+  return drafts;
 }
 
 std::vector<StepDraftRef> TypedText::takeAll() {
@@ -66,6 +68,7 @@ void TypedText::look(const UIViewRef& field) {
   std::string text = RecorderAction::typedText(field);
   if (edited_.field.lock() != field) {
     letGo();
+    std::erase_if(gone_, [](const Gone& gone) { return !gone.isTyped; });
     edited_.field = field;
   } else if (text != edited_.text) {
     edited_.isToRecord = true;
@@ -76,7 +79,7 @@ void TypedText::look(const UIViewRef& field) {
 // A field that stands somewhere is not gone: it was left for another one.
 void TypedText::letGo() {
   const Edited edited = std::exchange(edited_, {});
-  if (edited.holdsTyped() && !RecorderAction::standsInWindow(edited.field.lock())) keep(edited);
+  if (edited.holdsText() && !RecorderAction::standsInWindow(edited.field.lock())) keep(edited);
 }
 
 void TypedText::keep(const Edited& edited) {
@@ -88,7 +91,7 @@ void TypedText::keep(const Edited& edited) {
     gone_.erase(gone_.begin());
   }
   edited.draft->data = edited.text;
-  gone_.push_back(edited.draft);
+  gone_.push_back({edited.draft, edited.isToRecord});
 }
 
 }  // namespace tarni

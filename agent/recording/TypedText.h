@@ -2,8 +2,9 @@
 //
 // A dialog that is closed with the keyboard takes its fields away before any tap could record what
 // was typed into them. So the text is followed while the field stands in its window; the step of a
-// field that has gone waits for the next tap, like the text of a field that is still there. A text
-// that nobody touched is not kept: the dialog opened with it. Main thread.
+// field that has gone waits for the next tap, like the text of a field that is still there. So does
+// a text that nobody touched, with which the dialog opened, unless another field comes to be edited
+// before that tap: it is told of a field that merely has the focus as well. Main thread.
 #pragma once
 
 #include <string>
@@ -44,7 +45,13 @@ class TypedText {
     StepDraftRef draft;
     std::string draftedText;
 
-    bool holdsTyped() const { return isToRecord && draft && !text.empty(); }
+    bool holdsText() const { return draft && !text.empty(); }
+    bool holdsTyped() const { return isToRecord && holdsText(); }
+  };
+
+  struct Gone {
+    StepDraftRef draft;
+    bool isTyped;
   };
 
   void look(const platform::UIViewRef& field);
@@ -52,7 +59,7 @@ class TypedText {
   void keep(const Edited& edited);
 
   Edited edited_;
-  std::vector<StepDraftRef> gone_;
+  std::vector<Gone> gone_;
 };
 
 }  // namespace tarni

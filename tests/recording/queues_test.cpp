@@ -178,7 +178,15 @@ TEST_F(TextInADialog, ClosedWithTheKeyboardIsRecordedWithTheNextTap) {
   close();
   walk();
   environment.finger().tap(*done);
-  EXPECT_THAT(steps(), ElementsAre("ClickButton ")) << "nobody typed";
+  EXPECT_THAT(steps(), ElementsAre("TypeTextOnEditBox Untitled", "ClickButton "))
+      << "had the focus";
+  open("Untitled");
+  walk();
+  close();
+  a->focus();
+  walk();
+  environment.finger().tap(*done);
+  EXPECT_THAT(steps(), ElementsAre("ClickButton ")) << "another field has it since";
   open("Untitled");
   walk();
   done->onTap([this] { close(); });
