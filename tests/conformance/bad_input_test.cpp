@@ -26,6 +26,9 @@ TEST_P(Conformance, BadInputIsAnswered) {
     }
   }
   EXPECT_TRUE(nlohmann::json::accept(answer(R"({"functionname":"findelements","tagname":1e400})")));
+  const nlohmann::json switches = {
+      {"functionname", "findelements"}, {"tagname", "UISwitch"}, {"functiontype", 1}};
+  EXPECT_TRUE(playback().ask(switches)[0].contains("elementID")) << "no command reads that key";
   for (const char* value : {"\"'\\\\\"", "\x01\x1f\x7f\t\n", "\xe2\x80\xa8", "%s%n%@"}) {
     for (const char* type : {"text", "partialtext", "xpath", "\\"}) {
       EXPECT_TRUE(playback().find("", type, value).empty()) << type << " " << value;
