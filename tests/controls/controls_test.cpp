@@ -233,7 +233,7 @@ class Try {
 
   // Until its page is there.
   void await(Lines where, const Program& started) const {
-    where.push_back("wait");
+    where.insert(where.end(), {"wait", "--timeout", "50"});
     EXPECT_EQ(tarni(where).wait(60s), 0) << started.output();
   }
 
