@@ -1,6 +1,5 @@
 #include <set>
 
-#include "backends/headless/views/PickerView.h"
 #include "backends/headless/views/TableView.h"
 #include "tests/headless/TouchScreen.h"
 
@@ -60,19 +59,6 @@ TEST_F(CollectionsTest, ATapSelectsTheRowUnderIt) {
   environment.finger().drag(*table, {100, 120}, {100, 60});
   EXPECT_EQ(selected, 1) << "a drag scrolls";
   EXPECT_EQ(table->contentOffset().y, 60);
-}
-
-TEST_F(CollectionsTest, APickerTurnsByItsColumns) {
-  const auto picker =
-      build<PickerView>(std::vector{rows(5), rows(3)}).frame({{0, 200}, {200, 150}}).in(*window);
-  const auto& column = picker->columns().at(1);
-  EXPECT_EQ(column->getClass()->name(), "UIPickerColumnView");
-  EXPECT_EQ(column->selectedRow(), 0);
-  environment.finger().drag(*column, {50, 100}, {50, 66});
-  EXPECT_EQ(column->selectedRow(), 1);
-  column->selectRow(2);
-  EXPECT_EQ(column->selectedRow(), 2);
-  EXPECT_EQ(picker->columns().at(0)->selectedRow(), 0);
 }
 
 }  // namespace

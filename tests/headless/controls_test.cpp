@@ -1,4 +1,3 @@
-#include "backends/headless/views/Bars.h"
 #include "backends/headless/views/Button.h"
 #include "backends/headless/views/Slider.h"
 #include "backends/headless/views/TextField.h"
@@ -82,19 +81,6 @@ TEST_F(ControlsTest, FocusMovesFromFieldToField) {
   EXPECT_EQ(seen.back(), "end");
   EXPECT_FALSE(first->focus()) << "without a window there is no focus";
   EXPECT_FALSE(window->focus()) << "a window does not take it";
-}
-
-TEST_F(ControlsTest, NavigationBarsHoldPrivateViews) {
-  const auto bar = build<NavigationBar>("Title").frame({{0, 0}, {390, 44}}).in(*window);
-  int back = 0;
-  const auto button = bar->setBackButton("Back", [&] { ++back; });
-  EXPECT_EQ(bar->itemView()->getClass()->name(), "UINavigationItemView");
-  EXPECT_EQ(bar->backIndicator()->getClass()->name(), "_UINavigationBarBackIndicatorView");
-  EXPECT_EQ(button->getClass()->name(), "UINavigationButton");
-  EXPECT_EQ(window->hitTest({195, 22}), bar) << "the title leaves its touches to the bar";
-  environment.finger().tap(*button);
-  environment.finger().tap(*bar->backIndicator());
-  EXPECT_EQ(back, 2);
 }
 
 }  // namespace

@@ -68,24 +68,6 @@ TEST_F(ViewTest, HitTestPassesOverViewsThatTakeNoTouches) {
   EXPECT_EQ(window->hitTest({10, 10}), back) << "labels take none";
 }
 
-TEST_F(ViewTest, TheTreeKeepsOrderAndOwnership) {
-  const auto parent = plainView({{0, 0}, {100, 100}});
-  const auto first = plainView({}, *parent);
-  const auto second = plainView({}, *parent);
-  const auto third = std::make_shared<View>();
-  parent->insertSubview(third, 1);
-  EXPECT_THAT(parent->subviews(), testing::ElementsAre(first, third, second));
-  parent->bringSubviewToFront(first);
-  EXPECT_THAT(parent->subviews(), testing::ElementsAre(third, second, first));
-  first->addSubview(parent);
-  EXPECT_EQ(parent->superview(), window) << "no view can stand in itself";
-  parent->addSubview(nullptr);
-
-  window->addSubview(second);
-  EXPECT_EQ(second->superview(), window);
-  EXPECT_THAT(parent->subviews(), testing::ElementsAre(third, first));
-}
-
 TEST_F(ViewTest, ARemovedViewHasNoWindow) {
   const auto parent = plainView({{0, 0}, {100, 100}});
   const auto child = plainView({{10, 10}, {10, 10}}, *parent);
@@ -116,26 +98,6 @@ TEST_F(ViewTest, DeepTreesAreMovedHitAndDestroyed) {
   top->removeFromSuperview();
   top.reset();
   EXPECT_TRUE(gone.expired());
-}
-
-TEST_F(ViewTest, ValuesOfALayerStayWhereTheyAre) {
-  auto& layer = window->layer();
-  std::vector<const std::string*> texts;
-  for (const char* key : {"a", "", "c", "d", "e"}) {
-    EXPECT_EQ(layer.valueForKey(key), nullptr);
-    layer.setValueForKey(std::string("first ") + key, key);
-    texts.push_back(layer.valueForKey(key));
-  }
-  for (const char* key : {"d", "a"}) layer.setValueForKey("second", key);
-  EXPECT_EQ(*texts[0], "second");
-  EXPECT_EQ(*texts[1], "first ");
-  EXPECT_EQ(*texts[3], "second");
-  EXPECT_EQ(layer.valueForKey("e"), texts[4]);
-  EXPECT_EQ(*texts[4], "first e");
-  layer.addAnimation({.duration = 1}, "fade");
-  layer.addAnimation({.duration = 2}, "fade");
-  EXPECT_THAT(layer.animationKeys(), testing::ElementsAre("fade"));
-  EXPECT_EQ(layer.animationForKey("fade")->duration, 2);
 }
 
 }  // namespace

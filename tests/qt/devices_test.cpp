@@ -4,10 +4,7 @@
 #include <QtWidgets/QDialog>
 #include <QtWidgets/QLineEdit>
 #include <QtWidgets/QListWidget>
-#include <QtWidgets/QMenu>
-#include <QtWidgets/QMenuBar>
 #include <QtWidgets/QPlainTextEdit>
-#include <QtWidgets/QPushButton>
 #include <QtWidgets/QScrollBar>
 #include <QtWidgets/QSplitter>
 #include <map>
@@ -162,40 +159,6 @@ TEST_F(Devices, PointerDragsSplittersAndItemsAndTurnsTheWheel) {
   finish(moveTo(from->viewport(), {20, 40}));
   finish(devices().turnWheel(0, 2));
   EXPECT_EQ(from->verticalScrollBar()->value(), 2 * QApplication::wheelScrollLines());
-}
-
-TEST_F(Devices, PointerReachesTheMenuThatHoldsTheUserAndNothingBehindADialog) {
-  auto* const button = add(new QPushButton("Behind"));
-  int clicks = 0;
-  QObject::connect(button, &QPushButton::clicked, [&] { ++clicks; });
-  QMenu* const file = window_.menuBar()->addMenu("File");
-  QMenu* const recent = file->addMenu("Recent");
-  QString chosen;
-  for (const char* const name : {"one", "two"}) {
-    QObject::connect(recent->addAction(name), &QAction::triggered, [&, name] { chosen = name; });
-  }
-  open();
-  click(window_.menuBar(), window_.menuBar()->actionGeometry(file->menuAction()).center());
-  ASSERT_TRUE(file->isVisible());
-  finish(moveTo(file, {2, 2}));
-  finish(moveTo(file, file->actionGeometry(recent->menuAction()).center()));
-  ASSERT_TRUE(runUntil([&] { return recent->isVisible(); })) << "opens by hovering";
-  click(recent, recent->actionGeometry(recent->actions()[1]).center());
-  EXPECT_EQ(chosen, "two");
-
-  QDialog dialog(&window_);
-  auto* const close = new QPushButton("Close", &dialog);
-  QObject::connect(close, &QPushButton::clicked, &dialog, &QDialog::accept);
-  QObject::connect(button, &QPushButton::clicked, &dialog, &QDialog::exec);
-  const auto dismiss = [&]() -> Task<void> {
-    co_await clickOn(button);
-    EXPECT_TRUE(dialog.isVisible()) << "the click is answered while the dialog runs";
-    co_await clickOn(button);
-    co_await clickOn(close);
-  };
-  finish(dismiss());
-  EXPECT_FALSE(dialog.isVisible());
-  EXPECT_EQ(clicks, 1);
 }
 
 TEST_F(Devices, LeaveAWindowToBeResizedAndToRefuseToClose) {

@@ -3,7 +3,6 @@
 #include <QtGui/QTouchEvent>
 #include <QtWidgets/QCheckBox>
 #include <QtWidgets/QDialog>
-#include <QtWidgets/QLineEdit>
 #include <QtWidgets/QListWidget>
 #include <QtWidgets/QMenu>
 #include <QtWidgets/QMessageBox>
@@ -12,7 +11,6 @@
 #include <QtWidgets/QStyle>
 #include <QtWidgets/QTabWidget>
 #include <QtWidgets/QTreeWidget>
-#include <algorithm>
 
 #include "platform/UIKit/UIControls.h"
 #include "tests/support/QtScreen.h"
@@ -27,23 +25,6 @@ class Taps : public PageTest {
     show(window_);
   }
 };
-
-TEST_F(Taps, ReachAViewThatMovedToAnotherWindow) {
-  auto* const button = add(new QPushButton("Press"));
-  int clicks = 0;
-  QObject::connect(button, &QPushButton::clicked, [&] { ++clicks; });
-  showWindow();
-  const platform::UIViewRef view = qt::viewOfWidget(button);
-  QWidget other;
-  other.resize(300, 200);
-  button->setParent(&other);
-  button->setGeometry(100, 50, 80, 30);
-  button->show();
-  show(other);
-  EXPECT_EQ(view->window(), qt::viewOfWidget(&other));
-  finish(KIFAdditions::tap(view));
-  EXPECT_EQ(clicks, 1);
-}
 
 TEST_F(Taps, ClickAButtonOnceATime) {
   auto* const button = add(new QPushButton("Press"));
