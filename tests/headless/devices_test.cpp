@@ -63,6 +63,9 @@ TEST_F(DevicesTest, TheKeyboardTypesIntoWhatHasTheFocus) {
   complete(devices.setKey("Shift", true));
   press("b");
   complete(devices.setKey("Shift", false));
+  complete(devices.setKey("Control", true));
+  press("c");  // a shortcut is no text
+  complete(devices.setKey("Control", false));
   EXPECT_EQ(field->text(), "Καλη жaB");
   click({10, 60});
   for (const char* const key : {"x", "Enter", "y"}) press(key);

@@ -113,11 +113,14 @@ platform::Task<void> InputDevices::setKey(std::string key, bool isDown) {
     throw NSException(platform::NSInvalidArgumentException, "There is no key \"" + key + "\"");
   }
   if (key == "Shift") isShiftDown_ = isDown;
+  if (key == "Control" || key == "Alt" || key == "Meta") {
+    isDown ? void(chord_.insert(key)) : void(chord_.erase(key));
+  }
   if (!isDown) co_return;
   View* const typedInto = focused();
   if (key == "Backspace") takeCharacterFrom(typedInto);
   if (key == "Enter" && dynamic_cast<TextView*>(typedInto)) typeInto(typedInto, "\n");
-  if (!isCharacter(key)) co_return;
+  if (!isCharacter(key) || !chord_.empty()) co_return;
   const bool isSmall = key.size() == 1 && key[0] >= 'a' && key[0] <= 'z';
   if (isShiftDown_ && isSmall) key[0] = static_cast<char>(key[0] - 'a' + 'A');
   typeInto(typedInto, key);

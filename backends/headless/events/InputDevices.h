@@ -2,6 +2,9 @@
 // which "sendEvent:" hears nothing; there is nothing that a second button would do. Main thread.
 #pragma once
 
+#include <set>
+#include <string>
+
 #include "backends/headless/View.h"
 #include "platform/UIKit/InputDevices.h"
 
@@ -31,6 +34,7 @@ class InputDevices final : public platform::InputDevices {
   platform::CGPoint point_;
   platform::UITouchRef touch_;  // while the left button is down
   bool isShiftDown_ = false;
+  std::set<std::string> chord_;  // what is down that makes no text of keys
 };
 
 }  // namespace tarni::headless
