@@ -75,6 +75,7 @@ class Application : public platform::UIApplication {
   platform::Task<platform::CFRunLoopRunResult> runLoopRunInMode(
       std::string mode, double seconds, bool returnAfterSourceHandled) override;
   void setRunLoopObserver(platform::RunLoopObserver* observer) override;
+  std::optional<std::uint64_t> workCount() override { return runLoop_.workCount(); }
   bool setInputObserver(platform::InputObserver* observer) override;
   bool setPaintObserver(platform::PaintObserver* observer) override;
   // A person's hand says what it is about to do.

@@ -34,10 +34,11 @@ void RunLoop::stop() {
 
 bool RunLoop::runUntil(const std::function<bool()>& done, double seconds) {
   const double deadline = now() + seconds;
+  ++workCount_;
   if (depth_++ > 0 && nestedLoop_) nestedLoop_();
   bool isDone = done();
   while (!isDone && !isStopped() && now() < deadline) {
-    if (!pump()) sleepAndTell(std::min(deadline, nextTimer()));
+    if (!serve()) sleepAndTell(std::min(deadline, nextTimer()));
     isDone = done();
   }
   const std::lock_guard lock(mutex_);
@@ -46,6 +47,11 @@ bool RunLoop::runUntil(const std::function<bool()>& done, double seconds) {
 }
 
 bool RunLoop::pump() {
+  ++workCount_;
+  return serve();
+}
+
+bool RunLoop::serve() {
   const bool hadTimers = serveTimers();
   const bool hadPosted = servePosted();
   const bool hadItems = serveMainQueue();
@@ -54,6 +60,7 @@ bool RunLoop::pump() {
 
 void RunLoop::wait(double seconds) {
   const double deadline = now() + seconds;
+  ++workCount_;
   do {
     const double next = std::min(deadline, nextTimer());
     if (clock_.isVirtual()) {
@@ -124,11 +131,13 @@ bool RunLoop::serveMainQueue() {
     if (!std::exchange(mainQueueWaits_, false)) return false;
   }
   if (beganWith_.empty()) beganWith_ = platform::kMainQueueAlone;
+  ++workCount_;
   drain();
   return true;
 }
 
 void RunLoop::note(std::string_view served) {
+  ++workCount_;
   if (beganWith_.empty() || beganWith_ == platform::kMainQueueAlone) beganWith_ = served;
 }
 

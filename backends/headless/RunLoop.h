@@ -4,7 +4,9 @@
 // drive it by hand (`runUntil`, `pump`). Exceptions that leave a block are logged and dropped.
 #pragma once
 
+#include <atomic>
 #include <condition_variable>
+#include <cstdint>
 #include <deque>
 #include <functional>
 #include <limits>
@@ -49,6 +51,10 @@ class RunLoop : public platform::SerialMainQueue {
   // Main thread: told before and after every sleep; null takes it off.
   void setObserver(platform::RunLoopObserver* observer) { observer_ = observer; }
 
+  // Grows with all that is served, and with each call from outside, before which the main thread may
+  // have done anything. Any thread.
+  std::uint64_t workCount() const { return workCount_; }
+
   // Called at the start of every nested loop.
   void onNestedLoop(std::function<void()> action) { nestedLoop_ = std::move(action); }
 
@@ -57,6 +63,7 @@ class RunLoop : public platform::SerialMainQueue {
 
  private:
   void note(std::string_view served);
+  bool serve();
   void sleepAndTell(double deadline);
   bool serveTimers();
   bool servePosted();
@@ -80,6 +87,7 @@ class RunLoop : public platform::SerialMainQueue {
   std::function<void()> nestedLoop_;
   platform::RunLoopObserver* observer_ = nullptr;
   std::string_view beganWith_;  // since the last sleep; empty for nothing
+  std::atomic<std::uint64_t> workCount_ = 0;
 
   std::mutex mutex_;  // guards what follows
   std::condition_variable woken_;

@@ -146,6 +146,10 @@ void QtApplication::setRunLoopObserver(platform::RunLoopObserver* observer) {
   watchLoops(observer);
 }
 
+std::optional<std::uint64_t> QtApplication::workCount() {
+  return qt::workCount();
+}
+
 std::string QtApplication::currentWork() const {
   return workSinceWake();
 }

@@ -36,6 +36,7 @@ class QtApplication : public platform::UIApplication {
   platform::Task<platform::CFRunLoopRunResult> runLoopRunInMode(
       std::string mode, double seconds, bool returnAfterSourceHandled) override;
   void setRunLoopObserver(platform::RunLoopObserver* observer) override;
+  std::optional<std::uint64_t> workCount() override;
   std::string currentWork() const override;
   bool setInputObserver(platform::InputObserver* observer) override;
   bool setPaintObserver(platform::PaintObserver* observer) override;

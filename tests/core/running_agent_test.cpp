@@ -81,6 +81,22 @@ TEST_F(RunningAgent, HookWalksNoMoreOncePlaybackHasStarted) {
   EXPECT_FALSE(isTagged(last));
 }
 
+TEST_F(RunningAgent, HookLeavesAProgramAloneThatDoesNothingAndSeesWhatATimerChanges) {
+  headless::RunLoop& loop = environment.runLoop();
+  const auto first = plainView({{0, 0}, {10, 10}});
+  loadAgent();
+  waitUntil([&] { return isTagged(first); });
+  loop.runUntil([] { return false; }, 0.5);
+  const std::uint64_t before = loop.workCount();
+  loop.runUntil([] { return false; }, 1);
+  // The test's own call, and a tick that sees that the test has had the main thread before it.
+  EXPECT_LE(loop.workCount() - before, 2U);
+
+  headless::ViewRef later;
+  loop.after(0.3, [&] { later = plainView({{0, 0}, {10, 10}}); });
+  EXPECT_TRUE(loop.runUntil([&] { return later && isTagged(later); }, test::kPatience.count()));
+}
+
 class Sender : public RunningAgent {
  protected:
   Sender() {

@@ -1,4 +1,7 @@
 // The program's loop under the agent: what runs when, and which window the user faces.
+#include <glib.h>
+
+#include <QtCore/QPropertyAnimation>
 #include <QtWidgets/QAbstractItemView>
 #include <QtWidgets/QCheckBox>
 #include <QtWidgets/QCompleter>
@@ -10,6 +13,7 @@
 #include <QtWidgets/QScrollArea>
 #include <QtWidgets/QScrollBar>
 #include <algorithm>
+#include <future>
 #include <thread>
 
 #include "agent/elements/UIViewMemoryCache.h"
@@ -123,6 +127,51 @@ TEST(Program, SaysWhatItsThreadDidBetweenItsWaits) {
   loop.exec();
   agent.join();
   EXPECT_TRUE(log.has(std::string(platform::kMainQueueAlone))) << testing::PrintToString(log.began);
+}
+
+TEST(Program, CountsAllThatItsThreadDoesAndNothingWhileItWaits) {
+  QLabel label("Label");
+  show(label);
+  const auto count = [] { return current().application->workCount(); };
+  std::optional<std::uint64_t> atEnd;
+  bool wasFound = false;
+  QPropertyAnimation animation(&label, "pos");
+  animation.setEndValue(QPoint(100, 100));
+  animation.setDuration(10'000);
+  const auto look = [&] { current().dispatch->mainQueue().sync([&] { atEnd = count(); }); };
+  QEventLoop loop;
+  std::thread agent([&] {
+    // What showing the window has left to do is done at some time.
+    for (int turn = 0; turn < 100 && !wasFound; ++turn) {
+      look();
+      std::this_thread::sleep_for(std::chrono::milliseconds(50));
+      wasFound = atEnd && atEnd == count();
+    }
+    current().dispatch->mainQueue().sync([&] { label.hide(); });
+    EXPECT_NE(atEnd, count());
+    QMetaObject::invokeMethod(
+        &label, [&] { animation.start(); }, Qt::BlockingQueuedConnection);
+    look();
+    std::this_thread::sleep_for(std::chrono::milliseconds(100));
+    EXPECT_NE(atEnd, count());
+    QMetaObject::invokeMethod(
+        &label, [&] { animation.stop(); }, Qt::BlockingQueuedConnection);
+    // What a library calls by itself, without any event of the toolkit's.
+    look();
+    std::promise<void> wasCalled;
+    g_idle_add(
+        [](void* promise) {
+          static_cast<std::promise<void>*>(promise)->set_value();
+          return G_SOURCE_REMOVE;
+        },
+        &wasCalled);
+    wasCalled.get_future().wait();
+    EXPECT_NE(atEnd, count());
+    QMetaObject::invokeMethod(&loop, &QEventLoop::quit, Qt::QueuedConnection);
+  });
+  loop.exec();
+  agent.join();
+  EXPECT_TRUE(wasFound);
 }
 
 TEST(Program, TellsWhatItsCodeThrew) {

@@ -30,20 +30,42 @@ bool walkKeyWindow() {
   return true;
 }
 
-// False once the application's event loop is gone.
-bool tick() {
-  if (GlobalVars::isTrue(GlobalVars::sharedInstance()._isPlaybackStarted())) {
-    WebView().performRecorderAndPlaybackInjection();
-    return true;
-  }
+// What a tick found, which holds as long as the main thread does nothing else.
+struct Look {
   bool hasWindow = false;
-  if (!platform::current().dispatch->mainQueue().sync([&] { hasWindow = walkKeyWindow(); })) {
-    return false;
+  bool mayHavePage = true;
+  std::optional<std::uint64_t> workCount;  // at its end; null where nobody counts
+
+  // A page goes on by itself.
+  bool holds() const {
+    return workCount && !mayHavePage && workCount == platform::current().application->workCount();
   }
-  if (hasWindow) {
-    WebView().performRecorderAndPlaybackInjection();
-  } else {
+};
+
+// The one that was on screen last is looked for by the pass itself.
+bool mayHavePage() {
+  return GlobalVars::sharedInstance()._currentWebView() || WebView().getCurrentDisplayedWebView();
+}
+
+// Main thread.
+void lookAround(Look& look) {
+  const bool isPlayback = GlobalVars::isTrue(GlobalVars::sharedInstance()._isPlaybackStarted());
+  look.hasWindow = isPlayback || walkKeyWindow();
+  look.mayHavePage = look.hasWindow && mayHavePage();
+  look.workCount = platform::current().application->workCount();
+}
+
+// Looks around, unless the last look still holds: a program that does nothing is not woken for it.
+// False once the application's event loop is gone.
+bool tick(Look& look) {
+  if (!look.holds()) {
+    look = {};
+    if (!platform::current().dispatch->mainQueue().sync([&] { lookAround(look); })) return false;
+  }
+  if (!look.hasWindow) {
     platform::NSLog("WINDOW IS NULL");
+  } else if (look.mayHavePage) {
+    WebView().performRecorderAndPlaybackInjection();
   }
   return true;
 }
@@ -54,14 +76,21 @@ void handIn() {
   WebView::setSender(TcpChannel::sendPendingSteps);
 }
 
-void tickAndRearm() {
+void arm(Look last);
+
+void tickAndRearm(Look look) {
   bool goesOn = true;
   try {
-    goesOn = tick();
+    goesOn = tick(look);
   } catch (...) {
     platform::logFailure("Polling hook");
   }
-  if (goesOn) RecordControl::dispatchHook();
+  if (goesOn) arm(look);
+}
+
+void arm(Look last) {
+  platform::Dispatch& dispatch = *platform::current().dispatch;
+  dispatch.after(kTickInterval, dispatch.backgroundQueue(), [last] { tickAndRearm(last); });
 }
 
 }  // namespace
@@ -76,8 +105,7 @@ void RecordControl::load() {
 }
 
 void RecordControl::dispatchHook() {
-  platform::Dispatch& dispatch = *platform::current().dispatch;
-  dispatch.after(kTickInterval, dispatch.backgroundQueue(), tickAndRearm);
+  arm({});
 }
 
 // A tap that ends the application leaves the worker and the sender loop no time for its step.

@@ -1,7 +1,8 @@
 // RecordControl: starts the agent and keeps the polling hook going.
 //
 // The hook runs every 0.2 s on the background queue, one tick at a time, and hops to the main
-// thread for the walk over the views. It ends only when the application's event loop is gone.
+// thread for the walk over the views, unless that thread has done nothing since the walk before. It
+// ends only when the application's event loop is gone.
 #pragma once
 
 namespace tarni {

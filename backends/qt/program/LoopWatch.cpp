@@ -21,9 +21,16 @@ namespace {
 
 using platform::RunLoopObserver;
 
-// Whether the next events say what a stretch of work began with. All that the notification of every
-// event of every thread looks at as a rule.
+// Whether the next events say what a stretch of work began with.
 std::atomic<bool> isLookingForFirst = false;
+
+std::atomic<std::uint64_t> workDone = 0;
+std::atomic<bool> seesAllWork = false;
+
+// Only the GUI thread counts.
+void countWork() {
+  workDone.store(workDone.load(std::memory_order_relaxed) + 1, std::memory_order_release);
+}
 
 class LoopWatch {
  public:
@@ -94,7 +101,9 @@ LoopWatch& loopWatch() {
 }
 
 bool noteEvent(void** receiverAndEvent) {
-  if (!isLookingForFirst.load(std::memory_order_relaxed) || !isGuiThread()) return false;
+  if (!isGuiThread()) return false;
+  countWork();
+  if (!isLookingForFirst.load(std::memory_order_relaxed)) return false;
   loopWatch().note(*static_cast<QObject*>(receiverAndEvent[0]),
                    *static_cast<QEvent*>(receiverAndEvent[1]));
   return false;
@@ -103,9 +112,11 @@ bool noteEvent(void** receiverAndEvent) {
 GPollFunc originalPoll = nullptr;
 
 int pollAndTell(GPollFD* descriptors, unsigned int count, int timeout) {
-  const bool isWait = timeout != 0 && isGuiThread();
+  const bool isOfGui = isGuiThread();
+  const bool isWait = timeout != 0 && isOfGui;
   if (isWait) loopWatch().wait();
   const int ready = originalPoll(descriptors, count, timeout);
+  if (isOfGui) countWork();
   if (isWait) loopWatch().wake();
   return ready;
 }
@@ -125,14 +136,27 @@ void hookDispatcher(QAbstractEventDispatcher& dispatcher) {
   QObject::connect(&dispatcher, &QAbstractEventDispatcher::awake, [] { loopWatch().wake(); });
 }
 
+bool isOfToolkit(const QAbstractEventDispatcher& dispatcher) {
+  return dispatcher.inherits("QEventDispatcherGlib") || dispatcher.inherits("QEventDispatcherUNIX");
+}
+
 void hookOnce() {
   static bool isHooked = false;
   if (std::exchange(isHooked, true)) return;
   QInternal::registerCallback(QInternal::EventNotifyCallback, noteEvent);
-  hookDispatcher(*QAbstractEventDispatcher::instance(QCoreApplication::instance()->thread()));
+  QAbstractEventDispatcher& dispatcher =
+      *QAbstractEventDispatcher::instance(QCoreApplication::instance()->thread());
+  hookDispatcher(dispatcher);
+  seesAllWork = isOfToolkit(dispatcher);
 }
 
 }  // namespace
+
+std::optional<std::uint64_t> workCount() {
+  if (isGuiThread()) hookOnce();
+  if (!seesAllWork) return std::nullopt;
+  return workDone.load(std::memory_order_acquire);
+}
 
 std::string workSinceWake() {
   return loopWatch().work();
