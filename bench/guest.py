@@ -59,7 +59,7 @@ def row(name, unit, aim, views, bare, guest):
              f"{number(more)} (±{number(spread)})", "-", "-"]
     if aim:
         # What lies within the spread of the aim is not decided.
-        verdict = "yes" if more <= aim(views) else "NO" if more - spread > aim(views) else "not clear"
+        verdict = "not clear" if abs(more - aim(views)) <= spread else "yes" if more < aim(views) else "NO"
         cells[4:] = f"{aim(views):g}", verdict
     return cells
 
