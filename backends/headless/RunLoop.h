@@ -51,8 +51,8 @@ class RunLoop : public platform::SerialMainQueue {
   // Main thread: told before and after every sleep; null takes it off.
   void setObserver(platform::RunLoopObserver* observer) { observer_ = observer; }
 
-  // Grows with all that is served, and with each call from outside, before which the main thread may
-  // have done anything. Any thread.
+  // Grows with all that is served, and with each call from outside, before which the main thread
+  // may have done anything. Any thread.
   std::uint64_t workCount() const { return workCount_; }
 
   // Called at the start of every nested loop.

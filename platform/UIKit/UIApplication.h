@@ -76,9 +76,9 @@ class UIApplication {
   virtual bool setInputObserver(InputObserver*) { return false; }
   // The same for the one observer of what is painted.
   virtual bool setPaintObserver(PaintObserver*) { return false; }
-  // Grows with all that the main thread does, the agent's blocks included: between two equal answers
-  // it has waited, and nothing in the application is different. Null where the platform cannot tell,
-  // as before the first question on the main thread. Any thread.
+  // Grows with all that the main thread does, the agent's blocks included: between two equal
+  // answers it has waited, and nothing in the application is different. Null where the platform
+  // cannot tell, as before the first question on the main thread. Any thread.
   virtual std::optional<std::uint64_t> workCount() { return std::nullopt; }
   // What the main thread has been busy with since it woke, as the observer will be told. Any
   // thread; empty when it is not known.
