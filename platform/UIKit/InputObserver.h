@@ -32,8 +32,8 @@ inline constexpr unsigned kMeta = 8;
 
 struct InputEvent {
   InputKind kind{};
-  double time = 0;  // when the device reported it, on the clock of systemUptime
-  UIWindowRef window = nullptr;
+  double time = 0;               // when the device reported it, on the clock of systemUptime
+  UIWindowRef window = nullptr;  // of a key that in which the pointer rests, if it is known
   // What takes the press, lies below the pointer, has the focus. Null for nothing, and for a move.
   UIViewRef view = nullptr;
   CGPoint point = {};  // of the pointer, in the window's coordinates

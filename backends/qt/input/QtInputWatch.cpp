@@ -1,5 +1,6 @@
 #include "backends/qt/input/QtInputWatch.h"
 
+#include <QtCore/QAbstractEventDispatcher>
 #include <QtCore/QCoreApplication>
 #include <QtGui/QGuiApplication>
 #include <QtGui/QInputMethodEvent>
@@ -45,6 +46,19 @@ UIViewRef viewOfObject(QObject* object) {
   return extensions().viewOfObject(*object);
 }
 
+// The uppermost there that is more than the picture of what is dragged, which hangs at the pointer.
+QWindow* windowBelow(QPointF global) {
+  QWindow* const uppermost = QGuiApplication::topLevelAt(global.toPoint());
+  if (!uppermost || viewOfWindow(uppermost)) return uppermost;
+  const QWindowList windows = QGuiApplication::topLevelWindows();
+  const auto lies = [&global](QWindow* window) {
+    return window->isVisible() && window->geometry().contains(global.toPoint()) &&
+           viewOfWindow(window);
+  };
+  const auto found = std::find_if(windows.rbegin(), windows.rend(), lies);
+  return found == windows.rend() ? nullptr : *found;
+}
+
 // What the keyboard writes to, and how it takes that.
 void describeFocus(InputEvent& event, QObject* focus) {
   event.view = viewOfObject(focus);
@@ -65,7 +79,12 @@ void QtInputWatch::setObserver(platform::InputObserver* observer) {
   QCoreApplication* const application = QCoreApplication::instance();
   if (!application) return;
   application->removeEventFilter(this);
-  if (observer) application->installEventFilter(this);
+  disconnect(waiting_);
+  if (!observer) return;
+  application->installEventFilter(this);
+  waiting_ = connect(QAbstractEventDispatcher::instance(), &QAbstractEventDispatcher::aboutToBlock,
+                     this, [this] { noteSizes(); });
+  noteSizes();
 }
 
 void QtInputWatch::see(const Interface::WindowSystemEvent& event) {
@@ -102,6 +121,7 @@ void QtInputWatch::seeMouse(const Interface::MouseEvent& event) {
     shown.kind = buttons_.testFlag(native) ? InputKind::Press : InputKind::Release;
     shown.button = button;
   }
+  pointer_ = {topLevelOf(event.window), event.globalPos};
   // Nobody asks where the pointer goes while no button is down.
   if (shown.kind == InputKind::Move && !buttons_) return;
   // The release of a press that closes a popup may get lost with it: a later move tells of it.
@@ -113,7 +133,14 @@ void QtInputWatch::seeMouse(const Interface::MouseEvent& event) {
 }
 
 void QtInputWatch::seePointer(InputEvent& event, QWindow* window, QPointF local, QPointF global) {
-  if (event.kind == InputKind::Press) countClicks(event, global);
+  if (event.kind == InputKind::Press) {
+    countClicks(event, global);
+    pressed_ = topLevelOf(window);
+  } else if (pressed_ && !viewOfWindow(topLevelOf(window))) {
+    // The picture of what is dragged has the mouse.
+    window = pressed_;
+    local = global - originOnScreen(*window);
+  }
   if (event.kind == InputKind::Move) {
     window = topLevelOf(window);
     if (window) local = global - originOnScreen(*window);
@@ -122,8 +149,7 @@ void QtInputWatch::seePointer(InputEvent& event, QWindow* window, QPointF local,
     return show(event);
   }
   // A drag may end over another window than that which has the mouse until then.
-  QWindow* const below =
-      event.kind == InputKind::Release ? QGuiApplication::topLevelAt(global.toPoint()) : nullptr;
+  QWindow* const below = event.kind == InputKind::Release ? windowBelow(global) : nullptr;
   if (below && below != topLevelOf(window)) {
     local = global - originOnScreen(*below);
     window = below;
@@ -168,15 +194,30 @@ void QtInputWatch::seeKey(const Interface::KeyEvent& event) {
   shown.isRepeat = event.repeat;
   QWindow* const window = event.window ? event.window.data() : QGuiApplication::focusWindow();
   if (isDown && window) describeFocus(shown, QtKeyboard::focusIn(*window));
+  shown.window = viewOfWindow(pointer_.window);
+  if (shown.window) {
+    const QPointF inside = pointer_.global - originOnScreen(*pointer_.window);
+    shown.point = {inside.x(), inside.y()};
+  }
   show(shown);
 }
 
+void QtInputWatch::noteSizes() {
+  sizes_.clear();
+  for (const QWindow* const window : QGuiApplication::topLevelWindows()) {
+    if (window->handle()) sizes_[window] = window->size();
+  }
+}
+
 // A widget that the program sizes has its size before the window system answers. A window without
-// one is told of no more than that it was asked for something else.
-bool QtInputWatch::isAnswer(const Interface::GeometryChangeEvent& event) {
-  const QWidget* const widget = QWidget::find(event.window->winId());
-  const QSize before = widget ? widget->size() : event.requestedGeometry.size();
-  return event.newGeometry.size() == before;
+// one has it at once when either does: what the program asks for is waited for.
+bool QtInputWatch::isAnswer(const Interface::GeometryChangeEvent& event) const {
+  const QSize size = event.newGeometry.size();
+  if (const QWidget* const widget = QWidget::find(event.window->winId())) {
+    return size == widget->size();
+  }
+  const auto known = sizes_.find(event.window);
+  return known == sizes_.end() || size == known->second;
 }
 
 void QtInputWatch::seeResize(const Interface::GeometryChangeEvent& event) {

@@ -5,6 +5,10 @@
 #include <qpa/qwindowsysteminterface_p.h>
 #include <QtCore/QObject>
 #include <QtCore/QPointF>
+#include <QtCore/QPointer>
+#include <QtGui/QWindow>
+
+#include <unordered_map>
 
 #include "platform/UIKit/InputObserver.h"
 
@@ -31,7 +35,8 @@ class QtInputWatch : public QObject {
   void seePointer(platform::InputEvent& event, QWindow* window, QPointF local, QPointF global);
   void seeWheel(const Interface::WheelEvent& event);
   void seeKey(const Interface::KeyEvent& event);
-  static bool isAnswer(const Interface::GeometryChangeEvent& event);
+  void noteSizes();
+  bool isAnswer(const Interface::GeometryChangeEvent& event) const;
   void seeResize(const Interface::GeometryChangeEvent& event);
   void show(const platform::InputEvent& event);
   void countClicks(platform::InputEvent& event, QPointF global);
@@ -39,6 +44,14 @@ class QtInputWatch : public QObject {
 
   platform::InputObserver* observer_ = nullptr;
   Qt::MouseButtons buttons_;
+  QPointer<QWindow> pressed_;
+  struct {
+    QPointer<QWindow> window;
+    QPointF global;
+  } pointer_;
+  // Of the windows when the thread last waited; what was asked for counts.
+  std::unordered_map<const QWindow*, QSize> sizes_;
+  QMetaObject::Connection waiting_;
   struct {
     platform::PointerButton button{};
     double time = 0;
