@@ -23,7 +23,10 @@ class Recorded {
   ~Recorded() { acts_.stop(); }
 
  private:
-  Acts acts_{[](const platform::UIViewRef& view, const auto&) { return session::portraitOf(view); },
+  Acts acts_{[](const platform::UIViewRef& view, const auto& place) {
+               return session::portraitOf(
+                   view, place ? session::ReachedBy::Pointer : session::ReachedBy::Keys);
+             },
              [](const Act& act) { benchmark::DoNotOptimize(session::stepOf(act)); }};
 };
 

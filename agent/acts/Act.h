@@ -36,6 +36,7 @@ inline constexpr std::string_view kExpand = "expand";  // a node of a tree, or c
 inline constexpr std::string_view kMenu = "menu";      // the entries down to one
 inline constexpr std::string_view kResize = "resize";  // a window
 inline constexpr std::string_view kClose = "close";    // the same
+inline constexpr std::string_view kCheck = "check";    // what is there is to be there again
 }  // namespace acts
 
 struct Act {

@@ -245,6 +245,7 @@ void Acts::keyDown(const InputEvent& event) {
     if (event.key == "Alt" || event.key == "Meta") loneModifier_ = event.key;
     return;
   }
+  if (!checkKey_.empty() && chordOf(event.modifiers, event.key) == checkKey_) return check(event);
   if (isTyping(event)) return type(event);
   const bool isPlain = event.modifiers == 0;
   if (isPlain && event.key == "Backspace" && isOpen(acts::kType, event.view) &&
@@ -292,6 +293,16 @@ void Acts::keyUp(const InputEvent& event) {
   pressKey(event, key);
 }
 
+void Acts::check(const InputEvent& event) {
+  const UIViewRef view = event.window ? event.window->hitTest(event.point) : nullptr;
+  if (!view) return;
+  settle();
+  InputEvent pointed = event;
+  pointed.kind = InputKind::Press;
+  begin(acts::kCheck, pointed, view);
+  tell();
+}
+
 // --- windows
 
 void Acts::resize(const InputEvent& event) {
@@ -335,7 +346,7 @@ Act& Acts::begin(std::string_view kind, const InputEvent& event, const UIViewRef
 // What came of the act so far. A choice is one act with the click before that opened the choices.
 void Acts::settle() {
   constexpr std::string_view kBringNothing[] = {acts::kType, acts::kMenu, acts::kResize,
-                                                acts::kClose};
+                                                acts::kClose, acts::kCheck};
   if (!open_ || std::ranges::find(kBringNothing, open_->act.kind) != std::end(kBringNothing))
     return;
   Act act = open_->act;

@@ -30,6 +30,8 @@ class Acts : public platform::InputObserver {
 
   // False when the platform cannot tell what a person does.
   bool start();
+  // A chord that makes a check of what the pointer rests on, in place of a key; empty for none.
+  void setCheckKey(std::string chord) { checkKey_ = std::move(chord); }
   // Tells what is open.
   void stop();
   // Tells the latest act as it now is.
@@ -47,6 +49,7 @@ class Acts : public platform::InputObserver {
   void type(const platform::InputEvent& event);
   void pressKey(const platform::InputEvent& event, const std::string& chord);
   void keyUp(const platform::InputEvent& event);
+  void check(const platform::InputEvent& event);
   void resize(const platform::InputEvent& event);
 
   bool isOpen(std::string_view kind, const platform::UIViewRef& view) const;
@@ -87,6 +90,7 @@ class Acts : public platform::InputObserver {
   const std::shared_ptr<Acts*> self_ = std::make_shared<Acts*>(this);  // for what comes later
   const Portrayer portray_;
   const Listener tell_;
+  std::string checkKey_;
   bool isStarted_ = false;
   bool isTellingPending_ = false;
   long orders_ = 0;

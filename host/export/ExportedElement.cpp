@@ -26,6 +26,11 @@ std::vector<std::string> conditionsOf(const Selector& selector) {
     all.push_back("contains(@text, " + xpathLiteral(*selector.textContains) + ")");
   }
   if (selector.isVisible) equals("visible", *selector.isVisible ? "true" : "false");
+  if (selector.isFocused) equals("focused", *selector.isFocused ? "true" : "false");
+  if (selector.group) {
+    const auto name = xpathLiteral(*selector.group);
+    all.push_back("ancestor::*[@id=" + name + " or @label=" + name + "]");
+  }
   return all;
 }
 
@@ -44,14 +49,19 @@ std::string pathOf(const std::string& position) {
   return path;
 }
 
+// A position in a page says nothing of the view that the page stands in.
+std::string topOf(const std::string& position, const std::string& window) {
+  if (position.starts_with("\\HTML[")) return window + "/";
+  return window.empty() ? "/UIApplication/*" : window;
+}
+
 std::string xpathOf(const Selector& selector) {
-  const auto window = selector.windowTitle
-                          ? "/UIApplication/*[@title=" + xpathLiteral(*selector.windowTitle) + "]"
-                          : "";
+  const std::string window =
+      selector.windowTitle ? "/UIApplication/*[@title=" + xpathLiteral(*selector.windowTitle) + "]"
+                           : "";
   auto path =
       selector.xpath
-          ? (window.empty() ? "/UIApplication/*" : window) +
-                pathOf(withBackslashes(*selector.xpath))
+          ? topOf(*selector.xpath, window) + pathOf(withBackslashes(*selector.xpath))
           : window + "//" + (selector.className ? SourceTree::tagOf(*selector.className) : "*");
   const char* before = "[";
   for (const auto& condition : conditionsOf(selector)) {

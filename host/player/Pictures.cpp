@@ -13,6 +13,7 @@ constexpr std::chrono::milliseconds kQuietEnough{50};
 constexpr std::chrono::milliseconds kLongestUnrest{500};
 
 Picture pictureOf(SessionClient& client, Json window) {
+  window["blurSecrets"] = true;
   const Json answer = client.call("window.picture", std::move(window));
   const std::string format = textIn(answer, "format") == "jpeg" ? "jpeg" : "png";
   return {format, textIn(answer, "data"), std::max(memberAsNumber(answer, "scale"), 0.1)};

@@ -28,9 +28,19 @@ constexpr MemberName kMembers[] = {
     {"class", &Selector::className},
     {"kind", &Selector::kind},
     {"xpath", &Selector::xpath},
+    {"group", &Selector::group},
     {"windowTitle", &Selector::windowTitle},
 };
-constexpr std::string_view kVisible = "visible";
+
+struct FlagName {
+  std::string_view name;
+  std::optional<bool> Selector::*flag;
+};
+
+constexpr FlagName kFlags[] = {
+    {"visible", &Selector::isVisible},
+    {"focused", &Selector::isFocused},
+};
 
 std::vector<std::string_view> split(std::string_view text, std::string_view separator) {
   std::vector<std::string_view> parts;
@@ -46,8 +56,9 @@ void take(Selector& selector, std::string_view part) {
   const auto sign = part.find('=');
   const auto name = part.substr(0, sign);
   const auto value = sign == std::string_view::npos ? "" : part.substr(sign + 1);
-  if (sign != std::string_view::npos && name == kVisible) {
-    selector.isVisible = value == "true";
+  const auto* const flag = std::ranges::find(kFlags, name, &FlagName::name);
+  if (sign != std::string_view::npos && flag != std::end(kFlags)) {
+    selector.*flag->flag = value == "true";
     return;
   }
   const auto* const found = std::ranges::find(kMembers, name, &MemberName::name);
@@ -82,7 +93,10 @@ Selector Selector::parse(std::string_view text) {
     const auto& value = selector.*member.member;
     return value && !value->empty();
   };
-  if (!selector.isVisible && std::ranges::none_of(kMembers, isSaid)) {
+  const auto isSet = [&selector](const FlagName& name) {
+    return (selector.*name.flag).has_value();
+  };
+  if (std::ranges::none_of(kFlags, isSet) && std::ranges::none_of(kMembers, isSaid)) {
     throw std::invalid_argument("\"" + std::string(text) + "\" says nothing of an element");
   }
   return selector;
@@ -97,7 +111,9 @@ std::string Selector::written() const {
   for (const auto& [name, member] : kMembers) {
     if (this->*member) add(name, *(this->*member));
   }
-  if (isVisible) add(kVisible, *isVisible ? "true" : "false");
+  for (const auto& [name, flag] : kFlags) {
+    if (this->*flag) add(name, *(this->*flag) ? "true" : "false");
+  }
   return text;
 }
 
@@ -106,7 +122,9 @@ Json Selector::parameters() const {
   for (const auto& [name, member] : kMembers) {
     if (this->*member) members[std::string(name)] = *(this->*member);
   }
-  if (isVisible) members[std::string(kVisible)] = *isVisible;
+  for (const auto& [name, flag] : kFlags) {
+    if (this->*flag) members[std::string(name)] = *(this->*flag);
+  }
   return members;
 }
 
@@ -118,11 +136,25 @@ Selector Selector::fromParameters(const Json& parameters) {
       selector.*member = found->get<std::string>();
     }
   }
-  const auto visible = parameters.find(kVisible);
-  if (visible != parameters.end() && visible->is_boolean()) {
-    selector.isVisible = visible->get<bool>();
+  for (const auto& [name, flag] : kFlags) {
+    const auto found = parameters.find(name);
+    if (found != parameters.end() && found->is_boolean()) selector.*flag = found->get<bool>();
   }
   return selector;
+}
+
+void Selector::require(const Json& parameters) {
+  for (const auto& [name, value] : parameters.items()) {
+    const bool isText = std::ranges::find(kMembers, name, &MemberName::name) != std::end(kMembers);
+    const bool isFlag = std::ranges::find(kFlags, name, &FlagName::name) != std::end(kFlags);
+    if (!isText && !isFlag) throw std::invalid_argument("no locator has \"" + name + "\"");
+    if (isText ? value.is_string() : value.is_boolean()) continue;
+    throw std::invalid_argument("\"" + name + "\" of a locator is " +
+                                (isText ? "no text" : "neither true nor false"));
+  }
+  const auto position = parameters.find("xpath");
+  if (position == parameters.end() || position->get<std::string>().starts_with('\\')) return;
+  throw std::invalid_argument(compact(*position) + " is no position like \\UIView[0]\\UIButton[1]");
 }
 
 std::string withBackslashes(std::string position) {

@@ -16,8 +16,10 @@ class SessionClient;
 
 struct Selector {
   using Member = std::optional<std::string>;
-  Member identifier, label, text, textContains, placeholder, className, kind, xpath, windowTitle;
+  Member identifier, label, text, textContains, placeholder, className, kind, xpath, group,
+      windowTitle;
   std::optional<bool> isVisible = std::nullopt;
+  std::optional<bool> isFocused = std::nullopt;
 
   // From "kind=UIButton && text=OK": a member is called as in the parameters of `element.find`.
   // What names no member is a text. A position may have slashes. Throws std::invalid_argument for a
@@ -29,6 +31,8 @@ struct Selector {
   // The parameters of `element.find`; an object.
   Json parameters() const;
   static Selector fromParameters(const Json& parameters);
+  // Throws std::invalid_argument that says what of the parameters no selector has.
+  static void require(const Json& parameters);
   bool isEmpty() const { return *this == Selector(); }
   bool operator==(const Selector&) const = default;
 };

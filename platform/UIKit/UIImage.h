@@ -3,6 +3,7 @@
 
 #include <cstddef>
 #include <memory>
+#include <span>
 #include <vector>
 
 #include "platform/QuartzCore/CGGeometry.h"
@@ -21,6 +22,9 @@ class UIImage {
   // A new image of the rectangle's size at this image's scale, with this image drawn at the
   // rectangle's negated origin: what lies outside this image stays empty.
   virtual UIImageRef crop(const CGRect& rect) const = 0;
+  // A new image with a blur in place of what these rectangles show, from which nothing of it can be
+  // made out. Null where the platform cannot.
+  virtual UIImageRef blurred(std::span<const CGRect> /*parts*/) const { return nullptr; }
   // JPEG bytes, quality from 0 to 1; empty for an image without pixels.
   virtual std::vector<std::byte> JPEGRepresentation(double quality) const = 0;
   // PNG bytes, nothing lost; empty for an image without pixels and where the platform has no

@@ -104,6 +104,8 @@ TEST_P(SessionControls, AreClickedWhereAskedAndToldHowToFindThemAgain) {
   const json best = ask("element.locators", {{"element", count["element"]}})["locators"][0];
   EXPECT_EQ(best["matches"], 1);
   EXPECT_EQ(find(best["find"])["element"], count["element"]) << best;
+  ask("element.focus", {{"element", named("line")}});
+  EXPECT_EQ(find({{"focused", true}, {"kind", "UITextField"}})["element"], named("line"));
 }
 
 TEST_P(SessionControls, ListsTablesAndTreesTellAndShowTheirItems) {
@@ -112,6 +114,7 @@ TEST_P(SessionControls, ListsTablesAndTreesTellAndShowTheirItems) {
   ask("element.scrollToText", {{"element", list}, {"text", "Row 30"}});
   const json cell = find({{"kind", "UITableViewCell"}, {"text", "Row 30"}, {"visible", true}});
   EXPECT_EQ(cell["row"], 29) << cell;
+  EXPECT_EQ(find({{"group", "list"}, {"text", "Row 30"}})["element"], cell["element"]);
   EXPECT_EQ(cell["selected"], false);
   ask("element.click", {{"element", cell["element"]}});
   awaitText("list=Row 30");
@@ -134,7 +137,7 @@ TEST_P(SessionControls, WindowsAreSizedDrawnAndClosed) {
   const long window = ask("window.list", json::object())["windows"][0]["element"];
   const json size = ask("window.resize", {{"window", window}, {"width", 1100}, {"height", 700}});
   EXPECT_EQ(size["width"], 1100);
-  const json picture = ask("window.picture", {{"window", window}});
+  const json picture = ask("window.picture", {{"window", window}, {"blurSecrets", true}});
   EXPECT_EQ(picture["format"], "png");
   EXPECT_EQ(picture["width"], 1100);
   EXPECT_THAT(picture["data"].get<std::string>(), testing::StartsWith("iVBOR"));

@@ -54,7 +54,6 @@ class ActsTest : public Screen {
     return words;
   }
 
- private:
   double time_ = 0;
   std::map<long, Act> told_;
   Acts acts_{[](const platform::UIViewRef& view, const auto&) {
@@ -108,6 +107,22 @@ TEST_F(ActsTest, ATextIsOneStepAndASecretLeavesNothingOfItself) {
   key("s", *secret, platform::kControl);
   EXPECT_THAT(told(), testing::ElementsAre("click name", "type name = Ada, Ada", "key nameTab",
                                            "type pass = (secret)", "key passControl+s"));
+}
+
+TEST_F(ActsTest, TheCheckKeyChecksWhatThePointerRestsOnAndIsNoKey) {
+  build<headless::Button>("Saved").identifier("saved").frame({{0, 50}, {100, 40}}).in(*window);
+  const auto name =
+      build<headless::TextField>().identifier("name").frame({{0, 0}, {100, 40}}).in(*window);
+  acts_.setCheckKey("Control+F12");
+  InputEvent event{InputKind::KeyDown};
+  event.window = window;
+  event.view = name;
+  event.key = "F12";
+  event.point = {10, 60};
+  application().showInput(event);
+  event.modifiers = platform::kControl;
+  application().showInput(event);
+  EXPECT_THAT(told(), testing::ElementsAre("key nameF12", "check saved"));
 }
 
 // The list that it turns moves what is below the pointer.

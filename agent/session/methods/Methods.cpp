@@ -53,6 +53,10 @@ constexpr Parameter kElementValue[] = {
 constexpr Parameter kElementExpanded[] = {
     kTheElement, {"expanded", Kind::Flag, kRequired, "Whether what is below it is shown."}};
 constexpr Parameter kWindowOnly[] = {kTheWindow};
+constexpr Parameter kWindowPicture[] = {
+    kTheWindow,
+    {"blurSecrets", Kind::Flag, kOptional,
+     "Whether its secure fields are blurred, which show how long a text they hold."}};
 constexpr Parameter kWindowSize[] = {
     kTheWindow,
     {"width", Kind::Number, kRequired, "In points."},
@@ -100,6 +104,10 @@ constexpr Parameter kInputDrag[] = {
     {"duration", Kind::Number, kOptional, "Milliseconds that the way takes, 200 without."},
     kPerson,
 };
+constexpr Parameter kRecordStart[] = {
+    {"checkKey", Kind::Text, kOptional,
+     "A key, `Control+F12` say, that adds a check of what the pointer rests on, and is no act "
+     "itself. The program gets it as well."}};
 constexpr Parameter kThePage{"page", Kind::Integer, kOptional,
                              "The handle of the web view; not needed where there is one."};
 constexpr Parameter kPageOnly[] = {kThePage};
@@ -147,7 +155,7 @@ const std::vector<Method>& table() {
        "`width`, `height`: what came of it", Effect::Acts, window::resize, Needs::Windows},
       {"window.close", "Closes a window as a person does; the program may ask back.", kWindowOnly,
        "nothing", Effect::Acts, window::close, Needs::Windows},
-      {"window.picture", "A picture of a window.", kWindowOnly,
+      {"window.picture", "A picture of a window.", kWindowPicture,
        "`format` (`png`, or `jpeg` where the platform has no other), `data` (Base64), `width`, "
        "`height`, `scale`",
        Effect::Asks, window::picture},
@@ -223,10 +231,7 @@ const std::vector<Method>& table() {
       {"record.start",
        "Tells this client from now on what a person does: each act is a step, and a notification "
        "`record.step` with it as its parameters.",
-       {},
-       "nothing",
-       Effect::Asks,
-       record::start},
+       kRecordStart, "nothing", Effect::Asks, record::start},
       {"record.stop",
        "No more of that. Every step has been told before the answer.",
        {},

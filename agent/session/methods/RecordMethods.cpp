@@ -4,7 +4,8 @@
 namespace tarni::session::record {
 
 Answer start(CallRef call) {
-  if (!Recording::sharedInstance().start(call->notify())) {
+  if (!Recording::sharedInstance().start(call->notify(),
+                                         call->parameters().value("checkKey", ""))) {
     throw SessionError(errors::kUnsupported,
                        "this platform does not tell what a person does; the fixed port does");
   }

@@ -81,7 +81,13 @@ Answer close(CallRef call) {
 
 Answer picture(CallRef call) {
   UIWindowRef window = windowOf(call->parameters());
-  const platform::UIImageRef image = co_await draw(window);
+  const bool hidesSecrets = call->parameters().value("blurSecrets", false);
+  platform::UIImageRef image;
+  if (hidesSecrets) {
+    image = co_await drawWithoutSecrets(window);
+  } else {
+    image = co_await draw(window);
+  }
   Result result;
   result.finish = [image](Json& value) { value = encoded(image); };
   co_return result;

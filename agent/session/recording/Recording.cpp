@@ -53,8 +53,9 @@ Recording::Recording()
                    const std::optional<CGPoint>& place) { return portray(view, place); },
             [this](const Act& act) { take(act); }) {}
 
-bool Recording::start(const std::shared_ptr<const Notify>& client) {
+bool Recording::start(const std::shared_ptr<const Notify>& client, const std::string& checkKey) {
   stop(client);
+  if (audience_.isEmpty() || !checkKey.empty()) acts_.setCheckKey(checkKey);
   if (audience_.isEmpty() && !acts_.start()) return false;
   audience_.add(client);
   // The script that says what lies in a page is in it before it is needed.
@@ -78,7 +79,8 @@ void Recording::finish() {
 }
 
 Portrait Recording::portray(const UIViewRef& view, const std::optional<CGPoint>& place) {
-  const std::shared_ptr<PortraitText> portrait = portraitOf(view);
+  const std::shared_ptr<PortraitText> portrait =
+      portraitOf(view, place ? ReachedBy::Pointer : ReachedBy::Keys);
   const UIViewRef webView = webViewAround(view);
   if (!webView) return portrait;
   portrait->isComplete = false;

@@ -16,8 +16,9 @@ class Recording {
  public:
   static Recording& sharedInstance();
 
-  // False when the platform does not tell what a person does.
-  bool start(const std::shared_ptr<const Notify>& client);
+  // False when the platform does not tell what a person does. `checkKey` as Acts::setCheckKey has
+  // it; the one that was named last counts for all clients.
+  bool start(const std::shared_ptr<const Notify>& client, const std::string& checkKey);
   // The client has been sent every step when this returns.
   void stop(const std::shared_ptr<const Notify>& client);
   // Every client has.

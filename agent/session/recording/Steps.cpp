@@ -75,18 +75,32 @@ void describeSurroundings(const UIViewRef& view, JsonText& text) {
   text.close('}');
 }
 
-void describeLocators(const UIViewRef& view, JsonText& text) {
-  text.key("locators");
-  text.raw(written(locatorsOf(view)));
+// An object.
+Json elementOf(const Act& act) {
+  Json element = act.element ? Json::parse(act.element->text, nullptr, false) : Json::object();
+  return element.is_object() ? element : Json::object();
 }
 
 // By which the secret is filled in when the step is played.
 std::string secretOf(const Act& act) {
-  const Json element = act.element ? Json::parse(act.element->text, nullptr, false) : Json();
+  const Json element = elementOf(act);
   for (const char* const member : {"identifier", "label", "placeholder"}) {
-    if (element.is_object() && element.contains(member)) return element[member].get<std::string>();
+    if (element.contains(member)) return element[member].get<std::string>();
   }
   return "secret";
+}
+
+// A state before a text, which mostly is the name of what has the state.
+void describeCheck(const Act& act, JsonText& text) {
+  const Json element = elementOf(act);
+  const auto shown = element.value("text", "");
+  if (element.contains("checked")) {
+    text.add("is", element["checked"] == true ? "checked" : "unchecked");
+  } else if (!shown.empty() && !element.contains("secure")) {
+    text.add("textIs", shown);
+  } else {
+    text.add("is", "visible");
+  }
 }
 
 void write(const CGPoint& point, JsonText& text) {
@@ -158,12 +172,13 @@ void describeOutcome(const Act& act, JsonText& text) {
 
 }  // namespace
 
-std::shared_ptr<PortraitText> portraitOf(const UIViewRef& view) {
+std::shared_ptr<PortraitText> portraitOf(const UIViewRef& view, ReachedBy way) {
   JsonText text;
   text.open('{');
   describeWhole(view, text);
   describeSurroundings(view, text);
-  describeLocators(view, text);
+  text.key("locators");
+  text.raw(written(locatorsOf(view, way)));
   text.close('}');
   return std::make_shared<PortraitText>(PortraitText{text.take()});
 }
@@ -194,6 +209,7 @@ std::string stepOf(const Act& act) {
   add(text, "element", act.element);
   describePointer(act, text);
   describeOutcome(act, text);
+  if (act.kind == acts::kCheck) describeCheck(act, text);
   text.close('}');
   return text.take();
 }
@@ -203,7 +219,7 @@ std::string_view stepInWords() {
 |---|---|
 | `order` | from 1; a step that comes again with the same number has grown (a text, a second click, what came of it) and takes the place of the one before |
 | `time`, `durationMs` | of the act's first event, in milliseconds since 1970; to the last |
-| `act` | `click`, `longPress`, `drag`, `wheel`, `hover` (that opened something), `key`, `type`, `choose` (the value of a control), `switch`, `expand`, `menu`, `resize`, `close` |
+| `act` | `click`, `longPress`, `drag`, `wheel`, `hover` (that opened something), `key`, `type`, `choose` (the value of a control), `switch`, `expand`, `menu`, `resize`, `close`, `check` (nothing was done: it is to be so again) |
 | `element` | its description, with `near` (`label`, `group`, `window`: the texts that stand there) and `locators` |
 | `button`, `count`, `modifiers` | of a click, a drag; a `count` of 2 is a double click |
 | `at` | where the pointer was, from the element's upper left corner |
@@ -217,6 +233,7 @@ std::string_view stepInWords() {
 | `value` | that was chosen, that the field holds now |
 | `checked`, `expanded` | what came of it |
 | `width`, `height` | of a window |
+| `is`, `textIs` | of a check: `checked`, `unchecked` or `visible`; the text that it shows |
 
 `locators` are the ways to find the element again, best first, as they were at that moment: each has
 `find`, the parameters of `element.find`, `matches`, how many elements that fitted, and `ms`, how long

@@ -6,13 +6,14 @@
 #include <string>
 
 #include "agent/acts/Act.h"
+#include "agent/session/screen/Locators.h"
 #include "platform/Task.h"
 #include "platform/UIKit/UIView.h"
 
 namespace tarni::session {
 
 // The element as it is described, with what is near it and the ways to find it again.
-std::shared_ptr<PortraitText> portraitOf(const platform::UIViewRef& view);
+std::shared_ptr<PortraitText> portraitOf(const platform::UIViewRef& view, ReachedBy way);
 // Makes the portrait of a web view that of what lies there in its page, or has the focus there, if
 // the page says so. Is complete then.
 platform::Task<void> portrayInPage(platform::UIViewRef webView,

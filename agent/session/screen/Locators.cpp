@@ -44,13 +44,40 @@ std::string positionOf(UIViewRef view) {
   return position;
 }
 
-std::vector<Json> candidates(const UIViewRef& view) {
+// The nearest names of what it stands in, below the window.
+std::vector<std::string> groupsOf(const UIViewRef& view) {
+  Text identifier;
+  Text label;
+  for (UIViewRef outer = view->superview(); outer; outer = outer->superview()) {
+    if (outer->isKindOfClass(platform::uikit::UIWindow)) break;
+    if (!identifier) identifier = outer->accessibilityIdentifier();
+    if (!label) label = labelOf(outer);
+  }
+  std::vector<std::string> groups;
+  for (const Text& name : {identifier, label}) {
+    const bool isNew = name && !name->empty() && name->size() <= kLongestText;
+    if (isNew && std::ranges::find(groups, *name) == groups.end()) groups.push_back(*name);
+  }
+  return groups;
+}
+
+std::vector<Json> candidates(const UIViewRef& view, ReachedBy way) {
   const std::string& className = view->getClass()->name();
+  const bool isWindow = view->isKindOfClass(platform::uikit::UIWindow);
   const Text title = titleOfWindow(view);
+  const std::vector<std::string> groups = groupsOf(view);
   std::vector<Json> all;
   const auto add = [&](const char* name, const Text& value) {
     if (!value || value->empty() || value->size() > kLongestText) return;
     all.push_back({{name, *value}, {"class", className}, {"visible", true}});
+  };
+  // What stands in more than one place is told by where.
+  const auto addScoped = [&](const std::vector<Json>& plain, const char* scope,
+                             const std::string& name) {
+    for (Json find : plain) {
+      find[scope] = name;
+      all.push_back(std::move(find));
+    }
   };
   if (const Text identifier = view->accessibilityIdentifier()) {
     all.push_back({{"identifier", *identifier}});
@@ -61,14 +88,15 @@ std::vector<Json> candidates(const UIViewRef& view) {
   if (label != textOf(view)) add("label", label);
   add("text", text);
   add("placeholder", placeholderOf(view));
-  const std::size_t unscoped = all.size();
-  if (title && !view->isKindOfClass(platform::uikit::UIWindow)) {
-    for (std::size_t i = 0; i < unscoped; ++i) {
-      all.push_back(all[i]);
-      all.back()["windowTitle"] = *title;
-    }
+  const std::vector<Json> named = all;
+  for (const std::string& group : groups) addScoped(named, "group", group);
+  if (title && !isWindow) addScoped(named, "windowTitle", *title);
+  if (way == ReachedBy::Keys && isEditable(view) && view->isFirstResponder()) {
+    all.push_back({{"focused", true}, {"class", className}});
   }
   add("class", className);
+  const std::vector<Json> kind{all.back()};
+  for (const std::string& group : groups) addScoped(kind, "group", group);
   if (std::string position = positionOf(view); !position.empty()) {
     all.push_back({{"xpath", std::move(position)}});
     if (title) all.back()["windowTitle"] = *title;
@@ -76,15 +104,18 @@ std::vector<Json> candidates(const UIViewRef& view) {
   return all;
 }
 
+bool isScoped(const Json& find) {
+  return find.contains("group") || (find.contains("windowTitle") && !find.contains("xpath"));
+}
+
 }  // namespace
 
-std::vector<Locator> locatorsOf(const UIViewRef& view) {
+std::vector<Locator> locatorsOf(const UIViewRef& view, ReachedBy way) {
   const std::shared_ptr<void> still = platform::current().application->holdStill();
   std::vector<Locator> locators;
   bool isScopeNeeded = true;
-  for (Json& find : candidates(view)) {
-    const bool isScoped = find.contains("windowTitle") && !find.contains("xpath");
-    if (isScoped && !isScopeNeeded) continue;
+  for (Json& find : candidates(view, way)) {
+    if (isScoped(find) && !isScopeNeeded) continue;
     const Clock::time_point start = Clock::now();
     std::vector<UIViewRef> pages;  // where others could stand, which nobody asks here
     const std::vector<Match> matches = Selector(find).find(0, &pages);

@@ -15,9 +15,14 @@ struct Locator {
   double milliseconds = 0;  // that it took
 };
 
+// How a person came to it. A field that keys went to is found again by its focus, if it has no
+// name: one that is opened in the cell of a table, say.
+enum class ReachedBy { Pointer, Keys };
+
 // Best first: those that fit this element alone, from its identifier to what it shows and asks for;
 // its position is the last of them. Those that fit others as well come behind.
-std::vector<Locator> locatorsOf(const platform::UIViewRef& view);
+std::vector<Locator> locatorsOf(const platform::UIViewRef& view,
+                                ReachedBy way = ReachedBy::Pointer);
 
 // A JSON array of them.
 std::string written(const std::vector<Locator>& locators);

@@ -1,6 +1,11 @@
 #include "agent/session/screen/Pictures.h"
 
+#include <vector>
+
+#include "agent/elements/ViewKinds.h"
+#include "agent/session/screen/Survey.h"
 #include "platform/Platform.h"
+#include "platform/UIKit/BlurrableImage.h"
 
 namespace tarni::session {
 
@@ -9,6 +14,19 @@ platform::Task<platform::UIImageRef> draw(platform::UIViewRef view) {
   const bool isDrawn = image && image->size().width > 0 && image->size().height > 0;
   if (!isDrawn) throw SessionError(errors::kNoPicture, "the view cannot be drawn");
   co_return image;
+}
+
+platform::Task<platform::UIImageRef> drawWithoutSecrets(platform::UIWindowRef window) {
+  const platform::UIImageRef image = co_await draw(window);
+  std::vector<platform::CGRect> secrets;
+  surveyWindow(window, [&](const Seen& seen) {
+    if (isSecure(seen.view) && seen.place().isVisible) secrets.push_back(seen.place().rect);
+    return true;
+  });
+  const auto* const blurrable = dynamic_cast<const platform::BlurrableImage*>(image.get());
+  if (secrets.empty() || !blurrable) co_return image;
+  const platform::UIImageRef blurred = blurrable->blurred(secrets);
+  co_return blurred ? blurred : image;
 }
 
 Json encoded(const platform::UIImageRef& image) {

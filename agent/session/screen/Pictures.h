@@ -11,6 +11,9 @@ namespace tarni::session {
 // Throws SessionError (unable to capture screen) when the view cannot be drawn.
 platform::Task<platform::UIImageRef> draw(platform::UIViewRef view);
 
+// The same of a window, with a blur in place of its secure fields where the platform has one.
+platform::Task<platform::UIImageRef> drawWithoutSecrets(platform::UIWindowRef window);
+
 // Any thread. JPEG where the platform has no PNG.
 Json encoded(const platform::UIImageRef& image);
 

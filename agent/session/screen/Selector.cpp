@@ -9,6 +9,7 @@
 #include "agent/session/screen/Description.h"
 #include "agent/session/screen/Elements.h"
 #include "platform/Platform.h"
+#include "platform/UIKit/Classes.h"
 #include "platform/UIKit/UIWindow.h"
 
 namespace tarni::session {
@@ -30,6 +31,9 @@ constexpr Parameter kMembers[] = {
      "`\\UIWindowContent[0]\\UIButton[1]`; in a page from its root: "
      "`\\HTML[0]\\BODY[0]\\BUTTON[1]`."},
     {"visible", Kind::Flag, kOptional, "Whether anything of it is to be seen."},
+    {"focused", Kind::Flag, kOptional, "Whether it has the focus."},
+    {"group", Kind::Text, kOptional,
+     "The label or the identifier of something that it stands in, below the window."},
     {"windowTitle", Kind::Text, kOptional, "The title of the window that it stands in."},
     {"within", Kind::Integer, kOptional, "The handle of a window or an element that it stands in."},
 };
@@ -86,6 +90,14 @@ UIViewRef subviewAt(const UIViewRef& parent, const PathStep& step) {
   return nullptr;
 }
 
+bool standsIn(const UIViewRef& view, const std::string& group) {
+  for (UIViewRef outer = view->superview(); outer; outer = outer->superview()) {
+    if (outer->isKindOfClass(platform::uikit::UIWindow)) return false;
+    if (outer->accessibilityIdentifier() == group || labelOf(outer) == group) return true;
+  }
+  return false;
+}
+
 UIViewRef viewAt(UIViewRef root, std::string_view path) {
   while (root && !path.empty()) root = subviewAt(root, takeStep(path));
   return root;
@@ -107,8 +119,10 @@ Selector::Selector(const Json& selector)
       class_(member<std::string>(selector, "class")),
       kind_(member<std::string>(selector, "kind")),
       xpath_(member<std::string>(selector, "xpath")),
+      group_(member<std::string>(selector, "group")),
       windowTitle_(member<std::string>(selector, "windowTitle")),
       visible_(member<bool>(selector, "visible")),
+      focused_(member<bool>(selector, "focused")),
       within_(member<long>(selector, "within")) {
   for (const Parameter& parameter : kMembers) {
     const auto found = selector.find(parameter.name);
@@ -118,7 +132,7 @@ Selector::Selector(const Json& selector)
     throw SessionError(
         errors::kInvalidSelector,
         "a selector says at least one of identifier, label, text, textContains, placeholder, "
-        "class, kind, xpath, visible, windowTitle and within");
+        "class, kind, xpath, visible, focused, group, windowTitle and within");
   }
   if (xpath_ && !xpath_->starts_with('\\')) {
     throw SessionError(errors::kInvalidSelector,
@@ -140,7 +154,9 @@ bool Selector::matches(const Seen& seen) const {
   }
   if (placeholder_ && placeholderOf(view) != *placeholder_) return false;
   if (label_ && view->accessibilityLabel() != *label_) return false;
+  if (focused_ && view->isFirstResponder() != *focused_) return false;
   if (visible_ && seen.place().isVisible != *visible_) return false;
+  if (group_ && !standsIn(view, *group_)) return false;
   return !windowTitle_ || titleOfWindow(view) == *windowTitle_;
 }
 

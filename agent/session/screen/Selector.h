@@ -30,7 +30,9 @@ class Selector {
   // that were passed. Throws SessionError when the element to search in has gone.
   std::vector<Match> find(std::size_t limit, std::vector<platform::UIViewRef>* pages) const;
   // False for what says of its elements what only views have.
-  bool fitsPages() const { return !kind_ && (!xpath_ || isPositionInPage()); }
+  bool fitsPages() const {
+    return !kind_ && !group_ && !focused_ && (!xpath_ || isPositionInPage());
+  }
   // Of the elements of these pages.
   platform::Task<std::vector<PageNode>> findIn(std::vector<platform::UIViewRef> pages,
                                                std::size_t limit) const;
@@ -44,8 +46,8 @@ class Selector {
 
   Json members_;
   std::optional<std::string> identifier_, label_, text_, textContains_, placeholder_, class_, kind_,
-      xpath_, windowTitle_;
-  std::optional<bool> visible_;
+      xpath_, group_, windowTitle_;
+  std::optional<bool> visible_, focused_;
   std::optional<long> within_;
 };
 

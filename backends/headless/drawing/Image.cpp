@@ -80,6 +80,23 @@ platform::UIImageRef Image::crop(const platform::CGRect& rect) const {
   return std::make_shared<const Image>(cropped, scale_);
 }
 
+// In grey, so that how long a text is does not show either.
+platform::UIImageRef Image::blurred(std::span<const platform::CGRect> parts) const {
+  constexpr double kGrey = 0.8;
+  cairo_surface_t* const surface = makeSurface(size(), scale_);
+  if (!surface) return nullptr;
+  paint(surface_, surface, 0, 0);
+  cairo_t* const cairo = cairo_create(surface);
+  cairo_scale(cairo, scale_, scale_);
+  cairo_set_source_rgb(cairo, kGrey, kGrey, kGrey);
+  for (const platform::CGRect& part : parts) {
+    cairo_rectangle(cairo, part.minX(), part.minY(), part.size.width, part.size.height);
+  }
+  cairo_fill(cairo);
+  cairo_destroy(cairo);
+  return std::make_shared<Image>(surface, scale_);
+}
+
 std::vector<std::byte> Image::JPEGRepresentation(double quality) const {
   if (!surface_) return {};
   constexpr double kLargestQuality = 100;

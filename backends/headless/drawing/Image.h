@@ -4,13 +4,13 @@
 #include <memory>
 
 #include "platform/QuartzCore/CALayer.h"
-#include "platform/UIKit/UIImage.h"
+#include "platform/UIKit/BlurrableImage.h"
 
 typedef struct _cairo_surface cairo_surface_t;  // NOLINT(modernize-use-using): Cairo's own
 
 namespace tarni::headless {
 
-class Image : public platform::UIImage {
+class Image : public platform::UIImage, public platform::BlurrableImage {
  public:
   // Takes over the reference to a surface of makeSurface. Null is an image without pixels.
   Image(cairo_surface_t* surface, double scale);
@@ -26,6 +26,7 @@ class Image : public platform::UIImage {
   double scale() const override { return scale_; }
   // What lies outside this image is white.
   platform::UIImageRef crop(const platform::CGRect& rect) const override;
+  platform::UIImageRef blurred(std::span<const platform::CGRect> parts) const override;
   std::vector<std::byte> JPEGRepresentation(double quality) const override;
   std::vector<std::byte> PNGRepresentation() const override;
 

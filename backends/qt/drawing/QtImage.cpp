@@ -92,6 +92,21 @@ platform::UIImageRef QtImage::crop(const platform::CGRect& rect) const {
   return std::make_shared<QtImage>(cropped);
 }
 
+// How long a text is does not show either: each part has its middle colour.
+platform::UIImageRef QtImage::blurred(std::span<const platform::CGRect> parts) const {
+  QImage image = image_;
+  QPainter painter(&image);
+  for (const platform::CGRect& part : parts) {
+    const QRectF place(part.minX(), part.minY(), part.size.width, part.size.height);
+    const QRectF pixels(place.topLeft() * scale(), place.size() * scale());
+    const QImage middle = image_.copy(pixels.toAlignedRect())
+                              .scaled(1, 1, Qt::IgnoreAspectRatio, Qt::SmoothTransformation);
+    if (!middle.isNull()) painter.fillRect(place, middle.pixelColor(0, 0));
+  }
+  painter.end();
+  return std::make_shared<QtImage>(std::move(image));
+}
+
 std::vector<std::byte> QtImage::JPEGRepresentation(double quality) const {
   if (image_.isNull()) return {};
   const std::unique_ptr<void, EndCompressor> compressor(tjInitCompress());

@@ -4,7 +4,7 @@
 
 #include <QtGui/QImage>
 
-#include "platform/UIKit/UIImage.h"
+#include "platform/UIKit/BlurrableImage.h"
 
 QT_BEGIN_NAMESPACE
 class QWidget;
@@ -13,7 +13,7 @@ QT_END_NAMESPACE
 
 namespace tarni::qt {
 
-class QtImage final : public platform::UIImage {
+class QtImage final : public platform::UIImage, public platform::BlurrableImage {
  public:
   // The image's device pixel ratio is its scale. An alpha channel is not looked at.
   explicit QtImage(QImage image) : image_(std::move(image)) {}
@@ -21,6 +21,7 @@ class QtImage final : public platform::UIImage {
   platform::CGSize size() const override;
   double scale() const override { return image_.devicePixelRatio(); }
   platform::UIImageRef crop(const platform::CGRect& rect) const override;
+  platform::UIImageRef blurred(std::span<const platform::CGRect> parts) const override;
   std::vector<std::byte> JPEGRepresentation(double quality) const override;
   std::vector<std::byte> PNGRepresentation() const override;
 

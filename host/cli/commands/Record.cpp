@@ -24,6 +24,7 @@ struct RecordOptions {
   Listening listening;
   std::string file;
   std::string program;
+  std::string checkKey;
 };
 
 Json argument(const Json& step, std::size_t index) {
@@ -214,9 +215,9 @@ class ChannelRecording {
 };
 
 // False when the program cannot tell it.
-bool startRecording(SessionClient& client) {
+bool startRecording(SessionClient& client, const std::string& checkKey) {
   try {
-    client.call("record.start");
+    client.call("record.start", checkKey.empty() ? Json::object() : Json{{"checkKey", checkKey}});
     return true;
   } catch (const RequestError& error) {
     if (error.name() != "unsupported operation" && error.name() != "unknown method") throw;
@@ -240,7 +241,7 @@ void record(Invocation& invocation, const RecordOptions& options) {
   // An earlier session stays until this one has begun.
   if (!options.file.empty()) requireWritable(options.file);
   auto* const client = invocation.session();
-  const bool usesChannel = client && startRecording(*client);
+  const bool usesChannel = client && startRecording(*client, options.checkKey);
   std::cerr << (usesChannel ? "tarni: recording over the session channel\n"
                             : "tarni: recording over the fixed port\n");
   const auto kept =
@@ -261,13 +262,19 @@ void declareRecord(CLI::App& parser, Invocation& invocation) {
       .add_option("--program", options->program,
                   "the start-up line to keep with the session, unless it is to be found out")
       ->type_name("LINE");
+  parser
+      .add_option("--check-key", options->checkKey,
+                  "the key that adds a check of what the pointer rests on, in the program itself")
+      ->type_name("KEY");
   parser.footer(
       "Runs until Ctrl-C. FILE is whole after every step, whatever ends the recording. A step "
       "that\n"
       "grows (a text, a double click) is printed again. With --json each line is the step as "
       "JSON.\n"
-      "A line \"check TEXT\" typed meanwhile adds a check that the text is shown. What is typed "
-      "into\n"
+      "A line \"check TEXT\" typed meanwhile adds a check that the text is shown; with\n"
+      "--check-key F12 the key F12 in the program adds one of what the pointer rests on: its "
+      "text,\n"
+      "or whether it is checked. What is typed into\n"
       "fields that do not show it is not kept: `tarni play` asks for it by its name.\n"
       "With --port, or where the program has no session channel, the fixed stream is recorded: "
       "its\n"

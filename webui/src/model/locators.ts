@@ -18,9 +18,11 @@ export function weaknessOf({ find, matches }: Locator): string {
   if (matches === 0) return 'fits nothing any more';
   if ('xpath' in find) return 'hangs on a position: breaks when anything is put before it';
   if ('identifier' in find) return '';
+  if ('focused' in find) return 'fits only while it has the focus';
   if ('windowTitle' in find) return 'needs the window’s title, which may name a document';
   if ('text' in find || 'label' in find) return 'changes with the language';
   if (lasting.some((name) => name in find)) return 'changes with the language';
+  if ('group' in find) return 'fits as long as there is one of this class in its group';
   return 'fits as long as there is one of this class';
 }
 
@@ -51,11 +53,13 @@ export function asCode(find: Find, language: Language, program: string): string 
 }
 
 // As clients of Selenium, Appium and WebdriverIO all ask.
-function wayOf({ windowTitle, xpath, class: name, ...rest }: Find): ['id' | 'xpath', string] {
-  if (typeof rest.identifier === 'string' && !windowTitle) return ['id', rest.identifier];
+function wayOf({ windowTitle, group, xpath, class: name, ...rest }: Find): ['id' | 'xpath', string] {
+  if (typeof rest.identifier === 'string' && !windowTitle && !group) return ['id', rest.identifier];
   const window = windowTitle ? `//*[@title=${forXPath(String(windowTitle))}]` : '';
   if (xpath) return ['xpath', (window || '/*/*') + positionAsXPath(String(xpath))];
   const tests = Object.entries(rest).map(([member, is]) => `@${member}=${forXPath(String(is))}`);
+  const outer = group ? forXPath(String(group)) : '';
+  if (outer) tests.push(`ancestor::*[@id=${outer} or @label=${outer}]`);
   const tag = typeof name === 'string' ? tagOf(name) : '*';
   return ['xpath', `${window}//${tag}${tests.length ? `[${tests.join(' and ')}]` : ''}`];
 }
