@@ -15,6 +15,8 @@ namespace {
 // That what an act brings about may take.
 constexpr milliseconds kTimeForOutcome{2'000};
 constexpr milliseconds kShortest{100};
+// That what is hidden is waited for before the element is looked for anew.
+constexpr milliseconds kUntilSight{500};
 
 // A place stays as far from the nearer edge as it was.
 double placeIn(double at, double lengthThen, double lengthNow) {
@@ -30,21 +32,30 @@ double lengthOf(const Json& description, const char* side) {
 }  // namespace
 
 FoundElement Acting::element() {
-  auto found = elementAsItIs();
-  // Whether an element of a page is scrolled out of it the page knows.
-  if (found.isInPage() || !found.description.value("visible", true)) {
-    client_.call("element.scrollIntoView", {{"element", found.handle()}});
-    found.description = describedNow(found.handle()).value_or(found.description);
-  }
-  if (found.description.value("enabled", true)) return found;
+  auto found = elementInSight();
+  // What was pressed although it was disabled is pressed again, and nothing comes of it.
+  const bool wasEnabled = step_.element().value("enabled", true);
+  if (!wasEnabled || found.description.value("enabled", true)) return found;
   const Json enabled = {{"element", found.handle()}, {"is", "enabled"}};
-  try {
-    client_.call("wait.for", {{"conditions", Json::array({enabled})}}, timeLeft());
-  } catch (const RequestError& error) {
-    if (error.name() != "timeout") throw;
-    throw StepFailure("found, but it is disabled");
-  }
+  if (!comesTrueInTime(enabled)) throw StepFailure("found, but it is disabled");
   return found;
+}
+
+// Another may have its name, and be hidden, while that which is meant is not there yet.
+FoundElement Acting::elementInSight() {
+  const bool wasVisible = step_.element().value("visible", true);
+  while (true) {
+    auto found = elementAsItIs();
+    // Whether an element of a page is scrolled out of it the page knows.
+    if (found.isInPage() || !found.description.value("visible", true)) {
+      client_.call("element.scrollIntoView", {{"element", found.handle()}});
+      found.description = describedNow(found.handle()).value_or(found.description);
+    }
+    if (!wasVisible || found.description.value("visible", true)) return found;
+    if (Clock::now() >= deadline_) throw StepFailure("found, but nothing of it is to be seen");
+    comesTrue({{"element", found.handle()}, {"is", "visible"}}, std::min(kUntilSight, timeLeft()));
+    startAgain();
+  }
 }
 
 FoundElement Acting::elementAsItIs() {
@@ -56,7 +67,7 @@ FoundElement Acting::elementAsItIs() {
 }
 
 FoundElement Acting::other(const Json& element) {
-  auto found = ElementFinder(client_).await(element, deadline_);
+  auto found = finder_.await(element, deadline_);
   if (played_.element.empty()) played_.element = found.description;
   return found;
 }
@@ -64,7 +75,7 @@ FoundElement Acting::other(const Json& element) {
 std::optional<FoundElement> Acting::otherSoon(const Json& element) {
   const Deadline soon = std::min(deadline_, Clock::now() + kTimeForOutcome);
   try {
-    return ElementFinder(client_).await(element, soon);
+    return finder_.await(element, soon);
   } catch (const StepFailure&) {
     if (Clock::now() >= deadline_) throw;
     return std::nullopt;

@@ -18,9 +18,14 @@ namespace tarni::host {
 class Acting {
  public:
   // `played` takes what comes of it. All must outlive this.
-  Acting(SessionClient& client, const Step& step, const Secrets& secrets, Deadline deadline,
-         Played& played)
-      : client_(client), step_(step), secrets_(secrets), deadline_(deadline), played_(played) {}
+  Acting(SessionClient& client, ElementFinder& finder, const Step& step, const Secrets& secrets,
+         Deadline deadline, Played& played)
+      : client_(client),
+        finder_(finder),
+        step_(step),
+        secrets_(secrets),
+        deadline_(deadline),
+        played_(played) {}
 
   const Step& step() const { return step_; }
   // Called once, before anything is done to the program.
@@ -65,10 +70,12 @@ class Acting {
  private:
   Json asked(const std::string& method, Json parameters);
   bool comesTrue(const Json& condition, std::chrono::milliseconds wait);
+  FoundElement elementInSight();
   void propose(const FoundElement& found);
   std::chrono::milliseconds timeLeft() const;
 
   SessionClient& client_;
+  ElementFinder& finder_;
   const Step& step_;
   const Secrets& secrets_;
   const Deadline deadline_;

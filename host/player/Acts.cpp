@@ -39,8 +39,12 @@ void withModifiers(Acting& acting, const What& what) {
 
 // --- the pointer
 
-// By the mouse, too: `element.click` has the page do it.
-void clickInPage(Acting& acting, const Json& target) {
+// `element.click` has a page do it, and refuses what is disabled.
+bool takesPointerAlone(const FoundElement& found) {
+  return found.isInPage() || !found.description.value("enabled", true);
+}
+
+void clickByPointer(Acting& acting, const Json& target) {
   const auto button = buttonOf(acting.step());
   Json steps = {{{"move", target}}};
   for (int turn = 0; turn < std::min(acting.step().count(), 3); ++turn) {
@@ -54,7 +58,7 @@ void click(Acting& acting) {
   const Step& step = acting.step();
   const auto found = acting.element();
   Json parameters = ownTarget(acting, found);
-  if (found.isInPage()) return clickInPage(acting, parameters);
+  if (takesPointerAlone(found)) return clickByPointer(acting, parameters);
   parameters["button"] = buttonOf(step);
   parameters["count"] = std::min(step.count(), 3);
   const auto modifiers = textIn(step.json(), "modifiers");
@@ -125,7 +129,12 @@ void menu(Acting& acting) {
   for (std::size_t pressed = 0; pressed < path.size();) {
     const auto found =
         pressed == 0 ? std::optional(acting.other(path[0])) : acting.otherSoon(path[pressed]);
-    if (found) acting.act("element.click", {{"element", found->handle()}});
+    if (found && !found->description.value("enabled", true) &&
+        !path[pressed].value("enabled", true)) {
+      clickByPointer(acting, {{"element", found->handle()}});
+    } else if (found) {
+      acting.act("element.click", {{"element", found->handle()}});
+    }
     pressed = found ? pressed + 1 : 0;
   }
 }

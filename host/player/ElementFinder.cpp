@@ -12,6 +12,7 @@ using std::chrono::milliseconds;
 
 namespace {
 
+constexpr std::size_t kMostStrange = 3;
 constexpr std::size_t kEnough = 10;  // elements that a locator fits
 // That the first locator has to itself.
 constexpr milliseconds kTimeToBeCertain{2'000};
@@ -49,8 +50,9 @@ std::vector<ElementFinder::Way> ElementFinder::waysTo(const Json& element) {
 FoundElement ElementFinder::await(const Json& element, Deadline deadline) {
   const auto ways = waysTo(element);
   if (ways.empty()) throw StepFailure("the step says no way to find its element");
-  if (auto first = look(ways, 1); first.found) return *std::move(first.found);
   const auto certain = Clock::now() + std::min(kTimeToBeCertain, timeUntil(deadline) / 2);
+  awaitWindow(element, certain);
+  if (auto first = look(ways, 1); first.found) return *std::move(first.found);
   awaitOnly(ways.front().find, certain);
   while (true) {
     auto all = look(ways, ways.size());
@@ -58,6 +60,14 @@ FoundElement ElementFinder::await(const Json& element, Deadline deadline) {
     if (Clock::now() >= deadline) explain(element, ways, all);
     awaitOnly(ways.front().find, std::min(deadline, Clock::now() + kBetweenLooks));
   }
+}
+
+// In another language every title is strange.
+void ElementFinder::awaitWindow(const Json& element, Deadline deadline) {
+  const auto title = textIn(objectIn(element, "near"), "window");
+  const bool isStrange = strangeTitles_.size() >= kMostStrange || strangeTitles_.contains(title);
+  if (title.empty() || isStrange) return;
+  if (!comesTrue({{"window", title}}, deadline)) strangeTitles_.insert(title);
 }
 
 ElementFinder::Look ElementFinder::look(const std::vector<Way>& ways, std::size_t most) {
@@ -75,13 +85,18 @@ ElementFinder::Look ElementFinder::look(const std::vector<Way>& ways, std::size_
   return look;
 }
 
-void ElementFinder::awaitOnly(const Json& locator, Deadline deadline) {
-  const Json condition = {{"find", locator}, {"count", 1}};
+bool ElementFinder::comesTrue(const Json& condition, Deadline deadline) {
   try {
     client_.call("wait.for", {{"conditions", Json::array({condition})}}, timeUntil(deadline));
+    return true;
   } catch (const RequestError& error) {
     if (error.name() != "timeout") throw;
+    return false;
   }
+}
+
+void ElementFinder::awaitOnly(const Json& locator, Deadline deadline) {
+  comesTrue({{"find", locator}, {"count", 1}}, deadline);
 }
 
 void ElementFinder::explain(const Json& element, const std::vector<Way>& ways, const Look& look) {

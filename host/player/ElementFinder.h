@@ -1,9 +1,11 @@
 // ElementFinder: finds the element of a step in the program as it stands now, by the first of its
 // locators that fits one element alone. What comes late is waited for: the first locator has some
-// time to itself before the others count, as what is still being built would be misread. Any
-// thread, one at a time; throws as SessionClient::call does.
+// time to itself before the others count, as what is still being built would be misread. So has the
+// title that the window had: a program that is still at work has another one. Any thread, one at a
+// time; throws as SessionClient::call does.
 #pragma once
 
+#include <set>
 #include <string>
 #include <vector>
 
@@ -42,11 +44,14 @@ class ElementFinder {
     std::vector<std::size_t> matches = {};  // of each way that was tried, at most kEnough
   };
 
+  void awaitWindow(const Json& element, Deadline deadline);
   Look look(const std::vector<Way>& ways, std::size_t most);
+  bool comesTrue(const Json& condition, Deadline deadline);
   void awaitOnly(const Json& locator, Deadline deadline);
   [[noreturn]] void explain(const Json& element, const std::vector<Way>& ways, const Look& look);
 
   SessionClient& client_;
+  std::set<std::string> strangeTitles_;  // that were waited for in vain
 };
 
 // `text=OK && class=UIButton`

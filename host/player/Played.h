@@ -41,7 +41,8 @@ struct Played {
   Json element = Json::object();  // as it was found; empty when it was not
   std::optional<std::size_t> locator = {};  // of its element's, that found it
   Json proposal = nullptr;                  // the locators to have instead; null for none
-  std::vector<Candidate> candidates = {};   // when nothing was found
+  bool isMissing = false;                   // the element was not found
+  std::vector<Candidate> candidates = {};   // that are there in its place
   double began = 0;                         // seconds from the start of the play
   double seconds = 0;
   StepCosts costs = {};
@@ -55,13 +56,16 @@ struct Played {
 // Why a step cannot be played, for a person.
 class StepFailure : public std::runtime_error {
  public:
-  explicit StepFailure(const std::string& why, std::vector<Candidate> candidates = {})
+  explicit StepFailure(const std::string& why) : std::runtime_error(why) {}
+  // The element is not there, but these are.
+  StepFailure(const std::string& why, std::vector<Candidate> candidates)
       : std::runtime_error(why), candidates_(std::move(candidates)) {}
 
-  const std::vector<Candidate>& candidates() const { return candidates_; }
+  // Null when it is not that the element is missing.
+  const std::optional<std::vector<Candidate>>& candidates() const { return candidates_; }
 
  private:
-  std::vector<Candidate> candidates_;
+  std::optional<std::vector<Candidate>> candidates_;
 };
 
 }  // namespace tarni::host

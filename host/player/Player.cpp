@@ -18,6 +18,18 @@ namespace {
 
 constexpr std::chrono::milliseconds kQuiet{50};
 
+// By which every system takes two presses at one place for two clicks, and what a click has set in
+// motion has mostly come to an end.
+constexpr std::chrono::milliseconds kTwoClicks{500};
+
+bool isPressAtSamePlace(const Step& step, const Step& before) {
+  const auto isPress = [](const Step& one) { return one.json().contains("button"); };
+  if (!isPress(step) || !isPress(before)) return false;
+  const auto ways = locatorsIn(step.element());
+  const auto others = locatorsIn(before.element());
+  return !ways.empty() && !others.empty() && ways.front() == others.front();
+}
+
 double secondsSince(Clock::time_point start) {
   return std::chrono::duration<double>(Clock::now() - start).count();
 }
@@ -56,7 +68,7 @@ Played Player::play(const Step& step) {
   Played played;
   const auto start = Clock::now();
   Show show(client_, played);
-  Acting acting(client_, step, manner_.secrets, start + manner_.patience, played);
+  Acting acting(client_, finder_, step, manner_.secrets, start + manner_.patience, played);
   if (manner_.takesPictures) acting.beforeActing([&show] { show.before(); });
   try {
     played.result = Result::Failed;
@@ -66,7 +78,8 @@ Played Player::play(const Step& step) {
     if (manner_.takesPictures) show.after();
   } catch (const StepFailure& failure) {
     played.message = failure.what();
-    played.candidates = failure.candidates();
+    played.isMissing = failure.candidates().has_value();
+    played.candidates = failure.candidates().value_or(std::vector<Candidate>());
     if (manner_.takesPictures && played.before.data.empty()) show.before();
   } catch (const RequestError& error) {
     played.message = std::string("the program answers: ") + error.what();
@@ -103,6 +116,7 @@ std::vector<Played> Player::play(const Session& session, const Course& course,
   const auto& steps = session.steps();
   const auto start = Clock::now();
   const auto last = std::min(course.until, steps.size());
+  auto hasPressed = start - kTwoClicks;
   std::vector<Played> all(steps.size());
   for (std::size_t i = 0; i < all.size(); ++i) all[i].number = i + 1;
   for (std::size_t number = std::max<std::size_t>(course.from, 1); number <= last; ++number) {
@@ -110,8 +124,12 @@ std::vector<Played> Player::play(const Session& session, const Course& course,
     const Step& step = steps[number - 1];
     Played& played = all[number - 1];
     observer.willPlay(number, step);
+    if (number > 1 && isPressAtSamePlace(step, steps[number - 2])) {
+      std::this_thread::sleep_until(hasPressed + kTwoClicks);
+    }
     const double began = secondsSince(start);
     played = play(step);
+    hasPressed = Clock::now();
     played.number = number;
     played.began = began;
     const bool mayHaveEnded = number == last && played.result == Result::Lost && played.hasActed;

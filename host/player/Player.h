@@ -8,6 +8,7 @@
 #include <limits>
 #include <vector>
 
+#include "host/player/ElementFinder.h"
 #include "host/player/Played.h"
 #include "host/player/Secrets.h"
 #include "host/session/Session.h"
@@ -37,7 +38,8 @@ class Player {
     bool takesPictures = false;     // of the window, before and after each step
     Secrets secrets = {};
   };
-  Player(SessionClient& client, Manner manner) : client_(client), manner_(std::move(manner)) {}
+  Player(SessionClient& client, Manner manner)
+      : client_(client), finder_(client), manner_(std::move(manner)) {}
 
   // One step alone.
   Played play(const Step& step);
@@ -59,6 +61,7 @@ class Player {
   void awaitChange();
 
   SessionClient& client_;
+  ElementFinder finder_;
   const Manner manner_;
 };
 

@@ -5,6 +5,7 @@
 #include <stdexcept>
 
 #include "host/guard/Printable.h"
+#include "host/session_client/Selector.h"
 
 namespace tarni::host {
 
@@ -101,9 +102,17 @@ void requireType(const Json& members, const Member& member) {
 void requireObjects(const Json& members, const char* list) {
   const auto found = members.find(list);
   if (found == members.end()) return;
+  if (!found->is_array()) throw std::invalid_argument("\"" + std::string(list) + "\" is no list");
   const auto isObject = [](const Json& item) { return item.is_object(); };
   if (std::ranges::all_of(*found, isObject)) return;
   throw std::invalid_argument("\"" + std::string(list) + "\" is no list of objects");
+}
+
+void requireLocators(const Json& element) {
+  const auto locators = element.find("locators");
+  if (locators == element.end()) return;
+  requireObjects(element, "locators");
+  for (const Json& find : locatorsIn(element)) Selector::require(find);
 }
 
 const KnownAct& knownAct(const Json& members) {
@@ -162,6 +171,8 @@ Step::Step(Json members) : members_(std::move(members)) {
     throw std::invalid_argument("the step has no \"" + std::string(member.name) + "\"");
   }
   for (const char* const list : {"way", "path"}) requireObjects(members_, list);
+  for (const char* const part : {"element", "target"}) requireLocators(objectIn(members_, part));
+  for (const Json& entry : members_.value("path", Json::array())) requireLocators(entry);
   if (act() == "type" && secret().empty() && !members_.contains("text")) {
     throw std::invalid_argument("the step has neither \"text\" nor \"secret\"");
   }

@@ -100,6 +100,7 @@ TEST_F(Plays, SayWhatWasThereInsteadAndGoOnWhenAsked) {
   const auto part = play({"--from", "2", "--until", "2"});
   EXPECT_EQ(part.code, 0) << part.output;
   EXPECT_THAT(part.output, HasSubstr("1 of 1 steps passed"));
+  EXPECT_EQ(play({"--from", "9"}).code, 2);
   EXPECT_EQ(play({"--port", "9898"}).code, 2);
 }
 

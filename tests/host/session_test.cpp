@@ -188,6 +188,9 @@ TEST_F(Sessions, ThatAreBadAreNamedByLineBeforeAnythingIsStarted) {
       {newHeader + "\n{\"act\":\"juggle\"}\n]}\n", ":2: the act \"juggle\" is not known"},
       {newHeader + "\n{\"act\":\"click\"}\n]}\n", ":2: the step has no \"element\""},
       {newHeader + "\n{\"act\":\"type\",\"text\":7}\n]}\n", ":2: \"text\" is no text"},
+      {newHeader + "\n" + R"({"act":"click","element":{"locators":[{"find":{"colour":"red"}}]}})" +
+           "\n]}\n",
+       ":2: no locator has \"colour\""},
       {header + "\n{\"step\":" + std::string(200'000, '['), ":2: JSON nested deeper than 64"},
       {header + "\n" + good + "\n]}\nmore\n", ":4: there is more behind"},
   };

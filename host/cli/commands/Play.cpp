@@ -44,6 +44,7 @@ class ChannelPlay : public PlayObserver {
         program_(options.file, session_.program, lines.whyForeign) {
     for (const auto& secret : options.secrets) secrets_.add(secret);
     requireSecrets();
+    requirePart();
   }
 
   void run() {
@@ -142,8 +143,7 @@ class ChannelPlay : public PlayObserver {
   void printFailure(const Step& step, const Played& played) const {
     std::cerr << Terminal::error("tarni: ") << options_.file << ": step " << played.number << " ("
               << step.act() << "): " << printable(played.message) << '\n';
-    if (!played.element.empty() || played.result == Played::Result::Lost) return;
-    if (played.candidates.empty()) std::cerr << "  nothing like it is there\n";
+    if (played.isMissing && played.candidates.empty()) std::cerr << "  nothing like it is there\n";
     for (const auto& [description, whyNot] : played.candidates) {
       std::cerr << "  there is " << elementInWords(description) << ": " << printable(whyNot)
                 << '\n';
@@ -195,6 +195,15 @@ class ChannelPlay : public PlayObserver {
                     options_.keepsPicturesBeside ? PlayReport::Address(beside) : addressWithin);
     writePrivateFile(folder / "index.html", page);
     out() << "report: " << (folder / "index.html").string() << '\n';
+  }
+
+  void requirePart() const {
+    const auto count = session_.steps().size();
+    const auto last = std::min(options_.until, count);
+    const bool isWhole = options_.from <= 1 && options_.until >= count;
+    if (isWhole || options_.from <= last) return;
+    throw std::invalid_argument(options_.file + " has " + std::to_string(count) +
+                                " steps: none is between --from and --until");
   }
 
   bool isPart() const { return options_.from > 1 || options_.until < session_.steps().size(); }
