@@ -420,10 +420,10 @@ TEST_F(Faults, AViewThatHasGoneAnswersAsAnEmptyHiddenOne) {
   @autoreleasepool {
     UITextField* const field = add<UITextField>([UITextField class], NSMakeRect(0, 0, 10, 10));
     gone = ref(field);
-    EXPECT_EQ(ref(window_)->subviews().size(), 10U);
+    EXPECT_EQ(ref(window_)->subviews().size(), 11U);
     UILabel* const label = add<UILabel>([UILabel class], NSMakeRect(0, 0, 10, 10));
     forgotten = ref(label);
-    EXPECT_EQ(ref(window_)->subviews().size(), 11U);
+    EXPECT_EQ(ref(window_)->subviews().size(), 12U);
     [field removeFromSuperview];
     [label removeFromSuperview];
   }
@@ -438,7 +438,7 @@ TEST_F(Faults, AViewThatHasGoneAnswersAsAnEmptyHiddenOne) {
   EXPECT_FALSE(gone->hitTest({0, 0}));
   EXPECT_EQ(gone->getClass()->name(), "UITextField");
   EXPECT_EQ(failureOf(gone->becomeFirstResponder()), "");
-  EXPECT_EQ(ref(window_)->subviews().size(), 9U);
+  EXPECT_EQ(ref(window_)->subviews().size(), 10U);
 }
 
 }  // namespace
