@@ -163,12 +163,27 @@ NSData* UIImageJPEGRepresentation(UIImage* image, CGFloat quality);
 - (BOOL)drawViewHierarchyInRect:(CGRect)rect afterScreenUpdates:(BOOL)afterUpdates;
 @end
 
+typedef uint64_t UIAccessibilityTraits;
+#ifdef __cplusplus
+extern "C" {
+#endif
+extern UIAccessibilityTraits UIAccessibilityTraitSelected;
+extern UIAccessibilityTraits UIAccessibilityTraitNotEnabled;
+#ifdef __cplusplus
+}
+#endif
+
 @interface NSObject (UIAccessibility)
 @property(nonatomic, copy) NSString* accessibilityLabel;
 @property(nonatomic, copy) NSString* accessibilityValue;
 @property(nonatomic, copy) NSString* accessibilityHint;
 @property(nonatomic, copy) NSString* accessibilityLanguage;
 @property(nonatomic, copy) NSString* accessibilityIdentifier;
+@property(nonatomic) CGRect accessibilityFrame;
+@property(nonatomic) UIAccessibilityTraits accessibilityTraits;
+@property(nonatomic, retain) NSArray* accessibilityElements;
+- (NSInteger)accessibilityElementCount;
+- (id)accessibilityElementAtIndex:(NSInteger)index;
 @end
 
 @interface UIWindow : UIView

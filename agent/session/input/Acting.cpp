@@ -37,13 +37,20 @@ double offset(double low, double high, double extent) {
   return 0;
 }
 
+// Who takes a press that is meant for the view; null when it has gone.
+UIViewRef takerFor(UIViewRef view) {
+  while (view && view->isDrawnBySuperview()) view = view->superview();
+  return view;
+}
+
 // In the window's coordinates; null where something that is not part of it takes the press.
 std::optional<CGPoint> pressAt(const UIViewRef& view, CGPoint place) {
   const CGRect bounds = view->bounds();
   const CGPoint point =
       view->convertPointToWindow({bounds.minX() + place.x, bounds.minY() + place.y});
   UIViewRef taker = view->window()->hitTest(point);
-  while (taker && taker != view) taker = taker->superview();
+  const UIViewRef meant = takerFor(view);
+  while (taker && taker != meant) taker = taker->superview();
   return taker ? std::optional(point) : std::nullopt;
 }
 
@@ -104,8 +111,9 @@ CGPoint pressablePoint(const UIViewRef& view) {
     throw SessionError(errors::kNotInteractable, "nothing of the element is in sight");
   }
   const platform::UIWindowRef window = view->window();
-  const CGRect own = platform::convertRect(rect, window, view);
-  const CGPoint point = KIFAdditions::tappablePointInRect(view, own);
+  const UIViewRef meant = takerFor(view);
+  const CGRect own = platform::convertRect(rect, window, meant);
+  const CGPoint point = KIFAdditions::tappablePointInRect(meant, own);
   if (std::isnan(point.x)) {
     const UIViewRef taker = window->hitTest({rect.midX(), rect.midY()});
     throw SessionError(errors::kClickIntercepted,
@@ -114,7 +122,7 @@ CGPoint pressablePoint(const UIViewRef& view) {
                                    " (" + taker->getClass()->name() + ") takes the press instead"
                              : "the element takes no press");
   }
-  return platform::convertPoint(point, view, window);
+  return platform::convertPoint(point, meant, window);
 }
 
 Task<CGPoint> readyToPress(Handle element, std::optional<CGPoint> place) {

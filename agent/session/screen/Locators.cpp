@@ -34,7 +34,7 @@ std::string positionOf(UIViewRef view) {
   for (UIViewRef parent = view->superview(); parent; parent = view->superview()) {
     const std::string& name = view->getClass()->name();
     long index = 0;
-    for (const UIViewRef& sibling : parent->subviews()) {
+    for (const UIViewRef& sibling : parent->contents()) {
       if (sibling == view) break;
       if (sibling->getClass() == view->getClass()) ++index;
     }

@@ -82,9 +82,9 @@ PathStep takeStep(std::string_view& path) {
                      "\"" + std::string(path) + "\" is no position like \\UIButton[0]");
 }
 
-UIViewRef subviewAt(const UIViewRef& parent, const PathStep& step) {
+UIViewRef childAt(const UIViewRef& parent, const PathStep& step) {
   long index = 0;
-  for (const UIViewRef& view : parent->subviews()) {
+  for (const UIViewRef& view : parent->contents()) {
     if (view->getClass()->name() == step.name && index++ == step.index) return view;
   }
   return nullptr;
@@ -99,7 +99,7 @@ bool standsIn(const UIViewRef& view, const std::string& group) {
 }
 
 UIViewRef viewAt(UIViewRef root, std::string_view path) {
-  while (root && !path.empty()) root = subviewAt(root, takeStep(path));
+  while (root && !path.empty()) root = childAt(root, takeStep(path));
   return root;
 }
 

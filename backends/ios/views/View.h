@@ -10,6 +10,7 @@
 
 #include "backends/ios/Apple.h"
 #include "backends/ios/guard/Guard.h"
+#include "backends/ios/guard/Owned.h"
 #include "backends/ios/runtime/Attachment.h"
 #include "backends/ios/views/Layer.h"
 #include "platform/UIKit/UIView.h"
@@ -27,6 +28,7 @@ class View : public platform::UIView, public Attachment {
   platform::Class getClass() const override;
   platform::UIViewRef superview() const override;
   std::span<const platform::UIViewRef> subviews() const override;
+  std::span<const platform::UIViewRef> contents() const override;
   platform::UIWindowRef window() const override;
   platform::CALayer& layer() const override;
   platform::CGRect bounds() const override;
@@ -61,16 +63,21 @@ class View : public platform::UIView, public Attachment {
     return static_cast<Kind*>(view_);
   }
 
-  // Puts a question to the view: see `answered`.
+  // The same, and what else one is made of.
+  id object() const { return object_; }
+
+  // Puts a question to it: see `answered`.
   template <typename Call, typename Result = std::invoke_result_t<Call>>
   Result ask(const char* question, Call call,
              std::type_identity_t<Result> otherwise = Result{}) const {
-    return answered(view_, question, call, otherwise);
+    return answered(object_, question, call, otherwise);
   }
 
  private:
   bool lists(NSArray* views) const;
   void list(NSArray* views) const;
+  // Whether it is the object, stands in it, or stands so deep that it may be without end.
+  bool isWithin(id object) const;
   // Whose coordinates count as the window's.
   ::UIView* topmost() const;
 
@@ -79,6 +86,8 @@ class View : public platform::UIView, public Attachment {
   platform::Class class_;
   mutable std::shared_ptr<Layer> layer_;
   mutable std::vector<platform::UIViewRef> subviews_;
+  mutable std::vector<platform::UIViewRef> contents_;  // empty where the subviews are all
+  mutable Owned<NSArray*> drawn_;  // what it told accessibility: some make it anew each time
   mutable std::vector<platform::Class> gestureRecognizers_;
   mutable std::weak_ptr<platform::UIView> listedBy_;  // whose subviews_ hold this view
 };

@@ -6,11 +6,14 @@
 #include "backends/ios/guard/Report.h"
 #include "backends/ios/runtime/RuntimeClass.h"
 #include "backends/ios/runtime/Values.h"
+#include "backends/ios/views/AccessibilityElement.h"
 #include "backends/ios/views/Image.h"
 #include "backends/ios/views/Kinds.h"
 
 namespace tarni::ios {
 namespace {
+
+constexpr int kDeepestDrawing = 64;
 
 bool isView(id object) { return isKindOf(object, [::UIView class]); }
 
@@ -34,6 +37,8 @@ View::View(id object)
 
 void View::objectIsGoing() noexcept {
   object_ = view_ = nil;
+  contents_.clear();
+  drawn_ = {};
   if (const auto parent = std::static_pointer_cast<View>(listedBy_.lock())) {
     parent->subviews_.clear();
   }
@@ -71,6 +76,34 @@ void View::list(NSArray* views) const {
     listed->listedBy_ = std::const_pointer_cast<platform::UIView>(shared_from_this());
     subviews_.push_back(listed);
   }
+}
+
+std::span<const platform::UIViewRef> View::contents() const {
+  const std::span<const platform::UIViewRef> shown = subviews();
+  NSArray* const drawn = elementsToldBy(object_);
+  drawn_ = Owned(drawn);
+  std::vector<platform::UIViewRef> all;
+  for (id element in drawn) {
+    if (isView(element) || isWithin(element)) continue;
+    if (all.empty()) all.assign(shown.begin(), shown.end());
+    const std::shared_ptr<AccessibilityElement> listed = elementOf(element);
+    listed->setContainer(std::static_pointer_cast<const View>(shared_from_this()));
+    all.push_back(listed);
+  }
+  if (all != contents_) contents_ = std::move(all);
+  return contents_.empty() ? shown : contents_;
+}
+
+bool View::isWithin(id object) const {
+  const View* at = this;
+  platform::UIViewRef outer;
+  for (int depth = 0; depth < kDeepestDrawing; ++depth) {
+    if (at->object_ == object) return true;
+    if (!at->isDrawnBySuperview()) return false;
+    outer = at->superview();
+    at = static_cast<const View*>(outer.get());
+  }
+  return true;
 }
 
 platform::UIWindowRef View::window() const {
@@ -182,23 +215,23 @@ long View::tag() const {
 }
 
 std::optional<std::string> View::accessibilityIdentifier() const {
-  return toText(ask("accessibilityIdentifier", [&] { return [view_ accessibilityIdentifier]; }));
+  return toText(ask("accessibilityIdentifier", [&] { return [object_ accessibilityIdentifier]; }));
 }
 
 std::optional<std::string> View::accessibilityLanguage() const {
-  return toText(ask("accessibilityLanguage", [&] { return [view_ accessibilityLanguage]; }));
+  return toText(ask("accessibilityLanguage", [&] { return [object_ accessibilityLanguage]; }));
 }
 
 std::optional<std::string> View::accessibilityValue() const {
-  return toText(ask("accessibilityValue", [&] { return [view_ accessibilityValue]; }));
+  return toText(ask("accessibilityValue", [&] { return [object_ accessibilityValue]; }));
 }
 
 std::optional<std::string> View::accessibilityLabel() const {
-  return toText(ask("accessibilityLabel", [&] { return [view_ accessibilityLabel]; }));
+  return toText(ask("accessibilityLabel", [&] { return [object_ accessibilityLabel]; }));
 }
 
 std::optional<std::string> View::accessibilityHint() const {
-  return toText(ask("accessibilityHint", [&] { return [view_ accessibilityHint]; }));
+  return toText(ask("accessibilityHint", [&] { return [object_ accessibilityHint]; }));
 }
 
 // --- keys

@@ -47,6 +47,11 @@ static inline CGRect CGRectMake(CGFloat x, CGFloat y, CGFloat width, CGFloat hei
 - (NSString*)shownText;
 @end
 
+// What a view draws itself, as accessibility is to see it.
+@interface UIAccessibilityElement : UIResponder
+- (id)initWithAccessibilityContainer:(id)container;
+@end
+
 @interface UIGestureRecognizer (Application)
 - (id)initWithTarget:(id)target action:(SEL)action;
 - (void)recognize;

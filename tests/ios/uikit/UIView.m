@@ -56,8 +56,39 @@ KEPT(NSString*, accessibilityValue, setAccessibilityValue)
 KEPT(NSString*, accessibilityHint, setAccessibilityHint)
 KEPT(NSString*, accessibilityLanguage, setAccessibilityLanguage)
 KEPT(NSString*, accessibilityIdentifier, setAccessibilityIdentifier)
+KEPT(NSArray*, accessibilityElements, setAccessibilityElements)
+
+- (CGRect)accessibilityFrame {
+  return [kept(self, "accessibilityFrame") rectValue];
+}
+- (void)setAccessibilityFrame:(CGRect)frame {
+  keep(self, "accessibilityFrame", [NSValue valueWithRect:frame]);
+}
+- (UIAccessibilityTraits)accessibilityTraits {
+  return [kept(self, "accessibilityTraits") unsignedLongLongValue];
+}
+- (void)setAccessibilityTraits:(UIAccessibilityTraits)traits {
+  keep(self, "accessibilityTraits", @(traits));
+}
+- (NSInteger)accessibilityElementCount {
+  return NSNotFound;
+}
+- (id)accessibilityElementAtIndex:(NSInteger)index {
+  return nil;
+}
 
 @end
+
+@implementation UIAccessibilityElement
+
+- (id)initWithAccessibilityContainer:(id)container {
+  return [super init];
+}
+
+@end
+
+UIAccessibilityTraits UIAccessibilityTraitSelected = 1 << 3;
+UIAccessibilityTraits UIAccessibilityTraitNotEnabled = 1 << 8;
 
 @implementation UIView
 

@@ -26,6 +26,8 @@ typedef NSUInteger NSStringEncoding;
 enum { NSUTF8StringEncoding = 4, NSISOLatin1StringEncoding = 5 };
 #define NS_REQUIRES_NIL_TERMINATION __attribute__((sentinel))
 
+static const NSInteger NSNotFound = __LONG_MAX__;
+
 @class NSArray, NSData, NSDictionary, NSError, NSInvocation, NSMethodSignature, NSNotification,
     NSString, NSURL;
 @protocol NSObject
