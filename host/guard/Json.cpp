@@ -1,5 +1,6 @@
 #include "host/guard/Json.h"
 
+#include <algorithm>
 #include <cmath>
 #include <cstdlib>
 #include <nlohmann/json.hpp>
@@ -82,6 +83,30 @@ Json readJson(std::string_view text) {
 
 std::string compact(const Json& value) {
   return value.dump(-1, ' ', false, Json::error_handler_t::replace);
+}
+
+// The library looks at each byte by itself; most need no more than to be copied.
+std::string textAsJson(std::string_view text) {
+  const auto isMark = [](char c) { return c == '"' || c == '\\'; };
+  const auto isOther = [](unsigned char c) { return c < ' ' || c >= 0x7F; };
+  const auto isPlain = [&](char c) { return !isMark(c) && !isOther(c); };
+  std::string json = "\"";
+  json.reserve(text.size() + text.size() / 8);
+  const auto* at = text.begin();
+  while (at != text.end()) {
+    const auto* const begin = at;
+    if (isMark(*at)) {
+      json += {'\\', *at++};
+    } else if (isPlain(*at)) {
+      at = std::find_if_not(at, text.end(), isPlain);
+      json.append(begin, at);
+    } else {
+      at = std::find_if_not(at, text.end(), isOther);
+      const auto escaped = compact(std::string(begin, at));
+      json.append(escaped, 1, escaped.size() - 2);
+    }
+  }
+  return json += '"';
 }
 
 std::string textIn(const Json& object, const char* key) {

@@ -6,8 +6,12 @@
 namespace tarni::host::http {
 
 Reply Reply::json(const Json& value, int status) {
+  return written(compact(value), status);
+}
+
+Reply Reply::written(std::string json, int status) {
   return {
-      status, "application/json; charset=utf-8", compact(value), {{"Cache-Control", "no-cache"}}};
+      status, "application/json; charset=utf-8", std::move(json), {{"Cache-Control", "no-cache"}}};
 }
 
 Reply Reply::events(NextEvent next) {

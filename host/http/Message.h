@@ -35,6 +35,8 @@ struct Reply {
   NextEvent nextEvent = nullptr;
 
   static Reply json(const Json& value, int status = 200);
+  // The same of what is JSON already.
+  static Reply written(std::string json, int status = 200);
   static Reply events(NextEvent next);
 };
 

@@ -11,7 +11,9 @@ namespace tarni::host::webdriver {
 namespace {
 
 http::Reply replyWith(const Json& value, int status = 200) {
-  return http::Reply::json({{"value", value}}, status);
+  if (!value.is_string()) return http::Reply::json({{"value", value}}, status);
+  return http::Reply::written(
+      R"({"value":)" + textAsJson(value.get_ref<const std::string&>()) + "}", status);
 }
 
 http::Reply failure(const Error& error) {
