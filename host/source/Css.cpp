@@ -52,6 +52,36 @@ void appendUtf8(std::string& text, unsigned long point) {
   }
 }
 
+// The members of a selector that an attribute stands for: the first of them that any element has.
+std::vector<Selector::Member Selector::*> membersFor(const std::string& attribute) {
+  if (attribute == "id") return {&Selector::identifier};
+  if (attribute == "name") return {&Selector::identifier, &Selector::label};
+  if (attribute == "type") return {&Selector::className, &Selector::kind};
+  if (attribute == "label") return {&Selector::label};
+  if (attribute == "text") return {&Selector::text};
+  if (attribute == "placeholder") return {&Selector::placeholder};
+  return {};
+}
+
+// Empty when selectors do not know what is asked for.
+std::vector<Selector> asSelectors(const std::vector<Condition>& conditions) {
+  std::vector<Selector> selectors(conditions.empty() ? 0 : 1);
+  for (const auto& condition : conditions) {
+    std::vector<Selector> more;
+    const auto members = membersFor(condition.attribute);
+    const bool isKnown = condition.sign == '=' && !members.empty();
+    for (std::size_t at = 0; isKnown && at < selectors.size(); ++at) {
+      for (const auto member : members) {
+        if (selectors[at].*member) return {};  // asked for twice
+        more.push_back(selectors[at]);
+        more.back().*member = condition.value;
+      }
+    }
+    selectors = std::move(more);
+  }
+  return selectors;
+}
+
 class Reader {
  public:
   explicit Reader(const std::string& text) : reader_(text, "CSS") {}
@@ -60,10 +90,11 @@ class Reader {
     Css css;
     do {
       reader_.skipBlanks();
+      isOne_ = css.xpath.empty();
       css.xpath += (css.xpath.empty() ? "" : " | ") + complex();
     } while (reader_.take(","));
     if (!reader_.isAtEnd()) reader_.fail("something follows");
-    if (conditions_.size() == 1) css.selector = asSelector(conditions_.front());
+    if (isOne_) css.selectors = asSelectors(conditions_);
     return css;
   }
 
@@ -82,7 +113,7 @@ class Reader {
       } else {
         reader_.fail("that is not understood");
       }
-      conditions_.emplace_back();  // more than one thing
+      isOne_ = false;
     }
   }
 
@@ -178,23 +209,9 @@ class Reader {
     reader_.take(" ");
   }
 
-  static std::optional<Selector> asSelector(const Condition& condition) {
-    Selector selector;
-    if (condition.sign != '=') return std::nullopt;
-    if (condition.attribute == "id") {
-      selector.identifier = condition.value;
-    } else if (condition.attribute == "label") {
-      selector.label = condition.value;
-    } else if (condition.attribute == "text") {
-      selector.text = condition.value;
-    } else {
-      return std::nullopt;
-    }
-    return selector;
-  }
-
   TextReader reader_;
   std::vector<Condition> conditions_;
+  bool isOne_ = true;  // element that is asked for
 };
 
 }  // namespace

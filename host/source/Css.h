@@ -3,8 +3,8 @@
 // Plain values, any thread.
 #pragma once
 
-#include <optional>
 #include <string>
+#include <vector>
 
 #include "host/session_client/Selector.h"
 
@@ -13,8 +13,9 @@ namespace tarni::host {
 struct Css {
   // The same in XPath, from the element that is searched in.
   std::string xpath;
-  // The same as a selector, where it asks for one thing that selectors know.
-  std::optional<Selector> selector;
+  // The same as selectors, where it asks one element for what they know: the first of these of
+  // which there is any.
+  std::vector<Selector> selectors;
 
   // Throws InvalidSelector.
   static Css parse(const std::string& text);

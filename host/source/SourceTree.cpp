@@ -15,6 +15,7 @@ namespace {
 
 constexpr const char* kRoot = "UIApplication";
 constexpr const char* kHandle = "element";
+constexpr const char* kIndex = "index";
 
 bool isLetter(char c) {
   return std::isalpha(static_cast<unsigned char>(c)) != 0 || c == '_';
@@ -35,42 +36,150 @@ void append(pugi::xml_node node, const char* name, double value) {
   node.append_attribute(name).set_value(static_cast<long long>(std::llround(value)));
 }
 
-std::optional<long> handleIn(const Json& element, const char* member) {
+void set(pugi::xml_node node, const char* name, double value) {
+  node.attribute(name).set_value(static_cast<long long>(std::llround(value)));
+}
+
+std::optional<long> integerIn(const Json& element, const char* member) {
   const auto found = element.find(member);
   const bool isNumber = found != element.end() && found->is_number_integer();
   return isNumber ? std::optional(found->get<long>()) : std::nullopt;
 }
 
-}  // namespace
-
-SourceTree::SourceTree(const Json& elements, const std::map<Handle, Point>& origins)
-    : root_(document_.append_child(kRoot)) {
-  for (const auto& element : elements) add(element, origins);
+bool isVisible(const pugi::xml_node& node) {
+  return std::string_view(node.attribute("visible").value()) == "true";
 }
 
-void SourceTree::add(const Json& element, const std::map<Handle, Point>& origins) {
-  const auto handle = handleIn(element, kHandle);
-  if (!handle) return;
-  const auto parent = handleIn(element, "parent");
-  const auto above = parent ? places_.find(*parent) : places_.end();
-  const bool isWindow = above == places_.end();
-  const auto type = valueIn(element, "class").value_or("element");
-  Place place{(isWindow ? root_ : above->second.node).append_child(tagOf(type).c_str()), {}};
-  if (isWindow) {
-    const auto origin = origins.find(*handle);
-    if (origin != origins.end()) place.origin = origin->second;
-  } else {
-    place.origin = above->second.origin;
-    append(place.node, "index", above->second.children++);
+std::vector<pugi::xml_node> withAllBelow(pugi::xml_node node) {
+  std::vector<pugi::xml_node> all{node};
+  for (std::size_t at = 0; at < all.size(); ++at) {
+    const auto children = all[at].children();
+    all.insert(all.end(), children.begin(), children.end());
   }
-  for (const auto& [name, value] : attributesOf(element)) append(place.node, name.c_str(), value);
+  return all;
+}
+
+int childrenOf(const pugi::xml_node& node) {
+  const auto last = node.last_child();
+  return last ? last.attribute(kIndex).as_int(-1) + 1 : 0;
+}
+
+// By what they say of their place; those of pages say nothing and stay.
+void sortChildren(pugi::xml_node parent) {
+  std::vector<std::pair<int, pugi::xml_node>> children;
+  for (const auto& child : parent.children()) {
+    children.emplace_back(child.attribute(kIndex).as_int(), child);
+  }
+  const auto index = [](const auto& child) { return child.first; };
+  if (std::ranges::is_sorted(children, {}, index)) return;
+  std::ranges::stable_sort(children, {}, index);
+  for (const auto& child : children) parent.append_move(child.second);
+}
+
+}  // namespace
+
+SourceTree::SourceTree(const Json& elements) : root_(document_.append_child(kRoot)) {
+  for (const auto& element : elements) add(element);
+}
+
+bool SourceTree::update(const Json& changed, const Json& gone) {
+  std::unordered_set<Handle> parents;
+  for (const auto& element : changed) {
+    const auto parent = integerIn(element, "parent");
+    const bool isPlaced = !parent || element.contains(kIndex);
+    if (!isPlaced && placeOf(integerIn(element, kHandle)) == nullptr) return false;
+    add(element);
+    if (isPlaced && parent) parents.insert(*parent);
+  }
+  for (const auto& handle : gone) {
+    if (handle.is_number_integer()) remove(handle.get<Handle>());
+  }
+  for (const Handle parent : parents) {
+    if (const auto* const place = placeOf(parent)) sortChildren(place->node);
+  }
+  return true;
+}
+
+// One that is known may stand elsewhere now.
+void SourceTree::add(const Json& element) {
+  const auto handle = integerIn(element, kHandle);
+  if (!handle) return;
+  const auto* const above = placeOf(integerIn(element, "parent"));
+  auto parent = above != nullptr ? above->node : root_;
+  const auto corner = above != nullptr ? above->corner : Point();
+  const auto type = valueIn(element, "class").value_or("element");
+  const auto [found, isNew] = places_.try_emplace(*handle);
+  auto& place = found->second;
+  if (isNew) {
+    const int index = childrenOf(parent);
+    place = {parent.append_child(tagOf(type).c_str()), {}, corner};
+    if (above != nullptr) append(place.node, kIndex, index);
+  } else if (above != nullptr && place.node.parent() != parent && parent.append_move(place.node)) {
+    moveTo(place.node, corner);
+  }
+  describe(element, *handle, place);
+}
+
+void SourceTree::describe(const Json& element, Handle handle, Place& place) {
+  auto& node = place.node;
+  const auto index = integerIn(element, kIndex).value_or(node.attribute(kIndex).as_llong(-1));
+  node.remove_attributes();
+  if (index >= 0) append(node, kIndex, static_cast<double>(index));
+  for (const auto& [name, value] : attributesOf(element)) append(node, name.c_str(), value);
   const auto rectangle = rectangleIn(element);
-  append(place.node, "x", rectangle.x + place.origin.x);
-  append(place.node, "y", rectangle.y + place.origin.y);
-  append(place.node, "width", rectangle.width);
-  append(place.node, "height", rectangle.height);
-  append(place.node, kHandle, static_cast<double>(*handle));
-  places_.emplace(*handle, place);
+  place.inWindow = {rectangle.x, rectangle.y};
+  append(node, "x", rectangle.x + place.corner.x);
+  append(node, "y", rectangle.y + place.corner.y);
+  append(node, "width", rectangle.width);
+  append(node, "height", rectangle.height);
+  append(node, kHandle, static_cast<double>(handle));
+}
+
+// With all that stands in it.
+void SourceTree::remove(Handle handle) {
+  const auto* const place = placeOf(handle);
+  if (place == nullptr) return;
+  auto node = place->node;
+  for (const auto& gone : withAllBelow(node)) places_.erase(handleOf(gone));
+  node.parent().remove_child(node);
+}
+
+void SourceTree::moveTo(pugi::xml_node node, Point corner) {
+  for (auto& moved : withAllBelow(node)) {
+    auto* const place = placeOf(handleOf(moved));
+    if (place == nullptr) continue;
+    place->corner = corner;
+    set(moved, "x", place->inWindow.x + corner.x);
+    set(moved, "y", place->inWindow.y + corner.y);
+  }
+}
+
+void SourceTree::arrange(const std::vector<Window>& windows) {
+  blocked_.clear();
+  for (const auto& window : windows) {
+    if (!window.takesInput) blocked_.insert(window.element);
+    const auto* const place = placeOf(window.element);
+    if (place == nullptr) continue;
+    if (place->corner != window.corner) moveTo(place->node, window.corner);
+    root_.append_move(place->node);
+  }
+}
+
+void SourceTree::putSeenFirst(std::vector<Handle>& elements) const {
+  std::ranges::stable_sort(elements, {}, [this](Handle element) { return distance(element); });
+}
+
+// From the person.
+int SourceTree::distance(Handle element) const {
+  auto at = node(element);
+  if (!isVisible(at)) return 2;
+  while (at.parent() && at.parent() != root_) at = at.parent();
+  return blocked_.contains(handleOf(at)) ? 1 : 0;
+}
+
+SourceTree::Place* SourceTree::placeOf(std::optional<Handle> handle) {
+  const auto found = handle ? places_.find(*handle) : places_.end();
+  return found != places_.end() ? &found->second : nullptr;
 }
 
 std::string SourceTree::xml(bool indented) const {

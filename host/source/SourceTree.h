@@ -3,12 +3,12 @@
 // time.
 #pragma once
 
-#include <map>
 #include <optional>
 #include <pugixml.hpp>
 #include <stdexcept>
 #include <string>
 #include <unordered_map>
+#include <unordered_set>
 #include <vector>
 
 #include "host/guard/Json.h"
@@ -26,12 +26,25 @@ class SourceTree {
   using Handle = long;
   struct Point {
     double x = 0, y = 0;
+    bool operator==(const Point&) const = default;
   };
 
-  // `elements` are those of `tree.get`, parents first. `origins` say by window what its own corner
-  // is called; its elements' places are counted from there, in a window without one from that
-  // window.
-  explicit SourceTree(const Json& elements, const std::map<Handle, Point>& origins = {});
+  // One that stands on the screen.
+  struct Window {
+    Handle element = 0;
+    Point corner;  // what it is called
+    bool takesInput = true;
+  };
+
+  // `elements` are those of the whole of `tree.get`, parents first.
+  explicit SourceTree(const Json& elements);
+
+  // What `tree.get` says has changed since. False when it does not say where that is to stand, as
+  // of new elements of a page: the tree is of no use any more then.
+  bool update(const Json& changed, const Json& gone);
+  // The windows in their order. Places are counted from what the corners are called, in a window
+  // that is not among them from that window.
+  void arrange(const std::vector<Window>& windows);
 
   std::string xml(bool indented = false) const;
 
@@ -40,6 +53,10 @@ class SourceTree {
   std::vector<Handle> find(const std::string& xpath,
                            std::optional<Handle> within = std::nullopt) const;
 
+  // Those first that are on the screen and can be reached, then what a modal window keeps the
+  // person from, then what is hidden; otherwise as they were.
+  void putSeenFirst(std::vector<Handle>& elements) const;
+
   // The element of that handle or, without one, the root; a null node when it is not there.
   pugi::xml_node node(std::optional<Handle> handle) const;
   static Handle handleOf(const pugi::xml_node& node);
@@ -47,17 +64,23 @@ class SourceTree {
   static std::string tagOf(std::string className);
 
  private:
-  void add(const Json& element, const std::map<Handle, Point>& origins);
-
   struct Place {
     pugi::xml_node node;
-    Point origin;
-    int children = 0;
+    Point inWindow;
+    Point corner;  // of its window
   };
+
+  void add(const Json& element);
+  void describe(const Json& element, Handle handle, Place& place);
+  void remove(Handle handle);
+  void moveTo(pugi::xml_node node, Point corner);
+  Place* placeOf(std::optional<Handle> handle);
+  int distance(Handle element) const;
 
   pugi::xml_document document_;
   pugi::xml_node root_;
   std::unordered_map<Handle, Place> places_;
+  std::unordered_set<Handle> blocked_;  // windows that take no input
 };
 
 }  // namespace tarni::host

@@ -59,8 +59,8 @@ Query byXPath(const std::string& value) {
 }
 
 Query byCss(const std::string& value) {
-  const auto css = Css::parse(value);
-  return css.selector ? Query(Selectors{*css.selector}) : byXPath(css.xpath);
+  auto css = Css::parse(value);
+  return css.selectors.empty() ? byXPath(css.xpath) : Query(std::move(css.selectors));
 }
 
 Query byPredicate(const std::string& value) {
@@ -99,17 +99,29 @@ constexpr Strategy kStrategies[] = {
     {"-ios class chain", byClassChain},
 };
 
+std::vector<long> answered(Session& session, const Selector& selector, std::optional<long> within,
+                           std::size_t most) {
+  auto parameters = selector.parameters();
+  if (within) parameters["within"] = *within;
+  if (most > 0) parameters["limit"] = most;
+  const Json answer = session.call("element.find", std::move(parameters));
+  Json elements = answer.value("elements", Json::array());
+  std::ranges::stable_partition(elements,
+                                [](const Json& one) { return one.value("visible", true); });
+  std::vector<long> handles;
+  for (const auto& element : elements) handles.push_back(handleOf(element));
+  return handles;
+}
+
+// What can be seen comes first: of few, they are looked for on their own.
 std::vector<long> found(Session& session, const Selectors& selectors, std::optional<long> within,
                         std::size_t most) {
   std::vector<long> handles;
-  for (const auto& selector : selectors) {
-    auto parameters = selector.parameters();
-    if (within) parameters["within"] = *within;
-    if (most > 0) parameters["limit"] = most;
-    const Json answer = session.call("element.find", std::move(parameters));
-    for (const auto& element : answer.value("elements", Json::array())) {
-      handles.push_back(handleOf(element));
-    }
+  for (auto selector : selectors) {
+    selector.isVisible = true;
+    if (most > 0) handles = answered(session, selector, within, most);
+    selector.isVisible = std::nullopt;
+    if (handles.empty()) handles = answered(session, selector, within, most);
     if (!handles.empty()) break;
   }
   return handles;
@@ -117,13 +129,14 @@ std::vector<long> found(Session& session, const Selectors& selectors, std::optio
 
 std::vector<long> found(Session& session, const TreeSearch& search, std::optional<long> within,
                         std::size_t most) {
-  const auto tree = session.source();
+  const auto& tree = session.source();
   // An element of a page is no part of it, and one that is gone is told of.
-  if (within && !tree->node(within)) {
+  if (within && !tree.node(within)) {
     session.described(*within);
     return {};
   }
-  auto handles = search(*tree, within);
+  auto handles = search(tree, within);
+  tree.putSeenFirst(handles);
   if (most > 0 && handles.size() > most) handles.resize(most);
   return handles;
 }

@@ -58,13 +58,14 @@ const Json& Screen::current() const {
   throw Error("no such window", "the program shows no window");
 }
 
-std::map<long, Screen::Point> Screen::origins() const {
-  std::map<long, Point> all;
+std::vector<SourceTree::Window> Screen::arrangement() const {
+  std::vector<SourceTree::Window> all;
   if (windows_.empty()) return all;
   const auto own = rectangleIn(current(), kOnScreen);
   for (const auto& window : windows_) {
     const auto place = rectangleIn(window, kOnScreen);
-    all[handleOf(window)] = {place.x - own.x, place.y - own.y};
+    all.push_back(
+        {handleOf(window), {place.x - own.x, place.y - own.y}, window.value("takesInput", true)});
   }
   return all;
 }

@@ -4,9 +4,9 @@
 // thread.
 #pragma once
 
-#include <map>
 #include <nlohmann/json.hpp>
 #include <optional>
+#include <vector>
 
 #include "host/guard/Json.h"
 #include "host/source/Attributes.h"
@@ -32,8 +32,8 @@ class Screen {
   // The dialog that keeps the user from all other windows; null for none.
   const Json* dialog() const;
 
-  // What each window's corner is called, as SourceTree takes it.
-  std::map<long, Point> origins() const;
+  // As SourceTree takes it.
+  std::vector<SourceTree::Window> arrangement() const;
   // Where an element is, as the client counts; of its whole description.
   Rectangle placeOf(const Json& description) const;
   // A point as the client counts it, as a target of docs/session.md: in the uppermost window there.

@@ -90,19 +90,25 @@ Json Session::described(Handle element) {
   return objectIn(call("element.describe", {{"element", element}}), "description");
 }
 
-std::shared_ptr<const SourceTree> Session::source() {
+const SourceTree& Session::source() {
   const Screen screen(*this);
-  if (source_ && screen.windows() == sourceWindows_) {
-    const Json changes = call("tree.get", {{"since", sourceVersion_}});
-    const bool isSame = !changes.value("whole", true) && changes["elements"].empty() &&
-                        changes.value("gone", Json::array()).empty();
-    if (isSame) return source_;
+  auto told = tree(source_ ? sourceVersion_ : 0);
+  const bool isUpToDate = source_ && !told.value("whole", true) &&
+                          source_->update(told["elements"], told.value("gone", Json::array()));
+  if (!isUpToDate) {
+    if (!told.value("whole", true)) told = tree(0);
+    source_ = std::make_unique<SourceTree>(told["elements"]);
   }
-  const Json whole = call("tree.get");
-  sourceVersion_ = whole.value("version", 0L);
-  sourceWindows_ = screen.windows();
-  source_ = std::make_shared<SourceTree>(whole.value("elements", Json::array()), screen.origins());
-  return source_;
+  sourceVersion_ = told.value("version", 0L);
+  source_->arrange(screen.arrangement());
+  return *source_;
+}
+
+// What changed since that version, or everything for 0.
+Json Session::tree(long since) {
+  Json told = call("tree.get", {{"since", since}});
+  if (!told.contains("elements")) told["elements"] = Json::array();
+  return told;
 }
 
 Json reference(Session::Handle element) {

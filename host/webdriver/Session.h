@@ -50,9 +50,9 @@ class Session {
   // Whether there are a mouse and a keyboard.
   bool hasInput() const { return hasInput_; }
 
-  // The program as XML, its places counted from the corner of the current window. It is the same
-  // object as long as nothing changed.
-  std::shared_ptr<const SourceTree> source();
+  // The program as XML, its places counted from the corner of the current window: what is known of
+  // it, brought up to date by what changed.
+  const SourceTree& source();
 
   struct Held {
     std::set<std::string> buttons, keys;
@@ -75,15 +75,15 @@ class Session {
 
  private:
   void beginReport(const Capabilities& wanted);
+  Json tree(long since);
 
   std::string id_;
   Json capabilities_;
   Program program_;
   bool hasInput_ = false;
   std::unique_ptr<Report> report_;
-  std::shared_ptr<const SourceTree> source_;
+  std::unique_ptr<SourceTree> source_;
   long sourceVersion_ = 0;
-  Json sourceWindows_;
 };
 
 // What a client calls an element of the program's own; those of pages have other identifiers.

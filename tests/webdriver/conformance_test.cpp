@@ -214,8 +214,14 @@ TEST_P(WebDriver, HasADialogForAnAlertAndOnePictureOfThePlacesThatItTells) {
   const std::string xml = driver_.inSession("GET", "/source").value;
   EXPECT_THAT(xml,
               testing::HasSubstr("x=\"" + rect["x"].dump() + "\" y=\"" + rect["y"].dump() + "\""));
+  const auto behind = driver_.element("class name", "UIButton");
   driver_.inSession("POST", "/element/" + details + "/click");
   EXPECT_THAT(driver_.inSession("GET", "/alert/text").value.dump(), testing::HasSubstr("Really?"));
+  const bool isWindow = driver_.inSession("GET", "/window/handles").value.size() > 1;
+  for (const auto& [using_, value] :
+       {std::pair{"class name", "UIButton"}, {"xpath", "//UIButton"}}) {
+    EXPECT_EQ(driver_.element(using_, value) != behind, isWindow) << "of what can be reached";
+  }
   EXPECT_EQ(driver_.inSession("POST", "/alert/accept").value, nullptr);
   driver_.inSession("POST", "/timeouts", R"({"implicit":5000})");
   EXPECT_NE(driver_.element("link text", "Accepted"), "");

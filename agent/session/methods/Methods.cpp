@@ -163,8 +163,10 @@ const std::vector<Method>& table() {
        "`version`, `whole`, `elements` (descriptions, parents before children), `gone` (handles, "
        "unless `whole`), `pictures` (each with its `window`)",
        Effect::Asks, tree::get},
-      {"element.find", "The elements that a selector fits, in all windows.", findRow(),
-       "`elements`: descriptions", Effect::Asks, element::find},
+      {"element.find",
+       "The elements that a selector fits, in all windows: first in those that no modal one keeps "
+       "the person from.",
+       findRow(), "`elements`: descriptions", Effect::Asks, element::find},
       {"element.describe", "All that is known of an element.", kElementOnly, "`description`",
        Effect::Asks, element::describe},
       {"element.locators",

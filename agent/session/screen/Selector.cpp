@@ -169,7 +169,7 @@ std::vector<Match> Selector::byPath() const {
   if (within_) {
     roots.push_back(Elements::sharedInstance().viewOf(*within_));
   } else {
-    roots = shownWindows();
+    roots = windowsInReachFirst();
   }
   std::vector<Match> found;
   for (const UIViewRef& root : roots) {
@@ -207,7 +207,7 @@ std::vector<Match> Selector::find(std::size_t limit, std::vector<UIViewRef>* pag
     surveyBelow(outer, take);
     return found;
   }
-  for (const platform::UIWindowRef& window : shownWindows()) {
+  for (const platform::UIWindowRef& window : windowsInReachFirst()) {
     if (!surveyWindow(window, take)) break;
   }
   return found;

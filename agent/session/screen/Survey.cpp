@@ -1,5 +1,7 @@
 #include "agent/session/screen/Survey.h"
 
+#include <algorithm>
+
 #include "platform/Platform.h"
 
 namespace tarni::session {
@@ -58,6 +60,16 @@ Place Seen::place() const {
 
 std::vector<platform::UIWindowRef> shownWindows() {
   return platform::current().application->windowsWithKeyWindow();
+}
+
+std::vector<platform::UIWindowRef> windowsInReachFirst() {
+  std::vector<platform::UIWindowRef> windows = shownWindows();
+  const std::vector<platform::UIWindowRef> reached =
+      platform::current().application->windowsThatTakeInput();
+  std::ranges::stable_partition(windows, [&reached](const platform::UIWindowRef& window) {
+    return std::ranges::find(reached, window) != reached.end();
+  });
+  return windows;
 }
 
 }  // namespace tarni::session

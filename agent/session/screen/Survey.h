@@ -69,6 +69,8 @@ bool surveyBelow(const platform::UIViewRef& root, Visit&& visit) {
 
 // The shown windows, and the key window, back to front as far as the platform says.
 std::vector<platform::UIWindowRef> shownWindows();
+// Those first that no modal window keeps the person from.
+std::vector<platform::UIWindowRef> windowsInReachFirst();
 
 // The same for a window and everything below it.
 template <typename Visit>

@@ -61,8 +61,8 @@ std::vector<Json> partsOf(Session& session, const Alert& alert, const char* kind
 Alert alertOf(Session& session) {
   const Screen screen(session);
   if (const auto* const dialog = screen.dialog()) return {handleOf(*dialog), true};
-  const auto tree = session.source();
-  if (const auto overlay = overlayOf(tree->node(handleOf(screen.current())))) {
+  const auto& tree = session.source();
+  if (const auto overlay = overlayOf(tree.node(handleOf(screen.current())))) {
     const Alert alert{SourceTree::handleOf(overlay), false};
     const bool asks =
         !partsOf(session, alert, "UILabel").empty() && !partsOf(session, alert, "UIButton").empty();

@@ -53,7 +53,7 @@ Json findAllBelow(Session& session, const Arguments& arguments) {
 }
 
 Json activeElement(Session& session, const Arguments&) {
-  const auto focused = session.source()->find("(//*[@focused='true'])[last()]");
+  const auto focused = session.source().find("(//*[@focused='true'])[last()]");
   if (!focused.empty()) return reference(focused.front());
   throw Error("no such element", "nothing has the keyboard");
 }

@@ -52,7 +52,7 @@ Json place(Session& session, const Arguments& arguments) {
 }
 
 Json source(Session& session, const Arguments&) {
-  return session.source()->xml();
+  return session.source().xml();
 }
 
 Json tagName(Session& session, const Arguments& arguments) {
