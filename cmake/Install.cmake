@@ -52,6 +52,6 @@ set(CPACK_DEBIAN_FILE_NAME DEB-DEFAULT)
 set(CPACK_DEBIAN_PACKAGE_SECTION devel)
 # A library is loaded only into a program that has the toolkit, so the package itself needs neither.
 set(CPACK_DEBIAN_PACKAGE_DEPENDS
-  "libc6 (>= 2.36), libgcc-s1, libstdc++6 (>= 12), libturbojpeg0, libcpp-httplib0.11, libpugixml1v5")
+  "libc6 (>= 2.36), libgcc-s1, libstdc++6 (>= 12), libturbojpeg0, libpng16-16, libcpp-httplib0.11, libpugixml1v5")
 set(CPACK_DEBIAN_PACKAGE_RECOMMENDS "gdb, iproute2, xvfb")
 include(CPack)
