@@ -1,6 +1,7 @@
 #include "tests/webdriver/Driver.h"
 
 #include <signal.h>
+#include <sys/wait.h>
 
 #include <stdexcept>
 
@@ -60,7 +61,10 @@ std::string DriverClient::element(const std::string& strategy, const std::string
 }
 
 bool isAlive(const nlohmann::json& process) {
-  return kill(process.get<pid_t>(), 0) == 0;
+  const auto pid = process.get<pid_t>();
+  // What outlives the server is a child of this process, which has to take note of its end.
+  waitpid(pid, nullptr, WNOHANG);
+  return kill(pid, 0) == 0;
 }
 
 }  // namespace tarni::test
