@@ -1,6 +1,7 @@
 // Tests for the test runner of Node, with webdriverio.
 #include <nlohmann/json.hpp>
 
+#include "host/export/LocatorCode.h"
 #include "host/export/TestLanguage.h"
 #include "host/guard/Printable.h"
 
@@ -142,13 +143,9 @@ class JavaScriptTests : public TestLanguage {
   }
 
  private:
-  static std::string selector(const ExportedElement& element) {
-    constexpr const char* kPrefixes[] = {"id=", "", ""};
-    return quoted(kPrefixes[static_cast<int>(element.by)] + element.value);
-  }
-
   static std::string find(const ExportedElement& element) {
-    return std::string("await ") + (element.isShown ? "find(" : "there(") + selector(element) + ")";
+    return std::string("await ") + (element.isShown ? "find(" : "there(") + inJavaScript(element) +
+           ")";
   }
 
   static std::string on(const ExportedElement& element) { return "(" + find(element) + ")"; }
@@ -230,7 +227,7 @@ class JavaScriptTests : public TestLanguage {
   }
 
   static std::string check(const Deed& deed) {
-    const auto element = "browser.$(" + selector(*deed.element) + ")";
+    const auto element = "browser.$(" + inJavaScript(*deed.element) + ")";
     const auto until = [](const std::string& condition) {
       return "await browser.waitUntil(async () => " + condition + ");";
     };
@@ -249,7 +246,7 @@ class JavaScriptTests : public TestLanguage {
     if (wanted == "focused") {
       return until("(await " + element + ".getAttribute(\"focused\")) === \"true\"");
     }
-    return "await there(" + selector(*deed.element) + ");";
+    return "await there(" + inJavaScript(*deed.element) + ");";
   }
 };
 

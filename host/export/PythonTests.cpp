@@ -2,6 +2,7 @@
 #include <cctype>
 #include <nlohmann/json.hpp>
 
+#include "host/export/LocatorCode.h"
 #include "host/export/TestLanguage.h"
 #include "host/guard/Printable.h"
 
@@ -139,14 +140,8 @@ class PythonTests : public TestLanguage {
   }
 
  private:
-  static std::string wayTo(const ExportedElement& element) {
-    constexpr const char* kStrategies[] = {"ID", "CLASS_NAME", "XPATH"};
-    return std::string("By.") + kStrategies[static_cast<int>(element.by)] + ", " +
-           quoted(element.value);
-  }
-
   static std::string find(const ExportedElement& element) {
-    return std::string(element.isShown ? "find" : "there") + "(driver, " + wayTo(element) + ")";
+    return std::string(element.isShown ? "find" : "there") + "(driver, " + inPython(element) + ")";
   }
 
   // A chain of actions, with the modifiers held.
@@ -210,7 +205,7 @@ class PythonTests : public TestLanguage {
   }
 
   static std::string check(const Deed& deed) {
-    const auto way = wayTo(*deed.element);
+    const auto way = inPython(*deed.element);
     const auto element = "driver.find_element(" + way + ")";
     const auto until = [](const std::string& condition) {
       return "wait_until(driver, lambda driver: " + condition + ")";

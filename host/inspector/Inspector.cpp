@@ -11,6 +11,7 @@
 #include <stdexcept>
 
 #include "host/export/Export.h"
+#include "host/export/LocatorCode.h"
 #include "host/inspector/PageFiles.h"
 #include "host/player/Player.h"
 #include "host/session_client/Selector.h"
@@ -120,6 +121,7 @@ http::Routes Inspector::routes() {
       {"POST", "/{token}/export", guarded(&Inspector::exportTest)},
       {"POST", "/{token}/call", guarded(&Inspector::call)},
       {"POST", "/{token}/find", guarded(&Inspector::find)},
+      {"POST", "/{token}/locators", guarded(&Inspector::locators)},
   });
 }
 
@@ -198,6 +200,10 @@ Reply Inspector::play(const Request& request) {
               {"message", manner.secrets.masked(played.message)}};
     if (played.locator) told["locator"] = *played.locator;
     told["proposal"] = played.proposal;
+    if (!played.proposal.empty()) {
+      told["better"] =
+          Selector::fromParameters(objectIn(played.proposal.front(), "find")).written();
+    }
     told["candidates"] = Json::array();
     for (const auto& candidate : played.candidates) {
       auto& one = told["candidates"].emplace_back(candidate.description);
@@ -240,6 +246,21 @@ Reply Inspector::find(const Request& request) {
     const std::chrono::duration<double, std::milli> took = Clock::now() - begin;
     return Json{{"elements", std::move(found)}, {"ms", took.count()}};
   }));
+}
+
+// Each with what it is written as.
+Reply Inspector::locators(const Request& request) {
+  const auto body = bodyOf(request);
+  auto told = calls_.with(session(), [&](SessionClient& client) {
+    return client.call("element.locators", {{"element", body.value("element", Json())}},
+                       kPatienceOfPages);
+  });
+  for (auto& locator : told["locators"]) {
+    const auto find = objectIn(locator, "find");
+    locator["written"] = Selector::fromParameters(find).written();
+    locator["code"] = linesOfCode(find, textIn(body, "program"));
+  }
+  return Reply::json(told);
 }
 
 }  // namespace tarni::host

@@ -39,6 +39,7 @@ class Inspector {
   Reply play(const Request& request);
   Reply exportTest(const Request& request);
   Reply call(const Request& request);
+  Reply locators(const Request& request);
   Reply find(const Request& request);
   std::string session();
 

