@@ -106,8 +106,8 @@ std::vector<long> answered(Session& session, const Selector& selector, std::opti
   if (most > 0) parameters["limit"] = most;
   const Json answer = session.call("element.find", std::move(parameters));
   Json elements = answer.value("elements", Json::array());
-  std::ranges::stable_partition(elements,
-                                [](const Json& one) { return one.value("visible", true); });
+  std::stable_partition(elements.begin(), elements.end(),
+                        [](const Json& one) { return one.value("visible", true); });
   std::vector<long> handles;
   for (const auto& element : elements) handles.push_back(handleOf(element));
   return handles;

@@ -66,9 +66,10 @@ std::vector<platform::UIWindowRef> windowsInReachFirst() {
   std::vector<platform::UIWindowRef> windows = shownWindows();
   const std::vector<platform::UIWindowRef> reached =
       platform::current().application->windowsThatTakeInput();
-  std::ranges::stable_partition(windows, [&reached](const platform::UIWindowRef& window) {
+  const auto isReached = [&reached](const platform::UIWindowRef& window) {
     return std::ranges::find(reached, window) != reached.end();
-  });
+  };
+  std::stable_partition(windows.begin(), windows.end(), isReached);
   return windows;
 }
 

@@ -18,13 +18,13 @@ Named namedAs(::UIView* view) {
       {"segmentedcontrol", "selectedSegmentIndex", Named::SegmentedControl},
       {"scrollview", "setContentOffset:animated:", Named::ScrollView},
   };
-  const std::string& name = classOf(view)->lowercaseName();
-  for (const auto& [part, answers, named] : kNames) {
-    if (name.find(part) == std::string::npos) continue;
+  const std::string& className = classOf(view)->lowercaseName();
+  for (const Name& name : kNames) {
+    if (className.find(name.part) == std::string::npos) continue;
     if (answered(view, "respondsToSelector:", [&]() -> bool {
-          return [view respondsToSelector:sel_registerName(answers)];
+          return [view respondsToSelector:sel_registerName(name.answers)];
         })) {
-      return named;
+      return name.named;
     }
   }
   return Named::AsItsKind;

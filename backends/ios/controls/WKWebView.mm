@@ -11,7 +11,8 @@ namespace tarni::ios {
 namespace {
 
 // The errors of WebKit's after which a view has no page.
-enum : NSInteger { kProcessTerminated = 2, kViewInvalidated = 3 };
+constexpr NSInteger kProcessTerminated = 2;
+constexpr NSInteger kViewInvalidated = 3;
 
 bool isPageGone(NSError* error) {
   const bool isWebKits = [[error domain] isEqualToString:@"WKErrorDomain"];
@@ -39,9 +40,10 @@ class WKWebView : public View, public platform::UIWebView {
         [view = Owned(as<NSObject>()), script = std::move(script)](LaterPage::Take take) {
           if (!view) return take(std::nullopt);
           // Outside of the guard, whose captures are references and would not outlive it.
+          const LaterPage::Take told = std::move(take);
           const auto answered = ^(id result, NSError* error) {
             noteWork(platform::kMainQueueAlone);
-            take(isPageGone(error) ? std::nullopt : std::optional(wordsFor(result)));
+            told(isPageGone(error) ? std::nullopt : std::optional(wordsFor(result)));
           };
           guarded([&] {
             [view.get() evaluateJavaScript:toNSString(script) completionHandler:answered];
