@@ -133,3 +133,14 @@ test('paths are unique and survive small changes of a page', async () => {
   });
   assert.ok(isFound);
 });
+
+test('an alert in a click does not hold the call', async () => {
+  const { page, agent } = await browser.open('form.html');
+  const [button] = await agent.find('button', 'text', 'Ask');
+  const asked = new Promise((resolve) => page.once('dialog', resolve));
+  await agent.click(button);
+  const dialog = await asked;
+  assert.equal(dialog.message(), 'Really?');
+  await dialog.accept();
+  await page.waitForFunction(() => document.all.said.textContent === 'alert closed');
+});
