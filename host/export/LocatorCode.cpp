@@ -4,6 +4,7 @@
 #include <cctype>
 #include <nlohmann/json.hpp>
 
+#include "host/guard/Printable.h"
 #include "host/session_client/Selector.h"
 
 namespace tarni::host {
@@ -31,10 +32,7 @@ std::string wordOfShell(const std::string& text) {
   const auto isPlain = [](unsigned char c) {
     return std::isalnum(c) != 0 || std::string_view("_./-").find(c) != std::string_view::npos;
   };
-  if (!text.empty() && std::ranges::all_of(text, isPlain)) return text;
-  std::string word = "'";
-  for (const char c : text) word += c == '\'' ? std::string("'\\''") : std::string(1, c);
-  return word + "'";
+  return !text.empty() && std::ranges::all_of(text, isPlain) ? text : quotedForShell(text);
 }
 
 }  // namespace
