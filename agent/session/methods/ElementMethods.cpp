@@ -121,7 +121,7 @@ Task<void> setSwitch(UIViewRef view, bool on) {
 
 Answer find(CallRef call) {
   const Json& parameters = call->parameters();
-  const Selector selector(parameters);
+  const Selector selector(Criteria::from(parameters));
   const bool all = parameters.value("all", true);
   const std::size_t limit = all ? parameters.value("limit", std::size_t{0}) : 1;
   std::vector<UIViewRef> pages;

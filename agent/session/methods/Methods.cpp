@@ -18,7 +18,7 @@ constexpr Parameter kTheWindow{"window", Kind::Integer, kOptional,
 // Some rows are longer by the parameters of a selector.
 const Row& findRow() {
   static const auto* const row = [] {
-    auto* const made = new Row(Selector::parameters().begin(), Selector::parameters().end());
+    auto* const made = new Row(Criteria::parameters().begin(), Criteria::parameters().end());
     made->push_back({"all", Kind::Flag, kOptional,
                      "False for the first alone, and `no such element` when there is none. True "
                      "without."});

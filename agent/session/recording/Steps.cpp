@@ -58,12 +58,10 @@ std::optional<std::string> labelNear(const UIViewRef& view) {
 }
 
 std::optional<std::string> groupOf(const UIViewRef& view) {
-  for (UIViewRef outer = view->superview(); outer; outer = outer->superview()) {
-    if (outer->isKindOfClass(platform::uikit::UIWindow)) break;
-    const auto label = outer->accessibilityLabel();
-    if (label && !label->empty()) return label;
-  }
-  return std::nullopt;
+  const UIViewRef group = nearestAround(view, [](const UIViewRef& outer) {
+    return !outer->accessibilityLabel().value_or("").empty();
+  });
+  return group ? group->accessibilityLabel() : std::nullopt;
 }
 
 void describeSurroundings(const UIViewRef& view, JsonText& text) {
@@ -237,7 +235,8 @@ std::string_view stepInWords() {
 
 `locators` are the ways to find the element again, best first, as they were at that moment: each has
 `find`, the parameters of `element.find`, `matches`, how many elements that fitted, and `ms`, how long
-it took. What fits the element alone stands first, its position behind all other such ways.
+the walk took that counted them. What fits the element alone stands first, its position behind all other
+such ways.
 )";
 }
 

@@ -58,7 +58,7 @@ Condition::Condition(const Json& text) : text_(text) {
     if (!text["element"].is_number_integer()) refuseCondition("has the handle of an element");
     element_ = text["element"].get<long>();
   } else if (text.contains("find") && text["find"].is_object()) {
-    selector_.emplace(text["find"]);
+    selector_.emplace(Criteria::from(text["find"]));
   } else {
     refuseCondition("has \"element\" (a handle), \"find\" (a selector) or \"window\" (a title)");
   }

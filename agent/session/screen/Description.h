@@ -8,6 +8,7 @@
 #include "agent/session/protocol/JsonText.h"
 #include "agent/session/screen/Elements.h"
 #include "agent/session/screen/Survey.h"
+#include "platform/UIKit/Classes.h"
 #include "platform/UIKit/UIView.h"
 
 namespace tarni::session {
@@ -18,6 +19,17 @@ std::optional<std::string> textOf(const platform::UIViewRef& view);
 
 // Its accessibility label, unless that tells what a secure field holds.
 std::optional<std::string> labelOf(const platform::UIViewRef& view);
+
+// The nearest of what the view stands in, below the window, for which `is(outer)` holds; null for
+// none.
+template <typename Is>
+platform::UIViewRef nearestAround(const platform::UIViewRef& view, Is is) {
+  for (platform::UIViewRef outer = view->superview(); outer; outer = outer->superview()) {
+    if (outer->isKindOfClass(platform::uikit::UIWindow)) return nullptr;
+    if (is(outer)) return outer;
+  }
+  return nullptr;
+}
 
 // Of the window that it stands in; null for one without.
 std::optional<std::string> titleOfWindow(const platform::UIViewRef& view);

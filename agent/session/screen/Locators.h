@@ -4,15 +4,15 @@
 #include <string>
 #include <vector>
 
-#include "agent/session/protocol/Method.h"
+#include "agent/session/screen/Criteria.h"
 #include "platform/UIKit/UIView.h"
 
 namespace tarni::session {
 
 struct Locator {
-  Json find;  // a selector, for element.find
+  Criteria find;  // of element.find
   std::size_t matches = 0;
-  double milliseconds = 0;  // that it took
+  double milliseconds = 0;  // of the walk that counted them
 };
 
 // How a person came to it. A field that keys went to is found again by its focus, if it has no

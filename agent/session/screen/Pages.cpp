@@ -102,7 +102,7 @@ Task<Json> askAbout(PageElement element, std::string function, std::string more)
 }  // namespace
 
 bool isPage(const UIViewRef& view) {
-  return isWebView(view) && kindOf<platform::UIWebView>(view);
+  return kindOf<platform::UIWebView>(view) && isWebView(view);
 }
 
 std::vector<UIViewRef> webViews() {

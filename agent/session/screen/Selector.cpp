@@ -18,38 +18,6 @@ using platform::UIViewRef;
 
 namespace {
 
-constexpr Parameter kMembers[] = {
-    {"identifier", Kind::Text, kOptional, "Its accessibility identifier."},
-    {"label", Kind::Text, kOptional, "Its accessibility label."},
-    {"text", Kind::Text, kOptional, "The text that it shows, all of it."},
-    {"textContains", Kind::Text, kOptional, "A part of that text, in any case."},
-    {"placeholder", Kind::Text, kOptional, "What an empty field asks for."},
-    {"class", Kind::Text, kOptional, "The name of its class, in any case."},
-    {"kind", Kind::Text, kOptional, "The name of its class or of one that it is a kind of."},
-    {"xpath", Kind::Text, kOptional,
-     "Its position from its window (or from `within`) down, as `tarni tree` prints it: "
-     "`\\UIWindowContent[0]\\UIButton[1]`; in a page from its root: "
-     "`\\HTML[0]\\BODY[0]\\BUTTON[1]`."},
-    {"visible", Kind::Flag, kOptional, "Whether anything of it is to be seen."},
-    {"focused", Kind::Flag, kOptional, "Whether it has the focus."},
-    {"group", Kind::Text, kOptional,
-     "The label or the identifier of something that it stands in, below the window."},
-    {"windowTitle", Kind::Text, kOptional, "The title of the window that it stands in."},
-    {"within", Kind::Integer, kOptional, "The handle of a window or an element that it stands in."},
-};
-
-template <typename Value>
-std::optional<Value> member(const Json& selector, const char* name) {
-  const auto found = selector.find(name);
-  if (found == selector.end()) return std::nullopt;
-  try {
-    return found->template get<Value>();
-  } catch (const Json::exception&) {
-    throw SessionError(errors::kInvalidArgument,
-                       "\"" + std::string(name) + "\" of a selector has the wrong type");
-  }
-}
-
 bool isKindNamed(platform::Class cls, const std::string& name) {
   for (; cls; cls = cls->superclass()) {
     if (cls->name() == name) return true;
@@ -91,11 +59,9 @@ UIViewRef childAt(const UIViewRef& parent, const PathStep& step) {
 }
 
 bool standsIn(const UIViewRef& view, const std::string& group) {
-  for (UIViewRef outer = view->superview(); outer; outer = outer->superview()) {
-    if (outer->isKindOfClass(platform::uikit::UIWindow)) return false;
-    if (outer->accessibilityIdentifier() == group || labelOf(outer) == group) return true;
-  }
-  return false;
+  return nearestAround(view, [&group](const UIViewRef& outer) {
+           return outer->accessibilityIdentifier() == group || labelOf(outer) == group;
+         }) != nullptr;
 }
 
 UIViewRef viewAt(UIViewRef root, std::string_view path) {
@@ -105,92 +71,67 @@ UIViewRef viewAt(UIViewRef root, std::string_view path) {
 
 }  // namespace
 
-std::span<const Parameter> Selector::parameters() {
-  return kMembers;
-}
-
-Selector::Selector(const Json& selector)
-    : members_(Json::object()),
-      identifier_(member<std::string>(selector, "identifier")),
-      label_(member<std::string>(selector, "label")),
-      text_(member<std::string>(selector, "text")),
-      textContains_(member<std::string>(selector, "textContains")),
-      placeholder_(member<std::string>(selector, "placeholder")),
-      class_(member<std::string>(selector, "class")),
-      kind_(member<std::string>(selector, "kind")),
-      xpath_(member<std::string>(selector, "xpath")),
-      group_(member<std::string>(selector, "group")),
-      windowTitle_(member<std::string>(selector, "windowTitle")),
-      visible_(member<bool>(selector, "visible")),
-      focused_(member<bool>(selector, "focused")),
-      within_(member<long>(selector, "within")) {
-  for (const Parameter& parameter : kMembers) {
-    const auto found = selector.find(parameter.name);
-    if (found != selector.end()) members_[std::string(parameter.name)] = *found;
-  }
-  if (members_.empty()) {
-    throw SessionError(
-        errors::kInvalidSelector,
-        "a selector says at least one of identifier, label, text, textContains, placeholder, "
-        "class, kind, xpath, visible, focused, group, windowTitle and within");
-  }
-  if (xpath_ && !xpath_->starts_with('\\')) {
+Selector::Selector(Criteria criteria)
+    : criteria_(std::move(criteria)),
+      className_(platform::lowercase(criteria_.className.value_or(""))),
+      part_(Utilities::lowercaseString(criteria_.textContains.value_or(""))) {
+  const auto& xpath = criteria_.xpath;
+  if (xpath && !xpath->starts_with('\\')) {
     throw SessionError(errors::kInvalidSelector,
-                       "\"" + *xpath_ + "\" is no position like \\UIWindowContent[0]\\UIButton[1]");
+                       "\"" + *xpath + "\" is no position like \\UIWindowContent[0]\\UIButton[1]");
   }
-  if (class_) class_ = platform::lowercase(*class_);
-  if (textContains_) textContains_ = Utilities::lowercaseString(*textContains_);
 }
 
 // What costs least is asked first.
-bool Selector::matches(const Seen& seen) const {
+bool Selector::fits(const Seen& seen) const {
   const UIViewRef& view = seen.view;
-  if (class_ && view->getClass()->lowercaseName() != *class_) return false;
-  if (kind_ && !isKindNamed(view->getClass(), *kind_)) return false;
-  if (identifier_ && view->accessibilityIdentifier() != *identifier_) return false;
-  if (text_ && textOf(view) != *text_) return false;
-  if (textContains_ && !Utilities::containsLowercase(textOf(view).value_or(""), *textContains_)) {
+  const Criteria& is = criteria_;
+  if (is.className && view->getClass()->lowercaseName() != className_) return false;
+  if (is.kind && !isKindNamed(view->getClass(), *is.kind)) return false;
+  if (is.identifier && view->accessibilityIdentifier() != *is.identifier) return false;
+  if (is.text && textOf(view) != *is.text) return false;
+  if (is.textContains && !Utilities::containsLowercase(textOf(view).value_or(""), part_)) {
     return false;
   }
-  if (placeholder_ && placeholderOf(view) != *placeholder_) return false;
-  if (label_ && view->accessibilityLabel() != *label_) return false;
-  if (focused_ && view->isFirstResponder() != *focused_) return false;
-  if (visible_ && seen.place().isVisible != *visible_) return false;
-  if (group_ && !standsIn(view, *group_)) return false;
-  return !windowTitle_ || titleOfWindow(view) == *windowTitle_;
+  if (is.placeholder && placeholderOf(view) != *is.placeholder) return false;
+  if (is.label && view->accessibilityLabel() != *is.label) return false;
+  if (is.focused && view->isFirstResponder() != *is.focused) return false;
+  if (is.visible && seen.place().isVisible != *is.visible) return false;
+  if (is.group && !standsIn(view, *is.group)) return false;
+  return !is.windowTitle || titleOfWindow(view) == *is.windowTitle;
 }
 
 bool Selector::isPositionInPage() const {
-  return xpath_ && xpath_->starts_with("\\HTML[");
+  return criteria_.xpath && criteria_.xpath->starts_with("\\HTML[");
 }
 
 std::vector<Match> Selector::byPath() const {
   std::vector<UIViewRef> roots;
-  if (within_) {
-    roots.push_back(Elements::sharedInstance().viewOf(*within_));
+  if (criteria_.within) {
+    roots.push_back(Elements::sharedInstance().viewOf(*criteria_.within));
   } else {
     roots = windowsInReachFirst();
   }
   std::vector<Match> found;
   for (const UIViewRef& root : roots) {
-    const UIViewRef view = viewAt(root, *xpath_);
+    const UIViewRef view = viewAt(root, *criteria_.xpath);
     if (!view) continue;
-    const Surroundings outer = Surroundings::inside(view->superview());
-    const Seen seen{view, root, 0, 0, outer};
-    if (matches(seen)) found.push_back({view, seen.place()});
+    const Seen seen{view, root, 0, 0, nullptr};
+    if (fits(seen)) found.push_back({view, seen.place()});
   }
   return found;
 }
 
 std::vector<Match> Selector::find(std::size_t limit, std::vector<UIViewRef>* pages) const {
   const std::shared_ptr<void> still = platform::current().application->holdStill();
+  const auto& within = criteria_.within;
   const PageElement* const inPage =
-      within_ ? Elements::sharedInstance().pageElementOf(*within_) : nullptr;
+      within ? Elements::sharedInstance().pageElementOf(*within) : nullptr;
   if (inPage) {
     if (UIViewRef page = inPage->webView.lock()) pages->push_back(std::move(page));
     return {};
   }
-  if (xpath_ && !isPositionInPage()) {
+  if (criteria_.xpath && !isPositionInPage()) {
     std::vector<Match> found = byPath();
     if (limit > 0 && found.size() > limit) found.resize(limit);
     return found;
@@ -198,11 +139,11 @@ std::vector<Match> Selector::find(std::size_t limit, std::vector<UIViewRef>* pag
   std::vector<Match> found;
   const auto take = [&](const Seen& seen) {
     if (isPage(seen.view)) pages->push_back(seen.view);
-    if (!xpath_ && matches(seen)) found.push_back({seen.view, seen.place()});
+    if (!criteria_.xpath && fits(seen)) found.push_back({seen.view, seen.place()});
     return limit == 0 || found.size() < limit;
   };
-  if (within_) {
-    const UIViewRef outer = Elements::sharedInstance().viewOf(*within_);
+  if (within) {
+    const UIViewRef outer = Elements::sharedInstance().viewOf(*within);
     if (isPage(outer)) pages->push_back(outer);
     surveyBelow(outer, take);
     return found;
@@ -217,18 +158,18 @@ platform::Task<std::vector<PageNode>> Selector::findIn(std::vector<UIViewRef> pa
                                                        std::size_t limit) const {
   std::vector<PageNode> found;
   if (!fitsPages()) co_return found;
-  Json wanted = members_;
-  wanted.erase("within");
-  wanted.erase("windowTitle");
-  if (class_) wanted["class"] = *class_;
-  if (textContains_) wanted["textContains"] = *textContains_;
+  Criteria inPage = criteria_;
+  inPage.within.reset();
+  inPage.windowTitle.reset();
+  if (inPage.className) inPage.className = className_;
+  if (inPage.textContains) inPage.textContains = part_;
   const PageElement* const outer =
-      within_ ? Elements::sharedInstance().pageElementOf(*within_) : nullptr;
+      criteria_.within ? Elements::sharedInstance().pageElementOf(*criteria_.within) : nullptr;
   const long within = outer ? outer->node : 0;
   for (const UIViewRef& page : pages) {
-    if (windowTitle_ && titleOfWindow(page) != *windowTitle_) continue;
+    if (criteria_.windowTitle && titleOfWindow(page) != *criteria_.windowTitle) continue;
     const std::size_t room = limit == 0 ? 0 : limit - found.size();
-    Json given = wanted;
+    Json given = inPage.asJson();
     std::vector<PageNode> nodes = co_await nodesThatFit(page, std::move(given), within, room);
     std::ranges::move(nodes, std::back_inserter(found));
     if (limit > 0 && found.size() >= limit) break;
@@ -237,7 +178,7 @@ platform::Task<std::vector<PageNode>> Selector::findIn(std::vector<UIViewRef> pa
 }
 
 std::string Selector::inWords() const {
-  return jsonText(members_);
+  return jsonText(criteria_.asJson());
 }
 
 Result answerOf(const std::vector<Match>& matches, const std::vector<PageNode>& nodes) {

@@ -54,8 +54,20 @@ Place placeOf(const UIViewRef& view) {
   return {{{0, 0}, view->bounds().size}, !view->isHidden()};
 }
 
-Place Seen::place() const {
-  return parent ? surroundings.placeOf(view) : session::placeOf(view);
+// A step aside or up leaves what is known of the levels above it.
+void SurveyPath::follow(std::span<const WalkLevel> levels) {
+  levels_ = levels;
+  known_ = std::min(known_, levels.size());
+}
+
+Place SurveyPath::placeOf(const UIViewRef& view) {
+  surroundings_.resize(std::max(surroundings_.size(), levels_.size()));
+  for (; known_ < levels_.size(); ++known_) {
+    const UIViewRef& parent = *levels_[known_].parent;
+    surroundings_[known_] =
+        known_ == 0 ? Surroundings::inside(parent) : surroundings_[known_ - 1].below(parent);
+  }
+  return surroundings_[levels_.size() - 1].placeOf(view);
 }
 
 std::vector<platform::UIWindowRef> shownWindows() {

@@ -4,6 +4,7 @@
 #pragma once
 
 #include <optional>
+#include <span>
 #include <vector>
 
 #include "agent/elements/ViewWalk.h"
@@ -37,15 +38,29 @@ class Surroundings {
   std::optional<platform::CGRect> clip_;  // in window coordinates
 };
 
+// The surroundings on the way of a survey down to where it has come, worked out as far as somebody
+// asks. For one survey.
+class SurveyPath {
+ public:
+  void follow(std::span<const WalkLevel> levels);
+  // Of the view that the survey has come to.
+  Place placeOf(const platform::UIViewRef& view);
+
+ private:
+  std::span<const WalkLevel> levels_;
+  std::vector<Surroundings> surroundings_;  // of what stands in each level's parent
+  std::size_t known_ = 0;                   // of them, from the first
+};
+
 // A view that a survey has come to.
 struct Seen {
   const platform::UIViewRef& view;
   const platform::UIViewRef& parent;  // null for a window
   std::size_t position;               // among the parent's contents
   std::size_t depth;                  // below the root of the survey
-  const Surroundings& surroundings;   // of no meaning for a window
+  SurveyPath* path;                   // null where the view is looked at by itself
 
-  Place place() const;
+  Place place() const { return path ? path->placeOf(view) : session::placeOf(view); }
 };
 
 // Calls `visit(seen)` for every view below `root`, parents first, siblings back to front; false
@@ -53,16 +68,13 @@ struct Seen {
 template <typename Visit>
 bool surveyBelow(const platform::UIViewRef& root, Visit&& visit) {
   std::vector<WalkLevel> levels;
-  std::vector<Surroundings> surroundings{Surroundings::inside(root)};
+  SurveyPath path;
   bool goesOn = true;
   walkContents(root, levels, [&](const WalkStep& step) {
     if (!goesOn) return false;
-    const std::size_t depth = step.path.size();
-    goesOn = visit(Seen{step.view, step.parent(), step.position, depth, surroundings[depth - 1]});
-    if (!goesOn || step.view->contents().empty()) return false;
-    if (surroundings.size() == depth) surroundings.emplace_back();
-    surroundings[depth] = surroundings[depth - 1].below(step.view);
-    return true;
+    path.follow(step.path);
+    goesOn = visit(Seen{step.view, step.parent(), step.position, step.path.size(), &path});
+    return goesOn;
   });
   return goesOn;
 }
@@ -76,7 +88,7 @@ std::vector<platform::UIWindowRef> windowsInReachFirst();
 template <typename Visit>
 bool surveyWindow(const platform::UIWindowRef& window, Visit&& visit) {
   const platform::UIViewRef nobody;
-  return visit(Seen{window, nobody, 0, 0, Surroundings()}) && surveyBelow(window, visit);
+  return visit(Seen{window, nobody, 0, 0, nullptr}) && surveyBelow(window, visit);
 }
 
 }  // namespace tarni::session
