@@ -40,11 +40,10 @@ std::string sizeOf(const ElementOnScreen& element) {
   return rounded(element.rectangle.width) + "x" + rounded(element.rectangle.height);
 }
 
-std::string reasonOf(const ElementOnScreen& element, const std::string& className) {
+std::string reasonOf(const ElementOnScreen& element) {
   if (!element.isEditable) {
-    return "a " + className +
-           " takes no text by this command, only a UITextField does (as the one " +
-           "inside a spin box)";
+    return "it takes no text by this command, only a UITextField does (as the one inside a spin "
+           "box)";
   }
   return element.isEnabled ? "it is read-only or allows no such text" : "it is disabled";
 }
@@ -83,7 +82,7 @@ std::string Typing::whyNot() const {
   for (const auto& description : client_.call({"ai_findelements"}).entries()) {
     const auto element = ElementOnScreen::fromJson(description);
     if (element.text == text && sizeOf(element) == size) {
-      reasons.insert(reasonOf(element, textIn(description, "elementType")));
+      reasons.insert(reasonOf(element));
     }
   }
   return reasons.size() == 1 ? *reasons.begin()

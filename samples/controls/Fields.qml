@@ -78,5 +78,21 @@ GroupBox {
             stepSize: 1
             onValueChanged: window.tell(objectName, value)
         }
+        Label {
+            text: "Fixed"
+        }
+        TextField {
+            Layout.fillWidth: true
+            text: "as it is"
+            readOnly: true
+        }
+        Label {
+            text: "Off"
+        }
+        TextField {
+            Layout.fillWidth: true
+            text: "off"
+            enabled: false
+        }
     }
 }

@@ -180,6 +180,13 @@ class ControlsWindow : public QMainWindow {
     }
     form->addRow("Day", day);
     form->addRow("Due", due);
+
+    auto* const fixed = new QLineEdit("as it is");
+    fixed->setReadOnly(true);
+    form->addRow("Fixed", fixed);
+    auto* const off = new QLineEdit("off");
+    off->setEnabled(false);
+    form->addRow("Off", off);
     return box;
   }
 

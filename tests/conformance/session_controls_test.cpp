@@ -1,5 +1,10 @@
-// The session channel on every kind of control, on widgets and items of Qt.
+// The session channel on every kind of control, on widgets and items of Qt, and what the fixed port
+// types into each.
 #include <gmock/gmock.h>
+
+#include <algorithm>
+#include <filesystem>
+#include <fstream>
 
 #include "tests/conformance/Subject.h"
 #include "tests/support/SessionWire.h"
@@ -131,6 +136,73 @@ TEST_P(SessionControls, ListsTablesAndTreesTellAndShowTheirItems) {
   awaitOf({{"find", {{"kind", "UITableViewCell"}, {"text", "Thyme"}}}}, "visible");
   // Which of the views stand for the rows below is theirs to choose.
   EXPECT_EQ(find({{"kind", "UITableViewCell"}, {"text", "Herbs"}})["expanded"], true);
+}
+
+// The N-th element of a class, the text that `tarni type` sends to it over 9898 and what it holds
+// then: that text, of which the program has heard, or another, and why.
+struct Typed {
+  const char* control;
+  const char* tag;
+  std::size_t nth;
+  const char* text;
+  const char* holds;
+  const char* whyNot = "";
+  const char* heard = "";
+};
+constexpr char kNoText[] =
+    "it takes no text by this command, only a UITextField does (as the one inside a spin box)";
+constexpr char kRefused[] = "it is read-only or allows no such text";
+constexpr char kDisabled[] = "it is disabled";
+
+const std::vector<Typed> kTypedIntoWidgets = {
+    {"line edit", "UITextField", 1, "Ada Ω", "Ada Ω", "", "line=Ada Ω"},
+    {"field of a combo box", "UITextField", 3, "Huge", "Huge", "", "size=Huge"},
+    {"field of a spin box", "UITextField", 4, "42", "42", "", "count=42"},
+    {"field of a date", "UITextField", 5, "2025-01-02", "2025-01-02", "", "day=2025-01-02"},
+    {"field of a date, no date", "UITextField", 6, "today", "2024-05-17", kRefused},
+    {"read-only field", "UITextField", 7, "mine", "as it is", kRefused},
+    {"disabled field", "UITextField", 8, "on", "off", kDisabled},
+    {"plain editor", "UITextView", 1, "Dear Ada", "", kNoText},
+    {"rich editor", "UITextView", 2, "Dear Ada", "", kNoText},
+    {"spin box", "UIControl", 1, "7", "42", kNoText},
+    {"slider", "UISlider", 1, "7", "0", kNoText}};
+const std::vector<Typed> kTypedIntoItems = {
+    {"text field", "UITextField", 1, "Ada Ω", "Ada Ω", "", "line=Ada Ω"},
+    {"field of a combo box", "UITextField", 3, "Huge", "Huge", "", "size=Huge"},
+    {"field of a spin box", "UITextField", 4, "42", "42"},
+    {"the same, no number", "UITextField", 4, "many", "42", kRefused},
+    {"read-only field", "UITextField", 5, "mine", "as it is", kRefused},
+    {"disabled field", "UITextField", 6, "on", "off", kDisabled},
+    {"text area", "UITextView", 1, "Dear Ada", "", kNoText},
+    {"slider", "UISlider", 1, "7", "0", kNoText}};
+
+TEST_P(SessionControls, TakeTextByTheFixedPortOrItIsSaidWhyNot) {
+  const auto& rows = isQuick() ? kTypedIntoItems : kTypedIntoWidgets;
+  const std::filesystem::path script = folder_.socket() + ".script";
+  std::ofstream commands(script);
+  // A cell while it is edited, which it is until something else gets the focus.
+  ask("element.click", {{"element", find({{"text", "b2"}})["element"]}});
+  if (!isQuick()) ask("input.keys", {{"steps", {"F2"}}});
+  commands << "type --tag UITextField --nth " << (isQuick() ? 11 : 9) << " \"b2 and more\"\n";
+  for (const auto& row : rows) {
+    commands << "type --tag " << row.tag << " --nth " << row.nth << " \"" << row.text << "\"\n";
+  }
+  commands.close();
+  Program tool({built("bin/tarni"), "--port", "9898", "do", "--keep-going", script});
+  EXPECT_EQ(tool.wait(kPatience), 1);
+  const std::string said = tool.output();
+  EXPECT_THAT(program_->output(), HasSubstr("B2=b2 and more"));
+  const Playback playback(false);
+  std::ptrdiff_t refusals = 0;
+  for (const auto& [control, tag, nth, text, holds, whyNot, heard] : rows) {
+    SCOPED_TRACE(control);
+    EXPECT_EQ(playback.output("gettext", playback.find(tag).at(nth - 1)).value(), holds);
+    EXPECT_THAT(program_->output(), HasSubstr(heard));
+    if (*whyNot == '\0') continue;
+    ++refusals;
+    EXPECT_THAT(said, HasSubstr(tag + std::string(": ") + whyNot + "; it still holds \"" + holds));
+  }
+  EXPECT_EQ(std::ranges::count(said, ';'), refusals) << said;
 }
 
 TEST_P(SessionControls, WindowsAreSizedDrawnAndClosed) {
