@@ -172,15 +172,15 @@ Task<void> RecorderAction::CreateRecorderAction(std::string action, UIViewRef vi
 StepDraftRef RecorderAction::describeStep(const StepRequest& request) const {
   assertMainThread();
   auto draft = std::make_shared<StepDraft>();
-  // 1. and 2. The view under the finger.
+  // 1. The view under the finger.
   const UIViewRef& touched = request.view;
   UIViewRef recorded = request.refined ? request.refined : refinedView(touched, request.point);
-  // 3. A segmented control is recorded as its selected segment; one that has yet to change, as the
+  // 2. A segmented control is recorded as its selected segment; one that has yet to change, as the
   // segment under the finger.
   if (classNameContains(touched, "segmentedcontrol") && !request.isTouchPending) {
     recorded = selectedSegmentView(touched);
   }
-  // 4. A click becomes the action of its kind of view.
+  // 3. A click becomes the action of its kind of view.
   draft->actionName = request.action;
   draft->data = request.data;
   if (request.action == "Click") {
@@ -191,16 +191,16 @@ StepDraftRef RecorderAction::describeStep(const StepRequest& request) const {
         request.isTouchPending ? afterToggle(mapped.getActionName()) : mapped.getActionName();
     draft->data = mapped.getDataArgs();
   }
-  // 5. What is recorded.
+  // 4. What is recorded.
   draft->recordedView = recorded;
   draft->row = rowOf(recorded);
-  // 6. Inside a web view the page makes the step.
+  // 5. Inside a web view the page makes the step.
   if (isInWebView(recorded)) {
     draft->isInWebView = true;
     draft->pointInWebView = platform::convertPoint(request.point, touched, recorded);
     return draft;
   }
-  // 7. What the host tool is told about the element.
+  // 6. What the host tool is told about the element.
   const bool isSegmentedControl = touched->isKindOfClass(uikit::UISegmentedControl);
   draft->object =
       objectProperties(recorded, Utilities::getUIViewText(isSegmentedControl ? touched : recorded),

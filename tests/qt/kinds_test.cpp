@@ -64,6 +64,8 @@ TEST(Kinds, AButtonThatIsCalledASwitchIsOne) {
   EXPECT_TRUE(viewOf(*button)->isKindOfClass(uikit::UISwitch));
   finish(night->setOn(true));
   EXPECT_TRUE(button->isChecked());
+  // One that cannot be checked only has the name.
+  EXPECT_FALSE(as<platform::UISwitch>(childOf<NightSwitch>(window)));
 }
 
 TEST(Kinds, ATopLevelWidgetIsAWindowAndAControlThatIsOneStandsInAWindow) {

@@ -129,6 +129,10 @@ bool QuickSwitch::isOn() const {
 Task<void> QuickSwitch::setOn(bool on) {
   return performAsInput([target = QPointer(item()), on] {
     if (!target || !target->isEnabled() || target->property("checked").toBool() == on) return;
+    if (!target->inherits("QQuickAbstractButton")) {
+      target->setProperty("checked", on);
+      return;
+    }
     // As the control itself does when it is released under a finger.
     for (const char* const method : {"toggle", "toggled", "clicked"}) {
       if (target) QMetaObject::invokeMethod(target, method);

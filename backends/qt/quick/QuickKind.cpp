@@ -169,9 +169,18 @@ const QQuickItem* listOfDelegate(const QQuickItem& item, const char* attachedCla
                   : nullptr;
 }
 
-// A field takes text wherever it stands, also as a cell.
+// What the application calls a switch is toggled like one, provided that it can be.
+bool isOwnSwitch(const QQuickItem& item, QuickKind own) {
+  const std::string_view name = withoutNumber(item.metaObject()->className());
+  if (platform::lowercase(name).find("switch") == std::string::npos) return false;
+  if (own == QuickKind::Button) return item.property("checkable").toBool();
+  return own == QuickKind::View &&
+         item.property("checked").userType() == static_cast<int>(QMetaType::Bool);
+}
+
+// A field takes text and a switch is toggled wherever it stands, also as a cell.
 QuickKind kindOfDelegate(const QQuickItem& item, QuickKind own) {
-  if (own == QuickKind::TextField) return own;
+  if (own == QuickKind::TextField || own == QuickKind::Switch) return own;
   const QQuickItem* const list = listOfCell(item);
   if (!list || showsItemsOfItsOwn(*list)) return own;
   for (const char* const frame : {"headerItem", "footerItem"}) {
@@ -246,7 +255,8 @@ QuickKind kindOfItem(const QQuickItem& item) {
   if (isDocumentOfWebView(item)) return QuickKind::WebDocument;
   if (titleOfControlPart(item)) return QuickKind::Button;
   if (isTreeNode(item)) return QuickKind::Disclosure;
-  const QuickKind own = kindOfClass(item.metaObject());
+  QuickKind own = kindOfClass(item.metaObject());
+  if (isOwnSwitch(item, own)) own = QuickKind::Switch;
   const bool isList = own == QuickKind::TableView || own == QuickKind::CollectionView;
   if (isList && showsItemsOfItsOwn(item)) return QuickKind::ScrollView;
   return kindOfDelegate(item, own);

@@ -161,9 +161,10 @@ Kind kindOfWidget(const QWidget& widget) {
     for (const auto& [metaObject, kind] : kKinds) {
       if (metaObject != at) continue;
       // A button that an application draws as a switch and calls one is toggled like one.
-      const bool drawnSwitch =
-          kind == Kind::Button && platform::lowercase(name).find("switch") != std::string::npos;
-      return drawnSwitch ? Kind::Switch : kind;
+      const bool isOwnSwitch = kind == Kind::Button &&
+                               static_cast<const QAbstractButton&>(widget).isCheckable() &&
+                               platform::lowercase(name).find("switch") != std::string::npos;
+      return isOwnSwitch ? Kind::Switch : kind;
     }
   }
   return Kind::View;
