@@ -15,8 +15,13 @@ namespace tarni {
 // What was told of an element when the hand came to it.
 struct PortraitText {
   std::string text;
-  // Of an element of a page, which is told later: its upper left corner in the web view.
-  platform::CGPoint corner = {};
+  // Of an element of a page, which is told later; null when the page has not said.
+  struct InPage {
+    platform::CGPoint corner;  // its upper left one, in the web view
+    bool takesText = false;
+    bool isSecure = false;
+  };
+  std::optional<InPage> inPage = {};
   bool isComplete = true;
 };
 // Null for none.
@@ -60,6 +65,8 @@ struct Act {
   std::string key = {};   // "Control+s"
   std::string text = {};  // as it was typed; empty for a secret
   bool isSecret = false;
+  // A text in a page that has not said yet whether it takes it; `key` is the one key so far.
+  bool mayBeKeys = false;
   std::optional<std::string> value = {};  // that came of it
   std::optional<bool> state = {};         // the same
   std::optional<platform::CGSize> size = {};

@@ -5,6 +5,7 @@
 #include <utility>
 
 #include "agent/elements/ViewKinds.h"
+#include "agent/elements/WebViews.h"
 #include "platform/Foundation/Guarded.h"
 #include "platform/Platform.h"
 #include "platform/UIKit/Classes.h"
@@ -72,12 +73,18 @@ bool isPrintable(std::string_view text) {
   return !text.empty() && std::ranges::none_of(text, isControl);
 }
 
-// A key of a list goes to its search or edits a cell: it is a key there, and a text in the cell.
+bool isInPage(UIViewRef view) {
+  while (view && !isWebView(view)) view = view->superview();
+  return view != nullptr;
+}
+
+// A key of a list goes to its search or edits a cell: it is a key there, and a text in the cell. A
+// page that is busy says late that it takes text.
 bool isTyping(const InputEvent& event) {
   if (event.kind == InputKind::Text) return true;
   const bool isPlain = !(event.modifiers & (platform::kControl | platform::kAlt | platform::kMeta));
-  return event.takesText && isPlain && isPrintable(event.text) &&
-         !kindOf<platform::UIItems>(event.view);
+  if (!isPlain || !isPrintable(event.text)) return false;
+  return event.takesText ? !kindOf<platform::UIItems>(event.view) : isInPage(event.view);
 }
 
 bool isEntryOfMenu(const UIViewRef& view) {
@@ -253,6 +260,7 @@ void Acts::keyDown(const InputEvent& event) {
     std::string& text = open_->act.text;
     while (isInsideCharacter(text.back())) text.pop_back();
     text.pop_back();
+    open_->act.key.clear();
     return tellAtRest();
   }
   // What a character's name says already.
@@ -262,13 +270,19 @@ void Acts::keyDown(const InputEvent& event) {
 }
 
 void Acts::type(const InputEvent& event) {
-  if (!isOpen(acts::kType, event.view)) {
+  const bool isCertain = event.takesText || event.kind == InputKind::Text;
+  const bool goesOn = isOpen(acts::kType, event.view);
+  if (!goesOn) {
     settle();
     Act& act = begin(acts::kType, event, event.view);
-    act.isSecret = event.isSecret || isSecure(event.view);
+    act.isSecret = isSecure(event.view);
+    act.mayBeKeys = !isCertain;
   }
   Act& act = open_->act;
-  if (!act.isSecret) act.text += event.text;
+  act.key = !goesOn && act.mayBeKeys ? event.key : "";
+  act.mayBeKeys = act.mayBeKeys && !isCertain;
+  act.isSecret = act.isSecret || event.isSecret;
+  act.text = act.isSecret ? "" : act.text + event.text;
   lastsTo(event.time);
   tellAtRest();
 }

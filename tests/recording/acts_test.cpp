@@ -3,10 +3,12 @@
 #include <map>
 
 #include "agent/acts/Acts.h"
+#include "agent/session/recording/Steps.h"
 #include "backends/headless/views/Button.h"
 #include "backends/headless/views/Slider.h"
 #include "backends/headless/views/Switch.h"
 #include "backends/headless/views/TextField.h"
+#include "backends/headless/views/WebView.h"
 #include "platform/Platform.h"
 #include "tests/support/Screen.h"
 
@@ -107,6 +109,44 @@ TEST_F(ActsTest, ATextIsOneStepAndASecretLeavesNothingOfItself) {
   key("s", *secret, platform::kControl);
   EXPECT_THAT(told(), testing::ElementsAre("click name", "type name = Ada, Ada", "key nameTab",
                                            "type pass = (secret)", "key passControl+s"));
+}
+
+// A page that is busy took keys for shortcuts, passwords among them, and for those of what had the
+// focus when it got to them.
+TEST_F(ActsTest, WhatIsTypedIntoABusyPageIsWhatThePageSaysOfItLater) {
+  const auto page =
+      build<headless::WebView>().identifier("page").frame({{0, 0}, {100, 90}}).in(*window);
+  environment.finger().tap(*page);
+  const auto typed = [&](const char* keys, std::optional<PortraitText::InPage> said,
+                         std::optional<PortraitText::InPage> pressed = {}) {
+    Act click;
+    for (const char* letter = keys; *letter; ++letter) {
+      InputEvent event{InputKind::KeyDown};
+      event.window = window;
+      event.view = page;
+      event.key = event.text = std::string_view(letter, 1);
+      application().showInput(event);
+    }
+    acts_.finish();
+    Act act = told_.rbegin()->second;
+    click.order = act.order - 1;
+    click.element = std::make_shared<PortraitText>(PortraitText{"pressed", pressed});
+    act.element = std::make_shared<PortraitText>(PortraitText{"focused", said});
+    session::settleText(act, click);
+    acts_.stop();
+    acts_.start();
+    return std::string(act.kind) + " " + act.element->text + " " + act.key + act.text +
+           (act.isSecret ? "secret" : "");
+  };
+  using InPage = PortraitText::InPage;
+  EXPECT_EQ(typed("Ada", InPage{{}, true}), "type focused Ada");
+  EXPECT_EQ(typed("Ada", InPage{{}, false}, InPage{{}, true}), "type pressed Ada");
+  EXPECT_EQ(typed("s3", InPage{{}, true, true}), "type focused secret");
+  EXPECT_EQ(typed("s3", InPage{{}, true}, InPage{{}, true, true}), "type pressed secret");
+  EXPECT_EQ(typed("s3", std::nullopt), "type focused secret");
+  EXPECT_EQ(typed("j", InPage{}), "key focused j");
+  EXPECT_EQ(typed("j", InPage{}, InPage{}), "key focused j");
+  EXPECT_EQ(typed("jk", InPage{}), "type focused jk");
 }
 
 TEST_F(ActsTest, TheCheckKeyChecksWhatThePointerRestsOnAndIsNoKey) {

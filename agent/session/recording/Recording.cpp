@@ -15,7 +15,8 @@ using platform::UIViewRef;
 
 namespace {
 
-constexpr double kPatience = 1;  // seconds that a page has to say what is in it
+// Seconds that a page has to say what is in it. A backend may give it up before.
+constexpr double kPatience = 3;
 
 bool isComplete(const Act& act) {
   const auto isKnown = [](const Portrait& portrait) { return !portrait || portrait->isComplete; };
@@ -108,8 +109,11 @@ void Recording::take(const Act& act) {
 
 void Recording::tell(bool waits) {
   while (!waiting_.empty() && (!waits || isComplete(waiting_.front()))) {
-    audience_.tell(notification("record.step", stepOf(waiting_.front())));
+    Act act = std::move(waiting_.front());
     waiting_.pop_front();
+    settleText(act, click_);
+    audience_.tell(notification("record.step", stepOf(act)));
+    if (act.kind == acts::kClick) click_ = std::move(act);
   }
 }
 

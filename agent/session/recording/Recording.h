@@ -35,6 +35,7 @@ class Recording {
   Acts acts_;
   Audience audience_;
   std::deque<Act> waiting_;
+  Act click_;  // the latest that was told
 };
 
 }  // namespace tarni::session

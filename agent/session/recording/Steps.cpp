@@ -122,8 +122,9 @@ void add(JsonText& text, std::string_view name, const Portrait& portrait) {
 
 // From the element's own corner, when it stands in a web view.
 std::optional<CGPoint> inside(const std::optional<CGPoint>& point, const Portrait& portrait) {
-  if (!point || !portrait) return point;
-  return CGPoint{point->x - portrait->corner.x, point->y - portrait->corner.y};
+  if (!point || !portrait || !portrait->inPage) return point;
+  const CGPoint& corner = portrait->inPage->corner;
+  return CGPoint{point->x - corner.x, point->y - corner.y};
 }
 
 void addIfAny(JsonText& text, std::string_view name, const std::string& value) {
@@ -194,7 +195,25 @@ platform::Task<void> portrayInPage(UIViewRef webView, std::optional<CGPoint> pla
   whole.pop_back();
   whole += ",\"near\":" + text.take() + ",\"locators\":" + told->locators + "}";
   portrait->text = std::move(whole);
-  portrait->corner = told->corner;
+  portrait->inPage = {told->corner, told->takesText, told->isSecure};
+}
+
+void settleText(Act& act, const Act& click) {
+  if (act.kind != acts::kType || !act.element) return;
+  const auto takesText = [](const Act& one) {
+    return one.element && one.element->inPage && one.element->inPage->takesText;
+  };
+  if (click.order + 1 == act.order && takesText(click)) act.element = click.element;
+  const auto& inPage = act.element->inPage;
+  if (act.mayBeKeys && !takesText(act) && !act.key.empty()) {
+    act.kind = acts::kKey;
+    act.count = 1;
+    act.text.clear();
+    return;
+  }
+  act.key.clear();
+  act.isSecret = act.isSecret || (inPage ? inPage->isSecure : act.mayBeKeys);
+  if (act.isSecret) act.text.clear();
 }
 
 std::string stepOf(const Act& act) {

@@ -20,6 +20,12 @@ platform::Task<void> portrayInPage(platform::UIViewRef webView,
                                    std::optional<platform::CGPoint> place,
                                    std::shared_ptr<PortraitText> portrait);
 
+// Makes of a text in a page what the page says that it is: keys that nothing took as text, a
+// secret. A page that is busy handles presses and keys late, and scripts in between: what takes
+// text and was pressed by the `click` right before is what they went to, whatever the page says.
+// What nobody has spoken of is a secret.
+void settleText(Act& act, const Act& click);
+
 // JSON text. Times are told in milliseconds since 1970.
 std::string stepOf(const Act& act);
 

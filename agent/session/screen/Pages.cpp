@@ -170,6 +170,8 @@ Task<std::optional<PagePortrait>> portraitIn(UIViewRef webView, std::optional<CG
   const Json& node = told["nodes"].front();
   co_return PagePortrait{std::move(nodes.front()),
                          {node.value("x", 0.0), node.value("y", 0.0)},
+                         node.value("editable", false),
+                         node.value("secure", false),
                          jsonText(told.value("locators", Json::array())),
                          told.value("near", "")};
 }

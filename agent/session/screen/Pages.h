@@ -45,8 +45,10 @@ platform::Task<void> focusIn(PageElement element);
 struct PagePortrait {
   PageNode node;
   platform::CGPoint corner;  // its upper left one, in the web view
-  std::string locators;      // JSON text, as of a view
-  std::string near;          // the label of a field
+  bool takesText = false;
+  bool isSecure = false;
+  std::string locators;  // JSON text, as of a view
+  std::string near;      // the label of a field
 };
 // Of what lies there, in the web view's coordinates; of what has the focus without a place. Null
 // when the page does not say.
