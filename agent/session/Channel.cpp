@@ -4,6 +4,7 @@
 
 #include <cerrno>
 #include <cstdlib>
+#include <future>
 #include <memory>
 #include <mutex>
 #include <set>
@@ -32,15 +33,20 @@ class Door {
         owner_(getpid()),
         queue_(platform::current().dispatch->makeSerialQueue("session channel")),
         source_(platform::current().dispatch->makeReadSource(listener_->descriptor(), queue_,
-                                                             [this] { acceptClients(); })) {
+                                                             [this] { acceptNext(); })) {
     source_->resume();
   }
 
-  void flush() {
-    if (getpid() != owner_) return;
-    std::set<std::shared_ptr<Client>> clients;
-    queue_->sync([&] { clients = clients_; });
-    for (const auto& client : clients) client->flush();
+  // Ready once every client has been sent what was to be sent before, and has let go of the
+  // promise.
+  std::future<void> flush() {
+    auto everyone = std::make_shared<std::promise<void>>();
+    std::future<void> flushed = everyone->get_future();
+    if (getpid() != owner_) return flushed;
+    queue_->async([this, everyone = std::move(everyone)] {
+      for (const auto& client : clients_) client->flush(everyone);
+    });
+    return flushed;
   }
 
   // A child that was forked has the parent's door, which is not its own to close.
@@ -54,23 +60,20 @@ class Door {
   }
 
  private:
-  void acceptClients() {
-    for (;;) {
-      FileDescriptor connection = acceptClient(listener_->descriptor());
-      if (connection.isOpen()) {
-        welcome(std::move(connection));
-      } else if (errno == EAGAIN) {
-        return source_->resume();
-      } else if (errno != EINTR && errno != ECONNABORTED) {
-        return tryAgainLater();
-      }
+  void acceptNext() {
+    FileDescriptor connection = acceptClient(listener_->descriptor());
+    if (connection.isOpen()) {
+      welcome(std::move(connection));
+    } else if (errno != EAGAIN && errno != EINTR && errno != ECONNABORTED) {
+      return tryAgainLater();
     }
+    source_->resume();
   }
 
   // Without descriptors the client stays pending and would wake us over and over.
   void tryAgainLater() {
     retry_ = platform::current().dispatch->makeTimer(kAcceptRetryDelay, queue_,
-                                                     [this] { acceptClients(); });
+                                                     [this] { acceptNext(); });
   }
 
   void welcome(FileDescriptor connection) {
@@ -115,12 +118,14 @@ void open() {
   Waits::sharedInstance().start();
 }
 
-void finish() noexcept {
-  platform::runGuarded("session channel", [] {
+std::future<void> finish() noexcept {
+  std::future<void> flushed;
+  platform::runGuarded("session channel", [&flushed] {
     if (!door) return;
     Recording::sharedInstance().finish();
-    door->flush();
+    flushed = door->flush();
   });
+  return flushed;
 }
 
 void close() noexcept {

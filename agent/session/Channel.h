@@ -2,6 +2,8 @@
 // (docs/session.md). Main thread.
 #pragma once
 
+#include <future>
+
 namespace tarni::session {
 
 // Opens the channel where TARNI_SESSION says, and takes the variable out of the environment, which
@@ -9,8 +11,9 @@ namespace tarni::session {
 // opening is one line in the log. Called once.
 void open();
 
-// The program is about to end: clients are sent what is still to be told.
-void finish() noexcept;
+// The program is about to end: clients are sent what is still to be told. Ready once it has gone
+// out, as far as they read it; invalid without a channel.
+std::future<void> finish() noexcept;
 
 // Takes the socket away; the program is about to end.
 void close() noexcept;

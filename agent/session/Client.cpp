@@ -19,6 +19,10 @@ namespace tarni::session {
 namespace {
 
 constexpr std::size_t kReadSize = 64UL * 1024;
+constexpr std::size_t kWriteSize = 256UL * 1024;
+// Input that may be read where its arrival is told; more of it is read on a thread that others do
+// not wait for.
+constexpr std::size_t kShortInput = 4096;
 // With so much unread by the client no further request begins. Much, because one that sends all its
 // requests before it reads an answer waits in its own sending from then on.
 constexpr std::size_t kEnoughUnread = 16UL * 1024 * 1024;
@@ -69,40 +73,53 @@ void Client::start(std::function<void(const Client*)> onClosed) {
   });
 }
 
+void Client::flush(std::shared_ptr<void> awaited) {
+  queue_->async([self = shared_from_this(), awaited = std::move(awaited)] {
+    while (self->writePiece()) {
+    }
+  });
+}
+
 // --- in
 
 bool Client::takesRequests() const {
   return requests_.size() < kMostRequests && outbox_.size() - written_ < kEnoughUnread;
 }
 
+// One turn: the lines that wait, then what has arrived since.
 void Client::readOn() {
-  while (connection_.isOpen() && !isReadAwaited_) {
-    takeLines();
-    if (!connection_.isOpen() || !takesRequests()) return;
-    if (!receive()) return;
-  }
+  takeLines();
+  if (connection_.isOpen() && takesRequests() && !isReadAwaited_) receive();
 }
 
-// False when there is nothing to be read now.
-bool Client::receive() {
+void Client::readLater() {
+  if (std::exchange(isReadPosted_, true)) return;
+  queue_->async(whileAlive([](Client& self) {
+    self.isReadPosted_ = false;
+    self.readOn();
+  }));
+}
+
+void Client::receive() {
   std::array<char, kReadSize> bytes;
   const ssize_t length = recv(connection_.get(), bytes.data(), bytes.size(), 0);
+  if (length == 0 || (length < 0 && errno != EAGAIN && errno != EINTR)) return close();
   if (length > 0) input_.append(bytes.data(), static_cast<std::size_t>(length));
-  if (length > 0 || (length < 0 && errno == EINTR)) return true;
-  if (length == 0 || errno != EAGAIN) {
-    close();
-    return false;
-  }
+  if (length > 0 && input_.size() > kShortInput) return readLater();
+  takeLines();
+  if (connection_.isOpen() && takesRequests()) awaitInput();
+}
+
+void Client::awaitInput() {
   if (!readSource_) {
     readSource_ = platform::current().dispatch->makeReadSource(connection_.get(), queue_,
                                                                whileAlive([](Client& self) {
                                                                  self.isReadAwaited_ = false;
-                                                                 self.readOn();
+                                                                 self.receive();
                                                                }));
   }
   isReadAwaited_ = true;
   readSource_->resume();
-  return false;
 }
 
 void Client::takeLines() {
@@ -212,7 +229,7 @@ void Client::didEnd(const std::string& key, const Json& id, const std::string& a
   const bool wasFull = !takesRequests();
   requests_.erase(key);
   if (!id.is_discarded()) send(answer);
-  if (wasFull) queue_->async(whileAlive([](Client& self) { self.readOn(); }));
+  if (wasFull) readLater();
 }
 
 // --- out
@@ -223,46 +240,54 @@ void Client::send(const std::string& line) {
   writeOn();
 }
 
+// Each piece is written in a turn of its own.
 void Client::writeOn() {
-  while (connection_.isOpen() && !isWriteAwaited_ && written_ < outbox_.size()) {
-    const ssize_t length =
-        sendWithoutSignal(connection_.get(), std::string_view(outbox_).substr(written_));
-    if (length >= 0) {
-      written_ += static_cast<std::size_t>(length);
-      stall_.reset();
-    } else if (errno == EAGAIN) {
-      armStall();
-    } else if (errno != EINTR) {
-      return close();
-    }
-  }
-  if (written_ == outbox_.size()) {
-    outbox_.clear();
-    written_ = 0;
-  } else if (outbox_.size() - written_ > kMostUnread) {
-    platform::NSLog("A client of the session channel reads nothing and is closed");
-    close();
-  }
+  if (!isWriteAwaited_) writePiece();
+  if (!connection_.isOpen() || outbox_.empty()) return;
+  if (outbox_.size() - written_ > kMostUnread) return closeUnread();
+  if (!isWriteAwaited_) awaitWritable();
 }
 
-void Client::armStall() {
-  platform::Dispatch& dispatch = *platform::current().dispatch;
+// False when there is none, or it cannot be written now.
+bool Client::writePiece() {
+  if (!connection_.isOpen() || outbox_.empty()) return false;
+  const ssize_t length =
+      sendWithoutSignal(connection_.get(), std::string_view(outbox_).substr(written_, kWriteSize));
+  if (length < 0) {
+    errno == EAGAIN || errno == EINTR ? armStall() : close();
+    return false;
+  }
+  stall_.reset();
+  written_ += static_cast<std::size_t>(length);
+  if (written_ < outbox_.size()) return true;
+  outbox_.clear();
+  written_ = 0;
+  return false;
+}
+
+void Client::awaitWritable() {
   if (!writeSource_) {
-    writeSource_ = dispatch.makeWriteSource(connection_.get(), queue_, whileAlive([](Client& self) {
-                                              self.isWriteAwaited_ = false;
-                                              const bool wasFull = !self.takesRequests();
-                                              self.writeOn();
-                                              if (wasFull) self.readOn();
-                                            }));
+    writeSource_ = platform::current().dispatch->makeWriteSource(
+        connection_.get(), queue_, whileAlive([](Client& self) {
+          self.isWriteAwaited_ = false;
+          const bool wasFull = !self.takesRequests();
+          self.writeOn();
+          if (wasFull) self.readLater();
+        }));
   }
   isWriteAwaited_ = true;
   writeSource_->resume();
+}
+
+void Client::armStall() {
   if (stall_) return;
-  stall_ = dispatch.makeTimer(
-      kLongestStall, queue_, whileAlive([](Client& self) {
-        platform::NSLog("A client of the session channel reads nothing and is closed");
-        self.close();
-      }));
+  stall_ = platform::current().dispatch->makeTimer(
+      kLongestStall, queue_, whileAlive([](Client& self) { self.closeUnread(); }));
+}
+
+void Client::closeUnread() {
+  platform::NSLog("A client of the session channel reads nothing and is closed");
+  close();
 }
 
 // --- the end

@@ -1,8 +1,10 @@
 // Client: one connection of the session channel: lines in, lines out, and the requests in between.
 //
-// Everything runs on the connection's own serial queue; `close` may be called on any thread.
-// Nothing of a client's is without bound: the length of a line, the requests on their way (what
-// comes then stays in the socket until some are answered), the answers that wait to be read.
+// Everything runs on the connection's own serial queue, in short turns: whatever the client sends
+// or reads, what else waits for the queue has its turn soon, and the thread that tells of arrivals
+// is given little to do. Nothing of a client's is without bound: the length of a line, the requests
+// on their way (what comes then stays in the socket until some are answered), the answers that wait
+// to be read.
 #pragma once
 
 #include <cstdint>
@@ -34,11 +36,9 @@ class Client : public std::enable_shared_from_this<Client> {
 
   // `onClosed` is called once.
   void start(std::function<void(const Client*)> onClosed);
-  // Any thread but the client's queue: what was sent before has gone out when this returns, as far
-  // as the client reads it.
-  void flush() {
-    queue_->sync([] {});
-  }
+  // Any thread. Lets go of `awaited` once what was sent before has gone out, as far as the client
+  // reads it.
+  void flush(std::shared_ptr<void> awaited);
 
  private:
   struct Request {
@@ -50,7 +50,9 @@ class Client : public std::enable_shared_from_this<Client> {
   platform::Block whileAlive(Handler handler);
   bool takesRequests() const;
   void readOn();
-  bool receive();
+  void readLater();
+  void receive();
+  void awaitInput();
   void takeLines();
   void takeLine(std::string_view line);
   void request(const Json& message);
@@ -60,7 +62,10 @@ class Client : public std::enable_shared_from_this<Client> {
   void didEnd(const std::string& key, const Json& id, const std::string& answer);
   void send(const std::string& line);
   void writeOn();
+  bool writePiece();
+  void awaitWritable();
   void armStall();
+  void closeUnread();
   void close();
 
   FileDescriptor connection_;
@@ -78,6 +83,7 @@ class Client : public std::enable_shared_from_this<Client> {
   std::string outbox_;
   std::size_t written_ = 0;
   bool isReadAwaited_ = false;
+  bool isReadPosted_ = false;
   bool isWriteAwaited_ = false;
 };
 

@@ -28,7 +28,8 @@ class Dispatch : public platform::Dispatch {
   // `queue` must outlive the delay.
   void after(double seconds, platform::DispatchQueue& queue, platform::Block block) override;
   void afterOnMain(double seconds, platform::Block block) override;
-  // The handler of a source may run on the thread that watches descriptors: it must not wait.
+  // The handler of a source may run on the thread that watches descriptors and timers, while all
+  // others of these wait: it must be short whatever the peer does, and leaves more to its queue.
   std::unique_ptr<platform::DispatchSource> makeReadSource(
       int descriptor, std::shared_ptr<platform::DispatchQueue> queue,
       platform::Block handler) override;

@@ -123,6 +123,21 @@ TEST_F(SessionBadInput, ALineWithoutEndIsRefused) {
   EXPECT_TRUE(other.ask("app.info", json::object()).contains("pid"));
 }
 
+// Seconds of reading, of which the ports and other clients feel nothing.
+TEST_F(SessionBadInput, WhileALongLineIsReadOthersAreAnswered) {
+  const auto program = start();
+  const Playback playback;
+  const SessionWire other = client();
+  const SessionWire busy = client();
+  std::string lists;
+  while (lists.size() < 15'000'000) lists += "[],";
+  busy.sendLine(R"({"jsonrpc":"2.0","id":1,"method":"app.info","params":{"x":[)" + lists + "0]}}");
+  EXPECT_EQ(playback.command("nothing"), json::array());
+  EXPECT_TRUE(other.ask("app.info", json::object()).contains("pid"));
+  EXPECT_FALSE(busy.hasAnswer());
+  expectError(busy.answer(), "invalid argument");
+}
+
 TEST_F(SessionBadInput, AHundredThousandRequestsAreAllAnsweredOneAfterTheOther) {
   constexpr int kMany = 100'000;
   const auto program = start();

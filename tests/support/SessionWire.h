@@ -30,6 +30,8 @@ class SessionWire {
   void sendRaw(const std::string& bytes) const { wire_.send(bytes); }
   void sendLine(const std::string& line) const { sendRaw(line + "\n"); }
   void send(const std::string& method, const nlohmann::json& parameters, int id) const;
+  // True when a message has come, or begun to.
+  bool hasAnswer() const { return wire_.hasMore(); }
   // The next message. Throws when the channel closes or nothing comes.
   nlohmann::json answer() const { return nlohmann::json::parse(wire_.readLine()); }
   // The result; throws with the whole answer when it is an error.

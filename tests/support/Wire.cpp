@@ -113,6 +113,10 @@ std::string Wire::readMessage(milliseconds timeout) const {
   return read(std::stoul(length));
 }
 
+bool Wire::hasMore() const {
+  return !ahead_.empty() || waitReadable(descriptor_, milliseconds(0));
+}
+
 bool Wire::isClosed(milliseconds timeout) const {
   char byte = 0;
   return waitReadable(descriptor_, timeout) && recv(descriptor_, &byte, 1, MSG_PEEK) <= 0;

@@ -44,6 +44,10 @@ class Wire {
   std::string readLine() const;
   // The payload of the next framed message, which begins before the time-out.
   std::string readMessage(std::chrono::milliseconds timeout = kPatience) const;
+  // True when something can be read right now.
+  bool hasMore() const;
+  // Sends no more, and goes on reading.
+  void endSending() const { shutdown(descriptor_, SHUT_WR); }
   // True when the peer closed the connection within the time-out.
   bool isClosed(std::chrono::milliseconds timeout) const;
   // The same, without regard to what the peer sends before.

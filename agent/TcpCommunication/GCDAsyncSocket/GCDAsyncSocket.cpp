@@ -20,6 +20,7 @@ namespace {
 
 constexpr double kAcceptRetryDelay = 0.5;
 constexpr std::size_t kSmallestRead = 4096;
+constexpr std::size_t kLargestWrite = 256UL * 1024;
 // A peer that is only written to lets reads pile up; so many are kept.
 constexpr std::size_t kMaximumPendingReads = 16384;
 
@@ -141,29 +142,18 @@ void GCDAsyncSocket::watchForClients(Listener& listener, FileDescriptor descript
   listener.descriptor = std::move(descriptor);
   listener.source = dispatch().makeReadSource(
       listener.descriptor.get(), socketQueue_,
-      whileAlive([&listener](GCDAsyncSocket& self) { self.acceptClients(listener); }));
+      whileAlive([&listener](GCDAsyncSocket& self) { self.acceptNext(listener); }));
   listener.source->resume();
 }
 
-void GCDAsyncSocket::acceptClients(Listener& listener) {
-  for (;;) {
-    FileDescriptor client = acceptClient(listener.descriptor.get());
-    if (client.isOpen()) {
-      handOver(std::move(client));
-      continue;
-    }
-    switch (errno) {
-      case EAGAIN:
-        listener.source->resume();
-        return;
-      case EINTR:
-      case ECONNABORTED:
-        continue;
-      default:
-        retryAcceptingLater(listener, errno);
-        return;
-    }
+void GCDAsyncSocket::acceptNext(Listener& listener) {
+  FileDescriptor client = acceptClient(listener.descriptor.get());
+  if (client.isOpen()) {
+    handOver(std::move(client));
+  } else if (errno != EAGAIN && errno != EINTR && errno != ECONNABORTED) {
+    return retryAcceptingLater(listener, errno);
   }
+  listener.source->resume();
 }
 
 // Without descriptors or memory the client stays pending and would wake us over and over.
@@ -172,7 +162,7 @@ void GCDAsyncSocket::retryAcceptingLater(Listener& listener, int systemCode) {
                   std::generic_category().message(systemCode).c_str());
   listener.retry = dispatch().makeTimer(
       kAcceptRetryDelay, socketQueue_,
-      whileAlive([&listener](GCDAsyncSocket& self) { self.acceptClients(listener); }));
+      whileAlive([&listener](GCDAsyncSocket& self) { self.acceptNext(listener); }));
 }
 
 void GCDAsyncSocket::handOver(FileDescriptor client) {
@@ -223,15 +213,19 @@ void GCDAsyncSocket::enqueue(GCDAsyncReadPacket packet) {
   });
 }
 
+// One turn: what was read ahead, and once what the system holds. What arrives meanwhile has its
+// turn after others had theirs.
 void GCDAsyncSocket::serveReads() {
-  while (isConnected()) {
-    if (!currentRead_ && !beginRead()) return;
-    if (currentRead_->readFrom(preBuffer_) == GCDAsyncReadPacket::Progress::Complete) {
-      completeRead();
-    } else if (!readMore()) {
-      return;
-    }
+  if (serveReadsFromPreBuffer() && receiveNow() && serveReadsFromPreBuffer()) awaitReadable();
+}
+
+// True when a read needs more than that.
+bool GCDAsyncSocket::serveReadsFromPreBuffer() {
+  while (currentRead_ || beginRead()) {
+    if (currentRead_->readFrom(preBuffer_) != GCDAsyncReadPacket::Progress::Complete) return true;
+    completeRead();
   }
+  return false;
 }
 
 bool GCDAsyncSocket::beginRead() {
@@ -245,18 +239,12 @@ bool GCDAsyncSocket::beginRead() {
   return true;
 }
 
-bool GCDAsyncSocket::readMore() {
+// False when the connection is at its end.
+bool GCDAsyncSocket::receiveNow() {
   const ssize_t length = receive();
-  if (length > 0) return true;
-  if (length == 0) {
-    closeWithError(socketError(GCDAsyncSocketErrorCode::Closed));
-  } else if (errno == EAGAIN) {
-    awaitReadable();
-  } else if (errno == EINTR) {
-    return true;
-  } else {
-    closeWithError(errnoError(errno, "Error in read() function"));
-  }
+  if (length > 0 || (length < 0 && (errno == EAGAIN || errno == EINTR))) return true;
+  closeWithError(length == 0 ? socketError(GCDAsyncSocketErrorCode::Closed)
+                             : errnoError(errno, "Error in read() function"));
   return false;
 }
 
@@ -338,12 +326,11 @@ void GCDAsyncSocket::writeDataWithTimeoutTag(std::string data, double timeout, l
   });
 }
 
+// One turn: a piece of what is to be written.
 void GCDAsyncSocket::serveWrites() {
-  while (isConnected()) {
-    if (!currentWrite_ && !beginWrite()) return;
-    if (!writeMore()) return;
-    if (currentWrite_->bytesDone == currentWrite_->data.size()) completeWrite();
-  }
+  if (!isConnected() || (!currentWrite_ && !beginWrite()) || !writeNow()) return;
+  if (currentWrite_->bytesDone == currentWrite_->data.size()) completeWrite();
+  if (currentWrite_ || !writeQueue_.empty()) awaitWritable();
 }
 
 bool GCDAsyncSocket::beginWrite() {
@@ -361,21 +348,18 @@ bool GCDAsyncSocket::beginWrite() {
   return true;
 }
 
-bool GCDAsyncSocket::writeMore() {
-  const std::string_view rest =
-      std::string_view(currentWrite_->data).substr(currentWrite_->bytesDone);
-  const ssize_t length = sendWithoutSignal(connection_.get(), rest);
+// False when the connection is at its end.
+bool GCDAsyncSocket::writeNow() {
+  const std::string_view piece =
+      std::string_view(currentWrite_->data).substr(currentWrite_->bytesDone, kLargestWrite);
+  const ssize_t length = sendWithoutSignal(connection_.get(), piece);
   if (length >= 0) {
     currentWrite_->bytesDone += static_cast<std::size_t>(length);
-    return true;
-  }
-  if (errno == EINTR) return true;
-  if (errno == EAGAIN) {
-    awaitWritable();
-  } else {
+  } else if (errno != EAGAIN && errno != EINTR) {
     closeWithError(errnoError(errno, "Error in write() function"));
+    return false;
   }
-  return false;
+  return true;
 }
 
 void GCDAsyncSocket::completeWrite() {

@@ -92,13 +92,14 @@ class GCDAsyncSocket : public std::enable_shared_from_this<GCDAsyncSocket> {
 
   std::optional<NSError> listen(std::uint16_t port);
   void watchForClients(Listener& listener, FileDescriptor descriptor);
-  void acceptClients(Listener& listener);
+  void acceptNext(Listener& listener);
   void retryAcceptingLater(Listener& listener, int systemCode);
   void handOver(FileDescriptor client);
 
   void serveReads();
   bool beginRead();
-  bool readMore();
+  bool serveReadsFromPreBuffer();
+  bool receiveNow();
   ssize_t receive();
   void completeRead();
   void awaitReadable();
@@ -108,7 +109,7 @@ class GCDAsyncSocket : public std::enable_shared_from_this<GCDAsyncSocket> {
 
   void serveWrites();
   bool beginWrite();
-  bool writeMore();
+  bool writeNow();
   void completeWrite();
   void awaitWritable();
 

@@ -1,6 +1,7 @@
 #include "agent/core/startup/RecordControl.h"
 
 #include <chrono>
+#include <future>
 
 #include "agent/Queue/ElementsQueue.h"
 #include "agent/WebView/WebView.h"
@@ -110,12 +111,14 @@ void RecordControl::dispatchHook() {
 
 // A tap that ends the application leaves the worker and the sender loop no time for its step.
 void RecordControl::applicationWillTerminate() noexcept {
-  session::finish();
   const auto deadline = std::chrono::steady_clock::now() + kTimeToEnd;
+  const std::future<void> clientsTold = session::finish();
   try {
-    if (GlobalVars::isTrue(GlobalVars::sharedInstance()._isPlaybackStarted())) return;
-    RecorderWorker::sharedInstance().finish(deadline);
-    TcpChannel::sendLastSteps(deadline);
+    if (!GlobalVars::isTrue(GlobalVars::sharedInstance()._isPlaybackStarted())) {
+      RecorderWorker::sharedInstance().finish(deadline);
+      TcpChannel::sendLastSteps(deadline);
+    }
+    if (clientsTold.valid()) clientsTold.wait_until(deadline);
   } catch (...) {
     platform::logFailure("Sending the last steps failed");
   }
