@@ -132,6 +132,19 @@ TEST_F(ServerManagerTest, ALateHostToolGetsTheLastStepAndThenEachNewOne) {
   EXPECT_EQ(recorder.readMessage(), "[3]");
 }
 
+TEST_F(ServerManagerTest, AHostToolThatOnlyListensIsGreeted) {
+  startBoth();
+  for (const auto& [port, greeting] :
+       {std::pair(kRecorderPort, kRecorderGreeting), std::pair(kPlaybackPort, kPlaybackGreeting)}) {
+    std::promise<void> hasEnded;
+    log_.holdAt("Accepted new socket", hasEnded.get_future().share());
+    const Wire wire(port);
+    wire.endSending();
+    hasEnded.set_value();
+    EXPECT_EQ(wire.readMessage(), greeting);
+  }
+}
+
 TEST_F(ServerManagerTest, OfTwoHostToolsThatComeTogetherOneIsTurnedAway) {
   startBoth();
   std::promise<void> hasSecond;

@@ -130,15 +130,17 @@ void ServerManager::socketDidConnectToHostPort(const GCDAsyncSocketRef& sock,
                                                const std::string& /*host*/,
                                                std::uint16_t /*port*/) {
   platform::NSLog("DidConnect to host");
-  // Queued before the write, whose end queues a read as well: the first read of a connection takes
-  // whatever arrives. Kept: every step queues one more, on a listening socket too, where the read
-  // and the write are never carried out.
-  sock->readDataWithTimeoutTag(kNoTimeout, kReadTag);
+  // The end of the write queues a read as well, behind this one: the first read of a connection
+  // takes whatever arrives.
+  const std::lock_guard lock(writeThenRead_);
   if (sock == recorderServerSocket()) {
     writePendingRecorderData(sock);
   } else if (sock == playBackServerSocket()) {
     sock->writeDataWithTimeoutTag(read(jsonPlayBackServerData_), kNoTimeout, kFramedMessageTag);
   }
+  // Kept: every step queues one more, on a listening socket too, where the read and the write are
+  // never carried out.
+  sock->readDataWithTimeoutTag(kNoTimeout, kReadTag);
 }
 
 void ServerManager::writePendingRecorderData(const GCDAsyncSocketRef& sock) {
@@ -202,7 +204,7 @@ void ServerManager::socketDidReadDataWithTag(const GCDAsyncSocketRef& sock, std:
 
 platform::Task<void> ServerManager::handlePlaybackCommandOnMain(GCDAsyncSocketRef sock,
                                                                 PlaybackMessage message) {
-  write(isPlaybackGetResponse_, true);
+  write(IsPlaybackGetResponse_, true);
   // The other half of what ends recording is the executor's.
   stopRecordingWhilePlayBack();
   const std::optional<std::string> answer = co_await PlaybackExecutor::execute(std::move(message));
@@ -211,6 +213,7 @@ platform::Task<void> ServerManager::handlePlaybackCommandOnMain(GCDAsyncSocketRe
 
 void ServerManager::socketDidWriteDataWithTag(const GCDAsyncSocketRef& sock, long tag) {
   if (tag != kFramedMessageTag) return;
+  const std::lock_guard lock(writeThenRead_);
   sock->readDataToDataWithTimeoutMaxLengthTag(GCDAsyncSocket::CRLFData(), kNoTimeout,
                                               kLongestCommand, kReadTag);
 }

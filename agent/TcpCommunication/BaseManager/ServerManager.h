@@ -50,7 +50,8 @@ class ServerManager : public GCDAsyncSocketDelegate,
   // Closes what the recorder server holds: its host tool's connection, or its port.
   void stopRecordingWhilePlayBack();
 
-  // Queues a read and writes what is pending for the server of `sock`.
+  // The write-then-read step: writes what is pending for the server of `sock`, then reads whatever
+  // arrives, in front of the read that the end of the write queues.
   void socketDidConnectToHostPort(const GCDAsyncSocketRef& sock, const std::string& host,
                                   std::uint16_t port);
   void socketDidAcceptNewSocket(const GCDAsyncSocketRef& sock,
@@ -67,7 +68,7 @@ class ServerManager : public GCDAsyncSocketDelegate,
   bool isRecorderRunning() const { return read(isRecorderRunning_); }
   bool isPlaybackRunning() const { return read(isPlaybackRunning_); }
   // True from the first command on. Kept for callers from outside.
-  bool IsPlaybackGetResponse() const { return read(isPlaybackGetResponse_); }
+  bool IsPlaybackGetResponse() const { return read(IsPlaybackGetResponse_); }
   GCDAsyncSocketRef recorderServerSocket() const { return read(recorderServerSocket_); }
   GCDAsyncSocketRef playBackServerSocket() const { return read(playBackServerSocket_); }
 
@@ -104,19 +105,19 @@ class ServerManager : public GCDAsyncSocketDelegate,
   platform::Task<void> handlePlaybackCommandOnMain(GCDAsyncSocketRef sock, PlaybackMessage message);
   platform::Task<void> acceptPlaybackAgainOnMain(GCDAsyncSocketRef gone);
 
-  const std::shared_ptr<platform::DispatchQueue> socketRecorderServerQueue_;
-  const std::shared_ptr<platform::DispatchQueue> socketPlaybackServerQueue_;
-  SocketArray connectedRecorderSocketArray_;
-  SocketArray connectedPlayBackSocketArray_;
-
-  mutable std::mutex mutex_;  // guards everything below
+  mutable std::mutex mutex_;  // guards what is read and written below
+  std::mutex writeThenRead_;  // held while the two are queued
   bool isRecorderRunning_ = false;
   bool isPlaybackRunning_ = false;
-  bool isPlaybackGetResponse_ = false;
+  bool IsPlaybackGetResponse_ = false;
   GCDAsyncSocketRef recorderServerSocket_;
   GCDAsyncSocketRef playBackServerSocket_;
   std::string jsonRecorderServerData_;
+  const std::shared_ptr<platform::DispatchQueue> socketRecorderServerQueue_;
+  SocketArray connectedRecorderSocketArray_;
+  SocketArray connectedPlayBackSocketArray_;
   std::string jsonPlayBackServerData_;
+  const std::shared_ptr<platform::DispatchQueue> socketPlaybackServerQueue_;
 };
 
 }  // namespace tarni
