@@ -85,9 +85,8 @@ class Named : public OnIos {
                 {"datavalue", data}});
   }
   // A class that is called a switch and answers as one, whatever it derives from.
-  static Class switchClass(const std::string& superclass) {
-    const std::string name = superclass + "Switch";
-    Class const cls = objc_allocateClassPair(objc_getClass(superclass.c_str()), name.c_str(), 0);
+  static Class switchClass(const char* superclass, const char* name) {
+    Class const cls = objc_allocateClassPair(objc_getClass(superclass), name, 0);
     for (const SEL method : { @selector(isOn), @selector(setOn:) }) {
       Method const own = class_getInstanceMethod([BrandSwitch class], method);
       class_addMethod(cls, method, method_getImplementation(own), method_getTypeEncoding(own));
@@ -102,13 +101,18 @@ class Named : public OnIos {
 };
 
 TEST_F(Named, ASwitchIsRecordedReadAndTurnedAsOneWhateverItDerivesFrom) {
-  for (const char* const superclass : {"UIView", "UIControl", "UIButton", "UILabel", "UITextField",
-                                       "UITextView", "UIScrollView", "UITableViewCell"}) {
+  int count = 0;
+  for (const char* const superclass :
+       {"UIView", "UIControl", "UIButton", "UILabel", "UITextField", "UITextView", "UIScrollView",
+        "UITableViewCell", "UISegmentedControl", "UIWebView", "WKWebView", "UIWebBrowserView"}) {
     SCOPED_TRACE(superclass);
-    Class const cls = switchClass(superclass);
-    const char* const name = class_getName(cls);
+    const std::string named = "Switch" + std::to_string(++count);
+    const char* const name = named.c_str();
+    Class const cls = switchClass(superclass, name);
     gIsOn = NO;
     UIView* const control = addView(cls, NSMakeRect(0, 0, 50, 30));
+    // It would be what is recorded.
+    [[[control subviews] lastObject] removeFromSuperview];
     EXPECT_TRUE(RecorderEvent().IsViewIsNotOfEventType(ref(control)));
     EXPECT_EQ(step(control)->actionName, "Mobile_DeSelectSwitch");
     EXPECT_EQ(ask("isselected", name).at(0).at("output"), "false");
@@ -120,16 +124,21 @@ TEST_F(Named, ASwitchIsRecordedReadAndTurnedAsOneWhateverItDerivesFrom) {
 }
 
 TEST_F(Named, ASegmentedControlIsRecordedAsItsSegmentAndReadByItsTitles) {
-  UIView* const control = addView([BrandSegmentedControl class], NSMakeRect(0, 0, 100, 30));
-  for (const int left : {0, 50}) {
-    UIView* const segment =
-        [[[BrandSegment alloc] initWithFrame:NSMakeRect(left, 0, 50, 30)] autorelease];
-    [control addSubview:segment];
+  // One may be called both.
+  Class const both = switchClass("BrandSegmentedControl", "BrandSwitchSegmentedControl");
+  for (Class const cls : {[BrandSegmentedControl class], both}) {
+    UIView* const control = addView(cls, NSMakeRect(0, 0, 100, 30));
+    for (const int left : {0, 50}) {
+      UIView* const segment =
+          [[[BrandSegment alloc] initWithFrame:NSMakeRect(left, 0, 50, 30)] autorelease];
+      [control addSubview:segment];
+    }
+    const platform::UIViewRef second = ref([[control subviews] lastObject]);
+    EXPECT_EQ(step(control)->recordedView.lock(), second);
+    EXPECT_EQ(Utilities::getUIViewText(second), "Week");
+    EXPECT_EQ(ask("gettext", "BrandSegment").at(0).at("output"), "Day;Week;");
+    [control removeFromSuperview];
   }
-  const platform::UIViewRef second = ref([[control subviews] lastObject]);
-  EXPECT_EQ(step(control)->recordedView.lock(), second);
-  EXPECT_EQ(Utilities::getUIViewText(second), "Week");
-  EXPECT_EQ(ask("gettext", "BrandSegment").at(0).at("output"), "Day;Week;");
 }
 
 TEST_F(Named, AScrollViewIsSwipedAndSaidToScroll) {

@@ -1,4 +1,4 @@
-// makeNamed: a view of a kind, with what its class's name says that it is beyond that kind: an
+// makeNamed: a view of a kind, with all that its class's name says that it is beyond that kind: an
 // application's own control may be called a switch and answer as one, whatever it derives from.
 // Main thread.
 #pragma once
@@ -12,20 +12,34 @@
 
 namespace tarni::ios {
 
-enum class Named { AsItsKind, Switch, SegmentedControl, ScrollView };
+// Whether the view is called so and also answers as one.
+bool isCalledSwitch(::UIView* view);
+bool isCalledSegmentedControl(::UIView* view);
+bool isCalledScrollView(::UIView* view);
 
-// What the view is called, if it also answers as one.
-Named namedAs(::UIView* view);
+// A kind that is one already stays as it is.
+template <typename Kind>
+std::shared_ptr<View> makeCalledScrollView(::UIView* view) {
+  if constexpr (!std::derived_from<Kind, platform::UIScrollView>) {
+    if (isCalledScrollView(view)) return std::make_shared<Scrolling<Kind>>(view);
+  }
+  return std::make_shared<Kind>(view);
+}
+
+template <typename Kind>
+std::shared_ptr<View> makeCalledSegmentedControl(::UIView* view) {
+  if constexpr (!std::derived_from<Kind, platform::UISegmentedControl>) {
+    if (isCalledSegmentedControl(view)) return makeCalledScrollView<Segmented<Kind>>(view);
+  }
+  return makeCalledScrollView<Kind>(view);
+}
 
 template <typename Kind>
 std::shared_ptr<View> makeNamed(::UIView* view) {
-  const Named named = namedAs(view);
-  if (named == Named::Switch) return std::make_shared<Switching<Kind>>(view);
-  if (named == Named::SegmentedControl) return std::make_shared<Segmented<Kind>>(view);
-  if constexpr (!std::derived_from<Kind, platform::UIScrollView>) {
-    if (named == Named::ScrollView) return std::make_shared<Scrolling<Kind>>(view);
+  if constexpr (!std::derived_from<Kind, platform::UISwitch>) {
+    if (isCalledSwitch(view)) return makeCalledSegmentedControl<Switching<Kind>>(view);
   }
-  return std::make_shared<Kind>(view);
+  return makeCalledSegmentedControl<Kind>(view);
 }
 
 }  // namespace tarni::ios

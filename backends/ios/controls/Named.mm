@@ -6,28 +6,26 @@
 #include "backends/ios/runtime/RuntimeClass.h"
 
 namespace tarni::ios {
+namespace {
 
-Named namedAs(::UIView* view) {
-  struct Name {
-    std::string_view part;  // of the lower-cased name
-    const char* answers;
-    Named named;
-  };
-  constexpr Name kNames[] = {
-      {"switch", "isOn", Named::Switch},
-      {"segmentedcontrol", "selectedSegmentIndex", Named::SegmentedControl},
-      {"scrollview", "setContentOffset:animated:", Named::ScrollView},
-  };
-  const std::string& className = classOf(view)->lowercaseName();
-  for (const Name& name : kNames) {
-    if (className.find(name.part) == std::string::npos) continue;
-    if (answered(view, "respondsToSelector:", [&]() -> bool {
-          return [view respondsToSelector:sel_registerName(name.answers)];
-        })) {
-      return name.named;
-    }
-  }
-  return Named::AsItsKind;
+// `part` is of the lower-cased name.
+bool isCalled(::UIView* view, std::string_view part, const char* selector) {
+  return classOf(view)->lowercaseName().find(part) != std::string::npos &&
+         answered(view, "respondsToSelector:", [&]() -> bool {
+           return [view respondsToSelector:sel_registerName(selector)];
+         });
+}
+
+}  // namespace
+
+bool isCalledSwitch(::UIView* view) { return isCalled(view, "switch", "isOn"); }
+
+bool isCalledSegmentedControl(::UIView* view) {
+  return isCalled(view, "segmentedcontrol", "selectedSegmentIndex");
+}
+
+bool isCalledScrollView(::UIView* view) {
+  return isCalled(view, "scrollview", "setContentOffset:animated:");
 }
 
 }  // namespace tarni::ios

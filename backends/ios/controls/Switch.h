@@ -2,29 +2,22 @@
 // an application calls a switch. Main thread.
 #pragma once
 
-#include "backends/ios/guard/Completed.h"
-#include "backends/ios/guard/Owned.h"
 #include "backends/ios/views/View.h"
 #include "platform/UIKit/UIControls.h"
 
 namespace tarni::ios {
+
+// Of a view that answers as one.
+bool isSwitchOn(::UIView* view);
+platform::Task<void> turnSwitch(::UIView* view, bool on);
 
 template <typename Kind>
 class Switching : public Kind, public platform::UISwitch {
  public:
   using Kind::Kind;
 
-  bool isOn() const override {
-    return this->ask("isOn", [&]() -> bool { return [control() isOn]; });
-  }
-
-  platform::Task<void> setOn(bool on) override {
-    return completed(
-        [control = Owned(control()), on] { guarded([&] { [control.get() setOn:on]; }); });
-  }
-
- private:
-  ::UISwitch* control() const { return static_cast<::UISwitch*>(this->native()); }
+  bool isOn() const override { return isSwitchOn(this->native()); }
+  platform::Task<void> setOn(bool on) override { return turnSwitch(this->native(), on); }
 };
 
 }  // namespace tarni::ios

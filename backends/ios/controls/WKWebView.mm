@@ -1,4 +1,5 @@
 #include "backends/ios/controls/LaterPage.h"
+#include "backends/ios/controls/Named.h"
 #include "backends/ios/guard/Guard.h"
 #include "backends/ios/guard/Owned.h"
 #include "backends/ios/runtime/RuntimeClass.h"
@@ -57,6 +58,6 @@ class WKWebView : public View, public platform::UIWebView {
 
 }  // namespace
 
-std::shared_ptr<View> makeWKWebView(::UIView* view) { return std::make_shared<WKWebView>(view); }
+std::shared_ptr<View> makeWKWebView(::UIView* view) { return makeNamed<WKWebView>(view); }
 
 }  // namespace tarni::ios

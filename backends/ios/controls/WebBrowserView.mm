@@ -1,3 +1,4 @@
+#include "backends/ios/controls/Named.h"
 #include "backends/ios/guard/Completed.h"
 #include "backends/ios/guard/Owned.h"
 #include "backends/ios/guard/PrivateCall.h"
@@ -35,8 +36,6 @@ class WebBrowserView : public View, public platform::UIWebBrowserView {
 
 }  // namespace
 
-std::shared_ptr<View> makeWebBrowserView(::UIView* view) {
-  return std::make_shared<WebBrowserView>(view);
-}
+std::shared_ptr<View> makeWebBrowserView(::UIView* view) { return makeNamed<WebBrowserView>(view); }
 
 }  // namespace tarni::ios

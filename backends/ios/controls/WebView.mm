@@ -1,3 +1,4 @@
+#include "backends/ios/controls/Named.h"
 #include "backends/ios/guard/Completed.h"
 #include "backends/ios/guard/Owned.h"
 #include "backends/ios/runtime/Values.h"
@@ -26,6 +27,6 @@ class WebView : public View, public platform::UIWebView {
 
 }  // namespace
 
-std::shared_ptr<View> makeWebView(::UIView* view) { return std::make_shared<WebView>(view); }
+std::shared_ptr<View> makeWebView(::UIView* view) { return makeNamed<WebView>(view); }
 
 }  // namespace tarni::ios
