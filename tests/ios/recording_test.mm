@@ -73,6 +73,13 @@ class Recording : public testing::Test {
 
 TEST_F(Recording, AFingersTapIsAStep) { expectTheStep(stepOfTap()); }
 
+TEST_F(Recording, ATapOnWhatAnApplicationHasPutOverAPageIsAStep) {
+  WKWebView* const webView = [[WKWebView alloc] initWithFrame:[window_ bounds]];
+  [window_ addSubview:webView];
+  [[[webView subviews] lastObject] addSubview:button_];
+  expectTheStep(stepOfTap());
+}
+
 TEST_F(Recording, ATapIsAStepThoughOtherViewsRaise) {
   RaisingView* const raising = [[RaisingView alloc] initWithFrame:NSMakeRect(40, 100, 200, 50)];
   [raising setUserInteractionEnabled:NO];
