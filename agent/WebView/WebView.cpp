@@ -138,11 +138,13 @@ Task<void> recorderAndPlaybackInjection() {
   WebView bridge;
   const UIViewRef webView = bridge.getCurrentDisplayedWebView();
   if (!webView) co_return;
-  if (asWebView(webView)->isLoading()) {
+  const auto page = asWebView(webView);
+  if (page->isLoading()) {
     platform::NSLog("*****WEBVIEW IS LOADING");
     co_return;
   }
   const bool isReady = co_await bridge.checkWebViewIsAlreadyHacked(webView);
+  if (page->isSilent()) co_return;
   if (isReady) {
     co_await collectSteps(webView);
   } else {

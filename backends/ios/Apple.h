@@ -286,6 +286,7 @@ typedef NSInteger UIEventType;
 - (NSString*)stringByEvaluatingJavaScriptFromString:(NSString*)script;
 - (void)tapInteractionWithLocation:(CGPoint)point;
 // WKWebView, which needs a framework of its own
+- (NSURL*)URL;
 - (void)evaluateJavaScript:(NSString*)script
          completionHandler:(void (^)(id result, NSError* error))handler;
 @end

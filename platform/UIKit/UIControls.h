@@ -94,10 +94,11 @@ class UIScrollView {
 class UIWebView {
  public:
   virtual ~UIWebView() = default;
-  // True as well for a page that has stopped answering: it is not to be talked to.
   virtual bool isLoading() const = 0;
-  // The result as text, empty when there is none or the page does not answer in time. Throws
-  // NSException when the page is gone.
+  // True for a page that has stopped answering, or has gone: nothing more is asked of it.
+  virtual bool isSilent() const { return false; }
+  // The result as text, empty when there is none and for a page that is or becomes silent. Throws
+  // NSException when the page goes meanwhile.
   virtual Task<std::string> stringByEvaluatingJavaScriptFromString(std::string script) = 0;
 };
 

@@ -1,6 +1,8 @@
 // What the backend takes from UIKit and Foundation beside views and touches.
 #include <nlohmann/json.hpp>
 
+#include "agent/WebView/WebView.h"
+#include "agent/core/state/GlobalVars.h"
 #include "agent/elements/UIView_Highlight.h"
 #include "agent/elements/Utilities.h"
 #include "platform/UIKit/UIControls.h"
@@ -28,6 +30,32 @@
 
 - (NSString*)text {
   return @"own";
+}
+
+@end
+
+// A page whose process may end.
+@interface MortalPage : NSObject <UIPageEngine> {
+ @public
+  BOOL isGone_;
+}
+@end
+
+@implementation MortalPage
+
+- (BOOL)isLoading {
+  return NO;
+}
+
+- (void)evaluate:(NSString*)script then:(UIScriptAnswer)handler {
+  if (isGone_) {
+    handler(nil, [NSError errorWithDomain:@"WKErrorDomain" code:2 userInfo:nil]);
+  } else {
+    handler(@"its answer", nil);
+  }
+}
+
+- (void)tapAt:(CGPoint)point {
 }
 
 @end
@@ -63,6 +91,28 @@ TEST_F(Services, APageTellsThatItLoads) {
   EXPECT_FALSE(seen->isLoading());
   [page setLoading:YES];
   EXPECT_TRUE(seen->isLoading());
+}
+
+TEST_F(Services, APageThatGoesFailsOneCommandAndIsLeftAloneUntilItsViewLoadsAnother) {
+  MortalPage* const page = [[[MortalPage alloc] init] autorelease];
+  WKWebView* const view = add<WKWebView>([WKWebView class], NSMakeRect(0, 0, 300, 300));
+  [view setEngine:page];
+  GlobalVars::sharedInstance().set_currentWebView(ref(view));
+  const auto find = [] { return answer(R"({"functionname":"findelements","tagname":"FORM"})"); };
+  EXPECT_EQ(find(), "its answer");
+  page->isGone_ = YES;
+  EXPECT_EQ(find(), R"([{"exceptionmsg":"the page is gone"}])");
+  EXPECT_EQ(find(), "[]");
+  tarni::WebView().performRecorderAndPlaybackInjection();
+  bool hasPassed = false;
+  platform::current().dispatch->mainQueue().async([&hasPassed] { hasPassed = true; });
+  while (!hasPassed) UIRunFor(0.01);
+  EXPECT_TRUE(log_.linesWith("*****WEBVIEW IS LOADING").empty());
+  page->isGone_ = NO;
+  EXPECT_EQ(find(), "[]");
+  [view setURL:[NSURL URLWithString:@"about:blank"]];
+  EXPECT_EQ(find(), "its answer");
+  GlobalVars::sharedInstance().set_currentWebView(nullptr);
 }
 
 TEST_F(Services, ACellsTextIsItsOwnOrElseItsLabels) {

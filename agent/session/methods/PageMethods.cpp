@@ -30,7 +30,8 @@ Answer list(CallRef) {
   const std::vector<UIViewRef> all = webViews();
   Json pages = Json::array();
   for (const UIViewRef& view : all) {
-    const bool isLoading = platform::as<platform::UIWebView>(view)->isLoading();
+    const auto page = platform::as<platform::UIWebView>(view);
+    const bool isLoading = page->isLoading() || page->isSilent();
     std::string title;
     std::string address;
     if (!isLoading) {

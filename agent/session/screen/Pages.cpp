@@ -24,7 +24,7 @@ std::string asScript(const std::string& text) {
 
 bool isReady(const UIViewRef& webView) {
   const auto page = platform::as<platform::UIWebView>(webView);
-  return page && !page->isLoading();
+  return page && !page->isLoading() && !page->isSilent();
 }
 
 // What a function of the script answers; null when the page says nothing. The script is put into a

@@ -26,7 +26,7 @@ struct LaterPage::Evaluation {
   }
 
   void take(std::optional<std::string> answer) {
-    page->isSilent_ = false;
+    page->state_ = answer ? LaterPage::State::Answers : LaterPage::State::Gone;
     if (state != State::Open) return;
     text = std::move(answer);
     end(State::Answered);
@@ -35,7 +35,7 @@ struct LaterPage::Evaluation {
   void giveUp() {
     if (state != State::Open) return;
     platform::NSLog("A web page does not answer: it is busy, or it shows an alert");
-    page->isSilent_ = true;
+    page->state_ = LaterPage::State::Busy;
     end(State::GivenUp);
   }
 
@@ -57,7 +57,7 @@ struct LaterPage::End {
 };
 
 platform::Task<std::string> LaterPage::evaluate(Send send) {
-  if (isSilent_) co_return std::string();
+  if (isSilent()) co_return std::string();
   const auto evaluation = std::make_shared<Evaluation>(shared_from_this());
   send([evaluation](std::optional<std::string> text) { evaluation->take(std::move(text)); });
   // Not over the agent's own main queue, which holds still while somebody waits for a page.

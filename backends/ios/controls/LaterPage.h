@@ -2,7 +2,8 @@
 // each: whoever asks is suspended until then, and no longer than a page may be busy.
 //
 // A page that has not answered in time (it is busy, or shows an alert) counts as silent until it
-// does answer: nothing more is asked of it, so that it is waited for once only. Main thread.
+// does answer, and one that has gone until the view loads another: nothing more is asked of it, so
+// that it is waited for once only. Main thread.
 #pragma once
 
 #include <functional>
@@ -21,18 +22,21 @@ class LaterPage : public std::enable_shared_from_this<LaterPage> {
   // Sends a script. What it throws comes out of `evaluate`.
   using Send = std::function<void(Take take)>;
 
-  // True while the page is not to be talked to.
-  bool isSilent() const { return isSilent_; }
+  bool isSilent() const { return state_ != State::Answers; }
+  bool isGone() const { return state_ == State::Gone; }
+  // Another page is in the view.
+  void comeBack() { state_ = State::Answers; }
 
   // The answer; empty from a page that is or becomes silent: whoever asks is after native views as
   // well. Throws NSException when the page goes meanwhile.
   platform::Task<std::string> evaluate(Send send);
 
  private:
+  enum class State { Answers, Busy, Gone };
   struct Evaluation;
   struct End;
 
-  bool isSilent_ = false;
+  State state_ = State::Answers;
 };
 
 }  // namespace tarni::ios

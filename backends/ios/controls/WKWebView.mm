@@ -32,12 +32,13 @@ class WKWebView : public View, public platform::UIWebView {
   using View::View;
 
   bool isLoading() const override {
-    return page_->isSilent() ||
-           ask("isLoading", [&]() -> bool { return [as<NSObject>() isLoading]; });
+    return ask("isLoading", [&]() -> bool { return [as<NSObject>() isLoading]; });
   }
 
+  bool isSilent() const override { return page().isSilent(); }
+
   platform::Task<std::string> stringByEvaluatingJavaScriptFromString(std::string script) override {
-    return page_->evaluate(
+    return page().evaluate(
         [view = Owned(as<NSObject>()), script = std::move(script)](LaterPage::Take take) {
           if (!view) return take(std::nullopt);
           // Outside of the guard, whose captures are references and would not outlive it.
@@ -53,6 +54,12 @@ class WKWebView : public View, public platform::UIWebView {
   }
 
  private:
+  // A page that goes takes the view's address along, which is there again as soon as another loads.
+  LaterPage& page() const {
+    if (page_->isGone() && ask("URL", [&] { return [as<NSObject>() URL]; })) page_->comeBack();
+    return *page_;
+  }
+
   const std::shared_ptr<LaterPage> page_ = std::make_shared<LaterPage>();
 };
 

@@ -50,6 +50,7 @@ class QuickWebView final : public QuickView, public platform::UIWebView {
   // the first there is.
   platform::Class getClass() const override;
   bool isLoading() const override { return page_->isLoading(); }
+  bool isSilent() const override { return page_->isSilent(); }
   platform::Task<std::string> stringByEvaluatingJavaScriptFromString(std::string script) override;
 
  private:

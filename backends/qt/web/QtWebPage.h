@@ -27,8 +27,8 @@ class QtWebPage : public std::enable_shared_from_this<QtWebPage> {
   void setLoading(bool isLoading);
   // The process behind the page has ended: what waits for it fails, and it is silent.
   void processEnded();
-  // True while it loads and while it is silent: it is not to be talked to.
-  bool isLoading() const { return isLoading_ || isSilent_; }
+  bool isLoading() const { return isLoading_; }
+  bool isSilent() const { return isSilent_; }
 
   // The script's value as text; empty for a script that throws, and for a page that is or becomes
   // silent: whoever asks is after native views as well. Throws NSException when the page's process

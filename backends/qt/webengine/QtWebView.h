@@ -26,6 +26,7 @@ class QtWebPart final : public QtPart, public platform::UIWebView {
   std::optional<std::string> accessibilityHint() const override { return std::nullopt; }
 
   bool isLoading() const override { return page_->isLoading(); }
+  bool isSilent() const override { return page_->isSilent(); }
   platform::Task<std::string> stringByEvaluatingJavaScriptFromString(std::string script) override;
 
  protected:
@@ -40,6 +41,7 @@ class QtWebView final : public QtView, public platform::UIWebView {
   explicit QtWebView(QWebEngineView& widget);
 
   bool isLoading() const override { return page_->isLoading(); }
+  bool isSilent() const override { return page_->isSilent(); }
   platform::Task<std::string> stringByEvaluatingJavaScriptFromString(std::string script) override;
 
  protected:

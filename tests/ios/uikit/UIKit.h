@@ -152,6 +152,7 @@ typedef void (^UIScriptAnswer)(id result, NSError* error);
 // A page that answers scripts when its engine does, and takes taps. Without one it is empty.
 @interface WKWebView : UIView
 @property(nonatomic, assign) id<UIPageEngine> engine;
+@property(nonatomic, retain) NSURL* URL;
 - (BOOL)isLoading;
 - (void)evaluateJavaScript:(NSString*)script completionHandler:(UIScriptAnswer)handler;
 @end

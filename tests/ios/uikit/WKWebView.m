@@ -33,6 +33,8 @@
   keep(self, "engine", [NSValue valueWithNonretainedObject:engine]);
 }
 
+KEPT(NSURL*, URL, setURL)
+
 - (BOOL)isLoading {
   return [[self engine] isLoading];
 }
