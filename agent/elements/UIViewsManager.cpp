@@ -25,23 +25,47 @@ WalkBuffers& spareBuffers() {
   return *shared;
 }
 
-// Gives the view its identity when it has none yet; the new one, or null.
-const std::string* tag(const WalkStep& step, std::string_view key, bool takesPosition = true) {
-  platform::CALayer& layer = step.view->layer();
-  if (layer.valueForKey(key)) return nullptr;
-  const std::string guid = Utilities::getGUIDString();
-  layer.setValueForKey(guid, key);
-  // What is listed where it does not stand, as the menus that a submenu was opened from, has its
-  // place elsewhere; a window has none.
-  const UIViewRef above = step.view->superview();
-  XpathManager& positions = XpathManager::sharedInstance();
-  if (!above || above == step.parent()) {
-    positions.createXpathPositionOfUIView(above, step.view, guid, step.index(), takesPosition);
-  } else {
-    positions.createXpathPositionOfUIView(above, step.view, guid);
+// Gives the views of one walk their identities.
+class Tagging {
+ public:
+  explicit Tagging(std::string_view key, bool takesPositions = true)
+      : key_(key), takesPositions_(takesPositions) {}
+
+  // The view's new identity; null when it has one already, or is a window, which has none.
+  const std::string* tag(const WalkStep& step) {
+    const std::size_t depth = step.path.size();
+    if (depth <= otherWindow_) otherWindow_ = 0;
+    platform::CALayer& layer = step.view->layer();
+    if (layer.valueForKey(key_)) return nullptr;
+    if (step.view->isKindOfClass(platform::uikit::UIWindow)) {
+      if (otherWindow_ == 0) otherWindow_ = depth;
+      return nullptr;
+    }
+    const std::string guid = Utilities::getGUIDString();
+    layer.setValueForKey(guid, key_);
+    file(step, guid);
+    return layer.valueForKey(key_);
   }
-  return layer.valueForKey(key);
-}
+
+ private:
+  void file(const WalkStep& step, const std::string& guid) const {
+    const UIViewRef above = step.view->superview();
+    XpathManager& positions = XpathManager::sharedInstance();
+    // What is listed where it does not stand, as the menu bar that a menu was opened from, has its
+    // place elsewhere.
+    if (above && above != step.parent()) {
+      return positions.createXpathPositionOfUIView(above, step.view, guid);
+    }
+    positions.createXpathPositionOfUIView(above, step.view, guid, step.index(),
+                                          takesPositions_ && otherWindow_ == 0);
+  }
+
+  const std::string_view key_;
+  const bool takesPositions_;
+  // How deep a window is listed that the walk is in, as the menu that a submenu was opened from;
+  // 0 outside of such. What stands there leaves its positions to the views of the root's window.
+  std::size_t otherWindow_ = 0;
+};
 
 void takeOffLeftoverHighlight(const UIViewRef& view) {
   if (Highlight::isLeftover(view)) Highlight::deHighlightView(view);
@@ -55,8 +79,9 @@ bool isOfClass(const UIViewRef& view, const std::string& lowercaseName) {
 template <typename Take>
 void walkForPlayer(const UIViewRef& root, std::vector<WalkLevel>& levels, bool takesPositions,
                    Take&& take) {
+  Tagging tagging(kPlaybackTag, takesPositions);
   walkSubviews(root, levels, [&](const WalkStep& step) {
-    tag(step, kPlaybackTag, takesPositions);
+    tagging.tag(step);
     takeOffLeftoverHighlight(step.view);
     take(step.view);
     return true;
@@ -105,13 +130,14 @@ UIViewsManager::~UIViewsManager() {
 
 const std::vector<UIViewRef>& UIViewsManager::GetAllViews(const UIViewRef& root, bool topLevel) & {
   if (topLevel) buffers_.views.clear();
-  walkSubviews(root, buffers_.levels, [this](const WalkStep& step) {
+  Tagging tagging(kRecordingTag);
+  walkSubviews(root, buffers_.levels, [&](const WalkStep& step) {
     const UIViewRef& view = step.view;
     if (view->isHidden()) return false;
     if (view->isKindOfClass(platform::uikit::UITextField) && view->isFirstResponder()) {
       GlobalVars::sharedInstance().set_editAbleElement(view);
     }
-    tag(step, kRecordingTag);
+    tagging.tag(step);
     takeOffLeftoverHighlight(view);
     buffers_.views.push_back(view);
     return true;
@@ -120,9 +146,10 @@ const std::vector<UIViewRef>& UIViewsManager::GetAllViews(const UIViewRef& root,
 }
 
 void UIViewsManager::identifyViews(const UIViewRef& root) {
-  walkSubviews(root, buffers_.levels, [](const WalkStep& step) {
+  Tagging tagging(kRecordingTag);
+  walkSubviews(root, buffers_.levels, [&tagging](const WalkStep& step) {
     if (step.view->isHidden()) return false;
-    tag(step, kRecordingTag);
+    tagging.tag(step);
     return true;
   });
 }
@@ -161,10 +188,10 @@ void UIViewsManager::findElements(const UIViewRef& parent, const std::string& ta
   const std::shared_ptr<void> still = platform::current().application->holdStill();
   const std::string className = platform::lowercase(tagName);
   Accessor accessor(positions_, accessorType, accessorValue);
-  const bool takesPositions = positions_ == Positions::OfKeyWindow;
+  Tagging tagging(kPlaybackTag, positions_ == Positions::OfKeyWindow);
   WalkVisibility visibility;
   walkSubviews(parent, buffers_.levels, [&](const WalkStep& step) {
-    if (const std::string* const guid = tag(step, kPlaybackTag, takesPositions)) {
+    if (const std::string* const guid = tagging.tag(step)) {
       accessor.noteNewIdentity(*guid);
     }
     if (isOfClass(step.view, className) && visibility.isVisibleInWindowFrame(step) &&

@@ -10,8 +10,7 @@
 #include <QtWidgets/QVBoxLayout>
 #include <QtWidgets/QWizard>
 
-#include <algorithm>
-
+#include "agent/elements/IdentityTag.h"
 #include "agent/elements/UIViewsManager.h"
 #include "agent/elements/XpathManager.h"
 #include "tests/support/QtScreen.h"
@@ -165,11 +164,14 @@ TEST_F(EventHook, FindsWhatIsMeantWhileMenusAreOpen) {
   ASSERT_TRUE(runUntil([&] { return sub->isVisible() && !seen_.empty(); }));
   EXPECT_EQ(seen_[0].view, entry(*file, sub->menuAction())) << "pointing opened it";
   UIViewsManager().identifyViews(platform::current().application->keyWindow());
-  for (QWidget* const origin : {static_cast<QWidget*>(bar), static_cast<QWidget*>(file)}) {
-    const auto position =
-        XpathManager::sharedInstance().getPositionXpathOfUIView(qt::viewOfWidget(origin));
-    EXPECT_EQ(std::ranges::count(position.value_or(""), '\\'), 1) << *position;
-  }
+  const XpathManager& positions = XpathManager::sharedInstance();
+  EXPECT_EQ(positions.getPositionXpathOfUIView(qt::viewOfWidget(bar)), "\\UINavigationBar[0]");
+  EXPECT_EQ(positions.getPositionXpathOfUIView(qt::viewOfWidget(file)), std::nullopt);
+  const std::string first = "\\UIActionButton[0]";
+  const platform::UIViewRef subEntry = entry(*file, sub->menuAction());
+  EXPECT_EQ(positions.getPositionXpathOfUIView(subEntry), first);
+  EXPECT_EQ(positions.getPositionXpathOfUIView(entry(*sub, deep)), first);
+  EXPECT_FALSE(positions.isFiledUnder(*identityTag(subEntry), first)) << "it is the submenu's";
   EXPECT_THAT(phases(), testing::ElementsAre(UITouchPhase::Began, UITouchPhase::Ended));
   seen_.clear();
   const platform::UIViewRef deepEntry = entry(*sub, deep);
