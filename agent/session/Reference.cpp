@@ -35,9 +35,10 @@ there is no channel.
 messages); parameters have names. Requests may overlap; answers come as they are ready. A request
 without `id` is not answered. The connection stays open until the last answer is read.
 
-A line is at most 16 MiB long. Of one client 256 requests are on their way at a time, the ones behind
-them wait in the socket. A client that reads nothing for 10 s while answers wait for it is closed.
-When a client goes, its requests end, and the buttons and keys that it holds down are let go.
+A line is at most 16 MiB long and holds at most 250,000 values. Of one client 256 requests are on their
+way at a time, the ones behind them wait in the socket. A client that reads nothing for 10 s while answers
+wait for it is closed. When a client goes, its requests end, and the buttons and keys that it holds down
+are let go.
 
 Requests that look at views or act on them run on the program's main thread, one after the other, and
 between the commands of the fixed ports; one that pauses or waits lets others pass. A dialog that a click

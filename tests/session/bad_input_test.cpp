@@ -123,19 +123,19 @@ TEST_F(SessionBadInput, ALineWithoutEndIsRefused) {
   EXPECT_TRUE(other.ask("app.info", json::object()).contains("pid"));
 }
 
-// Seconds of reading, of which the ports and other clients feel nothing.
+// Of reading it the ports and other clients feel nothing.
 TEST_F(SessionBadInput, WhileALongLineIsReadOthersAreAnswered) {
   const auto program = start();
   const Playback playback;
   const SessionWire other = client();
   const SessionWire busy = client();
-  std::string lists;
-  while (lists.size() < 15'000'000) lists += "[],";
-  busy.sendLine(R"({"jsonrpc":"2.0","id":1,"method":"app.info","params":{"x":[)" + lists + "0]}}");
+  busy.send("app.info", {{"x", std::string(15'000'000, 'x')}}, 1);
   EXPECT_EQ(playback.command("nothing"), json::array());
   EXPECT_TRUE(other.ask("app.info", json::object()).contains("pid"));
   EXPECT_FALSE(busy.hasAnswer());
   expectError(busy.answer(), "invalid argument");
+  busy.send("element.find", {{"within", json::array_t(250'000)}}, 2);
+  expectError(busy.answer(), "parse error");
 }
 
 TEST_F(SessionBadInput, AHundredThousandRequestsAreAllAnsweredOneAfterTheOther) {

@@ -22,6 +22,8 @@ constexpr std::array<std::pair<std::string_view, PointerButton>, 5> kButtons{{
     {"forward", PointerButton::Forward},
 }};
 
+constexpr std::size_t kMostKeys = 16;
+
 struct OtherName {
   std::string_view name;  // in lower case
   std::string_view key;
@@ -74,6 +76,9 @@ KeyChord::KeyChord(const std::string& text) {
   while (begin < text.size()) {
     // A plus or a minus where a key is due is the key itself.
     const std::size_t end = std::min(text.find(joint, begin + 1), text.size());
+    if (keys_.size() == kMostKeys) {
+      throw SessionError(errors::kInvalidArgument, "more than 16 keys are down together");
+    }
     keys_.push_back(text.substr(begin, end - begin));
     begin = end + 1;
   }

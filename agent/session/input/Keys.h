@@ -19,7 +19,7 @@ std::string_view nameOf(platform::PointerButton button);
 std::string keyNamed(const std::string& name);
 
 // Keys that are down together: "Control+Shift+F2", "Control++", "ctrl-a", "a"; the empty text is
-// none.
+// none. Throws SessionError (invalid argument) for more than 16.
 class KeyChord {
  public:
   explicit KeyChord(const std::string& text);

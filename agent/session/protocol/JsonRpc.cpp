@@ -6,10 +6,13 @@ namespace tarni::session {
 namespace {
 
 constexpr int kDeepest = 64;
+constexpr std::size_t kMostValues = 250'000;
 
-// A parser's recursion must not be a client's to choose.
-bool isTooDeep(std::string_view line) {
+// Neither a parser's recursion nor how long the main thread has to do with what it made must be a
+// client's to choose.
+void checkShape(std::string_view line) {
   int depth = 0;
+  std::size_t values = 1;
   bool isInText = false;
   for (std::size_t at = 0; at < line.size(); ++at) {
     const char letter = line[at];
@@ -17,13 +20,18 @@ bool isTooDeep(std::string_view line) {
       ++at;
     } else if (letter == '"') {
       isInText = !isInText;
-    } else if (!isInText && (letter == '[' || letter == '{')) {
-      if (++depth > kDeepest) return true;
-    } else if (!isInText && (letter == ']' || letter == '}')) {
+    } else if (isInText) {
+      continue;
+    } else if (letter == '[' || letter == '{') {
+      if (++depth > kDeepest) {
+        throw SessionError(errors::kParseError, "the line is nested too deeply");
+      }
+    } else if (letter == ']' || letter == '}') {
       --depth;
+    } else if (letter == ',' && ++values > kMostValues) {
+      throw SessionError(errors::kParseError, "the line holds more than 250,000 values");
     }
   }
-  return false;
 }
 
 void require(bool holds, const char* why) {
@@ -33,7 +41,7 @@ void require(bool holds, const char* why) {
 }  // namespace
 
 Json parseRequest(std::string_view line) {
-  if (isTooDeep(line)) throw SessionError(errors::kParseError, "the line is nested too deeply");
+  checkShape(line);
   Json message = Json::parse(line, nullptr, false);
   if (message.is_discarded()) throw SessionError(errors::kParseError, "the line is no JSON text");
   require(!message.is_array(), "requests come one a line, not in an array");
