@@ -2,6 +2,7 @@
 #include <nlohmann/json.hpp>
 
 #include "agent/commands/NativeCommands.h"
+#include "agent/core/state/Utilities_Text.h"
 #include "agent/elements/UIViewFinder.h"
 #include "agent/elements/UIView_Highlight.h"
 #include "agent/interaction/PlayBackInteractionMethods.h"
@@ -139,7 +140,7 @@ Entries swipeon(FunctionCallObject command) {
       command.getAccessorValue().empty() ? firstSubviewOfWindow() : elementOf(command);
   if (!target) co_return ordered_json::array();
   // 2. Drag in its own coordinates.
-  const std::string direction = platform::lowercase(command.getDataValue());
+  const std::string direction = Utilities::lowercaseString(command.getDataValue());
   const Drag drag = dragInDirection(direction, target->bounds().size);
   co_await KIFAdditions::dragFromPoint(std::move(target), drag.from, drag.to);
   co_return ordered_json::array();

@@ -164,7 +164,7 @@ const std::vector<UIViewRef>& UIViewsManager::GetAllViewsForPlayer(const UIViewR
 
 std::vector<UIViewRef> UIViewsManager::viewsForPlayerOfType(const UIViewRef& root,
                                                             const std::string& type) {
-  const std::string className = platform::lowercase(type);
+  const std::string className = Utilities::lowercaseString(type);
   std::vector<UIViewRef> views;
   walkForPlayer(root, buffers_.levels, positions_ == Positions::OfKeyWindow,
                 [&](const UIViewRef& view) {
@@ -186,7 +186,7 @@ void UIViewsManager::findElements(const UIViewRef& parent, const std::string& ta
                                   const std::string& accessorType,
                                   const std::string& accessorValue) {
   const std::shared_ptr<void> still = platform::current().application->holdStill();
-  const std::string className = platform::lowercase(tagName);
+  const std::string className = Utilities::lowercaseString(tagName);
   Accessor accessor(positions_, accessorType, accessorValue);
   Tagging tagging(kPlaybackTag, positions_ == Positions::OfKeyWindow);
   WalkVisibility visibility;

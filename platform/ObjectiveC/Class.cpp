@@ -5,6 +5,7 @@
 #include <mutex>
 #include <unordered_set>
 
+#include "platform/Foundation/Lowercase.h"
 #include "platform/UIKit/Classes.h"
 
 namespace tarni::platform {
@@ -48,7 +49,7 @@ ClassInfo::ClassInfo(const std::string& name, Class superclass)
 
 // Whoever comes second takes what the first has made.
 const ClassInfo::Details& ClassInfo::makeDetails() const {
-  auto made = std::make_unique<Details>(Details{sharedName(text_), lowercase(text_), {}});
+  auto made = std::make_unique<Details>(Details{sharedName(text_), lowercaseString(text_), {}});
   if (superclass_) made->lineage = superclass_->details().lineage;
   made->lineage.push_back(this);
   const Details* known = nullptr;

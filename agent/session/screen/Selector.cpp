@@ -73,7 +73,7 @@ UIViewRef viewAt(UIViewRef root, std::string_view path) {
 
 Selector::Selector(Criteria criteria)
     : criteria_(std::move(criteria)),
-      className_(platform::lowercase(criteria_.className.value_or(""))),
+      className_(Utilities::lowercaseString(criteria_.className.value_or(""))),
       part_(Utilities::lowercaseString(criteria_.textContains.value_or(""))) {
   const auto& xpath = criteria_.xpath;
   if (xpath && !xpath->starts_with('\\')) {
