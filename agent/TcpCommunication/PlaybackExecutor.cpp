@@ -22,11 +22,7 @@ constexpr std::string_view kGreeting = "Welcome PlayBackServer Started Successfu
 constexpr std::size_t kLongestLine = 64UL * 1024;
 
 void logMessage(const PlaybackMessage& message) {
-  const std::string_view text = message.text;
-  if (!message.isUTF8) {
-    platform::NSLog("A playback command of %zu bytes is not UTF-8", text.size());
-    return;
-  }
+  const std::string_view text = message.isUTF8 ? message.text : std::string_view("(null)");
   platform::NSLog("Msg is %s", std::string(text.substr(0, kLongestLine)).c_str());
 }
 

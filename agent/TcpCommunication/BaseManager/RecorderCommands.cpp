@@ -20,9 +20,10 @@ namespace {
 
 // The number that the text begins with, 0 without one; the nearest that fits for one out of range.
 int integerValue(std::string_view text) {
-  const std::size_t begin = text.find_first_not_of(" \t");
+  const std::size_t begin = text.find_first_not_of(" \t\n\v\f\r");
   if (begin == std::string_view::npos) return 0;
   text.remove_prefix(begin);
+  if (text.starts_with("+-")) return 0;  // one sign is all that a number has
   if (text.starts_with('+')) text.remove_prefix(1);
   int value = 0;
   const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), value);

@@ -207,7 +207,12 @@ void GCDAsyncSocket::readDataWithTimeoutTag(double timeout, long tag) {
 // A listening socket is never connected, so what it is asked to read or write is dropped at once.
 void GCDAsyncSocket::enqueue(GCDAsyncReadPacket packet) {
   socketQueue_->async([self = shared_from_this(), packet = std::move(packet)]() mutable {
-    if (!self->isConnected() || self->readQueue_.size() >= kMaximumPendingReads) return;
+    if (!self->isConnected()) return;
+    if (self->readQueue_.size() >= kMaximumPendingReads) {
+      platform::NSLog("The host tool sends nothing: a read is dropped behind %zu",
+                      kMaximumPendingReads);
+      return;
+    }
     self->readQueue_.push_back(std::move(packet));
     if (!self->currentRead_) self->serveReads();
   });
