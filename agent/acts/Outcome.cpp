@@ -41,6 +41,11 @@ Outcome::Outcome(const UIViewRef& view) : view_(view) {
     toggle_ = toggle;
     wasOn_ = isOn(toggle);
   }
+  if (const auto expanded =
+          view && !kindOf<platform::UIItemCell>(view) ? view->isExpanded() : std::nullopt) {
+    node_ = view;
+    wasExpanded_ = *expanded;
+  }
   const UIViewRef cell = nearest<platform::UIItemCell>(view);
   if (const auto expanded = cell ? cell->isExpanded() : std::nullopt) {
     cell_ = cell;
@@ -67,7 +72,8 @@ UIViewRef Outcome::apply(Act& act) const {
     act.state = !wasOn_;
     return became(acts::kSwitch, toggle);
   }
-  const UIViewRef row = rowNow();
+  const UIViewRef node = node_.lock();
+  const UIViewRef row = node ? node : rowNow();
   const auto expanded = row ? row->isExpanded() : std::nullopt;
   if (expanded && *expanded != wasExpanded_) {
     // What was pressed keeps its portrait, wherever the row stands now.

@@ -32,6 +32,7 @@ class Outcome {
   std::string value_;
   platform::UIViewWeakRef toggle_;
   bool wasOn_ = false;
+  platform::UIViewWeakRef node_;  // the arrow beside a row, if it tells its state itself
   platform::UIViewWeakRef cell_;
   platform::UIViewWeakRef rows_;  // where it stands among its like
   std::string rowText_;

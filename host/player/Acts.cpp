@@ -119,7 +119,10 @@ void wheel(Acting& acting) {
 
 void hover(Acting& acting) {
   const auto found = acting.element();
-  acting.act("input.pointer", {{"steps", Json::array({{{"move", ownTarget(acting, found)}}})}});
+  const Json target = ownTarget(acting, found);
+  // A menu opens an entry once the pointer moves in it, not for the pointer that comes.
+  const Json beside = along(found, target, {{"x", -2.0}, {"y", 0.0}});
+  acting.act("input.pointer", {{"steps", {{{"move", beside}}, {{"move", target}}}}});
 }
 
 // What opens a window meanwhile closes the menu, in a program that has only just started, say: it
@@ -244,13 +247,16 @@ void expand(Acting& acting) {
   const bool wanted = acting.step().json()["expanded"];
   const auto found = acting.element();
   const auto now = found.description.find("expanded");
-  if (now == found.description.end()) {
-    // An arrow beside the node that tells no state.
-    acting.act("element.click", ownTarget(acting, found));
-  } else if (*now == wanted) {
-    acting.note(wanted ? "was open already" : "was closed already");
-  } else {
+  const bool isKnown = now != found.description.end();
+  if (isKnown && *now == wanted) {
+    return acting.note(wanted ? "was open already" : "was closed already");
+  }
+  const bool isRow = isKnown && found.description.contains("row");
+  if (isRow) {
     acting.act("element.setExpanded", {{"element", found.handle()}, {"expanded", wanted}});
+  } else {
+    // The arrow beside it.
+    acting.act("element.click", ownTarget(acting, found));
   }
 }
 
