@@ -105,8 +105,7 @@ std::string explanation(std::uint16_t port, int error) {
   if (port == kRecorderPort && portUse(kPlaybackPort) == PortUse::Listening) {
     return "nothing listens on " + number +
            ": a program's recorder serves one client only, and ends with the first playback "
-           "command "
-           "or as a playback client leaves; start the program anew";
+           "command or as a playback client leaves; start the program anew";
   }
   return "nothing listens on " + number + ": is the program running with the agent?";
 }
