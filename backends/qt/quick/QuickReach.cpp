@@ -40,6 +40,12 @@ QRectF largestPartBeside(const QQuickItem& popup, const QQuickItem& item) {
                           [](const QRectF& part) { return part.width() * part.height(); });
 }
 
+// What is scrolled out of a flickable that does not clip is drawn, mostly below a tool bar or
+// outside of the window, where no finger finds it.
+bool keepsContents(const QQuickItem& item) {
+  return item.clip() || qobject_cast<const QQuickFlickable*>(&item);
+}
+
 struct Entry {
   QQuickItem* item;
   std::size_t parent;  // its index; its own for the root
@@ -60,7 +66,7 @@ QuickReach::QuickReach(const QQuickItem& root) {
   // Whatever stands in an item has been added to its reach when its own turn comes.
   for (std::size_t at = entries.size() - 1; at > 0; --at) {
     Entry& entry = entries[at];
-    if (clipsContents(*entry.item)) entry.reach &= entry.item->clipRect();
+    if (entry.item->clip()) entry.reach &= entry.item->clipRect();
     entry.reach = transformToParent(*entry.item).mapRect(entry.reach);
     entries[entry.parent].reach |= entry.reach;
   }
@@ -105,7 +111,7 @@ QRectF shownPart(const QQuickItem& item) {
     shown &= isFlat ? fromAbove.mapRect(clip) : QRectF();
   };
   for (const QQuickItem* at = &item; at; at = at->parentItem()) {
-    if (at != &item && clipsContents(*at)) clipBy(at->clipRect());
+    if (at != &item && keepsContents(*at)) clipBy(at->clipRect());
     toAbove *= transformToParent(*at);
   }
   clipBy(shownPartOfScene(*item.window()));
@@ -113,11 +119,7 @@ QRectF shownPart(const QQuickItem& item) {
 }
 
 bool isShown(const QQuickItem& item) {
-  return item.isVisible() && item.opacity() > 0;
-}
-
-bool clipsContents(const QQuickItem& item) {
-  return item.clip() || qobject_cast<const QQuickFlickable*>(&item);
+  return item.isVisible() && item.opacity() > 0 && !QQuickItemPrivate::get(&item)->culled;
 }
 
 }  // namespace tarni::qt

@@ -33,16 +33,14 @@ class QuickReach {
 // Into the parent's coordinates.
 QTransform transformToParent(const QQuickItem& item);
 
-// False for an item that nobody sees, whatever stands in it.
+// False for an item that nobody sees, whatever stands in it; so are the rows that a list keeps
+// ready.
 bool isShown(const QQuickItem& item);
 
-// What of the item is on screen, where nothing above it clips it away, in its own coordinates; the
-// smallest upright rectangle round that when the item is turned. Of what dims the page behind a
-// modal popup it is the largest part beside that popup. The whole item while it is hidden, and
-// nothing, at its origin, when all of it is clipped away.
+// What of the item is on screen, where nothing above it clips it away and no flickable has scrolled
+// it out, in its own coordinates; the smallest upright rectangle round that when the item is
+// turned. Of what dims the page behind a modal popup it is the largest part beside that popup. The
+// whole item while it is hidden, and nothing, at its origin, when all of it is clipped away.
 QRectF shownPart(const QQuickItem& item);
-
-// True for an item that keeps what stands in it inside its rectangle.
-bool clipsContents(const QQuickItem& item);
 
 }  // namespace tarni::qt

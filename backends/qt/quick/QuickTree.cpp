@@ -115,7 +115,7 @@ QPointF intoChild(const QQuickItem& child, QPointF point) {
 }
 
 bool clipsAway(const QQuickItem& item, QPointF point) {
-  return clipsContents(item) && !item.clipRect().contains(point);
+  return item.clip() && !item.clipRect().contains(point);
 }
 
 // A frame that somebody laid over everything covers nothing.
@@ -131,8 +131,14 @@ bool isBlocking(const QQuickItem& overlay) {
   });
 }
 
+// A mouse area can be switched off by itself, which the item that it is does not tell.
+bool isOn(const QQuickItem& item) {
+  const auto* const area = qobject_cast<const QQuickMouseArea*>(&item);
+  return item.isEnabled() && (!area || area->isEnabled());
+}
+
 bool takesTouches(const QQuickItem& item) {
-  if (!item.isEnabled()) return false;
+  if (!isOn(item)) return false;
   if (item.inherits("QQuickOverlay")) return isBlocking(item);
   // These say that they take touches, but a text takes those on its links only, and a flickable
   // that is not to be flicked none.
@@ -148,14 +154,14 @@ class Probe {
  public:
   // With the reach of all items below `root`, when it is known.
   Probe(QQuickItem& root, QPointF point, const QuickReach* reach) : reach_(reach) {
-    steps_.push_back({&root, point, false});
+    steps_.push_back({&root, point, Visit::Enter});
     while (!steps_.empty() && (!taker || (isRecognizer(*taker) && !drawn))) {
       const Step step = steps_.back();
       steps_.pop_back();
-      if (step.isSelf) {
-        meet(*step.item, step.point);
-      } else {
+      if (step.visit == Visit::Enter) {
         enter(*step.item, step.point);
+      } else if (step.item->contains(step.point)) {
+        meet(*step.item, step.visit);
       }
     }
   }
@@ -164,22 +170,28 @@ class Probe {
   QQuickItem* taker = nullptr;
 
  private:
+  enum class Visit : std::uint8_t { Enter, Draw, Take };
   struct Step {
     QQuickItem* item;
     QPointF point;
-    bool isSelf;
+    Visit visit;
   };
+  // Qt 5 offers a touch to what an item is painted over before the item gets it.
+  static constexpr bool kTakesLast = QT_VERSION < QT_VERSION_CHECK(6, 0, 0);
 
   void enter(QQuickItem& item, QPointF point) {
     if (!isShown(item) || clipsAway(item, point)) return;
     if (!ownItems().empty() && ownItems().contains(&item)) return;
+    if (kTakesLast) steps_.push_back({&item, point, Visit::Take});
     bool isSelfPushed = false;
     const auto pushSelf = [&] {
-      if (!std::exchange(isSelfPushed, true)) steps_.push_back({&item, point, true});
+      if (std::exchange(isSelfPushed, true)) return;
+      if (!kTakesLast) steps_.push_back({&item, point, Visit::Take});
+      steps_.push_back({&item, point, Visit::Draw});
     };
     const auto push = [&](QQuickItem* child) {
       if (child->z() >= 0) pushSelf();
-      steps_.push_back({child, intoChild(*child, point), false});
+      steps_.push_back({child, intoChild(*child, point), Visit::Enter});
     };
     if (reach_) {
       std::ranges::for_each(reach_->childrenAt(item, point), push);
@@ -189,10 +201,9 @@ class Probe {
     pushSelf();
   }
 
-  void meet(QQuickItem& item, QPointF point) {
-    if (!item.contains(point)) return;
-    if (!drawn && draws(item)) drawn = &item;
-    if (!taker && takesTouches(item)) taker = &item;
+  void meet(QQuickItem& item, Visit visit) {
+    if (visit == Visit::Draw && !drawn && draws(item)) drawn = &item;
+    if (visit == Visit::Take && !taker && takesTouches(item)) taker = &item;
   }
 
   const QuickReach* const reach_;
@@ -291,7 +302,7 @@ bool hasTapHandler(const QQuickItem& item) {
     }
   }
   const auto takesTaps = [](const QQuickItem* area) {
-    return qobject_cast<const QQuickMouseArea*>(area) && area->isEnabled() && area->isVisible();
+    return qobject_cast<const QQuickMouseArea*>(area) && isOn(*area) && area->isVisible();
   };
   const QPointF middle(item.width() / 2, item.height() / 2);
   return takesTaps(&item) || std::ranges::any_of(item.childItems(), [&](const QQuickItem* child) {
