@@ -1,9 +1,11 @@
 #include "backends/qt/views/QtExtension.h"
 
 #include <dlfcn.h>
+#include <link.h>
 
 #include <algorithm>
 #include <array>
+#include <utility>
 
 #include "platform/Foundation/NSLog.h"
 
@@ -23,6 +25,18 @@ constexpr std::array kKnown{
     KnownLibrary{"libQt" TARNI_QT_MAJOR "WebEngineWidgets.so." TARNI_QT_MAJOR,
                  "libtarni-qt" TARNI_QT_MAJOR "-webengine.so"},
 };
+
+// How many libraries the process has mapped so far.
+unsigned long long countMapped() {
+  unsigned long long count = 0;
+  dl_iterate_phdr(
+      [](dl_phdr_info* info, std::size_t, void* told) {
+        *static_cast<unsigned long long*>(told) = info->dlpi_adds;
+        return 1;
+      },
+      &count);
+  return count;
+}
 
 bool isMapped(const char* library) {
   void* const mapped = dlopen(library, RTLD_NOLOAD | RTLD_LAZY);
@@ -77,6 +91,9 @@ platform::NSURLLoader* QtExtensions::urlLoader() {
 // to look then.
 void QtExtensions::loadMapped() {
   if (folder_.empty() || tried_.size() == kKnown.size()) return;
+  // Asked for each new view, and a library that is not mapped is looked for in the file system.
+  const unsigned long long mapped = countMapped();
+  if (mapped == std::exchange(mappedAtLastLook_, mapped)) return;
   for (std::size_t i = 0; i < kKnown.size(); ++i) {
     if (std::ranges::find(tried_, i) != tried_.end() || !isMapped(kKnown[i].ofToolkit)) continue;
     tried_.push_back(i);

@@ -55,6 +55,7 @@ class QtExtensions {
 
   std::string folder_;              // empty until extensions may be loaded
   std::vector<std::size_t> tried_;  // indexes of known libraries
+  unsigned long long mappedAtLastLook_ = 0;
   std::vector<std::unique_ptr<QtExtension>> extensions_;
 };
 
