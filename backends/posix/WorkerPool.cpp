@@ -13,9 +13,12 @@ WorkerPool::WorkerPool(const char* threadName, int niceness, std::size_t maximum
     : threadName_(threadName), niceness_(niceness), maximumThreads_(maximumThreads) {}
 
 void WorkerPool::post(platform::Block block) {
-  const std::lock_guard lock(mutex_);
-  blocks_.push_back(std::move(block));
-  startThreadWhenNeeded();
+  {
+    const std::lock_guard lock(mutex_);
+    blocks_.push_back(std::move(block));
+    startThreadWhenNeeded();
+  }
+  // Who is woken finds the lock free.
   posted_.notify_one();
 }
 
