@@ -2,6 +2,7 @@
 
 #include <unordered_map>
 
+#include "backends/qt/program/ObjectEnds.h"
 #include "backends/qt/quick/QuickAppearances.h"
 #include "backends/qt/quick/QuickControls.h"
 #include "backends/qt/quick/QuickWindowView.h"
@@ -14,10 +15,20 @@ struct Registry {
   std::unordered_map<const QObject*, std::shared_ptr<QuickWindowView>> windows;
 };
 
+void forget(const QObject* gone);
+
 // Never destroyed: views are asked for until the process has gone.
 Registry& registry() {
-  static auto* const shared = new Registry;
+  static auto* const shared = [] {
+    whenObjectsEnd(forget);
+    return new Registry;
+  }();
   return *shared;
+}
+
+void forget(const QObject* gone) {
+  registry().items.erase(gone);
+  registry().windows.erase(gone);
 }
 
 }  // namespace
@@ -27,8 +38,6 @@ KnownItem& knownItem(const QQuickItem& item) {
   if (isNew) {
     // The kind asks the program's properties, which may bring other items here.
     const QuickKind kind = kindOfItem(item);
-    QObject::connect(&item, &QObject::destroyed,
-                     [](QObject* gone) { registry().items.erase(gone); });
     if (item.inherits("QQuickStackView")) watchPages(const_cast<QQuickItem&>(item));
     KnownItem& known = registry().items[&item];
     known.kind = kind;
@@ -40,9 +49,7 @@ KnownItem& knownItem(const QQuickItem& item) {
 std::shared_ptr<QuickView> viewOfItem(QQuickItem* item) {
   if (!item) return nullptr;
   const KnownItem& known = knownItem(*item);
-  // A program that disconnects everything from an item also keeps its end from us; another item may
-  // then stand at its address.
-  if (known.view && known.view->item() == item) return known.view;
+  if (known.view) return known.view;
   const QuickKind kind = kindOfItem(*item);
   std::shared_ptr<QuickView> view = makeQuickView(*item, kind);
   KnownItem& renewed = knownItem(*item);
@@ -57,10 +64,8 @@ QQuickItem* itemOfView(const platform::UIViewRef& view) {
 
 platform::UIWindowRef viewOfQuickWindow(QQuickWindow& window) {
   std::shared_ptr<QuickWindowView>& known = registry().windows[&window];
-  if (!known || known->quickWindow() != &window) {
+  if (!known) {
     known = std::make_shared<QuickWindowView>(window);
-    QObject::connect(&window, &QObject::destroyed,
-                     [](QObject* gone) { registry().windows.erase(gone); });
     watchPopups(window);
   }
   return known;

@@ -54,29 +54,19 @@ QString attachedText(const QObject& object, const char* className, const char* p
 
 }  // namespace
 
-// ---------------------------------------------------------------------------------- QuickSubviews
-
-std::span<const UIViewRef> QuickSubviews::renew(const QQuickItem* parent) {
-  // Collected beside the present list. The spare one is taken out meanwhile: collecting asks the
-  // program's properties, which may ask back.
-  static auto* const spare = new std::vector<UIViewRef>;
-  std::vector<UIViewRef> views = std::move(*spare);
-  views.clear();
-  if (parent) {
+std::span<const UIViewRef> renewSubviews(ViewList& list, const QQuickItem* parent) {
+  return list.renew([&](std::vector<UIViewRef>& views) {
+    if (!parent) return true;
     eachSubviewItem(*parent, [&](QQuickItem& item) {
       // A view mostly stands where it stood before, which is quicker to see than to look up.
-      const UIViewRef* const same = views.size() < views_.size() ? &views_[views.size()] : nullptr;
+      const auto known = list.views();
+      const UIViewRef* const same = views.size() < known.size() ? &known[views.size()] : nullptr;
       const bool isSame = same && static_cast<const QuickView&>(**same).item() == &item;
       views.push_back(isSame ? *same : viewOfItem(&item));
     });
-  }
-  if (views != views_) views_.swap(views);
-  views.clear();
-  *spare = std::move(views);
-  return views_;
+    return true;
+  });
 }
-
-// -------------------------------------------------------------------------------------- QuickView
 
 QuickView::QuickView(QQuickItem& item, QuickKind kind)
     : item_(&item), class_(classOfItem(item, kind)) {}
@@ -107,7 +97,7 @@ UIViewRef QuickView::superview() const {
 }
 
 std::span<const UIViewRef> QuickView::subviews() const {
-  return subviews_.renew(item_);
+  return renewSubviews(subviews_, item_);
 }
 
 platform::UIWindowRef QuickView::window() const {

@@ -3,21 +3,15 @@
 
 #include <QtCore/QPointer>
 #include <QtQuick/QQuickItem>
-#include <vector>
 
 #include "backends/qt/quick/QuickKind.h"
 #include "backends/qt/views/QtViewCore.h"
+#include "backends/qt/views/ViewList.h"
 
 namespace tarni::qt {
 
-// The views of the items, kept in a list that stays where it is while nothing changes.
-class QuickSubviews {
- public:
-  std::span<const platform::UIViewRef> renew(const QQuickItem* parent);
-
- private:
-  std::vector<platform::UIViewRef> views_;
-};
+// Makes the list that of what stands in the item; null for none.
+std::span<const platform::UIViewRef> renewSubviews(ViewList& list, const QQuickItem* parent);
 
 class QuickView : public QtViewCore {
  public:
@@ -70,7 +64,7 @@ class QuickView : public QtViewCore {
 
   const QPointer<QQuickItem> item_;
   const platform::Class class_;
-  mutable QuickSubviews subviews_;
+  mutable ViewList subviews_;
 };
 
 }  // namespace tarni::qt

@@ -64,7 +64,7 @@ std::unique_ptr<QtBorder> QuickWindowView::makeBorder() const {
 }
 
 std::span<const UIViewRef> QuickWindowView::subviews() const {
-  return subviews_.renew(window_ ? window_->contentItem() : nullptr);
+  return renewSubviews(subviews_, window_ ? window_->contentItem() : nullptr);
 }
 
 platform::UIWindowRef QuickWindowView::window() const {
@@ -113,7 +113,7 @@ platform::Task<platform::UIImageRef> QuickWindowView::drawViewHierarchy() {
 
 void QuickHostView::appendParts(std::vector<UIViewRef>& views) const {
   QQuickWindow* const shown = scene();
-  const auto items = items_.renew(shown ? shown->contentItem() : nullptr);
+  const auto items = renewSubviews(items_, shown ? shown->contentItem() : nullptr);
   views.insert(views.end(), items.begin(), items.end());
 }
 

@@ -53,7 +53,7 @@ class QuickWindowView final : public QtViewCore, public QtNativeWindow {
  private:
   const QPointer<QQuickWindow> window_;
   const platform::Class class_;
-  mutable QuickSubviews subviews_;
+  mutable ViewList subviews_;
 };
 
 // A QQuickWidget, or a widget that holds a window of Qt Quick: the items of the scene are its
@@ -70,7 +70,7 @@ class QuickHostView final : public QtView {
   // Null while it shows none.
   QQuickWindow* scene() const;
 
-  mutable QuickSubviews items_;
+  mutable ViewList items_;
 };
 
 // A view for a widget that shows a scene, null for all others.

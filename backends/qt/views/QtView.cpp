@@ -102,9 +102,9 @@ bool isLaidOut(const QWidget& widget) {
 
 QtView::QtView(QWidget& widget, Kind kind)
     : widget_(&widget),
+      class_(classFor(widget.metaObject(), kind)),
       kind_(kind),
-      classKind_(kind),
-      class_(classFor(widget.metaObject(), kind)) {}
+      classKind_(kind) {}
 
 QRect QtView::shape() const {
   return widget_ && isLaidOut(*widget_) ? widget_->rect() : QRect();
@@ -150,14 +150,10 @@ bool QtView::everySubwidget(Visit&& visit) const {
 }
 
 std::span<const UIViewRef> QtView::subviews() const {
-  // Collected beside the present list, which stays where it is when nothing changed. The spare one
-  // is taken out meanwhile: collecting asks the program's models, which may ask back.
-  static auto* const spare = new std::vector<UIViewRef>;
-  std::vector<UIViewRef> views = std::move(*spare);
-  views.clear();
-  if (widget_) appendParts(views);
-  const UIViewRef outside = this->outside();
-  if (!views.empty() || outside || !isUpToDate()) {
+  return subviews_.renew([this](std::vector<UIViewRef>& views) {
+    if (widget_) appendParts(views);
+    const UIViewRef outside = this->outside();
+    if (views.empty() && !outside && isUpToDate()) return false;
     everySubwidget([&views](QWidget& child) {
       if (UIViewRef view = viewOfWidget(&child)) views.push_back(std::move(view));
       return true;
@@ -166,11 +162,8 @@ std::span<const UIViewRef> QtView::subviews() const {
       appendOrigins(*widget_, views);
       views.push_back(outside);
     }
-    if (views != subviews_) subviews_.swap(views);
-    views.clear();
-  }
-  *spare = std::move(views);
-  return subviews_;
+    return true;
+  });
 }
 
 UIViewRef QtView::outside() const {
@@ -180,12 +173,13 @@ UIViewRef QtView::outside() const {
 
 // Of a list without parts, which is quicker to see than to collect it anew.
 bool QtView::isUpToDate() const {
+  const std::span<const UIViewRef> known = subviews_.views();
   std::size_t count = 0;
   const bool allStandThere = everySubwidget([&](const QWidget& child) {
-    if (count == subviews_.size()) return false;
-    return static_cast<const QtViewCore&>(*subviews_[count++]).widget() == &child;
+    if (count == known.size()) return false;
+    return static_cast<const QtViewCore&>(*known[count++]).widget() == &child;
   });
-  return allStandThere && count == subviews_.size();
+  return allStandThere && count == known.size();
 }
 
 platform::CGRect QtView::frame() const {

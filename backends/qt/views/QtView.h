@@ -13,6 +13,7 @@
 #include "backends/qt/views/QtKind.h"
 #include "backends/qt/views/QtNativeWindow.h"
 #include "backends/qt/views/QtViewBase.h"
+#include "backends/qt/views/ViewList.h"
 
 namespace tarni::qt {
 
@@ -67,10 +68,10 @@ class QtView : public QtViewBase, public QtNativeWindow {
   platform::UIViewRef outside() const;
 
   const QPointer<QWidget> widget_;
+  mutable platform::Class class_;
+  mutable ViewList subviews_;
   const Kind kind_;
   mutable Kind classKind_;
-  mutable platform::Class class_;
-  mutable std::vector<platform::UIViewRef> subviews_;
 };
 
 }  // namespace tarni::qt

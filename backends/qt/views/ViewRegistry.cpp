@@ -5,6 +5,7 @@
 #include <QtWidgets/QWidget>
 #include <unordered_map>
 
+#include "backends/qt/program/ObjectEnds.h"
 #include "backends/qt/program/OwnWidgets.h"
 #include "backends/qt/views/QtExtension.h"
 #include "backends/qt/views/QtSoleWindow.h"
@@ -24,30 +25,26 @@ Registry& registry() {
   return *shared;
 }
 
-std::shared_ptr<QtView> makeKnown(QWidget& widget) {
-  std::shared_ptr<QtView> view = registry().make(widget);
-  registry().views.insert_or_assign(&widget, view);
-  QObject::connect(&widget, &QObject::destroyed, [](QObject* gone) {
-    registry().views.erase(gone);
-    registry().soleWindows.erase(gone);
-  });
-  return view;
+void forget(const QObject* gone) {
+  registry().views.erase(gone);
+  registry().soleWindows.erase(gone);
 }
 
 }  // namespace
 
 void makeViewsWith(std::function<std::shared_ptr<QtView>(QWidget&)> make) {
   registry().make = std::move(make);
+  whenObjectsEnd(forget);
 }
 
 platform::UIViewRef viewOfWidget(QWidget* widget) {
   if (!widget || isHiddenFromWalks(widget)) return nullptr;
   if (QWidget* const area = scrollAreaOfViewport(widget)) widget = area;
   const auto known = registry().views.find(widget);
-  // A program that disconnects everything from a widget also keeps its end from us; another widget
-  // may then stand at its address.
-  if (known != registry().views.end() && known->second->widget() == widget) return known->second;
-  return makeKnown(*widget);
+  if (known != registry().views.end()) return known->second;
+  const std::shared_ptr<QtView> view = registry().make(*widget);
+  registry().views.insert_or_assign(widget, view);
+  return view;
 }
 
 platform::UIWindowRef windowOfWidget(QWidget* widget) {
@@ -56,7 +53,7 @@ platform::UIWindowRef windowOfWidget(QWidget* widget) {
   const platform::UIViewRef view = viewOfWidget(top);
   if (!view || !static_cast<const QtView&>(*view).isInSoleWindow()) return view;
   std::shared_ptr<QtSoleWindow>& window = registry().soleWindows[top];
-  if (!window || window->widget() != top) window = std::make_shared<QtSoleWindow>(*top);
+  if (!window) window = std::make_shared<QtSoleWindow>(*top);
   return window;
 }
 
