@@ -21,9 +21,8 @@ ElementsQueue& ElementsQueue::sharedInstance() {
 
 std::optional<std::string> ElementsQueue::getTarniIdOfUIView(const platform::UIViewRef& view) {
   assertMainThread();
-  const std::string* const tag = view ? view->layer().valueForKey(kRecordingTag) : nullptr;
-  if (!tag) return std::nullopt;
-  return *tag;
+  const platform::Guid tag = view ? view->layer().tag(kRecordingTag) : platform::Guid();
+  return tag ? std::optional(tag.text()) : std::nullopt;
 }
 
 bool ElementsQueue::addElementInfoInQueue(ElementInfoRef info) {

@@ -2,24 +2,22 @@
 // as the layer; a view may carry both.
 #pragma once
 
-#include <string>
-#include <string_view>
-
+#include "platform/QuartzCore/CALayer.h"
 #include "platform/UIKit/UIView.h"
 
 namespace tarni {
 
 // Given by the walk that goes along with recording.
-inline constexpr std::string_view kRecordingTag = "TarniUIVIewGuid";
+inline constexpr platform::TagKey kRecordingTag{0, "TarniUIVIewGuid"};
 // Given by the walks of playback.
-inline constexpr std::string_view kPlaybackTag = "TarniUIVIewGuid_PlayBack";
+inline constexpr platform::TagKey kPlaybackTag{1, "TarniUIVIewGuid_PlayBack"};
 
-// The recording tag, else the playback tag, else null. Main thread; valid while the layer lives.
-inline const std::string* identityTag(const platform::UIViewRef& view) {
-  if (!view) return nullptr;
+// The recording tag, else the playback tag, else none. Main thread.
+inline platform::Guid identityTag(const platform::UIViewRef& view) {
+  if (!view) return {};
   const platform::CALayer& layer = view->layer();
-  const std::string* const tag = layer.valueForKey(kRecordingTag);
-  return tag ? tag : layer.valueForKey(kPlaybackTag);
+  const platform::Guid tag = layer.tag(kRecordingTag);
+  return tag ? tag : layer.tag(kPlaybackTag);
 }
 
 }  // namespace tarni

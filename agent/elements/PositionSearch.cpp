@@ -12,15 +12,15 @@ PositionSearch::PositionSearch(Positions positions, const std::string& xpath)
       xpath_(xpath),
       sought_(XpathManager::sharedInstance().getIdentificationGUIDFromXpath(xpath)) {}
 
-void PositionSearch::noteNewIdentity(const std::string& guid) {
+void PositionSearch::noteNewIdentity(platform::Guid guid) {
   if (XpathManager::sharedInstance().isFiledUnder(guid, xpath_)) sought_ = guid;
 }
 
 bool PositionSearch::matches(const platform::UIViewRef& view) const {
-  const std::string* const guid = view->layer().valueForKey(kPlaybackTag);
+  const platform::Guid guid = view->layer().tag(kPlaybackTag);
   if (!guid) return false;
-  if (positions_ == Positions::OfKeyWindow) return sought_ == *guid;
-  return XpathManager::sharedInstance().hasPosition(*guid, xpath_);
+  if (positions_ == Positions::OfKeyWindow) return sought_ == guid;
+  return XpathManager::sharedInstance().hasPosition(guid, xpath_);
 }
 
 }  // namespace tarni

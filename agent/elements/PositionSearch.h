@@ -14,13 +14,13 @@ class PositionSearch {
   PositionSearch(UIViewsManager::Positions positions, const std::string& xpath);
 
   // A view got its identity in the middle of the search, and may have taken the position.
-  void noteNewIdentity(const std::string& guid);
+  void noteNewIdentity(platform::Guid guid);
   bool matches(const platform::UIViewRef& view) const;
 
  private:
   const UIViewsManager::Positions positions_;
   const std::string& xpath_;
-  std::optional<std::string> sought_;  // the identity of the view that has the position
+  std::optional<platform::Guid> sought_;  // the identity of the view that has the position
 };
 
 }  // namespace tarni

@@ -28,27 +28,27 @@ WalkBuffers& spareBuffers() {
 // Gives the views of one walk their identities.
 class Tagging {
  public:
-  explicit Tagging(std::string_view key, bool takesPositions = true)
+  explicit Tagging(const platform::TagKey& key, bool takesPositions = true)
       : key_(key), takesPositions_(takesPositions) {}
 
-  // The view's new identity; null when it has one already, or is a window, which has none.
-  const std::string* tag(const WalkStep& step) {
+  // The view's new identity; none when it has one already, or is a window, which has none.
+  platform::Guid tag(const WalkStep& step) {
     const std::size_t depth = step.path.size();
     if (depth <= otherWindow_) otherWindow_ = 0;
     platform::CALayer& layer = step.view->layer();
-    if (layer.valueForKey(key_)) return nullptr;
+    if (layer.tag(key_)) return {};
     if (step.view->isKindOfClass(platform::uikit::UIWindow)) {
       if (otherWindow_ == 0) otherWindow_ = depth;
-      return nullptr;
+      return {};
     }
-    const std::string guid = Utilities::getGUIDString();
-    layer.setValueForKey(guid, key_);
+    const platform::Guid guid = platform::Guid::next();
+    layer.setTag(guid, key_);
     file(step, guid);
-    return layer.valueForKey(key_);
+    return guid;
   }
 
  private:
-  void file(const WalkStep& step, const std::string& guid) const {
+  void file(const WalkStep& step, platform::Guid guid) const {
     const UIViewRef above = step.view->superview();
     XpathManager& positions = XpathManager::sharedInstance();
     // What is listed where it does not stand, as the menu bar that a menu was opened from, has its
@@ -60,7 +60,7 @@ class Tagging {
                                           takesPositions_ && otherWindow_ == 0);
   }
 
-  const std::string_view key_;
+  const platform::TagKey key_;
   const bool takesPositions_;
   // How deep a window is listed that the walk is in, as the menu that a submenu was opened from;
   // 0 outside of such. What stands there leaves its positions to the views of the root's window.
@@ -74,6 +74,22 @@ void takeOffLeftoverHighlight(const UIViewRef& view) {
 // Empty for all.
 bool isOfClass(const UIViewRef& view, const std::string& lowercaseName) {
   return lowercaseName.empty() || lowercaseName == view->getClass()->lowercaseName();
+}
+
+template <typename Take>
+void walkForRecorder(const UIViewRef& root, std::vector<WalkLevel>& levels, Take&& take) {
+  Tagging tagging(kRecordingTag);
+  walkSubviews(root, levels, [&](const WalkStep& step) {
+    const UIViewRef& view = step.view;
+    if (view->isHidden()) return false;
+    if (view->isKindOfClass(platform::uikit::UITextField) && view->isFirstResponder()) {
+      GlobalVars::sharedInstance().set_editAbleElement(view);
+    }
+    tagging.tag(step);
+    takeOffLeftoverHighlight(view);
+    take(view);
+    return true;
+  });
 }
 
 template <typename Take>
@@ -97,7 +113,7 @@ class Accessor {
     if (type == "partialtext") lowercaseValue_ = Utilities::lowercaseString(value);
   }
 
-  void noteNewIdentity(const std::string& guid) {
+  void noteNewIdentity(platform::Guid guid) {
     if (position_) position_->noteNewIdentity(guid);
   }
 
@@ -130,19 +146,13 @@ UIViewsManager::~UIViewsManager() {
 
 const std::vector<UIViewRef>& UIViewsManager::GetAllViews(const UIViewRef& root, bool topLevel) & {
   if (topLevel) buffers_.views.clear();
-  Tagging tagging(kRecordingTag);
-  walkSubviews(root, buffers_.levels, [&](const WalkStep& step) {
-    const UIViewRef& view = step.view;
-    if (view->isHidden()) return false;
-    if (view->isKindOfClass(platform::uikit::UITextField) && view->isFirstResponder()) {
-      GlobalVars::sharedInstance().set_editAbleElement(view);
-    }
-    tagging.tag(step);
-    takeOffLeftoverHighlight(view);
-    buffers_.views.push_back(view);
-    return true;
-  });
+  walkForRecorder(root, buffers_.levels,
+                  [this](const UIViewRef& view) { buffers_.views.push_back(view); });
   return buffers_.views;
+}
+
+void UIViewsManager::goThroughAllViews(const UIViewRef& root) {
+  walkForRecorder(root, buffers_.levels, [](const UIViewRef&) {});
 }
 
 void UIViewsManager::identifyViews(const UIViewRef& root) {
@@ -191,8 +201,8 @@ void UIViewsManager::findElements(const UIViewRef& parent, const std::string& ta
   Tagging tagging(kPlaybackTag, positions_ == Positions::OfKeyWindow);
   WalkVisibility visibility;
   walkSubviews(parent, buffers_.levels, [&](const WalkStep& step) {
-    if (const std::string* const guid = tagging.tag(step)) {
-      accessor.noteNewIdentity(*guid);
+    if (const platform::Guid guid = tagging.tag(step)) {
+      accessor.noteNewIdentity(guid);
     }
     if (isOfClass(step.view, className) && visibility.isVisibleInWindowFrame(step) &&
         accessor.matches(step.view)) {

@@ -34,6 +34,9 @@ class UIViewsManager {
   const std::vector<platform::UIViewRef>& GetAllViews(const platform::UIViewRef& root,
                                                       bool topLevel) &;
 
+  // The same without the list, which for the walk of a hook would only take memory.
+  void goThroughAllViews(const platform::UIViewRef& root);
+
   // Gives new visible views below `root` their recording tag and XPath position, and no more: for a
   // window that is touched beside the key window.
   void identifyViews(const platform::UIViewRef& root);

@@ -12,8 +12,7 @@ using platform::UIViewRef;
 namespace {
 
 std::optional<XpathTrie::Node> positionOf(const XpathTrie& positions, const UIViewRef& view) {
-  const std::string* const tag = identityTag(view);
-  return tag ? positions.nodeOfGuid(*tag) : std::nullopt;
+  return positions.nodeOfGuid(identityTag(view));
 }
 
 // Of the view among its siblings of the same class name.
@@ -38,13 +37,12 @@ XpathManager& XpathManager::sharedInstance() {
 }
 
 void XpathManager::createXpathPositionOfUIView(const UIViewRef& parent, const UIViewRef& view,
-                                               const std::string& guid) {
+                                               platform::Guid guid) {
   createXpathPositionOfUIView(parent, view, guid, indexOf(view));
 }
 
 void XpathManager::createXpathPositionOfUIView(const UIViewRef& parent, const UIViewRef& view,
-                                               const std::string& guid, long index,
-                                               bool takesOver) {
+                                               platform::Guid guid, long index, bool takesOver) {
   const XpathTrie::Node prefix = positionOf(positions_, parent).value_or(XpathTrie::kRoot);
   positions_.file(prefix, view->getClass(), index, guid, takesOver);
 }
@@ -54,21 +52,18 @@ std::optional<std::string> XpathManager::getPositionXpathOfUIView(const UIViewRe
   return position ? std::optional(positions_.text(*position)) : std::nullopt;
 }
 
-std::optional<std::string> XpathManager::getIdentificationGUIDFromXpath(
+std::optional<platform::Guid> XpathManager::getIdentificationGUIDFromXpath(
     std::string_view xpath) const {
   return positions_.objectForKey(xpath);
 }
 
-bool XpathManager::isFiledUnder(std::string_view guid, std::string_view xpath) const {
-  const std::optional<XpathTrie::Node> position = positions_.nodeOfGuid(guid);
-  return position && positions_.textLength(*position) == xpath.size() &&
-         positions_.objectForKey(xpath) == guid;
+bool XpathManager::isFiledUnder(platform::Guid guid, std::string_view xpath) const {
+  return hasPosition(guid, xpath) && positions_.guidOf(*positions_.nodeOfGuid(guid)) == guid;
 }
 
-bool XpathManager::hasPosition(std::string_view guid, std::string_view xpath) const {
+bool XpathManager::hasPosition(platform::Guid guid, std::string_view xpath) const {
   const std::optional<XpathTrie::Node> position = positions_.nodeOfGuid(guid);
-  return position && positions_.textLength(*position) == xpath.size() &&
-         positions_.text(*position) == xpath;
+  return position && positions_.isText(*position, xpath);
 }
 
 }  // namespace tarni

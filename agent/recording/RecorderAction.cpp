@@ -286,12 +286,11 @@ std::string RecorderAction::getLogicalNameOfElement(const UIViewRef& view) const
 }
 
 long RecorderAction::getClassNameIndexOfUIView(const UIViewRef& view) const {
-  const std::string* const tag = view->layer().valueForKey(kRecordingTag);
+  const platform::Guid tag = view->layer().tag(kRecordingTag);
   const auto sameClass =
       UIViewsManager().viewsForPlayerOfType(windowOf(view), Utilities::getUIViewClassName(view));
   const auto found = std::ranges::find_if(sameClass, [tag](const UIViewRef& other) {
-    const std::string* const otherTag = other->layer().valueForKey(kRecordingTag);
-    return tag && otherTag && *otherTag == *tag;
+    return tag && other->layer().tag(kRecordingTag) == tag;
   });
   return found == sameClass.end() ? 0 : found - sameClass.begin();
 }

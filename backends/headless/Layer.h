@@ -15,6 +15,8 @@ class Layer : public platform::CALayer {
  public:
   explicit Layer(View& view) : view_(view) {}
 
+  platform::Guid tag(const platform::TagKey& key) const override { return tags_[key]; }
+  void setTag(platform::Guid guid, const platform::TagKey& key) override { tags_[key] = guid; }
   const std::string* valueForKey(std::string_view key) const override { return values_.find(key); }
   void setValueForKey(std::string value, std::string_view key) override {
     values_.set(std::move(value), key);
@@ -46,6 +48,7 @@ class Layer : public platform::CALayer {
  private:
   View& view_;
   double borderWidth_ = 0;
+  platform::LayerTags tags_;
   posix::LayerValues values_;
   double cornerRadius_ = 0;
   std::optional<platform::CGColor> borderColor_;

@@ -1,10 +1,8 @@
-// LayerValues: the texts that a layer keeps under keys. A walk asks the layer of every view for the
-// agent's tags, so the first texts, mostly all there are, lie in the layer itself and their keys,
-// the same on all layers, are kept once. Main thread.
+// LayerValues: the texts that a layer keeps under keys. Hardly any layer has one, so none takes
+// more than a pointer. Main thread.
 #pragma once
 
-#include <array>
-#include <list>
+#include <forward_list>
 #include <string>
 #include <string_view>
 
@@ -18,12 +16,11 @@ class LayerValues {
 
  private:
   struct Value {
-    const std::string* key = nullptr;
+    std::string key;
     std::string text;
   };
 
-  std::array<Value, 2> first_;
-  std::list<Value> more_;
+  std::forward_list<Value> values_;
 };
 
 }  // namespace tarni::posix

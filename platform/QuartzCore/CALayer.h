@@ -1,12 +1,16 @@
 // Layers and animations: identity tags, the highlight border, speeds. Main thread.
 #pragma once
 
+#include <array>
+#include <cstddef>
 #include <memory>
 #include <optional>
 #include <span>
 #include <string>
 #include <string_view>
 #include <vector>
+
+#include "platform/Foundation/Guid.h"
 
 namespace tarni::platform {
 
@@ -24,9 +28,30 @@ struct CAAnimation {
   double repeatDuration = 0;
 };
 
+// A key under which the agent tags the layers of views, and its place among these keys.
+struct TagKey {
+  std::size_t place;
+  std::string_view name;
+};
+
+// The tags of one layer, where the platform has no room for them itself.
+class LayerTags {
+ public:
+  Guid operator[](const TagKey& key) const { return tags_[key.place]; }
+  Guid& operator[](const TagKey& key) { return tags_[key.place]; }
+
+ private:
+  std::array<Guid, 2> tags_;
+};
+
 class CALayer {
  public:
   virtual ~CALayer() = default;
+
+  // The agent's tags, which live and die with the layer: key-value coding with their texts where
+  // the platform has that. None when the layer was never tagged under the key.
+  virtual Guid tag(const TagKey& key) const = 0;
+  virtual void setTag(Guid guid, const TagKey& key) = 0;
 
   // Key-value coding with text values; they live and die with the layer. Null when the key was
   // never set. The text is valid until the key is set again.

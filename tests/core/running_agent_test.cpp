@@ -12,6 +12,7 @@
 #include "agent/core/startup/RecordControl.h"
 #include "agent/core/startup/TcpChannel.h"
 #include "agent/core/state/GlobalVars.h"
+#include "agent/elements/IdentityTag.h"
 #include "backends/headless/views/Button.h"
 #include "backends/headless/views/TextField.h"
 #include "tests/support/Screen.h"
@@ -73,7 +74,7 @@ TEST_F(RunningAgent, HookWalksNoMoreOncePlaybackHasStarted) {
   const auto later = plainView({{0, 0}, {10, 10}});
   // The injection that every tick queues shows the ticks: it gives views their playback tags.
   const auto isSeen = [&](const headless::ViewRef& view) {
-    return view->layer().valueForKey("TarniUIVIewGuid_PlayBack") != nullptr;
+    return view->layer().tag(kPlaybackTag).number() != 0;
   };
   waitUntil([&] { return isSeen(later); });
   const auto last = plainView({{0, 0}, {10, 10}});

@@ -76,9 +76,10 @@ class CommandScreen : public Screen {
     return views;
   }
 
-  static std::optional<std::string> tagOf(const platform::UIViewRef& view, std::string_view key) {
-    const std::string* const tag = view->layer().valueForKey(key);
-    return tag ? std::optional(*tag) : std::nullopt;
+  static std::optional<platform::Guid> tagOf(const platform::UIViewRef& view,
+                                             const platform::TagKey& key) {
+    const platform::Guid tag = view->layer().tag(key);
+    return tag ? std::optional(tag) : std::nullopt;
   }
   static std::optional<std::string> xpathOf(const platform::UIViewRef& view) {
     return XpathManager::sharedInstance().getPositionXpathOfUIView(view);

@@ -30,7 +30,7 @@ TEST_F(Xpath, GoesByTheClassNameWhateverTheSuperclass) {
   EXPECT_EQ(xpathOf(worded), "\\TwinLabel[0]");
   EXPECT_EQ(xpathOf(inside), "\\TwinLabel[1]\\UIView[0]");
   for (const ViewRef& view : std::vector<ViewRef>{worded, picture, inside}) {
-    const std::string guid = *tagOf(view, kPlaybackTag);
+    const platform::Guid guid = *tagOf(view, kPlaybackTag);
     EXPECT_EQ(xpaths.getIdentificationGUIDFromXpath(*xpathOf(view)), guid);
     xpaths.createXpathPositionOfUIView(view->superview(), view, guid);
     EXPECT_EQ(xpaths.getIdentificationGUIDFromXpath(*xpathOf(view)), guid);
@@ -82,7 +82,7 @@ TEST_F(Xpath, WalkAgreesWithCountingOneByOne) {
   manager.GetAllViewsForPlayer(window, true);
   for (std::size_t index = 1; index < views.size(); ++index) {
     const auto walked = xpathOf(views[index]);
-    const std::string guid = *tagOf(views[index], kPlaybackTag);
+    const platform::Guid guid = *tagOf(views[index], kPlaybackTag);
     xpaths.createXpathPositionOfUIView(views[index]->superview(), views[index], guid);
     ASSERT_EQ(xpathOf(views[index]), walked);
     ASSERT_EQ(xpaths.getIdentificationGUIDFromXpath(*walked), guid);

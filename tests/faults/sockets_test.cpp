@@ -5,6 +5,7 @@
 
 #include "agent/TcpCommunication/BaseManager/ServerManager.h"
 #include "agent/core/startup/Load.h"
+#include "agent/elements/IdentityTag.h"
 #include "backends/headless/views/Button.h"
 #include "backends/headless/views/Label.h"
 #include "tests/faults/NarrowSockets.h"
@@ -45,7 +46,7 @@ TEST_P(ShortReadsAndWrites, ChangeNothingOnTheWire) {
   ASSERT_TRUE(environment.runLoop().runUntil(
       [&] {
         environment.runLoop().after(0.01, [] {});
-        return button->layer().valueForKey("TarniUIVIewGuid") != nullptr;
+        return button->layer().tag(kRecordingTag).number() != 0;
       },
       kPatience.count()));
   environment.finger().tap(*button);

@@ -8,6 +8,7 @@
 #include "agent/WebView/WebView.h"
 #include "agent/core/startup/UIApplication_KIFAdditions_EventHook.h"
 #include "agent/core/state/GlobalVars.h"
+#include "agent/elements/IdentityTag.h"
 #include "agent/elements/UIViewsManager.h"
 #include "agent/interaction/UIView_KIFAdditions_Gestures.h"
 #include "agent/recording/RecorderAction.h"
@@ -252,7 +253,7 @@ std::vector<Asked> allThatIsAsked() {
                  "drawViewHierarchyInRect:afterScreenUpdates: tag center transform valueForKey: "
                  "isFirstResponder becomeFirstResponder accessibilityIdentifier "
                  "accessibilityLanguage accessibilityValue accessibilityLabel accessibilityHint"},
-      {"CALayer", "setValue:forUndefinedKey: valueForUndefinedKey: borderWidth setBorderWidth: "
+      {"CALayer", "setValue:forUndefinedKey: borderWidth setBorderWidth: "
                   "borderColor setBorderColor: speed setSpeed: isHidden superlayer sublayers "
                   "animationKeys animationForKey:"},
       {"CAAnimation", "duration"},
@@ -434,7 +435,7 @@ TEST_F(Faults, AViewThatHasGoneAnswersAsAnEmptyHiddenOne) {
   EXPECT_TRUE(gone->subviews().empty());
   EXPECT_EQ(gone->bounds(), platform::CGRect{});
   EXPECT_TRUE(gone->transform().isIdentity());
-  EXPECT_EQ(gone->layer().valueForKey("TarniUIVIewGuid"), nullptr);
+  EXPECT_FALSE(gone->layer().tag(kRecordingTag));
   EXPECT_FALSE(gone->hitTest({0, 0}));
   EXPECT_EQ(gone->getClass()->name(), "UITextField");
   EXPECT_EQ(failureOf(gone->becomeFirstResponder()), "");

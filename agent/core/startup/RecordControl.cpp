@@ -26,7 +26,7 @@ bool walkKeyWindow() {
   if (!window) return false;
   GlobalVars::sharedInstance().set_uiWindow(window);
   UIViewsManager manager;
-  manager.GetAllViews(window, true);
+  manager.goThroughAllViews(window);
   TypedText::sharedInstance().follow();
   return true;
 }

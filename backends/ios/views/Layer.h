@@ -22,6 +22,8 @@ class Layer : public platform::CALayer, public Attachment {
   explicit Layer(::CALayer* layer) : layer_(layer) {}
   void objectIsGoing() noexcept override { layer_ = nil; }
 
+  platform::Guid tag(const platform::TagKey& key) const override { return tags_[key]; }
+  void setTag(platform::Guid guid, const platform::TagKey& key) override;
   const std::string* valueForKey(std::string_view key) const override;
   void setValueForKey(std::string value, std::string_view key) override;
   double borderWidth() const override;
@@ -47,8 +49,8 @@ class Layer : public platform::CALayer, public Attachment {
   ::CALayer* layer_;
   mutable OwnColor ownBorderColor_;
   std::optional<platform::CGColor> drawnBorderColor_;  // the agent's
-  // What was read or written, so that a walk does not ask the layer for a tag that it has. Nobody
-  // else writes these keys.
+  // What was given, so that no walk asks the layer for it. Nobody else writes these keys.
+  platform::LayerTags tags_;
   mutable std::map<std::string, std::string, std::less<>> values_;
   mutable std::map<std::string, platform::CAAnimation, std::less<>> animations_;
 };

@@ -54,6 +54,12 @@ const std::string* Layer::valueForKey(std::string_view key) const {
 }
 
 // A layer of the application's that takes no foreign keys still has its tag here.
+void Layer::setTag(platform::Guid guid, const platform::TagKey& key) {
+  if (!layer_) return;
+  setValueForKey(guid.text(), key.name);
+  tags_[key] = guid;
+}
+
 void Layer::setValueForKey(std::string value, std::string_view key) {
   if (!layer_) return;
   answered(layer_,

@@ -7,12 +7,12 @@
 namespace tarni::qt {
 
 void QtLayer::setBorderWidth(double width) {
-  borderWidth_ = width;
+  more().borderWidth = width;
   showBorder();
 }
 
 void QtLayer::setBorderColor(std::optional<platform::CGColor> color) {
-  borderColor_ = color;
+  more().borderColor = color;
   showBorder();
 }
 
@@ -31,14 +31,20 @@ std::vector<platform::CALayer*> QtLayer::sublayers() const {
   return layers;
 }
 
+QtLayer::More& QtLayer::more() {
+  if (!more_) more_ = std::make_unique<More>();
+  return *more_;
+}
+
 void QtLayer::showBorder() {
-  if (borderWidth_ <= 0) {
-    border_.reset();
+  const double width = more().borderWidth;
+  std::unique_ptr<QtBorder>& border = more().border;
+  if (width <= 0) {
+    border.reset();
     return;
   }
-  if (!border_) border_ = view_.makeBorder();
-  if (border_)
-    border_->setBorder(borderWidth_, borderColor_.value_or(platform::CGColor{0, 0, 0, 1}));
+  if (!border) border = view_.makeBorder();
+  if (border) border->setBorder(width, borderColor().value_or(platform::CGColor{0, 0, 0, 1}));
 }
 
 }  // namespace tarni::qt
