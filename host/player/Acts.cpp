@@ -187,10 +187,15 @@ bool comesToBe(Acting& acting, const FoundElement& found, Json condition) {
 }
 
 // A field with a mask or a completion of its own may hold something else than what was typed; one
-// that holds what it held has taken nothing. A page handles keys after they are answered for.
+// that holds what it held has taken nothing. A page handles keys after they are answered for, and
+// shows dots in place of a secret.
 void requireTaken(Acting& acting, const FoundElement& found) {
   const auto wanted = memberAsText(acting.step().json(), "value");
-  if (wanted && found.isInPage() && comesToBe(acting, found, {{"textIs", *wanted}})) return;
+  if (found.isInPage() && found.description.value("editable", false)) {
+    const auto shown = acting.step().secret().empty() ? acting.textToType() : std::string("•");
+    const Json taken = wanted ? Json{{"textIs", *wanted}} : Json{{"textContains", shown}};
+    if (comesToBe(acting, found, taken)) return;
+  }
   const auto now = acting.describedNow(found.handle());
   const auto text = now ? memberAsText(*now, "text") : std::nullopt;
   if (!text || !found.description.contains("text")) return;
