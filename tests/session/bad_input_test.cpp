@@ -129,7 +129,9 @@ TEST_F(SessionBadInput, WhileALongLineIsReadOthersAreAnswered) {
   const Playback playback;
   const SessionWire other = client();
   const SessionWire busy = client();
-  busy.send("app.info", {{"x", std::string(15'000'000, 'x')}}, 1);
+  std::string text;
+  text.resize(15'000'000, 'x');
+  busy.send("app.info", {{"x", text}}, 1);
   EXPECT_EQ(playback.command("nothing"), json::array());
   EXPECT_TRUE(other.ask("app.info", json::object()).contains("pid"));
   EXPECT_FALSE(busy.hasAnswer());
