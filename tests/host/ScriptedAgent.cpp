@@ -10,13 +10,14 @@
 
 namespace tarni::test {
 
-void ScriptedAgent::Peer::send(const std::string& bytes) const {
+bool ScriptedAgent::Peer::send(const std::string& bytes) const {
   std::size_t sent = 0;
   while (sent < bytes.size()) {
     const auto count = ::send(descriptor_, bytes.data() + sent, bytes.size() - sent, MSG_NOSIGNAL);
-    if (count <= 0) return;
+    if (count <= 0) return false;
     sent += static_cast<std::size_t>(count);
   }
+  return true;
 }
 
 std::string ScriptedAgent::Peer::readLine() {

@@ -15,7 +15,8 @@ class ScriptedAgent {
   class Peer {
    public:
     explicit Peer(int descriptor) : descriptor_(descriptor) {}
-    void send(const std::string& bytes) const;
+    // False when the client has gone.
+    bool send(const std::string& bytes) const;
     void sendFramed(const std::string& payload) const { send(framed(payload)); }
     // The next line without its end; empty when the client has left.
     std::string readLine();
