@@ -38,7 +38,7 @@ sockaddr_un address(const fs::path& path) {
 
 }  // namespace
 
-Compositor::Compositor(int width, int height) {
+Compositor::Compositor(int width, int height, int scale) {
   char path[] = "/tmp/tarni-wayland-XXXXXX";
   if (!mkdtemp(path)) throw std::runtime_error("no folder for the compositor");
   folder_ = path;
@@ -46,7 +46,8 @@ Compositor::Compositor(int width, int height) {
   server_ = std::make_unique<Program>(
       std::vector<std::string>{"weston", "--backend=headless-backend.so", "--use-pixman",
                                "--width=" + std::to_string(width),
-                               "--height=" + std::to_string(height), "--socket=wayland",
+                               "--height=" + std::to_string(height),
+                               "--scale=" + std::to_string(scale), "--socket=wayland",
                                "--config=" + (folder_ / "weston.ini").string(),
                                "--modules=" + built("lib/libtest-weston-hand.so")},
       Program::Environment{{"XDG_RUNTIME_DIR", folder_}, {"HAND_SOCKET", folder_ / "hand"}});

@@ -13,8 +13,8 @@ namespace tarni::test {
 
 class Compositor : public Desktop {
  public:
-  // Throws when it does not come up.
-  explicit Compositor(int width = 1280, int height = 1024);
+  // Throws when it does not come up. Its screen has `scale` times as many pixels each way.
+  explicit Compositor(int width = 1280, int height = 1024, int scale = 1);
   ~Compositor() override;
 
   Program::Environment environment() const override;

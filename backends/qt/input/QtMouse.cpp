@@ -7,6 +7,7 @@
 #include <QtWidgets/QWidget>
 
 #include "backends/qt/input/NativeWindows.h"
+#include "backends/qt/input/QtCarriedDrag.h"
 
 namespace tarni::qt {
 namespace {
@@ -25,6 +26,7 @@ void QtMouse::moveTo(QWindow& window, QPointF position, Qt::KeyboardModifiers mo
   if (!buttons_) QGuiApplicationPrivate::mousePressButton = Qt::NoButton;
   window_ = inner;
   onScreen_ = originOnScreen(window) + position;
+  if (buttons_) carryDragsAt(window, position);
   QPointer<QWindow> getsIt = target();
   if (getsIt) followPointer(*getsIt);
   if (getsIt) send(*getsIt, Qt::NoButton, QEvent::MouseMove, modifiers);
@@ -36,6 +38,8 @@ void QtMouse::setButton(Qt::MouseButton button, bool isDown, Qt::KeyboardModifie
   if (isDown && !buttons_) pressed_ = getsIt;
   buttons_.setFlag(button, isDown);
   if (!buttons_) pressed_ = nullptr;
+  if (isDown && window_) carryDragsAt(*window_, inWindow(*window_));
+  if (!buttons_) leaveDrags();
   if (!getsIt) return;
   send(*getsIt, button, isDown ? QEvent::MouseButtonPress : QEvent::MouseButtonRelease, modifiers);
 }

@@ -11,6 +11,7 @@
 #include <algorithm>
 
 #include "backends/qt/input/NativeWindows.h"
+#include "backends/qt/input/QtCarriedDrag.h"
 
 #if QT_VERSION_MAJOR >= 6
 #include <QtGui/QPointingDevice>
@@ -131,6 +132,8 @@ void QtTouchScreen::touch(QWindow& window, const std::vector<Point>& points) {
   });
   QObject* const scene = isLast ? sceneAt(window, points.front().position) : nullptr;
   if (scene) endHoverSoon(*scene);
+  carryDragsAt(window, points.front().position);
+  if (isLast) leaveDrags();
   QWindowSystemInterface::handleTouchEvent<QWindowSystemInterface::SynchronousDelivery>(
       &window, nextTimestamp(isPress), &device(), native);
 }
@@ -145,6 +148,8 @@ void QtTouchScreen::mouse(QWindow& window, const Point& point) {
       &window, nextTimestamp(isPress), point.position, globalPosition(window, point.position),
       point.state == State::Released ? Qt::NoButton : Qt::LeftButton, Qt::NoModifier,
       isMove ? Qt::NoButton : Qt::LeftButton, type);
+  carryDragsAt(window, point.position);
+  if (point.state == State::Released) leaveDrags();
   process(event);
 }
 
