@@ -142,6 +142,15 @@ NSData* UIImageJPEGRepresentation(UIImage* image, CGFloat quality);
 - (BOOL)isFirstResponder;
 @end
 
+@interface UIResponder (StandardEditActions)
+- (void)selectAll:(id)sender;
+@end
+
+@protocol UIKeyInput
+- (void)insertText:(NSString*)text;
+- (void)deleteBackward;
+@end
+
 @interface UIView : UIResponder
 @property(nonatomic, readonly) CALayer* layer;
 @property(nonatomic) CGRect frame;
@@ -205,7 +214,15 @@ extern UIAccessibilityTraits UIAccessibilityTraitNotEnabled;
 @property(nonatomic, readonly) NSString* currentTitle;
 @end
 
+@class UITextField;
+
+@protocol UITextFieldDelegate <NSObject>
+@optional
+- (BOOL)textFieldShouldReturn:(UITextField*)field;
+@end
+
 @interface UITextField : UIControl
+@property(nonatomic, assign) id<UITextFieldDelegate> delegate;
 @property(nonatomic, copy) NSString* text;
 @property(nonatomic, copy) NSString* placeholder;
 @property(nonatomic, getter=isSecureTextEntry) BOOL secureTextEntry;

@@ -151,6 +151,36 @@ TEST_P(ConformanceSession, WhatIsPaintedIsToldAndAPictureIsNoPainting) {
   EXPECT_LE(one.told().size(), before + (isPainted ? 4 : 0)) << one.told().back();
 }
 
+// By a mouse and a keyboard, or by what a platform of fingers has in their place.
+TEST_P(ConformanceSession, PointerAndKeysTapTypeAndDrag) {
+  const SessionWire one = client();
+  const auto press = [&](const json& target) {
+    one.ask("input.pointer",
+            {{"steps", {{{"move", target}}, {{"down", "left"}}, {{"up", "left"}}}}});
+  };
+  const json field = {{"element", handle(one, {{"placeholder", "User name"}})}};
+  press(field);
+  one.ask("input.text", {{"text", "Ada Ω"}});
+  one.ask("input.keys",
+          {{"steps", {"Backspace", "b", {{"down", "Shift"}}, "c", {{"up", "Shift"}}}}});
+  EXPECT_EQ(one.ask("element.describe", field)["description"]["text"], "Ada bC");
+  one.ask("input.keys", {{"steps", {"Control+a", "Backspace"}}});
+  one.ask("input.text", {{"text", "Grace"}});
+  // A press that leaves the button before it ends is none.
+  const json button = {{"element", handle(one, {{"kind", "UIButton"}, {"text", "Log in"}})}};
+  one.ask("input.drag", {{"from", button}, {"to", field}});
+  EXPECT_THAT(one.ask("element.find", shows("Hello, Grace")["find"])["elements"],
+              testing::IsEmpty());
+  press(button);
+  one.ask("wait.for", {{"conditions", json::array({shows("Hello, Grace")})}});
+  for (const auto& [method, parameters] :
+       {std::pair<const char*, json>{"input.keys", {{"steps", {"NoKey"}}}},
+        {"input.pointer", {{"steps", {{{"down", "no button"}}}}}}}) {
+    one.send(method, parameters, 3);
+    EXPECT_TRUE(one.answer().contains("error")) << method;
+  }
+}
+
 // The other client is answered meanwhile, and what it does ends the wait.
 TEST_P(ConformanceSession, AWaitIsWokenByAnotherClient) {
   const SessionWire waiting = client();

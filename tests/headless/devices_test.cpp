@@ -70,6 +70,11 @@ TEST_F(DevicesTest, TheKeyboardTypesIntoWhatHasTheFocus) {
   click({10, 60});
   for (const char* const key : {"x", "Enter", "y"}) press(key);
   EXPECT_EQ(editor->textViewText(), "x\ny");
+  complete(devices.setKey("Control", true));
+  press("a");
+  complete(devices.setKey("Control", false));
+  complete(devices.commitText("new"));
+  EXPECT_EQ(editor->textViewText(), "new");
   for (const char* const key : {"", "NoSuchKey", "F0", "\n"}) {
     EXPECT_THROW(press(key), platform::NSException) << key;
   }

@@ -3,7 +3,6 @@
 #include <utility>
 
 #include "agent/session/input/Keys.h"
-#include "agent/session/protocol/SessionError.h"
 #include "platform/Foundation/Guarded.h"
 #include "platform/Platform.h"
 
@@ -37,24 +36,22 @@ Task<void> HeldInput::releaseAll() {
   try {
     co_await fingers_.cancel();
     for (const platform::PointerButton button : buttons) {
-      co_await inputDevices().setButton(button, false);
+      co_await devices().setButton(button, false);
     }
-    for (const std::string& key : keys) co_await inputDevices().setKey(key, false);
+    for (const std::string& key : keys) co_await devices().setKey(key, false);
   } catch (...) {
     platform::logFailure("What a client held down stays so");
   }
 }
 
-platform::InputDevices& inputDevices() {
-  platform::InputDevices* const devices = platform::current().inputDevices;
-  if (devices) return *devices;
-  throw SessionError(errors::kUnsupported,
-                     "this platform has no pointer and no keyboard that could be moved");
+platform::InputDevices& HeldInput::devices() {
+  platform::InputDevices* const known = platform::current().inputDevices;
+  return known ? *known : touchDevices_;
 }
 
-platform::InputDevices& personsDevices() {
-  platform::InputDevices* const devices = platform::current().personsDevices;
-  return devices ? *devices : inputDevices();
+platform::InputDevices& HeldInput::personsDevices() {
+  platform::InputDevices* const known = platform::current().personsDevices;
+  return known ? *known : devices();
 }
 
 }  // namespace tarni::session

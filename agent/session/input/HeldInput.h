@@ -6,22 +6,26 @@
 #include <string>
 
 #include "agent/session/input/Fingers.h"
+#include "agent/session/input/TouchDevices.h"
 #include "platform/Task.h"
 #include "platform/UIKit/InputDevices.h"
 
 namespace tarni::session {
 
-// The platform's devices. Throws SessionError (unsupported operation) where it has none.
-platform::InputDevices& inputDevices();
-// The same in a person's hands, where the platform tells these apart.
-platform::InputDevices& personsDevices();
-
 class HeldInput {
  public:
+  HeldInput() = default;
+  HeldInput(const HeldInput&) = delete;
+  HeldInput& operator=(const HeldInput&) = delete;
+
+  // The platform's mouse and keyboard, or what stands for them on one of fingers.
+  platform::InputDevices& devices();
+  // The same in a person's hands, where the platform tells these apart.
+  platform::InputDevices& personsDevices();
+
   platform::Task<void> setButton(platform::PointerButton button, bool isDown,
-                                 platform::InputDevices& devices = inputDevices());
-  platform::Task<void> setKey(std::string key, bool isDown,
-                              platform::InputDevices& devices = inputDevices());
+                                 platform::InputDevices& devices);
+  platform::Task<void> setKey(std::string key, bool isDown, platform::InputDevices& devices);
   Fingers& fingers() { return fingers_; }
   // Lets go of all of them. Never throws.
   platform::Task<void> releaseAll();
@@ -30,6 +34,7 @@ class HeldInput {
   std::set<platform::PointerButton> buttons_;
   std::set<std::string> keys_;
   Fingers fingers_;
+  TouchDevices touchDevices_{fingers_};
 };
 
 }  // namespace tarni::session

@@ -24,17 +24,14 @@ class KeyChord {
  public:
   explicit KeyChord(const std::string& text);
   // Down in their order, up in the other.
-  platform::Task<void> press(HeldInput& held,
-                             platform::InputDevices& devices = inputDevices()) const;
-  platform::Task<void> release(HeldInput& held,
-                               platform::InputDevices& devices = inputDevices()) const;
+  platform::Task<void> press(HeldInput& held, platform::InputDevices& devices) const;
+  platform::Task<void> release(HeldInput& held, platform::InputDevices& devices) const;
 
  private:
   std::vector<std::string> keys_;
 };
 
 // Down and up.
-platform::Task<void> pressKeys(HeldInput& held, std::string chord,
-                               platform::InputDevices& devices = inputDevices());
+platform::Task<void> pressKeys(HeldInput& held, std::string chord, platform::InputDevices& devices);
 
 }  // namespace tarni::session

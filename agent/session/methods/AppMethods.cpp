@@ -14,7 +14,7 @@ bool isLacking(const Method& method) {
   switch (method.needs) {
     case Needs::Nothing:
       return false;
-    case Needs::Input:
+    case Needs::Mouse:
       return platform.inputDevices == nullptr;
     case Needs::Windows: {
       const platform::UIWindowRef key = platform.application->keyWindow();

@@ -54,11 +54,11 @@ void requireEnabled(const UIViewRef& view) {
 // As a person does who marks all and types, in an editor that only its own keys reach.
 Task<void> retype(CallRef call, std::string text) {
   HeldInput& held = *call->held();
-  co_await pressKeys(held, "Control+a");
+  co_await pressKeys(held, "Control+a", held.devices());
   if (text.empty()) {
-    co_await pressKeys(held, "Delete");
+    co_await pressKeys(held, "Backspace", held.devices());
   } else {
-    co_await inputDevices().commitText(std::move(text));
+    co_await held.devices().commitText(std::move(text));
   }
 }
 
@@ -70,34 +70,20 @@ void leaveOutOfRecording(const CallRef& call) {
   }
 }
 
-Task<void> clickWithMouse(CallRef call, platform::UIWindowRef window, platform::CGPoint point) {
+Task<void> press(CallRef call, platform::UIWindowRef window, platform::CGPoint point) {
   const Json& parameters = call->parameters();
   const platform::PointerButton button = buttonNamed(parameters.value("button", "left"));
   const long count = parameters.value("count", 1L);
   const KeyChord modifiers(parameters.value("modifiers", ""));
   HeldInput& held = *call->held();
-  co_await inputDevices().movePointer(window, point);
-  co_await modifiers.press(held);
+  platform::InputDevices& devices = held.devices();
+  co_await devices.movePointer(window, point);
+  co_await modifiers.press(held, devices);
   for (long turn = 0; turn < count; ++turn) {
-    co_await held.setButton(button, true);
-    co_await held.setButton(button, false);
+    co_await held.setButton(button, true, devices);
+    co_await held.setButton(button, false, devices);
   }
-  co_await modifiers.release(held);
-}
-
-// A finger that no client has down.
-constexpr long kClickingFinger = -1;
-
-Task<void> tapWithFinger(CallRef call, platform::UIWindowRef window, platform::CGPoint point) {
-  const long count = call->parameters().value("count", 1L);
-  Fingers& fingers = call->held()->fingers();
-  const std::vector<long> finger(1, kClickingFinger);
-  for (long turn = 0; turn < count; ++turn) {
-    Fingers::Spots spots;
-    spots[kClickingFinger] = {window, point};
-    co_await fingers.down(std::move(spots));
-    co_await fingers.up(finger);
-  }
+  co_await modifiers.release(held, devices);
 }
 
 void requireClick(const Json& parameters) {
@@ -109,7 +95,10 @@ void requireClick(const Json& parameters) {
   const std::string modifiers = parameters.value("modifiers", "");
   const KeyChord known(modifiers);
   const bool isTap = button == platform::PointerButton::Left && modifiers.empty();
-  if (!isTap) inputDevices();
+  if (isTap || platform::current().inputDevices) return;
+  throw SessionError(
+      errors::kUnsupported,
+      "this platform has fingers and no mouse: they have one button and no modifiers");
 }
 
 Task<void> setSwitch(UIViewRef view, bool on) {
@@ -179,11 +168,7 @@ Answer click(CallRef call) {
   const platform::CGPoint point = co_await readyToPress(handleIn(call), placeIn(parameters));
   requireEnabled(viewIn(call));
   platform::UIWindowRef window = viewIn(call)->window();
-  if (platform::current().inputDevices) {
-    co_await clickWithMouse(call, window, point);
-  } else {
-    co_await tapWithFinger(call, window, point);
-  }
+  co_await press(call, window, point);
   co_return Result();
 }
 

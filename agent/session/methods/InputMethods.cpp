@@ -77,7 +77,8 @@ Task<Spot> spotOf(const Json& target) {
 
 // Whoever is behind the client has it in hand.
 platform::InputDevices& devicesOf(const CallRef& call) {
-  return call->parameters().value("person", false) ? personsDevices() : inputDevices();
+  HeldInput& held = *call->held();
+  return call->parameters().value("person", false) ? held.personsDevices() : held.devices();
 }
 
 Task<void> moveTo(CallRef call, Json target) {
@@ -206,7 +207,6 @@ Task<void> focusOn(const Json& parameters) {
 }  // namespace
 
 Answer pointer(CallRef call) {
-  inputDevices();
   co_await takeSteps(call, pointerStep);
   co_return Result();
 }
@@ -217,7 +217,6 @@ Answer touch(CallRef call) {
 }
 
 Answer keys(CallRef call) {
-  inputDevices();
   co_await focusOn(call->parameters());
   co_await takeSteps(call, keyStep);
   co_return Result();
@@ -233,7 +232,6 @@ Answer wheel(CallRef call) {
 }
 
 Answer text(CallRef call) {
-  inputDevices();
   co_await focusOn(call->parameters());
   std::string text = call->parameters()["text"].get<std::string>();
   co_await devicesOf(call).commitText(std::move(text));

@@ -21,7 +21,7 @@ enum class Kind { Integer, Number, Text, Flag, Object, List, Any };
 enum class Effect { Asks, Acts, Waits };
 
 // What a platform must have for it, beside views.
-enum class Needs { Nothing, Input, Windows };
+enum class Needs { Nothing, Mouse, Windows };
 
 struct Parameter {
   std::string_view name;

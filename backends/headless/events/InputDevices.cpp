@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <array>
 #include <string_view>
+#include <utility>
 
 #include "backends/headless/Application.h"
 #include "backends/headless/views/TextField.h"
@@ -50,6 +51,14 @@ std::string withoutLastCharacter(std::string text) {
   return text;
 }
 
+void clear(View* view) {
+  if (auto* const field = dynamic_cast<TextField*>(view)) {
+    field->replaceText("");
+    field->sendActions(ControlEvent::EditingChanged);
+  }
+  if (auto* const editor = dynamic_cast<TextView*>(view)) editor->setText("");
+}
+
 void typeInto(View* view, const std::string& text) {
   if (auto* const field = dynamic_cast<TextField*>(view)) field->type(text);
   if (auto* const editor = dynamic_cast<TextView*>(view)) editor->type(text);
@@ -89,6 +98,7 @@ platform::Task<void> InputDevices::setButton(platform::PointerButton button, boo
     co_await sendTouch(UITouchPhase::Ended);
     co_return;
   }
+  selected_.reset();
   touch_ = application_.makeTouch();
   touch_->setWindow(window);
   touch_->setTapCount(1);
@@ -118,7 +128,10 @@ platform::Task<void> InputDevices::setKey(std::string key, bool isDown) {
   }
   if (!isDown) co_return;
   View* const typedInto = focused();
-  if (key == "Backspace") takeCharacterFrom(typedInto);
+  if (key == "a" && chord_.contains("Control") && typedInto) selected_ = typedInto->ref();
+  const bool changes = key == "Backspace" || key == "Delete" || isCharacter(key);
+  const bool wasSelected = chord_.empty() && changes && takeSelection();
+  if (key == "Backspace" && !wasSelected) takeCharacterFrom(typedInto);
   if (key == "Enter" && dynamic_cast<TextView*>(typedInto)) typeInto(typedInto, "\n");
   if (!isCharacter(key) || !chord_.empty()) co_return;
   const bool isSmall = key.size() == 1 && key[0] >= 'a' && key[0] <= 'z';
@@ -129,8 +142,16 @@ platform::Task<void> InputDevices::setKey(std::string key, bool isDown) {
 platform::Task<void> InputDevices::commitText(std::string text) {
   View* const typedInto = focused();
   if (!typedInto) throw NSException(platform::NSGenericException, "Nothing has the focus");
+  takeSelection();
   typeInto(typedInto, text);
   co_return;
+}
+
+bool InputDevices::takeSelection() {
+  const auto selected = std::exchange(selected_, {}).lock();
+  if (!selected || selected.get() != focused()) return false;
+  clear(selected.get());
+  return true;
 }
 
 platform::Task<void> InputDevices::sendTouch(UITouchPhase phase) {

@@ -21,20 +21,24 @@ class InputDevices final : public platform::InputDevices {
   platform::Task<void> setButton(platform::PointerButton button, bool isDown) override;
   // Scrolls the innermost scroll view there.
   platform::Task<void> turnWheel(double right, double down) override;
-  // Types characters; "Backspace" takes one away, and "Enter" starts a line where there are lines.
+  // Types characters; "Control+a" selects all for what is typed next, "Backspace" takes one away,
+  // and "Enter" starts a line where there are lines.
   platform::Task<void> setKey(std::string key, bool isDown) override;
   platform::Task<void> commitText(std::string text) override;
 
  private:
   platform::Task<void> sendTouch(platform::UITouchPhase phase);
   View* focused() const;
+  // Takes the text out that "Control+a" has selected, if that has still the focus.
+  bool takeSelection();
 
   Application& application_;
   std::weak_ptr<platform::UIView> window_;
   platform::CGPoint point_;
   platform::UITouchRef touch_;  // while the left button is down
   bool isShiftDown_ = false;
-  std::set<std::string> chord_;  // what is down that makes no text of keys
+  std::weak_ptr<View> selected_;  // whose text is, all of it
+  std::set<std::string> chord_;   // what is down that makes no text of keys
 };
 
 }  // namespace tarni::headless

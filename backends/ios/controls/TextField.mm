@@ -8,6 +8,8 @@
 namespace tarni::ios {
 namespace {
 
+constexpr NSUInteger kEditingDidEndOnExit = 1 << 19;
+
 class TextField : public ControlView, public platform::UITextField {
  public:
   using ControlView::ControlView;
@@ -23,6 +25,20 @@ class TextField : public ControlView, public platform::UITextField {
   bool isSecureTextEntry() const override {
     return ask("isSecureTextEntry",
                [&]() -> bool { return [as<::UITextField>() isSecureTextEntry]; });
+  }
+
+  // A field of one line asks its delegate, and tells who waits for its end.
+  platform::Task<void> insertReturn() override {
+    return completed([field = Owned(as<::UITextField>())] {
+      guarded([&] {
+        const id<UITextFieldDelegate> delegate = [field.get() delegate];
+        if ([delegate respondsToSelector:@selector(textFieldShouldReturn:)] &&
+            ![delegate textFieldShouldReturn:field.get()]) {
+          return;
+        }
+        [field.get() sendActionsForControlEvents:kEditingDidEndOnExit];
+      });
+    });
   }
 
   platform::Task<void> setText(std::string text) override {

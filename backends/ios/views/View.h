@@ -13,11 +13,12 @@
 #include "backends/ios/guard/Owned.h"
 #include "backends/ios/runtime/Attachment.h"
 #include "backends/ios/views/Layer.h"
+#include "platform/UIKit/UIKeyInput.h"
 #include "platform/UIKit/UIView.h"
 
 namespace tarni::ios {
 
-class View : public platform::UIView, public Attachment {
+class View : public platform::UIView, public platform::UIKeyInput, public Attachment {
  public:
   explicit View(id object);
   void objectIsGoing() noexcept override;
@@ -55,6 +56,11 @@ class View : public platform::UIView, public Attachment {
   platform::UIViewRef valueForKey(std::string_view key) const override;
   platform::UIViewRef instanceVariable(std::string_view name) const override;
   platform::Task<platform::UIImageRef> drawViewHierarchy() override;
+  bool takesKeys() const override;
+  platform::Task<void> insertText(std::string text) override;
+  platform::Task<void> deleteBackward() override;
+  platform::Task<void> insertReturn() override;
+  platform::Task<void> selectAll() override;
 
  protected:
   // The view as an instance of its kind.
@@ -74,6 +80,7 @@ class View : public platform::UIView, public Attachment {
   }
 
  private:
+  bool respondsTo(SEL selector) const;
   bool lists(NSArray* views) const;
   void list(NSArray* views) const;
   // Whether it is the object, stands in it, or stands so deep that it may be without end.

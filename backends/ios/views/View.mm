@@ -234,7 +234,7 @@ std::optional<std::string> View::accessibilityHint() const {
   return toText(ask("accessibilityHint", [&] { return [object_ accessibilityHint]; }));
 }
 
-// --- keys
+// --- key-value coding
 
 platform::UIViewRef View::valueForKey(std::string_view key) const {
   return holderOfKeys(ask("valueForKey:", [&] { return [object_ valueForKey:toNSString(key)]; }));
@@ -250,6 +250,39 @@ platform::UIViewRef View::instanceVariable(std::string_view name) const {
   }
   return holderOfKeys(object_getIvar(object_, variable));
 }
+
+// --- keys of a keyboard
+
+bool View::respondsTo(SEL selector) const {
+  return ask("respondsToSelector:", [&]() -> bool { return [view_ respondsToSelector:selector]; });
+}
+
+bool View::takesKeys() const {
+  return respondsTo(@selector(insertText:)) && respondsTo(@selector(deleteBackward));
+}
+
+platform::Task<void> View::insertText(std::string text) {
+  return completed([view = Owned(view_), text = std::move(text)] {
+    guarded([&] { [(id<UIKeyInput>)view.get() insertText:toNSString(text)]; });
+  });
+}
+
+platform::Task<void> View::deleteBackward() {
+  return completed(
+      [view = Owned(view_)] { guarded([&] { [(id<UIKeyInput>)view.get() deleteBackward]; }); });
+}
+
+platform::Task<void> View::insertReturn() { return insertText("\n"); }
+
+platform::Task<void> View::selectAll() {
+  if (!respondsTo(@selector(selectAll:))) {
+    throw platform::NSException(platform::NSGenericException,
+                                "A " + class_->name() + " selects nothing");
+  }
+  return completed([view = Owned(view_)] { guarded([&] { [view.get() selectAll:nil]; }); });
+}
+
+// --- pictures
 
 platform::Task<platform::UIImageRef> View::drawViewHierarchy() {
   return completed([view = Owned(view_)] { return Image::drawnFrom(view.get()); });

@@ -61,6 +61,32 @@ KEPT(NSString*, text, setText)
 
 @end
 
+@implementation UIView (Typing)
+
+- (void)selectAll:(id)sender {
+  keep(self, "selection", @(YES));
+}
+
+- (NSString*)withoutSelection {
+  NSString* const text = kept(self, "selection") || !kept(self, "text") ? @"" : kept(self, "text");
+  keep(self, "selection", nil);
+  return text;
+}
+
+- (void)type:(NSString*)text {
+  keep(self, "text", [[self withoutSelection] stringByAppendingString:text]);
+}
+
+- (void)takeBack {
+  const BOOL isSelected = kept(self, "selection") != nil;
+  NSString* const text = [self withoutSelection];
+  const NSUInteger length = [text length];
+  const BOOL isShorter = !isSelected && length > 0;
+  keep(self, "text", isShorter ? [text substringToIndex:length - 1] : text);
+}
+
+@end
+
 @implementation UIButtonLabel
 @end
 
@@ -113,6 +139,22 @@ KEPT(NSString*, placeholder, setPlaceholder)
 
 - (NSString*)shownText {
   return [[self text] length] > 0 ? [self text] : [self placeholder];
+}
+
+- (id<UITextFieldDelegate>)delegate {
+  return [kept(self, "delegate") nonretainedObjectValue];
+}
+- (void)setDelegate:(id<UITextFieldDelegate>)delegate {
+  keep(self, "delegate", [NSValue valueWithNonretainedObject:delegate]);
+}
+
+- (void)insertText:(NSString*)text {
+  [self type:text];
+  [self sendActionsForControlEvents:UIControlEventEditingChanged];
+}
+- (void)deleteBackward {
+  [self takeBack];
+  [self sendActionsForControlEvents:UIControlEventEditingChanged];
 }
 
 - (void)press {

@@ -83,6 +83,12 @@ enum {
 - (void)addTarget:(id)target action:(SEL)action forControlEvents:(NSUInteger)events;
 @end
 
+// What a keyboard types, kept in "text". What is selected is all or nothing.
+@interface UIView (Typing)
+- (void)type:(NSString*)text;
+- (void)takeBack;
+@end
+
 @interface UIButton (Application)
 - (void)setTitle:(NSString*)title forState:(NSUInteger)state;
 @end

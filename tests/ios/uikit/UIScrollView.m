@@ -66,6 +66,12 @@ KEPT(NSString*, text, setText)
 - (BOOL)canBecomeFirstResponder {
   return YES;
 }
+- (void)insertText:(NSString*)text {
+  [self type:text];
+}
+- (void)deleteBackward {
+  [self takeBack];
+}
 
 @end
 
