@@ -119,11 +119,13 @@ Lines outcomes(const Lines& states) {
 // A page of controls, and what it is shown on.
 struct Page {
   std::string program;
-  bool isOnWayland = false;
+  int scaleOnWayland = 0;  // 0 on X
 };
 
 std::unique_ptr<const Desktop> desktop(const Page& page) {
-  if (page.isOnWayland) return std::make_unique<Compositor>(1024, 900);
+  if (page.scaleOnWayland > 0) {
+    return std::make_unique<Compositor>(1024, 900, page.scaleOnWayland);
+  }
   return std::make_unique<Display>(1024, 900);
 }
 
@@ -278,13 +280,12 @@ void PrintTo(const Page& page, std::ostream* output) {
 INSTANTIATE_TEST_SUITE_P(Of, Controls,
                          testing::Values(Page{"qt-controls-5"}, Page{"qt-controls-6"},
                                          Page{"quick-controls-5"}, Page{"quick-controls-6"},
-                                         Page{"qt-controls-6", true},
-                                         Page{"quick-controls-5", true}),
+                                         Page{"qt-controls-6", 2}, Page{"quick-controls-5", 1}),
                          [](const auto& info) {
                            const std::string& program = info.param.program;
                            return (program.starts_with("qt") ? "Widgets" : "Quick") +
                                   program.substr(program.size() - 1) +
-                                  (info.param.isOnWayland ? "Wayland" : "");
+                                  (info.param.scaleOnWayland > 0 ? "Wayland" : "");
                          });
 
 TEST_P(Controls, AreRecordedAndPlayedAgain) {
