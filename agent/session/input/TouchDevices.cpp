@@ -40,7 +40,9 @@ struct Focused {
 
 Focused focused() {
   std::vector<platform::UIViewRef> pages;
-  const auto found = Selector(Json{{"focused", true}}).find(1, &pages);
+  Criteria criteria;
+  criteria.focused = true;
+  const auto found = Selector(criteria).find(1, &pages);
   if (found.empty()) {
     throw SessionError(errors::kNotInteractable,
                        "nothing has the focus: give it to an element first");
