@@ -110,12 +110,13 @@ class Soak : public testing::Test {
     return testing::UnitTest::GetInstance()->current_test_info()->name();
   }
 
+  // But for the pages of programs and libraries, of which more are read as more is done.
   long residentKilobytes() const {
     std::ifstream status("/proc/" + std::to_string(program_->pid()) + "/status");
     std::string key;
     long value = 0;
     for (std::string rest; status >> key; std::getline(status, rest)) {
-      if (key == "VmRSS:") status >> value;
+      if (key == "RssAnon:") status >> value;
     }
     return value;
   }
