@@ -171,7 +171,7 @@ TEST_F(EventHook, FindsWhatIsMeantWhileMenusAreOpen) {
   const platform::UIViewRef subEntry = entry(*file, sub->menuAction());
   EXPECT_EQ(positions.getPositionXpathOfUIView(subEntry), first);
   EXPECT_EQ(positions.getPositionXpathOfUIView(entry(*sub, deep)), first);
-  EXPECT_FALSE(positions.isFiledUnder(*identityTag(subEntry), first)) << "it is the submenu's";
+  EXPECT_FALSE(positions.isFiledUnder(identityTag(subEntry), first)) << "it is the submenu's";
   EXPECT_THAT(phases(), testing::ElementsAre(UITouchPhase::Began, UITouchPhase::Ended));
   seen_.clear();
   const platform::UIViewRef deepEntry = entry(*sub, deep);
