@@ -2,6 +2,7 @@
 
 #include <private/qhooks_p.h>
 
+#include <bit>
 #include <thread>
 #include <vector>
 
@@ -12,7 +13,7 @@ struct Ends {
   const std::thread::id thread = std::this_thread::get_id();
   // Of whoever had the hook before.
   const QHooks::RemoveQObjectCallback before =
-      reinterpret_cast<QHooks::RemoveQObjectCallback>(qtHookData[QHooks::RemoveQObject]);
+      std::bit_cast<QHooks::RemoveQObjectCallback>(qtHookData[QHooks::RemoveQObject]);
   std::vector<void (*)(const QObject*)> listeners;
 };
 
@@ -34,7 +35,7 @@ Ends& ends() {
 
 void whenObjectsEnd(void (*forget)(const QObject* gone)) {
   ends().listeners.push_back(forget);
-  qtHookData[QHooks::RemoveQObject] = reinterpret_cast<quintptr>(&objectEnds);
+  qtHookData[QHooks::RemoveQObject] = std::bit_cast<quintptr>(&objectEnds);
 }
 
 }  // namespace tarni::qt
