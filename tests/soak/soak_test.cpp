@@ -77,9 +77,10 @@ class Soak : public testing::Test {
     for (int look = 0; look < (isFull() ? 200 : 5); ++look) lookAtAll();
     for (int window = 0; window < (isFull() ? 800 : 10); ++window) showWindow();
     runTo(warm);
-    const long before = residentKilobytes();
+    const long before = heldKilobytes();
+    const long resident = residentKilobytes();
     const long descriptors = descriptorCount();
-    std::printf("%s: after the warm-up %.1f MB\n", name(), megabytes(before));
+    std::printf("%s: after the warm-up %.1f MB\n", name(), megabytes(resident));
     for (int tenth = warm + 1; tenth <= 10; ++tenth) {
       runTo(tenth);
       std::printf("%s: %ld of %ld commands, %ld of %ld taps, %.1f MB\n", name(), done_.commands,
@@ -87,7 +88,7 @@ class Soak : public testing::Test {
       std::fflush(stdout);
     }
     const double growth =
-        100.0 * static_cast<double>(residentKilobytes() - before) / static_cast<double>(before);
+        100.0 * static_cast<double>(heldKilobytes() - before) / static_cast<double>(resident);
     std::printf("%s: memory grew by %.2f %% after the warm-up, %ld windows came and went\n", name(),
                 growth, windows_);
     RecordProperty("growth_percent", std::to_string(growth));
@@ -110,13 +111,15 @@ class Soak : public testing::Test {
     return testing::UnitTest::GetInstance()->current_test_info()->name();
   }
 
-  // But for the pages of programs and libraries, of which more are read as more is done.
-  long residentKilobytes() const {
+  long residentKilobytes() const { return kilobytes("VmRSS:"); }
+  // Without the pages of programs and libraries, of which more are read as more is done.
+  long heldKilobytes() const { return kilobytes("RssAnon:"); }
+  long kilobytes(const char* what) const {
     std::ifstream status("/proc/" + std::to_string(program_->pid()) + "/status");
     std::string key;
     long value = 0;
     for (std::string rest; status >> key; std::getline(status, rest)) {
-      if (key == "RssAnon:") status >> value;
+      if (key == what) status >> value;
     }
     return value;
   }
