@@ -63,6 +63,11 @@ export class Hand {
     this.send({ method: 'input.keys', params: { steps: [chord] } });
   }
 
+  // What is composed of several keys, or comes from no key at all.
+  text(text: string): void {
+    this.send({ method: 'input.text', params: { text } });
+  }
+
   private send(act: Act): void {
     this.waiting.push(act);
     void this.work();
@@ -76,7 +81,9 @@ export class Hand {
         await call(act.method, { ...act.params, person: true, timeout: 5000 });
       } catch (error) {
         this.waiting = [];
-        if (error instanceof CallError) this.onProblem(error.message);
+        // That the program is gone stands in the page anyway.
+        const isNews = error instanceof CallError && error.kind !== 'no program';
+        if (isNews) this.onProblem(error.message);
       }
     }
     this.isBusy = false;

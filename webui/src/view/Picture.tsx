@@ -43,7 +43,8 @@ function useWidth() {
 }
 
 export function Picture() {
-  const { tree, front, act, program } = useStore();
+  const { tree, front, program, isRunning } = useStore();
+  const act = store.act && isRunning;
   const { ref, size } = useWidth();
   const [zoom, setZoom] = useState<'fit' | number>('fit');
   const windows = inOrder(tree.windows, front);
@@ -57,7 +58,7 @@ export function Picture() {
         <span class="grow" />
         <button
           class="quiet"
-          title={zoom === 'fit' ? 'Show it in its own size' : 'Fit it into the column'}
+          title={zoom === 'fit' ? 'Fitted into the column: show its own size' : 'Fit it into the column'}
           onClick={() => setZoom(zoom === 'fit' ? 1 : 'fit')}
         >
           {zoom === 'fit' ? `${Math.round(fit * 100)} %` : 'Fit'}
@@ -67,7 +68,7 @@ export function Picture() {
         {windows.length > 0 && (
           <Screen windows={windows} whole={whole} scale={scale} acts={act && !!program?.hasInput} />
         )}
-        {windows.length === 0 && store.isRunning && <p class="empty">It shows no window yet</p>}
+        {windows.length === 0 && isRunning && <p class="empty">It shows no window yet</p>}
       </div>
       {act && (
         <p class="hint">
@@ -123,7 +124,7 @@ function Screen({ windows, whole, scale, acts }: ScreenProps) {
       ref={ref}
       class={`screen ${acts ? 'screen-acts' : ''}`}
       style={{ width: whole.width * scale, height: whole.height * scale }}
-      tabIndex={acts ? 0 : -1}
+      tabIndex={-1}
       role={acts ? 'application' : 'img'}
       aria-label={acts ? 'The program: keys and clicks go into it' : 'Picture of the program'}
       {...actions}
@@ -131,7 +132,29 @@ function Screen({ windows, whole, scale, acts }: ScreenProps) {
       {windows.map((one) => (
         <WindowPicture key={one.element} window={one} whole={whole} scale={scale} />
       ))}
+      {acts && <Keyboard />}
     </div>
+  );
+}
+
+// Takes the keys while a person acts: browsers compose text for fields alone. What came of no key
+// that the program gets by itself goes on as text.
+function Keyboard() {
+  const goOn = (event: Event) => {
+    const field = event.currentTarget as HTMLTextAreaElement;
+    if (field.value) store.hand.text(field.value);
+    field.value = '';
+  };
+  return (
+    <textarea
+      class="keyboard"
+      aria-label="Keys for the program"
+      autocomplete="off"
+      autocapitalize="off"
+      spellcheck={false}
+      onInput={(event) => !(event as InputEvent).isComposing && goOn(event)}
+      onCompositionEnd={goOn}
+    />
   );
 }
 
@@ -260,10 +283,14 @@ function actingWith(places: Places) {
     onPointerUp: (event: PointerEvent) => store.hand.release(places(event), event.button),
     onPointerCancel: (event: PointerEvent) => store.hand.release(null, event.button),
     onContextMenu: (event: Event) => event.preventDefault(),
+    onFocus: (event: FocusEvent) => {
+      const screen = event.currentTarget as Element;
+      screen.querySelector<HTMLElement>('.keyboard')?.focus({ preventScroll: true });
+    },
     onKeyDown: (event: KeyboardEvent) => {
       event.stopPropagation();
       if (event.key === 'Escape' && event.shiftKey) return store.set({ act: false });
-      const chord = chordOf(event);
+      const chord = event.isComposing ? null : chordOf(event);
       if (!chord) return;
       event.preventDefault();
       store.hand.key(chord);
