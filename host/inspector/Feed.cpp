@@ -5,6 +5,7 @@
 #include <sys/eventfd.h>
 
 #include <array>
+#include <iostream>
 #include <nlohmann/json.hpp>
 #include <stdexcept>
 #include <utility>
@@ -23,6 +24,8 @@ constexpr milliseconds kForLong{3'600'000};
 constexpr milliseconds kBetweenTries{50};
 constexpr milliseconds kBetweenTriesWhenBusy{500};
 constexpr std::chrono::seconds kTimeToStart{60};
+// Of a program that has closed its channel.
+constexpr std::chrono::seconds kTimeToEnd{5};
 
 constexpr const char* kStates[] = {"none", "starting", "running", "busy", "ended"};
 
@@ -32,8 +35,9 @@ bool runs(pid_t pid) {
 
 }  // namespace
 
-Feed::Feed(std::vector<std::string> runOptions)
+Feed::Feed(std::vector<std::string> runOptions, std::string advice)
     : runOptions_(std::move(runOptions)),
+      advice_(std::move(advice)),
       wake_(eventfd(0, EFD_CLOEXEC | EFD_NONBLOCK)),
       thread_([this] { work(); }) {}
 
@@ -93,6 +97,11 @@ std::optional<std::string> Feed::session() {
   return isThere ? std::optional(subject_.session) : std::nullopt;
 }
 
+bool Feed::awaitEnd() {
+  std::unique_lock lock(mutex_);
+  return hasEntered_.wait_for(lock, kTimeToEnd, [this] { return state_ == State::Ended; });
+}
+
 void Feed::work() {
   bool goesOn = true;
   while (goesOn) {
@@ -146,6 +155,7 @@ bool Feed::takeOrders() {
 void Feed::begin(Subject subject) {
   watch_.reset();
   tool_.reset();
+  info_ = Json::object();
   const std::lock_guard lock(mutex_);
   subject_ = std::move(subject);
 }
@@ -161,11 +171,11 @@ std::vector<std::string> Feed::runLine(const std::vector<std::string>& command) 
 void Feed::goOn() {
   if (state_ == State::Starting) return lookAtStart();
   if (state_ == State::None || state_ == State::Ended) return wait(kForLong);
+  const bool isBack = state_ == State::Busy || !watch_;
   if (!watch_) connect();
   if (areAllToBeTold_) watch_->tellEverything();
   areAllToBeTold_ = false;
   const std::array<int, 1> wakeOn{wake_.number()};
-  const bool isBack = state_ == State::Busy;
   watch_->goOn(isBack ? milliseconds(0) : kForLong, wakeOn);
   if (isBack) enter(State::Running);
 }
@@ -193,9 +203,11 @@ void Feed::lookAtStart() {
   }
   const bool hasEnded = tool_->hasEnded(Clock::now());
   if (hasEnded || Clock::now() >= giveUpStart_) {
-    return enter(State::Ended, (hasEnded ? "It ended before the agent was ready. It said:\n"
-                                         : "The agent in it does not answer. It said:\n") +
-                                   printableLines(tool_->lastOutput()));
+    const auto why = std::string(hasEnded ? "It ended before the agent was ready. "
+                                          : "The agent in it does not answer. ") +
+                     advice_ + "It said:\n" + printableLines(tool_->lastOutput());
+    std::cerr << "tarni: " << printable(subject_.name) << " did not start. " << why << '\n';
+    return enter(State::Ended, why);
   }
   wait(kBetweenTries);
 }
@@ -205,6 +217,7 @@ void Feed::connect() {
   watch_ = std::make_unique<ProgramWatch>(
       subject_.session,
       [this](const Json& event, const std::string& replaces) { tell(event, replaces); });
+  info_ = watch_->info();
   const std::lock_guard lock(mutex_);
   areAllToBeTold_ = !streams_.empty();
 }
@@ -214,10 +227,14 @@ void Feed::becomeBusy(const std::string& why) {
   wait(kBetweenTriesWhenBusy);
 }
 
-// One that is stopped, or has only closed the channel, may come back.
+// One that ends closes the channel first; one that is stopped, or has only closed it, may come
+// back.
 void Feed::lose(const std::string& why) {
+  if (watch_) lostAt_ = Clock::now();
   watch_.reset();
-  if (runs(subject_.pid)) return becomeBusy(why);
+  if (runs(subject_.pid)) {
+    return Clock::now() < lostAt_ + kTimeToEnd ? wait(kBetweenTries) : becomeBusy(why);
+  }
   const auto said = tool_ ? printableLines(tool_->lastOutput()) : "";
   enter(State::Ended, said.empty() ? why : "It said last:\n" + said);
 }
@@ -227,20 +244,21 @@ void Feed::enter(State state, const std::string& why) {
     const std::lock_guard lock(mutex_);
     state_ = state;
   }
+  hasEntered_.notify_all();
   why_ = why;
   tellState();
 }
 
 void Feed::tellState() {
-  const auto info = watch_ ? watch_->info() : Json::object();
   tell({{"type", "program"},
         {"state", kStates[static_cast<int>(state_)]},
         {"name", subject_.name},
         {"pid", subject_.pid},
         {"command", subject_.line},
         {"words", subject_.command},
-        {"toolkit", textIn(info, "toolkit")},
-        {"hasInput", info.value("hasInput", false)},
+        {"toolkit", textIn(info_, "toolkit")},
+        {"agent", textIn(info_, "version")},
+        {"hasInput", info_.value("hasInput", false)},
         {"canStart", !subject_.command.empty()},
         {"isRecording", isRecording_},
         {"why", why_}},

@@ -4,6 +4,7 @@
 #pragma once
 
 #include <chrono>
+#include <condition_variable>
 #include <functional>
 #include <memory>
 #include <mutex>
@@ -22,8 +23,9 @@ namespace tarni::host {
 
 class Feed {
  public:
-  // `runOptions` go to the `tarni run` of programs that are started.
-  explicit Feed(std::vector<std::string> runOptions);
+  // `runOptions` go to the `tarni run` of programs that are started; `advice` is given when one
+  // does not come up, "" for none.
+  Feed(std::vector<std::string> runOptions, std::string advice);
   Feed(const Feed&) = delete;
   Feed& operator=(const Feed&) = delete;
   // Ends the program that it has started.
@@ -44,6 +46,8 @@ class Feed {
 
   // The address of the program's session channel; null while none runs.
   std::optional<std::string> session();
+  // Waits for the end of a program that has closed its channel; false when it goes on.
+  bool awaitEnd();
 
  private:
   enum class State { None, Starting, Running, Busy, Ended };
@@ -72,6 +76,7 @@ class Feed {
   void wait(std::chrono::milliseconds timeout) const;
 
   const std::vector<std::string> runOptions_;
+  const std::string advice_;
   const Descriptor wake_;
 
   std::mutex mutex_;  // guards the next four
@@ -80,11 +85,15 @@ class Feed {
   State state_ = State::None;
   Subject subject_;
 
+  std::condition_variable hasEntered_;  // another state
+
   // Of the thread alone.
   std::string why_;
+  Json info_ = Json::object();  // what the program told of itself last
   std::optional<ToolProcess> tool_;
   std::chrono::steady_clock::time_point giveUpStart_;
   std::unique_ptr<ProgramWatch> watch_;
+  std::chrono::steady_clock::time_point lostAt_;  // the last one
   bool areAllToBeTold_ = false;
   bool isRecording_ = false;
 

@@ -88,6 +88,22 @@ Secrets secretsFor(const Step& step, const Json& given) {
                      Json::object());
 }
 
+// For the page.
+Json asTold(const Played& played, const Secrets& secrets) {
+  Json told{{"hasFailed", played.hasFailed()}, {"message", secrets.masked(played.message)}};
+  if (played.locator) told["locator"] = *played.locator;
+  told["proposal"] = played.proposal;
+  if (!played.proposal.empty()) {
+    told["better"] = Selector::fromParameters(objectIn(played.proposal.front(), "find")).written();
+  }
+  told["candidates"] = Json::array();
+  for (const auto& candidate : played.candidates) {
+    auto& one = told["candidates"].emplace_back(candidate.description);
+    one["whyNot"] = candidate.whyNot;
+  }
+  return told;
+}
+
 // What would go to whoever has the connection next.
 bool isOfAConnection(const std::string& method) {
   return method == "cancel" || method.starts_with("record.") || method.starts_with("screen.");
@@ -118,6 +134,7 @@ http::Routes Inspector::routes() {
       {"POST", "/{token}/start", guarded(&Inspector::start)},
       {"POST", "/{token}/record", guarded(&Inspector::record)},
       {"POST", "/{token}/play", guarded(&Inspector::play)},
+      {"POST", "/{token}/open", guarded(&Inspector::openSession)},
       {"POST", "/{token}/export", guarded(&Inspector::exportTest)},
       {"POST", "/{token}/call", guarded(&Inspector::call)},
       {"POST", "/{token}/find", guarded(&Inspector::find)},
@@ -193,24 +210,33 @@ Reply Inspector::play(const Request& request) {
   const Step step(objectIn(body, "step"));
   Player::Manner manner;
   manner.secrets = secretsFor(step, objectIn(body, "secrets"));
-  return Reply::json(calls_.with(session(), [&](SessionClient& client) {
-    const auto played = Player(client, manner).play(step);
-    if (played.result == Played::Result::Lost) throw WireError(played.message);
-    Json told{{"hasFailed", played.hasFailed()},
-              {"message", manner.secrets.masked(played.message)}};
-    if (played.locator) told["locator"] = *played.locator;
-    told["proposal"] = played.proposal;
-    if (!played.proposal.empty()) {
-      told["better"] =
-          Selector::fromParameters(objectIn(played.proposal.front(), "find")).written();
-    }
-    told["candidates"] = Json::array();
-    for (const auto& candidate : played.candidates) {
-      auto& one = told["candidates"].emplace_back(candidate.description);
-      one["whyNot"] = candidate.whyNot;
-    }
-    return told;
-  }));
+  Played played;
+  try {
+    return Reply::json(calls_.with(session(), [&](SessionClient& client) {
+      played = Player(client, manner).play(step);
+      if (played.result == Played::Result::Lost) throw WireError(played.message);
+      return asTold(played, manner.secrets);
+    }));
+  } catch (const WireError&) {
+    // It may have been there to end the program.
+    if (!played.hasActed || !feed_.awaitEnd()) throw;
+    return Reply::json({{"hasFailed", false}, {"message", "the program ended"}});
+  }
+}
+
+Reply Inspector::openSession(const Request& request) {
+  const auto body = bodyOf(request);
+  std::istringstream file(textIn(body, "session"));
+  try {
+    const auto lines = readSessionLines(file, textIn(body, "name"));
+    if (lines.version == 1) lines.fail(1, "a session of version 1 is for tarni play alone");
+    const auto session = Session::fromLines(lines);
+    auto steps = Json::array();
+    for (const auto& step : session.steps()) steps.push_back(step.json());
+    return Reply::json({{"steps", std::move(steps)}});
+  } catch (const std::invalid_argument& error) {
+    return refused(200, "no session", error.what());
+  }
 }
 
 // The steps of the page, as the session file that it would save.

@@ -37,6 +37,7 @@ class Inspector {
   Reply start(const Request& request);
   Reply record(const Request& request);
   Reply play(const Request& request);
+  Reply openSession(const Request& request);
   Reply exportTest(const Request& request);
   Reply call(const Request& request);
   Reply locators(const Request& request);

@@ -140,6 +140,19 @@ export class Inspected {
     return this.page.locator('.step');
   }
 
+  // Of a session file that was saved before.
+  async openSteps(steps) {
+    await this.page.getByRole('tab', { name: 'Steps' }).click();
+    const lines = steps.map((step) => JSON.stringify(step)).join(',\n');
+    await this.openFile(`{"tarniSession":2,"steps":[\n${lines}\n]}\n`);
+    await this.steps().nth(steps.length - 1).waitFor();
+  }
+
+  async openFile(text) {
+    const file = { name: 'old.json', mimeType: '', buffer: Buffer.from(text) };
+    await this.page.locator('input[type=file]').setInputFiles(file);
+  }
+
   async record(isOn) {
     const name = isOn ? 'Record' : 'Stop recording';
     await this.page.getByRole('tab', { name: 'Steps' }).click();

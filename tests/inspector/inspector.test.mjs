@@ -58,8 +58,13 @@ inspecting('a person acts in the picture, and the tree follows', ['keepassxc'], 
   // The field that has the focus takes what is typed.
   await page.getByRole('application').focus();
   await page.keyboard.press('End');
-  await page.keyboard.type(' of Ada');
-  await inspected.search('Passwords of Ada');
+  await page.keyboard.type(' of Ad');
+  const composer = await page.context().newCDPSession(page);
+  await composer.send('Input.imeSetComposition', { text: '´', selectionStart: 1, selectionEnd: 1 });
+  await composer.send('Input.insertText', { text: 'é' });
+  await page.keyboard.insertText('☃');
+  await page.keyboard.type('!');
+  await inspected.search('Passwords of Adé☃!');
   await page.getByText('1 found').waitFor();
   await page.getByRole('application').press('Escape');
   await page.getByText('0 found').waitFor();
@@ -70,8 +75,22 @@ inspecting('a person acts in the picture, and the tree follows', ['keepassxc'], 
 inspecting('a program that ends is said to have ended, and starts again', [process.env.QUICK], async (inspected) => {
   const page = await inspected.open();
   const first = await inspected.pid();
-  process.kill(first);
+  const [{ element }] = (await inspected.call('window.list')).windows;
+  const { locators } = await inspected.call('element.locators', { element });
+  await inspected.act(true);
+  await inspected.openSteps([{ act: 'close', element: { locators } }]);
+  await page.evaluate(() => {
+    const dot = document.querySelector('.dot');
+    window.states = new Set();
+    const see = () => window.states.add(dot.innerText);
+    new MutationObserver(see).observe(dot, { subtree: true, childList: true, characterData: true });
+  });
+  await page.getByRole('button', { name: 'Play', exact: true }).click();
+  await page.locator('.step-passed').waitFor();
   await page.getByText('has ended').waitFor();
+  assert.deepEqual(await page.evaluate(() => [...window.states]), ['ended']);
+  assert.equal(await page.getByRole('alert').count(), 1);
+  assert.equal(await page.locator('.hint').count(), 0);
   await page.getByRole('button', { name: 'Start it again' }).click();
   await page.getByText('running', { exact: true }).waitFor();
   assert.notEqual(await inspected.pid(), first);

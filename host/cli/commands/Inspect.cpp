@@ -83,6 +83,12 @@ std::vector<std::string> runOptions(const InspectOptions& options) {
   return words;
 }
 
+// For a program that does not come up.
+std::string advice(const InspectOptions& options) {
+  if (options.ownDisplay || hasScreen()) return "";
+  return "There is no display here: --display gives it one of its own. ";
+}
+
 // What there is to look at from the beginning.
 void choose(Feed& feed, Invocation& invocation, const InspectOptions& options) {
   if (!options.command.empty()) {
@@ -97,7 +103,8 @@ void choose(Feed& feed, Invocation& invocation, const InspectOptions& options) {
 void inspect(Invocation& invocation, const InspectOptions& options) {
   if (!options.command.empty()) requireProgram(options.command.front());
   const AwaitedSignals signals;
-  Feed feed(options.command.empty() ? std::vector<std::string>() : runOptions(options));
+  Feed feed(options.command.empty() ? std::vector<std::string>() : runOptions(options),
+            advice(options));
   Inspector inspector(feed, options.port);
   choose(feed, invocation, options);
   const DoorFile door(inspector.address());

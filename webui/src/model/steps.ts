@@ -63,7 +63,10 @@ export class Steps {
   setText(at: number, text: string): Steps {
     const step = this.list[at]!;
     const name = memberOfText(step);
-    return name ? this.replaced(at, { ...step, [name]: text }) : this;
+    if (!name) return this;
+    // What the field held then is of the text before.
+    const { value: _value, ...typed } = step;
+    return this.replaced(at, { ...(step.act === 'type' ? typed : step), [name]: text } as Step);
   }
 
   // What is typed is not kept: its name stands in its place, or an empty text in that of the name.
@@ -166,29 +169,20 @@ export function elementInWords(step: Step): string {
   return element ? `${element.class ?? ''} ${name}`.trim() : '';
 }
 
+// What a session was recorded with.
+export interface RecordedWith {
+  program: string[];
+  toolkit: string;
+  agent: string;
+}
+
 // One step a line.
-export function asFile(steps: readonly Step[], program: string[], toolkit: string): string {
-  const header = { tarniSession: 2, program, toolkit, recorded: new Date().toISOString() };
+export function asFile(steps: readonly Step[], recordedWith: RecordedWith): string {
+  const times = steps.map((step) => step.time || Infinity);
+  const began = Math.min(Date.now(), ...times);
+  const recorded = new Date(began).toISOString().replace(/\.\d+/, '');
+  const header = { tarniSession: 2, ...recordedWith, recorded };
   const first = JSON.stringify(header).slice(0, -1);
   const lines = steps.map((step, at) => JSON.stringify({ ...step, order: at + 1 }));
   return `${first},"steps":[\n${lines.join(',\n')}\n]}\n`;
-}
-
-// Throws with a sentence for a person.
-export function fromFile(text: string): Step[] {
-  let read: { tarniSession?: number; steps?: unknown };
-  try {
-    read = JSON.parse(text);
-  } catch {
-    throw new Error('That file is no session: it is no JSON, or was cut off');
-  }
-  if (read?.tarniSession !== 2) {
-    throw new Error('That file is no session of version 2, as tarni record writes them');
-  }
-  const { steps } = read;
-  const isStep = (one: unknown) => typeof (one as Step)?.act === 'string';
-  if (!Array.isArray(steps)) throw new Error('That session has no steps');
-  const wrong = steps.findIndex((one) => !isStep(one));
-  if (wrong >= 0) throw new Error(`Line ${wrong + 2} of that session is no step`);
-  return steps;
 }

@@ -1,5 +1,6 @@
 // What the page asks of the tool that serves it, and what that tells by itself.
 import type { WrittenLocator } from '../model/locators';
+import type { Step } from '../model/steps';
 
 export interface Rect {
   x: number;
@@ -59,6 +60,7 @@ export interface ProgramEvent {
   command: string;
   words: string[]; // of the same
   toolkit: string;
+  agent: string; // its version
   hasInput: boolean;
   canStart: boolean;
   isRecording: boolean;
@@ -177,6 +179,11 @@ export interface Played {
 // `secrets` are the values of what a session names alone.
 export function play(step: object, secrets: Record<string, string>): Promise<Played> {
   return request('play', { step, secrets });
+}
+
+// The steps of a session file, as the tool reads it. Fails with the line of what is wrong.
+export async function openSession(session: string, name: string): Promise<Step[]> {
+  return (await request<{ steps: Step[] }>('open', { session, name })).steps;
 }
 
 // The test that does what the steps of a session file do.

@@ -1,7 +1,7 @@
 // What is done with all steps: recording, playing, undoing, files.
 import { useRef } from 'preact/hooks';
-import { asFile, fromFile } from '../model/steps';
-import { exportTest, record } from '../net/server';
+import { asFile } from '../model/steps';
+import { exportTest, openSession, record } from '../net/server';
 import { store, useStore } from './store';
 
 export function toggleRecording(): void {
@@ -90,13 +90,28 @@ export function StepBar() {
         accept=".json,application/json"
         onChange={(event) => void open(event.currentTarget)}
       />
+      <Sum />
     </div>
+  );
+}
+
+// Of the steps that stand here, once there is a result.
+function Sum() {
+  const { steps, progress } = useStore();
+  const results = steps.list.map((step) => progress.results.get(step));
+  if (progress.playing || !results.some((one) => one)) return null;
+  const passed = results.filter((one) => one && !one.hasFailed).length;
+  return (
+    <span class="said said-below" role="status">
+      {passed} of {results.length} passed
+    </span>
   );
 }
 
 function fileOfSteps(): string {
   const { program, steps } = store;
-  return asFile(steps.list, program?.words ?? [], program?.toolkit ?? '');
+  const { words = [], toolkit = '', agent = '' } = program ?? {};
+  return asFile(steps.list, { program: words, toolkit, agent });
 }
 
 function nameOfProgram(): string {
@@ -125,7 +140,8 @@ async function open(input: HTMLInputElement): Promise<void> {
   const [chosen] = input.files ?? [];
   if (!chosen) return;
   try {
-    store.set({ steps: store.steps.opened(fromFile(await chosen.text())), problem: '' });
+    const steps = await openSession(await chosen.text(), chosen.name);
+    store.set({ steps: store.steps.opened(steps), problem: '' });
   } catch (error) {
     store.set({ problem: (error as Error).message });
   }

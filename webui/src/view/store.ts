@@ -168,6 +168,7 @@ export class Store {
   // Another program begins, whose elements are others.
   private forget(): void {
     if (this.program?.pid === undefined) return;
+    this.problem = '';
     this.costs = [];
     this.pictures.clear();
     this.foldedByHand.clear();
