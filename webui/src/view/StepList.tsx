@@ -1,11 +1,14 @@
 // The steps of a session: recorded in the program or in the picture, edited, kept as a file.
 import { portraitOf } from '../model/portrait';
+import { nameOf } from '../model/tree';
 import { useNarrow } from './narrow';
 import { Sides } from './Sides';
 import { StepBar } from './StepBar';
 import { StepRow } from './StepRow';
 import { store, useStore } from './store';
 import { usePanel } from './Tabs';
+
+const mostOfName = 40;
 
 export function StepsPanel() {
   return (
@@ -22,13 +25,13 @@ export function StepsPanel() {
 }
 
 function List() {
-  const { steps, node } = useStore();
+  const { steps, node, program } = useStore();
   return (
     <div class="scrolls steps">
       {steps.list.length === 0 ? (
         <p class="empty">
-          Record (R), and use the program, in its own window or in the picture with Act on: each
-          thing that you do becomes a step here.
+          {program?.isRecording ? 'Use the program' : 'Record (R), and use the program'}, in its own
+          window or in the picture with Act on: each thing that you do becomes a step here.
         </p>
       ) : (
         <ol class="step-list">
@@ -67,7 +70,7 @@ function Checks() {
   return (
     <div class="checks">
       <span>
-        Check of <b>{node!.is.class}</b>:
+        Check of <b>{node!.is.class}</b> {nameOf(node!).slice(0, mostOfName)}:
       </span>
       <button onClick={() => add({ is: 'visible' })}>is visible</button>
       {text !== undefined && !node!.is.secure && (

@@ -47,6 +47,7 @@ function Search() {
   const { query, found } = useStore();
   const unseen = found.nodes.filter((node) => !node.is.visible).length;
   const count = `${found.nodes.length} found${unseen ? `, ${unseen} hidden` : ''}`;
+  const isInVain = query && !found.nodes.length;
   const said = !query.trim() ? '' : found.problem || count;
   return (
     <div class="panel-bar search">
@@ -69,7 +70,7 @@ function Search() {
       <span
         id="search-said"
         role="status"
-        class={found.problem || (query && !found.nodes.length) ? 'said said-bad' : 'said'}
+        class={`said ${isInVain ? 'said-bad' : ''} ${found.problem && 'said-below'}`}
       >
         {said}
       </span>
