@@ -197,8 +197,17 @@ TEST_P(ConformanceSession, AWaitIsWokenByAnotherClient) {
 TEST_P(ConformanceSession, ADialogThatAClickOpensKeepsNobodyFromBeingAnswered) {
   const SessionWire one = client();
   const long details = handle(one, {{"textContains", "details"}});
+  one.ask("element.focus", {{"element", handle(one, {{"placeholder", "User name"}})}});
   one.ask("element.click", {{"element", details}});
   one.ask("wait.for", {{"conditions", json::array({shows("Really?")})}});
+  std::map<json, json> isKey;
+  for (const json& window : one.ask("window.list", json::object())["windows"]) {
+    isKey[window["element"]] = window["key"];
+  }
+  for (const json& element : one.ask("element.find", {{"focused", true}})["elements"]) {
+    const json whole = one.ask("element.describe", {{"element", element["element"]}});
+    EXPECT_EQ(isKey[whole["description"]["window"]], true) << element << " is behind the dialog";
+  }
   const long button = handle(one, {{"kind", "UIButton"}, {"text", "OK"}});
   one.ask("element.click", {{"element", button}});
   one.ask("wait.for", {{"conditions", json::array({shows("Accepted")})}});

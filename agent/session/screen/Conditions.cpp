@@ -29,7 +29,7 @@ Json toldOf(const Match& match) {
                {"text", textOf(match.view).value_or("")},
                {"visible", match.place.isVisible},
                {"enabled", match.view->isUserInteractionEnabled()},
-               {"focused", match.view->isFirstResponder()}};
+               {"focused", isFocused(match.view)}};
   if (const auto checked = isChecked(match.view)) told["checked"] = *checked;
   return told;
 }

@@ -17,7 +17,8 @@ constexpr Parameter kMembers[] = {
      "`\\UIWindowContent[0]\\UIButton[1]`; in a page from its root: "
      "`\\HTML[0]\\BODY[0]\\BUTTON[1]`."},
     {"visible", Kind::Flag, kOptional, "Whether anything of it is to be seen."},
-    {"focused", Kind::Flag, kOptional, "Whether it has the focus."},
+    {"focused", Kind::Flag, kOptional,
+     "Whether it has the focus, in the window that has the keyboard."},
     {"group", Kind::Text, kOptional,
      "The label or the identifier of something that it stands in, below the window."},
     {"windowTitle", Kind::Text, kOptional, "The title of the window that it stands in."},

@@ -2,6 +2,7 @@
 
 #include "agent/elements/ViewKinds.h"
 #include "agent/session/screen/Elements.h"
+#include "platform/Platform.h"
 #include "platform/UIKit/Classes.h"
 #include "platform/UIKit/UIControls.h"
 #include "platform/UIKit/UIItems.h"
@@ -107,6 +108,12 @@ bool isEditable(const UIViewRef& view) {
          (view->isKindOfClass(uikit::UITextField) || view->isKindOfClass(uikit::UITextView));
 }
 
+bool isFocused(const UIViewRef& view) {
+  if (!view->isFirstResponder()) return false;
+  const platform::UIWindowRef key = platform::current().application->keyWindow();
+  return !key || view->window() == key;
+}
+
 void describe(const UIViewRef& view, Handle handle, const Place& place, JsonText& text) {
   text.add("element", static_cast<long>(handle));
   text.add("class", view->getClass()->name());
@@ -120,7 +127,7 @@ void describe(const UIViewRef& view, Handle handle, const Place& place, JsonText
   text.add("rect", place.rect);
   text.add("visible", place.isVisible);
   text.add("enabled", view->isUserInteractionEnabled());
-  text.add("focused", view->isFirstResponder());
+  text.add("focused", isFocused(view));
   text.add("editable", isEditable(view));
   if (isSecret) text.add("secure", true);
   if (const auto checked = isChecked(view)) text.add("checked", *checked);
@@ -157,7 +164,8 @@ std::string_view descriptionInWords() {
          "| `placeholder` | of a text field |\n"
          "| `rect` | x, y, width, height in points of its window |\n"
          "| `visible` | neither hidden nor clipped away; what covers it does not count |\n"
-         "| `enabled`, `focused`, `editable` | |\n"
+         "| `enabled`, `editable` | |\n"
+         "| `focused` | it has the focus, in the window that has the keyboard |\n"
          "| `secure` | true for a field that does not show what is typed: its text is dots here, "
          "too |\n"
          "| `checked` | of a switch, a check box, a radio button, a button or a menu entry that "

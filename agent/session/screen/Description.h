@@ -39,6 +39,8 @@ std::optional<std::string> placeholderOf(const platform::UIViewRef& view);
 // Null where the question does not arise.
 std::optional<bool> isChecked(const platform::UIViewRef& view);
 bool isEditable(const platform::UIViewRef& view);
+// Whether keys go to it: each window remembers what has its focus, and one has the keyboard.
+bool isFocused(const platform::UIViewRef& view);
 
 // Writes the members of the description, without brackets. Texts that are nil, and states that the
 // view has not got, are left out.

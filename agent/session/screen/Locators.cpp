@@ -107,7 +107,7 @@ std::vector<Candidate> candidates(const UIViewRef& view, ReachedBy way) {
   const Text title = titleOfWindow(view);
   const bool isWindow = view->isKindOfClass(platform::uikit::UIWindow);
   if (title && !isWindow) addScoped(0, named, &Criteria::windowTitle, *title);
-  if (way == ReachedBy::Keys && isEditable(view) && view->isFirstResponder()) {
+  if (way == ReachedBy::Keys && isEditable(view) && isFocused(view)) {
     all.push_back({{{.className = className, .focused = true}}});
   }
   add(&Criteria::className, className);

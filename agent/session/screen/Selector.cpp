@@ -95,7 +95,7 @@ bool Selector::fits(const Seen& seen) const {
   }
   if (is.placeholder && placeholderOf(view) != *is.placeholder) return false;
   if (is.label && view->accessibilityLabel() != *is.label) return false;
-  if (is.focused && view->isFirstResponder() != *is.focused) return false;
+  if (is.focused && isFocused(view) != *is.focused) return false;
   if (is.visible && seen.place().isVisible != *is.visible) return false;
   if (is.group && !standsIn(view, *is.group)) return false;
   return !is.windowTitle || titleOfWindow(view) == *is.windowTitle;
