@@ -5,6 +5,7 @@
 #include <string_view>
 #include <thread>
 
+#include "host/guard/Printable.h"
 #include "host/player/Acting.h"
 #include "host/player/Acts.h"
 #include "host/player/Pictures.h"
@@ -42,6 +43,24 @@ bool mayPass(const RequestError& error) {
   return std::ranges::find(kNames, error.name()) != kNames.end();
 }
 
+// What stands before the window that the step was recorded in, for a person; "" for nothing.
+std::string inFrontOf(SessionClient& client, const Step& step) {
+  const auto recorded = textIn(objectIn(step.element(), "near"), "window");
+  if (recorded.empty()) return "";
+  try {
+    for (const Json& window : client.call("window.list").value("windows", std::vector<Json>())) {
+      const auto title = textIn(window, "title");
+      if (!window.value("key", false) || title == recorded) continue;
+      const std::string kind = window.value("modal", false) ? "dialog" : "window";
+      return "; in front stands " + (title.empty() ? "a " + kind + " without a title"
+                                                   : "the " + kind + " " + inQuotes(title));
+    }
+  } catch (const std::runtime_error&) {
+    // It has been said why the step failed.
+  }
+  return "";
+}
+
 }  // namespace
 
 // The pictures of one step.
@@ -77,7 +96,7 @@ Played Player::play(const Step& step) {
     played.seconds = secondsSince(start);
     if (manner_.takesPictures) show.after();
   } catch (const StepFailure& failure) {
-    played.message = failure.what();
+    played.message = failure.what() + inFrontOf(client_, step);
     played.isMissing = failure.candidates().has_value();
     played.candidates = failure.candidates().value_or(std::vector<Candidate>());
     if (manner_.takesPictures && played.before.data.empty()) show.before();

@@ -100,8 +100,28 @@ TEST_F(Plays, SayWhatWasThereInsteadAndGoOnWhenAsked) {
   const auto part = play({"--from", "2", "--until", "2"});
   EXPECT_EQ(part.code, 0) << part.output;
   EXPECT_THAT(part.output, HasSubstr("1 of 1 steps passed"));
-  EXPECT_EQ(play({"--from", "9"}).code, 2);
+  EXPECT_THAT(play({"--from", "9"}).output, HasSubstr("has 4 steps: there is no step 9"));
+  EXPECT_EQ(play({"--from", "9", "--until", "3"}).code, 2);
   EXPECT_EQ(play({"--port", "9898"}).code, 2);
+}
+
+TEST_F(Plays, TypeIntoNoFieldOfAWindowBehindTheOneInFront) {
+  while (!session_.steps().empty()) session_.remove(0);
+  session_.program = {built("bin/qt-sample-6")};
+  const Json field = element({{{"identifier", "username"}}});
+  Json nameless = element({{{"class", "UITextField"}, {"focused", true}}});
+  nameless["near"] = {{"window", "Tarni Sample"}};
+  add(step("type", field, {{"text", "Ada"}}));
+  add(step("type", nameless, {{"text", " Byron"}}));
+  add(Step::check(field, "Ada Byron"));
+  add(step("click", element({{{"identifier", "details"}}})));
+  add(step("type", nameless, {{"text", "!"}}));
+  session_.save(file_);
+  const auto played = play({}, {{"QT_QPA_PLATFORM", "offscreen"}});
+  EXPECT_EQ(played.code, 1);
+  EXPECT_THAT(played.output,
+              HasSubstr("step 5 (type): not found: class=UITextField && focused=true fits nothing; "
+                        "in front stands the dialog \"Details\""));
 }
 
 }  // namespace

@@ -1,5 +1,4 @@
 #include <CLI/CLI.hpp>
-#include <algorithm>
 #include <iostream>
 #include <memory>
 #include <nlohmann/json.hpp>
@@ -53,11 +52,13 @@ void replaceText(Invocation& invocation, const Target& target) {
 
 // Who names no element wants to know which has it now.
 void sayWhere(Invocation& invocation) {
-  const auto elements = invocation.ask("tree.get").value("elements", std::vector<Json>());
-  const auto found =
-      std::ranges::find_if(elements, [](const Json& element) { return isSet(element, "focused"); });
-  if (found == elements.end()) return;
-  std::cerr << "tarni: typed into " << handleOf(*found) << ", " << elementInWords(*found, true)
+  Selector selector;
+  selector.isFocused = true;
+  const auto focused = findAll(invocation.needSession(), {selector});
+  if (focused.empty()) return;
+  // A control has the focus together with the field in it.
+  const Json& element = focused.back();
+  std::cerr << "tarni: typed into " << handleOf(element) << ", " << elementInWords(element, true)
             << '\n';
 }
 
