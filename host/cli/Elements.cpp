@@ -35,6 +35,14 @@ std::string quoted(const Json& description, const char* member) {
   return value ? Terminal::clipped(inQuotes(*value), Terminal::kTextColumns) : "";
 }
 
+// Its title; several may have the same, and a menu has none.
+std::string nameOf(const Json& window, const std::vector<Json>& all) {
+  const auto title = textIn(window, "title");
+  const auto hasTitle = [&title](const Json& one) { return textIn(one, "title") == title; };
+  if (std::ranges::count_if(all, hasTitle) == 1 && !title.empty()) return title;
+  return title + (title.empty() ? "(" : " (") + valueIn(window, "element").value_or("?") + ")";
+}
+
 const Terminal::Row kHeading = {"ID",   "CLASS",      "AT",    "SIZE", "STATE",
                                 "TEXT", "IDENTIFIER", "LABEL", "HINT", "WINDOW"};
 
@@ -81,7 +89,8 @@ long handleOf(const std::string& word) {
   const auto [end, error] = std::from_chars(word.data(), word.data() + word.size(), handle);
   if (error == std::errc() && end == word.data() + word.size()) return handle;
   throw NotFound("no element has the identifier " + word +
-                 ": they are numbers, as `tarni find` prints them. By what it shows: --text " +
+                 ": they are numbers, as `tarni find` prints them. By " +
+                 (word.starts_with("UI") ? "its class: --tag " : "what it shows: --text ") +
                  inQuotes(word));
 }
 
@@ -142,7 +151,7 @@ void addWindows(Invocation& invocation, std::span<Json> elements) {
     const auto window = valueIn(invocation.described(handleOf(element)), "window");
     const auto its = std::ranges::find_if(
         windows, [&](const Json& one) { return valueIn(one, "element") == window; });
-    if (its != windows.end()) element[kWindowTitle] = valueIn(*its, "title").value_or("");
+    if (its != windows.end()) element[kWindowTitle] = nameOf(*its, windows);
   }
 }
 
@@ -155,7 +164,7 @@ void printElements(const std::vector<Json>& elements) {
   }));
 }
 
-void printDifferences(const std::vector<Json>& elements) {
+void printDifferences(const std::vector<Json>& elements, bool areNumbered) {
   std::vector<Terminal::Row> rows{kHeading};
   for (const auto& element : elements) {
     if (rows.size() <= kMostListed) rows.push_back(rowOf(element));
@@ -163,9 +172,8 @@ void printDifferences(const std::vector<Json>& elements) {
   auto telling = columnsOf(rows, [](std::size_t, const auto& cells) {
     return std::ranges::any_of(cells, [&cells](auto& cell) { return cell != cells.front(); });
   });
-  telling.front().insert(telling.front().begin(), "--nth");
-  for (std::size_t row = 1; row < telling.size(); ++row) {
-    telling[row].insert(telling[row].begin(), std::to_string(row));
+  for (std::size_t row = 0; areNumbered && row < telling.size(); ++row) {
+    telling[row].insert(telling[row].begin(), row == 0 ? "--nth" : std::to_string(row));
   }
   Terminal::printTable(std::move(telling), std::cerr);
   if (elements.size() > kMostListed) std::cerr << "…\n";

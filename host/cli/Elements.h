@@ -35,9 +35,9 @@ void addWindows(Invocation& invocation, std::span<Json> elements);
 void printElements(const std::vector<Json>& elements);
 // How many elements are listed to be chosen from.
 inline constexpr std::size_t kMostListed = 20;
-// The same on standard error, numbered as --nth takes it and without the columns that are the same
-// for all.
-void printDifferences(const std::vector<Json>& elements);
+// The same on standard error, without the columns that are the same for all; `areNumbered` is
+// whether --nth may choose one.
+void printDifferences(const std::vector<Json>& elements, bool areNumbered);
 
 // All members of an object, a line each.
 void printMembers(const Json& object);

@@ -11,6 +11,21 @@
 
 namespace tarni::host {
 
+namespace {
+
+// Of those with a session channel that only --in reaches.
+std::string namesOfIsolated() {
+  const ProgramRegistry registry;
+  std::string names;
+  for (const auto& program : registry.all()) {
+    if (isInThisNetwork(program.pid) || !registry.sessionOf(program)) continue;
+    names += (names.empty() ? "" : ", ") + program.name;
+  }
+  return names;
+}
+
+}  // namespace
+
 milliseconds fromSeconds(double seconds) {
   return std::chrono::round<milliseconds>(std::chrono::duration<double>(seconds));
 }
@@ -48,11 +63,15 @@ SessionClient* Invocation::session() {
 
 SessionClient& Invocation::needSession() {
   if (auto* const client = session()) return *client;
+  if (options.port != 0) {
+    throw std::invalid_argument("this goes over the session channel only, which --port passes by");
+  }
+  const auto isolated = options.in.empty() ? namesOfIsolated() : "";
   throw std::invalid_argument(
-      options.port != 0
-          ? "this goes over the session channel only, which --port passes by"
-          : "this goes over the session channel, and no program with one runs here: `tarni run` "
-            "opens it, `tarni list` names those that run, and --in chooses one");
+      "this goes over the session channel, and no program with one runs here" +
+      (isolated.empty() ? ": `tarni run` opens it, `tarni list` names those that run, and --in "
+                          "chooses one"
+                        : "; --in chooses one of those that run isolated: " + isolated));
 }
 
 Json Invocation::described(long element) {

@@ -250,7 +250,8 @@ std::optional<std::size_t> Target::chosen(std::size_t count) const {
 }
 
 void Target::refuseSeveral(std::size_t count) const {
-  throw NotFound(locator_.several(count) + " fit: say more, or choose with --first or --nth");
+  throw NotFound(locator_.several(count) + " fit: say more, or " +
+                 (hasOptions_ ? "choose with --first or --nth" : "give its identifier"));
 }
 
 std::string Target::choose(const std::vector<std::string>& found) const {
@@ -270,7 +271,7 @@ Json Target::choose(Invocation& invocation, std::vector<Json> found) const {
   const auto enabled = std::ranges::find_if(found, has("enabled"));
   if (std::ranges::count_if(found, has("enabled")) == 1) return std::move(*enabled);
   addWindows(invocation, std::span(found).first(std::min(found.size(), kMostListed)));
-  printDifferences(found);
+  printDifferences(found, hasOptions_);
   if (isHidden) std::cerr << "None of them is visible.\n";
   refuseSeveral(found.size());
 }

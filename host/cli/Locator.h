@@ -78,7 +78,7 @@ class Target {
  public:
   Target() = default;
   // An element that looks so, as `parseChain` reads it.
-  explicit Target(std::string chain) : locator_(std::move(chain)) {}
+  explicit Target(std::string chain) : locator_(std::move(chain)), hasOptions_(false) {}
 
   // The locator's options, --tag, --first, --nth and positional arguments: the element's identifier
   // unless a locator is given, then what `others` names.
@@ -113,6 +113,7 @@ class Target {
   Json choose(Invocation& invocation, std::vector<Json> found) const;
 
   Locator locator_;
+  bool hasOptions_ = true;  // --first and --nth among them
   bool first_ = false;
   std::optional<std::size_t> nth_;
   std::vector<std::string> arguments_;

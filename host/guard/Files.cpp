@@ -51,6 +51,11 @@ std::string whyForeign(const struct stat& info) {
   return (info.st_mode & (S_IWGRP | S_IWOTH)) != 0 ? "others may write to it" : "";
 }
 
+[[noreturn]] void failToRead(const fs::path& path) {
+  const auto reason = std::system_category().message(errno);
+  throw std::runtime_error("cannot read " + path.string() + ": " + reason);
+}
+
 }  // namespace
 
 PrivateFile::PrivateFile(const fs::path& path) : path_(path), place_(followed(path)) {
@@ -132,15 +137,13 @@ void makePrivateFolder(const fs::path& path) {
 ReadFile readFile(const fs::path& path) {
   const Descriptor file(open(path.c_str(), O_RDONLY | O_CLOEXEC));
   struct stat info {};
-  if (file.number() < 0 || fstat(file.number(), &info) != 0) {
-    throw std::runtime_error("cannot read " + path.string());
-  }
+  if (file.number() < 0 || fstat(file.number(), &info) != 0) failToRead(path);
   ReadFile result{"", whyForeign(info)};
   std::array<char, 65536> bytes{};
   while (true) {
     const auto count = read(file.number(), bytes.data(), bytes.size());
     if (count == 0) return result;
-    if (count < 0 && errno != EINTR) throw std::runtime_error("cannot read " + path.string());
+    if (count < 0 && errno != EINTR) failToRead(path);
     if (count > 0) result.text.append(bytes.data(), static_cast<std::size_t>(count));
     if (result.text.size() > kMostBytes) {
       throw std::runtime_error("cannot read " + path.string() + ": it is too large");

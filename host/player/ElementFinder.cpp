@@ -2,9 +2,7 @@
 
 #include <algorithm>
 
-#include "host/guard/Printable.h"
 #include "host/session/Step.h"
-#include "host/session_client/Selector.h"
 
 namespace tarni::host {
 
@@ -111,12 +109,6 @@ void ElementFinder::explain(const Json& element, const std::vector<Way>& ways, c
   const Json tree = client_.call("tree.get");
   const auto elements = tree.value("elements", std::vector<Json>());
   throw StepFailure(why, candidatesFor(element, elements));
-}
-
-std::string locatorInWords(const Json& find) {
-  auto selector = Selector::fromParameters(find);
-  selector.isVisible.reset();
-  return printable(selector.written());
 }
 
 }  // namespace tarni::host

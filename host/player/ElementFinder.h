@@ -54,7 +54,4 @@ class ElementFinder {
   std::set<std::string> strangeTitles_;  // that were waited for in vain
 };
 
-// `text=OK && class=UIButton`
-std::string locatorInWords(const Json& find);
-
 }  // namespace tarni::host

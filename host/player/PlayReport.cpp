@@ -7,7 +7,7 @@
 
 #include "PageParts.h"
 #include "host/guard/Printable.h"
-#include "host/player/ElementFinder.h"
+#include "host/session/Step.h"
 
 namespace tarni::host {
 

@@ -274,7 +274,16 @@ std::string elementInWords(const Json& element, bool isValue) {
   const auto beside = textIn(objectIn(element, "near"), "label");
   const auto name = isNamed ? label : isValue ? beside : text;
   const auto words = printable(textIn(element, "class"));
-  return name.empty() ? words : words + " " + inQuotes(name);
+  if (!name.empty()) return words + (words.empty() ? "" : " ") + inQuotes(name);
+  // A step that is written by hand may have no more than locators.
+  const auto ways = locatorsIn(element);
+  return words.empty() && !ways.empty() ? locatorInWords(ways.front()) : words;
+}
+
+std::string locatorInWords(const Json& find) {
+  auto selector = Selector::fromParameters(find);
+  selector.isVisible.reset();
+  return printable(selector.written());
 }
 
 std::optional<std::string> memberAsText(const Json& object, const char* name) {

@@ -59,6 +59,9 @@ inline constexpr double kPointsANotch = 120;
 // The ways to find an element of a step, best first: each the parameters of `element.find`.
 std::vector<Json> locatorsIn(const Json& element);
 
+// `text=OK && class=UIButton`
+std::string locatorInWords(const Json& find);
+
 // Whether something told the element from all others when it was recorded: not so a menu's window.
 bool isToBeTold(const Json& element);
 

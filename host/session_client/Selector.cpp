@@ -181,7 +181,9 @@ void Selector::require(const Json& parameters) {
 }
 
 std::string withBackslashes(std::string position) {
-  if (position.starts_with('/')) std::ranges::replace(position, '/', '\\');
+  // Two slashes begin what only XPath itself knows.
+  const bool isPosition = position.starts_with('/') && !position.starts_with("//");
+  if (isPosition) std::ranges::replace(position, '/', '\\');
   return position;
 }
 

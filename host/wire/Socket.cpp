@@ -107,7 +107,8 @@ std::string explanation(std::uint16_t port, int error) {
            ": a program's recorder serves one client only, and ends with the first playback "
            "command or as a playback client leaves; start the program anew";
   }
-  return "nothing listens on " + number + ": is the program running with the agent?";
+  return "nothing listens on " + number +
+         ": is the program running with the agent, as `tarni run` starts it?";
 }
 
 std::string explanation(const std::string& path, int error) {

@@ -97,6 +97,7 @@ TEST_F(CommandLine, EndsWithACodeForEveryOutcome) {
       {{"click", "GONE"}, 1, "no element has the identifier GONE"},
       {{"click", "--tag", "UIButton"}, 1, "2 UIButton fit"},
       {{"click"}, 2, "which element?"},
+      {{"click", "--xpath", "//UIButton[@a='b']"}, 1, "no element at //UIButton[@a='b'] is"},
       {{"find", "--text", "a", "--xpath", "b"}, 2, "tarni: --text excludes"},
       {{"swipe", "ID-OK", "sideways"}, 2, "where to?"},
       {{"frobnicate"}, 2, "\"frobnicate\" is no command"},

@@ -83,6 +83,7 @@ TEST_F(Isolation, OfAProgramLeavesNoWayToItsPorts) {
   // Nothing outside reaches it, at whatever address.
   EXPECT_EQ(reachedPorts(), 0);
   EXPECT_EQ(tarni({"--connect-timeout", "0", "find", "UIButton"}, environment_).code, 3);
+  EXPECT_THAT(tarni({"windows"}, environment_).output, HasSubstr("run isolated: alone"));
   // Nor is there a way out of it.
   EXPECT_EQ(interfacesOf(*program), 1) << "more than the loopback interface";
   EXPECT_THAT(networkFile(*program, "fib_trie"), Not(HasSubstr(kOutside)));

@@ -126,7 +126,7 @@ TEST(Answer, IsRefusedBeyondWhatAnAgentSends) {
 TEST(Connecting, TellsAMissingProgramFromAPortThatIsHeld) {
   EXPECT_THAT([] { PlaybackClient(0ms, 1s); },
               ThrowsMessage<WireError>("nothing listens on 9898: is the program running with the "
-                                       "agent?"));
+                                       "agent, as `tarni run` starts it?"));
   std::promise<void> done;
   const ScriptedAgent agent(kPlaybackPort, [&done](Peer&) { done.get_future().wait(); });
   const PlaybackClient holder(2s, 1s);

@@ -202,8 +202,9 @@ class ChannelPlay : public PlayObserver {
     const auto last = std::min(options_.until, count);
     const bool isWhole = options_.from <= 1 && options_.until >= count;
     if (isWhole || options_.from <= last) return;
+    if (options_.from > options_.until) throw std::invalid_argument("--until is before --from");
     throw std::invalid_argument(options_.file + " has " + std::to_string(count) +
-                                " steps: none is between --from and --until");
+                                " steps: there is no step " + std::to_string(options_.from));
   }
 
   bool isPart() const { return options_.from > 1 || options_.until < session_.steps().size(); }
