@@ -67,7 +67,12 @@ void Conformance::TearDown() {
 }
 
 Playback& Conformance::playback() {
-  if (!playback_) playback_ = std::make_unique<Playback>();
+  if (playback_) return *playback_;
+  playback_ = std::make_unique<Playback>();
+  // The list has rows once the compositor has agreed to the window's size.
+  if (GetParam().isOnWayland) {
+    EXPECT_TRUE(eventually([&] { return !playback_->find("UITableViewCell").empty(); }));
+  }
   return *playback_;
 }
 
