@@ -6,6 +6,7 @@
 
 #include "agent/elements/ViewKinds.h"
 #include "agent/elements/WebViews.h"
+#include "platform/Foundation/Characters.h"
 #include "platform/Foundation/Guarded.h"
 #include "platform/Platform.h"
 #include "platform/UIKit/Classes.h"
@@ -62,10 +63,6 @@ bool isModifier(std::string_view key) {
   constexpr std::string_view kKeys[] = {"Shift", "Control",  "Alt",     "AltGraph",
                                         "Meta",  "CapsLock", "NumLock", "ScrollLock"};
   return std::ranges::find(kKeys, key) != std::end(kKeys);
-}
-
-bool isInsideCharacter(char byte) {
-  return (static_cast<unsigned char>(byte) & 0xC0U) == 0x80U;
 }
 
 bool isPrintable(std::string_view text) {
@@ -258,7 +255,7 @@ void Acts::keyDown(const InputEvent& event) {
   if (isPlain && event.key == "Backspace" && isOpen(acts::kType, event.view) &&
       !open_->act.text.empty()) {
     std::string& text = open_->act.text;
-    while (isInsideCharacter(text.back())) text.pop_back();
+    while (platform::isInsideCharacter(text.back())) text.pop_back();
     text.pop_back();
     open_->act.key.clear();
     return tellAtRest();

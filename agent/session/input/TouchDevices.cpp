@@ -1,11 +1,13 @@
 #include "agent/session/input/TouchDevices.h"
 
 #include <algorithm>
+#include <functional>
 #include <vector>
 
 #include "agent/session/input/Keys.h"
 #include "agent/session/protocol/SessionError.h"
 #include "agent/session/screen/Selector.h"
+#include "platform/Foundation/Characters.h"
 #include "platform/UIKit/Classes.h"
 #include "platform/UIKit/UIKeyInput.h"
 
@@ -28,9 +30,7 @@ bool isModifier(const std::string& key) {
 
 // Of one code point, not the name of a key.
 bool isCharacter(const std::string& key) {
-  return std::ranges::count_if(key, [](char byte) {
-           return (static_cast<unsigned char>(byte) & 0xC0U) != 0x80U;
-         }) == 1;
+  return std::ranges::count_if(key, std::not_fn(platform::isInsideCharacter)) == 1;
 }
 
 struct Focused {

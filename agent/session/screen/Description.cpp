@@ -2,6 +2,7 @@
 
 #include "agent/elements/ViewKinds.h"
 #include "agent/session/screen/Elements.h"
+#include "platform/Foundation/Characters.h"
 #include "platform/Platform.h"
 #include "platform/UIKit/Classes.h"
 #include "platform/UIKit/UIControls.h"
@@ -21,7 +22,7 @@ using Text = std::optional<std::string>;
 std::string masked(const std::string& text) {
   std::string dots;
   for (const char byte : text) {
-    if ((static_cast<unsigned char>(byte) & 0xC0U) != 0x80U) dots += "•";
+    if (!platform::isInsideCharacter(byte)) dots += "•";
   }
   return dots;
 }

@@ -8,12 +8,14 @@
 #include "backends/headless/Application.h"
 #include "backends/headless/views/TextField.h"
 #include "backends/headless/views/TextView.h"
+#include "platform/Foundation/Characters.h"
 #include "platform/Foundation/NSException.h"
 #include "platform/Platform.h"
 
 namespace tarni::headless {
 namespace {
 
+using platform::isInsideCharacter;
 using platform::NSException;
 using platform::UITouchPhase;
 
@@ -28,10 +30,6 @@ bool isFunctionKey(std::string_view key) {
   const auto isDigit = [](char digit) { return digit >= '0' && digit <= '9'; };
   return (key.size() == 2 || key.size() == 3) && key.front() == 'F' && key[1] != '0' &&
          std::ranges::all_of(key.substr(1), isDigit);
-}
-
-bool isInsideCharacter(char byte) {
-  return (static_cast<unsigned char>(byte) & 0xC0U) == 0x80U;
 }
 
 bool isCharacter(std::string_view key) {

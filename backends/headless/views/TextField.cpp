@@ -1,21 +1,20 @@
 #include "backends/headless/views/TextField.h"
 
 #include <algorithm>
+#include <functional>
 
 #include "backends/headless/drawing/Canvas.h"
+#include "platform/Foundation/Characters.h"
 
 namespace tarni::headless {
 namespace {
 
 constexpr double kInset = 10;  // points
 
-bool isFirstByteOfCharacter(char byte) {
-  return (static_cast<unsigned char>(byte) & 0xC0U) != 0x80U;
-}
-
 std::string dots(std::string_view text) {
   std::string hidden;
-  for (auto count = std::ranges::count_if(text, isFirstByteOfCharacter); count > 0; --count) {
+  for (auto count = std::ranges::count_if(text, std::not_fn(platform::isInsideCharacter));
+       count > 0; --count) {
     hidden += "●";
   }
   return hidden;

@@ -2,20 +2,18 @@
 
 #include <algorithm>
 
+#include "platform/Foundation/Characters.h"
+
 namespace tarni::ios {
 namespace {
 
 // The log cuts an entry at 1024 bytes, its own among them.
 constexpr std::size_t kLongestPiece = 900;
 
-bool continuesACharacter(char byte) {
-  return (static_cast<unsigned char>(byte) & 0xC0U) == 0x80U;
-}
-
 std::size_t lengthOfPiece(std::string_view line) noexcept {
   if (line.size() <= kLongestPiece) return line.size();
   std::size_t length = kLongestPiece;
-  while (length > kLongestPiece - 4 && continuesACharacter(line[length])) --length;
+  while (length > kLongestPiece - 4 && platform::isInsideCharacter(line[length])) --length;
   return length;
 }
 
