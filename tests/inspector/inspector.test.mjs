@@ -63,7 +63,9 @@ inspecting('a person acts in the picture, and the tree follows', ['keepassxc'], 
   await composer.send('Input.imeSetComposition', { text: '´', selectionStart: 1, selectionEnd: 1 });
   await composer.send('Input.insertText', { text: 'é' });
   await page.keyboard.insertText('☃');
-  await page.keyboard.type('!');
+  await page.keyboard.type('!x');
+  // As a telephone's keyboard deletes.
+  await composer.send('Input.dispatchKeyEvent', { type: 'keyDown', key: 'Unidentified', commands: ['deleteBackward'] });
   await inspected.search('Passwords of Adé☃!');
   await page.getByText('1 found').waitFor();
   await page.getByRole('application').press('Escape');
@@ -111,6 +113,8 @@ inspecting('ten thousand elements are searched, chosen and scrolled', ['/usr/bin
   assert.match(await inspected.chosen().innerText(), /Many/);
 });
 
+const elementOf = (page) => page.evaluate(() => new URLSearchParams(location.hash.slice(1)).get('element'));
+
 inspecting('a program that never rests, opens windows and hangs is shown in two pages', ['/usr/bin/python3', unruly], async (inspected) => {
   const other = await inspected.open();
   const page = await inspected.open();
@@ -120,11 +124,15 @@ inspecting('a program that never rests, opens windows and hangs is shown in two 
   await page.getByText('1 found').waitFor();
   await inspected.choose("text:Open twenty");
   const place = await inspected.middleOf();
+  const chosen = await elementOf(page);
   await inspected.act(true);
   await page.mouse.click(...place);
   for (const one of [page, other]) {
     await one.getByRole('group', { name: 'Windows' }).getByRole('button').nth(20).waitFor();
   }
+  // Far below what is chosen, which stays so.
+  await inspected.row('Window 19').waitFor();
+  assert.equal(await elementOf(page), chosen);
   await inspected.act(false);
 
   const pid = await inspected.pid();

@@ -137,13 +137,38 @@ function Screen({ windows, whole, scale, acts }: ScreenProps) {
   );
 }
 
+// Stands in the field of the keys: a telephone's keyboard deletes nothing where there is nothing.
+const something = '\u00a0';
+
+// What a telephone's keyboard does without saying which key it was.
+const keysOfEdits: Record<string, string> = {
+  deleteContentBackward: 'Backspace',
+  deleteContentForward: 'Delete',
+  deleteWordBackward: 'Control+Backspace',
+  deleteWordForward: 'Control+Delete',
+  insertLineBreak: 'Enter',
+  insertParagraph: 'Enter',
+};
+
+function clear(field: HTMLTextAreaElement): void {
+  field.value = something;
+  field.setSelectionRange(1, 1);
+}
+
 // Takes the keys while a person acts: browsers compose text for fields alone. What came of no key
 // that the program gets by itself goes on as text.
 function Keyboard() {
   const goOn = (event: Event) => {
     const field = event.currentTarget as HTMLTextAreaElement;
-    if (field.value) store.hand.text(field.value);
-    field.value = '';
+    const text = field.value.replace(something, '');
+    if (text) store.hand.text(text);
+    clear(field);
+  };
+  const edit = (event: InputEvent) => {
+    const key = event.isComposing ? undefined : keysOfEdits[event.inputType];
+    if (!key) return;
+    event.preventDefault();
+    store.hand.key(key);
   };
   return (
     <textarea
@@ -152,6 +177,8 @@ function Keyboard() {
       autocomplete="off"
       autocapitalize="off"
       spellcheck={false}
+      onFocus={(event) => clear(event.currentTarget)}
+      onBeforeInput={edit}
       onInput={(event) => !(event as InputEvent).isComposing && goOn(event)}
       onCompositionEnd={goOn}
     />

@@ -100,10 +100,12 @@ function Sum() {
   const { steps, progress } = useStore();
   const results = steps.list.map((step) => progress.results.get(step));
   if (progress.playing || !results.some((one) => one)) return null;
-  const passed = results.filter((one) => one && !one.hasFailed).length;
+  const played = results.filter((one) => one !== undefined);
+  const passed = played.filter((one) => !one.hasFailed).length;
+  const left = results.length - played.length;
   return (
     <span class="said said-below" role="status">
-      {passed} of {results.length} passed
+      {passed} of {played.length} passed{left > 0 && `, ${left} not played`}
     </span>
   );
 }

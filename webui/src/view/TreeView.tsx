@@ -89,7 +89,7 @@ function Search() {
 }
 
 function Rows() {
-  const { tree, folds, chosen, found, marked, query } = useStore();
+  const { tree, folds, chosen, opened, found, marked, query } = useStore();
   const ref = useRef<HTMLDivElement>(null);
   const [place, setPlace] = useState({ top: 0, height: 400 });
   const rows = useMemo(() => rowsOf(tree.roots), [tree.version, tree.size, folds]);
@@ -110,6 +110,8 @@ function Rows() {
     };
   }, []);
   useBringIntoSight(ref, chosen, at);
+  const below = opened === null ? -1 : rows.findIndex((row) => row.node.id === opened);
+  useBringIntoSight(ref, opened, below);
   const first = Math.max(0, Math.floor(place.top / rowHeight) - beyond);
   const last = Math.min(rows.length, Math.ceil((place.top + place.height) / rowHeight) + beyond);
   const shown = rows.slice(first, last);
@@ -143,21 +145,21 @@ function Rows() {
   );
 }
 
-// When something else is chosen, and not when the tree merely changes.
+// When it is another one, and not when the tree merely changes.
 function useBringIntoSight(
   ref: { current: HTMLDivElement | null },
-  chosen: number | null,
+  id: number | null,
   at: number,
 ): void {
   const seen = useRef<number | null>(null);
   useEffect(() => {
-    if (at < 0 || seen.current === chosen) return;
-    seen.current = chosen;
+    if (at < 0 || seen.current === id) return;
+    seen.current = id;
     const box = ref.current!;
     const top = at * rowHeight;
     const isInSight = top >= box.scrollTop && top + rowHeight <= box.scrollTop + box.clientHeight;
     if (!isInSight) box.scrollTop = top - box.clientHeight / 3;
-  }, [chosen, at]);
+  }, [id, at]);
 }
 
 interface RowProps {

@@ -29,6 +29,7 @@ export class Store {
   chosen: number | null;
   hovered: number | null = null;
   front: number | null; // the window that a person put in front
+  opened: number | null = null; // the window that opened last, and is no popup
   query: string;
   found: Found = { nodes: [], problem: '' };
   marked: Node[] = []; // what a locator that is tried fits
@@ -149,8 +150,11 @@ export class Store {
         return this.set({ program: event });
       case 'tree': {
         // What a person put in front gives way to a window that opens.
-        const hasOpened = event.windows.some((one) => !this.tree.get(one.element));
-        if (hasOpened && this.tree.size > 0) this.front = null;
+        const opened = event.windows.filter((one) => !this.tree.get(one.element));
+        if (opened.length > 0 && this.tree.size > 0) {
+          this.front = null;
+          this.opened = opened.filter((one) => !one.popup).pop()?.element ?? this.opened;
+        }
         this.tree.apply(event);
         this.marked = this.marked.filter((node) => this.tree.get(node.id));
         return this.set({});
@@ -172,7 +176,7 @@ export class Store {
     this.costs = [];
     this.pictures.clear();
     this.foldedByHand.clear();
-    this.chosen = this.hovered = this.front = null;
+    this.chosen = this.hovered = this.front = this.opened = null;
   }
 
   private search(): void {
