@@ -1,6 +1,7 @@
 // Act: one thing that a person did, however many events it took. Plain value.
 #pragma once
 
+#include <cstddef>
 #include <memory>
 #include <optional>
 #include <string>
@@ -67,8 +68,9 @@ struct Act {
   bool isSecret = false;
   // A text in a page that has not said yet whether it takes it; `key` is the one key so far.
   bool mayBeKeys = false;
-  std::optional<std::string> value = {};  // that came of it
-  std::optional<bool> state = {};         // the same
+  std::optional<std::string> value = {};   // that came of it
+  std::optional<std::size_t> choice = {};  // its place among the choices, if it is one of a list
+  std::optional<bool> state = {};          // the same
   std::optional<platform::CGSize> size = {};
 };
 

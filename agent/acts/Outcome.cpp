@@ -33,8 +33,10 @@ bool isOn(const UIViewRef& view) {
 
 Outcome::Outcome(const UIViewRef& view) : view_(view) {
   if (const UIViewRef control = nearest<platform::UIValueControl>(view)) {
+    const auto* const valued = kindOf<platform::UIValueControl>(control);
     control_ = control;
-    value_ = kindOf<platform::UIValueControl>(control)->currentValue();
+    value_ = valued->currentValue();
+    choice_ = valued->chosenPlace();
   }
   const UIViewRef toggle = nearest<platform::UISwitch>(view);
   if (toggle && toggle->isKindOfClass(platform::uikit::UISwitch)) {
@@ -62,9 +64,12 @@ UIViewRef Outcome::apply(Act& act) const {
     return view == view_.lock() ? nullptr : view;
   };
   if (const UIViewRef control = control_.lock()) {
-    std::string value = kindOf<platform::UIValueControl>(control)->currentValue();
-    if (value != value_) {
+    const auto* const valued = kindOf<platform::UIValueControl>(control);
+    std::string value = valued->currentValue();
+    const std::optional<std::size_t> choice = valued->chosenPlace();
+    if (value != value_ || choice != choice_) {
       act.value = std::move(value);
+      act.choice = choice;
       return became(acts::kChoose, control);
     }
   }

@@ -2,6 +2,7 @@
 // another value, a switch went over, a node was opened. Main thread.
 #pragma once
 
+#include <cstddef>
 #include <optional>
 #include <string>
 
@@ -30,6 +31,7 @@ class Outcome {
   platform::UIViewWeakRef view_;
   platform::UIViewWeakRef control_;
   std::string value_;
+  std::optional<std::size_t> choice_;  // among several of the same text
   platform::UIViewWeakRef toggle_;
   bool wasOn_ = false;
   platform::UIViewWeakRef node_;  // the arrow beside a row, if it tells its state itself

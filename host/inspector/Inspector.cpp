@@ -92,9 +92,9 @@ Secrets secretsFor(const Step& step, const Json& given) {
 Json asTold(const Played& played, const Secrets& secrets) {
   Json told{{"hasFailed", played.hasFailed()}, {"message", secrets.masked(played.message)}};
   if (played.locator) told["locator"] = *played.locator;
-  told["proposal"] = played.proposal;
-  if (!played.proposal.empty()) {
-    told["better"] = Selector::fromParameters(objectIn(played.proposal.front(), "find")).written();
+  if (!played.proposal.is_null()) {
+    told["proposal"] = played.proposal;
+    told["better"] = played.better;
   }
   told["candidates"] = Json::array();
   for (const auto& candidate : played.candidates) {

@@ -1,9 +1,11 @@
 #include "host/player/Acting.h"
 
 #include <algorithm>
+#include <thread>
 #include <utility>
 
 #include "host/guard/Printable.h"
+#include "host/player/Pictures.h"
 #include "host/wire/WireError.h"
 
 namespace tarni::host {
@@ -15,6 +17,7 @@ namespace {
 // That what an act brings about may take.
 constexpr milliseconds kTimeForOutcome{2'000};
 constexpr milliseconds kShortest{100};
+constexpr milliseconds kQuiet{50};
 // That what is hidden is waited for before the element is looked for anew.
 constexpr milliseconds kUntilSight{500};
 
@@ -59,23 +62,28 @@ FoundElement Acting::elementInSight() {
 }
 
 FoundElement Acting::elementAsItIs() {
-  auto found = other(step_.element());
+  auto found = other("/element");
   played_.element = found.description;
   played_.locator = found.locator;
-  if (!found.isFirstWay) propose(found);
   return found;
 }
 
-FoundElement Acting::other(const Json& element) {
-  auto found = finder_.await(element, deadline_);
+FoundElement Acting::other(const std::string& there) {
+  return other(there, deadline_);
+}
+
+FoundElement Acting::other(const std::string& there, Deadline deadline) {
+  auto found =
+      finder_.await(step_.json().value(Json::json_pointer(there), Json::object()), deadline);
   if (played_.element.empty()) played_.element = found.description;
+  if (!found.isFirstWay) proposeWays(found, there);
   return found;
 }
 
-std::optional<FoundElement> Acting::otherSoon(const Json& element) {
+std::optional<FoundElement> Acting::otherSoon(const std::string& there) {
   const Deadline soon = std::min(deadline_, Clock::now() + kTimeForOutcome);
   try {
-    return finder_.await(element, soon);
+    return other(there, soon);
   } catch (const StepFailure&) {
     if (Clock::now() >= deadline_) throw;
     return std::nullopt;
@@ -88,8 +96,8 @@ std::optional<FoundElement> Acting::elementIfAny() {
 }
 
 // What the first way has become is known only now.
-void Acting::propose(const FoundElement& found) {
-  const auto ways = locatorsIn(step_.element());
+void Acting::proposeWays(const FoundElement& found, const std::string& there) {
+  const auto ways = locatorsIn(step_.json().at(Json::json_pointer(there)));
   auto text = "found by " + locatorInWords(ways[found.locator]) + ", as " +
               locatorInWords(ways.front()) + " does not fit it alone any more";
   if (found.locator == 0) {
@@ -97,15 +105,22 @@ void Acting::propose(const FoundElement& found) {
     anywhere.erase("windowTitle");
     text = "found by " + locatorInWords(anywhere) + " in a window of another title";
   }
-  try {
-    played_.proposal =
-        client_.call("element.locators", {{"element", found.handle()}}).value("locators", Json());
-  } catch (const RequestError&) {
-    played_.proposal = nullptr;  // it is gone
-  }
-  const auto better = locatorsIn({{"locators", played_.proposal}});
-  if (!better.empty()) text += "; better now: " + locatorInWords(better.front());
   note(text);
+  try {
+    const Json now = client_.call("element.locators", {{"element", found.handle()}});
+    const auto better = locatorsIn(now);
+    if (better.empty()) return;
+    propose(there + "/locators", now["locators"], locatorInWords(better.front()));
+  } catch (const RequestError&) {
+    // It is gone.
+  }
+}
+
+void Acting::propose(const std::string& there, Json value, const std::string& inWords) {
+  if (played_.proposal.is_null()) played_.proposal = step_.json();
+  played_.proposal[Json::json_pointer(there)] = std::move(value);
+  played_.better += (played_.better.empty() ? "" : ", ") + inWords;
+  note("better now: " + inWords);
 }
 
 Json Acting::act(const std::string& method, Json parameters) {
@@ -124,6 +139,20 @@ Json Acting::asked(const std::string& method, Json parameters) {
   } catch (const WireError&) {
     hasActed_ = true;
     throw;
+  }
+}
+
+bool Acting::actOnceTaken(const std::string& method, const Json& parameters) {
+  const Deadline end = std::min(deadline_, Clock::now() + kTimeForOutcome);
+  while (true) {
+    try {
+      act(method, parameters);
+      return true;
+    } catch (const RequestError& error) {
+      if (error.name() != "invalid argument") throw;
+      if (Clock::now() >= end) return false;
+    }
+    awaitChange();
   }
 }
 
@@ -171,8 +200,14 @@ Json Acting::target(const FoundElement& found, const Json& recorded, const Json&
   return target;
 }
 
+void Acting::awaitChange() {
+  if (!comesToRest(client_)) std::this_thread::sleep_for(kQuiet);
+}
+
 void Acting::startAgain() {
   played_.message.clear();
+  played_.better.clear();
+  played_.proposal = nullptr;
   played_.element = Json::object();
 }
 

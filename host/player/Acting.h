@@ -37,17 +37,20 @@ class Acting {
   FoundElement element();
   // The same, wherever it is and however.
   FoundElement elementAsItIs();
-  // Another that the step names.
-  FoundElement other(const Json& element);
+  // Another that the step names `there`, "/target" say.
+  FoundElement other(const std::string& there);
   // The same, if it comes in the time that what an act brings about takes. Throws when the step's
   // own time is over.
-  std::optional<FoundElement> otherSoon(const Json& element);
+  std::optional<FoundElement> otherSoon(const std::string& there);
   // As it is, since keys go to what has the focus, whatever that is like; null when the step has
   // none that can be told from others.
   std::optional<FoundElement> elementIfAny();
 
   // Asks for what is done; the costs are counted.
   Json act(const std::string& method, Json parameters);
+  // The same of what can be refused now and be taken in a moment, for as long as an act may take to
+  // bring something about. False when it was refused to the end.
+  bool actOnceTaken(const std::string& method, const Json& parameters);
   // Whether the condition holds, or comes to hold in a short time.
   bool comesTrue(const Json& condition);
   // The same in all the time that the step has.
@@ -62,16 +65,21 @@ class Acting {
   // Its middle without a place.
   static Json target(const FoundElement& found, const Json& recorded, const Json& at);
 
+  // Whatever keeps the step from its element is over when the program has come to rest.
+  void awaitChange();
   // Forgets what was said and found so far.
   void startAgain();
   // Worth saying although the step passes.
   void note(const std::string& text);
+  // To have `value` in the step `there`, "/value" say; `inWords` says what it is.
+  void propose(const std::string& there, Json value, const std::string& inWords);
 
  private:
   Json asked(const std::string& method, Json parameters);
   bool comesTrue(const Json& condition, std::chrono::milliseconds wait);
   FoundElement elementInSight();
-  void propose(const FoundElement& found);
+  FoundElement other(const std::string& there, Deadline deadline);
+  void proposeWays(const FoundElement& found, const std::string& there);
   std::chrono::milliseconds timeLeft() const;
 
   SessionClient& client_;

@@ -99,7 +99,7 @@ void drag(Acting& acting) {
   for (const Json& point : step["way"]) steps.push_back({{"move", along(found, from, point)}});
   const Json& target = objectIn(step, "target");
   if (!target.empty()) {
-    const Json to = Acting::target(acting.other(target), target, objectIn(step, "targetAt"));
+    const Json to = Acting::target(acting.other("/target"), target, objectIn(step, "targetAt"));
     if (steps.size() > 2) steps.erase(steps.size() - 1);
     steps.push_back({{"move", to}});
   }
@@ -130,8 +130,8 @@ void hover(Acting& acting) {
 void menu(Acting& acting) {
   const Json& path = acting.step().json()["path"];
   for (std::size_t pressed = 0; pressed < path.size();) {
-    const auto found =
-        pressed == 0 ? std::optional(acting.other(path[0])) : acting.otherSoon(path[pressed]);
+    const auto there = "/path/" + std::to_string(pressed);
+    const auto found = pressed == 0 ? std::optional(acting.other(there)) : acting.otherSoon(there);
     if (found && !found->description.value("enabled", true) &&
         !path[pressed].value("enabled", true)) {
       clickByPointer(acting, {{"element", found->handle()}});
@@ -230,10 +230,26 @@ void require(Acting& acting, const FoundElement& found, Json condition, const ch
                     inQuotes(value.value_or("unknown")));
 }
 
+// The place of a choice stands in for its text once that has had its time to come. Answers what was
+// chosen.
+std::string chosen(Acting& acting, Json parameters) {
+  const auto value = textIn(parameters, "value");
+  const bool hasPlace = parameters.contains("choice");
+  if (hasPlace && acting.actOnceTaken("element.setValue", parameters)) return value;
+  if (hasPlace) parameters["orInPlace"] = true;
+  const auto taken = textIn(acting.act("element.setValue", std::move(parameters)), "taken");
+  if (taken.empty()) return value;
+  acting.note("no choice is called " + inQuotes(value) + ": took the one in its place");
+  acting.propose("/value", taken, inQuotes(taken));
+  return taken;
+}
+
 void choose(Acting& acting) {
-  const auto value = textIn(acting.step().json(), "value");
+  const Json& step = acting.step().json();
   const auto found = acting.element();
-  acting.act("element.setValue", {{"element", found.handle()}, {"value", value}});
+  Json parameters = {{"element", found.handle()}, {"value", textIn(step, "value")}};
+  if (step.contains("choice")) parameters["choice"] = step["choice"];
+  const auto value = chosen(acting, std::move(parameters));
   if (found.description.contains("text")) require(acting, found, {{"textIs", value}}, "text");
 }
 

@@ -40,10 +40,11 @@ struct Played {
   std::string message = {};       // why it failed, or what is worth saying
   Json element = Json::object();  // as it was found; empty when it was not
   std::optional<std::size_t> locator = {};  // of its element's, that found it
-  Json proposal = nullptr;                  // the locators to have instead; null for none
-  bool isMissing = false;                   // the element was not found
-  std::vector<Candidate> candidates = {};   // that are there in its place
-  double began = 0;                         // seconds from the start of the play
+  Json proposal = nullptr;  // the step as it had better be; null when it is well as it is
+  std::string better = {};  // what is better in it, for a person
+  bool isMissing = false;   // the element was not found
+  std::vector<Candidate> candidates = {};  // that are there in its place
+  double began = 0;                        // seconds from the start of the play
   double seconds = 0;
   StepCosts costs = {};
   Picture before = {};

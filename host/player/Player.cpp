@@ -17,8 +17,6 @@ using Result = Played::Result;
 
 namespace {
 
-constexpr std::chrono::milliseconds kQuiet{50};
-
 // By which every system takes two presses at one place for two clicks, and what a click has set in
 // motion has mostly come to an end.
 constexpr std::chrono::milliseconds kTwoClicks{500};
@@ -121,13 +119,8 @@ void Player::tryOften(Acting& acting, Deadline deadline) {
       if (!mayPass(error) || acting.hasActed() || Clock::now() >= deadline) throw;
     }
     acting.startAgain();
-    awaitChange();
+    acting.awaitChange();
   }
-}
-
-// Whatever kept the step from its element is over when the program has come to rest.
-void Player::awaitChange() {
-  if (!comesToRest(client_)) std::this_thread::sleep_for(kQuiet);
 }
 
 std::vector<Played> Player::play(const Session& session, const Course& course,

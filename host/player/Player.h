@@ -58,7 +58,6 @@ class Player {
   class Show;
 
   void tryOften(Acting& acting, Deadline deadline);
-  void awaitChange();
 
   SessionClient& client_;
   ElementFinder finder_;

@@ -54,10 +54,10 @@ constexpr Member kStepMembers[] = {
     {"down", MemberType::Number},       {"path", MemberType::List},
     {"key", MemberType::Text},          {"text", MemberType::Text},
     {"secret", MemberType::Text},       {"value", MemberType::Text},
-    {"checked", MemberType::Flag},      {"expanded", MemberType::Flag},
-    {"width", MemberType::Number},      {"height", MemberType::Number},
-    {"is", MemberType::Text},           {"textIs", MemberType::Text},
-    {"textContains", MemberType::Text},
+    {"choice", MemberType::Number},     {"checked", MemberType::Flag},
+    {"expanded", MemberType::Flag},     {"width", MemberType::Number},
+    {"height", MemberType::Number},     {"is", MemberType::Text},
+    {"textIs", MemberType::Text},       {"textContains", MemberType::Text},
 };
 
 const char* nameOfType(MemberType type) {
@@ -217,12 +217,8 @@ void Step::setText(const std::string& text) {
   const char* const member = memberOfText();
   if (!member) throw std::invalid_argument("a step \"" + act() + "\" has no text");
   members_[member] = text;
-  // What the field held then is of the text before.
-  if (act() == "type") members_.erase("value");
-}
-
-void Step::setLocators(Json locators) {
-  members_["element"]["locators"] = std::move(locators);
+  // What the field held then, where the choice stood, is of the text before.
+  members_.erase(act() == "type" ? "value" : "choice");
 }
 
 std::string Step::inWords() const {
@@ -271,8 +267,10 @@ std::string elementInWords(const Json& element, bool isValue) {
   const auto text = textIn(element, "text");
   const auto label = textIn(element, "label");
   const bool isNamed = !label.empty() && !(isValue && label == text);
+  const auto placeholder = textIn(element, "placeholder");
   const auto beside = textIn(objectIn(element, "near"), "label");
-  const auto name = isNamed ? label : isValue ? beside : text;
+  const auto lasting = placeholder.empty() ? beside : placeholder;
+  const auto name = isNamed ? label : isValue ? lasting : text;
   const auto words = printable(textIn(element, "class"));
   if (!name.empty()) return words + (words.empty() ? "" : " ") + inQuotes(name);
   // A step that is written by hand may have no more than locators.

@@ -39,8 +39,6 @@ class Step {
   // What is typed, chosen or checked for; null where there is nothing to change.
   std::optional<std::string> text() const;
   void setText(const std::string& text);
-  // For its element, as `element.locators` answers them.
-  void setLocators(Json locators);
 
   // `choose UIPickerView "Colour" = Blue`
   std::string inWords() const;

@@ -2,8 +2,10 @@
 // from UIView and from these; `as<UIItems>(view)` asks for one. Main thread only.
 #pragma once
 
+#include <cstddef>
 #include <optional>
 #include <string>
+#include <vector>
 
 #include "platform/UIKit/UIView.h"
 
@@ -46,6 +48,13 @@ class UIValueControl {
   // By its text, as a person would choose or type it; the application hears of it as of a person's
   // choice. Throws NSException (invalid argument) that names what can be chosen when it cannot be.
   virtual Task<void> chooseValue(std::string value) = 0;
+  // The texts of all that it chooses from, in their order, those that cannot be chosen now as well.
+  // Empty where that is no list: a number, any text.
+  virtual std::vector<std::string> choices() const { return {}; }
+  // Among these; null when none is chosen.
+  virtual std::optional<std::size_t> chosenPlace() const { return std::nullopt; }
+  // The one in that place of these, as `chooseValue` does it.
+  virtual Task<void> choosePlace(std::size_t place) { return chooseValue(choices().at(place)); }
 };
 
 }  // namespace tarni::platform

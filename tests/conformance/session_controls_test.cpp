@@ -106,10 +106,18 @@ TEST_P(SessionControls, TakeValuesAndTellThem) {
   EXPECT_EQ(find({{"kind", "UIButton"}, {"text", "One"}})["selected"], false);
   EXPECT_EQ(find({{"identifier", "toggle"}})["checked"], false);
   EXPECT_EQ(find({{"text", "Ride"}})["checked"], false);
-  wire_->send("element.setValue", {{"element", named("colour")}, {"value", "Pink"}}, 1);
+  json colour = {{"element", named("colour")}, {"value", "Pink"}, {"choice", 1}};
+  wire_->send("element.setValue", colour, 1);
   const json refused = wire_->answer()["error"];
   EXPECT_EQ(refused["data"]["error"], "invalid argument");
   EXPECT_THAT(refused["message"].get<std::string>(), HasSubstr("Violet"));
+  // A place stands in for a text that is not there, and for no other.
+  colour["orInPlace"] = true;
+  EXPECT_EQ(ask("element.setValue", colour)["taken"], "Green");
+  awaitText("colour=Green");
+  colour["value"] = "Violet";
+  EXPECT_FALSE(ask("element.setValue", colour).contains("taken"));
+  awaitText("colour=Violet");
 }
 
 TEST_P(SessionControls, AreClickedWhereAskedAndToldHowToFindThemAgain) {

@@ -81,6 +81,27 @@ TEST_F(Plays, TakeTheFirstWayThatFitsAndWriteABetterOneWhenAsked) {
   EXPECT_THAT(again.output, AllOf(HasSubstr("10 of 10 steps passed"), Not(HasSubstr("found by"))));
 }
 
+// As they are in another language.
+TEST_F(Plays, TakeWhatStandsInThePlaceOfATextThatIsGoneAndSaySo) {
+  while (!session_.steps().empty()) session_.remove(0);
+  session_.program = {built("bin/qt-controls-6")};
+  add(step("choose", element({{{"identifier", "colour"}}}), {{"value", "Blau"}, {"choice", 2}}));
+  add(step("choose", element({{{"kind", "UITabBar"}}}), {{"value", "Two"}, {"choice", 0}}));
+  add(Step::check(element({{{"text", "tabs=Two"}}}), std::nullopt));
+  session_.save(file_);
+  const Program::Environment offscreen{{"QT_QPA_PLATFORM", "offscreen"}};
+  const auto healed = play({"--update"}, offscreen);
+  EXPECT_EQ(healed.code, 0) << healed.output;
+  EXPECT_THAT(healed.output,
+              AllOf(HasSubstr("no choice is called \"Blau\": took the one in its place; better "
+                              "now: \"Blue\""),
+                    HasSubstr("1 step was"), HasSubstr("3 of 3 steps passed")));
+  EXPECT_THAT(play({}, offscreen).output, Not(HasSubstr("in its place")));
+  session_.replace(0, step("choose", element({{{"identifier", "colour"}}}), {{"value", "Blau"}}));
+  session_.save(file_);
+  EXPECT_THAT(play({}, offscreen).output, HasSubstr("\"Blau\" cannot be chosen here"));
+}
+
 TEST_F(Plays, SayWhatWasThereInsteadAndGoOnWhenAsked) {
   session_.remove(1);
   session_.replace(2, step("click", element({{{"text", "Lug in"}}})));

@@ -115,7 +115,7 @@ inspecting('a step that finds its element no more is healed by a click', [proces
     step({ find: { identifier: 'gone', text: 'Gone' } }),
   ]);
   await page.getByRole('button', { name: 'Play', exact: true }).click();
-  await page.getByRole('button', { name: 'Take the better way' }).click();
+  await page.getByRole('button', { name: 'Take what is better' }).click();
   const failed = inspected.steps().nth(1);
   await failed.getByText('failed').waitFor({ state: 'attached' });
   await inspected.choose('id:login');

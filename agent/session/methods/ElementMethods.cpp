@@ -1,3 +1,5 @@
+#include <algorithm>
+
 #include "agent/interaction/PlayBackInteractionMethods.h"
 #include "agent/recording/OwnActs.h"
 #include "agent/session/input/Acting.h"
@@ -104,6 +106,24 @@ void requireClick(const Json& parameters) {
 Task<void> setSwitch(UIViewRef view, bool on) {
   const auto control = platform::as<platform::UISwitch>(view);
   if (control->isOn() != on) co_await control->setOn(on);
+}
+
+// The text counts: its place tells one of several that have it, and stands in for it only where
+// none has it and that is asked for.
+Task<Result> choose(platform::UIValueControl& control, std::string text, const Json& parameters) {
+  const auto place = parameters.value("choice", std::size_t{0});
+  const std::vector<std::string> choices =
+      parameters.contains("choice") ? control.choices() : std::vector<std::string>();
+  const bool isPlace = place < choices.size();
+  const bool isCalledSo = isPlace && choices[place] == text;
+  const bool isMissing = std::ranges::find(choices, text) == choices.end();
+  const bool standsIn = isPlace && isMissing && parameters.value("orInPlace", false);
+  if (!isCalledSo && !standsIn) {
+    co_await control.chooseValue(std::move(text));
+    co_return Result();
+  }
+  co_await control.choosePlace(place);
+  co_return standsIn ? Result(Json{{"taken", choices[place]}}) : Result();
 }
 
 }  // namespace
@@ -215,8 +235,9 @@ Answer setValue(CallRef call) {
   }
   std::string text = value.is_string() ? value.get<std::string>() : jsonText(value);
   if (const auto control = platform::as<platform::UIValueControl>(view)) {
-    co_await control->chooseValue(std::move(text));
+    Result result = co_await choose(*control, std::move(text), call->parameters());
     leaveOutOfRecording(call);
+    co_return result;
   } else if (const auto cell = platform::as<platform::UIItemCell>(view)) {
     co_await cell->setCellValue(std::move(text));
   } else if (view->isKindOfClass(uikit::UITextField)) {

@@ -49,7 +49,11 @@ constexpr Parameter kElementValue[] = {
     kTheElement,
     {"value", Kind::Any, kRequired,
      "True or false for a switch; the text to choose or the number for a combo box, a spin box, a "
-     "slider, a tab bar; the text of a text field; what a cell is to hold."}};
+     "slider, a tab bar; the text of a text field; what a cell is to hold."},
+    {"choice", Kind::Integer, kOptional,
+     "Of a value from a list: its place there, from 0, which tells it from others of that text."},
+    {"orInPlace", Kind::Flag, kOptional,
+     "True to take what stands in that place when nothing in the list has the text."}};
 constexpr Parameter kElementExpanded[] = {
     kTheElement, {"expanded", Kind::Flag, kRequired, "Whether what is below it is shown."}};
 constexpr Parameter kWindowOnly[] = {kTheWindow};
@@ -185,7 +189,8 @@ const std::vector<Method>& table() {
       {"element.setText", "Replaces the text of a field or an editor in one go.", kElementText,
        "nothing", Effect::Acts, element::setText},
       {"element.setValue", "Sets the value of a control or of a cell that a person can edit.",
-       kElementValue, "nothing", Effect::Acts, element::setValue},
+       kElementValue, "`taken`: the text of what was taken in its place; otherwise nothing",
+       Effect::Acts, element::setValue},
       {"element.setExpanded", "Opens or closes a node of a tree.", kElementExpanded, "nothing",
        Effect::Acts, element::setExpanded},
       {"element.scrollIntoView", "Scrolls what is round an element until it is in sight.",

@@ -163,6 +163,7 @@ void describeOutcome(const Act& act, JsonText& text) {
     text.add("text", act.text);
   }
   text.add("value", act.value);
+  if (act.choice) text.add("choice", static_cast<long>(*act.choice));
   if (act.state) text.add(act.kind == acts::kExpand ? "expanded" : "checked", *act.state);
   if (!act.size) return;
   text.add("width", act.size->width);
@@ -248,6 +249,7 @@ std::string_view stepInWords() {
 | `text` | as it was typed |
 | `secret` | in place of the text: what is typed is not shown; the name of its field |
 | `value` | that was chosen, that the field holds now |
+| `choice` | of a value that was chosen from a list: its place there, from 0 |
 | `checked`, `expanded` | what came of it |
 | `width`, `height` | of a window |
 | `is`, `textIs` | of a check: `checked`, `unchecked` or `visible`; the text that it shows |

@@ -35,6 +35,11 @@ std::string PickerColumnView::currentValue() const {
   return row < 0 ? std::string() : rows_[static_cast<std::size_t>(row)];
 }
 
+std::optional<std::size_t> PickerColumnView::chosenPlace() const {
+  const long row = selectedRow();
+  return row < 0 ? std::nullopt : std::optional(static_cast<std::size_t>(row));
+}
+
 platform::Task<void> PickerColumnView::chooseValue(std::string value) {
   const auto row = std::ranges::find(rows_, value);
   if (row == rows_.end()) refuseValue(value, rows_);

@@ -18,6 +18,8 @@ class PickerColumnView : public ScrollView, public platform::UIValueControl {
   long selectedRow() const;
   void selectRow(long row);
   std::string currentValue() const override;
+  std::vector<std::string> choices() const override { return rows_; }
+  std::optional<std::size_t> chosenPlace() const override;
   platform::Task<void> chooseValue(std::string value) override;
   const std::vector<std::string>& rows() const { return rows_; }
 

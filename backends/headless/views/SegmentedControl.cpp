@@ -54,13 +54,19 @@ std::string SegmentedControl::currentValue() const {
   return titles_[static_cast<std::size_t>(selected_)].value_or("");
 }
 
+std::vector<std::string> SegmentedControl::choices() const {
+  std::vector<std::string> choices;
+  for (const auto& known : titles_) choices.push_back(known.value_or(""));
+  return choices;
+}
+
+std::optional<std::size_t> SegmentedControl::chosenPlace() const {
+  return selected_ < 0 ? std::nullopt : std::optional(static_cast<std::size_t>(selected_));
+}
+
 platform::Task<void> SegmentedControl::chooseValue(std::string value) {
   const auto title = std::ranges::find(titles_, std::optional(value));
-  if (title == titles_.end()) {
-    std::vector<std::string> choices;
-    for (const auto& known : titles_) choices.push_back(known.value_or(""));
-    refuseValue(value, choices);
-  }
+  if (title == titles_.end()) refuseValue(value, choices());
   select(title - titles_.begin());
   sendActions(ControlEvent::ValueChanged);
   co_return;

@@ -25,6 +25,8 @@ class SegmentedControl : public Control,
   // -1 selects none. Throws NSException (range) for another index that does not exist.
   void select(long index);
   std::string currentValue() const override;
+  std::vector<std::string> choices() const override;
+  std::optional<std::size_t> chosenPlace() const override;
   platform::Task<void> chooseValue(std::string value) override;
   void onChange(Action action) { addAction(ControlEvent::ValueChanged, std::move(action)); }
 

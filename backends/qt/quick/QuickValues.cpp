@@ -44,26 +44,44 @@ double numberWithin(const QQuickItem& item, const QString& value) {
   refuse(value, QStringLiteral("a number from %1 to %2").arg(first).arg(last));
 }
 
+QString textOfRow(const Item& box, int row) {
+  QString text;
+  QMetaObject::invokeMethod(box, "textAt", Q_RETURN_ARG(QString, text), Q_ARG(int, row));
+  return text;
+}
+
+void chooseRow(const Item& box, int row) {
+  box->setProperty("currentIndex", row);
+  if (box) QMetaObject::invokeMethod(box, "activated", Q_ARG(int, row));
+}
+
 void chooseInComboBox(const Item& box, const QString& value) {
   constexpr int kMostNamed = 50;
   QStringList choices;
   const int count = box->property("count").toInt();
   for (int row = 0; row < count; ++row) {
-    QString text;
-    QMetaObject::invokeMethod(box, "textAt", Q_RETURN_ARG(QString, text), Q_ARG(int, row));
+    const QString text = textOfRow(box, row);
     if (choices.size() < kMostNamed) choices << text;
-    if (text != value) continue;
-    box->setProperty("currentIndex", row);
-    if (box) QMetaObject::invokeMethod(box, "activated", Q_ARG(int, row));
-    return;
+    if (text == value) return chooseRow(box, row);
   }
   refuse(value, listed(choices));
 }
 
-QString titleOfTab(const Item& bar, int tab) {
+QQuickItem* buttonOfTab(const Item& bar, int tab) {
   QQuickItem* button = nullptr;
   QMetaObject::invokeMethod(bar, "itemAt", Q_RETURN_ARG(QQuickItem*, button), Q_ARG(int, tab));
+  return button;
+}
+
+QString titleOfTab(const Item& bar, int tab) {
+  const QQuickItem* const button = buttonOfTab(bar, tab);
   return button ? withoutMnemonic(button->property("text").toString()) : QString();
+}
+
+void chooseTab(const Item& bar, int tab) {
+  const Item clicked = buttonOfTab(bar, tab);
+  bar->setProperty("currentIndex", tab);
+  tell(clicked, "clicked");
 }
 
 void chooseInTabBar(const Item& bar, const QString& value) {
@@ -71,12 +89,7 @@ void chooseInTabBar(const Item& bar, const QString& value) {
   const int count = bar->property("count").toInt();
   for (int tab = 0; tab < count; ++tab) {
     choices << titleOfTab(bar, tab);
-    if (choices.back() != value) continue;
-    QQuickItem* button = nullptr;
-    QMetaObject::invokeMethod(bar, "itemAt", Q_RETURN_ARG(QQuickItem*, button), Q_ARG(int, tab));
-    const Item clicked = button;
-    bar->setProperty("currentIndex", tab);
-    return tell(clicked, "clicked");
+    if (choices.back() == value) return chooseTab(bar, tab);
   }
   refuse(value, listed(choices));
 }
@@ -95,14 +108,16 @@ struct ValueKind {
   const char* className;
   const char* shown;  // the property that holds what it shows
   void (*choose)(const Item& item, const QString& value);
+  QString (*textAt)(const Item& item, int place) = nullptr;  // null for what is no list
+  void (*choosePlace)(const Item& item, int place) = nullptr;
 };
 
 constexpr std::array kValueKinds{
-    ValueKind{"QQuickComboBox", "displayText", chooseInComboBox},
+    ValueKind{"QQuickComboBox", "displayText", chooseInComboBox, textOfRow, chooseRow},
     ValueKind{"QQuickSpinBox", "displayText", chooseInSpinBox},
     ValueKind{"QQuickSlider", "value", chooseInSlider},
     ValueKind{"QQuickDial", "value", chooseInSlider},
-    ValueKind{"QQuickTabBar", nullptr, chooseInTabBar},
+    ValueKind{"QQuickTabBar", nullptr, chooseInTabBar, titleOfTab, chooseTab},
 };
 
 const ValueKind* valueKindOf(const QQuickItem& item) {
@@ -110,6 +125,17 @@ const ValueKind* valueKindOf(const QQuickItem& item) {
     if (item.inherits(kind.className)) return &kind;
   }
   return nullptr;
+}
+
+// A box that takes any text is no list.
+const ValueKind* listKindOf(const QQuickItem& item) {
+  const ValueKind* const kind = valueKindOf(item);
+  return kind && kind->textAt && !item.property("editable").toBool() ? kind : nullptr;
+}
+
+void requireEnabled(const QQuickItem& item) {
+  if (item.isEnabled()) return;
+  throw platform::NSException(platform::NSInvalidArgumentException, "The control is disabled");
 }
 
 // The number of the row with that text; -1 when there is none.
@@ -188,10 +214,30 @@ Task<void> chooseValueOfItem(QQuickItem* item, const std::string& value) {
   return performAsInput([target = Item(item), value = QString::fromStdString(value)] {
     const ValueKind* const kind = target ? valueKindOf(*target) : nullptr;
     if (!kind) return;
-    if (!target->isEnabled()) {
-      throw platform::NSException(platform::NSInvalidArgumentException, "The control is disabled");
-    }
+    requireEnabled(*target);
     kind->choose(target, value);
+  });
+}
+
+std::vector<std::string> choicesOfItem(QQuickItem* item) {
+  std::vector<std::string> choices;
+  const ValueKind* const kind = item ? listKindOf(*item) : nullptr;
+  const int count = kind ? item->property("count").toInt() : 0;
+  for (int place = 0; place < count; ++place) choices.push_back(utf8(kind->textAt(item, place)));
+  return choices;
+}
+
+std::optional<std::size_t> chosenPlaceOfItem(QQuickItem* item) {
+  const int place = item && listKindOf(*item) ? item->property("currentIndex").toInt() : -1;
+  return place < 0 ? std::nullopt : std::optional(static_cast<std::size_t>(place));
+}
+
+Task<void> choosePlaceOfItem(QQuickItem* item, std::size_t place) {
+  return performAsInput([target = Item(item), place = static_cast<int>(place)] {
+    const ValueKind* const kind = target ? listKindOf(*target) : nullptr;
+    if (!kind) return;
+    requireEnabled(*target);
+    kind->choosePlace(target, place);
   });
 }
 

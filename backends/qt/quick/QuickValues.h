@@ -14,6 +14,10 @@ bool hasValue(const QQuickItem& item);
 std::string valueOfItem(QQuickItem* item);
 // With the signals of a person's choice. Throws NSException that says what can be chosen.
 platform::Task<void> chooseValueOfItem(QQuickItem* item, const std::string& value);
+// All that it chooses from; nothing where that is a number, or any text.
+std::vector<std::string> choicesOfItem(QQuickItem* item);
+std::optional<std::size_t> chosenPlaceOfItem(QQuickItem* item);
+platform::Task<void> choosePlaceOfItem(QQuickItem* item, std::size_t place);
 
 // A view of the kind `Base` whose item has a value.
 template <typename Base>
@@ -23,6 +27,13 @@ class QuickWithValue final : public Base, public platform::UIValueControl {
   std::string currentValue() const override { return valueOfItem(this->item()); }
   platform::Task<void> chooseValue(std::string value) override {
     return chooseValueOfItem(this->item(), value);
+  }
+  std::vector<std::string> choices() const override { return choicesOfItem(this->item()); }
+  std::optional<std::size_t> chosenPlace() const override {
+    return chosenPlaceOfItem(this->item());
+  }
+  platform::Task<void> choosePlace(std::size_t place) override {
+    return choosePlaceOfItem(this->item(), place);
   }
 };
 

@@ -51,13 +51,14 @@ void typeInto(QComboBox& box, const QString& value) {
   if (box.currentText() == value) QMetaObject::invokeMethod(box.lineEdit(), "returnPressed");
 }
 
+// What the list of the box does when a row is clicked.
+void clickRow(QComboBox& box, int row) {
+  QMetaObject::invokeMethod(&box, "_q_itemSelected", Q_ARG(QModelIndex, itemOf(box, row)));
+}
+
 void chooseIn(QComboBox& box, const QString& value) {
   const int row = box.findText(value, Qt::MatchExactly | Qt::MatchCaseSensitive);
-  if (row >= 0 && canBeChosen(box, row)) {
-    // What the list of the box does when a row is clicked.
-    QMetaObject::invokeMethod(&box, "_q_itemSelected", Q_ARG(QModelIndex, itemOf(box, row)));
-    return;
-  }
+  if (row >= 0 && canBeChosen(box, row)) return clickRow(box, row);
   if (!box.isEditable()) refuse(value, listed(choicesOf(box)));
   typeInto(box, value);
 }
@@ -99,26 +100,35 @@ void chooseIn(QAbstractSlider& slider, const QString& value) {
   if (alive) alive->setSliderDown(false);
 }
 
+bool canBeChosen(const QTabBar& bar, int tab) {
+  return bar.isTabVisible(tab) && bar.isTabEnabled(tab);
+}
+
 QStringList choicesOf(const QTabBar& bar) {
   QStringList choices;
   for (int tab = 0; tab < bar.count(); ++tab) {
-    if (bar.isTabVisible(tab) && bar.isTabEnabled(tab)) {
-      choices << withoutMnemonic(bar.tabText(tab));
-    }
+    if (canBeChosen(bar, tab)) choices << withoutMnemonic(bar.tabText(tab));
   }
   return choices;
 }
 
+void clickTab(QTabBar& bar, int tab) {
+  const QPointer<QTabBar> alive = &bar;
+  QMetaObject::invokeMethod(&bar, "tabBarClicked", Q_ARG(int, tab));
+  if (alive) alive->setCurrentIndex(tab);
+}
+
 void chooseIn(QTabBar& bar, const QString& value) {
   for (int tab = 0; tab < bar.count(); ++tab) {
-    const bool fits = bar.isTabVisible(tab) && bar.isTabEnabled(tab);
-    if (!fits || withoutMnemonic(bar.tabText(tab)) != value) continue;
-    const QPointer<QTabBar> alive = &bar;
-    QMetaObject::invokeMethod(&bar, "tabBarClicked", Q_ARG(int, tab));
-    if (alive) alive->setCurrentIndex(tab);
-    return;
+    const bool fits = canBeChosen(bar, tab) && withoutMnemonic(bar.tabText(tab)) == value;
+    if (fits) return clickTab(bar, tab);
   }
   refuse(value, listed(choicesOf(bar)));
+}
+
+void requireEnabled(const QWidget& widget) {
+  if (widget.isEnabled()) return;
+  throw platform::NSException(platform::NSInvalidArgumentException, "The control is disabled");
 }
 
 }  // namespace
@@ -134,13 +144,41 @@ QString valueOf(const QWidget& widget) {
 }
 
 void chooseValueOf(QWidget& widget, const QString& value) {
-  if (!widget.isEnabled()) {
-    throw platform::NSException(platform::NSInvalidArgumentException, "The control is disabled");
-  }
+  requireEnabled(widget);
   if (auto* const box = qobject_cast<QComboBox*>(&widget)) return chooseIn(*box, value);
   if (auto* const box = qobject_cast<QAbstractSpinBox*>(&widget)) return chooseIn(*box, value);
   if (auto* const slider = qobject_cast<QAbstractSlider*>(&widget)) return chooseIn(*slider, value);
   if (auto* const bar = qobject_cast<QTabBar*>(&widget)) return chooseIn(*bar, value);
+}
+
+// A box that takes any text is no list.
+QStringList allChoicesOf(const QWidget& widget) {
+  QStringList all;
+  if (const auto* const box = qobject_cast<const QComboBox*>(&widget)) {
+    for (int row = 0; row < box->count() && !box->isEditable(); ++row) all << box->itemText(row);
+  } else if (const auto* const bar = qobject_cast<const QTabBar*>(&widget)) {
+    for (int tab = 0; tab < bar->count(); ++tab) all << withoutMnemonic(bar->tabText(tab));
+  }
+  return all;
+}
+
+int chosenPlaceOf(const QWidget& widget) {
+  if (const auto* const box = qobject_cast<const QComboBox*>(&widget)) {
+    return box->isEditable() ? -1 : box->currentIndex();
+  }
+  const auto* const bar = qobject_cast<const QTabBar*>(&widget);
+  return bar ? bar->currentIndex() : -1;
+}
+
+void choosePlaceOf(QWidget& widget, int place) {
+  requireEnabled(widget);
+  if (auto* const box = qobject_cast<QComboBox*>(&widget)) {
+    if (canBeChosen(*box, place)) return clickRow(*box, place);
+    refuse(box->itemText(place), listed(choicesOf(*box)));
+  } else if (auto* const bar = qobject_cast<QTabBar*>(&widget)) {
+    if (canBeChosen(*bar, place)) return clickTab(*bar, place);
+    refuse(withoutMnemonic(bar->tabText(place)), listed(choicesOf(*bar)));
+  }
 }
 
 }  // namespace tarni::qt

@@ -209,23 +209,21 @@ class ChannelPlay : public PlayObserver {
 
   bool isPart() const { return options_.from > 1 || options_.until < session_.steps().size(); }
 
-  // What was found by a lesser way: its better ways now.
+  // What was found by a lesser way has better ones now.
   void proposeChanges() {
     std::size_t changes = 0;
     for (std::size_t i = 0; i < session_.steps().size(); ++i) {
       const Json& proposal = plays_.back()[i].proposal;
-      if (!proposal.is_array() || plays_.back()[i].hasFailed()) continue;
-      Step step = session_.steps()[i];
-      step.setLocators(proposal);
-      session_.replace(i, std::move(step));
+      if (proposal.is_null() || plays_.back()[i].hasFailed()) continue;
+      session_.replace(i, Step(proposal));
       ++changes;
     }
     if (changes == 0) return;
     if (options_.updates) session_.save(options_.file);
     out() << changes << (changes == 1 ? " step was" : " steps were")
-          << " not found by the first way"
-          << (options_.updates ? ": " + options_.file + " has better ways now"
-                               : "; --update writes the better ways")
+          << " not found by the first way, or not by its text"
+          << (options_.updates ? ": " + options_.file + " has what is better now"
+                               : "; --update writes what is better")
           << '\n';
   }
 
@@ -342,8 +340,9 @@ void declarePlay(CLI::App& parser, Invocation& invocation) {
       ->type_name("NAME=VALUE")
       ->expected(1)
       ->take_all();
-  parser.add_flag("--update", options->updates,
-                  "write the better ways to elements that were not found by their first");
+  parser.add_flag(
+      "--update", options->updates,
+      "write what is better for steps that had to fall back: ways to elements, texts of choices");
   parser.add_option("--junit", options->junit, "write what came of each step, for build servers")
       ->type_name("FILE");
   parser.footer(

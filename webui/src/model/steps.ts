@@ -64,9 +64,9 @@ export class Steps {
     const step = this.list[at]!;
     const name = memberOfText(step);
     if (!name) return this;
-    // What the field held then is of the text before.
-    const { value: _value, ...typed } = step;
-    return this.replaced(at, { ...(step.act === 'type' ? typed : step), [name]: text } as Step);
+    // What the field held then, where the choice stood, is of the text before.
+    const { [step.act === 'type' ? 'value' : 'choice']: _before, ...rest } = step;
+    return this.replace(at, { ...rest, [name]: text } as Step);
   }
 
   // What is typed is not kept: its name stands in its place, or an empty text in that of the name.
@@ -78,9 +78,13 @@ export class Steps {
     return this.changed(isSecret && text ? list.map((one) => withoutText(one, text)) : list);
   }
 
-  // The element that it is about is another one, or is found in another way.
+  replace(at: number, step: Step): Steps {
+    return this.changed(this.with(at, step));
+  }
+
+  // The element that it is about is another one.
   setElement(at: number, element: Portrait): Steps {
-    return this.replaced(at, { ...this.list[at]!, element });
+    return this.replace(at, { ...this.list[at]!, element });
   }
 
   // The steps of another recording come, which are numbered anew.
@@ -109,10 +113,6 @@ export class Steps {
 
   get canRedo(): boolean {
     return this.behind.length > 0;
-  }
-
-  private replaced(at: number, step: Step): Steps {
-    return this.changed(this.with(at, step));
   }
 
   private with(at: number, step: Step): Step[] {

@@ -171,8 +171,8 @@ export interface Played {
   hasFailed: boolean;
   message: string; // why it failed, or what is worth saying
   locator?: number; // of its element's, that found it
-  better?: string; // the first of the proposal, as --select takes it
-  proposal?: object[] | null; // the locators to have instead
+  proposal?: Step; // the step as it had better be
+  better?: string; // what is better in it
   candidates?: Candidate[];
 }
 

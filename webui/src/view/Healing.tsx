@@ -1,13 +1,13 @@
 // What can be done about a step that no longer finds its element, or not in the way it used to.
 import { portraitOf } from '../model/portrait';
-import type { Locator } from '../model/locators';
+import type { Step } from '../model/steps';
 import type { Candidate, Played } from '../net/server';
 import { store, useStore } from './store';
 
 export function Healing({ played, at }: { played: Played; at: number }) {
   const { node } = useStore();
-  const better = (played.proposal ?? []) as Locator[];
-  if (better.length > 0) return <Better locators={better} as={played.better ?? ''} at={at} />;
+  const { proposal, better } = played;
+  if (proposal) return <Better step={proposal} as={better ?? ''} at={at} />;
   if (!played.hasFailed || !store.steps.list[at]?.element) return null;
   const candidates = played.candidates ?? [];
   const isAmong = candidates.some((one) => one.element === node?.id);
@@ -28,14 +28,11 @@ export function Healing({ played, at }: { played: Played; at: number }) {
   );
 }
 
-function Better({ locators, as, at }: { locators: Locator[]; as: string; at: number }) {
-  const take = () => {
-    const { steps } = store;
-    store.set({ steps: steps.setElement(at, { ...steps.list[at]!.element, locators }) });
-  };
+function Better({ step, as, at }: { step: Step; as: string; at: number }) {
+  const take = () => store.set({ steps: store.steps.replace(at, step) });
   return (
     <p class="healing">
-      <button onClick={take}>Take the better way</button>
+      <button onClick={take}>Take what is better</button>
       <code>{as}</code>
     </p>
   );
