@@ -244,8 +244,11 @@ QQuickItem* controlPartAt(const QQuickItem& control, QPointF point) {
 }  // namespace
 
 void eachSubviewItem(const QQuickItem& item, const std::function<void(QQuickItem&)>& visit) {
+  // Most items have none, and what is looked up for each of thousands is out of the caches by then.
+  const QList<QQuickItem*> children = childrenInPaintOrder(item);
+  if (children.isEmpty()) return;
   const auto* const list = isList(kindOf(item)) ? flickableOf(item) : nullptr;
-  for (QQuickItem* const child : childrenInPaintOrder(item)) {
+  for (QQuickItem* const child : children) {
     const Role role = roleOf(*child);
     if (role == Role::View) visit(*child);
     if (role != Role::Transparent || !child->isVisible()) continue;
