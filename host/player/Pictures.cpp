@@ -9,7 +9,7 @@ namespace tarni::host {
 
 namespace {
 
-constexpr std::chrono::milliseconds kQuietEnough{50};
+constexpr std::chrono::milliseconds kQuietEnough{30};
 constexpr std::chrono::milliseconds kLongestUnrest{500};
 
 Picture pictureOf(SessionClient& client, Json window) {

@@ -29,6 +29,12 @@ bool isPressAtSamePlace(const Step& step, const Step& before) {
   return !ways.empty() && !others.empty() && ways.front() == others.front();
 }
 
+// Of the menu that the step before has opened by the second button.
+bool isOfContextMenu(const Step& step, const Step& before) {
+  const bool isEntry = step.act() == "menu" || step.act() == "hover";
+  return isEntry && before.act() == "click" && textIn(before.json(), "button") == "right";
+}
+
 double secondsSince(Clock::time_point start) {
   return std::chrono::duration<double>(Clock::now() - start).count();
 }
@@ -123,6 +129,16 @@ void Player::tryOften(Acting& acting, Deadline deadline) {
   }
 }
 
+// A program that is still at work may turn to another window, which closes the menu.
+Played Player::playInMenuOf(const Step& before, const Step& step, Played missed) {
+  if (play(before).hasFailed()) return missed;
+  Played again = play(step);
+  if (again.hasFailed()) return missed;
+  again.message += std::string(again.message.empty() ? "" : "; ") +
+                   "its menu had closed and was opened once more";
+  return again;
+}
+
 std::vector<Played> Player::play(const Session& session, const Course& course,
                                  PlayObserver& observer) {
   const auto& steps = session.steps();
@@ -141,6 +157,9 @@ std::vector<Played> Player::play(const Session& session, const Course& course,
     }
     const double began = secondsSince(start);
     played = play(step);
+    if (played.isMissing && number > 1 && isOfContextMenu(step, steps[number - 2])) {
+      played = playInMenuOf(steps[number - 2], step, std::move(played));
+    }
     hasPressed = Clock::now();
     played.number = number;
     played.began = began;

@@ -58,6 +58,7 @@ class Player {
   class Show;
 
   void tryOften(Acting& acting, Deadline deadline);
+  Played playInMenuOf(const Step& before, const Step& step, Played missed);
 
   SessionClient& client_;
   ElementFinder finder_;
