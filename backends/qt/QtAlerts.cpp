@@ -39,6 +39,15 @@ class AlertWindow final : public QRasterWindow {
     setGeometry(place);
   }
 
+  // Once it is shown: under X11 a window forgets it otherwise. On Wayland Qt knows nothing of the
+  // flag, and tells the compositor of the mask as the part that takes input: none of the window.
+  void letInputThrough() {
+    setFlag(Qt::WindowTransparentForInput);
+    if (QGuiApplication::platformName().startsWith(QLatin1String("wayland"))) {
+      setMask(QRect(QPoint(), QSize(1, 1)).translated(-1, -1));
+    }
+  }
+
  protected:
   void paintEvent(QPaintEvent*) override {
     const QPalette colors = QGuiApplication::palette();
@@ -87,8 +96,7 @@ std::shared_ptr<platform::UIAlertView> QtAlerts::show(std::string message,
   auto* const alert = new AlertWindow(alertText(message, cancelButtonTitle, otherButtonTitle));
   alert->placeOver(nativeWindowOf(platform::current().application->keyWindow()));
   alert->show();
-  // Under X11 a window that is not shown yet forgets it.
-  alert->setFlag(Qt::WindowTransparentForInput);
+  alert->letInputThrough();
   return std::make_shared<QtAlertView>(alert);
 }
 

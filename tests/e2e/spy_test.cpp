@@ -1,4 +1,5 @@
-// A person points at rows of a real program and types numbers into `tarni spy`.
+// A person points at what a real program shows, on either window system, and types numbers into
+// `tarni spy`.
 #include <gmock/gmock.h>
 #include <sys/stat.h>
 
@@ -6,8 +7,10 @@
 #include <filesystem>
 #include <fstream>
 
+#include "tests/support/Compositor.h"
 #include "tests/support/Display.h"
 #include "tests/support/Program.h"
+#include "tests/support/Wire.h"
 
 namespace tarni::test {
 namespace {
@@ -33,32 +36,75 @@ class Typing {
       std::filesystem::temp_directory_path() / ("tarni-typing-" + std::to_string(getpid()));
 };
 
-class Spying : public testing::Test {
+struct Place {
+  std::string name;
+  std::string program;
+  int scaleOnWayland = 0;  // 0 on X
+};
+
+void PrintTo(const Place& place, std::ostream* output) {
+  *output << place.name;
+}
+
+std::unique_ptr<const Desktop> desktop(const Place& place) {
+  if (place.scaleOnWayland == 0) return std::make_unique<Display>();
+  return std::make_unique<Compositor>(1280, 1024, place.scaleOnWayland);
+}
+
+class Spying : public testing::TestWithParam<Place> {
  protected:
+  Spying() {
+    Program::Environment environment = desktop_->environment();
+    environment["TARNI_LOG"] = "stderr";
+    program_ =
+        std::make_unique<Program>(std::vector<std::string>{built("bin/tarni"), "run", "--",
+                                                           built("bin/" + GetParam().program)},
+                                  environment);
+  }
+  void SetUp() override {
+    ASSERT_TRUE(eventually([&] { return occurrences(program_->output(), "ready:") == 1; }));
+    ASSERT_TRUE(eventually([&] {
+      const auto called = desktop_->windows("Tarni Sample");
+      if (!called.empty()) window_ = called.front();
+      return !called.empty();
+    }));
+  }
+  // Points of the sample's window.
+  void click(int x, int y) const {
+    desktop_->click(static_cast<int>(window_.x) + x, static_cast<int>(window_.y) + y);
+  }
+  std::string colorAt(int x, int y) const {
+    return desktop_->colorAt(static_cast<int>(window_.x) + x, static_cast<int>(window_.y) + y);
+  }
   // True when the frame of the outermost element comes, and goes again.
   bool frameShows() const {
-    const auto isFramed = [this] { return display_.colorAt(1, 230) == "#00FF00"; };
+    const auto isFramed = [this] { return colorAt(1, 230) == "#00FF00"; };
     return eventually(isFramed) && eventually([&] { return !isFramed(); });
   }
 
-  Display display_;
+  const std::unique_ptr<const Desktop> desktop_ = desktop(GetParam());
+  std::unique_ptr<Program> program_;
+
+ private:
+  Desktop::Window window_;
 };
 
-TEST_F(Spying, TenNumbersInARowAreShownAndSpyingEnds) {
-  Program::Environment environment = display_.environment();
-  environment["TARNI_LOG"] = "stderr";
-  Program program({built("bin/tarni"), "run", "--", built("bin/qt-sample-6")}, environment);
-  ASSERT_TRUE(
-      eventually([&] { return occurrences(program.output(), "ready:") == 1; }, seconds(30)));
+INSTANTIATE_TEST_SUITE_P(On, Spying,
+                         testing::Values(Place{"Qt5", "qt-sample-5"}, Place{"Qt6", "qt-sample-6"},
+                                         Place{"Qt5Wayland", "qt-sample-5", 2},
+                                         Place{"Qt6Wayland", "qt-sample-6", 1}),
+                         [](const auto& info) { return info.param.name; });
+
+TEST_P(Spying, TenNumbersInARowAreShownAndSpyingEnds) {
   const Typing typing;
   Program spy({"sh", "-c", "exec \"$0\" spy < " + typing.path, built("bin/tarni")});
   std::ofstream numbers(typing.path);
-  ASSERT_TRUE(eventually([&] { return occurrences(program.output(), "Switching to spy") == 1; }));
+  ASSERT_TRUE(eventually([&] { return occurrences(program_->output(), "Switching to spy") == 1; }));
 
   for (std::size_t picks = 1; picks <= 5; ++picks) {
-    display_.click(200, 200);
+    click(200, 200);
     ASSERT_TRUE(eventually([&] { return occurrences(spy.output(), "  2  ") == picks; }))
-        << spy.output() << program.output();
+        << spy.output() << program_->output();
   }
   for (int typed = 1; typed <= 10; ++typed) {
     numbers << 2 << std::endl;
@@ -69,7 +115,19 @@ TEST_F(Spying, TenNumbersInARowAreShownAndSpyingEnds) {
   spy.signal(SIGINT);
   EXPECT_EQ(spy.wait(seconds(10)), 0);
   EXPECT_TRUE(
-      eventually([&] { return occurrences(program.output(), "Switching to recorder") == 1; }));
+      eventually([&] { return occurrences(program_->output(), "Switching to recorder") == 1; }));
+}
+
+// The toast of the mode stands at the lower edge of the window, above the button.
+TEST_P(Spying, PicksWhatIsBelowTheToast) {
+  const auto color = [&] { return colorAt(134, 402); };
+  const Wire recorder(kRecorderPort);
+  recorder.readMessage();
+  const auto before = color();
+  recorder.sendLine("startobjectspy");
+  ASSERT_TRUE(eventually([&] { return color() != before; })) << program_->output();
+  click(134, 402);
+  EXPECT_EQ(nlohmann::json::parse(recorder.readMessage(seconds(4)))[0]["tagName"], "UIButton");
 }
 
 }  // namespace

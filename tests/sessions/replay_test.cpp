@@ -237,21 +237,6 @@ TEST_P(Replays, OfAFreshRecordingEqualTheKeptOne) {
   EXPECT_EQ(comparable(file).dump(1), comparable(kept("qt-sample.json")).dump(1));
 }
 
-// The toast of the mode stands at the lower edge of the window, above the button.
-TEST_P(Replays, OfWhatIsPickedBelowTheToast) {
-  constexpr Point kButton{134, 402};
-  const auto running = start();
-  const Wire recorder(kRecorderPort);
-  recorder.readMessage();
-  const auto color = [&] { return display_.colorAt(kButton.x, kButton.y); };
-  ASSERT_TRUE(eventually([&] { return color() != "#000000"; })) << running->output();
-  const auto before = color();
-  recorder.sendLine("startobjectspy");
-  ASSERT_TRUE(eventually([&] { return color() != before; })) << running->output();
-  display_.click(kButton.x, kButton.y);
-  EXPECT_EQ(json::parse(recorder.readMessage(4s))[0]["tagName"], "UIButton");
-}
-
 TEST_P(Replays, KeepTheTapThatEndsTheProgram) {
   std::vector<Point> entries;
   Point file{};

@@ -143,6 +143,10 @@ std::vector<Desktop::Window> Compositor::windows(const std::string& title) const
   return {all.rbegin(), all.rend()};
 }
 
+std::string Compositor::colorAt(int x, int y) const {
+  return tell("color " + std::to_string(x) + " " + std::to_string(y));
+}
+
 std::string Compositor::tell(const std::string& command) const {
   std::array<char, 4096> answer{};
   send(descriptor_, command.data(), command.size(), 0);

@@ -20,6 +20,8 @@ class Compositor : public Desktop {
   Program::Environment environment() const override;
   void act(const std::vector<std::string>& words) const override;
   std::vector<Window> windows(const std::string& title = "") const override;
+  void arrange() const override { tell("arrange"); }
+  std::string colorAt(int x, int y) const override;
 
  private:
   // Has the hand do that (see tests/wayland) and waits until it is done. Throws when it cannot.

@@ -25,8 +25,12 @@ class Desktop {
   virtual void act(const std::vector<std::string>& words) const = 0;
   // Those of that title, all for none, back to front, popups among them.
   virtual std::vector<Window> windows(const std::string& title = "") const = 0;
+  // Puts windows beside each other, where the one that is clicked comes before the others.
+  virtual void arrange() const {}
+  // What the screen shows there: "#00FF00".
+  virtual std::string colorAt(int x, int y) const = 0;
 
-  // Screen coordinates in pixels.
+  // Screen coordinates, in points: on a screen of two pixels a point every second pixel.
   void moveTo(int x, int y) const;
   void click(int x, int y) const;
   void type(const std::string& text) const { act({"type", "--delay", "5", "--", text}); }

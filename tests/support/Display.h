@@ -20,8 +20,7 @@ class Display : public Desktop {
   void act(const std::vector<std::string>& words) const override;
   // One that closes meanwhile ends the search.
   std::vector<Window> windows(const std::string& title = "") const override;
-  // What the screen shows there: "#00FF00".
-  std::string colorAt(int x, int y) const;
+  std::string colorAt(int x, int y) const override;
 
  private:
   bool start(int width, int height);

@@ -1,17 +1,21 @@
 // A module of the compositor weston: a seat whose pointer and keyboard do what comes as datagrams
 // to the socket that HAND_SOCKET names, one command each, carried out before the next is read. The
 // sender gets the answer back, which begins with "cannot" when it says what is wrong.
-//   mousemove X Y, mousemove_relative X Y   pixels of the screen
+//   mousemove X Y, mousemove_relative X Y   points of the screen
 //   mousedown BUTTON, mouseup BUTTON        as X11 counts them: 4 is the wheel upwards, 5 downwards
 //   keydown NAME, keyup NAME                as xkbcommon names it, with shift where it takes that
 //   windows         "X Y WIDTH HEIGHT TITLE" a line, front to back
+//   arrange         a window over another goes beside all others, to the right or else to the left
+//   color X Y       what the screen shows there, "#00FF00"
 #include <linux/input-event-codes.h>
 #include <sys/socket.h>
 #include <sys/un.h>
 #include <unistd.h>
 #include <xkbcommon/xkbcommon.h>
 
+#include <algorithm>
 #include <array>
+#include <cstdio>
 #include <cstdlib>
 #include <cstring>
 #include <sstream>
@@ -66,12 +70,14 @@ class Hand {
     std::istringstream numbers(rest);
     double x = 0;
     double y = 0;
-    if (verb.starts_with("mouse")) numbers >> x >> y;
+    if (verb.starts_with("mouse") || verb == "color") numbers >> x >> y;
     if (verb == "mousemove") return move(x, y);
     if (verb == "mousemove_relative") return move(x_ + x, y_ + y);
     if (verb == "mousedown" || verb == "mouseup") return press(static_cast<int>(x), verb);
     if (verb == "keydown" || verb == "keyup") return key(rest, verb == "keydown");
     if (verb == "windows") return windows();
+    if (verb == "arrange") return arrange();
+    if (verb == "color") return color(x, y);
     return "cannot do that: " + line;
   }
 
@@ -147,6 +153,61 @@ class Hand {
             << (title ? title : "") << '\n';
     }
     return lines.str();
+  }
+
+  static bool isWindow(const weston_view& view) {
+    return weston_surface_get_desktop_surface(view.surface) && !view.geometry.parent;
+  }
+
+  static bool overlap(const weston_view& one, const weston_view& other) {
+    const auto meet = [](float from, int length, float otherFrom, int otherLength) {
+      return from < otherFrom + static_cast<float>(otherLength) &&
+             otherFrom < from + static_cast<float>(length);
+    };
+    return meet(one.geometry.x, one.surface->width, other.geometry.x, other.surface->width) &&
+           meet(one.geometry.y, one.surface->height, other.geometry.y, other.surface->height);
+  }
+
+  std::string arrange() {
+    weston_view* view = nullptr;
+    wl_list_for_each(view, &compositor_->view_list, link) {
+      if (!isWindow(*view)) continue;
+      bool isOverAnother = false;
+      float left = static_cast<float>(screen()->width);
+      float right = 0;
+      weston_view* other = nullptr;
+      wl_list_for_each(other, &compositor_->view_list, link) {
+        if (other == view || !isWindow(*other)) continue;
+        isOverAnother = isOverAnother || overlap(*view, *other);
+        left = std::min(left, other->geometry.x);
+        right = std::max(right, other->geometry.x + static_cast<float>(other->surface->width));
+      }
+      if (!isOverAnother) continue;
+      const auto width = static_cast<float>(view->surface->width);
+      const bool hasRoom = right + width <= static_cast<float>(screen()->width);
+      weston_view_set_position(view, hasRoom ? right : std::max(left - width, 0.0F),
+                               view->geometry.y);
+      weston_compositor_schedule_repaint(compositor_);
+    }
+    return "";
+  }
+
+  // The only one.
+  weston_output* screen() const {
+    weston_output* const first = wl_container_of(compositor_->output_list.next, first, link);
+    return first;
+  }
+
+  // As it was painted last.
+  std::string color(double x, double y) const {
+    const int scale = screen()->current_scale;
+    uint32_t pixel = 0;
+    compositor_->renderer->read_pixels(screen(), PIXMAN_a8r8g8b8, &pixel,
+                                       static_cast<uint32_t>(x * scale),
+                                       static_cast<uint32_t>(y * scale), 1, 1);
+    std::array<char, 8> text{};
+    std::snprintf(text.data(), text.size(), "#%06X", pixel & 0xFFFFFF);
+    return text.data();
   }
 
   double x_ = 0;
