@@ -4,6 +4,7 @@
 #include <filesystem>
 #include <fstream>
 
+#include "tests/support/Compositor.h"
 #include "tests/support/Program.h"
 #include "tests/support/Wire.h"
 
@@ -47,19 +48,30 @@ class Attaching : public testing::TestWithParam<std::string> {
 
 INSTANTIATE_TEST_SUITE_P(Qt, Attaching, testing::Values("5", "6"));
 
-TEST_P(Attaching, ServesAProgramThatRunsOnAsBefore) {
-  const Result attached = attachTo(program_);
+void expectServedOnceAttached(Program& program, const std::string& major) {
+  const Result attached = attachTo(program);
   EXPECT_EQ(attached.code, 0) << attached.output;
-  EXPECT_THAT(attached.output, HasSubstr("uses Qt " + GetParam() + "."));
+  EXPECT_THAT(attached.output, HasSubstr("uses Qt " + major + "."));
   EXPECT_THAT(attached.output, HasSubstr(": agent loaded, ports 9892 and 9898"));
   const Playback playback;
   playback.command("clickelement", playback.one("UIButton", "text", "Refresh"));
   EXPECT_TRUE(
       eventually([&] { return playback.find("UILabel", "text", "Refreshed").size() == 1; }));
-  EXPECT_TRUE(program_.isRunning());
+  EXPECT_TRUE(program.isRunning());
+}
+
+TEST_P(Attaching, ServesAProgramThatRunsOnAsBefore) {
+  expectServedOnceAttached(program_, GetParam());
   const Result again = attachTo(program_);
   EXPECT_EQ(again.code, 5);
   EXPECT_THAT(again.output, HasSubstr("has the agent already"));
+}
+
+TEST(AttachingOnWayland, ServesAProgramThatRuns) {
+  const Compositor compositor;
+  Program program({built("bin/qt-sample-6")}, compositor.environment());
+  ASSERT_TRUE(eventually([&] { return !compositor.windows("Tarni Sample").empty(); }));
+  expectServedOnceAttached(program, "6");
 }
 
 TEST_P(Attaching, SaysThatTheDebuggerIsMissing) {
