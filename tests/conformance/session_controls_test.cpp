@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <filesystem>
 #include <fstream>
+#include <map>
 #include <optional>
 
 #include "tests/conformance/Subject.h"
@@ -131,6 +132,16 @@ TEST_P(SessionControls, AreClickedWhereAskedAndToldHowToFindThemAgain) {
   EXPECT_EQ(find(best["find"])["element"], count["element"]) << best;
   ask("element.focus", {{"element", named("line")}});
   EXPECT_EQ(find({{"focused", true}, {"kind", "UITextField"}})["element"], named("line"));
+}
+
+TEST_P(SessionControls, StandOnceInTheTreeWhileAMenuIsOpen) {
+  ask("element.click", {{"element", find({{"text", "File"}})["element"]}});
+  awaitOf({{"find", {{"text", "New"}}}}, "visible");
+  std::map<long, int> times;
+  for (const json& one : ask("tree.get", json::object())["elements"]) ++times[one["element"]];
+  for (const auto& [element, count] : times) EXPECT_EQ(count, 1) << described(element);
+  const json bar = {{"xpath", "\\UINavigationBar[0]"}};
+  EXPECT_LE(ask("element.find", bar)["elements"].size(), 1U);
 }
 
 // Out of an editor, which loses it.

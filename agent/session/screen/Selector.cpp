@@ -64,9 +64,14 @@ bool standsIn(const UIViewRef& view, const std::string& group) {
          }) != nullptr;
 }
 
-UIViewRef viewAt(UIViewRef root, std::string_view path) {
-  while (root && !path.empty()) root = childAt(root, takeStep(path));
-  return root;
+UIViewRef viewAt(const UIViewRef& root, std::string_view path) {
+  UIViewRef view = root;
+  while (view && !path.empty()) {
+    const UIViewRef child = childAt(view, takeStep(path));
+    if (child && view == root && standsElsewhere(child, root)) return nullptr;
+    view = child;
+  }
+  return view;
 }
 
 }  // namespace

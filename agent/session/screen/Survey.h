@@ -10,6 +10,7 @@
 #include "agent/elements/ViewWalk.h"
 #include "platform/QuartzCore/CGGeometry.h"
 #include "platform/UIKit/UIView.h"
+#include "platform/UIKit/UIWindow.h"
 
 namespace tarni::session {
 
@@ -63,15 +64,21 @@ struct Seen {
   Place place() const { return path ? path->placeOf(view) : session::placeOf(view); }
 };
 
-// Calls `visit(seen)` for every view below `root`, parents first, siblings back to front; false
-// ends the survey.
+// A menu's window lists what a press beside it reaches as well, as the menu bar: that stands where
+// it is. Of the contents of `root`.
+inline bool standsElsewhere(const platform::UIViewRef& view, const platform::UIViewRef& root) {
+  return view->superview() != root && root->window() == root;
+}
+
+// Calls `visit(seen)` for every view that stands below `root`, parents first, siblings back to
+// front; false ends the survey.
 template <typename Visit>
 bool surveyBelow(const platform::UIViewRef& root, Visit&& visit) {
   std::vector<WalkLevel> levels;
   SurveyPath path;
   bool goesOn = true;
   walkContents(root, levels, [&](const WalkStep& step) {
-    if (!goesOn) return false;
+    if (!goesOn || (step.path.size() == 1 && standsElsewhere(step.view, root))) return false;
     path.follow(step.path);
     goesOn = visit(Seen{step.view, step.parent(), step.position, step.path.size(), &path});
     return goesOn;
