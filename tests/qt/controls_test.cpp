@@ -191,6 +191,8 @@ TEST(Focus, OnlyTextInputsTakeItFromTheAgent) {
   finish(as<platform::UITextField>(inside)->setText("5"));
   EXPECT_TRUE(inside->isFirstResponder());
   EXPECT_FALSE(viewOf(second)->isFirstResponder());
+  button.setFocusProxy(&box);
+  EXPECT_FALSE(viewOf(button)->isFirstResponder()) << "it leaves the focus to another control";
   second.setEnabled(false);
   EXPECT_FALSE(viewOf(second)->canBecomeFirstResponder());
 }

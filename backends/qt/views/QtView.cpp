@@ -229,10 +229,12 @@ bool QtView::isUserInteractionEnabled() const {
 
 bool QtView::isFirstResponder() const {
   // Asked of the window, which remembers it while another one is active. The input inside a spin
-  // box or a combo box leaves the focus to its box.
+  // box or a combo box leaves the focus to its box, an editor's frame to what is inside it; a
+  // button that leaves it to another widget has none.
   const QWidget* holder = widget_;
   while (holder && holder->focusProxy()) holder = holder->focusProxy();
-  return holder && holder->window()->focusWidget() == holder;
+  return holder && holder->window()->focusWidget() == holder &&
+         (holder->isAncestorOf(widget_) || widget_->isAncestorOf(holder));
 }
 
 bool QtView::canBecomeFirstResponder() const {
