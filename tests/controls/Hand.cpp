@@ -41,6 +41,9 @@ Hand::Hand(const Desktop& scouted, const Desktop& recorded, const Playback& scou
 
 void Hand::act(const Act& act) const {
   Words words;
+  if (act.target.kind == Target::Kind::Window) {
+    for (const Desktop* const display : displays_) display->arrange();
+  }
   if (act.isOfPointer()) {
     std::optional<Rectangle> found;
     if (!eventually([&] { return (found = find(act.target)).has_value(); })) {
