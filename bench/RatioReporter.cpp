@@ -12,6 +12,11 @@ std::vector<Comparison>& comparisons() {
   return all;
 }
 
+std::vector<Comparison>& pairs() {
+  static std::vector<Comparison> all;
+  return all;
+}
+
 std::vector<Limit>& limits() {
   static std::vector<Limit> all;
   return all;
@@ -68,6 +73,10 @@ void compare(Comparison comparison) {
   comparisons().push_back(std::move(comparison));
 }
 
+void inPairs(Comparison comparison) {
+  pairs().push_back(std::move(comparison));
+}
+
 void limit(Limit limit) {
   limits().push_back(std::move(limit));
 }
@@ -85,6 +94,7 @@ void RatioReporter::ReportRuns(const std::vector<Run>& runs) {
   for (const Run& run : runs) {
     if (run.error_occurred) continue;
     const std::string name = plainName(run.benchmark_name());
+    counters_[name] = run.counters;
     const double each = secondsOf(run) / static_cast<double>(run.iterations) * 1e9;
     if (run.run_type == Run::RT_Aggregate) {
       if (run.aggregate_name == "median") nanoseconds_[plainName(run.run_name.str())] = each;
@@ -110,6 +120,17 @@ ordered_json RatioReporter::rows() const {
     addBaseline(row, each.baseline, each.against, *baseline);
     addFigure(row, each.atLeast ? "times faster" : "ratio", ratio, each.aim,
               each.atLeast ? ratio >= each.aim : ratio <= each.aim);
+  }
+  for (const Comparison& each : pairs()) {
+    const auto counted = counters_.find(each.name);
+    if (counted == counters_.end()) continue;
+    const auto value = [&counted](const char* counter) {
+      return counted->second.at(counter).value;
+    };
+    ordered_json& row = all.emplace_back(rowOf(each.name, each.what, value("question") * 1e9));
+    addBaseline(row, "echo", each.against, value("echo") * 1e9);
+    addFigure(row, "ratio", value("ratio"), each.aim, value("ratio") <= each.aim);
+    row["spread"] = value("spread");
   }
   for (const Difference& each : differences()) {
     const auto time = nanoseconds(each.name);

@@ -17,7 +17,7 @@ namespace tarni::bench {
 // them, arguments included ("gettext/1"); `what` and `against` say them in a reader's words.
 struct Comparison {
   std::string name;
-  std::string baseline;
+  std::string baseline;  // none where the benchmark has it in itself
   double aim = 0;        // the ratio aimed at
   bool atLeast = false;  // the baseline should cost at least `aim` times as much (a speed-up)
   std::string what = {};
@@ -43,6 +43,9 @@ struct Difference {
 
 // Registered by the benchmark files at start-up.
 void compare(Comparison comparison);
+// What the benchmark itself holds against each other, see Pairs.h: the figure is the median of the
+// ratios of single pairs, its spread half of what lies between their quartiles. No baseline.
+void inPairs(Comparison comparison);
 void limit(Limit limit);
 void difference(Difference difference);
 
@@ -57,6 +60,7 @@ class RatioReporter : public benchmark::ConsoleReporter {
   nlohmann::ordered_json rows() const;
 
   std::map<std::string, double> nanoseconds_;
+  std::map<std::string, benchmark::UserCounters> counters_;
 };
 
 }  // namespace tarni::bench

@@ -8,6 +8,7 @@
 #include <memory>
 
 #include "bench/Echo.h"
+#include "bench/Pairs.h"
 #include "bench/RatioReporter.h"
 #include "tests/support/Program.h"
 #include "tests/support/Wire.h"
@@ -30,20 +31,6 @@ int boundSocket() {
   return listening;
 }
 
-void echo(benchmark::State& state) {
-  const pid_t server = startEcho(boundSocket);
-  {
-    const test::Wire wire(kEchoPort);
-    const std::string line = R"({"functionname":"gettext","accessorvalue":"12345678-1234"})";
-    for (auto _ : state) {
-      wire.sendLine(line);
-      wire.read(line.size() + 2);
-    }
-  }
-  waitpid(server, nullptr, 0);
-}
-BENCHMARK(echo)->UseRealTime()->MinTime(1)->Unit(benchmark::kMicrosecond);
-
 void gettext(benchmark::State& state, const std::string& major) {
   const test::Program program(
       {test::built("bin/qt-sample-" + major)},
@@ -52,17 +39,34 @@ void gettext(benchmark::State& state, const std::string& major) {
   const std::string button = playback.one("UIButton", "text", "Log in");
   const std::string line =
       nlohmann::json{{"functionname", "gettext"}, {"accessorvalue", button}}.dump();
-  for (auto _ : state) {
-    playback.wire().sendLine(line);
-    benchmark::DoNotOptimize(playback.wire().readMessage());
+  const pid_t server = startEcho(boundSocket);
+  {
+    const test::Wire echo(kEchoPort);
+    askInPairs(
+        state,
+        [&] {
+          playback.wire().sendLine(line);
+          benchmark::DoNotOptimize(playback.wire().readMessage());
+        },
+        [&] {
+          echo.sendLine(line);
+          echo.read(line.size() + 2);
+        });
   }
+  waitpid(server, nullptr, 0);
 }
-BENCHMARK_CAPTURE(gettext, qt5, "5")->UseRealTime()->MinTime(1)->Unit(benchmark::kMicrosecond);
-BENCHMARK_CAPTURE(gettext, qt6, "6")->UseRealTime()->MinTime(1)->Unit(benchmark::kMicrosecond);
+BENCHMARK_CAPTURE(gettext, qt5, "5")
+    ->UseManualTime()
+    ->Iterations(kPairs)
+    ->Unit(benchmark::kMicrosecond);
+BENCHMARK_CAPTURE(gettext, qt6, "6")
+    ->UseManualTime()
+    ->Iterations(kPairs)
+    ->Unit(benchmark::kMicrosecond);
 
 const bool kRoundtripRegistered = [] {
   for (const std::string major : {"5", "6"}) {
-    compare({"gettext/qt" + major, "echo", 3, false,
+    inPairs({"gettext/qt" + major, "", 3, false,
              "a command and its answer, on a Qt " + major + " program",
              "a bare echo of the same bytes"});
   }

@@ -11,6 +11,7 @@
 #include "backends/headless/views/Button.h"
 #include "backends/headless/views/Label.h"
 #include "bench/Echo.h"
+#include "bench/Pairs.h"
 #include "bench/RatioReporter.h"
 #include "bench/Screens.h"
 #include "platform/Platform.h"
@@ -34,40 +35,39 @@ int boundSocket(const std::string& path) {
   return listening;
 }
 
-void echo_unix(benchmark::State& state) {
-  const test::SessionFolder folder;
-  const pid_t server = startEcho([&folder] { return boundSocket(folder.socket()); });
-  {
-    const test::SessionWire wire(folder.socket());
-    for (auto _ : state) {
-      wire.send("element.describe", {{"element", 2}}, 1);
-      benchmark::DoNotOptimize(wire.answer());
-    }
-  }
-  waitpid(server, nullptr, 0);
-}
-BENCHMARK(echo_unix)->UseRealTime()->MinTime(1)->Unit(benchmark::kMicrosecond);
-
 void session_describe(benchmark::State& state, const std::string& program,
                       test::Program::Environment environment) {
   const test::SessionFolder folder;
+  const test::SessionFolder echoFolder;
   environment["TARNI_SESSION"] = folder.socket();
   const test::Program running({test::built("bin/" + program)}, environment);
-  const test::SessionWire wire(folder.socket());
-  const nlohmann::json found = wire.ask("element.find", {{"text", "Log in"}, {"all", false}});
-  const nlohmann::json button = {{"element", found["elements"][0]["element"]}};
-  for (auto _ : state) {
-    wire.send("element.describe", button, 1);
-    benchmark::DoNotOptimize(wire.answer());
+  const pid_t server = startEcho([&echoFolder] { return boundSocket(echoFolder.socket()); });
+  {
+    const nlohmann::json found = test::SessionWire(folder.socket())
+                                     .ask("element.find", {{"text", "Log in"}, {"all", false}});
+    const nlohmann::json question = {{"jsonrpc", "2.0"},
+                                     {"id", 1},
+                                     {"method", "element.describe"},
+                                     {"params", {{"element", found["elements"][0]["element"]}}}};
+    const std::string line = question.dump() + "\n";
+    const test::Wire agent(folder.socket());
+    const test::Wire echo(echoFolder.socket());
+    const auto ask = [&line](const test::Wire& wire) {
+      wire.send(line);
+      benchmark::DoNotOptimize(wire.readLine());
+    };
+    askInPairs(
+        state, [&] { ask(agent); }, [&] { ask(echo); });
   }
+  waitpid(server, nullptr, 0);
 }
 BENCHMARK_CAPTURE(session_describe, headless, "tarni-headless", {})
-    ->UseRealTime()
-    ->MinTime(1)
+    ->UseManualTime()
+    ->Iterations(kPairs)
     ->Unit(benchmark::kMicrosecond);
 BENCHMARK_CAPTURE(session_describe, qt5, "qt-sample-5", test::agentEnvironment())
-    ->UseRealTime()
-    ->MinTime(1)
+    ->UseManualTime()
+    ->Iterations(kPairs)
     ->Unit(benchmark::kMicrosecond);
 
 // --- in one process
@@ -142,7 +142,7 @@ BENCHMARK(session_click)->Unit(benchmark::kMicrosecond);
 
 const bool kSessionRegistered = [] {
   for (const std::string program : {"headless", "qt5"}) {
-    compare({"session_describe/" + program, "echo_unix", 3, false,
+    inPairs({"session_describe/" + program, "", 3, false,
              "a question over the session channel, " + program,
              "a bare echo through a Unix socket"});
   }
