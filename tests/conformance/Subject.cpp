@@ -69,9 +69,10 @@ void Conformance::TearDown() {
 Playback& Conformance::playback() {
   if (playback_) return *playback_;
   playback_ = std::make_unique<Playback>();
-  // The list has rows once the compositor has agreed to the window's size.
+  // The list has its rows once the compositor has agreed to the window's size.
   if (GetParam().isOnWayland) {
-    EXPECT_TRUE(eventually([&] { return !playback_->find("UITableViewCell").empty(); }));
+    EXPECT_TRUE(
+        eventually([&] { return !playback_->find("UITableViewCell", "text", "Row 2").empty(); }));
   }
   return *playback_;
 }
