@@ -6,6 +6,7 @@
 
 #include "host/launch/ProgramLauncher.h"
 #include "host/webdriver/Error.h"
+#include "host/webdriver/commands/Handlers.h"
 #include "host/wire/Socket.h"
 
 namespace tarni::host::webdriver {
@@ -15,6 +16,7 @@ namespace {
 using std::chrono::milliseconds;
 
 constexpr milliseconds kPauseBetweenAsking{10};
+constexpr int kTurnsBetweenLooks = 10;  // for a dialog
 constexpr milliseconds kTimeToBeginToLoad{10'000};
 constexpr milliseconds kTimeToShowAPage{20'000};
 
@@ -30,20 +32,20 @@ const std::string& pageScript() {
   return text;
 }
 
-bool isLoading(Session& session) {
+Json ownPage(Session& session) {
   for (const auto& page : pagesOf(session)) {
-    if (page.value("page", 0L) == *session.page) return page.value("loading", false);
+    if (page.value("page", 0L) == *session.page) return page;
   }
   throw Error("no such window", "the program shows the page no more: choose another context");
 }
 
-// A page that loads is waited for.
+// A page that loads, or whose dialog was answered just now, is waited for.
 std::string evaluated(Session& session, const std::string& script) {
   const Json parameters = {{"page", *session.page}, {"script", script}};
   try {
     return textIn(session.call("page.evaluate", parameters), "text");
-  } catch (const Error&) {
-    if (!isLoading(session)) throw;
+  } catch (const Error& error) {
+    if (error.name() != "javascript error") throw;
   }
   awaitPage(session);
   return textIn(session.call("page.evaluate", parameters), "text");
@@ -92,6 +94,8 @@ Json valueOf(Session& session, std::string text) {
     told = readJson(text);
   }
   if (!told.is_object()) {
+    // Of the standard: a script that opens one has nothing to say.
+    if (alertOver(session, *session.page)) return nullptr;
     throw Error("javascript error", "the script is none, or the page went on to another");
   }
   if (const auto error = textIn(told, "error"); !error.empty()) {
@@ -146,9 +150,22 @@ void enterFirstPage(Session& session) {
 }
 
 void awaitPage(Session& session) {
-  const auto deadline = deadlineIn(session.timeouts.pageLoad);
-  while (isLoading(session)) {
-    if (Clock::now() >= deadline) throw Error("timeout", "the page is not loaded in time");
+  const auto& timeouts = session.timeouts;
+  const auto untilLoaded = deadlineIn(timeouts.pageLoad);
+  const auto untilItAnswers = deadlineIn(timeouts.script.value_or(timeouts.pageLoad));
+  for (int turn = 1;; ++turn) {
+    const Json page = ownPage(session);
+    const bool isSilent = page.value("silent", false);
+    if (!isSilent && !page.value("loading", false)) return;
+    if (turn % kTurnsBetweenLooks == 0) {
+      if (const auto said = alertOver(session, *session.page))
+        throw Error("unexpected alert open", *said);
+    }
+    if (isSilent && Clock::now() >= untilItAnswers) {
+      throw Error("script timeout",
+                  "the page does not answer: it is busy, or its process has ended");
+    }
+    if (Clock::now() >= untilLoaded) throw Error("timeout", "the page is not loaded in time");
     std::this_thread::sleep_for(kPauseBetweenAsking);
   }
 }

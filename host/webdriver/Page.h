@@ -24,7 +24,8 @@ Json pagesOf(Session& session);
 // created").
 void enterFirstPage(Session& session);
 
-// Waits until it no longer loads, as long as that time-out says.
+// Waits until it no longer loads, as long as that time-out says, and answers, as long as the one for
+// scripts does. Throws Error ("unexpected alert open") when a dialog keeps it.
 void awaitPage(Session& session);
 
 }  // namespace tarni::host::webdriver

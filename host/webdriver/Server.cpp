@@ -17,8 +17,9 @@ http::Reply replyWith(const Json& value, int status = 200) {
 }
 
 http::Reply failure(const Error& error) {
-  return replyWith({{"error", error.name()}, {"message", error.what()}, {"stacktrace", ""}},
-                   error.status());
+  Json value = {{"error", error.name()}, {"message", error.what()}, {"stacktrace", ""}};
+  if (value["error"] == "unexpected alert open") value["data"] = {{"text", error.what()}};
+  return replyWith(value, error.status());
 }
 
 // What the HTTP server itself refuses.

@@ -8,10 +8,10 @@ namespace {
 
 using nlohmann::json;
 
-class WebDriverPages : public testing::Test {
+class WebDriverPages : public testing::TestWithParam<const char*> {
  protected:
   WebDriverPages() {
-    client_.newSession({{"appium:app", built("bin/web-sample-6")}, {"appium:autoWebview", true}});
+    client_.newSession({{"appium:app", built(GetParam())}, {"appium:autoWebview", true}});
   }
   json value(const std::string& method, const std::string& path,
              const json& body = json::object()) {
@@ -30,7 +30,11 @@ class WebDriverPages : public testing::Test {
   Driver client_;
 };
 
-TEST_F(WebDriverPages, AreFoundReadAndUsedWithRealInput) {
+INSTANTIATE_TEST_SUITE_P(On, WebDriverPages,
+                         testing::Values("bin/web-sample-5", "bin/web-sample-6"),
+                         [](const auto& info) { return info.index == 0 ? "Qt5" : "Qt6"; });
+
+TEST_P(WebDriverPages, AreFoundReadAndUsedWithRealInput) {
   EXPECT_EQ(value("GET", "/title"), "An order");
   const std::string field = "/element/" + client_.element("css selector", "input");
   value("POST", field + "/value", {{"text", "Ada Ä+"}});
@@ -51,7 +55,7 @@ TEST_F(WebDriverPages, AreFoundReadAndUsedWithRealInput) {
   EXPECT_EQ(error("POST", box + "/click", json::object()), "element click intercepted");
 }
 
-TEST_F(WebDriverPages, RunScriptsWithElementsPromisesAndFrames) {
+TEST_P(WebDriverPages, RunScriptsWithElementsPromisesAndFrames) {
   EXPECT_EQ(run("return [1, null, {a: arguments[0]}] // as it is", {5}),
             json({1, nullptr, {{"a", 5}}}));
   EXPECT_EQ(run("return Promise.resolve(3)"), 3);
@@ -76,7 +80,7 @@ TEST_F(WebDriverPages, RunScriptsWithElementsPromisesAndFrames) {
   EXPECT_GT(run("return document.querySelectorAll('input').length"), 1);
 }
 
-TEST_F(WebDriverPages, ElementsBelongToTheirPageAndContext) {
+TEST_P(WebDriverPages, ElementsBelongToTheirPageAndContext) {
   const std::string old = "/element/" + client_.element("css selector", "input");
   const std::string address = value("GET", "/url");
   value("POST", "/url", {{"url", address + "?again"}});
@@ -89,6 +93,14 @@ TEST_F(WebDriverPages, ElementsBelongToTheirPageAndContext) {
   EXPECT_EQ(error("GET", old + "/text", json::object()), "no such element");
   EXPECT_EQ(error("POST", "/url", {{"url", address}}), "unsupported operation");
   EXPECT_NE(client_.element("link text", "Close order"), "");
+}
+
+TEST_P(WebDriverPages, SayThatADialogKeepsThemUntilItIsAnswered) {
+  EXPECT_EQ(run("alert('Now?')"), nullptr);
+  EXPECT_EQ(error("GET", "/title", json::object()), "unexpected alert open");
+  EXPECT_EQ(value("GET", "/alert/text"), "Now?");
+  value("POST", "/alert/accept");
+  EXPECT_EQ(value("GET", "/title"), "An order");
 }
 
 }  // namespace

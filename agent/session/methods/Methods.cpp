@@ -220,7 +220,8 @@ const std::vector<Method>& table() {
       {"page.list",
        "The web views that are shown, with their pages.",
        {},
-       "`pages`: each with `page` (its handle), `title`, `address`, `loading`",
+       "`pages`: each with `page` (its handle), `title`, `address`, `loading`, `silent` (busy with "
+       "a script, or kept by a dialog that it opened)",
        Effect::Asks,
        page::list},
       {"page.evaluate", "Evaluates a script in a page.", kPageEvaluate,

@@ -31,17 +31,19 @@ Answer list(CallRef) {
   Json pages = Json::array();
   for (const UIViewRef& view : all) {
     const auto page = platform::as<platform::UIWebView>(view);
-    const bool isLoading = page->isLoading() || page->isSilent();
+    const bool isLoading = page->isLoading();
+    const bool isSilent = !isLoading && page->isSilent();
     std::string title;
     std::string address;
-    if (!isLoading) {
+    if (!isLoading && !isSilent) {
       title = co_await session::evaluate(view, "document.title");
       address = co_await session::evaluate(view, "location.href");
     }
     pages.push_back({{"page", Elements::sharedInstance().handleOf(view)},
                      {"title", title},
                      {"address", address},
-                     {"loading", isLoading}});
+                     {"loading", isLoading},
+                     {"silent", isSilent}});
   }
   co_return Result(Json{{"pages", std::move(pages)}});
 }

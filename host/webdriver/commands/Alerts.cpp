@@ -1,6 +1,9 @@
 #include <algorithm>
 #include <cctype>
 #include <nlohmann/json.hpp>
+#include <optional>
+#include <string>
+#include <string_view>
 
 #include "host/source/Attributes.h"
 #include "host/webdriver/Error.h"
@@ -71,8 +74,26 @@ Alert alertOf(Session& session) {
   throw Error("no such alert", "no dialog keeps the user from the program");
 }
 
+std::optional<Alert> openAlert(Session& session) {
+  try {
+    return alertOf(session);
+  } catch (const Error& error) {
+    if (error.name() != "no such alert" && error.name() != "no such window") throw;
+    return std::nullopt;
+  }
+}
+
 std::string alertTextOf(const Json& element) {
   return attributeOf(element, "text").value_or("");
+}
+
+std::string textOf(Session& session, const Alert& alert) {
+  std::string lines;
+  for (const auto& label : partsOf(session, alert, "UILabel")) {
+    const auto text = alertTextOf(label);
+    if (!text.empty()) lines += (lines.empty() ? "" : "\n") + text;
+  }
+  return lines;
 }
 
 bool saysNo(const Json& button) {
@@ -103,12 +124,16 @@ Json answerAlert(Session& session, bool isYes) {
 }  // namespace
 
 Json alertText(Session& session, const Arguments&) {
-  std::string lines;
-  for (const auto& label : partsOf(session, alertOf(session), "UILabel")) {
-    const auto text = alertTextOf(label);
-    if (!text.empty()) lines += (lines.empty() ? "" : "\n") + text;
+  return textOf(session, alertOf(session));
+}
+
+std::optional<std::string> alertOver(Session& session, Session::Handle page) {
+  const auto alert = openAlert(session);
+  if (!alert) return std::nullopt;
+  for (auto node = session.source().node(page); node; node = node.parent()) {
+    if (SourceTree::handleOf(node) == alert->element) return std::nullopt;
   }
-  return lines;
+  return textOf(session, *alert);
 }
 
 Json acceptAlert(Session& session, const Arguments&) {

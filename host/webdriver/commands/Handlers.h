@@ -2,6 +2,9 @@
 // The session's thread; all throw as Session::call does.
 #pragma once
 
+#include <optional>
+#include <string>
+
 #include "host/webdriver/Command.h"
 
 namespace tarni::host::webdriver {
@@ -51,6 +54,8 @@ Json windows(Session& session, const Arguments& arguments);
 
 // Alerts.cpp
 Json acceptAlert(Session& session, const Arguments& arguments);
+// What the dialog says that keeps the person from the page; null when none does.
+std::optional<std::string> alertOver(Session& session, long page);
 Json alertText(Session& session, const Arguments& arguments);
 Json dismissAlert(Session& session, const Arguments& arguments);
 Json typeIntoAlert(Session& session, const Arguments& arguments);
