@@ -19,22 +19,15 @@ bool isEditable(const Json& element) {
   return attributeOf(element, "editable") == "true";
 }
 
-// What typing it makes of a text, where no keyboard does that.
-std::string withTyped(const std::string& text, const std::string& typed) {
-  auto characters = charactersOf(text);
-  for (const auto& character : charactersOf(typed)) {
+// Before any of it is typed, as clients ask again for what has failed.
+void requireKeysOfScreen(const std::string& text) {
+  constexpr std::string_view kKeys[] = {"", "Shift", "Control", "Meta", "Backspace", "Enter"};
+  for (const auto& character : charactersOf(text)) {
     const auto key = keyNamed(character);
-    if (key == character || key == "Enter") {
-      characters.push_back(character);
-    } else if (key == "Backspace") {
-      if (!characters.empty()) characters.pop_back();
-    } else {
-      throw Error("unsupported operation", "there is no keyboard here with a key " + key);
+    if (charactersOf(key).size() > 1 && std::ranges::find(kKeys, key) == std::end(kKeys)) {
+      throw Error("unsupported operation", "the keyboard on the screen has no key " + key);
     }
   }
-  std::string all;
-  for (const auto& character : characters) all += character;
-  return all;
 }
 
 // Of the standard: a text goes behind what is there.
@@ -79,12 +72,12 @@ Json sendKeys(Session& session, const Arguments& arguments) {
   if (attributeOf(element, "enabled") != "true") {
     throw Error("element not interactable", "the element is disabled");
   }
-  if (!session.hasInput()) {
-    const auto before = attributeOf(element, "text").value_or("");
-    session.call("element.setText", {{"element", handle}, {"text", withTyped(before, text)}});
-    return nullptr;
+  // A keyboard on the screen goes on behind what a field holds that gets the focus.
+  if (session.hasInput()) {
+    goToEnd(session, element, handle);
+  } else {
+    requireKeysOfScreen(text);
   }
-  goToEnd(session, element, handle);
   session.call("element.focus", {{"element", handle}});
   typeText(session, text);
   return nullptr;
