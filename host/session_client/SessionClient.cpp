@@ -15,6 +15,9 @@ using std::chrono::milliseconds;
 // How much longer than the program is waited for before it counts as stopped.
 constexpr milliseconds kGrace{2'000};
 
+// The program hangs up on a longer line.
+constexpr std::size_t kLongestRequest = std::size_t{16} * 1024 * 1024;
+
 constexpr std::string_view kPort = "tcp:";
 
 std::uint16_t portOf(const std::string& address) {
@@ -41,11 +44,14 @@ Socket connectTo(const std::string& address, milliseconds timeout) {
 
 std::string requestLine(std::uint64_t id, const std::string& method, const Json& parameters) {
   const Json request = {{"jsonrpc", "2.0"}, {"id", id}, {"method", method}, {"params", parameters}};
+  std::string line;
   try {
-    return request.dump() + "\n";
+    line = request.dump() + "\n";
   } catch (const Json::type_error&) {
     throw std::invalid_argument("a value is not UTF-8");
   }
+  if (line.size() > kLongestRequest) throw std::invalid_argument("more than 16 MB in one request");
+  return line;
 }
 
 [[noreturn]] void refuse(const std::string& what) {

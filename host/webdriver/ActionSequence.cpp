@@ -37,7 +37,7 @@ void readDuration(const Json& item, ActionItem& action) {
 
 void readKey(const Json& item, ActionItem& action) {
   const auto characters = charactersOf(textIn(item, "value"));
-  if (characters.empty()) refuseAction("\"value\" of a key is one character");
+  if (characters.size() != 1) refuseAction("\"value\" of a key is one character");
   action.key = keyNamed(characters.front());
   if (action.key.empty()) refuseAction("\"value\" is no key");
 }

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cctype>
+#include <charconv>
 #include <cmath>
 #include <filesystem>
 #include <functional>
@@ -17,6 +18,8 @@ namespace {
 using std::chrono::milliseconds;
 
 constexpr double kLongestTimeout = 9'007'199'254'740'991;
+constexpr std::string_view kNoNames("=\0", 2);  // in the name of a variable
+constexpr int kLargestDisplay = 32'767;         // as X counts
 
 [[noreturn]] void refuse(const std::string& name, const std::string& what) {
   throw Error("invalid argument", "\"" + name + "\" is " + what);
@@ -25,14 +28,16 @@ constexpr double kLongestTimeout = 9'007'199'254'740'991;
 milliseconds timeoutIn(const std::string& name, const Json& value) {
   const double number = value.is_number() ? value.get<double>() : -1;
   if (number < 0 || number > kLongestTimeout || number != std::floor(number)) {
-    refuse(name, "a whole number of milliseconds, 0 or more");
+    refuse(name, "a whole number, 0 or more");
   }
   return milliseconds(static_cast<long long>(number));
 }
 
 std::string textOf(const std::string& name, const Json& value) {
   if (!value.is_string()) refuse(name, "a text");
-  return value.get<std::string>();
+  auto text = value.get<std::string>();
+  if (text.find('\0') != std::string::npos) refuse(name, "a text without a null");
+  return text;
 }
 
 bool truthOf(const std::string& name, const Json& value) {
@@ -62,7 +67,9 @@ std::vector<std::string> commandOf(const std::string& name, const std::string& a
 void takeEnvironment(Capabilities& to, const std::string& name, const Json& value) {
   if (!value.is_object()) refuse(name, "an object of texts");
   for (const auto& [variable, text] : value.items()) {
-    to.environment[variable] = text.is_string() ? text.get<std::string>() : compact(text);
+    const bool isName = !variable.empty() && variable.find_first_of(kNoNames) == std::string::npos;
+    if (!isName) refuse(name, "an object of variables");
+    to.environment[variable] = text.is_string() ? textOf(name, text) : compact(text);
   }
 }
 
@@ -76,13 +83,19 @@ void takeArguments(Capabilities& to, const std::string& name, const Json& value)
   for (const auto& word : value) to.command.push_back(textOf(name, word));
 }
 
+bool isSide(std::string_view text) {
+  int side = 0;
+  const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), side);
+  return error == std::errc() && end == text.data() + text.size() && side > 0 &&
+         side <= kLargestDisplay;
+}
+
 void takeDisplay(Capabilities& to, const std::string& name, const Json& value) {
   to.display = textOf(name, value);
-  const auto isDigit = [](unsigned char c) { return std::isdigit(c) != 0 || c == 'x'; };
-  const bool isSize = std::ranges::count(to.display, 'x') == 1 &&
-                      std::ranges::all_of(to.display, isDigit) && to.display.front() != 'x' &&
-                      to.display.back() != 'x';
-  if (!isSize && to.display != "none" && !to.display.starts_with(':')) {
+  const std::string_view text = to.display;
+  const auto by = std::min(text.find('x'), text.size());
+  const bool isSize = by < text.size() && isSide(text.substr(0, by)) && isSide(text.substr(by + 1));
+  if (!isSize && text != "none" && !text.starts_with(':')) {
     refuse(name, "\"WIDTHxHEIGHT\", a display like \":0\", or \"none\"");
   }
 }

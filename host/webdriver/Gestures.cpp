@@ -35,7 +35,9 @@ bool namesElement(const Json& parameters, const char* name = "elementId") {
 
 double number(const Json& parameters, const char* name, double usual) {
   const auto found = parameters.find(name);
-  return found != parameters.end() && found->is_number() ? found->get<double>() : usual;
+  if (found == parameters.end() || found->is_null()) return usual;
+  if (found->is_number()) return found->get<double>();
+  throw Error("invalid argument", "\"" + std::string(name) + "\" is a number");
 }
 
 // In seconds, or for the other dialect in milliseconds.

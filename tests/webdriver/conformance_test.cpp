@@ -49,6 +49,7 @@ constexpr Row kTable[] = {
     {"POST", "/timeouts", R"({"implicit":0})", "null"},
     {"GET", "/appium/settings", "", "{}"},
     {"POST", "/appium/settings", R"({"settings":{"a":1}})", "null"},
+    {"POST", "/appium/settings", R"({"settings":[]})", "invalid argument"},
     {"GET", "/appium/settings", "", R"({"a":1})"},
     {"GET", "/contexts", "", R"(["NATIVE_APP"])"},
     {"GET", "/appium/context", "", R"("NATIVE_APP")"},
@@ -95,7 +96,7 @@ constexpr Row kTable[] = {
     {"POST", "/element/<User name>/clear", "{}", "null"},
     {"GET", "/element/<User name>/text", "", R"("")"},
     {"POST", "/element/<UISwitch>/clear", "{}", "invalid element state"},
-    {"POST", "/element/<User name>/value", R"({"text":"Grace"})", "null"},
+    {"POST", "/element/<User name>/value", R"({"text":"\ue008g\ue000race\ue007"})", "null"},
     {"GET", "/element/active", "", "*"},
     {"POST", "/element/<Log in>/click", "{}", "null"},
     {"POST", "/element", R"({"using":"link text","value":"Hello, Grace"})", "*"},
@@ -118,6 +119,9 @@ constexpr Row kTable[] = {
     {"POST", "/actions", R"({"actions":[{"type":"nix","id":"m","actions":[]}]})",
      "invalid argument"},
     {"POST", "/actions", R"({"actions":7})", "invalid argument"},
+    {"POST", "/actions",
+     R"({"actions":[{"type":"key","id":"k","actions":[{"type":"keyDown","value":"ab"}]}]})",
+     "invalid argument"},
     {"DELETE", "/actions", "", "null"},
     // Scripts that clients send for commands
     {"POST", "/execute/sync", R"({"script":"/* isDisplayed */return (x);","args":[{
@@ -128,11 +132,14 @@ constexpr Row kTable[] = {
      R"("Log in")"},
     {"POST", "/execute/sync", R"({"script":"return 1","args":[]})", "unknown method"},
     {"POST", "/execute/sync", R"({"script":"mobile: pinch","args":[{}]})", "invalid argument"},
+    {"POST", "/execute/sync", R"({"script":"mobile: tap","args":[{"x":"1","y":1}]})",
+     "invalid argument"},
     {"POST", "/execute/sync", R"({"script":"mobile: nix","args":[]})", "unknown method"},
     // Windows, pictures, alerts
     {"GET", "/screenshot", "", "*"},
     {"GET", "/element/<Log in>/screenshot", "", "*"},
     {"POST", "/window", R"({"handle":"99999"})", "no such window"},
+    {"POST", "/window/rect", R"({"width":-1,"height":5})", "invalid argument"},
     {"GET", "/alert/text", "", "no such alert"},
     {"POST", "/alert/accept", "{}", "no such alert"},
 };

@@ -69,7 +69,11 @@ TEST(WebDriverSessions, ThatCannotBeAreToldOf) {
   EXPECT_EQ(driver.ask("POST", "/session", asked(headless()).dump()).error(),
             "session not created");
   EXPECT_EQ(driver.ask("GET", "/status").value["ready"], false);
-  EXPECT_EQ(driver.inSession("POST", "/element", "{").error(), "invalid argument");
+  const json tooLong = {{"using", "id"}, {"value", std::string(17'000'000, 'a')}};
+  for (const auto& body : {std::string("{"), tooLong.dump()}) {
+    EXPECT_EQ(driver.inSession("POST", "/element", body).error(), "invalid argument");
+  }
+  EXPECT_EQ(driver.inSession("GET", "/timeouts").status, 200) << "it is not lost";
 }
 
 TEST(WebDriverSessions, WhoseProgramDiesAreOverAndSaySo) {

@@ -23,8 +23,9 @@ Json settings(Session& session, const Arguments&) {
 }
 
 Json setSettings(Session& session, const Arguments& arguments) {
-  const Json& added = objectIn(arguments.body, "settings");
-  for (const auto& [name, value] : added.items()) session.settings[name] = value;
+  const Json added = arguments.body.value("settings", Json(nullptr));
+  if (!added.is_object()) throw Error("invalid argument", "\"settings\" is an object");
+  session.settings.update(added);
   return nullptr;
 }
 

@@ -1,6 +1,7 @@
 #include <charconv>
 #include <cmath>
 #include <nlohmann/json.hpp>
+#include <optional>
 
 #include "host/source/Attributes.h"
 #include "host/webdriver/Error.h"
@@ -10,6 +11,8 @@
 namespace tarni::host::webdriver {
 
 namespace {
+
+constexpr double kLongestSide = 2'147'483'647;
 
 Json placeOf(const Json& window) {
   const auto place = rectangleIn(window, "screenRect");
@@ -74,13 +77,20 @@ Json windowPlace(Session& session, const Arguments&) {
 Json resizeWindow(Session& session, const Arguments& arguments) {
   const auto wanted = [&arguments](const char* name) {
     const auto found = arguments.body.find(name);
-    return found == arguments.body.end() || found->is_null() ? -1 : arguments.number(name);
+    return found == arguments.body.end() || found->is_null()
+               ? std::nullopt
+               : std::optional(arguments.number(name));
   };
-  const double width = wanted("width");
-  const double height = wanted("height");
+  const auto width = wanted("width");
+  const auto height = wanted("height");
   wanted("x");  // it stays where it is
   wanted("y");
-  if (width >= 0 && height >= 0) resize(session, Screen(session).current(), width, height);
+  for (const auto& side : {width, height}) {
+    if (side && (*side < 0 || *side > kLongestSide)) {
+      throw Error("invalid argument", "a side is from 0 to 2^31 - 1");
+    }
+  }
+  if (width && height) resize(session, Screen(session).current(), *width, *height);
   return nowAt(session);
 }
 
