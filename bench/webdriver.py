@@ -21,7 +21,7 @@ TEXT = "The quick brown fox jumps over the lazy dog again."  # 50 characters
 
 
 class Tarni:
-    label = "UILabel"
+    label, text = "UILabel", "//*[@text='item 77']"
 
     def __init__(self, tarni):
         self.process = subprocess.Popen([tarni, "webdriver", "--port", "0"], stdout=subprocess.PIPE, text=True)
@@ -37,7 +37,7 @@ class Tarni:
 
 
 class Chromedriver:
-    label = "span"
+    label, text = "span", "//*[text()='item 77']"
     PORT = 9515
 
     def __init__(self):
@@ -65,12 +65,13 @@ def took(work, rounds):
 
 def measure(server, rounds):
     driver = server.begin()
-    label = driver.find_element(By.XPATH, "//*[text()='item 77' or @text='item 77']")
+    label = driver.find_element(By.XPATH, server.text)
     field, button = driver.find_element(By.ID, "name"), driver.find_element(By.ID, "change")
     rows = {
         "find by id": lambda: driver.find_element(By.ID, "change"),
         "find by css": lambda: driver.find_element(By.CSS_SELECTOR, f"{server.label}"),
-        "find by xpath, text": lambda: driver.find_element(By.XPATH, "//*[text()='item 77' or @text='item 77']"),
+        "find by xpath, text": lambda: driver.find_element(By.XPATH, server.text),
+        "find by xpath, position": lambda: driver.find_element(By.XPATH, f"(//{server.label})[78]"),
         "text": lambda: label.text,
         "rect": lambda: label.rect,
         "displayed": lambda: label.is_displayed(),

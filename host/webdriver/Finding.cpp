@@ -9,6 +9,7 @@
 #include "host/source/ClassChain.h"
 #include "host/source/Css.h"
 #include "host/source/Predicate.h"
+#include "host/source/XPathSelector.h"
 #include "host/webdriver/Error.h"
 #include "host/webdriver/Screen.h"
 #include "host/wire/Socket.h"
@@ -117,10 +118,10 @@ std::vector<long> answered(Session& session, const Selector& selector, std::opti
 std::vector<long> found(Session& session, const Selectors& selectors, std::optional<long> within,
                         std::size_t most) {
   std::vector<long> handles;
-  for (auto selector : selectors) {
-    selector.isVisible = true;
-    if (most > 0) handles = answered(session, selector, within, most);
-    selector.isVisible = std::nullopt;
+  for (const auto& selector : selectors) {
+    auto seen = selector;
+    seen.isVisible = true;
+    if (most > 0) handles = answered(session, seen, within, most);
     if (handles.empty()) handles = answered(session, selector, within, most);
     if (!handles.empty()) break;
   }
@@ -158,10 +159,15 @@ void pause(Session& session, const Query& query, milliseconds left) {
 
 }  // namespace
 
-Query queryFor(const std::string& strategy, const std::string& value) {
+Query queryFor(const std::string& strategy, const std::string& value, bool isBelow) {
   const auto* const known = std::ranges::find(kStrategies, strategy, &Strategy::name);
-  if (known != std::end(kStrategies)) return known->query(value);
-  throw Error("invalid selector", "nothing is found here by \"" + strategy + "\"");
+  if (known == std::end(kStrategies)) {
+    throw Error("invalid selector", "nothing is found here by \"" + strategy + "\"");
+  }
+  auto query = known->query(value);
+  const bool isXPathOfRoot = known->query == byXPath && !isBelow;
+  const auto selector = isXPathOfRoot ? selectorIn(value) : std::nullopt;
+  return selector ? Selectors{*selector} : query;
 }
 
 std::vector<long> search(Session& session, const Query& query, std::optional<long> within,

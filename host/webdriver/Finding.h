@@ -20,9 +20,9 @@ using TreeSearch =
     std::function<std::vector<long>(const SourceTree& tree, std::optional<long> within)>;
 using Query = std::variant<Selectors, TreeSearch>;
 
-// Throws Error ("invalid selector") for a strategy that is none of the program's own, and
-// InvalidSelector.
-Query queryFor(const std::string& strategy, const std::string& value);
+// An XPath that is evaluated at an element (`isBelow`) may still begin at the root. Throws Error
+// ("invalid selector") for a strategy that is none of the program's own, and InvalidSelector.
+Query queryFor(const std::string& strategy, const std::string& value, bool isBelow);
 
 // Waits as long as the implicit time-out says for there to be any; `most` is 0 for all.
 std::vector<long> search(Session& session, const Query& query, std::optional<long> within,

@@ -33,7 +33,7 @@ const SourceTree& tree() {
 }
 
 void find(const std::string& strategy, const std::string& value) {
-  const Query query = queryFor(strategy, value);
+  const Query query = queryFor(strategy, value, false);
   if (const auto* const search = std::get_if<TreeSearch>(&query)) {
     for (const std::optional<long> within : {std::optional<long>(), std::optional<long>(2)}) {
       for (const long handle : (*search)(tree(), within)) {

@@ -11,7 +11,7 @@ namespace {
 
 std::vector<long> asked(Session& session, const Arguments& arguments, std::optional<long> within,
                         std::size_t most) {
-  const auto query = queryFor(arguments.text("using"), arguments.text("value"));
+  const auto query = queryFor(arguments.text("using"), arguments.text("value"), within.has_value());
   return search(session, query, within, most);
 }
 
