@@ -96,6 +96,7 @@ constexpr Command kCommands[] = {
     {"GET", "/appium/settings", settings, settings},
     {"POST", "/appium/settings", setSettings, setSettings},
     {"GET", "/orientation", orientation, orientation},
+    {"POST", "/orientation", setOrientation, setOrientation},
     {"POST", "/appium/device/activate_app", doNothing, doNothing},
     {"POST", "/appium/device/app_state", appState, appState},
     {"POST", "/appium/device/hide_keyboard", doNothing, doNothing},

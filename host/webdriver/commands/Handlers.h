@@ -46,6 +46,7 @@ Json closeWindow(Session& session, const Arguments& arguments);
 Json currentWindow(Session& session, const Arguments& arguments);
 Json maximize(Session& session, const Arguments& arguments);
 Json orientation(Session& session, const Arguments& arguments);
+Json setOrientation(Session& session, const Arguments& arguments);
 Json resizeWindow(Session& session, const Arguments& arguments);
 Json switchToWindow(Session& session, const Arguments& arguments);
 Json title(Session& session, const Arguments& arguments);

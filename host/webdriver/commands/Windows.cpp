@@ -106,4 +106,9 @@ Json orientation(Session& session, const Arguments&) {
   return screen.value("width", 0.0) > screen.value("height", 0.0) ? "LANDSCAPE" : "PORTRAIT";
 }
 
+Json setOrientation(Session& session, const Arguments& arguments) {
+  if (orientation(session, arguments) == arguments.text("orientation")) return nullptr;
+  throw Error("unsupported operation", "the screen of a program does not turn");
+}
+
 }  // namespace tarni::host::webdriver
