@@ -170,4 +170,17 @@ void awaitPage(Session& session) {
   }
 }
 
+void awaitAnotherDocument(Session& session, const Json& origin) {
+  const auto asked = "performance.timeOrigin===" + literal(origin) + "?'':document.readyState";
+  const auto untilBegun = Clock::now() + kTimeToBeginToLoad;
+  const auto untilLoaded = deadlineIn(session.timeouts.pageLoad);
+  while (true) {
+    const auto state = evaluated(session, asked);
+    const auto now = Clock::now();
+    if (state == "complete" || (state.empty() && now >= untilBegun)) return;
+    if (now >= untilLoaded) throw Error("timeout", "the page is not loaded in time");
+    std::this_thread::sleep_for(kPauseBetweenAsking);
+  }
+}
+
 }  // namespace tarni::host::webdriver

@@ -24,8 +24,12 @@ Json pagesOf(Session& session);
 // created").
 void enterFirstPage(Session& session);
 
-// Waits until it no longer loads, as long as that time-out says, and answers, as long as the one for
-// scripts does. Throws Error ("unexpected alert open") when a dialog keeps it.
+// Waits until it no longer loads, as long as that time-out says, and answers, as long as the one
+// for scripts does. Throws Error ("unexpected alert open") when a dialog keeps it.
 void awaitPage(Session& session);
+
+// Waits until there is another document than the one of that time of origin, and all of it has
+// come: a program may call a page loaded that has not begun. Not for long when none comes.
+void awaitAnotherDocument(Session& session, const Json& origin);
 
 }  // namespace tarni::host::webdriver

@@ -83,6 +83,7 @@ TEST_P(WebDriverPages, RunScriptsWithElementsPromisesAndFrames) {
 TEST_P(WebDriverPages, ElementsBelongToTheirPageAndContext) {
   const std::string old = "/element/" + client_.element("css selector", "input");
   const std::string address = value("GET", "/url");
+  EXPECT_EQ(error("POST", "/url", {{"url", "no address"}}), "invalid argument");
   value("POST", "/url", {{"url", address + "?again"}});
   EXPECT_EQ(value("GET", "/url"), address + "?again");
   EXPECT_EQ(error("GET", old + "/text", json::object()), "stale element reference");

@@ -198,11 +198,17 @@ const commands = {
   source: (_, root) => root.documentElement.outerHTML,
   title: () => document.title,
   url: () => location.href,
+  // What tells this document from the one that comes; null when none comes.
   navigate: ({ url }) => {
-    setTimeout(() => location.assign(url), 0);
+    const address = addressOf(url);
+    setTimeout(() => location.assign(address), 0);
+    const [page, place] = address.split('#');
+    const stays = place !== undefined && page === location.href.split('#')[0];
+    return stays ? null : performance.timeOrigin;
   },
   history: ({ by }) => {
     setTimeout(() => (by ? history.go(by) : location.reload()), 0);
+    return by ? null : performance.timeOrigin;
   },
   // Behind what was done with mouse and keyboard before; a page in the background draws nothing.
   settle: () =>
@@ -214,6 +220,14 @@ const commands = {
   addCookie,
   frame,
 };
+
+function addressOf(url) {
+  try {
+    return new URL(url).href;
+  } catch {
+    throw new Failure('invalid argument', `${url} is no address`);
+  }
+}
 
 const pending = new Map();
 let lastPending = 0;

@@ -45,12 +45,17 @@ void settle(Session& session) {
   }
 }
 
-Json goThrough(Session& session, int by) {
-  askPage(session, "history", {{"by", by}});
+// `document` is what tells it from another that is to come, or null.
+Json leave(Session& session, const Json& document) {
   session.frames.clear();
   settle(session);
   awaitPage(session);
+  if (!document.is_null()) awaitAnotherDocument(session, document);
   return nullptr;
+}
+
+Json goThrough(Session& session, int by) {
+  return leave(session, askPage(session, "history", {{"by", by}}));
 }
 
 void expire(Session& session, const std::string& name) {
@@ -92,11 +97,7 @@ Json sendKeysInPage(Session& session, const Arguments& arguments) {
 }
 
 Json navigate(Session& session, const Arguments& arguments) {
-  askPage(session, "navigate", {{"url", arguments.text("url")}});
-  session.frames.clear();
-  settle(session);
-  awaitPage(session);
-  return nullptr;
+  return leave(session, askPage(session, "navigate", {{"url", arguments.text("url")}}));
 }
 
 Json backInPage(Session& session, const Arguments&) {
