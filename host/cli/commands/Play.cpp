@@ -4,7 +4,6 @@
 #include <iostream>
 #include <memory>
 #include <nlohmann/json.hpp>
-#include <sstream>
 
 #include "host/cli/Invocation.h"
 #include "host/cli/PlayOptions.h"
@@ -273,20 +272,6 @@ void play(Invocation& invocation, const PlayOptions& options) {
 }
 
 }  // namespace
-
-std::string inSeconds(double value) {
-  std::ostringstream text;
-  text << std::fixed << std::setprecision(1) << value << " s";
-  return text.str();
-}
-
-SessionProgram::Start PlayOptions::start() const {
-  SessionProgram::Start start{program, trusts};
-  if (ownDisplay) {
-    start.runOptions.push_back("--display" + (displaySize.empty() ? "" : "=" + displaySize));
-  }
-  return start;
-}
 
 void declarePlay(CLI::App& parser, Invocation& invocation) {
   const auto options = std::make_shared<PlayOptions>();
