@@ -1,5 +1,8 @@
 #include "agent/session/screen/Criteria.h"
 
+#include <iterator>
+#include <tuple>
+
 namespace tarni::session {
 
 namespace {
@@ -25,26 +28,33 @@ constexpr Parameter kMembers[] = {
     {"within", Kind::Integer, kOptional, "The handle of a window or an element that it stands in."},
 };
 
+// Where each of them is kept, in that order.
+constexpr std::tuple kPlaces{
+    &Criteria::identifier,  &Criteria::label,     &Criteria::text,  &Criteria::textContains,
+    &Criteria::placeholder, &Criteria::className, &Criteria::kind,  &Criteria::xpath,
+    &Criteria::visible,     &Criteria::focused,   &Criteria::group, &Criteria::windowTitle,
+    &Criteria::within};
+static_assert(std::tuple_size_v<decltype(kPlaces)> == std::size(kMembers));
+
 // Calls `use(name, member)` for each.
 template <typename Some, typename Use>
 void forEachMember(Some& criteria, Use use) {
-  use("identifier", criteria.identifier);
-  use("label", criteria.label);
-  use("text", criteria.text);
-  use("textContains", criteria.textContains);
-  use("placeholder", criteria.placeholder);
-  use("class", criteria.className);
-  use("kind", criteria.kind);
-  use("xpath", criteria.xpath);
-  use("visible", criteria.visible);
-  use("focused", criteria.focused);
-  use("group", criteria.group);
-  use("windowTitle", criteria.windowTitle);
-  use("within", criteria.within);
+  const Parameter* said = std::begin(kMembers);
+  std::apply([&](auto... place) { (use((said++)->name, criteria.*place), ...); }, kPlaces);
+}
+
+std::string allNames() {
+  std::string names;
+  for (const Parameter& member : kMembers) {
+    const bool isLast = &member == std::end(kMembers) - 1;
+    if (!names.empty()) names += isLast ? " and " : ", ";
+    names += member.name;
+  }
+  return names;
 }
 
 template <typename Value>
-void read(const Json& members, const char* name, std::optional<Value>& member) {
+void read(const Json& members, std::string_view name, std::optional<Value>& member) {
   const auto found = members.find(name);
   if (found == members.end()) return;
   try {
@@ -64,20 +74,17 @@ std::span<const Parameter> Criteria::parameters() {
 Criteria Criteria::from(const Json& members) {
   Criteria criteria;
   bool saysAnything = false;
-  forEachMember(criteria, [&](const char* name, auto& member) {
+  forEachMember(criteria, [&](std::string_view name, auto& member) {
     read(members, name, member);
     saysAnything = saysAnything || member;
   });
   if (saysAnything) return criteria;
-  throw SessionError(
-      errors::kInvalidSelector,
-      "a selector says at least one of identifier, label, text, textContains, placeholder, "
-      "class, kind, xpath, visible, focused, group, windowTitle and within");
+  throw SessionError(errors::kInvalidSelector, "a selector says at least one of " + allNames());
 }
 
 Json Criteria::asJson() const {
   Json members = Json::object();
-  forEachMember(*this, [&members](const char* name, const auto& member) {
+  forEachMember(*this, [&members](std::string_view name, const auto& member) {
     if (member) members[name] = *member;
   });
   return members;
@@ -85,7 +92,7 @@ Json Criteria::asJson() const {
 
 void Criteria::write(JsonText& text) const {
   text.open('{');
-  forEachMember(*this, [&text](const char* name, const auto& member) {
+  forEachMember(*this, [&text](std::string_view name, const auto& member) {
     if (member) text.add(name, *member);
   });
   text.close('}');
