@@ -53,11 +53,6 @@ Focused focused() {
   return {view, input};
 }
 
-std::string shifted(std::string key) {
-  if (key.size() == 1 && key[0] >= 'a' && key[0] <= 'z') key[0] = char(key[0] - 'a' + 'A');
-  return key;
-}
-
 }  // namespace
 
 Task<void> TouchDevices::movePointer(platform::UIWindowRef window, platform::CGPoint point) {
@@ -106,7 +101,7 @@ Task<void> TouchDevices::setKey(std::string key, bool isDown) {
   } else if (isPlain && key == "Enter") {
     co_await taker.input->insertReturn();
   } else if (isPlain && isCharacter(key)) {
-    std::string text = isShifted ? shifted(std::move(key)) : std::move(key);
+    std::string text = isShifted ? platform::withShift(std::move(key)) : std::move(key);
     co_await taker.input->insertText(std::move(text));
   } else {
     sayLacking("the keyboard on the screen has no \"" + key +

@@ -132,9 +132,7 @@ platform::Task<void> InputDevices::setKey(std::string key, bool isDown) {
   if (key == "Backspace" && !wasSelected) takeCharacterFrom(typedInto);
   if (key == "Enter" && dynamic_cast<TextView*>(typedInto)) typeInto(typedInto, "\n");
   if (!isCharacter(key) || !chord_.empty()) co_return;
-  const bool isSmall = key.size() == 1 && key[0] >= 'a' && key[0] <= 'z';
-  if (isShiftDown_ && isSmall) key[0] = static_cast<char>(key[0] - 'a' + 'A');
-  typeInto(typedInto, key);
+  typeInto(typedInto, isShiftDown_ ? platform::withShift(key) : key);
 }
 
 platform::Task<void> InputDevices::commitText(std::string text) {
