@@ -70,6 +70,9 @@ bool isPrintable(std::string_view text) {
   return !text.empty() && std::ranges::none_of(text, isControl);
 }
 
+// By kind, and with all that lies in it: what has the keyboard may be of an application's own class
+// of web views, or a part inside. `isInWebView` goes by names: it says where the page tells the
+// steps.
 bool isInPage(UIViewRef view) {
   while (view && !isWebView(view)) view = view->superview();
   return view != nullptr;
