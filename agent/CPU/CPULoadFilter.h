@@ -12,7 +12,7 @@ class CPULoadFilter {
   // Adds the load to the history and answers the average of the whole history.
   CPULoad filterLoad(const CPULoad& load);
 
-  // Puts the load in front of a history whose limit is no entry at all: it is empty afterwards.
+  // Puts the load in front of a history whose limit is zero entries: it is empty afterwards.
   void appendRawCpuLoad(const CPULoad& load);
 
   const std::deque<CPULoad>& rawCpuLoadHistory() const { return rawCpuLoadHistory_; }

@@ -25,8 +25,8 @@ class OwnActs {
   platform::Task<void> begin();
   // After each that may have moved the focus, and after the last. Throws nothing.
   void settle() noexcept;
-  // What stands in the view, or in the fields in it, is no person's, whether it has the focus or
-  // not.
+  // What stands in the view, or in the fields in it, did not come from a person, whether it has the
+  // focus or not.
   static void leaveOut(const platform::UIViewRef& view);
 
  private:

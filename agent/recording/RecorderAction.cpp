@@ -148,7 +148,7 @@ std::optional<StepDraft::Row> rowOf(const UIViewRef& view) {
   return std::nullopt;
 }
 
-// The text that stood in a view when it was said to be no person's.
+// The text that stood in a view when it was said not to be a person's.
 constexpr std::string_view kLeftOutText = "TarniLeftOutText";
 
 std::string textIn(const UIViewRef& view) {

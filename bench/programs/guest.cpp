@@ -227,7 +227,7 @@ double megabytes() {
 
 int main(int argc, char** argv) {
   QApplication application(argc, argv);
-  // One click after the other is no double click.
+  // One click after the other is not a double click.
   QGuiApplication::styleHints()->setMouseDoubleClickInterval(0);
   const QStringList words = QApplication::arguments();
   if (words.size() != 4) qFatal("widgets|quick VIEWS SECONDS");

@@ -156,7 +156,8 @@ ExitCode carryOut(CLI::App& app, Invocation& invocation, const Parse& parse) {
 
 using Words = std::vector<std::string>;
 
-// The first word, from `word` on, that is no option and no option's value; "--" is such a word.
+// The first word, from `word` on, that is neither an option nor an option's value; "--" is such a
+// word.
 Words::const_iterator behindOptions(const Words& words, Words::const_iterator word,
                                     const CLI::App& app, const CLI::App& command) {
   while (word != words.end() && word->starts_with('-') && *word != "--") {

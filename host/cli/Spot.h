@@ -29,7 +29,7 @@ class HeldKeys {
   HeldKeys(Invocation& invocation, const std::string& keys);
   HeldKeys(const HeldKeys&) = delete;
   HeldKeys& operator=(const HeldKeys&) = delete;
-  // Let go by the program as well when the connection is no more.
+  // Let go by the program as well when the connection has gone.
   ~HeldKeys();
 
  private:

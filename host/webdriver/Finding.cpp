@@ -131,7 +131,7 @@ std::vector<long> found(Session& session, const Selectors& selectors, std::optio
 std::vector<long> found(Session& session, const TreeSearch& search, std::optional<long> within,
                         std::size_t most) {
   const auto& tree = session.source();
-  // An element of a page is no part of it, and one that is gone is told of.
+  // An element of a page is not in it, and one that is gone is told of.
   if (within && !tree.node(within)) {
     session.described(*within);
     return {};

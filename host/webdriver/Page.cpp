@@ -112,7 +112,7 @@ Json askPage(Session& session, const std::string& command, const Json& arguments
                                                 "," + frameOf(session) + ")"));
 }
 
-// A function that stands in the call is no `eval`, which a page's policy may forbid.
+// A function that stands in the call is not an `eval`, which a page's policy may forbid.
 Json runScript(Session& session, const std::string& script, const Json& arguments, bool isAsync) {
   const auto function = session.frames.empty() ? "function(){" + script + "\n}" : literal(script);
   return valueOf(

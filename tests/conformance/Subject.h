@@ -15,7 +15,7 @@
 
 namespace tarni::test {
 
-// The answer to what finds nothing, says nothing or is no command.
+// The answer to what finds nothing, says nothing or is not a command.
 inline const nlohmann::json kNothing = nlohmann::json::array();
 
 // One line a backend: its name and how its sample is started.

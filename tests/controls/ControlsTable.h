@@ -44,7 +44,7 @@ struct Row {
 using Session = std::vector<Row>;
 
 // Those below the heading `toolkit`, without the rows of another major of Qt. Throws
-// std::runtime_error for what is no table.
+// std::runtime_error for what is not a table.
 std::vector<Session> sessionsOf(const std::string& toolkit, char major);
 
 }  // namespace tarni::test

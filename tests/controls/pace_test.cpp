@@ -1,4 +1,4 @@
-// What the session channel's recorder tells of a quick hand, and of what is no person's.
+// What the session channel's recorder tells of a quick hand, and of what a person did not do.
 #include <gmock/gmock.h>
 
 #include <algorithm>

@@ -67,7 +67,7 @@ class Mutation {
     }
   }
 
-  // A part of it becomes another, maybe one of `other`. What is no JSON is changed as bytes; the
+  // A part of it becomes another, maybe one of `other`. What is not JSON is changed as bytes; the
   // comma of an entry of a list stays.
   void changeLine(std::string& line, Json other) {
     const bool hasComma = line.ends_with(',');

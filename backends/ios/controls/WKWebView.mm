@@ -20,7 +20,7 @@ bool isPageGone(NSError* error) {
   return isWebKits && ([error code] == kProcessTerminated || [error code] == kViewInvalidated);
 }
 
-// As the older web view words a result: empty for what throws, and for what is no plain value.
+// As the older web view words a result: empty for what throws, and for what is not a plain value.
 std::string wordsFor(id result) {
   if (isKindOf(result, object_getClass([NSNumber numberWithBool:YES])))
     return [result boolValue] ? "true" : "false";

@@ -15,8 +15,9 @@ namespace tarni::qt {
 void watchLoops(platform::RunLoopObserver* observer);
 
 // Grows with each event and each wait of the thread, so with all that it does: what GLib calls by
-// itself is no event, but comes after a wait. Null before the first question on the GUI thread, and
-// for good with an event dispatcher of the program's own, which may call what it likes. Any thread.
+// itself is not an event, but comes after a wait. Null before the first question on the GUI thread,
+// and for good with an event dispatcher of the program's own, which may call what it likes. Any
+// thread.
 std::optional<std::uint64_t> workCount();
 
 // What the thread is busy with, as the observer will be told when it waits. Any thread.

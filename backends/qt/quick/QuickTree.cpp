@@ -148,8 +148,8 @@ bool takesTouches(const QQuickItem& item) {
          QQuickItemPrivate::get(&item)->hasPointerHandlers();
 }
 
-// Goes through the items at a point from front to back until one takes the touch. One that is no
-// view itself may stand above what its parent shows.
+// Goes through the items at a point from front to back until one takes the touch. One that is not
+// a view itself may stand above what its parent shows.
 class Probe {
  public:
   // With the reach of all items below `root`, when it is known.

@@ -26,7 +26,7 @@ void typeByPort(Invocation& invocation, const Target& target) {
   }
 }
 
-// What the field holds now; null when it does not tell, or is no more.
+// What the field holds now; null when it does not tell, or has gone.
 std::optional<std::string> textOf(Invocation& invocation, long element) {
   try {
     const auto description = invocation.described(element);
