@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <cmath>
-#include <numbers>
 
 namespace tarni::headless {
 
@@ -15,7 +14,6 @@ namespace {
 constexpr double kAllowedMovement = 10;       // points
 constexpr double kLongestTap = 1.5;           // seconds
 constexpr double kLongestPauseOfTaps = 0.35;  // seconds
-constexpr double kSmallestRotation = 0.1;     // radians
 
 platform::Class recognizerClass(std::string_view name) {
   return platform::defineClass(name, UIGestureRecognizer);
@@ -150,32 +148,6 @@ void TapGestureRecognizer::ended(const Touches& ending) {
   recognize(State::Ended);
 }
 
-// --- long press
-
-LongPressGestureRecognizer::LongPressGestureRecognizer(Action action, double minimumSeconds)
-    : GestureRecognizer(recognizerClass("UILongPressGestureRecognizer"), std::move(action)),
-      minimumSeconds_(minimumSeconds) {}
-
-void LongPressGestureRecognizer::began() {
-  if (numberOfTouches() > 1) return fail();
-  start_ = touches().front()->timestamp();
-  startLocation_ = locationInWindow();
-}
-
-void LongPressGestureRecognizer::moved() {
-  if (isRecognizing()) return recognize(State::Changed);
-  if (distance(locationInWindow(), startLocation_) > kAllowedMovement) return fail();
-  check();
-}
-
-void LongPressGestureRecognizer::ended(const Touches&) {
-  if (!isRecognizing()) check();
-}
-
-void LongPressGestureRecognizer::check() {
-  if (touches().front()->timestamp() - start_ >= minimumSeconds_) recognize(State::Began);
-}
-
 // --- pan
 
 PanGestureRecognizer::PanGestureRecognizer(Action action, platform::Class cls)
@@ -209,59 +181,5 @@ void PanGestureRecognizer::moved() {
 void PanGestureRecognizer::ended(const Touches& ending) {
   last_ = middleWithout(ending);
 }
-
-// --- pinch
-
-PinchGestureRecognizer::PinchGestureRecognizer(Action action)
-    : GestureRecognizer(recognizerClass("UIPinchGestureRecognizer"), std::move(action)) {}
-
-double PinchGestureRecognizer::fingerDistance() const {
-  const Touches down = touches();
-  return distance(down[0]->locationInView(nullptr), down[1]->locationInView(nullptr));
-}
-
-void PinchGestureRecognizer::began() {
-  scale_ = 1;
-  if (numberOfTouches() == 2) startDistance_ = fingerDistance();
-  if (numberOfTouches() > 2) fail();
-}
-
-void PinchGestureRecognizer::moved() {
-  if (numberOfTouches() != 2 || startDistance_ == 0) return;
-  const double now = fingerDistance();
-  scale_ = now / startDistance_;
-  if (isRecognizing()) return recognize(State::Changed);
-  if (std::abs(now - startDistance_) > kAllowedMovement) recognize(State::Began);
-}
-
-void PinchGestureRecognizer::ended(const Touches&) {}
-
-// --- rotation
-
-RotationGestureRecognizer::RotationGestureRecognizer(Action action)
-    : GestureRecognizer(recognizerClass("UIRotationGestureRecognizer"), std::move(action)) {}
-
-double RotationGestureRecognizer::fingerAngle() const {
-  const Touches down = touches();
-  const CGPoint first = down[0]->locationInView(nullptr);
-  const CGPoint second = down[1]->locationInView(nullptr);
-  return std::atan2(second.y - first.y, second.x - first.x);
-}
-
-void RotationGestureRecognizer::began() {
-  if (numberOfTouches() == 2) last_ = fingerAngle();
-  if (numberOfTouches() > 2) fail();
-}
-
-void RotationGestureRecognizer::moved() {
-  if (numberOfTouches() != 2) return;
-  const double angle = fingerAngle();
-  rotation_ += std::remainder(angle - last_, 2 * std::numbers::pi);
-  last_ = angle;
-  if (isRecognizing()) return recognize(State::Changed);
-  if (std::abs(rotation_) > kSmallestRotation) recognize(State::Began);
-}
-
-void RotationGestureRecognizer::ended(const Touches&) {}
 
 }  // namespace tarni::headless

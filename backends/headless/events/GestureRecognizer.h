@@ -1,9 +1,6 @@
 // Gesture recognizers: they follow the touches of their view and of all views below it, and call
 // the application's action. Once one recognizes its gesture, the touched view and the other
 // recognizers of the touch are cancelled. Main thread.
-//
-// Recognizers learn of time from the events alone: a long press is noticed with the next event
-// after its duration, at the latest with the one that ends it.
 #pragma once
 
 #include <functional>
@@ -33,9 +30,6 @@ class GestureRecognizer {
   std::size_t numberOfTouches() const { return touches().size(); }
   // The middle of the touches, in window coordinates.
   platform::CGPoint locationInWindow() const;
-  // True: others may recognize their gesture beside this one.
-  bool isSimultaneous() const { return simultaneous_; }
-  void setSimultaneous(bool simultaneous) { simultaneous_ = simultaneous; }
   // Whether tapped controls below the view keep their touches from this recognizer.
   virtual bool yieldsToControls() const { return false; }
 
@@ -72,7 +66,6 @@ class GestureRecognizer {
   Action action_;
   View* view_ = nullptr;
   State state_ = State::Possible;
-  bool simultaneous_ = false;
 };
 
 class TapGestureRecognizer : public GestureRecognizer {
@@ -97,23 +90,6 @@ class TapGestureRecognizer : public GestureRecognizer {
   platform::CGPoint startLocation_;
 };
 
-class LongPressGestureRecognizer : public GestureRecognizer {
- public:
-  explicit LongPressGestureRecognizer(Action action, double minimumSeconds = 0.5);
-
- protected:
-  void began() override;
-  void moved() override;
-  void ended(const Touches& ending) override;
-
- private:
-  void check();
-
-  double minimumSeconds_;
-  double start_ = 0;
-  platform::CGPoint startLocation_;
-};
-
 class PanGestureRecognizer : public GestureRecognizer {
  public:
   explicit PanGestureRecognizer(Action action, platform::Class cls = panClass());
@@ -133,43 +109,6 @@ class PanGestureRecognizer : public GestureRecognizer {
   std::function<bool()> shouldBegin_;
   platform::CGPoint translation_;  // in window coordinates
   platform::CGPoint last_;
-};
-
-class PinchGestureRecognizer : public GestureRecognizer {
- public:
-  explicit PinchGestureRecognizer(Action action);
-  // The fingers' distance in relation to that at the start.
-  double scale() const { return scale_; }
-
- protected:
-  void began() override;
-  void moved() override;
-  void ended(const Touches& ending) override;
-
- private:
-  double fingerDistance() const;
-
-  double startDistance_ = 0;
-  double scale_ = 1;
-};
-
-class RotationGestureRecognizer : public GestureRecognizer {
- public:
-  explicit RotationGestureRecognizer(Action action);
-  // Radians since the start, clockwise; turns add up.
-  double rotation() const { return rotation_; }
-
- protected:
-  void reset() override { rotation_ = 0; }
-  void began() override;
-  void moved() override;
-  void ended(const Touches& ending) override;
-
- private:
-  double fingerAngle() const;
-
-  double last_ = 0;
-  double rotation_ = 0;
 };
 
 }  // namespace tarni::headless

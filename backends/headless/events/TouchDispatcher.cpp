@@ -107,8 +107,7 @@ void TouchDispatcher::recognized(GestureRecognizer& winner, const Touches& touch
     const FingerRef finger = fingerOf(touch);
     if (!finger) continue;
     for (const auto& other : finger->recognizers) {
-      if (other.get() == &winner || (winner.isSimultaneous() && other->isSimultaneous())) continue;
-      other->cancel();
+      if (other.get() != &winner) other->cancel();
     }
     if (std::exchange(finger->cancelled, true)) continue;
     if (touch->phase() != UITouchPhase::Began) giveToView(UITouchPhase::Cancelled, *touch);
