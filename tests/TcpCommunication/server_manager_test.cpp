@@ -14,7 +14,6 @@
 #include <vector>
 
 #include "agent/TcpCommunication/BaseManager/ServerManager.h"
-#include "agent/core/state/GlobalVars.h"
 #include "backends/posix/Dispatch.h"
 #include "backends/posix/EventRecord.h"
 #include "backends/posix/ProcessInfo.h"
@@ -62,22 +61,6 @@ class BareApplication : public platform::UIApplication {
   posix::EventRecord event_;
 };
 
-class LoggedAlerts : public platform::UIAlerts {
- public:
-  explicit LoggedAlerts(LineLog& log) : log_(log) {}
-  std::shared_ptr<platform::UIAlertView> show(std::string message, std::optional<std::string>,
-                                              std::optional<std::string>) override {
-    log_.write("alert " + message);
-    return std::make_shared<Alert>();
-  }
-
- private:
-  struct Alert : platform::UIAlertView {
-    void dismissWithClickedButtonIndex(long, bool) override {}
-  };
-  LineLog& log_;
-};
-
 // The servers on a main thread of their own. What threads may still use is never destroyed.
 class ServerManagerTest : public testing::Test {
  protected:
@@ -95,7 +78,6 @@ class ServerManagerTest : public testing::Test {
     platform.dispatch = &immortal<posix::Dispatch>(*mainQueue_);
     platform.processInfo = &immortal<posix::ProcessInfo>();
     platform.application = &immortal<BareApplication>(log_);
-    platform.alerts = &immortal<LoggedAlerts>(log_);
     platform::install(platform);
     manager_ = ServerManager::make();
   }
@@ -234,18 +216,6 @@ TEST_F(ServerManagerTest, ThePlaybackPortComesBackWithoutDescriptors) {
     player->send("{}\r\n");
     EXPECT_EQ(player->readMessage(), "[]") << pauses;
   }
-}
-
-TEST_F(ServerManagerTest, SpyModeIsSwitchedByAnyTextThatNamesIt) {
-  startBoth();
-  const Wire recorder(kRecorderPort);
-  recorder.readMessage();
-  recorder.send("please STARTobjectSpy now\r\n");
-  EXPECT_TRUE(log_.waitFor("alert Switched to Spy Mode"));
-  EXPECT_EQ(GlobalVars::sharedInstance()._spyMode(), "true");
-  recorder.send("stopobjectspy\r\n");
-  EXPECT_TRUE(log_.waitFor("alert Switched to Recording Mode"));
-  EXPECT_EQ(GlobalVars::sharedInstance()._spyMode(), "false");
 }
 
 TEST_F(ServerManagerTest, StepsForAHostToolThatDoesNotReadDoNotPileUp) {

@@ -108,9 +108,13 @@ TEST_P(SessionControls, TakeValuesAndTellThem) {
   EXPECT_EQ(find({{"identifier", "toggle"}})["checked"], false);
   EXPECT_EQ(find({{"text", "Ride"}})["checked"], false);
   json colour = {{"element", named("colour")}, {"value", "Pink"}, {"choice", 1}};
-  wire_->send("element.setValue", colour, 1);
-  const json refused = wire_->answer()["error"];
-  EXPECT_EQ(refused["data"]["error"], "invalid argument");
+  const json tooLoud = {{"element", named("volume")}, {"value", 1000}};
+  json refused;
+  for (const json& one : {tooLoud, colour}) {
+    wire_->send("element.setValue", one, 1);
+    refused = wire_->answer()["error"];
+    EXPECT_EQ(refused["data"]["error"], "invalid argument") << one;
+  }
   EXPECT_THAT(refused["message"].get<std::string>(), HasSubstr("Violet"));
   // A place stands in for a text that is not there, and for no other.
   colour["orInPlace"] = true;
@@ -193,7 +197,13 @@ TEST_P(SessionControls, ListsTablesAndTreesTellAndShowTheirItems) {
   ask("element.setExpanded", {{"element", branch["element"]}, {"expanded", true}});
   awaitOf({{"find", {{"kind", "UITableViewCell"}, {"text", "Thyme"}}}}, "visible");
   // Which of the views stand for the rows below is theirs to choose.
-  EXPECT_EQ(find({{"kind", "UITableViewCell"}, {"text", "Herbs"}})["expanded"], true);
+  const json herbs = find({{"kind", "UITableViewCell"}, {"text", "Herbs"}});
+  EXPECT_EQ(herbs["expanded"], true);
+  if (isQuick()) return;
+  ask("element.setExpanded", {{"element", herbs["element"]}, {"expanded", false}});
+  ask("element.scrollToText", {{"element", named("tree")}, {"text", "Thyme"}});
+  EXPECT_EQ(find({{"kind", "UITableViewCell"}, {"text", "Herbs"}})["expanded"], true)
+      << "what stands in a closed node is shown by opening it";
 }
 
 // The N-th element of a class, the text that `tarni type` sends to it over 9898 and what it holds

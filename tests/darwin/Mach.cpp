@@ -13,7 +13,6 @@
 
 namespace tarni::test {
 
-bool isKernelSilent = false;
 std::size_t wordsKept = 0;
 int hostReferences = 0;
 
@@ -40,7 +39,7 @@ mach_port_t mach_host_self() {
 kern_return_t host_processor_info(mach_port_t, int flavor, natural_t* processors,
                                   processor_info_array_t* words, mach_msg_type_number_t* count) {
   const auto cores = machine().hostProcessorInfo();
-  if (tarni::test::isKernelSilent || flavor != PROCESSOR_CPU_LOAD_INFO || !cores) return kFailure;
+  if (flavor != PROCESSOR_CPU_LOAD_INFO || !cores) return kFailure;
   *processors = static_cast<natural_t>(cores->size());
   *count = *processors * CPU_STATE_MAX;
   *words = static_cast<processor_info_array_t>(std::malloc(*count * sizeof(integer_t)));
@@ -60,7 +59,7 @@ kern_return_t host_statistics64(mach_port_t, int flavor, host_info64_t words,
                                 mach_msg_type_number_t* count) {
   const auto statistics = machine().hostStatistics64();
   const bool isAnswered = flavor == HOST_VM_INFO64 && *count == HOST_VM_INFO64_COUNT && statistics;
-  if (tarni::test::isKernelSilent || !isAnswered) return kFailure;
+  if (!isAnswered) return kFailure;
   vm_statistics64_data_t pages{};
   pages.active_count = static_cast<natural_t>(statistics->activePages);
   pages.inactive_count = static_cast<natural_t>(statistics->inactivePages);

@@ -1,12 +1,10 @@
-// What a test sees and sets of the double of Mach.
+// What a test sees of the double of Mach.
 #pragma once
 
 #include <cstddef>
 
 namespace tarni::test {
 
-// The kernel gives no statistics.
-extern bool isKernelSilent;
 // The words that the kernel gave and nobody gave back.
 extern std::size_t wordsKept;
 // The references to the host's port that were given out.

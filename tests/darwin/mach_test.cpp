@@ -32,13 +32,5 @@ TEST(DarwinMachHost, ReadsWhatTheKernelGivesAndGivesItBack) {
   EXPECT_FALSE(host.sysctlbyname("hw.unheard-of"));
 }
 
-TEST(DarwinMachHost, ASilentKernelIsNoAnswer) {
-  isKernelSilent = true;
-  ios::MachHost host;
-  EXPECT_FALSE(host.hostProcessorInfo());
-  EXPECT_FALSE(host.hostStatistics64());
-  isKernelSilent = false;
-}
-
 }  // namespace
 }  // namespace tarni::test

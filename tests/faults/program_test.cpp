@@ -1,11 +1,9 @@
-// A program with the agent in it that runs out of descriptors, and host tools that leave with a
-// reset.
+// A program with the agent in it that runs out of descriptors.
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 #include <sys/resource.h>
 
 #include <filesystem>
-#include <functional>
 
 #include "tests/support/Program.h"
 #include "tests/support/Wire.h"
@@ -19,7 +17,6 @@ using testing::HasSubstr;
 constexpr const char* kFind =
     R"({"functionname":"findelements","accessortype":"text","accessorvalue":"Log in"})"
     "\r\n";
-constexpr const char* kSnapshot = "{\"functionname\":\"ai_getscreensnapshot\"}\r\n";
 
 class FaultyWorld : public testing::Test {
  protected:
@@ -45,16 +42,6 @@ class FaultyWorld : public testing::Test {
   }
   bool isLogged(const std::string& text) const {
     return program_.output().find(text) != std::string::npos;
-  }
-
-  // One that comes before the server has seen the other go is turned away and comes again.
-  static bool nextHostIsServed() {
-    try {
-      const Playback next(false);
-      return next.find("UIButton", "text", "Log in").size() == 1;
-    } catch (const std::runtime_error&) {
-      return false;
-    }
   }
 
   Program program_;
@@ -84,33 +71,6 @@ TEST_F(FaultyWorld, WithoutDescriptorsCommandsAreAnsweredAndTheLogSaysWhatIsMiss
   EXPECT_TRUE(eventually([this] { return isLogged("Diagnostics: cannot write /tmp/"); }));
   EXPECT_EQ(playback.find("UIButton", "text", "Log in").size(), 1U);
   EXPECT_GT(playback.output("ai_getscreensnapshot", "").value_or("").size(), 1000U);
-}
-
-TEST_F(FaultyWorld, AResetAtAnyMomentLeavesTheServerToTheNext) {
-  const std::vector<std::function<void(Wire&)>> moments{
-      [](Wire& host) { host.send(kFind); },       // with an answer on its way
-      [](Wire& host) { host.send("{\"funct"); },  // in the middle of a command
-      [](Wire& host) {                            // with many answers on their way
-        host.send(kFind);
-        for (int command = 0; command < 200; ++command) host.send(kSnapshot);
-      }};
-  for (std::size_t moment = 0; moment < moments.size(); ++moment) {
-    SCOPED_TRACE(moment);
-    Wire host(kPlaybackPort);
-    moments[moment](host);
-    host.reset();
-    EXPECT_TRUE(eventually(nextHostIsServed, std::chrono::seconds(20)));
-  }
-  EXPECT_TRUE(program_.isRunning());
-}
-
-TEST_F(FaultyWorld, ARecordersResetLeavesPlaybackAlone) {
-  Wire recorder(kRecorderPort);
-  recorder.readMessage();
-  recorder.send("startobjectspy\r\n");
-  recorder.reset();
-  const Playback playback;
-  EXPECT_EQ(playback.find("UIButton", "text", "Log in").size(), 1U);
 }
 
 }  // namespace

@@ -1,12 +1,10 @@
 #include <turbojpeg.h>
 
 #include <cmath>
-#include <numbers>
 
 #include "backends/headless/drawing/Image.h"
 #include "backends/headless/drawing/Renderer.h"
 #include "backends/headless/views/ImageView.h"
-#include "backends/headless/views/Label.h"
 #include "tests/headless/TouchScreen.h"
 
 namespace tarni::headless::test {
@@ -15,10 +13,8 @@ namespace {
 using platform::CGColor;
 
 constexpr CGColor kRed{1, 0, 0, 1};
-constexpr CGColor kGreen{0, 1, 0, 1};
 constexpr CGColor kBlue{0, 0, 1, 1};
 constexpr CGColor kWhite{1, 1, 1, 1};
-constexpr CGColor kBlack{0, 0, 0, 1};
 
 // What somebody sees who decodes the JPEG.
 class Picture {
@@ -45,17 +41,6 @@ class Picture {
     }
     return true;
   }
-  // Pixels darker than mid grey in the rectangle.
-  int dark(const CGRect& rect) const {
-    int count = 0;
-    for (int y = static_cast<int>(rect.minY()); y < rect.maxY(); ++y) {
-      for (int x = static_cast<int>(rect.minX()); x < rect.maxX(); ++x) {
-        const std::size_t at = static_cast<std::size_t>(y * width + x) * 3;
-        if (pixels_.at(at) + pixels_.at(at + 1) + pixels_.at(at + 2) < 384) ++count;
-      }
-    }
-    return count;
-  }
 
   int width = 0;
   int height = 0;
@@ -78,17 +63,6 @@ class DrawingTest : public TouchScreen {
   ViewRef page = filled({{0, 0}, {200, 200}}, kWhite, *window);
 };
 
-TEST_F(DrawingTest, ViewsLieOverEachOtherAtTheScreensScale) {
-  filled({{0, 0}, {100, 100}}, kRed, *page);
-  filled({{50, 50}, {100, 100}}, kBlue, *page);
-  environment.screen().setScale(3);
-  const Picture picture = draw(*page);
-  EXPECT_EQ(picture.width, 600);
-  EXPECT_TRUE(picture.shows(kRed, 60, 60));
-  EXPECT_TRUE(picture.shows(kBlue, 210, 210));
-  EXPECT_TRUE(picture.shows(kWhite, 500, 500));
-}
-
 TEST_F(DrawingTest, ViewsHideClipAndFadeWhatIsInThem) {
   const auto outer = filled({{50, 50}, {50, 50}}, kRed, *page);
   filled({{25, 25}, {100, 10}}, kBlue, *outer);
@@ -105,43 +79,6 @@ TEST_F(DrawingTest, ViewsHideClipAndFadeWhatIsInThem) {
   outer->setHidden(true);
   EXPECT_TRUE(draw(*page).shows(kWhite, 60, 60));
   EXPECT_TRUE(draw(*outer).shows(kRed, 5, 5)) << "not the one that is asked for";
-}
-
-TEST_F(DrawingTest, TransformsAndOffsetsMoveWhatIsInside) {
-  const auto turned = filled({{50, 90}, {100, 20}}, kRed, *page);
-  turned->setTransform(platform::CGAffineTransform::rotation(std::numbers::pi / 2));
-  filled({{0, 0}, {20, 20}}, kBlue, *turned);
-  const Picture picture = draw(*page);
-  EXPECT_TRUE(picture.shows(kWhite, 60, 100));
-  EXPECT_TRUE(picture.shows(kRed, 100, 130));
-  EXPECT_TRUE(picture.shows(kBlue, 100, 60)) << "the start is on top after a quarter turn";
-  page->setBounds({{0, 40}, {200, 200}});
-  EXPECT_TRUE(draw(*page).shows(kBlue, 100, 20));
-}
-
-TEST_F(DrawingTest, AHighlightLiesAboveTheContentAndInsideTheView) {
-  const auto view = filled({{50, 50}, {100, 100}}, kRed, *page);
-  filled({{0, 0}, {100, 100}}, kBlue, *view);
-  view->layer().setBorderWidth(4);
-  view->layer().setBorderColor(kGreen);
-  const Picture picture = draw(*page);
-  EXPECT_TRUE(picture.shows(kGreen, 51, 100));
-  EXPECT_TRUE(picture.shows(kGreen, 100, 147));
-  EXPECT_TRUE(picture.shows(kBlue, 58, 100));
-  EXPECT_TRUE(picture.shows(kWhite, 46, 100));
-}
-
-TEST_F(DrawingTest, TextIsDrawnWhereItIsAligned) {
-  const auto label = build<Label>("Hello").frame({{0, 0}, {200, 40}}).in(*page);
-  const CGRect leftHalf{{0, 0}, {100, 40}};
-  const CGRect rightHalf{{100, 0}, {100, 40}};
-  EXPECT_GT(draw(*page).dark(leftHalf), 50);
-  EXPECT_EQ(draw(*page).dark(rightHalf), 0);
-  label->setTextStyle({.alignment = TextAlignment::Right});
-  EXPECT_EQ(draw(*page).dark(leftHalf), 0);
-  label->setText("A text that is far too long for one line of this width");
-  const Picture cut = draw(*page);
-  EXPECT_EQ(cut.dark({{0, 40}, {200, 160}}), 0) << "it stays in its line";
 }
 
 TEST_F(DrawingTest, AnImageFillsItsViewAndACropMayReachBeyondIt) {

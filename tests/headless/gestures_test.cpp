@@ -1,7 +1,7 @@
-#include <numbers>
 
 #include "backends/headless/events/GestureRecognizer.h"
 #include "backends/headless/views/Control.h"
+#include "backends/headless/views/TableView.h"
 #include "tests/headless/TouchScreen.h"
 
 namespace tarni::headless::test {
@@ -83,56 +83,12 @@ TEST_F(GesturesTest, AControlKeepsItsTapFromItsSuperviewAndLosesItsTouchToAPan) 
   EXPECT_FALSE(control->isHighlighted());
 }
 
-TEST_F(GesturesTest, APanBeginsBeyondTenPointsAndMeasuresWithoutJumpsFromTheStart) {
-  view->setTransform(platform::CGAffineTransform::scale(0.5, 0.5));
-  const auto pan = recognizer<PanGestureRecognizer>(*view);
-  environment.finger().down(*window, {100, 100});
-  environment.finger().moveTo({110, 100});
-  EXPECT_EQ(calls, 0) << "ten points are not yet a movement";
-  environment.finger().moveTo({110, 106});
-  EXPECT_EQ(calls, 1);
-  environment.finger().moveTo({130, 90});
-  expectNear(pan->translationInView(*window), {30, -10});
-  expectNear(pan->translationInView(*view), {60, -20});
-  environment.finger().up();
-  EXPECT_EQ(calls, 3);
-  view->setTransform({});
-  const auto first = touchAt({50, 100});
-  send(UITouchPhase::Began, {first});
-  moveTo(first, {70, 100});
-  const auto second = touchAt({90, 100});
-  send(UITouchPhase::Began, {second});
-  moveTo(second, {100, 100});
-  expectNear(pan->translationInView(*window), {25, 0});
-  send(UITouchPhase::Ended, {second});
-  moveTo(first, {71, 100});
-  expectNear(pan->translationInView(*window), {26, 0});
-}
-
-TEST_F(GesturesTest, APinchMeasuresTheDistanceOfTwoFingersAndARotationTheirAngle) {
-  const auto pinch = recognizer<PinchGestureRecognizer>(*view);
-  const auto first = touchAt({100, 100});
-  const auto second = touchAt({180, 100});
-  send(UITouchPhase::Began, {first, second});
-  first->_setLocationInWindow({60, 100}, false);
-  second->_setLocationInWindow({220, 100}, false);
-  send(UITouchPhase::Moved, {first, second});
-  EXPECT_EQ(pinch->scale(), 2);
-  EXPECT_EQ(calls, 1);
-  send(UITouchPhase::Ended, {first});
-  send(UITouchPhase::Ended, {second});
-  EXPECT_EQ(pinch->state(), GestureRecognizer::State::Ended);
-  view->removeGestureRecognizer(pinch);
-  const auto rotation = recognizer<RotationGestureRecognizer>(*view);
-  const auto middle = touchAt({150, 150});
-  const auto turning = touchAt({200, 150});
-  send(UITouchPhase::Began, {middle, turning});
-  for (int step = 1; step <= 6; ++step) {
-    const double angle = step * std::numbers::pi / 4;
-    turning->_setLocationInWindow({150 + 50 * std::cos(angle), 150 + 50 * std::sin(angle)}, false);
-    send(UITouchPhase::Moved, {middle, turning});
-  }
-  EXPECT_NEAR(rotation->rotation(), 1.5 * std::numbers::pi, 1e-9) << "beyond half a turn";
+TEST_F(GesturesTest, TheWheelTurnedDownShowsWhatIsBelow) {
+  const auto table = build<TableView>().frame({{0, 50}, {200, 200}}).in(*window);
+  table->setRows(std::vector<std::string>(100, "row"));
+  complete(platform::current().inputDevices->movePointer(window, {50, 200}));
+  complete(platform::current().inputDevices->turnWheel(0, 2));
+  EXPECT_EQ(table->contentOffset().y, 80);
 }
 
 }  // namespace

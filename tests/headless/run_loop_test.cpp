@@ -66,5 +66,20 @@ TEST_F(RunLoopTest, OtherThreadsWakeIt) {
   EXPECT_EQ(seen.back(), "inner ended") << "it ends nested loops as well";
 }
 
+TEST_F(RunLoopTest, TheLoopSaysWhatItDidBetweenItsSleeps) {
+  struct Log : platform::RunLoopObserver {
+    void didWake() noexcept override {}
+    void willWait(std::string_view beganWith) noexcept override { began.emplace_back(beganWith); }
+    std::vector<std::string> began;
+  } log;
+  environment.processInfo().setVirtual(false);
+  environment.application().setRunLoopObserver(&log);
+  loop.after(0.01, [&] { environment.dispatch().mainQueue().async([] {}); });
+  environment.dispatch().mainQueue().async([] {});
+  loop.runUntil([] { return false; }, 0.05);
+  environment.application().setRunLoopObserver(nullptr);
+  EXPECT_THAT(log.began, testing::ElementsAre(platform::kMainQueueAlone, "timer"));
+}
+
 }  // namespace
 }  // namespace tarni::headless::test

@@ -68,22 +68,6 @@ TEST_F(ViewTest, HitTestPassesOverViewsThatTakeNoTouches) {
   EXPECT_EQ(window->hitTest({10, 10}), back) << "labels take none";
 }
 
-TEST_F(ViewTest, ARemovedViewHasNoWindow) {
-  const auto parent = plainView({{0, 0}, {100, 100}});
-  const auto child = plainView({{10, 10}, {10, 10}}, *parent);
-  EXPECT_EQ(child->window(), window);
-  parent->removeFromSuperview();
-  EXPECT_EQ(parent->superview(), nullptr);
-  EXPECT_EQ(child->window(), nullptr);
-  EXPECT_EQ(child->superview(), parent);
-  EXPECT_EQ(child->convertPointToWindow({0, 0}), (CGPoint{10, 10})) << "of the topmost view";
-  auto other = std::make_shared<Window>(CGRect{{0, 0}, {10, 10}});
-  other->addSubview(parent);
-  EXPECT_EQ(child->window(), other);
-  other.reset();
-  EXPECT_EQ(child->window(), nullptr) << "nor has one that outlives its window";
-}
-
 TEST_F(ViewTest, DeepTreesAreMovedHitAndDestroyed) {
   constexpr int kDepth = 200'000;
   auto top = std::make_shared<View>();

@@ -2,8 +2,6 @@
 
 #include "agent/interaction/CAAnimation_KIFAdditions.h"
 #include "agent/interaction/CALayer_KIFAdditions.h"
-#include "agent/interaction/UIApplication_KIFAdditions_RunLoop.h"
-#include "agent/interaction/UIScreen_KIFAdditions.h"
 #include "tests/support/Screen.h"
 
 namespace tarni {
@@ -11,7 +9,6 @@ namespace {
 
 using headless::build;
 using headless::View;
-using test::complete;
 
 constexpr double kInfinity = std::numeric_limits<double>::infinity();
 constexpr float kForEver = std::numeric_limits<float>::infinity();
@@ -45,20 +42,6 @@ TEST_F(Animations, OneInAVisibleLayerBelowCountsWhileItRunsUnlessItNeverEnds) {
   inner->setHidden(false);
   environment.processInfo().skip(1.5);
   EXPECT_FALSE(KIFAdditions::hasAnimations(outer->layer()));
-}
-
-TEST_F(Animations, SpeedIsThatOfTheKeyWindowAndShortensRelativeWaits) {
-  EXPECT_EQ(KIFAdditions::animationSpeed(), 1.0F);
-  KIFAdditions::setAnimationSpeed(4);
-  EXPECT_EQ(window->layer().speed(), 4.0F);
-  complete(KIFAdditions::KIFRunLoopRunInModeRelativeToAnimationSpeed("some mode", 2, true));
-  ASSERT_EQ(environment.application().runLoopRuns().size(), 1U);
-  const headless::RunLoopRun& run = environment.application().runLoopRuns()[0];
-  EXPECT_EQ(run.mode, "some mode");
-  EXPECT_EQ(run.seconds, 0.5);
-  EXPECT_TRUE(run.returnAfterSourceHandled);
-  environment.application().setKeyWindow(nullptr);
-  EXPECT_EQ(KIFAdditions::animationSpeed(), 1.0F);
 }
 
 }  // namespace

@@ -4,7 +4,6 @@
 #include <numbers>
 
 #include "agent/interaction/UIView_KIFAdditions.h"
-#include "backends/headless/views/WebView.h"
 #include "tests/support/Screen.h"
 
 namespace tarni {
@@ -64,17 +63,6 @@ TEST_F(Gestures, OnlyThoseThatMeetTheFieldGiveItTheFocus) {
   EXPECT_FALSE(getsFocus(KIFAdditions::dragFromPoint(field, {5, 5}, {60, 10})));
 }
 
-TEST_F(Gestures, WebViewsTakeTapsByThemselves) {
-  const auto web = build<headless::WebView>().frame({{0, 0}, {200, 100}}).in(*view);
-  complete(KIFAdditions::tapAtPoint(web, {30, 40}));
-  complete(KIFAdditions::tapAtPoint(web->browserView(), {1, 2}));
-  complete(KIFAdditions::FaketapAtPoint(web, {3, 4}));
-  complete(KIFAdditions::tapWebViewAtPoint(web, {5, 6}));
-  EXPECT_THAT(web->browserView()->taps(),
-              testing::ElementsAre(CGPoint{30, 40}, CGPoint{1, 2}, CGPoint{3, 4}, CGPoint{5, 6}));
-  EXPECT_EQ(phases(), "");
-}
-
 TEST_F(Gestures, LongPressRepeatsStationaryEveryHundredthOfASecond) {
   view->setCanBecomeFirstResponder(true);
   complete(KIFAdditions::longPressAtPoint(view, {10, 10}, 0.05));
@@ -90,23 +78,10 @@ TEST_F(Gestures, LongPressRepeatsStationaryEveryHundredthOfASecond) {
 
 TEST_F(Gestures, PathsThatDoNotMatchTouchNothing) {
   using Paths = std::vector<KIFAdditions::Path>;
-  complete(KIFAdditions::dragPointsAlongPaths(view, Paths{}));
-  complete(KIFAdditions::dragPointsAlongPaths(view, Paths{{}}));
-  complete(KIFAdditions::dragPointsAlongPaths(view, Paths{{{1, 1}, {2, 2}}, {{3, 3}}}));
-  complete(KIFAdditions::dragFromPoint(view, {0, 0}, {10, 10}, 0));
+  for (const Paths& paths : {Paths{}, Paths{{}}, Paths{{{1, 1}, {2, 2}}, {{3, 3}}}}) {
+    complete(KIFAdditions::dragPointsAlongPaths(view, paths));
+  }
   EXPECT_EQ(phases(), "");
-}
-
-TEST_F(Gestures, FingersMoveTogetherAndLiftOneByOne) {
-  const std::vector<KIFAdditions::Path> paths{{{0, 0}, {10, 0}}, {{50, 50}, {50, 60}}};
-  complete(KIFAdditions::dragPointsAlongPaths(view, paths));
-  ASSERT_EQ(phases(), "Began Began Moved Moved Ended Ended");
-  ASSERT_EQ(events().size(), 4U);
-  EXPECT_EQ(events()[1].touches.size(), 2U);
-  ASSERT_EQ(events()[2].touches.size(), 1U);
-  EXPECT_EQ(events()[2].touches[0].locationInWindow, (CGPoint{110, 200}));
-  ASSERT_EQ(events()[3].touches.size(), 1U);
-  EXPECT_EQ(events()[3].touches[0].locationInWindow, (CGPoint{150, 260}));
 }
 
 TEST_F(Gestures, OfTwoFingersKeepThemApartOrMoveThemTogether) {

@@ -1,7 +1,6 @@
 #include "agent/interaction/PlayBackInteractionMethods.h"
 #include "backends/headless/views/Label.h"
 #include "backends/headless/views/Switch.h"
-#include "backends/headless/views/TextField.h"
 #include "tests/support/Screen.h"
 
 namespace tarni {
@@ -14,9 +13,6 @@ class PlayBackInteraction : public test::Screen {
  protected:
   bool click(const headless::ViewRef& view) {
     return complete(PlayBackInteractionMethods().performClickOnUIView(view));
-  }
-  bool type(const headless::ViewRef& view, const std::string& text) {
-    return complete(PlayBackInteractionMethods().performTypeTextOnUIView(view, text));
   }
   std::string phases() { return environment.application().eventLog().phases(); }
 };
@@ -38,25 +34,6 @@ TEST_F(PlayBackInteraction, ASwitchIsToggledWithoutTouchAlsoByWhatIsInItUnlessIt
   EXPECT_TRUE(click(label));
   EXPECT_FALSE(control->isOn());
   EXPECT_EQ(phases(), "Began Ended");
-}
-
-TEST_F(PlayBackInteraction, TextIsReplacedWholeWithOneNotificationAndOneAction) {
-  const auto field = build<headless::TextField>("Name").frame({{0, 0}, {100, 30}}).in(*window);
-  field->replaceText("before");
-  std::string atAction;
-  int actions = 0;
-  field->addAction(headless::ControlEvent::EditingChanged, [&] {
-    ++actions;
-    atAction = field->text();
-    EXPECT_EQ(environment.notificationCenter().posted().size(), 1U);
-  });
-  EXPECT_TRUE(type(field, "after"));
-  EXPECT_EQ(atAction, "after");
-  EXPECT_EQ(actions, 1);
-  EXPECT_TRUE(field->isFirstResponder());
-  const headless::PostedNotification& posted = environment.notificationCenter().posted().at(0);
-  EXPECT_EQ(posted.name, "UITextFieldTextDidChangeNotification");
-  EXPECT_EQ(posted.object.lock(), field);
 }
 
 }  // namespace

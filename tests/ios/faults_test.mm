@@ -356,37 +356,11 @@ TEST_F(Faults, AViewThatThrowsWhatIsCppsHidesNoOther) {
   [thrower removeFromSuperview];
 }
 
-TEST_F(Faults, OneViewThatRaisesHidesNoOther) {
-  RaiseIn(@"UITextField", @selector(placeholder));
-  EXPECT_TRUE(isFound("UIButton"));
-  for (int i = 0; i < 2; ++i) {
-    EXPECT_EQ(command({{"functionname", "findelements"},
-                       {"tagname", "UITextField"},
-                       {"accessortype", "text"},
-                       {"accessorvalue", "field"}}),
-              "[]");
-  }
-  EXPECT_EQ(
-      log_.linesWith("-[UITextField placeholder] raised NSRangeException: a fault in placeholder")
-          .size(),
-      1U);
-}
-
 TEST_F(Faults, AViewThatRaisesWhenAskedWhatItIsIsAViewOfItsClass) {
   [window_ addSubview:[[[SecretiveView alloc] initWithFrame:NSMakeRect(0, 0, 9, 9)] autorelease]];
   EXPECT_TRUE(isFound("SecretiveView"));
   EXPECT_EQ(log_.linesWith("-[SecretiveView class] raised").size(), 1U);
   EXPECT_TRUE(platform::as<platform::UILabel>(ref([[window_ subviews] lastObject])));
-}
-
-TEST_F(Faults, WhatRaisesWhileItIsActedOnIsAnsweredWithTheReason) {
-  const json found =
-      json::parse(command({{"functionname", "findelements"}, {"tagname", "UITextField"}}));
-  RaiseIn(@"UITextField", @selector(setText:));
-  const std::string reply = command({{"functionname", "sendkeysonelement"},
-                                     {"accessorvalue", found[0]["elementID"]},
-                                     {"datavalue", "x"}});
-  EXPECT_EQ(reply, "[{\"exceptionmsg\":\"a fault in setText:\"}]");
 }
 
 TEST_F(Faults, AViewWithoutALayerHasOneOnceItIsMade) {

@@ -84,15 +84,6 @@ TEST_F(Services, TypedTextReachesTargetsAndObserversOfTheField) {
   [[NSNotificationCenter defaultCenter] removeObserver:observer];
 }
 
-// Nothing is evaluated in a page meanwhile.
-TEST_F(Services, APageTellsThatItLoads) {
-  UIWebView* const page = add<UIWebView>([UIWebView class], NSMakeRect(0, 0, 300, 300));
-  const auto seen = platform::as<platform::UIWebView>(ref(page));
-  EXPECT_FALSE(seen->isLoading());
-  [page setLoading:YES];
-  EXPECT_TRUE(seen->isLoading());
-}
-
 TEST_F(Services, APageThatGoesFailsOneCommandAndIsLeftAloneUntilItsViewLoadsAnother) {
   MortalPage* const page = [[[MortalPage alloc] init] autorelease];
   WKWebView* const view = add<WKWebView>([WKWebView class], NSMakeRect(0, 0, 300, 300));
@@ -165,15 +156,6 @@ TEST_F(Services, AddressesAreReadAndOpened) {
   EXPECT_TRUE(platform::current().application->openURL("tel:1"));
   EXPECT_FALSE(platform::current().application->openURL("nothing"));
   EXPECT_EQ([[application_ openedURLs] count], 1U);
-}
-
-TEST_F(Services, Base64HasNoLines) {
-  const platform::NSEncoding& encoding = *platform::current().encoding;
-  const std::vector<std::byte> bytes(100, std::byte{0xff});
-  const std::string text = encoding.base64EncodedString(bytes);
-  EXPECT_EQ(text.size(), 136U);
-  EXPECT_EQ(text.find('\n'), std::string::npos);
-  EXPECT_EQ(encoding.base64EncodedString({}), "");
 }
 
 }  // namespace

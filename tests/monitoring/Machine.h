@@ -4,10 +4,6 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include <cstring>
-#include <map>
-#include <string>
-
 #include "backends/headless/Environment.h"
 #include "platform/Platform.h"
 
@@ -21,22 +17,12 @@ class ScriptedMachHost : public platform::MachHost {
   std::optional<platform::VMStatistics64> hostStatistics64() override { return statistics; }
   unsigned activeProcessorCount() override { return 3; }
   std::uint64_t physicalMemory() override { return 10'000'000; }
-  std::optional<std::vector<std::byte>> sysctlbyname(std::string_view name) override {
-    const auto found = values.find(name);
-    if (found == values.end()) return std::nullopt;
-    return found->second;
-  }
-
-  template <typename Value>
-  void set(std::string name, const Value& value) {
-    std::vector<std::byte> bytes(sizeof value);
-    std::memcpy(bytes.data(), &value, sizeof value);
-    values[std::move(name)] = std::move(bytes);
+  std::optional<std::vector<std::byte>> sysctlbyname(std::string_view /*name*/) override {
+    return std::nullopt;
   }
 
   std::optional<std::vector<platform::ProcessorTicks>> ticks;
   std::optional<platform::VMStatistics64> statistics;
-  std::map<std::string, std::vector<std::byte>, std::less<>> values;
 };
 
 class Machine : public testing::Test {

@@ -20,24 +20,6 @@ std::vector<std::string> titlesOf(const std::vector<UIViewRef>& buttons) {
   return titles;
 }
 
-TEST(Tabs, AreButtonsOfTheTabBar) {
-  QTabWidget tabs;
-  for (const char* title : {"&One", "Two", "Three"}) tabs.addTab(new QWidget, title);
-  tabs.setTabEnabled(2, false);
-  tabs.resize(400, 200);
-  show(tabs);
-  const UIViewRef bar = viewOf(*tabs.tabBar());
-  const std::vector<UIViewRef> buttons = subviewsOf(bar, "UITabBarButton");
-  EXPECT_THAT(titlesOf(buttons), testing::ElementsAre("One", "Two", "Three"));
-  EXPECT_TRUE(buttons[1]->isKindOfClass(uikit::UIButton));
-  EXPECT_EQ(buttons[1]->superview(), bar);
-  EXPECT_EQ(viewOf(tabs)->hitTest(middleInWindow(buttons[1])), buttons[1]);
-  EXPECT_FALSE(buttons[2]->isUserInteractionEnabled());
-  tabs.setTabText(0, "");
-  tabs.setTabToolTip(0, "First");
-  EXPECT_EQ(titlesOf({buttons[0]}), std::vector<std::string>{"First"});
-}
-
 TEST(Tabs, StayThemselvesWhenOthersCloseOrAreMoved) {
   QTabWidget paged;
   QTabBar bare;

@@ -1,17 +1,13 @@
 // The agent's mouse and keyboard do to a program what a person's do, and nobody takes them for a
 // person's.
-#include <QtGui/QCloseEvent>
-#include <QtWidgets/QDialog>
 #include <QtWidgets/QLineEdit>
 #include <QtWidgets/QListWidget>
 #include <QtWidgets/QMenu>
-#include <QtWidgets/QPlainTextEdit>
 #include <QtWidgets/QScrollBar>
 #include <QtWidgets/QSplitter>
 #include <map>
 
 #include "platform/Foundation/NSException.h"
-#include "platform/UIKit/UIWindow.h"
 #include "tests/support/QtScreen.h"
 
 namespace tarni::test {
@@ -162,31 +158,6 @@ TEST_F(Devices, PointerDragsSplittersAndItemsAndTurnsTheWheel) {
   EXPECT_EQ(from->verticalScrollBar()->value(), 2 * QApplication::wheelScrollLines());
 }
 
-TEST_F(Devices, LeaveAWindowToBeResizedAndToRefuseToClose) {
-  struct Asking : QDialog {
-    void closeEvent(QCloseEvent* event) override {
-      EXPECT_TRUE(event->spontaneous());
-      event->setAccepted(++asked > 1);
-    }
-    int asked = 0;
-  };
-  Asking dialog;
-  dialog.setWindowTitle("Really?");
-  dialog.setModal(true);
-  dialog.setMinimumSize(200, 100);
-  show(dialog);
-  const auto window = platform::as<platform::UIWindow>(qt::viewOfWidget(&dialog));
-  EXPECT_EQ(window->windowTitle(), "Really?");
-  EXPECT_TRUE(window->isModal());
-  EXPECT_FALSE(window->isPopup());
-  finish(window->resize({300, 20}));
-  EXPECT_TRUE(runUntil([&] { return dialog.size() == QSize(300, 100); }));
-  finish(window->close());
-  EXPECT_TRUE(dialog.isVisible());
-  finish(window->close());
-  EXPECT_FALSE(dialog.isVisible());
-}
-
 TEST_F(Devices, KeysTypeCarryModifiersAndRunShortcuts) {
   auto* const field = add(new QLineEdit);
   auto* const list = add(new QListWidget);
@@ -227,25 +198,8 @@ TEST_F(Devices, KeysTypeCarryModifiersAndRunShortcuts) {
   click(list->viewport(), row(2));
   finish(devices().setKey("Control", false));
   EXPECT_EQ(list->selectedItems().size(), 2);
-}
-
-TEST_F(Devices, TextOfAnyScriptIsCommittedToWhatHasTheFocus) {
-  auto* const editor = add(new QPlainTextEdit);
-  auto* const secret = add(new QLineEdit);
-  secret->setEchoMode(QLineEdit::Password);
-  auto* const list = add(new QListWidget);
-  list->addItems({"alpha", "beta", "gamma"});
-  open();
-  const QString text = QString::fromUtf8("Καλημέρα 👋🏽\n日本 \"x\"");
-  editor->setFocus();
-  finish(devices().commitText(text.toStdString()));
-  EXPECT_EQ(editor->toPlainText(), text);
-  secret->setFocus();
-  finish(devices().commitText("pässword"));
-  EXPECT_EQ(secret->text(), QString::fromUtf8("pässword"));
-  list->setFocus();
-  finish(devices().commitText("ga"));
-  EXPECT_EQ(list->currentRow(), 2) << "what takes no input method gets keys";
+  finish(devices().commitText("d"));
+  EXPECT_EQ(list->currentRow(), 3) << "what takes no input method gets keys";
 }
 
 }  // namespace

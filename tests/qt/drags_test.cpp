@@ -1,13 +1,10 @@
 // A synthesized drag scrolls what scrolls, and drags what the program lets be dragged.
 #include <QtGui/QMouseEvent>
-#include <QtWidgets/QLabel>
 #include <QtWidgets/QListWidget>
-#include <QtWidgets/QPlainTextEdit>
 #include <QtWidgets/QPushButton>
 #include <QtWidgets/QScrollArea>
 #include <QtWidgets/QScrollBar>
 #include <QtWidgets/QScroller>
-#include <QtWidgets/QSlider>
 #include <QtWidgets/QVBoxLayout>
 
 #include "tests/support/QtScreen.h"
@@ -34,56 +31,6 @@ TEST(Drags, ScrollAnAreaByTheirOwnLengthAndClickNothing) {
   EXPECT_EQ(presses, 0);
 }
 
-TEST(Drags, ScrollRowsAndLinesByTheirHeight) {
-  QListWidget list;
-  for (int i = 0; i < 100; ++i) list.addItem(QString::number(i));
-  list.resize(200, 300);
-  show(list);
-  const int row = list.visualItemRect(list.item(0)).height();
-  finish(drag(list.viewport(), {50, 250}, {50, 250 - 5 * row}));
-  EXPECT_EQ(list.verticalScrollBar()->value(), 5);
-  EXPECT_TRUE(list.selectedItems().isEmpty()) << "a drag selects nothing";
-  finish(drag(list.viewport(), {50, 20}, {50, 20 + 3 * row}));
-  EXPECT_EQ(list.verticalScrollBar()->value(), 2);
-
-  QPlainTextEdit text;
-  text.setPlainText(QString("line\n").repeated(100));
-  text.resize(200, 300);
-  show(text);
-  const int line = text.cursorRect().height();
-  finish(drag(text.viewport(), {50, 250}, {50, 250 - 4 * line}));
-  EXPECT_EQ(text.verticalScrollBar()->value(), 4);
-}
-
-TEST(Drags, InsideALongPressAndInATooShortWayAreNoScrolls) {
-  QListWidget list;
-  for (int i = 0; i < 100; ++i) list.addItem(QString::number(i));
-  list.resize(200, 300);
-  int pressed = 0;
-  QObject::connect(&list, &QListWidget::itemPressed, [&] { ++pressed; });
-  show(list);
-  const platform::UIViewRef view = qt::viewOfWidget(&list);
-  finish(KIFAdditions::longPressAtPoint(view, {50, 50}, 0.05));
-  EXPECT_EQ(pressed, 1);
-  finish(drag(list.viewport(), {50, 50}, {50, 52}));
-  EXPECT_EQ(pressed, 2);
-  EXPECT_EQ(list.verticalScrollBar()->value(), 0);
-}
-
-TEST(Drags, MoveASliderInsideAnAreaThatScrolls) {
-  QScrollArea area;
-  auto* const content = new QWidget;
-  content->setFixedSize(1000, 2000);
-  auto* const slider = new QSlider(Qt::Horizontal, content);
-  slider->setGeometry(10, 10, 200, 30);
-  area.setWidget(content);
-  area.resize(400, 400);
-  show(area);
-  finish(drag(slider, {5, 15}, {150, 15}));
-  EXPECT_GT(slider->value(), 50);
-  EXPECT_EQ(area.horizontalScrollBar()->value(), 0);
-}
-
 struct Canvas : QWidget {
   void mousePressEvent(QMouseEvent* event) override { path.push_back(event->pos()); }
   void mouseMoveEvent(QMouseEvent* event) override { path.push_back(event->pos()); }
@@ -94,6 +41,17 @@ struct Canvas : QWidget {
   std::vector<QPoint> path;
   int releases = 0;
 };
+
+TEST(Drags, ScrollRowsByTheirHeight) {
+  QListWidget list;
+  for (int i = 0; i < 100; ++i) list.addItem(QString::number(i));
+  list.resize(200, 300);
+  show(list);
+  const int row = list.visualItemRect(list.item(0)).height();
+  finish(drag(list.viewport(), {50, 250}, {50, 250 - 5 * row}));
+  EXPECT_EQ(list.verticalScrollBar()->value(), 5);
+  EXPECT_TRUE(list.selectedItems().isEmpty()) << "a drag selects nothing";
+}
 
 TEST(Drags, LeaveAnAreaToTheProgramThatScrollsItByItself) {
   QScrollArea area;
@@ -115,22 +73,6 @@ TEST(Drags, DrawOnACanvasPointByPoint) {
   finish(drag(&canvas, {20, 20}, {220, 120}));
   EXPECT_THAT(canvas.path, testing::ElementsAre(QPoint(20, 20), QPoint(120, 70), QPoint(220, 120),
                                                 QPoint(220, 120)));
-}
-
-TEST(Drags, OnAWidgetWithoutSizeLeaveTheProgramAsItIs) {
-  QWidget window;
-  window.resize(200, 200);
-  QPushButton button("Flat", &window);
-  button.setGeometry(50, 50, 0, 0);
-  int clicks = 0;
-  QObject::connect(&button, &QPushButton::clicked, [&] { ++clicks; });
-  show(window);
-  finish(KIFAdditions::dragFromPoint(qt::viewOfWidget(&button), {0, 0}, {0, 0}));
-  finish(KIFAdditions::tap(qt::viewOfWidget(&button)));
-  EXPECT_EQ(clicks, 0);
-  button.resize(50, 50);
-  finish(tap(&button));
-  EXPECT_EQ(clicks, 1);
 }
 
 // A path of one point leaves its finger down. It must not disturb what comes later.

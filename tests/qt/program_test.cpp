@@ -3,22 +3,14 @@
 
 #include <QtCore/QPropertyAnimation>
 #include <QtWidgets/QAbstractItemView>
-#include <QtWidgets/QCheckBox>
 #include <QtWidgets/QCompleter>
 #include <QtWidgets/QDialog>
 #include <QtWidgets/QLabel>
 #include <QtWidgets/QLineEdit>
 #include <QtWidgets/QMenu>
-#include <QtWidgets/QPushButton>
-#include <QtWidgets/QScrollArea>
-#include <QtWidgets/QScrollBar>
-#include <algorithm>
 #include <future>
 #include <thread>
 
-#include "agent/elements/UIViewMemoryCache.h"
-#include "agent/elements/UIViewsManager.h"
-#include "agent/interaction/UIView_KIFAdditions.h"
 #include "backends/qt/program/InputQueue.h"
 #include "backends/qt/program/QtProgram.h"
 #include "tests/support/QtScreen.h"
@@ -82,51 +74,6 @@ TEST(Program, DoesNotEndAWaitByWhatComesTooLateForAnother) {
                   [](const std::exception_ptr&) {});
   late->resumeLater();
   EXPECT_TRUE(runUntil([&] { return hasEnded; }));
-}
-
-struct LoopLog : platform::RunLoopObserver {
-  LoopLog() { current().application->setRunLoopObserver(this); }
-  ~LoopLog() override { current().application->setRunLoopObserver(nullptr); }
-  void didWake() noexcept override { EXPECT_TRUE(std::exchange(isWaiting, false)); }
-  void willWait(std::string_view beganWith) noexcept override {
-    EXPECT_FALSE(std::exchange(isWaiting, true));
-    began.emplace_back(beganWith);
-  }
-  bool has(const std::string& stretch) const {
-    return std::ranges::find(began, stretch) != began.end();
-  }
-  std::vector<std::string> began;
-  bool isWaiting = false;
-};
-
-TEST(Program, SaysWhatItsThreadDidBetweenItsWaits) {
-  QPushButton button("Press");
-  button.resize(100, 50);
-  show(button);
-  finish(current().inputDevices->movePointer(qt::windowOfWidget(&button), {10, 10}));
-  QEventLoop loop;
-  QObject::connect(&button, &QPushButton::pressed, &loop, &QEventLoop::quit);
-  LoopLog log;
-  ASSERT_TRUE(runUntil([&] { return !log.began.empty(); }));
-  // On a busy machine something else may begin the stretch in which the press comes.
-  EXPECT_TRUE(runUntil([&] {
-    std::thread client([] {
-      current().dispatch->mainQueue().asyncTask(
-          [] { return current().inputDevices->setButton(platform::PointerButton::Left, true); });
-    });
-    loop.exec();
-    client.join();
-    finish(current().inputDevices->setButton(platform::PointerButton::Left, false));
-    return log.has("MouseButtonPress QPushButton");
-  })) << testing::PrintToString(log.began);
-
-  // The agent's own work is nothing that the program did.
-  QTimer::singleShot(100, &loop, &QEventLoop::quit);
-  log.began.clear();
-  std::thread agent([] { current().dispatch->mainQueue().sync([] {}); });
-  loop.exec();
-  agent.join();
-  EXPECT_TRUE(log.has(std::string(platform::kMainQueueAlone))) << testing::PrintToString(log.began);
 }
 
 TEST(Program, CountsAllThatItsThreadDoesAndNothingWhileItWaits) {
@@ -204,19 +151,6 @@ TEST(Program, RunsOnWhileTheAgentPausesButStartsNoOtherItem) {
   EXPECT_TRUE(hasRun);
 }
 
-TEST(Program, ServesTheMainQueueInsideAModalDialog) {
-  QDialog dialog;
-  std::thread background([&] {
-    EXPECT_TRUE(current().dispatch->mainQueue().sync([&] {
-      EXPECT_TRUE(current().dispatch->mainQueue().isMainThread());
-      dialog.accept();
-    }));
-  });
-  QTimer::singleShot(10000, &dialog, &QDialog::reject);
-  EXPECT_EQ(dialog.exec(), QDialog::Accepted);
-  background.join();
-}
-
 TEST(Program, FacesTheUserWithPopupThenDialogThenTheLastWindow) {
   const auto& application = *current().application;
   EXPECT_EQ(application.keyWindow(), nullptr);
@@ -269,63 +203,6 @@ TEST(Program, KeepsItsFocusAndItsViewsWhenAnAlertIsShown) {
   alert->dismissWithClickedButtonIndex(0, true);
   alert->dismissWithClickedButtonIndex(0, true);
   EXPECT_TRUE(runUntil([&] { return QGuiApplication::topLevelWindows().size() == windows; }));
-}
-
-TEST(Program, DrawsAtOnceWithoutRunningOtherEvents) {
-  struct Counting : QWidget {
-    void paintEvent(QPaintEvent*) override { ++paints; }
-    int paints = 0;
-  } window;
-  show(window);
-  bool hasRun = false;
-  QTimer::singleShot(0, [&] { hasRun = true; });
-  QMetaObject::invokeMethod(
-      &window, [&] { hasRun = true; }, Qt::QueuedConnection);
-  const int before = window.paints;
-  window.update();
-  current().transaction->flush();
-  EXPECT_EQ(window.paints, before + 1);
-  EXPECT_FALSE(hasRun);
-  QCoreApplication::processEvents();
-}
-
-TEST(Program, MakesUuids) {
-  EXPECT_THAT(current().encoding->UUIDString(),
-              testing::MatchesRegex("[0-9A-F]{8}-[0-9A-F]{4}-4[0-9A-F]{3}-[89AB][0-9A-F]{3}-"
-                                    "[0-9A-F]{12}"));
-}
-
-// A search works out once a parent what lies in view, and must say what the rule says of each view.
-TEST(Program, IsSearchedByWhatLiesInViewAlsoInsideAScrolledArea) {
-  QWidget top;
-  top.resize(300, 350);
-  QScrollArea area(&top);
-  auto* const page = new QWidget;
-  page->resize(300, 2000);
-  for (int i = 0; i < 40; ++i) {
-    auto* const box = new QWidget(page);
-    box->setGeometry(10, 50 * i, 200, 45);
-    (new QPushButton("Press", box))->setGeometry(20, i % 60, 80, 30);
-    (new QCheckBox("Check", box))->setGeometry(120, 5, 60, 30);
-  }
-  area.setWidget(page);
-  area.setGeometry(20, 30, 250, 300);
-  show(top);
-  area.verticalScrollBar()->setValue(333);
-  const platform::UIViewRef window = qt::viewOfWidget(&top);
-  UIViewsManager manager;
-  std::vector<platform::UIViewRef> expected;
-  for (const platform::UIViewRef& view : manager.GetAllViewsForPlayer(window, true)) {
-    if (KIFAdditions::isVisibleInWindowFrame(view)) expected.push_back(view);
-  }
-  UIViewMemoryCache& cache = UIViewMemoryCache::sharedInstance();
-  cache.clearMemoryCache();
-  manager.findElements(window, "", "", "");
-  std::vector<platform::UIViewRef> found;
-  for (const auto& entry : cache.getUIViewsMemoryCache()) found.push_back(entry.view.lock());
-  EXPECT_EQ(found, expected);
-  EXPECT_GT(found.size(), 18U);
-  EXPECT_LT(found.size(), 40U);
 }
 
 }  // namespace

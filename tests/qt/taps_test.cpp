@@ -1,11 +1,7 @@
 // A synthesized tap does on every kind of widget what a click of the mouse does.
-#include <QtCore/QPointer>
 #include <QtGui/QTouchEvent>
 #include <QtWidgets/QCheckBox>
-#include <QtWidgets/QDialog>
-#include <QtWidgets/QListWidget>
 #include <QtWidgets/QMenu>
-#include <QtWidgets/QMessageBox>
 #include <QtWidgets/QPushButton>
 #include <QtWidgets/QRadioButton>
 #include <QtWidgets/QStyle>
@@ -44,43 +40,6 @@ TEST_F(Taps, ClickAButtonOnceATime) {
   for (int i = 0; i < 3; ++i) finish(tap(button));
   EXPECT_EQ(clicks, 3);
   EXPECT_TRUE(seen.empty()) << "taps in quick order are no double click";
-}
-
-Task<void> openAndAccept(QPushButton* button, QMessageBox*& box, bool& isOpenAfterTap) {
-  co_await tap(button);
-  isOpenAfterTap = box && box->isVisible();
-  if (!isOpenAfterTap) co_return;
-  co_await tap(box->button(QMessageBox::Yes));
-}
-
-TEST_F(Taps, OpenADialogAsTheyPressAndPressAButtonInIt) {
-  auto* const button = add(new QPushButton("Ask"));
-  QMessageBox* box = nullptr;
-  int answer = 0;
-  QObject::connect(button, &QPushButton::pressed, [&] {
-    QMessageBox question(QMessageBox::Question, "Title", "Text", QMessageBox::Yes | QMessageBox::No,
-                         &window_);
-    box = &question;
-    answer = question.exec();
-    box = nullptr;
-  });
-  showWindow();
-  bool isOpenAfterTap = false;
-  finish(openAndAccept(button, box, isOpenAfterTap));
-  EXPECT_TRUE(isOpenAfterTap) << "the tap ends while the dialog is open";
-  EXPECT_TRUE(runUntil([&] { return answer != 0; }));
-  EXPECT_EQ(answer, QMessageBox::Yes);
-}
-
-TEST_F(Taps, OutliveTheWindowThatTheyClose) {
-  auto* const dialog = new QDialog;
-  dialog->setAttribute(Qt::WA_DeleteOnClose);
-  auto* const button = new QPushButton("Close", dialog);
-  QObject::connect(button, &QPushButton::pressed, [dialog] { delete dialog; });
-  show(*dialog);
-  const QPointer<QDialog> watched = dialog;
-  finish(tap(button));
-  EXPECT_FALSE(watched);
 }
 
 TEST_F(Taps, ReachNobodyOutsideTheWindow) {

@@ -1,11 +1,8 @@
 // The tree of views: identity, order, geometry, hit tests, and what is left of a view without
 // widget.
 #include <QtCore/QTimer>
-#include <QtGui/QMouseEvent>
-#include <QtWidgets/QCheckBox>
 #include <QtWidgets/QDialog>
 #include <QtWidgets/QPushButton>
-#include <QtWidgets/QRadioButton>
 #include <QtWidgets/QScrollArea>
 #include <QtWidgets/QScrollBar>
 #include <memory>
@@ -120,58 +117,6 @@ TEST(Geometry, WhatStandsInAScrollAreaIsItsSubview) {
   EXPECT_EQ(viewOf(*page)->frame(), qt::toCGRect(viewport)) << "what is shown of it";
   EXPECT_EQ(scroll->hitTest(middleInWindow(viewOf(button))), viewOf(button));
   EXPECT_EQ(platform::convertPoint({0, 0}, viewOf(button), viewOf(*page)), (CGPoint{10, 10}));
-}
-
-TEST(HitTest, FindsTheDeepestShownWidget) {
-  QWidget window;
-  window.resize(300, 200);
-  QWidget outer(&window);
-  outer.setGeometry(10, 10, 200, 150);
-  QPushButton button("b", &outer);
-  button.setGeometry(20, 20, 100, 40);
-  QWidget glass(&window);
-  glass.setGeometry(window.rect());
-  glass.setAttribute(Qt::WA_TransparentForMouseEvents);
-  show(window);
-  const UIViewRef root = viewOf(window);
-  const CGPoint onButton = middleInWindow(viewOf(button));
-  EXPECT_EQ(root->hitTest(onButton), viewOf(button));
-  EXPECT_EQ(viewOf(outer)->hitTest({30, 30}), viewOf(button)) << "own coordinates";
-  EXPECT_EQ(root->hitTest({15, 15}), viewOf(outer));
-  EXPECT_EQ(root->hitTest({299.9, 199.9}), root);
-  EXPECT_EQ(root->hitTest({300, 10}), nullptr);
-  EXPECT_EQ(root->hitTest({-0.5, 10}), nullptr);
-  button.setEnabled(false);
-  EXPECT_EQ(root->hitTest(onButton), viewOf(button)) << "a disabled button still stands there";
-  EXPECT_FALSE(viewOf(button)->isUserInteractionEnabled());
-  button.hide();
-  EXPECT_TRUE(viewOf(button)->isHidden());
-  EXPECT_EQ(root->hitTest(onButton), viewOf(outer));
-  EXPECT_EQ(viewOf(button)->hitTest({1, 1}), nullptr);
-}
-
-TEST(Geometry, AWideRadioOrCheckBoxIsAsWideAsWhatAClickWorksOn) {
-  QWidget window;
-  window.resize(500, 100);
-  QRadioButton radio("r", &window);
-  QCheckBox check("c", &window);
-  radio.setGeometry(0, 0, 500, 40);
-  check.setGeometry(0, 50, 500, 40);
-  show(window);
-  EXPECT_LT(viewOf(radio)->bounds().size.width, 200);
-  for (QAbstractButton* button : std::initializer_list<QAbstractButton*>{&radio, &check}) {
-    const CGPoint middle = middleInWindow(viewOf(*button));
-    EXPECT_EQ(viewOf(window)->hitTest(middle), viewOf(*button));
-    const QPointF inButton(button->mapFrom(&window, QPoint(int(middle.x), int(middle.y))));
-    const auto send = [&](QEvent::Type type, Qt::MouseButtons buttons) {
-      QMouseEvent event(type, inButton, button->mapToGlobal(inButton.toPoint()), Qt::LeftButton,
-                        buttons, Qt::NoModifier);
-      QCoreApplication::sendEvent(button, &event);
-    };
-    send(QEvent::MouseButtonPress, Qt::LeftButton);
-    send(QEvent::MouseButtonRelease, Qt::NoButton);
-    EXPECT_TRUE(button->isChecked()) << "clicked in the middle of the view";
-  }
 }
 
 }  // namespace

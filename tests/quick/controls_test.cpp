@@ -1,5 +1,6 @@
 // What controls tell and what they do for the agent, and what the program hears of it.
 
+#include "platform/UIKit/UIItems.h"
 #include "tests/quick/QuickScreen.h"
 
 namespace tarni::test {
@@ -72,6 +73,18 @@ TEST_F(Controls, TellWhatScreenReadersSay) {
   EXPECT_EQ(as<platform::UILabel>(view("rich"))->labelText(), "fat");
   EXPECT_EQ(view("group")->accessibilityLabel(), "Colours");
   EXPECT_EQ(as<platform::UIButton>(view("icon"))->currentTitle(), "Go back");
+}
+
+TEST_F(Controls, TellTheProgramOnceWhatIsChosenByItsText) {
+  show(R"(Column {
+    ComboBox { objectName: "box"; model: ["one", "two"]; property int told; onActivated: ++told }
+    SpinBox { objectName: "number"; property int told; onValueModified: ++told }
+    Slider { objectName: "slider"; to: 10; property int told; onMoved: ++told } })");
+  for (const auto& [name, value] :
+       {std::pair("box", "two"), std::pair("number", "7"), std::pair("slider", "4")}) {
+    finish(as<platform::UIValueControl>(view(name))->chooseValue(value));
+    EXPECT_EQ(object(name)->property("told").toInt(), 1) << name;
+  }
 }
 
 // A finger that rests for a frame hovers the menu's title, which hid that the menu had closed.

@@ -157,7 +157,7 @@ bool isControl(const QQuickItem* item) {
          !item->inherits("QQuickContainer");
 }
 
-// What takes the press is right and, where that is no control, so is the shape that is seen there
+// What takes the press is right and, where that is not a control, so is the shape that is seen there
 // in it. Texts and controls that take none let the eye through, and stand there themselves.
 bool isRight(const QQuickItem* met, const QQuickItem* taker, const QQuickItem* seen,
              QPointF point) {

@@ -12,7 +12,6 @@ using Names = std::vector<std::string>;
 
 class Tree : public QuickScreen {};
 class HitTest : public QuickScreen {};
-class Lists : public QuickScreen {};
 
 TEST_F(Tree, SubviewsStandInPaintOrder) {
   show(R"(Item { objectName: "all"
@@ -86,37 +85,6 @@ TEST_F(Tree, AViewWhoseItemHasGoneIsEmptyHiddenAndNowhere) {
   EXPECT_EQ(*gone->layer().valueForKey("tag"), "guid");
   EXPECT_TRUE(gone->gestureRecognizers().empty());
   finish(gone->becomeFirstResponder());
-}
-
-TEST_F(HitTest, MeetsWhatTakesTheTouchOrIsDrawnInIt) {
-  show(R"(Pane { anchors.fill: parent
-    Rectangle { objectName: "card"; x: 20; y: 20; width: 100; height: 60; color: "red"
-      Text { objectName: "caption"; anchors.centerIn: parent; text: "Card" }
-      MouseArea { anchors.fill: parent } }
-    Button { objectName: "button"; x: 150; y: 20; width: 100; height: 60; text: "B" }
-    Button { objectName: "pictured"; x: 20; y: 200; contentItem: Text { text: "Own" } }
-    Button { objectName: "off"; enabled: false; x: 260; y: 20; width: 60; height: 60; text: "C" }
-    Text { objectName: "words"; x: 20; y: 120; text: "Words" }
-    Item { anchors.fill: parent }
-    Rectangle { objectName: "frame"; color: "transparent"; border.width: 1; anchors.fill: parent }
-    Rectangle { objectName: "clear"; opacity: 0; anchors.fill: parent }
-    Item { objectName: "page"; visible: false; Rectangle { objectName: "onPage" } }
-    ListView { objectName: "list"; interactive: false; x: 150; y: 20; width: 100; height: 60 } })");
-  EXPECT_EQ(metInMiddle("card"), "caption");
-  EXPECT_EQ(met(12 + 25, 12 + 25), "card");
-  EXPECT_EQ(metInMiddle("button"), "button") << "a list that is not flicked lets fingers through";
-  object("list")->setProperty("interactive", true);
-  EXPECT_EQ(metInMiddle("button"), "list");
-  for (const char* const name : {"page", "clear"}) EXPECT_TRUE(view(name)->isHidden()) << name;
-  EXPECT_FALSE(view("onPage")->isHidden()) << "its parent is hidden, not itself";
-  EXPECT_EQ(metInMiddle("pictured"), "pictured") << "a control is met before what is in it";
-  EXPECT_EQ(metInMiddle("off"), "off") << "a disabled button still stands there";
-  EXPECT_FALSE(view("off")->isUserInteractionEnabled());
-  EXPECT_EQ(metInMiddle("words"), "words");
-  EXPECT_EQ(root()->hitTest({400, 10}), nullptr);
-  EXPECT_EQ(root()->hitTest({-0.5, 10}), nullptr);
-  EXPECT_EQ(nameOf(view("card")->hitTest({50, 30})), "caption") << "own coordinates";
-  EXPECT_THAT(names(view("card")->superview()->subviews()), Not(Contains("frame")));
 }
 
 TEST_F(HitTest, MeetsTheSameInASceneThatIsHeldStill) {
@@ -212,29 +180,6 @@ TEST_F(HitTest, WhatIsClippedAwayIsNowhere) {
   EXPECT_EQ(view("in")->frame(), (CGRect{{10, 10}, {40, 10}}));
   EXPECT_TRUE(std::isnan(view("below")->center().x));
   EXPECT_EQ(view("below")->bounds(), CGRect{});
-}
-
-TEST_F(Lists, HaveCellsForWhatTheirViewportShows) {
-  show(R"(ListView { objectName: "list"; width: 100; height: 100; cacheBuffer: 400; model: 100
-      header: Rectangle { objectName: "header"; width: 100; height: 30; color: "red" }
-      delegate: Rectangle { width: 100; height: 30
-        Row { Text { text: "" } Text { text: "Row " + index } } } })");
-  const auto cells = [&] {
-    std::vector<std::string> texts;
-    for (const UIViewRef& cell : view("list")->subviews()) {
-      const auto row = as<platform::UITableViewCell>(cell);
-      texts.push_back(row ? row->cellText().value_or("") : nameOf(cell));
-    }
-    return texts;
-  };
-  ASSERT_TRUE(runUntil([&] { return cells().size() == 4; }));
-  EXPECT_THAT(cells(), testing::UnorderedElementsAre("header", "Row 0", "Row 1", "Row 2"));
-  const UIViewRef second = view("list")->hitTest({95, 70});
-  EXPECT_EQ(as<platform::UITableViewCell>(second)->cellText(), "Row 1");
-  finish(as<platform::UIScrollView>(view("list"))->setContentOffset({0, 45}, false));
-  ASSERT_TRUE(runUntil([&] { return cells().size() == 4; }));
-  EXPECT_THAT(cells(), Contains("Row 3"));
-  EXPECT_EQ(view("list")->hitTest({95, 25}), second) << "moved, but the same";
 }
 
 }  // namespace

@@ -179,30 +179,5 @@ TEST_F(ActsTest, TurnsOfTheWheelOneWayAreOneStepWhateverComesBelowThePointer) {
   EXPECT_THAT(told(), testing::ElementsAre("wheel 1 by 3", "wheel 2 by -2"));
 }
 
-TEST_F(ActsTest, WhatTheAgentDoesIsNoAct) {
-  const auto field =
-      build<headless::TextField>().identifier("name").frame({{0, 0}, {100, 40}}).in(*window);
-  platform::InputDevices& devices = *platform::current().inputDevices;
-  complete(devices.movePointer(window, {10, 10}));
-  complete(devices.setButton(platform::PointerButton::Left, true));
-  complete(devices.setButton(platform::PointerButton::Left, false));
-  complete(devices.commitText("Ada"));
-  complete(field->setText("Grace"));
-  EXPECT_THAT(told(), testing::IsEmpty());
-}
-
-TEST_F(ActsTest, NothingIsLostAtAnyPace) {
-  const auto one =
-      build<headless::Button>("1").identifier("1").frame({{0, 0}, {100, 40}}).in(*window);
-  const auto two =
-      build<headless::Button>("2").identifier("2").frame({{0, 50}, {100, 40}}).in(*window);
-  Words wanted;
-  for (int turn = 0; turn < 500; ++turn) {
-    environment.finger().tap(turn % 2 ? *one : *two);
-    wanted.push_back(turn % 2 ? "click 1" : "click 2");
-  }
-  EXPECT_EQ(told(), wanted);
-}
-
 }  // namespace
 }  // namespace tarni::test

@@ -2,7 +2,6 @@
 #include "agent/recording/RecorderEvent.h"
 #include "backends/headless/views/Button.h"
 #include "backends/headless/views/Switch.h"
-#include "platform/Foundation/NSException.h"
 #include "tests/recording/Recording.h"
 
 namespace tarni {
@@ -72,26 +71,6 @@ TEST_F(Capture, SpyModeSelectsInsteadOfRecordingAndDivertsTheTouchOutsideTheScre
     EXPECT_EQ(touch.locationInWindow, (platform::CGPoint{-100, -200}));
     EXPECT_FALSE(touch.view.lock());
   }
-}
-
-// A view that cannot be described.
-class BrokenView : public View {
- public:
-  std::optional<std::string> accessibilityLabel() const override {
-    throw platform::NSException("BrokenException", "cannot be described");
-  }
-};
-
-TEST_F(Capture, FailureOfTheRecorderNeverReachesTheApplication) {
-  const auto broken = build<BrokenView>().frame({{0, 0}, {50, 50}}).in(*window);
-  walk();
-  environment.application().eventLog().clear();
-  environment.finger().tap(*broken);
-  EXPECT_EQ(environment.application().eventLog().phases(), "Began Ended");
-  EXPECT_THAT(environment.log().lines(),
-              testing::Contains(testing::HasSubstr("cannot be described")));
-  runWorker();
-  EXPECT_TRUE(takeSteps().empty());
 }
 
 }  // namespace

@@ -1,7 +1,5 @@
 #include <gmock/gmock.h>
 
-#include <set>
-
 #include "agent/Queue/ElementProcessor.h"
 #include "agent/recording/RecorderEvent.h"
 #include "backends/headless/views/Button.h"
@@ -16,34 +14,11 @@ using headless::Button;
 using testing::ElementsAre;
 using testing::IsEmpty;
 
-TEST(RecorderQueueOrder, NothingIsLostBetweenThreads) {
-  constexpr int kPerThread = 2000;
-  RecorderQueue queue;
-  std::vector<std::thread> writers;
-  writers.reserve(2);
-  for (int writer = 0; writer < 2; ++writer) {
-    writers.emplace_back([&queue, writer] {
-      for (int i = 0; i < kPerThread; ++i) queue.enqueue(writer * kPerThread + i);
-    });
-  }
-  std::set<int> seen;
-  std::vector<int> last{-1, kPerThread - 1};
-  while (seen.size() < 2 * kPerThread) {
-    const auto item = queue.dequeue();
-    if (!item) continue;
-    const int value = item->get<int>();
-    EXPECT_EQ(value, ++last[static_cast<std::size_t>(value / kPerThread)]);
-    seen.insert(value);
-  }
-  for (std::thread& writer : writers) writer.join();
-}
-
 class Bucket : public test::Recording {
  protected:
   std::shared_ptr<Button> button(const std::string& title, double y) {
     return build<Button>(title).frame({{0, y}, {100, 40}}).in(*window);
   }
-  std::size_t size() { return ElementsQueue::sharedInstance().getElementsBucketSize(); }
 };
 
 TEST_F(Bucket, WorkerEndsWhenTheEventLoopIsGone) {

@@ -140,26 +140,6 @@ TEST_F(SessionBadInput, WhileALongLineIsReadOthersAreAnswered) {
   expectError(busy.answer(), "parse error");
 }
 
-TEST_F(SessionBadInput, AHundredThousandRequestsAreAllAnsweredOneAfterTheOther) {
-  constexpr int kMany = 100'000;
-  const auto program = start();
-  const SessionWire other = client();
-  const SessionWire busy = client();
-  std::thread sending([&] {
-    for (int id = 1; id <= kMany; ++id) busy.send("element.describe", {{"element", 999999}}, id);
-  });
-  // Nothing is read for a while; the other client does not feel it.
-  for (int i = 0; i < 50; ++i) {
-    EXPECT_TRUE(other.ask("app.info", json::object()).contains("pid"));
-  }
-  for (int id = 1; id <= kMany; ++id) {
-    const json answer = busy.answer();
-    ASSERT_EQ(answer["id"], id);
-    ASSERT_EQ(answer["error"]["data"]["error"], "no such element");
-  }
-  sending.join();
-}
-
 // The button of a client that goes away in the middle of its drag is let go: where it went down, so
 // that it is a click.
 TEST_F(SessionBadInput, WhatAClientHoldsIsLetGoWhenItGoes) {

@@ -6,25 +6,6 @@ let browser;
 before(async () => { browser = await Browser.start(); });
 after(() => browser.close());
 
-test('elements are found by tag, text, part of a text and path', async () => {
-  const { agent } = await browser.open('form.html');
-  const text = async (...search) => agent.text((await agent.find(...search))[0]);
-  assert.equal((await agent.find('button')).length, 4);
-  assert.equal((await agent.find('BUTTON', 'text', 'Send  order')).length, 1);
-  assert.equal(await text('', 'text', 'Terms'), 'Terms');
-  assert.equal((await agent.find('', 'text', 'Customer')).length, 2);
-  assert.equal((await agent.find('a', 'partialtext', 'TERM')).length, 1);
-  assert.equal(await text('', 'partialtext', 'bill'), '0');
-  assert.equal(await text('', 'text', 'Check'), 'Check');
-  assert.equal(await text('', 'text', 'More'), 'More');
-  assert.equal((await agent.find('', 'xpath', '//option')).length, 6);
-  assert.equal((await agent.find('input', 'xpath', '//option')).length, 0);
-  const [fields] = await agent.find('fieldset');
-  assert.equal((await agent.find('input', '', '', fields)).length, 3);
-  const [again] = await agent.find('fieldset');
-  assert.equal((await agent.find('input', 'xpath', '//input', again)).length, 3);
-});
-
 test('what cannot be found is answered by nothing', async () => {
   const { page, agent } = await browser.open('form.html');
   const nothing = [
@@ -132,15 +113,4 @@ test('paths are unique and survive small changes of a page', async () => {
     return found.length === 1 && found[0] === inner;
   });
   assert.ok(isFound);
-});
-
-test('an alert in a click does not hold the call', async () => {
-  const { page, agent } = await browser.open('form.html');
-  const [button] = await agent.find('button', 'text', 'Ask');
-  const asked = new Promise((resolve) => page.once('dialog', resolve));
-  await agent.click(button);
-  const dialog = await asked;
-  assert.equal(dialog.message(), 'Really?');
-  await dialog.accept();
-  await page.waitForFunction(() => document.all.said.textContent === 'alert closed');
 });
