@@ -245,7 +245,8 @@ TEST_P(Sample, TheChannelTellsOfThePageAndOfControlsInTheOrderOfTheActs) {
     EXPECT_EQ(recorder.wait(10s), 0);
   }
   EXPECT_THAT(words, ElementsAre("click INPUT \"Customer\"", "type INPUT \"Customer\" = Ada",
-                                 "click UITextField", "type UITextField = 4711",
+                                 "click UITextField \"Order number\"",
+                                 "type UITextField \"Order number\" = 4711",
                                  "click BUTTON \"More\"", "click UIButton \"Close order\""));
   Program player({built("bin/tarni"), "play", session}, environment());
   EXPECT_EQ(player.wait(60s), 0) << player.output();
