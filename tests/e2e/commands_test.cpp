@@ -1,12 +1,11 @@
-// A real program in the hands of `tarni`: its commands over the session channel, and the two fixed
-// ports beside it as they are without.
+// A real program in the hands of `tarni`: its commands over the session channel.
 #include <gmock/gmock.h>
 
 #include <filesystem>
+#include <nlohmann/json.hpp>
 
 #include "tests/support/Display.h"
 #include "tests/support/Program.h"
-#include "tests/support/Wire.h"
 
 namespace tarni::test {
 namespace {
@@ -83,31 +82,6 @@ TEST_P(Commands, DoWhatAPersonDoes) {
               AllOf(HasSubstr("\"Grace\""), Not(HasSubstr("\"Row 1\""))));
   EXPECT_THAT(said({"tree", "--xml"}), HasSubstr("placeholder=\"User name\""));
   EXPECT_THAT(said({"text", "999999"}, 1), HasSubstr("no element was ever called 999999"));
-}
-
-TEST_P(Commands, GoBesideTheFixedPortsAndChangeNothingThere) {
-  const Wire recorder(kRecorderPort);
-  EXPECT_EQ(recorder.readMessage(), "Welcome! RecorderServer StartedSuccessfully ");
-  said({"click", "--text", "Refresh"});
-  said({"await", "--text-is", "identifier=status", "Refreshed"});
-  // What a person does is recorded after it, and what the command did is not.
-  const json row = json::parse(said({"--json", "find", "--text", "Row 1"}))["elements"][0];
-  const json window = json::parse(said({"--json", "windows"}))["windows"][0]["screenRect"];
-  const auto middle = [&](const char* axis, const char* length) {
-    return static_cast<int>(window[axis].get<double>() + row["rect"][axis].get<double>() +
-                            row["rect"][length].get<double>() / 2);
-  };
-  display_.click(middle("x", "width"), middle("y", "height"));
-  EXPECT_THAT(recorder.readMessage(), AllOf(HasSubstr("Row 1"), Not(HasSubstr("Refresh"))));
-  // A client of the playback port finds, while commands come and go.
-  const Playback playback;
-  const std::string id = playback.one("UIButton", "text", "Log in");
-  said({"click", "--text", "Log in"});
-  EXPECT_EQ(playback.ask({{"functionname", "gettext"}, {"accessorvalue", id}}),
-            json::parse(R"([{"output":"Log in"}])"));
-  playback.command("clickelement", id);
-  EXPECT_THAT(said({"--port", "9898", "--connect-timeout", "0", "find"}, 3),
-              HasSubstr("another client holds it"));
 }
 
 }  // namespace

@@ -267,23 +267,6 @@ TEST_F(CommandLine, TellsWhatIsOnAPageThatIsNotShownOrCoveredFromWhatIsOnScreen)
   }
 }
 
-TEST_F(CommandLine, EndsSpyModeWhenItLeaves) {
-  std::vector<std::string> received;
-  {
-    const ScriptedAgent recorder(kRecorderPort, [&received](Peer& peer) {
-      peer.sendFramed("Welcome! RecorderServer StartedSuccessfully ");
-      received.push_back(peer.readLine());
-      peer.sendFramed(
-          R"([{"tagName":"UIButton","class":"UIButton","sahiText":"It's","xpath:position":"\\U[0]"}])");
-      received.push_back(peer.readLine());
-    });
-    const auto result = tarni({"spy", "--count", "1"});
-    EXPECT_EQ(result.code, 0);
-    EXPECT_THAT(result.output, HasSubstr(R"(tarni find 'UIButton' --text 'It'\''s')"));
-  }
-  EXPECT_THAT(received, testing::ElementsAre("startobjectspy", "stopobjectspy"));
-}
-
 class Running : public testing::Test {
  protected:
   // Any library does to be loaded: what the launcher does with it is not at issue here.

@@ -161,24 +161,5 @@ TEST(RecorderClient, SendsNoMoreCommandsThanTheAgentReads) {
                                     "stopobjectspy"));
 }
 
-TEST(RecorderClient, TellsWhatWasRecordedBeforeItCame) {
-  for (const bool greets : {true, false}) {
-    const ScriptedAgent agent(kRecorderPort, [greets](Peer& peer) {
-      peer.sendFramed(greets ? kRecorderGreeting : R"([{"action":"Click"}])");
-      peer.sendFramed(R"([{"action":"ClickButton"}])");
-      peer.readLine();
-    });
-    RecorderClient client(2s);
-    auto message = client.next(5s);
-    ASSERT_TRUE(message);
-    EXPECT_EQ(message->earlier, !greets);
-    if (!greets) message = client.next(5s);
-    ASSERT_TRUE(message);
-    EXPECT_EQ(message->text, R"([{"action":"ClickButton"}])");
-    EXPECT_FALSE(message->earlier);
-    EXPECT_FALSE(client.next(10ms));
-  }
-}
-
 }  // namespace
 }  // namespace tarni::host

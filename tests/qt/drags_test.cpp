@@ -66,15 +66,6 @@ TEST(Drags, LeaveAnAreaToTheProgramThatScrollsItByItself) {
   EXPECT_EQ(area.verticalScrollBar()->value(), 0);
 }
 
-TEST(Drags, DrawOnACanvasPointByPoint) {
-  Canvas canvas;
-  canvas.resize(300, 300);
-  show(canvas);
-  finish(drag(&canvas, {20, 20}, {220, 120}));
-  EXPECT_THAT(canvas.path, testing::ElementsAre(QPoint(20, 20), QPoint(120, 70), QPoint(220, 120),
-                                                QPoint(220, 120)));
-}
-
 // A path of one point leaves its finger down. It must not disturb what comes later.
 TEST(Drags, OfOnePointDoNotSpoilTheNextTap) {
   QWidget window;

@@ -43,19 +43,6 @@ TEST_F(Tree, AControlIsOneViewButWhatTheProgramPutsIntoItIsSeen) {
   EXPECT_THAT(namesIn(view("editable")), testing::UnorderedElementsAre("UIButton", "UITextField"));
 }
 
-TEST_F(Tree, WhatStandsInAFlickableIsItsSubview) {
-  show(R"(Flickable { objectName: "area"; x: 10; y: 20; width: 100; height: 100
-    contentWidth: 100; contentHeight: 500
-    Rectangle { objectName: "low"; x: 5; y: 300; width: 50; height: 40 } })");
-  EXPECT_EQ(namesIn(view("area")), Names{"low"});
-  EXPECT_EQ(view("low")->superview(), view("area"));
-  EXPECT_TRUE(view("area")->clipsToBounds());
-  finish(as<platform::UIScrollView>(view("area"))->setContentOffset({0, 250}, false));
-  EXPECT_EQ(view("low")->frame(), (CGRect{{5, 50}, {50, 40}}));
-  EXPECT_EQ(view("low")->convertPointToWindow({0, 0}), (CGPoint{15, 70}));
-  EXPECT_EQ(view("low")->convertPointFromWindow({15, 70}), (CGPoint{0, 0}));
-}
-
 TEST_F(Tree, FramesAreUprightRectanglesWhateverTheTransform) {
   show(R"(Item { objectName: "page"; x: 100; y: 100
     Rectangle { objectName: "turned"; width: 40; height: 20; rotation: 90 }

@@ -6,24 +6,6 @@ let browser;
 before(async () => { browser = await Browser.start(); });
 after(() => browser.close());
 
-test('what cannot be found is answered by nothing', async () => {
-  const { page, agent } = await browser.open('form.html');
-  const nothing = [
-    ...[['button', 'text', 'No such'], ['no such tag'], ['', 'colour', 'red'], ['', 'xpath', '//[']],
-    ...[['', 'xpath', "//a[.='\u2028']"], ['', 'text', "'\"\\"], ['script', 'partialtext', 'say']],
-  ];
-  for (const search of nothing) assert.deepEqual(await agent.find(...search), [], search.join());
-  assert.equal(await agent.text('web-of-another-page'), undefined);
-  await agent.click('');
-  await agent.type('E6C2', 'x');
-  const [before] = await agent.find('a');
-  await agent.find('button');
-  assert.equal(await agent.text(before), undefined);
-  const [gone] = await agent.find('a');
-  await page.evaluate(() => document.querySelector('a').remove());
-  assert.equal(await agent.text(gone), undefined);
-});
-
 test('a click makes all events of a click', async () => {
   const { page, agent } = await browser.open('events.html', `<body style="margin:0">
     <div style="height:3000px"></div><button>Press <b>me</b></button><script>
