@@ -157,8 +157,8 @@ bool isControl(const QQuickItem* item) {
          !item->inherits("QQuickContainer");
 }
 
-// What takes the press is right and, where that is not a control, so is the shape that is seen there
-// in it. Texts and controls that take none let the eye through, and stand there themselves.
+// What takes the press is right and, where that is not a control, so is the shape that is seen
+// there in it. Texts and controls that take none let the eye through, and stand there themselves.
 bool isRight(const QQuickItem* met, const QQuickItem* taker, const QQuickItem* seen,
              QPointF point) {
   const QQuickItem* const outer = taker ? meantBy(taker) : nullptr;
