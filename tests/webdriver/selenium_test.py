@@ -91,8 +91,9 @@ class Programs(unittest.TestCase):
             "appium:environment": {"QTWEBENGINE_DISABLE_SANDBOX": "1", "QT_QUICK_BACKEND": "software"},
             "appium:autoWebview": True})
         self.clickable(By.NAME, "customer").send_keys("Ada")
-        Select(driver.find_element(By.NAME, "colour")).select_by_visible_text("Blue")
-        self.assertEqual(driver.execute_script("return arguments[0].value", driver.find_element(By.NAME, "colour")), "Blue")
+        colour = driver.find_element(By.NAME, "colour")
+        Select(colour).select_by_visible_text("Blue")
+        self.assertEqual(driver.execute_script("return arguments[0].value", colour), "Blue")
         driver.find_element(By.XPATH, "//button[text()='Ask']").click()
         with self.assertRaises(UnexpectedAlertPresentException):
             driver.find_element(By.ID, "said")
