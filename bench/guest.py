@@ -21,6 +21,7 @@ FIGURES = (
     ("wakeUps", "wake-ups a second", None),
     ("memory", "MB", lambda views: 4 + views * 200 / 1e6),
     ("start", "ms to the first window", lambda views: 15),
+    ("startWork", "ms of work to the first window", lambda views: 15),
     ("click", "µs a click", None),
     ("paint", "µs a repaint", None),
     ("scroll", "µs a scroll", None),
