@@ -18,6 +18,7 @@ class ConcurrentQueue : public platform::DispatchQueue {
   bool isConcurrent() const override { return true; }
   bool isCurrent() const override { return platform::InsideQueue::isInside(*this); }
   void async(platform::Block block) override;
+  void asyncAfter(double seconds, platform::Block block);
   // Runs the block on the calling thread.
   void sync(const platform::Block& block) override;
 

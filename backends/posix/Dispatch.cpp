@@ -69,17 +69,24 @@ Dispatch::Dispatch(platform::MainQueue& mainQueue)
     : mainQueue_(mainQueue),
       eventLoop_(*new EventLoop),
       serialPool_(*new WorkerPool("tarni-queue", 0, kMaximumSerialThreads)),
-      backgroundQueue_(new ConcurrentQueue(
+      backgroundQueue_(*new ConcurrentQueue(
           "background",
           *new WorkerPool("tarni-bg", kBackgroundNiceness, kMaximumBackgroundThreads))) {}
 
 Dispatch::~Dispatch() = default;
 
+platform::DispatchQueue& Dispatch::backgroundQueue() {
+  return backgroundQueue_;
+}
+
 std::shared_ptr<platform::DispatchQueue> Dispatch::makeSerialQueue(std::string label) {
   return std::make_shared<SerialQueue>(std::move(label), serialPool_);
 }
 
+// What beats as long as the program lives beats in the background: one thread wakes for it, not
+// two.
 void Dispatch::after(double seconds, platform::DispatchQueue& queue, platform::Block block) {
+  if (&queue == &backgroundQueue_) return backgroundQueue_.asyncAfter(seconds, std::move(block));
   eventLoop_.after(seconds, [&queue, block = std::move(block)] { queue.async(block); });
 }
 

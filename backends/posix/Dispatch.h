@@ -13,6 +13,7 @@
 
 namespace tarni::posix {
 
+class ConcurrentQueue;
 class EventLoop;
 class WorkerPool;
 
@@ -23,7 +24,7 @@ class Dispatch : public platform::Dispatch {
   ~Dispatch() override;
 
   platform::MainQueue& mainQueue() override { return mainQueue_; }
-  platform::DispatchQueue& backgroundQueue() override { return *backgroundQueue_; }
+  platform::DispatchQueue& backgroundQueue() override;
   std::shared_ptr<platform::DispatchQueue> makeSerialQueue(std::string label) override;
   // `queue` must outlive the delay.
   void after(double seconds, platform::DispatchQueue& queue, platform::Block block) override;
@@ -44,7 +45,7 @@ class Dispatch : public platform::Dispatch {
   platform::MainQueue& mainQueue_;
   EventLoop& eventLoop_;
   WorkerPool& serialPool_;
-  platform::DispatchQueue* backgroundQueue_;
+  ConcurrentQueue& backgroundQueue_;
 };
 
 }  // namespace tarni::posix

@@ -1,6 +1,8 @@
 #include "backends/posix/WorkerPool.h"
 
+#include <chrono>
 #include <system_error>
+#include <thread>
 #include <utility>
 
 #include "backends/posix/Thread.h"
@@ -8,6 +10,16 @@
 #include "platform/Foundation/NSLog.h"
 
 namespace tarni::posix {
+namespace {
+
+// Of the pool that this thread works for.
+struct Own {
+  const WorkerPool* pool = nullptr;
+  platform::Block next;
+};
+thread_local Own own;
+
+}  // namespace
 
 WorkerPool::WorkerPool(const char* threadName, int niceness, std::size_t maximumThreads)
     : threadName_(threadName), niceness_(niceness), maximumThreads_(maximumThreads) {}
@@ -22,6 +34,18 @@ void WorkerPool::post(platform::Block block) {
   posted_.notify_one();
 }
 
+void WorkerPool::postAfter(double seconds, platform::Block block) {
+  using Clock = std::chrono::steady_clock;
+  const auto due = Clock::now() + std::chrono::duration_cast<Clock::duration>(
+                                      std::chrono::duration<double>(seconds));
+  platform::Block later = [due, block = std::move(block)] {
+    std::this_thread::sleep_until(due);
+    block();
+  };
+  if (own.pool != this || own.next) return post(std::move(later));
+  own.next = std::move(later);
+}
+
 void WorkerPool::startThreadWhenNeeded() {
   // Every waiting block needs an idle thread of its own: a busy one may never come back.
   if (blocks_.size() <= idleThreads_ || threads_ == maximumThreads_) return;
@@ -34,6 +58,7 @@ void WorkerPool::startThreadWhenNeeded() {
 }
 
 void WorkerPool::work() {
+  own.pool = this;
   std::unique_lock lock(mutex_);
   for (;;) {
     ++idleThreads_;
@@ -42,8 +67,9 @@ void WorkerPool::work() {
     platform::Block block = std::move(blocks_.front());
     blocks_.pop_front();
     lock.unlock();
-    platform::runGuarded(threadName_, block);
-    block = nullptr;
+    for (; block; block = std::exchange(own.next, nullptr)) {
+      platform::runGuarded(threadName_, block);
+    }
     lock.lock();
   }
 }

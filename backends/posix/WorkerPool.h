@@ -18,6 +18,10 @@ class WorkerPool {
 
   // A block waits for a free thread only when the limit is reached.
   void post(platform::Block block);
+  // Once `seconds` have passed, for which a thread sleeps: nobody else is woken for it. What a
+  // block of the pool asks for goes on on its own thread behind it, so it should be the last that
+  // it does.
+  void postAfter(double seconds, platform::Block block);
 
  private:
   void startThreadWhenNeeded();
