@@ -8,6 +8,7 @@
 #include <thread>
 
 #include "backends/qt/drawing/QtImage.h"
+#include "backends/qt/program/OwnWidgets.h"
 #include "backends/qt/program/Stillness.h"
 #include "tests/qt/Support.h"
 
