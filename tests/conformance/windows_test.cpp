@@ -55,7 +55,8 @@ TEST_P(ConformanceWindows, BesideTheKeyWindowAreReachedAsWell) {
   EXPECT_THAT(buttonsBeside(""), testing::Contains(inTheFirst));
   EXPECT_THAT(buttonsBeside(button("Press here")), testing::Not(testing::Contains(inTheFirst)));
   playback_.command("clickelement", button("Press here"));
-  EXPECT_THAT(buttonsBeside(""), testing::Contains("Press here"));
+  // Where the button tells it by itself it may have done so by now.
+  EXPECT_THAT(buttonsBeside(""), testing::Contains(testing::AnyOf("Press here", "again=1")));
   EXPECT_TRUE(eventually([&] { return shows("again=1"); }));
 }
 
