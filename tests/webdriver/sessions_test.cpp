@@ -69,7 +69,9 @@ TEST(WebDriverSessions, ThatCannotBeAreToldOf) {
   EXPECT_EQ(driver.ask("POST", "/session", asked(headless()).dump()).error(),
             "session not created");
   EXPECT_EQ(driver.ask("GET", "/status").value["ready"], false);
-  const json tooLong = {{"using", "id"}, {"value", std::string(17'000'000, 'a')}};
+  std::string value;
+  value.resize(17'000'000, 'a');
+  const json tooLong = {{"using", "id"}, {"value", value}};
   for (const auto& body : {std::string("{"), tooLong.dump()}) {
     EXPECT_EQ(driver.inSession("POST", "/element", body).error(), "invalid argument");
   }
