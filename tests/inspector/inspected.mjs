@@ -39,7 +39,7 @@ export class Inspected {
     const made = new Inspected();
     made.problems = [];
     made.folder = mkdtempSync(join(tmpdir(), 'inspected-'));
-    made.environment = { ...process.env, XDG_RUNTIME_DIR: made.folder, HOME: made.folder, LANGUAGE: 'en' };
+    made.environment = { ...process.env, XDG_RUNTIME_DIR: made.folder, HOME: made.folder, TMPDIR: made.folder, LANGUAGE: 'en' };
     // Root gets no sandbox for pages.
     made.environment.QTWEBENGINE_DISABLE_SANDBOX = '1';
     const words = ['inspect', '--no-browser', '--display', '--', ...command];

@@ -318,8 +318,8 @@ INSTANTIATE_TEST_SUITE_P(
         // A wizard with pages, hidden fields and a file dialog with a loop of its own.
         RealSession{"StreamOfKeePassXC", "keepassxc.json", "15 of 15 steps passed"},
         RealSession{"KeePassXC",
-                    "keepassxc-by-hand.json",
-                    "25 of 25 steps passed",
+                    "keepassxc-all-kinds.json",
+                    "66 of 66 steps passed",
                     {"--secret", "passwordEdit=s3cret"}},
         RealSession{"Kate", "kate-by-hand.json", "17 of 17 steps passed"},
         RealSession{"Linguist",
@@ -338,7 +338,7 @@ TEST_P(ReplaysOfPrograms, DoAgainWhatAHandDid) {
   EXPECT_EQ(player.wait(100s), 0) << player.output();
   EXPECT_THAT(player.output(), HasSubstr(session.says));
   const bool hasDatabase = std::filesystem::exists(home_ / "family.kdbx");
-  EXPECT_EQ(hasDatabase, std::string(session.file) == "keepassxc.json");
+  EXPECT_EQ(hasDatabase, std::string(session.file).starts_with("keepassxc"));
 }
 
 }  // namespace

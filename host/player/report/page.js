@@ -27,6 +27,12 @@ function card(title, ...children) {
   return make("section", { class: "card" }, make("h3", {}, title), ...children);
 }
 
+// As the time of the play is told; what is no time stays as it is.
+function localTime(utc) {
+  const time = new Date(utc);
+  return isNaN(time) ? utc : time.toLocaleString("sv-SE");
+}
+
 function fillHeader() {
   document.title = `${play.passed ? "Passed" : "Failed"}: ${play.file}`;
   const style = play.passed ? "passed" : "failed";
@@ -34,7 +40,7 @@ function fillHeader() {
   byId("title").append(make("h1", {}, play.file),
     make("span", { class: `badge ${style}` }, play.passed ? "Passed" : "Failed"));
   const facts = { Steps: `${count} of ${steps.length} passed`, Took: seconds(play.seconds),
-    Program: play.program, Toolkit: play.toolkit, Played: play.played, Recorded: play.recorded };
+    Program: play.program, Toolkit: play.toolkit, Played: play.played, Recorded: localTime(play.recorded) };
   for (const [name, value] of Object.entries(facts)) {
     if (value) byId("facts").append(fact(name, value));
   }
