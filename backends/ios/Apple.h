@@ -113,6 +113,10 @@ void objc_setAssociatedObject(id object, const void* key, id value, objc_Associa
 @property(nonatomic, readonly) CGColorRef CGColor;
 @end
 
+@interface UIColor (Drawing)
+- (void)setFill;
+@end
+
 @interface UIImage : NSObject
 @property(nonatomic, readonly) CGSize size;
 @property(nonatomic, readonly) CGFloat scale;
@@ -125,6 +129,7 @@ extern "C" {
 void UIGraphicsBeginImageContextWithOptions(CGSize size, BOOL opaque, CGFloat scale);
 UIImage* UIGraphicsGetImageFromCurrentImageContext(void);
 void UIGraphicsEndImageContext(void);
+void UIRectFill(CGRect rect);
 NSData* UIImageJPEGRepresentation(UIImage* image, CGFloat quality);
 #ifdef __cplusplus
 }

@@ -54,6 +54,7 @@ static const NSInteger kRowCount = 20;
   [username_ setBackgroundColor:grey];
   UITextField* const password = [self add:[UITextField class] at:208 height:44 to:page_];
   [password setPlaceholder:@"Password"];
+  [password setSecureTextEntry:YES];
   [password setBackgroundColor:grey];
   [self label:@"Remember me" at:260 to:page_];
   UISwitch* const remember =

@@ -151,6 +151,23 @@ TEST_P(ConformanceSession, WhatIsPaintedIsToldAndAPictureIsNoPainting) {
   EXPECT_LE(one.told().size(), before + (isPainted ? 4 : 0)) << one.told().back();
 }
 
+TEST_P(ConformanceSession, APictureShowsNothingOfASecret) {
+  const SessionWire one = client();
+  const json field = {{"element", handle(one, {{"placeholder", "Password"}})}};
+  const auto pictureWith = [&](const char* text, bool blurs) {
+    one.ask("element.setText", {{"element", field["element"]}, {"text", text}});
+    // Where no caret blinks, if it can be elsewhere.
+    one.send("element.focus", {{"element", handle(one, {{"kind", "UISwitch"}})}}, 1);
+    one.answer();
+    one.ask("wait.rest", {{"quiet", 100}});
+    const json picture =
+        one.ask("window.picture", {{"window", field["element"]}, {"blurSecrets", blurs}});
+    return picture["data"].get<std::string>();
+  };
+  EXPECT_TRUE(pictureWith("a", false) != pictureWith("a longer one", false));
+  EXPECT_TRUE(pictureWith("a", true) == pictureWith("a longer one", true));
+}
+
 // By a mouse and a keyboard, or by what a platform of fingers has in their place.
 TEST_P(ConformanceSession, PointerAndKeysTapTypeAndDrag) {
   const SessionWire one = client();

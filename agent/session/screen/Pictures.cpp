@@ -5,7 +5,6 @@
 #include "agent/elements/ViewKinds.h"
 #include "agent/session/screen/Survey.h"
 #include "platform/Platform.h"
-#include "platform/UIKit/BlurrableImage.h"
 
 namespace tarni::session {
 
@@ -23,9 +22,8 @@ platform::Task<platform::UIImageRef> drawWithoutSecrets(platform::UIWindowRef wi
     if (isSecure(seen.view) && seen.place().isVisible) secrets.push_back(seen.place().rect);
     return true;
   });
-  const auto* const blurrable = dynamic_cast<const platform::BlurrableImage*>(image.get());
-  if (secrets.empty() || !blurrable) co_return image;
-  const platform::UIImageRef blurred = blurrable->blurred(secrets);
+  if (secrets.empty()) co_return image;
+  const platform::UIImageRef blurred = image->blurred(secrets);
   co_return blurred ? blurred : image;
 }
 

@@ -4,13 +4,12 @@
 #include <memory>
 
 #include "platform/QuartzCore/CALayer.h"
-#include "platform/UIKit/BlurrableImage.h"
 
 typedef struct _cairo_surface cairo_surface_t;  // NOLINT(modernize-use-using): Cairo's own
 
 namespace tarni::headless {
 
-class Image : public platform::UIImage, public platform::BlurrableImage {
+class Image : public platform::UIImage {
  public:
   // Takes over the reference to a surface of makeSurface. Null is an image without pixels.
   Image(cairo_surface_t* surface, double scale);

@@ -17,6 +17,7 @@ class Image : public platform::UIImage {
   platform::CGSize size() const override;
   double scale() const override;
   platform::UIImageRef crop(const platform::CGRect& rect) const override;
+  platform::UIImageRef blurred(std::span<const platform::CGRect> parts) const override;
   std::vector<std::byte> JPEGRepresentation(double quality) const override;
 
  private:

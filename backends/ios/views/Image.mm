@@ -50,6 +50,21 @@ platform::UIImageRef Image::crop(const platform::CGRect& rect) const {
   });
 }
 
+// In grey, so that how long a text is does not show either.
+platform::UIImageRef Image::blurred(std::span<const platform::CGRect> parts) const {
+  constexpr CGFloat kGrey = 0.8;
+  const platform::CGSize whole = size();
+  const ::CGSize extent{static_cast<CGFloat>(whole.width), static_cast<CGFloat>(whole.height)};
+  return drawn(image_.get(), "drawAtPoint:", extent, NO, static_cast<CGFloat>(scale()), [&] {
+    [image_.get() drawAtPoint:fromPoint({0, 0})];
+    [[UIColor colorWithRed:kGrey green:kGrey blue:kGrey alpha:1] setFill];
+    for (const platform::CGRect& part : parts) {
+      UIRectFill({fromPoint(part.origin),
+                  {static_cast<CGFloat>(part.size.width), static_cast<CGFloat>(part.size.height)}});
+    }
+  });
+}
+
 std::vector<std::byte> Image::JPEGRepresentation(double quality) const {
   @autoreleasepool {
     NSData* const data = answered(image_.get(), "UIImageJPEGRepresentation", [&] {

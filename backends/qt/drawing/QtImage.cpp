@@ -118,16 +118,15 @@ platform::UIImageRef QtImage::crop(const platform::CGRect& rect) const {
   return std::make_shared<QtImage>(cropped);
 }
 
-// How long a text is does not show either: each part has its middle colour.
+// In grey, as any colour made of what is there would tell how long a text is.
 platform::UIImageRef QtImage::blurred(std::span<const platform::CGRect> parts) const {
   QImage image = image_;
   QPainter painter(&image);
   for (const platform::CGRect& part : parts) {
     const QRectF place(part.minX(), part.minY(), part.size.width, part.size.height);
-    const QRectF pixels(place.topLeft() * scale(), place.size() * scale());
-    const QImage middle = image_.copy(pixels.toAlignedRect())
-                              .scaled(1, 1, Qt::IgnoreAspectRatio, Qt::SmoothTransformation);
-    if (!middle.isNull()) painter.fillRect(place, middle.pixelColor(0, 0));
+    const QRect pixels = QRectF(place.topLeft() * scale(), place.size() * scale()).toAlignedRect();
+    painter.fillRect(QRectF(QPointF(pixels.topLeft()) / scale(), QSizeF(pixels.size()) / scale()),
+                     Qt::lightGray);
   }
   painter.end();
   return std::make_shared<QtImage>(std::move(image));

@@ -4,7 +4,6 @@
 
 #include <QtGui/QImage>
 
-#include "platform/UIKit/BlurrableImage.h"
 
 QT_BEGIN_NAMESPACE
 class QWidget;
@@ -13,7 +12,7 @@ QT_END_NAMESPACE
 
 namespace tarni::qt {
 
-class QtImage final : public platform::UIImage, public platform::BlurrableImage {
+class QtImage final : public platform::UIImage {
  public:
   // The image's device pixel ratio is its scale. An alpha channel is not looked at.
   explicit QtImage(QImage image) : image_(std::move(image)) {}

@@ -74,6 +74,30 @@ UIImage* UIGraphicsGetImageFromCurrentImageContext(void) {
 
 void UIGraphicsEndImageContext(void) { [contexts() removeLastObject]; }
 
+static UIColor* fill = nil;
+
+void UIRectFill(CGRect rect) {
+  const CGFloat* const components = CGColorGetComponents([fill CGColor]);
+  const double scale = [current() scale];
+  cairo_t* const cairo = cairo_create([current() surface]);
+  cairo_set_operator(cairo, CAIRO_OPERATOR_SOURCE);
+  cairo_set_source_rgba(cairo, components[0], components[1], components[2], components[3]);
+  cairo_rectangle(cairo, rect.origin.x * scale, rect.origin.y * scale, rect.size.width * scale,
+                  rect.size.height * scale);
+  cairo_fill(cairo);
+  cairo_destroy(cairo);
+}
+
+@implementation UIColor (Drawing)
+
+- (void)setFill {
+  [self retain];
+  [fill release];
+  fill = self;
+}
+
+@end
+
 NSData* UIImageJPEGRepresentation(UIImage* image, CGFloat quality) {
   cairo_surface_t* const surface = [image surface];
   cairo_surface_flush(surface);

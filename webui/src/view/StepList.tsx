@@ -66,7 +66,7 @@ function Checks() {
       store.set({ problem: (error as Error).message });
     }
   };
-  const { text } = node!.is;
+  const { text, checked } = node!.is;
   return (
     <div class="checks">
       <span>
@@ -75,6 +75,11 @@ function Checks() {
       <button onClick={() => add({ is: 'visible' })}>is visible</button>
       {text !== undefined && !node!.is.secure && (
         <button onClick={() => add({ textIs: text })}>has its text</button>
+      )}
+      {checked !== undefined && (
+        <button onClick={() => add({ is: checked ? 'checked' : 'unchecked' })}>
+          is {checked ? 'checked' : 'not checked'}
+        </button>
       )}
       <button onClick={() => add({ is: node!.is.enabled === false ? 'disabled' : 'enabled' })}>
         is {node!.is.enabled === false ? 'disabled' : 'enabled'}
