@@ -33,6 +33,7 @@ void Environment::install() {
   parts.alerts = &alerts_;
   parts.hidEvents = &hidEvents_;
   parts.inputDevices = &inputDevices_;
+  parts.personsDevices = &personsDevices_;
   platform::install(parts);
 }
 

@@ -84,6 +84,7 @@ class Environment {
   posix::HIDEventSystem hidEvents_;
   Finger finger_{application_};
   InputDevices inputDevices_{application_};
+  InputDevices personsDevices_{application_, InputDevices::Doer::Person};
 };
 
 }  // namespace tarni::headless

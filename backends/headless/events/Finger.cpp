@@ -68,22 +68,22 @@ void Finger::drag(const View& view, CGPoint from, CGPoint to) {
   up();
 }
 
-void Finger::show(UITouchPhase phase) const {
+platform::InputEvent inputOf(const platform::UITouchRef& touch, UITouchPhase phase) {
   using platform::InputKind;
-  platform::InputEvent event{InputKind::Move, touch_->timestamp()};
+  platform::InputEvent event{InputKind::Move, touch->timestamp()};
   if (phase == UITouchPhase::Began) event.kind = InputKind::Press;
   if (phase == UITouchPhase::Ended) event.kind = InputKind::Release;
-  event.window = touch_->window();
-  event.point = touch_->locationInView(nullptr);
+  event.window = touch->window();
+  event.point = touch->locationInView(nullptr);
   if (event.window && event.kind != InputKind::Move)
     event.view = event.window->hitTest(event.point);
-  application_.showInput(event);
+  return event;
 }
 
 void Finger::send(UITouchPhase phase) {
   touch_->setPhase(phase);
   touch_->setTimestamp(uptime());
-  show(phase);
+  application_.showInput(inputOf(touch_, phase));
   posix::EventRecord& event = application_._touchesEvent();
   event._clearTouches();
   event._addTouch(touch_, false);

@@ -8,11 +8,15 @@
 #include <vector>
 
 #include "backends/headless/View.h"
+#include "platform/UIKit/InputObserver.h"
 #include "platform/UIKit/UIEvent.h"
 
 namespace tarni::headless {
 
 class Application;
+
+// What a touch that is in this phase now is to the observer of input.
+platform::InputEvent inputOf(const platform::UITouchRef& touch, platform::UITouchPhase phase);
 
 class Finger {
  public:
@@ -33,7 +37,6 @@ class Finger {
   void drag(const View& view, platform::CGPoint from, platform::CGPoint to);
 
  private:
-  void show(platform::UITouchPhase phase) const;
   void send(platform::UITouchPhase phase);
 
   Application& application_;

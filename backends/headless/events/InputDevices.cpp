@@ -6,6 +6,7 @@
 #include <utility>
 
 #include "backends/headless/Application.h"
+#include "backends/headless/events/Finger.h"
 #include "backends/headless/views/TextField.h"
 #include "backends/headless/views/TextView.h"
 #include "platform/Foundation/Characters.h"
@@ -109,6 +110,12 @@ platform::Task<void> InputDevices::setButton(platform::PointerButton button, boo
 platform::Task<void> InputDevices::turnWheel(double right, double down) {
   const platform::UIWindowRef window = window_.lock();
   platform::UIViewRef view = window ? window->hitTest(point_) : nullptr;
+  platform::InputEvent event{platform::InputKind::Wheel, uptime()};
+  event.window = window;
+  event.view = view;
+  event.point = point_;
+  event.notches = {right, down};
+  if (window) show(event);
   while (view && !dynamic_cast<ScrollView*>(view.get())) view = view->superview();
   if (const auto scrolled = std::dynamic_pointer_cast<ScrollView>(view)) {
     scrolled->scrollBy({right * kPointsPerNotch, down * kPointsPerNotch});
@@ -124,6 +131,11 @@ platform::Task<void> InputDevices::setKey(std::string key, bool isDown) {
   if (key == "Control" || key == "Alt" || key == "Meta") {
     isDown ? void(chord_.insert(key)) : void(chord_.erase(key));
   }
+  const bool isText = isCharacter(key) && chord_.empty();
+  const std::string text = !isText ? "" : isShiftDown_ ? platform::withShift(key) : key;
+  const platform::InputKind kind =
+      isDown ? platform::InputKind::KeyDown : platform::InputKind::KeyUp;
+  showKeys(kind, isText ? text : key, text);
   if (!isDown) co_return;
   View* const typedInto = focused();
   if (key == "a" && chord_.contains("Control") && typedInto) selected_ = typedInto->ref();
@@ -131,13 +143,13 @@ platform::Task<void> InputDevices::setKey(std::string key, bool isDown) {
   const bool wasSelected = chord_.empty() && changes && takeSelection();
   if (key == "Backspace" && !wasSelected) takeCharacterFrom(typedInto);
   if (key == "Enter" && dynamic_cast<TextView*>(typedInto)) typeInto(typedInto, "\n");
-  if (!isCharacter(key) || !chord_.empty()) co_return;
-  typeInto(typedInto, isShiftDown_ ? platform::withShift(key) : key);
+  if (isText) typeInto(typedInto, text);
 }
 
 platform::Task<void> InputDevices::commitText(std::string text) {
   View* const typedInto = focused();
   if (!typedInto) throw NSException(platform::NSGenericException, "Nothing has the focus");
+  showKeys(platform::InputKind::Text, "", text);
   takeSelection();
   typeInto(typedInto, text);
   co_return;
@@ -158,11 +170,38 @@ platform::Task<void> InputDevices::sendTouch(UITouchPhase phase) {
     touch_ = nullptr;
   }
   touch->setPhase(phase);
-  touch->setTimestamp(platform::current().processInfo->systemUptime());
+  touch->setTimestamp(uptime());
+  show(inputOf(touch, phase));
   posix::EventRecord event{platform::UIEventType::Touches};
   event._addTouch(touch, false);
   event._setTimestamp(touch->timestamp());
   co_await application_.handleUnseen(event);
+}
+
+void InputDevices::showKeys(platform::InputKind kind, const std::string& key,
+                            const std::string& text) const {
+  constexpr std::pair<std::string_view, unsigned> kModifiers[] = {
+      {"Control", platform::kControl}, {"Alt", platform::kAlt}, {"Meta", platform::kMeta}};
+  View* const typedInto = focused();
+  platform::InputEvent event{kind, uptime()};
+  event.window = application_.keyWindow();
+  event.view = typedInto ? typedInto->ref() : nullptr;
+  event.key = key;
+  event.text = text;
+  event.takesText = dynamic_cast<TextField*>(typedInto) || dynamic_cast<TextView*>(typedInto);
+  if (isShiftDown_) event.modifiers |= platform::kShift;
+  for (const auto& [name, bit] : kModifiers) {
+    if (chord_.contains(std::string(name))) event.modifiers |= bit;
+  }
+  show(event);
+}
+
+double InputDevices::uptime() {
+  return platform::current().processInfo->systemUptime();
+}
+
+void InputDevices::show(const platform::InputEvent& event) const {
+  if (doer_ == Doer::Person) application_.showInput(event);
 }
 
 View* InputDevices::focused() const {

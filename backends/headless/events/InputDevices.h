@@ -14,7 +14,11 @@ class Application;
 
 class InputDevices final : public platform::InputDevices {
  public:
-  explicit InputDevices(Application& application) : application_(application) {}
+  // In the agent's hands, or in a person's, whose doing is shown to the observer of input.
+  enum class Doer { Agent, Person };
+
+  explicit InputDevices(Application& application, Doer doer = Doer::Agent)
+      : application_(application), doer_(doer) {}
 
   platform::Task<void> movePointer(platform::UIWindowRef window, platform::CGPoint point) override;
   // Throws for buttons that the platform lacks.
@@ -28,11 +32,16 @@ class InputDevices final : public platform::InputDevices {
 
  private:
   platform::Task<void> sendTouch(platform::UITouchPhase phase);
+  // Where the keys go.
+  void showKeys(platform::InputKind kind, const std::string& key, const std::string& text) const;
+  void show(const platform::InputEvent& event) const;
+  static double uptime();
   View* focused() const;
   // Takes the text out that "Control+a" has selected, if that has still the focus.
   bool takeSelection();
 
   Application& application_;
+  const Doer doer_;
   std::weak_ptr<platform::UIView> window_;
   platform::CGPoint point_;
   platform::UITouchRef touch_;  // while the left button is down

@@ -55,6 +55,12 @@ void chooseRow(const Item& box, int row) {
   if (box) QMetaObject::invokeMethod(box, "activated", Q_ARG(int, row));
 }
 
+// A line of its own, after which the box looks at it as after Enter.
+void typeInto(const Item& box, const QString& value) {
+  box->setProperty("editText", value);
+  tell(box, "accepted");
+}
+
 void chooseInComboBox(const Item& box, const QString& value) {
   constexpr int kMostNamed = 50;
   QStringList choices;
@@ -64,6 +70,7 @@ void chooseInComboBox(const Item& box, const QString& value) {
     if (choices.size() < kMostNamed) choices << text;
     if (text == value) return chooseRow(box, row);
   }
+  if (box->property("editable").toBool()) return typeInto(box, value);
   refuse(value, listed(choices));
 }
 
@@ -206,6 +213,8 @@ bool hasValue(const QQuickItem& item) {
 std::string valueOfItem(QQuickItem* item) {
   const ValueKind* const kind = item ? valueKindOf(*item) : nullptr;
   if (!kind) return {};
+  const bool isEdited = item->inherits("QQuickComboBox") && item->property("editable").toBool();
+  if (isEdited) return utf8(item->property("editText").toString());
   if (kind->shown) return utf8(item->property(kind->shown).toString());
   return utf8(titleOfTab(item, item->property("currentIndex").toInt()));
 }
