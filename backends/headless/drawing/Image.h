@@ -4,6 +4,7 @@
 #include <memory>
 
 #include "platform/QuartzCore/CALayer.h"
+#include "platform/UIKit/UIImage.h"
 
 typedef struct _cairo_surface cairo_surface_t;  // NOLINT(modernize-use-using): Cairo's own
 

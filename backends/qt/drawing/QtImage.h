@@ -4,6 +4,7 @@
 
 #include <QtGui/QImage>
 
+#include "platform/UIKit/UIImage.h"
 
 QT_BEGIN_NAMESPACE
 class QWidget;

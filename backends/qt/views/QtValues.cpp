@@ -156,7 +156,8 @@ QStringList allChoicesOf(const QWidget& widget) {
   QStringList all;
   if (const auto* const box = qobject_cast<const QComboBox*>(&widget)) {
     for (int row = 0; row < box->count() && !box->isEditable(); ++row) all << box->itemText(row);
-  } else if (const auto* const bar = qobject_cast<const QTabBar*>(&widget)) {
+  }
+  if (const auto* const bar = qobject_cast<const QTabBar*>(&widget)) {
     for (int tab = 0; tab < bar->count(); ++tab) all << withoutMnemonic(bar->tabText(tab));
   }
   return all;
@@ -175,7 +176,8 @@ void choosePlaceOf(QWidget& widget, int place) {
   if (auto* const box = qobject_cast<QComboBox*>(&widget)) {
     if (canBeChosen(*box, place)) return clickRow(*box, place);
     refuse(box->itemText(place), listed(choicesOf(*box)));
-  } else if (auto* const bar = qobject_cast<QTabBar*>(&widget)) {
+  }
+  if (auto* const bar = qobject_cast<QTabBar*>(&widget)) {
     if (canBeChosen(*bar, place)) return clickTab(*bar, place);
     refuse(withoutMnemonic(bar->tabText(place)), listed(choicesOf(*bar)));
   }
