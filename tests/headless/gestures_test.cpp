@@ -40,28 +40,6 @@ TEST_F(GesturesTest, ATapIsShortStillAndOfOneFinger) {
   EXPECT_TRUE(view->gestureRecognizers().empty());
 }
 
-TEST_F(GesturesTest, TapsOfTwoFingersAndDoubleTapsNeedTwo) {
-  recognizer<TapGestureRecognizer>(*view, 2U);
-  environment.finger().tap(*view);
-  EXPECT_EQ(calls, 0);
-  const auto first = touchAt({100, 100});
-  const auto second = touchAt({180, 180});
-  send(UITouchPhase::Began, {first, second});
-  send(UITouchPhase::Ended, {first, second});
-  EXPECT_EQ(calls, 1);
-  send(UITouchPhase::Began, {first, second});
-  send(UITouchPhase::Ended, {first});
-  send(UITouchPhase::Ended, {second});
-  EXPECT_EQ(calls, 2) << "one finger may leave before the other";
-  recognizer<TapGestureRecognizer>(*view, 1U, 2);
-  environment.finger().tap(*view);
-  environment.runLoop().wait(1);
-  environment.finger().tap(*view);
-  EXPECT_EQ(calls, 2) << "too late for a double tap";
-  environment.finger().tap(*view);
-  EXPECT_EQ(calls, 3);
-}
-
 TEST_F(GesturesTest, AControlKeepsItsTapFromItsSuperviewAndLosesItsTouchToAPan) {
   recognizer<TapGestureRecognizer>(*view);
   int taps = 0;

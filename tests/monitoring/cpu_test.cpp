@@ -33,13 +33,6 @@ TEST_F(Processors, LoadIsTheShareOfTheTicksSinceTheSampleBefore) {
   EXPECT_DOUBLE_EQ(still.userWithoutNice, 0);
 }
 
-TEST_F(Processors, CounterThatWrappedStillCounts) {
-  host.ticks = {{{.user = 0xFFFFFFF0U, .idle = 0}}};
-  CPUInfoController controller;
-  host.ticks = {{{.user = 0x10U, .idle = 96}}};
-  EXPECT_DOUBLE_EQ(controller.calculateCPUUsage()[0].user, 25);
-}
-
 TEST(CpuLoadFilter, AveragesItsWholeHistory) {
   CPULoadFilter filter;
   EXPECT_DOUBLE_EQ(filter.filterLoad({.system = 10, .user = 4}).system, 10);
