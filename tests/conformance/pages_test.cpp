@@ -8,6 +8,7 @@
 #include <optional>
 #include <ostream>
 
+#include "tests/support/Compositor.h"
 #include "tests/support/Display.h"
 #include "tests/support/Program.h"
 #include "tests/support/SessionWire.h"
@@ -30,12 +31,13 @@ struct Point {
   int y;
 };
 
-// `picture` is where a hand presses the picture of the page; somebody presses it all by himself in
-// a program that needs no display.
+// `picture` is where in the window a hand presses the picture of the page; somebody presses it all
+// by himself in a program that needs no display.
 struct PageSubject {
   std::string name;
   std::string program;
   std::optional<Point> picture;
+  bool isOnWayland = false;
 };
 
 void PrintTo(const PageSubject& subject, std::ostream* output) {
@@ -49,12 +51,16 @@ class ConformancePages : public testing::TestWithParam<PageSubject> {
     Program::Environment environment = agentEnvironment();
     environment["TARNI_SCRIPTS"] = "file://" + built("share/tarni/webscripts");
     if (GetParam().picture) {
-      display_.emplace(1000, 800);
+      if (GetParam().isOnWayland) {
+        desktop_ = std::make_unique<Compositor>(1000, 800);
+      } else {
+        desktop_ = std::make_unique<Display>(1000, 800);
+      }
       environment.merge(Program::Environment{{"HOME", folder_},
                                              {"XDG_RUNTIME_DIR", folder_},
                                              {"QT_QUICK_BACKEND", "software"},
                                              {"QTWEBENGINE_DISABLE_SANDBOX", "1"}});
-      for (const auto& [name, value] : display_->environment()) environment[name] = value;
+      for (const auto& [name, value] : desktop_->environment()) environment[name] = value;
       // The engine of Qt 6 frees objects of its own as if they were smaller.
       environment["ASAN_OPTIONS"] += ":new_delete_type_mismatch=0";
     }
@@ -79,9 +85,16 @@ class ConformancePages : public testing::TestWithParam<PageSubject> {
     return found.size() == 1 ? found[0] : "no " + tag + " " + value + "\n" + program_->output();
   }
 
+  void pressPicture() const {
+    const auto windows = desktop_->windows();
+    if (windows.empty()) return;
+    const auto [x, y] = *GetParam().picture;
+    desktop_->click(static_cast<int>(windows[0].x) + x, static_cast<int>(windows[0].y) + y);
+  }
+
   const SessionFolder session_;
+  std::unique_ptr<Desktop> desktop_;
   std::unique_ptr<Program> program_;
-  std::optional<Display> display_;
 
  private:
   std::filesystem::path folder_ =
@@ -99,7 +112,9 @@ const std::vector<PageSubject> kOnDisplay = {
     {"PagesQt5", "web-sample-5", Point{175, 272}},
     {"PagesQt6", "web-sample-6", Point{175, 270}},
     {"PagesQuick5", "web-quick-sample-5", Point{172, 285}},
-    {"PagesQuick6", "web-quick-sample-6", Point{172, 245}}};
+    {"PagesQuick6", "web-quick-sample-6", Point{172, 245}},
+    {"PagesQt5Wayland", "web-sample-5", Point{175, 272}, true},
+    {"PagesQt6Wayland", "web-sample-6", Point{175, 270}, true}};
 
 std::string nameOf(const testing::TestParamInfo<PageSubject>& info) {
   return info.param.name;
@@ -155,7 +170,7 @@ TEST_P(ConformancePages, AreRecordedSearchedTypedIntoClickedAndRead) {
   recorder.readMessage();
   json steps;
   const auto press = [&] {
-    if (display_) display_->click(GetParam().picture->x, GetParam().picture->y);
+    if (desktop_) pressPicture();
     try {
       steps = json::parse(recorder.readMessage(2500ms));
       return steps[0]["arguments"][0]["mode"] == "web";
@@ -212,9 +227,6 @@ TEST_P(ConformancePagesOnDisplay, WhatTheChannelDoesThereIsNotToldAsAPersons) {
     json steps = json::parse(recorder.readMessage(2500ms));
     return steps.empty() ? json() : steps[0];
   };
-  const auto pressPicture = [this] {
-    display_->click(GetParam().picture->x, GetParam().picture->y);
-  };
   ASSERT_TRUE(eventually(
       [&] {
         pressPicture();
@@ -264,7 +276,7 @@ TEST_P(ConformancePagesOnDisplay, WhatTheChannelDoesThereIsNotToldAsAPersons) {
   }
   EXPECT_ANY_THROW(FAIL() << next().dump(2));
   // With no move of the pointer before.
-  display_->type("x");
+  desktop_->type("x");
   pressPicture();
   const json typed = next();
   EXPECT_EQ(typed["action"], "TypeTextOnEditBox");

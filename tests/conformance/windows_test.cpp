@@ -3,6 +3,7 @@
 #include <gmock/gmock.h>
 
 #include "tests/conformance/Subject.h"
+#include "tests/support/Compositor.h"
 
 namespace tarni::test {
 namespace {
@@ -12,13 +13,19 @@ struct TwoWindows {
   const char* program;
   const char* opensTheSecond;  // the text of a button; null for a window that is there already
   const char* inTheFirst;      // the text of a button
+  bool isOnWayland = false;
 };
 
 class ConformanceWindows : public testing::TestWithParam<TwoWindows> {
  protected:
-  static Program::Environment environment() {
+  static std::unique_ptr<Compositor> compositor() {
+    return GetParam().isOnWayland ? std::make_unique<Compositor>() : nullptr;
+  }
+  Program::Environment environment() const {
     Program::Environment environment = agentEnvironment();
     environment["QT_QUICK_BACKEND"] = "software";
+    if (!compositor_) return environment;
+    for (const auto& [name, value] : compositor_->environment()) environment[name] = value;
     return environment;
   }
   std::string button(const std::string& text) const {
@@ -38,12 +45,13 @@ class ConformanceWindows : public testing::TestWithParam<TwoWindows> {
     return texts;
   }
 
+  const std::unique_ptr<Compositor> compositor_ = compositor();
   const Program program_{{built("bin/" + std::string(GetParam().program))}, environment()};
   const Playback playback_;
 };
 
 TEST_P(ConformanceWindows, BesideTheKeyWindowAreReachedAsWell) {
-  const auto [name, program, opensTheSecond, inTheFirst] = GetParam();
+  const auto [name, program, opensTheSecond, inTheFirst, isOnWayland] = GetParam();
   if (opensTheSecond) playback_.command("clickelement", button(opensTheSecond));
   ASSERT_TRUE(eventually([&] { return shows("Press here"); }));
   const auto isInKeyWindow = [this](const char* text) {
@@ -67,6 +75,10 @@ INSTANTIATE_TEST_SUITE_P(
                     TwoWindows{"Qt6", "qt-controls-6", "Window…", "Press"},
                     TwoWindows{"Quick5", "quick-controls-5", "Window…", "Press"},
                     TwoWindows{"Quick6", "quick-controls-6", "Window…", "Press"},
+                    TwoWindows{"Widgets5Wayland", "qt-controls-5", "Window…", "Press", true},
+                    TwoWindows{"Widgets6Wayland", "qt-controls-6", "Window…", "Press", true},
+                    TwoWindows{"Quick5Wayland", "quick-controls-5", "Window…", "Press", true},
+                    TwoWindows{"Quick6Wayland", "quick-controls-6", "Window…", "Press", true},
                     TwoWindows{"iOS", "ios-page", nullptr, "Close order"}),
     [](const auto& info) { return std::string(info.param.name); });
 
