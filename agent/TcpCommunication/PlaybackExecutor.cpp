@@ -5,7 +5,6 @@
 #include "agent/commands/FunctionCallObject.h"
 #include "agent/commands/NativeCommands.h"
 #include "agent/commands/WebViewCommands.h"
-#include "agent/core/state/GlobalVars.h"
 #include "agent/core/state/Utilities_Json.h"
 #include "agent/diagnostics/Screenshots.h"
 #include "platform/Foundation/Guarded.h"
@@ -27,16 +26,8 @@ void logMessage(const PlaybackMessage& message) {
   platform::NSLog("Msg is %s", std::string(text.substr(0, kLongestLine)).c_str());
 }
 
-// A command ends recording for good: from here on the polling hook walks no windows and the event
-// hook makes no steps. The server has closed the recorder's connection already
-// (ServerManager::handlePlaybackCommandOnMain).
-void endRecording() {
-  GlobalVars::sharedInstance().set_isPlaybackStarted("true");
-}
-
 // Runs the command in the web page and on the native views; the native answer goes first.
 Task<std::string> answerTo(const PlaybackMessage& message) {
-  endRecording();
   const FunctionCallObject call = Utilities::createFunctionCallObject(message.dictionary);
   const std::optional<std::string> webText =
       co_await UIViewFinder::parseFunctionCallObjectForWebView(call);

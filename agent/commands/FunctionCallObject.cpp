@@ -3,6 +3,7 @@
 #include <nlohmann/json.hpp>
 #include <utility>
 
+#include "agent/core/state/GlobalVars.h"
 #include "agent/core/state/Utilities_Text.h"
 
 namespace tarni {
@@ -25,7 +26,11 @@ FunctionCallObject::FunctionCallObject(Fields fields)
       functionName_(Utilities::lowercaseString(fields_[0].text())),
       accessorType_(Utilities::lowercaseString(fields_[2].text())) {}
 
+// A command ends recording for good: from here on the polling hook walks no windows and the event
+// hook makes no steps. The server has closed the recorder's connection already
+// (ServerManager::handlePlaybackCommandOnMain).
 FunctionCallObject Utilities::createFunctionCallObject(const std::optional<ordered_json>& command) {
+  GlobalVars::sharedInstance().set_isPlaybackStarted("true");
   FunctionCallObject::Fields fields;
   for (std::size_t index = 0; command && index < fields.size(); ++index) {
     fields[index] = fieldOfKey(*command, FunctionCallObject::kKeys[index]);

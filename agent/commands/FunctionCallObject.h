@@ -52,7 +52,7 @@ class FunctionCallObject {
 namespace Utilities {
 
 // Takes the fields of a playback command from its JSON (null: it has none). A field that is null is
-// one that the command lacks. Throws like the constructor.
+// one that the command lacks. Playback has started from then on. Throws like the constructor.
 FunctionCallObject createFunctionCallObject(const std::optional<nlohmann::ordered_json>& command);
 
 }  // namespace Utilities
