@@ -374,7 +374,8 @@ void Acts::settle() {
     orders_ = act.order;
     open_->outcome = before_->outcome;
   }
-  if (act.kind == open_->act.kind && act.value == open_->act.value) return;
+  const Act& known = open_->act;
+  if (act.kind == known.kind && act.value == known.value && act.choice == known.choice) return;
   if (about) act.element = portray_(about, std::nullopt);
   open_->act = std::move(act);
   open_->isTold = false;

@@ -67,7 +67,7 @@ UIViewRef Outcome::apply(Act& act) const {
     const auto* const valued = kindOf<platform::UIValueControl>(control);
     std::string value = valued->currentValue();
     const std::optional<std::size_t> choice = valued->chosenPlace();
-    if (value != value_ || choice != choice_) {
+    if (value != value_ || isOtherOfThatText(*valued, choice)) {
       act.value = std::move(value);
       act.choice = choice;
       return became(acts::kChoose, control);
@@ -86,6 +86,15 @@ UIViewRef Outcome::apply(Act& act) const {
     act.kind = acts::kExpand;
   }
   return nullptr;
+}
+
+// Of several choices of one text. Choices that are moved or closed, as tabs, take along the place
+// of the one that stays chosen.
+bool Outcome::isOtherOfThatText(const platform::UIValueControl& control,
+                                std::optional<std::size_t> choice) const {
+  if (choice == choice_ || !choice_) return false;
+  const std::vector<std::string> choices = control.choices();
+  return *choice_ < choices.size() && choices[*choice_] == value_;
 }
 
 bool Outcome::isSameRow(const UIViewRef& view) const {

@@ -25,6 +25,8 @@ class Outcome {
   platform::UIViewRef control() const { return control_.lock(); }
 
  private:
+  bool isOtherOfThatText(const platform::UIValueControl& control,
+                         std::optional<std::size_t> choice) const;
   bool isSameRow(const platform::UIViewRef& view) const;
   platform::UIViewRef rowNow() const;
 

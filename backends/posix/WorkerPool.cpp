@@ -12,12 +12,12 @@
 namespace tarni::posix {
 namespace {
 
-// Of the pool that this thread works for.
-struct Own {
+// What a thread of a pool has to do next, before it asks the pool.
+struct Worker {
   const WorkerPool* pool = nullptr;
   platform::Block next;
 };
-thread_local Own own;
+thread_local Worker thisThread;
 
 }  // namespace
 
@@ -42,8 +42,8 @@ void WorkerPool::postAfter(double seconds, platform::Block block) {
     std::this_thread::sleep_until(due);
     block();
   };
-  if (own.pool != this || own.next) return post(std::move(later));
-  own.next = std::move(later);
+  if (thisThread.pool != this || thisThread.next) return post(std::move(later));
+  thisThread.next = std::move(later);
 }
 
 void WorkerPool::startThreadWhenNeeded() {
@@ -58,7 +58,7 @@ void WorkerPool::startThreadWhenNeeded() {
 }
 
 void WorkerPool::work() {
-  own.pool = this;
+  thisThread.pool = this;
   std::unique_lock lock(mutex_);
   for (;;) {
     ++idleThreads_;
@@ -67,7 +67,7 @@ void WorkerPool::work() {
     platform::Block block = std::move(blocks_.front());
     blocks_.pop_front();
     lock.unlock();
-    for (; block; block = std::exchange(own.next, nullptr)) {
+    for (; block; block = std::exchange(thisThread.next, nullptr)) {
       platform::runGuarded(threadName_, block);
     }
     lock.lock();

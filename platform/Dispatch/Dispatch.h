@@ -73,7 +73,8 @@ class Dispatch {
   // The global concurrent queue of background priority. Blocks may sleep on it.
   virtual DispatchQueue& backgroundQueue() = 0;
   virtual std::shared_ptr<DispatchQueue> makeSerialQueue(std::string label) = 0;
-  // Runs `block` on `queue` once `seconds` have passed.
+  // Runs `block` on `queue` once `seconds` have passed. On the background queue a thread may sleep
+  // until then, and what a block there asks for may wait for that block's end: for beats.
   virtual void after(double seconds, DispatchQueue& queue, Block block) = 0;
   // Appends `block` to the main queue once `seconds` have passed.
   virtual void afterOnMain(double seconds, Block block) = 0;

@@ -22,8 +22,8 @@ class UIImage {
   // A new image of the rectangle's size at this image's scale, with this image drawn at the
   // rectangle's negated origin: what lies outside this image stays empty.
   virtual UIImageRef crop(const CGRect& rect) const = 0;
-  // A new image with a blur in place of what these rectangles show, from which nothing of it can be
-  // made out. Null where the platform cannot.
+  // A new image with grey in place of what these rectangles show, from which nothing of it can be
+  // made out, nor how long it is. Null where the platform cannot.
   virtual UIImageRef blurred(std::span<const CGRect> /*parts*/) const { return nullptr; }
   // JPEG bytes, quality from 0 to 1; empty for an image without pixels.
   virtual std::vector<std::byte> JPEGRepresentation(double quality) const = 0;

@@ -144,8 +144,9 @@ TEST_P(SessionControls, StandOnceInTheTreeWhileAMenuIsOpen) {
   std::map<long, int> times;
   for (const json& one : ask("tree.get", json::object())["elements"]) ++times[one["element"]];
   for (const auto& [element, count] : times) EXPECT_EQ(count, 1) << described(element);
+  if (isQuick()) return;  // whose menus stand in the window of their bar
   const json bar = {{"xpath", "\\UINavigationBar[0]"}};
-  EXPECT_LE(ask("element.find", bar)["elements"].size(), 1U);
+  EXPECT_EQ(ask("element.find", bar)["elements"].size(), 1U);
 }
 
 // Out of an editor, which loses it.

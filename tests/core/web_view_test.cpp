@@ -78,8 +78,9 @@ TEST_F(WebViews, ModeThatCannotBeToldIsAnnouncedAllTheSame) {
   EXPECT_THROW(complete(WebView().callJavaScriptFunctionWithoutOutPut(impostor, "f()")),
                platform::NSException);
   std::size_t count = 0;
-  for (const auto& [command, toast] : {std::pair("startobjectspy", "Switched to Spy Mode"),
-                                       std::pair("stopobjectspy", "Switched to Recording Mode")}) {
+  for (const auto& [command, toast] :
+       {std::pair("please STARTObjectSpy now", "Switched to Spy Mode"),
+        std::pair("StopOBJECTspy!", "Switched to Recording Mode")}) {
     complete(RecorderCommands::handle(command));
     environment.runLoop().runUntil([&] { return environment.alerts().shown().size() > count; });
     ASSERT_EQ(environment.alerts().shown().size(), ++count);

@@ -178,9 +178,10 @@ void dispatch_sync_f(dispatch_queue_t queue, void* context, dispatch_function_t 
 
 void dispatch_after_f(dispatch_time_t when, dispatch_queue_t queue, void* context,
                       dispatch_function_t work) {
+  // A delay of the background queue would keep one of its threads.
+  static const auto& delays = *new auto(system().makeSerialQueue("delays"));
   const double seconds = static_cast<double>(when) / NSEC_PER_SEC;
-  system().after(seconds, system().backgroundQueue(),
-                 [=] { dispatch_async_f(queue, context, work); });
+  system().after(seconds, *delays, [=] { dispatch_async_f(queue, context, work); });
 }
 
 // A moment is told by what is left until it: none is kept.

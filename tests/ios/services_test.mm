@@ -12,10 +12,15 @@
 @interface Observer : NSObject {
  @public
   id sender;
+  int edits;
 }
 @end
 
 @implementation Observer
+
+- (void)edited:(id)field {
+  ++edits;
+}
 
 - (void)changed:(NSNotification*)notification {
   sender = [notification object];
@@ -72,6 +77,9 @@ TEST_F(Services, TypedTextReachesTargetsAndObserversOfTheField) {
                                            selector:@selector(changed:)
                                                name:@"UITextFieldTextDidChangeNotification"
                                              object:field];
+  [field addTarget:observer
+                action:@selector(edited:)
+      forControlEvents:UIControlEventEditingChanged];
   const auto found =
       nlohmann::json::parse(answer(R"({"functionname":"findelements","tagname":"UITextField"})"
                                    "\r\n"));
@@ -81,6 +89,7 @@ TEST_F(Services, TypedTextReachesTargetsAndObserversOfTheField) {
   EXPECT_EQ(answer(typing.dump() + "\r\n"), "[]");
   EXPECT_STREQ([[field text] UTF8String], "Ada \xc3\xa9");
   EXPECT_EQ(observer->sender, field);
+  EXPECT_EQ(observer->edits, 1);
   [[NSNotificationCenter defaultCenter] removeObserver:observer];
 }
 

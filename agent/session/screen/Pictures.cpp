@@ -24,7 +24,8 @@ platform::Task<platform::UIImageRef> drawWithoutSecrets(platform::UIWindowRef wi
   });
   if (secrets.empty()) co_return image;
   const platform::UIImageRef blurred = image->blurred(secrets);
-  co_return blurred ? blurred : image;
+  if (!blurred) throw SessionError(errors::kNoPicture, "what is secret cannot be hidden");
+  co_return blurred;
 }
 
 Json encoded(const platform::UIImageRef& image) {

@@ -11,7 +11,7 @@ namespace tarni::session {
 // Throws SessionError (unable to capture screen) when the view cannot be drawn.
 platform::Task<platform::UIImageRef> draw(platform::UIViewRef view);
 
-// The same of a window, with a blur in place of its secure fields where the platform has one.
+// The same of a window, with its secure fields blurred out. Throws as well where they cannot be.
 platform::Task<platform::UIImageRef> drawWithoutSecrets(platform::UIWindowRef window);
 
 // Any thread. JPEG where the platform has no PNG.

@@ -55,10 +55,17 @@ void chooseRow(const Item& box, int row) {
   if (box) QMetaObject::invokeMethod(box, "activated", Q_ARG(int, row));
 }
 
-// A line of its own, after which the box looks at it as after Enter.
+// A line of its own, which the box looks at as after Enter in its field, if that takes it.
 void typeInto(const Item& box, const QString& value) {
+  const QVariant before = box->property("editText");
   box->setProperty("editText", value);
-  tell(box, "accepted");
+  const Item field = box ? box->property("contentItem").value<QQuickItem*>() : nullptr;
+  const QVariant isTaken = field ? field->property("acceptableInput") : QVariant();
+  if (isTaken.isValid() && !isTaken.toBool()) {
+    box->setProperty("editText", before);
+    refuse(value, QStringLiteral("what its field accepts can"));
+  }
+  tell(isTaken.isValid() ? field : box, "accepted");
 }
 
 void chooseInComboBox(const Item& box, const QString& value) {
