@@ -4,6 +4,7 @@
 #include <numbers>
 
 #include "agent/interaction/UIView_KIFAdditions.h"
+#include "backends/headless/views/WebView.h"
 #include "tests/support/Screen.h"
 
 namespace tarni {
@@ -61,6 +62,16 @@ TEST_F(Gestures, OnlyThoseThatMeetTheFieldGiveItTheFocus) {
   build<headless::View>().frame({{0, 0}, {50, 100}}).in(*view);
   EXPECT_FALSE(getsFocus(KIFAdditions::tapAtPoint(field, {5, 5}))) << "another view lies over it";
   EXPECT_FALSE(getsFocus(KIFAdditions::dragFromPoint(field, {5, 5}, {60, 10})));
+}
+
+TEST_F(Gestures, WebViewsTakeTapsByThemselves) {
+  const auto web = build<headless::WebView>().frame({{0, 0}, {200, 100}}).in(*view);
+  complete(KIFAdditions::tapAtPoint(web, {30, 40}));
+  complete(KIFAdditions::FaketapAtPoint(web, {3, 4}));
+  complete(KIFAdditions::tapWebViewAtPoint(web, {5, 6}));
+  EXPECT_THAT(web->browserView()->taps(),
+              testing::ElementsAre(CGPoint{30, 40}, CGPoint{3, 4}, CGPoint{5, 6}));
+  EXPECT_EQ(phases(), "");
 }
 
 TEST_F(Gestures, LongPressRepeatsStationaryEveryHundredthOfASecond) {
