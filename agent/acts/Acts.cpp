@@ -342,11 +342,13 @@ Act& Acts::begin(std::string_view kind, const InputEvent& event, const UIViewRef
   finish();
   before_.reset();
   if (open_ && open_->act.kind == acts::kClick && open_->outcome.control()) {
-    before_ = {open_->act.order, open_->act.time, open_->outcome};
+    before_ = {open_->act.order, open_->act.time, open_->outcome, open_->control};
   }
   open_ = Open{};
   open_->view = view;
   if (view && kind != acts::kType) open_->outcome = Outcome(view);
+  const UIViewRef control = open_->outcome.control();
+  if (control && control != view) open_->control = portray_(control, std::nullopt);
   open_->isAmongChoices = kind == acts::kClick && view && isAmongChoices(view);
   open_->last = event.time;
   Act& act = open_->act;
@@ -373,10 +375,15 @@ void Acts::settle() {
     act.time = before_->time;
     orders_ = act.order;
     open_->outcome = before_->outcome;
+    open_->control = before_->control;
   }
   const Act& known = open_->act;
   if (act.kind == known.kind && act.value == known.value && act.choice == known.choice) return;
-  if (about) act.element = portray_(about, std::nullopt);
+  if (about) {
+    const bool isControl = open_->control && about == open_->outcome.control();
+    act.element = isControl ? open_->control : portray_(about, std::nullopt);
+    act.at.reset();
+  }
   open_->act = std::move(act);
   open_->isTold = false;
 }

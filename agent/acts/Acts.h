@@ -69,6 +69,7 @@ class Acts : public platform::InputObserver {
     Act act;
     platform::UIViewWeakRef view;
     Outcome outcome;
+    Portrait control;  // that the view stands in; null when it is the view or there is none
     bool isAmongChoices = false;  // that a click before may have opened
     double last = 0;              // event
     bool isTold = false;
@@ -78,6 +79,7 @@ class Acts : public platform::InputObserver {
     long order = 0;
     double time = 0;
     Outcome outcome;
+    Portrait control;
   };
   struct Press {  // of a button, or the first turn of the wheel
     bool isDown = false;

@@ -1,4 +1,5 @@
 #include "backends/qt/QtAlerts.h"
+#include "backends/qt/input/NativeWindows.h"
 
 #include <QtCore/QPointer>
 #include <QtGui/QGuiApplication>
@@ -43,7 +44,7 @@ class AlertWindow final : public QRasterWindow {
   // flag, and tells the compositor of the mask as the part that takes input: none of the window.
   void letInputThrough() {
     setFlag(Qt::WindowTransparentForInput);
-    if (QGuiApplication::platformName().startsWith(QLatin1String("wayland"))) {
+    if (isOnWayland()) {
       setMask(QRect(QPoint(), QSize(1, 1)).translated(-1, -1));
     }
   }

@@ -7,6 +7,7 @@
 #include <algorithm>
 
 #include "backends/posix/TouchRecord.h"
+#include "backends/qt/input/NativeWindows.h"
 #include "backends/qt/input/QtEventHook.h"
 #include "backends/qt/input/QtSpot.h"
 #include "backends/qt/program/InputQueue.h"
@@ -106,11 +107,12 @@ platform::Task<void> QtApplication::makeKeyWindow(UIWindowRef window) {
     closePopups();
     if (!native) return;
     native->raise();
-    native->requestActivate();
+    if (!isOnWayland()) native->requestActivate();
   };
   co_await performAsInput(std::move(activate));
   // Nothing tells that a window system does not let the program have the keyboard.
-  for (int look = 0; look < kLooksForFocus && QGuiApplication::focusWindow() != native; ++look) {
+  const int looks = isOnWayland() ? 0 : kLooksForFocus;
+  for (int look = 0; look < looks && QGuiApplication::focusWindow() != native; ++look) {
     co_await letProgramRun(kPauseBetweenLooks);
   }
   chosen_ = native;

@@ -78,7 +78,7 @@ std::string whyNot(const Json& wanted, const Json& there) {
   }
   if (!there.value("visible", true)) add("it is hidden");
   if (!there.value("enabled", true)) add("it is disabled");
-  return reasons.empty() ? "it is not alone in being like that" : reasons;
+  return reasons.empty() ? "it is like that, but no way to the element fits it alone" : reasons;
 }
 
 }  // namespace

@@ -120,12 +120,12 @@ class Reader {
   std::string compound() {
     std::string xpath;
     const bool isAny = reader_.take("*");
-    if (!isAny && isNameNext()) xpath += put({"type", '=', name()});
+    if (!isAny && isNameNext()) xpath += put({"type", '=', className()});
     while (!reader_.isAtEnd()) {
       if (reader_.take("#")) {
         xpath += put({"id", '=', name()});
       } else if (reader_.take(".")) {
-        xpath += put({"type", '=', name()});
+        xpath += put({"type", '=', className()});
       } else if (reader_.take("[")) {
         xpath += put(attribute());
       } else {
@@ -190,6 +190,13 @@ class Reader {
       }
     }
     if (text.empty()) reader_.fail("a name is missing");
+    return text;
+  }
+
+  // With its namespaces, which clients do not escape.
+  std::string className() {
+    std::string text = name();
+    while (reader_.take("::")) text += "::" + name();
     return text;
   }
 

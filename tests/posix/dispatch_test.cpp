@@ -1,9 +1,7 @@
 #include <sys/socket.h>
 #include <unistd.h>
 
-#include <algorithm>
 #include <array>
-#include <functional>
 #include <future>
 #include <latch>
 #include <stdexcept>
@@ -166,24 +164,6 @@ TEST_F(DispatchTest, DelaysEndInTheirOrderOnTheirQueue) {
   std::future<void> reached = end.get_future();
   EXPECT_TRUE(isReached(reached));
   EXPECT_EQ(trace, "abc");
-}
-
-TEST_F(DispatchTest, ABeatStaysOnItsThreadAndKeepsNobodyWaiting) {
-  platform::DispatchQueue& background = dispatch_.backgroundQueue();
-  std::vector<std::thread::id> threads;
-  std::promise<void> end;
-  const std::function<void()> beat = [&] {
-    threads.push_back(std::this_thread::get_id());
-    if (threads.size() == 4) return end.set_value();
-    std::promise<void> between;
-    background.async([&] { between.set_value(); });
-    between.get_future().wait();
-    dispatch_.after(0.01, background, beat);
-  };
-  dispatch_.after(0.01, background, beat);
-  std::future<void> reached = end.get_future();
-  ASSERT_TRUE(isReached(reached));
-  EXPECT_EQ(std::ranges::count(threads, threads.front()), 4);
 }
 
 TEST_F(DispatchTest, ACancelledTimerDoesNotFireEvenWhenItWaitsOnItsQueue) {

@@ -223,9 +223,10 @@ Answer setText(CallRef call) {
 }
 
 Answer setValue(CallRef call) {
+  requireEnabled(viewIn(call));
+  co_await turnToWindowOf(viewIn(call));
   const UIViewRef view = viewIn(call);
   const Json& value = call->parameters()["value"];
-  requireEnabled(view);
   if (view->isKindOfClass(uikit::UISwitch) && platform::as<platform::UISwitch>(view)) {
     if (!value.is_boolean()) {
       throw SessionError(errors::kInvalidArgument, "the value of a switch is true or false");

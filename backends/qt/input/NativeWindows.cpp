@@ -1,5 +1,6 @@
 #include "backends/qt/input/NativeWindows.h"
 
+#include <QtGui/QGuiApplication>
 #include <QtGui/QWindow>
 #include <algorithm>
 
@@ -31,6 +32,10 @@ QPointF originInTopLevel(const QWindow* window) {
 
 QPointF originOnScreen(const QWindow& window) {
   return window.mapToGlobal(QPoint(0, 0));
+}
+
+bool isOnWayland() {
+  return QGuiApplication::platformName().startsWith(QLatin1String("wayland"));
 }
 
 void process(QWindowSystemInterfacePrivate::WindowSystemEvent& event) {

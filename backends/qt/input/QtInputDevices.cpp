@@ -27,8 +27,15 @@ int angleOf(double notches) {
   return static_cast<int>(std::lround(-notches * kAnglePerNotch));
 }
 
+// Null when none has it, and when a modal window has come that will: the one before it keeps the
+// keyboard until the window system gives it on, and would swallow what comes.
+QWindow* windowInFocus() {
+  QWindow* const window = QGuiApplication::focusWindow();
+  return window && isBlockedByModal(*topLevelOf(window)) ? nullptr : window;
+}
+
 QWindow& windowWithKeyboard() {
-  QWindow* window = QGuiApplication::focusWindow();
+  QWindow* window = windowInFocus();
   if (!window) window = nativeWindowOf(platform::current().application->keyWindow());
   if (!window) {
     throw platform::NSException(platform::NSGenericException, "No window has the keyboard");
@@ -48,7 +55,7 @@ platform::UIWindowRef windowToActivate(QWindow* pressed) {
 // As when a dialog has closed and no window manager gives the keyboard on: keys reach the key
 // window all the same, but the program's shortcuts take an active one.
 platform::Task<void> activateSome() {
-  if (QGuiApplication::focusWindow()) co_return;
+  if (windowInFocus()) co_return;
   const platform::UIWindowRef key = platform::current().application->keyWindow();
   if (key) co_await platform::current().application->makeKeyWindow(key);
 }
