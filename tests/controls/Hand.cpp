@@ -35,7 +35,8 @@ Words wordsFor(const Act& act) {
 Hand::Hand(const Desktop& scouted, const Desktop& recorded, const Playback& scout)
     : displays_{&scouted, &recorded}, scout_(scout) {
   // A window system may show a window a while after the program does.
-  if (eventually([this] { return !(page_ = elements()).empty(); })) return;
+  const auto isThere = [&] { return !(page_ = elements()).empty() && !recorded.windows().empty(); };
+  if (eventually(isThere)) return;
   throw std::runtime_error("the page is not there");
 }
 
