@@ -1,5 +1,4 @@
 #include "backends/qt/QtAlerts.h"
-#include "backends/qt/input/NativeWindows.h"
 
 #include <QtCore/QPointer>
 #include <QtGui/QGuiApplication>
@@ -9,6 +8,7 @@
 #include <QtGui/QScreen>
 #include <algorithm>
 
+#include "backends/qt/input/NativeWindows.h"
 #include "backends/qt/views/ViewRegistry.h"
 #include "platform/Platform.h"
 
