@@ -1,5 +1,6 @@
 #include "host/source/Css.h"
 
+#include <algorithm>
 #include <cctype>
 #include <cstdlib>
 #include <vector>
@@ -144,7 +145,7 @@ class Reader {
 
   Condition attribute() {
     reader_.skipBlanks();
-    Condition condition{name(), '\0', ""};
+    Condition condition{attributeName(), '\0', ""};
     reader_.skipBlanks();
     if (reader_.take("]")) return condition;
     condition.sign = reader_.next();
@@ -157,6 +158,15 @@ class Reader {
     reader_.skipBlanks();
     reader_.need("]");
     return condition;
+  }
+
+  // One that XML can have.
+  std::string attributeName() {
+    const std::string text = name();
+    const auto isPart = [](char c) { return TextReader::isWordCharacter(c) || c == '-'; };
+    const bool isName = text[0] != '-' && (text[0] < '0' || text[0] > '9');
+    if (!isName || !std::ranges::all_of(text, isPart)) reader_.fail("no attribute has that name");
+    return text;
   }
 
   std::string value() {
