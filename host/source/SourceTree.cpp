@@ -197,7 +197,9 @@ std::vector<SourceTree::Handle> SourceTree::find(const std::string& xpath,
     auto nodes = node(within).select_nodes(xpath.c_str());
     nodes.sort();
     for (const auto& result : nodes) {
-      if (result.attribute()) throw InvalidSelector("the XPath gives attributes, not elements");
+      if (result.node().type() != pugi::node_element) {
+        throw InvalidSelector("the XPath gives attributes or the document, not elements");
+      }
       if (result.node() != root_) found.push_back(handleOf(result.node()));
     }
   } catch (const pugi::xpath_exception& error) {

@@ -65,6 +65,7 @@ constexpr Row kTable[] = {
     {"POST", "/element", R"({"using":"xpath","value":"//*[@text='Log in']"})", "*"},
     {"POST", "/element", R"({"using":"xpath","value":"//*["})", "invalid selector"},
     {"POST", "/element", R"({"using":"xpath","value":"//@text"})", "invalid selector"},
+    {"POST", "/element", R"({"using":"xpath","value":"/"})", "invalid selector"},
     {"POST", "/element", R"({"using":"-ios predicate string",
         "value":"type == 'UIButton' AND text CONTAINS[c] 'LOG' AND NOT enabled == 0"})",
      "*"},
