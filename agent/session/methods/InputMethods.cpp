@@ -34,6 +34,12 @@ Value member(const Json& object, const char* name, Value usual) {
   }
 }
 
+// A number of another kind may be larger than any handle.
+Handle handleIn(const Json& target, const char* name) {
+  if (!target[name].is_number_integer()) refuse("\"" + std::string(name) + "\" has the wrong type");
+  return target[name].get<Handle>();
+}
+
 using Spot = Fingers::Spot;
 
 // Of a page's element, in its window's coordinates.
@@ -50,7 +56,7 @@ Task<Spot> spotOf(const Json& target) {
   const double none = std::nan("");
   CGPoint point{member(target, "x", none), member(target, "y", none)};
   if (target.contains("element")) {
-    const Handle handle = member(target, "element", Handle{0});
+    const Handle handle = handleIn(target, "element");
     if (const PageElement* const element = Elements::sharedInstance().pageElementOf(handle)) {
       const UIViewRef page = element->webView.lock();
       const platform::CGRect rect = co_await rectIn(*element);
@@ -67,7 +73,7 @@ Task<Spot> spotOf(const Json& target) {
   }
   if (std::isnan(point.x) || std::isnan(point.y)) refuse("a target says an element, or x and y");
   if (target.contains("window")) {
-    const auto view = Elements::sharedInstance().viewOf(member(target, "window", Handle{0}));
+    const auto view = Elements::sharedInstance().viewOf(handleIn(target, "window"));
     co_return Spot{view->window(), point};
   }
   UIWindowRef key = platform::current().application->keyWindow();
