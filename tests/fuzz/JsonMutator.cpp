@@ -69,17 +69,15 @@ class Mutation {
 
   // A part of it becomes another, maybe one of `other`. What is not JSON is changed as bytes; the
   // comma of an entry of a list stays.
-  void changeLine(std::string& line, Json other) {
+  void changeLine(std::string& line, const Json& other) {
     const bool hasComma = line.ends_with(',');
     const bool isFlat = std::ranges::count(line, '[') + std::ranges::count(line, '{') < kDeepest;
-    Json value = isFlat
-                     ? Json::parse(line.substr(0, line.size() - (hasComma ? 1 : 0)), nullptr, false)
-                     : Json(Json::value_t::discarded);
+    Json value = isFlat ? Json::parse(line.begin(), line.end() - (hasComma ? 1 : 0), nullptr, false)
+                        : Json(Json::value_t::discarded);
     if (value.is_discarded()) return changeBytes(line);
-    const auto own = partsOf(value);
-    const auto theirs = partsOf(other);
-    change(*oneOf(own), *oneOf(theirs));
-    line = written(value) + (hasComma ? "," : "");
+    change(partOf(value), partOf(other));
+    line = written(value);
+    if (hasComma) line += ',';
   }
 
  private:
@@ -87,14 +85,14 @@ class Mutation {
     return value.dump(-1, ' ', false, Json::error_handler_t::ignore);
   }
 
-  // The value and all that is in it.
-  static std::vector<Json*> partsOf(Json& value) {
-    std::vector<Json*> parts{&value};
-    for (std::size_t at = 0; at < parts.size(); ++at) {
-      if (!parts[at]->is_structured()) continue;
-      for (Json& inner : *parts[at]) parts.push_back(&inner);
+  // The value, or any that is in it.
+  template <typename Value>
+  Value& partOf(Value& value) {
+    Value* part = &value;
+    while (part->is_structured() && !part->empty() && below(4) > 0) {
+      part = &*std::next(part->begin(), static_cast<long>(below(part->size())));
     }
-    return parts;
+    return *part;
   }
 
   void change(Json& part, const Json& other) {
@@ -198,7 +196,7 @@ extern "C" std::size_t LLVMFuzzerCustomCrossOver(const std::uint8_t* one, std::s
     lines.insert(lines.end(), others.begin() + static_cast<long>(mutation.below(others.size())),
                  others.end());
   } else {
-    mutation.changeLine(mutation.oneOf(lines), std::move(value));
+    mutation.changeLine(mutation.oneOf(lines), value);
   }
   return tarni::test::put(lines, out, most);
 }

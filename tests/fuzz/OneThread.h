@@ -17,7 +17,7 @@ class OneThread : public ManualTime {
 
   // Runs what is due on queues and at sockets; false when there is nothing.
   bool turn() {
-    for (Source* const source : std::set(sources_)) source->look();
+    for (Source* const source : sources_) source->look();
     if (blocks_.empty()) return false;
     const platform::Block block = std::move(blocks_.front());
     blocks_.pop_front();

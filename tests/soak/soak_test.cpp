@@ -390,5 +390,34 @@ TEST_F(CutOff, AtTheRecorderPort) {
   }
 }
 
+TEST_F(CutOff, AtThePortsOfTheHost) {
+  constexpr std::uint16_t kPort = 4799;
+  const std::string body = R"({"capabilities":{"alwaysMatch":{"appium:app":"/nowhere"}}})";
+  const std::string get = "GET /status HTTP/1.1\r\nHost: 127.0.0.1\r\n\r\n";
+  const std::string speech =
+      get +
+      "POST /session HTTP/1.1\r\nHost: 127.0.0.1\r\nContent-Type: application/json\r\n"
+      "Content-Length: " +
+      std::to_string(body.size()) + "\r\n\r\n" + body + get;
+  const auto isServed = [&] {
+    const Wire peer(kPort);
+    peer.send(get);
+    return peer.readLine().starts_with("HTTP/1.1 ");
+  };
+  for (std::vector<std::string> words :
+       {std::vector<std::string>{"webdriver", "--port"}, {"inspect", "--no-browser", "--on"}}) {
+    SCOPED_TRACE(words.front());
+    words.insert(words.begin(), built("bin/tarni"));
+    words.push_back(std::to_string(kPort));
+    start(words, {});
+    ASSERT_TRUE(isServed());
+    const long descriptors = descriptorsAtRest();
+    for (int peer = 0; peer < count(); ++peer) cutOff(Wire(kPort), speech);
+    EXPECT_TRUE(isServed());
+    EXPECT_TRUE(program_->isRunning());
+    EXPECT_EQ(descriptorsAtRest(), descriptors);
+  }
+}
+
 }  // namespace
 }  // namespace tarni::test
