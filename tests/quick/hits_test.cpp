@@ -6,6 +6,7 @@
 #include <cstdlib>
 #include <random>
 
+#include "agent/session/screen/Survey.h"
 #include "tests/quick/QuickScreen.h"
 
 namespace tarni::test {
@@ -172,6 +173,17 @@ bool isRight(const QQuickItem* met, const QQuickItem* taker, const QQuickItem* s
 
 class Hits : public QuickScreen {
  protected:
+  // What is worked out from level to level is what the toolkit tells of each item.
+  static void expectTruePlaces(const UIViewRef& view) {
+    for (const UIViewRef& child : view->subviews()) {
+      const CGRect told = platform::convertRect(child->frame(), view, nullptr);
+      const CGRect worked = session::placeOf(child).rect;
+      EXPECT_NEAR(worked.midX(), told.midX(), 0.001) << nameOf(child);
+      EXPECT_NEAR(worked.midY(), told.midY(), 0.001) << nameOf(child);
+      EXPECT_NEAR(worked.size.width, told.size.width, 0.001) << nameOf(child);
+      expectTruePlaces(child);
+    }
+  }
   // What the toolkit draws, but for the window's own colour.
   QImage picture() const {
     const auto grab = window_->contentItem()->grabToImage();
@@ -215,6 +227,7 @@ TEST_F(Hits, AreWhatTheToolkitTells) {
     RandomPage random(seed + page);
     show(random.items(3));
     ASSERT_FALSE(HasFatalFailure());
+    expectTruePlaces(root());
     QImage drawn = picture();
     for (int i = 0; i < 100; ++i, ++points) {
       const QPoint at(random.number(400), random.number(300));

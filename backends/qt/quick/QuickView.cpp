@@ -4,6 +4,7 @@
 #include <private/qquickitem_p.h>
 
 #include <QtCore/QLocale>
+#include <QtGui/QTransform>
 #include <QtQuick/QQuickWindow>
 #include <array>
 #include <utility>
@@ -46,6 +47,11 @@ QString firstText(const QObject& object, const std::array<const char*, count>& p
 // What is read out as the present value: the choice of a combo box, the number of a slider.
 constexpr std::array kValues{"displayText", "value", "currentText"};
 constexpr std::array kLabels{"text", "title"};
+
+bool isMovedOnly(QQuickItem& item) {
+  return item.scale() == 1 && item.rotation() == 0 &&
+         QQuickItemPrivate::get(&item)->transforms.isEmpty();
+}
 
 QString attachedText(const QObject& object, const char* className, const char* property) {
   const QObject* const attached = attachedObject(object, className);
@@ -117,6 +123,16 @@ CGRect QuickView::frame() const {
     return toCGRect(item_->mapRectToScene(part()).translated(-origin));
   }
   return toCGRect(item_->mapRectToItem(above, part()).translated(-shownPart(*above).topLeft()));
+}
+
+platform::CGAffineTransform QuickView::transform() const {
+  if (!item_) return {};
+  QQuickItem* const above = superviewItem(*item_);
+  QQuickItem* at = item_;
+  while (at && at != above && isMovedOnly(*at)) at = at->parentItem();
+  if (at == above) return {};
+  const QTransform whole = item_->itemTransform(above, nullptr);
+  return {whole.m11(), whole.m12(), whole.m21(), whole.m22()};
 }
 
 CGPoint QuickView::convertPointToWindow(CGPoint point) const {

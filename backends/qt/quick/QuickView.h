@@ -32,6 +32,8 @@ class QuickView : public QtViewCore {
 
   platform::CGRect bounds() const final;
   platform::CGRect frame() const final;
+  // How it is scaled and turned in its superview; where it stands is in its frame.
+  platform::CGAffineTransform transform() const final;
   platform::CGPoint convertPointToWindow(platform::CGPoint point) const final;
   platform::CGPoint convertPointFromWindow(platform::CGPoint point) const final;
   platform::UIViewRef hitTest(platform::CGPoint point) const final;

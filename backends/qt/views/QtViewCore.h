@@ -28,7 +28,7 @@ class QtViewCore : public platform::UIView {
   virtual std::unique_ptr<QtBorder> makeBorder() const = 0;
 
   platform::CALayer& layer() const final { return layer_; }
-  platform::CGAffineTransform transform() const final { return {}; }
+  platform::CGAffineTransform transform() const override { return {}; }
   platform::CGPoint center() const final;
   std::span<const platform::Class> gestureRecognizers() const override { return {}; }
   long tag() const final { return 0; }
