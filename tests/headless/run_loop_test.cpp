@@ -74,9 +74,11 @@ TEST_F(RunLoopTest, TheLoopSaysWhatItDidBetweenItsSleeps) {
   } log;
   environment.processInfo().setVirtual(false);
   environment.application().setRunLoopObserver(&log);
-  loop.after(0.01, [&] { environment.dispatch().mainQueue().async([] {}); });
-  environment.dispatch().mainQueue().async([] {});
-  loop.runUntil([] { return false; }, 0.05);
+  const auto later = [&](auto block) {
+    environment.dispatch().mainQueue().async([this, block] { loop.after(0.02, block); });
+  };
+  later([&] { later([&] { loop.stop(); }); });
+  loop.run();
   environment.application().setRunLoopObserver(nullptr);
   EXPECT_THAT(log.began, testing::ElementsAre(platform::kMainQueueAlone, "timer"));
 }
