@@ -93,7 +93,7 @@ TEST_F(DrawingTest, AnImageFillsItsViewAndACropMayReachBeyondIt) {
   const Picture picture(cropped->JPEGRepresentation(0.6));
   EXPECT_EQ(picture.width, 600);
   EXPECT_TRUE(picture.shows(kRed, 210, 210));
-  EXPECT_TRUE(picture.shows(kWhite, 190, 190));
+  EXPECT_TRUE(picture.shows({0, 0, 0, 1}, 190, 190));
   EXPECT_TRUE(image->crop({{0, 0}, {0, 5}})->JPEGRepresentation(0.6).empty());
   const auto bytes = cropped->PNGRepresentation();
   ASSERT_GT(bytes.size(), 24U);

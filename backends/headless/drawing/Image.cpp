@@ -72,12 +72,12 @@ platform::CGSize Image::size() const {
 }
 
 platform::UIImageRef Image::crop(const platform::CGRect& rect) const {
-  cairo_surface_t* const cropped = makeSurface(rect.size, scale_);
-  if (cropped && surface_) {
-    paint(surface_, cropped, std::round(-rect.origin.x * scale_),
+  const auto cropped = filled(rect.size, scale_, {0, 0, 0, 1});
+  if (cropped->surface_ && surface_) {
+    paint(surface_, cropped->surface_, std::round(-rect.origin.x * scale_),
           std::round(-rect.origin.y * scale_));
   }
-  return std::make_shared<const Image>(cropped, scale_);
+  return cropped;
 }
 
 // In grey, so that how long a text is does not show either.
