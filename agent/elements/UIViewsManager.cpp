@@ -215,8 +215,8 @@ void UIViewsManager::findElements(const UIViewRef& parent, const std::string& ta
 void UIViewsManager::identifyElementByAccessor(const UIViewRef& view, const std::string&,
                                                const std::string& accessorType,
                                                const std::string& accessorValue) {
-  if (!Accessor(positions_, accessorType, accessorValue).matches(view)) return;
   if (!KIFAdditions::isVisibleInWindowFrame(view)) return;
+  if (!Accessor(positions_, accessorType, accessorValue).matches(view)) return;
   UIViewMemoryCache::sharedInstance().addViewInMemoryCache(view);
 }
 
