@@ -22,12 +22,12 @@ unless it says that a person does it.
 
 A Unix socket of the path that the program finds in `TARNI_SESSION`; `tarni run` puts it there
 (`$XDG_RUNTIME_DIR/tarni/PID.session`, or in `/tmp/tarni-UID`). The agent makes it, for this user
-alone: the folder must be of mode 0700, the socket has mode 0600, and another user's connection is
+and root: the folder must be of mode 0700, the socket has mode 0600, and another user's connection is
 closed. It takes the variable out of the environment of the program's children. A path is reached
 across network namespaces, so an isolated program needs no other way. `tcp:127.0.0.1:PORT` instead of
-a path is a port of this machine, without any lock, and therefore in debug builds of the agent alone:
-for devices, where the application's `Info.plist` may say it as `TarniSession`. Without the variable
-there is no channel.
+a path is a port of this machine, without any lock, and therefore in debug builds of the agent alone
+and in the framework for iOS, which is a part of debug builds: on devices the application's `Info.plist`
+may say it as `TarniSession`. Without the variable there is no channel.
 
 ## What goes over it
 
@@ -35,10 +35,10 @@ there is no channel.
 messages); parameters have names. Requests may overlap; answers come as they are ready. A request
 without `id` is not answered. The connection stays open until the last answer is read.
 
-A line is at most 16 MiB long and holds at most 250,000 values. Of one client 256 requests are on their
-way at a time, the ones behind them wait in the socket. A client that reads nothing for 10 s while answers
-wait for it is closed. When a client goes, its requests end, and the buttons and keys that it holds down
-are let go.
+A line is at most 16 MiB long, holds at most 250,000 values and nests at most 64 levels. Of one client
+256 requests are on their way at a time, the ones behind them wait in the socket. A client that reads
+nothing for 10 s while answers wait for it, or for which more than 256 MiB wait, is closed. When a client
+goes, its requests end, and the buttons and keys that it holds down are let go.
 
 Requests that look at views or act on them run on the program's main thread, one after the other, and
 between the commands of the fixed ports; one that pauses or waits lets others pass. A dialog that a click
@@ -82,15 +82,16 @@ of the key window.
 ## Conditions
 
 Each says what it is about, `"element"` (a handle), `"find"` (an object with the members of a selector)
-or `"window"` (a part of a title), and what must hold of it:
+or `"window"` (a part of a title, in its case), and what must hold of it:
 
 - `"is"`: `there` (the usual), `gone`, `visible`, `enabled`, `disabled`, `checked`, `unchecked` or
   `focused`; of a window `there` or `gone`. Of several elements that are found, one is enough.
-- `"textIs"` or `"textContains"`: a text.
+- `"textIs"` or `"textContains"`: a text, in its case.
 - `"count"`: how many are found.
 
 `{"find": {"kind": "UILabel", "text": "Saved"}, "is": "visible"}`. The error `timeout` has them all in
-`data.conditions`, with what is there instead.
+`data.conditions`, with what is there instead: `holds` and, unless it is about windows, `found` (how many) and
+`elements` (the first of them). A page, which does not tell that it has changed, is asked every 100 ms.
 
 ## Costs
 

@@ -1,6 +1,6 @@
 // Waits: the open waits of all clients, woken when the main thread has handled something. They are
-// looked at on main when it comes to rest, at most every 10 ms and never while nothing happened;
-// where the platform does not tell, every 20 ms while there is one. Main thread.
+// looked at on main when it comes to rest, at most every 10 ms and never while nothing happened.
+// Pages, which do not tell, are asked by who waits for something in them. Main thread.
 #pragma once
 
 #include <functional>

@@ -38,7 +38,7 @@ constexpr Parameter kElementOnly[] = {kTheElement};
 constexpr Parameter kElementClick[] = {
     kTheElement,
     {"button", Kind::Text, kOptional, "left (the usual), right, middle, back or forward."},
-    {"count", Kind::Integer, kOptional, "2 for a double click."},
+    {"count", Kind::Integer, kOptional, "1 to 3; 2 for a double click."},
     {"modifiers", Kind::Text, kOptional, "Keys that are down meanwhile: `Control+Shift`."},
     {"x", Kind::Number, kOptional,
      "With `y`: where, from its upper left corner, unless something else takes the press there."},
@@ -69,14 +69,15 @@ constexpr Parameter kWindowSize[] = {
 constexpr Parameter kPerson{"person", Kind::Flag, kOptional,
                             "True when a person does it by means of the client: `record.start` "
                             "tells of it, where the platform tells these apart."};
-constexpr Parameter kInputPointer[] = {
-    {"steps", Kind::List, kRequired,
-     "In their order: `{\"move\": TARGET}`, `{\"down\": BUTTON}`, `{\"up\": BUTTON}`, `{\"pause\": "
-     "MILLISECONDS}`."},
-    kPerson};
+constexpr Parameter kInputPointer[] = {{"steps", Kind::List, kRequired,
+                                        "At most 10,000, in their order: `{\"move\": TARGET}`, "
+                                        "`{\"down\": BUTTON}`, `{\"up\": BUTTON}`, "
+                                        "`{\"pause\": MILLISECONDS}`."},
+                                       kPerson};
 constexpr Parameter kInputTouch[] = {
     {"steps", Kind::List, kRequired,
-     "In their order: `{\"down\": FINGER}`, `{\"move\": FINGER}`, `{\"up\": FINGER}`, `{\"pause\": "
+     "At most 10,000, in their order: `{\"down\": FINGER}`, `{\"move\": FINGER}`, `{\"up\": "
+     "FINGER}`, `{\"pause\": "
      "MILLISECONDS}`. A finger is a target with its number, `{\"finger\": 1, \"x\": 30, \"y\": "
      "40}`, "
      "or a list of them that do so at the same moment; where it goes up needs no target."}};
@@ -88,7 +89,8 @@ constexpr Parameter kInputWheel[] = {
 };
 constexpr Parameter kInputKeys[] = {
     {"steps", Kind::List, kRequired,
-     "In their order: `\"Control+a\"` for keys that go down and up together, `{\"down\": KEY}`, "
+     "At most 10,000, in their order: `\"Control+a\"` for keys that go down and up together, "
+     "`{\"down\": KEY}`, "
      "`{\"up\": KEY}`, `{\"pause\": MILLISECONDS}`. Keys are called as in the W3C's "
      "`KeyboardEvent.key`: `Enter`, `F2`, `ArrowLeft`, `Shift`, `a`, `Ä`. Names that people use "
      "besides are known: `ctrl-a`, `Return`, `Esc`, `Left`, `Space`. A dead key has none: the "
@@ -105,14 +107,15 @@ constexpr Parameter kInputDrag[] = {
     {"from", Kind::Object, kRequired, "The target at which the button goes down."},
     {"to", Kind::Object, kRequired, "The target at which it goes up."},
     {"button", Kind::Text, kOptional, "left without."},
-    {"moves", Kind::Integer, kOptional, "In so many moves, 12 without."},
+    {"moves", Kind::Integer, kOptional, "In so many moves, 2 to 1000, 12 without."},
     {"duration", Kind::Number, kOptional, "Milliseconds that the way takes, 200 without."},
     kPerson,
 };
 constexpr Parameter kRecordStart[] = {
     {"checkKey", Kind::Text, kOptional,
      "A key, `Control+F12` say, that adds a check of what the pointer rests on, and is no act "
-     "itself. The program gets it as well."}};
+     "itself. The program gets it as well. There is one for all clients: that of the latest who "
+     "named one."}};
 constexpr Parameter kThePage{"page", Kind::Integer, kOptional,
                              "The handle of the web view; not needed where there is one."};
 constexpr Parameter kPageOnly[] = {kThePage};
@@ -120,8 +123,8 @@ constexpr Parameter kPageEvaluate[] = {
     kThePage, {"script", Kind::Text, kRequired, "An expression of JavaScript."}};
 constexpr Parameter kPageFind[] = {
     kThePage,
-    {"css", Kind::Text, kOptional, "A CSS selector."},
-    {"xpath", Kind::Text, kOptional, "An XPath expression."},
+    {"css", Kind::Text, kOptional, "A CSS selector. This, or one of the next three."},
+    {"xpath", Kind::Text, kOptional, "An XPath expression, which does not look into shadow trees."},
     {"text", Kind::Text, kOptional, "The text that it is known by, all of it."},
     {"textContains", Kind::Text, kOptional, "A part of that text, in any case."},
 };
@@ -142,7 +145,7 @@ const std::vector<Method>& table() {
        Effect::Asks,
        app::info},
       {"app.costs",
-       "What the program has cost since the channel opened.",
+       "What the program has cost since the channel opened; the processor's time since it began.",
        {},
        "`busyMs` (of the main thread), `longestMs` (its longest stretch), `beganWith` (what that "
        "began with), `cpuMs` (of the process), `memoryBytes`; null for what is not known",
@@ -183,7 +186,9 @@ const std::vector<Method>& table() {
       {"element.click",
        "Clicks an element with the mouse, as a person does: in its window, brought into sight, at "
        "a point where it takes the press. Where there is no mouse a finger taps it, which has no "
-       "other button and no modifiers.",
+       "other button and no modifiers. An element of a page is clicked by a script, whatever lies "
+       "over "
+       "it, unless a parameter asks for more than a plain click.",
        kElementClick, "nothing", Effect::Acts, element::click},
       {"element.focus", "Gives the element the keyboard.", kElementOnly, "nothing", Effect::Acts,
        element::focus},
@@ -220,13 +225,16 @@ const std::vector<Method>& table() {
       {"page.list",
        "The web views that are shown, with their pages.",
        {},
-       "`pages`: each with `page` (its handle), `title`, `address`, `loading`, `silent` (busy with "
-       "a script, or kept by a dialog that it opened)",
+       "`pages`: each with `page` (its handle), `title`, `address` (both empty while it is one of "
+       "what "
+       "follows), `loading`, `silent` (busy with a script, or kept by a dialog that it opened)",
        Effect::Asks,
        page::list},
       {"page.evaluate", "Evaluates a script in a page.", kPageEvaluate,
        "`text`: its result as text", Effect::Acts, page::evaluate},
-      {"page.find", "The elements of a page that fit, in its frames and shadow trees as well.",
+      {"page.find",
+       "The elements of a page that fit, in its frames of the same origin and shadow trees as "
+       "well.",
        kPageFind, "`elements`: descriptions", Effect::Asks, page::find},
       {"page.tree", "Everything that is shown of a page.", kPageOnly, "`elements`: descriptions",
        Effect::Asks, page::tree},

@@ -239,7 +239,8 @@ std::string_view stepInWords() {
 | `time`, `durationMs` | of the act's first event, in milliseconds since 1970; to the last |
 | `act` | `click`, `longPress`, `drag`, `wheel`, `hover` (that opened something), `key`, `type`, `choose` (the value of a control), `switch`, `expand`, `menu`, `resize`, `close`, `check` (nothing was done: it is to be so again) |
 | `element` | its description, with `near` (`label`, `group`, `window`: the texts that stand there) and `locators` |
-| `button`, `count`, `modifiers` | of a click, a drag; a `count` of 2 is a double click |
+| `button`, `count` | of a click, a long press, a drag, a menu; a `count` of 2 is a double click |
+| `modifiers` | the keys that were down, of these and of the wheel |
 | `at` | where the pointer was, from the element's upper left corner |
 | `way` | of a drag: where it went, from its beginning |
 | `target`, `targetAt` | of a drag that ends over another element: that one, and where |

@@ -23,7 +23,8 @@ class Condition {
   bool holds() const;
   // Whether the latest look has come by any that have not been asked.
   bool hasMetPages() const { return hasMetPages_; }
-  // What there is instead: the condition, with "found" or "text" or what else tells.
+  // What there is instead: {"condition", "holds"} and, unless it is about windows, "found" (how
+  // many) and "elements" (the first of them).
   Json instead() const;
 
  private:

@@ -13,7 +13,9 @@ void declareCosts(CLI::App& parser, Invocation& invocation) {
   parser.footer(
       "busyMs: how long its main thread was busy; longestMs and beganWith: its longest stretch "
       "and\n"
-      "what began it; cpuMs: processor time. --json of a command that acts has its own costs.");
+      "what began it; cpuMs: processor time, of the program's whole life. --json of a command "
+      "that\n"
+      "acts has its own costs.");
   parser.callback([&invocation] {
     invocation.needSession();
     const auto answer = invocation.ask("app.costs");
