@@ -97,6 +97,8 @@ class UIWebView {
   virtual bool isLoading() const = 0;
   // True for a page that has stopped answering, or has gone: nothing more is asked of it.
   virtual bool isSilent() const { return false; }
+  // Whether what fingers and the pointer do on it comes to the page.
+  virtual bool passesPresses() const { return true; }
   // The result as text, empty when there is none and for a page that is or becomes silent. Throws
   // NSException when the page goes meanwhile.
   virtual Task<std::string> stringByEvaluatingJavaScriptFromString(std::string script) = 0;

@@ -158,6 +158,36 @@ TEST_P(ConformancePages, StandBelowTheirViewInTheTreeOfTheSession) {
       {"element", find({{"class", "input"}, {"within", button["page"]}})["element"]}};
   wire.ask("element.setText", {{"element", field["element"]}, {"text", "Ada"}});
   awaitThat({{"element", field["element"]}, {"textIs", "Ada"}});
+  const auto refusal = [&](const char* method, json parameters) {
+    wire.send(method, std::move(parameters), 7);
+    return wire.answer()["error"]["data"]["error"];
+  };
+  EXPECT_EQ(refusal("element.click", {{"element", button["element"]}, {"button", "nix"}}),
+            "invalid argument");
+  EXPECT_EQ(refusal("page.find", {{"css", "a"}, {"text", "Terms"}}), "invalid selector");
+  const json press = {{"element", button["element"]},
+                      {"button", "middle"},
+                      {"count", 2},
+                      {"modifiers", "Shift"},
+                      {"x", 9},
+                      {"y", 5}};
+  if (desktop_) {
+    wire.ask("page.evaluate",
+             {{"script",
+               "addEventListener('mousedown', (e) => { const { left, top } = "
+               "document.querySelector('button').getBoundingClientRect(); window.told = "
+               "[e.isTrusted, e.button, e.detail, "
+               "e.shiftKey, Math.round(e.clientX - left), Math.round(e.clientY - top)].join(); "
+               "}, true)"}});
+    wire.ask("element.click", press);
+    EXPECT_TRUE(eventually([&] {
+      return wire.ask("page.evaluate", {{"script", "window.told"}})["text"] == "true,1,2,true,9,5";
+    })) << wire.ask("page.evaluate", {{"script", "window.told"}});
+    EXPECT_THAT(wire.ask("page.find", {{"xpath", "//input[@name='code']"}})["elements"], SizeIs(1))
+        << "in a frame";
+  } else {
+    EXPECT_EQ(refusal("element.click", press), "unsupported operation");
+  }
   wire.ask("element.click", {{"element", button["element"]}});
   awaitThat({{"find", {{"class", "output"}}}, {"textIs", "sent by Ada"}});
   const json changes = wire.ask("tree.get", {{"since", tree["version"]}});

@@ -19,6 +19,7 @@ import {
 } from './lib/dom.js';
 import { define } from './lib/globals.js';
 import { elementOf, numberOf, page } from './lib/numbers.js';
+import { pressAt, startOf } from './lib/press.js';
 import { search } from './lib/search.js';
 
 // Only of what holds no other elements, or is a thing of its own: a page would be told many times.
@@ -104,10 +105,19 @@ function bySelector(css) {
   return found;
 }
 
+// In the page's document and those of its frames: there is no XPath in a shadow tree.
 function byPath(path) {
-  const result = document.evaluate(path, document, null, 7, null);
   const found = [];
-  for (let i = 0; i < result.snapshotLength; i += 1) found[i] = result.snapshotItem(i);
+  const scopes = scopesFrom(document);
+  for (let i = 0; i < scopes.length; i += 1) {
+    if (scopes[i].host) continue;
+    const result = scopes[i].evaluate(path, scopes[i], null, 7, null);
+    for (let j = 0; j < result.snapshotLength; j += 1) {
+      const node = result.snapshotItem(j);
+      if (node.nodeType !== 1) throw new Error('the XPath gives what are no elements');
+      found[found.length] = node;
+    }
+  }
   return found;
 }
 
@@ -254,6 +264,13 @@ function scrollTo(element) {
   if (!isInSight) element.scrollIntoView({ block: 'center', behavior: 'instant' });
 }
 
+// Where the pointer presses it; without a place when it cannot.
+function pressed(element, place) {
+  const { x, y, taker, isOwn } = pressAt(element, place);
+  if (!taker || element.disabled) return JSON.stringify({ page });
+  return JSON.stringify(isOwn ? { page, x, y } : { page, taker: startOf(taker) });
+}
+
 function setText(element, text) {
   element.focus();
   if (isRichText(element)) {
@@ -301,6 +318,10 @@ define({
     return element ? answer([element]) : JSON.stringify({ page, gone: true });
   }),
   tarniSessionClick: guarded((number) => soon(number, click)),
+  tarniSessionPress: guarded((number, place) => {
+    const element = elementOf(number);
+    return element ? pressed(element, place) : JSON.stringify({ page, gone: true });
+  }),
   tarniSessionScroll: guarded((number) => now(number, scrollTo)),
   tarniSessionFocus: guarded((number) => now(number, (element) => element.focus())),
   tarniSessionPointed: guarded((x, y) => portrait(pointedAt(x, y))),

@@ -2,6 +2,7 @@
 // {"value"}, {"error", "message"} or {"pending"}, whose answer `tarniDriverAnswer(pending)` has later.
 import { isFrame, isRendered, rectangleOf, typeOf } from './lib/dom.js';
 import { define } from './lib/globals.js';
+import { pressAt, startOf } from './lib/press.js';
 import { Failure, fromJson, referred, toJson } from './lib/values.js';
 
 // The document in which commands work; that of a frame whose element is referred to.
@@ -103,18 +104,10 @@ function clickable({ element }) {
   const node = referred(element);
   if (node.localName === 'option') return choose(node);
   if (!isDisplayed({ element })) throw new Failure('element not interactable', 'the element is not displayed');
-  node.scrollIntoView({ block: 'nearest', inline: 'nearest', behavior: 'instant' });
-  const own = node.getClientRects()[0] || node.getBoundingClientRect();
-  const x = own.left + own.width / 2;
-  const y = own.top + own.height / 2;
-  const taker = node.getRootNode().elementFromPoint(x, y);
-  if (!own.width || !own.height || !taker) throw new Failure('element not interactable', 'nothing of the element is in sight');
-  if (taker !== node && !node.contains(taker) && !taker.contains(node)) {
-    throw new Failure('element click intercepted', `${taker.outerHTML.slice(0, 200)} takes the press instead`);
-  }
-  const { left, top, width, height } = rectangleOf(node);
-  const outer = node.getBoundingClientRect();
-  return { x: left + (x - outer.left), y: top + (y - outer.top), width, height };
+  const { x, y, taker, isOwn } = pressAt(node);
+  if (!taker) throw new Failure('element not interactable', 'nothing of the element is in sight');
+  if (!isOwn) throw new Failure('element click intercepted', `${startOf(taker)} takes the press instead`);
+  return { x, y };
 }
 
 function isEditable(node) {

@@ -77,11 +77,16 @@ Task<void> turnToWindowOf(UIViewRef view) {
   co_await application.makeKeyWindow(window);
 }
 
+UIViewRef webViewOf(const PageElement& element) {
+  UIViewRef view = element.webView.lock();
+  if (view && view->window()) return view;
+  throw SessionError(errors::kStaleElement, "the element's page has gone");
+}
+
 Task<void> giveFocus(Handle element) {
   const PageElement* const found = Elements::sharedInstance().pageElementOf(element);
   const std::optional<PageElement> inPage = found ? std::optional(*found) : std::nullopt;
-  UIViewRef view = inPage ? inPage->webView.lock() : Elements::sharedInstance().viewOf(element);
-  if (!view) throw SessionError(errors::kStaleElement, "the element's page has gone");
+  UIViewRef view = inPage ? webViewOf(*inPage) : Elements::sharedInstance().viewOf(element);
   const platform::UIViewWeakRef weak = view;
   co_await turnToWindowOf(view);
   view = weak.lock();
@@ -133,6 +138,22 @@ Task<CGPoint> readyToPress(Handle element, std::optional<CGPoint> place) {
   view = Elements::sharedInstance().viewOf(element);
   const auto there = place ? pressAt(view, *place) : std::nullopt;
   co_return there ? *there : pressablePoint(view);
+}
+
+Task<CGPoint> readyToPress(PageElement element, std::optional<CGPoint> place) {
+  UIViewRef view = webViewOf(element);
+  const auto page = platform::as<platform::UIWebView>(view);
+  if (!page || !page->passesPresses()) {
+    throw SessionError(errors::kUnsupported,
+                       "presses do not reach the pages of this platform, which take a plain click");
+  }
+  co_await turnToWindowOf(view);
+  view = webViewOf(element);
+  co_await bringIntoView(view);
+  const CGPoint inPage = co_await pressPointIn(element, place);
+  const auto there = pressAt(webViewOf(element), inPage);
+  if (there) co_return *there;
+  throw SessionError(errors::kClickIntercepted, "something over the page takes the press instead");
 }
 
 }  // namespace tarni::session

@@ -18,6 +18,9 @@ platform::Task<void> turnToWindowOf(platform::UIViewRef view);
 // Scrolls everything round the view until as much of it as possible is in sight.
 platform::Task<void> bringIntoView(platform::UIViewRef view);
 
+// The web view of the page; throws SessionError (stale element reference) when it has gone.
+platform::UIViewRef webViewOf(const PageElement& element);
+
 // Gives an element of a window or of a page the keyboard.
 platform::Task<void> giveFocus(Handle element);
 
@@ -29,6 +32,10 @@ platform::CGPoint pressablePoint(const platform::UIViewRef& view);
 // Ready to be pressed: in the key window, in sight; at the place that is asked for, from its upper
 // left corner, if it takes the press there.
 platform::Task<platform::CGPoint> readyToPress(Handle element,
+                                               std::optional<platform::CGPoint> place);
+// The same of an element of a page, in its web view's window; at the place that is asked for, or
+// not at all. Throws SessionError (unsupported operation) where the pages get no presses.
+platform::Task<platform::CGPoint> readyToPress(PageElement element,
                                                std::optional<platform::CGPoint> place);
 
 }  // namespace tarni::session

@@ -103,6 +103,18 @@ void requireClick(const Json& parameters) {
       "this platform has fingers and no mouse: they have one button and no modifiers");
 }
 
+bool isPlainClick(const Json& parameters) {
+  return buttonNamed(parameters.value("button", "left")) == platform::PointerButton::Left &&
+         parameters.value("count", 1L) == 1 && parameters.value("modifiers", "").empty() &&
+         !placeIn(parameters);
+}
+
+Task<void> pressIn(CallRef call, PageElement element) {
+  const platform::CGPoint point = co_await readyToPress(element, placeIn(call->parameters()));
+  platform::UIWindowRef window = webViewOf(element)->window();
+  co_await press(call, std::move(window), point);
+}
+
 Task<void> setSwitch(UIViewRef view, bool on) {
   const auto control = platform::as<platform::UISwitch>(view);
   if (control->isOn() != on) co_await control->setOn(on);
@@ -179,12 +191,17 @@ Answer picture(CallRef call) {
 }
 
 Answer click(CallRef call) {
-  if (const PageElement* const element = pageElementIn(call)) {
-    co_await clickIn(*element);
-    co_return Result();
-  }
   const Json& parameters = call->parameters();
   requireClick(parameters);
+  if (const PageElement* const found = pageElementIn(call)) {
+    const PageElement element = *found;
+    if (isPlainClick(parameters)) {
+      co_await clickIn(element);
+    } else {
+      co_await pressIn(call, element);
+    }
+    co_return Result();
+  }
   const platform::CGPoint point = co_await readyToPress(handleIn(call), placeIn(parameters));
   requireEnabled(viewIn(call));
   platform::UIWindowRef window = viewIn(call)->window();

@@ -24,6 +24,16 @@ UIViewRef pageOf(const CallRef& call) {
   throw SessionError(errors::kInvalidArgument, "\"page\" is not the handle of a web view");
 }
 
+std::string wayIn(const Json& parameters) {
+  std::vector<std::string> given;
+  for (const char* const way : {"css", "xpath", "text", "textContains"}) {
+    if (parameters.contains(way)) given.emplace_back(way);
+  }
+  if (given.size() == 1) return given.front();
+  throw SessionError(errors::kInvalidSelector,
+                     "page.find takes one of css, xpath, text and textContains");
+}
+
 }  // namespace
 
 Answer list(CallRef) {
@@ -58,14 +68,11 @@ Answer evaluate(CallRef call) {
 Answer find(CallRef call) {
   const Json& parameters = call->parameters();
   UIViewRef view = pageOf(call);
-  for (const char* way : {"css", "xpath", "text", "textContains"}) {
-    if (!parameters.contains(way)) continue;
-    std::string value = parameters[way].get<std::string>();
-    const std::vector<PageNode> nodes = co_await nodesFound(std::move(view), way, std::move(value));
-    co_return answerOf({}, nodes);
-  }
-  throw SessionError(errors::kInvalidSelector,
-                     "page.find takes one of css, xpath, text and textContains");
+  std::string way = wayIn(parameters);
+  std::string value = parameters[way].get<std::string>();
+  const std::vector<PageNode> nodes =
+      co_await nodesFound(std::move(view), std::move(way), std::move(value));
+  co_return answerOf({}, nodes);
 }
 
 Answer tree(CallRef call) {

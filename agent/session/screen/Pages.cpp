@@ -146,6 +146,21 @@ Task<void> clickIn(PageElement element) {
   co_await askAbout(element, "tarniSessionClick", "");
 }
 
+Task<CGPoint> pressPointIn(PageElement element, std::optional<CGPoint> place) {
+  const Json asked = place ? Json{{"x", place->x}, {"y", place->y}} : Json();
+  std::string more = "," + jsonText(asked);
+  const Json told = co_await askAbout(element, "tarniSessionPress", std::move(more));
+  if (told.contains("taker")) {
+    throw SessionError(errors::kClickIntercepted,
+                       told["taker"].get<std::string>() + " takes the press instead");
+  }
+  if (!told.contains("x")) {
+    throw SessionError(errors::kNotInteractable,
+                       "the element is disabled, or nothing of it is in sight");
+  }
+  co_return CGPoint{told["x"].get<double>(), told["y"].get<double>()};
+}
+
 Task<void> scrollToIn(PageElement element) {
   co_await askAbout(element, "tarniSessionScroll", "");
 }

@@ -36,6 +36,11 @@ platform::Task<std::vector<PageNode>> nodesFound(platform::UIViewRef webView, st
 // javascript error with what the page says.
 platform::Task<std::string> descriptionOf(PageElement element);
 platform::Task<void> clickIn(PageElement element);
+// Where a press meets the element once it is in sight, from the web view's upper left corner: at
+// its middle, or at the place from its own one. Throws SessionError: element not interactable,
+// element click intercepted.
+platform::Task<platform::CGPoint> pressPointIn(PageElement element,
+                                               std::optional<platform::CGPoint> place);
 platform::Task<void> scrollToIn(PageElement element);
 platform::Task<void> setTextIn(PageElement element, std::string text);
 

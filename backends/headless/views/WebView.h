@@ -40,6 +40,7 @@ class WebView : public View, public platform::UIWebView {
 
   bool isLoading() const override { return loading_; }
   void setLoading(bool loading) { loading_ = loading; }
+  bool passesPresses() const override { return false; }
   platform::Task<std::string> stringByEvaluatingJavaScriptFromString(std::string script) override;
   // The answer to exactly this script; goes before the engine.
   void setAnswer(std::string script, std::string answer);
