@@ -152,8 +152,7 @@ void Client::takeLine(std::string_view line) {
 }
 
 void Client::request(const Json& message) {
-  const bool isNotification = !message.contains("id");
-  const Json id = message.value("id", Json());
+  const Json id = message.value("id", Json(Json::value_t::discarded));
   try {
     const std::string& name = message["method"].get_ref<const std::string&>();
     const Method* const method = methodNamed(name);
@@ -166,10 +165,10 @@ void Client::request(const Json& message) {
     if (!method->handler) {
       cancel(id, parameters);
     } else {
-      perform(isNotification ? Json(Json::value_t::discarded) : id, *method, std::move(parameters));
+      perform(id, *method, std::move(parameters));
     }
   } catch (const SessionError& error) {
-    if (!isNotification) send(errorAnswer(id, error));
+    if (!id.is_discarded()) send(errorAnswer(id, error));
   }
 }
 
@@ -213,6 +212,7 @@ void Client::armTimer(Request& request, const std::string& key) {
       }));
 }
 
+// `id` is discarded where nobody asks for an answer.
 void Client::cancel(const Json& id, const Json& parameters) {
   const auto entry = requests_.find(jsonText(parameters["request"]));
   const bool isFound = entry != requests_.end();
@@ -222,7 +222,7 @@ void Client::cancel(const Json& id, const Json& parameters) {
     call->abandon(error);
     platform::current().dispatch->mainQueue().async([call, error] { call->interrupt(error); });
   }
-  if (!id.is_null()) send(resultAnswer(id, jsonText({{"cancelled", isFound}})));
+  if (!id.is_discarded()) send(resultAnswer(id, jsonText({{"cancelled", isFound}})));
 }
 
 void Client::didEnd(const std::string& key, const Json& id, const std::string& answer) {

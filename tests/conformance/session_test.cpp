@@ -246,11 +246,16 @@ TEST_P(ConformanceSession, BadInputIsAnsweredAndHarmsNobody) {
       {R"({"jsonrpc":"2.0","id":1,"method":"wait.for","params":{"timeout":1,"conditions":)"
        R"([{"find":{"text":"nobody"}}]}})",
        "timeout"},
+      {R"({"jsonrpc":"2.0","id":1,"method":"wait.for","params":{"conditions":)"
+       R"([{"window":"","is":"visible"}]}})",
+       "invalid argument"},
   };
   for (const auto& [line, name] : cases) {
     one.sendLine(line);
     EXPECT_EQ(one.answer()["error"]["data"]["error"], name) << line;
   }
+  one.sendLine(R"({"jsonrpc":"2.0","id":null,"method":"cancel","params":{"request":1}})");
+  EXPECT_EQ(one.answer()["result"]["cancelled"], false) << "an id that is null is one";
   // Half a line of one that goes, a wait of one that goes, many requests of one that reads late.
   client().sendRaw(R"({"jsonrpc":)");
   client().send("wait.for", {{"conditions", json::array({shows("never")})}}, 1);

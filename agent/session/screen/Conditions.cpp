@@ -51,7 +51,9 @@ Json toldOf(Handle handle) {
 Condition::Condition(const Json& text) : text_(text) {
   if (!text.is_object()) refuseCondition("is an object");
   if (text.contains("window")) {
+    const Json is = text.value("is", Json("there"));
     if (!text["window"].is_string()) refuseCondition("names a window by a part of its title");
+    if (is != "there" && is != "gone") refuseCondition("has \"is\" of a window: there or gone");
     return;
   }
   if (text.contains("element")) {
