@@ -31,6 +31,10 @@ Handle Elements::handleOf(const UIViewRef& view) {
 
 Handle Elements::handleOf(const UIViewRef& webView, const std::string& document, long node) {
   const Handle view = handleOf(webView);
+  const auto first = knownPageElements_.lower_bound({view, "", 0});
+  const bool isOther = first != knownPageElements_.end() && std::get<0>(first->first) == view &&
+                       std::get<1>(first->first) != document;
+  if (isOther) forgetPage(view);
   const auto [entry, isNew] = knownPageElements_.try_emplace({view, document, node}, next_);
   if (isNew) pageElements_.emplace(next_++, PageElement{webView, document, node});
   return entry->second;
@@ -57,6 +61,14 @@ UIViewRef Elements::viewOf(Handle handle) const {
 const PageElement* Elements::pageElementOf(Handle handle) const {
   const auto entry = pageElements_.find(handle);
   return entry == pageElements_.end() ? nullptr : &entry->second;
+}
+
+// That of the document before: a web view shows one at a time.
+void Elements::forgetPage(Handle view) {
+  const auto begin = knownPageElements_.lower_bound({view, "", 0});
+  const auto end = knownPageElements_.lower_bound({view + 1, "", 0});
+  for (auto entry = begin; entry != end; ++entry) pageElements_.erase(entry->second);
+  knownPageElements_.erase(begin, end);
 }
 
 // Each pass leaves room for as many again, so that a handle costs the same however many there are.

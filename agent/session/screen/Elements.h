@@ -30,13 +30,15 @@ class Elements {
   Handle handleOf(const platform::UIViewRef& webView, const std::string& document, long node);
 
   // Throws SessionError: no such element for a handle that was never given out, stale element
-  // reference for one whose view has gone or stands in no window.
+  // reference for one whose view has gone or stands in no window, unsupported operation for one in
+  // a page.
   platform::UIViewRef viewOf(Handle handle) const;
   // Null for the handle of a view.
   const PageElement* pageElementOf(Handle handle) const;
 
  private:
   void forgetGone();
+  void forgetPage(Handle view);
 
   struct Known {
     Handle handle = 0;
