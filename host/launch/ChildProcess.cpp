@@ -5,6 +5,7 @@
 #include <signal.h>
 #include <sys/mman.h>
 #include <sys/prctl.h>
+#include <sys/stat.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -100,6 +101,12 @@ bool ChildProcess::hasEnded(Time deadline) {
 
 std::string ChildProcess::lastOutput() const {
   return output(0, lseek(output_, 0, SEEK_END));
+}
+
+long ChildProcess::lastOutputTime() const {
+  struct stat info {};
+  fstat(output_, &info);
+  return info.st_mtim.tv_sec * 1'000 + info.st_mtim.tv_nsec / 1'000'000;
 }
 
 std::string ChildProcess::outputSince(off_t& position) const {

@@ -40,6 +40,8 @@ class ChildProcess {
   pid_t pid() const { return pid_; }
   // The last lines that it and what it started have printed, when it is kept.
   std::string lastOutput() const;
+  // When they printed that, in milliseconds since 1970.
+  long lastOutputTime() const;
   // What they have printed since `position`, which is moved on; of much the last lines.
   std::string outputSince(off_t& position) const;
 

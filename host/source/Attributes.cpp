@@ -1,7 +1,6 @@
 #include "host/source/Attributes.h"
 
 #include <algorithm>
-#include <cmath>
 #include <nlohmann/json.hpp>
 
 namespace tarni::host {
@@ -26,8 +25,6 @@ constexpr const char* kShown[] = {
     "hint",   "placeholder", "title", "checked", "selected", "expanded", "focused", "editable",
     "secure", "modal",       "popup", "rows",    "columns",  "row",      "column",
 };
-
-constexpr const char* kSides[] = {"x", "y", "width", "height"};
 
 double numberAt(const Json& object, const char* key) {
   const auto found = object.find(key);
@@ -58,10 +55,6 @@ Rectangle rectangleIn(const Json& description, const char* member) {
 std::optional<std::string> attributeOf(const Json& description, std::string_view name) {
   if (name == "name") return nameOf(description);
   if (name == "value") return valueOf(description);
-  if (std::ranges::find(kSides, name) != std::end(kSides)) {
-    const Json& sides = objectIn(description, "rect");
-    return std::to_string(std::lround(numberAt(sides, std::string(name).c_str())));
-  }
   const auto* const alias = std::ranges::find(kAliases, name, &Alias::name);
   const std::string member(alias != std::end(kAliases) ? alias->member : name);
   return valueIn(description, member.c_str());

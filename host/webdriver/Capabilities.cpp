@@ -51,17 +51,25 @@ bool isSame(std::string_view one, std::string_view other) {
   });
 }
 
+// None of a line of blanks.
+std::vector<std::string> wordsIn(const std::string& name, const std::string& line,
+                                 const std::string& what) {
+  if (line.find_first_not_of(" \t\n") == std::string::npos) return {};
+  try {
+    return wordsOf(line);
+  } catch (const std::invalid_argument& error) {
+    refuse(name, what + ": " + error.what());
+  }
+}
+
 // A file, or a command line.
 std::vector<std::string> commandOf(const std::string& name, const std::string& app) {
+  constexpr const char* kWhat = "a program or a command line";
   std::error_code none;
   if (std::filesystem::exists(app, none)) return {app};
-  try {
-    auto words = wordsOf(app);
-    if (!words.empty()) return words;
-  } catch (const std::invalid_argument& error) {
-    refuse(name, std::string("a program or a command line: ") + error.what());
-  }
-  refuse(name, "a program or a command line");
+  auto words = wordsIn(name, app, kWhat);
+  if (words.empty()) refuse(name, kWhat);
+  return words;
 }
 
 void takeEnvironment(Capabilities& to, const std::string& name, const Json& value) {
@@ -75,11 +83,11 @@ void takeEnvironment(Capabilities& to, const std::string& name, const Json& valu
 
 void takeArguments(Capabilities& to, const std::string& name, const Json& value) {
   if (value.is_string()) {
-    const auto words = commandOf(name, value.get<std::string>());
+    const auto words = wordsIn(name, textOf(name, value), "a list of texts, or a line of words");
     to.command.insert(to.command.end(), words.begin(), words.end());
     return;
   }
-  if (!value.is_array()) refuse(name, "a list of texts");
+  if (!value.is_array()) refuse(name, "a list of texts, or a line of words");
   for (const auto& word : value) to.command.push_back(textOf(name, word));
 }
 

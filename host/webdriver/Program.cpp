@@ -146,6 +146,11 @@ std::string Program::lastOutput() {
   return process_ ? process_->lastOutput() : "";
 }
 
+long Program::lastOutputTime() {
+  const std::lock_guard lock(mutex_);
+  return process_ ? process_->lastOutputTime() : 0;
+}
+
 void Program::end() {
   const std::lock_guard lock(mutex_);
   isOver_ = true;

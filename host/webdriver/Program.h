@@ -1,6 +1,6 @@
 // Program: what a session drives. Either started for it, in a network, on a display and with
 // folders of its own, all of which end with it; or one that runs, which is left as it is. `end` and
-// `lastOutput` may be called on any thread, all else on one at a time.
+// `lastOutput` and its time may be asked for on any thread, all else on one at a time.
 #pragma once
 
 #include <memory>
@@ -27,8 +27,10 @@ class Program {
   ~Program();
 
   SessionClient& client() { return *client_; }
-  // What it printed last; "" of one that was not started here.
+  // What it printed last, and when, in milliseconds since 1970; "" and 0 of one that was not
+  // started here.
   std::string lastOutput();
+  long lastOutputTime();
   // Ends a program that was started here, and all that was made for it. What it is asked meanwhile
   // ends with a WireError.
   void end();

@@ -105,6 +105,7 @@ http::Reply Server::create(const http::Request& request) {
 
 http::Reply Server::end(const http::Request& request) {
   return guarded([&] {
+    // Clients quit after what has ended a session by itself, too; that is not to hide what it was.
     sessions_.end(request.variables.front());
     return replyWith(nullptr);
   });

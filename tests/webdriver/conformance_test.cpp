@@ -225,6 +225,13 @@ TEST_P(WebDriver, HasADialogForAnAlertAndOnePictureOfThePlacesThatItTells) {
   const auto behind = driver_.element("class name", "UIButton");
   driver_.inSession("POST", "/element/" + details + "/click");
   EXPECT_THAT(driver_.inSession("GET", "/alert/text").value.dump(), testing::HasSubstr("Really?"));
+  const auto behindIt = driver_.inSession("GET", "/element/" + details + "/rect").value;
+  const auto attribute = [&](const std::string& name) {
+    return driver_.inSession("GET", "/element/" + details + "/attribute/" + name).value;
+  };
+  EXPECT_EQ(attribute("x"), behindIt["x"].dump());
+  EXPECT_EQ(attribute("y"), behindIt["y"].dump());
+  EXPECT_TRUE(attribute("index").is_string());
   const bool isWindow = driver_.inSession("GET", "/window/handles").value.size() > 1;
   for (const auto& [using_, value] :
        {std::pair{"class name", "UIButton"}, {"xpath", "//UIButton"}}) {

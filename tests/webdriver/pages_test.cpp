@@ -75,7 +75,8 @@ TEST_P(WebDriverPages, RunScriptsWithElementsPromisesAndFrames) {
   EXPECT_EQ(value("GET", "/element/" + client_.element("css selector", "[name=code]") +
                              "/attribute/placeholder"),
             "Code");
-  EXPECT_EQ(run("return document.querySelectorAll('input').length"), 1);
+  EXPECT_EQ(error("POST", "/context", {{"name", "WEBVIEW_0"}}), "no such window");
+  EXPECT_EQ(run("return document.querySelectorAll('input').length"), 1) << "still in the frame";
   value("POST", "/frame/parent");
   EXPECT_GT(run("return document.querySelectorAll('input').length"), 1);
 }

@@ -15,6 +15,14 @@ std::string nameOf(long page) {
   return std::string(kPage) + std::to_string(page);
 }
 
+long pageNamed(Session& session, const Json& name) {
+  for (const auto& page : pagesOf(session)) {
+    const long handle = page.value("page", 0L);
+    if (name == nameOf(handle)) return handle;
+  }
+  throw Error("no such window", "there is no context " + compact(name));
+}
+
 }  // namespace
 
 Json context(Session& session, const Arguments&) {
@@ -29,18 +37,10 @@ Json contexts(Session& session, const Arguments&) {
 
 Json switchToContext(Session& session, const Arguments& arguments) {
   const auto name = arguments.body.value("name", Json(kNative));
+  session.page =
+      name.is_null() || name == kNative ? std::nullopt : std::optional(pageNamed(session, name));
   session.frames.clear();
-  if (name.is_null() || name == kNative) {
-    session.page.reset();
-    return nullptr;
-  }
-  for (const auto& page : pagesOf(session)) {
-    const long handle = page.value("page", 0L);
-    if (name != nameOf(handle)) continue;
-    session.page = handle;
-    return nullptr;
-  }
-  throw Error("no such window", "there is no context " + compact(name));
+  return nullptr;
 }
 
 }  // namespace tarni::host::webdriver

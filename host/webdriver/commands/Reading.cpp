@@ -1,3 +1,4 @@
+#include <algorithm>
 #include <cmath>
 #include <nlohmann/json.hpp>
 
@@ -13,6 +14,14 @@ Json elementAt(Session& session, const Arguments& arguments) {
   return session.described(elementOf(arguments.path.front()));
 }
 
+// An element by itself knows nothing of the current window and of those beside it.
+constexpr const char* kPlaces[] = {"x", "y", "width", "height", "index"};
+
+Json placeAttribute(Session& session, long element, const std::string& name) {
+  const auto value = session.source().node(element).attribute(name.c_str());
+  return value ? Json(value.value()) : Json(nullptr);
+}
+
 bool is(const Json& element, const char* name) {
   return attributeOf(element, name) == "true";
 }
@@ -21,7 +30,11 @@ bool is(const Json& element, const char* name) {
 
 Json attribute(Session& session, const Arguments& arguments) {
   const Json element = elementAt(session, arguments);
-  const auto value = attributeOf(element, arguments.path.back());
+  const auto& name = arguments.path.back();
+  if (std::ranges::find(kPlaces, name) != std::end(kPlaces)) {
+    return placeAttribute(session, handleOf(element), name);
+  }
+  const auto value = attributeOf(element, name);
   return value ? Json(*value) : Json(nullptr);
 }
 

@@ -48,10 +48,11 @@ Json logTypes(Session&, const Arguments&) {
 }
 
 Json log(Session& session, const Arguments&) {
-  const auto said = session.program().lastOutput();
-  Json entries = Json::array();
-  if (!said.empty()) entries.push_back({{"level", "INFO"}, {"message", said}, {"timestamp", 0}});
-  return entries;
+  auto& program = session.program();
+  const auto said = program.lastOutput();
+  if (said.empty()) return Json::array();
+  return Json::array(
+      {{{"level", "INFO"}, {"message", said}, {"timestamp", program.lastOutputTime()}}});
 }
 
 // Clients that would send a file for a text that is the path of one type the text when they read
