@@ -100,6 +100,16 @@ fs::path pathOfCommand(const std::string& command) {
 }
 
 constexpr auto kAgentLibrary = "/libtarni-qt";
+constexpr auto kAgentThread = "tarni-io\n";  // of a program that it is built into, too
+
+bool hasAgent(const fs::path& process) {
+  std::error_code gone;
+  for (fs::directory_iterator thread(process / "task", gone), end; !gone && thread != end;
+       thread.increment(gone)) {
+    if (contents(thread->path() / "comm") == kAgentThread) return true;
+  }
+  return false;
+}
 
 constexpr auto kBuiltIn =
     " has its toolkit built in (a static Qt), where the agent finds nothing to hold on to";
@@ -245,9 +255,7 @@ std::vector<ProcessSeen> processesWithAgent() {
     struct stat info {};
     const bool isOwn =
         pid > 0 && stat(entry->path().c_str(), &info) == 0 && info.st_uid == geteuid();
-    if (isOwn && mentions(contents(entry->path() / "maps"), kAgentLibrary)) {
-      found.push_back(processSeen(pid));
-    }
+    if (isOwn && hasAgent(entry->path())) found.push_back(processSeen(pid));
   }
   return found;
 }

@@ -26,7 +26,7 @@ struct ProcessSeen {
 // The process and all that it has started, as far as this user may look.
 std::vector<ProcessSeen> processesFrom(pid_t pid);
 
-// The processes of this user that have the agent's library in them, however it came there.
+// The processes of this user in which the agent runs, loaded or built in.
 std::vector<ProcessSeen> processesWithAgent();
 
 // Why the agent cannot be loaded into the program of that name or path before it starts: a launcher
