@@ -74,13 +74,13 @@ function asXml(tree: Tree): Xml {
 }
 
 function makeXml(tree: Tree): Xml {
-  const xml = document.implementation.createDocument(null, 'application');
+  const xml = document.implementation.createDocument(null, 'UIApplication');
   const elements = new Map<Node, Element>();
   const nodes = new Map<globalThis.Node, Node>();
   for (const node of tree.walk()) {
     const element = xml.createElement(tagOf(node.is.class));
-    for (const [name, value] of Object.entries(node.is)) {
-      if (value === null || typeof value === 'object') continue;
+    for (const [name, value] of Object.entries(attributesOf(node))) {
+      if (value === undefined || value === null || typeof value === 'object') continue;
       element.setAttribute(name, String(value));
     }
     for (const side of ['x', 'y', 'width', 'height'] as const) {
@@ -93,8 +93,20 @@ function makeXml(tree: Tree): Xml {
   return { document: xml, nodes };
 }
 
+// Its members, and what clients of WebDriver find in the source of the same program.
+function attributesOf({ is, parent }: Node): Record<string, unknown> {
+  return {
+    ...is,
+    type: is.class,
+    id: is.identifier,
+    name: is.identifier || is.label,
+    value: is.value ?? is.checked ?? (is.editable ? is.text : undefined),
+    index: parent ? is.index : undefined,
+  };
+}
+
 // Names of classes may have what names of XML may not: "ns::Class".
 export function tagOf(name: string): string {
-  const tag = name.replace(/[^\w.-]+/g, '.');
+  const tag = name.replace(/[^\w-]/g, '.');
   return /^[A-Za-z_]/.test(tag) ? tag : `_${tag}`;
 }
