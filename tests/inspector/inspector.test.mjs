@@ -24,7 +24,7 @@ inspecting('a person looks, searches and chooses, and a reload keeps it', ['keep
 
   await inspected.search('id:menubar');
   await page.getByText('1 found').waitFor();
-  await inspected.search('//*[@text="Create new database"]');
+  await inspected.search('/UIApplication//*[@type="UIButton" and @text="Create new database"]');
   await page.locator('.row-found').first().waitFor();
   assert.ok((await page.locator('.mark-found').count()) > 0, 'found ones are marked');
   await inspected.search('//*[');
