@@ -87,8 +87,7 @@ Json stepsTyping(std::string_view text) {
       steps.push_back({{"down", key}});
       held.push_back(key);
     } else {
-      steps.push_back({{"down", key}});
-      steps.push_back({{"up", key}});
+      steps.push_back(key);
     }
   }
   letGo();

@@ -8,6 +8,7 @@
 #pragma once
 
 #include <string>
+#include <utility>
 
 #include "platform/Task.h"
 #include "platform/UIKit/UIView.h"
@@ -33,6 +34,11 @@ class InputDevices {
   // "Shift", "a", "Ä"). The modifiers are keys like others, and count while they are down. Throws
   // NSException (invalid argument) for a name that is not one.
   virtual Task<void> setKey(std::string key, bool isDown) = 0;
+  // The same down and up again, without a pause in between.
+  virtual Task<void> pressKey(std::string key) {
+    co_await setKey(key, true);
+    co_await setKey(std::move(key), false);
+  }
   // Text in any script (UTF-8) into what has the focus, as an input method commits it.
   virtual Task<void> commitText(std::string text) = 0;
 };

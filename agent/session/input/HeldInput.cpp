@@ -30,6 +30,12 @@ Task<void> HeldInput::setKey(std::string key, bool isDown, platform::InputDevice
   if (!isDown) keys_.erase(key);
 }
 
+Task<void> HeldInput::pressKey(std::string key, platform::InputDevices& devices) {
+  key = keyNamed(key);
+  co_await devices.pressKey(key);
+  keys_.erase(key);
+}
+
 Task<void> HeldInput::releaseAll() {
   const auto buttons = std::exchange(buttons_, {});
   const auto keys = std::exchange(keys_, {});

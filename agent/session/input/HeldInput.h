@@ -26,6 +26,8 @@ class HeldInput {
   platform::Task<void> setButton(platform::PointerButton button, bool isDown,
                                  platform::InputDevices& devices);
   platform::Task<void> setKey(std::string key, bool isDown, platform::InputDevices& devices);
+  // Down and up.
+  platform::Task<void> pressKey(std::string key, platform::InputDevices& devices);
   Fingers& fingers() { return fingers_; }
   // Lets go of all of them. Never throws.
   platform::Task<void> releaseAll();

@@ -84,6 +84,13 @@ KeyChord::KeyChord(const std::string& text) {
   }
 }
 
+std::string KeyChord::takeLast() {
+  if (keys_.empty()) return {};
+  std::string last = std::move(keys_.back());
+  keys_.pop_back();
+  return last;
+}
+
 Task<void> KeyChord::press(HeldInput& held, platform::InputDevices& devices) const {
   for (const std::string& key : keys_) co_await held.setKey(key, true, devices);
 }
@@ -95,9 +102,12 @@ Task<void> KeyChord::release(HeldInput& held, platform::InputDevices& devices) c
 }
 
 Task<void> pressKeys(HeldInput& held, std::string chord, platform::InputDevices& devices) {
-  const KeyChord keys(chord);
-  co_await keys.press(held, devices);
-  co_await keys.release(held, devices);
+  KeyChord modifiers(chord);
+  std::string key = modifiers.takeLast();
+  if (key.empty()) co_return;
+  co_await modifiers.press(held, devices);
+  co_await held.pressKey(std::move(key), devices);
+  co_await modifiers.release(held, devices);
 }
 
 }  // namespace tarni::session

@@ -23,6 +23,8 @@ std::string keyNamed(const std::string& name);
 class KeyChord {
  public:
   explicit KeyChord(const std::string& text);
+  // The last of them, which the others modify; the empty text when there are none.
+  std::string takeLast();
   // Down in their order, up in the other.
   platform::Task<void> press(HeldInput& held, platform::InputDevices& devices) const;
   platform::Task<void> release(HeldInput& held, platform::InputDevices& devices) const;

@@ -95,10 +95,15 @@ platform::Task<void> QtInputDevices::turnWheel(double right, double down) {
 
 platform::Task<void> QtInputDevices::setKey(std::string name, bool isDown) {
   if (isDown) co_await activateSome();
-  std::function<void()> set = [this, key = QtKeyboard::named(name), isDown] {
-    devices_.keyboard.setKey(windowWithKeyboard(), key, isDown);
-  };
-  co_await perform(std::move(set));
+  co_await perform(settingKey(QtKeyboard::named(name), isDown));
+}
+
+platform::Task<void> QtInputDevices::pressKey(std::string name) {
+  co_await activateSome();
+  const QtKeyboard::Key key = QtKeyboard::named(name);
+  std::vector<std::function<void()>> works = {noted(settingKey(key, true)),
+                                              noted(settingKey(key, false))};
+  co_await performAsInput(std::move(works), doer_);
 }
 
 platform::Task<void> QtInputDevices::commitText(std::string text) {
@@ -109,11 +114,18 @@ platform::Task<void> QtInputDevices::commitText(std::string text) {
 }
 
 platform::Task<void> QtInputDevices::perform(std::function<void()> work) const {
-  std::function<void()> noted = [doer = doer_, work = std::move(work)] {
+  return performAsInput(noted(std::move(work)), doer_);
+}
+
+std::function<void()> QtInputDevices::noted(std::function<void()> work) const {
+  return [doer = doer_, work = std::move(work)] {
     if (doer == Doer::Agent) noteInputOfAgent();
     work();
   };
-  return performAsInput(std::move(noted), doer_);
+}
+
+std::function<void()> QtInputDevices::settingKey(const QtKeyboard::Key& key, bool isDown) const {
+  return [this, key, isDown] { devices_.keyboard.setKey(windowWithKeyboard(), key, isDown); };
 }
 
 }  // namespace tarni::qt

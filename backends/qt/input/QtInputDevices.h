@@ -26,10 +26,15 @@ class QtInputDevices final : public platform::InputDevices {
   platform::Task<void> turnWheel(double right, double down) override;
   // To the window with the keyboard focus; to the key window while none of the program's has it.
   platform::Task<void> setKey(std::string key, bool isDown) override;
+  // As a quick hand does it, whose key is up before the program gets to know that it was down: what
+  // the press changed is painted once, not once more for the release.
+  platform::Task<void> pressKey(std::string key) override;
   platform::Task<void> commitText(std::string text) override;
 
  private:
   platform::Task<void> perform(std::function<void()> work) const;
+  std::function<void()> noted(std::function<void()> work) const;
+  std::function<void()> settingKey(const QtKeyboard::Key& key, bool isDown) const;
 
   QtDevices& devices_;
   const Doer doer_;

@@ -58,14 +58,21 @@ void postInput(std::function<void()> work) {
 }
 
 platform::Task<void> performAsInput(std::function<void()> work, Doer doer) {
+  return performAsInput(std::vector{std::move(work)}, doer);
+}
+
+platform::Task<void> performAsInput(std::vector<std::function<void()>> works, Doer doer) {
   const auto suspension = std::make_shared<Suspension>();
   const auto failure = std::make_shared<std::exception_ptr>();
   Pause pause{suspension,
-              [suspension, failure, doer, work = std::move(work)] {
-                postInput([suspension, failure, doer, work] {
-                  suspension->resumeLater();
-                  performNow(work, doer, *failure);
-                });
+              [suspension, failure, doer, works = std::move(works)] {
+                for (std::size_t at = 0; at < works.size(); ++at) {
+                  const bool isLast = at + 1 == works.size();
+                  postInput([suspension, failure, doer, work = works[at], isLast] {
+                    if (isLast) suspension->resumeLater();
+                    performNow(work, doer, *failure);
+                  });
+                }
               },
               kLostEventSeconds};
   co_await pause;

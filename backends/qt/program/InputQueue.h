@@ -5,6 +5,7 @@
 #include <qpa/qwindowsysteminterface_p.h>
 #include <functional>
 #include <optional>
+#include <vector>
 
 #include "platform/Task.h"
 
@@ -19,6 +20,8 @@ enum class Doer { Agent, Person };
 // Runs `work` as input and ends once it has run or has entered a nested loop of the program (a
 // modal dialog). What `work` throws before it has done so is thrown again here. GUI thread.
 platform::Task<void> performAsInput(std::function<void()> work, Doer doer = Doer::Agent);
+// The same of several, with no other work of the program's in between; ends with the last.
+platform::Task<void> performAsInput(std::vector<std::function<void()>> works, Doer doer);
 
 // Whose work of `performAsInput` runs, in a nested loop of the program that it has entered as well;
 // null while none does. GUI thread.
