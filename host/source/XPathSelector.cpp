@@ -1,6 +1,7 @@
 #include "host/source/XPathSelector.h"
 
 #include <algorithm>
+#include <charconv>
 #include <iterator>
 #include <string_view>
 
@@ -31,7 +32,23 @@ class StepReader {
     return isKnown && !selector_.isEmpty() ? std::optional(selector_) : std::nullopt;
   }
 
+  // Elements of pages, whose classes are in capitals, have their number among the views.
+  std::optional<NumberedSelector> numbered() {
+    const bool isKnown = reader_.take("(//") && step() && reader_.take(")[");
+    const auto digits = reader_.takeWhile(isDigit);
+    if (!isKnown || !reader_.take("]") || !reader_.isAtEnd()) return std::nullopt;
+    const auto& name = selector_.className;
+    if (!name || std::ranges::none_of(*name, isSmall)) return std::nullopt;
+    NumberedSelector numbered{selector_, 0};
+    const auto* const end = digits.data() + digits.size();
+    const bool fits = std::from_chars(digits.data(), end, numbered.number).ec == std::errc();
+    return fits && numbered.number > 0 ? std::optional(numbered) : std::nullopt;
+  }
+
  private:
+  static bool isDigit(char c) { return c >= '0' && c <= '9'; }
+  static bool isSmall(char c) { return c >= 'a' && c <= 'z'; }
+
   bool step() {
     if (!reader_.take("*") && !put("type", name())) return false;
     while (reader_.take("[")) {
@@ -82,6 +99,10 @@ class StepReader {
 
 std::optional<Selector> selectorIn(const std::string& xpath) {
   return StepReader(xpath).whole();
+}
+
+std::optional<NumberedSelector> numberedSelectorIn(const std::string& xpath) {
+  return StepReader(xpath).numbered();
 }
 
 }  // namespace tarni::host

@@ -9,7 +9,6 @@
 #include "host/source/ClassChain.h"
 #include "host/source/Css.h"
 #include "host/source/Predicate.h"
-#include "host/source/XPathSelector.h"
 #include "host/webdriver/Error.h"
 #include "host/webdriver/Screen.h"
 #include "host/wire/Socket.h"
@@ -100,13 +99,17 @@ constexpr Strategy kStrategies[] = {
     {"-ios class chain", byClassChain},
 };
 
-std::vector<long> answered(Session& session, const Selector& selector, std::optional<long> within,
-                           std::size_t most) {
+Json told(Session& session, const Selector& selector, std::optional<long> within,
+          std::size_t most) {
   auto parameters = selector.parameters();
   if (within) parameters["within"] = *within;
   if (most > 0) parameters["limit"] = most;
-  const Json answer = session.call("element.find", std::move(parameters));
-  Json elements = answer.value("elements", Json::array());
+  return session.call("element.find", std::move(parameters)).value("elements", Json::array());
+}
+
+std::vector<long> answered(Session& session, const Selector& selector, std::optional<long> within,
+                           std::size_t most) {
+  Json elements = told(session, selector, within, most);
   std::stable_partition(elements.begin(), elements.end(),
                         [](const Json& one) { return one.value("visible", true); });
   std::vector<long> handles;
@@ -142,6 +145,22 @@ std::vector<long> found(Session& session, const TreeSearch& search, std::optiona
   return handles;
 }
 
+// The program tells last of the windows that a modal one keeps the person from, and takes a class
+// in any case.
+std::vector<long> found(Session& session, const Numbered& numbered, std::optional<long> within,
+                        std::size_t most) {
+  const Selector& selector = numbered.wanted.selector;
+  const std::size_t number = numbered.wanted.number;
+  const auto windows = Screen(session).arrangement();
+  const bool isInOrder = std::ranges::all_of(windows, &SourceTree::Window::takesInput);
+  const Json elements = isInOrder ? told(session, selector, within, number) : Json::array();
+  const bool isOfThatClass = std::ranges::all_of(
+      elements, [&](const Json& one) { return textIn(one, "class") == selector.className; });
+  if (!isInOrder || !isOfThatClass) return found(session, numbered.inTree, within, most);
+  if (elements.size() < number) return {};
+  return {handleOf(elements[number - 1])};
+}
+
 // Until something may have come.
 void pause(Session& session, const Query& query, milliseconds left) {
   const auto* const selectors = std::get_if<Selectors>(&query);
@@ -166,8 +185,10 @@ Query queryFor(const std::string& strategy, const std::string& value, bool isBel
   }
   auto query = known->query(value);
   const bool isXPathOfRoot = known->query == byXPath && !isBelow;
-  const auto selector = isXPathOfRoot ? selectorIn(value) : std::nullopt;
-  return selector ? Selectors{*selector} : query;
+  if (!isXPathOfRoot) return query;
+  if (const auto selector = selectorIn(value)) return Selectors{*selector};
+  const auto numbered = numberedSelectorIn(value);
+  return numbered ? Numbered{*numbered, std::get<TreeSearch>(query)} : query;
 }
 
 std::vector<long> search(Session& session, const Query& query, std::optional<long> within,

@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "host/session_client/Selector.h"
+#include "host/source/XPathSelector.h"
 #include "host/webdriver/Session.h"
 
 namespace tarni::host::webdriver {
@@ -18,7 +19,12 @@ using Selectors = std::vector<Selector>;
 // What is looked for in its XML.
 using TreeSearch =
     std::function<std::vector<long>(const SourceTree& tree, std::optional<long> within)>;
-using Query = std::variant<Selectors, TreeSearch>;
+// One by its number, which is to be that in the XML.
+struct Numbered {
+  NumberedSelector wanted;
+  TreeSearch inTree;
+};
+using Query = std::variant<Selectors, Numbered, TreeSearch>;
 
 // An XPath that is evaluated at an element (`isBelow`) may still begin at the root. Throws Error
 // ("invalid selector") for a strategy that is none of the program's own, and InvalidSelector.

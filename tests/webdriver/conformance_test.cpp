@@ -165,6 +165,18 @@ class WebDriver : public testing::TestWithParam<Sample> {
     return text;
   }
 
+  // The first four of them, each asked for by its number.
+  json numbered(const std::string& xpath) {
+    json answers;
+    for (int number = 1; number <= 4; ++number) {
+      const json body = {{"using", "xpath"},
+                         {"value", "(" + xpath + ")[" + std::to_string(number) + "]"}};
+      const auto answer = driver_.inSession("POST", "/element", body.dump());
+      answers.push_back(answer.status == 200 ? answer.value : json(answer.error()));
+    }
+    return answers;
+  }
+
   // One that runs on a device is attached to.
   void begin() {
     auto capabilities = GetParam().capabilities;
@@ -236,6 +248,9 @@ TEST_P(WebDriver, HasADialogForAnAlertAndOnePictureOfThePlacesThatItTells) {
   for (const auto& [using_, value] :
        {std::pair{"class name", "UIButton"}, {"xpath", "//UIButton"}}) {
     EXPECT_EQ(driver_.element(using_, value) != behind, isWindow) << "of what can be reached";
+  }
+  for (const std::string name : {"UIButton", "uibutton", "UISwitch"}) {
+    EXPECT_EQ(numbered("//" + name), numbered("//" + name + "[true()]")) << name;
   }
   EXPECT_EQ(driver_.inSession("POST", "/alert/accept").value, nullptr);
   driver_.inSession("POST", "/timeouts", R"({"implicit":5000})");
