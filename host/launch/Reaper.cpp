@@ -12,6 +12,8 @@
 #include <exception>
 #include <stdexcept>
 
+#include "host/launch/StandAside.h"
+
 namespace tarni::host {
 
 namespace {
@@ -29,15 +31,6 @@ bool readNote(int notes, pid_t& note) {
     const auto count = read(notes, &note, sizeof note);
     if (count >= 0 || errno != EINTR) return count == sizeof note;
   }
-}
-
-// Holds on to nothing of the one that made it: its terminal, its output, its other connections.
-void standAside(int& notes) {
-  setsid();
-  const int nothing = open("/dev/null", O_RDWR | O_CLOEXEC);
-  for (const int standard : {STDIN_FILENO, STDOUT_FILENO, STDERR_FILENO}) dup2(nothing, standard);
-  notes = dup2(notes, STDERR_FILENO + 1);
-  close_range(STDERR_FILENO + 2, ~0U, 0);
 }
 
 bool hasEnded(int program, int milliseconds) {

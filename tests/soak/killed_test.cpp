@@ -40,13 +40,14 @@ class Killed : public testing::TestWithParam<int> {
   }
   ~Killed() override { fs::remove_all(folder_); }
 
-  Program start(const std::vector<std::string>& words) {
+  Program start(const std::vector<std::string>& words, Program::Environment environment = {}) {
     std::vector<std::string> command{built("bin/tarni")};
     command.insert(command.end(), words.begin(), words.end());
-    return Program(command, {{kMark, std::to_string(getpid())},
-                             {"QT_QPA_PLATFORM", ""},
-                             {"XDG_RUNTIME_DIR", folder_ / "run"},
-                             {"TMPDIR", folder_ / "tmp"}});
+    environment.insert({{kMark, std::to_string(getpid())},
+                        {"QT_QPA_PLATFORM", ""},
+                        {"XDG_RUNTIME_DIR", folder_ / "run"},
+                        {"TMPDIR", folder_ / "tmp"}});
+    return Program(command, environment);
   }
   milliseconds moment(int longest) {
     return milliseconds(random_() % static_cast<unsigned>(longest));
@@ -129,6 +130,19 @@ TEST_P(KilledHard, LeavesNoProgramThatWouldNotEnd) {
     Program host = start(line);
     kill(host, milliseconds(1000));
   }
+}
+
+// A display that is ended before it is ready leaves its file, as Xvfb leaves its socket.
+TEST_P(Killed, ADisplayThatIsJustStartingIsEndedInAnOrderlyWay) {
+  const fs::path file = folder_ / "tmp" / "socket";
+  const fs::path display = folder_ / "Xvfb";
+  std::ofstream(display) << "#!/bin/sh\ntouch " << file << "\nsleep 1\ntrap 'rm " << file.string()
+                         << "; exit' TERM\necho 7 >/dev/fd/$2\nwhile :; do sleep 0.1; done\n";
+  fs::permissions(display, fs::perms::owner_all);
+  Program host = start({"run", "--display", "--isolated=killed", "--", "true"},
+                       {{"PATH", folder_.string() + ":" + std::getenv("PATH")}});
+  ASSERT_TRUE(eventually([&] { return fs::exists(file); }));
+  kill(host, milliseconds(0));
 }
 
 TEST_P(Killed, RecordLeavesNothingAndTheProgramGoesOn) {
