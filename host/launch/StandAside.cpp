@@ -3,6 +3,8 @@
 #include <fcntl.h>
 #include <unistd.h>
 
+#include <initializer_list>
+
 namespace tarni::host {
 
 void standAside(int& kept) {
