@@ -133,10 +133,9 @@ Task<ordered_json> AiAPI::getAllViewsInformation(std::string viewType,
   const std::shared_ptr<void> still = platform::current().application->holdStill();
   const UIViewWeakRef described = window;
   window = nullptr;
-  // 1. Forget what was found before.
   UIViewMemoryCache::sharedInstance().clearMemoryCache();
-  // 2. Draw each view; its picture is encoded beside the drawing of the next. None of the views is
-  // kept meanwhile. The program may show others by then, which are drawn as well.
+  // Each picture is encoded beside the drawing of the next. None of the views is kept meanwhile.
+  // The program may show others by then, which are drawn as well.
   PictureEncoder encoder;
   std::vector<UIViewWeakRef> views;
   std::map<UIViewWeakRef, std::size_t, std::owner_less<>> drawn;
@@ -153,7 +152,7 @@ Task<ordered_json> AiAPI::getAllViewsInformation(std::string viewType,
     if (std::exchange(before, drawn.size()) == drawn.size()) break;
   }
   std::vector<std::string> pictures = encoder.finish();
-  // 3. Describe those that are there, as they stand now that nothing runs in between.
+  // Those that are still there, as they stand now that nothing runs in between.
   const ScreenSurvey survey(described.lock());
   ordered_json descriptions = ordered_json::array();
   for (const UIViewWeakRef& weakView : views) {

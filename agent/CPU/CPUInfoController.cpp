@@ -37,20 +37,18 @@ CPUInfoController::CPUInfoController() {
 }
 
 std::vector<CPULoad> CPUInfoController::calculateCPUUsage() {
-  // 1. Ask the kernel.
   auto ticks = platform::current().machHost->hostProcessorInfo();
   if (!ticks) {
     NSLog("Throwing to error");
     return std::vector<CPULoad>(cpuInfo_.activeCPUCount);
   }
-  // 2. Compare each core with the sample before; a core that has come since counts from boot.
   NSLog("Processor Count is %zu", ticks->size());
+  // A core that has come since the sample before counts from boot.
   previous_.resize(ticks->size());
   std::vector<CPULoad> loads;
   loads.reserve(ticks->size());
   std::transform(previous_.begin(), previous_.end(), ticks->begin(), std::back_inserter(loads),
                  loadBetween);
-  // 3. The next measurement counts from here.
   previous_ = std::move(*ticks);
   return loads;
 }

@@ -21,11 +21,11 @@ unsigned long asInteger(double percentage) {
 }  // namespace
 
 void Memory::showMemoryAndCpuStats() const {
-  // 1. Memory; zeros when it cannot be read.
+  // Zeros when it cannot be read.
   const RAMUsage usage = RAMInfoController().getRAMUsage().value_or(RAMUsage());
   NSLog("Used Ram %lu", static_cast<unsigned long>(usage.usedRam));
   NSLog("Free Ram %lu", static_cast<unsigned long>(usage.freeRam));
-  // 2. Processors, over the moment since the controller was made.
+  // The load of the moment since the controller was made.
   CPUInfoController processors;
   for (const CPULoad& load : processors.calculateCPUUsage()) {
     NSLog("User CPU Usage %lu", asInteger(load.user));

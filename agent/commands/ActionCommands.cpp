@@ -50,22 +50,17 @@ Task<void> makeWindowKey(UIViewWeakRef weakElement) {
 // element's window, so nothing here keeps the element over a wait.
 Task<void> actOnElement(FunctionCallObject command, Action action) {
   const platform::Platform& platform = platform::current();
-  // 1. Turn to the element's window.
   UIViewWeakRef sought = elementOf(command);
   co_await makeWindowKey(std::move(sought));
   UIViewRef element = elementOf(command);
   if (!element) co_return;
-  // 2. Keep the element's border and show the highlight.
   const UIViewWeakRef weakElement = element;
   const Highlight::Border kept = Highlight::ownBorder(element);
   Highlight::highlightView(element);
   platform.transaction->flush();
-  // 3. Act.
   co_await action(std::move(element), command);
-  // 4. Let the application run.
   co_await platform.application->runLoopRunInMode(platform::kCFRunLoopDefaultMode,
                                                   kAfterActionSeconds, false);
-  // 5. Bring the border back.
   if (const UIViewRef still = weakElement.lock()) {
     Highlight::deHighlightView(still, kept.width, kept.color);
   }
@@ -133,13 +128,12 @@ Entries swipereset(FunctionCallObject) {
 }
 
 Entries swipeon(FunctionCallObject command) {
-  // 1. The target is the element, or what fills the window when none is named.
   UIViewWeakRef sought = elementOf(command);
   co_await makeWindowKey(std::move(sought));
+  // Without an element, what fills the window.
   UIViewRef target =
       command.getAccessorValue().empty() ? firstSubviewOfWindow() : elementOf(command);
   if (!target) co_return ordered_json::array();
-  // 2. Drag in its own coordinates.
   const std::string direction = Utilities::lowercaseString(command.getDataValue());
   const Drag drag = dragInDirection(direction, target->bounds().size);
   co_await KIFAdditions::dragFromPoint(std::move(target), drag.from, drag.to);

@@ -100,21 +100,17 @@ void addViewByXpath(const std::vector<UIViewRef>& views, UIViewsManager::Positio
 }  // namespace
 
 Entries findelementsinsideelement(FunctionCallObject command) {
-  // 1. Wait for a view controller that is about to appear.
   co_await UIViewFinder::waitForViewControllerLoaded();
-  // 2. Take the parent before the search clears the cache that knows it.
+  // The search clears the cache that knows the parent.
   const UIViewRef parent =
       UIViewMemoryCache::sharedInstance().getUIVIewAccordingToElementId(command.getDataValue());
-  // 3. Search below it.
   UIViewMemoryCache::sharedInstance().clearMemoryCache();
   findBelow(parent, command);
   co_return collectIdentifiers();
 }
 
 Entries findeditablecomponents(FunctionCallObject command) {
-  // 1. Wait for a view controller that is about to appear.
   co_await UIViewFinder::waitForViewControllerLoaded();
-  // 2. Clear the cache. 3. Of all views, add the text fields that match, or the one at a position.
   searchWindows(command, [&command](const platform::UIWindowRef& window) {
     const auto positions = positionsFor(command, window);
     const std::vector<UIViewRef> views = UIViewsManager(positions).viewsForPlayerOfType(window, "");
@@ -124,14 +120,11 @@ Entries findeditablecomponents(FunctionCallObject command) {
       addFieldsByText(views, command);
     }
   });
-  // 4. Answer what was added.
   co_return collectIdentifiers();
 }
 
 Entries findelements(FunctionCallObject command) {
-  // 1. Wait for a view controller that is about to appear.
   co_await UIViewFinder::waitForViewControllerLoaded();
-  // 2. Search the whole window.
   searchWindows(command,
                 [&command](const platform::UIWindowRef& window) { findBelow(window, command); });
   co_return collectIdentifiers();

@@ -27,16 +27,14 @@ Entries isselected(FunctionCallObject command) {
   const UIViewRef element = elementOf(command);
   if (!element) co_return entries;
   try {
-    // 1. A switch answers its state.
     if (element->isKindOfClass(platform::uikit::UISwitch)) {
       append(entries, output(Utilities::isOn(element)));
     }
-    // 2. So does what is called a switch.
     if (element->getClass()->lowercaseName().find("switch") != std::string::npos) {
       append(entries, output(Utilities::isOn(element)));
     }
   } catch (const std::exception&) {
-    // 3. A view that has no such state is not selected.
+    // A view that has no such state is not selected.
     append(entries, output(false));
   }
   co_return entries;

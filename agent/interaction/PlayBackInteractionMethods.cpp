@@ -48,13 +48,11 @@ Task<bool> PlayBackInteractionMethods::performClickOnUIView(UIViewRef view) {
 
 Task<bool> PlayBackInteractionMethods::performTypeTextOnUIView(UIViewRef view, std::string text) {
   assertMainThread();
-  // 1. Text fields only.
   const auto field = platform::as<platform::UITextField>(view);
   if (!field || !view->isKindOfClass(uikit::UITextField)) co_return false;
-  // 2. and 3. It takes the focus and the text.
   co_await view->becomeFirstResponder();
   co_await field->setText(std::move(text));
-  // 4. and 5. The application learns of it.
+  // The application listens to either.
   co_await platform::current().notificationCenter->postNotificationName(
       "UITextFieldTextDidChangeNotification", view);
   if (const auto control = platform::as<platform::UIControl>(view)) {

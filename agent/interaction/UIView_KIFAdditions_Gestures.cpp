@@ -190,20 +190,16 @@ Task<void> twoFingerTapAtPoint(UIViewRef view, CGPoint point) {
 }
 
 Task<void> longPressAtPoint(UIViewRef view, CGPoint point, double duration) {
-  // 1. Began.
   const UITouchRef touch = initAtPointInView(point, view);
   co_await send(eventWithTouch(touch));
   co_await wait(platform::kCFRunLoopDefaultMode, kStepInterval);
-  // 2. Stationary, as often as the duration holds.
   for (double elapsed = kStepInterval; elapsed < duration; elapsed += kStepInterval) {
     setPhaseAndUpdateTimestamp(touch, UITouchPhase::Stationary);
     co_await send(eventWithTouch(touch));
     co_await wait(platform::kCFRunLoopDefaultMode, kStepInterval);
   }
-  // 3. Ended.
   setPhaseAndUpdateTimestamp(touch, UITouchPhase::Ended);
   co_await send(eventWithTouch(touch));
-  // 4. The first-responder step.
   if (platform::isDescendantOfView(hitView(touch), view)) {
     co_await becomeFirstResponderIfPossible(view);
   }
@@ -242,24 +238,19 @@ Task<void> dragAlongPathWithPoints(UIViewRef view, Path points) {
 }
 
 Task<void> dragPointsAlongPaths(UIViewRef view, std::vector<Path> paths) {
-  // 1. and 2. One finger a path, all paths of one length.
   if (!isDraggable(paths)) co_return;
   const std::size_t steps = paths.front().size();
-  // 3. From here on in the window's coordinates.
   const std::vector<Path> windowPaths = inWindowCoordinates(std::move(paths), view);
-  // 4. All fingers go down.
   const std::vector<UITouchRef> touches = touchesAtStart(windowPaths, view);
   co_await send(eventWithTouches(touches));
   co_await wait(currentMode(), kStepInterval);
-  // 5. They move together, and lift one after the other. A path of one point has no further step:
-  // its finger stays down.
+  // A path of one point has no further step: its finger stays down.
   for (std::size_t step = 1; step < steps; ++step) {
     co_await sendMoved(touches, windowPaths, step);
     if (step == steps - 1) co_await sendEnded(touches);
   }
-  // 6. The first-responder step.
   if (hitView(touches.front()) == view) co_await becomeFirstResponderIfPossible(view);
-  // 7. The application settles.
+  // The application settles: what scrolls has a mode of its own.
   while (currentMode() != platform::kCFRunLoopDefaultMode) {
     co_await wait(currentMode(), kModeInterval);
   }

@@ -92,22 +92,20 @@ bool isNavigationItemView(const UIViewRef& view) {
 }
 
 bool isUserInteractionActuallyEnabled(const UIViewRef& view) {
-  // 1. The view's own setting.
   if (view->isUserInteractionEnabled()) return true;
-  // 2. The bar round a navigation item.
+  // The parts of a bar take a tap when the bar does.
   if (isNavigationItemView(view) && isEnabled(nearestAncestor(view, [](const UIViewRef& ancestor) {
         return ancestor->isKindOfClass(uikit::UINavigationBar);
       }))) {
     return true;
   }
-  // 3. The navigation button round a button label.
   if (isKindOfClassNamed(view, "UIButtonLabel") &&
       isEnabled(nearestAncestor(view, [](const UIViewRef& ancestor) {
         return isKindOfClassNamed(ancestor, "UINavigationButton");
       }))) {
     return true;
   }
-  // 4. The unbroken chain of controls round the view.
+  // A part of a control takes it when a control round it does, without a gap.
   for (UIViewRef control = view->superview(); control && control->isKindOfClass(uikit::UIControl);
        control = control->superview()) {
     if (control->isUserInteractionEnabled()) return true;

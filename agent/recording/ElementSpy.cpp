@@ -58,12 +58,11 @@ void addParentProperties(MainRecorderAction& spied, const UIViewRef& superview) 
 bool ElementSpy::createSpyHierarchy(const UIViewRef& touchedView, CGPoint touchPoint) {
   assertMainThread();
   if (!touchedView) return false;
-  // 1. Pick the element and show it.
   const UIViewRef selection = selectionAt(touchedView, touchPoint);
   Highlight::highlightView(selection);
-  // 2. Leave web content to the page scripts.
+  // The page scripts describe what is in a page.
   if (isInWebView(selection)) return false;
-  // 3. Describe and file it and its ancestors, without the topmost view.
+  // It and its ancestors, without the topmost view.
   UIViewStorage& storage = UIViewStorage::sharedObject();
   storage.setCount(0);
   ordered_json hierarchy = ordered_json::array();
@@ -73,7 +72,6 @@ bool ElementSpy::createSpyHierarchy(const UIViewRef& touchedView, CGPoint touchP
     hierarchy.push_back(createSpyProperties(view));
     storage.registerView(view);
   }
-  // 4. Send the descriptions.
   RecorderQueue::get().enqueue(std::move(hierarchy));
   return true;
 }

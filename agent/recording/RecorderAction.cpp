@@ -68,11 +68,33 @@ UIViewRef selectedSegmentView(const UIViewRef& view) {
   return segments[static_cast<std::size_t>(index)];
 }
 
+// A segmented control is recorded as its selected segment; one that has yet to change, as the
+// segment under the finger.
+UIViewRef recordedViewOf(const StepRequest& request) {
+  const UIViewRef& touched = request.view;
+  UIViewRef recorded = request.refined ? request.refined : refinedView(touched, request.point);
+  const bool hasChanged = classNameContains(touched, "segmentedcontrol") && !request.isTouchPending;
+  return hasChanged ? selectedSegmentView(touched) : recorded;
+}
+
 // The action that the touch leads to, when the switch has yet to follow it.
 std::string afterToggle(const std::string& action) {
   if (action == "Mobile_SelectSwitch") return "Mobile_DeSelectSwitch";
   if (action == "Mobile_DeSelectSwitch") return "Mobile_SelectSwitch";
   return action;
+}
+
+// A click becomes the action of its kind of view.
+void describeAction(const StepRequest& request, const UIViewRef& recorded, StepDraft& draft) {
+  draft.actionName = request.action;
+  draft.data = request.data;
+  if (request.action != "Click") return;
+  const MappedActionObject mapped = request.isTouchPending
+                                        ? Utilities::mappedAction(recorded)
+                                        : Utilities::getActionAndDataAccordingToComponent(recorded);
+  draft.actionName =
+      request.isTouchPending ? afterToggle(mapped.getActionName()) : mapped.getActionName();
+  draft.data = mapped.getDataArgs();
 }
 
 StepDraft::Properties objectProperties(const UIViewRef& view, const std::string& text, long index) {
@@ -172,35 +194,17 @@ Task<void> RecorderAction::CreateRecorderAction(std::string action, UIViewRef vi
 StepDraftRef RecorderAction::describeStep(const StepRequest& request) const {
   assertMainThread();
   auto draft = std::make_shared<StepDraft>();
-  // 1. The view under the finger.
   const UIViewRef& touched = request.view;
-  UIViewRef recorded = request.refined ? request.refined : refinedView(touched, request.point);
-  // 2. A segmented control is recorded as its selected segment; one that has yet to change, as the
-  // segment under the finger.
-  if (classNameContains(touched, "segmentedcontrol") && !request.isTouchPending) {
-    recorded = selectedSegmentView(touched);
-  }
-  // 3. A click becomes the action of its kind of view.
-  draft->actionName = request.action;
-  draft->data = request.data;
-  if (request.action == "Click") {
-    const MappedActionObject mapped =
-        request.isTouchPending ? Utilities::mappedAction(recorded)
-                               : Utilities::getActionAndDataAccordingToComponent(recorded);
-    draft->actionName =
-        request.isTouchPending ? afterToggle(mapped.getActionName()) : mapped.getActionName();
-    draft->data = mapped.getDataArgs();
-  }
-  // 4. What is recorded.
+  const UIViewRef recorded = recordedViewOf(request);
+  describeAction(request, recorded, *draft);
   draft->recordedView = recorded;
   draft->row = rowOf(recorded);
-  // 5. Inside a web view the page makes the step.
+  // Inside a web view the page makes the step.
   if (isInWebView(recorded)) {
     draft->isInWebView = true;
     draft->pointInWebView = platform::convertPoint(request.point, touched, recorded);
     return draft;
   }
-  // 6. What the host tool is told about the element.
   const bool isSegmentedControl = touched->isKindOfClass(uikit::UISegmentedControl);
   draft->object =
       objectProperties(recorded, Utilities::getUIViewText(isSegmentedControl ? touched : recorded),
