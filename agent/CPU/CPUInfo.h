@@ -1,4 +1,5 @@
-// CPUInfo: plain facts about the processor.
+// CPUInfo: plain facts about the processor. The agent fills in the number of active cores alone;
+// the others are kept for callers from outside.
 #pragma once
 
 #include <cstdint>

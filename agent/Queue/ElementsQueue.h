@@ -31,6 +31,7 @@ class ElementsQueue {
 
   std::vector<ElementInfoRef> getElementsBucket() const;
   std::size_t getElementsBucketSize() const;
+  // Kept for callers from outside: the worker takes the bucket.
   void clearBucket();
   // Empties the bucket and gives what was in it.
   std::vector<ElementInfoRef> takeBucket();

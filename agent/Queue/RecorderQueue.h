@@ -26,6 +26,7 @@ class RecorderQueue {
   std::size_t getLength() const;
   void clearRecorderQueue();
 
+  // Kept for callers from outside.
   std::vector<nlohmann::ordered_json> innerItems() const;
   void setInnerItems(std::vector<nlohmann::ordered_json> items);
 

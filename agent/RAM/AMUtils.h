@@ -1,5 +1,6 @@
 // AMUtils: small helpers on system-control values, percentages and dates. Any thread, except for
-// what asks the screen or the application, which belongs to the main thread.
+// what asks the screen or the application, which belongs to the main thread. Kept for callers from
+// outside.
 #pragma once
 
 #include <chrono>

@@ -1,4 +1,5 @@
 // HardcodedDeviceData: facts about device models that no system call tells. One thread at a time.
+// Kept for callers from outside.
 #pragma once
 
 #include <cstdint>

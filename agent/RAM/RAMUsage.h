@@ -19,6 +19,7 @@ struct RAMUsage {
   std::uint64_t pageFaults = 0;
 };
 
+// Kept for callers from outside.
 struct RAMInfo {
   // Bytes.
   std::uint64_t totalRam = 0;

@@ -1,4 +1,5 @@
-// ElementProperties: what a recorded touch knows about its view. Plain value; null is nil.
+// ElementProperties: what a recorded touch knows about its view. Plain value; null is nil. Kept for
+// callers from outside: a native step is made without them.
 #pragma once
 
 #include <optional>

@@ -12,6 +12,7 @@ class MappedActionObject {
   const std::string& getActionName() const { return actionName_; }
   void setActionName(std::string name) { actionName_ = std::move(name); }
   const std::string& getDataArgs() const { return dataArgs_; }
+  // Kept for callers from outside.
   void setDataArgs(std::string data) { dataArgs_ = std::move(data); }
 
  private:

@@ -31,7 +31,7 @@ class UIViewMemoryCache {
   void addViewInMemoryCache(const platform::UIViewRef& view, std::string identifier);
   // Null when the identifier is unknown or its view has gone.
   platform::UIViewRef getUIVIewAccordingToElementId(std::string_view identifier) const;
-  // In the order in which they were first added.
+  // In the order in which they were first added. Kept for callers from outside.
   std::vector<std::string> getAllUIViewsIdentifier() const;
   void clearMemoryCache();
 

@@ -15,6 +15,7 @@ namespace tarni::Utilities {
 
 std::string getUIViewClassName(const platform::UIViewRef& view);
 std::string getUIViewAccesibilityId(const platform::UIViewRef& view);
+// Kept for callers from outside, as are the tag, the position and the properties in one.
 std::string getUIViewAccesibilityLanguage(const platform::UIViewRef& view);
 // The accessibility value, else the label, else the hint.
 std::string getUIViewAccesibilityLabel(const platform::UIViewRef& view);

@@ -1,5 +1,5 @@
 // XpathHolderObject: a view with its XPath position and its GUID. Plain value; the view is kept
-// weakly. Main thread.
+// weakly. Main thread. Kept for callers from outside.
 #pragma once
 
 #include <string>

@@ -12,6 +12,7 @@ namespace tarni::KIFAdditions {
 
 // The speed of the key window's layer; 1 when there is no key window. Setting it then does nothing.
 float animationSpeed();
+// Kept for callers from outside.
 void setAnimationSpeed(float speed);
 
 // The modes that the application entered and did not leave yet. Created on first use with the
@@ -26,7 +27,7 @@ std::optional<std::string> currentRunLoopMode();
 void swizzleRunLoop();
 
 // Lets the application run in `mode` for `seconds` at normal animation speed: twice as fast an
-// application is given half the time.
+// application is given half the time. Kept for callers from outside.
 platform::Task<platform::CFRunLoopRunResult> KIFRunLoopRunInModeRelativeToAnimationSpeed(
     std::string mode, double seconds, bool returnAfterSourceHandled);
 

@@ -12,6 +12,7 @@ namespace tarni::KIFAdditions {
 platform::UITouchRef initAtPointInWindow(platform::CGPoint point,
                                          const platform::UIWindowRef& window);
 platform::UITouchRef initAtPointInView(platform::CGPoint point, const platform::UIViewRef& view);
+// Kept for callers from outside.
 platform::UITouchRef initInView(const platform::UIViewRef& view);
 
 // Moves the touch to a point in window coordinates, at the present time. Nothing for null.

@@ -17,10 +17,11 @@ namespace Utilities {
 // Compact text; null unless given an array or an object. Text that is not UTF-8 is sent with
 // replacement characters.
 std::optional<std::string> convertNSArrayToString(const nlohmann::ordered_json& array);
+// Kept for callers from outside.
 std::optional<std::string> convertMutableDictionaryToString(
     const nlohmann::ordered_json& dictionary);
 
-// Null when the text is not a JSON array.
+// Null when the text is not a JSON array. Kept for callers from outside.
 std::optional<nlohmann::ordered_json> convertStringToNSArray(std::string_view text);
 
 // Of a JSON object only what stands under `keys`; see DictionaryReader. Null when the text is not
