@@ -18,8 +18,8 @@ class ElementProperties;
 
 class ElementInfo {
  public:
-  // Tells events apart and is never followed: the application refills its one touches event for
-  // the next touch.
+  // Never followed: the application refills its one touches event for the next touch. Kept for
+  // callers from outside.
   void addEvent(const platform::UIEvent* event) { event_ = event; }
   const platform::UIEvent* getEvent() const { return event_; }
 
