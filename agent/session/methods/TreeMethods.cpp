@@ -67,14 +67,11 @@ Task<void> lookAtPages(std::vector<UIViewRef> views, Version known, JsonText& li
   }
 }
 
-// A page does not tell what changes in it.
-bool hasPages = false;
-
 Task<Version> lookAtEverything(Version known, JsonText& list) {
   TreeVersions& versions = TreeVersions::sharedInstance();
   versions.begin();
   std::vector<UIViewRef> pages = lookAtViews(known, list);
-  hasPages = !pages.empty();
+  versions.setHasPages(!pages.empty());
   co_await lookAtPages(std::move(pages), known, list);
   co_return versions.end();
 }
@@ -138,7 +135,8 @@ Answer get(CallRef call) {
   JsonText list;
   list.open('[');
   const platform::ViewChanges changes = platform::current().application->takeViewChanges();
-  const bool isEnough = changes.areKnown && known >= versions.lastWhole() && !isWhole && !hasPages;
+  const bool isEnough =
+      changes.areKnown && known >= versions.lastWhole() && !isWhole && !versions.hasPages();
   Version version = 0;
   if (isEnough) {
     version = lookAtChanges(changes.views, known, list);

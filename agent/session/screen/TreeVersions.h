@@ -38,6 +38,9 @@ class TreeVersions {
 
   // The last that a look at everything found: since then none came, went or moved.
   Version lastWhole() const { return lastWhole_; }
+  // Whether a look at everything came upon pages, which do not tell what changes in them.
+  bool hasPages() const { return hasPages_; }
+  void setHasPages(bool hasPages) { hasPages_ = hasPages; }
   // False when it is not known any more what has changed since.
   bool knows(Version version) const { return version >= oldest_ && version <= version_; }
   // The latest first. To be asked after the end of a look, as is the next.
@@ -69,6 +72,7 @@ class TreeVersions {
   std::uint64_t look_ = 0;
   std::size_t seen_ = 0;
   bool hasChanged_ = false;
+  bool hasPages_ = false;
 };
 
 }  // namespace tarni::session
