@@ -137,7 +137,7 @@ void Application::setKeyWindow(const WindowRef& window) {
 // --- events
 
 platform::UITouchRef Application::makeTouch() {
-  return std::make_shared<posix::TouchRecord>(touchesKnowGestureView_);
+  return std::make_shared<posix::TouchRecord>();
 }
 
 platform::Task<void> Application::sendEvent(platform::UIEvent& event) {

@@ -63,8 +63,6 @@ class Application : public platform::UIApplication {
   // Calls the method "sendEvent:" on the spot, as the platform does for a finger.
   void performSendEvent(platform::UIEvent& event);
   EventLog& eventLog() { return eventLog_; }
-  // Whether touches know setGestureView; true at first.
-  void setTouchesRespondToSetGestureView(bool respond) { touchesKnowGestureView_ = respond; }
 
   // Always says that it was opened.
   bool openURL(std::string_view url) override;
@@ -82,7 +80,6 @@ class Application : public platform::UIApplication {
   void showInput(const platform::InputEvent& event) const;
   // The calls of runLoopRunInMode, the latest last.
   const std::deque<RunLoopRun>& runLoopRuns() const { return runLoopRuns_; }
-  void clearRunLoopRuns() { runLoopRuns_.clear(); }
   // The application's own mode changes, through the methods "pushRunLoopMode:" and
   // "popRunLoopMode:".
   void pushRunLoopMode(const std::string& mode);
@@ -111,7 +108,6 @@ class Application : public platform::UIApplication {
   std::deque<RunLoopRun> runLoopRuns_;
   std::deque<std::string> openedURLs_;
   std::vector<std::string> runLoopModes_{platform::kCFRunLoopDefaultMode};
-  bool touchesKnowGestureView_ = true;
 };
 
 }  // namespace tarni::headless

@@ -136,10 +136,6 @@ void View::removeAllSubviews() {
   }
 }
 
-void View::bringSubviewToFront(const ViewRef& view) {
-  if (view && view->superview_ == this) addSubview(view);
-}
-
 // The window stays as it was: the caller sets it, once, to what follows.
 void View::detach() {
   structureChanged();

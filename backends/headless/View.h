@@ -60,7 +60,6 @@ class View : public platform::UIView {
   void insertSubview(const ViewRef& view, std::size_t index);
   void removeFromSuperview();
   void removeAllSubviews();
-  void bringSubviewToFront(const ViewRef& view);
 
   // --- geometry
   platform::CGRect bounds() const override { return bounds_; }

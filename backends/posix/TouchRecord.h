@@ -8,9 +8,6 @@ namespace tarni::posix {
 
 class TouchRecord : public platform::UITouch {
  public:
-  explicit TouchRecord(bool respondsToSetGestureView = true)
-      : respondsToSetGestureView_(respondsToSetGestureView) {}
-
   platform::UITouchPhase phase() const override { return phase_; }
   platform::UIViewRef view() const override { return view_.lock(); }
   platform::UIWindowRef window() const override { return window_.lock(); }
@@ -28,7 +25,7 @@ class TouchRecord : public platform::UITouch {
   void _setIsFirstTouchForView(bool first) override { isFirstTouchForView_ = first; }
   void setIsTap(bool tap) override { isTap_ = tap; }
   void setTimestamp(double timestamp) override { timestamp_ = timestamp; }
-  bool respondsToSetGestureView() const override { return respondsToSetGestureView_; }
+  bool respondsToSetGestureView() const override { return true; }
   void setGestureView(const platform::UIViewRef& view) override { gestureView_ = view; }
   void _setHidEvent(const platform::IOHIDEventRef& event) override { hidEvent_ = event; }
 
@@ -41,7 +38,6 @@ class TouchRecord : public platform::UITouch {
   const platform::IOHIDEventRef& hidEvent() const { return hidEvent_; }
 
  private:
-  bool respondsToSetGestureView_;
   bool isFirstTouchForView_ = false;
   bool isTap_ = false;
   platform::UITouchPhase phase_ = platform::UITouchPhase::Began;

@@ -5,20 +5,10 @@
 namespace tarni::headless {
 namespace {
 
-constexpr double kEdge = 16;            // points
-constexpr double kButtonWidth = 80;     // points
-constexpr double kIndicatorWidth = 12;  // points
+constexpr double kSide = 108;  // points beside the title, as buttons take them
 
 platform::Class navigationItemViewClass() {
   return platform::defineClass("UINavigationItemView", platform::uikit::UIView);
-}
-
-platform::Class navigationButtonClass() {
-  return platform::defineClass("UINavigationButton", platform::uikit::UIButton);
-}
-
-platform::Class backIndicatorClass() {
-  return platform::defineClass("_UINavigationBarBackIndicatorView", platform::uikit::UIImageView);
 }
 
 // The line that parts a bar from the screen's content.
@@ -59,60 +49,18 @@ std::string NavigationBar::title() const {
   return titleLabel_->labelText().value_or("");
 }
 
-std::shared_ptr<Button> NavigationBar::setBackButton(std::string title, Control::Action action) {
-  if (!backIndicator_) {
-    backIndicator_ = std::make_shared<View>(backIndicatorClass());
-    backIndicator_->setUserInteractionEnabled(false);
-    addSubview(backIndicator_);
-  }
-  replace(backButton_, std::move(title), std::move(action));
-  return backButton_;
-}
-
-std::shared_ptr<Button> NavigationBar::setRightButton(std::string title, Control::Action action) {
-  replace(rightButton_, std::move(title), std::move(action));
-  return rightButton_;
-}
-
-void NavigationBar::replace(std::shared_ptr<Button>& button, std::string title,
-                            Control::Action action) {
-  if (button) button->removeFromSuperview();
-  button = std::make_shared<Button>(std::move(title), navigationButtonClass());
-  button->onTap(std::move(action));
-  addSubview(button);
-  layoutSubviews();
-}
-
 void NavigationBar::layoutSubviews() {
-  const platform::CGSize size = bounds().size;
-  const double left = kEdge + kIndicatorWidth;
-  const platform::CGSize middle{size.width - 2 * (left + kButtonWidth), size.height};
-  itemView_->setFrame({{left + kButtonWidth, 0}, middle});
+  const platform::CGSize middle{bounds().size.width - 2 * kSide, bounds().size.height};
+  itemView_->setFrame({{kSide, 0}, middle});
   titleLabel_->setFrame({{0, 0}, middle});
-  if (backIndicator_) backIndicator_->setFrame({{kEdge, 0}, {kIndicatorWidth, size.height}});
-  if (backButton_) backButton_->setFrame({{left, 0}, {kButtonWidth, size.height}});
-  if (rightButton_) {
-    rightButton_->setFrame({{size.width - kEdge - kButtonWidth, 0}, {kButtonWidth, size.height}});
-  }
 }
 
-// A tap on the back indicator, which takes no touches itself, goes back.
-bool NavigationBar::handleTouch(platform::UITouchPhase phase, platform::UITouch& touch) {
-  if (phase == platform::UITouchPhase::Ended && backIndicator_ &&
-      backIndicator_->frame().contains(touch.locationInView(ref()))) {
-    backButton_->sendActions(ControlEvent::TouchUpInside);
-  }
+bool NavigationBar::handleTouch(platform::UITouchPhase, platform::UITouch&) {
   return true;
 }
 
 void NavigationBar::drawContent(Canvas& canvas) const {
   drawEdge(canvas, bounds(), bounds().maxY());
-  if (!backIndicator_) return;
-  constexpr double kReach = 8;  // points from the tip of the arrow to its ends
-  const platform::CGRect area = backIndicator_->frame();
-  const platform::CGPoint tip{area.minX() + 2, area.midY()};
-  canvas.line(tip, {tip.x + kReach, tip.y - kReach}, colors::kBlue, 2);
-  canvas.line(tip, {tip.x + kReach, tip.y + kReach}, colors::kBlue, 2);
 }
 
 // --- ItemBar

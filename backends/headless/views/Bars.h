@@ -6,7 +6,8 @@
 #include <optional>
 #include <string>
 
-#include "backends/headless/views/Button.h"
+#include "backends/headless/views/Control.h"
+#include "backends/headless/views/Label.h"
 
 namespace tarni::headless {
 
@@ -25,9 +26,8 @@ class BarItem : public Control, public platform::UITitledItem {
   std::optional<std::string> title_;
 };
 
-// A UINavigationBar: the title in a UINavigationItemView, buttons of the class UINavigationButton,
-// and a _UINavigationBarBackIndicatorView beside the one that goes back. The bar itself takes the
-// touches that hit its title and its back indicator.
+// A UINavigationBar with its title in a UINavigationItemView. The bar itself takes the touches that
+// hit the title.
 class NavigationBar : public View {
  public:
   explicit NavigationBar(std::string title);
@@ -35,12 +35,6 @@ class NavigationBar : public View {
   void setTitle(std::string title);
   std::string title() const;
   const ViewRef& itemView() const { return itemView_; }
-  // On the left side, with the back indicator.
-  std::shared_ptr<Button> setBackButton(std::string title, Control::Action action);
-  // On the right side.
-  std::shared_ptr<Button> setRightButton(std::string title, Control::Action action);
-  // Null while there is no back button.
-  const ViewRef& backIndicator() const { return backIndicator_; }
 
   bool handleTouch(platform::UITouchPhase phase, platform::UITouch& touch) override;
   void drawContent(Canvas& canvas) const override;
@@ -49,13 +43,8 @@ class NavigationBar : public View {
   void layoutSubviews() override;
 
  private:
-  void replace(std::shared_ptr<Button>& button, std::string title, Control::Action action);
-
   ViewRef itemView_;
   std::shared_ptr<Label> titleLabel_;
-  ViewRef backIndicator_;
-  std::shared_ptr<Button> backButton_;
-  std::shared_ptr<Button> rightButton_;
 };
 
 // A UIToolbar or UITabBar; its items stand side by side in equal widths.

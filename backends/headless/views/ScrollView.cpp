@@ -32,7 +32,6 @@ platform::Task<void> ScrollView::setContentOffset(platform::CGPoint offset, bool
 void ScrollView::scrollTo(platform::CGPoint offset) {
   if (offset == contentOffset()) return;
   setBounds({offset, bounds().size});
-  if (scrolled_) scrolled_();
 }
 
 void ScrollView::scrollBy(platform::CGPoint way) {
@@ -51,7 +50,7 @@ void ScrollView::panned() {
 bool ScrollView::canFollowFinger() const {
   const platform::CGPoint moved = pan_->translationInView(*this);
   const bool isVertical = std::abs(moved.y) > std::abs(moved.x);
-  return scrollEnabled_ && (isVertical ? furthest().y : furthest().x) > 0;
+  return (isVertical ? furthest().y : furthest().x) > 0;
 }
 
 platform::CGPoint ScrollView::furthest() const {

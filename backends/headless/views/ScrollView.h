@@ -5,7 +5,6 @@
 // cancelled. The content stops at its edges. An animated change shows its end at once.
 #pragma once
 
-#include <functional>
 #include <memory>
 
 #include "backends/headless/View.h"
@@ -27,10 +26,6 @@ class ScrollView : public View, public platform::UIScrollView {
   void scrollBy(platform::CGPoint way);
   platform::CGSize contentSize() const { return contentSize_; }
   void setContentSize(platform::CGSize size) { contentSize_ = size; }
-  // Called after every change of the offset.
-  void onScroll(std::function<void()> action) { scrolled_ = std::move(action); }
-  bool isScrollEnabled() const { return scrollEnabled_; }
-  void setScrollEnabled(bool enabled) { scrollEnabled_ = enabled; }
   // Whether the latest change of the offset was asked to be animated.
   bool wasAnimated() const { return animated_; }
 
@@ -44,8 +39,6 @@ class ScrollView : public View, public platform::UIScrollView {
   std::shared_ptr<PanGestureRecognizer> pan_;
   platform::CGSize contentSize_;
   platform::CGPoint offsetAtStart_;
-  std::function<void()> scrolled_;
-  bool scrollEnabled_ = true;
   bool animated_ = false;
 };
 

@@ -9,6 +9,10 @@ namespace {
 constexpr const char* kViewWillAppear = "viewWillAppear:";
 constexpr const char* kViewDidAppear = "viewDidAppear:";
 
+void perform(const char* selector, bool animated) {
+  platform::current().runtime->perform(platform::uikit::UIViewController, selector, {animated});
+}
+
 }  // namespace
 
 ViewController::ViewController(ViewRef view) : view_(std::move(view)) {}
@@ -22,19 +26,13 @@ void ViewController::defineMethods(platform::ObjectiveCRuntime& runtime) {
 void ViewController::presentIn(Window& window, bool animated) {
   const auto alive = shared_from_this();
   view_->setFrame({{}, window.bounds().size});
-  perform(kViewWillAppear, willAppear_, animated);
+  perform(kViewWillAppear, animated);
   window.addSubview(view_);
-  perform(kViewDidAppear, didAppear_, animated);
+  perform(kViewDidAppear, animated);
 }
 
 void ViewController::dismiss() {
   view_->removeFromSuperview();
-}
-
-void ViewController::perform(std::string_view selector, const std::function<void()>& action,
-                             bool animated) {
-  platform::current().runtime->perform(platform::uikit::UIViewController, selector, {animated});
-  if (action) action();
 }
 
 }  // namespace tarni::headless

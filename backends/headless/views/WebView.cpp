@@ -15,7 +15,6 @@ WebBrowserView::WebBrowserView() : View(classNamed("UIWebBrowserView", platform:
 
 platform::Task<void> WebBrowserView::tapInteractionWithLocation(platform::CGPoint point) {
   remember(taps_, point);
-  if (tapped_) tapped_(point);
   co_return;
 }
 

@@ -20,13 +20,9 @@ class WebBrowserView : public View, public platform::UIWebBrowserView {
   platform::Task<void> tapInteractionWithLocation(platform::CGPoint point) override;
   // In the order in which they came, in own coordinates.
   const std::deque<platform::CGPoint>& taps() const { return taps_; }
-  void onTapInteraction(std::function<void(platform::CGPoint)> action) {
-    tapped_ = std::move(action);
-  }
 
  private:
   std::deque<platform::CGPoint> taps_;
-  std::function<void(platform::CGPoint)> tapped_;
 };
 
 // Its browser view stands in a scroll view (_UIWebViewScrollView), and is reached over the instance
@@ -47,7 +43,6 @@ class WebView : public View, public platform::UIWebView {
   // Answers all other scripts. Without one they answer nothing.
   void setEngine(Engine engine) { engine_ = std::move(engine); }
   const std::deque<std::string>& evaluatedScripts() const { return evaluated_; }
-  void clearEvaluatedScripts() { evaluated_.clear(); }
   const std::shared_ptr<WebBrowserView>& browserView() const { return browserView_; }
 
  protected:
