@@ -144,7 +144,7 @@ void Acts::handle(const InputEvent& event) {
     case InputKind::Text:
       return type(event);
     case InputKind::Pointed:
-      if (growsMenu(event.view)) return tellAtRest();
+      if (addToMenu(event.view)) return tellAtRest();
       begin(acts::kHover, event, event.view);
       return tellAtRest();
     case InputKind::Resized:
@@ -162,7 +162,7 @@ void Acts::press(const InputEvent& event) {
   const UIViewRef view = event.view ? event.view : event.window;
   if (!view) return;
   press_ = {true, false, event.button, event.window, event.point};
-  if (growsMenu(view)) return;
+  if (addToMenu(view)) return;
   if (event.clicks > 1 && isOpen(acts::kClick, view) && open_->act.button == event.button) {
     open_->act.count = event.clicks;
     return;
@@ -232,9 +232,9 @@ bool Acts::goesOnTurning(const InputEvent& event) const {
          distance(event.point, press_.point) < kDragBegins;
 }
 
-// An entry that is pressed or opened by the pointer's rest after the one above it: one act. Answers
-// whether it was.
-bool Acts::growsMenu(const UIViewRef& entry) {
+// An entry that is pressed or opened by the pointer's rest after the one above it: one act. False
+// for one that begins an act of its own.
+bool Acts::addToMenu(const UIViewRef& entry) {
   if (!open_ || open_->act.kind != acts::kMenu || !isEntryOfMenu(entry) || !isInPopup(entry)) {
     return false;
   }

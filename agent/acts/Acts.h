@@ -54,7 +54,7 @@ class Acts : public platform::InputObserver {
 
   bool isOpen(std::string_view kind, const platform::UIViewRef& view) const;
   bool goesOnTurning(const platform::InputEvent& event) const;
-  bool growsMenu(const platform::UIViewRef& entry);
+  bool addToMenu(const platform::UIViewRef& entry);
   Act& begin(std::string_view kind, const platform::InputEvent& event,
              const platform::UIViewRef& view);
   void lastsTo(double time);

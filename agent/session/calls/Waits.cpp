@@ -34,7 +34,7 @@ Task<bool> Waits::until(CallRef call, std::function<bool()> holds, double timeou
 
 Task<bool> Waits::untilRest(CallRef call, double quiet, double timeout) {
   const auto wait = std::make_shared<Wait>(Wait{call, nullptr});
-  lookAtRest(wait, quiet);
+  lookAtRest(wait, quiet / 1000);
   co_return co_await parked(wait, timeout);
 }
 
@@ -56,17 +56,18 @@ Task<bool> Waits::parked(std::shared_ptr<Wait> wait, double timeout) {
 }
 
 // Whenever the program may have rested for long enough it is looked at whether it has.
-void Waits::lookAtRest(const std::weak_ptr<Wait>& weak, double quiet) {
+void Waits::lookAtRest(const std::weak_ptr<Wait>& weak, double quietSeconds) {
   const double rested = seconds(Clock::now() - MainWatch::sharedInstance().lastActivity());
-  platform::current().dispatch->afterOnMain(std::max(quiet - rested, 0.0), [weak, quiet] {
-    const auto wait = weak.lock();
-    if (!wait || wait->isOver) return;
-    if (seconds(Clock::now() - MainWatch::sharedInstance().lastActivity()) < quiet) {
-      return lookAtRest(weak, quiet);
-    }
-    wait->isOver = wait->isMet = true;
-    wait->call->resume();
-  });
+  platform::current().dispatch->afterOnMain(
+      std::max(quietSeconds - rested, 0.0), [weak, quietSeconds] {
+        const auto wait = weak.lock();
+        if (!wait || wait->isOver) return;
+        if (seconds(Clock::now() - MainWatch::sharedInstance().lastActivity()) < quietSeconds) {
+          return lookAtRest(weak, quietSeconds);
+        }
+        wait->isOver = wait->isMet = true;
+        wait->call->resume();
+      });
 }
 
 void Waits::somethingHappened() {

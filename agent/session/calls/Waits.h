@@ -19,7 +19,7 @@ class Waits {
   // Parks the call until `holds` answers true, and answers true; false once the time (milliseconds)
   // is over. It is asked at once, and after that whenever something has happened.
   platform::Task<bool> until(CallRef call, std::function<bool()> holds, double timeout);
-  // The same until the program has handled nothing for so many seconds.
+  // The same until the program has handled nothing for so many milliseconds.
   platform::Task<bool> untilRest(CallRef call, double quiet, double timeout);
 
  private:
@@ -34,7 +34,7 @@ class Waits {
   platform::Task<bool> parked(std::shared_ptr<Wait> wait, double timeout);
   void somethingHappened();
   void look();
-  static void lookAtRest(const std::weak_ptr<Wait>& weak, double quiet);
+  static void lookAtRest(const std::weak_ptr<Wait>& weak, double quietSeconds);
 
   std::list<std::shared_ptr<Wait>> waits_;
   Clock::time_point lastLook_;

@@ -82,7 +82,7 @@ Answer rest(CallRef call) {
   if (quiet <= 0) throw SessionError(errors::kInvalidArgument, "\"quiet\" is more than 0");
   const MainWatch& watch = MainWatch::sharedInstance();
   const double timeout = *call->timeout();
-  const bool isMet = co_await Waits::sharedInstance().untilRest(call, quiet / 1000, timeout);
+  const bool isMet = co_await Waits::sharedInstance().untilRest(call, quiet, timeout);
   if (!isMet) {
     throw SessionError(errors::kTimeout,
                        "the program does not come to rest; last it handled: " +
