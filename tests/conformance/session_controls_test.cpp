@@ -142,7 +142,8 @@ TEST_P(SessionControls, StandOnceInTheTreeWhileAMenuIsOpen) {
   ask("element.click", {{"element", find({{"text", "File"}})["element"]}});
   awaitOf({{"find", {{"text", "New"}}}}, "visible");
   std::map<long, int> times;
-  for (const json& one : ask("tree.get", json::object())["elements"]) ++times[one["element"]];
+  const json elements = ask("tree.get", json::object())["elements"];
+  for (const json& one : elements) ++times[one["element"]];
   for (const auto& [element, count] : times) EXPECT_EQ(count, 1) << described(element);
   if (isQuick()) return;  // whose menus stand in the window of their bar
   const json bar = {{"xpath", "\\UINavigationBar[0]"}};

@@ -218,10 +218,12 @@ TEST_P(ConformanceSession, ADialogThatAClickOpensKeepsNobodyFromBeingAnswered) {
   one.ask("element.click", {{"element", details}});
   one.ask("wait.for", {{"conditions", json::array({shows("Really?")})}});
   std::map<json, json> isKey;
-  for (const json& window : one.ask("window.list", json::object())["windows"]) {
+  const json windows = one.ask("window.list", json::object())["windows"];
+  for (const json& window : windows) {
     isKey[window["element"]] = window["key"];
   }
-  for (const json& element : one.ask("element.find", {{"focused", true}})["elements"]) {
+  const json focused = one.ask("element.find", {{"focused", true}})["elements"];
+  for (const json& element : focused) {
     const json whole = one.ask("element.describe", {{"element", element["element"]}});
     EXPECT_EQ(isKey[whole["description"]["window"]], true) << element << " is behind the dialog";
   }
