@@ -100,11 +100,6 @@ long handleOf(const Json& description) {
   return handleOf(*value);
 }
 
-bool isSet(const Json& description, const char* member) {
-  const auto found = description.find(member);
-  return found != description.end() && *found == true;
-}
-
 std::string sizeIn(const Json& description, const char* rectangle) {
   return pairIn(description, rectangle, "width", "x", "height");
 }

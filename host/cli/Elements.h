@@ -21,7 +21,6 @@ long handleOf(const std::string& word);
 // That of a description; throws WireError when it has none.
 long handleOf(const Json& description);
 
-bool isSet(const Json& description, const char* member);  // whether it is there and true
 // "80x24" and "10,5"; empty without a rectangle.
 std::string sizeIn(const Json& description, const char* rectangle = "rect");
 std::string placeIn(const Json& description, const char* rectangle = "rect");

@@ -145,7 +145,7 @@ std::vector<Json> Locator::elementsOnce(Invocation& invocation) const {
     found = findAll(session, other, within());
   }
   if (editable_)
-    std::erase_if(found, [](const Json& element) { return !isSet(element, "editable"); });
+    std::erase_if(found, [](const Json& element) { return !isTrue(element, "editable"); });
   return found;
 }
 
@@ -262,7 +262,7 @@ std::string Target::choose(const std::vector<std::string>& found) const {
 
 Json Target::choose(Invocation& invocation, std::vector<Json> found) const {
   const auto has = [](const char* member) {
-    return [member](const Json& element) { return isSet(element, member); };
+    return [member](const Json& element) { return isTrue(element, member); };
   };
   const bool isHidden = std::ranges::none_of(found, has("visible"));
   if (!isHidden) std::erase_if(found, std::not_fn(has("visible")));

@@ -8,12 +8,12 @@
 namespace tarni::host {
 
 bool isOnScreen(const Json& description) {
-  return isTrue(description, "isVisibleInViewHierarchy") &&
-         isTrue(description, "isVisibleInWindowFrame");
+  return isTextTrue(description, "isVisibleInViewHierarchy") &&
+         isTextTrue(description, "isVisibleInWindowFrame");
 }
 
 bool isCovered(const Json& description) {
-  return isTrue(description, "isUserInteractionEnabled") &&
+  return isTextTrue(description, "isUserInteractionEnabled") &&
          textIn(description, "isProbablyTappable") == "false";
 }
 
@@ -31,12 +31,12 @@ Looks Looks::of(Invocation& invocation, const std::string& id) {
 Showing::Showing(Invocation& invocation, const std::string& beside, bool isOfFind,
                  bool (*isShown)(const Json&)) {
   const auto rounded = [](const Json& frame, const char* key) {
-    return std::to_string(std::lrint(numberIn(frame, key)));
+    return std::to_string(std::lrint(numberOfText(frame, key)));
   };
   const auto descriptions =
       invocation.call({.functionName = "ai_findelements", .window = beside}).entries();
   for (const auto& description : descriptions) {
-    if (isOfFind && !isTrue(description, "isVisibleInWindowFrame")) continue;
+    if (isOfFind && !isTextTrue(description, "isVisibleInWindowFrame")) continue;
     const auto& frame = objectIn(description, "rectangle");
     const Looks looks{textIn(description, "text"), rounded(frame, "width"),
                       rounded(frame, "height")};

@@ -35,7 +35,7 @@ std::optional<Deed::Offset> fromMiddle(const Json& element, const Json& at) {
   if (at.empty() || isPressedAnywhere(element)) return std::nullopt;
   const Json& rect = objectIn(element, "rect");
   const auto along = [&](const char* axis, const char* side) {
-    return memberAsNumber(at, axis) - memberAsNumber(rect, side) / 2;
+    return numberIn(at, axis) - numberIn(rect, side) / 2;
   };
   const auto offset = rounded(along("x", "width"), along("y", "height"));
   return offset == Deed::Offset() ? std::nullopt : std::optional(offset);
@@ -60,16 +60,16 @@ Deed aboutFocused(Kind kind, const Step& step) {
 Deed longPress(const Step& step) {
   auto deed = about(Kind::LongPress, step);
   deed.seconds =
-      std::max(kLongPressSeconds, std::round(memberAsNumber(step.json(), "durationMs") / 100) / 10);
+      std::max(kLongPressSeconds, std::round(numberIn(step.json(), "durationMs") / 100) / 10);
   return deed;
 }
 
 bool isStraight(const Json& way) {
-  const double x = memberAsNumber(way.back(), "x");
-  const double y = memberAsNumber(way.back(), "y");
+  const double x = numberIn(way.back(), "x");
+  const double y = numberIn(way.back(), "y");
   const double length = std::max(std::hypot(x, y), 1.0);
   return std::ranges::all_of(way, [&](const Json& point) {
-    const double beside = memberAsNumber(point, "x") * y - memberAsNumber(point, "y") * x;
+    const double beside = numberIn(point, "x") * y - numberIn(point, "y") * x;
     return std::abs(beside) / length <= kStraight;
   });
 }
@@ -86,7 +86,7 @@ Deed drag(const Step& step) {
   if (way.empty()) return deed;
   Deed::Offset before;
   for (const Json& point : isStraight(way) ? Json::array({way.back()}) : way) {
-    const auto here = rounded(memberAsNumber(point, "x"), memberAsNumber(point, "y"));
+    const auto here = rounded(numberIn(point, "x"), numberIn(point, "y"));
     deed.way.push_back({here.x - before.x, here.y - before.y});
     before = here;
   }
@@ -95,8 +95,8 @@ Deed drag(const Step& step) {
 
 Deed wheel(const Step& step) {
   auto deed = about(Kind::Wheel, step);
-  deed.offset = rounded(memberAsNumber(step.json(), "right") * kPointsANotch,
-                        memberAsNumber(step.json(), "down") * kPointsANotch);
+  deed.offset = rounded(numberIn(step.json(), "right") * kPointsANotch,
+                        numberIn(step.json(), "down") * kPointsANotch);
   return deed;
 }
 
@@ -134,8 +134,7 @@ std::vector<Deed> menu(const Step& step) {
 
 Deed resize(const Step& step) {
   Deed deed{.kind = Kind::Resize};
-  deed.offset =
-      rounded(memberAsNumber(step.json(), "width"), memberAsNumber(step.json(), "height"));
+  deed.offset = rounded(numberIn(step.json(), "width"), numberIn(step.json(), "height"));
   return deed;
 }
 

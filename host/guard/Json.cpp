@@ -122,12 +122,22 @@ std::optional<std::string> valueIn(const Json& object, const char* key) {
 }
 
 double numberIn(const Json& object, const char* key) {
+  const auto found = object.find(key);
+  return found != object.end() && found->is_number() ? found->get<double>() : 0;
+}
+
+bool isTrue(const Json& object, const char* key) {
+  const auto found = object.find(key);
+  return found != object.end() && *found == true;
+}
+
+double numberOfText(const Json& object, const char* key) {
   constexpr double kLongest = 1e9;
   const double number = std::strtod(textIn(object, key).c_str(), nullptr);
   return std::abs(number) <= kLongest ? number : 0;
 }
 
-bool isTrue(const Json& object, const char* key) {
+bool isTextTrue(const Json& object, const char* key) {
   return textIn(object, key) == "true";
 }
 

@@ -40,11 +40,14 @@ std::string textAsJson(std::string_view text);
 std::string textIn(const Json& object, const char* key);
 // What is under a key of an object, texts as they are, all else as JSON writes it; null for none.
 std::optional<std::string> valueIn(const Json& object, const char* key);
-// The number that is written as text under a key of an object; 0 when there is none that could be a
-// length on a screen.
+// The number under a key of an object, 0 when there is none.
 double numberIn(const Json& object, const char* key);
-// Whether "true" is written under a key of an object.
+// Whether there is true under a key of an object.
 bool isTrue(const Json& object, const char* key);
+// The same of what the playback port writes as text: a number that could be a length on a screen,
+// else 0; "true".
+double numberOfText(const Json& object, const char* key);
+bool isTextTrue(const Json& object, const char* key);
 // The object under a key of an object, an empty one when there is none.
 const Json& objectIn(const Json& object, const char* key);
 

@@ -29,7 +29,7 @@ double placeIn(double at, double lengthThen, double lengthNow) {
 }
 
 double lengthOf(const Json& description, const char* side) {
-  return memberAsNumber(objectIn(description, "rect"), side);
+  return numberIn(objectIn(description, "rect"), side);
 }
 
 }  // namespace
@@ -192,8 +192,8 @@ Json Acting::target(const FoundElement& found, const Json& recorded, const Json&
   Json target = {{"element", found.handle()}};
   if (at.empty()) return target;
   const auto along = [&](const char* axis, const char* side) {
-    target[axis] = placeIn(memberAsNumber(at, axis), lengthOf(recorded, side),
-                           lengthOf(found.description, side));
+    target[axis] =
+        placeIn(numberIn(at, axis), lengthOf(recorded, side), lengthOf(found.description, side));
   };
   along("x", "width");
   along("y", "height");

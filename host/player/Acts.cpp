@@ -69,7 +69,7 @@ void click(Acting& acting) {
 void longPress(Acting& acting) {
   const auto found = acting.element();
   const auto button = buttonOf(acting.step());
-  const auto lasted = memberAsNumber(acting.step().json(), "durationMs");
+  const auto lasted = numberIn(acting.step().json(), "durationMs");
   const Json steps = {{{"move", ownTarget(acting, found)}},
                       {{"down", button}},
                       {{"pause", std::clamp<double>(lasted, kLongPressMs, 10 * kLongPressMs)}},
@@ -82,8 +82,8 @@ void longPress(Acting& acting) {
 Json along(const FoundElement& found, const Json& target, const Json& way) {
   const Json& rect = objectIn(found.description, "rect");
   const auto at = [&](const char* axis, const char* side) {
-    const double inside = target.value(axis, memberAsNumber(rect, side) / 2);
-    return memberAsNumber(rect, axis) + inside + memberAsNumber(way, axis);
+    const double inside = target.value(axis, numberIn(rect, side) / 2);
+    return numberIn(rect, axis) + inside + numberIn(way, axis);
   };
   const Json window = found.isInPage() ? found.description["page"] : Json(found.handle());
   return {{"window", window}, {"x", at("x", "width")}, {"y", at("y", "height")}};
@@ -112,8 +112,8 @@ void wheel(Acting& acting) {
   const auto found = acting.element();
   withModifiers(acting, [&] {
     acting.act("input.wheel", {{"at", ownTarget(acting, found)},
-                               {"right", memberAsNumber(step, "right")},
-                               {"down", memberAsNumber(step, "down")}});
+                               {"right", numberIn(step, "right")},
+                               {"down", numberIn(step, "down")}});
   });
 }
 
@@ -190,17 +190,17 @@ bool comesToBe(Acting& acting, const FoundElement& found, Json condition) {
 // that holds what it held has taken nothing. A page handles keys after they are answered for, and
 // shows dots in place of a secret.
 void requireTaken(Acting& acting, const FoundElement& found) {
-  const auto wanted = memberAsText(acting.step().json(), "value");
+  const auto wanted = valueIn(acting.step().json(), "value");
   if (found.isInPage() && found.description.value("editable", false)) {
     const auto shown = acting.step().secret().empty() ? acting.textToType() : std::string("•");
     const Json taken = wanted ? Json{{"textIs", *wanted}} : Json{{"textContains", shown}};
     if (comesToBe(acting, found, taken)) return;
   }
   const auto now = acting.describedNow(found.handle());
-  const auto text = now ? memberAsText(*now, "text") : std::nullopt;
+  const auto text = now ? valueIn(*now, "text") : std::nullopt;
   if (!text || !found.description.contains("text")) return;
   if (wanted && text == wanted) return;
-  const bool isUnchanged = text == memberAsText(found.description, "text");
+  const bool isUnchanged = text == valueIn(found.description, "text");
   if (isUnchanged && found.description.value("editable", false)) {
     throw StepFailure("it took no text: it still holds " + inQuotes(*text));
   }
@@ -225,7 +225,7 @@ void type(Acting& acting) {
 void require(Acting& acting, const FoundElement& found, Json condition, const char* member) {
   if (comesToBe(acting, found, std::move(condition))) return;
   const auto now = acting.describedNow(found.handle());
-  const auto value = now ? memberAsText(*now, member) : std::nullopt;
+  const auto value = now ? valueIn(*now, member) : std::nullopt;
   throw StepFailure("done, but its " + std::string(member) + " is " +
                     inQuotes(value.value_or("unknown")));
 }
@@ -285,8 +285,7 @@ void expand(Acting& acting) {
 
 void resize(Acting& acting) {
   const Json& step = acting.step().json();
-  Json parameters = {{"width", memberAsNumber(step, "width")},
-                     {"height", memberAsNumber(step, "height")}};
+  Json parameters = {{"width", numberIn(step, "width")}, {"height", numberIn(step, "height")}};
   const bool isNamed = !locatorsIn(acting.step().element()).empty();
   if (isNamed) parameters["window"] = acting.elementAsItIs().handle();
   acting.act("window.resize", std::move(parameters));

@@ -49,8 +49,8 @@ double distance(const Json& one, const Json& other) {
   const Json& from = objectIn(one, "rect");
   const Json& to = objectIn(other, "rect");
   if (from.empty() || to.empty()) return INFINITY;
-  return std::hypot(memberAsNumber(from, "x") - memberAsNumber(to, "x"),
-                    memberAsNumber(from, "y") - memberAsNumber(to, "y"));
+  return std::hypot(numberIn(from, "x") - numberIn(to, "x"),
+                    numberIn(from, "y") - numberIn(to, "y"));
 }
 
 double nearness(const Json& wanted, const Json& there) {

@@ -16,7 +16,7 @@ Picture pictureOf(SessionClient& client, Json window) {
   window["blurSecrets"] = true;
   const Json answer = client.call("window.picture", std::move(window));
   const std::string format = textIn(answer, "format") == "jpeg" ? "jpeg" : "png";
-  return {format, textIn(answer, "data"), std::max(memberAsNumber(answer, "scale"), 0.1)};
+  return {format, textIn(answer, "data"), std::max(numberIn(answer, "scale"), 0.1)};
 }
 
 }  // namespace

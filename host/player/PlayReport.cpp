@@ -52,11 +52,11 @@ Json wayOf(const Json& act, const Json& rect) {
   Json way = Json::array();
   const Json& at = objectIn(act, "at");
   if (rect.empty() || at.empty()) return way;
-  const double x = memberAsNumber(rect, "x") + memberAsNumber(at, "x");
-  const double y = memberAsNumber(rect, "y") + memberAsNumber(at, "y");
+  const double x = numberIn(rect, "x") + numberIn(at, "x");
+  const double y = numberIn(rect, "y") + numberIn(at, "y");
   way.push_back({{"x", x}, {"y", y}});
   for (const Json& point : act.value("way", Json::array())) {
-    way.push_back({{"x", x + memberAsNumber(point, "x")}, {"y", y + memberAsNumber(point, "y")}});
+    way.push_back({{"x", x + numberIn(point, "x")}, {"y", y + numberIn(point, "y")}});
   }
   return way;
 }

@@ -8,11 +8,11 @@ namespace tarni::host {
 
 void StepCosts::add(const Json& answer) {
   const Json& costs = objectIn(answer, "costs");
-  busyMs += memberAsNumber(costs, "busyMs");
-  longestMs = std::max(longestMs, memberAsNumber(costs, "longestMs"));
-  cpuMs += memberAsNumber(costs, "cpuMs");
+  busyMs += numberIn(costs, "busyMs");
+  longestMs = std::max(longestMs, numberIn(costs, "longestMs"));
+  cpuMs += numberIn(costs, "cpuMs");
   const Json& memory = objectIn(costs, "memoryBytes");
-  if (memory.contains("after")) memoryBytes = memberAsNumber(memory, "after");
+  if (memory.contains("after")) memoryBytes = numberIn(memory, "after");
 }
 
 }  // namespace tarni::host

@@ -140,7 +140,7 @@ std::string clickInWords(const Json& members) {
 
 // How far a drag went to the right.
 std::string lengthOf(const Json& way) {
-  return way.empty() ? "" : " by " + std::to_string(std::lround(memberAsNumber(way.back(), "x")));
+  return way.empty() ? "" : " by " + std::to_string(std::lround(numberIn(way.back(), "x")));
 }
 
 std::string outcomeInWords(const Json& members, bool isChoice) {
@@ -189,7 +189,7 @@ Step Step::check(Json element, const std::optional<std::string>& text) {
 }
 
 long Step::order() const {
-  return std::lround(memberAsNumber(members_, "order"));
+  return std::lround(numberIn(members_, "order"));
 }
 
 int Step::count() const {
@@ -198,7 +198,7 @@ int Step::count() const {
 }
 
 double Step::time() const {
-  return memberAsNumber(members_, "time");
+  return numberIn(members_, "time");
 }
 
 const char* Step::memberOfText() const {
@@ -282,17 +282,6 @@ std::string locatorInWords(const Json& find) {
   auto selector = Selector::fromParameters(find);
   selector.isVisible.reset();
   return printable(selector.written());
-}
-
-std::optional<std::string> memberAsText(const Json& object, const char* name) {
-  const auto found = object.find(name);
-  if (found == object.end() || found->is_null()) return std::nullopt;
-  return found->is_string() ? found->get<std::string>() : compact(*found);
-}
-
-double memberAsNumber(const Json& object, const char* name) {
-  const auto found = object.find(name);
-  return found != object.end() && found->is_number() ? found->get<double>() : 0;
 }
 
 }  // namespace tarni::host

@@ -70,10 +70,4 @@ std::vector<std::string> keysOfChord(const std::string& chord);
 // stands beside it.
 std::string elementInWords(const Json& element, bool isValue = false);
 
-// Numbers and texts of a member as text; null when there is none.
-std::optional<std::string> memberAsText(const Json& object, const char* name);
-
-// 0 when it is none.
-double memberAsNumber(const Json& object, const char* name);
-
 }  // namespace tarni::host

@@ -26,11 +26,6 @@ constexpr const char* kShown[] = {
     "secure", "modal",       "popup", "rows",    "columns",  "row",      "column",
 };
 
-double numberAt(const Json& object, const char* key) {
-  const auto found = object.find(key);
-  return found != object.end() && found->is_number() ? found->get<double>() : 0;
-}
-
 std::optional<std::string> nameOf(const Json& description) {
   auto identifier = valueIn(description, "identifier");
   return identifier && !identifier->empty() ? identifier : valueIn(description, "label");
@@ -48,8 +43,8 @@ std::optional<std::string> valueOf(const Json& description) {
 
 Rectangle rectangleIn(const Json& description, const char* member) {
   const Json& sides = objectIn(description, member);
-  return {numberAt(sides, "x"), numberAt(sides, "y"), numberAt(sides, "width"),
-          numberAt(sides, "height")};
+  return {numberIn(sides, "x"), numberIn(sides, "y"), numberIn(sides, "width"),
+          numberIn(sides, "height")};
 }
 
 std::optional<std::string> attributeOf(const Json& description, std::string_view name) {

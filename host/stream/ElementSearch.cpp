@@ -70,13 +70,13 @@ ElementOnScreen ElementOnScreen::fromJson(const Json& description) {
   element.text = textIn(description, "text");
   element.picture = textIn(description, "imageBase64");
   const auto& frame = objectIn(description, "rectangle");
-  element.rectangle = {numberIn(frame, "x"), numberIn(frame, "y"), numberIn(frame, "width"),
-                       numberIn(frame, "height")};
-  element.isVisible = isTrue(description, "isVisibleInViewHierarchy") &&
-                      isTrue(description, "isVisibleInWindowFrame");
-  element.isTappable = isTrue(description, "isProbablyTappable");
-  element.isEnabled = isTrue(description, "isUserInteractionEnabled");
-  element.isEditable = isTrue(description, "isEditable");
+  element.rectangle = {numberOfText(frame, "x"), numberOfText(frame, "y"),
+                       numberOfText(frame, "width"), numberOfText(frame, "height")};
+  element.isVisible = isTextTrue(description, "isVisibleInViewHierarchy") &&
+                      isTextTrue(description, "isVisibleInWindowFrame");
+  element.isTappable = isTextTrue(description, "isProbablyTappable");
+  element.isEnabled = isTextTrue(description, "isUserInteractionEnabled");
+  element.isEditable = isTextTrue(description, "isEditable");
   return element;
 }
 

@@ -21,7 +21,7 @@ void PortTree::goTo(const Json& description) {
   --parent.childrenToCome;
   const auto name = textIn(description, "elementType");
   const auto place = parent.seenOfClass[name]++;
-  const auto children = std::max(0.0, numberIn(description, "childCount"));
+  const auto children = std::max(0.0, numberOfText(description, "childCount"));
   path_.push_back({name + "[" + std::to_string(place) + "]", static_cast<long>(children)});
 }
 

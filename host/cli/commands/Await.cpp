@@ -61,7 +61,7 @@ void sayInstead(const Json& data) {
   const auto told = data.find("conditions");
   if (told == data.end() || !told->is_array()) return;
   for (const auto& one : *told) {
-    std::cerr << "  " << (isSet(one, "holds") ? "holds: " : "does not: ")
+    std::cerr << "  " << (isTrue(one, "holds") ? "holds: " : "does not: ")
               << inWords(objectIn(one, "condition"));
     if (const auto count = valueIn(one, "found")) std::cerr << "; found " << printable(*count);
     const auto elements = one.find("elements");

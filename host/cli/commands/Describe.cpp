@@ -60,7 +60,7 @@ std::string stateOf(const Json& element) {
 Terminal::Row descriptionRow(const Json& element) {
   const auto& rectangle = objectIn(element, "rectangle");
   const auto number = [&rectangle](const char* key) {
-    return std::to_string(std::lround(numberIn(rectangle, key)));
+    return std::to_string(std::lround(numberOfText(rectangle, key)));
   };
   return {textIn(element, "elementID"),
           textIn(element, "elementType"),
@@ -117,7 +117,7 @@ void describeBySession(Invocation& invocation, const DescribeOptions& options) {
   locator.tag = options.tag;
   auto found = locator.elementsOnce(invocation);
   if (options.onScreen) {
-    std::erase_if(found, [](const Json& element) { return !isSet(element, "visible"); });
+    std::erase_if(found, [](const Json& element) { return !isTrue(element, "visible"); });
   }
   if (!invocation.printsAnswer({{"elements", found}}) && !found.empty()) printElements(found);
   if (!options.folder.empty()) writePictures(invocation, found, options.folder);

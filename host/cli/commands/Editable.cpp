@@ -23,7 +23,8 @@ void editableBySession(Invocation& invocation, const PlaybackCommand& command) {
   const bool isPart = command.accessorType == "partialtext";
   std::erase_if(found, [&](const Json& element) {
     const auto placeholder = valueIn(element, "placeholder").value_or("");
-    return !isSet(element, "editable") || (isPart && placeholder.find(wanted) == std::string::npos);
+    return !isTrue(element, "editable") ||
+           (isPart && placeholder.find(wanted) == std::string::npos);
   });
   if (!invocation.printsAnswer({{"elements", found}})) {
     for (const auto& element : found) std::cout << handleOf(element) << '\n';

@@ -70,7 +70,7 @@ void findWithDetails(Invocation& invocation, const FindOptions& options) {
 void findBySession(Invocation& invocation, const FindOptions& options) {
   auto found = options.locator.elements(invocation);
   if (options.onScreen) {
-    std::erase_if(found, [](const Json& element) { return !isSet(element, "visible"); });
+    std::erase_if(found, [](const Json& element) { return !isTrue(element, "visible"); });
   }
   if (invocation.options.json) {
     invocation.printsAnswer({{"elements", found}});

@@ -24,8 +24,8 @@ void printSummary(const Json& element) {
     const auto value = textIn(element, key);
     if (!value.empty() && value != text) std::cout << " " << key << "=" << inQuotes(value);
   }
-  std::cout << " " << std::lround(numberIn(element, "width")) << "x"
-            << std::lround(numberIn(element, "height"));
+  std::cout << " " << std::lround(numberOfText(element, "width")) << "x"
+            << std::lround(numberOfText(element, "height"));
 }
 
 // Command lines that find the element again, ready to be copied.

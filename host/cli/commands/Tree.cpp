@@ -22,7 +22,7 @@ namespace {
 std::string place(const Json& description) {
   const auto& rectangle = objectIn(description, "rectangle");
   const auto number = [&rectangle](const char* key) {
-    return std::to_string(std::lround(numberIn(rectangle, key)));
+    return std::to_string(std::lround(numberOfText(rectangle, key)));
   };
   return number("width") + "x" + number("height") + " at " + number("x") + "," + number("y");
 }
@@ -36,7 +36,7 @@ void printView(const PortTree& tree, const Json& description, bool paths) {
   std::cout << "  " << Terminal::faint(place(description));
   const auto text = textIn(description, "text");
   if (!text.empty()) std::cout << "  " << inQuotes(text);
-  if (isTrue(description, "isHidden")) {
+  if (isTextTrue(description, "isHidden")) {
     std::cout << "  (hidden)";
   } else if (!isOnScreen(description)) {
     std::cout << "  (off screen)";
@@ -116,10 +116,10 @@ void treeBySession(Invocation& invocation, const TreeOptions& options) {
   if (!elements.is_array()) elements = Json::array();
   if (options.onScreen) {
     std::erase_if(elements.get_ref<Json::array_t&>(),
-                  [](const Json& element) { return !isSet(element, "visible"); });
+                  [](const Json& element) { return !isTrue(element, "visible"); });
   }
   if (invocation.printsAnswer(answer)) return;
-  const bool isWhole = isSet(answer, "whole");
+  const bool isWhole = isTrue(answer, "whole");
   if (options.xml) {
     std::cout << SourceTree(elements).xml(true);
   } else if (isWhole) {

@@ -30,7 +30,7 @@ void typeByPort(Invocation& invocation, const Target& target) {
 std::optional<std::string> textOf(Invocation& invocation, long element) {
   try {
     const auto description = invocation.described(element);
-    return isSet(description, "secure") ? std::nullopt : valueIn(description, "text");
+    return isTrue(description, "secure") ? std::nullopt : valueIn(description, "text");
   } catch (const RequestError&) {
     return std::nullopt;
   }
