@@ -153,13 +153,8 @@ void Locator::pause(Invocation& invocation, bool gone, Deadline deadline) const 
   auto condition = Json{{"find", chain().front().parameters()}, {"is", gone ? "gone" : "there"}};
   const auto left = std::chrono::ceil<milliseconds>(deadline - Clock::now());
   const auto start = Clock::now();
-  try {
-    invocation.needSession().call("wait.for", {{"conditions", Json::array({condition})}},
-                                  std::clamp(left, milliseconds(1), kLongestWait));
-  } catch (const RequestError& error) {
-    if (error.name() == "timeout") return;
-    throw;
-  }
+  const auto wait = std::clamp(left, milliseconds(1), kLongestWait);
+  if (!invocation.needSession().comesTrue(condition, wait)) return;
   // It held at once, and was not enough.
   constexpr milliseconds kShort{20};
   if (Clock::now() - start < kShort) std::this_thread::sleep_for(kShort);

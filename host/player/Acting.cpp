@@ -56,7 +56,8 @@ FoundElement Acting::elementInSight() {
     }
     if (!wasVisible || found.description.value("visible", true)) return found;
     if (Clock::now() >= deadline_) throw StepFailure("found, but nothing of it is to be seen");
-    comesTrue({{"element", found.handle()}, {"is", "visible"}}, std::min(kUntilSight, timeLeft()));
+    client_.comesTrue({{"element", found.handle()}, {"is", "visible"}},
+                      std::min(kUntilSight, timeLeft()));
     startAgain();
   }
 }
@@ -157,21 +158,11 @@ bool Acting::actOnceTaken(const std::string& method, const Json& parameters) {
 }
 
 bool Acting::comesTrue(const Json& condition) {
-  return comesTrue(condition, std::min(kTimeForOutcome, timeLeft()));
+  return client_.comesTrue(condition, std::min(kTimeForOutcome, timeLeft()));
 }
 
 bool Acting::comesTrueInTime(const Json& condition) {
-  return comesTrue(condition, timeLeft());
-}
-
-bool Acting::comesTrue(const Json& condition, milliseconds wait) {
-  try {
-    client_.call("wait.for", {{"conditions", Json::array({condition})}}, wait);
-    return true;
-  } catch (const RequestError& error) {
-    if (error.name() != "timeout") throw;
-    return false;
-  }
+  return client_.comesTrue(condition, timeLeft());
 }
 
 std::optional<Json> Acting::describedNow(long element) {

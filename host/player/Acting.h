@@ -76,7 +76,6 @@ class Acting {
 
  private:
   Json asked(const std::string& method, Json parameters);
-  bool comesTrue(const Json& condition, std::chrono::milliseconds wait);
   FoundElement elementInSight();
   FoundElement other(const std::string& there, Deadline deadline);
   void proposeWays(const FoundElement& found, const std::string& there);

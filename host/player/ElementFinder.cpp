@@ -65,7 +65,7 @@ void ElementFinder::awaitWindow(const Json& element, Deadline deadline) {
   const auto title = textIn(objectIn(element, "near"), "window");
   const bool isStrange = strangeTitles_.size() >= kMostStrange || strangeTitles_.contains(title);
   if (title.empty() || isStrange) return;
-  if (!comesTrue({{"window", title}}, deadline)) strangeTitles_.insert(title);
+  if (!client_.comesTrue({{"window", title}}, timeUntil(deadline))) strangeTitles_.insert(title);
 }
 
 ElementFinder::Look ElementFinder::look(const std::vector<Way>& ways, std::size_t most) {
@@ -83,18 +83,8 @@ ElementFinder::Look ElementFinder::look(const std::vector<Way>& ways, std::size_
   return look;
 }
 
-bool ElementFinder::comesTrue(const Json& condition, Deadline deadline) {
-  try {
-    client_.call("wait.for", {{"conditions", Json::array({condition})}}, timeUntil(deadline));
-    return true;
-  } catch (const RequestError& error) {
-    if (error.name() != "timeout") throw;
-    return false;
-  }
-}
-
 void ElementFinder::awaitOnly(const Json& locator, Deadline deadline) {
-  comesTrue({{"find", locator}, {"count", 1}}, deadline);
+  client_.comesTrue({{"find", locator}, {"count", 1}}, timeUntil(deadline));
 }
 
 void ElementFinder::explain(const Json& element, const std::vector<Way>& ways, const Look& look) {

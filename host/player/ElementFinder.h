@@ -46,7 +46,6 @@ class ElementFinder {
 
   void awaitWindow(const Json& element, Deadline deadline);
   Look look(const std::vector<Way>& ways, std::size_t most);
-  bool comesTrue(const Json& condition, Deadline deadline);
   void awaitOnly(const Json& locator, Deadline deadline);
   [[noreturn]] void explain(const Json& element, const std::vector<Way>& ways, const Look& look);
 

@@ -93,6 +93,16 @@ Json SessionClient::call(const std::string& method, Json parameters, millisecond
   throw WireError("the program did not answer " + method + " in time: is it stopped?");
 }
 
+bool SessionClient::comesTrue(const Json& condition, milliseconds timeout) {
+  try {
+    call("wait.for", {{"conditions", Json::array({condition})}}, timeout);
+    return true;
+  } catch (const RequestError& error) {
+    if (error.name() != "timeout") throw;
+    return false;
+  }
+}
+
 std::optional<Notification> SessionClient::next(milliseconds timeout, std::span<const int> wakeOn) {
   const auto deadline = Clock::now() + timeout;
   while (notifications_.empty()) {

@@ -63,6 +63,10 @@ class SessionClient {
   Json call(const std::string& method, Json parameters = Json::object(),
             milliseconds timeout = kUsualTimeout);
 
+  // Whether a condition of `wait.for` comes true within the time-out. Throws as `call` does, but
+  // for "timeout".
+  bool comesTrue(const Json& condition, milliseconds timeout);
+
   // On any thread: what goes on ends with a WireError, and so does all that is asked afterwards.
   void hangUp() { socket_.shutDown(); }
 
