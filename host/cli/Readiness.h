@@ -6,7 +6,7 @@
 
 #include <string>
 
-#include "host/wire/Socket.h"
+#include "host/guard/Clock.h"
 
 namespace tarni::host {
 

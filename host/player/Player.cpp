@@ -35,10 +35,6 @@ bool isOfContextMenu(const Step& step, const Step& before) {
   return isEntry && before.act() == "click" && textIn(before.json(), "button") == "right";
 }
 
-double secondsSince(Clock::time_point start) {
-  return std::chrono::duration<double>(Clock::now() - start).count();
-}
-
 // What may be otherwise in a moment; these are told before anything is done to the program.
 bool mayPass(const RequestError& error) {
   constexpr std::array<std::string_view, 5> kNames{"no such element", "stale element reference",

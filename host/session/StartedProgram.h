@@ -7,9 +7,9 @@
 #include <string>
 #include <vector>
 
+#include "host/guard/Clock.h"
 #include "host/launch/ProgramRegistry.h"
 #include "host/launch/ToolProcess.h"
-#include "host/wire/Socket.h"
 
 namespace tarni::host {
 

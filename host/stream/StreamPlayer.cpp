@@ -68,7 +68,7 @@ const PlayedStream& StreamPlayer::play(PlaybackClient& client, StreamStepPlayer:
                                        const OnPlayed& onPlayed) {
   StreamStepPlayer player(client, manner);
   playSteps(player, onPlayed);
-  played_.seconds = std::chrono::duration<double>(Clock::now() - began_).count();
+  played_.seconds = secondsSince(began_);
   if (!played_.hasPassed()) keepFailure(client, manner.takesPictures);
   return played_;
 }

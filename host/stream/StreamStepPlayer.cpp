@@ -25,10 +25,6 @@ milliseconds timeToBeCertain(milliseconds patience) {
   return std::min(kTimeToBeCertain, patience / 2);
 }
 
-double secondsSince(Clock::time_point start) {
-  return std::chrono::duration<double>(Clock::now() - start).count();
-}
-
 // What is not a control lets a tap through to what stands behind it. A class of the application's
 // own may be one.
 bool mayBeTappedThrough(const StreamStep& step) {

@@ -6,12 +6,12 @@
 #include <string_view>
 #include <thread>
 
+#include "host/guard/Clock.h"
 #include "host/source/ClassChain.h"
 #include "host/source/Css.h"
 #include "host/source/Predicate.h"
 #include "host/webdriver/Error.h"
 #include "host/webdriver/Screen.h"
-#include "host/wire/Socket.h"
 
 namespace tarni::host::webdriver {
 

@@ -4,10 +4,10 @@
 #include <iterator>
 #include <thread>
 
+#include "host/guard/Clock.h"
 #include "host/launch/ProgramLauncher.h"
 #include "host/webdriver/Error.h"
 #include "host/webdriver/commands/Handlers.h"
-#include "host/wire/Socket.h"
 
 namespace tarni::host::webdriver {
 

@@ -19,10 +19,6 @@ constexpr std::size_t kMostPictures = 500;
 constexpr std::size_t kLongestText = 80;
 constexpr std::string_view kElementInPath = "{element}";
 
-double secondsSince(Clock::time_point start) {
-  return std::chrono::duration<double>(Clock::now() - start).count();
-}
-
 std::string shortened(std::string text) {
   if (text.size() <= kLongestText) return text;
   text.resize(kLongestText);

@@ -8,9 +8,9 @@
 #include <string>
 #include <vector>
 
+#include "host/guard/Clock.h"
 #include "host/player/PlayReport.h"
 #include "host/webdriver/Command.h"
-#include "host/wire/Socket.h"
 
 namespace tarni::host::webdriver {
 

@@ -16,6 +16,7 @@
 #include <thread>
 #include <vector>
 
+#include "host/guard/Clock.h"
 #include "host/webdriver/Session.h"
 
 namespace tarni::host::webdriver {
@@ -44,8 +45,6 @@ class Sessions {
   Json list();
 
  private:
-  using Clock = std::chrono::steady_clock;
-
   struct Entry {
     std::unique_ptr<Session> session;
     std::mutex running;

@@ -3,23 +3,14 @@
 // Any thread, one at a time. All failures are WireErrors.
 #pragma once
 
-#include <algorithm>
-#include <chrono>
 #include <cstdint>
 #include <span>
 #include <string>
 #include <string_view>
 
+#include "host/guard/Clock.h"
+
 namespace tarni::host {
-
-using Clock = std::chrono::steady_clock;
-using Deadline = Clock::time_point;
-
-// When that time is over; of one that is longer than a year, which the clock may not hold, the
-// year.
-inline Deadline deadlineIn(std::chrono::milliseconds time) {
-  return Clock::now() + std::min<std::chrono::milliseconds>(time, std::chrono::hours(24 * 365));
-}
 
 class Socket {
  public:

@@ -91,7 +91,7 @@ class StreamRecording {
 
   // Text of a web page is kept as it is, so that nothing is lost, though it cannot be played.
   void keep(const std::string& text, const Json& steps) {
-    const auto seconds = std::chrono::duration<double>(Clock::now() - start_).count();
+    const auto seconds = secondsSince(start_);
     for (const auto& step : steps) file_->add(seconds, step);
     if (steps.empty()) file_->add(seconds, text);
   }

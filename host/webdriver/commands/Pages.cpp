@@ -2,12 +2,12 @@
 #include <nlohmann/json.hpp>
 #include <thread>
 
+#include "host/guard/Clock.h"
 #include "host/webdriver/Error.h"
 #include "host/webdriver/InputScript.h"
 #include "host/webdriver/Keys.h"
 #include "host/webdriver/Page.h"
 #include "host/webdriver/commands/Handlers.h"
-#include "host/wire/Socket.h"
 
 namespace tarni::host::webdriver {
 
