@@ -6,7 +6,7 @@
 #include "host/guard/Printable.h"
 #include "host/launch/NetworkNamespace.h"
 #include "host/launch/RunningProgram.h"
-#include "host/session/StartLine.h"
+#include "host/wire/Ports.h"
 #include "host/wire/WireError.h"
 
 namespace tarni::host {

@@ -11,7 +11,7 @@
 #include <utility>
 
 #include "host/guard/Printable.h"
-#include "host/session/StartLine.h"
+#include "host/guard/Words.h"
 #include "host/wire/WireError.h"
 
 namespace tarni::host {

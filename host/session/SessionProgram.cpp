@@ -3,6 +3,7 @@
 #include <stdexcept>
 
 #include "host/guard/Printable.h"
+#include "host/guard/Words.h"
 #include "host/launch/RunningProgram.h"
 #include "host/session/StartLine.h"
 

@@ -8,7 +8,7 @@
 #include <functional>
 #include <nlohmann/json.hpp>
 
-#include "host/session/StartLine.h"
+#include "host/guard/Words.h"
 #include "host/webdriver/Error.h"
 
 namespace tarni::host::webdriver {

@@ -4,8 +4,8 @@
 #include <filesystem>
 #include <nlohmann/json.hpp>
 
+#include "host/guard/Words.h"
 #include "host/session/SessionLines.h"
-#include "host/session/StartLine.h"
 #include "host/webdriver/Error.h"
 #include "host/webdriver/Page.h"
 #include "host/webdriver/Report.h"

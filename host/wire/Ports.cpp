@@ -1,11 +1,18 @@
 #include "host/wire/Ports.h"
 
-#include <array>
+#include <charconv>
+#include <filesystem>
 #include <fstream>
+#include <iterator>
 #include <limits>
+#include <set>
 #include <sstream>
+#include <system_error>
+#include <vector>
 
 namespace tarni::host {
+
+namespace fs = std::filesystem;
 
 namespace {
 
@@ -17,6 +24,49 @@ bool isOfPort(const std::string& localAddress, std::uint16_t port) {
   const auto colon = localAddress.rfind(':');
   return colon != std::string::npos &&
          std::stoul(localAddress.substr(colon + 1), nullptr, 16) == port;
+}
+
+std::optional<pid_t> processOf(const fs::path& folder) {
+  const auto name = folder.filename().string();
+  pid_t pid = 0;
+  const auto result = std::from_chars(name.data(), name.data() + name.size(), pid);
+  if (result.ec != std::errc{} || result.ptr != name.data() + name.size()) return std::nullopt;
+  return pid;
+}
+
+// What a descriptor of a socket links to, "socket:[12345]", for every socket on the port.
+std::set<std::string> socketsOn(std::uint16_t port) {
+  std::set<std::string> sockets;
+  for (const auto* table : {"/proc/self/net/tcp", "/proc/self/net/tcp6"}) {
+    std::ifstream file(table);
+    std::string line;
+    std::getline(file, line);  // the heading
+    while (std::getline(file, line)) {
+      std::istringstream fields(line);
+      const std::vector<std::string> values{std::istream_iterator<std::string>(fields), {}};
+      constexpr std::size_t kLocal = 1;
+      constexpr std::size_t kInode = 9;
+      if (values.size() <= kInode) continue;
+      const auto& local = values[kLocal];
+      const auto colon = local.rfind(':');
+      unsigned number = 0;
+      std::from_chars(local.data() + colon + 1, local.data() + local.size(), number, 16);
+      if (number == port && values[kInode] != "0") {
+        sockets.insert("socket:[" + values[kInode] + "]");
+      }
+    }
+  }
+  return sockets;
+}
+
+bool holdsOneOf(const std::set<std::string>& sockets, const fs::path& process) {
+  std::error_code error;
+  for (fs::directory_iterator entry(process / "fd", error), end; !error && entry != end;
+       entry.increment(error)) {
+    std::error_code gone;
+    if (sockets.contains(fs::read_symlink(entry->path(), gone).string())) return true;
+  }
+  return false;
 }
 
 }  // namespace
@@ -41,6 +91,18 @@ PortUse portUse(std::uint16_t port, const std::string& networkOf) {
     }
   }
   return use;
+}
+
+std::optional<pid_t> processServing(std::uint16_t port) {
+  const auto sockets = socketsOn(port);
+  if (sockets.empty()) return std::nullopt;
+  std::error_code error;
+  for (fs::directory_iterator entry("/proc", error), end; !error && entry != end;
+       entry.increment(error)) {
+    const auto pid = processOf(entry->path());
+    if (pid && holdsOneOf(sockets, entry->path())) return pid;
+  }
+  return std::nullopt;
 }
 
 }  // namespace tarni::host

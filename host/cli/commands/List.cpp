@@ -8,6 +8,7 @@
 #include "host/cli/Terminal.h"
 #include "host/guard/Json.h"
 #include "host/guard/Printable.h"
+#include "host/guard/Words.h"
 #include "host/launch/NetworkNamespace.h"
 #include "host/launch/ProgramRegistry.h"
 #include "host/launch/RunningProgram.h"

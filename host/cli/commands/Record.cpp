@@ -11,6 +11,7 @@
 #include "host/guard/Files.h"
 #include "host/guard/Json.h"
 #include "host/guard/Printable.h"
+#include "host/guard/Words.h"
 #include "host/session/Session.h"
 #include "host/session/StartLine.h"
 #include "host/stream/StreamSession.h"

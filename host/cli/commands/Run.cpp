@@ -11,12 +11,12 @@
 #include "host/cli/Subcommands.h"
 #include "host/cli/Terminal.h"
 #include "host/cli/ToolkitWatch.h"
+#include "host/guard/Words.h"
 #include "host/launch/FreshFolders.h"
 #include "host/launch/ProgramLauncher.h"
 #include "host/launch/ProgramRegistry.h"
 #include "host/launch/RunningProgram.h"
 #include "host/launch/VirtualDisplay.h"
-#include "host/session/StartLine.h"
 
 namespace tarni::host {
 
