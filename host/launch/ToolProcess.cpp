@@ -11,12 +11,9 @@ std::vector<std::string> named(std::vector<std::string> words) {
 
 }  // namespace
 
-ToolProcess::ToolProcess(const std::vector<std::string>& words,
-                         const std::map<std::string, std::string>& environment,
-                         std::chrono::seconds timeToEnd)
+ToolProcess::ToolProcess(const std::vector<std::string>& words, std::chrono::seconds timeToEnd)
     : ChildProcess({.file = "/proc/self/exe",
                     .words = named(words),
-                    .environment = environment,
                     .output = Output::Kept,
                     .timeToEnd = timeToEnd,
                     .whenAlone = SIGKILL}) {}  // its reaper makes an end of what would not end

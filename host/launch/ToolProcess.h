@@ -8,10 +8,9 @@ namespace tarni::host {
 
 class ToolProcess : public ChildProcess {
  public:
-  // `words` are the command line behind "tarni", `environment` is added to the caller's. Throws
-  // std::runtime_error when no process can be made.
+  // `words` are the command line behind "tarni". Throws std::runtime_error when no process can be
+  // made.
   explicit ToolProcess(const std::vector<std::string>& words,
-                       const std::map<std::string, std::string>& environment = {},
                        std::chrono::seconds timeToEnd = std::chrono::seconds(5));
 };
 

@@ -57,21 +57,9 @@ void Session::insert(std::size_t at, Step step) {
   steps_.insert(steps_.begin() + static_cast<std::ptrdiff_t>(at), std::move(step));
 }
 
-void Session::requirePlace(std::size_t at) const {
-  if (at >= steps_.size()) throw std::out_of_range("the session has no such place");
-}
-
 void Session::remove(std::size_t at) {
-  requirePlace(at);
+  if (at >= steps_.size()) throw std::out_of_range("the session has no such place");
   steps_.erase(steps_.begin() + static_cast<std::ptrdiff_t>(at));
-}
-
-void Session::move(std::size_t from, std::size_t to) {
-  requirePlace(from);
-  requirePlace(to);
-  Step step = steps_[from];
-  remove(from);
-  insert(to, std::move(step));
 }
 
 void Session::replace(std::size_t at, Step step) {

@@ -34,7 +34,6 @@ class Session {
   // All throw std::out_of_range for a place that is none.
   void insert(std::size_t at, Step step);
   void remove(std::size_t at);
-  void move(std::size_t from, std::size_t to);  // stands at `to` then
   void replace(std::size_t at, Step step);
 
   // Takes a step as the recorder tells it: one that has grown replaces the step of the same order
@@ -45,8 +44,6 @@ class Session {
   std::vector<std::string> secrets() const;
 
  private:
-  void requirePlace(std::size_t at) const;
-
   std::vector<Step> steps_;
 };
 

@@ -89,7 +89,7 @@ void Program::start(const Capabilities& wanted, const std::string& sessionId, St
   requireProgram(wanted.command.front());
   if (const auto why = whyOutOfReach(wanted.command.front()); !why.empty()) fail(why);
   const auto name = "webdriver-" + sessionId;
-  auto process = starter.start(runLine(wanted, name), {});
+  auto process = starter.start(runLine(wanted, name));
   {
     const std::lock_guard lock(mutex_);
     if (!isOver_) process_ = std::move(process);

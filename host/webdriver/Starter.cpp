@@ -15,10 +15,9 @@ Starter::~Starter() {
   thread_.join();
 }
 
-std::unique_ptr<ToolProcess> Starter::start(const std::vector<std::string>& words,
-                                            const std::map<std::string, std::string>& environment) {
+std::unique_ptr<ToolProcess> Starter::start(const std::vector<std::string>& words) {
   std::packaged_task<std::unique_ptr<ToolProcess>()> task(
-      [&] { return std::make_unique<ToolProcess>(words, environment); });
+      [&] { return std::make_unique<ToolProcess>(words); });
   auto result = task.get_future();
   {
     const std::lock_guard lock(mutex_);

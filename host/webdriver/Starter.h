@@ -4,7 +4,6 @@
 
 #include <condition_variable>
 #include <functional>
-#include <map>
 #include <memory>
 #include <mutex>
 #include <queue>
@@ -24,8 +23,7 @@ class Starter {
   ~Starter();
 
   // As ToolProcess's constructor.
-  std::unique_ptr<ToolProcess> start(const std::vector<std::string>& words,
-                                     const std::map<std::string, std::string>& environment);
+  std::unique_ptr<ToolProcess> start(const std::vector<std::string>& words);
 
  private:
   void work();

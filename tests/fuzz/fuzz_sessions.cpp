@@ -50,7 +50,6 @@ void edit(Session session) {
   }
   for (std::size_t at = 0; at < count; ++at)
     session.take(session.steps()[session.steps().size() / 2]);
-  if (session.steps().size() > 1) session.move(0, session.steps().size() - 1);
 }
 
 }  // namespace

@@ -12,9 +12,6 @@ class QuickWindowView final : public QtViewCore, public QtNativeWindow {
  public:
   explicit QuickWindowView(QQuickWindow& window);
 
-  // Null when it has gone.
-  QQuickWindow* quickWindow() const { return window_; }
-
   QWidget* widget() const final { return nullptr; }
   QWindow* nativeWindow() const final { return window_; }
   std::unique_ptr<QtBorder> makeBorder() const final;
@@ -51,7 +48,7 @@ class QuickWindowView final : public QtViewCore, public QtNativeWindow {
   QWindow* ownWindow() const final { return window_; }
 
  private:
-  const QPointer<QQuickWindow> window_;
+  const QPointer<QQuickWindow> window_;  // null when it has gone
   const platform::Class class_;
   mutable ViewList subviews_;
 };

@@ -86,7 +86,7 @@ std::string startRelay(grid::Together& together, std::size_t slots) {
       "tarni webdriver", std::make_unique<ToolProcess>(
                              std::vector<std::string>{"webdriver", "--port", "0", "--max-sessions",
                                                       std::to_string(slots)},
-                             std::map<std::string, std::string>{}, kTimeToEnd));
+                             kTimeToEnd));
   const auto deadline = std::chrono::steady_clock::now() + kTimeToListen;
   constexpr std::chrono::milliseconds kPauseBetweenLooks{20};
   while (std::chrono::steady_clock::now() < deadline) {
