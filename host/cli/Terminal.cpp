@@ -7,16 +7,13 @@
 
 #include "host/cli/SafeOutput.h"
 #include "host/guard/Printable.h"
+#include "host/guard/Text.h"
 
 namespace tarni::host::Terminal {
 
 namespace {
 
 constexpr std::size_t kWorthShowing = std::size_t{512} * 1024;
-
-bool beginsCharacter(char byte) {
-  return (static_cast<unsigned char>(byte) & 0xC0U) != 0x80U;
-}
 
 std::size_t length(const std::string& text) {
   return static_cast<std::size_t>(std::count_if(text.begin(), text.end(), beginsCharacter));

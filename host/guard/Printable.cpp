@@ -4,6 +4,8 @@
 #include <array>
 #include <cstdio>
 
+#include "host/guard/Text.h"
+
 namespace tarni::host {
 
 namespace {
@@ -23,10 +25,6 @@ std::size_t lengthAfter(unsigned char lead) {
   return lead < 0xE0 ? 2 : lead < 0xF0 ? 3 : 4;
 }
 
-bool continues(unsigned char byte) {
-  return (byte & 0xC0U) == 0x80U;
-}
-
 bool isCharacter(char32_t code, std::size_t bytes) {
   const bool isSurrogate = code >= 0xD800 && code <= 0xDFFF;
   if (bytes == 3) return code >= 0x800 && !isSurrogate;
@@ -40,7 +38,7 @@ Character firstOf(std::string_view text) {
   if (length == 1) return {1, byte(0)};
   char32_t code = byte(0) & (0xFFU >> (length + 1));
   for (std::size_t at = 1; at < length; ++at) {
-    if (at == text.size() || !continues(byte(at))) return {at};
+    if (at == text.size() || beginsCharacter(text[at])) return {at};
     code = code << 6U | (byte(at) & 0x3FU);
   }
   return length > 0 && isCharacter(code, length) ? Character{length, code} : Character{};
@@ -153,8 +151,10 @@ std::string quotedForShell(std::string_view text) {
 std::size_t wholeCharacters(std::string_view text) {
   constexpr std::size_t kLongestStart = 3;
   for (std::size_t back = 1; back <= std::min(kLongestStart, text.size()); ++back) {
-    const auto byte = static_cast<unsigned char>(text[text.size() - back]);
-    if (!continues(byte)) return lengthAfter(byte) > back ? text.size() - back : text.size();
+    const char byte = text[text.size() - back];
+    if (!beginsCharacter(byte)) continue;
+    const auto length = lengthAfter(static_cast<unsigned char>(byte));
+    return length > back ? text.size() - back : text.size();
   }
   return text.size();
 }

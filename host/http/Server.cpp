@@ -3,11 +3,10 @@
 #include <httplib.h>
 #include <sys/socket.h>
 
-#include <algorithm>
-#include <cctype>
 #include <nlohmann/json.hpp>
 #include <stdexcept>
 
+#include "host/guard/Text.h"
 #include "host/http/ThreadPerConnection.h"
 
 namespace tarni::host::http {
@@ -18,11 +17,6 @@ constexpr std::size_t kLongestBody = std::size_t{64} * 1024 * 1024;
 constexpr std::size_t kMostRequestsAConnection = 1'000'000'000;
 constexpr int kIdleSeconds = 300;
 constexpr int kWaitingConnections = 512;
-
-std::string lowerCase(std::string text) {
-  std::ranges::transform(text, text.begin(), [](unsigned char c) { return std::tolower(c); });
-  return text;
-}
 
 bool hasBody(const httplib::Request& taken) {
   const auto length = taken.get_header_value("Content-Length");

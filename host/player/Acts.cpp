@@ -5,6 +5,7 @@
 #include <string_view>
 
 #include "host/guard/Printable.h"
+#include "host/guard/Text.h"
 
 namespace tarni::host {
 
@@ -162,14 +163,8 @@ void key(Acting& acting) {
   acting.act("input.keys", focusedOn(found, {{"steps", std::move(steps)}}));
 }
 
-// A key for each character of UTF-8.
 std::vector<std::string> keysOfText(const std::string& text) {
-  const auto isInside = [](char c) { return (static_cast<unsigned char>(c) & 0xC0U) == 0x80U; };
-  std::vector<std::string> keys;
-  for (const char c : text) {
-    if (keys.empty() || !isInside(c)) keys.emplace_back();
-    keys.back() += c;
-  }
+  auto keys = charactersOf(text);
   std::ranges::replace(keys, "\n", "Enter");
   std::ranges::replace(keys, "\t", "Tab");
   return keys;

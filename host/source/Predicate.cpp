@@ -8,6 +8,7 @@
 #include <string_view>
 #include <vector>
 
+#include "host/guard/Text.h"
 #include "host/source/TextReader.h"
 
 namespace tarni::host {
@@ -16,11 +17,6 @@ namespace {
 
 using Value = std::optional<std::string>;  // null for nil, and for an attribute that is not there
 using Compare = bool (*)(const Value& one, const Value& other);
-
-std::string lowerCase(std::string text) {
-  std::ranges::transform(text, text.begin(), [](unsigned char c) { return std::tolower(c); });
-  return text;
-}
 
 // Truth values are numbers to those who write predicates.
 Value normal(Value value, bool ignoresCase) {

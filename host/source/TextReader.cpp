@@ -1,8 +1,8 @@
 #include "host/source/TextReader.h"
 
-#include <algorithm>
 #include <cctype>
 
+#include "host/guard/Text.h"
 #include "host/source/SourceTree.h"
 
 namespace tarni::host {
@@ -31,10 +31,7 @@ bool TextReader::take(std::string_view expected) {
 }
 
 bool TextReader::takeWord(std::string_view word) {
-  const auto here = text_.substr(at_, word.size());
-  const bool isIt = std::ranges::equal(here, word, [](unsigned char a, unsigned char b) {
-    return std::tolower(a) == std::tolower(b);
-  });
+  const bool isIt = isSameInAnyCase(text_.substr(at_, word.size()), word);
   const auto behind = at_ + word.size();
   if (!isIt || (behind < text_.size() && isWordCharacter(text_[behind]))) return false;
   at_ = behind;

@@ -2,13 +2,13 @@
 
 #include <algorithm>
 #include <array>
-#include <cctype>
 #include <charconv>
 #include <map>
 #include <nlohmann/json.hpp>
 #include <stdexcept>
 
 #include "host/guard/Printable.h"
+#include "host/guard/Text.h"
 
 namespace tarni::host {
 
@@ -48,10 +48,7 @@ std::string withoutAddress(std::string picture) {
 }
 
 bool mentions(const Json& view, const char* part) {
-  auto name = textIn(view, "classname");
-  std::transform(name.begin(), name.end(), name.begin(),
-                 [](unsigned char c) { return static_cast<char>(std::tolower(c)); });
-  return name.find(part) != std::string::npos;
+  return lowerCase(textIn(view, "classname")).find(part) != std::string::npos;
 }
 
 // Whether the text is what the element is called by, not what it is set to or holds: that differs

@@ -4,6 +4,7 @@
 #include <nlohmann/json.hpp>
 #include <string_view>
 
+#include "host/guard/Text.h"
 #include "host/session/Step.h"
 #include "host/webdriver/Error.h"
 #include "host/webdriver/Keys.h"

@@ -1,13 +1,13 @@
 #include "host/webdriver/Capabilities.h"
 
 #include <algorithm>
-#include <cctype>
 #include <charconv>
 #include <cmath>
 #include <filesystem>
 #include <functional>
 #include <nlohmann/json.hpp>
 
+#include "host/guard/Text.h"
 #include "host/guard/Words.h"
 #include "host/webdriver/Error.h"
 
@@ -43,12 +43,6 @@ std::string textOf(const std::string& name, const Json& value) {
 bool truthOf(const std::string& name, const Json& value) {
   if (!value.is_boolean()) refuse(name, "true or false");
   return value.get<bool>();
-}
-
-bool isSame(std::string_view one, std::string_view other) {
-  return std::ranges::equal(one, other, [](unsigned char a, unsigned char b) {
-    return std::tolower(a) == std::tolower(b);
-  });
 }
 
 // None of a line of blanks.
@@ -176,7 +170,8 @@ Json merged(const Json& always, const Json& first) {
 std::string mismatch(const Json& wanted) {
   const auto is = [&wanted](const char* name, std::initializer_list<std::string_view> served) {
     const auto text = textIn(wanted, name);
-    return text.empty() || std::ranges::any_of(served, [&](auto one) { return isSame(text, one); });
+    return text.empty() ||
+           std::ranges::any_of(served, [&](auto one) { return isSameInAnyCase(text, one); });
   };
   if (!is("browserName", {})) return "there is no browser here";
   if (!is("platformName", {"linux", "ios", "any"})) return "the platform is linux, or iOS";

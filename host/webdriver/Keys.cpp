@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <nlohmann/json.hpp>
 
+#include "host/guard/Text.h"
 #include "host/webdriver/Session.h"
 
 namespace tarni::host::webdriver {
@@ -30,13 +31,6 @@ constexpr std::string_view kKeyNames[] = {
 constexpr std::size_t kMostKeySteps = 10'000;  // as `input.keys` takes them
 constexpr unsigned kFirst = 0xE000;
 
-std::size_t lengthFrom(unsigned char lead) {
-  if (lead < 0x80) return 1;
-  if (lead >= 0xF0) return 4;
-  if (lead >= 0xE0) return 3;
-  return lead >= 0xC0 ? 2 : 0;
-}
-
 // Of a character of three bytes; 0 for all others.
 unsigned pointOf(std::string_view character) {
   if (character.size() != 3) return 0;
@@ -48,16 +42,6 @@ unsigned pointOf(std::string_view character) {
 }
 
 }  // namespace
-
-std::vector<std::string> charactersOf(std::string_view text) {
-  std::vector<std::string> characters;
-  while (!text.empty()) {
-    const auto length = lengthFrom(static_cast<unsigned char>(text.front()));
-    if (length > 0 && length <= text.size()) characters.emplace_back(text.substr(0, length));
-    text.remove_prefix(std::min(std::max<std::size_t>(length, 1), text.size()));
-  }
-  return characters;
-}
 
 std::string keyNamed(const std::string& character) {
   const auto point = pointOf(character);

@@ -4,16 +4,12 @@
 
 #include <string>
 #include <string_view>
-#include <vector>
 
 #include "host/guard/Json.h"
 
 namespace tarni::host::webdriver {
 
 class Session;
-
-// The characters of a text. What is not UTF-8 is left out.
-std::vector<std::string> charactersOf(std::string_view text);
 
 // As `input.keys` calls the key of a character: "Enter", "a". "" for the one that lets go of all.
 std::string keyNamed(const std::string& character);

@@ -1,6 +1,4 @@
 #include <CLI/CLI.hpp>
-#include <algorithm>
-#include <cctype>
 #include <filesystem>
 #include <iostream>
 #include <memory>
@@ -13,16 +11,14 @@
 #include "host/guard/Base64.h"
 #include "host/guard/Files.h"
 #include "host/guard/Json.h"
+#include "host/guard/Text.h"
 
 namespace tarni::host {
 
 namespace {
 
 std::string extensionOf(const std::filesystem::path& file) {
-  auto extension = file.extension().string();
-  std::ranges::transform(extension, extension.begin(),
-                         [](unsigned char c) { return static_cast<char>(std::tolower(c)); });
-  return extension;
+  return lowerCase(file.extension().string());
 }
 
 bool isJpeg(const std::string& extension) {

@@ -1,6 +1,7 @@
 #include <algorithm>
 #include <nlohmann/json.hpp>
 
+#include "host/guard/Text.h"
 #include "host/source/Attributes.h"
 #include "host/webdriver/Error.h"
 #include "host/webdriver/Keys.h"

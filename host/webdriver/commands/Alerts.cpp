@@ -1,10 +1,10 @@
 #include <algorithm>
-#include <cctype>
 #include <nlohmann/json.hpp>
 #include <optional>
 #include <string>
 #include <string_view>
 
+#include "host/guard/Text.h"
 #include "host/source/Attributes.h"
 #include "host/webdriver/Error.h"
 #include "host/webdriver/Screen.h"
@@ -98,9 +98,7 @@ std::string textOf(Session& session, const Alert& alert) {
 
 bool saysNo(const Json& button) {
   constexpr std::string_view kWords[] = {"cancel", "no", "close", "dismiss", "reject", "deny"};
-  auto text = alertTextOf(button);
-  std::ranges::transform(text, text.begin(), [](unsigned char c) { return std::tolower(c); });
-  return std::ranges::find(kWords, text) != std::end(kWords);
+  return std::ranges::find(kWords, lowerCase(alertTextOf(button))) != std::end(kWords);
 }
 
 // A dialog of its own knows the keys for it; another one has buttons, the one that says no last,
