@@ -1,7 +1,6 @@
 #include "host/cli/Elements.h"
 
 #include <algorithm>
-#include <charconv>
 #include <cmath>
 #include <iostream>
 #include <nlohmann/json.hpp>
@@ -9,6 +8,8 @@
 #include "host/cli/ExitCode.h"
 #include "host/cli/Invocation.h"
 #include "host/guard/Printable.h"
+#include "host/guard/Text.h"
+#include "host/guard/Words.h"
 #include "host/wire/WireError.h"
 
 namespace tarni::host {
@@ -85,9 +86,7 @@ bool isHandle(const std::string& word) {
 }
 
 long handleOf(const std::string& word) {
-  long handle = 0;
-  const auto [end, error] = std::from_chars(word.data(), word.data() + word.size(), handle);
-  if (error == std::errc() && end == word.data() + word.size()) return handle;
+  if (const auto handle = wholeNumberIn<long>(word)) return *handle;
   throw NotFound("no element has the identifier " + word +
                  ": they are numbers, as `tarni find` prints them. By " +
                  (word.starts_with("UI") ? "its class: --tag " : "what it shows: --text ") +
@@ -134,7 +133,7 @@ std::string stateIn(const Json& description) {
   for (const auto& [member, value, word] : kWords) {
     const auto found = description.find(member);
     if (found == description.end() || *found != value) continue;
-    words += std::string(words.empty() ? "" : ",") + word;
+    addWord(words, word, ",");
   }
   return words;
 }

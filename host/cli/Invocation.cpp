@@ -4,6 +4,7 @@
 
 #include "host/cli/Terminal.h"
 #include "host/guard/Printable.h"
+#include "host/guard/Words.h"
 #include "host/launch/NetworkNamespace.h"
 #include "host/launch/RunningProgram.h"
 #include "host/wire/Ports.h"
@@ -19,7 +20,7 @@ std::string namesOfIsolated() {
   std::string names;
   for (const auto& program : registry.all()) {
     if (isInThisNetwork(program.pid) || !registry.sessionOf(program)) continue;
-    names += (names.empty() ? "" : ", ") + program.name;
+    addWord(names, program.name);
   }
   return names;
 }
@@ -98,7 +99,7 @@ RegisteredProgram Invocation::registered() const {
     if (std::to_string(process.pid) == options.in) return {options.in, process.pid, process.name};
   }
   std::string known;
-  for (const auto& other : registry.all()) known += (known.empty() ? "" : ", ") + other.name;
+  for (const auto& other : registry.all()) addWord(known, other.name);
   auto why = "no program named \"" + options.in + "\" is running with the agent (" +
              (known.empty() ? "none is" : "running: " + known) + ")";
   if (const auto elsewhere = registry.folderElsewhere(options.in)) {
@@ -117,7 +118,7 @@ std::optional<std::string> Invocation::sessionAddress(bool severalAreRefused) co
   for (const auto& program : registry.all()) {
     const auto own = registry.sessionOf(program);
     if (!own || !isInThisNetwork(program.pid)) continue;
-    names += (names.empty() ? "" : ", ") + program.name;
+    addWord(names, program.name);
     if (address && !severalAreRefused) return std::nullopt;
     if (address)
       throw std::invalid_argument("several programs run: choose by --in (" + names + ")");

@@ -4,6 +4,8 @@
 #include <sstream>
 #include <vector>
 
+#include "host/guard/Words.h"
+
 namespace tarni::host {
 
 namespace {
@@ -54,10 +56,10 @@ std::string nameOf(const CLI::Option& option) {
   if (option.get_positional()) return "\\fI" + escaped(option.get_name()) + "\\fR";
   std::string name;
   for (const std::string& letter : option.get_snames()) {
-    name += (name.empty() ? "" : ", ") + strong("-" + letter);
+    addWord(name, strong("-" + letter));
   }
   for (const std::string& word : option.get_lnames()) {
-    name += (name.empty() ? "" : ", ") + strong("--" + word);
+    addWord(name, strong("--" + word));
   }
   const bool takesValue = option.get_type_size() != 0;
   return takesValue ? name + " \\fI" + escaped(option.get_type_name()) + "\\fR" : name;

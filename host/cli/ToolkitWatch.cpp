@@ -4,6 +4,7 @@
 #include <iostream>
 
 #include "host/guard/Printable.h"
+#include "host/guard/Words.h"
 #include "host/launch/RunningProgram.h"
 
 namespace tarni::host {
@@ -32,7 +33,7 @@ bool ToolkitWatch::seesQt(pid_t pid) {
     say(called(*other) + " uses another toolkit than Qt: nothing is loaded into it");
   } else if (age >= kTimeToComeUp) {
     std::string names;
-    for (const auto& process : processes) names += (names.empty() ? "" : ", ") + called(process);
+    for (const auto& process : processes) addWord(names, called(process));
     say("no Qt so far in " + names + ": the agent is loaded where Qt comes");
   }
   return false;

@@ -4,6 +4,7 @@
 #include "host/export/LocatorCode.h"
 #include "host/export/TestLanguage.h"
 #include "host/guard/Printable.h"
+#include "host/guard/Words.h"
 
 namespace tarni::host {
 
@@ -157,7 +158,7 @@ class JavaScriptTests : public TestLanguage {
 
   static std::string keys(const std::vector<std::string>& names) {
     std::string list;
-    for (const auto& name : names) list += (list.empty() ? "" : ", ") + keyInJavaScript(name);
+    for (const auto& name : names) addWord(list, keyInJavaScript(name));
     return "[" + list + "]";
   }
 
@@ -208,9 +209,7 @@ class JavaScriptTests : public TestLanguage {
   static std::vector<std::string> press(const Deed& deed) {
     std::string options;
     if (!deed.modifiers.empty()) options = "held: " + keys(deed.modifiers);
-    if (deed.count > 1) {
-      options += (options.empty() ? "" : ", ") + ("count: " + std::to_string(deed.count));
-    }
+    if (deed.count > 1) addWord(options, "count: " + std::to_string(deed.count));
     if (!options.empty()) options.insert(0, ", { ").append(" }");
     const auto pressed = "await press(" + keyInJavaScript(deed.text) + options + ");";
     if (!deed.element) return {pressed};

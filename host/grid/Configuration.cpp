@@ -2,9 +2,10 @@
 
 #include <algorithm>
 #include <cctype>
-#include <charconv>
 #include <stdexcept>
 #include <string_view>
+
+#include "host/guard/Text.h"
 
 namespace tarni::host::grid {
 
@@ -82,10 +83,8 @@ Hub hubAt(const std::string& text) {
   Hub hub;
   const auto colon = rest.find(':');
   if (colon != std::string_view::npos) {
-    const auto digits = rest.substr(colon + 1);
-    const auto* const end = digits.data() + digits.size();
-    const auto [stop, error] = std::from_chars(digits.data(), end, hub.port);
-    if (error != std::errc() || stop != end || hub.port <= kPortsOfEvents) {
+    hub.port = wholeNumberIn<std::uint16_t>(rest.substr(colon + 1)).value_or(0);
+    if (hub.port <= kPortsOfEvents) {
       throw std::invalid_argument("a hub is ADDRESS or ADDRESS:PORT, not " + text);
     }
   }

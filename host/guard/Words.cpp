@@ -19,8 +19,13 @@ std::vector<std::string> wordsOf(const std::string& line) {
 
 std::string joined(const std::vector<std::string>& words) {
   std::string text;
-  for (const auto& word : words) text += (text.empty() ? "" : " ") + word;
+  for (const auto& word : words) addWord(text, word, " ");
   return text;
+}
+
+void addWord(std::string& list, std::string_view word, std::string_view between) {
+  if (!list.empty()) list += between;
+  list += word;
 }
 
 std::string programName(const std::vector<std::string>& startLine) {

@@ -17,6 +17,7 @@
 #include <stdexcept>
 #include <string_view>
 
+#include "host/guard/Words.h"
 #include "host/launch/NoSuchProgram.h"
 
 namespace tarni::host {
@@ -162,7 +163,7 @@ std::string quoted(const std::string& text) {
 std::string commands(pid_t pid, const fs::path& library) {
   std::string waiting;
   for (const auto number : kWaiting) {
-    waiting += (waiting.empty() ? "" : "|") + std::to_string(number);
+    addWord(waiting, std::to_string(number), "|");
   }
   const auto process = std::to_string(pid);
   return "set auto-solib-add off\n"

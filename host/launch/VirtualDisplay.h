@@ -7,6 +7,8 @@
 
 namespace tarni::host {
 
+inline constexpr auto kUsualDisplaySize = "1280x800";
+
 class VirtualDisplay {
  public:
   // `size` as "1280x800". Throws std::runtime_error when Xvfb is not installed or does not start.

@@ -5,6 +5,7 @@
 #include <utility>
 
 #include "host/guard/Printable.h"
+#include "host/guard/Words.h"
 #include "host/player/Pictures.h"
 #include "host/wire/WireError.h"
 
@@ -120,7 +121,7 @@ void Acting::proposeWays(const FoundElement& found, const std::string& there) {
 void Acting::propose(const std::string& there, Json value, const std::string& inWords) {
   if (played_.proposal.is_null()) played_.proposal = step_.json();
   played_.proposal[Json::json_pointer(there)] = std::move(value);
-  played_.better += (played_.better.empty() ? "" : ", ") + inWords;
+  addWord(played_.better, inWords);
   note("better now: " + inWords);
 }
 
@@ -203,7 +204,7 @@ void Acting::startAgain() {
 }
 
 void Acting::note(const std::string& text) {
-  played_.message += (played_.message.empty() ? "" : "; ") + text;
+  addWord(played_.message, text, "; ");
 }
 
 milliseconds Acting::timeLeft() const {

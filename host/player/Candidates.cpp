@@ -6,6 +6,7 @@
 #include <numeric>
 
 #include "host/guard/Printable.h"
+#include "host/guard/Words.h"
 #include "host/session/Step.h"
 
 namespace tarni::host {
@@ -67,9 +68,7 @@ double nearness(const Json& wanted, const Json& there) {
 
 std::string whyNot(const Json& wanted, const Json& there) {
   std::string reasons;
-  const auto add = [&reasons](const std::string& reason) {
-    reasons += (reasons.empty() ? "" : ", ") + reason;
-  };
+  const auto add = [&reasons](const std::string& reason) { addWord(reasons, reason); };
   for (const auto& [member, weight] : kTraits) {
     const auto text = textIn(wanted, member);
     const auto own = textIn(there, member);

@@ -6,6 +6,7 @@
 #include <thread>
 
 #include "host/guard/Printable.h"
+#include "host/guard/Words.h"
 #include "host/player/Acting.h"
 #include "host/player/Acts.h"
 #include "host/player/Pictures.h"
@@ -130,8 +131,7 @@ Played Player::playInMenuOf(const Step& before, const Step& step, Played missed)
   if (play(before).hasFailed()) return missed;
   Played again = play(step);
   if (again.hasFailed()) return missed;
-  again.message += std::string(again.message.empty() ? "" : "; ") +
-                   "its menu had closed and was opened once more";
+  addWord(again.message, "its menu had closed and was opened once more", "; ");
   return again;
 }
 

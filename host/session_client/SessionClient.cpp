@@ -1,9 +1,9 @@
 #include "host/session_client/SessionClient.h"
 
-#include <charconv>
 #include <string_view>
 #include <utility>
 
+#include "host/guard/Text.h"
 #include "host/wire/WireError.h"
 
 namespace tarni::host {
@@ -24,11 +24,9 @@ std::uint16_t portOf(const std::string& address) {
   const std::string_view text(address);
   const auto colon = text.rfind(':');
   const auto host = text.substr(kPort.size(), colon > kPort.size() ? colon - kPort.size() : 0);
-  const auto digits = text.substr(colon + 1);
-  std::uint16_t port = 0;
-  const auto [end, error] = std::from_chars(digits.data(), digits.data() + digits.size(), port);
+  const auto port = wholeNumberIn<std::uint16_t>(text.substr(colon + 1)).value_or(0);
   const bool isHere = host == "127.0.0.1" || host == "localhost";
-  if (!isHere || port == 0 || error != std::errc() || end != digits.data() + digits.size()) {
+  if (!isHere || port == 0) {
     throw std::invalid_argument(address +
                                 " is no session channel: it is a path or "
                                 "tcp:127.0.0.1:PORT");

@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <array>
-#include <charconv>
 #include <map>
 #include <nlohmann/json.hpp>
 #include <stdexcept>
@@ -31,13 +30,6 @@ Kind kindOf(const std::string& action) {
   const auto found = kinds().find(action);
   if (found != kinds().end()) return found->second;
   throw std::invalid_argument("the action " + inQuotes(action) + " is not known");
-}
-
-std::optional<std::size_t> indexOf(const std::string& text) {
-  std::size_t value = 0;
-  const auto result = std::from_chars(text.data(), text.data() + text.size(), value);
-  if (result.ec != std::errc{} || result.ptr != text.data() + text.size()) return std::nullopt;
-  return value;
 }
 
 // Pictures of pages come as addresses.
@@ -82,7 +74,7 @@ StreamStep StreamStep::fromJson(const Json& step) {
   recorded.id = textIn(object, "id");
   recorded.label = textIn(object, "label");
   recorded.xpath = textIn(object, "xpath:position");
-  recorded.index = indexOf(textIn(object, "index"));
+  recorded.index = wholeNumberIn<std::size_t>(textIn(object, "index"));
   recorded.isInPage = textIn(object, "mode") == "web";
   recorded.picture = withoutAddress(textIn(object, "ObjectImage"));
   if (arguments.size() > 1) recorded.data = textIn(arguments[1], "data");

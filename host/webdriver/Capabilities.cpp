@@ -1,7 +1,6 @@
 #include "host/webdriver/Capabilities.h"
 
 #include <algorithm>
-#include <charconv>
 #include <cmath>
 #include <filesystem>
 #include <functional>
@@ -9,6 +8,7 @@
 
 #include "host/guard/Text.h"
 #include "host/guard/Words.h"
+#include "host/launch/VirtualDisplay.h"
 #include "host/webdriver/Error.h"
 
 namespace tarni::host::webdriver {
@@ -86,10 +86,8 @@ void takeArguments(Capabilities& to, const std::string& name, const Json& value)
 }
 
 bool isSide(std::string_view text) {
-  int side = 0;
-  const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), side);
-  return error == std::errc() && end == text.data() + text.size() && side > 0 &&
-         side <= kLargestDisplay;
+  const auto side = wholeNumberIn<int>(text);
+  return side && *side > 0 && *side <= kLargestDisplay;
 }
 
 void takeDisplay(Capabilities& to, const std::string& name, const Json& value) {
@@ -181,7 +179,7 @@ std::string mismatch(const Json& wanted) {
 
 Capabilities taken(Json wanted) {
   Capabilities result;
-  result.display = "1280x800";
+  result.display = kUsualDisplaySize;
   for (const auto& [name, take] : kKnown) {
     const auto found = wanted.find(name);
     if (found != wanted.end() && !found->is_null()) take(result, name, *found);

@@ -6,6 +6,7 @@
 
 #include "host/guard/Files.h"
 #include "host/guard/Printable.h"
+#include "host/guard/Words.h"
 #include "host/player/Pictures.h"
 #include "host/webdriver/Error.h"
 #include "host/wire/WireError.h"
@@ -52,7 +53,7 @@ std::string nameOf(const Command& command, const Arguments& arguments) {
     const bool isVariable = word.starts_with('{');
     const auto& value = isVariable ? arguments.path.at(variable++) : std::string(word);
     if (isElement || word == kElementInPath) continue;
-    name += (name.empty() ? "" : " ") + value;
+    addWord(name, value, " ");
   }
   return name == "get" ? "get capabilities" : name;
 }

@@ -1,9 +1,9 @@
 #include "host/webdriver/Session.h"
 
-#include <charconv>
 #include <filesystem>
 #include <nlohmann/json.hpp>
 
+#include "host/guard/Text.h"
 #include "host/guard/Words.h"
 #include "host/session/SessionLines.h"
 #include "host/webdriver/Error.h"
@@ -116,9 +116,7 @@ Json reference(Session::Handle element) {
 }
 
 Session::Handle elementOf(const std::string& id) {
-  Session::Handle handle = 0;
-  const auto [end, error] = std::from_chars(id.data(), id.data() + id.size(), handle);
-  if (error == std::errc() && end == id.data() + id.size()) return handle;
+  if (const auto handle = wholeNumberIn<Session::Handle>(id)) return *handle;
   throw Error("no such element", "no element of the program has the identifier " + id);
 }
 

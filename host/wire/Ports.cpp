@@ -1,6 +1,5 @@
 #include "host/wire/Ports.h"
 
-#include <charconv>
 #include <filesystem>
 #include <fstream>
 #include <iterator>
@@ -9,6 +8,8 @@
 #include <sstream>
 #include <system_error>
 #include <vector>
+
+#include "host/guard/Text.h"
 
 namespace tarni::host {
 
@@ -26,14 +27,6 @@ bool isOfPort(const std::string& localAddress, std::uint16_t port) {
          std::stoul(localAddress.substr(colon + 1), nullptr, 16) == port;
 }
 
-std::optional<pid_t> processOf(const fs::path& folder) {
-  const auto name = folder.filename().string();
-  pid_t pid = 0;
-  const auto result = std::from_chars(name.data(), name.data() + name.size(), pid);
-  if (result.ec != std::errc{} || result.ptr != name.data() + name.size()) return std::nullopt;
-  return pid;
-}
-
 // What a descriptor of a socket links to, "socket:[12345]", for every socket on the port.
 std::set<std::string> socketsOn(std::uint16_t port) {
   std::set<std::string> sockets;
@@ -47,11 +40,7 @@ std::set<std::string> socketsOn(std::uint16_t port) {
       constexpr std::size_t kLocal = 1;
       constexpr std::size_t kInode = 9;
       if (values.size() <= kInode) continue;
-      const auto& local = values[kLocal];
-      const auto colon = local.rfind(':');
-      unsigned number = 0;
-      std::from_chars(local.data() + colon + 1, local.data() + local.size(), number, 16);
-      if (number == port && values[kInode] != "0") {
+      if (isOfPort(values[kLocal], port) && values[kInode] != "0") {
         sockets.insert("socket:[" + values[kInode] + "]");
       }
     }
@@ -99,7 +88,7 @@ std::optional<pid_t> processServing(std::uint16_t port) {
   std::error_code error;
   for (fs::directory_iterator entry("/proc", error), end; !error && entry != end;
        entry.increment(error)) {
-    const auto pid = processOf(entry->path());
+    const auto pid = wholeNumberIn<pid_t>(entry->path().filename().string());
     if (pid && holdsOneOf(sockets, entry->path())) return pid;
   }
   return std::nullopt;

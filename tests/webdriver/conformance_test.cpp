@@ -140,6 +140,7 @@ constexpr Row kTable[] = {
     {"GET", "/screenshot", "", "*"},
     {"GET", "/element/<Log in>/screenshot", "", "*"},
     {"POST", "/window", R"({"handle":"99999"})", "no such window"},
+    {"POST", "/window", R"({"handle":"1x"})", "no such window"},
     {"POST", "/window/rect", R"({"width":-1,"height":5})", "invalid argument"},
     {"GET", "/alert/text", "", "no such alert"},
     {"POST", "/alert/accept", "{}", "no such alert"},

@@ -1,5 +1,4 @@
 #include <CLI/CLI.hpp>
-#include <charconv>
 #include <iostream>
 #include <memory>
 #include <nlohmann/json.hpp>
@@ -8,6 +7,8 @@
 #include "host/cli/Invocation.h"
 #include "host/cli/Subcommands.h"
 #include "host/guard/Printable.h"
+#include "host/guard/Text.h"
+#include "host/guard/Words.h"
 #include "host/session_client/Selector.h"
 
 namespace tarni::host {
@@ -41,9 +42,7 @@ Json subjectOf(Invocation& invocation, const std::string& word) {
 }
 
 std::size_t countFrom(const std::string& text) {
-  std::size_t count = 0;
-  const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), count);
-  if (error == std::errc() && end == text.data() + text.size()) return count;
+  if (const auto count = wholeNumberIn<std::size_t>(text)) return *count;
   throw std::invalid_argument("\"" + text + "\" is no number of elements");
 }
 
@@ -52,7 +51,7 @@ std::string inWords(const Json& condition) {
   for (const auto& [name, value] : condition.items()) {
     const auto& text = value.is_object() ? Selector::fromParameters(value).written()
                                          : valueIn(condition, name.c_str()).value_or("");
-    words += (words.empty() ? "" : " ") + printable(name + " " + text);
+    addWord(words, printable(name + " " + text), " ");
   }
   return words;
 }

@@ -16,6 +16,7 @@
 #include "host/guard/Files.h"
 #include "host/guard/Json.h"
 #include "host/guard/Printable.h"
+#include "host/guard/Words.h"
 
 namespace tarni::host {
 
@@ -43,9 +44,7 @@ std::string stateOf(const Json& element) {
       {"isHidden", "true", "hidden"},
   };
   std::string words;
-  const auto add = [&words](const char* word) {
-    words += std::string(words.empty() ? "" : ",") + word;
-  };
+  const auto add = [&words](const char* word) { addWord(words, word, ","); };
   for (const auto& [key, value, word] : kWords) {
     if (textIn(element, key) == value) add(word);
   }

@@ -13,6 +13,7 @@
 #include "host/guard/Base64.h"
 #include "host/guard/Files.h"
 #include "host/guard/Printable.h"
+#include "host/guard/Words.h"
 #include "host/player/ElementFinder.h"
 #include "host/player/JUnit.h"
 #include "host/player/PlayReport.h"
@@ -81,8 +82,7 @@ class ChannelPlay : public PlayObserver {
     if (missing.empty()) return;
     std::string names;
     for (const auto& name : missing) {
-      names +=
-          (names.empty() ? "" : ", ") + inQuotes(name) + " (" + Secrets::variableOf(name) + ")";
+      addWord(names, inQuotes(name) + " (" + Secrets::variableOf(name) + ")");
     }
     throw std::invalid_argument(options_.file +
                                 " types secrets that are not given: give them by --secret "

@@ -22,12 +22,10 @@ namespace tarni::host {
 
 namespace {
 
-constexpr auto kDisplaySize = "1280x800";
-
 struct RunOptions {
   std::vector<std::string> command;
   std::string name;
-  std::string displaySize = kDisplaySize;
+  std::string displaySize = kUsualDisplaySize;
   bool isolated = false;
   bool ownDisplay = false;
   bool fresh = false;
@@ -126,7 +124,7 @@ void run(Invocation& invocation, const RunOptions& options) {
   }
   std::optional<VirtualDisplay> display;
   if (options.ownDisplay) {
-    display.emplace(options.displaySize.empty() ? kDisplaySize : options.displaySize);
+    display.emplace(options.displaySize.empty() ? kUsualDisplaySize : options.displaySize);
     launch.environment["DISPLAY"] = display->name();
     launch.environment["QT_QPA_PLATFORM"] = "xcb";
     std::cerr << "tarni: display " << display->name() << '\n';

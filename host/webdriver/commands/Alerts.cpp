@@ -5,6 +5,7 @@
 #include <string_view>
 
 #include "host/guard/Text.h"
+#include "host/guard/Words.h"
 #include "host/source/Attributes.h"
 #include "host/webdriver/Error.h"
 #include "host/webdriver/Screen.h"
@@ -91,7 +92,7 @@ std::string textOf(Session& session, const Alert& alert) {
   std::string lines;
   for (const auto& label : partsOf(session, alert, "UILabel")) {
     const auto text = alertTextOf(label);
-    if (!text.empty()) lines += (lines.empty() ? "" : "\n") + text;
+    if (!text.empty()) addWord(lines, text, "\n");
   }
   return lines;
 }

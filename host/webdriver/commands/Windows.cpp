@@ -1,8 +1,8 @@
-#include <charconv>
 #include <cmath>
 #include <nlohmann/json.hpp>
 #include <optional>
 
+#include "host/guard/Text.h"
 #include "host/source/Attributes.h"
 #include "host/webdriver/Error.h"
 #include "host/webdriver/Screen.h"
@@ -50,13 +50,12 @@ Json windows(Session& session, const Arguments&) {
 Json switchToWindow(Session& session, const Arguments& arguments) {
   const bool isOld = arguments.body.contains("name") && !arguments.body.contains("handle");
   const auto handle = arguments.text(isOld ? "name" : "handle");
-  long number = 0;
-  std::from_chars(handle.data(), handle.data() + handle.size(), number);
-  if (Screen(session).find(number) == nullptr) {
+  const auto number = wholeNumberIn<long>(handle);
+  if (!number || Screen(session).find(*number) == nullptr) {
     throw Error("no such window", "the program shows no window " + handle);
   }
-  session.window = number;
-  session.call("window.activate", {{"window", number}});
+  session.window = *number;
+  session.call("window.activate", {{"window", *number}});
   return nullptr;
 }
 
