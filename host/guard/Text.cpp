@@ -29,4 +29,31 @@ std::vector<std::string> charactersOf(std::string_view text) {
   return characters;
 }
 
+std::string asMarkup(std::string_view text) {
+  std::string markup;
+  markup.reserve(text.size());
+  for (const char c : text) {
+    switch (c) {
+      case '&':
+        markup += "&amp;";
+        break;
+      case '<':
+        markup += "&lt;";
+        break;
+      case '>':
+        markup += "&gt;";
+        break;
+      case '"':
+        markup += "&quot;";
+        break;
+      case '\'':
+        markup += "&#39;";
+        break;
+      default:
+        markup += c;
+    }
+  }
+  return markup;
+}
+
 }  // namespace tarni::host

@@ -20,6 +20,9 @@ bool beginsCharacter(char byte);
 // The characters of UTF-8.
 std::vector<std::string> charactersOf(std::string_view text);
 
+// As text and attributes of XML and HTML have it.
+std::string asMarkup(std::string_view text);
+
 // The number that the text is, whole and in decimal; null when it is none, or a larger one.
 template <std::integral Number>
 std::optional<Number> wholeNumberIn(std::string_view text) {

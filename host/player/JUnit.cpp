@@ -5,29 +5,14 @@
 #include <cstdio>
 
 #include "host/guard/Printable.h"
+#include "host/guard/Text.h"
 
 namespace tarni::host {
 
 namespace {
 
 std::string attribute(const char* name, const std::string& value) {
-  std::string text = std::string(" ") + name + "=\"";
-  for (const char c : printable(value)) {
-    switch (c) {
-      case '&':
-        text += "&amp;";
-        break;
-      case '<':
-        text += "&lt;";
-        break;
-      case '"':
-        text += "&quot;";
-        break;
-      default:
-        text += c;
-    }
-  }
-  return text + "\"";
+  return std::string(" ") + name + "=\"" + asMarkup(printable(value)) + '"';
 }
 
 std::string inSecondsOf(double value) {

@@ -6,6 +6,7 @@
 #include <cstdio>
 
 #include "host/guard/Printable.h"
+#include "host/guard/Text.h"
 #include "host/stream/Jpeg.h"
 #include "host/stream/StreamReportStyle.h"
 
@@ -16,30 +17,7 @@ using Result = PlayedStreamStep::Result;
 namespace {
 
 std::string escaped(const std::string& text) {
-  std::string html;
-  html.reserve(text.size());
-  for (const char c : printableLines(text)) {
-    switch (c) {
-      case '&':
-        html += "&amp;";
-        break;
-      case '<':
-        html += "&lt;";
-        break;
-      case '>':
-        html += "&gt;";
-        break;
-      case '"':
-        html += "&quot;";
-        break;
-      case '\'':
-        html += "&#39;";
-        break;
-      default:
-        html += c;
-    }
-  }
-  return html;
+  return asMarkup(printableLines(text));
 }
 
 std::string tag(const std::string& name, const std::string& attributes, const std::string& inner) {
