@@ -1,23 +1,19 @@
 #include "host/launch/RunningProgram.h"
 
 #include <sys/stat.h>
-#include <sys/syscall.h>
 #include <unistd.h>
 
 #include <algorithm>
-#include <array>
 #include <cerrno>
-#include <cstdio>
 #include <cstdlib>
+#include <filesystem>
 #include <fstream>
 #include <iterator>
-#include <optional>
 #include <regex>
 #include <sstream>
 #include <stdexcept>
 #include <string_view>
 
-#include "host/guard/Words.h"
 #include "host/launch/NoSuchProgram.h"
 
 namespace tarni::host {
@@ -25,20 +21,6 @@ namespace tarni::host {
 namespace fs = std::filesystem;
 
 namespace {
-
-// The system calls in which an event loop waits for something to happen. Whoever stands in one
-// holds no lock of the allocator or the loader, which the agent needs.
-constexpr std::array kWaiting = {
-#ifdef SYS_poll
-    SYS_poll,
-#endif
-#ifdef SYS_select
-    SYS_select,
-#endif
-#ifdef SYS_epoll_wait
-    SYS_epoll_wait,
-#endif
-    SYS_ppoll,      SYS_pselect6, SYS_epoll_pwait, SYS_restart_syscall};
 
 std::string contents(const fs::path& path) {
   std::ifstream file(path, std::ios::binary);
@@ -115,112 +97,6 @@ bool hasAgent(const fs::path& process) {
 constexpr auto kBuiltIn =
     " has its toolkit built in (a static Qt), where the agent finds nothing to hold on to";
 
-std::string whyNotPermitted(pid_t pid) {
-  struct stat info {};
-  const auto process = "process " + std::to_string(pid);
-  if (stat(("/proc/" + std::to_string(pid)).c_str(), &info) == 0 && info.st_uid != geteuid()) {
-    return process + " belongs to another user (" + std::to_string(info.st_uid) + ")";
-  }
-  const auto scope = std::atoi(contents("/proc/sys/kernel/yama/ptrace_scope").c_str());
-  if (scope > 0 && geteuid() != 0) {
-    return "not permitted to attach to " + process + ": kernel.yama.ptrace_scope is " +
-           std::to_string(scope) +
-           "; as root it works, or after `sysctl kernel.yama.ptrace_scope=0`";
-  }
-  return "not permitted to attach to " + process;
-}
-
-// A file for gdb's commands, gone with its owner.
-class ScriptFile {
- public:
-  explicit ScriptFile(const std::string& text) {
-    const int descriptor = mkstemp(path_.data());
-    if (descriptor < 0) throw std::runtime_error("cannot write to /tmp");
-    close(descriptor);
-    std::ofstream(path_) << text;
-  }
-  ScriptFile(const ScriptFile&) = delete;
-  ScriptFile& operator=(const ScriptFile&) = delete;
-  ~ScriptFile() { unlink(path_.c_str()); }
-
-  const std::string& path() const { return path_; }
-
- private:
-  std::string path_ = "/tmp/tarni-attach-XXXXXX";
-};
-
-std::string quoted(const std::string& text) {
-  std::string result = "\"";
-  for (const char c : text) {
-    if (c == '"' || c == '\\') result += '\\';
-    result += c;
-  }
-  return result + "\"";
-}
-
-// Attaches again and again until the main thread waits, and only then calls into it. All threads
-// run while the call does, so that one that holds a lock gives it back.
-std::string commands(pid_t pid, const fs::path& library) {
-  std::string waiting;
-  for (const auto number : kWaiting) {
-    addWord(waiting, std::to_string(number), "|");
-  }
-  const auto process = std::to_string(pid);
-  return "set auto-solib-add off\n"
-         "set debuginfod enabled off\n"
-         "set unwindonsignal on\n"
-         "set print elements 0\n"
-         "handle all nostop noprint pass\n"
-         "set $tries = 0\n"
-         "while $tries < 40\n"
-         "  attach " +
-         process +
-         "\n"
-         "  shell grep -qE '^(" +
-         waiting + ") ' /proc/" + process +
-         "/syscall\n"
-         "  if $_shell_exitcode == 0\n"
-         "    sharedlibrary libc\\.so\n"
-         "    set $library = ((void *(*)(const char *, int)) dlopen)(" +
-         quoted(library) +
-         ", 2)\n"
-         "    if $library\n"
-         "      set $launch = ((void *(*)(void *, const char *)) dlsym)($library, "
-         "\"tarniLaunch\")\n"
-         "      printf \"\\ntarni-says %s\\n\", ((const char *(*)(void)) $launch)()\n"
-         "    else\n"
-         "      printf \"\\ntarni-fails %s\\n\", ((const char *(*)(void)) dlerror)()\n"
-         "    end\n"
-         "    set $tries = 1000\n"
-         "  end\n"
-         "  detach\n"
-         "  set $tries = $tries + 1\n"
-         "  shell sleep 0.05\n"
-         "end\n"
-         "if $tries < 1000\n"
-         "  printf \"\\ntarni-fails its main thread is busy: try again when it waits\\n\"\n"
-         "end\n";
-}
-
-std::string outputOf(const std::string& command) {
-  FILE* const output = popen(command.c_str(), "r");
-  if (output == nullptr) throw std::runtime_error("cannot start " + command);
-  std::string text;
-  std::array<char, 4096> buffer{};
-  while (const auto count = fread(buffer.data(), 1, buffer.size(), output)) {
-    text.append(buffer.data(), count);
-  }
-  pclose(output);
-  return text;
-}
-
-std::optional<std::string> lineAfter(const std::string& text, const std::string& mark) {
-  const auto start = text.find("\n" + mark);
-  if (start == std::string::npos) return std::nullopt;
-  const auto from = start + 1 + mark.size();
-  return text.substr(from, text.find('\n', from) - from);
-}
-
 }  // namespace
 
 void requireProgram(const std::string& command) {
@@ -273,6 +149,21 @@ std::string whyOutOfReach(const std::string& command) {
   return !failure && hasToolkitBuiltIn(file) ? command + kBuiltIn : "";
 }
 
+std::string whyNotPermitted(pid_t pid) {
+  struct stat info {};
+  const auto process = "process " + std::to_string(pid);
+  if (stat(("/proc/" + std::to_string(pid)).c_str(), &info) == 0 && info.st_uid != geteuid()) {
+    return process + " belongs to another user (" + std::to_string(info.st_uid) + ")";
+  }
+  const auto scope = std::atoi(contents("/proc/sys/kernel/yama/ptrace_scope").c_str());
+  if (scope > 0 && geteuid() != 0) {
+    return "not permitted to attach to " + process + ": kernel.yama.ptrace_scope is " +
+           std::to_string(scope) +
+           "; as root it works, or after `sysctl kernel.yama.ptrace_scope=0`";
+  }
+  return "not permitted to attach to " + process;
+}
+
 void checkAttachable(pid_t pid) {
   const auto process = "process " + std::to_string(pid);
   const fs::path folder = "/proc/" + std::to_string(pid);
@@ -297,21 +188,6 @@ void checkAttachable(pid_t pid) {
   if (std::regex_search(status, tracer, std::regex("TracerPid:\\s*([1-9]\\d*)"))) {
     throw std::runtime_error(name + " is held by another debugger, process " + tracer[1].str());
   }
-}
-
-std::string attachAgent(pid_t pid, const fs::path& library) {
-  if (pathOfCommand("gdb") == "gdb") {
-    throw std::runtime_error("attaching takes gdb: install the package gdb");
-  }
-  const ScriptFile script(commands(pid, library));
-  const auto output =
-      outputOf("timeout -k 5 30 gdb -nx -batch -x " + script.path() + " </dev/null 2>&1");
-  if (const auto said = lineAfter(output, "tarni-says ")) return *said;
-  if (const auto failure = lineAfter(output, "tarni-fails ")) {
-    throw std::runtime_error("the agent was not loaded: " + *failure);
-  }
-  if (mentions(output, "Operation not permitted")) throw std::runtime_error(whyNotPermitted(pid));
-  throw std::runtime_error("gdb could not load the agent; it says:\n" + output);
 }
 
 }  // namespace tarni::host

@@ -1,10 +1,9 @@
-// RunningProgram: a process that runs already, what keeps the agent out of it, and the agent
-// brought into it by a debugger. Used by `tarni attach`; any thread.
+// RunningProgram: programs and the processes that run them, as far as the agent is concerned: what
+// is loaded in them, and what keeps it out. Linux only, any thread.
 #pragma once
 
 #include <sys/types.h>
 
-#include <filesystem>
 #include <string>
 #include <vector>
 
@@ -38,12 +37,7 @@ std::string whyOutOfReach(const std::string& command);
 // NoSuchProgram when there is none, otherwise (not permitted, no toolkit, agent already there, …)
 // std::runtime_error.
 void checkAttachable(pid_t pid);
-
-// Loads the agent into an attachable process, by gdb and at a moment when its main thread waits;
-// the process stands still for less than a second. Returns what the launcher in there says of it
-// ("… uses Qt 5.15.8: agent loaded, ports 9892 and 9898"). Throws std::runtime_error with a
-// sentence for a person: no gdb, the process is busy or the debugger may not hold it, the library
-// does not fit.
-std::string attachAgent(pid_t pid, const std::filesystem::path& library);
+// Why a debugger may not hold the process.
+std::string whyNotPermitted(pid_t pid);
 
 }  // namespace tarni::host

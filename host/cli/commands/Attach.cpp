@@ -6,6 +6,7 @@
 #include "host/cli/Invocation.h"
 #include "host/cli/Readiness.h"
 #include "host/cli/Subcommands.h"
+#include "host/launch/Attaching.h"
 #include "host/launch/ProgramLauncher.h"
 #include "host/launch/RunningProgram.h"
 
