@@ -1,5 +1,6 @@
 // FreshFolders: empty folders for what a program keeps, and for where it looks for another one of
 // its kind, gone with their owner: a program that starts in them starts as if for the first time.
+// Any thread, one at a time.
 #pragma once
 
 #include <filesystem>

@@ -1,7 +1,7 @@
 // ProgramRegistry: the programs of this user that `tarni run` has started, by name, so that other
 // commands find their session channels and their networks. One small JSON file a program in
 // $XDG_RUNTIME_DIR/tarni or /tmp/tarni-UID; what ended without cleaning up is recognised by its
-// start time and forgotten.
+// start time and forgotten. Any thread.
 #pragma once
 
 #include <sys/types.h>

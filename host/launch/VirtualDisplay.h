@@ -1,4 +1,5 @@
-// VirtualDisplay: an X display without a screen (Xvfb), ended with its owner.
+// VirtualDisplay: an X display without a screen (Xvfb), ended with its owner, and with the thread
+// that made it. Any thread.
 #pragma once
 
 #include <sys/types.h>

@@ -1,6 +1,7 @@
 // Session files, of either version (docs/sessions.md): JSON with a header on the first line and one
 // entry on each of the others, so that a file that was cut short or edited wrongly can be reported
-// by its line, and a recording is whole and on disk after every step.
+// by its line, and a recording is whole and on disk after every step. Any thread, a file by one at
+// a time.
 #pragma once
 
 #include <cstddef>

@@ -1,5 +1,6 @@
 // Command: one row of the table of commands: where it is asked for, and what carries it out, in the
-// program itself and in a page of it. Handlers are functions of a session and the request.
+// program itself and in a page of it. Handlers are functions of a session and the request, called
+// on the thread that serves the request, one at a time for each session.
 #pragma once
 
 #include <nlohmann/json.hpp>

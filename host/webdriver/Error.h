@@ -1,5 +1,5 @@
 // Error: what a command answers instead of a value: one of the standard's errors, with the status
-// that belongs to it. The text is a sentence for a person.
+// that belongs to it. The text is a sentence for a person. A plain value, any thread.
 #pragma once
 
 #include <stdexcept>

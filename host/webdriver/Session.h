@@ -1,5 +1,5 @@
-// Session: what a client has: its program, and what its commands leave for the next ones. Commands
-// of one session run one after the other.
+// Session: what a client has: its program, and what its commands leave for the next ones. Any
+// thread, one at a time: commands of one session run one after the other.
 #pragma once
 
 #include <chrono>

@@ -1,4 +1,4 @@
-// Opens the sockets that listen on every local address of a family.
+// Opens the sockets that listen on every local address of a family. Any thread.
 #pragma once
 
 #include <cstdint>

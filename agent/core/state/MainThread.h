@@ -1,3 +1,4 @@
+// The main thread, asserted: what belongs there says so in its first line. Any thread.
 #pragma once
 
 #include <cassert>

@@ -50,6 +50,10 @@ class Call : public std::enable_shared_from_this<Call> {
   void abandon(const SessionError& error);
   // Main thread. Ends the work with the error where it is parked, or where it would park next.
   void interrupt(const SessionError& error);
+  // Any thread. Takes parked work up in a turn of its own.
+  void takeTurn();
+  // Main thread. The turn itself: until the work parks or ends. Throws nothing.
+  platform::Task<void> turn();
 
   // --- for the work itself; main thread
 
@@ -59,12 +63,8 @@ class Call : public std::enable_shared_from_this<Call> {
   // Takes a parked work up where the caller stands. For what touches nothing of the program any
   // more, since it is in no turn.
   void resume();
-  // Takes it up in a turn of its own. Any thread.
-  void takeTurn();
   // Of the turn, where the method acts.
   OwnActs& ownActs() { return ownActs_; }
-  // The turn itself: until the work parks or ends. Throws nothing. Main thread.
-  platform::Task<void> turn();
   // Parks for that long.
   platform::Task<void> pause(double milliseconds);
 
