@@ -1,7 +1,5 @@
 #include "agent/elements/XpathManager.h"
 
-#include <algorithm>
-
 #include "agent/core/state/MainThread.h"
 #include "agent/elements/IdentityTag.h"
 

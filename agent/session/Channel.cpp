@@ -6,7 +6,6 @@
 #include <cstdlib>
 #include <future>
 #include <memory>
-#include <mutex>
 #include <set>
 #include <string>
 #include <utility>

@@ -7,6 +7,7 @@
 
 #include "host/cli/ExitCode.h"
 #include "host/cli/Invocation.h"
+#include "host/cli/Terminal.h"
 #include "host/guard/Printable.h"
 #include "host/guard/Text.h"
 #include "host/guard/Words.h"

@@ -7,7 +7,6 @@
 #include <string>
 #include <vector>
 
-#include "host/cli/Terminal.h"
 #include "host/guard/Json.h"
 
 namespace tarni::host {

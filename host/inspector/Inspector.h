@@ -3,9 +3,7 @@
 // thread; requests are answered on many.
 #pragma once
 
-#include <optional>
 #include <string>
-#include <string_view>
 
 #include "host/http/Server.h"
 #include "host/inspector/Calls.h"

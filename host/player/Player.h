@@ -4,7 +4,6 @@
 
 #include <chrono>
 #include <cstddef>
-#include <functional>
 #include <limits>
 #include <vector>
 

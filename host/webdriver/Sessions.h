@@ -14,7 +14,6 @@
 #include <stop_token>
 #include <string>
 #include <thread>
-#include <vector>
 
 #include "host/guard/Clock.h"
 #include "host/webdriver/Session.h"

@@ -1,6 +1,5 @@
 #include "agent/TcpCommunication/BaseManager/ServerManager.h"
 
-#include <algorithm>
 #include <utility>
 
 #include "agent/TcpCommunication/BaseManager/Framing.h"

@@ -1,5 +1,4 @@
 #include <algorithm>
-#include <array>
 #include <vector>
 
 #include "agent/session/methods/Handlers.h"

@@ -1,7 +1,5 @@
 #include "agent/session/recording/Recording.h"
 
-#include <algorithm>
-
 #include "agent/session/protocol/JsonRpc.h"
 #include "agent/session/recording/Steps.h"
 #include "agent/session/screen/Pages.h"

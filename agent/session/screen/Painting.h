@@ -2,7 +2,6 @@
 // last has gone or had enough. Main thread.
 #pragma once
 
-#include <chrono>
 #include <set>
 
 #include "agent/session/calls/Audience.h"

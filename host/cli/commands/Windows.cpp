@@ -7,6 +7,7 @@
 #include "host/cli/Elements.h"
 #include "host/cli/Invocation.h"
 #include "host/cli/Subcommands.h"
+#include "host/cli/Terminal.h"
 #include "host/guard/Printable.h"
 
 namespace tarni::host {
