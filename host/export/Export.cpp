@@ -60,8 +60,8 @@ std::string stepsOf(const Session& session, const TestLanguage& language) {
   std::string text;
   for (const Step& step : session.steps()) {
     std::vector<std::string> statements;
-    for (const Deed& deed : deedsOf(step)) {
-      std::ranges::move(language.statements(deed), std::back_inserter(statements));
+    for (const ExportedAct& act : exportedActs(step)) {
+      std::ranges::move(language.statements(act), std::back_inserter(statements));
     }
     const bool isLast = &step == &session.steps().back();
     text += language.step(step.inWords(), statements, isLast && mayEndProgram(step));

@@ -10,7 +10,7 @@ namespace tarni::host {
 
 namespace {
 
-using Kind = Deed::Kind;
+using Kind = ExportedAct::Kind;
 using Helper = TestLanguage::Helper;
 
 constexpr Helper kJavaScriptHelpers[] = {
@@ -117,14 +117,14 @@ std::string keyInJavaScript(const std::string& key) {
   return named ? "Key." + std::string(named->inJavaScript) : quoted(key);
 }
 
-std::string pairInJavaScript(const Deed::Offset& offset, const char* x, const char* y) {
+std::string pairInJavaScript(const ExportedAct::Offset& offset, const char* x, const char* y) {
   return std::string(x) + ": " + std::to_string(offset.x) + ", " + y + ": " +
          std::to_string(offset.y);
 }
 
 class JavaScriptTests : public TestLanguage {
  public:
-  std::vector<std::string> statements(const Deed& deed) const override;
+  std::vector<std::string> statements(const ExportedAct& act) const override;
 
   std::span<const Helper> helpers() const override { return kJavaScriptHelpers; }
 
@@ -151,7 +151,8 @@ class JavaScriptTests : public TestLanguage {
 
   static std::string on(const ExportedElement& element) { return "(" + find(element) + ")"; }
 
-  static std::string moveTo(const ExportedElement& element, const std::optional<Deed::Offset>& at) {
+  static std::string moveTo(const ExportedElement& element,
+                            const std::optional<ExportedAct::Offset>& at) {
     const auto place = at ? ", " + pairInJavaScript(*at, "x", "y") : "";
     return ".move({ origin: " + find(element) + place + " })";
   }
@@ -162,78 +163,79 @@ class JavaScriptTests : public TestLanguage {
     return "[" + list + "]";
   }
 
-  static std::string chain(const Deed& deed, const std::string& type, const std::string& actions) {
+  static std::string chain(const ExportedAct& act, const std::string& type,
+                           const std::string& actions) {
     const auto done = "browser.action(\"" + type + "\")" + actions + ".perform()";
-    if (deed.modifiers.empty()) return "await " + done + ";";
-    return "await holding(" + keys(deed.modifiers) + ", async () => " + done + ");";
+    if (act.modifiers.empty()) return "await " + done + ";";
+    return "await holding(" + keys(act.modifiers) + ", async () => " + done + ");";
   }
 
-  static std::string button(const Deed& deed) {
-    const bool isUsual = deed.button == "left";
-    if (deed.button == "back" || deed.button == "forward") {
-      return deed.button == "back" ? "{ button: 3 }" : "{ button: 4 }";
+  static std::string button(const ExportedAct& act) {
+    const bool isUsual = act.button == "left";
+    if (act.button == "back" || act.button == "forward") {
+      return act.button == "back" ? "{ button: 3 }" : "{ button: 4 }";
     }
-    return isUsual ? "" : "{ button: " + quoted(deed.button) + " }";
+    return isUsual ? "" : "{ button: " + quoted(act.button) + " }";
   }
 
-  static std::string click(const Deed& deed) {
-    if (deed.isPlainClick()) return "await " + on(*deed.element) + ".click();";
-    auto actions = moveTo(*deed.element, deed.at);
-    for (int turn = 0; turn < deed.count; ++turn) {
-      actions += ".down(" + button(deed) + ").up(" + button(deed) + ")";
+  static std::string click(const ExportedAct& act) {
+    if (act.isPlainClick()) return "await " + on(*act.element) + ".click();";
+    auto actions = moveTo(*act.element, act.at);
+    for (int turn = 0; turn < act.count; ++turn) {
+      actions += ".down(" + button(act) + ").up(" + button(act) + ")";
     }
-    return chain(deed, "pointer", actions);
+    return chain(act, "pointer", actions);
   }
 
-  static std::string drag(const Deed& deed) {
-    auto actions = moveTo(*deed.element, deed.at) + ".down(" + button(deed) + ")";
-    for (const auto& offset : deed.way) {
+  static std::string drag(const ExportedAct& act) {
+    auto actions = moveTo(*act.element, act.at) + ".down(" + button(act) + ")";
+    for (const auto& offset : act.way) {
       actions += ".move({ origin: \"pointer\", " + pairInJavaScript(offset, "x", "y") +
                  ", duration: 250 })";
     }
-    if (deed.target) {
-      const auto at = deed.targetAt ? ", " + pairInJavaScript(*deed.targetAt, "x", "y") : "";
-      actions += ".move({ origin: " + find(*deed.target) + at + ", duration: 250 })";
+    if (act.target) {
+      const auto at = act.targetAt ? ", " + pairInJavaScript(*act.targetAt, "x", "y") : "";
+      actions += ".move({ origin: " + find(*act.target) + at + ", duration: 250 })";
     }
-    return chain(deed, "pointer", actions + ".up(" + button(deed) + ")");
+    return chain(act, "pointer", actions + ".up(" + button(act) + ")");
   }
 
-  static std::string wheel(const Deed& deed) {
-    const auto at = deed.at ? ", " + pairInJavaScript(*deed.at, "x", "y") : "";
-    return chain(deed, "wheel",
-                 ".scroll({ origin: " + find(*deed.element) + at + ", " +
-                     pairInJavaScript(deed.offset, "deltaX", "deltaY") + ", duration: 0 })");
+  static std::string wheel(const ExportedAct& act) {
+    const auto at = act.at ? ", " + pairInJavaScript(*act.at, "x", "y") : "";
+    return chain(act, "wheel",
+                 ".scroll({ origin: " + find(*act.element) + at + ", " +
+                     pairInJavaScript(act.offset, "deltaX", "deltaY") + ", duration: 0 })");
   }
 
   // Into what was found with the focus; elsewhere the focus decides.
-  static std::vector<std::string> press(const Deed& deed) {
+  static std::vector<std::string> press(const ExportedAct& act) {
     std::string options;
-    if (!deed.modifiers.empty()) options = "held: " + keys(deed.modifiers);
-    if (deed.count > 1) addWord(options, "count: " + std::to_string(deed.count));
+    if (!act.modifiers.empty()) options = "held: " + keys(act.modifiers);
+    if (act.count > 1) addWord(options, "count: " + std::to_string(act.count));
     if (!options.empty()) options.insert(0, ", { ").append(" }");
-    const auto pressed = "await press(" + keyInJavaScript(deed.text) + options + ");";
-    if (!deed.element) return {pressed};
-    return {(deed.element->isFocused ? "await focus(" + find(*deed.element) + ")"
-                                     : find(*deed.element)) +
-                ";",
-            pressed};
+    const auto pressed = "await press(" + keyInJavaScript(act.text) + options + ");";
+    if (!act.element) return {pressed};
+    return {
+        (act.element->isFocused ? "await focus(" + find(*act.element) + ")" : find(*act.element)) +
+            ";",
+        pressed};
   }
 
-  static std::string type(const Deed& deed) {
-    const auto text = deed.secret.empty() ? quoted(deed.text) : "process.env." + deed.secret;
-    if (!deed.element) return "await browser.keys([..." + text + "]);";
-    return "await " + on(*deed.element) + ".addValue(" + text + ");";
+  static std::string type(const ExportedAct& act) {
+    const auto text = act.secret.empty() ? quoted(act.text) : "process.env." + act.secret;
+    if (!act.element) return "await browser.keys([..." + text + "]);";
+    return "await " + on(*act.element) + ".addValue(" + text + ");";
   }
 
-  static std::string check(const Deed& deed) {
-    const auto element = "browser.$(" + inJavaScript(*deed.element) + ")";
+  static std::string check(const ExportedAct& act) {
+    const auto element = "browser.$(" + inJavaScript(*act.element) + ")";
     const auto until = [](const std::string& condition) {
       return "await browser.waitUntil(async () => " + condition + ");";
     };
-    const auto& wanted = deed.text;
+    const auto& wanted = act.text;
     const auto shown = "await " + element + ".getText()";
-    if (deed.kind == Kind::CheckText) return until("(" + shown + ") === " + quoted(wanted));
-    if (deed.kind == Kind::CheckPartOfText) {
+    if (act.kind == Kind::CheckText) return until("(" + shown + ") === " + quoted(wanted));
+    if (act.kind == Kind::CheckPartOfText) {
       return until("(" + shown + ").includes(" + quoted(wanted) + ")");
     }
     if (wanted == "gone") return "await " + element + ".waitForExist({ reverse: true });";
@@ -245,46 +247,46 @@ class JavaScriptTests : public TestLanguage {
     if (wanted == "focused") {
       return until("(await " + element + ".getAttribute(\"focused\")) === \"true\"");
     }
-    return "await there(" + inJavaScript(*deed.element) + ");";
+    return "await there(" + inJavaScript(*act.element) + ");";
   }
 };
 
-std::vector<std::string> JavaScriptTests::statements(const Deed& deed) const {
-  const std::string value = deed.isOn ? "true" : "false";
-  switch (deed.kind) {
+std::vector<std::string> JavaScriptTests::statements(const ExportedAct& act) const {
+  const std::string value = act.isOn ? "true" : "false";
+  switch (act.kind) {
     case Kind::Click:
-      return {click(deed)};
+      return {click(act)};
     case Kind::LongPress:
-      return {chain(deed, "pointer",
-                    moveTo(*deed.element, deed.at) + ".down(" + button(deed) + ").pause(" +
-                        compact(deed.seconds * 1'000) + ").up(" + button(deed) + ")")};
+      return {chain(act, "pointer",
+                    moveTo(*act.element, act.at) + ".down(" + button(act) + ").pause(" +
+                        compact(act.seconds * 1'000) + ").up(" + button(act) + ")")};
     case Kind::Drag:
-      return {drag(deed)};
+      return {drag(act)};
     case Kind::Wheel:
-      return {wheel(deed)};
+      return {wheel(act)};
     case Kind::Hover:
-      return {chain(deed, "pointer", moveTo(*deed.element, deed.at))};
+      return {chain(act, "pointer", moveTo(*act.element, act.at))};
     case Kind::Press:
-      return press(deed);
+      return press(act);
     case Kind::Type:
-      return {type(deed)};
+      return {type(act)};
     case Kind::Choose:
-      return {"await choose(" + find(*deed.element) + ", " + quoted(deed.text) + ");"};
+      return {"await choose(" + find(*act.element) + ", " + quoted(act.text) + ");"};
     case Kind::Switch:
-      return {"await switchTo(" + find(*deed.element) + ", " + value + ");"};
+      return {"await switchTo(" + find(*act.element) + ", " + value + ");"};
     case Kind::Expand:
-      return {"await expand(" + find(*deed.element) + ", " + value + ");"};
+      return {"await expand(" + find(*act.element) + ", " + value + ");"};
     case Kind::Resize:
-      return {"await browser.setWindowRect(null, null, " + std::to_string(deed.offset.x) + ", " +
-              std::to_string(deed.offset.y) + ");"};
+      return {"await browser.setWindowRect(null, null, " + std::to_string(act.offset.x) + ", " +
+              std::to_string(act.offset.y) + ");"};
     case Kind::Close:
-      return {"await closeWindow(" + find(*deed.element) + ");"};
+      return {"await closeWindow(" + find(*act.element) + ");"};
     case Kind::CheckState:
     case Kind::CheckText:
     case Kind::CheckPartOfText:
       break;
   }
-  return {check(deed)};
+  return {check(act)};
 }
 
 std::string JavaScriptTests::opening(const Session& session, const std::string& name,

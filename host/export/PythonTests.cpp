@@ -10,7 +10,7 @@ namespace tarni::host {
 
 namespace {
 
-using Kind = Deed::Kind;
+using Kind = ExportedAct::Kind;
 using Helper = TestLanguage::Helper;
 
 constexpr Helper kPythonHelpers[] = {
@@ -113,13 +113,13 @@ std::string keyInPython(const std::string& key) {
   return named ? "Keys." + std::string(named->inPython) : quoted(key);
 }
 
-std::string pairInPython(const Deed::Offset& offset) {
+std::string pairInPython(const ExportedAct::Offset& offset) {
   return std::to_string(offset.x) + ", " + std::to_string(offset.y);
 }
 
 class PythonTests : public TestLanguage {
  public:
-  std::vector<std::string> statements(const Deed& deed) const override;
+  std::vector<std::string> statements(const ExportedAct& act) const override;
 
   std::span<const Helper> helpers() const override { return kPythonHelpers; }
 
@@ -145,74 +145,75 @@ class PythonTests : public TestLanguage {
   }
 
   // A chain of actions, with the modifiers held.
-  static std::string chain(const Deed& deed, const std::string& actions) {
+  static std::string chain(const ExportedAct& act, const std::string& actions) {
     std::string text = "ActionChains(driver)";
-    for (const auto& key : deed.modifiers) text += ".key_down(" + keyInPython(key) + ")";
+    for (const auto& key : act.modifiers) text += ".key_down(" + keyInPython(key) + ")";
     text += actions;
-    for (auto key = deed.modifiers.rbegin(); key != deed.modifiers.rend(); ++key) {
+    for (auto key = act.modifiers.rbegin(); key != act.modifiers.rend(); ++key) {
       text += ".key_up(" + keyInPython(*key) + ")";
     }
     return text + ".perform()";
   }
 
-  static std::string moveTo(const ExportedElement& element, const std::optional<Deed::Offset>& at) {
+  static std::string moveTo(const ExportedElement& element,
+                            const std::optional<ExportedAct::Offset>& at) {
     return at ? ".move_to_element_with_offset(" + find(element) + ", " + pairInPython(*at) + ")"
               : ".move_to_element(" + find(element) + ")";
   }
 
-  static std::string click(const Deed& deed) {
-    if (deed.isPlainClick()) return find(*deed.element) + ".click()";
-    const bool isOther = deed.button == "right" && deed.count == 1;
+  static std::string click(const ExportedAct& act) {
+    if (act.isPlainClick()) return find(*act.element) + ".click()";
+    const bool isOther = act.button == "right" && act.count == 1;
     const auto once = isOther ? ".context_click()" : ".click()";
     std::string clicks;
-    if (deed.button == "left" && deed.count == 2) clicks = ".double_click()";
-    for (int turn = 0; clicks.empty() && turn < deed.count; ++turn) clicks += once;
-    return chain(deed, moveTo(*deed.element, deed.at) + clicks);
+    if (act.button == "left" && act.count == 2) clicks = ".double_click()";
+    for (int turn = 0; clicks.empty() && turn < act.count; ++turn) clicks += once;
+    return chain(act, moveTo(*act.element, act.at) + clicks);
   }
 
-  static std::string drag(const Deed& deed) {
-    auto actions = moveTo(*deed.element, deed.at) + ".click_and_hold()";
-    for (const auto& offset : deed.way) actions += ".move_by_offset(" + pairInPython(offset) + ")";
-    if (deed.target) actions += moveTo(*deed.target, deed.targetAt);
-    return chain(deed, actions + ".release()");
+  static std::string drag(const ExportedAct& act) {
+    auto actions = moveTo(*act.element, act.at) + ".click_and_hold()";
+    for (const auto& offset : act.way) actions += ".move_by_offset(" + pairInPython(offset) + ")";
+    if (act.target) actions += moveTo(*act.target, act.targetAt);
+    return chain(act, actions + ".release()");
   }
 
-  static std::string wheel(const Deed& deed) {
-    const auto at = deed.at ? ", " + pairInPython(*deed.at) : "";
-    return chain(deed, ".scroll_from_origin(ScrollOrigin.from_element(" + find(*deed.element) + at +
-                           "), " + pairInPython(deed.offset) + ")");
+  static std::string wheel(const ExportedAct& act) {
+    const auto at = act.at ? ", " + pairInPython(*act.at) : "";
+    return chain(act, ".scroll_from_origin(ScrollOrigin.from_element(" + find(*act.element) + at +
+                          "), " + pairInPython(act.offset) + ")");
   }
 
   // Into what was found with the focus; elsewhere the focus decides.
-  static std::vector<std::string> press(const Deed& deed) {
-    auto keys = keyInPython(deed.text);
-    if (deed.count > 1) keys += " * " + std::to_string(deed.count);
-    if (deed.element && deed.element->isFocused) {
+  static std::vector<std::string> press(const ExportedAct& act) {
+    auto keys = keyInPython(act.text);
+    if (act.count > 1) keys += " * " + std::to_string(act.count);
+    if (act.element && act.element->isFocused) {
       std::string held;
-      for (const auto& key : deed.modifiers) held += keyInPython(key) + ", ";
-      return {find(*deed.element) + ".send_keys(" + held + keys + ")"};
+      for (const auto& key : act.modifiers) held += keyInPython(key) + ", ";
+      return {find(*act.element) + ".send_keys(" + held + keys + ")"};
     }
-    const auto pressed = chain(deed, ".send_keys(" + keys + ")");
-    if (deed.element) return {find(*deed.element), pressed};
+    const auto pressed = chain(act, ".send_keys(" + keys + ")");
+    if (act.element) return {find(*act.element), pressed};
     return {pressed};
   }
 
-  static std::string type(const Deed& deed) {
+  static std::string type(const ExportedAct& act) {
     const auto text =
-        deed.secret.empty() ? quoted(deed.text) : "os.environ[" + quoted(deed.secret) + "]";
+        act.secret.empty() ? quoted(act.text) : "os.environ[" + quoted(act.secret) + "]";
     const auto keys = ".send_keys(" + text + ")";
-    return deed.element ? find(*deed.element) + keys : "ActionChains(driver)" + keys + ".perform()";
+    return act.element ? find(*act.element) + keys : "ActionChains(driver)" + keys + ".perform()";
   }
 
-  static std::string check(const Deed& deed) {
-    const auto way = inPython(*deed.element);
+  static std::string check(const ExportedAct& act) {
+    const auto way = inPython(*act.element);
     const auto element = "driver.find_element(" + way + ")";
     const auto until = [](const std::string& condition) {
       return "wait_until(driver, lambda driver: " + condition + ")";
     };
-    const auto& wanted = deed.text;
-    if (deed.kind == Kind::CheckText) return until(element + ".text == " + quoted(wanted));
-    if (deed.kind == Kind::CheckPartOfText)
+    const auto& wanted = act.text;
+    if (act.kind == Kind::CheckText) return until(element + ".text == " + quoted(wanted));
+    if (act.kind == Kind::CheckPartOfText)
       return until(quoted(wanted) + " in " + element + ".text");
     if (wanted == "gone") return until("not driver.find_elements(" + way + ")");
     if (wanted == "visible") return until(element + ".is_displayed()");
@@ -225,40 +226,40 @@ class PythonTests : public TestLanguage {
   }
 };
 
-std::vector<std::string> PythonTests::statements(const Deed& deed) const {
-  const std::string value = deed.isOn ? "True" : "False";
-  switch (deed.kind) {
+std::vector<std::string> PythonTests::statements(const ExportedAct& act) const {
+  const std::string value = act.isOn ? "True" : "False";
+  switch (act.kind) {
     case Kind::Click:
-      return {click(deed)};
+      return {click(act)};
     case Kind::LongPress:
-      return {chain(deed, moveTo(*deed.element, deed.at) + ".click_and_hold().pause(" +
-                              compact(deed.seconds) + ").release()")};
+      return {chain(act, moveTo(*act.element, act.at) + ".click_and_hold().pause(" +
+                             compact(act.seconds) + ").release()")};
     case Kind::Drag:
-      return {drag(deed)};
+      return {drag(act)};
     case Kind::Wheel:
-      return {wheel(deed)};
+      return {wheel(act)};
     case Kind::Hover:
-      return {chain(deed, moveTo(*deed.element, deed.at))};
+      return {chain(act, moveTo(*act.element, act.at))};
     case Kind::Press:
-      return press(deed);
+      return press(act);
     case Kind::Type:
-      return {type(deed)};
+      return {type(act)};
     case Kind::Choose:
-      return {"choose(driver, " + find(*deed.element) + ", " + quoted(deed.text) + ")"};
+      return {"choose(driver, " + find(*act.element) + ", " + quoted(act.text) + ")"};
     case Kind::Switch:
-      return {"switch(" + find(*deed.element) + ", on=" + value + ")"};
+      return {"switch(" + find(*act.element) + ", on=" + value + ")"};
     case Kind::Expand:
-      return {"expand(driver, " + find(*deed.element) + ", opened=" + value + ")"};
+      return {"expand(driver, " + find(*act.element) + ", opened=" + value + ")"};
     case Kind::Resize:
-      return {"driver.set_window_size(" + pairInPython(deed.offset) + ")"};
+      return {"driver.set_window_size(" + pairInPython(act.offset) + ")"};
     case Kind::Close:
-      return {"close_window(driver, " + find(*deed.element) + ")"};
+      return {"close_window(driver, " + find(*act.element) + ")"};
     case Kind::CheckState:
     case Kind::CheckText:
     case Kind::CheckPartOfText:
       break;
   }
-  return {check(deed)};
+  return {check(act)};
 }
 
 std::string PythonTests::opening(const Session& session, const std::string& name,

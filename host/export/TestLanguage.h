@@ -6,7 +6,7 @@
 #include <string_view>
 #include <vector>
 
-#include "host/export/Deed.h"
+#include "host/export/ExportedAct.h"
 #include "host/session/Session.h"
 
 namespace tarni::host {
@@ -22,7 +22,7 @@ class TestLanguage {
   virtual ~TestLanguage() = default;
 
   // Statements that carry it out, without indentation.
-  virtual std::vector<std::string> statements(const Deed& deed) const = 0;
+  virtual std::vector<std::string> statements(const ExportedAct& act) const = 0;
   virtual std::span<const Helper> helpers() const = 0;
   // All before the helpers; `body` is what stands behind, for what it needs.
   virtual std::string opening(const Session& session, const std::string& name,

@@ -1,4 +1,4 @@
-#include "host/export/Deed.h"
+#include "host/export/ExportedAct.h"
 
 #include <algorithm>
 #include <array>
@@ -12,7 +12,7 @@ namespace tarni::host {
 
 namespace {
 
-using Kind = Deed::Kind;
+using Kind = ExportedAct::Kind;
 
 constexpr double kLongPressSeconds = 1;
 constexpr long kStraight = 10;  // points beside the line that a hand does not mean
@@ -27,21 +27,21 @@ bool isPressedAnywhere(const Json& element) {
   });
 }
 
-Deed::Offset rounded(double x, double y) {
+ExportedAct::Offset rounded(double x, double y) {
   return {std::lround(x), std::lround(y)};
 }
 
-std::optional<Deed::Offset> fromMiddle(const Json& element, const Json& at) {
+std::optional<ExportedAct::Offset> fromMiddle(const Json& element, const Json& at) {
   if (at.empty() || isPressedAnywhere(element)) return std::nullopt;
   const Json& rect = objectIn(element, "rect");
   const auto along = [&](const char* axis, const char* side) {
     return numberIn(at, axis) - numberIn(rect, side) / 2;
   };
   const auto offset = rounded(along("x", "width"), along("y", "height"));
-  return offset == Deed::Offset() ? std::nullopt : std::optional(offset);
+  return offset == ExportedAct::Offset() ? std::nullopt : std::optional(offset);
 }
 
-Deed about(Kind kind, const Step& step) {
+ExportedAct about(Kind kind, const Step& step) {
   const auto button = textIn(step.json(), "button");
   return {.kind = kind,
           .element = ExportedElement::fromElement(step.element()),
@@ -51,17 +51,17 @@ Deed about(Kind kind, const Step& step) {
           .at = fromMiddle(step.element(), objectIn(step.json(), "at"))};
 }
 
-Deed aboutFocused(Kind kind, const Step& step) {
-  Deed deed{.kind = kind};
-  if (isToBeTold(step.element())) deed.element = ExportedElement::fromElement(step.element());
-  return deed;
+ExportedAct aboutFocused(Kind kind, const Step& step) {
+  ExportedAct act{.kind = kind};
+  if (isToBeTold(step.element())) act.element = ExportedElement::fromElement(step.element());
+  return act;
 }
 
-Deed longPress(const Step& step) {
-  auto deed = about(Kind::LongPress, step);
-  deed.seconds =
+ExportedAct longPress(const Step& step) {
+  auto act = about(Kind::LongPress, step);
+  act.seconds =
       std::max(kLongPressSeconds, std::round(numberIn(step.json(), "durationMs") / 100) / 10);
-  return deed;
+  return act;
 }
 
 bool isStraight(const Json& way) {
@@ -74,89 +74,89 @@ bool isStraight(const Json& way) {
   });
 }
 
-Deed drag(const Step& step) {
-  auto deed = about(Kind::Drag, step);
+ExportedAct drag(const Step& step) {
+  auto act = about(Kind::Drag, step);
   const Json& target = objectIn(step.json(), "target");
   if (!target.empty()) {
-    deed.target = ExportedElement::fromElement(target);
-    deed.targetAt = fromMiddle(target, objectIn(step.json(), "targetAt"));
-    return deed;
+    act.target = ExportedElement::fromElement(target);
+    act.targetAt = fromMiddle(target, objectIn(step.json(), "targetAt"));
+    return act;
   }
   const Json& way = step.json()["way"];
-  if (way.empty()) return deed;
-  Deed::Offset before;
+  if (way.empty()) return act;
+  ExportedAct::Offset before;
   for (const Json& point : isStraight(way) ? Json::array({way.back()}) : way) {
     const auto here = rounded(numberIn(point, "x"), numberIn(point, "y"));
-    deed.way.push_back({here.x - before.x, here.y - before.y});
+    act.way.push_back({here.x - before.x, here.y - before.y});
     before = here;
   }
-  return deed;
+  return act;
 }
 
-Deed wheel(const Step& step) {
-  auto deed = about(Kind::Wheel, step);
-  deed.offset = rounded(numberIn(step.json(), "right") * kPointsANotch,
-                        numberIn(step.json(), "down") * kPointsANotch);
-  return deed;
+ExportedAct wheel(const Step& step) {
+  auto act = about(Kind::Wheel, step);
+  act.offset = rounded(numberIn(step.json(), "right") * kPointsANotch,
+                       numberIn(step.json(), "down") * kPointsANotch);
+  return act;
 }
 
-Deed press(const Step& step) {
-  auto deed = aboutFocused(Kind::Press, step);
-  deed.count = step.count();
-  deed.modifiers = keysOfChord(textIn(step.json(), "key"));
-  if (deed.modifiers.empty()) return deed;
-  deed.text = deed.modifiers.back();
-  deed.modifiers.pop_back();
-  return deed;
+ExportedAct press(const Step& step) {
+  auto act = aboutFocused(Kind::Press, step);
+  act.count = step.count();
+  act.modifiers = keysOfChord(textIn(step.json(), "key"));
+  if (act.modifiers.empty()) return act;
+  act.text = act.modifiers.back();
+  act.modifiers.pop_back();
+  return act;
 }
 
-Deed type(const Step& step) {
-  auto deed = aboutFocused(Kind::Type, step);
-  deed.text = textIn(step.json(), "text");
-  if (!step.secret().empty()) deed.secret = Secrets::variableOf(step.secret());
-  return deed;
+ExportedAct type(const Step& step) {
+  auto act = aboutFocused(Kind::Type, step);
+  act.text = textIn(step.json(), "text");
+  if (!step.secret().empty()) act.secret = Secrets::variableOf(step.secret());
+  return act;
 }
 
-Deed setTo(Kind kind, const Step& step, const char* member) {
-  auto deed = about(kind, step);
-  deed.isOn = step.json().value(member, false);
-  deed.text = textIn(step.json(), "value");
-  return deed;
+ExportedAct setTo(Kind kind, const Step& step, const char* member) {
+  auto act = about(kind, step);
+  act.isOn = step.json().value(member, false);
+  act.text = textIn(step.json(), "value");
+  return act;
 }
 
-std::vector<Deed> menu(const Step& step) {
-  std::vector<Deed> deeds;
+std::vector<ExportedAct> menu(const Step& step) {
+  std::vector<ExportedAct> acts;
   for (const Json& entry : step.json()["path"]) {
-    deeds.push_back({.kind = Kind::Click, .element = ExportedElement::fromElement(entry)});
+    acts.push_back({.kind = Kind::Click, .element = ExportedElement::fromElement(entry)});
   }
-  return deeds;
+  return acts;
 }
 
-Deed resize(const Step& step) {
-  Deed deed{.kind = Kind::Resize};
-  deed.offset = rounded(numberIn(step.json(), "width"), numberIn(step.json(), "height"));
-  return deed;
+ExportedAct resize(const Step& step) {
+  ExportedAct act{.kind = Kind::Resize};
+  act.offset = rounded(numberIn(step.json(), "width"), numberIn(step.json(), "height"));
+  return act;
 }
 
-std::vector<Deed> checks(const Step& step) {
+std::vector<ExportedAct> checks(const Step& step) {
   struct Check {
     const char* member;
     Kind kind;
   };
   constexpr std::array kChecks{Check{"is", Kind::CheckState}, Check{"textIs", Kind::CheckText},
                                Check{"textContains", Kind::CheckPartOfText}};
-  std::vector<Deed> deeds;
+  std::vector<ExportedAct> acts;
   for (const auto& [member, kind] : kChecks) {
     if (!step.json().contains(member)) continue;
-    deeds.push_back(about(kind, step));
-    deeds.back().text = textIn(step.json(), member);
+    acts.push_back(about(kind, step));
+    acts.back().text = textIn(step.json(), member);
   }
-  return deeds;
+  return acts;
 }
 
 }  // namespace
 
-std::vector<Deed> deedsOf(const Step& step) {
+std::vector<ExportedAct> exportedActs(const Step& step) {
   const auto act = step.act();
   if (act == "menu") return menu(step);
   if (act == Step::kCheck) return checks(step);

@@ -1,5 +1,5 @@
-// Deed: what one line or two of an exported test do: a step of a session, in the terms of WebDriver
-// and of no language. Plain values.
+// ExportedAct: what one line or two of an exported test do: a step of a session, in the terms of
+// WebDriver and of no language. Plain values.
 #pragma once
 
 #include <optional>
@@ -11,7 +11,7 @@
 
 namespace tarni::host {
 
-struct Deed {
+struct ExportedAct {
   enum class Kind {
     Click,      // with button, count, modifiers, at
     LongPress,  // the same, for `seconds`
@@ -55,6 +55,6 @@ struct Deed {
 
 // A step may be several: the entries of a menu. Throws std::invalid_argument for a step that says
 // no way to find its element.
-std::vector<Deed> deedsOf(const Step& step);
+std::vector<ExportedAct> exportedActs(const Step& step);
 
 }  // namespace tarni::host
