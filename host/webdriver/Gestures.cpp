@@ -2,16 +2,14 @@
 
 #include <algorithm>
 #include <cmath>
-#include <ctime>
 #include <nlohmann/json.hpp>
 #include <string_view>
 
 #include "host/webdriver/Error.h"
 #include "host/webdriver/InputScript.h"
-#include "host/webdriver/Page.h"
 #include "host/webdriver/commands/Handlers.h"
 
-namespace tarni::host::webdriver {
+namespace tarni::host::webdriver::gestures {
 
 namespace {
 
@@ -88,46 +86,12 @@ Json press(Session& session, const Json& parameters, int count, milliseconds dur
   return nullptr;
 }
 
-// In one go what the element itself takes: in sight, and not covered.
-Json tap(Session& session, const Json& parameters) {
-  const bool isMiddle = number(parameters, "x", 0) == 0 && number(parameters, "y", 0) == 0;
-  if (!namesElement(parameters) || !isMiddle) {
-    return press(session, parameters, 1, milliseconds(0));
-  }
-  return click(session, {{textIn(parameters, "elementId")}, Json::object()});
-}
-
-Json doubleTap(Session& session, const Json& parameters) {
-  return press(session, parameters, 2, milliseconds(0));
-}
-
-Json touchAndHold(Session& session, const Json& parameters) {
-  return press(session, parameters, 1, lasting(parameters, kLongPress));
-}
-
 Json drag(Session& session, Screen::Point from, Screen::Point to, milliseconds hold,
           milliseconds duration) {
   InputScript script(session);
   script.drag(from, to, hold, duration);
   script.play();
   return nullptr;
-}
-
-Json dragFromTo(Session& session, const Json& parameters) {
-  auto from = parameters;
-  if (namesElement(parameters, "fromElementId")) from["elementId"] = parameters["fromElementId"];
-  auto to = Json::object();
-  if (namesElement(parameters, "toElementId")) to["elementId"] = parameters["toElementId"];
-  const bool endsInElement = namesElement(to);
-  const auto end = endsInElement ? pointOf(session, to)
-                   : parameters.contains("endX")
-                       ? Screen::Point{number(parameters, "endX", 0), number(parameters, "endY", 0)}
-                       : Screen::Point{number(parameters, "toX", 0), number(parameters, "toY", 0)};
-  const bool hasStart = parameters.contains("fromX");
-  const auto start = hasStart                        ? pointOf(session, from, "fromX", "fromY")
-                     : parameters.contains("startX") ? pointOf(session, from, "startX", "startY")
-                                                     : pointOf(session, from);
-  return drag(session, start, end, lasting(parameters, milliseconds(0)), kDrag);
 }
 
 struct Direction {
@@ -142,36 +106,6 @@ Direction directionIn(const Json& parameters) {
   const auto* const found = std::ranges::find(kDirections, name, &Direction::name);
   if (found != std::end(kDirections)) return *found;
   throw Error("invalid argument", "\"direction\" is up, down, left or right");
-}
-
-Json swipe(Session& session, const Json& parameters) {
-  const auto direction = directionIn(parameters);
-  const auto place = rectangleOf(session, parameters);
-  const double part = std::clamp(number(parameters, "percent", kUsualPart), 0.01, 1.0) / 2;
-  const auto middle = middleOf(place);
-  const double right = direction.right * place.width * part;
-  const double down = direction.down * place.height * part;
-  return drag(session, {middle.x - right, middle.y - down}, {middle.x + right, middle.y + down},
-              milliseconds(0), milliseconds(250));
-}
-
-Json scroll(Session& session, const Json& parameters) {
-  if (parameters.value("toVisible", false)) {
-    session.call("element.scrollIntoView", {{"element", elementIn(parameters, "elementId")}});
-    return nullptr;
-  }
-  if (const auto text = textIn(parameters, "name"); !text.empty()) {
-    session.call("element.scrollToText",
-                 {{"element", elementIn(parameters, "elementId")}, {"text", text}});
-    return nullptr;
-  }
-  const auto direction = directionIn(parameters);
-  const auto place = rectangleOf(session, parameters);
-  const double notches = number(parameters, "distance", 1) * kUsualNotches;
-  InputScript script(session);
-  script.wheel(middleOf(place), direction.right * notches, direction.down * notches);
-  script.play();
-  return nullptr;
 }
 
 // What two fingers do on both sides of a middle: how far they are from it, and how they turn.
@@ -218,6 +152,76 @@ Json pinchBy(Session& session, const Json& parameters, double from, double to) {
                         lasting(parameters, kDrag));
 }
 
+double percentIn(const Json& parameters) {
+  return std::clamp(number(parameters, "percent", kUsualPart), 0.01, 1.0);
+}
+
+}  // namespace
+
+// In one go what the element itself takes: in sight, and not covered.
+Json tap(Session& session, const Json& parameters) {
+  const bool isMiddle = number(parameters, "x", 0) == 0 && number(parameters, "y", 0) == 0;
+  if (!namesElement(parameters) || !isMiddle) {
+    return press(session, parameters, 1, milliseconds(0));
+  }
+  return click(session, {{textIn(parameters, "elementId")}, Json::object()});
+}
+
+Json doubleTap(Session& session, const Json& parameters) {
+  return press(session, parameters, 2, milliseconds(0));
+}
+
+Json touchAndHold(Session& session, const Json& parameters) {
+  return press(session, parameters, 1, lasting(parameters, kLongPress));
+}
+
+Json dragFromTo(Session& session, const Json& parameters) {
+  auto from = parameters;
+  if (namesElement(parameters, "fromElementId")) from["elementId"] = parameters["fromElementId"];
+  auto to = Json::object();
+  if (namesElement(parameters, "toElementId")) to["elementId"] = parameters["toElementId"];
+  const bool endsInElement = namesElement(to);
+  const auto end = endsInElement ? pointOf(session, to)
+                   : parameters.contains("endX")
+                       ? Screen::Point{number(parameters, "endX", 0), number(parameters, "endY", 0)}
+                       : Screen::Point{number(parameters, "toX", 0), number(parameters, "toY", 0)};
+  const bool hasStart = parameters.contains("fromX");
+  const auto start = hasStart                        ? pointOf(session, from, "fromX", "fromY")
+                     : parameters.contains("startX") ? pointOf(session, from, "startX", "startY")
+                                                     : pointOf(session, from);
+  return drag(session, start, end, lasting(parameters, milliseconds(0)), kDrag);
+}
+
+Json swipe(Session& session, const Json& parameters) {
+  const auto direction = directionIn(parameters);
+  const auto place = rectangleOf(session, parameters);
+  const double part = std::clamp(number(parameters, "percent", kUsualPart), 0.01, 1.0) / 2;
+  const auto middle = middleOf(place);
+  const double right = direction.right * place.width * part;
+  const double down = direction.down * place.height * part;
+  return drag(session, {middle.x - right, middle.y - down}, {middle.x + right, middle.y + down},
+              milliseconds(0), milliseconds(250));
+}
+
+Json scroll(Session& session, const Json& parameters) {
+  if (parameters.value("toVisible", false)) {
+    session.call("element.scrollIntoView", {{"element", elementIn(parameters, "elementId")}});
+    return nullptr;
+  }
+  if (const auto text = textIn(parameters, "name"); !text.empty()) {
+    session.call("element.scrollToText",
+                 {{"element", elementIn(parameters, "elementId")}, {"text", text}});
+    return nullptr;
+  }
+  const auto direction = directionIn(parameters);
+  const auto place = rectangleOf(session, parameters);
+  const double notches = number(parameters, "distance", 1) * kUsualNotches;
+  InputScript script(session);
+  script.wheel(middleOf(place), direction.right * notches, direction.down * notches);
+  script.play();
+  return nullptr;
+}
+
 // Below 1 the fingers close.
 Json pinch(Session& session, const Json& parameters) {
   const double scale = number(parameters, "scale", 0);
@@ -225,10 +229,6 @@ Json pinch(Session& session, const Json& parameters) {
   const double most = kUsualPart;
   return scale < 1 ? pinchBy(session, parameters, most, most * scale)
                    : pinchBy(session, parameters, most / scale, most);
-}
-
-double percentIn(const Json& parameters) {
-  return std::clamp(number(parameters, "percent", kUsualPart), 0.01, 1.0);
 }
 
 Json pinchOpen(Session& session, const Json& parameters) {
@@ -259,89 +259,4 @@ Json twoFingerTap(Session& session, const Json& parameters) {
   return nullptr;
 }
 
-Json deviceTime(Session&, const Json&) {
-  const std::time_t now = std::time(nullptr);
-  std::tm parts{};
-  gmtime_r(&now, &parts);
-  std::string text(32, '\0');
-  text.resize(std::strftime(text.data(), text.size(), "%Y-%m-%dT%H:%M:%S+00:00", &parts));
-  return text;
-}
-
-Json detailedContexts(Session& session, const Json&) {
-  Json all = Json::array({{{"id", "NATIVE_APP"}}});
-  for (const auto& page : pagesOf(session)) {
-    all.push_back({{"id", "WEBVIEW_" + compact(page.value("page", Json(0)))},
-                   {"title", page.value("title", "")},
-                   {"url", page.value("address", "")}});
-  }
-  return all;
-}
-
-Json alert(Session& session, const Json& parameters) {
-  const auto action = textIn(parameters, "action");
-  if (action == "accept") return acceptAlert(session, {});
-  if (action == "dismiss") return dismissAlert(session, {});
-  throw Error("invalid argument", "\"action\" is accept or dismiss");
-}
-
-Json nothing(Session&, const Json&) {
-  return nullptr;
-}
-Json yes(Session&, const Json&) {
-  return true;
-}
-Json no(Session&, const Json&) {
-  return false;
-}
-Json inFront(Session&, const Json&) {
-  return 4;
-}
-
-struct Gesture {
-  std::string_view name;
-  Json (*perform)(Session& session, const Json& parameters);
-};
-
-constexpr Gesture kGestures[] = {
-    {"tap", tap},
-    {"clickGesture", tap},
-    {"doubleTap", doubleTap},
-    {"doubleClickGesture", doubleTap},
-    {"touchAndHold", touchAndHold},
-    {"longClickGesture", touchAndHold},
-    {"dragFromToForDuration", dragFromTo},
-    {"dragGesture", dragFromTo},
-    {"swipe", swipe},
-    {"swipeGesture", swipe},
-    {"scroll", scroll},
-    {"scrollGesture", scroll},
-    {"flingGesture", swipe},
-    {"pinch", pinch},
-    {"pinchOpenGesture", pinchOpen},
-    {"pinchCloseGesture", pinchClose},
-    {"rotateElement", rotate},
-    {"twoFingerTap", twoFingerTap},
-    {"getContexts", detailedContexts},
-    {"alert", alert},
-    {"getDeviceTime", deviceTime},
-    {"activateApp", nothing},
-    {"queryAppState", inFront},
-    {"isAppInstalled", yes},
-    {"hideKeyboard", nothing},
-    {"isKeyboardShown", no},
-};
-
-}  // namespace
-
-Json performGesture(Session& session, const std::string& name, const Json& parameters) {
-  const auto* const row = std::ranges::find(kGestures, name, &Gesture::name);
-  if (row != std::end(kGestures)) return row->perform(session, parameters);
-  throw Error("unknown method", "there is no \"mobile: " + name + "\" here");
-}
-
-Json callChannel(Session& session, const Json& parameters) {
-  return session.call(textIn(parameters, "method"), objectIn(parameters, "params"));
-}
-
-}  // namespace tarni::host::webdriver
+}  // namespace tarni::host::webdriver::gestures

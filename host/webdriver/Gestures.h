@@ -1,17 +1,21 @@
-// Gestures: what clients of phones ask for by "mobile: …", and what only this server has, by
-// "tarni: …". The session's thread.
+// Gestures: what fingers do, as clients of phones ask for it: on an element ("elementId"), or where
+// the parameters say. All throw Error. The session's thread.
 #pragma once
-
-#include <string>
 
 #include "host/webdriver/Session.h"
 
-namespace tarni::host::webdriver {
+namespace tarni::host::webdriver::gestures {
 
-// `name` is what stands behind the colon. Throws Error: "unknown method" for none of that name.
-Json performGesture(Session& session, const std::string& name, const Json& parameters);
+Json tap(Session& session, const Json& parameters);
+Json doubleTap(Session& session, const Json& parameters);
+Json touchAndHold(Session& session, const Json& parameters);
+Json dragFromTo(Session& session, const Json& parameters);
+Json swipe(Session& session, const Json& parameters);
+Json scroll(Session& session, const Json& parameters);
+Json pinch(Session& session, const Json& parameters);
+Json pinchOpen(Session& session, const Json& parameters);
+Json pinchClose(Session& session, const Json& parameters);
+Json rotate(Session& session, const Json& parameters);
+Json twoFingerTap(Session& session, const Json& parameters);
 
-// Asks the session channel itself: "method" and "params".
-Json callChannel(Session& session, const Json& parameters);
-
-}  // namespace tarni::host::webdriver
+}  // namespace tarni::host::webdriver::gestures

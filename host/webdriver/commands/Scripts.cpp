@@ -2,7 +2,7 @@
 #include <string_view>
 
 #include "host/webdriver/Error.h"
-#include "host/webdriver/Gestures.h"
+#include "host/webdriver/MobileCommands.h"
 #include "host/webdriver/Page.h"
 #include "host/webdriver/commands/Handlers.h"
 
@@ -75,7 +75,7 @@ Json executeSync(Session& session, const Arguments& arguments) {
   const Json& given = givenIn(arguments);
   const Json parameters = argumentAt(given, 0).is_object() ? given[0] : Json::object();
   if (const auto gesture = nameBehind(script, "mobile:")) {
-    return performGesture(session, *gesture, parameters);
+    return runMobileCommand(session, *gesture, parameters);
   }
   if (nameBehind(script, "tarni:") == "call") return callChannel(session, parameters);
   for (const auto& [start, answer] : kAtoms) {
