@@ -10,14 +10,11 @@
 #include "host/cli/StreamPlay.h"
 #include "host/cli/Subcommands.h"
 #include "host/cli/Terminal.h"
-#include "host/guard/Base64.h"
 #include "host/guard/Files.h"
 #include "host/guard/Printable.h"
 #include "host/guard/Words.h"
-#include "host/player/ElementFinder.h"
-#include "host/player/JUnit.h"
 #include "host/player/PlayReport.h"
-#include "host/player/Player.h"
+#include "host/player/SessionPlay.h"
 
 namespace tarni::host {
 
@@ -40,8 +37,11 @@ class ChannelPlay : public PlayObserver {
   ChannelPlay(Invocation& invocation, const PlayOptions& options, const SessionLines& lines)
       : invocation_(invocation),
         options_(options),
-        session_(Session::fromLines(lines)),
-        program_(options.file, session_.program, lines.whyForeign) {
+        play_(Session::fromLines(lines), {.from = options.from,
+                                          .until = options.until,
+                                          .keepsGoing = options.keepsGoing,
+                                          .pause = fromSeconds(options.pauseSeconds)}),
+        program_(options.file, play_.session().program, lines.whyForeign) {
     for (const auto& secret : options.secrets) secrets_.add(secret);
     requireSecrets();
     requirePart();
@@ -78,7 +78,7 @@ class ChannelPlay : public PlayObserver {
  private:
   // Before anything is started.
   void requireSecrets() {
-    const auto missing = secrets_.complete(session_.secrets());
+    const auto missing = secrets_.complete(play_.session().secrets());
     if (missing.empty()) return;
     std::string names;
     for (const auto& name : missing) {
@@ -103,16 +103,11 @@ class ChannelPlay : public PlayObserver {
       std::cerr << "tarni: note: " << printable(program_.warning()) << '\n';
     }
     outputRead_ = 0;
-    Player player(own ? *own : invocation_.needSession(),
-                  {.patience = fromSeconds(options_.stepSeconds),
-                   .takesPictures = !options_.report.empty(),
-                   .secrets = secrets_});
-    plays_.push_back(player.play(session_,
-                                 {.from = options_.from,
-                                  .until = options_.until,
-                                  .keepsGoing = options_.keepsGoing,
-                                  .pause = fromSeconds(options_.pauseSeconds)},
-                                 *this));
+    play_.play(own ? *own : invocation_.needSession(),
+               {.patience = fromSeconds(options_.stepSeconds),
+                .takesPictures = !options_.report.empty(),
+                .secrets = secrets_},
+               *this);
   }
 
   // "  3  click UIButton "OK": passed, 0.1 s (found by …)"
@@ -152,73 +147,37 @@ class ChannelPlay : public PlayObserver {
   std::ostream& out() const { return invocation_.options.json ? std::cerr : std::cout; }
 
   void conclude() {
-    std::size_t passed = 0;
-    std::size_t all = 0;
-    double took = 0;
-    for (const auto& play : plays_) {
-      for (const auto& played : play) {
-        took += played.seconds;
-        all += played.result == Played::Result::NotPlayed ? 0 : 1;
-        passed += played.result == Played::Result::Passed ? 1 : 0;
-      }
-    }
-    const auto wanted = std::max(all, session_.steps().size() * plays_.size());
-    out() << passed << " of " << (isPart() ? all : wanted) << " steps passed, " << inSeconds(took)
+    const auto tally = play_.tally();
+    out() << tally.passed << " of " << tally.wanted << " steps passed, " << inSeconds(tally.seconds)
           << '\n';
-    if (!options_.junit.empty()) {
-      const auto name = std::filesystem::path(options_.file).filename().string();
-      writePrivateFile(options_.junit, junitXml(name, session_, plays_));
-    }
+    if (!options_.junit.empty()) writePrivateFile(options_.junit, play_.junit(fileName()));
     if (!options_.report.empty()) writeReport();
     proposeChanges();
   }
 
   void writeReport() {
-    const auto folder = std::filesystem::path(options_.report);
-    PlayReport report{.file = std::filesystem::path(options_.file).filename().string(),
-                      .program = program_.line(),
-                      .played = localNow(),
-                      .recorded = session_.recorded,
-                      .toolkit = session_.toolkit,
-                      .warnings = {}};
-    if (!program_.warning().empty()) report.warnings.push_back(program_.warning());
-    std::size_t pictures = 0;
-    const auto beside = [&](const Picture& picture) {
-      const auto name = "pictures/" + std::to_string(++pictures) + "." + picture.format;
-      writePrivateFile(folder / name, decodeBase64(picture.data));
-      return name;
-    };
-    if (options_.keepsPicturesBeside) makePrivateFolder(folder / "pictures");
-    const auto page =
-        report.page(PlayReport::shown(session_, plays_.back()),
-                    options_.keepsPicturesBeside ? PlayReport::Address(beside) : addressWithin);
-    writePrivateFile(folder / "index.html", page);
-    out() << "report: " << (folder / "index.html").string() << '\n';
+    PlayReport head{
+        .file = fileName(), .program = program_.line(), .played = localNow(), .warnings = {}};
+    if (!program_.warning().empty()) head.warnings.push_back(program_.warning());
+    const auto page = play_.writeReport(options_.report, head, options_.keepsPicturesBeside);
+    out() << "report: " << page.string() << '\n';
   }
 
+  std::string fileName() const { return std::filesystem::path(options_.file).filename().string(); }
+
   void requirePart() const {
-    const auto count = session_.steps().size();
-    const auto last = std::min(options_.until, count);
-    const bool isWhole = options_.from <= 1 && options_.until >= count;
-    if (isWhole || options_.from <= last) return;
+    if (play_.hasSteps()) return;
     if (options_.from > options_.until) throw std::invalid_argument("--until is before --from");
-    throw std::invalid_argument(options_.file + " has " + std::to_string(count) +
+    throw std::invalid_argument(options_.file + " has " +
+                                std::to_string(play_.session().steps().size()) +
                                 " steps: there is no step " + std::to_string(options_.from));
   }
 
-  bool isPart() const { return options_.from > 1 || options_.until < session_.steps().size(); }
-
   // What was found by a lesser way has better ones now.
   void proposeChanges() {
-    std::size_t changes = 0;
-    for (std::size_t i = 0; i < session_.steps().size(); ++i) {
-      const Json& proposal = plays_.back()[i].proposal;
-      if (proposal.is_null() || plays_.back()[i].hasFailed()) continue;
-      session_.replace(i, Step(proposal));
-      ++changes;
-    }
+    const auto changes = play_.takeProposals();
     if (changes == 0) return;
-    if (options_.updates) session_.save(options_.file);
+    if (options_.updates) play_.session().save(options_.file);
     out() << changes << (changes == 1 ? " step was" : " steps were")
           << " not found by the first way, or not by its text"
           << (options_.updates ? ": " + options_.file + " has what is better now"
@@ -228,12 +187,11 @@ class ChannelPlay : public PlayObserver {
 
   Invocation& invocation_;
   const PlayOptions& options_;
-  Session session_;
+  SessionPlay play_;
   SessionProgram program_;
   Secrets secrets_;
   off_t outputRead_ = 0;
   std::size_t turn_ = 0;
-  std::vector<std::vector<Played>> plays_;
 };
 
 void requireFits(const Invocation& invocation, const PlayOptions& options, int version) {
