@@ -105,19 +105,28 @@ void await(Invocation& invocation, AwaitOptions& options) {
   }
 }
 
-}  // namespace
+void addLater(AwaitOptions& options, Invocation& invocation, const std::string& word,
+              const char* name, const Json& value) {
+  options.later.emplace_back([=, &options, &invocation] {
+    auto condition = subjectOf(invocation, word);
+    condition[name] = value;
+    options.conditions.push_back(std::move(condition));
+  });
+}
 
-void declareAwait(CLI::App& parser, Invocation& invocation) {
-  const auto options = std::make_shared<AwaitOptions>();
-  auto* const kept = options.get();
-  const auto add = [kept, &invocation](const std::string& word, const char* name,
-                                       const Json& value) {
-    kept->later.emplace_back([=, &invocation] {
-      auto condition = subjectOf(invocation, word);
-      condition[name] = value;
-      kept->conditions.push_back(std::move(condition));
-    });
+// An option with one word, which may be given again.
+void declareEach(CLI::App& parser, const char* option, const char* type, const char* help,
+                 const std::function<void(const std::string&)>& take) {
+  const auto takeAll = [take](const std::vector<std::string>& words) {
+    for (const auto& word : words) take(word);
   };
+  parser.add_option_function<std::vector<std::string>>(option, takeAll, help)
+      ->type_name(type)
+      ->expected(1)
+      ->take_all();
+}
+
+void declareStates(CLI::App& parser, AwaitOptions& options, Invocation& invocation) {
   struct State {
     const char* option;
     const char* state;
@@ -130,57 +139,63 @@ void declareAwait(CLI::App& parser, Invocation& invocation) {
       {"--unchecked", "unchecked", "it is not"},    {"--focused", "focused", "it has the keyboard"},
   };
   for (const auto& [option, state, help] : kStates) {
-    parser
-        .add_option_function<std::vector<std::string>>(
-            option,
-            [add, state = state](const std::vector<std::string>& words) {
-              for (const auto& word : words) add(word, "is", state);
-            },
-            help)
-        ->type_name("ELEMENT")
-        ->expected(1)
-        ->take_all();
+    declareEach(parser, option, "ELEMENT", help,
+                [&options, &invocation, state = state](const std::string& word) {
+                  addLater(options, invocation, word, "is", state);
+                });
   }
-  const auto addPairs = [&parser](const char* option, const char* type, const char* help,
-                                  const std::function<void(const Pairs&)>& take) {
-    parser.add_option_function<Pairs>(option, take, help)->type_name(type)->take_all();
+}
+
+void declareTexts(CLI::App& parser, AwaitOptions& options, Invocation& invocation) {
+  using Valued = Json (*)(const std::string& text);
+  const auto declare = [&](const char* option, const char* type, const char* help, const char* name,
+                           Valued valueOf) {
+    const auto takeAll = [&options, &invocation, name, valueOf](const Pairs& pairs) {
+      for (const auto& [word, text] : pairs) {
+        addLater(options, invocation, word, name, valueOf(text));
+      }
+    };
+    parser.add_option_function<Pairs>(option, takeAll, help)->type_name(type)->take_all();
   };
-  addPairs("--text-is", "ELEMENT TEXT", "its text is this", [add](const Pairs& pairs) {
-    for (const auto& [word, text] : pairs) add(word, "textIs", text);
-  });
-  addPairs("--text-contains", "ELEMENT TEXT", "its text contains this", [add](const Pairs& pairs) {
-    for (const auto& [word, text] : pairs) add(word, "textContains", text);
-  });
-  addPairs("--count", "ELEMENT N", "so many fit", [add](const Pairs& pairs) {
-    for (const auto& [word, count] : pairs) add(word, "count", countFrom(count));
-  });
-  const auto window = [&parser, kept](const char* option, const char* state, const char* help) {
-    parser
-        .add_option_function<std::vector<std::string>>(
-            option,
-            [kept, state](const std::vector<std::string>& titles) {
-              kept->later.emplace_back([kept, state, titles] {
-                for (const auto& title : titles) {
-                  kept->conditions.push_back({{"window", title}, {"is", state}});
-                }
-              });
-            },
-            help)
-        ->type_name("TITLE")
-        ->expected(1)
-        ->take_all();
+  const Valued asItIs = [](const std::string& text) -> Json { return text; };
+  const Valued asNumber = [](const std::string& text) -> Json { return countFrom(text); };
+  declare("--text-is", "ELEMENT TEXT", "its text is this", "textIs", asItIs);
+  declare("--text-contains", "ELEMENT TEXT", "its text contains this", "textContains", asItIs);
+  declare("--count", "ELEMENT N", "so many fit", "count", asNumber);
+}
+
+void declareTitles(CLI::App& parser, AwaitOptions& options) {
+  const auto declare = [&](const char* option, const char* state, const char* help) {
+    declareEach(parser, option, "TITLE", help, [&options, state](const std::string& title) {
+      options.later.emplace_back([&options, state, title] {
+        options.conditions.push_back({{"window", title}, {"is", state}});
+      });
+    });
   };
-  window("--window", "there", "a window with this in its title is there");
-  window("--no-window", "gone", "none is");
+  declare("--window", "there", "a window with this in its title is there");
+  declare("--no-window", "gone", "none is");
+}
+
+void declareTimes(CLI::App& parser, AwaitOptions& options) {
   parser
-      .add_option("--rest", options->restMilliseconds,
+      .add_option("--rest", options.restMilliseconds,
                   "then, nothing is handled for so long (default 100)")
       ->type_name("[MILLISECONDS]")
       ->expected(0, 1)
       ->default_str("100");
-  parser.add_option("--timeout", options->timeout, "how long to wait (default 10)")
+  parser.add_option("--timeout", options.timeout, "how long to wait (default 10)")
       ->type_name("SECONDS")
       ->check(CLI::NonNegativeNumber.description(""));
+}
+
+}  // namespace
+
+void declareAwait(CLI::App& parser, Invocation& invocation) {
+  const auto options = std::make_shared<AwaitOptions>();
+  declareStates(parser, *options, invocation);
+  declareTexts(parser, *options, invocation);
+  declareTitles(parser, *options);
+  declareTimes(parser, *options);
   parser.footer(
       "All must hold at the same moment. ELEMENT is an identifier (12) or what it looks like "
       "(Saved,\n"

@@ -229,65 +229,82 @@ void play(Invocation& invocation, const PlayOptions& options) {
   overChannel->run();
 }
 
-}  // namespace
-
-void declarePlay(CLI::App& parser, Invocation& invocation) {
-  const auto options = std::make_shared<PlayOptions>();
-  parser.add_option("SESSION", options->file, "what `tarni record -o` has kept")
+void declareSession(CLI::App& parser, PlayOptions& options) {
+  parser.add_option("SESSION", options.file, "what `tarni record -o` has kept")
       ->option_text(" ")
       ->required();
-  parser.add_option("--report", options->report, "write a page with pictures, DIR/index.html")
+  parser.add_option("--report", options.report, "write a page with pictures, DIR/index.html")
       ->type_name("DIR");
   parser
-      .add_option("--timeout", options->stepSeconds,
+      .add_option("--timeout", options.stepSeconds,
                   "how long each step waits for its element, or a check to hold (default 10)")
       ->type_name("SECONDS")
       ->check(CLI::NonNegativeNumber.description(""));
-  parser.add_flag("--guess", options->guesses,
+  parser.add_flag("--guess", options.guesses,
                   "take the element of the recorded index where neither position nor text is sure");
-  auto* const attaches = parser.add_flag("--attach-running", options->attaches,
+}
+
+// Gives the option for a display, which may stand without a value.
+CLI::Option* declareStart(CLI::App& parser, PlayOptions& options) {
+  auto* const attaches = parser.add_flag("--attach-running", options.attaches,
                                          "play on the program that runs already (as with --in)");
-  parser.add_option("--program", options->program, "start this instead of the recorded program")
+  parser.add_option("--program", options.program, "start this instead of the recorded program")
       ->type_name("LINE")
       ->excludes(attaches);
   parser
-      .add_flag("--trust", options->trusts,
+      .add_flag("--trust", options.trusts,
                 "start the session's program although the file is not this user's alone")
       ->excludes(attaches);
-  auto* const display = parser
-                            .add_option("--display", options->displaySize,
-                                        "start it on a virtual X display of its own (Xvfb)")
-                            ->type_name("[=WIDTHxHEIGHT]")
-                            ->expected(0, 1)
-                            ->excludes(attaches);
+  return parser
+      .add_option("--display", options.displaySize,
+                  "start it on a virtual X display of its own (Xvfb)")
+      ->type_name("[=WIDTHxHEIGHT]")
+      ->expected(0, 1)
+      ->excludes(attaches);
+}
+
+void declareCourse(CLI::App& parser, PlayOptions& options) {
   parser
-      .add_flag("--pictures", options->keepsPicturesBeside,
+      .add_flag("--pictures", options.keepsPicturesBeside,
                 "keep the pictures in files beside the page, DIR/pictures")
       ->needs("--report");
-  parser.add_option("--from", options->from, "the first step to play")
+  parser.add_option("--from", options.from, "the first step to play")
       ->type_name("N")
       ->check(CLI::PositiveNumber.description(""));
-  parser.add_option("--until", options->until, "the last step to play")
+  parser.add_option("--until", options.until, "the last step to play")
       ->type_name("N")
       ->check(CLI::PositiveNumber.description(""));
-  parser.add_flag("--keep-going", options->keepsGoing, "go on after a step that failed");
-  parser.add_option("--repeat", options->repeat, "play so often, each time on a fresh start")
+  parser.add_flag("--keep-going", options.keepsGoing, "go on after a step that failed");
+  parser.add_option("--repeat", options.repeat, "play so often, each time on a fresh start")
       ->type_name("N")
       ->check(CLI::PositiveNumber.description(""));
-  parser.add_option("--slow", options->pauseSeconds, "pause after each step, for who looks on")
+  parser.add_option("--slow", options.pauseSeconds, "pause after each step, for who looks on")
       ->type_name("SECONDS")
       ->check(CLI::NonNegativeNumber.description(""));
+}
+
+void declareOutcome(CLI::App& parser, PlayOptions& options) {
   parser
-      .add_option("--secret", options->secrets,
+      .add_option("--secret", options.secrets,
                   "the value of a secret that the session types; else TARNI_SECRET_NAME")
       ->type_name("NAME=VALUE")
       ->expected(1)
       ->take_all();
   parser.add_flag(
-      "--update", options->updates,
+      "--update", options.updates,
       "write what is better for steps that had to fall back: ways to elements, texts of choices");
-  parser.add_option("--junit", options->junit, "write what came of each step, for build servers")
+  parser.add_option("--junit", options.junit, "write what came of each step, for build servers")
       ->type_name("FILE");
+}
+
+}  // namespace
+
+void declarePlay(CLI::App& parser, Invocation& invocation) {
+  const auto options = std::make_shared<PlayOptions>();
+  declareSession(parser, *options);
+  auto* const display = declareStart(parser, *options);
+  declareCourse(parser, *options);
+  declareOutcome(parser, *options);
   parser.footer(
       "Starts the session's program with the agent loaded and plays the steps on it, then ends "
       "it.\n"

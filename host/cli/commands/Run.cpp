@@ -98,6 +98,52 @@ class Registration {
   bool isAdded_ = false;
 };
 
+// What is made for a program, and gone when it has ended.
+class Surroundings {
+ public:
+  Surroundings(const RunOptions& options, Launch& launch) {
+    if (options.isolated || !launch.sessionFolder.empty()) {
+      registration_.emplace(options);
+      launch.onStarted = [this](pid_t pid) { registration_->add(pid); };
+    }
+    if (options.ownDisplay) {
+      display_.emplace(options.displaySize.empty() ? kUsualDisplaySize : options.displaySize);
+      launch.environment["DISPLAY"] = display_->name();
+      launch.environment["QT_QPA_PLATFORM"] = "xcb";
+      std::cerr << "tarni: display " << display_->name() << '\n';
+    }
+    if (options.fresh) folders_.emplace().addTo(launch.environment);
+    launch.onStarting = [this] {
+      if (folders_) folders_->make();
+    };
+    launch.onEnded = [this] {
+      folders_.reset();
+      if (registration_) registration_->forget();
+    };
+  }
+  Surroundings(const Surroundings&) = delete;
+  Surroundings& operator=(const Surroundings&) = delete;
+
+  // The name of an isolated program.
+  const std::string& name() const { return registration_->name(); }
+
+ private:
+  std::optional<Registration> registration_;
+  std::optional<VirtualDisplay> display_;
+  std::optional<FreshFolders> folders_;
+};
+
+// Until its end, with a word when the agent serves, or why it does not.
+int runWatched(Launch& launch, const std::string& hint, bool isInReach) {
+  Readiness readiness(hint);
+  std::optional<ToolkitWatch> toolkit;
+  if (isInReach) toolkit.emplace(launch.command.front());
+  launch.onTick = [&](pid_t pid) { return readiness.check(pid, toolkit && toolkit->seesQt(pid)); };
+  const int exitCode = runToTheEnd(launch);
+  if (toolkit && !readiness.isReady()) toolkit->conclude();
+  return exitCode;
+}
+
 void run(Invocation& invocation, const RunOptions& options) {
   if (!invocation.options.in.empty()) {
     throw std::invalid_argument("--in names a program that runs; --isolated=" +
@@ -111,41 +157,17 @@ void run(Invocation& invocation, const RunOptions& options) {
   Launch launch{options.command};
   addAgent(launch.environment, agentLibrary());
   launch.sessionFolder = sessionFolder();
-  std::optional<Registration> registration;
+  launch.isolated = options.isolated;
+  launch.endsWithThis = options.isolated || options.ownDisplay || options.fresh;
   if (options.isolated) {
     warnOfUnreachable(options.ownDisplay);
-    launch.isolated = true;
   } else {
     refuseTakenPorts();
   }
-  if (options.isolated || !launch.sessionFolder.empty()) {
-    registration.emplace(options);
-    launch.onStarted = [&registration](pid_t pid) { registration->add(pid); };
-  }
-  std::optional<VirtualDisplay> display;
-  if (options.ownDisplay) {
-    display.emplace(options.displaySize.empty() ? kUsualDisplaySize : options.displaySize);
-    launch.environment["DISPLAY"] = display->name();
-    launch.environment["QT_QPA_PLATFORM"] = "xcb";
-    std::cerr << "tarni: display " << display->name() << '\n';
-  }
-  std::optional<FreshFolders> folders;
-  if (options.fresh) folders.emplace().addTo(launch.environment);
-  launch.endsWithThis = options.isolated || options.ownDisplay || options.fresh;
-  launch.onStarting = [&folders] {
-    if (folders) folders->make();
-  };
-  launch.onEnded = [&folders, &registration] {
-    folders.reset();
-    if (registration) registration->forget();
-  };
-  Readiness readiness(options.isolated ? ": reach it with tarni --in " + registration->name() + " …"
-                                       : "");
-  std::optional<ToolkitWatch> toolkit;
-  if (why.empty()) toolkit.emplace(options.command.front());
-  launch.onTick = [&](pid_t pid) { return readiness.check(pid, toolkit && toolkit->seesQt(pid)); };
-  invocation.programExitCode = runToTheEnd(launch);
-  if (toolkit && !readiness.isReady()) toolkit->conclude();
+  const Surroundings surroundings(options, launch);
+  const auto hint =
+      options.isolated ? ": reach it with tarni --in " + surroundings.name() + " …" : "";
+  invocation.programExitCode = runWatched(launch, hint, why.empty());
 }
 
 }  // namespace
