@@ -11,33 +11,53 @@ export function toggleRecording(): void {
 }
 
 export function StepBar() {
-  const { steps, program, isRunning, progress } = useStore();
-  const file = useRef<HTMLInputElement>(null);
-  const isRecording = !!program?.isRecording;
   return (
     <div class="step-bar" role="toolbar" aria-label="Session">
-      <button
-        class={isRecording ? 'record record-on' : 'record'}
-        aria-pressed={isRecording}
-        disabled={!isRunning}
-        title="Record what is done in the program (R)"
-        onClick={toggleRecording}
-      >
-        {isRecording ? 'Stop' : 'Record'}
-        {isRecording && <span class="unseen"> recording</span>}
-      </button>
-      {progress.playing ? (
-        <button onClick={() => store.stopPlaying()}>Stop</button>
-      ) : (
-        <button
-          disabled={!isRunning || isRecording || steps.list.length === 0}
-          title="Play all steps on the program as it stands"
-          onClick={() => store.play(steps.list)}
-        >
-          Play
-        </button>
-      )}
+      <RecordButton />
+      <PlayButton />
       <span class="grow" />
+      <Undoing />
+      <Files />
+      <Sum />
+    </div>
+  );
+}
+
+function RecordButton() {
+  const { program, isRunning } = useStore();
+  const isRecording = !!program?.isRecording;
+  return (
+    <button
+      class={isRecording ? 'record record-on' : 'record'}
+      aria-pressed={isRecording}
+      disabled={!isRunning}
+      title="Record what is done in the program (R)"
+      onClick={toggleRecording}
+    >
+      {isRecording ? 'Stop' : 'Record'}
+      {isRecording && <span class="unseen"> recording</span>}
+    </button>
+  );
+}
+
+function PlayButton() {
+  const { steps, program, isRunning, progress } = useStore();
+  if (progress.playing) return <button onClick={() => store.stopPlaying()}>Stop</button>;
+  return (
+    <button
+      disabled={!isRunning || !!program?.isRecording || steps.list.length === 0}
+      title="Play all steps on the program as it stands"
+      onClick={() => store.play(steps.list)}
+    >
+      Play
+    </button>
+  );
+}
+
+function Undoing() {
+  const { steps } = useStore();
+  return (
+    <>
       <button
         class="quiet"
         disabled={!steps.canUndo}
@@ -54,12 +74,22 @@ export function StepBar() {
       >
         ↷<span class="unseen">Redo</span>
       </button>
+    </>
+  );
+}
+
+function Files() {
+  const { steps } = useStore();
+  const file = useRef<HTMLInputElement>(null);
+  const isEmpty = steps.list.length === 0;
+  return (
+    <>
       <button class="quiet" onClick={() => file.current!.click()}>
         Open
       </button>
       <button
         class="quiet"
-        disabled={steps.list.length === 0}
+        disabled={isEmpty}
         title="As a session file, which tarni play plays"
         onClick={() => download(`${nameOfProgram()}.json`, fileOfSteps())}
       >
@@ -69,7 +99,7 @@ export function StepBar() {
         class="export"
         aria-label="Export"
         title="As a test in code, which drives the program by tarni webdriver"
-        disabled={steps.list.length === 0}
+        disabled={isEmpty}
         value=""
         onChange={(event) => {
           void saveTest(event.currentTarget.value as 'python' | 'javascript');
@@ -90,8 +120,7 @@ export function StepBar() {
         accept=".json,application/json"
         onChange={(event) => void open(event.currentTarget)}
       />
-      <Sum />
-    </div>
+    </>
   );
 }
 

@@ -91,29 +91,16 @@ function Search() {
 function Rows() {
   const { tree, folds, chosen, opened, found, marked, query } = useStore();
   const ref = useRef<HTMLDivElement>(null);
-  const [place, setPlace] = useState({ top: 0, height: 400 });
   const rows = useMemo(() => rowsOf(tree.roots), [tree.version, tree.size, folds]);
   const at = rows.findIndex((row) => row.node.id === chosen);
   const marks = useMemo(
     () => new Set((marked.length ? marked : found.nodes).map((node) => node.id)),
     [marked, found],
   );
-  useLayoutEffect(() => {
-    const box = ref.current!;
-    const see = () => setPlace({ top: box.scrollTop, height: box.clientHeight });
-    const observer = new ResizeObserver(see);
-    observer.observe(box);
-    box.addEventListener('scroll', see, { passive: true });
-    return () => {
-      observer.disconnect();
-      box.removeEventListener('scroll', see);
-    };
-  }, []);
+  const { first, last } = useVisibleRange(ref, rows.length);
   useBringIntoSight(ref, chosen, at);
   const below = opened === null ? -1 : rows.findIndex((row) => row.node.id === opened);
   useBringIntoSight(ref, opened, below);
-  const first = Math.max(0, Math.floor(place.top / rowHeight) - beyond);
-  const last = Math.min(rows.length, Math.ceil((place.top + place.height) / rowHeight) + beyond);
   const shown = rows.slice(first, last);
   return (
     <div
@@ -143,6 +130,26 @@ function Rows() {
       </div>
     </div>
   );
+}
+
+// Of so many rows those that can be seen, and some beyond; `last` is the one behind them.
+function useVisibleRange(ref: { current: HTMLDivElement | null }, count: number) {
+  const [place, setPlace] = useState({ top: 0, height: 400 });
+  useLayoutEffect(() => {
+    const box = ref.current!;
+    const see = () => setPlace({ top: box.scrollTop, height: box.clientHeight });
+    const observer = new ResizeObserver(see);
+    observer.observe(box);
+    box.addEventListener('scroll', see, { passive: true });
+    return () => {
+      observer.disconnect();
+      box.removeEventListener('scroll', see);
+    };
+  }, []);
+  return {
+    first: Math.max(0, Math.floor(place.top / rowHeight) - beyond),
+    last: Math.min(count, Math.ceil((place.top + place.height) / rowHeight) + beyond),
+  };
 }
 
 // When it is another one, and not when the tree merely changes.
