@@ -158,8 +158,8 @@ TEST_P(ConformancePages, StandBelowTheirViewInTheTreeOfTheSession) {
       {"element", find({{"class", "input"}, {"within", button["page"]}})["element"]}};
   wire.ask("element.setText", {{"element", field["element"]}, {"text", "Ada"}});
   awaitThat({{"element", field["element"]}, {"textIs", "Ada"}});
-  const auto refusal = [&](const char* method, json parameters) {
-    wire.send(method, std::move(parameters), 7);
+  const auto refusal = [&](const char* method, const json& parameters) {
+    wire.send(method, parameters, 7);
     return wire.answer()["error"]["data"]["error"];
   };
   EXPECT_EQ(refusal("element.click", {{"element", button["element"]}, {"button", "nix"}}),
