@@ -2,11 +2,11 @@
 #include <nlohmann/json.hpp>
 
 #include "agent/commands/NativeCommands.h"
-#include "agent/core/state/Utilities_Text.h"
 #include "agent/elements/UIViewFinder.h"
 #include "agent/elements/UIView_Highlight.h"
 #include "agent/interaction/PlayBackInteractionMethods.h"
 #include "agent/interaction/UIView_KIFAdditions.h"
+#include "platform/Foundation/Lowercase.h"
 #include "platform/Platform.h"
 
 namespace tarni::commands {
@@ -134,7 +134,7 @@ Entries swipeon(FunctionCallObject command) {
   UIViewRef target =
       command.getAccessorValue().empty() ? firstSubviewOfWindow() : elementOf(command);
   if (!target) co_return ordered_json::array();
-  const std::string direction = Utilities::lowercaseString(command.getDataValue());
+  const std::string direction = platform::lowercaseString(command.getDataValue());
   const Drag drag = dragInDirection(direction, target->bounds().size);
   co_await KIFAdditions::dragFromPoint(std::move(target), drag.from, drag.to);
   co_return ordered_json::array();

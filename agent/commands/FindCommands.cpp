@@ -9,6 +9,7 @@
 #include "agent/elements/UIViewMemoryCache.h"
 #include "agent/elements/UIViewsManager.h"
 #include "agent/elements/Utilities.h"
+#include "platform/Foundation/Lowercase.h"
 #include "platform/Platform.h"
 #include "platform/UIKit/Classes.h"
 
@@ -68,7 +69,7 @@ void searchWindows(const FunctionCallObject& command, Search&& search) {
 void addFieldsByText(const std::vector<UIViewRef>& views, const FunctionCallObject& command) {
   const std::string& type = command.getAccessorType();
   const std::string& value = command.getAccessorValue();
-  const std::string lowercaseValue = Utilities::lowercaseString(value);
+  const std::string lowercaseValue = platform::lowercaseString(value);
   const auto matches = [&](const UIViewRef& field) {
     if (type.empty()) return true;
     const std::string text = Utilities::getUIViewText(field);

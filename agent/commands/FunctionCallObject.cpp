@@ -4,7 +4,7 @@
 #include <utility>
 
 #include "agent/core/state/GlobalVars.h"
-#include "agent/core/state/Utilities_Text.h"
+#include "platform/Foundation/Lowercase.h"
 
 namespace tarni {
 
@@ -23,8 +23,8 @@ CommandField fieldOfKey(const ordered_json& command, std::string_view key) {
 
 FunctionCallObject::FunctionCallObject(Fields fields)
     : fields_(std::move(fields)),
-      functionName_(Utilities::lowercaseString(fields_[0].text())),
-      accessorType_(Utilities::lowercaseString(fields_[2].text())) {}
+      functionName_(platform::lowercaseString(fields_[0].text())),
+      accessorType_(platform::lowercaseString(fields_[2].text())) {}
 
 // A command ends recording for good: from here on the polling hook walks no windows and the event
 // hook makes no steps. The server has closed the recorder's connection already

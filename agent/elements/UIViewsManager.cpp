@@ -11,6 +11,7 @@
 #include "agent/elements/Utilities.h"
 #include "agent/elements/WalkVisibility.h"
 #include "agent/elements/XpathManager.h"
+#include "platform/Foundation/Lowercase.h"
 #include "platform/Platform.h"
 #include "platform/UIKit/Classes.h"
 
@@ -110,7 +111,7 @@ class Accessor {
   Accessor(UIViewsManager::Positions positions, const std::string& type, const std::string& value)
       : type_(type), value_(value) {
     if (type == "xpath") position_.emplace(positions, value);
-    if (type == "partialtext") lowercaseValue_ = Utilities::lowercaseString(value);
+    if (type == "partialtext") lowercaseValue_ = platform::lowercaseString(value);
   }
 
   void noteNewIdentity(platform::Guid guid) {
@@ -174,7 +175,7 @@ const std::vector<UIViewRef>& UIViewsManager::GetAllViewsForPlayer(const UIViewR
 
 std::vector<UIViewRef> UIViewsManager::viewsForPlayerOfType(const UIViewRef& root,
                                                             const std::string& type) {
-  const std::string className = Utilities::lowercaseString(type);
+  const std::string className = platform::lowercaseString(type);
   std::vector<UIViewRef> views;
   walkForPlayer(root, buffers_.levels, positions_ == Positions::OfKeyWindow,
                 [&](const UIViewRef& view) {
@@ -196,7 +197,7 @@ void UIViewsManager::findElements(const UIViewRef& parent, const std::string& ta
                                   const std::string& accessorType,
                                   const std::string& accessorValue) {
   const std::shared_ptr<void> still = platform::current().application->holdStill();
-  const std::string className = Utilities::lowercaseString(tagName);
+  const std::string className = platform::lowercaseString(tagName);
   Accessor accessor(positions_, accessorType, accessorValue);
   Tagging tagging(kPlaybackTag, positions_ == Positions::OfKeyWindow);
   WalkVisibility visibility;

@@ -18,6 +18,7 @@
 #include "agent/recording/RecorderAction.h"
 #include "agent/recording/TypedText.h"
 #include "platform/Foundation/Guarded.h"
+#include "platform/Foundation/Lowercase.h"
 #include "platform/Platform.h"
 #include "platform/UIKit/Classes.h"
 

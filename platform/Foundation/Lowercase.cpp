@@ -5,8 +5,6 @@
 #include <locale>
 #include <stdexcept>
 
-#include "platform/ObjectiveC/Class.h"
-
 namespace tarni::platform {
 namespace {
 
@@ -54,6 +52,14 @@ std::string encode(const std::wstring& letters) {
 }
 
 }  // namespace
+
+std::string lowercase(std::string_view text) {
+  std::string lower(text);
+  for (char& letter : lower) {
+    if (letter >= 'A' && letter <= 'Z') letter = static_cast<char>(letter - 'A' + 'a');
+  }
+  return lower;
+}
 
 std::string lowercaseString(std::string_view text) {
   const auto isAscii = [](char letter) { return static_cast<unsigned char>(letter) < 0x80; };

@@ -36,14 +36,6 @@ const std::string& sharedName(std::string name) {
 
 }  // namespace
 
-std::string lowercase(std::string_view text) {
-  std::string lower(text);
-  for (char& letter : lower) {
-    if (letter >= 'A' && letter <= 'Z') letter = static_cast<char>(letter - 'A' + 'a');
-  }
-  return lower;
-}
-
 ClassInfo::ClassInfo(const std::string& name, Class superclass)
     : ClassInfo(sharedName(name).c_str(), superclass) {}
 

@@ -62,7 +62,4 @@ Class defineClass(std::string_view name, Class superclass);
 // The class of that name, or null when no such class exists in the process.
 Class NSClassFromString(std::string_view name);
 
-// A text in lower case, ASCII letters only: for what the agent itself has named.
-std::string lowercase(std::string_view text);
-
 }  // namespace tarni::platform

@@ -1,10 +1,10 @@
 // JSON, numbers, messages and pictures.
 #include "agent/core/state/Utilities_Json.h"
 #include "agent/core/state/Utilities_Messages.h"
-#include "agent/core/state/Utilities_Text.h"
 
 #include <array>
 
+#include "platform/Foundation/Lowercase.h"
 #include "tests/elements/CommandScreen.h"
 
 namespace tarni::test {
@@ -31,8 +31,8 @@ TEST_F(UtilitiesTest, ADictionaryHoldsWhatItIsAskedForAndTheLastOfTwo) {
 }
 
 TEST_F(UtilitiesTest, TextKnowsMoreThanAsciiAndBearsWhatIsNotUtf8) {
-  EXPECT_EQ(Utilities::lowercaseString("ÄPFEL und ЯБЛОКИ 🍎"), "äpfel und яблоки 🍎");
-  EXPECT_EQ(Utilities::lowercaseString("AB\xFF"), "ab\xFF");
+  EXPECT_EQ(platform::lowercaseString("ÄPFEL und ЯБЛОКИ 🍎"), "äpfel und яблоки 🍎");
+  EXPECT_EQ(platform::lowercaseString("AB\xFF"), "ab\xFF");
   Json array = Json::array({"ab\xC3 \xFF!"});
   EXPECT_EQ(Utilities::convertNSArrayToString(array), "[\"ab\uFFFD \uFFFD!\"]");
 }

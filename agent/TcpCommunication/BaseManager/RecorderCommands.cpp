@@ -9,9 +9,9 @@
 #include "agent/core/state/GlobalVars.h"
 #include "agent/core/state/Utilities_Json.h"
 #include "agent/core/state/Utilities_Messages.h"
-#include "agent/core/state/Utilities_Text.h"
 #include "agent/elements/UIViewStorage.h"
 #include "agent/elements/UIView_Highlight.h"
+#include "platform/Foundation/Lowercase.h"
 #include "platform/Foundation/NSException.h"
 #include "platform/Foundation/NSLog.h"
 
@@ -83,7 +83,7 @@ void highlight(const std::string& message) {
 platform::Task<void> handle(std::string message) {
   if (!isUTF8(message)) co_return;
   platform::NSLog("Recorder thread message is '%s'", message.c_str());
-  const std::string lower = Utilities::lowercaseString(message);
+  const std::string lower = platform::lowercaseString(message);
   const auto contains = [&lower](const char* command) {
     return lower.find(command) != std::string::npos;
   };

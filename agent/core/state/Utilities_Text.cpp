@@ -8,12 +8,9 @@
 #include "platform/Platform.h"
 
 namespace tarni::Utilities {
-std::string lowercaseString(std::string_view text) {
-  return platform::lowercaseString(text);
-}
 
 bool containsLowercase(std::string_view text, std::string_view lowercasePart) {
-  return lowercaseString(text).find(lowercasePart) != std::string::npos;
+  return platform::lowercaseString(text).find(lowercasePart) != std::string::npos;
 }
 
 std::string decimalText(double value, int decimals) {

@@ -6,9 +6,6 @@
 
 namespace tarni::Utilities {
 
-// Lower case of every letter that has one, not only of ASCII.
-std::string lowercaseString(std::string_view text);
-
 // Whether the text in lower case holds the part, which is in lower case already: many texts are
 // held against one part.
 bool containsLowercase(std::string_view text, std::string_view lowercasePart);

@@ -9,6 +9,7 @@
 
 #include "backends/qt/quick/QmlOrigin.h"
 #include "backends/qt/views/QtKind.h"
+#include "platform/Foundation/Lowercase.h"
 #include "platform/UIKit/Classes.h"
 
 namespace tarni::qt {

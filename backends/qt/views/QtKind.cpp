@@ -22,6 +22,7 @@
 #include <map>
 #include <vector>
 
+#include "platform/Foundation/Lowercase.h"
 #include "platform/UIKit/Classes.h"
 
 namespace tarni::qt {
