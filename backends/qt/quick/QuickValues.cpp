@@ -7,24 +7,13 @@
 
 #include "backends/qt/program/InputQueue.h"
 #include "backends/qt/program/QtText.h"
-#include "platform/Foundation/NSException.h"
+#include "backends/qt/program/ValueRefusals.h"
 
 namespace tarni::qt {
 namespace {
 
 using platform::Task;
 using Item = QPointer<QQuickItem>;
-
-[[noreturn]] void refuse(const QString& value, const QString& choices) {
-  throw platform::NSException(
-      platform::NSInvalidArgumentException,
-      utf8(QStringLiteral("\"%1\" cannot be chosen here, but %2").arg(value, choices)));
-}
-
-QString listed(const QStringList& choices) {
-  if (choices.isEmpty()) return QStringLiteral("nothing can");
-  return QLatin1Char('"') + choices.join(QLatin1String("\", \"")) + QLatin1Char('"');
-}
 
 double number(const QQuickItem& item, const char* property) {
   return item.property(property).toDouble();
@@ -41,7 +30,7 @@ double numberWithin(const QQuickItem& item, const QString& value) {
   bool isNumber = false;
   const double asked = value.toDouble(&isNumber);
   if (isNumber && asked >= first && asked <= last) return asked;
-  refuse(value, QStringLiteral("a number from %1 to %2").arg(first).arg(last));
+  refuseValue(value, QStringLiteral("a number from %1 to %2").arg(first).arg(last));
 }
 
 QString textOfRow(const Item& box, int row) {
@@ -63,22 +52,21 @@ void typeInto(const Item& box, const QString& value) {
   const QVariant isTaken = field ? field->property("acceptableInput") : QVariant();
   if (isTaken.isValid() && !isTaken.toBool()) {
     box->setProperty("editText", before);
-    refuse(value, QStringLiteral("what its field accepts can"));
+    refuseValue(value, QStringLiteral("what its field accepts can"));
   }
   tell(isTaken.isValid() ? field : box, "accepted");
 }
 
 void chooseInComboBox(const Item& box, const QString& value) {
-  constexpr int kMostNamed = 50;
   QStringList choices;
   const int count = box->property("count").toInt();
   for (int row = 0; row < count; ++row) {
     const QString text = textOfRow(box, row);
-    if (choices.size() < kMostNamed) choices << text;
+    choices << text;
     if (text == value) return chooseRow(box, row);
   }
   if (box->property("editable").toBool()) return typeInto(box, value);
-  refuse(value, listed(choices));
+  refuseValue(value, listed(choices));
 }
 
 QQuickItem* buttonOfTab(const Item& bar, int tab) {
@@ -105,7 +93,7 @@ void chooseInTabBar(const Item& bar, const QString& value) {
     choices << titleOfTab(bar, tab);
     if (choices.back() == value) return chooseTab(bar, tab);
   }
-  refuse(value, listed(choices));
+  refuseValue(value, listed(choices));
 }
 
 void chooseInSpinBox(const Item& box, const QString& value) {
@@ -118,20 +106,37 @@ void chooseInSlider(const Item& slider, const QString& value) {
   tell(slider, "moved");
 }
 
+// A property with what the control shows.
+template <const char* property>
+QString shownAs(const Item& control) {
+  return control->property(property).toString();
+}
+constexpr char kDisplayText[] = "displayText";
+constexpr char kValue[] = "value";
+
+QString shownInComboBox(const Item& box) {
+  const bool isEdited = box->property("editable").toBool();
+  return box->property(isEdited ? "editText" : kDisplayText).toString();
+}
+
+QString titleOfCurrentTab(const Item& bar) {
+  return titleOfTab(bar, bar->property("currentIndex").toInt());
+}
+
 struct ValueKind {
   const char* className;
-  const char* shown;  // the property that holds what it shows
+  QString (*shown)(const Item& item);
   void (*choose)(const Item& item, const QString& value);
   QString (*textAt)(const Item& item, int place) = nullptr;  // null for what is no list
   void (*choosePlace)(const Item& item, int place) = nullptr;
 };
 
 constexpr std::array kValueKinds{
-    ValueKind{"QQuickComboBox", "displayText", chooseInComboBox, textOfRow, chooseRow},
-    ValueKind{"QQuickSpinBox", "displayText", chooseInSpinBox},
-    ValueKind{"QQuickSlider", "value", chooseInSlider},
-    ValueKind{"QQuickDial", "value", chooseInSlider},
-    ValueKind{"QQuickTabBar", nullptr, chooseInTabBar, titleOfTab, chooseTab},
+    ValueKind{"QQuickComboBox", shownInComboBox, chooseInComboBox, textOfRow, chooseRow},
+    ValueKind{"QQuickSpinBox", shownAs<kDisplayText>, chooseInSpinBox},
+    ValueKind{"QQuickSlider", shownAs<kValue>, chooseInSlider},
+    ValueKind{"QQuickDial", shownAs<kValue>, chooseInSlider},
+    ValueKind{"QQuickTabBar", titleOfCurrentTab, chooseInTabBar, titleOfTab, chooseTab},
 };
 
 const ValueKind* valueKindOf(const QQuickItem& item) {
@@ -145,11 +150,6 @@ const ValueKind* valueKindOf(const QQuickItem& item) {
 const ValueKind* listKindOf(const QQuickItem& item) {
   const ValueKind* const kind = valueKindOf(item);
   return kind && kind->textAt && !item.property("editable").toBool() ? kind : nullptr;
-}
-
-void requireEnabled(const QQuickItem& item) {
-  if (item.isEnabled()) return;
-  throw platform::NSException(platform::NSInvalidArgumentException, "The control is disabled");
 }
 
 // The number of the row with that text; -1 when there is none.
@@ -219,18 +219,14 @@ bool hasValue(const QQuickItem& item) {
 
 std::string valueOfItem(QQuickItem* item) {
   const ValueKind* const kind = item ? valueKindOf(*item) : nullptr;
-  if (!kind) return {};
-  const bool isEdited = item->inherits("QQuickComboBox") && item->property("editable").toBool();
-  if (isEdited) return utf8(item->property("editText").toString());
-  if (kind->shown) return utf8(item->property(kind->shown).toString());
-  return utf8(titleOfTab(item, item->property("currentIndex").toInt()));
+  return kind ? utf8(kind->shown(item)) : std::string();
 }
 
 Task<void> chooseValueOfItem(QQuickItem* item, const std::string& value) {
   return performAsInput([target = Item(item), value = QString::fromStdString(value)] {
     const ValueKind* const kind = target ? valueKindOf(*target) : nullptr;
     if (!kind) return;
-    requireEnabled(*target);
+    requireEnabled(target->isEnabled());
     kind->choose(target, value);
   });
 }
@@ -252,7 +248,7 @@ Task<void> choosePlaceOfItem(QQuickItem* item, std::size_t place) {
   return performAsInput([target = Item(item), place = static_cast<int>(place)] {
     const ValueKind* const kind = target ? listKindOf(*target) : nullptr;
     if (!kind) return;
-    requireEnabled(*target);
+    requireEnabled(target->isEnabled());
     kind->choosePlace(target, place);
   });
 }

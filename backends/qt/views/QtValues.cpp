@@ -8,25 +8,10 @@
 #include <QtWidgets/QLineEdit>
 #include <QtWidgets/QTabBar>
 
-#include "platform/Foundation/NSException.h"
+#include "backends/qt/program/ValueRefusals.h"
 
 namespace tarni::qt {
 namespace {
-
-constexpr int kMostNamed = 50;
-
-[[noreturn]] void refuse(const QString& value, const QString& choices) {
-  throw platform::NSException(
-      platform::NSInvalidArgumentException,
-      utf8(QStringLiteral("\"%1\" cannot be chosen here, but %2").arg(value, choices)));
-}
-
-QString listed(const QStringList& choices) {
-  QString all = QLatin1Char('"') + choices.mid(0, kMostNamed).join(QLatin1String("\", \"")) +
-                QLatin1Char('"');
-  if (choices.size() > kMostNamed) all += QLatin1String(", …");
-  return choices.isEmpty() ? QStringLiteral("nothing can") : all;
-}
 
 QModelIndex itemOf(const QComboBox& box, int row) {
   return box.model()->index(row, box.modelColumn(), box.rootModelIndex());
@@ -59,7 +44,7 @@ void clickRow(QComboBox& box, int row) {
 void chooseIn(QComboBox& box, const QString& value) {
   const int row = box.findText(value, Qt::MatchExactly | Qt::MatchCaseSensitive);
   if (row >= 0 && canBeChosen(box, row)) return clickRow(box, row);
-  if (!box.isEditable()) refuse(value, listed(choicesOf(box)));
+  if (!box.isEditable()) refuseValue(value, listed(choicesOf(box)));
   typeInto(box, value);
 }
 
@@ -79,7 +64,7 @@ void chooseIn(QAbstractSpinBox& box, const QString& value) {
   int cursor = static_cast<int>(typed.size());
   const bool fits =
       edit && !box.isReadOnly() && box.validate(typed, cursor) == QValidator::Acceptable;
-  if (!fits) refuse(value, rangeOf(box));
+  if (!fits) refuseValue(value, rangeOf(box));
   const QPointer<QAbstractSpinBox> alive = &box;
   edit->selectAll();
   edit->insert(typed);
@@ -91,8 +76,9 @@ void chooseIn(QAbstractSlider& slider, const QString& value) {
   bool isNumber = false;
   const int number = value.toInt(&isNumber);
   if (!isNumber || number < slider.minimum() || number > slider.maximum()) {
-    refuse(value, QStringLiteral("a number from %1 to %2")
-                      .arg(QString::number(slider.minimum()), QString::number(slider.maximum())));
+    refuseValue(value,
+                QStringLiteral("a number from %1 to %2")
+                    .arg(QString::number(slider.minimum()), QString::number(slider.maximum())));
   }
   const QPointer<QAbstractSlider> alive = &slider;
   slider.setSliderDown(true);
@@ -123,12 +109,7 @@ void chooseIn(QTabBar& bar, const QString& value) {
     const bool fits = canBeChosen(bar, tab) && withoutMnemonic(bar.tabText(tab)) == value;
     if (fits) return clickTab(bar, tab);
   }
-  refuse(value, listed(choicesOf(bar)));
-}
-
-void requireEnabled(const QWidget& widget) {
-  if (widget.isEnabled()) return;
-  throw platform::NSException(platform::NSInvalidArgumentException, "The control is disabled");
+  refuseValue(value, listed(choicesOf(bar)));
 }
 
 }  // namespace
@@ -144,7 +125,7 @@ QString valueOf(const QWidget& widget) {
 }
 
 void chooseValueOf(QWidget& widget, const QString& value) {
-  requireEnabled(widget);
+  requireEnabled(widget.isEnabled());
   if (auto* const box = qobject_cast<QComboBox*>(&widget)) return chooseIn(*box, value);
   if (auto* const box = qobject_cast<QAbstractSpinBox*>(&widget)) return chooseIn(*box, value);
   if (auto* const slider = qobject_cast<QAbstractSlider*>(&widget)) return chooseIn(*slider, value);
@@ -172,14 +153,14 @@ int chosenPlaceOf(const QWidget& widget) {
 }
 
 void choosePlaceOf(QWidget& widget, int place) {
-  requireEnabled(widget);
+  requireEnabled(widget.isEnabled());
   if (auto* const box = qobject_cast<QComboBox*>(&widget)) {
     if (canBeChosen(*box, place)) return clickRow(*box, place);
-    refuse(box->itemText(place), listed(choicesOf(*box)));
+    refuseValue(box->itemText(place), listed(choicesOf(*box)));
   }
   if (auto* const bar = qobject_cast<QTabBar*>(&widget)) {
     if (canBeChosen(*bar, place)) return clickTab(*bar, place);
-    refuse(withoutMnemonic(bar->tabText(place)), listed(choicesOf(*bar)));
+    refuseValue(withoutMnemonic(bar->tabText(place)), listed(choicesOf(*bar)));
   }
 }
 
