@@ -15,6 +15,8 @@
 
 namespace tarni::platform {
 
+inline constexpr const char* kTakesNoTextException = "TakesNoTextException";
+
 enum class PointerButton { Left, Right, Middle, Back, Forward };
 
 class InputDevices {
@@ -39,7 +41,8 @@ class InputDevices {
     co_await setKey(key, true);
     co_await setKey(std::move(key), false);
   }
-  // Text in any script (UTF-8) into what has the focus, as an input method commits it.
+  // Text in any script (UTF-8) into what has the focus, as an input method commits it. Throws
+  // NSException with the name kTakesNoTextException when nothing there takes it.
   virtual Task<void> commitText(std::string text) = 0;
 };
 

@@ -3,6 +3,7 @@
 #include <QtWidgets/QLineEdit>
 #include <QtWidgets/QListWidget>
 #include <QtWidgets/QMenu>
+#include <QtWidgets/QPushButton>
 #include <QtWidgets/QScrollBar>
 #include <QtWidgets/QSplitter>
 #include <map>
@@ -162,6 +163,7 @@ TEST_F(Devices, KeysTypeCarryModifiersAndRunShortcuts) {
   auto* const field = add(new QLineEdit);
   auto* const list = add(new QListWidget);
   list->addItems({"a", "b", "c", "d"});
+  auto* const button = add(new QPushButton);
   list->setSelectionMode(QAbstractItemView::ExtendedSelection);
   QString ran;
   for (const char* const keys : {"Ctrl+S", "Ctrl+Shift+F2", "Ctrl++"}) {
@@ -200,6 +202,8 @@ TEST_F(Devices, KeysTypeCarryModifiersAndRunShortcuts) {
   EXPECT_EQ(list->selectedItems().size(), 2);
   finish(devices().commitText("d"));
   EXPECT_EQ(list->currentRow(), 3) << "what takes no input method gets keys";
+  button->setFocus();
+  EXPECT_THROW(finish(devices().commitText("d")), platform::NSException);
 }
 
 }  // namespace

@@ -6,6 +6,7 @@
 #include "platform/Foundation/Guarded.h"
 #include "platform/Foundation/NSException.h"
 #include "platform/Platform.h"
+#include "platform/UIKit/InputDevices.h"
 
 namespace tarni::session {
 
@@ -16,15 +17,20 @@ namespace {
 constexpr double kUsualWait = 10'000;  // milliseconds
 
 // What platforms raise is, but for what names a wrong argument, nobody's fault.
+const ErrorKind& kindOf(const std::string& exception) {
+  if (exception == platform::kTakesNoTextException) return errors::kNotInteractable;
+  const bool isArgument =
+      exception == platform::NSInvalidArgumentException || exception == platform::NSRangeException;
+  return isArgument ? errors::kInvalidArgument : errors::kUnknownError;
+}
+
 SessionError errorOf(const std::exception_ptr& failure) {
   try {
     std::rethrow_exception(failure);
   } catch (const SessionError& error) {
     return error;
   } catch (const platform::NSException& exception) {
-    const bool isArgument = exception.name() == platform::NSInvalidArgumentException ||
-                            exception.name() == platform::NSRangeException;
-    return {isArgument ? errors::kInvalidArgument : errors::kUnknownError, exception.reason()};
+    return {kindOf(exception.name()), exception.reason()};
   } catch (...) {
     return {errors::kUnknownError, platform::reasonOf(failure)};
   }

@@ -58,6 +58,10 @@ void clear(View* view) {
   if (auto* const editor = dynamic_cast<TextView*>(view)) editor->setText("");
 }
 
+bool takesText(View* view) {
+  return dynamic_cast<TextField*>(view) || dynamic_cast<TextView*>(view);
+}
+
 void typeInto(View* view, const std::string& text) {
   if (auto* const field = dynamic_cast<TextField*>(view)) field->type(text);
   if (auto* const editor = dynamic_cast<TextView*>(view)) editor->type(text);
@@ -110,12 +114,14 @@ platform::Task<void> InputDevices::setButton(platform::PointerButton button, boo
 platform::Task<void> InputDevices::turnWheel(double right, double down) {
   const platform::UIWindowRef window = window_.lock();
   platform::UIViewRef view = window ? window->hitTest(point_) : nullptr;
-  platform::InputEvent event{platform::InputKind::Wheel, uptime()};
-  event.window = window;
-  event.view = view;
-  event.point = point_;
-  event.notches = {right, down};
-  if (window) show(event);
+  if (window && isPersons()) {
+    platform::InputEvent event{platform::InputKind::Wheel, uptime()};
+    event.window = window;
+    event.view = view;
+    event.point = point_;
+    event.notches = {right, down};
+    application_.showInput(event);
+  }
   while (view && !dynamic_cast<ScrollView*>(view.get())) view = view->superview();
   if (const auto scrolled = std::dynamic_pointer_cast<ScrollView>(view)) {
     scrolled->scrollBy({right * kPointsPerNotch, down * kPointsPerNotch});
@@ -149,6 +155,9 @@ platform::Task<void> InputDevices::setKey(std::string key, bool isDown) {
 platform::Task<void> InputDevices::commitText(std::string text) {
   View* const typedInto = focused();
   if (!typedInto) throw NSException(platform::NSGenericException, "Nothing has the focus");
+  if (!takesText(typedInto)) {
+    throw NSException(platform::kTakesNoTextException, "What has the focus takes no text");
+  }
   showKeys(platform::InputKind::Text, "", text);
   takeSelection();
   typeInto(typedInto, text);
@@ -171,7 +180,7 @@ platform::Task<void> InputDevices::sendTouch(UITouchPhase phase) {
   }
   touch->setPhase(phase);
   touch->setTimestamp(uptime());
-  show(inputOf(touch, phase));
+  if (isPersons()) application_.showInput(inputOf(touch, phase));
   posix::EventRecord event{platform::UIEventType::Touches};
   event._addTouch(touch, false);
   event._setTimestamp(touch->timestamp());
@@ -182,26 +191,23 @@ void InputDevices::showKeys(platform::InputKind kind, const std::string& key,
                             const std::string& text) const {
   constexpr std::pair<std::string_view, unsigned> kModifiers[] = {
       {"Control", platform::kControl}, {"Alt", platform::kAlt}, {"Meta", platform::kMeta}};
+  if (!isPersons()) return;
   View* const typedInto = focused();
   platform::InputEvent event{kind, uptime()};
   event.window = application_.keyWindow();
   event.view = typedInto ? typedInto->ref() : nullptr;
   event.key = key;
   event.text = text;
-  event.takesText = dynamic_cast<TextField*>(typedInto) || dynamic_cast<TextView*>(typedInto);
+  event.takesText = takesText(typedInto);
   if (isShiftDown_) event.modifiers |= platform::kShift;
   for (const auto& [name, bit] : kModifiers) {
     if (chord_.contains(std::string(name))) event.modifiers |= bit;
   }
-  show(event);
+  application_.showInput(event);
 }
 
 double InputDevices::uptime() {
   return platform::current().processInfo->systemUptime();
-}
-
-void InputDevices::show(const platform::InputEvent& event) const {
-  if (doer_ == Doer::Person) application_.showInput(event);
 }
 
 View* InputDevices::focused() const {

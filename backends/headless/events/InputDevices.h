@@ -32,9 +32,10 @@ class InputDevices final : public platform::InputDevices {
 
  private:
   platform::Task<void> sendTouch(platform::UITouchPhase phase);
-  // Where the keys go.
+  // A person's, where the keys go.
   void showKeys(platform::InputKind kind, const std::string& key, const std::string& text) const;
-  void show(const platform::InputEvent& event) const;
+  // Whose input is shown to who observes it.
+  bool isPersons() const { return doer_ == Doer::Person; }
   static double uptime();
   View* focused() const;
   // Takes the text out that "Control+a" has selected, if that has still the focus.

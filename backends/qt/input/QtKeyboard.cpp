@@ -12,6 +12,7 @@
 #include "backends/qt/input/NativeWindows.h"
 #include "backends/qt/program/QtText.h"
 #include "platform/Foundation/NSException.h"
+#include "platform/UIKit/InputDevices.h"
 
 namespace tarni::qt {
 namespace {
@@ -129,6 +130,10 @@ bool takesInputMethods(QObject* focus) {
   return focus && QCoreApplication::sendEvent(focus, &query) && query.value(Qt::ImEnabled).toBool();
 }
 
+[[noreturn]] void refuseText() {
+  throw platform::NSException(platform::kTakesNoTextException, "What has the focus takes no text");
+}
+
 void openContextMenu(QWindow& window, Qt::KeyboardModifiers modifiers) {
   const QPoint onScreen = QCursor::pos();
   Interface::ContextMenuEvent event(&window, false, window.mapFromGlobal(onScreen), onScreen,
@@ -178,7 +183,7 @@ QObject* QtKeyboard::focusIn(const QWindow& window) {
 }
 
 // As a platform plug-in tells it: the state from before a modifier changed.
-void QtKeyboard::setKey(QWindow& window, const Key& key, bool isDown) {
+bool QtKeyboard::setKey(QWindow& window, const Key& key, bool isDown) {
   const Qt::KeyboardModifiers before = modifiers_;
   modifiers_.setFlag(modifierOf(key.code), isDown);
   const bool isBackTab = key.code == Qt::Key_Tab && before.testFlag(Qt::ShiftModifier);
@@ -188,6 +193,7 @@ void QtKeyboard::setKey(QWindow& window, const Key& key, bool isDown) {
                             isBackTab ? int(Qt::Key_Backtab) : key.code, before, typed(key));
   process(event);
   if (isDown && key.code == Qt::Key_Menu && getsIt) openContextMenu(*getsIt, before);
+  return event.eventAccepted;
 }
 
 void QtKeyboard::commit(QWindow& window, const QString& text) {
@@ -200,9 +206,10 @@ void QtKeyboard::commit(QWindow& window, const QString& text) {
   }
   const QPointer<QWindow> getsIt = &window;
   for (const uint character : text.toUcs4()) {
-    for (const bool isDown : {true, false}) {
-      if (getsIt) setKey(*getsIt, keyTyping(character), isDown);
-    }
+    const bool isTaken = setKey(*getsIt, keyTyping(character), true);
+    if (getsIt) setKey(*getsIt, keyTyping(character), false);
+    if (!getsIt) return;
+    if (!isTaken && QChar::isPrint(character)) refuseText();
   }
 }
 

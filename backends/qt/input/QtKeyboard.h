@@ -33,8 +33,10 @@ class QtKeyboard {
   // What a key in that window goes to; null for nothing.
   static QObject* focusIn(const QWindow& window);
 
-  void setKey(QWindow& window, const Key& key, bool isDown);
-  // What has the focus may take no text from input methods: its characters are then keys.
+  // Whether anything took it.
+  bool setKey(QWindow& window, const Key& key, bool isDown);
+  // What has the focus may take no text from input methods: its characters are then keys. Throws
+  // NSException (kTakesNoTextException) at the first of them that nothing takes.
   void commit(QWindow& window, const QString& text);
 
   Qt::KeyboardModifiers modifiers() const { return modifiers_; }

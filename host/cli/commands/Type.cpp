@@ -50,16 +50,27 @@ void replaceText(Invocation& invocation, const Target& target) {
                  inQuotes(*holds));
 }
 
-// Who names no element wants to know which has it now.
-void sayWhere(Invocation& invocation) {
+// "12, UITextField "Name"", of what has the focus; "" when nothing has.
+std::string focusInWords(Invocation& invocation, bool isValue) {
   Selector selector;
   selector.isFocused = true;
   const auto focused = findAll(invocation.needSession(), {selector});
-  if (focused.empty()) return;
+  if (focused.empty()) return "";
   // A control has the focus together with the field in it.
   const Json& element = focused.back();
-  std::cerr << "tarni: typed into " << handleOf(element) << ", " << elementInWords(element, true)
-            << '\n';
+  return std::to_string(handleOf(element)) + ", " + elementInWords(element, isValue);
+}
+
+// Who names no element wants to know which has it now.
+void sayWhere(Invocation& invocation) {
+  const auto where = focusInWords(invocation, true);
+  if (!where.empty()) std::cerr << "tarni: typed into " << where << '\n';
+}
+
+[[noreturn]] void refuseText(Invocation& invocation, const RequestError& error) {
+  const auto where = focusInWords(invocation, false);
+  throw NotFound(where.empty() ? printable(error.what())
+                               : where + ", which has the focus, takes no text");
 }
 
 // At the caret, as a person's keyboard does.
@@ -69,7 +80,12 @@ void insertText(Invocation& invocation, const Target& target) {
   if (target.arguments().empty()) throw std::invalid_argument("which text?");
   parameters["text"] = target.arguments().back();
   const bool isNamed = parameters.contains("element");
-  invocation.act("input.text", std::move(parameters));
+  try {
+    invocation.act("input.text", std::move(parameters));
+  } catch (const RequestError& error) {
+    if (error.name() == "element not interactable") refuseText(invocation, error);
+    throw;
+  }
   if (!isNamed) sayWhere(invocation);
 }
 
