@@ -221,8 +221,8 @@ std::string stepOf(const Act& act) {
   JsonText text;
   text.open('{');
   text.add("order", act.order);
-  text.add("time", sinceEpoch(act.time));
-  if (act.duration > 0) text.add("durationMs", act.duration * 1000);
+  text.add("time", std::lround(sinceEpoch(act.time)));
+  if (act.duration > 0) text.add("durationMs", std::lround(act.duration * 1000));
   text.add("act", act.kind);
   add(text, "element", act.element);
   describePointer(act, text);

@@ -1,6 +1,7 @@
 #include "agent/session/screen/Locators.h"
 
 #include <algorithm>
+#include <cmath>
 #include <functional>
 #include <iterator>
 #include <optional>
@@ -198,7 +199,7 @@ std::string written(const std::vector<Locator>& locators) {
     text.key("find");
     locator.find.write(text);
     text.add("matches", static_cast<long>(locator.matches));
-    text.add("ms", locator.milliseconds);
+    text.add("ms", std::round(locator.milliseconds * 1000) / 1000);
     text.close('}');
   }
   text.close(']');
