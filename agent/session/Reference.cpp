@@ -33,7 +33,8 @@ may say it as `TarniSession`. Without the variable there is no channel.
 
 [JSON-RPC 2.0](https://www.jsonrpc.org/specification), UTF-8, one message a line (no arrays of
 messages); parameters have names. Requests may overlap; answers come as they are ready. A request
-without `id` is not answered. The connection stays open until the last answer is read.
+without `id` is not answered. A name that a method, a selector, a condition or a target does not have
+is refused, with those that it has. The connection stays open until the last answer is read.
 
 A line is at most 16 MiB long, holds at most 250,000 values and nests at most 64 levels. Of one client
 256 requests are on their way at a time, the ones behind them wait in the socket. A client that reads
@@ -90,8 +91,8 @@ or `"window"` (a part of a title, in its case), and what must hold of it:
 - `"count"`: how many are found.
 
 `{"find": {"kind": "UILabel", "text": "Saved"}, "is": "visible"}`. The error `timeout` has them all in
-`data.conditions`, with what is there instead: `holds` and, unless it is about windows, `found` (how many) and
-`elements` (the first of them). A page, which does not tell that it has changed, is asked every 100 ms.
+`data.conditions`, with what is there instead: `holds`, of a window the titles of the `windows`, else `found` (how
+many) and `elements` (the first of them). A page, which does not tell that it has changed, is asked every 100 ms.
 
 ## Costs
 

@@ -243,6 +243,15 @@ TEST_P(ConformanceSession, BadInputIsAnsweredAndHarmsNobody) {
       {R"({"jsonrpc":"2.0","id":1,"method":"element.click"})", "invalid argument"},
       {R"({"jsonrpc":"2.0","id":1,"method":"app.info","params":{"x":1}})", "invalid argument"},
       {R"({"jsonrpc":"2.0","id":1,"method":"element.find"})", "invalid selector"},
+      {R"({"jsonrpc":"2.0","id":1,"method":"wait.for","params":{"timeout":1,"conditions":)"
+       R"([{"find":{"tet":"nobody"},"is":"gone"}]}})",
+       "invalid argument"},
+      {R"({"jsonrpc":"2.0","id":1,"method":"wait.for","params":{"timeout":1,"conditions":)"
+       R"([{"find":{"text":"nobody"},"textContain":"x"}]}})",
+       "invalid argument"},
+      {R"({"jsonrpc":"2.0","id":1,"method":"input.drag","params":{"from":{"elment":1,"x":1,"y":1},)"
+       R"("to":{"x":1,"y":1}}})",
+       "invalid argument"},
       {R"({"jsonrpc":"2.0","id":1,"method":"element.describe","params":{"element":99999999}})",
        "no such element"},
       {R"({"jsonrpc":"2.0","id":1,"method":"wait.for","params":{"timeout":1,"conditions":)"

@@ -1,10 +1,12 @@
 #include <algorithm>
+#include <array>
 #include <cmath>
 
 #include "agent/session/input/Acting.h"
 #include "agent/session/input/HeldInput.h"
 #include "agent/session/input/Keys.h"
 #include "agent/session/methods/Handlers.h"
+#include "agent/session/protocol/Names.h"
 #include "agent/session/screen/Elements.h"
 #include "agent/session/screen/Pages.h"
 #include "platform/Platform.h"
@@ -19,6 +21,7 @@ using platform::UIWindowRef;
 namespace {
 
 constexpr std::size_t kMostSteps = 10'000;
+constexpr std::array<std::string_view, 5> kTargetMembers{"element", "window", "x", "y", "finger"};
 
 [[noreturn]] void refuse(const std::string& why) {
   throw SessionError(errors::kInvalidArgument, why);
@@ -55,6 +58,7 @@ Task<platform::CGRect> rectIn(PageElement element) {
 Task<Spot> spotOf(const Json& target) {
   const double none = std::nan("");
   CGPoint point{member(target, "x", none), member(target, "y", none)};
+  requireKnownMembers("a target", target, kTargetMembers);
   if (target.contains("element")) {
     const Handle handle = handleIn(target, "element");
     if (const PageElement* const element = Elements::sharedInstance().pageElementOf(handle)) {

@@ -92,7 +92,8 @@ constexpr Parameter kInputKeys[] = {
      "`{\"down\": KEY}`, "
      "`{\"up\": KEY}`, `{\"pause\": MILLISECONDS}`. Keys are called as in the W3C's "
      "`KeyboardEvent.key`: `Enter`, `F2`, `ArrowLeft`, `Shift`, `a`, `Ä`. Names that people use "
-     "besides are known: `ctrl-a`, `Return`, `Esc`, `Left`, `Space`. A dead key has none: the "
+     "besides are known: `ctrl-a`, `Return`, `Esc`, `Left`, `Space`, `comma`. A dead key has none: "
+     "the "
      "letter that it makes of the next key, as `é`, is a key of its own."},
     {"element", Kind::Integer, kOptional, "The element that gets the focus first."},
     kPerson,

@@ -1,6 +1,7 @@
 #include <algorithm>
 
 #include "agent/session/protocol/Method.h"
+#include "agent/session/protocol/Names.h"
 
 namespace tarni::session {
 namespace {
@@ -64,6 +65,12 @@ const Parameter* named(const Method& method, const std::string& name) {
   return nullptr;
 }
 
+std::vector<std::string_view> allNames(const Method& method) {
+  std::vector<std::string_view> names = namesOf(method.parameters);
+  for (const Parameter& parameter : kCommon) names.push_back(parameter.name);
+  return names;
+}
+
 }  // namespace
 
 std::span<const Parameter> commonParameters() {
@@ -73,7 +80,7 @@ std::span<const Parameter> commonParameters() {
 void checkParameters(const Method& method, const Json& parameters) {
   for (const auto& [name, value] : parameters.items()) {
     const Parameter* const parameter = named(method, name);
-    if (!parameter) refuseParameter(method, "there is no parameter \"" + name + "\"");
+    if (!parameter) refuseName(std::string(method.name), name, allNames(method));
     if (!fits(value, parameter->kind)) {
       refuseParameter(method, "\"" + name + "\" must be " + kindInWords(parameter->kind));
     }

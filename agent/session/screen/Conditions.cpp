@@ -5,6 +5,7 @@
 #include <iterator>
 #include <utility>
 
+#include "agent/session/protocol/Names.h"
 #include "agent/session/screen/Description.h"
 #include "agent/session/screen/Elements.h"
 #include "platform/UIKit/UIWindow.h"
@@ -15,6 +16,8 @@ using platform::UIViewRef;
 
 namespace {
 
+constexpr std::array<std::string_view, 7> kConditionMembers{
+    "element", "find", "window", "is", "textIs", "textContains", "count"};
 constexpr std::array<std::string_view, 10> kStates{
     "there",   "gone",      "visible", "enabled", "disabled",
     "checked", "unchecked", "focused", "textIs",  "textContains"};
@@ -34,6 +37,18 @@ Json toldOf(const Match& match) {
   return told;
 }
 
+// Of the windows that have one.
+std::vector<std::string> shownTitles() {
+  std::vector<std::string> titles;
+  for (const UIViewRef& view : shownWindows()) {
+    const auto window = platform::as<platform::UIWindow>(view);
+    if (auto title = window ? window->windowTitle() : std::nullopt) {
+      titles.push_back(*std::move(title));
+    }
+  }
+  return titles;
+}
+
 // Null for an element that has gone; one that never was is an error.
 Json toldOf(Handle handle) {
   try {
@@ -50,6 +65,7 @@ Json toldOf(Handle handle) {
 
 Condition::Condition(const Json& text) : text_(text) {
   if (!text.is_object()) refuseCondition("is an object");
+  requireKnownMembers("a condition", text, kConditionMembers);
   if (text.contains("window")) {
     const Json is = text.value("is", Json("there"));
     if (!text["window"].is_string()) refuseCondition("names a window by a part of its title");
@@ -60,6 +76,7 @@ Condition::Condition(const Json& text) : text_(text) {
     if (!text["element"].is_number_integer()) refuseCondition("has the handle of an element");
     element_ = text["element"].get<long>();
   } else if (text.contains("find") && text["find"].is_object()) {
+    Criteria::requireNoOthers(text["find"]);
     selector_.emplace(Criteria::from(text["find"]));
   } else {
     refuseCondition("has \"element\" (a handle), \"find\" (a selector) or \"window\" (a title)");
@@ -120,11 +137,10 @@ std::vector<Json> Condition::matches(std::size_t limit) const {
 
 bool Condition::windowHolds() const {
   const auto& part = text_["window"].get_ref<const std::string&>();
-  const bool isThere = std::ranges::any_of(shownWindows(), [&part](const UIViewRef& view) {
-    const auto window = platform::as<platform::UIWindow>(view);
-    const auto title = window ? window->windowTitle() : std::nullopt;
-    return title && title->find(part) != std::string::npos;
-  });
+  const auto hasPart = [&part](const std::string& title) {
+    return title.find(part) != std::string::npos;
+  };
+  const bool isThere = std::ranges::any_of(shownTitles(), hasPart);
   return isThere != (text_.value("is", Json("there")) == "gone");
 }
 
@@ -148,7 +164,10 @@ bool Condition::holds() const {
 Json Condition::instead() const {
   constexpr std::size_t kEnough = 5;
   Json told = {{"condition", text_}, {"holds", holds()}};
-  if (text_.contains("window")) return told;
+  if (text_.contains("window")) {
+    told["windows"] = shownTitles();
+    return told;
+  }
   std::vector<Json> found = matches(0);
   told["found"] = found.size();
   if (found.size() > kEnough) found.resize(kEnough);

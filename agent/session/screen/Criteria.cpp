@@ -3,6 +3,8 @@
 #include <iterator>
 #include <tuple>
 
+#include "agent/session/protocol/Names.h"
+
 namespace tarni::session {
 
 namespace {
@@ -22,6 +24,7 @@ constexpr Parameter kMembers[] = {
     {"visible", Kind::Flag, kOptional, "Whether anything of it is to be seen."},
     {"focused", Kind::Flag, kOptional,
      "Whether it has the focus, in the window that has the keyboard."},
+    {"selected", Kind::Flag, kOptional, "Whether it is chosen, of a row, a cell or a tab."},
     {"group", Kind::Text, kOptional,
      "The label or the identifier of something that it stands in, below the window."},
     {"windowTitle", Kind::Text, kOptional, "The title of the window that it stands in."},
@@ -29,11 +32,11 @@ constexpr Parameter kMembers[] = {
 };
 
 // Where each of them is kept, in that order.
-constexpr std::tuple kPlaces{
-    &Criteria::identifier,  &Criteria::label,     &Criteria::text,  &Criteria::textContains,
-    &Criteria::placeholder, &Criteria::className, &Criteria::kind,  &Criteria::xpath,
-    &Criteria::visible,     &Criteria::focused,   &Criteria::group, &Criteria::windowTitle,
-    &Criteria::within};
+constexpr std::tuple kPlaces{&Criteria::identifier,   &Criteria::label,       &Criteria::text,
+                             &Criteria::textContains, &Criteria::placeholder, &Criteria::className,
+                             &Criteria::kind,         &Criteria::xpath,       &Criteria::visible,
+                             &Criteria::focused,      &Criteria::selected,    &Criteria::group,
+                             &Criteria::windowTitle,  &Criteria::within};
 static_assert(std::tuple_size_v<decltype(kPlaces)> == std::size(kMembers));
 
 // Calls `use(name, member)` for each.
@@ -41,16 +44,6 @@ template <typename Some, typename Use>
 void forEachMember(Some& criteria, Use use) {
   const Parameter* said = std::begin(kMembers);
   std::apply([&](auto... place) { (use((said++)->name, criteria.*place), ...); }, kPlaces);
-}
-
-std::string allNames() {
-  std::string names;
-  for (const Parameter& member : kMembers) {
-    const bool isLast = &member == std::end(kMembers) - 1;
-    if (!names.empty()) names += isLast ? " and " : ", ";
-    names += member.name;
-  }
-  return names;
 }
 
 template <typename Value>
@@ -79,7 +72,12 @@ Criteria Criteria::from(const Json& members) {
     saysAnything = saysAnything || member;
   });
   if (saysAnything) return criteria;
-  throw SessionError(errors::kInvalidSelector, "a selector says at least one of " + allNames());
+  throw SessionError(errors::kInvalidSelector,
+                     "a selector says at least one of " + listed(namesOf(kMembers)));
+}
+
+void Criteria::requireNoOthers(const Json& members) {
+  requireKnownMembers("a selector", members, namesOf(kMembers));
 }
 
 Json Criteria::asJson() const {

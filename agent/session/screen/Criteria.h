@@ -13,7 +13,7 @@ namespace tarni::session {
 struct Criteria {
   std::optional<std::string> identifier = {}, label = {}, text = {}, textContains = {},
                              placeholder = {}, className = {}, kind = {}, xpath = {};
-  std::optional<bool> visible = {}, focused = {};
+  std::optional<bool> visible = {}, focused = {}, selected = {};
   std::optional<std::string> group = {}, windowTitle = {};
   std::optional<long> within = {};
 
@@ -22,6 +22,8 @@ struct Criteria {
   // From an object with such members; others are not looked at. Throws SessionError: invalid
   // selector when it has none of them, invalid argument for wrong types.
   static Criteria from(const Json& members);
+  // Throws SessionError (invalid argument) for an object with other members.
+  static void requireNoOthers(const Json& members);
   // The object again.
   Json asJson() const;
   void write(JsonText& text) const;

@@ -8,6 +8,7 @@
 #include "agent/elements/ViewKinds.h"
 #include "agent/session/screen/Description.h"
 #include "agent/session/screen/Elements.h"
+#include "platform/Foundation/Lowercase.h"
 #include "platform/Platform.h"
 #include "platform/UIKit/Classes.h"
 #include "platform/UIKit/UIWindow.h"
@@ -78,8 +79,8 @@ UIViewRef viewAt(const UIViewRef& root, std::string_view path) {
 
 Selector::Selector(Criteria criteria)
     : criteria_(std::move(criteria)),
-      className_(Utilities::lowercaseString(criteria_.className.value_or(""))),
-      part_(Utilities::lowercaseString(criteria_.textContains.value_or(""))) {
+      className_(platform::lowercaseString(criteria_.className.value_or(""))),
+      part_(platform::lowercaseString(criteria_.textContains.value_or(""))) {
   const auto& xpath = criteria_.xpath;
   if (xpath && !xpath->starts_with('\\')) {
     throw SessionError(errors::kInvalidSelector,
@@ -101,6 +102,7 @@ bool Selector::fits(const Seen& seen) const {
   if (is.placeholder && placeholderOf(view) != *is.placeholder) return false;
   if (is.label && view->accessibilityLabel() != *is.label) return false;
   if (is.focused && isFocused(view) != *is.focused) return false;
+  if (is.selected && view->isSelected() != *is.selected) return false;
   if (is.visible && seen.place().isVisible != *is.visible) return false;
   if (is.group && !standsIn(view, *is.group)) return false;
   return !is.windowTitle || titleOfWindow(view) == *is.windowTitle;

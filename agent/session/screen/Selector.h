@@ -27,7 +27,8 @@ class Selector {
   bool fits(const Seen& seen) const;
   // False for what says of its elements what only views have.
   bool fitsPages() const {
-    const bool isOfViews = criteria_.kind || criteria_.group || criteria_.focused;
+    const bool isOfViews =
+        criteria_.kind || criteria_.group || criteria_.focused || criteria_.selected;
     return !isOfViews && (!criteria_.xpath || isPositionInPage());
   }
   // Of the elements of these pages.
