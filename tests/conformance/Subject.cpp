@@ -53,7 +53,7 @@ void Conformance::start(const Program::Environment& more) {
   Program::Environment environment = GetParam().environment;
   if (GetParam().isOnWayland) {
     compositor_ = std::make_unique<Compositor>();
-    for (const auto& [name, value] : compositor_->environment()) environment[name] = value;
+    compositor_->addTo(environment);
   }
   environment.insert(more.begin(), more.end());
   program_ = std::make_unique<Program>(GetParam().command, environment);

@@ -8,8 +8,7 @@
 #include <optional>
 #include <ostream>
 
-#include "tests/support/Compositor.h"
-#include "tests/support/Display.h"
+#include "tests/support/Desktop.h"
 #include "tests/support/Program.h"
 #include "tests/support/SessionWire.h"
 #include "tests/support/Wire.h"
@@ -51,16 +50,12 @@ class ConformancePages : public testing::TestWithParam<PageSubject> {
     Program::Environment environment = agentEnvironment();
     environment["TARNI_SCRIPTS"] = "file://" + built("share/tarni/webscripts");
     if (GetParam().picture) {
-      if (GetParam().isOnWayland) {
-        desktop_ = std::make_unique<Compositor>(1000, 800);
-      } else {
-        desktop_ = std::make_unique<Display>(1000, 800);
-      }
+      desktop_ = Desktop::make(GetParam().isOnWayland ? 1 : 0, 1000, 800);
       environment.merge(Program::Environment{{"HOME", folder_},
                                              {"XDG_RUNTIME_DIR", folder_},
                                              {"QT_QUICK_BACKEND", "software"},
                                              {"QTWEBENGINE_DISABLE_SANDBOX", "1"}});
-      for (const auto& [name, value] : desktop_->environment()) environment[name] = value;
+      desktop_->addTo(environment);
       // The engine of Qt 6 frees objects of its own as if they were smaller.
       environment["ASAN_OPTIONS"] += ":new_delete_type_mismatch=0";
     }

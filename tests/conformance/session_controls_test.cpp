@@ -32,7 +32,7 @@ class SessionControls : public testing::TestWithParam<Subject> {
     environment["TARNI_SESSION"] = folder_.socket();
     if (GetParam().isOnWayland) {
       compositor_.emplace(1280, 1024, kScaleOnWayland);
-      for (const auto& [name, value] : compositor_->environment()) environment[name] = value;
+      compositor_->addTo(environment);
     }
     program_ = std::make_unique<Program>(GetParam().command, environment);
     wire_ = std::make_unique<SessionWire>(folder_.socket());

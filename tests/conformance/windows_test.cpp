@@ -25,7 +25,7 @@ class ConformanceWindows : public testing::TestWithParam<TwoWindows> {
     Program::Environment environment = agentEnvironment();
     environment["QT_QUICK_BACKEND"] = "software";
     if (!compositor_) return environment;
-    for (const auto& [name, value] : compositor_->environment()) environment[name] = value;
+    compositor_->addTo(environment);
     return environment;
   }
   std::string button(const std::string& text) const {

@@ -17,8 +17,7 @@
 #include "host/session/Session.h"
 #include "host/stream/StreamSession.h"
 #include "tests/controls/Hand.h"
-#include "tests/support/Compositor.h"
-#include "tests/support/Display.h"
+#include "tests/support/Desktop.h"
 
 namespace tarni::test {
 namespace {
@@ -127,10 +126,8 @@ constexpr int kWidth = 1024;
 constexpr int kWidthOnWayland = 2600;  // room for windows beside each other
 
 std::unique_ptr<const Desktop> desktop(const Page& page) {
-  if (page.scaleOnWayland > 0) {
-    return std::make_unique<Compositor>(kWidthOnWayland, kHeight, page.scaleOnWayland);
-  }
-  return std::make_unique<Display>(kWidth, kHeight);
+  return Desktop::make(page.scaleOnWayland, page.scaleOnWayland > 0 ? kWidthOnWayland : kWidth,
+                       kHeight);
 }
 
 // One session: what a hand does with the page while it is recorded, and what becomes of that.

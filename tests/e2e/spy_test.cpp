@@ -7,8 +7,7 @@
 #include <filesystem>
 #include <fstream>
 
-#include "tests/support/Compositor.h"
-#include "tests/support/Display.h"
+#include "tests/support/Desktop.h"
 #include "tests/support/Program.h"
 #include "tests/support/Wire.h"
 
@@ -46,11 +45,6 @@ void PrintTo(const Place& place, std::ostream* output) {
   *output << place.name;
 }
 
-std::unique_ptr<const Desktop> desktop(const Place& place) {
-  if (place.scaleOnWayland == 0) return std::make_unique<Display>();
-  return std::make_unique<Compositor>(1280, 1024, place.scaleOnWayland);
-}
-
 class Spying : public testing::TestWithParam<Place> {
  protected:
   Spying() {
@@ -82,7 +76,7 @@ class Spying : public testing::TestWithParam<Place> {
     return eventually(isFramed) && eventually([&] { return !isFramed(); });
   }
 
-  const std::unique_ptr<const Desktop> desktop_ = desktop(GetParam());
+  const std::unique_ptr<const Desktop> desktop_ = Desktop::make(GetParam().scaleOnWayland);
   std::unique_ptr<Program> program_;
 
  private:

@@ -4,9 +4,6 @@
 #include <regex>
 #include <stdexcept>
 
-#include "tests/support/Compositor.h"
-#include "tests/support/Display.h"
-
 namespace tarni::test {
 
 namespace fs = std::filesystem;
@@ -28,10 +25,9 @@ void RealProgram::SetUp() {
   Program::Environment environment = agentEnvironment();
   environment["WAYLAND_DISPLAY"] = "";
   const std::string platform = GetParam();
-  if (platform == "xcb") desktop_ = std::make_unique<Display>();
-  if (platform == "wayland") desktop_ = std::make_unique<Compositor>();
-  if (desktop_) {
-    for (const auto& [name, value] : desktop_->environment()) environment[name] = value;
+  if (platform == "xcb" || platform == "wayland") {
+    desktop_ = Desktop::make(platform == "wayland" ? 1 : 0);
+    desktop_->addTo(environment);
   }
   environment["HOME"] = environment["XDG_RUNTIME_DIR"] = environment["TMPDIR"] = home_;
   environment["XDG_CONFIG_HOME"] = environment["XDG_DATA_HOME"] = environment["XDG_CACHE_HOME"] =

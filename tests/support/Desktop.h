@@ -2,6 +2,7 @@
 // keyboard.
 #pragma once
 
+#include <memory>
 #include <string>
 #include <vector>
 
@@ -15,12 +16,16 @@ class Desktop {
     double x = 0, y = 0, width = 0, height = 0;
   };
 
+  // Of X, or of Wayland with `scaleOnWayland` times as many pixels each way.
+  static std::unique_ptr<Desktop> make(int scaleOnWayland, int width = 1280, int height = 1024);
+
   Desktop() = default;
   Desktop(const Desktop&) = delete;
   virtual ~Desktop() = default;
 
   // What a program needs to show itself here.
   virtual Program::Environment environment() const = 0;
+  void addTo(Program::Environment& environment) const;
   // Does what the words of xdotool say: "mousemove", "10", "20", "click", "1", …
   virtual void act(const std::vector<std::string>& words) const = 0;
   // Those of that title, all for none, back to front, popups among them.
