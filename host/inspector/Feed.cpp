@@ -1,7 +1,6 @@
 #include "host/inspector/Feed.h"
 
 #include <poll.h>
-#include <signal.h>
 #include <sys/eventfd.h>
 
 #include <array>
@@ -12,6 +11,7 @@
 
 #include "host/guard/Printable.h"
 #include "host/guard/Words.h"
+#include "host/launch/ProgramRegistry.h"
 #include "host/wire/WireError.h"
 
 namespace tarni::host {
@@ -26,12 +26,10 @@ constexpr milliseconds kBetweenTriesWhenBusy{500};
 constexpr std::chrono::seconds kTimeToStart{60};
 // Of a program that has closed its channel.
 constexpr std::chrono::seconds kTimeToEnd{5};
+// Of the same, before it is said to be away.
+constexpr milliseconds kTimeToComeBack{500};
 
 constexpr const char* kStates[] = {"none", "starting", "running", "busy", "ended"};
-
-bool runs(pid_t pid) {
-  return pid > 0 && kill(pid, 0) == 0;
-}
 
 }  // namespace
 
@@ -232,8 +230,8 @@ void Feed::becomeBusy(const std::string& why) {
 void Feed::lose(const std::string& why) {
   if (watch_) lostAt_ = Clock::now();
   watch_.reset();
-  if (runs(subject_.pid)) {
-    return Clock::now() < lostAt_ + kTimeToEnd ? wait(kBetweenTries) : becomeBusy(why);
+  if (isAlive(subject_.pid)) {
+    return Clock::now() < lostAt_ + kTimeToComeBack ? wait(kBetweenTries) : becomeBusy(why);
   }
   const auto said = tool_ ? printableLines(tool_->lastOutput()) : "";
   enter(State::Ended, said.empty() ? why : "It said last:\n" + said);

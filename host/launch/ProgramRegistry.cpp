@@ -71,6 +71,10 @@ bool fitsAFile(const std::string& name) {
 
 }  // namespace
 
+bool isAlive(pid_t pid) {
+  return !startTime(pid).empty();
+}
+
 ProgramRegistry::ProgramRegistry() : ProgramRegistry(folderIn(std::getenv("XDG_RUNTIME_DIR"))) {}
 
 ProgramRegistry::ProgramRegistry(fs::path folder) : folder_(std::move(folder)) {

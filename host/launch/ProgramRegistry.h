@@ -20,6 +20,9 @@ struct RegisteredProgram {
   bool isIsolated = true;  // in a network of its own
 };
 
+// False for a process that has ended, also when nobody has waited for it.
+bool isAlive(pid_t pid);
+
 class ProgramRegistry {
  public:
   // Makes the folder when it is not there. Throws std::runtime_error when it is not this user's.

@@ -3,7 +3,7 @@ import { Columns } from './Columns';
 import { Details } from './Details';
 import { Chooser, Notice } from './Notice';
 import { Picture } from './Picture';
-import { toggleRecording } from './StepBar';
+import { toggleRecording } from './RecordButton';
 import { StepsPanel } from './StepList';
 import { store, useStore } from './store';
 import { TopBar } from './TopBar';
@@ -24,10 +24,7 @@ function useShortcuts(): void {
       }
       const key = event.key.toLowerCase();
       if (key === 'a' && store.isRunning) store.set({ act: !store.act });
-      if (key === 'r') {
-        store.set({ panel: 'steps' });
-        toggleRecording();
-      }
+      if (key === 'r') toggleRecording();
       if (event.key === 'Escape') store.set({ query: '', marked: [], problem: '' });
     };
     addEventListener('keydown', onKey);

@@ -46,6 +46,9 @@ export function Locators() {
   const { locators, problem } = useLocators();
   const [language, setLanguage] = useState<Language>('tarni');
   const [text, setText] = useState<string | null>(null);
+  const { node } = useStore();
+  const id = node?.id;
+  useEffect(() => setText(null), [id]); // what is tried is meant for the element that was chosen
   return (
     <section aria-labelledby="locators">
       <div class="with-choice">
@@ -151,6 +154,7 @@ function Trial({ text, onText }: { text: string; onText: (text: string) => void 
       clearTimeout(timer);
     };
   }, [text, tree.version, isRunning]);
+  useEffect(() => () => store.set({ marked: [] }), []);
   return (
     <div class="trial">
       <label for="trial">Try a locator</label>
@@ -162,6 +166,7 @@ function Trial({ text, onText }: { text: string; onText: (text: string) => void 
         spellcheck={false}
         autocomplete="off"
         onInput={(event) => onText(event.currentTarget.value)}
+        onKeyDown={(event) => event.key === 'Escape' && onText('')}
       />
       <span id="trial-said" role="status" class={tried.isGood ? 'said' : 'said said-bad'}>
         {tried.said}
@@ -175,7 +180,7 @@ async function tryOut(text: string) {
     const { elements, ms } = await find(text);
     const nodes = elements.map((one) => store.tree.get(one.element)).filter((node) => !!node);
     const count = elements.length;
-    const said = `${count === 1 ? '1 match' : `${count} matches`}, ${ms.toFixed(1)} ms`;
+    const said = `${count === 1 ? '1 match' : `${count} matches`}, ${ms.toFixed(1)} ms there and back`;
     return { nodes, tried: { text, said, isGood: count > 0 } };
   } catch (error) {
     const said = error instanceof Error ? error.message : String(error);

@@ -1,42 +1,18 @@
-// What is done with all steps: recording, playing, undoing, files.
+// What is done with all steps: playing, undoing, files.
 import { useRef } from 'preact/hooks';
 import { asFile } from '../model/steps';
-import { exportTest, openSession, record } from '../net/server';
+import { exportTest, openSession } from '../net/server';
 import { store, useStore } from './store';
-
-export function toggleRecording(): void {
-  const { program } = store;
-  if (!program || !store.isRunning) return;
-  record(!program.isRecording).catch((error: Error) => store.set({ problem: error.message }));
-}
 
 export function StepBar() {
   return (
     <div class="step-bar" role="toolbar" aria-label="Session">
-      <RecordButton />
       <PlayButton />
       <span class="grow" />
       <Undoing />
       <Files />
       <Sum />
     </div>
-  );
-}
-
-function RecordButton() {
-  const { program, isRunning } = useStore();
-  const isRecording = !!program?.isRecording;
-  return (
-    <button
-      class={isRecording ? 'record record-on' : 'record'}
-      aria-pressed={isRecording}
-      disabled={!isRunning}
-      title="Record what is done in the program (R)"
-      onClick={toggleRecording}
-    >
-      {isRecording ? 'Stop' : 'Record'}
-      {isRecording && <span class="unseen"> recording</span>}
-    </button>
   );
 }
 

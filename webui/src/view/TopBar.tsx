@@ -1,5 +1,6 @@
 // Which program it is, how it does, and what the page is to do with the mouse.
 import { Costs } from './Costs';
+import { RecordButton } from './RecordButton';
 import { store, useStore } from './store';
 
 const words = {
@@ -30,6 +31,7 @@ export function TopBar() {
       )}
       <span class="grow" />
       <Costs />
+      <RecordButton />
       <button
         role="switch"
         class="switch"

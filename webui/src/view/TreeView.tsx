@@ -37,7 +37,7 @@ export function TreeView() {
       <Search />
       <Rows />
       <p class="foot" role="status">
-        {tree.size.toLocaleString()} elements
+        {tree.size === 1 ? '1 element' : `${tree.size.toLocaleString()} elements`}
       </p>
     </section>
   );
