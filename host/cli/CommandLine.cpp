@@ -12,6 +12,7 @@
 #include "host/cli/SafeOutput.h"
 #include "host/cli/Subcommands.h"
 #include "host/cli/Terminal.h"
+#include "host/guard/Likeness.h"
 #include "host/guard/Printable.h"
 #include "host/launch/NoSuchProgram.h"
 #include "host/launch/ProgramRegistry.h"
@@ -113,6 +114,32 @@ std::string unknownCommand(const CLI::App& app) {
   return isKnown || words.empty() || words.front().starts_with('-') ? "" : words.front();
 }
 
+// "; did you mean "find"? ", or ": " when none is like it.
+std::string commandMeantBy(const CLI::App& app, const std::string& word) {
+  std::vector<std::string> names;
+  for (const auto* const command : app.get_subcommands({})) names.push_back(command->get_name());
+  const std::vector<std::string_view> known(names.begin(), names.end());
+  const auto meant = nearestName(word, known);
+  return meant.empty() ? ": " : "; did you mean \"" + std::string(meant) + "\"? ";
+}
+
+// The option that is like one which the command does not have; "" for none.
+std::string optionMeantIn(const CLI::App& app) {
+  const auto commands = app.get_subcommands();
+  const auto words = app.remaining(true);
+  const auto unknown =
+      std::ranges::find_if(words, [](const auto& word) { return word.starts_with("--"); });
+  if (commands.empty() || unknown == words.end()) return "";
+  std::vector<std::string> names;
+  for (const auto* const parser : {&app, static_cast<const CLI::App*>(commands.front())}) {
+    for (const auto* const option : parser->get_options()) {
+      for (const auto& name : option->get_lnames()) names.push_back("--" + name);
+    }
+  }
+  const std::vector<std::string_view> known(names.begin(), names.end());
+  return std::string(nearestName(*unknown, known));
+}
+
 // Parses by `parse` and so carries out the subcommand; turns what goes wrong into an exit code.
 template <typename Parse>
 ExitCode carryOut(CLI::App& app, Invocation& invocation, const Parse& parse) {
@@ -126,11 +153,16 @@ ExitCode carryOut(CLI::App& app, Invocation& invocation, const Parse& parse) {
     return invocation.result;
   } catch (const CLI::ParseError& error) {
     if (const auto word = unknownCommand(app); !word.empty()) {
-      const auto what = "\"" + word + "\" is no command: " + kWhereCommandsAre;
+      const auto what =
+          "\"" + word + "\" is no command" + commandMeantBy(app, word) + kWhereCommandsAre;
       return complain(std::invalid_argument(what), ExitCode::Usage);
     }
     if (error.get_exit_code() != 0) std::cerr << Terminal::error("tarni: ");
-    return app.exit(error) == 0 ? ExitCode::Ok : ExitCode::Usage;
+    const bool isAsked = app.exit(error) == 0;
+    if (const auto meant = optionMeantIn(app); !isAsked && !meant.empty()) {
+      std::cerr << "Did you mean " << meant << "?\n";
+    }
+    return isAsked ? ExitCode::Ok : ExitCode::Usage;
   } catch (const NoSuchProgram& error) {
     return complain(error, ExitCode::Wire);
   } catch (const NotFound& error) {

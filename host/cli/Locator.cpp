@@ -8,6 +8,7 @@
 
 #include "host/cli/Elements.h"
 #include "host/cli/Invocation.h"
+#include "host/cli/NearMiss.h"
 #include "host/guard/Printable.h"
 
 namespace tarni::host {
@@ -56,9 +57,20 @@ std::string Locator::description() const {
   return (kind().empty() ? "element" : kind()) + looks();
 }
 
+void Locator::refuse(Invocation& invocation) const {
+  auto why = "no " + description() + " is on screen";
+  if (auto* const session = invocation.session()) {
+    const auto chain = this->chain();
+    const bool isAlone = chain.size() == 1 && inside_.empty();
+    if (isAlone) why += nearMissOf(*session, chain.back());
+  }
+  throw NotFound(why);
+}
+
 std::string Locator::several(std::size_t count) const {
+  const bool isOne = count == 1 && !editable_ && kind().empty();
   const std::string many = editable_ ? "text fields" : kind().empty() ? "elements" : kind();
-  return std::to_string(count) + " " + many + looks();
+  return (isOne ? counted(1, "element") : std::to_string(count) + " " + many) + looks();
 }
 
 std::string Locator::kind() const {
@@ -161,8 +173,14 @@ void Locator::pause(Invocation& invocation, bool gone, Deadline deadline) const 
 }
 
 bool Locator::await(Invocation& invocation, bool gone, Deadline deadline) const {
+  const auto soon = Clock::now() + kPatienceOfPeople;
+  bool isSaid = false;
   while (elementsOnce(invocation).empty() != gone) {
     if (Clock::now() >= deadline) return false;
+    if (!isSaid && Clock::now() >= soon) {
+      std::cerr << "tarni: waits for " << description() << (gone ? " to go" : "") << std::endl;
+      isSaid = true;
+    }
     pause(invocation, gone, deadline);
   }
   return true;
@@ -175,7 +193,7 @@ std::vector<Json> Locator::elements(Invocation& invocation) const {
 
 void Target::declare(CLI::App& parser, const std::string& others) {
   locator_.declare(parser);
-  parser.add_option("--tag", locator_.tag, "its class, as UIButton")->type_name("CLASS");
+  parser.add_option("--tag,--class", locator_.tag, "its class, as UIButton")->type_name("CLASS");
   auto* const first = parser.add_flag("--first", first_, "the first one when several fit");
   parser.add_option("--nth", nth_, "the N-th one when several fit, from 1")
       ->type_name("N")
@@ -205,7 +223,7 @@ void Target::requireArguments(std::size_t others) const {
 
 std::string Target::resolve(Invocation& invocation, std::size_t others) const {
   requireArguments(others);
-  if (isGiven()) return choose(locator_.find(invocation).elementIds());
+  if (isGiven()) return choose(invocation, locator_.find(invocation).elementIds());
   const auto& id = arguments_.front();
   if (invocation.call({"gettext", "", "", id}).text() == "[]") {
     throw NotFound("no element has the identifier " + id +
@@ -235,7 +253,6 @@ std::vector<std::string> Target::others() const {
 }
 
 std::optional<std::size_t> Target::chosen(std::size_t count) const {
-  if (count == 0) throw NotFound("no " + locator_.description() + " is on screen");
   const auto wanted = first_ ? 1 : nth_.value_or(0);
   if (wanted > count) {
     throw NotFound("there is no such one: the screen shows " + locator_.several(count));
@@ -249,13 +266,15 @@ void Target::refuseSeveral(std::size_t count) const {
                  (hasOptions_ ? "choose with --first or --nth" : "give its identifier"));
 }
 
-std::string Target::choose(const std::vector<std::string>& found) const {
+std::string Target::choose(Invocation& invocation, const std::vector<std::string>& found) const {
+  if (found.empty()) locator_.refuse(invocation);
   const auto place = chosen(found.size());
   if (!place) refuseSeveral(found.size());
   return found[*place];
 }
 
 Json Target::choose(Invocation& invocation, std::vector<Json> found) const {
+  if (found.empty()) locator_.refuse(invocation);
   const auto has = [](const char* member) {
     return [member](const Json& element) { return isTrue(element, member); };
   };

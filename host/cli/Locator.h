@@ -36,6 +36,8 @@ class Locator {
   bool isGiven() const;
   // For messages: `UIButton with the text "OK"`.
   std::string description() const;
+  // Throws NotFound that says what there is in its place.
+  [[noreturn]] void refuse(Invocation& invocation) const;
   // For messages: `3 elements with the text "OK"`.
   std::string several(std::size_t count) const;
 
@@ -109,7 +111,7 @@ class Target {
   // Which of so many it is; null when several fit and none is chosen. Throws NotFound.
   std::optional<std::size_t> chosen(std::size_t count) const;
   [[noreturn]] void refuseSeveral(std::size_t count) const;
-  std::string choose(const std::vector<std::string>& found) const;
+  std::string choose(Invocation& invocation, const std::vector<std::string>& found) const;
   Json choose(Invocation& invocation, std::vector<Json> found) const;
 
   Locator locator_;

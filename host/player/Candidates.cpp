@@ -3,8 +3,8 @@
 #include <algorithm>
 #include <cmath>
 #include <nlohmann/json.hpp>
-#include <numeric>
 
+#include "host/guard/Likeness.h"
 #include "host/guard/Printable.h"
 #include "host/guard/Words.h"
 #include "host/session/Step.h"
@@ -14,9 +14,7 @@ namespace tarni::host {
 namespace {
 
 constexpr std::size_t kMost = 5;
-constexpr std::size_t kLongestCompared = 100;
-constexpr double kAlike = 0.6;  // of two texts
-constexpr double kNear = 60;    // points
+constexpr double kNear = 60;  // points
 
 // What tells one element from another, and how much it counts.
 struct Trait {
@@ -25,26 +23,6 @@ struct Trait {
 };
 constexpr Trait kTraits[] = {
     {"identifier", 6}, {"text", 5}, {"label", 4}, {"placeholder", 4}, {"class", 3}};
-
-// How much two texts have in common, 1 for all: the steps from one to the other against the longer.
-double likeness(std::string one, std::string other) {
-  if (one == other) return 1;
-  one.resize(std::min(one.size(), kLongestCompared));
-  other.resize(std::min(other.size(), kLongestCompared));
-  if (one.empty() || other.empty()) return 0;
-  std::vector<std::size_t> row(other.size() + 1);
-  std::iota(row.begin(), row.end(), 0U);
-  for (std::size_t i = 0; i < one.size(); ++i) {
-    std::size_t diagonal = std::exchange(row[0], i + 1);
-    for (std::size_t j = 0; j < other.size(); ++j) {
-      const auto replaced = diagonal + (one[i] == other[j] ? 0 : 1);
-      diagonal = row[j + 1];
-      row[j + 1] = std::min({replaced, diagonal + 1, row[j] + 1});
-    }
-  }
-  const auto longer = static_cast<double>(std::max(one.size(), other.size()));
-  return 1 - static_cast<double>(row.back()) / longer;
-}
 
 double distance(const Json& one, const Json& other) {
   const Json& from = objectIn(one, "rect");

@@ -4,6 +4,7 @@
 #include <cmath>
 #include <stdexcept>
 
+#include "host/guard/Likeness.h"
 #include "host/guard/Printable.h"
 #include "host/session_client/Selector.h"
 
@@ -112,6 +113,10 @@ void requireLocators(const Json& element) {
   const auto locators = element.find("locators");
   if (locators == element.end()) return;
   requireObjects(element, "locators");
+  for (const Json& locator : *locators) {
+    if (!objectIn(locator, "find").empty()) continue;
+    throw std::invalid_argument("a locator has no \"find\" that says how the element looks");
+  }
   for (const Json& find : locatorsIn(element)) Selector::require(find);
 }
 
@@ -120,7 +125,10 @@ const KnownAct& knownAct(const Json& members) {
   if (act.empty()) throw std::invalid_argument("the step has no \"act\"");
   const auto found = std::ranges::find(knownActs(), act, &KnownAct::act);
   if (found != knownActs().end()) return *found;
-  throw std::invalid_argument("the act " + inQuotes(act) + " is not known");
+  std::vector<std::string_view> names;
+  for (const KnownAct& known : knownActs()) names.push_back(known.act);
+  throw std::invalid_argument("the act " + inQuotes(act) + " is not known; " +
+                              knownInsteadOf(act, names));
 }
 
 std::string menuPath(const Json& members) {
@@ -160,6 +168,10 @@ std::string checkInWords(const Json& members) {
   return " is " + printable(members.value("is", "there"));
 }
 
+bool isCheckOf(const Json& members) {
+  return members.contains("is") || members.contains("textIs") || members.contains("textContains");
+}
+
 }  // namespace
 
 Step::Step(Json members) : members_(std::move(members)) {
@@ -173,6 +185,9 @@ Step::Step(Json members) : members_(std::move(members)) {
   for (const char* const list : {"way", "path"}) requireObjects(members_, list);
   for (const char* const part : {"element", "target"}) requireLocators(objectIn(members_, part));
   for (const Json& entry : members_.value("path", Json::array())) requireLocators(entry);
+  if (act() == kCheck && !isCheckOf(members_)) {
+    throw std::invalid_argument("the step has neither \"is\" nor \"textIs\" nor \"textContains\"");
+  }
   if (act() == "type" && secret().empty() && !members_.contains("text")) {
     throw std::invalid_argument("the step has neither \"text\" nor \"secret\"");
   }
@@ -261,6 +276,12 @@ std::vector<std::string> keysOfChord(const std::string& chord) {
     begin = end + 1;
   }
   return keys;
+}
+
+std::string windowInWords(const Json& window) {
+  const auto title = textIn(window, "title");
+  const std::string kind = window.value("modal", false) ? "dialog" : "window";
+  return title.empty() ? "a " + kind + " without a title" : "the " + kind + " " + inQuotes(title);
 }
 
 std::string elementInWords(const Json& element, bool isValue) {

@@ -66,6 +66,9 @@ bool isToBeTold(const Json& element);
 // "Control+Shift+s": what goes down, in this order. A plus where a key is due is the key itself.
 std::vector<std::string> keysOfChord(const std::string& chord);
 
+// `the dialog "Save?"`, "a window without a title": of its description.
+std::string windowInWords(const Json& window);
+
 // `UIButton "OK"`. What a control or a field shows changes; `isValue` says to call it by what
 // stands beside it.
 std::string elementInWords(const Json& element, bool isValue = false);

@@ -1,11 +1,13 @@
 #include "host/session_client/Selector.h"
 
 #include <algorithm>
+#include <cctype>
 #include <nlohmann/json.hpp>
 #include <set>
 #include <stdexcept>
 #include <utility>
 
+#include "host/guard/Likeness.h"
 #include "host/session_client/SessionClient.h"
 
 namespace tarni::host {
@@ -41,7 +43,21 @@ struct FlagName {
 constexpr FlagName kFlags[] = {
     {"visible", &Selector::isVisible},
     {"focused", &Selector::isFocused},
+    {"selected", &Selector::isSelected},
 };
+
+std::vector<std::string_view> allNames() {
+  std::vector<std::string_view> names;
+  for (const auto& member : kMembers) names.push_back(member.name);
+  for (const auto& flag : kFlags) names.push_back(flag.name);
+  return names;
+}
+
+// As misspelt ones do; a text with a sign "=" may begin so, too.
+bool looksLikeMember(std::string_view name) {
+  const auto isLetter = [](unsigned char c) { return std::isalpha(c) != 0; };
+  return !name.empty() && std::ranges::all_of(name, isLetter);
+}
 
 std::vector<std::string_view> split(std::string_view text, std::string_view separator) {
   std::vector<std::string_view> parts;
@@ -79,15 +95,24 @@ void take(Selector& selector, const std::string& part) {
   const auto sign = part.find('=');
   const auto name = part.substr(0, sign);
   const auto value = sign == std::string::npos ? "" : part.substr(sign + 1);
+  if (sign == std::string::npos || !looksLikeMember(name)) {
+    selector.text = part;
+    return;
+  }
   const auto* const flag = std::ranges::find(kFlags, name, &FlagName::name);
-  if (sign != std::string::npos && flag != std::end(kFlags)) {
+  if (flag != std::end(kFlags)) {
+    if (value != "true" && value != "false") {
+      throw std::invalid_argument("\"" + name + "\" of an element is true or false, not \"" +
+                                  value + "\"");
+    }
     selector.*flag->flag = value == "true";
     return;
   }
   const auto* const found = std::ranges::find(kMembers, name, &MemberName::name);
-  if (sign == std::string::npos || found == std::end(kMembers)) {
-    selector.text = part;
-    return;
+  if (found == std::end(kMembers)) {
+    throw std::invalid_argument("no element has \"" + name + "\"; " +
+                                knownInsteadOf(name, allNames()) +
+                                ". A text that begins so is written text=" + part);
   }
   selector.*found->member = value;
   if (name == "xpath") selector.xpath = withBackslashes(*selector.xpath);
@@ -170,7 +195,10 @@ void Selector::require(const Json& parameters) {
   for (const auto& [name, value] : parameters.items()) {
     const bool isText = std::ranges::find(kMembers, name, &MemberName::name) != std::end(kMembers);
     const bool isFlag = std::ranges::find(kFlags, name, &FlagName::name) != std::end(kFlags);
-    if (!isText && !isFlag) throw std::invalid_argument("no locator has \"" + name + "\"");
+    if (!isText && !isFlag) {
+      throw std::invalid_argument("no locator has \"" + name + "\"; " +
+                                  knownInsteadOf(name, allNames()));
+    }
     if (isText ? value.is_string() : value.is_boolean()) continue;
     throw std::invalid_argument("\"" + name + "\" of a locator is " +
                                 (isText ? "no text" : "neither true nor false"));

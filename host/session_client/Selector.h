@@ -20,10 +20,12 @@ struct Selector {
       windowTitle;
   std::optional<bool> isVisible = std::nullopt;
   std::optional<bool> isFocused = std::nullopt;
+  std::optional<bool> isSelected = std::nullopt;
 
   // From "kind=UIButton && text=OK": a member is called as in the parameters of `element.find`.
-  // What names no member is a text. A position may have slashes. Throws std::invalid_argument for a
-  // text that says nothing.
+  // What names no member is a text, unless it looks like one that is misspelt ("tet=OK"). A
+  // position may have slashes. Throws std::invalid_argument for such a one, and for a text that
+  // says nothing.
   static Selector parse(std::string_view text);
   // What `parse` reads.
   std::string written() const;

@@ -1,6 +1,7 @@
 #include "host/source/Attributes.h"
 
 #include <algorithm>
+#include <array>
 #include <nlohmann/json.hpp>
 
 namespace tarni::host {
@@ -19,12 +20,22 @@ constexpr Alias kAliases[] = {
     {"content-desc", "label"},
 };
 
-// In the order in which they are shown.
-constexpr const char* kShown[] = {
-    "type",   "name",        "label", "value",   "text",     "id",       "enabled", "visible",
-    "hint",   "placeholder", "title", "checked", "selected", "expanded", "focused", "editable",
-    "secure", "modal",       "popup", "rows",    "columns",  "row",      "column",
+// In the order in which they are shown; then where it is, and its place in the tree.
+constexpr std::array<std::string_view, 29> kNames = {
+    "type",   "name",        "label",  "value",   "text",     "id",       "enabled", "visible",
+    "hint",   "placeholder", "title",  "checked", "selected", "expanded", "focused", "editable",
+    "secure", "modal",       "popup",  "rows",    "columns",  "row",      "column",  "x",
+    "y",      "width",       "height", "index",   "element"};
+constexpr auto kShown = std::span(kNames).first<23>();
+
+struct AskedFor {
+  std::string_view attribute;
+  Selector::Member Selector::*member;
 };
+constexpr AskedFor kAskedFor[] = {{"id", &Selector::identifier},
+                                  {"label", &Selector::label},
+                                  {"placeholder", &Selector::placeholder},
+                                  {"text", &Selector::text}};
 
 std::optional<std::string> nameOf(const Json& description) {
   auto identifier = valueIn(description, "identifier");
@@ -57,11 +68,20 @@ std::optional<std::string> attributeOf(const Json& description, std::string_view
 
 std::vector<std::pair<std::string, std::string>> attributesOf(const Json& description) {
   std::vector<std::pair<std::string, std::string>> attributes;
-  for (const char* const name : kShown) {
+  for (const auto name : kShown) {
     if (auto value = attributeOf(description, name))
       attributes.emplace_back(name, *std::move(value));
   }
   return attributes;
+}
+
+std::span<const std::string_view> attributeNames() {
+  return kNames;
+}
+
+Selector::Member Selector::*memberFor(std::string_view attribute) {
+  const auto* const found = std::ranges::find(kAskedFor, attribute, &AskedFor::attribute);
+  return found != std::end(kAskedFor) ? found->member : nullptr;
 }
 
 }  // namespace tarni::host

@@ -3,6 +3,7 @@
 #pragma once
 
 #include <optional>
+#include <span>
 #include <string>
 #include <string_view>
 #include <utility>
@@ -10,6 +11,7 @@
 
 #include "host/guard/Json.h"
 #include "host/guard/Rectangle.h"
+#include "host/session_client/Selector.h"
 
 namespace tarni::host {
 
@@ -22,5 +24,11 @@ std::optional<std::string> attributeOf(const Json& description, std::string_view
 
 // Those that an element has, as its XML shows them, but for where it is: name and value.
 std::vector<std::pair<std::string, std::string>> attributesOf(const Json& description);
+
+// The names of all that an element's XML may have.
+std::span<const std::string_view> attributeNames();
+
+// The member of a selector that asks for that attribute alone; null for one of which none does.
+Selector::Member Selector::*memberFor(std::string_view attribute);
 
 }  // namespace tarni::host

@@ -5,6 +5,7 @@
 #include <cstdlib>
 #include <vector>
 
+#include "host/source/Attributes.h"
 #include "host/source/TextReader.h"
 #include "host/source/XPathLiteral.h"
 
@@ -55,13 +56,10 @@ void appendUtf8(std::string& text, unsigned long point) {
 
 // The members of a selector that an attribute stands for: the first of them that any element has.
 std::vector<Selector::Member Selector::*> membersFor(const std::string& attribute) {
-  if (attribute == "id") return {&Selector::identifier};
   if (attribute == "name") return {&Selector::identifier, &Selector::label};
   if (attribute == "type") return {&Selector::className, &Selector::kind};
-  if (attribute == "label") return {&Selector::label};
-  if (attribute == "text") return {&Selector::text};
-  if (attribute == "placeholder") return {&Selector::placeholder};
-  return {};
+  const auto member = memberFor(attribute);
+  return member ? std::vector{member} : std::vector<Selector::Member Selector::*>();
 }
 
 // Empty when selectors do not know what is asked for.
@@ -138,7 +136,6 @@ class Reader {
   }
 
   std::string put(Condition condition) {
-    if (condition.attribute == "class") condition.attribute = "type";
     conditions_.push_back(condition);
     return "[" + inXPath(condition) + "]";
   }
@@ -160,13 +157,9 @@ class Reader {
     return condition;
   }
 
-  // One that XML can have.
   std::string attributeName() {
     const std::string text = name();
-    const auto isPart = [](char c) { return TextReader::isWordCharacter(c) || c == '-'; };
-    const bool isName = text[0] != '-' && (text[0] < '0' || text[0] > '9');
-    if (!isName || !std::ranges::all_of(text, isPart)) reader_.fail("no attribute has that name");
-    return text;
+    return text == "class" ? "type" : reader_.requireAttribute(text);
   }
 
   std::string value() {

@@ -83,6 +83,7 @@ std::string attributeNamed(const std::string& name) {
   if (name == "displayed" || name == "isVisible") return "visible";
   if (name == "isEnabled") return "enabled";
   if (name == "isSelected") return "selected";
+  if (name == "placeholderValue") return "placeholder";
   return name;
 }
 
@@ -149,7 +150,7 @@ class Parser {
   Predicate comparison() {
     auto name = reader_.takeWhile(TextReader::isWordCharacter);
     if (name.empty()) reader_.fail("the name of an attribute is missing");
-    name = attributeNamed(name);
+    name = reader_.requireAttribute(attributeNamed(name));
     reader_.skipBlanks();
     if (reader_.takeWord("IN")) return isAnyOf(name);
     const auto compare = comparing();

@@ -1,8 +1,11 @@
 #include "host/source/TextReader.h"
 
+#include <algorithm>
 #include <cctype>
 
+#include "host/guard/Likeness.h"
 #include "host/guard/Text.h"
+#include "host/source/Attributes.h"
 #include "host/source/SourceTree.h"
 
 namespace tarni::host {
@@ -46,6 +49,12 @@ std::string TextReader::takeUntil(char end) {
   auto taken = takeWhile([end](char c) { return c != end; });
   need({&end, 1});
   return taken;
+}
+
+const std::string& TextReader::requireAttribute(const std::string& name) const {
+  const auto known = attributeNames();
+  if (std::ranges::find(known, name) != known.end()) return name;
+  fail("no element has the attribute \"" + name + "\"; " + knownInsteadOf(name, known));
 }
 
 void TextReader::fail(const std::string& what) const {

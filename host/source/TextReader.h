@@ -34,6 +34,8 @@ class TextReader {
   }
   // Up to `end`, which is skipped, too.
   std::string takeUntil(char end);
+  // The name of an attribute, once elements have it. Throws InvalidSelector otherwise.
+  const std::string& requireAttribute(const std::string& name) const;
   // Throws InvalidSelector: what is wrong, and where.
   [[noreturn]] void fail(const std::string& what) const;
 

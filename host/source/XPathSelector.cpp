@@ -2,25 +2,14 @@
 
 #include <algorithm>
 #include <charconv>
-#include <iterator>
 #include <string_view>
 
+#include "host/source/Attributes.h"
 #include "host/source/TextReader.h"
 
 namespace tarni::host {
 
 namespace {
-
-struct KnownMember {
-  std::string_view attribute;
-  Selector::Member Selector::*member;
-};
-
-constexpr KnownMember kKnownMembers[] = {{"id", &Selector::identifier},
-                                         {"label", &Selector::label},
-                                         {"placeholder", &Selector::placeholder},
-                                         {"text", &Selector::text},
-                                         {"type", &Selector::className}};
 
 class StepReader {
  public:
@@ -81,9 +70,9 @@ class StepReader {
       selector_.isVisible = true;
       return true;
     }
-    const auto* const known = std::ranges::find(kKnownMembers, attribute, &KnownMember::attribute);
-    if (known == std::end(kKnownMembers) || value.empty() || value.front() == '_') return false;
-    auto& member = selector_.*(known->member);
+    const auto known = attribute == "type" ? &Selector::className : memberFor(attribute);
+    if (!known || value.empty() || value.front() == '_') return false;
+    auto& member = selector_.*known;
     const bool isNew = !member;
     member = std::move(value);
     return isNew;

@@ -66,6 +66,9 @@ TEST_P(Commands, DoWhatAPersonDoes) {
   said({"scroll", "--kind", "UITableView", "--to-text", "Row 19"});
   said({"click", "--text", "Row 19"});
   said({"await", "--text-is", "identifier=status", "Row 19"});
+  EXPECT_THAT(said({"click", "--select", "tet=Log in"}, 2), HasSubstr("did you mean \"text\"?"));
+  EXPECT_THAT(said({"find", "--text", "log IN"}, 1), HasSubstr("did you mean --text \"Log in\""));
+  EXPECT_THAT(said({"find", "QPushButton"}, 1), HasSubstr("did you mean UIButton?"));
   const auto late = said({"await", "--gone", "Log in", "--timeout", "0.1"}, 1);
   EXPECT_THAT(late, HasSubstr("does not: find text=Log in is gone; found 1: \"Log in\""));
   // A dialog with a loop of its own, and a button that is there once it is.

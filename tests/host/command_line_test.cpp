@@ -101,6 +101,8 @@ TEST_F(CommandLine, EndsWithACodeForEveryOutcome) {
       {{"find", "--text", "a", "--xpath", "b"}, 2, "tarni: --text excludes"},
       {{"swipe", "ID-OK", "sideways"}, 2, "where to?"},
       {{"frobnicate"}, 2, "\"frobnicate\" is no command"},
+      {{"fnd"}, 2, "did you mean \"find\"?"},
+      {{"find", "--txet", "OK"}, 2, "Did you mean --text?"},
       {{"--json", "--frobnicate"}, 2, "--frobnicate"},
       {{}, 2, "which command?"},
       {{"--in", "", "find", "UIButton"}, 2, "the name \"\" does not do"},

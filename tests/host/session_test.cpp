@@ -190,6 +190,14 @@ TEST_F(Sessions, ThatAreBadAreNamedByLineBeforeAnythingIsStarted) {
       {newHeader + "\n" + R"({"act":"click","element":{"locators":[{"find":{"colour":"red"}}]}})" +
            "\n]}\n",
        ":2: no locator has \"colour\""},
+      {newHeader + "\n" + R"({"act":"click","element":{"locators":[{"find":{"tet":"OK"}}]}})" +
+           "\n]}\n",
+       "did you mean \"text\"?"},
+      {newHeader + "\n" + R"({"act":"click","element":{"locators":[{"fnd":{"text":"OK"}}]}})" +
+           "\n]}\n",
+       ":2: a locator has no \"find\""},
+      {newHeader + "\n" + R"({"act":"check","element":{},"textis":"OK"})" + "\n]}\n",
+       ":2: the step has neither \"is\""},
       {header + "\n{\"step\":" + std::string(200'000, '['), ":2: JSON nested deeper than 64"},
       {header + "\n" + good + "\n]}\nmore\n", ":4: there is more behind"},
   };

@@ -64,7 +64,7 @@ void findWithDetails(Invocation& invocation, const FindOptions& options) {
     rows.insert(rows.begin(), {"ID", "SIZE", "ENABLED", "DISPLAYED", "TEXT"});
     Terminal::printTable(std::move(rows));
   }
-  if (isEmpty) throw NotFound("no " + options.locator.description() + " is on screen");
+  if (isEmpty) options.locator.refuse(invocation);
 }
 
 void findBySession(Invocation& invocation, const FindOptions& options) {
@@ -80,7 +80,7 @@ void findBySession(Invocation& invocation, const FindOptions& options) {
   } else {
     for (const auto& element : found) std::cout << handleOf(element) << '\n';
   }
-  if (found.empty()) throw NotFound("no " + options.locator.description() + " is on screen");
+  if (found.empty()) options.locator.refuse(invocation);
 }
 
 void find(Invocation& invocation, const FindOptions& options) {
@@ -99,7 +99,7 @@ void find(Invocation& invocation, const FindOptions& options) {
   } else {
     for (const auto& id : ids) std::cout << printable(id) << '\n';
   }
-  if (ids.empty()) throw NotFound("no " + options.locator.description() + " is on screen");
+  if (ids.empty()) options.locator.refuse(invocation);
 }
 
 }  // namespace
@@ -107,8 +107,9 @@ void find(Invocation& invocation, const FindOptions& options) {
 void declareFind(CLI::App& parser, Invocation& invocation) {
   const auto options = std::make_shared<FindOptions>();
   options->locator.declare(parser);
-  auto* const tag = parser.add_option("--tag", options->locator.tag, "its class, as UIButton")
-                        ->type_name("CLASS");
+  auto* const tag =
+      parser.add_option("--tag,--class", options->locator.tag, "its class, as UIButton")
+          ->type_name("CLASS");
   parser.add_option("TAG", options->locator.tag, "the same; \"\" or \"*\" for any")
       ->option_text(" ")
       ->excludes(tag);

@@ -76,7 +76,8 @@ void declareWait(CLI::App& parser, Invocation& invocation) {
       "recording goes on. With one, waits until it is there (by the playback port, which ends\n"
       "recording, when the program has no session channel). What is marked * takes that.");
   options->locator.declareSearch(parser);
-  parser.add_option("--tag", options->locator.tag, "its class, as UIButton")->type_name("CLASS");
+  parser.add_option("--tag,--class", options->locator.tag, "its class, as UIButton")
+      ->type_name("CLASS");
   parser.add_flag("--gone", options->gone, "wait until no such element is there any more");
   parser.add_option("--timeout", options->timeout, "how long to wait (default 10)")
       ->type_name("SECONDS")
