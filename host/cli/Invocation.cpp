@@ -1,6 +1,7 @@
 #include "host/cli/Invocation.h"
 
 #include <iostream>
+#include <thread>
 
 #include "host/cli/Terminal.h"
 #include "host/guard/Printable.h"
@@ -56,6 +57,9 @@ SessionClient* Invocation::session() {
   if (!hasLookedForSession_ && options.port == 0) {
     if (const auto address = sessionAddress()) {
       session_ = std::make_unique<SessionClient>(*address, fromSeconds(options.connectSeconds));
+      session_->onSilence([](const std::string& method) {
+        std::cerr << "tarni: waits for the program to answer " << method << std::endl;
+      });
     }
     hasLookedForSession_ = true;
   }
@@ -73,6 +77,26 @@ SessionClient& Invocation::needSession() {
       (isolated.empty() ? ": `tarni run` opens it, `tarni list` names those that run, and --in "
                           "chooses one"
                         : "; --in chooses one of those that run isolated: " + isolated));
+}
+
+SessionClient& Invocation::awaitSession(Deadline deadline) {
+  constexpr milliseconds kPause{50};
+  const auto soon = Clock::now() + kPatienceOfPeople;
+  bool isSaid = false;
+  while (options.port == 0 && Clock::now() < deadline) {
+    try {
+      if (auto* const client = session()) return *client;
+    } catch (const WireError&) {
+      // It has no channel yet.
+    }
+    hasLookedForSession_ = false;
+    if (!isSaid && Clock::now() >= soon) {
+      std::cerr << "tarni: waits for a program with a session channel" << std::endl;
+      isSaid = true;
+    }
+    std::this_thread::sleep_for(kPause);
+  }
+  return needSession();
 }
 
 Json Invocation::described(long element) {

@@ -30,6 +30,9 @@ struct GlobalOptions {
 
 milliseconds fromSeconds(double seconds);
 
+// After which a command that goes on waiting says for what.
+inline constexpr std::chrono::seconds kPatienceOfPeople{2};
+
 class Invocation {
  public:
   GlobalOptions options;
@@ -41,6 +44,8 @@ class Invocation {
   SessionClient* session();
   // The same for what only the session channel can do. Throws std::invalid_argument as well.
   SessionClient& needSession();
+  // The same of a program that may just be starting.
+  SessionClient& awaitSession(Deadline deadline);
   // Asks over the session channel, with the time-out of --host-timeout. Throws as SessionClient.
   Json ask(const std::string& method, Json parameters = Json::object());
 

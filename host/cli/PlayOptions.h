@@ -35,7 +35,4 @@ struct PlayOptions {
   SessionProgram::Start start() const;
 };
 
-// "0.7 s"
-std::string inSeconds(double value);
-
 }  // namespace tarni::host

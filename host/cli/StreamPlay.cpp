@@ -85,8 +85,8 @@ void tell(Invocation& invocation, const PlayOptions& options, const PlayedStream
 }
 
 void conclude(std::ostream& out, const PlayOptions& options, const PlayedStream& played) {
-  out << played.count(Result::Passed) << " of " << played.steps.size() << " steps passed, "
-      << inSeconds(played.seconds) << '\n';
+  out << played.count(Result::Passed) << " of " << counted(played.steps.size(), "step")
+      << " passed, " << inSeconds(played.seconds) << '\n';
   if (options.report.empty()) return;
   const auto page = std::filesystem::path(options.report) / "index.html";
   writePrivateFile(page, streamReportPage(played));

@@ -11,6 +11,7 @@
 #include <stdexcept>
 
 #include "host/guard/Descriptor.h"
+#include "host/guard/Printable.h"
 #include "host/http/Client.h"
 
 namespace tarni::host::grid {
@@ -42,9 +43,9 @@ void requireRelay(const Node& node) {
   if (reply.status != 200) fail("no session can be started: " + textIn(status, "message"));
   const auto most = objectIn(status, "sessions").value("most", std::size_t{0});
   if (most < node.slots) {
-    fail(std::to_string(node.slots) + " slots do not fit the server at " + node.relay +
-         ", which allows " + std::to_string(most) + " sessions: start it with --max-sessions " +
-         std::to_string(node.slots) + ", or give --sessions " + std::to_string(most));
+    fail(counted(node.slots, "slot") + " are more than the server at " + node.relay + " allows, " +
+         counted(most, "session") + ": start it with --max-sessions " + std::to_string(node.slots) +
+         ", or give --sessions " + std::to_string(most));
   }
 }
 

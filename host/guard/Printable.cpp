@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <array>
 #include <cstdio>
+#include <iomanip>
+#include <sstream>
 
 #include "host/guard/Text.h"
 
@@ -157,6 +159,16 @@ std::size_t wholeCharacters(std::string_view text) {
     return length > back ? text.size() - back : text.size();
   }
   return text.size();
+}
+
+std::string counted(std::size_t count, const std::string& noun) {
+  return std::to_string(count) + " " + noun + (count == 1 ? "" : "s");
+}
+
+std::string inSeconds(double seconds) {
+  std::ostringstream text;
+  text << std::fixed << std::setprecision(1) << seconds << " s";
+  return text.str();
 }
 
 }  // namespace tarni::host

@@ -23,6 +23,12 @@ std::string inQuotes(std::string_view text);
 // bash, zsh and ksh know it: $'\033'.
 std::string quotedForShell(std::string_view text);
 
+// "1 step", "2 steps".
+std::string counted(std::size_t count, const std::string& noun);
+
+// "0.1 s".
+std::string inSeconds(double seconds);
+
 // How much of the text does not end within a character whose rest may follow.
 std::size_t wholeCharacters(std::string_view text);
 

@@ -80,14 +80,18 @@ ChildProcess::ChildProcess(Call call)
 }
 
 ChildProcess::~ChildProcess() {
-  if (!hasEnded({})) {
-    kill(pid_, SIGTERM);
-    if (!hasEnded(std::chrono::steady_clock::now() + timeToEnd_)) {
-      kill(-pid_, SIGKILL);
-      waitpid(pid_, nullptr, 0);
-    }
+  askToEnd();
+  if (!hasEnded(*askedAt_ + timeToEnd_)) {
+    kill(-pid_, SIGKILL);
+    waitpid(pid_, nullptr, 0);
   }
   close(output_);
+}
+
+void ChildProcess::askToEnd() {
+  if (askedAt_) return;
+  askedAt_ = std::chrono::steady_clock::now();
+  if (!hasEnded({})) kill(pid_, SIGTERM);
 }
 
 bool ChildProcess::hasEnded(Time deadline) {

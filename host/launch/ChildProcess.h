@@ -8,6 +8,7 @@
 
 #include <chrono>
 #include <map>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -35,6 +36,8 @@ class ChildProcess {
   // Asks it to end, and makes it when it does not.
   ~ChildProcess();
 
+  // Once; the time before it is made to end runs from here.
+  void askToEnd();
   // Waits for its end; false when it still runs then.
   bool hasEnded(Time deadline);
   pid_t pid() const { return pid_; }
@@ -52,6 +55,7 @@ class ChildProcess {
   pid_t pid_ = -1;
   int output_ = -1;
   bool isOver_ = false;
+  std::optional<Time> askedAt_;
 };
 
 }  // namespace tarni::host

@@ -41,13 +41,17 @@ FoundElement Acting::element() {
   const bool wasEnabled = step_.element().value("enabled", true);
   if (!wasEnabled || found.description.value("enabled", true)) return found;
   const Json enabled = {{"element", found.handle()}, {"is", "enabled"}};
+  const auto begin = Clock::now();
   if (!comesTrueInTime(enabled)) throw StepFailure("found, but it is disabled");
+  noteWait(begin, "until it was enabled");
   return found;
 }
 
 // Another may have its name, and be hidden, while that which is meant is not there yet.
 FoundElement Acting::elementInSight() {
   const bool wasVisible = step_.element().value("visible", true);
+  const auto begin = Clock::now();
+  bool isHidden = false;
   while (true) {
     auto found = elementAsItIs();
     // Whether an element of a page is scrolled out of it the page knows.
@@ -55,7 +59,11 @@ FoundElement Acting::elementInSight() {
       client_.call("element.scrollIntoView", {{"element", found.handle()}});
       found.description = describedNow(found.handle()).value_or(found.description);
     }
-    if (!wasVisible || found.description.value("visible", true)) return found;
+    if (!wasVisible || found.description.value("visible", true)) {
+      if (isHidden) noteWait(begin, "until it was to be seen");
+      return found;
+    }
+    isHidden = true;
     if (Clock::now() >= deadline_) throw StepFailure("found, but nothing of it is to be seen");
     client_.comesTrue({{"element", found.handle()}, {"is", "visible"}},
                       std::min(kUntilSight, timeLeft()));
@@ -78,6 +86,7 @@ FoundElement Acting::other(const std::string& there, Deadline deadline) {
   auto found =
       finder_.await(step_.json().value(Json::json_pointer(there), Json::object()), deadline);
   if (played_.element.empty()) played_.element = found.description;
+  if (!found.waitedFor.empty()) note("waited " + found.waitedFor);
   if (!found.isFirstWay) proposeWays(found, there);
   return found;
 }
@@ -205,6 +214,11 @@ void Acting::startAgain() {
 
 void Acting::note(const std::string& text) {
   addWord(played_.message, text, "; ");
+}
+
+void Acting::noteWait(Deadline begin, const std::string& until) {
+  const std::chrono::duration<double> took = Clock::now() - begin;
+  if (took >= kWorthSaying) note("waited " + inSeconds(took.count()) + " " + until);
 }
 
 milliseconds Acting::timeLeft() const {

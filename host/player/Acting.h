@@ -71,6 +71,8 @@ class Acting {
   void startAgain();
   // Worth saying although the step passes.
   void note(const std::string& text);
+  // The same of a wait that was long.
+  void noteWait(Deadline begin, const std::string& until);
   // To have `value` in the step `there`, "/value" say; `inWords` says what it is.
   void propose(const std::string& there, Json value, const std::string& inWords);
 

@@ -310,7 +310,8 @@ void check(Acting& acting) {
   for (const char* const member : {"is", "textIs", "textContains"}) {
     if (step.contains(member)) condition[member] = step[member];
   }
-  if (condition.size() == 1 || acting.comesTrueInTime(condition)) return;
+  const auto begin = Clock::now();
+  if (acting.comesTrueInTime(condition)) return acting.noteWait(begin, "until it held");
   throw StepFailure("the check does not hold: " +
                     whatIsThere(acting.describedNow(found.handle()).value_or(Json::object())));
 }

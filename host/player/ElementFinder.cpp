@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "host/guard/Printable.h"
 #include "host/session/Step.h"
 
 namespace tarni::host {
@@ -48,10 +49,19 @@ std::vector<ElementFinder::Way> ElementFinder::waysTo(const Json& element) {
 FoundElement ElementFinder::await(const Json& element, Deadline deadline) {
   const auto ways = waysTo(element);
   if (ways.empty()) throw StepFailure("the step says no way to find its element");
+  waitedFor_.clear();
+  auto found = awaitFound(element, ways, deadline);
+  found.waitedFor = std::move(waitedFor_);
+  return found;
+}
+
+FoundElement ElementFinder::awaitFound(const Json& element, const std::vector<Way>& ways,
+                                       Deadline deadline) {
   const auto certain = Clock::now() + std::min(kTimeToBeCertain, timeUntil(deadline) / 2);
   awaitWindow(element, certain);
   if (auto first = look(ways, 1); first.found) return *std::move(first.found);
-  awaitOnly(ways.front().find, certain);
+  noteWait("that " + locatorInWords(ways.front().find) + " fits one alone",
+           [&] { awaitOnly(ways.front().find, certain); });
   while (true) {
     auto all = look(ways, ways.size());
     if (all.found) return *std::move(all.found);
@@ -65,7 +75,18 @@ void ElementFinder::awaitWindow(const Json& element, Deadline deadline) {
   const auto title = textIn(objectIn(element, "near"), "window");
   const bool isStrange = strangeTitles_.size() >= kMostStrange || strangeTitles_.contains(title);
   if (title.empty() || isStrange) return;
-  if (!client_.comesTrue({{"window", title}}, timeUntil(deadline))) strangeTitles_.insert(title);
+  noteWait("a window called " + inQuotes(title), [&] {
+    if (!client_.comesTrue({{"window", title}}, timeUntil(deadline))) strangeTitles_.insert(title);
+  });
+}
+
+template <typename Wait>
+void ElementFinder::noteWait(const std::string& what, const Wait& wait) {
+  const auto begin = Clock::now();
+  wait();
+  const std::chrono::duration<double> took = Clock::now() - begin;
+  if (took < kWorthSaying) return;
+  waitedFor_ += (waitedFor_.empty() ? "" : ", ") + inSeconds(took.count()) + " for " + what;
 }
 
 ElementFinder::Look ElementFinder::look(const std::vector<Way>& ways, std::size_t most) {

@@ -17,8 +17,9 @@ namespace tarni::host {
 
 struct FoundElement {
   Json description;
-  std::size_t locator = 0;  // of the element's, that found it
-  bool isFirstWay = true;   // not so when another way was there before
+  std::size_t locator = 0;     // of the element's, that found it
+  bool isFirstWay = true;      // not so when another way was there before
+  std::string waitedFor = {};  // "2.0 s for …", when that was long enough to be asked about
 
   long handle() const;
   bool isInPage() const;
@@ -44,13 +45,18 @@ class ElementFinder {
     std::vector<std::size_t> matches = {};  // of each way that was tried, at most kEnough
   };
 
+  FoundElement awaitFound(const Json& element, const std::vector<Way>& ways, Deadline deadline);
   void awaitWindow(const Json& element, Deadline deadline);
+  // Of what `wait` does.
+  template <typename Wait>
+  void noteWait(const std::string& what, const Wait& wait);
   Look look(const std::vector<Way>& ways, std::size_t most);
   void awaitOnly(const Json& locator, Deadline deadline);
   [[noreturn]] void explain(const Json& element, const std::vector<Way>& ways, const Look& look);
 
   SessionClient& client_;
   std::set<std::string> strangeTitles_;  // that were waited for in vain
+  std::string waitedFor_;                // of the element that is looked for
 };
 
 }  // namespace tarni::host

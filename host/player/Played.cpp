@@ -15,4 +15,10 @@ void StepCosts::add(const Json& answer) {
   if (memory.contains("after")) memoryBytes = numberIn(memory, "after");
 }
 
+double secondsOf(std::span<const Played> play) {
+  double seconds = 0;
+  for (const auto& played : play) seconds = std::max(seconds, played.began + played.seconds);
+  return seconds;
+}
+
 }  // namespace tarni::host

@@ -1,9 +1,11 @@
 // Played: what has come of playing one step. Plain value, any thread.
 #pragma once
 
+#include <chrono>
 #include <cstddef>
 #include <nlohmann/json.hpp>
 #include <optional>
+#include <span>
 #include <stdexcept>
 #include <string>
 #include <vector>
@@ -53,6 +55,12 @@ struct Played {
 
   bool hasFailed() const { return result == Result::Failed || result == Result::Lost; }
 };
+
+// A wait of that length is said, as somebody will ask what for.
+inline constexpr std::chrono::seconds kWorthSaying{1};
+
+// From the beginning of a play to the end of its last step.
+double secondsOf(std::span<const Played> play);
 
 // Why a step cannot be played, for a person.
 class StepFailure : public std::runtime_error {

@@ -52,9 +52,7 @@ std::string inFrontOf(SessionClient& client, const Step& step) {
     for (const Json& window : client.call("window.list").value("windows", std::vector<Json>())) {
       const auto title = textIn(window, "title");
       if (!window.value("key", false) || title == recorded) continue;
-      const std::string kind = window.value("modal", false) ? "dialog" : "window";
-      return "; in front stands " + (title.empty() ? "a " + kind + " without a title"
-                                                   : "the " + kind + " " + inQuotes(title));
+      return "; in front stands " + windowInWords(window);
     }
   } catch (const std::runtime_error&) {
     // It has been said why the step failed.

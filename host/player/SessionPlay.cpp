@@ -26,8 +26,8 @@ void SessionPlay::play(SessionClient& client, Player::Manner manner, PlayObserve
 SessionPlay::Tally SessionPlay::tally() const {
   Tally tally;
   for (const auto& play : plays_) {
+    tally.seconds += secondsOf(play);
     for (const auto& played : play) {
-      tally.seconds += played.seconds;
       tally.wanted += played.result == Played::Result::NotPlayed ? 0 : 1;
       tally.passed += played.result == Played::Result::Passed ? 1 : 0;
     }

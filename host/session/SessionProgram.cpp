@@ -35,6 +35,10 @@ void SessionProgram::attach(std::optional<pid_t> program) {
   playOn(program ? startLineOf(*program) : std::vector<std::string>());
 }
 
+bool SessionProgram::endsBy(Deadline deadline) {
+  return !started_ || started_->endsBy(deadline);
+}
+
 bool SessionProgram::hasEnded() {
   return !started_ || started_->hasEnded(Clock::now() + kTimeForAnEnd);
 }

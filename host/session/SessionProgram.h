@@ -41,6 +41,10 @@ class SessionProgram {
 
   // Null for one that was not started here.
   const StartedProgram* started() const { return started_ ? &*started_ : nullptr; }
+  // Asks the one that was started here to end; whether it has by then.
+  bool endsBy(Deadline deadline);
+  // Makes it end when it does not.
+  void end() { started_.reset(); }
   // Of one that was not started here it is believed.
   bool hasEnded();
 

@@ -61,6 +61,11 @@ bool StartedProgram::isServed() const {
   return portUse(kPlaybackPort, network) == PortUse::Listening;
 }
 
+bool StartedProgram::endsBy(Deadline deadline) {
+  process_->askToEnd();
+  return process_->hasEnded(deadline);
+}
+
 bool StartedProgram::hasEnded(Deadline deadline) {
   return process_->hasEnded(deadline);
 }

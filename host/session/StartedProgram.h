@@ -28,6 +28,8 @@ class StartedProgram {
   // not come.
   std::string awaitSession(Deadline deadline) const;
 
+  // Asks it to end; whether it has by then.
+  bool endsBy(Deadline deadline);
   // Waits for the program's end; false when it still runs then.
   bool hasEnded(Deadline deadline);
   // The last lines that the program has printed.

@@ -14,6 +14,8 @@ using std::chrono::milliseconds;
 
 // How much longer than the program is waited for before it counts as stopped.
 constexpr milliseconds kGrace{2'000};
+// That a person waits before asking what for.
+constexpr milliseconds kUntilAsked{2'000};
 
 // The program hangs up on a longer line.
 constexpr std::size_t kLongestRequest = std::size_t{16} * 1024 * 1024;
@@ -85,6 +87,7 @@ Json SessionClient::call(const std::string& method, Json parameters, millisecond
   const auto deadline = Clock::now() + timeout + kGrace;
   const auto id = ++lastId_;
   socket_.write(requestLine(id, method, parameters), deadline);
+  awaitFirstData(method, deadline);
   while (const auto line = nextLine(deadline)) {
     if (auto result = takeMessage(*line, id)) return *std::move(result);
   }
@@ -99,6 +102,13 @@ bool SessionClient::comesTrue(const Json& condition, milliseconds timeout) {
     if (error.name() != "timeout") throw;
     return false;
   }
+}
+
+void SessionClient::awaitFirstData(const std::string& method, Deadline deadline) {
+  if (!onSilence_ || method.starts_with("wait.")) return;
+  const auto soon = Clock::now() + kUntilAsked;
+  const bool isSilent = socket_.waitForData(std::min(soon, deadline), {}) != Socket::Ready::Data;
+  if (isSilent && soon < deadline) onSilence_(method);
 }
 
 std::optional<Notification> SessionClient::next(milliseconds timeout, std::span<const int> wakeOn) {

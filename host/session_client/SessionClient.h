@@ -9,6 +9,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <deque>
+#include <functional>
 #include <nlohmann/json.hpp>
 #include <optional>
 #include <span>
@@ -67,6 +68,12 @@ class SessionClient {
   // for "timeout".
   bool comesTrue(const Json& condition, milliseconds timeout);
 
+  // Is told the method of a request, one but a wait, that is not answered for so long that a person
+  // asks why.
+  void onSilence(std::function<void(const std::string& method)> tell) {
+    onSilence_ = std::move(tell);
+  }
+
   // On any thread: what goes on ends with a WireError, and so does all that is asked afterwards.
   void hangUp() { socket_.shutDown(); }
 
@@ -87,7 +94,10 @@ class SessionClient {
     std::size_t bytes;
   };
 
+  void awaitFirstData(const std::string& method, Deadline deadline);
+
   Socket socket_;
+  std::function<void(const std::string& method)> onSilence_;
   std::string input_;
   std::size_t taken_ = 0;     // of the input: lines that were read
   std::size_t searched_ = 0;  // of the input: it holds no end of a line from `taken_` to here

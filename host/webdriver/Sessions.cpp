@@ -3,6 +3,7 @@
 #include <nlohmann/json.hpp>
 #include <random>
 
+#include "host/guard/Printable.h"
 #include "host/webdriver/Error.h"
 #include "host/wire/WireError.h"
 
@@ -40,8 +41,8 @@ class Sessions::Place {
     const std::lock_guard lock(sessions_.mutex_);
     if (sessions_.isEnding_) refuseToStart();
     if (sessions_.entries_.size() + sessions_.starting_ >= sessions_.most_) {
-      throw Error("session not created", "there are " + std::to_string(sessions_.most_) +
-                                             " sessions already, as many as --max-sessions allows");
+      throw Error("session not created", counted(sessions_.most_, "session") +
+                                             " run already, as many as --max-sessions allows");
     }
     ++sessions_.starting_;
   }

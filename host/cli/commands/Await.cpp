@@ -2,9 +2,11 @@
 #include <iostream>
 #include <memory>
 #include <nlohmann/json.hpp>
+#include <thread>
 
 #include "host/cli/Elements.h"
 #include "host/cli/Invocation.h"
+#include "host/cli/NearMiss.h"
 #include "host/cli/Subcommands.h"
 #include "host/guard/Printable.h"
 #include "host/guard/Text.h"
@@ -24,6 +26,13 @@ struct AwaitOptions {
   double timeout = 10;
 };
 
+// Of a chain that fits nothing.
+std::string nearMissIn(Invocation& invocation, const std::vector<Json>& found,
+                       const SelectorChain& chain) {
+  const bool isMissed = found.empty() && chain.size() == 1;
+  return isMissed ? nearMissOf(invocation.needSession(), chain.front()) : "";
+}
+
 // What a condition is about: an element of that handle, or what looks so.
 Json subjectOf(Invocation& invocation, const std::string& word) {
   if (isHandle(word)) return {{"element", handleOf(word)}};
@@ -33,8 +42,9 @@ Json subjectOf(Invocation& invocation, const std::string& word) {
   if (!chain.empty()) {
     const auto parents = findAll(invocation.needSession(), chain);
     if (parents.size() != 1) {
-      throw NotFound(std::to_string(parents.size()) + " elements fit " + written(chain) +
-                     ", in which to look");
+      throw NotFound(
+          (parents.empty() ? "nothing fits " : counted(parents.size(), "element") + " fit ") +
+          written(chain) + ", in which to look" + nearMissIn(invocation, parents, chain));
     }
     selector["within"] = handleOf(parents.front());
   }
@@ -56,7 +66,24 @@ std::string inWords(const Json& condition) {
   return words;
 }
 
-void sayInstead(const Json& data) {
+std::string windowsIn(const Json& told) {
+  const auto windows = told.find("windows");
+  if (windows == told.end() || !windows->is_array()) return "";
+  std::string titles;
+  for (const auto& title : *windows) {
+    if (title.is_string())
+      titles += (titles.empty() ? "" : ", ") + inQuotes(title.get<std::string>());
+  }
+  return "; there is " + (titles.empty() ? "no window with a title" : titles);
+}
+
+std::string nearMissIn(Invocation& invocation, const Json& told) {
+  const auto& find = objectIn(objectIn(told, "condition"), "find");
+  if (find.empty() || isSet(told, "holds") || valueIn(told, "found") != "0") return "";
+  return nearMissOf(invocation.needSession(), Selector::fromParameters(find));
+}
+
+void sayInstead(Invocation& invocation, const Json& data) {
   const auto told = data.find("conditions");
   if (told == data.end() || !told->is_array()) return;
   for (const auto& one : *told) {
@@ -72,31 +99,51 @@ void sayInstead(const Json& data) {
         if (!state.empty()) std::cerr << " (" << state << ")";
       }
     }
-    std::cerr << '\n';
+    std::cerr << windowsIn(one) << nearMissIn(invocation, one) << '\n';
   }
 }
 
 void call(Invocation& invocation, const char* method, Json parameters, Deadline deadline) {
-  const auto left = std::chrono::ceil<milliseconds>(deadline - Clock::now());
-  try {
-    const auto answer = invocation.needSession().call(method, std::move(parameters),
-                                                      std::max(left, milliseconds(1)));
-    invocation.printsAnswer(answer);
-  } catch (const RequestError& error) {
-    if (error.name() != "timeout") throw;
-    sayInstead(error.data());
-    throw NotFound(printable(error.what()));
+  const auto soon = std::min<Deadline>(deadline, Clock::now() + kPatienceOfPeople);
+  for (const auto until : {soon, deadline}) {
+    const auto left = std::chrono::ceil<milliseconds>(until - Clock::now());
+    try {
+      const auto answer =
+          invocation.needSession().call(method, parameters, std::max(left, milliseconds(1)));
+      invocation.printsAnswer(answer);
+      return;
+    } catch (const RequestError& error) {
+      if (error.name() != "timeout") throw;
+      const bool isOver = Clock::now() >= deadline;
+      if (!isOver) std::cerr << "tarni: still waits:" << '\n';
+      sayInstead(invocation, error.data());
+      if (isOver) throw NotFound(printable(error.what()));
+    }
+  }
+}
+
+// What stands in something may have to wait for that.
+void addConditions(AwaitOptions& options, Deadline deadline) {
+  constexpr milliseconds kPause{100};
+  while (true) {
+    try {
+      options.conditions = Json::array();
+      for (const auto& add : options.later) add();
+      return;
+    } catch (const NotFound&) {
+      if (Clock::now() >= deadline) throw;
+    }
+    std::this_thread::sleep_for(kPause);
   }
 }
 
 void await(Invocation& invocation, AwaitOptions& options) {
-  invocation.needSession();
-  options.conditions = Json::array();
-  for (const auto& add : options.later) add();
-  if (options.conditions.empty() && options.restMilliseconds <= 0) {
+  if (options.later.empty() && options.restMilliseconds <= 0) {
     throw std::invalid_argument("wait for what? --visible, --gone, --rest and so on say it");
   }
   const auto deadline = Clock::now() + fromSeconds(options.timeout);
+  invocation.awaitSession(deadline);
+  addConditions(options, deadline);
   if (!options.conditions.empty()) {
     call(invocation, "wait.for", {{"conditions", options.conditions}}, deadline);
   }

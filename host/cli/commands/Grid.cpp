@@ -9,6 +9,7 @@
 #include "host/grid/Selenium.h"
 #include "host/grid/Together.h"
 #include "host/guard/Files.h"
+#include "host/guard/Printable.h"
 #include "host/launch/ToolProcess.h"
 
 namespace tarni::host {
@@ -119,7 +120,7 @@ void beNode(const GridOptions& options) {
     grid::requireRelay(node);
   }
   const auto file = written(options, "node", node.file());
-  std::cout << node.slots << " sessions at a time; clients connect to " << node.hub.url()
+  std::cout << counted(node.slots, "session") << " at a time; clients connect to " << node.hub.url()
             << std::endl;
   runSelenium(together, selenium, "node", file);
 }

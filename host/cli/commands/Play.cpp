@@ -54,6 +54,7 @@ class ChannelPlay : public PlayObserver {
       if (invocation_.result != ExitCode::Ok && !options_.keepsGoing) break;
     }
     conclude();
+    endProgram();
   }
 
   void hasPlayed(const Step& step, Played& played) override {
@@ -91,23 +92,45 @@ class ChannelPlay : public PlayObserver {
   }
 
   void playOnce() {
-    std::optional<SessionClient> own;
+    endProgram();
     if (options_.attaches || !invocation_.options.in.empty()) {
       program_.attach(invocation_.program(invocation_.playbackPort()));
     } else {
       program_.start(options_.start());
       const auto address = program_.started()->awaitSession(Clock::now() + kTimeForChannel);
-      own.emplace(address, fromSeconds(invocation_.options.connectSeconds));
+      own_.emplace(address, fromSeconds(invocation_.options.connectSeconds));
     }
     if (turn_ == 1 && !program_.warning().empty()) {
       std::cerr << "tarni: note: " << printable(program_.warning()) << '\n';
     }
     outputRead_ = 0;
-    play_.play(own ? *own : invocation_.needSession(),
+    play_.play(own_ ? *own_ : invocation_.needSession(),
                {.patience = fromSeconds(options_.stepSeconds),
                 .takesPictures = !options_.report.empty(),
                 .secrets = secrets_},
                *this);
+  }
+
+  // One that asks back, whether to save, say, keeps whoever waits from its end.
+  void endProgram() {
+    constexpr milliseconds kSoon{1'500};
+    if (!own_ || program_.endsBy(Clock::now() + kSoon)) return own_.reset();
+    std::cerr << "tarni: gives the program 5 s to end" << printable(openWindow()) << std::endl;
+    program_.end();
+    own_.reset();
+  }
+
+  // "; the dialog "Save?" is open", or "".
+  std::string openWindow() {
+    try {
+      const auto answer = own_->call("window.list", Json::object(), milliseconds(500));
+      for (const Json& window : answer.value("windows", std::vector<Json>())) {
+        if (window.value("key", false)) return "; " + windowInWords(window) + " is open";
+      }
+    } catch (const std::runtime_error&) {
+      // it is about to end
+    }
+    return "";
   }
 
   // "  3  click UIButton "OK": passed, 0.1 s (found by …)"
@@ -148,8 +171,8 @@ class ChannelPlay : public PlayObserver {
 
   void conclude() {
     const auto tally = play_.tally();
-    out() << tally.passed << " of " << tally.wanted << " steps passed, " << inSeconds(tally.seconds)
-          << '\n';
+    out() << tally.passed << " of " << counted(tally.wanted, "step") << " passed, "
+          << inSeconds(tally.seconds) << '\n';
     if (!options_.junit.empty()) writePrivateFile(options_.junit, play_.junit(fileName()));
     if (!options_.report.empty()) writeReport();
     proposeChanges();
@@ -169,8 +192,8 @@ class ChannelPlay : public PlayObserver {
     if (play_.hasSteps()) return;
     if (options_.from > options_.until) throw std::invalid_argument("--until is before --from");
     throw std::invalid_argument(options_.file + " has " +
-                                std::to_string(play_.session().steps().size()) +
-                                " steps: there is no step " + std::to_string(options_.from));
+                                counted(play_.session().steps().size(), "step") +
+                                ": there is no step " + std::to_string(options_.from));
   }
 
   // What was found by a lesser way has better ones now.
@@ -178,7 +201,7 @@ class ChannelPlay : public PlayObserver {
     const auto changes = play_.takeProposals();
     if (changes == 0) return;
     if (options_.updates) play_.session().save(options_.file);
-    out() << changes << (changes == 1 ? " step was" : " steps were")
+    out() << counted(changes, "step") << (changes == 1 ? " was" : " were")
           << " not found by the first way, or not by its text"
           << (options_.updates ? ": " + options_.file + " has what is better now"
                                : "; --update writes what is better")
@@ -189,6 +212,7 @@ class ChannelPlay : public PlayObserver {
   const PlayOptions& options_;
   SessionPlay play_;
   SessionProgram program_;
+  std::optional<SessionClient> own_;  // of the program that was started
   Secrets secrets_;
   off_t outputRead_ = 0;
   std::size_t turn_ = 0;

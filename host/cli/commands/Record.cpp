@@ -180,8 +180,8 @@ class ChannelRecording {
     const auto found = client_.call("element.find", {{"text", text}, {"visible", true}})
                            .value("elements", Json::array());
     if (found.size() != 1) {
-      std::cerr << "tarni: no check: " << found.size() << " elements show " << inQuotes(text)
-                << '\n';
+      std::cerr << "tarni: no check: " << inQuotes(text) << " is shown by "
+                << (found.empty() ? "nothing" : counted(found.size(), "element")) << '\n';
       return;
     }
     Json element = found.front();
@@ -248,7 +248,7 @@ void record(Invocation& invocation, const RecordOptions& options) {
   const auto kept =
       usesChannel ? recordChannel(invocation, *client, options) : recordStream(invocation, options);
   if (!options.file.empty()) {
-    std::cerr << "tarni: " << kept << " steps kept in " << options.file << '\n';
+    std::cerr << "tarni: " << counted(kept, "step") << " kept in " << options.file << '\n';
   }
 }
 
