@@ -120,7 +120,7 @@ TEST_F(Plays, SayWhatWasThereInsteadAndGoOnWhenAsked) {
               HasSubstr("step 4 (check): the check does not hold: it shows \"Welcome"));
   const auto part = play({"--from", "2", "--until", "2"});
   EXPECT_EQ(part.code, 0) << part.output;
-  EXPECT_THAT(part.output, HasSubstr("1 of 1 steps passed"));
+  EXPECT_THAT(part.output, HasSubstr("1 of 1 step passed"));
   EXPECT_THAT(play({"--from", "9"}).output, HasSubstr("has 4 steps: there is no step 9"));
   EXPECT_EQ(play({"--from", "9", "--until", "3"}).code, 2);
   EXPECT_EQ(play({"--port", "9898"}).code, 2);

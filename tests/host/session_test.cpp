@@ -192,7 +192,7 @@ TEST_F(Sessions, ThatAreBadAreNamedByLineBeforeAnythingIsStarted) {
        ":2: no locator has \"colour\""},
       {newHeader + "\n" + R"({"act":"click","element":{"locators":[{"find":{"tet":"OK"}}]}})" +
            "\n]}\n",
-       "did you mean \"text\"?"},
+       ":2: no locator has \"tet\"; did you mean \"text\"?"},
       {newHeader + "\n" + R"({"act":"click","element":{"locators":[{"fnd":{"text":"OK"}}]}})" +
            "\n]}\n",
        ":2: a locator has no \"find\""},

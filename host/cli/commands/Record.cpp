@@ -92,7 +92,8 @@ class StreamRecording {
 
   // Text of a web page is kept as it is, so that nothing is lost, though it cannot be played.
   void keep(const std::string& text, const Json& steps) {
-    const auto seconds = secondsSince(start_);
+    const auto passed = std::chrono::round<milliseconds>(Clock::now() - start_);
+    const auto seconds = std::chrono::duration<double>(passed).count();
     for (const auto& step : steps) file_->add(seconds, step);
     if (steps.empty()) file_->add(seconds, text);
   }
