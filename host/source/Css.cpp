@@ -135,7 +135,7 @@ class Reader {
     return xpath;
   }
 
-  std::string put(Condition condition) {
+  std::string put(const Condition& condition) {
     conditions_.push_back(condition);
     return "[" + inXPath(condition) + "]";
   }

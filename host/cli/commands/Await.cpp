@@ -103,7 +103,7 @@ void sayInstead(Invocation& invocation, const Json& data) {
   }
 }
 
-void call(Invocation& invocation, const char* method, Json parameters, Deadline deadline) {
+void call(Invocation& invocation, const char* method, const Json& parameters, Deadline deadline) {
   const auto soon = std::min<Deadline>(deadline, Clock::now() + kPatienceOfPeople);
   for (const auto until : {soon, deadline}) {
     const auto left = std::chrono::ceil<milliseconds>(until - Clock::now());
