@@ -7,6 +7,7 @@
 
 #include "backends/headless/View.h"
 #include "platform/UIKit/InputDevices.h"
+#include "platform/UIKit/InputObserver.h"
 
 namespace tarni::headless {
 
