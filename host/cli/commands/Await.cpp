@@ -79,7 +79,7 @@ std::string windowsIn(const Json& told) {
 
 std::string nearMissIn(Invocation& invocation, const Json& told) {
   const auto& find = objectIn(objectIn(told, "condition"), "find");
-  if (find.empty() || isSet(told, "holds") || valueIn(told, "found") != "0") return "";
+  if (find.empty() || isTrue(told, "holds") || valueIn(told, "found") != "0") return "";
   return nearMissOf(invocation.needSession(), Selector::fromParameters(find));
 }
 
