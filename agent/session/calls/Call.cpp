@@ -17,7 +17,7 @@ namespace {
 constexpr double kUsualWait = 10'000;  // milliseconds
 
 // What platforms raise is, but for what names a wrong argument, nobody's fault.
-const ErrorKind& kindOf(const std::string& exception) {
+const ErrorKind& errorKindOf(const std::string& exception) {
   if (exception == platform::kTakesNoTextException) return errors::kNotInteractable;
   const bool isArgument =
       exception == platform::NSInvalidArgumentException || exception == platform::NSRangeException;
@@ -30,7 +30,7 @@ SessionError errorOf(const std::exception_ptr& failure) {
   } catch (const SessionError& error) {
     return error;
   } catch (const platform::NSException& exception) {
-    return {kindOf(exception.name()), exception.reason()};
+    return {errorKindOf(exception.name()), exception.reason()};
   } catch (...) {
     return {errors::kUnknownError, platform::reasonOf(failure)};
   }
