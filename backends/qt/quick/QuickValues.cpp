@@ -8,6 +8,7 @@
 #include "backends/qt/program/InputQueue.h"
 #include "backends/qt/program/QtText.h"
 #include "backends/qt/program/ValueRefusals.h"
+#include "platform/Foundation/NSException.h"
 
 namespace tarni::qt {
 namespace {
