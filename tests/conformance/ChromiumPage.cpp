@@ -63,7 +63,17 @@ ChromiumPage::ChromiumPage(const std::string& address, int width, int height) {
 }
 
 void ChromiumPage::evaluate(const std::string& script, Answered answered) {
+  if (script.starts_with("findElements")) isSearched_ = true;
   send("Runtime.evaluate", {{"expression", script}, {"returnByValue", true}}, std::move(answered));
+}
+
+std::string ChromiumPage::evaluateAtOnce(const std::string& script) {
+  std::promise<json> answer;
+  evaluate(script, [&answer](json told) { answer.set_value(std::move(told)); });
+  const json told = answer.get_future().get();
+  const json value = told.value("result", json::object())["value"];
+  if (value.is_null()) return "";
+  return value.is_string() ? value.get<std::string>() : value.dump();
 }
 
 void ChromiumPage::tap(double x, double y) {

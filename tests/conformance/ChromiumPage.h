@@ -1,6 +1,6 @@
 // ChromiumPage: a page in a browser without a window (chromium-headless-shell), asked over the
-// pipes of its debugging protocol: an engine behind a web view that answers later. It lives as long
-// as the process.
+// pipes of its debugging protocol: an engine behind web views that have none. It lives as long as
+// the process.
 #pragma once
 
 #include <atomic>
@@ -22,8 +22,12 @@ class ChromiumPage {
   ChromiumPage(const ChromiumPage&) = delete;
 
   bool isLoading() const { return isLoading_; }
+  // True once a script has looked for elements.
+  bool isSearched() const { return isSearched_; }
   // The answer of Runtime.evaluate: "result" and, for what throws, "exceptionDetails".
   void evaluate(const std::string& script, Answered answered);
+  // Waits for it: the text of what came, which is empty when nothing did.
+  std::string evaluateAtOnce(const std::string& script);
   void tap(double x, double y);
 
  private:
@@ -37,6 +41,7 @@ class ChromiumPage {
   int from_ = -1;
   std::string session_;
   std::atomic<bool> isLoading_ = true;
+  std::atomic<bool> isSearched_ = false;
   std::mutex mutex_;
   int lastNumber_ = 0;
   std::map<int, Answered> open_;

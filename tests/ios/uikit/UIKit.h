@@ -134,28 +134,23 @@ enum {
 @interface UINavigationBar : UIView
 @end
 
-@protocol UIScriptEngine
-- (NSString*)evaluate:(NSString*)script;
-@end
-
-// A page that answers scripts with what its engine does.
-@interface UIWebView : UIView {
-  id _internal;
-}
-@property(nonatomic, getter=isLoading) BOOL loading;
-@property(nonatomic, retain) id<UIScriptEngine> engine;
-@end
-
 typedef void (^UIScriptAnswer)(id result, NSError* error);
 
 @protocol UIPageEngine
 - (BOOL)isLoading;
-// Calls the handler on the main thread, some time later.
+// Calls the handler on the main thread: some time later, and for a UIWebView at once.
 - (void)evaluate:(NSString*)script then:(UIScriptAnswer)handler;
 - (void)tapAt:(CGPoint)point;
 @end
 
-// A page that answers scripts when its engine does, and takes taps. Without one it is empty.
+// Pages that answer scripts when their engine does, and take taps. Without one they are empty.
+@interface UIWebView : UIView {
+  id _internal;
+}
+@property(nonatomic, assign) id<UIPageEngine> engine;
+- (BOOL)isLoading;
+@end
+
 @interface WKWebView : UIView
 @property(nonatomic, assign) id<UIPageEngine> engine;
 @property(nonatomic, retain) NSURL* URL;

@@ -61,16 +61,27 @@
   [super dealloc];
 }
 
+- (id<UIPageEngine>)engine {
+  return [kept(self, "engine") nonretainedObjectValue];
+}
+- (void)setEngine:(id<UIPageEngine>)engine {
+  keep(self, "engine", [NSValue valueWithNonretainedObject:engine]);
+}
 - (BOOL)isLoading {
-  return [kept(self, "loading") boolValue];
+  return [[self engine] isLoading];
 }
-- (void)setLoading:(BOOL)loading {
-  keep(self, "loading", @(loading));
-}
-KEPT(id<UIScriptEngine>, engine, setEngine)
 
 - (NSString*)stringByEvaluatingJavaScriptFromString:(NSString*)script {
-  return [self engine] ? [[self engine] evaluate:script] : @"";
+  __block NSString* said = @"";
+  [[self engine] evaluate:script
+                     then:^(id result, NSError* error) {
+                       said = result;
+                     }];
+  return said;
+}
+
+- (void)touchesEnded:(NSSet*)touches withEvent:(UIEvent*)event {
+  [[self engine] tapAt:[[touches anyObject] locationInView:self]];
 }
 
 @end
