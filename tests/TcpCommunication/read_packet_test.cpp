@@ -43,20 +43,6 @@ TEST(ReadPacketTest, ATerminatorIsFoundHoweverTheBytesArrive) {
   }
 }
 
-TEST(ReadPacketTest, EachRequestTakesItsOwnLine) {
-  GCDAsyncSocketPreBuffer preBuffer(4);
-  put(preBuffer, "one\r\n\r\nthree");
-  GCDAsyncReadPacket first = readTo("\r\n");
-  GCDAsyncReadPacket second = readTo("\r\n");
-  GCDAsyncReadPacket third = readTo("\r\n");
-  EXPECT_EQ(first.readFrom(preBuffer), Progress::Complete);
-  EXPECT_EQ(second.readFrom(preBuffer), Progress::Complete);
-  EXPECT_EQ(third.readFrom(preBuffer), Progress::Incomplete);
-  put(preBuffer, "\r\n");
-  EXPECT_EQ(third.readFrom(preBuffer), Progress::Complete);
-  EXPECT_EQ(first.buffer + "|" + second.buffer + "|" + third.buffer, "one\r\n|\r\n|three\r\n");
-}
-
 TEST(ReadPacketTest, WithoutTerminatorEverythingAvailableIsTaken) {
   GCDAsyncSocketPreBuffer preBuffer;
   GCDAsyncReadPacket packet;
@@ -65,18 +51,6 @@ TEST(ReadPacketTest, WithoutTerminatorEverythingAvailableIsTaken) {
   EXPECT_EQ(packet.readFrom(preBuffer), Progress::Complete);
   EXPECT_EQ(packet.buffer, "a\r\nb");
   EXPECT_EQ(preBuffer.availableBytes(), 0U);
-}
-
-TEST(ReadPacketTest, AFixedLengthLeavesTheRest) {
-  GCDAsyncSocketPreBuffer preBuffer;
-  GCDAsyncReadPacket packet;
-  packet.readLength = 5;
-  put(preBuffer, "abc");
-  EXPECT_EQ(packet.readFrom(preBuffer), Progress::Incomplete);
-  put(preBuffer, "defg");
-  EXPECT_EQ(packet.readFrom(preBuffer), Progress::Complete);
-  EXPECT_EQ(packet.buffer, "abcde");
-  EXPECT_EQ(preBuffer.readBuffer(), "fg");
 }
 
 TEST(ReadPacketTest, OfALineThatIsTooLongItsEndIsLeft) {
