@@ -23,34 +23,41 @@ struct Subject {
   std::string name;
   std::vector<std::string> command;
   Program::Environment environment;
-  bool isOnWayland = false;
+  int scaleOnWayland = 0;  // 0 elsewhere
 };
 
 // For the names of the cases.
 void PrintTo(const Subject& subject, std::ostream* output);
 
-std::vector<Subject> subjects();
+std::string subjectName(const testing::TestParamInfo<Subject>& info);
 
-class Conformance : public testing::TestWithParam<Subject> {
+// The login screen.
+std::vector<Subject> subjects();
+// Every kind of control of Qt's.
+std::vector<Subject> controls();
+
+class OfSubjects : public testing::TestWithParam<Subject> {
  protected:
-  void SetUp() override { start({}); }
-  // The sample, with that in its environment as well.
-  void start(const Program::Environment& more);
+  // The sample, with that in its environment as well, where windows do not learn their places on a
+  // compositor of its own.
+  void start(const Program::Environment& more = {});
   // What the program said helps to understand a failure.
   void TearDown() override;
 
+  std::unique_ptr<Compositor> compositor_;
+  std::unique_ptr<Program> program_;
+};
+
+class Conformance : public OfSubjects {
+ protected:
+  void SetUp() override { start(); }
   Playback& playback();
   // The text of the element with that accessibility identifier is not part of the wire: labels are
   // found by what they show.
   bool shows(const std::string& tag, const std::string& text);
 
-  std::unique_ptr<Compositor> compositor_;
-  std::unique_ptr<Program> program_;
-
  private:
   std::unique_ptr<Playback> playback_;
 };
-
-std::string subjectName(const testing::TestParamInfo<Subject>& info);
 
 }  // namespace tarni::test

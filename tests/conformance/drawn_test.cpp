@@ -16,12 +16,8 @@ TEST(ConformanceDrawn, ElementsStandInTheTreeAndTakeTapsWhereTheyAre) {
   environment["TARNI_SESSION"] = folder.socket();
   const Program program({built("bin/ios-page")}, environment);
   const SessionWire wire(folder.socket());
-  const auto find = [&](json selector) {
-    selector["all"] = false;
-    return wire.ask("element.find", selector)["elements"][0];
-  };
-  const json group = find({{"label", "Stars"}});
-  const json star = find({{"label", "Star 3"}, {"within", group["element"]}});
+  const json group = wire.find({{"label", "Stars"}});
+  const json star = wire.find({{"label", "Star 3"}, {"within", group["element"]}});
   EXPECT_EQ(star["class"], "UIAccessibilityElement");
   EXPECT_EQ(star["rect"], (json{{"x", 120}, {"y", 720}, {"width", 50}, {"height", 50}}));
   EXPECT_TRUE(star["visible"]);
@@ -37,23 +33,23 @@ TEST(ConformanceDrawn, ElementsStandInTheTreeAndTakeTapsWhereTheyAre) {
   EXPECT_EQ(inTree(above["parent"])["class"], "StarsView");
 
   wire.ask("element.click", {{"element", star["element"]}});
-  const auto given = [&](const char* stars) {
-    return json{{"conditions", {{{"element", group["element"]}, {"textIs", stars}}}}};
+  const auto awaitGiven = [&](const char* stars) {
+    wire.await({{"element", group["element"]}, {"textIs", stars}});
   };
-  wire.ask("wait.for", given("3"));
+  awaitGiven("3");
   EXPECT_THAT(wire.ask("tree.get", {{"since", tree["version"]}})["elements"].dump(),
               testing::HasSubstr(R"("value":"3")"));
-  const json touched = {{"finger", 1}, {"element", find({{"label", "Star 2"}})["element"]}};
+  const json touched = {{"finger", 1}, {"element", wire.find({{"label", "Star 2"}})["element"]}};
   wire.ask("input.touch", {{"steps", {{{"down", touched}}, {{"up", touched}}}}});
-  wire.ask("wait.for", given("2"));
-  const json soldOut = find({{"label", "Star 4"}});
+  awaitGiven("2");
+  const json soldOut = wire.find({{"label", "Star 4"}});
   EXPECT_FALSE(soldOut["enabled"]);
   EXPECT_ANY_THROW(wire.ask("element.click", {{"element", soldOut["element"]}}));
 
   const json locators = wire.ask("element.locators", {{"element", star["element"]}})["locators"];
   for (const json& locator : locators) {
     if (locator["matches"] != 1) continue;
-    EXPECT_EQ(find(locator["find"])["element"], star["element"]) << locator;
+    EXPECT_EQ(wire.find(locator["find"])["element"], star["element"]) << locator;
   }
   EXPECT_THAT(locators.dump(), testing::HasSubstr("UIAccessibilityElement[2]")) << "its position";
   EXPECT_THAT(Playback().find("UIAccessibilityElement"), testing::IsEmpty())

@@ -2,7 +2,6 @@
 // real hand can press what they show.
 #include <gmock/gmock.h>
 
-#include <filesystem>
 #include <functional>
 #include <map>
 #include <optional>
@@ -48,13 +47,12 @@ void PrintTo(const PageSubject& subject, std::ostream* output) {
 class ConformancePages : public testing::TestWithParam<PageSubject> {
  protected:
   void SetUp() override {
-    std::filesystem::create_directories(folder_);
     Program::Environment environment = agentEnvironment();
     environment["TARNI_SCRIPTS"] = "file://" + built("share/tarni/webscripts");
     if (GetParam().picture) {
       desktop_ = Desktop::make(GetParam().isOnWayland ? 1 : 0, 1000, 800);
-      environment.merge(Program::Environment{{"HOME", folder_},
-                                             {"XDG_RUNTIME_DIR", folder_},
+      environment.merge(Program::Environment{{"HOME", session_.path},
+                                             {"XDG_RUNTIME_DIR", session_.path},
                                              {"QT_QUICK_BACKEND", "software"},
                                              {"QTWEBENGINE_DISABLE_SANDBOX", "1"}});
       desktop_->addTo(environment);
@@ -67,22 +65,11 @@ class ConformancePages : public testing::TestWithParam<PageSubject> {
     if (!GetParam().view.empty()) command.push_back(GetParam().view);
     program_ = std::make_unique<Program>(command, environment);
   }
-  void TearDown() override {
-    program_.reset();
-    std::filesystem::remove_all(folder_);
-  }
 
   Playback& playback() {
     if (!playback_) playback_.emplace();
     return *playback_;
   }
-  // The only such element, once the page is there.
-  std::string await(const std::string& tag, const std::string& type, const std::string& value) {
-    std::vector<std::string> found;
-    eventually([&] { return (found = playback().find(tag, type, value)).size() == 1; }, 20s);
-    return found.size() == 1 ? found[0] : "no " + tag + " " + value + "\n" + program_->output();
-  }
-
   void pressPicture() const {
     const auto windows = desktop_->windows();
     if (windows.empty()) return;
@@ -95,8 +82,6 @@ class ConformancePages : public testing::TestWithParam<PageSubject> {
   std::unique_ptr<Program> program_;
 
  private:
-  std::filesystem::path folder_ =
-      std::filesystem::temp_directory_path() / ("tarni-pages-" + std::to_string(getpid()));
   std::optional<Playback> playback_;
 };
 
@@ -126,23 +111,13 @@ INSTANTIATE_TEST_SUITE_P(On, ConformancePagesOnDisplay, testing::ValuesIn(kOnDis
 // Found, awaited and acted on like views.
 TEST_P(ConformancePages, StandBelowTheirViewInTheTreeOfTheSession) {
   const SessionWire wire(session_.socket());
-  const auto awaitThat = [&](json condition) {
-    wire.ask("wait.for",
-             {{"conditions", json::array({std::move(condition)})}, {"timeout", 20'000}});
-  };
-  const auto find = [&](json selector) {
-    selector["all"] = false;
-    return wire.ask("element.find", selector)["elements"][0];
-  };
   const json send = {{"class", "button"}, {"text", "Send order"}};
-  awaitThat({{"find", send}, {"is", "visible"}});
+  wire.await({{"find", send}, {"is", "visible"}}, 20'000);
   // Who presses the picture by himself leaves off when the port is asked for something.
-  await("FORM", "", "");
+  playback().await("FORM", "", "");
   // A page that loads what stands in it has no elements meanwhile.
-  json buttons;
-  eventually([&] { return !(buttons = wire.ask("element.find", send)["elements"]).empty(); });
-  ASSERT_FALSE(buttons.empty());
-  const json button = buttons[0];
+  json button;
+  ASSERT_TRUE(eventually([&] { return !(button = wire.find(send)).is_null(); }));
   const json tree = wire.ask("tree.get", json::object());
   std::map<long, long> parents;
   for (const json& one : tree["elements"]) {
@@ -154,9 +129,9 @@ TEST_P(ConformancePages, StandBelowTheirViewInTheTreeOfTheSession) {
   EXPECT_NE(parents[above], 0) << "which stands in a window";
 
   const json field = {
-      {"element", find({{"class", "input"}, {"within", button["page"]}})["element"]}};
+      {"element", wire.find({{"class", "input"}, {"within", button["page"]}})["element"]}};
   wire.ask("element.setText", {{"element", field["element"]}, {"text", "Ada"}});
-  awaitThat({{"element", field["element"]}, {"textIs", "Ada"}});
+  wire.await({{"element", field["element"]}, {"textIs", "Ada"}});
   const auto refusal = [&](const char* method, const json& parameters) {
     wire.send(method, parameters, 7);
     return wire.answer()["error"]["data"]["error"];
@@ -188,7 +163,7 @@ TEST_P(ConformancePages, StandBelowTheirViewInTheTreeOfTheSession) {
     EXPECT_EQ(refusal("element.click", press), "unsupported operation");
   }
   wire.ask("element.click", {{"element", button["element"]}});
-  awaitThat({{"find", {{"class", "output"}}}, {"textIs", "sent by Ada"}});
+  wire.await({{"find", {{"class", "output"}}}, {"textIs", "sent by Ada"}});
   const json changes = wire.ask("tree.get", {{"since", tree["version"]}});
   EXPECT_FALSE(changes["whole"]);
   EXPECT_THAT(changes["elements"].dump(), HasSubstr("sent by Ada"));
@@ -215,7 +190,7 @@ TEST_P(ConformancePages, AreRecordedSearchedTypedIntoClickedAndRead) {
   EXPECT_EQ(steps[0]["arguments"][1], (json{{"type", "string"}, {"data", ""}}));
   EXPECT_THAT(object["ObjectImage"].get<std::string>(), HasSubstr("/9j/")) << "a picture";
 
-  const std::string form = await("FORM", "", "");
+  const std::string form = playback().await("FORM", "", "");
   const auto inside = playback().ask(
       {{"functionname", "findelementsinsideelement"}, {"tagname", "BUTTON"}, {"datavalue", form}});
   EXPECT_THAT(inside, SizeIs(2));
@@ -244,7 +219,7 @@ TEST_P(ConformancePages, AreRecordedSearchedTypedIntoClickedAndRead) {
     }
   }
   EXPECT_EQ(playback().command("clickelement", button), json::array());
-  const std::string said = await("OUTPUT", "text", "sent by Ada");
+  const std::string said = playback().await("OUTPUT", "text", "sent by Ada");
   EXPECT_EQ(playback().output("gettext", said), "sent by Ada");
 }
 
@@ -268,8 +243,7 @@ TEST_P(ConformancePagesOnDisplay, WhatTheChannelDoesThereIsNotToldAsAPersons) {
       90s));
   const SessionWire wire(session_.socket());
   const auto middleOf = [&](const char* element) {
-    const json rect =
-        wire.ask("element.find", {{"class", element}, {"all", false}})["elements"][0]["rect"];
+    const json rect = wire.find({{"class", element}})["rect"];
     return json{{"x", rect["x"].get<double>() + rect["width"].get<double>() / 2},
                 {"y", rect["y"].get<double>() + rect["height"].get<double>() / 2}};
   };
@@ -277,7 +251,7 @@ TEST_P(ConformancePagesOnDisplay, WhatTheChannelDoesThereIsNotToldAsAPersons) {
     wire.ask("input.pointer",
              {{"steps", {{{"move", middleOf(element)}}, {{"down", "left"}}, {{"up", "left"}}}}});
   };
-  const json field = wire.ask("element.find", {{"class", "input"}, {"all", false}})["elements"][0];
+  const json field = wire.find({{"class", "input"}});
   const std::vector<std::function<void()>> acts = {
       [&] { press("input"); },
       [&] {
@@ -313,7 +287,7 @@ TEST_P(ConformancePagesOnDisplay, WhatTheChannelDoesThereIsNotToldAsAPersons) {
 }
 
 TEST_P(ConformancePages, GoingAwayDuringCallsAreAnsweredAndFollowed) {
-  const std::string link = await("A", "text", "Terms");
+  const std::string link = playback().await("A", "text", "Terms");
   const auto line = [](const char* name, const char* tag, const std::string& value) {
     const json keys = {{"functionname", name}, {"tagname", tag}, {"accessorvalue", value}};
     return keys.dump() + "\r\n";
@@ -324,7 +298,7 @@ TEST_P(ConformancePages, GoingAwayDuringCallsAreAnsweredAndFollowed) {
   const Wire& wire = playback().wire();
   wire.send(lines);
   for (int i = 0; i < 41; ++i) EXPECT_TRUE(json::accept(wire.readMessage()));
-  EXPECT_THAT(await("H1", "text", "Terms"), StartsWith("web-"));
+  EXPECT_THAT(playback().await("H1", "text", "Terms"), StartsWith("web-"));
   EXPECT_THAT(playback().find("BUTTON"), IsEmpty());
   EXPECT_EQ(playback().output("gettext", link), std::nullopt);
 }

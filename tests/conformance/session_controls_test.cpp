@@ -6,7 +6,6 @@
 #include <filesystem>
 #include <fstream>
 #include <map>
-#include <optional>
 
 #include "tests/conformance/Subject.h"
 #include "tests/support/SessionWire.h"
@@ -17,37 +16,17 @@ namespace {
 using nlohmann::json;
 using testing::HasSubstr;
 
-constexpr int kScaleOnWayland = 2;
-
-Subject controls(const std::string& name, const std::string& program, bool isOnWayland = false) {
-  Program::Environment environment = agentEnvironment();
-  environment["QT_QUICK_BACKEND"] = "software";
-  return {name, {built("bin/" + program)}, environment, isOnWayland};
-}
-
-class SessionControls : public testing::TestWithParam<Subject> {
+class SessionControls : public OfSubjects {
  protected:
   void SetUp() override {
-    Program::Environment environment = GetParam().environment;
-    environment["TARNI_SESSION"] = folder_.socket();
-    if (GetParam().isOnWayland) {
-      compositor_.emplace(1280, 1024, kScaleOnWayland);
-      compositor_->addTo(environment);
-    }
-    program_ = std::make_unique<Program>(GetParam().command, environment);
+    start({{"TARNI_SESSION", folder_.socket()}});
     wire_ = std::make_unique<SessionWire>(folder_.socket());
-  }
-  void TearDown() override {
-    if (HasFailure()) std::printf("%s\n", program_->output().c_str());
   }
   bool isQuick() const { return GetParam().name.starts_with("Quick"); }
   json ask(const std::string& method, const json& parameters) const {
     return wire_->ask(method, parameters);
   }
-  json find(json selector) const {
-    selector["all"] = false;
-    return ask("element.find", selector)["elements"][0];
-  }
+  json find(const json& selector) const { return wire_->find(selector); }
   long named(const std::string& identifier) const {
     return find({{"identifier", identifier}})["element"];
   }
@@ -56,7 +35,7 @@ class SessionControls : public testing::TestWithParam<Subject> {
   }
   void awaitOf(json what, const std::string& is) const {
     what["is"] = is;
-    ask("wait.for", {{"conditions", json::array({what})}});
+    wire_->await(what);
   }
   void awaitText(const std::string& text) const {
     awaitOf({{"find", {{"kind", "UILabel"}, {"text", text}}}}, "there");
@@ -68,20 +47,9 @@ class SessionControls : public testing::TestWithParam<Subject> {
   }
 
   const SessionFolder folder_;
-  std::optional<Compositor> compositor_;
-  std::unique_ptr<Program> program_;
   std::unique_ptr<SessionWire> wire_;
 };
-INSTANTIATE_TEST_SUITE_P(On, SessionControls,
-                         testing::Values(controls("Widgets5", "qt-controls-5"),
-                                         controls("Widgets6", "qt-controls-6"),
-                                         controls("Quick5", "quick-controls-5"),
-                                         controls("Quick6", "quick-controls-6"),
-                                         controls("Widgets5Wayland", "qt-controls-5", true),
-                                         controls("Widgets6Wayland", "qt-controls-6", true),
-                                         controls("Quick5Wayland", "quick-controls-5", true),
-                                         controls("Quick6Wayland", "quick-controls-6", true)),
-                         subjectName);
+INSTANTIATE_TEST_SUITE_P(On, SessionControls, testing::ValuesIn(controls()), subjectName);
 
 TEST_P(SessionControls, TakeValuesAndTellThem) {
   const struct {

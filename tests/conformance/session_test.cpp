@@ -1,6 +1,5 @@
 // The session channel over the wire, on every backend, beside the fixed ports.
 #include <gmock/gmock.h>
-#include <sys/stat.h>
 
 #include <map>
 
@@ -16,12 +15,8 @@ class ConformanceSession : public Conformance {
  protected:
   void SetUp() override { start({{"TARNI_SESSION", folder_.socket()}}); }
   SessionWire client() const { return SessionWire(folder_.socket()); }
-  static json find(const SessionWire& client, json selector) {
-    selector["all"] = false;
-    return client.ask("element.find", selector)["elements"][0];
-  }
   static long handle(const SessionWire& client, const json& selector) {
-    return find(client, selector)["element"];
+    return client.find(selector)["element"];
   }
   static json shows(const std::string& text) {
     return {{"find", {{"kind", "UILabel"}, {"text", text}}}, {"is", "visible"}};
@@ -30,14 +25,6 @@ class ConformanceSession : public Conformance {
   const SessionFolder folder_;
 };
 INSTANTIATE_TEST_SUITE_P(On, ConformanceSession, testing::ValuesIn(subjects()), subjectName);
-
-TEST_P(ConformanceSession, IsThisUsersAlone) {
-  const SessionWire one = client();
-  struct stat info {};
-  ASSERT_EQ(stat(folder_.socket().c_str(), &info), 0);
-  EXPECT_EQ(info.st_mode & 0777, 0600U);
-  EXPECT_EQ(one.ask("app.info", json::object())["pid"], program_->pid());
-}
 
 TEST_P(ConformanceSession, ElementsStayAndTheTreeTellsWhatChanged) {
   const SessionWire one = client();
@@ -102,21 +89,21 @@ TEST_P(ConformanceSession, WhatIsToldOfChangesAddsUpToTheTree) {
           {{"element", handle(one, {{"placeholder", "User name"}})}, {"text", "Ada"}});
   copy.expectWhole("a text");
   click("Log in");
-  one.ask("wait.for", {{"conditions", json::array({shows("Hello, Ada")})}});
+  one.await(shows("Hello, Ada"));
   copy.expectWhole("a label");
   one.ask("element.setValue", {{"element", handle(one, {{"kind", "UISwitch"}})}, {"value", true}});
   copy.expectWhole("a switch");
-  const json list = find(one, {{"kind", "UITableView"}});
+  const json list = one.find({{"kind", "UITableView"}});
   if (list.contains("rows")) {
     EXPECT_EQ(list["rows"], 20);
     one.ask("element.scrollToText", {{"element", list["element"]}, {"text", "Row 20"}});
     copy.expectWhole("rows");
   }
-  click(find(one, {{"textContains", "details"}})["text"]);
-  one.ask("wait.for", {{"conditions", json::array({shows("Really?")})}});
+  click(one.find({{"textContains", "details"}})["text"]);
+  one.await(shows("Really?"));
   copy.expectWhole("a dialog that came");
   click("OK");
-  one.ask("wait.for", {{"conditions", json::array({shows("Accepted")})}});
+  one.await(shows("Accepted"));
   copy.expectWhole("a dialog that went");
 }
 
@@ -130,7 +117,7 @@ TEST_P(ConformanceSession, WhatIsPaintedIsToldAndAPictureIsNoPainting) {
     EXPECT_EQ(answer["error"]["data"]["error"], "unsupported operation");
     return;
   }
-  const json field = find(one, {{"placeholder", "User name"}});
+  const json field = one.find({{"placeholder", "User name"}});
   const json window = one.ask("window.list", json::object())["windows"][0]["element"];
   one.ask("element.setText", {{"element", field["element"]}, {"text", "Ada"}});
   const auto isTold = [&] {
@@ -189,7 +176,7 @@ TEST_P(ConformanceSession, PointerAndKeysTapTypeAndDrag) {
   EXPECT_THAT(one.ask("element.find", shows("Hello, Grace")["find"])["elements"],
               testing::IsEmpty());
   press(button);
-  one.ask("wait.for", {{"conditions", json::array({shows("Hello, Grace")})}});
+  one.await(shows("Hello, Grace"));
   for (const auto& [method, parameters] :
        {std::pair<const char*, json>{"input.keys", {{"steps", {"NoKey"}}}},
         {"input.pointer", {{"steps", {{{"down", "no button"}}}}}}}) {
@@ -216,7 +203,7 @@ TEST_P(ConformanceSession, ADialogThatAClickOpensKeepsNobodyFromBeingAnswered) {
   const long details = handle(one, {{"textContains", "details"}});
   one.ask("element.focus", {{"element", handle(one, {{"placeholder", "User name"}})}});
   one.ask("element.click", {{"element", details}});
-  one.ask("wait.for", {{"conditions", json::array({shows("Really?")})}});
+  one.await(shows("Really?"));
   std::map<json, json> isKey;
   const json windows = one.ask("window.list", json::object())["windows"];
   for (const json& window : windows) {
@@ -229,8 +216,8 @@ TEST_P(ConformanceSession, ADialogThatAClickOpensKeepsNobodyFromBeingAnswered) {
   }
   const long button = handle(one, {{"kind", "UIButton"}, {"text", "OK"}});
   one.ask("element.click", {{"element", button}});
-  one.ask("wait.for", {{"conditions", json::array({shows("Accepted")})}});
-  one.ask("wait.for", {{"conditions", json::array({{{"element", button}, {"is", "gone"}}})}});
+  one.await(shows("Accepted"));
+  one.await({{"element", button}, {"is", "gone"}});
 }
 
 TEST_P(ConformanceSession, BadInputIsAnsweredAndHarmsNobody) {

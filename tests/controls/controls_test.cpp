@@ -18,6 +18,7 @@
 #include "host/stream/StreamSession.h"
 #include "tests/controls/Hand.h"
 #include "tests/support/Desktop.h"
+#include "tests/support/Files.h"
 
 namespace tarni::test {
 namespace {
@@ -294,14 +295,13 @@ INSTANTIATE_TEST_SUITE_P(Of, Controls,
 
 TEST_P(Controls, AreRecordedAndPlayedAgain) {
   const std::string program = GetParam().program;
-  const fs::path folder =
-      fs::temp_directory_path() / ("tarni-controls-" + std::to_string(getpid()));
+  const Folder folder;
   const auto sessions =
       sessionsOf(program.starts_with("qt") ? "Widgets" : "Qt Quick", program.back());
   std::vector<std::future<void>> running;
   for (std::size_t i = 0; i < sessions.size(); ++i) {
     running.push_back(std::async(std::launch::async, [&, i] {
-      Try once(GetParam(), sessions[i], folder / std::to_string(i));
+      Try once(GetParam(), sessions[i], folder.path / std::to_string(i));
       enterOwnNetwork();
       if (!once.record()) return;
       once.playAgain();
@@ -309,7 +309,6 @@ TEST_P(Controls, AreRecordedAndPlayedAgain) {
     }));
   }
   for (auto& session : running) EXPECT_NO_THROW(session.get());
-  fs::remove_all(folder);
 }
 
 }  // namespace

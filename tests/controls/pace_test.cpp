@@ -20,11 +20,8 @@ class Pace : public testing::TestWithParam<std::string> {
  protected:
   // Where the middle of what shows the text is on the screen.
   std::pair<std::string, std::string> middleOf(const json& selector) const {
-    json find = selector;
-    find["all"] = false;
-    const json found = wire_.ask("element.find", find)["elements"][0]["element"];
-    const json rect =
-        wire_.ask("element.describe", {{"element", found}})["description"]["screenRect"];
+    const json found = {{"element", wire_.find(selector)["element"]}};
+    const json rect = wire_.ask("element.describe", found)["description"]["screenRect"];
     const auto middle = [&rect](const char* at, const char* length) {
       return std::to_string(
           static_cast<int>(rect[at].get<double>() + rect[length].get<double>() / 2));
@@ -62,8 +59,7 @@ INSTANTIATE_TEST_SUITE_P(Of, Pace,
                          });
 
 TEST_P(Pace, NothingOfAQuickHandIsLostAndNothingIsInvented) {
-  wire_.ask("wait.for",
-            {{"conditions", json::array({{{"find", {{"text", "Press"}}}}})}, {"timeout", 20'000}});
+  wire_.await({{"find", {{"text", "Press"}}}}, 20'000);
   wire_.ask("record.start", json::object());
   const json press = {{"text", "Press"}, {"kind", "UIButton"}};
   const auto [pressX, pressY] = middleOf(press);
@@ -90,8 +86,7 @@ TEST_P(Pace, NothingOfAQuickHandIsLostAndNothingIsInvented) {
   EXPECT_TRUE(eventually([&] { return steps() == wanted; }));
   EXPECT_EQ(steps(), wanted);
   // The channel's own hands leave nothing.
-  const json button = wire_.ask("element.find", press)["elements"][0]["element"];
-  wire_.ask("element.click", {{"element", button}});
+  wire_.ask("element.click", {{"element", wire_.find(press)["element"]}});
   wire_.ask("input.keys", {{"steps", {"Control+a"}}});
   wire_.ask("record.stop", json::object());
   run({"xdotool", "click", "1"}, display_.environment());
@@ -101,13 +96,11 @@ TEST_P(Pace, NothingOfAQuickHandIsLostAndNothingIsInvented) {
 
 // What the channel does leaves texts and the focus behind, at which the stream of steps looks.
 TEST_P(Pace, TheStreamOfStepsTellsOfNothingThatTheChannelDidAndOfAllThatAPersonDid) {
-  wire_.ask("wait.for",
-            {{"conditions", json::array({{{"find", {{"text", "Press"}}}}})}, {"timeout", 20'000}});
+  wire_.await({{"find", {{"text", "Press"}}}}, 20'000);
   const Wire recorder(kRecorderPort);
   recorder.readMessage();
   const auto named = [this](const char* identifier) {
-    return wire_.ask("element.find",
-                     {{"identifier", identifier}, {"all", false}})["elements"][0]["element"];
+    return wire_.find({{"identifier", identifier}})["element"];
   };
   const json line = named("line");
   const json count = named("count");
@@ -171,6 +164,10 @@ TEST_P(Pace, TheStreamOfStepsTellsOfNothingThatTheChannelDidAndOfAllThatAPersonD
        {[&] { click(field); }, waits, types("ctrl+a"), types("u"), types("s"), waits,
         does("element.setText", {{"element", line}, {"text", "own"}}), waits},
        {"Click", "TypeTextOnEditBox = us", "ClickButton"}},
+      {"a menu opened where a person pointed last",
+       {does("element.click", {{"element", wire_.find({{"text", "File"}})["element"]}}),
+        does("input.keys", {{"steps", {"Escape"}}})},
+       nothing},
       {"a box ticked", {does("element.setValue", {{"element", check}, {"value", true}})}, nothing},
   };
   for (const auto& [what, acts, told] : cases) {

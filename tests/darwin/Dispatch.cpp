@@ -3,7 +3,6 @@
 #include <dispatch/dispatch.h>
 #include <fcntl.h>
 
-#include <chrono>
 #include <cstdio>
 #include <cstdlib>
 #include <memory>

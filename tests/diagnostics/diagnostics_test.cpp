@@ -1,14 +1,13 @@
 // What is left behind for whoever asks later why a run failed.
 #include <filesystem>
-#include <fstream>
 #include <regex>
-#include <sstream>
 
 #include "agent/diagnostics/Screenshots.h"
 #include "agent/diagnostics/ViewHierarchy.h"
 #include "backends/headless/views/Button.h"
 #include "backends/headless/views/Label.h"
 #include "tests/elements/CommandScreen.h"
+#include "tests/support/Files.h"
 
 namespace tarni::test {
 namespace {
@@ -24,33 +23,19 @@ using testing::StartsWith;
 
 class Failures : public CommandScreen {
  protected:
-  Failures()
-      : folder_(fs::temp_directory_path() / ("tarni-diagnostics-" + std::to_string(getpid()))) {
-    use(folder_);
-  }
-  ~Failures() override {
-    unsetenv("KIF_SCREENSHOTS");
-    fs::remove_all(folder_);
-  }
-  Failures(const Failures&) = delete;
-  Failures& operator=(const Failures&) = delete;
+  Failures() { use(folder_.path); }
+  ~Failures() override { unsetenv("KIF_SCREENSHOTS"); }
 
   static void use(const fs::path& folder) { setenv("KIF_SCREENSHOTS", folder.c_str(), 1); }
   void failCommand() { EXPECT_THAT(answer(R"({"functionname":5})"), HasSubstr("exceptionmsg")); }
   // By name, which is by time.
   std::vector<fs::path> files() const {
-    if (!fs::exists(folder_)) return {};
-    std::vector<fs::path> all(fs::directory_iterator(folder_), {});
+    std::vector<fs::path> all(fs::directory_iterator(folder_.path), {});
     std::ranges::sort(all);
     return all;
   }
-  static std::string contents(const fs::path& path) {
-    std::ostringstream text;
-    text << std::ifstream(path, std::ios::binary).rdbuf();
-    return text.str();
-  }
 
-  fs::path folder_;
+  const Folder folder_;
 };
 
 TEST_F(Failures, CommandThatRaisesLeavesPictureAndHierarchy) {
@@ -76,7 +61,7 @@ TEST_F(Failures, AreWrittenIntoTheDirectoryAndNowhereElse) {
   unsetenv("KIF_SCREENSHOTS");
   failCommand();
   EXPECT_THAT(files(), IsEmpty());
-  use(folder_);
+  use(folder_.path);
   complete(Diagnostics::recordFailure("../../" + std::string(500, 'x'), "why"));
   EXPECT_THAT(files(), SizeIs(2));
 }

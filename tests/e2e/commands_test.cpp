@@ -1,10 +1,10 @@
 // A real program in the hands of `tarni`: its commands over the session channel.
 #include <gmock/gmock.h>
 
-#include <filesystem>
 #include <nlohmann/json.hpp>
 
 #include "tests/support/Display.h"
+#include "tests/support/Files.h"
 #include "tests/support/Program.h"
 
 namespace tarni::test {
@@ -18,17 +18,12 @@ using testing::Not;
 class Commands : public testing::TestWithParam<const char*> {
  protected:
   Commands() {
-    std::filesystem::create_directories(folder_);
-    environment_["XDG_RUNTIME_DIR"] = folder_.string();
+    environment_["XDG_RUNTIME_DIR"] = folder_.path;
     program_ =
         std::make_unique<Program>(std::vector<std::string>{built("bin/tarni"), "run", "--",
                                                            built("bin/qt-sample-") + GetParam()},
                                   environment_);
     EXPECT_EQ(said({"wait", "--timeout", "30"}, 0), "");
-  }
-  ~Commands() override {
-    program_.reset();
-    std::filesystem::remove_all(folder_);
   }
 
   // What it printed; it must end with that code.
@@ -40,8 +35,7 @@ class Commands : public testing::TestWithParam<const char*> {
     return tool.output();
   }
 
-  const std::filesystem::path folder_ =
-      std::filesystem::temp_directory_path() / ("tarni-commands-" + std::to_string(getpid()));
+  const Folder folder_;
   const Display display_;
   Program::Environment environment_ = display_.environment();
   std::unique_ptr<Program> program_;

@@ -4,10 +4,10 @@
 #include <sys/stat.h>
 
 #include <csignal>
-#include <filesystem>
 #include <fstream>
 
 #include "tests/support/Desktop.h"
+#include "tests/support/Files.h"
 #include "tests/support/Program.h"
 #include "tests/support/Wire.h"
 
@@ -22,18 +22,6 @@ std::size_t occurrences(const std::string& text, const std::string& part) {
   for (auto at = text.find(part); at != std::string::npos; at = text.find(part, at + 1)) ++count;
   return count;
 }
-
-// A pipe that the typed numbers go through.
-class Typing {
- public:
-  Typing() { mkfifo(path.c_str(), 0600); }
-  Typing(const Typing&) = delete;
-  Typing& operator=(const Typing&) = delete;
-  ~Typing() { std::filesystem::remove(path); }
-
-  const std::string path =
-      std::filesystem::temp_directory_path() / ("tarni-typing-" + std::to_string(getpid()));
-};
 
 struct Place {
   std::string name;
@@ -90,9 +78,11 @@ INSTANTIATE_TEST_SUITE_P(On, Spying,
                          [](const auto& info) { return info.param.name; });
 
 TEST_P(Spying, TenNumbersInARowAreShownAndSpyingEnds) {
-  const Typing typing;
-  Program spy({"sh", "-c", "exec \"$0\" spy < " + typing.path, built("bin/tarni")});
-  std::ofstream numbers(typing.path);
+  const Folder folder;
+  const std::string typing = folder.path / "typing";
+  mkfifo(typing.c_str(), 0600);
+  Program spy({"sh", "-c", "exec \"$0\" spy < " + typing, built("bin/tarni")});
+  std::ofstream numbers(typing);
   ASSERT_TRUE(eventually([&] { return occurrences(program_->output(), "Switching to spy") == 1; }));
 
   for (std::size_t picks = 1; picks <= 5; ++picks) {

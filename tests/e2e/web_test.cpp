@@ -15,6 +15,7 @@
 #include "host/session/Session.h"
 #include "host/stream/StreamSession.h"
 #include "tests/support/Display.h"
+#include "tests/support/Files.h"
 #include "tests/support/Program.h"
 #include "tests/support/Wire.h"
 
@@ -46,8 +47,7 @@ void killRenderersOf(pid_t pid) {
   std::istringstream children(
       run({"sh", "-c", "cat /proc/" + std::to_string(pid) + "/task/*/children || true"}));
   for (pid_t child = 0; children >> child;) {
-    std::ifstream file("/proc/" + std::to_string(child) + "/cmdline");
-    const std::string command((std::istreambuf_iterator<char>(file)), {});
+    const std::string command = contents("/proc/" + std::to_string(child) + "/cmdline");
     if (command.find("--type=renderer") != std::string::npos) kill(child, SIGKILL);
     killRenderersOf(child);
   }
@@ -80,12 +80,9 @@ class SilentServer {
 
 class Sample : public testing::TestWithParam<const char*> {
  protected:
-  void SetUp() override { std::filesystem::create_directories(folder_); }
-  void TearDown() override { std::filesystem::remove_all(folder_); }
-
   Program::Environment environment() const {
     Program::Environment all = display_.environment();
-    all["HOME"] = all["XDG_RUNTIME_DIR"] = folder_;
+    all["HOME"] = all["XDG_RUNTIME_DIR"] = folder_.path;
     all["QT_QUICK_BACKEND"] = "software";
     all["QTWEBENGINE_DISABLE_SANDBOX"] = "1";
     return all;
@@ -95,20 +92,9 @@ class Sample : public testing::TestWithParam<const char*> {
     return std::make_unique<Program>(command, environment());
   }
   std::string written(const char* name, const std::string& contents) const {
-    std::ofstream(folder_ / name) << contents;
-    return folder_ / name;
+    std::ofstream(folder_.path / name) << contents;
+    return folder_.path / name;
   }
-  // The element of the page, once it is there.
-  static std::string await(const Playback& playback, const std::string& tag,
-                           const std::string& text) {
-    std::vector<std::string> found;
-    const bool isThere = eventually([&] {
-      found = playback.find(tag, "text", text);
-      return found.size() == 1;
-    });
-    return isThere ? found[0] : "no " + tag + " " + text;
-  }
-
   std::string sample() const { return built("bin/" + std::string(GetParam())); }
   std::unique_ptr<Program> startSample(const std::string& shown) const {
     return start({sample(), shown});
@@ -142,9 +128,8 @@ class Sample : public testing::TestWithParam<const char*> {
     steps_.clear();
   }
 
-  Display display_{1000, 800};
-  std::filesystem::path folder_ =
-      std::filesystem::temp_directory_path() / ("tarni-pages-" + std::to_string(getpid()));
+  const Display display_{1000, 800};
+  const Folder folder_;
   std::vector<ordered_json> steps_;
 };
 
@@ -154,7 +139,7 @@ INSTANTIATE_TEST_SUITE_P(On, Sample, testing::Values("web-sample-5", "web-sample
                          });
 
 TEST_P(Sample, NativeControlsAndPagesMakeOneSession) {
-  const auto session = (folder_ / "session.json").string();
+  const auto session = (folder_.path / "session.json").string();
   {
     const auto program = startSample(page("form.html"));
     const Wire recorder(kRecorderPort);
@@ -192,7 +177,7 @@ TEST_P(Sample, NativeControlsAndPagesMakeOneSession) {
                   "Mobile_SelectSwitch INPUT \"A gift\" \"\"", "ClickButton BUTTON \"More\" \"\"",
                   "ClickButton BUTTON \"Send order\" \"\"",
                   "ClickButton UIButton \"Close order\" \"\"", "Click A \"Terms\" \"\""));
-  const auto report = (folder_ / "report").string();
+  const auto report = (folder_.path / "report").string();
   Program player({built("bin/tarni"), "play", "--report", report, session}, environment());
   EXPECT_EQ(player.wait(60s), 0) << player.output();
   EXPECT_THAT(player.output(), HasSubstr("9 of 9 steps passed"));
@@ -217,7 +202,7 @@ TEST_P(Sample, TextTypedInAPageGoesBeforeTheTapThatFollows) {
 }
 
 TEST_P(Sample, TheChannelTellsOfThePageAndOfControlsInTheOrderOfTheActs) {
-  const auto session = (folder_ / "session.json").string();
+  const auto session = (folder_.path / "session.json").string();
   std::vector<std::string> words;
   const auto recorded = [&] {
     words.clear();
@@ -231,7 +216,7 @@ TEST_P(Sample, TheChannelTellsOfThePageAndOfControlsInTheOrderOfTheActs) {
   };
   {
     const auto program = startSample(page("form.html"));
-    ASSERT_EQ(await(Playback(), "A", "Terms").find("no "), std::string::npos);
+    Playback().await("A", "text", "Terms");
     Program recorder({built("bin/tarni"), "record", "-o", session}, environment());
     ASSERT_TRUE(eventually([&] { return recorded() == 0 && std::filesystem::exists(session); }));
     display_.click(180, 69);
@@ -264,14 +249,14 @@ TEST_P(Sample, AViewThatIsAWindowOfItsOwnIsOneAllTheSame) {
   EXPECT_EQ(lineOf(steps_[0]), "ClickImage IMG \"Logo\" \"\"");
   EXPECT_THAT(steps_[0]["arguments"][0]["ObjectImage"].get<std::string>(), HasSubstr("/9j/"));
   const Playback playback;
-  EXPECT_THAT(await(playback, "IMG", "Logo"), testing::StartsWith("web-"));
+  EXPECT_THAT(playback.await("IMG", "text", "Logo"), testing::StartsWith("web-"));
   EXPECT_THAT(playback.find("UIWebView"), SizeIs(1));
 }
 
 TEST_P(Sample, AnAlertOfAPageIsClosedByTheNextCommand) {
   const auto program = startSample(page("form.html"));
   const Playback playback;
-  const std::string button = await(playback, "BUTTON", "Ask");
+  const std::string button = playback.await("BUTTON", "text", "Ask");
   playback.command("clickelement", button);
   std::string ok;
   ASSERT_TRUE(eventually([&] {
@@ -280,14 +265,14 @@ TEST_P(Sample, AnAlertOfAPageIsClosedByTheNextCommand) {
     return !found.empty();
   })) << program->output();
   playback.command("clickelement", ok);
-  EXPECT_THAT(await(playback, "OUTPUT", "alert closed"), testing::StartsWith("web-"));
+  EXPECT_THAT(playback.await("OUTPUT", "text", "alert closed"), testing::StartsWith("web-"));
 }
 
 TEST_P(Sample, APageThatHangsOrDiesHoldsNobody) {
   const auto program =
       startSample(written("hang.html", "<title>Busy</title><button onclick='while (true);'>Hang"));
   const Playback playback;
-  const std::string hang = await(playback, "BUTTON", "Hang");
+  const std::string hang = playback.await("BUTTON", "text", "Hang");
   const auto pressClose = [&] {
     playback.command("clickelement", playback.one("UIButton", "text", "Close order"));
     return playback.find("UILabel", "partialtext", "Closed").size() == 1;
@@ -308,7 +293,7 @@ TEST_P(Sample, APageThatHangsOrDiesHoldsNobody) {
 
 // The call that hangs is lost with the page: nobody waits for its answer for ever.
 TEST_P(Sample, APageThatHangsOnItsWayToAnotherIsLeftBehind) {
-  Program server({built("bin/tarni"), "scripts", "serve", "--folder", folder_});
+  Program server({built("bin/tarni"), "scripts", "serve", "--folder", folder_.path});
   ASSERT_TRUE(eventually([&] { return server.output().ends_with('\n'); }));
   const std::string output = server.output();
   const std::string port = output.substr(output.rfind(':'), output.size() - 1 - output.rfind(':'));
@@ -320,9 +305,10 @@ TEST_P(Sample, APageThatHangsOnItsWayToAnotherIsLeftBehind) {
   const Program program(
       {built("bin/tarni"), "run", "--", sample(), "http://localhost" + port + "/here.html"}, all);
   const Playback playback;
-  playback.command("clickelement", await(playback, "BUTTON", "Leave"));
+  playback.command("clickelement", playback.await("BUTTON", "text", "Leave"));
   playback.find("BUTTON");
-  EXPECT_THAT(await(playback, "H1", "There"), testing::StartsWith("web-")) << program.output();
+  EXPECT_THAT(playback.await("H1", "text", "There"), testing::StartsWith("web-"))
+      << program.output();
 }
 
 TEST_P(Sample, APageThatNeverStopsLoadingHoldsNobody) {
@@ -353,7 +339,7 @@ TEST_P(Sample, OddPagesAreUsed) {
     <input placeholder="Name"><svg width="9" height="9"><desc></desc></svg>
     <script>document.querySelector('desc').textContent = 'x'.repeat(10000000);</script>)"));
   const Playback playback;
-  const std::string name = await(playback, "INPUT", "Name");
+  const std::string name = playback.await("INPUT", "text", "Name");
   playback.command("sendkeysonelement", name, "Ada");
   EXPECT_EQ(playback.output("gettext", name), "Ada");
   EXPECT_THAT(playback.find("BUTTON", "text", "Foreign"), IsEmpty());

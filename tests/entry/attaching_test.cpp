@@ -4,27 +4,16 @@
 #include <filesystem>
 #include <fstream>
 
+#include "tests/host/Tarni.h"
 #include "tests/support/Compositor.h"
+#include "tests/support/Files.h"
 #include "tests/support/Program.h"
 #include "tests/support/Wire.h"
 
 namespace tarni::test {
 namespace {
 
-using namespace std::chrono_literals;
 using testing::HasSubstr;
-
-struct Result {
-  int code;
-  std::string output;
-};
-
-Result tarni(std::vector<std::string> arguments, const Program::Environment& environment = {}) {
-  arguments.insert(arguments.begin(), built("bin/tarni"));
-  Program program(arguments, environment);
-  const int code = program.wait(60s);
-  return {code, program.output()};
-}
 
 Result attachTo(const Program& program, const Program::Environment& environment = {}) {
   return tarni({"attach", std::to_string(program.pid())}, environment);
@@ -33,9 +22,8 @@ Result attachTo(const Program& program, const Program::Environment& environment 
 // Waits until its windows are up.
 bool hasMapped(const Program& program, const std::string& library) {
   return eventually([&] {
-    std::ifstream maps("/proc/" + std::to_string(program.pid()) + "/maps");
-    const std::string all((std::istreambuf_iterator<char>(maps)), {});
-    return all.find(library) != std::string::npos;
+    const std::string maps = contents("/proc/" + std::to_string(program.pid()) + "/maps");
+    return maps.find(library) != std::string::npos;
   });
 }
 
@@ -86,10 +74,8 @@ TEST(OutOfReach, IsSaidWithItsReason) {
   EXPECT_THAT(attachTo(without).output, HasSubstr("uses no Qt with windows"));
 
   // What a static Qt leaves in a program is its line of how it was built.
-  const auto folder =
-      std::filesystem::temp_directory_path() / ("tarni-out-of-reach-" + std::to_string(getpid()));
-  std::filesystem::create_directories(folder);
-  const auto builtIn = folder / "static";
+  const Folder folder;
+  const auto builtIn = folder.path / "static";
   std::filesystem::copy_file("/bin/sleep", builtIn);
   std::ofstream(builtIn, std::ios::app)
       << "Qt 5.15.8 (x86_64-little_endian-lp64 static release build; by GCC 12.2.0)";
@@ -100,11 +86,10 @@ TEST(OutOfReach, IsSaidWithItsReason) {
   EXPECT_THAT(tarni({"run", "--", builtIn, "0"}).output,
               HasSubstr("note: " + builtIn.string() + " has its toolkit built in"));
 
-  const auto flatpak = folder / "flatpak";
+  const auto flatpak = folder.path / "flatpak";
   std::filesystem::copy_file("/bin/true", flatpak);
   EXPECT_THAT(tarni({"run", "--", flatpak, "run", "org.kde.kate"}).output,
               HasSubstr("starts its program in a sandbox, out of the agent's reach"));
-  std::filesystem::remove_all(folder);
 
   const Program::Environment wayland{{"WAYLAND_DISPLAY", "wayland-9"}, {"DISPLAY", ""}};
   EXPECT_THAT(

@@ -5,6 +5,7 @@
 
 #include <filesystem>
 
+#include "tests/support/Files.h"
 #include "tests/support/Program.h"
 #include "tests/support/Wire.h"
 
@@ -131,15 +132,13 @@ TEST_P(Loading, StartsNoAgentWithoutWindows) {
 }
 
 TEST(Launcher, SaysWhyItCannotLoad) {
-  const std::string folder = testing::TempDir() + "tarni-launcher-alone";
-  std::filesystem::create_directories(folder);
-  const std::string alone = folder + "/libtarni.so";
-  std::filesystem::copy_file(launcher(), alone, std::filesystem::copy_options::overwrite_existing);
+  const Folder folder;
+  const std::string alone = folder.path / "libtarni.so";
+  std::filesystem::copy_file(launcher(), alone);
   const std::string output =
       run({built("bin/qt-parent-5"), "true"},
           {{"LD_PRELOAD", preload(alone)}, {"QT_QPA_PLATFORM", "offscreen"}});
-  EXPECT_THAT(output, HasSubstr("agent not loaded: " + folder + "/libtarni-qt5.so"));
-  std::filesystem::remove_all(folder);
+  EXPECT_THAT(output, HasSubstr("agent not loaded: " + folder.path.string() + "/libtarni-qt5.so"));
 }
 
 }  // namespace

@@ -60,8 +60,7 @@ TEST_P(Unruly, OnesThatBlockAreNamedToSessions) {
   start();
   const SessionWire one(session_.socket());
   const SessionWire other(session_.socket());
-  const nlohmann::json found = one.ask("element.find", {{"text", "Block"}, {"all", false}});
-  one.send("element.click", {{"element", found["elements"][0]["element"]}}, 1);
+  one.send("element.click", {{"element", one.find({{"text", "Block"}})["element"]}}, 1);
   nlohmann::json error;
   ASSERT_TRUE(eventually([&] {
     other.send("app.info", {{"timeout", 300}}, 1);

@@ -1,13 +1,11 @@
 // A platform that does its part badly: drawing that fails, scripts that are not answered, a clock
 // that jumps.
-#include <unistd.h>
 
 #include <coroutine>
 #include <filesystem>
 #include <limits>
 #include <new>
 #include <nlohmann/json.hpp>
-#include <ostream>
 
 #include "agent/TcpCommunication/PlaybackExecutor.h"
 #include "agent/WebView/WebView.h"
@@ -20,6 +18,7 @@
 #include "backends/headless/views/Window.h"
 #include "platform/Foundation/NSException.h"
 #include "tests/recording/Recording.h"
+#include "tests/support/Files.h"
 
 namespace tarni::test {
 namespace {
@@ -138,13 +137,11 @@ TEST_P(Drawing, FailsWithoutAStepBeingLost) {
 }
 
 TEST_P(Drawing, FailsWithoutTheViewTreeOfAFailureBeingLost) {
-  const fs::path folder = fs::temp_directory_path() / ("tarni-faults-" + std::to_string(getpid()));
-  fs::create_directories(folder);
-  setenv("KIF_SCREENSHOTS", folder.c_str(), 1);
+  const Folder folder;
+  setenv("KIF_SCREENSHOTS", folder.path.c_str(), 1);
   answer({{"functionname", 5}});
   unsetenv("KIF_SCREENSHOTS");
-  const std::vector<fs::path> written(fs::directory_iterator(folder), {});
-  fs::remove_all(folder);
+  const std::vector<fs::path> written(fs::directory_iterator(folder.path), {});
   EXPECT_TRUE(std::ranges::any_of(written,
                                   [](const fs::path& path) { return path.extension() == ".txt"; }));
 }

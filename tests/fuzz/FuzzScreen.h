@@ -4,7 +4,6 @@
 
 #include <cstddef>
 #include <optional>
-#include <stdexcept>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -16,9 +15,7 @@
 #include "backends/headless/History.h"
 #include "backends/headless/views/Bars.h"
 #include "backends/headless/views/Button.h"
-#include "backends/headless/views/ImageView.h"
 #include "backends/headless/views/Label.h"
-#include "backends/headless/views/PickerView.h"
 #include "backends/headless/views/SegmentedControl.h"
 #include "backends/headless/views/Slider.h"
 #include "backends/headless/views/Switch.h"

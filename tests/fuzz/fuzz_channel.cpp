@@ -1,7 +1,6 @@
 // Requests of the session channel, one a line, by a client of its own for each input, on a screen
 // with a view of every kind. What is sent back is JSON-RPC, and another client is answered all the
 // time.
-#include <fcntl.h>
 #include <sys/socket.h>
 #include <unistd.h>
 

@@ -1,8 +1,6 @@
 // The command `tarni` as a person or a script meets it, against an agent that plays by a script.
 #include <gmock/gmock.h>
 
-#include <cstdlib>
-#include <filesystem>
 #include <fstream>
 #include <map>
 #include <mutex>
@@ -11,6 +9,7 @@
 #include "host/wire/Ports.h"
 #include "tests/host/ScriptedAgent.h"
 #include "tests/host/Tarni.h"
+#include "tests/support/Files.h"
 #include "tests/support/Program.h"
 
 namespace tarni::test {
@@ -140,8 +139,8 @@ TEST_F(CommandLine, ActsOnTheOneElementThatFits) {
 
 TEST_F(CommandLine, CarriesOutAScriptInOneConnection) {
   serve(1);
-  const auto script =
-      std::filesystem::temp_directory_path() / ("tarni-script-" + std::to_string(getpid()));
+  const Folder folder;
+  const auto script = folder.path / "script";
   std::ofstream(script) << "# a comment\n\nfind UIButton\n"
                         << "selected --xpath '\\UIView[0]\\UISwitch[0]'\n"
                         << "click --text OK\n";
@@ -154,7 +153,6 @@ TEST_F(CommandLine, CarriesOutAScriptInOneConnection) {
   serve(1);
   EXPECT_EQ(tarni({"do", "--keep-going", script.string()}).code, 1);
   EXPECT_EQ(json::parse(lastLine())["functionname"], "clickelement");
-  std::filesystem::remove(script);
 }
 
 TEST_F(CommandLine, PutsTheViewTreeTogetherAndWritesPictures) {
@@ -176,14 +174,12 @@ TEST_F(CommandLine, PutsTheViewTreeTogetherAndWritesPictures) {
             "A[0]  3x4 at 1,2\n  B[0]  3x4 at 1,2\n    C[0]  3x4 at 1,2\n  B[1]  3x4 at 1,2\n"
             "A[1]  3x4 at 1,2\n");
   EXPECT_THAT(tarni({"tree", "--paths"}).output, HasSubstr("\n\\A[0]\\B[0]\\C[0]  "));
-  const auto folder =
-      std::filesystem::temp_directory_path() / ("tarni-pictures-" + std::to_string(getpid()));
-  EXPECT_EQ(tarni({"describe", "--images", folder.string()}).code, 0);
-  std::ifstream picture(folder / "3-C.jpg");
+  const Folder folder;
+  EXPECT_EQ(tarni({"describe", "--images", folder.path}).code, 0);
+  std::ifstream picture(folder.path / "3-C.jpg");
   std::string bytes;
   picture >> bytes;
   EXPECT_EQ(bytes, "hello");
-  std::filesystem::remove_all(folder);
 }
 
 TEST_F(CommandLine, ShowsWhatWouldSteerTheTerminal) {
@@ -200,13 +196,12 @@ TEST_F(CommandLine, ShowsWhatWouldSteerTheTerminal) {
         return fails ? json{{{"exceptionmsg", evil}}}.dump() : element.dump();
       }),
       6);
-  const auto folder =
-      std::filesystem::temp_directory_path() / ("tarni-evil-" + std::to_string(getpid()));
+  const Folder folder;
   for (const auto& command :
        std::vector<std::vector<std::string>>{{"find", "A"},
                                              {"tree"},
                                              {"tree", "--paths"},
-                                             {"describe", "--images", folder.string()},
+                                             {"describe", "--images", folder.path},
                                              {"--json", "describe"},
                                              {"width", "A"}}) {
     const auto result = tarni(command);
@@ -215,7 +210,6 @@ TEST_F(CommandLine, ShowsWhatWouldSteerTheTerminal) {
                 Not(testing::ContainsRegex("[\x01-\x09\x0B-\x1F\x7F]|\u009B|\u202E")));
     EXPECT_THAT(result.output, Not(HasSubstr("\nA"))) << command.front();
   }
-  std::filesystem::remove_all(folder);
   const ScriptedAgent recorder(kRecorderPort, [&](Peer& peer) {
     peer.sendFramed(json{{{"tagName", "A"}, {"class", evil}, {"xpath:position", evil}}}.dump());
     peer.readLine();

@@ -1,15 +1,14 @@
 // What `tarni run --isolated` promises: nothing outside the program's network reaches its ports.
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
-#include <unistd.h>
 
 #include <algorithm>
 #include <filesystem>
 #include <fstream>
 #include <memory>
-#include <sstream>
 
 #include "tests/host/Tarni.h"
+#include "tests/support/Files.h"
 #include "tests/support/Program.h"
 #include "tests/support/Wire.h"
 
@@ -31,11 +30,7 @@ bool isReached(const char* address, std::uint16_t port) {
 class Isolation : public testing::Test {
  protected:
   // A machine with an address that others see, as far as this one's own network goes.
-  Isolation() {
-    fs::create_directories(folder_);
-    run({"ip", "address", "replace", std::string(kOutside) + "/32", "dev", "lo"});
-  }
-  ~Isolation() override { fs::remove_all(folder_); }
+  Isolation() { run({"ip", "address", "replace", std::string(kOutside) + "/32", "dev", "lo"}); }
 
   std::unique_ptr<Program> start(const std::vector<std::string>& options) {
     std::vector<std::string> command{built("bin/tarni"), "run"};
@@ -58,17 +53,15 @@ class Isolation : public testing::Test {
     std::ifstream children("/proc/" + self + "/task/" + self + "/children");
     std::string child;
     while (children >> child) continue;  // the program is the last one
-    std::ostringstream text;
-    text << std::ifstream("/proc/" + (child.empty() ? self : child) + "/net/" + name).rdbuf();
-    return text.str();
+    return contents("/proc/" + (child.empty() ? self : child) + "/net/" + name);
   }
   static long interfacesOf(const Program& tarni) {
     const std::string table = networkFile(tarni, "dev");
     return std::ranges::count(table, ':');
   }
 
-  const fs::path folder_ = fs::temp_directory_path() / ("tarni-alone-" + std::to_string(getpid()));
-  Program::Environment environment_ = {{"XDG_RUNTIME_DIR", folder_.string()},
+  const Folder folder_;
+  Program::Environment environment_ = {{"XDG_RUNTIME_DIR", folder_.path},
                                        {"TARNI_LIBRARY", "/lib/x86_64-linux-gnu/libm.so.6"}};
 };
 
@@ -119,7 +112,7 @@ TEST_F(Isolation, GivesEachProgramANameToBeReachedBy) {
     return first->output().find("s: reach it with tarni --in first …\n") != std::string::npos;
   })) << first->output();
   EXPECT_THAT(tarni({"--in", "first", "find"}, {{"XDG_RUNTIME_DIR", ""}}).output,
-              HasSubstr("one is known in " + folder_.string() + "/tarni, but"));
+              HasSubstr("one is known in " + folder_.path.string() + "/tarni, but"));
   first->signal(SIGTERM);
   EXPECT_EQ(first->wait(std::chrono::seconds(10)), 128 + SIGTERM);
   const auto gone = tarni({"--in", "first", "find"}, environment_);

@@ -1,13 +1,11 @@
 // `tarni play` of sessions of the session channel, on a program with the agent in it.
 #include <gmock/gmock.h>
-#include <unistd.h>
 
 #include <filesystem>
-#include <fstream>
-#include <sstream>
 
 #include "host/session/Session.h"
 #include "tests/host/Tarni.h"
+#include "tests/support/Files.h"
 
 namespace tarni::test {
 namespace {
@@ -34,7 +32,6 @@ Step step(const std::string& act, const Json& element, const Json& more = Json::
 class Plays : public testing::Test {
  protected:
   Plays() {
-    std::filesystem::create_directories(folder_);
     session_.program = {built("bin/tarni-headless")};
     add(step("type", element({{{"identifier", "username"}}}), {{"text", "mária"}}));
     add(step("type", element({{{"identifier", "password"}}}), {{"secret", "Pass word"}}));
@@ -43,7 +40,6 @@ class Plays : public testing::Test {
              element({{{"text", "Log on"}}, {{"text", "Log in"}, {"class", "UIButton"}}})));
     add(Step::check(element({{{"identifier", "welcome"}}}), "Hello, mária"));
   }
-  ~Plays() override { std::filesystem::remove_all(folder_); }
 
   void add(const Step& step) { session_.insert(session_.steps().size(), step); }
 
@@ -52,16 +48,9 @@ class Plays : public testing::Test {
     return tarni(options, environment);
   }
 
-  static std::string contents(const std::filesystem::path& path) {
-    std::ostringstream text;
-    text << std::ifstream(path).rdbuf();
-    return text.str();
-  }
-
   Session session_;
-  const std::filesystem::path folder_ =
-      std::filesystem::temp_directory_path() / ("tarni-plays-" + std::to_string(getpid()));
-  const std::filesystem::path file_ = folder_ / "session.json";
+  const Folder folder_;
+  const std::filesystem::path file_ = folder_.path / "session.json";
 };
 
 TEST_F(Plays, TakeTheFirstWayThatFitsAndWriteABetterOneWhenAsked) {
@@ -106,7 +95,7 @@ TEST_F(Plays, SayWhatWasThereInsteadAndGoOnWhenAsked) {
   session_.remove(1);
   session_.replace(2, step("click", element({{{"text", "Lug in"}}})));
   session_.save(file_);
-  const auto junit = folder_ / "junit.xml";
+  const auto junit = folder_.path / "junit.xml";
   const auto failed = play({"--junit", junit.string()});
   EXPECT_EQ(failed.code, 1);
   EXPECT_THAT(failed.output,

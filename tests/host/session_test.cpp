@@ -6,7 +6,6 @@
 #include <filesystem>
 #include <fstream>
 #include <nlohmann/json.hpp>
-#include <sstream>
 
 #include "host/session/Session.h"
 #include "host/stream/StreamSession.h"
@@ -14,6 +13,7 @@
 #include "tests/host/ScriptedAgent.h"
 #include "tests/host/ScriptedScreen.h"
 #include "tests/host/Tarni.h"
+#include "tests/support/Files.h"
 #include "tests/support/Program.h"
 
 namespace tarni::test {
@@ -36,13 +36,6 @@ constexpr auto kAll = std::filesystem::perms{0666};
 constexpr auto kOwn = std::filesystem::perms{0600};
 constexpr uid_t kNobody = 65534;
 
-std::string contents(const std::filesystem::path& path) {
-  std::ifstream file(path, std::ios::binary);
-  std::ostringstream text;
-  text << file.rdbuf();
-  return text.str();
-}
-
 ordered_json step(const std::string& action, const std::string& className, const std::string& xpath,
                   const std::string& text, int index, const std::string& data = "") {
   return {{"action", action},
@@ -59,9 +52,6 @@ ordered_json step(const std::string& action, const std::string& className, const
 
 class Sessions : public testing::Test {
  protected:
-  Sessions() { std::filesystem::create_directories(folder_); }
-  ~Sessions() override { std::filesystem::remove_all(folder_); }
-
   // Plays the steps on the screen, as on a program that runs already.
   Result play(ScriptedScreen& screen, const std::vector<ordered_json>& steps,
               const std::vector<std::string>& options = {}) const {
@@ -74,9 +64,8 @@ class Sessions : public testing::Test {
     return tarni(arguments);
   }
 
-  std::filesystem::path folder_ =
-      std::filesystem::temp_directory_path() / ("tarni-sessions-" + std::to_string(getpid()));
-  std::filesystem::path file_ = folder_ / "session.json";
+  const Folder folder_;
+  const std::filesystem::path file_ = folder_.path / "session.json";
   std::string program_ = "wire_session";  // this test, which serves the port
 };
 
@@ -207,21 +196,21 @@ TEST_F(Sessions, ThatAreBadAreNamedByLineBeforeAnythingIsStarted) {
     EXPECT_EQ(result.code, 2) << one.text;
     EXPECT_THAT(result.output, HasSubstr("session.json" + std::string(one.complaint)));
   }
-  EXPECT_EQ(tarni({"play", (folder_ / "none").string()}).code, 5);
+  EXPECT_EQ(tarni({"play", (folder_.path / "none").string()}).code, 5);
 }
 
 TEST_F(Sessions, StayWhenTheNextRecordingCannotBegin) {
   { host::StreamSessionWriter(file_, {program_}).add(1, step("Click", "UIView", "", "kept", 0)); }
-  EXPECT_NE(tarni({"record", "-o", file_.string()}).code, 0);
+  EXPECT_NE(tarni({"--connect-timeout", "0", "record", "-o", file_.string()}).code, 0);
   EXPECT_EQ(host::readStreamSession(file_).steps.size(), 1U);
-  const auto other = folder_ / "other.json";
-  EXPECT_NE(tarni({"record", "-o", other.string()}).code, 0);
+  const auto other = folder_.path / "other.json";
+  EXPECT_NE(tarni({"--connect-timeout", "0", "record", "-o", other.string()}).code, 0);
   EXPECT_FALSE(std::filesystem::exists(other));
 }
 
 TEST_F(Sessions, AreReadByTheirUserAloneAndWrittenOverNobodyElsesLink) {
-  const auto secret = folder_ / "secret.json";
-  const auto link = folder_ / "link.json";
+  const auto secret = folder_.path / "secret.json";
+  const auto link = folder_.path / "link.json";
   std::ofstream(file_) << "old";
   std::filesystem::permissions(file_, kAll);
   std::filesystem::create_symlink(secret, link);
@@ -239,7 +228,7 @@ TEST_F(Sessions, AreReadByTheirUserAloneAndWrittenOverNobodyElsesLink) {
 }
 
 TEST_F(Sessions, ThatOthersMayWriteStartTheirProgramOnlyWhenTrusted) {
-  const auto proof = folder_ / "started";
+  const auto proof = folder_.path / "started";
   { const host::StreamSessionWriter writer(file_, {"touch", proof.string()}); }
   const Program::Environment environment = {{"TARNI_LIBRARY", "/lib/x86_64-linux-gnu/libm.so.6"}};
   std::filesystem::permissions(file_, kAll);
@@ -502,7 +491,7 @@ TEST_F(Sessions, OfAnotherProgramAreWarnedOf) {
 TEST_F(Sessions, AreReportedOnOnePageWithEverythingEscaped) {
   const std::string evil = "<script>alert('&\"')</script>";
   ScriptedScreen screen({{"UIButton", "\\UIButton[0]", evil}});
-  const auto report = folder_ / "deep" / "report";
+  const auto report = folder_.path / "deep" / "report";
   const auto result = play(screen,
                            {step("ClickButton", "UIButton", "\\UIButton[0]", evil, 0),
                             step("ClickButton", "UILabel", "\\" + evil, evil, 4),

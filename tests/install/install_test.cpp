@@ -3,7 +3,6 @@
 #include <gtest/gtest.h>
 
 #include <filesystem>
-#include <memory>
 
 #include "tests/support/Display.h"
 #include "tests/support/Program.h"

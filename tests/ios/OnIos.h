@@ -4,7 +4,6 @@
 
 #include <gtest/gtest.h>
 
-#include <mutex>
 #include <string>
 #include <vector>
 
@@ -13,19 +12,9 @@
 #import "tests/ios/uikit/Faults.h"
 #import "tests/ios/uikit/Record.h"
 #import "tests/ios/uikit/UIKit.h"
+#include "tests/posix/LineLog.h"
 
 namespace tarni::test {
-
-class KeptLog : public platform::SystemLog {
- public:
-  void write(std::string_view line) noexcept override;
-  // Those that hold the text.
-  std::vector<std::string> linesWith(std::string_view text) const;
-
- private:
-  mutable std::mutex mutex_;
-  std::vector<std::string> lines_;
-};
 
 class OnIos : public testing::Test {
  protected:
@@ -49,7 +38,7 @@ class OnIos : public testing::Test {
   static platform::UIViewRef ref(id view) { return ios::viewOf(view); }
 
   NSAutoreleasePool* const pool_ = [[NSAutoreleasePool alloc] init];
-  KeptLog& log_;
+  LineLog& log_;
   UIApplication* const application_;
   UIWindow* const window_;
 };

@@ -8,8 +8,8 @@ namespace tarni::test {
 namespace {
 
 // Threads of the agent write to it until the process ends.
-KeptLog& installedLog() {
-  auto& log = *new KeptLog;
+LineLog& installedLog() {
+  auto& log = *new LineLog;
   platform::Platform platform = ios::iosPlatform();
   platform.log = &log;
   platform::install(platform);
@@ -19,19 +19,6 @@ KeptLog& installedLog() {
 UIApplication* anApplication() { return UIApplicationMake(@"UIApplication"); }
 
 }  // namespace
-
-void KeptLog::write(std::string_view line) noexcept {
-  const std::lock_guard lock(mutex_);
-  lines_.emplace_back(line);
-}
-
-std::vector<std::string> KeptLog::linesWith(std::string_view text) const {
-  const std::lock_guard lock(mutex_);
-  std::vector<std::string> found;
-  std::ranges::copy_if(lines_, std::back_inserter(found),
-                       [&](const std::string& line) { return line.find(text) != line.npos; });
-  return found;
-}
 
 OnIos::OnIos()
     : log_(installedLog()),

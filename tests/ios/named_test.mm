@@ -74,6 +74,7 @@ using nlohmann::json;
 
 class Named : public OnIos {
  protected:
+  Named() { UIWaitsAreSkipped = YES; }
   ~Named() override { GlobalVars::sharedInstance().set_isPlaybackStarted(std::nullopt); }
 
   json ask(const json& command) { return json::parse(answer(command.dump()), nullptr, false); }

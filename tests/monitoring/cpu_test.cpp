@@ -1,7 +1,6 @@
 // The load of the processor's cores.
 #include "agent/CPU/CPUInfoController.h"
 #include "agent/CPU/CPULoadFilter.h"
-#include "agent/RAM/Memory.h"
 #include "backends/posix/MachHost.h"
 #include "tests/monitoring/Machine.h"
 

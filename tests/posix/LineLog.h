@@ -38,9 +38,11 @@ class LineLog : public platform::SystemLog {
     return lines_;
   }
 
-  long count(const std::string& line) const {
-    const std::lock_guard lock(mutex_);
-    return std::ranges::count(lines_, line);
+  // Those that hold the part.
+  std::vector<std::string> linesWith(std::string_view part) const {
+    std::vector<std::string> found = lines();
+    std::erase_if(found, [&](const std::string& line) { return line.find(part) == line.npos; });
+    return found;
   }
 
   // Waits for so many lines that hold `part`; false when they do not come for a long time.

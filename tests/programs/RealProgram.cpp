@@ -2,24 +2,12 @@
 
 #include <fstream>
 #include <regex>
-#include <stdexcept>
 
 namespace tarni::test {
 
 namespace fs = std::filesystem;
 
-RealProgram::RealProgram(std::vector<std::string> command)
-    : command_(std::move(command)),
-      home_(fs::temp_directory_path() / ("tarni-home-" + std::to_string(getpid()))) {
-  fs::create_directories(home_);
-}
-
-RealProgram::~RealProgram() {
-  program_.reset();
-  bus_.reset();
-  std::error_code ignored;
-  fs::remove_all(home_, ignored);
-}
+RealProgram::RealProgram(std::vector<std::string> command) : command_(std::move(command)) {}
 
 void RealProgram::SetUp() {
   Program::Environment environment = agentEnvironment();
@@ -29,13 +17,13 @@ void RealProgram::SetUp() {
     desktop_ = Desktop::make(platform == "wayland" ? 1 : 0);
     desktop_->addTo(environment);
   }
-  environment["HOME"] = environment["XDG_RUNTIME_DIR"] = environment["TMPDIR"] = home_;
+  environment["HOME"] = environment["XDG_RUNTIME_DIR"] = environment["TMPDIR"] = home_.path;
   environment["XDG_CONFIG_HOME"] = environment["XDG_DATA_HOME"] = environment["XDG_CACHE_HOME"] =
       "";
   // By the renderer that needs no graphics card, and without the sandbox, which root does not get.
   environment["QT_QUICK_BACKEND"] = "software";
   environment["QTWEBENGINE_DISABLE_SANDBOX"] = "1";
-  const std::string bus = "unix:path=" + (home_ / "bus").string();
+  const std::string bus = "unix:path=" + (home_.path / "bus").string();
   environment["DBUS_SESSION_BUS_ADDRESS"] = bus;
   if (needsBus_) {
     Program::Environment session = environment;
@@ -43,7 +31,7 @@ void RealProgram::SetUp() {
     bus_ = std::make_unique<Program>(
         std::vector<std::string>{"dbus-daemon", "--session", "--nofork", "--address=" + bus},
         session);
-    ASSERT_TRUE(eventually([this] { return fs::exists(home_ / "bus"); })) << bus_->output();
+    ASSERT_TRUE(eventually([this] { return fs::exists(home_.path / "bus"); })) << bus_->output();
   }
   environment["LC_ALL"] = environment["LANGUAGE"] = language_;
   if (scale_ != 1) environment["QT_SCALE_FACTOR"] = std::to_string(scale_);
@@ -71,15 +59,7 @@ void RealProgram::TearDown() {
 }
 
 std::string RealProgram::await(const std::string& tag, const std::string& text) const {
-  std::vector<std::string> found;
-  if (eventually([&] {
-        found = playback_->find(tag, "text", text);
-        return found.size() == 1;
-      })) {
-    return found[0];
-  }
-  throw std::runtime_error(std::to_string(found.size()) + " " + tag + " \"" + text +
-                           "\"; the program printed:\n" + output());
+  return playback_->await(tag, "text", text);
 }
 
 bool RealProgram::isShown(const std::string& tag, const std::string& text) const {
@@ -104,8 +84,8 @@ std::vector<std::string> RealProgram::shown(const std::string& tag) const {
 }
 
 void RealProgram::openAtStart(const std::string& name, const std::string& contents) {
-  std::ofstream(home_ / name) << contents;
-  command_.push_back(home_ / name);
+  std::ofstream(home_.path / name) << contents;
+  command_.push_back(home_.path / name);
 }
 
 }  // namespace tarni::test

@@ -5,13 +5,12 @@
 
 #include <gmock/gmock.h>
 
-#include <filesystem>
 #include <memory>
-#include <optional>
 #include <string>
 #include <vector>
 
 #include "tests/support/Desktop.h"
+#include "tests/support/Files.h"
 #include "tests/support/Program.h"
 #include "tests/support/Wire.h"
 
@@ -27,7 +26,6 @@ inline constexpr auto kShop =
 class RealProgram : public testing::TestWithParam<const char*> {
  protected:
   explicit RealProgram(std::vector<std::string> command);
-  ~RealProgram() override;
 
   void SetUp() override;
   void TearDown() override;
@@ -56,7 +54,7 @@ class RealProgram : public testing::TestWithParam<const char*> {
 
  private:
   std::vector<std::string> command_;
-  std::filesystem::path home_;
+  const Folder home_;
   bool needsBus_ = false;
   std::string language_ = "C.UTF-8";
   double scale_ = 1;

@@ -24,6 +24,9 @@ TEST(Identity, AViewWhoseWidgetHasGoneIsEmptyHiddenAndNowhere) {
   view->layer().setValueForKey("guid", "tag");
   show(window);
   EXPECT_EQ(qt::viewOfWindow(window.windowHandle()), viewOf(window));
+  EXPECT_EQ(view->hitTest({1, 1}), view);
+  button->hide();
+  EXPECT_EQ(view->hitTest({1, 1}), nullptr);
   button.reset();
   EXPECT_EQ(qt::widgetOfView(view), nullptr);
   EXPECT_TRUE(view->isHidden());

@@ -2,6 +2,7 @@
 #include <QtCore/QAbstractListModel>
 #include <QtGui/QStandardItemModel>
 #include <QtWidgets/QListView>
+#include <QtWidgets/QSpinBox>
 #include <QtWidgets/QTableView>
 
 #include "platform/Foundation/NSException.h"
@@ -67,6 +68,14 @@ TEST(Items, TakeAValueWhereAPersonCouldEditThem) {
   table.setEditTriggers(QAbstractItemView::NoEditTriggers);
   EXPECT_THROW(set(0, "Third"), platform::NSException);
   EXPECT_EQ(model.item(0, 0)->text(), "Other");
+}
+
+TEST(Values, AreTakenByASpinBoxThatReadsNoTextWhileItIsTyped) {
+  QSpinBox box;
+  box.setKeyboardTracking(false);
+  show(box);
+  finish(as<platform::UIValueControl>(viewOf(box))->chooseValue("7"));
+  EXPECT_EQ(box.value(), 7);
 }
 
 }  // namespace

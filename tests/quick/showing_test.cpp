@@ -5,8 +5,6 @@
 namespace tarni::test {
 namespace {
 
-using platform::Argument;
-
 class Showing : public QuickScreen {
  protected:
   static QImage imageOf(const UIViewRef& view) {
@@ -73,43 +71,24 @@ TEST_F(Showing, ABorderThatIsTakenOffStaysOffWhileNothingCanBeDeleted) {
   EXPECT_EQ(countAll(), before);
 }
 
-class Appearances : public QuickScreen {
- protected:
-  void SetUp() override {
-    for (const char* const selector : {"viewWillAppear:", "viewDidAppear:"}) {
-      platform::current().runtime->class_replaceMethod(
-          uikit::UIViewController, selector,
-          [this, selector](const std::vector<Argument>&) { heard_ += selector[4]; }, "v@:B");
-    }
-  }
-  void TearDown() override {
-    for (const char* const selector : {"viewWillAppear:", "viewDidAppear:"}) {
-      platform::current().runtime->class_replaceMethod(
-          uikit::UIViewController, selector, [](const std::vector<Argument>&) {}, "v@:B");
-    }
-  }
-
-  std::string heard_;  // W and D, in order
-};
-
-TEST_F(Appearances, APopupIsLoadingUntilItHasOpened) {
+TEST_F(Showing, APopupIsLoadingUntilItHasOpened) {
   show(R"(Popup { objectName: "slow"; width: 50; height: 50
       enter: Transition { NumberAnimation { property: "opacity"; from: 0; to: 1; duration: 60 } } }
     Popup { objectName: "quick"; width: 50; height: 50; enter: null; exit: null })");
   root();
-  heard_.clear();
+  Appearances appearances;
   QMetaObject::invokeMethod(object<QObject>("slow"), "open");
-  EXPECT_EQ(heard_, "W");
+  EXPECT_EQ(appearances.heard, "W");
   ASSERT_TRUE(runUntil([&] { return object<QObject>("slow")->property("opened").toBool(); }));
-  EXPECT_EQ(heard_, "WD");
-  heard_.clear();
+  EXPECT_EQ(appearances.heard, "WD");
+  appearances.heard.clear();
   QMetaObject::invokeMethod(object<QObject>("quick"), "open");
-  EXPECT_EQ(heard_, "WD");
+  EXPECT_EQ(appearances.heard, "WD");
   QMetaObject::invokeMethod(object<QObject>("quick"), "close");
   runUntil([&] { return !object<QObject>("quick")->property("visible").toBool(); });
-  heard_.clear();
+  appearances.heard.clear();
   QMetaObject::invokeMethod(object<QObject>("quick"), "open");
-  EXPECT_EQ(heard_, "WD") << "when it opens again, too";
+  EXPECT_EQ(appearances.heard, "WD") << "when it opens again, too";
 }
 
 }  // namespace

@@ -5,8 +5,6 @@
 #include "agent/acts/Acts.h"
 #include "agent/session/recording/Steps.h"
 #include "backends/headless/views/Button.h"
-#include "backends/headless/views/Slider.h"
-#include "backends/headless/views/Switch.h"
 #include "backends/headless/views/TextField.h"
 #include "backends/headless/views/WebView.h"
 #include "platform/Platform.h"
@@ -45,12 +43,9 @@ class ActsTest : public Screen {
     Words words;
     for (const auto& [order, act] : told_) {
       std::string word = std::string(act.kind) + " " + act.element->text + act.key;
-      if (act.count > 1) word += " x" + std::to_string(act.count);
-      if (act.target) word += " to " + act.target->text;
       if (act.kind == acts::kType) word += " = " + (act.isSecret ? "(secret)" : act.text);
       if (act.kind == acts::kWheel) word += " by " + std::to_string(std::lround(act.notches.y));
       if (act.value) word += ", " + *act.value;
-      if (act.state) word += *act.state ? " on" : " off";
       words.push_back(word);
     }
     return words;
@@ -64,36 +59,6 @@ class ActsTest : public Screen {
              },
              [this](const Act& act) { told_[act.order] = act; }};
 };
-
-TEST_F(ActsTest, OneActIsOneStepHoweverManyEventsItTakes) {
-  const auto press =
-      build<headless::Button>("Press").identifier("press").frame({{0, 0}, {100, 40}}).in(*window);
-  const auto other =
-      build<headless::Button>("Other").identifier("other").frame({{0, 50}, {100, 40}}).in(*window);
-  const auto toggle =
-      build<headless::Switch>().identifier("switch").frame({{0, 100}, {60, 30}}).in(*window);
-  const auto slider =
-      build<headless::Slider>().identifier("slider").frame({{0, 150}, {200, 30}}).in(*window);
-  headless::Finger& finger = environment.finger();
-  finger.tap(*press);
-  // A press that cancels.
-  finger.drag(*press, {10, 10}, {10, 70});
-  finger.tap(*toggle);
-  finger.tap(*toggle);
-  finger.drag(*slider, {5, 15}, {195, 15});
-  for (const int clicks : {1, 2}) {
-    for (const InputKind kind : {InputKind::Press, InputKind::Release}) {
-      InputEvent event{kind, 100};
-      event.window = window;
-      event.view = other;
-      event.clicks = clicks;
-      application().showInput(event);
-    }
-  }
-  EXPECT_THAT(told(), testing::ElementsAre("click press", "drag press to other", "switch switch on",
-                                           "switch switch off",
-                                           testing::StartsWith("choose slider"), "click other x2"));
-}
 
 TEST_F(ActsTest, ATextIsOneStepAndASecretLeavesNothingOfItself) {
   const auto name =

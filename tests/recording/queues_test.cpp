@@ -1,6 +1,5 @@
 #include <gmock/gmock.h>
 
-#include "agent/Queue/ElementProcessor.h"
 #include "agent/recording/RecorderEvent.h"
 #include "backends/headless/views/Button.h"
 #include "backends/headless/views/TextField.h"

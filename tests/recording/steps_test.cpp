@@ -3,7 +3,6 @@
 #include <utility>
 #include <vector>
 
-#include "agent/recording/MainRecorderAction.h"
 #include "agent/recording/RecorderAction.h"
 #include "backends/headless/views/Button.h"
 #include "backends/headless/views/Label.h"

@@ -29,9 +29,8 @@ class SessionBadInput : public testing::Test {
         Program::Environment{{"TARNI_SESSION", folder_.socket()}, {"TARNI_LOG", "stderr"}});
   }
   SessionWire client() const { return SessionWire(folder_.socket()); }
-  static long handle(const SessionWire& client, json selector) {
-    selector["all"] = false;
-    return client.ask("element.find", selector)["elements"][0]["element"];
+  static long handle(const SessionWire& client, const json& selector) {
+    return client.find(selector)["element"];
   }
   static void expectError(const json& answer, const std::string& name) {
     EXPECT_EQ(answer["error"]["data"]["error"], name) << answer;
@@ -47,6 +46,7 @@ class SessionBadInput : public testing::Test {
 TEST_F(SessionBadInput, ASocketOfAProgramThatIsGoneIsTakenOver) {
   auto first = start();
   EXPECT_EQ(client().ask("app.info", json::object())["pid"], first->pid());
+  EXPECT_EQ(std::filesystem::status(folder_.socket()).permissions(), std::filesystem::perms(0600));
   const auto second = start();
   EXPECT_TRUE(eventually([&] {
     return second->output().find("is taken by another program") != std::string::npos;
@@ -66,8 +66,7 @@ TEST_F(SessionBadInput, ASocketOfAProgramThatIsGoneIsTakenOver) {
 }
 
 TEST_F(SessionBadInput, AFolderOfOthersIsRefused) {
-  std::filesystem::permissions(std::filesystem::path(folder_.socket()).parent_path(),
-                               std::filesystem::perms(0755));
+  std::filesystem::permissions(folder_.path, std::filesystem::perms(0755));
   const auto program = start();
   EXPECT_TRUE(eventually(
       [&] { return program->output().find("must be of mode 0700") != std::string::npos; }));
@@ -78,7 +77,7 @@ TEST_F(SessionBadInput, AnotherUserIsRefused) {
   if (geteuid() != 0) GTEST_SKIP() << "only root can be somebody else";
   const auto program = start();
   client().ask("app.info", json::object());
-  chmod(std::filesystem::path(folder_.socket()).parent_path().c_str(), 0711);
+  chmod(folder_.path.c_str(), 0711);
   chmod(folder_.socket().c_str(), 0666);
   const pid_t other = fork();
   if (other == 0) {

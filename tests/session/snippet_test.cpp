@@ -1,9 +1,6 @@
 // The lines of Python in docs/session.md do what they say.
 #include <gtest/gtest.h>
 
-#include <fstream>
-#include <iterator>
-
 #include "tests/support/Program.h"
 #include "tests/support/SessionWire.h"
 
@@ -11,8 +8,7 @@ namespace tarni::test {
 namespace {
 
 std::string pythonIn(const std::string& path) {
-  std::ifstream file(path);
-  const std::string page{std::istreambuf_iterator<char>(file), {}};
+  const std::string page = contents(path);
   const std::string fence = "```python\n";
   const std::size_t begin = page.find(fence) + fence.size();
   return page.substr(begin, page.find("```", begin) - begin);
@@ -22,12 +18,12 @@ TEST(SessionSnippet, FindsAndClicks) {
   const SessionFolder folder;
   const Program program({built("bin/tarni-headless")}, {{"TARNI_SESSION", folder.socket()}});
   const SessionWire wire(folder.socket());
-  const nlohmann::json field = wire.ask("element.find", {{"identifier", "username"}});
-  wire.ask("element.setText", {{"element", field["elements"][0]["element"]}, {"text", "Ada"}});
+  const nlohmann::json field = wire.find({{"identifier", "username"}});
+  wire.ask("element.setText", {{"element", field["element"]}, {"text", "Ada"}});
   const std::string snippet = pythonIn(std::string(TARNI_SOURCE_DIR) + "/docs/session.md");
   const std::string printed = run({"python3", "-c", snippet}, {{"TARNI_SESSION", folder.socket()}});
   EXPECT_NE(printed.find("busyMs"), std::string::npos) << printed;
-  wire.ask("wait.for", {{"conditions", {{{"find", {{"text", "Hello, Ada"}}}}}}});
+  wire.await({{"find", {{"text", "Hello, Ada"}}}});
 }
 
 }  // namespace

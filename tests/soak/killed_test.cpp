@@ -10,10 +10,10 @@
 #include <fstream>
 #include <nlohmann/json.hpp>
 #include <random>
-#include <sstream>
 #include <string>
 #include <thread>
 
+#include "tests/support/Files.h"
 #include "tests/support/Program.h"
 
 namespace tarni::test {
@@ -34,19 +34,17 @@ int rounds() {
 class Killed : public testing::TestWithParam<int> {
  protected:
   Killed() {
-    fs::create_directory(folder_);
-    for (const char* name : {"run", "tmp"}) fs::create_directory(folder_ / name);
-    fs::permissions(folder_ / "run", fs::perms::owner_all);
+    for (const char* name : {"run", "tmp"}) fs::create_directory(folder_.path / name);
+    fs::permissions(folder_.path / "run", fs::perms::owner_all);
   }
-  ~Killed() override { fs::remove_all(folder_); }
 
   Program start(const std::vector<std::string>& words, Program::Environment environment = {}) {
     std::vector<std::string> command{built("bin/tarni")};
     command.insert(command.end(), words.begin(), words.end());
     environment.insert({{kMark, std::to_string(getpid())},
                         {"QT_QPA_PLATFORM", ""},
-                        {"XDG_RUNTIME_DIR", folder_ / "run"},
-                        {"TMPDIR", folder_ / "tmp"}});
+                        {"XDG_RUNTIME_DIR", folder_.path / "run"},
+                        {"TMPDIR", folder_.path / "tmp"}});
     return Program(command, environment);
   }
   milliseconds moment(int longest) {
@@ -67,10 +65,7 @@ class Killed : public testing::TestWithParam<int> {
     const std::string mark = std::string(kMark) + "=" + std::to_string(getpid());
     std::string found;
     for (const auto& entry : fs::directory_iterator("/proc")) {
-      std::ifstream file(entry.path() / "environ");
-      std::stringstream variables;
-      variables << file.rdbuf();
-      if (variables.str().find(mark) == std::string::npos) continue;
+      if (contents(entry.path() / "environ").find(mark) == std::string::npos) continue;
       std::string name;
       std::getline(std::ifstream(entry.path() / "comm"), name);
       found += entry.path().filename().string() + " " + name + "\n";
@@ -81,7 +76,7 @@ class Killed : public testing::TestWithParam<int> {
   std::string left() const {
     std::string found;
     for (const fs::path& folder :
-         {folder_ / "run" / "tarni", folder_ / "tmp", fs::path("/tmp/.X11-unix")}) {
+         {folder_.path / "run" / "tarni", folder_.path / "tmp", fs::path("/tmp/.X11-unix")}) {
       std::error_code none;
       for (const auto& entry : fs::directory_iterator(folder, none)) {
         found += entry.path().string() + "\n";
@@ -90,7 +85,7 @@ class Killed : public testing::TestWithParam<int> {
     return found;
   }
   std::string session(const std::string& steps) const {
-    const fs::path file = folder_ / "session.json";
+    const fs::path file = folder_.path / "session.json";
     std::ofstream(file) << R"({"tarniSession":2,"program":[")" << built("bin/qt-sample-6")
                         << R"("],"steps":[)"
                         << "\n"
@@ -99,7 +94,7 @@ class Killed : public testing::TestWithParam<int> {
     return file;
   }
 
-  const fs::path folder_ = fs::temp_directory_path() / ("tarni-killed-" + std::to_string(getpid()));
+  const Folder folder_;
   std::minstd_rand random_{7};
 };
 INSTANTIATE_TEST_SUITE_P(By, Killed, testing::Values(SIGKILL, SIGTERM),
@@ -134,13 +129,13 @@ TEST_P(KilledHard, LeavesNoProgramThatWouldNotEnd) {
 
 // A display that is ended before it is ready leaves its file, as Xvfb leaves its socket.
 TEST_P(Killed, ADisplayThatIsJustStartingIsEndedInAnOrderlyWay) {
-  const fs::path file = folder_ / "tmp" / "socket";
-  const fs::path display = folder_ / "Xvfb";
+  const fs::path file = folder_.path / "tmp" / "socket";
+  const fs::path display = folder_.path / "Xvfb";
   std::ofstream(display) << "#!/bin/sh\ntouch " << file << "\nsleep 1\ntrap 'rm " << file.string()
                          << "; exit' TERM\necho 7 >/dev/fd/$2\nwhile :; do sleep 0.1; done\n";
   fs::permissions(display, fs::perms::owner_all);
   Program host = start({"run", "--display", "--isolated=killed", "--", "true"},
-                       {{"PATH", folder_.string() + ":" + std::getenv("PATH")}});
+                       {{"PATH", folder_.path.string() + ":" + std::getenv("PATH")}});
   ASSERT_TRUE(eventually([&] { return fs::exists(file); }));
   kill(host, milliseconds(0));
 }
@@ -151,7 +146,7 @@ TEST_P(Killed, RecordLeavesNothingAndTheProgramGoesOn) {
   const std::string before = marked();
   const std::string files = left();
   for (int round = 0; round < rounds() && !HasFailure(); ++round) {
-    Program host = start({"--in", "recorded", "record", "-o", folder_ / "recorded.json"});
+    Program host = start({"--in", "recorded", "record", "-o", folder_.path / "recorded.json"});
     std::this_thread::sleep_for(moment(300));
     host.signal(GetParam());
     host.wait(kPatience);

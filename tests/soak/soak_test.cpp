@@ -8,7 +8,6 @@
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
-#include <functional>
 #include <limits>
 #include <nlohmann/json.hpp>
 #include <random>
@@ -338,7 +337,7 @@ class CutOff : public Soak {
 TEST_F(CutOff, AtTheSessionSocket) {
   startHeadless();
   const SessionWire witness(folder_.socket());
-  const json field = witness.ask("element.find", {{"placeholder", "User name"}})["elements"][0];
+  const json field = witness.find({{"placeholder", "User name"}});
   const long descriptors = descriptorCount();
   const auto request = [](int id, const char* method, const json& parameters) {
     return json{{"jsonrpc", "2.0"}, {"id", id}, {"method", method}, {"params", parameters}}.dump() +

@@ -16,6 +16,7 @@
 #include <exception>
 #include <functional>
 #include <optional>
+#include <string>
 #include <utility>
 
 #include "agent/interaction/UIView_KIFAdditions_Gestures.h"
@@ -85,6 +86,30 @@ inline Task<void> drag(QWidget* widget, QPoint from, QPoint to) {
                                      {double(start.x()), double(start.y())},
                                      {double(end.x()), double(end.y())});
 }
+
+// Hears of the hooks of appearance while it lives.
+class Appearances {
+ public:
+  Appearances() {
+    for (const char* const selector : kSelectors) {
+      replace(selector, [this, selector](const auto&) { heard.push_back(selector[4]); });
+    }
+  }
+  Appearances(const Appearances&) = delete;
+  ~Appearances() {
+    for (const char* const selector : kSelectors) replace(selector, [](const auto&) {});
+  }
+
+  std::string heard;  // W and D, in order
+
+ private:
+  static constexpr const char* kSelectors[] = {"viewWillAppear:", "viewDidAppear:"};
+
+  static void replace(const char* selector, platform::Implementation hook) {
+    platform::current().runtime->class_replaceMethod(platform::uikit::UIViewController, selector,
+                                                     std::move(hook), "v@:B");
+  }
+};
 
 // A window with a page that widgets are added to, one below the other.
 class PageTest : public testing::Test {

@@ -1,25 +1,17 @@
 // SessionWire: one client of the session channel, as plain as a socket.
 #pragma once
 
-#include <filesystem>
 #include <nlohmann/json.hpp>
 #include <string>
 #include <vector>
 
+#include "tests/support/Files.h"
 #include "tests/support/Wire.h"
 
 namespace tarni::test {
 
-// A folder of this user's alone, gone with its owner.
-class SessionFolder {
- public:
-  SessionFolder();
-  SessionFolder(const SessionFolder&) = delete;
-  ~SessionFolder();
-  std::string socket() const { return path_ / "test.session"; }
-
- private:
-  std::filesystem::path path_;
+struct SessionFolder : Folder {
+  std::string socket() const { return path / "test.session"; }
 };
 
 class SessionWire {
@@ -36,6 +28,10 @@ class SessionWire {
   nlohmann::json answer() const { return nlohmann::json::parse(wire_.readLine()); }
   // The result; throws with the whole answer when it is an error.
   nlohmann::json ask(const std::string& method, const nlohmann::json& parameters) const;
+  // The first element that fits; null when none does.
+  nlohmann::json find(nlohmann::json selector) const;
+  // Until the condition holds. Throws when it does not come to that.
+  void await(const nlohmann::json& condition, int milliseconds = 10'000) const;
   // The parameters of the notifications that came before answers of `ask`.
   const std::vector<nlohmann::json>& told() const { return told_; }
 

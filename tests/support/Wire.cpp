@@ -189,6 +189,12 @@ std::string Playback::one(const std::string& tag, const std::string& type,
   return found.front();
 }
 
+std::string Playback::await(const std::string& tag, const std::string& type,
+                            const std::string& value) const {
+  eventually([&] { return find(tag, type, value).size() == 1; });
+  return one(tag, type, value);
+}
+
 std::optional<std::string> Playback::output(const std::string& name,
                                             const std::string& value) const {
   const nlohmann::json answer = command(name, value);

@@ -86,6 +86,9 @@ class Playback {
   // The only element found; throws when there is none or more than one.
   std::string one(const std::string& tag, const std::string& type = "",
                   const std::string& value = "") const;
+  // The same, once it is there.
+  std::string await(const std::string& tag, const std::string& type,
+                    const std::string& value) const;
   // The first "output" of the command's answer; null when there is none.
   std::optional<std::string> output(const std::string& name, const std::string& value) const;
   const Wire& wire() const { return wire_; }

@@ -1,12 +1,10 @@
 // What becomes of sessions and their programs, and what bad input does.
-#include <gmock/gmock.h>
 #include <signal.h>
 
 #include <filesystem>
 #include <future>
-#include <thread>
 
-#include "tests/support/SessionWire.h"
+#include "tests/support/Files.h"
 #include "tests/webdriver/Driver.h"
 
 namespace tarni::test {
@@ -24,8 +22,8 @@ json asked(const json& capabilities) {
 }
 
 TEST(WebDriverSessions, EndWithAllThatIsTheirs) {
-  const SessionFolder folder;
-  const auto place = fs::path(folder.socket()).parent_path();
+  const Folder folder;
+  const fs::path& place = folder.path;
   Driver driver({}, {{"TMPDIR", place}});
   const json process = driver.newSession({{"appium:app", built("bin/qt-sample-6")}})
                            .value["capabilities"]["tarni:process"];
@@ -132,22 +130,6 @@ TEST(WebDriverSessions, HaveTwoFingersThatMoveInStep) {
   const json turn = {{"script", "mobile: rotateElement"}, {"args", {{{"rotation", 1.5}}}}};
   EXPECT_EQ(driver.inSession("POST", "/execute/sync", turn.dump()).value, nullptr);
   EXPECT_EQ(driver.inSession("GET", paper + "/text").value, "1.0 times, 1.5 round");
-}
-
-TEST(WebDriverSessions, SideBySideAreNotMixedUp) {
-  const DriverServer driver;
-  std::vector<std::thread> threads;
-  for (int number = 0; number < 4; ++number) {
-    threads.emplace_back([&driver, number] {
-      DriverClient client(driver.port());
-      client.newSession(headless());
-      const auto name = client.element("css selector", "[placeholder='User name']");
-      const std::string text = "User " + std::to_string(number);
-      client.inSession("POST", "/element/" + name + "/value", json{{"text", text}}.dump());
-      EXPECT_EQ(client.inSession("GET", "/element/" + name + "/text").value, text);
-    });
-  }
-  for (auto& thread : threads) thread.join();
 }
 
 }  // namespace

@@ -31,6 +31,14 @@
   -(void)Setter : (Type)value {    \
     keep(self, #getter, value);    \
   }
+// The same over an object that is not retained.
+#define HELD(Type, getter, Setter)                                   \
+  -(Type)getter {                                                    \
+    return [kept(self, #getter) nonretainedObjectValue];             \
+  }                                                                  \
+  -(void)Setter : (Type)value {                                      \
+    keep(self, #getter, [NSValue valueWithNonretainedObject:value]); \
+  }
 // NOLINTEND(bugprone-macro-parentheses)
 
 #ifdef __cplusplus

@@ -141,12 +141,7 @@ KEPT(NSString*, placeholder, setPlaceholder)
   return [[self text] length] > 0 ? [self text] : [self placeholder];
 }
 
-- (id<UITextFieldDelegate>)delegate {
-  return [kept(self, "delegate") nonretainedObjectValue];
-}
-- (void)setDelegate:(id<UITextFieldDelegate>)delegate {
-  keep(self, "delegate", [NSValue valueWithNonretainedObject:delegate]);
-}
+HELD(id<UITextFieldDelegate>, delegate, setDelegate)
 
 - (void)insertText:(NSString*)text {
   [self type:text];

@@ -114,13 +114,7 @@ KEPT(NSString*, text, setText)
   [self reloadData];
 }
 
-- (id<UITableViewDelegate>)delegate {
-  return [kept(self, "delegate") nonretainedObjectValue];
-}
-
-- (void)setDelegate:(id<UITableViewDelegate>)delegate {
-  keep(self, "delegate", [NSValue valueWithNonretainedObject:delegate]);
-}
+HELD(id<UITableViewDelegate>, delegate, setDelegate)
 
 static NSIndexPath* pathOf(NSInteger row) {
   NSUInteger indexes[] = {0, (NSUInteger)row};

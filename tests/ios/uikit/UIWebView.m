@@ -61,12 +61,7 @@
   [super dealloc];
 }
 
-- (id<UIPageEngine>)engine {
-  return [kept(self, "engine") nonretainedObjectValue];
-}
-- (void)setEngine:(id<UIPageEngine>)engine {
-  keep(self, "engine", [NSValue valueWithNonretainedObject:engine]);
-}
+HELD(id<UIPageEngine>, engine, setEngine)
 - (BOOL)isLoading {
   return [[self engine] isLoading];
 }

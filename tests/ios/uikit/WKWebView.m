@@ -26,13 +26,7 @@
   return self;
 }
 
-- (id<UIPageEngine>)engine {
-  return [kept(self, "engine") nonretainedObjectValue];
-}
-- (void)setEngine:(id<UIPageEngine>)engine {
-  keep(self, "engine", [NSValue valueWithNonretainedObject:engine]);
-}
-
+HELD(id<UIPageEngine>, engine, setEngine)
 KEPT(NSURL*, URL, setURL)
 
 - (BOOL)isLoading {
