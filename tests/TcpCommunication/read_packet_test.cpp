@@ -53,6 +53,18 @@ TEST(ReadPacketTest, WithoutTerminatorEverythingAvailableIsTaken) {
   EXPECT_EQ(preBuffer.availableBytes(), 0U);
 }
 
+TEST(ReadPacketTest, AFixedLengthLeavesTheRest) {
+  GCDAsyncSocketPreBuffer preBuffer;
+  GCDAsyncReadPacket packet;
+  packet.readLength = 5;
+  put(preBuffer, "abc");
+  EXPECT_EQ(packet.readFrom(preBuffer), Progress::Incomplete);
+  put(preBuffer, "defg");
+  EXPECT_EQ(packet.readFrom(preBuffer), Progress::Complete);
+  EXPECT_EQ(packet.buffer, "abcde");
+  EXPECT_EQ(preBuffer.readBuffer(), "fg");
+}
+
 TEST(ReadPacketTest, OfALineThatIsTooLongItsEndIsLeft) {
   const std::string lines = "abc\r\nabcd\r\nabcdefghijk\r\nx\r\n";
   for (std::size_t step = 1; step <= lines.size(); ++step) {

@@ -53,10 +53,13 @@ void require(bool holds, const char* what) {
 
 GCDAsyncReadPacket makeRequest(FuzzedDataProvider& input) {
   GCDAsyncReadPacket request;
-  switch (input.ConsumeIntegralInRange(0, 2)) {
+  switch (input.ConsumeIntegralInRange(0, 3)) {
     case 0:
       break;
     case 1:
+      request.readLength = input.ConsumeIntegralInRange<std::size_t>(1, 40);
+      break;
+    case 2:
       request.terminator = "\r\n";
       break;
     default:
@@ -95,6 +98,7 @@ void check(const GCDAsyncReadPacket& request, Connection& connection, Progress p
     }
   } else if (progress == Progress::Complete) {
     require(length > 0, "nothing was read");
+    if (request.readLength > 0) require(length == request.readLength, "not the fixed length");
   }
   require(request.maxLength == 0 || length <= request.maxLength, "more than was allowed");
 }

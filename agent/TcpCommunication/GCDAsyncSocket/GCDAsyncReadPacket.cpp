@@ -6,9 +6,19 @@ namespace tarni {
 
 GCDAsyncReadPacket::Progress GCDAsyncReadPacket::readFrom(GCDAsyncSocketPreBuffer& preBuffer) {
   if (!terminator.empty()) return readToTerminator(preBuffer);
-  buffer.append(preBuffer.readBuffer());
-  preBuffer.didRead(preBuffer.availableBytes());
-  return buffer.empty() ? Progress::Incomplete : Progress::Complete;
+  if (readLength == 0) {
+    readAvailable(preBuffer, std::string::npos);
+    return buffer.empty() ? Progress::Incomplete : Progress::Complete;
+  }
+  return readAvailable(preBuffer, readLength);
+}
+
+GCDAsyncReadPacket::Progress GCDAsyncReadPacket::readAvailable(GCDAsyncSocketPreBuffer& preBuffer,
+                                                               std::size_t limit) {
+  const std::size_t length = std::min(limit - buffer.size(), preBuffer.availableBytes());
+  buffer.append(preBuffer.readBuffer().substr(0, length));
+  preBuffer.didRead(length);
+  return buffer.size() == limit ? Progress::Complete : Progress::Incomplete;
 }
 
 GCDAsyncReadPacket::Progress GCDAsyncReadPacket::readToTerminator(

@@ -1,7 +1,7 @@
 // GCDAsyncReadPacket: one request to read. Used on the socket queue.
 //
-// With a terminator it is complete once that has been read, which ends the data handed over;
-// without one, as soon as it holds a byte.
+// With a terminator it is complete once that has been read, which ends the data handed over; with a
+// fixed length, once it holds that many bytes; with neither, as soon as it holds a byte.
 #pragma once
 
 #include <cstddef>
@@ -17,8 +17,8 @@ struct GCDAsyncReadPacket {
   // Takes what belongs to the request out of the pre-buffer, and nothing behind it.
   Progress readFrom(GCDAsyncSocketPreBuffer& preBuffer);
 
-  // True for a request without a terminator.
-  bool takesWhatIsAvailable() const { return terminator.empty(); }
+  // True for a request with neither.
+  bool takesWhatIsAvailable() const { return terminator.empty() && readLength == 0; }
 
   std::string buffer;
   // With a terminator: of more bytes, itself included, the terminator alone is kept. 0 for none.
@@ -27,11 +27,14 @@ struct GCDAsyncReadPacket {
   bool isTooLong = false;
   // Seconds; negative for none. Grows by each extension.
   double timeout = -1;
+  // 0 for none.
+  std::size_t readLength = 0;
   // Empty for none.
   std::string terminator;
   long tag = 0;
 
  private:
+  Progress readAvailable(GCDAsyncSocketPreBuffer& preBuffer, std::size_t limit);
   Progress readToTerminator(GCDAsyncSocketPreBuffer& preBuffer);
   void keepLast(std::size_t length);
   // The number of bytes of `chunk` up to and including the terminator, which may have begun in the
