@@ -28,7 +28,11 @@ bool isPressedAnywhere(const Json& element) {
 }
 
 ExportedAct::Offset rounded(double x, double y) {
-  return {std::lround(x), std::lround(y)};
+  constexpr double kFarthest = 1e6;  // beyond any screen
+  const auto whole = [](double side) {
+    return std::lround(std::clamp(side, -kFarthest, kFarthest));
+  };
+  return {whole(x), whole(y)};
 }
 
 std::optional<ExportedAct::Offset> fromMiddle(const Json& element, const Json& at) {

@@ -74,6 +74,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
       tarni::test::readBody(tarni::host::readJson(line));
     } catch (const tarni::host::webdriver::Error&) {
     } catch (const tarni::host::InvalidSelector&) {
+    } catch (const tarni::host::JsonTooLarge&) {
     }
   }
   return 0;
