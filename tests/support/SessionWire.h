@@ -10,8 +10,13 @@
 
 namespace tarni::test {
 
-struct SessionFolder : Folder {
-  std::string socket() const { return path / "test.session"; }
+class SessionFolder : public Folder {
+ public:
+  SessionFolder() : socket_(path / "test.session") {}
+  const std::string& socket() const { return socket_; }
+
+ private:
+  const std::string socket_;
 };
 
 class SessionWire {
