@@ -124,6 +124,17 @@ class Sender : public RunningAgent {
   std::optional<test::Wire> host;
 };
 
+TEST_F(Sender, SendsWebStepsFirstAndThenEveryItem) {
+  queueItems(1, 3);
+  GlobalVars::sharedInstance().set_hybridRecordedSteps("steps of a page");
+  send();
+  EXPECT_EQ(read(), "steps of a page");
+  EXPECT_EQ(read(), R"(["1"])");
+  EXPECT_EQ(read(), R"(["2"])");
+  EXPECT_EQ(read(), R"(["3"])");
+  EXPECT_FALSE(GlobalVars::sharedInstance()._hybridRecordedSteps());
+}
+
 TEST_F(Sender, InSpyModeSendsTheFirstAndDropsTheOthers) {
   GlobalVars::sharedInstance().set_spyMode("true");
   queueItems(1, 5);
