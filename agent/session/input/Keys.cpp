@@ -6,6 +6,7 @@
 #include <utility>
 
 #include "agent/session/protocol/SessionError.h"
+#include "platform/Foundation/Lowercase.h"
 
 namespace tarni::session {
 
@@ -83,10 +84,8 @@ constexpr OtherName kOtherNames[] = {
 }  // namespace
 
 std::string keyNamed(const std::string& name) {
-  std::string lower = name;
-  std::ranges::transform(lower, lower.begin(),
-                         [](char c) { return c >= 'A' && c <= 'Z' ? char(c - 'A' + 'a') : c; });
-  const auto* const known = std::ranges::find(kOtherNames, lower, &OtherName::name);
+  const auto* const known =
+      std::ranges::find(kOtherNames, platform::lowercase(name), &OtherName::name);
   return known == std::end(kOtherNames) ? name : std::string(known->key);
 }
 

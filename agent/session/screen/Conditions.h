@@ -23,8 +23,8 @@ class Condition {
   bool holds() const;
   // Whether the latest look has come by any that have not been asked.
   bool hasMetPages() const { return hasMetPages_; }
-  // What there is instead: {"condition", "holds"} and, unless it is about windows, "found" (how
-  // many) and "elements" (the first of them).
+  // What there is instead: {"condition", "holds"} and, of a window, "windows" (the titles), else
+  // "found" (how many) and "elements" (the first of them).
   Json instead() const;
 
  private:

@@ -205,12 +205,14 @@ void QtKeyboard::commit(QWindow& window, const QString& text) {
     return;
   }
   const QPointer<QWindow> getsIt = &window;
+  bool isTaken = text.isEmpty();
   for (const uint character : text.toUcs4()) {
-    const bool isTaken = setKey(*getsIt, keyTyping(character), true);
+    // What is not printed, as a line's end, many do not take that take text.
+    isTaken = setKey(*getsIt, keyTyping(character), true) || !QChar::isPrint(character) || isTaken;
     if (getsIt) setKey(*getsIt, keyTyping(character), false);
     if (!getsIt) return;
-    if (!isTaken && QChar::isPrint(character)) refuseText();
   }
+  if (!isTaken) refuseText();
 }
 
 QString QtKeyboard::typed(const Key& key) const {
