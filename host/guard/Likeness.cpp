@@ -1,22 +1,18 @@
 #include "host/guard/Likeness.h"
 
 #include <algorithm>
-#include <cctype>
 #include <numeric>
+#include <string>
 #include <utility>
 #include <vector>
+
+#include "host/guard/Text.h"
 
 namespace tarni::host {
 
 namespace {
 
 constexpr std::size_t kLongestCompared = 100;
-
-std::string lowercase(std::string_view text) {
-  std::string lower(text);
-  std::ranges::transform(lower, lower.begin(), [](unsigned char c) { return std::tolower(c); });
-  return lower;
-}
 
 }  // namespace
 
@@ -40,7 +36,7 @@ double likeness(std::string_view one, std::string_view other) {
 }
 
 double likenessInAnyCase(std::string_view one, std::string_view other) {
-  return likeness(lowercase(one), lowercase(other));
+  return likeness(lowerCase(std::string(one)), lowerCase(std::string(other)));
 }
 
 std::string_view nearestName(std::string_view word, std::span<const std::string_view> names) {
@@ -48,7 +44,7 @@ std::string_view nearestName(std::string_view word, std::span<const std::string_
   double most = kAlike;
   for (const auto name : names) {
     const double alike = likenessInAnyCase(word, name);
-    if (alike < most || name == nearest) continue;
+    if (alike < most) continue;
     most = alike;
     nearest = name;
   }

@@ -80,7 +80,8 @@ constexpr Operator kWords[] = {
 std::string attributeNamed(const std::string& name) {
   if (name == "identifier") return "id";
   if (name == "class" || name == "elementType") return "type";
-  if (name == "displayed" || name == "isVisible") return "visible";
+  if (name == "displayed" || name == "isVisible" || name == "hittable") return "visible";
+  if (name == "hasFocus") return "focused";
   if (name == "isEnabled") return "enabled";
   if (name == "isSelected") return "selected";
   if (name == "placeholderValue") return "placeholder";

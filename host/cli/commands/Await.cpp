@@ -26,13 +26,6 @@ struct AwaitOptions {
   double timeout = 10;
 };
 
-// Of a chain that fits nothing.
-std::string nearMissIn(Invocation& invocation, const std::vector<Json>& found,
-                       const SelectorChain& chain) {
-  const bool isMissed = found.empty() && chain.size() == 1;
-  return isMissed ? nearMissOf(invocation.needSession(), chain.front()) : "";
-}
-
 // What a condition is about: an element of that handle, or what looks so.
 Json subjectOf(Invocation& invocation, const std::string& word) {
   if (isHandle(word)) return {{"element", handleOf(word)}};
@@ -44,7 +37,7 @@ Json subjectOf(Invocation& invocation, const std::string& word) {
     if (parents.size() != 1) {
       throw NotFound(
           (parents.empty() ? "nothing fits " : counted(parents.size(), "element") + " fit ") +
-          written(chain) + ", in which to look" + nearMissIn(invocation, parents, chain));
+          written(chain) + ", in which to look");
     }
     selector["within"] = handleOf(parents.front());
   }
@@ -114,7 +107,7 @@ void call(Invocation& invocation, const char* method, const Json& parameters, De
       return;
     } catch (const RequestError& error) {
       if (error.name() != "timeout") throw;
-      const bool isOver = Clock::now() >= deadline;
+      const bool isOver = until == deadline || Clock::now() >= deadline;
       if (!isOver) std::cerr << "tarni: still waits:" << '\n';
       sayInstead(invocation, error.data());
       if (isOver) throw NotFound(printable(error.what()));

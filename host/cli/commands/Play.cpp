@@ -127,7 +127,7 @@ class ChannelPlay : public PlayObserver {
       for (const Json& window : answer.value("windows", std::vector<Json>())) {
         if (window.value("key", false)) return "; " + windowInWords(window) + " is open";
       }
-    } catch (const std::runtime_error&) {
+    } catch (const std::exception&) {
       // it is about to end
     }
     return "";

@@ -164,7 +164,7 @@ void run(Invocation& invocation, const RunOptions& options) {
   } else {
     refuseTakenPorts();
   }
-  const Surroundings surroundings(options, launch);
+  Surroundings surroundings(options, launch);
   const auto hint =
       options.isolated ? ": reach it with tarni --in " + surroundings.name() + " …" : "";
   invocation.programExitCode = runWatched(launch, hint, why.empty());
