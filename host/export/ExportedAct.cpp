@@ -27,8 +27,9 @@ bool isPressedAnywhere(const Json& element) {
   });
 }
 
+constexpr double kFarthest = 1e6;  // beyond any screen
+
 ExportedAct::Offset rounded(double x, double y) {
-  constexpr double kFarthest = 1e6;  // beyond any screen
   const auto whole = [](double side) {
     return std::lround(std::clamp(side, -kFarthest, kFarthest));
   };
