@@ -36,7 +36,10 @@ double lengthOf(const Json& description, const char* side) {
 }  // namespace
 
 FoundElement Acting::element() {
-  auto found = elementInSight();
+  return onceEnabled(elementInSight());
+}
+
+FoundElement Acting::onceEnabled(FoundElement found) {
   // What was pressed although it was disabled is pressed again, and nothing comes of it.
   const bool wasEnabled = step_.element().value("enabled", true);
   if (!wasEnabled || found.description.value("enabled", true)) return found;
@@ -103,7 +106,7 @@ std::optional<FoundElement> Acting::otherSoon(const std::string& there) {
 
 std::optional<FoundElement> Acting::elementIfAny() {
   if (!isToBeTold(step_.element())) return std::nullopt;
-  return elementAsItIs();
+  return onceEnabled(elementAsItIs());
 }
 
 // What the first way has become is known only now.

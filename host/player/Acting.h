@@ -42,7 +42,7 @@ class Acting {
   // The same, if it comes in the time that what an act brings about takes. Throws when the step's
   // own time is over.
   std::optional<FoundElement> otherSoon(const std::string& there);
-  // As it is, since keys go to what has the focus, whatever that is like; null when the step has
+  // In sight or not, since keys go to what has the focus wherever that is; null when the step has
   // none that can be told from others.
   std::optional<FoundElement> elementIfAny();
 
@@ -79,6 +79,7 @@ class Acting {
  private:
   Json asked(const std::string& method, Json parameters);
   FoundElement elementInSight();
+  FoundElement onceEnabled(FoundElement found);
   FoundElement other(const std::string& there, Deadline deadline);
   void proposeWays(const FoundElement& found, const std::string& there);
   std::chrono::milliseconds timeLeft() const;

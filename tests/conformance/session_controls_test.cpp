@@ -104,6 +104,9 @@ TEST_P(SessionControls, AreClickedWhereAskedAndToldHowToFindThemAgain) {
   EXPECT_EQ(find(best["find"])["element"], count["element"]) << best;
   ask("element.focus", {{"element", named("line")}});
   EXPECT_EQ(find({{"focused", true}, {"kind", "UITextField"}})["element"], named("line"));
+  const long disabled = find({{"kind", "UITextField"}, {"text", "off"}})["element"];
+  wire_->send("input.text", {{"element", disabled}, {"text", "lost"}}, 1);
+  EXPECT_EQ(wire_->answer()["error"]["data"]["error"], "element not interactable");
 }
 
 TEST_P(SessionControls, StandOnceInTheTreeWhileAMenuIsOpen) {

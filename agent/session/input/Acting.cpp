@@ -77,6 +77,11 @@ Task<void> turnToWindowOf(UIViewRef view) {
   co_await application.makeKeyWindow(window);
 }
 
+void requireEnabled(const UIViewRef& view) {
+  if (view->isUserInteractionEnabled()) return;
+  throw SessionError(errors::kNotInteractable, "the element is disabled");
+}
+
 UIViewRef webViewOf(const PageElement& element) {
   UIViewRef view = element.webView.lock();
   if (view && view->window()) return view;
@@ -91,6 +96,8 @@ Task<void> giveFocus(Handle element) {
   co_await turnToWindowOf(view);
   view = weak.lock();
   if (!view) throw SessionError(errors::kStaleElement, "the element has gone");
+  // It would leave the focus where it is, and what is typed would go there.
+  if (!inPage) requireEnabled(view);
   co_await view->becomeFirstResponder();
   if (inPage) co_await focusIn(*inPage);
 }

@@ -21,7 +21,11 @@ platform::Task<void> bringIntoView(platform::UIViewRef view);
 // The web view of the page; throws SessionError (stale element reference) when it has gone.
 platform::UIViewRef webViewOf(const PageElement& element);
 
-// Gives an element of a window or of a page the keyboard.
+// Throws SessionError (element not interactable) for a disabled one.
+void requireEnabled(const platform::UIViewRef& view);
+
+// Gives an element of a window or of a page the keyboard. Throws SessionError (element not
+// interactable) for a disabled one of a window.
 platform::Task<void> giveFocus(Handle element);
 
 // A point of the view, in its window's coordinates, at which it takes a press: the middle of what

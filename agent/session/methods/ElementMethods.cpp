@@ -48,11 +48,6 @@ std::optional<platform::CGPoint> placeIn(const Json& parameters) {
   throw SessionError(errors::kUnsupported, "a " + view->getClass()->name() + " " + why);
 }
 
-void requireEnabled(const UIViewRef& view) {
-  if (view->isUserInteractionEnabled()) return;
-  throw SessionError(errors::kNotInteractable, "the element is disabled");
-}
-
 // As a person does who marks all and types, in an editor that only its own keys reach.
 Task<void> retype(CallRef call, std::string text) {
   HeldInput& held = *call->held();
