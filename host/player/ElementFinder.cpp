@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "host/guard/Printable.h"
+#include "host/guard/Words.h"
 #include "host/session/Step.h"
 
 namespace tarni::host {
@@ -86,7 +87,7 @@ void ElementFinder::noteWait(const std::string& what, const Wait& wait) {
   wait();
   const std::chrono::duration<double> took = Clock::now() - begin;
   if (took < kWorthSaying) return;
-  waitedFor_ += (waitedFor_.empty() ? "" : ", ") + inSeconds(took.count()) + " for " + what;
+  addWord(waitedFor_, inSeconds(took.count()) + " for " + what);
 }
 
 ElementFinder::Look ElementFinder::look(const std::vector<Way>& ways, std::size_t most) {

@@ -64,8 +64,7 @@ std::string windowsIn(const Json& told) {
   if (windows == told.end() || !windows->is_array()) return "";
   std::string titles;
   for (const auto& title : *windows) {
-    if (title.is_string())
-      titles += (titles.empty() ? "" : ", ") + inQuotes(title.get<std::string>());
+    if (title.is_string()) addWord(titles, inQuotes(title.get<std::string>()));
   }
   return "; there is " + (titles.empty() ? "no window with a title" : titles);
 }
