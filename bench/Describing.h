@@ -17,6 +17,8 @@ enum class Shape {
   Chain,  // each in the one before, all of the same place and size
 };
 
+inline const std::vector<long> kTrees{1000, 10'000, 100'000};
+
 struct Screens {
   std::string toolkit;
   // A key window with `count` views below it, which go with the next one: of every four one is a
@@ -24,6 +26,8 @@ struct Screens {
   std::function<platform::UIWindowRef(Shape, long count)> show;
   // Runs the work until it has ended.
   std::function<void(platform::Task<void>)> finish;
+  // How large a tree: a tenth of its views lie over each point, and a toolkit may go through those.
+  std::vector<long> trees;
   // How deep a chain the toolkit itself survives.
   std::vector<long> chains;
   // What stands for a button.

@@ -37,7 +37,8 @@ const bool kDescribeRegistered = [] {
   measureDescribing({"headless",
                      show,
                      [](platform::Task<void> work) { platform::spawn(std::move(work), nullptr); },
-                     {1000, 10'000}});
+                     kTrees,
+                     {1000}});
   return true;
 }();
 

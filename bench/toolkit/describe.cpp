@@ -118,9 +118,9 @@ platform::UIWindowRef showItems(Shape shape, long count) {
 }
 
 const bool kDescribeRegistered = [] {
-  measureDescribing({"widgets", showWidgets, finish, {1000}});
-  measureDescribing({"graphics", showGraphics, finish, {}, "UIControl"});
-  measureDescribing({"quick", showItems, finish, {1000}});
+  measureDescribing({"widgets", showWidgets, finish, kTrees, {300}});
+  measureDescribing({"graphics", showGraphics, finish, {1000}, {}, "UIControl"});
+  measureDescribing({"quick", showItems, finish, kTrees, {1000}});
   return true;
 }();
 

@@ -82,6 +82,30 @@ TEST(HeldStill, EveryPointAndEveryPictureIsWhatItIsOtherwise) {
   EXPECT_EQ(answers(), before);
 }
 
+TEST(HeldStill, PicturesOfPartsAreWhatTheyAreOtherwise) {
+  QWidget window;
+  window.resize(200, 200);
+  QListWidget list(&window);
+  list.setGeometry(7, 11, 150, 150);
+  list.setAlternatingRowColors(true);
+  for (int row = 0; row < 5; ++row) list.addItem(QString(row + 3, QChar('a' + row)));
+  list.setCurrentRow(2);
+  show(window);
+  const auto pictures = [&] {
+    std::vector<QImage> all;
+    for (const UIViewRef& part : subviewsOf(viewOf(list))) all.push_back(imageOf(part));
+    return all;
+  };
+  const std::vector<QImage> before = pictures();
+  ASSERT_GE(before.size(), 5U);
+  const auto held = qt::stillness();
+  EXPECT_EQ(pictures(), before);
+  // Something else is drawn as soon as the program has run.
+  list.item(4)->setText("other");
+  QCoreApplication::processEvents();
+  EXPECT_NE(pictures(), before);
+}
+
 TEST(Border, IsDrawnOverTheViewAndIsNothingElse) {
   QWidget window;
   window.resize(200, 200);

@@ -13,6 +13,7 @@
 #include <algorithm>
 #include <cmath>
 #include <memory>
+#include <unordered_map>
 #include <unordered_set>
 #include <vector>
 
@@ -90,6 +91,45 @@ QImage painted(QWidget& window, const QRect& part) {
   QImage copy = image.copy(there).convertToFormat(QImage::Format_RGB32);
   copy.setDevicePixelRatio(scale);
   return copy;
+}
+
+QImage drawn(QWidget& widget, const QRect& part) {
+  const double scale = widget.devicePixelRatioF();
+  QImage image(pixels(part.width(), scale), pixels(part.height(), scale), QImage::Format_RGB32);
+  if (image.isNull()) return image;
+  image.setDevicePixelRatio(scale);
+  // A translucent window shows this where it draws nothing itself.
+  image.fill(widget.palette().color(QPalette::Window));
+  // Drawing a hidden widget would lay it out before the program does.
+  if (widget.isVisible()) {
+    drawBehind(widget, part, image);
+    render(widget, part, QPoint(), image, QWidget::DrawChildren);
+  }
+  return image;
+}
+
+using Wholes = std::unordered_map<const QWidget*, QImage>;
+
+Wholes* wholesWhileStill() {
+  static const char key = 0;
+  return keptWhileStill<Wholes>(&key);
+}
+
+// The part of the widget as it was drawn for the parts before; null for the first one. A widget
+// that draws thousands of items goes through all of them for the picture of each.
+QImage cutFromWhole(QWidget& widget, const QRect& part) {
+  if (part == widget.rect() || !widget.rect().contains(part)) return {};
+  const double scale = widget.devicePixelRatioF();
+  const QRectF place(QPointF(part.topLeft()) * scale, QSizeF(part.size()) * scale);
+  const Wholes* const before = wholesWhileStill();
+  if (!before || place != QRectF(place.toAlignedRect())) return {};
+  const auto known = before->find(&widget);
+  const bool isFirst = known == before->end();
+  QImage whole = isFirst ? QImage() : known->second;
+  if (!isFirst && whole.isNull()) whole = drawn(widget, widget.rect());
+  // What is kept goes when a program's drawing lets the program run.
+  if (Wholes* const wholes = wholesWhileStill()) (*wholes)[&widget] = whole;
+  return whole.copy(place.toAlignedRect());
 }
 
 struct EndCompressor {
@@ -176,18 +216,9 @@ platform::UIImageRef draw(QWidget& widget, const QRect& part) {
       return std::make_shared<QtImage>(std::move(image));
     }
   }
-  const double scale = widget.devicePixelRatioF();
-  QImage image(pixels(part.width(), scale), pixels(part.height(), scale), QImage::Format_RGB32);
-  if (image.isNull()) return nullptr;
-  image.setDevicePixelRatio(scale);
-  // A translucent window shows this where it draws nothing itself.
-  image.fill(widget.palette().color(QPalette::Window));
-  // Drawing a hidden widget would lay it out before the program does.
-  if (widget.isVisible()) {
-    drawBehind(widget, part, image);
-    render(widget, part, QPoint(), image, QWidget::DrawChildren);
-  }
-  return std::make_shared<QtImage>(std::move(image));
+  QImage image = cutFromWhole(widget, part);
+  if (image.isNull()) image = drawn(widget, part);
+  return image.isNull() ? nullptr : std::make_shared<QtImage>(std::move(image));
 }
 
 }  // namespace tarni::qt
