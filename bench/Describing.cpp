@@ -100,13 +100,21 @@ void measure(const Screens& screens, Shape shape, long count) {
   });
 }
 
-void aim(const Screens& screens, const std::string& what, const std::string& words) {
-  for (const Shape shape : {Shape::Flat, Shape::Tree}) {
-    const std::string name = what + "_" + screens.toolkit + "_" + nameOf(shape);
-    compare({name + "/100000", name + "/10000", 12, false,
-             words + " 100,000 views (" + screens.toolkit + ", " + nameOf(shape) + ")",
-             "the same of 10,000"});
+std::string grouped(long count) {
+  std::string text = std::to_string(count);
+  for (auto at = static_cast<long>(text.size()) - 3; at > 0; at -= 3) {
+    text.insert(static_cast<std::size_t>(at), ",");
   }
+  return text;
+}
+
+// Of ten times as many views, at most twelve times as long.
+void aim(const Screens& screens, Shape shape, long count, const std::string& what,
+         const std::string& words) {
+  const std::string name = what + "_" + screens.toolkit + "_" + nameOf(shape) + "/";
+  compare({name + std::to_string(count), name + std::to_string(count / 10), 12, false,
+           words + " " + grouped(count) + " views (" + screens.toolkit + ", " + nameOf(shape) + ")",
+           "the same of " + grouped(count / 10)});
 }
 
 // A place of its own.
@@ -128,13 +136,14 @@ platform::CGRect cell(long number, long count, platform::CGSize window) {
 }  // namespace
 
 void measureDescribing(const Screens& screens) {
-  for (const long count : {1000L, 10'000L, 100'000L}) measure(screens, Shape::Flat, count);
-  for (const long count : screens.trees) measure(screens, Shape::Tree, count);
-  for (const long count : screens.chains) measure(screens, Shape::Chain, count);
-  aim(screens, "describe_all", "describe");
-  aim(screens, "describe_buttons", "describe the buttons among");
-  aim(screens, "find_by_text", "find by text among");
-  aim(screens, "tap", "record a tap among");
+  for (const auto& [shape, counts] : screens.counts) {
+    for (const long count : counts) measure(screens, shape, count);
+    if (counts.size() < 2) continue;
+    aim(screens, shape, counts.back(), "describe_all", "describe");
+    aim(screens, shape, counts.back(), "describe_buttons", "describe the buttons among");
+    aim(screens, shape, counts.back(), "find_by_text", "find by text among");
+    aim(screens, shape, counts.back(), "tap", "record a tap among");
+  }
 }
 
 platform::CGRect placeOf(Shape shape, long number, long count, platform::CGSize window) {

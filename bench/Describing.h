@@ -3,6 +3,7 @@
 #pragma once
 
 #include <functional>
+#include <map>
 #include <string>
 #include <vector>
 
@@ -17,8 +18,6 @@ enum class Shape {
   Chain,  // each in the one before, all of the same place and size
 };
 
-inline const std::vector<long> kTrees{1000, 10'000, 100'000};
-
 struct Screens {
   std::string toolkit;
   // A key window with `count` views below it, which go with the next one: of every four one is a
@@ -26,10 +25,8 @@ struct Screens {
   std::function<platform::UIWindowRef(Shape, long count)> show;
   // Runs the work until it has ended.
   std::function<void(platform::Task<void>)> finish;
-  // How large a tree: a tenth of its views lie over each point, and a toolkit may go through those.
-  std::vector<long> trees;
-  // How deep a chain the toolkit itself survives.
-  std::vector<long> chains;
+  // How many views of each shape, from few to many: what the toolkit itself draws in seconds.
+  std::map<Shape, std::vector<long>> counts;
   // What stands for a button.
   std::string button = "UIButton";
 };

@@ -37,8 +37,9 @@ const bool kDescribeRegistered = [] {
   measureDescribing({"headless",
                      show,
                      [](platform::Task<void> work) { platform::spawn(std::move(work), nullptr); },
-                     kTrees,
-                     {1000}});
+                     {{Shape::Flat, {1000, 10'000, 100'000}},
+                      {Shape::Tree, {1000, 10'000, 100'000}},
+                      {Shape::Chain, {1000}}}});
   return true;
 }();
 
