@@ -29,8 +29,9 @@ QWidget* makeWidget(QWidget* parent, long number) {
   return new QWidget(parent);
 }
 
+// Windows end with the next one, never after the application.
 platform::UIWindowRef showWidgets(Shape shape, long count) {
-  static std::unique_ptr<QWidget> window;
+  static auto& window = *new std::unique_ptr<QWidget>;
   window = std::make_unique<QWidget>();
   window->resize(static_cast<int>(kWindow.width), static_cast<int>(kWindow.height));
   std::vector<QWidget*> views{window.get()};
@@ -50,7 +51,7 @@ platform::UIWindowRef showWidgets(Shape shape, long count) {
 // --------------------------------------------------------------------------------- graphics items
 
 platform::UIWindowRef showGraphics(Shape shape, long count) {
-  static std::unique_ptr<QWidget> window;
+  static auto& window = *new std::unique_ptr<QWidget>;
   window = std::make_unique<QWidget>();
   window->resize(static_cast<int>(kWindow.width), static_cast<int>(kWindow.height));
   auto* const scene = new QGraphicsScene(0, 0, kWindow.width, kWindow.height, window.get());
@@ -100,7 +101,7 @@ QQuickItem* makeItem(QQmlEngine& engine, QQuickItem* parent, long number) {
 
 platform::UIWindowRef showItems(Shape shape, long count) {
   static auto* const engine = new QQmlEngine;
-  static std::unique_ptr<QQuickWindow> window;
+  static auto& window = *new std::unique_ptr<QQuickWindow>;
   window = std::make_unique<QQuickWindow>();
   window->resize(static_cast<int>(kWindow.width), static_cast<int>(kWindow.height));
   std::vector<QQuickItem*> views{window->contentItem()};
