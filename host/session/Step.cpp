@@ -1,7 +1,9 @@
 #include "host/session/Step.h"
 
 #include <algorithm>
+#include <array>
 #include <cmath>
+#include <span>
 #include <stdexcept>
 
 #include "host/guard/Likeness.h"
@@ -100,6 +102,41 @@ void requireType(const Json& members, const Member& member) {
                               nameOfType(member.type));
 }
 
+constexpr std::array<std::string_view, 8> kConditions{
+    "there", "gone", "visible", "enabled", "disabled", "checked", "unchecked", "focused"};
+constexpr std::array<std::string_view, 5> kButtons{"left", "right", "middle", "back", "forward"};
+
+void requireWord(const Json& members, const char* member, std::span<const std::string_view> words) {
+  const auto word = textIn(members, member);
+  if (!members.contains(member) || std::ranges::find(words, word) != words.end()) return;
+  throw std::invalid_argument("\"" + std::string(member) + "\" cannot be " + inQuotes(word) + "; " +
+                              knownInsteadOf(word, words));
+}
+
+// What is not known may stand there, a note or what a later version has, unless it is so like what
+// is known that it must be a slip.
+void refuseSlips(const Json& members, std::span<const std::string_view> known) {
+  for (const auto& [name, value] : members.items()) {
+    if (std::ranges::find(known, name) != known.end()) continue;
+    const auto meant = nearestName(name, known);
+    if (meant.empty()) continue;
+    throw std::invalid_argument(inQuotes(name) + " is not known; did you mean " +
+                                inQuotes(std::string(meant)) + "?");
+  }
+}
+
+void requireMembers(const Json& step) {
+  static const std::vector<std::string_view> known = [] {
+    std::vector<std::string_view> names{"act"};
+    for (const Member& member : kStepMembers) names.emplace_back(member.name);
+    return names;
+  }();
+  refuseSlips(step, known);
+  for (const Member& member : kStepMembers) requireType(step, member);
+  requireWord(step, "button", kButtons);
+  requireWord(step, "is", kConditions);
+}
+
 void requireObjects(const Json& members, const char* list) {
   const auto found = members.find(list);
   if (found == members.end()) return;
@@ -110,6 +147,8 @@ void requireObjects(const Json& members, const char* list) {
 }
 
 void requireLocators(const Json& element) {
+  static constexpr std::array<std::string_view, 1> kKnown{"locators"};
+  refuseSlips(element, kKnown);
   const auto locators = element.find("locators");
   if (locators == element.end()) return;
   requireObjects(element, "locators");
@@ -177,7 +216,7 @@ bool isCheckOf(const Json& members) {
 Step::Step(Json members) : members_(std::move(members)) {
   if (!members_.is_object()) throw std::invalid_argument("the step is no JSON object");
   const KnownAct& kind = knownAct(members_);
-  for (const Member& member : kStepMembers) requireType(members_, member);
+  requireMembers(members_);
   for (const Member& member : kind.needed) {
     if (members_.contains(member.name)) continue;
     throw std::invalid_argument("the step has no \"" + std::string(member.name) + "\"");
