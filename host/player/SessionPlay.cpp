@@ -18,6 +18,17 @@ bool SessionPlay::hasSteps() const {
   return isWhole() || course_.from <= std::min(course_.until, session_.steps().size());
 }
 
+std::vector<std::string> SessionPlay::secrets() const {
+  const auto& steps = session_.steps();
+  std::vector<std::string> names;
+  for (std::size_t i = std::max<std::size_t>(course_.from, 1) - 1;
+       i < std::min(course_.until, steps.size()); ++i) {
+    const auto name = steps[i].secret();
+    if (!name.empty() && std::ranges::find(names, name) == names.end()) names.push_back(name);
+  }
+  return names;
+}
+
 void SessionPlay::play(SessionClient& client, Player::Manner manner, PlayObserver& observer) {
   Player player(client, std::move(manner));
   plays_.push_back(player.play(session_, course_, observer));

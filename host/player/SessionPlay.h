@@ -22,6 +22,8 @@ class SessionPlay {
   const Session& session() const { return session_; }
   // False when the session has no step in the course.
   bool hasSteps() const;
+  // The secrets that the course's steps type, each once.
+  std::vector<std::string> secrets() const;
 
   void play(SessionClient& client, Player::Manner manner, PlayObserver& observer);
 

@@ -79,13 +79,4 @@ std::size_t Session::take(Step told) {
   return at;
 }
 
-std::vector<std::string> Session::secrets() const {
-  std::vector<std::string> names;
-  for (const Step& step : steps_) {
-    const auto name = step.secret();
-    if (!name.empty() && std::ranges::find(names, name) == names.end()) names.push_back(name);
-  }
-  return names;
-}
-
 }  // namespace tarni::host

@@ -40,9 +40,6 @@ class Session {
   // number, and all that was told behind it. The place of the first step that changed.
   std::size_t take(Step told);
 
-  // The secrets that its steps type, each once.
-  std::vector<std::string> secrets() const;
-
  private:
   std::vector<Step> steps_;
 };

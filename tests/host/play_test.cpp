@@ -59,6 +59,7 @@ TEST_F(Plays, TakeTheFirstWayThatFitsAndWriteABetterOneWhenAsked) {
   EXPECT_EQ(refused.code, 2);
   EXPECT_THAT(refused.output,
               AllOf(HasSubstr("\"Pass word\""), HasSubstr("TARNI_SECRET_PASS_WORD")));
+  EXPECT_EQ(play({"--until", "1"}).code, 0) << "types no secret";
   const auto healed = play({"--update", "--secret", "Pass word=s3cret"});
   EXPECT_EQ(healed.code, 0) << healed.output;
   EXPECT_THAT(healed.output,

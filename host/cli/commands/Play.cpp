@@ -79,7 +79,7 @@ class ChannelPlay : public PlayObserver {
  private:
   // Before anything is started.
   void requireSecrets() {
-    const auto missing = secrets_.complete(play_.session().secrets());
+    const auto missing = secrets_.complete(play_.secrets());
     if (missing.empty()) return;
     std::string names;
     for (const auto& name : missing) {
