@@ -3,10 +3,12 @@
 #include <algorithm>
 #include <array>
 #include <nlohmann/json.hpp>
+#include <span>
 #include <string_view>
 
 #include "host/guard/Likeness.h"
 #include "host/guard/Printable.h"
+#include "host/guard/Words.h"
 #include "host/session_client/SessionClient.h"
 
 namespace tarni::host {
@@ -52,6 +54,7 @@ constexpr Toolkits kClasses[] = {
 };
 
 // A member that is asked for, where people may have seen what they wrote, and what asks for that.
+// Of each member what it asks for itself stands first.
 struct Asked {
   Selector::Member Selector::*member;
   std::string_view shownAs;
@@ -73,20 +76,49 @@ constexpr std::array kAsked{
     Asked{&Selector::kind, "class", "--kind"},
 };
 
-struct Nearest {
-  double likeness = kAlike;
-  std::string words = "";
+// What an element has that is like what is asked for.
+struct Likeness {
+  double likeness = 0;
+  std::string words = "";  // what would have to be asked instead, "" for nothing
 };
 
-void consider(Nearest& nearest, const Selector& wanted, const Json& there) {
-  for (const auto& [member, shownAs, option] : kAsked) {
-    if (!(wanted.*member)) continue;
-    const auto shown = textIn(there, std::string(shownAs).c_str());
-    const double alike = likenessInAnyCase(*(wanted.*member), shown);
-    if (alike <= nearest.likeness) continue;
-    const auto is = shownAs == "class" ? "" : ", of a " + textIn(there, "class");
-    nearest = {alike, std::string(option) + " " + inQuotes(shown) + is};
+bool isMet(const Selector& wanted, const Asked& asked, const std::string& shown) {
+  const auto& word = *(wanted.*asked.member);
+  return asked.member == &Selector::textContains ? shown.find(word) != std::string::npos
+                                                 : shown == word;
+}
+
+// Of one member, which is asked for, by the ways to ask for it: its own, then the others.
+Likeness likenessOfMember(const Selector& wanted, std::span<const Asked> ways, const Json& there) {
+  Likeness most;
+  for (const Asked& way : ways) {
+    const auto shown = textIn(there, std::string(way.shownAs).c_str());
+    if (&way == &ways.front() && isMet(wanted, way, shown)) return {1};
+    const double alike = likenessInAnyCase(*(wanted.*way.member), shown);
+    if (alike <= most.likeness) continue;
+    most = {alike, std::string(way.option) + " " + inQuotes(shown)};
   }
+  return most;
+}
+
+// Of all members that are asked for, or nothing when one of them is not like the element's.
+Likeness likenessOf(const Selector& wanted, const Json& there) {
+  Likeness all;
+  for (std::span<const Asked> left(kAsked); !left.empty();) {
+    const auto isOfNext = [&](const Asked& way) { return way.member != left.front().member; };
+    const auto end = std::ranges::find_if(left, isOfNext);
+    const auto ways = left.first(static_cast<std::size_t>(end - left.begin()));
+    left = left.subspan(ways.size());
+    if (!(wanted.*ways.front().member)) continue;
+    const auto member = likenessOfMember(wanted, ways, there);
+    const bool isAlike = member.likeness > kAlike;
+    // An element may be of a kind that is not its class.
+    if (!isAlike && ways.front().member == &Selector::kind) continue;
+    if (!isAlike) return {};
+    all.likeness += member.likeness;
+    if (!member.words.empty()) addWord(all.words, member.words, " ");
+  }
+  return all;
 }
 
 std::vector<Json> allElements(SessionClient& client) {
@@ -105,9 +137,15 @@ std::string nearMissOf(SessionClient& client, const Selector& wanted) {
     if (known == std::end(kClasses)) continue;
     return "; did you mean " + std::string(known->here) + "? Classes have UIKit's names";
   }
-  Nearest nearest;
-  for (const auto& there : allElements(client)) consider(nearest, wanted, there);
-  return nearest.words.empty() ? "" : "; did you mean " + nearest.words + "?";
+  Likeness most;
+  std::string ofWhat;
+  for (const auto& there : allElements(client)) {
+    const auto found = likenessOf(wanted, there);
+    if (found.words.empty() || found.likeness <= most.likeness) continue;
+    most = found;
+    ofWhat = wanted.className ? "" : ", of a " + textIn(there, "class");
+  }
+  return most.words.empty() ? "" : "; did you mean " + most.words + ofWhat + "?";
 }
 
 }  // namespace tarni::host

@@ -62,6 +62,12 @@ TEST_P(Commands, DoWhatAPersonDoes) {
   said({"await", "--text-is", "identifier=status", "Row 19"});
   EXPECT_THAT(said({"click", "--select", "tet=Log in"}, 2), HasSubstr("did you mean \"text\"?"));
   EXPECT_THAT(said({"find", "--text", "log IN"}, 1), HasSubstr("did you mean --text \"Log in\""));
+  EXPECT_THAT(said({"find", "uibutton", "--text", "log IN"}, 1),
+              HasSubstr("did you mean --text \"Log in\" --tag \"UIButton\"?"));
+  EXPECT_THAT(said({"find", "--kind", "UIControl", "--text", "log IN"}, 1),
+              HasSubstr("did you mean --text \"Log in\", of a UIButton?"));
+  EXPECT_THAT(said({"find", "UIButton", "--text", "of no button"}, 1),
+              Not(HasSubstr("did you mean")));
   EXPECT_THAT(said({"find", "QPushButton"}, 1), HasSubstr("did you mean UIButton?"));
   const auto late = said({"await", "--gone", "Log in", "--timeout", "0.1"}, 1);
   EXPECT_THAT(late, HasSubstr("does not: find text=Log in is gone; found 1: \"Log in\""));
