@@ -108,7 +108,7 @@ std::string grouped(long count) {
   return text;
 }
 
-// Of ten times as many views, at most twelve times as long.
+// Of ten times as many views at most twelve times as long.
 void aim(const Screens& screens, Shape shape, long count, const std::string& what,
          const std::string& words) {
   const std::string name = what + "_" + screens.toolkit + "_" + nameOf(shape) + "/";

@@ -25,7 +25,8 @@ struct Screens {
   std::function<platform::UIWindowRef(Shape, long count)> show;
   // Runs the work until it has ended.
   std::function<void(platform::Task<void>)> finish;
-  // How many views of each shape, from few to many: what the toolkit itself draws in seconds.
+  // How many views of each shape, each ten times the one before, up to what the toolkit itself
+  // draws in seconds.
   std::map<Shape, std::vector<long>> counts;
   // What stands for a button.
   std::string button = "UIButton";

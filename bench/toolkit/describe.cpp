@@ -119,7 +119,7 @@ platform::UIWindowRef showItems(Shape shape, long count) {
 }
 
 // A tenth of a tree's views lie over each point, and the toolkit goes through all of a scene's
-// there. Its software renderer takes the square of the items that lie side by side.
+// there. The software renderer of Quick takes the square of the items that lie side by side.
 const bool kDescribeRegistered = [] {
   measureDescribing({"widgets",
                      showWidgets,

@@ -54,7 +54,7 @@ constexpr Toolkits kClasses[] = {
 };
 
 // A member that is asked for, where people may have seen what they wrote, and what asks for that.
-// Of each member what it asks for itself stands first.
+// The ways of one member stand together, its own first.
 struct Asked {
   Selector::Member Selector::*member;
   std::string_view shownAs;
@@ -76,10 +76,11 @@ constexpr std::array kAsked{
     Asked{&Selector::kind, "class", "--kind"},
 };
 
-// What an element has that is like what is asked for.
-struct Likeness {
-  double likeness = 0;
+// How well an element meets what is asked for.
+struct Match {
+  double alike = 0;
   std::string words = "";  // what would have to be asked instead, "" for nothing
+  bool saysClass = false;
 };
 
 bool isMet(const Selector& wanted, const Asked& asked, const std::string& shown) {
@@ -88,42 +89,40 @@ bool isMet(const Selector& wanted, const Asked& asked, const std::string& shown)
                                                  : shown == word;
 }
 
-// Of one member, which is asked for, by the ways to ask for it: its own, then the others.
-Likeness likenessOfMember(const Selector& wanted, std::span<const Asked> ways, const Json& there) {
-  Likeness most;
+// Of one member, which is asked for.
+Match matchOfMember(const Selector& wanted, std::span<const Asked> ways, const Json& there) {
+  Match best;
   for (const Asked& way : ways) {
     const auto shown = textIn(there, std::string(way.shownAs).c_str());
     if (&way == &ways.front() && isMet(wanted, way, shown)) return {1};
     const double alike = likenessInAnyCase(*(wanted.*way.member), shown);
-    if (alike <= most.likeness) continue;
-    most = {alike, std::string(way.option) + " " + inQuotes(shown)};
+    if (alike <= best.alike) continue;
+    best = {alike, std::string(way.option) + " " + inQuotes(shown), way.shownAs == "class"};
   }
-  return most;
+  return best;
 }
 
-// Of all members that are asked for, or nothing when one of them is not like the element's.
-Likeness likenessOf(const Selector& wanted, const Json& there) {
-  Likeness all;
+// Of all members that are asked for; none when the element has nothing like one of them.
+Match matchOf(const Selector& wanted, const Json& there) {
+  Match all;
   for (std::span<const Asked> left(kAsked); !left.empty();) {
     const auto isOfNext = [&](const Asked& way) { return way.member != left.front().member; };
     const auto end = std::ranges::find_if(left, isOfNext);
     const auto ways = left.first(static_cast<std::size_t>(end - left.begin()));
     left = left.subspan(ways.size());
     if (!(wanted.*ways.front().member)) continue;
-    const auto member = likenessOfMember(wanted, ways, there);
-    const bool isAlike = member.likeness > kAlike;
-    // An element may be of a kind that is not its class.
-    if (!isAlike && ways.front().member == &Selector::kind) continue;
-    if (!isAlike) return {};
-    all.likeness += member.likeness;
-    if (!member.words.empty()) addWord(all.words, member.words, " ");
+    const auto match = matchOfMember(wanted, ways, there);
+    if (match.alike <= kAlike) return {};
+    all.alike += match.alike;
+    all.saysClass = all.saysClass || match.saysClass;
+    if (!match.words.empty()) addWord(all.words, match.words, " ");
   }
   return all;
 }
 
-std::vector<Json> allElements(SessionClient& client) {
+std::vector<Json> elements(SessionClient& client, const char* method, const Json& parameters) {
   try {
-    return client.call("tree.get").value("elements", std::vector<Json>());
+    return client.call(method, parameters).value("elements", std::vector<Json>());
   } catch (const std::exception&) {
     return {};  // a hint is worth no other error than the one that it is for
   }
@@ -137,15 +136,24 @@ std::string nearMissOf(SessionClient& client, const Selector& wanted) {
     if (known == std::end(kClasses)) continue;
     return "; did you mean " + std::string(known->here) + "? Classes have UIKit's names";
   }
-  Likeness most;
-  std::string ofWhat;
-  for (const auto& there : allElements(client)) {
-    const auto found = likenessOf(wanted, there);
-    if (found.words.empty() || found.likeness <= most.likeness) continue;
-    most = found;
-    ofWhat = wanted.className ? "" : ", of a " + textIn(there, "class");
+  Selector asked = wanted;
+  std::vector<Json> there;
+  // What is of a kind may have a class of another name.
+  if (asked.kind) there = elements(client, "element.find", {{"kind", *asked.kind}});
+  if (there.empty()) {
+    there = elements(client, "tree.get", Json::object());
+  } else {
+    asked.kind.reset();
   }
-  return most.words.empty() ? "" : "; did you mean " + most.words + ofWhat + "?";
+  Match best;
+  std::string of;
+  for (const auto& element : there) {
+    const auto match = matchOf(asked, element);
+    if (match.words.empty() || match.alike <= best.alike) continue;
+    best = match;
+    of = match.saysClass ? "" : ", of a " + textIn(element, "class");
+  }
+  return best.words.empty() ? "" : "; did you mean " + best.words + of + "?";
 }
 
 }  // namespace tarni::host

@@ -25,6 +25,7 @@ Session Session::fromLines(const SessionLines& lines) {
   session.recorded = textIn(lines.header, "recorded");
   for (const auto& [number, value] : lines.entries) {
     try {
+      Step::refuseMisspelt(value);
       session.steps_.emplace_back(value);
     } catch (const std::invalid_argument& error) {
       lines.fail(number, error.what());

@@ -113,28 +113,21 @@ void requireWord(const Json& members, const char* member, std::span<const std::s
                               knownInsteadOf(word, words));
 }
 
-// What is not known may stand there, a note or what a later version has, unless it is so like what
-// is known that it must be a slip.
+// Not so like as what may be meant by it: notes have names as well.
 void refuseSlips(const Json& members, std::span<const std::string_view> known) {
+  constexpr double kSlip = 0.8;
   for (const auto& [name, value] : members.items()) {
     if (std::ranges::find(known, name) != known.end()) continue;
     const auto meant = nearestName(name, known);
-    if (meant.empty()) continue;
+    if (meant.empty() || likenessInAnyCase(name, meant) < kSlip) continue;
     throw std::invalid_argument(inQuotes(name) + " is not known; did you mean " +
                                 inQuotes(std::string(meant)) + "?");
   }
 }
 
-void requireMembers(const Json& step) {
-  static const std::vector<std::string_view> known = [] {
-    std::vector<std::string_view> names{"act"};
-    for (const Member& member : kStepMembers) names.emplace_back(member.name);
-    return names;
-  }();
-  refuseSlips(step, known);
-  for (const Member& member : kStepMembers) requireType(step, member);
-  requireWord(step, "button", kButtons);
-  requireWord(step, "is", kConditions);
+void refuseSlipsInElement(const Json& element) {
+  constexpr std::array<std::string_view, 1> kKnown{"locators"};
+  refuseSlips(element, kKnown);
 }
 
 void requireObjects(const Json& members, const char* list) {
@@ -147,8 +140,6 @@ void requireObjects(const Json& members, const char* list) {
 }
 
 void requireLocators(const Json& element) {
-  static constexpr std::array<std::string_view, 1> kKnown{"locators"};
-  refuseSlips(element, kKnown);
   const auto locators = element.find("locators");
   if (locators == element.end()) return;
   requireObjects(element, "locators");
@@ -216,7 +207,7 @@ bool isCheckOf(const Json& members) {
 Step::Step(Json members) : members_(std::move(members)) {
   if (!members_.is_object()) throw std::invalid_argument("the step is no JSON object");
   const KnownAct& kind = knownAct(members_);
-  requireMembers(members_);
+  for (const Member& member : kStepMembers) requireType(members_, member);
   for (const Member& member : kind.needed) {
     if (members_.contains(member.name)) continue;
     throw std::invalid_argument("the step has no \"" + std::string(member.name) + "\"");
@@ -229,6 +220,21 @@ Step::Step(Json members) : members_(std::move(members)) {
   }
   if (act() == "type" && secret().empty() && !members_.contains("text")) {
     throw std::invalid_argument("the step has neither \"text\" nor \"secret\"");
+  }
+}
+
+void Step::refuseMisspelt(const Json& members) {
+  if (!members.is_object()) return;
+  static const std::vector<std::string_view> known = [] {
+    std::vector<std::string_view> names{"act"};
+    for (const Member& member : kStepMembers) names.emplace_back(member.name);
+    return names;
+  }();
+  refuseSlips(members, known);
+  requireWord(members, "button", kButtons);
+  requireWord(members, "is", kConditions);
+  for (const char* const part : {"element", "target"}) {
+    refuseSlipsInElement(objectIn(members, part));
   }
 }
 

@@ -19,6 +19,10 @@ class Step {
 
   // Throws std::invalid_argument that says what is wrong with it.
   explicit Step(Json members);
+  // What a hand wrote has names that are nearly known ones, or words that are none of the few that
+  // a member may have: throws std::invalid_argument that says which. What a recorder tells, of a
+  // later version perhaps, is taken as it is.
+  static void refuseMisspelt(const Json& members);
   // That an element, described as a step's element is, shows the text; without one that it is
   // there.
   static Step check(Json element, const std::optional<std::string>& text);

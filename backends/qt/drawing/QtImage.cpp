@@ -108,6 +108,8 @@ QImage drawn(QWidget& widget, const QRect& part) {
   return image;
 }
 
+// Each widget as it was drawn for its parts, as much of it as is not clipped away; null while only
+// one part was asked for.
 using Wholes = std::unordered_map<const QWidget*, QImage>;
 
 Wholes* wholesWhileStill() {
@@ -118,17 +120,23 @@ Wholes* wholesWhileStill() {
 // The part of the widget as it was drawn for the parts before; null for the first one. A widget
 // that draws thousands of items goes through all of them for the picture of each.
 QImage cutFromWhole(QWidget& widget, const QRect& part) {
-  if (part == widget.rect() || !widget.rect().contains(part)) return {};
+  const QRect shown = QWidgetPrivate::get(&widget)->clipRect();
   const double scale = widget.devicePixelRatioF();
-  const QRectF place(QPointF(part.topLeft()) * scale, QSizeF(part.size()) * scale);
-  const Wholes* const before = wholesWhileStill();
-  if (!before || place != QRectF(place.toAlignedRect())) return {};
-  const auto known = before->find(&widget);
-  const bool isFirst = known == before->end();
-  QImage whole = isFirst ? QImage() : known->second;
-  if (!isFirst && whole.isNull()) whole = drawn(widget, widget.rect());
-  // What is kept goes when a program's drawing lets the program run.
-  if (Wholes* const wholes = wholesWhileStill()) (*wholes)[&widget] = whole;
+  const QRectF place(QPointF(part.topLeft() - shown.topLeft()) * scale,
+                     QSizeF(part.size()) * scale);
+  const bool isOfWholePixels = place == QRectF(place.toAlignedRect());
+  if (part == shown || !shown.contains(part) || !isOfWholePixels) return {};
+  Wholes* const before = wholesWhileStill();
+  if (!before) return {};
+  const auto [known, isFirst] = before->try_emplace(&widget);
+  if (isFirst) return {};
+  QImage whole = known->second;
+  if (whole.isNull()) {
+    whole = drawn(widget, shown);
+    // Nothing is kept of what was drawn while the program ran.
+    Wholes* const now = wholesWhileStill();
+    if (now && now->contains(&widget)) (*now)[&widget] = whole;
+  }
   return whole.copy(place.toAlignedRect());
 }
 
