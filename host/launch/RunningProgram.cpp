@@ -22,9 +22,12 @@ namespace fs = std::filesystem;
 
 namespace {
 
+// What could be read of it. An iterator over the file would throw when its process has just ended.
 std::string contents(const fs::path& path) {
-  std::ifstream file(path, std::ios::binary);
-  return {std::istreambuf_iterator<char>(file), {}};
+  const std::ifstream file(path, std::ios::binary);
+  std::ostringstream text;
+  text << file.rdbuf();
+  return std::move(text).str();
 }
 
 bool mentions(const std::string& text, std::string_view part) {

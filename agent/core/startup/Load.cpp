@@ -16,8 +16,9 @@ void loadAgent() {
   KIFAdditions::loadUIApplication(platform::uikit::UIApplication);
   UIViewController::load(platform::uikit::UIViewController);
   UIWindow::load(platform::uikit::UIWindow);
-  RecordControl::load();
+  // Who sees that the ports are open finds the channel as well.
   session::open();
+  RecordControl::load();
 }
 
 void destroy_recorder() {

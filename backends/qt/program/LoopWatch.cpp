@@ -143,6 +143,9 @@ bool isOfToolkit(const QAbstractEventDispatcher& dispatcher) {
 void hookOnce() {
   static bool isHooked = false;
   if (std::exchange(isHooked, true)) return;
+  // Makes what it asks: made by a thread that comes first, it would be told of its own move to this
+  // one, wait for itself to be made, and this thread for both.
+  isGuiThread();
   QInternal::registerCallback(QInternal::EventNotifyCallback, noteEvent);
   QAbstractEventDispatcher& dispatcher =
       *QAbstractEventDispatcher::instance(QCoreApplication::instance()->thread());
